@@ -1,0 +1,83 @@
+#pragma once
+#include <QImage>
+#include <QRect>
+#include <QString>
+#include <array>
+#include <vector>
+
+#include "platform/region.h"
+
+// State of the map window as plain data: view values, clips, the live controls, hit regions. Positions named "map" are
+// pixels of the scan at 100 %, all others window pixels.
+
+struct LiveControl {
+  bool Visible = false;
+  int Left = 0, Top = 0, Width = 0, Height = 0;
+  QString Tag, Text;
+};
+
+struct MapClipState {
+  QImage image;
+  QString Tag;  // factor by which it is reduced against its source; "" = not built
+  int ClipX = 0, ClipY = 0, ClipWidth = 0, ClipHeight = 0;  // pixels of this clip
+};
+
+struct ScrollState {
+  bool Visible = false;
+  int Value = 0, Max = 100;
+  QString Tag;  // "-1": changes are ignored
+};
+
+struct PlanLabel {
+  qint64 key = 0;
+  int kind = 16;
+  QString text;
+  int offsetX = 0, offsetY = 0;
+};
+
+struct MapState {
+  QString Caption;  // "Map: " + the map's path in capitals
+  QString Tag;      // "MDI" while the main window is closing, "Map" while only the map is
+  bool Visible = false, Minimized = false;
+  int Left = 0, Top = 0, ScaleWidth = 800, ScaleHeight = 600;  // inside of the window, bars included
+
+  float Zoom = 1.0F;       // map pixels per window pixel
+  float ClipScale = 1.0F;  // max(1, Zoom)
+  int ClipLevel = 0;       // 0..3: the clip in use
+  int ViewLeft = 0, ViewTop = 0;      // map position of the upper left window pixel
+  int ViewWidth = 0, ViewHeight = 0;  // painted size, window pixels
+  float ScrollUnitX = 1, ScrollUnitY = 1;
+  int ScrollBarW = 0, ScrollBarH = 0;
+  std::array<MapClipState, 4> MapClip;
+  ScrollState HScroller, VScroller;
+  bool LupeOn = false;
+
+  int MapXPpM = 3780, MapYPpM = 3780;  // resolution in the picture file, points per metre
+
+  QString CurBookmark;     // row key of the current entry
+  QString HeaderBookmark;  // row key of the header row
+  QString FontMissingAnswer;  // "No": the missing-font question is not asked again in this pass
+  QString PicText;         // what is written on the window while a map is being loaded
+
+  RegionSet EntryRegions;  // hit list and union of the last redraw
+  int MarkCount = 0;       // marked entries drawn in the last redraw
+  int HiddenCount = 0, InactiveCount = 0;
+  std::vector<PlanLabel> PlanLabels;
+  int PlanMode = 0;        // negative: plan squares hidden
+  int BoxMode = 0;         // -1: text boxes in the not-xor mode
+  bool DrawAbort = false;  // an entry was deleted while it was drawn: the pass stops
+  int ReferenceWidth = 1;      // pen width of reference lines, pixels
+  double ReferenceCircle = 4;  // radius of the foot point circle, pixels
+  double ReferenceArrow = 6;   // width of the arrow head, pixels
+  bool RemoveReferenceOnly = false;  // Delete_Entry only takes the reference line away
+
+  LiveControl Text2, imgBild, imgRfLine, lblShape, lblPLQ;
+  QImage canvas;           // the painted window: background and entries
+};
+extern MapState Map;
+
+// The one pair of conversions. Window to map cuts; map to window rounds halves to even.
+int Map_X(double windowX);
+int Map_Y(double windowY);
+int Window_X(double mapX);
+int Window_Y(double mapY);

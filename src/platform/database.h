@@ -1,0 +1,173 @@
+#pragma once
+#include <QHash>
+#include <QString>
+#include <QStringList>
+#include <memory>
+#include <variant>
+#include <vector>
+
+#include "platform/error.h"
+
+struct sqlite3;
+
+// The database service: one file, several tables, ordered rows, recordsets with a cursor. Rows are on disk when
+// Update, Delete or CommitTrans returns. All procedures raise Error with the numbers of platform/error.h.
+
+// A value of a field. monostate is Null.
+using Value = std::variant<std::monostate, qint64, double, QString>;
+
+enum class FieldType { Integer, Long, Double, Text };  // Integer: 16 bit, error 6 beyond it
+struct FieldInfo {
+  QString name;
+  FieldType type = FieldType::Text;
+  int size = 0;  // characters of a Text column (error 3163 beyond it), 0 = no limit
+  bool operator==(const FieldInfo&) const = default;
+};
+
+class Database;
+
+// A cursor over the rows of a table or of a Select. Row order is the table's order (order of appending) unless the
+// statement says otherwise. A keyset is taken at opening; rows appended through this recordset join it.
+class Recordset {
+ public:
+  ~Recordset();
+  Recordset(const Recordset&) = delete;
+  Recordset& operator=(const Recordset&) = delete;
+
+  bool Eof() const;
+  bool Bof() const;
+  int RecordCount() const;
+  void MoveFirst();  // on an empty recordset Eof and Bof become true
+  void MoveLast();
+  void MoveNext();      // at Eof: error 3021
+  void MovePrevious();  // at Bof: error 3021
+  int Position() const;  // 0-based, -1 without a current row
+  void MoveTo(int position);
+
+  // The row's key as text. SetBookmark of a vanished row is error 3167.
+  QString Bookmark() const;
+  void SetBookmark(const QString& bookmark);
+  bool HasRow(const QString& bookmark) const;
+  qint64 Key() const;  // the same key as a number
+  int PositionOf(qint64 key) const;  // -1 if there is none
+
+  const std::vector<FieldInfo>& Fields() const;
+  int FieldIndex(QStringView name) const;  // ignoring case; error 3265 if there is none
+  bool HasField(QStringView name) const;
+
+  // Values of the current row (of the edit buffer between Edit/AddNew and Update). The reference lasts until the next
+  // move. Null reads as "" or 0. A text in a number column reads by Val; error 13 for Integer of a non-number is not
+  // raised: ask Raw for what is stored.
+  const Value& Raw(int column) const;
+  QString Text(int column) const;
+  qint64 Integer(int column) const;  // halves to even
+  double Number(int column) const;
+  QString Text(QStringView name) const { return Text(FieldIndex(name)); }
+  qint64 Integer(QStringView name) const { return Integer(FieldIndex(name)); }
+  double Number(QStringView name) const { return Number(FieldIndex(name)); }
+
+  void AddNew();  // numbers 0, texts empty until set
+  void Edit();    // error 3021 without a current row
+  void Set(int column, Value value);
+  void Set(QStringView name, Value value) { Set(FieldIndex(name), std::move(value)); }
+  bool Editing() const;
+  void Update();  // after AddNew the current row stays where it was; MoveLast goes to the new one
+  void CancelUpdate();
+  void Delete();  // the cursor stands on the following row, or Eof
+
+  void Requery();
+  bool IsOpen() const;
+
+ private:
+  friend class Database;
+  Recordset();
+  struct Inner;
+  std::unique_ptr<Inner> inner;
+};
+
+struct TableDef {
+  QString name;
+  std::vector<FieldInfo> fields;
+};
+
+struct OpenMode {
+  bool readOnly = false;
+};
+
+class Database {
+ public:
+  ~Database();  // closes; errors are swallowed
+  Database(const Database&) = delete;
+  Database& operator=(const Database&) = delete;
+
+  // Raises what goes wrong at closing (a full disk at the last checkpoint).
+  void Close();
+  bool IsOpen() const;
+  QString Name() const;
+
+  std::unique_ptr<Recordset> OpenRecordset(const QString& tableOrSelect);  // error 3078 for an unknown table
+  const std::vector<TableDef>& TableDefs();  // in order of creation; reread when the schema changed
+  bool HasTable(const QString& name);        // ignoring case
+  void CreateTable(const TableDef& table);
+  void DropTable(const QString& name);  // error 3078 if it is not there
+  void AddColumn(const QString& table, const FieldInfo& field);
+  void DropColumn(const QString& table, const QString& column);
+  int RowCount(const QString& table);
+  int Execute(const QString& sql);  // rows changed; error 3075 with SQLite's text
+
+  // Transactions nest by counting; only the outermost writes. Rollback ends all levels.
+  void BeginTrans();
+  void CommitTrans();
+  void Rollback();
+  bool InTrans() const;
+
+  // Writes what waits in the log back into the file, so that a copy of the file alone is whole. Called when idle.
+  void Checkpoint();
+  // Counts every change of any row or table; caches compare it.
+  qint64 ChangeCount() const;
+
+  // All rows of a two-column number table, from a cache that is dropped when the table is written. Null where the table
+  // does not exist. Rows with a Null in either column are left out.
+  struct PointRow {
+    int x = 0, y = 0;
+  };
+  const std::vector<PointRow>* Points(const QString& table);
+
+  sqlite3* Handle() const;
+
+ private:
+  friend class Workspace;
+  Database();
+  struct Inner;
+  std::unique_ptr<Inner> inner;
+};
+
+class Workspace {
+ public:
+  // Opens for exclusive use. 3024 not there, 3196 in use, 3051 no access, 3343 damaged or not a database of ours.
+  static std::unique_ptr<Database> OpenDatabase(const QString& path, OpenMode mode = {});
+  // A new, empty file; 3204 if the name is taken.
+  static std::unique_ptr<Database> CreateDatabase(const QString& path);
+};
+
+// Copies a database into a new file with the same tables and rows: built aside, flushed, renamed. 3204 if the target
+// exists, 3356 if the source is in use by another program.
+void CompactDatabase(const QString& source, const QString& target);
+
+struct RepairReport {
+  bool wasSound = false;
+  int rows = 0;          // rows in the repaired file
+  int droppedTexts = 0;  // texts that were no valid UTF-8
+  QString damagedCopy;   // where the damaged file is kept; empty when it was sound
+};
+// Makes a damaged file readable: a sound one stays as it is, else its pages are scanned into a new file that takes its
+// place; the damaged one is kept beside it. 3343 if nothing at all can be read (the file then stays).
+RepairReport RepairDatabase(const QString& path);
+
+// Files of tables are copied, renamed and deleted through these: they fold a waiting log into the file first and take
+// stale sidecars of the target away. Never for a file that is open here.
+void Table_File_Copy(const QString& source, const QString& target);
+void Table_File_Rename(const QString& source, const QString& target);
+void Table_File_Delete(const QString& path);  // error 53 if it is not there
+// Is there a lock of another living program on it (".ldb")? The text names it.
+QString Lock_Holder(const QString& path);

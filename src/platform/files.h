@@ -1,0 +1,41 @@
+#pragma once
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+#include <functional>
+
+// Paths: "\" and "/" both separate folders; "/" is stored and shown.
+QString Clean_Path(const QString& path);
+
+// Splits at the last separator. `folder` receives the part including it, `path` keeps the name. Without a separator
+// `folder` becomes the program folder and a separator.
+void Split_Path(QString& path, QString& folder);
+// The path that exists, found ignoring case (exact match first); empty if there is none.
+QString Find_File(const QString& path);
+bool File_Exists(const QString& path);
+// Files of a folder that match a name pattern with "*" and "?", ignoring case, sorted; full paths.
+QStringList Find_Files(const QString& folder, const QString& pattern);
+
+// Texts in Windows-1252 with CR LF. Reading takes UTF-8 when the bytes are valid UTF-8 (with or without mark), else
+// Windows-1252; CR, LF and CR LF end a line. Errors 53, 70, 61, 76.
+QString From_1252(const QByteArray& bytes);
+QByteArray To_1252(const QString& text);  // what cannot be written becomes "?"
+QStringList Read_Lines(const QString& path);
+void Write_Lines(const QString& path, const QStringList& lines);  // written aside and renamed
+
+QByteArray Read_Bytes(const QString& path);
+// Writes aside, flushes to the disk and renames: afterwards the file holds the old content or the new one whole.
+void Replace_File(const QString& path, const QByteArray& content);
+// Overwrites bytes in place (for the resolution fields of a bitmap). Error 53 or 70.
+void Write_At(const QString& path, qint64 position, const QByteArray& bytes);
+
+// Copy (target replaced as a whole: aside, flush, rename), rename, delete. Errors 53, 70, 61. `Kill` of a missing file
+// is error 53. Each also succeeds on names that differ only in case.
+void File_Copy(const QString& source, const QString& target);
+void File_Rename(const QString& source, const QString& target);
+void Kill(const QString& path);
+bool Kill_Quietly(const QString& path);  // true if the file is gone afterwards
+
+// For tests of full disks and failing media: called with the bytes about to be written by any of the above; returns
+// the error number to fail with, or 0.
+extern std::function<int(const QString& path, qint64 bytes)> File_Write_Fault;

@@ -1,0 +1,35 @@
+#pragma once
+#include <QString>
+#include <functional>
+
+#include "platform/error.h"
+
+enum class MsgButtons { Ok, OkCancel, YesNo, YesNoCancel };
+enum class MsgIcon { None, Information, Question, Warning, Critical };
+enum class MsgAnswer { Ok = 1, Cancel = 2, Yes = 6, No = 7 };
+enum class MsgDefault { First, Second, Third };
+
+struct MsgRequest {
+  QString text;
+  MsgButtons buttons = MsgButtons::Ok;
+  MsgIcon icon = MsgIcon::None;
+  QString title;
+  MsgDefault defaultButton = MsgDefault::First;
+};
+
+// Asks the user. Stores the answer in the shared variable MsgResult as well. Texts hold CR or LF as line breaks.
+MsgAnswer Message_Box(const QString& text, MsgButtons buttons = MsgButtons::Ok, MsgIcon icon = MsgIcon::None,
+                      const QString& title = {}, MsgDefault defaultButton = MsgDefault::First);
+
+// Who shows the box. The program sets a window, tests a script. Without one the text goes to the standard error output
+// and the careful answer is given: Cancel where there is one, then No, then Ok.
+using MsgHandler = std::function<MsgAnswer(const MsgRequest&)>;
+MsgHandler Set_Message_Handler(MsgHandler handler);  // returns the former one
+
+enum class Step { Done, Skipped, Stopped };
+
+// Runs one step. An Error shows "Error: " + number + text + "Prozedur beenden?" with Yes and No under the title
+// ("Fehler" if empty): Yes gives Stopped, No gives Skipped.
+Step Guarded(const QString& title, const std::function<void()>& step);
+// "Error: " number text, blank line, "Prozedur beenden?".
+QString Error_Message(const Error& error, const QString& question = QStringLiteral("Prozedur beenden?"));

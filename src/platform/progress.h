@@ -1,0 +1,28 @@
+#pragma once
+#include <QString>
+#include <functional>
+#include <memory>
+
+// Progress of long work: a window with a bar and "Abbrechen" in the program, a counter in tests. Shown only when the
+// work takes longer than a moment.
+class ProgressFace {
+ public:
+  virtual ~ProgressFace() = default;
+  virtual void Show(const QString& title, int total) = 0;
+  virtual bool Step(int done) = 0;  // serves waiting events; false: the user wants to stop
+};
+using ProgressMaker = std::function<std::unique_ptr<ProgressFace>()>;
+ProgressMaker Set_Progress_Maker(ProgressMaker maker);
+
+class Progress {
+ public:
+  Progress(const QString& title, int total);
+  ~Progress();
+  // Call once per unit; cheap. False when the user pressed "Abbrechen": the caller ends its loop.
+  bool Advance(int units = 1);
+
+ private:
+  std::unique_ptr<ProgressFace> face;
+  int done = 0, total = 0;
+  qint64 lastShown = 0;
+};

@@ -1,0 +1,49 @@
+#pragma once
+#include <QPointF>
+#include <QPolygonF>
+#include <QRectF>
+#include <QString>
+#include <cstdint>
+#include <variant>
+#include <vector>
+
+// A shape that can be hit: rectangle (right and lower edge excluded), ellipse in a box, polygon (odd-even).
+struct EllipseShape {
+  QRectF box;
+};
+using RegionShape = std::variant<QRectF, EllipseShape, QPolygonF>;
+bool Shape_Contains(const RegionShape& shape, QPointF point);
+QRectF Shape_Bounds(const RegionShape& shape);
+
+// One row of the hit list. kind 500 marks the foot point of a reference, 0 everything else.
+struct EntryRegion {
+  RegionShape shape;
+  qint64 key = 0;  // row key of the entry; Bookmark() is the same as text
+  int kind = 0;
+  QRectF bounds;
+  QString Bookmark() const { return QString::number(key); }
+};
+
+// The hit list with its union. Rows are numbered from 1; the row added last lies on top.
+class RegionSet {
+ public:
+  void Clear();
+  int Add(RegionShape shape, qint64 key, int kind);
+  int Count() const { return static_cast<int>(rows.size()); }
+  const EntryRegion& Row(int number) const { return rows[static_cast<size_t>(number - 1)]; }
+  // Is there any shape under the point (the union)? Both use a grid over the bounds, built at the first question.
+  bool AnyAt(QPointF point) const;
+  // Highest row number under the point, 0 if there is none.
+  int TopAt(QPointF point) const;
+  // The next one below `above` under the point, 0 if there is none.
+  int NextBelow(QPointF point, int above) const;
+
+ private:
+  void Build() const;
+  std::vector<EntryRegion> rows;
+  mutable std::vector<std::vector<int>> cells;
+  mutable std::vector<int> large;  // shapes over many cells
+  mutable QRectF extent;
+  mutable int columns = 0, lines = 0;
+  mutable bool built = false;
+};

@@ -1,0 +1,16 @@
+#pragma once
+#include <QSize>
+#include <QString>
+#include <functional>
+
+// Windows that a procedure below the windows has to show and wait for. The program sets real windows, tests scripts;
+// unset hooks give the careful answer.
+struct SafeModeQuestion {
+  QString map, table, backup;
+};
+struct DialogHooks {
+  std::function<int(const SafeModeQuestion&)> Abgesichert;       // 1, 2, 3 as chosen, 0 or 4 = stop
+  std::function<void(QSize map, int colorDepth)> BigMapHint;     // frmTipps
+  std::function<void(const QString& page)> Help;                 // a page of the help window
+};
+extern DialogHooks dialogHooks;

@@ -1,0 +1,53 @@
+#pragma once
+#include <functional>
+#include <utility>
+#include <vector>
+
+#include <QString>
+
+// Events: how a lower floor is heard above. Emitting calls every listener at once, in the same call.
+template <typename... Args>
+class Event {
+ public:
+  using Listener = std::function<void(Args...)>;
+  // Returns a number for Disconnect.
+  int Connect(Listener listener) {
+    listeners.emplace_back(++last, std::move(listener));
+    return last;
+  }
+  void Disconnect(int number) {
+    std::erase_if(listeners, [number](const auto& entry) { return entry.first == number; });
+  }
+  void Clear() { listeners.clear(); }
+  void Emit(Args... args) const {
+    const auto copy = listeners;  // a listener may disconnect itself
+    for (const auto& [number, listener] : copy) listener(args...);
+  }
+
+ private:
+  std::vector<std::pair<int, Listener>> listeners;
+  int last = 0;
+};
+
+struct Events {
+  Event<> RedrawWanted;        // answered by the canvas with Map_Redraw
+  Event<> MapPainted;          // the canvas image changed: the window shows it
+  Event<> TableChanged;        // rows or columns changed, the table was loaded or closed
+  Event<> CurrentRowChanged;   // rsEntries stands on another row
+  Event<> MapOpened;           // the common open path ended well
+  Event<> MapClosed;
+  Event<> StateChanged;        // menus, tool buttons, status bar, captions, layout: the windows show their structs anew
+  Event<bool> Busy;            // hourglass on, off
+  Event<> EndWanted;           // the main window shall close
+  Event<QString> BackgroundText;  // text on the map window while a map or table is being loaded
+};
+extern Events events;
+
+// Hourglass for the life of the object.
+class BusyPointer {
+ public:
+  BusyPointer() { events.Busy.Emit(true); }
+  ~BusyPointer() { events.Busy.Emit(false); }
+  BusyPointer(const BusyPointer&) = delete;
+  BusyPointer& operator=(const BusyPointer&) = delete;
+};

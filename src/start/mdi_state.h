@@ -1,0 +1,60 @@
+#pragma once
+#include <QMap>
+#include <QString>
+#include <array>
+#include <vector>
+
+// State of the main window, its toolbar, its status bar and its menus, as plain data. The windows show it.
+
+enum class ToolbarPlace { Top, Bottom, Left, Right };
+enum class MouseUnit { Pixel, Metric, Coordinates };
+
+struct MdiState {
+  bool MapOpen = false;
+  bool Tips = true;            // tips at the start of a task
+  bool SafeMode = false;       // mnuNoTable is checked
+  bool Light = false;          // the map is painted light
+  double Dgs = 0;              // display setting of "Flurax.ini", kept and written back when above 0
+  QString Caption = QStringLiteral("FLURAX - 100%");
+  ToolbarPlace toolbarPlace = ToolbarPlace::Top;
+  // What the options window sets, for the session.
+  bool raisedButtons = false, showHidden = false, showTexts = true, showPictures = true, overview = false,
+       sheetFrame = false, trimInput = false, tableColors = true;
+  MouseUnit mouseUnit = MouseUnit::Pixel;
+  // Inside of the main window in pixels, kept by the window.
+  int InnerWidth = 1000, InnerHeight = 700;
+  bool TblVisible = false;     // the table window is shown (switched off when the table refers to picture files)
+  bool HasPlanSquares = false, HasLines = false, HasHidden = false, HasTemplate = false;
+  int PageCounter = 1;
+  bool Enabled = true;
+};
+extern MdiState frmMDI;
+
+struct ToolButton {
+  QString Key, Caption, ToolTipText, Tag;
+  bool Visible = true, Enabled = true, Value = false;
+};
+struct ToolbarState {
+  QString Tag;  // the tool state: "Norm", "Text", "Symbol", "Bild", "Ply", "Ln", "Fig"
+  bool Visible = false;
+  std::vector<ToolButton> buttons;
+  ToolButton* Button(const QString& key);  // nullptr if the state has none
+};
+extern ToolbarState Toolbar1;
+
+struct InfoBarState {
+  std::array<QString, 3> Panel;  // 0: task, 1: help or mouse position, 2: counts or table name
+  QString Zoom;                  // panel "Zm"
+};
+extern InfoBarState InfoBar;
+
+struct MenuState {
+  QString Caption;
+  bool Enabled = true, Visible = true, Checked = false;
+  QString Tag;
+};
+// The state of a menu entry by its name; made on first use.
+MenuState& Menu(const QString& name);
+QMap<QString, MenuState>& All_Menus();
+// Entry i (from 1) of a list such as "mnuMapFile".
+MenuState& Menu(const QString& list, int i);

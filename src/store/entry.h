@@ -1,0 +1,66 @@
+#pragma once
+#include <QRect>
+#include <QString>
+
+#include "platform/database.h"
+#include "store/entry_id.h"
+#include "store/entry_type.h"
+#include "store/fill_code.h"
+#include "store/font_spec.h"
+#include "store/frame_word.h"
+
+// Numbers of the twelve fixed columns of MapData, in their order.
+namespace column {
+inline constexpr int ID = 0, Eintrag = 1, Schrift = 2, Groesse = 3, VG = 4, HG = 5, RA = 6, Xmap = 7, Ymap = 8,
+                     Xline = 9, Yline = 10, Typ = 11, fixedCount = 12;
+}
+
+// One row of MapData, typed. Positions are map pixels; Größe points or as the kind says.
+struct EntryRow {
+  QString ID, Eintrag, Schrift;
+  double Groesse = 0;
+  int VG = 0, HG = 0, RA = 0, Xmap = 0, Ymap = 0, Xline = 0, Yline = 0, Typ = 0;
+  bool operator==(const EntryRow&) const = default;
+};
+
+// Definition of MapData, Qdata and of a vertex table.
+TableDef MapData_Def();
+TableDef Qdata_Def();
+TableDef Vertex_Def(const QString& name);
+// Makes MapData and Qdata with its one row in an empty database: the template.
+void Make_Template(Database& database);
+
+// The current row of the recordset. Integers beyond 16 bits are error 6.
+EntryRow Read_Entry(const Recordset& rows);
+// Between AddNew or Edit and Update.
+void Write_Entry(Recordset& rows, const EntryRow& entry);
+// AddNew, write, Update; the current row stays. Marks the table dirty.
+void Append_Entry(const EntryRow& entry);
+// Edit, write, Update of the current row of rsEntries. Marks the table dirty.
+void Update_Entry(const EntryRow& entry);
+
+// Box of a figure or plan square in map pixels. Figures hold width and height in Xline, Yline; plan squares their lower
+// right corner (a row whose corner is not beyond its position holds a size).
+struct EntryBox {
+  int x = 0, y = 0, width = 0, height = 0;
+  bool operator==(const EntryBox&) const = default;
+};
+EntryBox entry_box(const EntryRow& row);
+void set_entry_box(EntryRow& row, const EntryBox& box);
+
+// Name of the current row for messages: "Text" CR, "Bild" CR, ID CR, "Planquadrat" CR, "Maßstab " size " ", "Symbol" CR.
+// Sets MsgText and returns it.
+QString Entry_Name();
+// Saves the cursor of rsEntries and puts it back at the end of the scope, even when an error passes through.
+class KeepCurrentRow {
+ public:
+  KeepCurrentRow();
+  ~KeepCurrentRow();
+  KeepCurrentRow(const KeepCurrentRow&) = delete;
+  KeepCurrentRow& operator=(const KeepCurrentRow&) = delete;
+
+ private:
+  QString bookmark;
+};
+// Entries of the open table without the header row; 0 without a table.
+int Entry_Count();

@@ -1,0 +1,38 @@
+#pragma once
+#include <QString>
+#include <optional>
+
+// Line-end code of a line's ID: shape and flags of the ends, sizes in millimetres.
+struct LineEnds {
+  enum class Shape { Arrow, Circle, Rectangle };
+  Shape shape = Shape::Arrow;
+  bool filled = false, atStart = false, atEnd = false, partial = false;
+  double lengthMm = 1.0, widthMm = 1.0;  // read as at least 1.0
+  bool operator==(const LineEnds&) const = default;
+};
+
+// The column ID: ["-"] name [" - " line-end code] [">" assignment] and "<" + number of a group. Nobody else takes the
+// text apart.
+struct EntryId {
+  bool inactive = false;
+  QString name;                  // "Text", "Linie12", "Flaeche0", "Figur3", "Bild", a free name, ...
+  std::optional<LineEnds> ends;
+  QString assignment;            // name of the area or line it is assigned to
+  QString group;                 // what stands behind "<"; "" = none
+  bool hasGroup = false;
+
+  static EntryId Parse(const QString& stored);
+  QString ToText() const;
+  bool operator==(const EntryId&) const = default;
+
+  QString TableName() const;     // name of the vertex table
+  bool IsLine() const;           // contains "Lin"
+  bool IsArea() const;           // contains "Fl"
+  bool IsFigure() const;         // contains "Fig"
+  bool IsNorthArrow() const;     // contains "Np"
+  bool IsHeader() const;         // starts with "!"
+  // A digit "1" to "4" before "Text".
+  bool HasReferenceDigit() const;
+  EntryId WithoutReferenceDigit() const;
+  int Number() const;            // number behind the kind word, -1 if there is none
+};

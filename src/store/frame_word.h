@@ -1,0 +1,15 @@
+#pragma once
+// The column RA of a row: frame colour + 100 x width + 1000 x pattern step + 10000 for the not-xor mode; negative = no
+// frame. Nobody else takes the number apart.
+struct FrameWord {
+  bool framed = true;
+  bool notXor = false;
+  int pattern = 1;
+  int width = 1;   // 1..8 pixels
+  int color = 0;   // 0..15
+
+  static FrameWord Parse(int stored);
+  // RA = 0 cannot be negated: a frame switched off there is stored as -100.
+  int ToNumber() const;
+  bool operator==(const FrameWord&) const = default;
+};

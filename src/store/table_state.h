@@ -1,0 +1,22 @@
+#pragma once
+#include <QString>
+
+// State of the table window as plain data.
+struct TableState {
+  QString Tag = QStringLiteral("Clean");  // "Clean", "Dirty", "dirty": does UserTable hold what the standard table holds?
+  struct {
+    QString Caption;  // the table file the user thinks of as open (UserTable)
+  } DBGrid1;
+  struct {
+    QString Tag, DatabaseName, RecordSource;
+  } Data1;
+  bool Visible = true;
+  bool Minimized = false;
+  int EintragSize = 79;       // defined width of the column Eintrag
+  bool OldTable = false;      // that width is below 79
+  bool HasUserColumns = false;
+  int ColumnCount = 0;        // columns shown less 1
+};
+extern TableState Tbl;
+
+inline bool Table_Is_Changed() { return Tbl.Tag != QLatin1String("Clean"); }

@@ -1,0 +1,22 @@
+#pragma once
+#include <QPoint>
+#include <QString>
+#include <vector>
+
+// Vertex tables: one small table per line, area and free figure with the columns xf, yf in map pixels.
+
+// Name of the current row's vertex table. Sets EntID and returns it.
+QString Vertex_Table_Name();
+// Next free table name of the kind "Linie" or "Flaeche". Tables with fewer than 2 rows are dropped and their numbers
+// are free (never that of the row in hand). Shows "Falscher Id-Tabellen-Name" or "maximale Zahl der Polygone = 1000!"
+// and returns "" where it cannot.
+QString New_Poly_Table(const QString& kind);
+inline QString New_Table_Name(const QString& kind) { return New_Poly_Table(kind); }
+// "Figur" + (highest number + 1), first "Figur1". Raises 5000 "Keine Nummer " if an ID has none.
+QString Next_Figure_ID();
+// Makes the table anew, empty.
+void Create_Vertex_Table(const QString& name);
+void Write_Vertices(const QString& name, const std::vector<QPoint>& points);  // in one transaction
+// All vertices up to the stop mark (xf below -15000). A missing or damaged table has none.
+const std::vector<QPoint>& Load_Vertices(const QString& name);
+inline constexpr int stopMark = -16000, stopLimit = -15000;

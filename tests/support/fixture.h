@@ -1,0 +1,58 @@
+#pragma once
+#include <QImage>
+#include <QString>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+#include <deque>
+#include <optional>
+
+#include "platform/file_dialog.h"
+#include "platform/message_box.h"
+#include "start/global_state.h"
+
+// Scripted message boxes: each expectation is one box with its answer. A box that was not expected, and an expectation
+// without a box, fail the test.
+class MessageScript {
+ public:
+  MessageScript();
+  ~MessageScript();
+  // `part` must stand in the text or the title.
+  MessageScript& Expect(const QString& part, MsgAnswer answer = MsgAnswer::Ok);
+  MessageScript& AllowAny(MsgAnswer answer);  // every further box gets this answer
+  const std::vector<MsgRequest>& Seen() const { return seen; }
+
+ private:
+  std::deque<std::pair<QString, MsgAnswer>> expected;
+  std::optional<MsgAnswer> any;
+  std::vector<MsgRequest> seen;
+  MsgHandler former;
+};
+
+// Scripted file dialogs: answers in order; an unexpected dialog fails the test.
+class FileDialogScript {
+ public:
+  FileDialogScript();
+  ~FileDialogScript();
+  FileDialogScript& Answer(std::optional<QString> path);
+  const std::vector<FileRequest>& Seen() const { return seen; }
+
+ private:
+  std::deque<std::optional<QString>> answers;
+  std::vector<FileRequest> seen;
+  FileDialogHandler former;
+};
+
+// Fresh state, a temporary folder, a program folder with the template in it.
+class FluraxTest : public ::testing::Test {
+ protected:
+  void SetUp() override;
+  void TearDown() override;
+  QString Path(const QString& name) const { return folder.path() + QLatin1Char('/') + name; }
+  // A white map picture of that size in the temporary folder.
+  QString Make_Map(const QString& name = QStringLiteral("Karte.bmp"), int width = 400, int height = 300);
+
+  QTemporaryDir folder;
+};
+
+std::ostream& operator<<(std::ostream& out, const QString& text);
