@@ -39,7 +39,9 @@ struct MapState {
   QString Caption;  // "Map: " + the map's path in capitals
   QString Tag;      // "MDI" while the main window is closing, "Map" while only the map is
   bool Visible = false, Minimized = false;
+  bool Maximized = true;  // fills the main window; in the normal state the layout step sizes it
   int Left = 0, Top = 0, ScaleWidth = 800, ScaleHeight = 600;  // inside of the window, bars included
+  int WantWidth = 0, WantHeight = 0;  // inside size the layout step asks for in the normal state; 0 = none
 
   float Zoom = 1.0F;       // map pixels per window pixel
   float ClipScale = 1.0F;  // max(1, Zoom)

@@ -14,6 +14,7 @@ void Zoom_At(double factor, int windowX, int windowY);  // keeps the map positio
 void ReduceMap();                   // makes the clip of the zoom; errors are told as "Karte zoomen: Reduce_Map"
 void FensterSize();
 void Layout_Map();                  // the layout step: bars, clip size, window size; ends with a redraw
+void Map_Resized();                 // the window got another size: bars and clip anew, redraw
 void Fit_Map_Window();
 void Set_Window_Layout();           // mnuWEinpass
 void Scroll_Changed(bool horizontal, int value);  // Change of a scroll bar
