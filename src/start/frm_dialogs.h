@@ -1,0 +1,32 @@
+#pragma once
+#include <QString>
+
+class QDialog;
+class QWidget;
+
+// The dialog windows, one procedure each: shows the window, waits until it is closed (the help window does not wait) and
+// has carried out what the user chose. `parent` is the main window.
+
+void Show_frmMapNeu(QWidget* parent);        // an empty map
+void Show_frmMapSize(QWidget* parent);       // millimetres and resolution of the open map
+void Show_frmMalprg(QWidget* parent);        // the list of paint programs: add, remove, choose
+void Show_frmMalprgOpen(QWidget* parent);    // starts a paint program with the map file
+void Show_frmTipps(QWidget* parent);         // the tips one after the other
+void Show_frmOptions(QWidget* parent);
+void Show_frmInfo(QWidget* parent);          // name, version and folders of the program
+void Show_frmBildZoom(QWidget* parent);      // zoom factor of the map
+
+// The window shown while no map is open; `parent` places it. Its timer runs while it is visible.
+QWidget* Make_frmMapStart(QWidget* parent);
+
+// A page of the built-in help, "index.htm" where none is named, with an anchor where one is ("options.htm#farben").
+// One window for all pages; it can stay open beside a dialog.
+void Show_Help(QWidget* parent, const QString& page = {});
+
+// Connects dialogHooks with the windows, and the return from a paint program with the reloading of the map. Once, when
+// the main window is made; Clear_Dialog_Hooks when it goes.
+void Set_Dialog_Hooks(QWidget* mainWindow);
+void Clear_Dialog_Hooks();
+
+// What all dialogs have in common: F1 opens the page, no question mark in the title bar, the map stays visible behind.
+void Prepare_Dialog(QDialog& dialog, const QString& helpPage);
