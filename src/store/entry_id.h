@@ -20,16 +20,18 @@ struct EntryId {
   QString assignment;            // name of the area or line it is assigned to
   QString group;                 // what stands behind "<"; "" = none
   bool hasGroup = false;
+  // What was read, where ToText would write it in another way (a foreign ID). Written back while nothing else is changed.
+  QString asStored;
 
   static EntryId Parse(const QString& stored);
   QString ToText() const;
   bool operator==(const EntryId&) const = default;
 
   QString TableName() const;     // name of the vertex table
-  bool IsLine() const;           // contains "Lin"
-  bool IsArea() const;           // contains "Fl"
-  bool IsFigure() const;         // contains "Fig"
-  bool IsNorthArrow() const;     // contains "Np"
+  bool IsLine() const;           // the name contains "Lin"
+  bool IsArea() const;           // the name contains "Fl"
+  bool IsFigure() const;         // the name contains "Fig"
+  bool IsNorthArrow() const;     // the name contains "Np"
   bool IsHeader() const;         // starts with "!"
   // A digit "1" to "4" before "Text".
   bool HasReferenceDigit() const;

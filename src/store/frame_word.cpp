@@ -1,0 +1,33 @@
+#include "store/frame_word.h"
+
+#include <algorithm>
+#include <cstdlib>
+
+FrameWord FrameWord::Parse(int stored) {
+  FrameWord word;
+  word.framed = stored >= 0;
+  int rest = std::abs(stored);
+  if (rest >= 10000) {
+    word.notXor = true;
+    rest %= 10000;
+  }
+  if (rest >= 1000) {
+    word.pattern = rest / 1000;
+    rest %= 1000;
+  }
+  if (rest >= 100) {
+    word.width = std::min(rest / 100, 8);
+    rest %= 100;
+  }
+  word.color = rest > 15 ? 0 : rest;
+  return word;
+}
+
+int FrameWord::ToNumber() const {
+  int number = color;
+  if (width > 1) number += 100 * width;
+  if (pattern > 1) number += 1000 * pattern;
+  if (notXor) number += 10000;
+  if (framed) return number;
+  return number == 0 ? -100 : -number;
+}

@@ -1,0 +1,168 @@
+#include <gtest/gtest.h>
+
+#include "store/entry_id.h"
+#include "store/entry_type.h"
+#include "store/fill_code.h"
+#include "store/font_spec.h"
+#include "store/frame_word.h"
+#include "support/fixture.h"
+
+TEST(EntryType, TakesTheNumberApart) {
+  struct Case {
+    int stored, base;
+    Mark mark;
+    bool hidden;
+  };
+  for (const Case& c :
+       {Case{0, 0, Mark::None, false}, Case{40, 40, Mark::None, false}, Case{100, 0, Mark::Marked, false},
+        Case{140, 40, Mark::Marked, false}, Case{200, 0, Mark::Last, false}, Case{223, 23, Mark::Last, false},
+        Case{-103, 3, Mark::Marked, true}, Case{-240, 40, Mark::Last, true}, Case{-12, 12, Mark::None, true}}) {
+    const EntryType type = EntryType::Parse(c.stored);
+    EXPECT_EQ(type, (EntryType{c.base, c.mark, c.hidden})) << c.stored;
+    EXPECT_EQ(type.ToNumber(), c.stored);
+  }
+}
+
+TEST(EntryType, HidingAndShowingNeverLosesARow) {
+  struct Case {
+    int stored, hidden, shownAgain;
+  };
+  // A plain text has no negative number of its own; the sign of a north arrow means nothing.
+  for (const Case& c : {Case{0, -1, 1}, Case{100, -101, 101}, Case{200, -201, 201}, Case{40, -40, 40},
+                        Case{103, -103, 103}, Case{-4, -4, 4}, Case{-12, -12, -12}, Case{-112, -112, -112}}) {
+    EXPECT_EQ(EntryType::Parse(c.stored).Hidden().ToNumber(), c.hidden) << c.stored;
+    EXPECT_EQ(EntryType::Parse(c.stored).Hidden().Shown().ToNumber(), c.shownAgain) << c.stored;
+  }
+  EXPECT_EQ(EntryType::Parse(-240).Marked(Mark::Marked).ToNumber(), -140);
+  EXPECT_EQ(EntryType::Parse(-12).Marked(Mark::Last).ToNumber(), -212);
+  EXPECT_EQ(EntryType::Parse(203).Marked(Mark::None).ToNumber(), 3);
+}
+
+TEST(FrameWord, ReadsAllParts) {
+  struct Case {
+    int stored;
+    FrameWord word;
+  };
+  for (const Case& c :
+       {Case{0, {true, false, 1, 1, 0}}, Case{15, {true, false, 1, 1, 15}}, Case{215, {true, false, 1, 2, 15}},
+        Case{-215, {false, false, 1, 2, 15}}, Case{-100, {false, false, 1, 1, 0}}, Case{13312, {true, true, 3, 3, 12}},
+        Case{-3013, {false, false, 3, 1, 13}}, Case{10000, {true, true, 1, 1, 0}}}) {
+    EXPECT_EQ(FrameWord::Parse(c.stored), c.word) << c.stored;
+    EXPECT_EQ(c.word.ToNumber(), c.stored);
+  }
+  EXPECT_EQ(FrameWord::Parse(116).color, 0);  // no such colour
+  EXPECT_EQ(FrameWord::Parse(912).width, 8);  // widest frame
+  EXPECT_EQ(FrameWord::Parse(-32768).pattern, 2);
+  FrameWord off = FrameWord::Parse(0);
+  off.framed = false;
+  EXPECT_FALSE(FrameWord::Parse(off.ToNumber()).framed);
+}
+
+TEST(FillCode, StandsInTheFontColumnOfFigures) {
+  struct Case {
+    const char* schrift;
+    bool fill;
+    int code;
+    double angle;
+  };
+  for (const Case& c : {Case{"F 1", true, 1, 0}, Case{"F-8", true, -8, 0}, Case{"F 3<45", true, 3, 45},
+                        Case{"F 0", true, 0, 0}, Case{"F12", true, 12, 0}, Case{"F-2<22.5", true, -2, 22.5}}) {
+    EXPECT_EQ(FillCode::IsFill(c.schrift), c.fill) << c.schrift;
+    EXPECT_EQ(FillCode::FromSchrift(c.schrift).code, c.code) << c.schrift;
+    EXPECT_EQ(FillCode::AngleOf(c.schrift), c.angle) << c.schrift;
+    EXPECT_EQ(FillCode{c.code}.ToSchrift(c.angle), c.schrift);
+  }
+  for (const char* font : {"Futura", "F", "F 1"}) EXPECT_EQ(FillCode::IsFill(font), QString(font) == "F 1");
+  EXPECT_EQ(FillCode::FromSchrift("Futura 1").code, 0);
+  EXPECT_EQ(FillCode::AngleOf("F 1<-90"), 270);
+  EXPECT_EQ(FillCode{-5}.Hatch(), FillStyle::Downward);
+  EXPECT_EQ(FillCode{12}.Hatch(), FillStyle::None);  // a foreign code draws no hatch
+}
+
+TEST(FontSpec, WritesInOneOrderAndReadsInAny) {
+  for (const char* text : {"Arial", "Times New Roman-B-I-U-T-C238<45", "Courier New-T", "Wingdings-C2<22.5", ""}) {
+    EXPECT_EQ(FontSpec::Parse(text).ToText(), text);
+  }
+  struct Case {
+    const char* stored;
+    FontSpec spec;
+  };
+  for (const Case& c : {Case{"Arial-U-I-B-T-C161<30", {"Arial", true, true, true, true, 161, 30}},
+                        Case{"Arial -T-B ", {"Arial", true, false, false, true, 0, 0}},
+                        Case{"Arial<-45", {"Arial", false, false, false, false, 0, 315}},
+                        Case{"Arial<22,5", {"Arial", false, false, false, false, 0, 22.5}},
+                        Case{"Arial<360", {"Arial", false, false, false, false, 0, 0}},
+                        Case{"Arial-C-B<x", {"Arial", true, false, false, false, 0, 0}},
+                        Case{"-B<90", {"", true, false, false, false, 0, 90}},
+                        Case{"Arial<30-B", {"Arial", false, false, false, false, 0, 30}}}) {
+    EXPECT_EQ(FontSpec::Parse(c.stored), c.spec) << c.stored;
+  }
+  EXPECT_TRUE(FontSpec::Parse("Wingdings 2-B").IsSymbol());
+}
+
+TEST(EntryId, OwnNamesComeBackUnchanged) {
+  for (const char* text : {"Text", "-Text", "1Text", "Bild", "Linie12", "-Linie0 - P1101L5.0B2.5",
+                           "Flaeche3 - R0010L12.B1.0", "Text>Flaeche0", "Text>Linie4<2", "Text<", "Text<7", "-Figur3",
+                           "Plan\x1f"
+                           "A-3",
+                           "Achse>Figur2", "Np", "!Unbekannt", "Linie3 - C1000L1.0B9.9>Flaeche1<4", ""}) {
+    EXPECT_EQ(EntryId::Parse(text).ToText(), text);
+    EXPECT_TRUE(EntryId::Parse(text).asStored.isEmpty()) << text;
+  }
+  for (double mm : {1.0, 1.1, 4.5, 9.9, 10.0, 37.0, 99.0}) {
+    EntryId id;
+    id.name = "Linie1";
+    id.ends = LineEnds{LineEnds::Shape::Circle, true, false, true, false, mm, mm};
+    EXPECT_EQ(EntryId::Parse(id.ToText()), id) << mm;
+  }
+}
+
+TEST(EntryId, ForeignNamesComeBackUnchanged) {
+  for (const char* text :
+       {"Feld-3 Amsel", "Linie0 - X", "Linie2-Nord", "Linie0 - P1101L0.5B 2 ", "Text>", "Text<3>Flaeche0", "--Linie0",
+        " Linie7 ", "a>b>c", "a<b<c", ">Flaeche1", "Linie0- P1101L5,0B2.5"}) {
+    EXPECT_EQ(EntryId::Parse(text).ToText(), text);
+  }
+  EXPECT_FALSE(EntryId::Parse("Feld-3 Amsel").ends);
+  EXPECT_FALSE(EntryId::Parse("Text - P1101L5.0B2.5").ends);  // only lines and areas have ends
+  EXPECT_FALSE(EntryId::Parse("Linie2-Nord").ends);
+  // A change made to a foreign ID is not swallowed by what was read.
+  EntryId id = EntryId::Parse("Text<3>Flaeche0");
+  EXPECT_EQ(id.assignment, "Flaeche0");
+  EXPECT_EQ(id.group, "3");
+  id.assignment.clear();
+  EXPECT_EQ(id.ToText(), "Text<3");
+}
+
+TEST(EntryId, FindsTheVertexTable) {
+  struct Case {
+    const char* stored;
+    const char* table;
+    int number;
+  };
+  for (const Case& c :
+       {Case{"Linie12", "Linie12", 12}, Case{"-Linie0 - P1101L5.0B2.5", "Linie0", 0}, Case{" -Linie3", "Linie3", 3},
+        Case{"Flaeche4 - unlesbar", "Flaeche4", 4}, Case{"Flaeche5>Linie1", "Flaeche5", 5},
+        Case{"Linie6<2", "Linie6", 6}, Case{"-Figur31", "Figur31", 31}, Case{"Figur", "Figur", -1},
+        Case{"Text>Linie1", "Text", -1}, Case{"Linie7 - C1000L1.0B1.0>Flaeche0<1", "Linie7", 7}}) {
+    EXPECT_EQ(EntryId::Parse(c.stored).TableName(), c.table);
+    EXPECT_EQ(EntryId::Parse(c.stored).Number(), c.number) << c.stored;
+  }
+  EXPECT_FALSE(EntryId::Parse("Text>Linie1").IsLine());  // assigned to a line, not one
+  EXPECT_TRUE(EntryId::Parse("-Flaeche0").IsArea());
+}
+
+TEST(EntryId, LineEndCodeLayout) {
+  const EntryId id = EntryId::Parse("Linie0 - R0110L12.B2.5");
+  ASSERT_TRUE(id.ends);
+  EXPECT_EQ(*id.ends, (LineEnds{LineEnds::Shape::Rectangle, false, true, true, false, 12.0, 2.5}));
+  const EntryId small = EntryId::Parse("Linie0 - Q9001L0.2B   ");
+  ASSERT_TRUE(small.ends);
+  EXPECT_EQ(*small.ends, (LineEnds{LineEnds::Shape::Arrow, true, false, false, true, 1.0, 1.0}));
+}
+
+TEST(EntryId, ReferenceDigitOnlyBeforeText) {
+  EXPECT_EQ(EntryId::Parse("3Text>Linie1").WithoutReferenceDigit().ToText(), "Text>Linie1");
+  EXPECT_EQ(EntryId::Parse("5Text").WithoutReferenceDigit().ToText(), "5Text");
+  EXPECT_EQ(EntryId::Parse("2Bild").WithoutReferenceDigit().ToText(), "2Bild");
+}
