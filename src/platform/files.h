@@ -4,6 +4,8 @@
 #include <QStringList>
 #include <functional>
 
+extern QString ProgramFolder;  // without a separator at the end
+
 // Paths: "\" and "/" both separate folders; "/" is stored and shown.
 QString Clean_Path(const QString& path);
 
@@ -29,8 +31,9 @@ void Replace_File(const QString& path, const QByteArray& content);
 // Overwrites bytes in place (for the resolution fields of a bitmap). Error 53 or 70.
 void Write_At(const QString& path, qint64 position, const QByteArray& bytes);
 
-// Copy (target replaced as a whole: aside, flush, rename), rename, delete. Errors 53, 70, 61. `Kill` of a missing file
-// is error 53. Each also succeeds on names that differ only in case.
+// Copy (target replaced as a whole: aside, flush, rename), rename, delete. Errors 53, 70, 61, 76; renaming onto another
+// file is error 58. `Kill` of a missing file is error 53. Files are found ignoring case, also the target that is
+// replaced; renaming a file to its own name in other case works. A copy can always be written by its owner.
 void File_Copy(const QString& source, const QString& target);
 void File_Rename(const QString& source, const QString& target);
 void Kill(const QString& path);

@@ -9,6 +9,8 @@ enum class MsgIcon { None, Information, Question, Warning, Critical };
 enum class MsgAnswer { Ok = 1, Cancel = 2, Yes = 6, No = 7 };
 enum class MsgDefault { First, Second, Third };
 
+extern MsgAnswer MsgResult;  // the last answer; not valid across a call
+
 struct MsgRequest {
   QString text;
   MsgButtons buttons = MsgButtons::Ok;
@@ -17,7 +19,7 @@ struct MsgRequest {
   MsgDefault defaultButton = MsgDefault::First;
 };
 
-// Asks the user. Stores the answer in the shared variable MsgResult as well. Texts hold CR or LF as line breaks.
+// Asks the user. Stores the answer in MsgResult as well. Texts hold CR or LF as line breaks.
 MsgAnswer Message_Box(const QString& text, MsgButtons buttons = MsgButtons::Ok, MsgIcon icon = MsgIcon::None,
                       const QString& title = {}, MsgDefault defaultButton = MsgDefault::First);
 

@@ -1,4 +1,5 @@
 #pragma once
+#include <QElapsedTimer>
 #include <QString>
 #include <functional>
 #include <memory>
@@ -10,6 +11,8 @@ class ProgressFace {
   virtual ~ProgressFace() = default;
   virtual void Show(const QString& title, int total) = 0;
   virtual bool Step(int done) = 0;  // serves waiting events; false: the user wants to stop
+  // Milliseconds of work before it is shown. At 0 it is shown at once and hears of every unit.
+  virtual int Delay() const { return 300; }
 };
 using ProgressMaker = std::function<std::unique_ptr<ProgressFace>()>;
 ProgressMaker Set_Progress_Maker(ProgressMaker maker);
@@ -23,6 +26,9 @@ class Progress {
 
  private:
   std::unique_ptr<ProgressFace> face;
+  QString title;
+  QElapsedTimer clock;
   int done = 0, total = 0;
-  qint64 lastShown = 0;
+  qint64 lastShown = -1;  // milliseconds; -1 = not yet shown
+  bool stopped = false;
 };

@@ -20,7 +20,8 @@ int32_t To_Int32(double value);
 double Fix(double value);
 double Int(double value);
 
-// Text filled up with blanks on the left / right to the width; a longer text is cut to it.
+// The trimmed text filled up with blanks to the width: on the left (a longer text stays whole), on the right (a longer
+// text is cut to the width).
 QString Pad_Left(const QString& text, int width = 10);
 QString Pad_Right(const QString& text, int width = 10);
 
