@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "platform/database.h"
+#include "platform/files.h"
 #include "platform/message_box.h"
 
 // The program's shared state: plain variables, grouped by what they are for. Reset_Global_State() brings all of it, and
@@ -16,9 +17,9 @@
 void Reset_Global_State();
 
 // Folders and files -------------------------------------------------------------------------------------------------
-extern QString ProgramFolder;  // without a separator at the end
-extern QString TableFile;      // the standard table of the open map: the one database that is edited
-extern QString MapFile;        // path of the open map's picture
+// ProgramFolder belongs to platform/files.h.
+extern QString TableFile;  // the standard table of the open map: the one database that is edited
+extern QString MapFile;    // path of the open map's picture
 
 // The open table ----------------------------------------------------------------------------------------------------
 // Order matters at closing: recordsets first, then the database.
@@ -27,41 +28,45 @@ extern std::unique_ptr<Recordset> rsEntries;  // MapData of the standard table; 
 extern std::unique_ptr<Recordset> rsAux;      // a second recordset of the same database (vertex tables)
 
 // The picture ---------------------------------------------------------------------------------------------------------
-extern int MapWidthPx, MapHeightPx;      // pixels of the scan at 100 %
-extern float MapWidthMm, MapHeightMm;    // millimetres by the screen metric; MapHeightMm -1 = the open failed
+extern int MapWidthPx, MapHeightPx;    // pixels of the scan at 100 %
+extern float MapWidthMm, MapHeightMm;  // millimetres by the screen metric; MapHeightMm -1 = the open failed
 
-// Print and measures ----------------------------------------------------------------------------------------------------
-extern float PrintFactor;                // enlargement on paper, 1.0 = true to the picture's millimetres
-extern float FontFactor;                 // enlargement of print fonts, 0.3..3.0
-extern double MapPixelMm, MapPixelMmY;   // millimetres on paper per map pixel at PrintFactor
-extern QString MapUnit;                  // " mm", " cm", " m", " km"; empty without a scale
-extern double MapUnitPerPixel;           // units per map pixel by the scale bar
+// Print and measures
+// ----------------------------------------------------------------------------------------------------
+extern float PrintFactor;               // enlargement on paper, 1.0 = true to the picture's millimetres
+extern float FontFactor;                // enlargement of print fonts, 0.3..3.0
+extern double MapPixelMm, MapPixelMmY;  // millimetres on paper per map pixel at PrintFactor
+extern QString MapUnit;                 // " mm", " cm", " m", " km"; empty without a scale
+extern double MapUnitPerPixel;          // units per map pixel by the scale bar
 extern bool MapHasScale;
 
-// Colours -----------------------------------------------------------------------------------------------------------------
+// Colours
+// -----------------------------------------------------------------------------------------------------------------
 extern std::array<QRgb, 16> Palette;
-extern int CurVG, CurHG, CurRA;          // colour numbers of the next entry; CurRA is a frame word
+extern int CurVG, CurHG, CurRA;  // colour numbers of the next entry; CurRA is a frame word
 extern QRgb HighlightColor;
 
 // The current entry, decoded ------------------------------------------------------------------------------------------
 extern int EntVG, EntHG, EntRA;
 extern QRgb EntVGColor, EntHGColor, EntRAColor;
 extern QString EntFont, EntID;
-extern double EntFontSize;               // points
+extern double EntFontSize;  // points
 extern int EntCharset;
-extern double EntAngle;                  // degrees counter-clockwise
+extern double EntAngle;  // degrees counter-clockwise
 
-// Work arrays and scratch -----------------------------------------------------------------------------------------------
+// Work arrays and scratch
+// -----------------------------------------------------------------------------------------------
 extern std::vector<QPoint> PolyPoints, LinePoints;
 extern int PolyCount;
 extern QString MsgText;
-extern MsgAnswer MsgResult;
+// MsgResult, the last answer, belongs to platform/message_box.h.
 
-// Note pads -----------------------------------------------------------------------------------------------------------------
-extern QStringList NotePads;             // files of the open note pads
+// Note pads
+// -----------------------------------------------------------------------------------------------------------------
+extern QStringList NotePads;  // files of the open note pads
 extern QStringList NotePadState;
-extern int ActiveNotePad;                // -1 = none
+extern int ActiveNotePad;  // -1 = none
 
 // Coordinates (filled by the coordinate subsystem) --------------------------------------------------------------------
-extern int Grid;                         // 0 none, 18 geographic, 20 UTM, 22 Gauß-Krüger
+extern int Grid;  // 0 none, 18 geographic, 20 UTM, 22 Gauß-Krüger
 extern bool GridVisible;

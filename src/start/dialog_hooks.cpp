@@ -1,0 +1,3 @@
+#include "start/dialog_hooks.h"
+
+DialogHooks dialogHooks;

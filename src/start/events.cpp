@@ -1,0 +1,3 @@
+#include "start/events.h"
+
+Events events;

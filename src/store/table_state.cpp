@@ -1,0 +1,3 @@
+#include "store/table_state.h"
+
+TableState Tbl;
