@@ -1,8 +1,8 @@
 #pragma once
+#include <gtest/gtest.h>
 #include <QImage>
 #include <QString>
 #include <QTemporaryDir>
-#include <gtest/gtest.h>
 
 #include <deque>
 #include <optional>

@@ -1,0 +1,65 @@
+#include <ostream>
+#include <utility>
+
+#include "support/fixture.h"
+
+std::ostream& operator<<(std::ostream& out, const QString& text) { return out << '"' << text.toStdString() << '"'; }
+
+MessageScript::MessageScript() {
+  former = Set_Message_Handler([this](const MsgRequest& request) {
+    seen.push_back(request);
+    if (!expected.empty()) {
+      const auto [part, answer] = expected.front();
+      const bool fits = request.text.contains(part) || request.title.contains(part);
+      if (fits || !any) {
+        expected.pop_front();
+        EXPECT_TRUE(fits) << "expected a box with \"" << part.toStdString() << "\", but it says \""
+                          << request.title.toStdString() << "\": " << request.text.toStdString();
+        return answer;
+      }
+    }
+    if (any) return *any;
+    ADD_FAILURE() << "unexpected box \"" << request.title.toStdString() << "\": " << request.text.toStdString();
+    return request.buttons == MsgButtons::Ok      ? MsgAnswer::Ok
+           : request.buttons == MsgButtons::YesNo ? MsgAnswer::No
+                                                  : MsgAnswer::Cancel;
+  });
+}
+
+MessageScript::~MessageScript() {
+  Set_Message_Handler(std::move(former));
+  for (const auto& [part, answer] : expected) ADD_FAILURE() << "no box with \"" << part.toStdString() << "\" was shown";
+}
+
+MessageScript& MessageScript::Expect(const QString& part, MsgAnswer answer) {
+  expected.emplace_back(part, answer);
+  return *this;
+}
+
+MessageScript& MessageScript::AllowAny(MsgAnswer answer) {
+  any = answer;
+  return *this;
+}
+
+FileDialogScript::FileDialogScript() {
+  former = Set_File_Dialog_Handler([this](const FileRequest& request) -> std::optional<QString> {
+    seen.push_back(request);
+    if (answers.empty()) {
+      ADD_FAILURE() << "unexpected file dialog \"" << request.title.toStdString() << '"';
+      return std::nullopt;
+    }
+    const std::optional<QString> answer = answers.front();
+    answers.pop_front();
+    return answer;
+  });
+}
+
+FileDialogScript::~FileDialogScript() {
+  Set_File_Dialog_Handler(std::move(former));
+  if (!answers.empty()) ADD_FAILURE() << answers.size() << " expected file dialog(s) did not come";
+}
+
+FileDialogScript& FileDialogScript::Answer(std::optional<QString> path) {
+  answers.push_back(std::move(path));
+  return *this;
+}
