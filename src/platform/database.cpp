@@ -1,0 +1,130 @@
+#include "platform/database.h"
+
+#include <sqlite3.h>
+
+#include <QFile>
+#include <QFileInfo>
+
+#include "platform/database_inner.h"
+#include "platform/files.h"
+
+using database_inner::Engine;
+
+Database::Database() : inner(std::make_unique<Inner>()) {}
+Database::~Database() {
+  try {
+    Close();
+  } catch (const Error&) {
+    // The rows are in the log and come back at the next opening.
+  }
+}
+
+void Database::Close() { inner->engine->Close(); }
+bool Database::IsOpen() const { return inner->engine->db != nullptr; }
+QString Database::Name() const { return inner->engine->path; }
+sqlite3* Database::Handle() const { return inner->engine->db; }
+
+std::unique_ptr<Recordset> Database::OpenRecordset(const QString& tableOrSelect) {
+  inner->engine->Need_Open();
+  std::unique_ptr<Recordset> set(new Recordset);
+  set->inner->engine = inner->engine;
+  set->inner->Open(tableOrSelect);
+  return set;
+}
+
+const std::vector<TableDef>& Database::TableDefs() { return inner->engine->Tables(); }
+bool Database::HasTable(const QString& name) { return inner->engine->Find_Table(name) != nullptr; }
+void Database::CreateTable(const TableDef& table) { inner->engine->Create(table); }
+void Database::DropTable(const QString& name) { inner->engine->Drop(name); }
+
+void Database::AddColumn(const QString& table, const FieldInfo& field) {
+  const TableDef* found = inner->engine->Find_Table(table);
+  if (!found) Raise(errors::tableNotFound);
+  for (const FieldInfo& other : found->fields)
+    if (other.name.compare(field.name, Qt::CaseInsensitive) == 0)
+      Raise(errors::fieldExists, QStringLiteral("Das Feld '%1' ist bereits vorhanden.").arg(field.name));
+  const QString name = found->name;
+  inner->engine->Alter(
+      name, "ADD COLUMN " + database_inner::Quoted(field.name) + ' ' + database_inner::Declaration_Of(field));
+}
+
+void Database::DropColumn(const QString& table, const QString& column) {
+  const TableDef* found = inner->engine->Find_Table(table);
+  if (!found) Raise(errors::tableNotFound);
+  for (const FieldInfo& field : found->fields)
+    if (field.name.compare(column, Qt::CaseInsensitive) == 0) {
+      const QString tableName = found->name, fieldName = field.name;
+      inner->engine->Alter(tableName, "DROP COLUMN " + database_inner::Quoted(fieldName));
+      return;
+    }
+  Raise(errors::fieldNotFound);
+}
+
+int Database::RowCount(const QString& table) {
+  const TableDef* found = inner->engine->Find_Table(table);
+  if (!found) Raise(errors::tableNotFound);
+  return static_cast<int>(inner->engine->Number_Of("SELECT count(*) FROM " + database_inner::Quoted(found->name)));
+}
+
+int Database::Execute(const QString& sql) {
+  Engine& engine = *inner->engine;
+  engine.Need_Write();
+  const QByteArray text = sql.toUtf8();
+  const qint64 before = sqlite3_total_changes64(engine.db);
+  const char* rest = text.constData();
+  while (*rest != 0) {
+    sqlite3_stmt* statement = nullptr;
+    int rc = sqlite3_prepare_v2(engine.db, rest, -1, &statement, &rest);
+    if (rc != SQLITE_OK) engine.Fail(rc);
+    if (!statement) continue;
+    // Transactions are counted, so they begin and end by their own procedures alone.
+    const QByteArray word = QByteArray(sqlite3_sql(statement)).trimmed().left(8).toUpper();
+    for (const char* refused : {"BEGIN", "COMMIT", "END", "ROLLBACK", "SAVEPOIN", "RELEASE", "ATTACH", "DETACH"})
+      if (word.startsWith(refused)) {
+        sqlite3_finalize(statement);
+        Raise(errors::sqlSyntax);
+      }
+    while ((rc = sqlite3_step(statement)) == SQLITE_ROW) {
+    }
+    sqlite3_finalize(statement);
+    engine.Drop_Caches();
+    if (rc != SQLITE_DONE) engine.Fail(rc);
+  }
+  engine.Notice_Changes();
+  ++engine.schemaChanges;
+  return static_cast<int>(sqlite3_total_changes64(engine.db) - before);
+}
+
+void Database::BeginTrans() { inner->engine->Begin(); }
+void Database::CommitTrans() { inner->engine->Commit(); }
+void Database::Rollback() { inner->engine->Roll_Back(); }
+bool Database::InTrans() const { return inner->engine->depth > 0; }
+void Database::Checkpoint() { inner->engine->Checkpoint(); }
+
+qint64 Database::ChangeCount() const {
+  const Engine& engine = *inner->engine;
+  return (engine.db ? sqlite3_total_changes64(engine.db) : 0) + engine.schemaChanges;
+}
+
+const std::vector<Database::PointRow>* Database::Points(const QString& table) { return inner->engine->Points(table); }
+
+std::unique_ptr<Database> Workspace::OpenDatabase(const QString& path, OpenMode mode) {
+  const QString found = Find_File(path);
+  if (found.isEmpty()) Raise(errors::databaseNotFound);
+  std::unique_ptr<Database> database(new Database);
+  database->inner->engine->Open(found, {.readOnly = mode.readOnly});
+  return database;
+}
+
+std::unique_ptr<Database> Workspace::CreateDatabase(const QString& path) {
+  if (File_Exists(path)) Raise(errors::databaseExists);
+  database_inner::Remove_Sidecars(path);
+  std::unique_ptr<Database> database(new Database);
+  try {
+    database->inner->engine->Open(path, {.create = true});
+  } catch (const Error&) {
+    QFile::remove(path);
+    throw;
+  }
+  return database;
+}

@@ -1,0 +1,316 @@
+#include <sqlite3.h>
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSet>
+#include <cerrno>
+#include <utility>
+
+#include "platform/database_inner.h"
+
+namespace database_inner {
+namespace {
+
+QSet<QString>& Open_Files() {
+  static QSet<QString> files;
+  return files;
+}
+
+// At opening the numbers differ from those of a running file.
+[[noreturn]] void Fail_Opening(sqlite3* db, int rc) {
+  switch (rc & 0xff) {
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+      Raise(errors::fileInUse);
+    case SQLITE_NOTADB:
+    case SQLITE_CORRUPT:
+    case SQLITE_FORMAT:
+    case SQLITE_SCHEMA:
+    case SQLITE_ERROR:  // a schema that cannot be read
+      Raise(errors::databaseDamaged);
+    case SQLITE_FULL:
+      Raise(errors::diskFull);
+    case SQLITE_NOMEM:
+      Raise(errors::outOfMemory);
+    case SQLITE_IOERR:
+      if (sqlite3_extended_errcode(db) == SQLITE_IOERR_SHORT_READ) Raise(errors::databaseDamaged);
+      if (sqlite3_system_errno(db) == ENOSPC || sqlite3_system_errno(db) == EDQUOT) Raise(errors::diskFull);
+      Raise(errors::deviceError);
+    default:
+      Raise(errors::databaseAccess);
+  }
+}
+
+}  // namespace
+
+QString Fold(const QString& name) { return name.toCaseFolded(); }
+
+QString Lock_File_Of(const QString& path) {
+  const QFileInfo info(path);
+  return info.path() + QLatin1Char('/') + info.completeBaseName() + QStringLiteral(".ldb");
+}
+
+bool Is_Open_Here(const QString& path) { return Open_Files().contains(QFileInfo(path).canonicalFilePath()); }
+
+Engine::~Engine() {
+  try {
+    Close();
+  } catch (const Error&) {
+    // What the log holds is read back at the next opening.
+  }
+}
+
+void Engine::Open(const QString& file, OpenWay way) {
+  readOnly = way.readOnly;
+  const QFileInfo info(file);
+  if (!way.create) {
+    if (!info.exists() || info.isDir()) Raise(errors::databaseNotFound);
+    if (info.size() == 0) Raise(errors::databaseDamaged);
+    if (!readOnly && !QFileInfo(info.path()).isWritable()) Raise(errors::databaseAccess);
+  }
+  int flags = SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE;
+  flags |= readOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
+  if (way.create) flags |= SQLITE_OPEN_CREATE;
+  QByteArray name = file.toUtf8();
+  // Nobody can be writing on a read-only medium, and no log can be made there.
+  const bool still = readOnly && !QFileInfo(info.path()).isWritable() && !Has_Sidecar(file);
+  if (still) {
+    name = "file:" + name.toPercentEncoding("/") + "?immutable=1";
+    flags |= SQLITE_OPEN_URI;
+  }
+  int rc = sqlite3_open_v2(name.constData(), &db, flags, nullptr);
+  const auto step = [&](const char* sql) {
+    if (rc == SQLITE_OK) rc = sqlite3_exec(db, sql, nullptr, nullptr, nullptr);
+  };
+  if (rc == SQLITE_OK) rc = Register_Collation(db);
+  const bool refused = rc == SQLITE_OK && !readOnly && sqlite3_db_readonly(db, "main") == 1;
+  if (refused) rc = SQLITE_CANTOPEN;
+  if (way.create) step("PRAGMA page_size=1024");
+  if (!readOnly) step("PRAGMA locking_mode=EXCLUSIVE; BEGIN EXCLUSIVE; COMMIT");
+  // Erased rows leave nothing behind that a repair could take for rows.
+  step(
+      "PRAGMA synchronous=FULL; PRAGMA secure_delete=ON; PRAGMA cell_size_check=ON; PRAGMA temp_store=MEMORY;"
+      "PRAGMA cache_size=-8000; PRAGMA trusted_schema=OFF; SELECT count(*) FROM sqlite_master");
+  if (way.create) step("PRAGMA user_version=1");
+  if (rc != SQLITE_OK) {
+    sqlite3* broken = std::exchange(db, nullptr);
+    struct Closer {
+      sqlite3* it;
+      ~Closer() { sqlite3_close_v2(it); }
+    } closer{broken};
+    Fail_Opening(broken, rc);
+  }
+  path = file;
+  accountedChanges = sqlite3_total_changes64(db);
+  Open_Files().insert(QFileInfo(path).canonicalFilePath());
+  if (way.lockFile && !readOnly) {
+    lock = std::make_unique<QLockFile>(Lock_File_Of(path));
+    lock->setStaleLockTime(0);
+    lock->tryLock(0);  // only tells others who has the file; SQLite's lock decides
+  }
+}
+
+void Engine::Close() {
+  if (!db) return;
+  sqlite3* closing = std::exchange(db, nullptr);
+  ++generation;
+  const QString file = QFileInfo(path).canonicalFilePath();
+  while (sqlite3_stmt* statement = sqlite3_next_stmt(closing, nullptr)) sqlite3_finalize(statement);
+  schemaStatement = nullptr;
+  if (depth > 0) sqlite3_exec(closing, "ROLLBACK", nullptr, nullptr, nullptr);
+  depth = 0;
+  int rc = SQLITE_OK;
+  if (logReady) rc = sqlite3_exec(closing, "PRAGMA journal_mode=DELETE", nullptr, nullptr, nullptr);
+  const int systemError = sqlite3_system_errno(closing);
+  const int closed = sqlite3_close(closing);
+  if (closed != SQLITE_OK) sqlite3_close_v2(closing);
+  Open_Files().remove(file);
+  lock.reset();
+  if (rc == SQLITE_OK) rc = closed;
+  if (rc == SQLITE_OK) return;
+  Raise((rc & 0xff) == SQLITE_FULL || systemError == ENOSPC || systemError == EDQUOT ? errors::diskFull
+                                                                                     : errors::deviceError);
+}
+
+void Engine::Need_Open() const {
+  if (!db) Raise(errors::objectClosed, QStringLiteral("Die Datenbank ist geschlossen."));
+}
+
+void Engine::Fail(int rc) {
+  const QString text = QString::fromUtf8(sqlite3_errmsg(db));
+  const int systemError = sqlite3_system_errno(db);
+  if (depth > 0 && sqlite3_get_autocommit(db)) {
+    depth = 0;
+    ++rollbacks;
+    ++generation;
+    ++schemaChanges;
+    knownSchema = -1;
+  }
+  switch (rc & 0xff) {
+    case SQLITE_FULL:
+      Raise(errors::diskFull);
+    case SQLITE_IOERR:
+      if (systemError == ENOSPC || systemError == EDQUOT) Raise(errors::diskFull);
+      if (rc == SQLITE_IOERR_SHORT_READ) Raise(errors::databaseDamaged);
+      Raise(errors::deviceError);
+    case SQLITE_READONLY:
+      Raise(errors::noPermission);
+    case SQLITE_CANTOPEN:
+    case SQLITE_PERM:
+      Raise(errors::databaseAccess);
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+      Raise(errors::fileInUse);
+    case SQLITE_CORRUPT:
+    case SQLITE_NOTADB:
+      Raise(errors::databaseDamaged);
+    case SQLITE_NOMEM:
+      Raise(errors::outOfMemory);
+    default:
+      if (text.startsWith(QLatin1String("no such table"))) Raise(errors::tableNotFound);
+      Raise(errors::sqlSyntax, text);
+  }
+}
+
+sqlite3_stmt* Engine::Prepare(const QByteArray& sql, bool lasting) {
+  Need_Open();
+  sqlite3_stmt* statement = nullptr;
+  const int rc = sqlite3_prepare_v3(db, sql.constData(), static_cast<int>(sql.size()) + 1,
+                                    lasting ? SQLITE_PREPARE_PERSISTENT : 0u, &statement, nullptr);
+  if (rc != SQLITE_OK) Fail(rc);
+  return statement;
+}
+
+void Engine::Run(const char* sql) {
+  Need_Open();
+  const int rc = sqlite3_exec(db, sql, nullptr, nullptr, nullptr);
+  if (rc != SQLITE_OK) Fail(rc);
+}
+
+qint64 Engine::Number_Of(const QByteArray& sql) {
+  sqlite3_stmt* statement = Prepare(sql);
+  const int rc = sqlite3_step(statement);
+  const qint64 number = rc == SQLITE_ROW ? sqlite3_column_int64(statement, 0) : 0;
+  const int ended = sqlite3_finalize(statement);
+  if (ended != SQLITE_OK) Fail(ended);
+  return number;
+}
+
+void Engine::Need_Write() {
+  Need_Open();
+  if (readOnly) Raise(errors::noPermission);
+  if (logReady || depth > 0) return;
+  sqlite3_stmt* statement = Prepare("PRAGMA journal_mode=WAL");
+  const bool hasLog = sqlite3_step(statement) == SQLITE_ROW &&
+                      qstrcmp(reinterpret_cast<const char*>(sqlite3_column_text(statement, 0)), "wal") == 0;
+  const int rc = sqlite3_finalize(statement);
+  if (rc != SQLITE_OK && (rc & 0xff) != SQLITE_PROTOCOL && (rc & 0xff) != SQLITE_CANTOPEN) Fail(rc);
+  Run(hasLog ? "PRAGMA wal_autocheckpoint=4000" : "PRAGMA journal_mode=TRUNCATE");
+  logReady = true;
+}
+
+void Engine::Begin() {
+  Need_Open();
+  if (depth == 0) {
+    Need_Write();
+    Run("BEGIN IMMEDIATE");
+  }
+  ++depth;
+}
+
+void Engine::Commit() {
+  Need_Open();
+  if (depth == 0) Raise(errors::noTransaction, QStringLiteral("Es ist keine Transaktion offen."));
+  if (depth > 1) {
+    --depth;
+    return;
+  }
+  const int rc = sqlite3_exec(db, "COMMIT", nullptr, nullptr, nullptr);
+  if (rc == SQLITE_OK) {
+    depth = 0;
+    return;
+  }
+  // All or nothing: what could not be written is taken back before anybody hears of it.
+  try {
+    Fail(rc);
+  } catch (const Error&) {
+    Roll_Back();
+    throw;
+  }
+}
+
+void Engine::Roll_Back() {
+  Need_Open();
+  if (depth == 0) return;
+  depth = 0;
+  ++rollbacks;
+  ++generation;
+  ++schemaChanges;
+  knownSchema = -1;
+  if (!sqlite3_get_autocommit(db)) Run("ROLLBACK");
+}
+
+void Engine::Checkpoint() {
+  Need_Open();
+  if (!logReady || depth > 0) return;
+  const int rc = sqlite3_wal_checkpoint_v2(db, "main", SQLITE_CHECKPOINT_TRUNCATE, nullptr, nullptr);
+  if (rc != SQLITE_OK) Fail(rc);
+}
+
+void Engine::Notice_Changes() {
+  const qint64 changes = sqlite3_total_changes64(db);
+  if (changes == accountedChanges) return;
+  accountedChanges = changes;
+  ++generation;
+}
+
+void Engine::Wrote(TableState* table) {
+  accountedChanges = sqlite3_total_changes64(db);
+  ++table->version;
+}
+
+TableState* Engine::State_Of(const QString& table) {
+  std::shared_ptr<TableState>& state = states[Fold(table)];
+  if (!state) state = std::make_shared<TableState>();
+  return state.get();
+}
+
+qint64 Engine::Next_Key(TableState* state, const QString& table) {
+  if (state->nextKey == 0 || state->nextKeyGeneration != generation) {
+    const qint64 last = Number_Of("SELECT max(rowid) FROM " + Quoted(table));
+    if (last == std::numeric_limits<qint64>::max()) Raise(errors::overflow);
+    state->nextKey = std::max(state->nextKey, last + 1);
+    state->nextKeyGeneration = generation;
+  }
+  return state->nextKey;
+}
+
+const std::vector<Database::PointRow>* Engine::Points(const QString& table) {
+  Need_Open();
+  Notice_Changes();
+  std::shared_ptr<PointsEntry>& entry = points[table];
+  if (entry && entry->generation == generation && entry->version == entry->table->version)
+    return entry->exists ? &entry->rows : nullptr;
+  if (!entry) entry = std::make_shared<PointsEntry>();
+  entry->rows.clear();
+  entry->exists = false;
+  entry->table = State_Of(table);
+  const TableDef* def = Find_Table(table);
+  if (def && def->fields.size() >= 2) {
+    sqlite3_stmt* statement = Prepare("SELECT " + Quoted(def->fields[0].name) + ',' + Quoted(def->fields[1].name) +
+                                      " FROM " + Quoted(def->name) + " ORDER BY rowid");
+    int rc;
+    while ((rc = sqlite3_step(statement)) == SQLITE_ROW)
+      if (sqlite3_column_type(statement, 0) != SQLITE_NULL && sqlite3_column_type(statement, 1) != SQLITE_NULL)
+        entry->rows.push_back({sqlite3_column_int(statement, 0), sqlite3_column_int(statement, 1)});
+    sqlite3_finalize(statement);
+    if (rc != SQLITE_DONE) Fail(rc);
+    entry->exists = true;
+  }
+  entry->version = entry->table->version;
+  entry->generation = generation;
+  return entry->exists ? &entry->rows : nullptr;
+}
+
+}  // namespace database_inner

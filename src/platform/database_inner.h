@@ -1,0 +1,214 @@
+#pragma once
+#include <QByteArray>
+#include <QHash>
+#include <QLockFile>
+#include <QString>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "platform/database.h"
+
+struct sqlite3_stmt;
+
+// The inside of the database service, shared by its own files only.
+
+namespace errors {
+inline constexpr int deviceError = 57, tableExists = 3010, noTransaction = 3034, fieldExists = 3191,
+                     objectClosed = 3420, noEdit = 3020;
+}
+
+namespace database_inner {
+
+// What is known of one table while the file is open. Never removed, so that pointers to it stay good.
+struct TableState {
+  quint64 version = 0;  // counts the writes
+  qint64 nextKey = 0;   // 0: ask the table; keys are not used twice, so that an old bookmark never meets a new row
+  quint64 nextKeyGeneration = 0;
+};
+
+struct PointsEntry {
+  TableState* table = nullptr;
+  quint64 version = 0, generation = 0;
+  bool exists = false;
+  std::vector<Database::PointRow> rows;
+};
+
+struct OpenWay {
+  bool readOnly = false;
+  bool create = false;
+  bool lockFile = true;
+};
+
+// One open file. Recordsets share it with the Database and find `db` empty after Close.
+class Engine {
+ public:
+  ~Engine();
+  void Open(const QString& file, OpenWay way);
+  void Close();
+  void Need_Open() const;
+
+  // Turns a result of SQLite into an Error. A transaction SQLite has ended by itself is ended here as well.
+  [[noreturn]] void Fail(int rc);
+  sqlite3_stmt* Prepare(const QByteArray& sql, bool lasting = false);
+  void Run(const char* sql);
+  qint64 Number_Of(const QByteArray& sql);  // first column of the first row
+
+  void Need_Write();  // before every write: switches the log on at the first one
+  void Begin();
+  void Commit();
+  void Roll_Back();
+  void Checkpoint();
+
+  // Notices writes that came by other ways than a recordset.
+  void Notice_Changes();
+  void Wrote(TableState* table);  // after a write of a recordset
+  void Drop_Caches() { ++generation; }
+  TableState* State_Of(const QString& table);
+  qint64 Next_Key(TableState* state, const QString& table);
+
+  const std::vector<TableDef>& Tables();
+  const TableDef* Find_Table(const QString& name);
+  void Create(const TableDef& table);
+  void Drop(const QString& name);
+  void Alter(const QString& table, const QByteArray& change);
+
+  const std::vector<Database::PointRow>* Points(const QString& table);
+
+  sqlite3* db = nullptr;
+  QString path;
+  bool readOnly = false;
+  int depth = 0;
+  quint64 generation = 1;  // moves when every cache has to be dropped
+  quint64 rollbacks = 0;   // keysets are taken anew when it has moved
+  qint64 schemaChanges = 0;
+
+ private:
+  void Read_Tables();
+  void Index_Tables();
+  qint64 Schema_Version();
+
+  bool logReady = false;
+  qint64 accountedChanges = 0;
+  std::unique_ptr<QLockFile> lock;
+  std::vector<TableDef> tables;
+  QHash<QString, int> tableIndex;
+  qint64 knownSchema = -1;
+  sqlite3_stmt* schemaStatement = nullptr;
+  QHash<QString, std::shared_ptr<TableState>> states;
+  QHash<QString, std::shared_ptr<PointsEntry>> points;
+};
+
+int Register_Collation(sqlite3* db);
+QByteArray Quoted(const QString& name);
+FieldInfo Field_Of_Declaration(const QString& name, const QString& declared);
+QByteArray Declaration_Of(const FieldInfo& field);
+QString Fold(const QString& name);
+// The fields of a table as declared in an open file.
+std::vector<FieldInfo> Read_Fields(sqlite3* db, const QString& table);
+TableDef Parse_Table(sqlite3* db, const QString& name);
+QByteArray Create_Statement(const TableDef& table);
+
+QString Lock_File_Of(const QString& path);
+bool Is_Open_Here(const QString& path);
+void Remove_Sidecars(const QString& path);
+bool Has_Sidecar(const QString& path);
+// Flushes a finished file, puts it in the place of `target` and flushes the folder.
+void Put_In_Place(const QString& aside, const QString& target);
+bool Flush_File(const QString& path);
+
+// A number as a column takes it, or the reason why it does not.
+Value Fit_Value(const FieldInfo& field, Value value);
+qint64 Whole_Of(const Value& value);
+double Number_Of(const Value& value);
+QString Text_Of(const Value& value);
+
+// One value of a cached row; texts lie in the block.
+struct Cell {
+  enum class Kind : quint8 { Unread, Null, Whole, Real, Text };
+  Kind kind = Kind::Unread;
+  quint32 bytes = 0;
+  union {
+    qint64 whole = 0;
+    double real;
+    qint64 offset;
+  };
+};
+
+struct Block {
+  int first = 0;             // position of its first row
+  std::vector<qint32> rows;  // number of the row in `cells`, -1 for a vanished one
+  std::vector<Cell> cells;
+  std::vector<char> texts;
+  int Count() const { return static_cast<int>(rows.size()); }
+};
+
+}  // namespace database_inner
+
+struct Database::Inner {
+  std::shared_ptr<database_inner::Engine> engine = std::make_shared<database_inner::Engine>();
+};
+
+struct Recordset::Inner {
+  ~Inner();
+  enum class At { Row, Before, Behind };
+  enum class Mode { None, Edit, New };
+
+  void Open(const QString& source);
+  void Open_Table(const QString& name);
+  void Open_Select(const QString& sql);
+  void Read_Keys();
+  void Read_Snapshot(sqlite3_stmt* statement);
+  void Close_Statements();
+
+  void Validate();  // drops what has become stale
+  void Need_Row();
+  void Need_Editable() const;
+  void Go(int position);
+  int Position_Of(qint64 key);
+  const database_inner::Cell* Row_Of(int rowPosition);  // null for a vanished row
+  const database_inner::Cell& Cell_At(int column);
+  database_inner::Block* Block_Of(int rowPosition);
+  database_inner::Block* Load(int from, int count);
+  void Prepare_Read();
+  void Read_Cell(database_inner::Block& block, database_inner::Cell& cell, sqlite3_stmt* statement, int column) const;
+  void Patch_Row();
+  void Forget_Row(int rowPosition);
+
+  void Check_Column(int column) const;
+  QString Cell_Text(const database_inner::Cell& cell) const;
+  void Bind(sqlite3_stmt* statement, int parameter, const Value& value);
+  void Insert();
+  void Change();
+  void End_Edit();
+
+  std::shared_ptr<database_inner::Engine> engine;
+  QString source;
+  QString table;            // empty: a snapshot of a statement over several tables
+  QByteArray keyStatement;  // the keys in the order of the rows
+  std::vector<FieldInfo> fields;
+  std::vector<qint64> keys;
+  bool ascending = true;
+  QHash<qint64, int> positions;  // only for keys that do not ascend
+  bool positionsKnown = false;
+  At at = At::Behind;
+  int position = 0;
+
+  database_inner::TableState* state = nullptr;
+  quint64 seenVersion = 0, seenGeneration = 0, seenRollbacks = 0;
+  std::vector<std::unique_ptr<database_inner::Block>> blocks;  // by position
+  database_inner::Block* lastBlock = nullptr;
+  int cachedRows = 0;
+  int readAhead = 8;
+  std::vector<char> used;        // columns that were asked for
+  std::vector<int> readColumns;  // columns of readStatement
+  bool allRead = false;
+  sqlite3_stmt* readStatement = nullptr;
+
+  Mode mode = Mode::None;
+  std::vector<Value> buffer;
+  std::vector<char> dirty, changeDirty;
+  sqlite3_stmt *insertStatement = nullptr, *changeStatement = nullptr, *deleteStatement = nullptr;
+  std::vector<QByteArray> bound;  // texts of the running statement
+  std::vector<Value> raw;
+};

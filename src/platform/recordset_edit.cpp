@@ -1,0 +1,291 @@
+#include <sqlite3.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "platform/database_inner.h"
+#include "platform/text.h"
+
+// Writing rows. A row is on the disk when Update returns; if it cannot be written, the edit ends and the row is as
+// before.
+
+using database_inner::Cell;
+using database_inner::Quoted;
+
+namespace database_inner {
+namespace {
+
+qint64 Halves_To_Even(double value) {
+  if (std::isnan(value)) return 0;
+  const double whole = std::nearbyint(value);
+  if (whole >= 9.2233720368547758e18) return std::numeric_limits<qint64>::max();
+  if (whole <= -9.2233720368547758e18) return std::numeric_limits<qint64>::min();
+  return static_cast<qint64>(whole);
+}
+
+// A typed number with "." or "," as decimal sign, nothing behind it.
+double Typed_Number(const QString& text) {
+  QString number = text.trimmed();
+  const qsizetype comma = number.indexOf(QLatin1Char(','));
+  if (comma >= 0) number[comma] = QLatin1Char('.');
+  bool isNumber = false;
+  const double value = number.toDouble(&isNumber);
+  if (!isNumber || !std::isfinite(value)) Raise(errors::typeMismatch);
+  return value;
+}
+
+}  // namespace
+
+qint64 Whole_Of(const Value& value) {
+  if (const qint64* whole = std::get_if<qint64>(&value)) return *whole;
+  return Halves_To_Even(Number_Of(value));
+}
+
+double Number_Of(const Value& value) {
+  if (const double* real = std::get_if<double>(&value)) return *real;
+  if (const qint64* whole = std::get_if<qint64>(&value)) return static_cast<double>(*whole);
+  if (const QString* text = std::get_if<QString>(&value)) return Val(*text);
+  return 0;
+}
+
+QString Text_Of(const Value& value) {
+  if (const QString* text = std::get_if<QString>(&value)) return *text;
+  if (const qint64* whole = std::get_if<qint64>(&value)) return QString::number(*whole);
+  if (const double* real = std::get_if<double>(&value)) return Number_Text(*real);
+  return {};
+}
+
+Value Fit_Value(const FieldInfo& field, Value value) {
+  if (std::holds_alternative<std::monostate>(value)) return value;
+  if (field.type == FieldType::Text) {
+    if (!std::holds_alternative<QString>(value)) value = Text_Of(value);
+    const QString& text = std::get<QString>(value);
+    if (field.size > 0 && text.size() > field.size) {
+      const auto pairs = std::count_if(text.begin(), text.end(), [](QChar letter) { return letter.isLowSurrogate(); });
+      if (text.size() - pairs > field.size) Raise(errors::textTooLong);
+    }
+    return value;
+  }
+  if (const QString* text = std::get_if<QString>(&value)) value = Typed_Number(*text);
+  if (field.type == FieldType::Double) {
+    const double number = Number_Of(value);
+    if (std::isnan(number)) Raise(errors::overflow);
+    return number;
+  }
+  if (const double* real = std::get_if<double>(&value); real && std::isnan(*real)) Raise(errors::overflow);
+  const qint64 whole = Whole_Of(value);
+  const bool isShort = field.type == FieldType::Integer;
+  const qint64 least = isShort ? std::numeric_limits<qint16>::min() : std::numeric_limits<qint32>::min();
+  const qint64 most = isShort ? std::numeric_limits<qint16>::max() : std::numeric_limits<qint32>::max();
+  if (whole < least || whole > most) Raise(errors::overflow);
+  return whole;
+}
+
+}  // namespace database_inner
+
+void Recordset::Inner::Need_Editable() const {
+  engine->Need_Open();
+  if (table.isEmpty() || engine->readOnly) Raise(errors::noPermission);
+}
+
+void Recordset::Inner::End_Edit() {
+  if (mode == Mode::None) return;
+  mode = Mode::None;
+  std::fill(dirty.begin(), dirty.end(), 0);
+}
+
+void Recordset::AddNew() {
+  Inner& set = *inner;
+  set.Need_Editable();
+  set.End_Edit();
+  for (size_t i = 0; i < set.fields.size(); ++i) {
+    Value& value = set.buffer[i];
+    switch (set.fields[i].type) {
+      case FieldType::Text:
+        value = QString();
+        break;
+      case FieldType::Double:
+        value = 0.0;
+        break;
+      default:
+        value = qint64{0};
+    }
+  }
+  set.mode = Inner::Mode::New;
+}
+
+void Recordset::Edit() {
+  Inner& set = *inner;
+  set.Need_Editable();
+  set.Need_Row();
+  set.End_Edit();
+  if (!set.Row_Of(set.position)) Raise(errors::recordDeleted);
+  set.mode = Inner::Mode::Edit;
+}
+
+void Recordset::Set(int column, Value value) {
+  Inner& set = *inner;
+  set.Check_Column(column);
+  if (set.mode == Inner::Mode::None) Raise(errors::noEdit, QStringLiteral("Update ohne AddNew oder Edit."));
+  const auto index = static_cast<size_t>(column);
+  set.buffer[index] = database_inner::Fit_Value(set.fields[index], std::move(value));
+  set.dirty[index] = 1;
+}
+
+void Recordset::CancelUpdate() { inner->End_Edit(); }
+
+void Recordset::Update() {
+  Inner& set = *inner;
+  set.engine->Need_Open();
+  if (set.mode == Inner::Mode::None) Raise(errors::noEdit, QStringLiteral("Update ohne AddNew oder Edit."));
+  // A failing write must leave no edit behind.
+  struct Ender {
+    Inner& set;
+    ~Ender() { set.End_Edit(); }
+  } ender{set};
+  const Inner::Mode mode = set.mode;
+  set.Validate();
+  if (set.mode == Inner::Mode::None) Raise(errors::recordDeleted);  // taken back meanwhile
+  set.engine->Need_Write();
+  if (mode == Inner::Mode::New) {
+    set.Insert();
+  } else {
+    set.Change();
+  }
+}
+
+void Recordset::Inner::Bind(sqlite3_stmt* statement, int parameter, const Value& value) {
+  if (const QString* text = std::get_if<QString>(&value)) {
+    QByteArray& bytes = bound[static_cast<size_t>(parameter) - 1];
+    bytes = text->toUtf8();
+    sqlite3_bind_text(statement, parameter, bytes.constData(), static_cast<int>(bytes.size()), SQLITE_STATIC);
+  } else if (const qint64* whole = std::get_if<qint64>(&value)) {
+    sqlite3_bind_int64(statement, parameter, *whole);
+  } else if (const double* real = std::get_if<double>(&value)) {
+    sqlite3_bind_double(statement, parameter, *real);
+  } else {
+    sqlite3_bind_null(statement, parameter);
+  }
+}
+
+void Recordset::Inner::Insert() {
+  const int width = static_cast<int>(fields.size());
+  if (!insertStatement) {
+    QByteArray names, marks;
+    for (const FieldInfo& field : fields) {
+      names += Quoted(field.name) + ',';
+      marks += "?,";
+    }
+    insertStatement =
+        engine->Prepare("INSERT INTO " + Quoted(table) + " (" + names + "rowid) VALUES (" + marks + "?)", true);
+  }
+  const qint64 key = engine->Next_Key(state, table);
+  for (int i = 0; i < width; ++i) Bind(insertStatement, i + 1, buffer[static_cast<size_t>(i)]);
+  sqlite3_bind_int64(insertStatement, width + 1, key);
+  sqlite3_step(insertStatement);
+  const int rc = sqlite3_reset(insertStatement);
+  if (rc != SQLITE_OK) engine->Fail(rc);
+  engine->Wrote(state);
+  ++state->nextKey;
+  seenVersion = state->version;
+  ascending = ascending && (keys.empty() || keys.back() < key);
+  if (positionsKnown) positions.insert(key, static_cast<int>(keys.size()));
+  keys.push_back(key);
+}
+
+void Recordset::Inner::Change() {
+  Need_Row();
+  if (std::find(dirty.begin(), dirty.end(), 1) == dirty.end()) return;
+  if (!changeStatement || changeDirty != dirty) {
+    sqlite3_finalize(changeStatement);
+    changeStatement = nullptr;
+    QByteArray sql;
+    for (size_t i = 0; i < fields.size(); ++i)
+      if (dirty[i]) sql += (sql.isEmpty() ? "" : ",") + Quoted(fields[i].name) + "=?";
+    changeStatement = engine->Prepare("UPDATE " + Quoted(table) + " SET " + sql + " WHERE rowid=?", true);
+    changeDirty = dirty;
+  }
+  int parameter = 0;
+  for (size_t i = 0; i < fields.size(); ++i)
+    if (dirty[i]) Bind(changeStatement, ++parameter, buffer[i]);
+  sqlite3_bind_int64(changeStatement, parameter + 1, keys[static_cast<size_t>(position)]);
+  sqlite3_step(changeStatement);
+  const int rc = sqlite3_reset(changeStatement);
+  if (rc != SQLITE_OK) engine->Fail(rc);
+  if (sqlite3_changes64(engine->db) == 0) Raise(errors::recordDeleted);
+  engine->Wrote(state);
+  seenVersion = state->version;
+  Patch_Row();
+}
+
+// Brings the kept row up to date, so that a walk that writes row by row does not read each block anew.
+void Recordset::Inner::Patch_Row() {
+  database_inner::Block* block = Block_Of(position);
+  if (!block) return;
+  const qint32 row = block->rows[static_cast<size_t>(position - block->first)];
+  if (row < 0) return;
+  Cell* cells = block->cells.data() + static_cast<size_t>(row) * fields.size();
+  size_t parameter = 0;
+  for (size_t i = 0; i < fields.size(); ++i) {
+    if (!dirty[i]) continue;
+    const QByteArray& bytes = bound[parameter++];
+    Cell& cell = cells[i];
+    if (const qint64* whole = std::get_if<qint64>(&buffer[i])) {
+      cell.kind = Cell::Kind::Whole;
+      cell.whole = *whole;
+    } else if (const double* real = std::get_if<double>(&buffer[i])) {
+      cell.kind = Cell::Kind::Real;
+      cell.real = *real;
+    } else if (std::holds_alternative<QString>(buffer[i])) {
+      cell.kind = Cell::Kind::Text;
+      cell.bytes = static_cast<quint32>(bytes.size());
+      cell.offset = static_cast<qint64>(block->texts.size());
+      block->texts.insert(block->texts.end(), bytes.begin(), bytes.end());
+    } else {
+      cell.kind = Cell::Kind::Null;
+    }
+  }
+}
+
+void Recordset::Delete() {
+  Inner& set = *inner;
+  set.Need_Editable();
+  set.Need_Row();
+  set.End_Edit();
+  set.engine->Need_Write();
+  if (!set.deleteStatement)
+    set.deleteStatement = set.engine->Prepare("DELETE FROM " + Quoted(set.table) + " WHERE rowid=?", true);
+  const qint64 key = set.keys[static_cast<size_t>(set.position)];
+  // Known before the row goes, so that its key is not given again.
+  set.engine->Next_Key(set.state, set.table);
+  sqlite3_bind_int64(set.deleteStatement, 1, key);
+  sqlite3_step(set.deleteStatement);
+  const int rc = sqlite3_reset(set.deleteStatement);
+  if (rc != SQLITE_OK) set.engine->Fail(rc);
+  if (sqlite3_changes64(set.engine->db) == 0) Raise(errors::recordDeleted);
+  set.engine->Wrote(set.state);
+  set.seenVersion = set.state->version;
+  set.Forget_Row(set.position);
+  set.keys.erase(set.keys.begin() + set.position);
+  set.positionsKnown = false;
+  set.Go(set.position);
+}
+
+void Recordset::Inner::Forget_Row(int rowPosition) {
+  lastBlock = nullptr;
+  for (auto block = blocks.begin(); block != blocks.end();) {
+    database_inner::Block& it = **block;
+    if (it.first > rowPosition) {
+      --it.first;
+    } else if (rowPosition < it.first + it.Count()) {
+      it.rows.erase(it.rows.begin() + (rowPosition - it.first));
+      --cachedRows;
+      if (it.rows.empty()) {
+        block = blocks.erase(block);
+        continue;
+      }
+    }
+    ++block;
+  }
+}

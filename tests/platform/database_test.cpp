@@ -1,0 +1,403 @@
+#include "platform/database.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include "support/fixture.h"
+
+namespace {
+
+TableDef Entries() {
+  return {"MapData",
+          {{"ID", FieldType::Text, 79},
+           {"Eintrag", FieldType::Text, 79},
+           {"Größe", FieldType::Double, 0},
+           {"VG", FieldType::Integer, 0},
+           {"Xmap", FieldType::Integer, 0},
+           {"Summe", FieldType::Long, 0}}};
+}
+TableDef Points_Def(const QString& name) {
+  return {name, {{"xf", FieldType::Integer, 0}, {"yf", FieldType::Integer, 0}}};
+}
+
+int Error_Of(const std::function<void()>& work) {
+  try {
+    work();
+  } catch (const Error& error) {
+    return error.number;
+  }
+  return 0;
+}
+
+class DatabaseTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    path = folder.filePath("KARTE.MDB");
+    database = Workspace::CreateDatabase(path);
+    database->CreateTable(Entries());
+    rows = database->OpenRecordset("MapData");
+  }
+  void Add(const QString& id, int x = 0) {
+    rows->AddNew();
+    rows->Set(u"ID", id);
+    rows->Set(u"Xmap", qint64{x});
+    rows->Update();
+  }
+  QStringList Ids(Recordset& set) {
+    QStringList ids;
+    for (set.MoveFirst(); !set.Eof(); set.MoveNext()) ids << set.Text(u"ID");
+    return ids;
+  }
+  void Reopen() {
+    rows.reset();
+    database->Close();
+    database = Workspace::OpenDatabase(path);
+    rows = database->OpenRecordset("MapData");
+  }
+  QTemporaryDir folder;
+  QString path;
+  std::unique_ptr<Database> database;
+  std::unique_ptr<Recordset> rows;
+};
+
+TEST_F(DatabaseTest, ValuesComeBackAfterReopening) {
+  rows->AddNew();
+  rows->Set(u"id", QStringLiteral("Linie3"));
+  rows->Set(u"Eintrag", QStringLiteral("Größe 5 µm \u00A0 \U0001F331"));
+  rows->Set(u"größe", 2.5);
+  rows->Set(u"VG", qint64{-32768});
+  rows->Set(u"Xmap", 2.5);  // to the even neighbour
+  rows->Set(u"Summe", qint64{2147483647});
+  rows->Update();
+  rows->AddNew();
+  rows->Set(u"Eintrag", Value());
+  rows->Update();
+  for (const bool again : {false, true}) {
+    if (again) Reopen();
+    rows->MoveFirst();
+    EXPECT_EQ(rows->Text(u"ID"), "Linie3");
+    EXPECT_EQ(rows->Text(u"Eintrag"), QStringLiteral("Größe 5 µm \u00A0 \U0001F331"));
+    EXPECT_EQ(rows->Number(u"Größe"), 2.5);
+    EXPECT_EQ(rows->Text(u"Größe"), "2.5");
+    EXPECT_EQ(rows->Integer(u"Größe"), 2);
+    EXPECT_EQ(rows->Integer(u"VG"), -32768);
+    EXPECT_EQ(rows->Integer(u"Xmap"), 2);
+    EXPECT_EQ(rows->Text(u"Summe"), "2147483647");
+    rows->MoveNext();
+    EXPECT_EQ(rows->Raw(0), Value(QString()));  // empty, not Null
+    EXPECT_EQ(rows->Raw(1), Value());
+    EXPECT_EQ(rows->Text(1), "");
+    EXPECT_EQ(rows->Raw(2), Value(0.0));
+    EXPECT_EQ(rows->Raw(3), Value(qint64{0}));
+    EXPECT_EQ(rows->Fields(), Entries().fields);
+  }
+}
+
+TEST_F(DatabaseTest, RefusedValuesLeaveTheRow) {
+  Add("a", 7);
+  rows->MoveFirst();
+  rows->Edit();
+  EXPECT_EQ(Error_Of([&] { rows->Set(u"Xmap", qint64{32768}); }), 6);
+  EXPECT_EQ(Error_Of([&] { rows->Set(u"Xmap", 32767.5); }), 6);
+  EXPECT_EQ(Error_Of([&] { rows->Set(u"Summe", 3e9); }), 6);
+  EXPECT_EQ(Error_Of([&] { rows->Set(u"Xmap", QStringLiteral("zwölf")); }), 13);
+  EXPECT_EQ(Error_Of([&] { rows->Set(u"ID", QString(80, u'ä')); }), 3163);
+  EXPECT_EQ(Error_Of([&] { rows->Set(u"Nichts", qint64{1}); }), 3265);
+  rows->Set(u"ID", QString(79, u'ä'));
+  rows->Set(u"Größe", QStringLiteral("1,5"));
+  rows->Update();
+  EXPECT_EQ(rows->Text(u"ID"), QString(79, u'ä'));
+  EXPECT_EQ(rows->Number(u"Größe"), 1.5);
+  EXPECT_EQ(rows->Integer(u"Xmap"), 7);
+  EXPECT_EQ(Error_Of([&] { rows->Set(u"ID", QStringLiteral("x")); }), 3020);
+  EXPECT_EQ(Error_Of([&] { rows->Update(); }), 3020);
+}
+
+TEST_F(DatabaseTest, CursorAtTheEnds) {
+  EXPECT_TRUE(rows->Eof() && rows->Bof());
+  rows->MoveFirst();
+  rows->MoveLast();
+  EXPECT_TRUE(rows->Eof() && rows->Bof());
+  EXPECT_EQ(rows->Position(), -1);
+  for (const auto& work : std::vector<std::function<void()>>{
+           [&] { rows->MoveNext(); }, [&] { rows->MovePrevious(); }, [&] { rows->Text(0); }, [&] { rows->Edit(); },
+           [&] { rows->Delete(); }, [&] { rows->Bookmark(); }, [&] { rows->MoveTo(0); }})
+    EXPECT_EQ(Error_Of(work), 3021);
+  Add("a");
+  Add("b");
+  Add("c");
+  EXPECT_EQ(rows->RecordCount(), 3);
+  rows->MoveLast();
+  EXPECT_EQ(rows->Text(0), "c");
+  rows->MoveNext();
+  EXPECT_TRUE(rows->Eof());
+  EXPECT_FALSE(rows->Bof());
+  rows->MovePrevious();
+  EXPECT_EQ(rows->Text(0), "c");
+  rows->MoveFirst();
+  rows->MovePrevious();
+  EXPECT_TRUE(rows->Bof());
+  EXPECT_EQ(Error_Of([&] { rows->MovePrevious(); }), 3021);
+  rows->MoveNext();
+  EXPECT_EQ(rows->Text(0), "a");
+  // Adding leaves the cursor; a move drops what is being edited.
+  Add("d");
+  EXPECT_EQ(rows->Text(0), "a");
+  rows->Edit();
+  rows->Set(0, QStringLiteral("weg"));
+  EXPECT_EQ(rows->Text(0), "weg");
+  rows->MoveNext();
+  rows->MovePrevious();
+  EXPECT_EQ(rows->Text(0), "a");
+  EXPECT_FALSE(rows->Editing());
+}
+
+TEST_F(DatabaseTest, DeletingMovesToTheFollowingRow) {
+  for (int i = 0; i < 700; ++i) Add(QString::number(i));
+  Ids(*rows);
+  rows->MoveTo(300);
+  const QString bookmark = rows->Bookmark();
+  rows->Delete();
+  EXPECT_EQ(rows->Text(0), "301");
+  EXPECT_FALSE(rows->HasRow(bookmark));
+  EXPECT_EQ(Error_Of([&] { rows->SetBookmark(bookmark); }), 3167);
+  EXPECT_EQ(Error_Of([&] { rows->SetBookmark(QStringLiteral("x")); }), 3167);
+  rows->MoveLast();
+  const QString last = rows->Bookmark();
+  rows->Delete();
+  EXPECT_TRUE(rows->Eof());
+  EXPECT_EQ(rows->RecordCount(), 698);
+  // The key of the last row is not given to the next one.
+  Add("neu");
+  EXPECT_EQ(Error_Of([&] { rows->SetBookmark(last); }), 3167);
+  QStringList expected;
+  for (int i = 0; i < 699; ++i)
+    if (i != 300) expected << QString::number(i);
+  expected << "neu";
+  EXPECT_EQ(Ids(*rows), expected);
+}
+
+TEST_F(DatabaseTest, TwoRecordsetsOnOneTable) {
+  for (int i = 0; i < 20; ++i) Add(QString::number(i));
+  auto other = database->OpenRecordset("mapdata");
+  rows->MoveTo(5);
+  EXPECT_EQ(rows->Text(0), "5");
+  other->MoveTo(5);
+  other->Edit();
+  other->Set(0, QStringLiteral("fünf"));
+  other->Update();
+  EXPECT_EQ(rows->Text(0), "fünf");
+  // Each writes only what was set.
+  rows->Edit();
+  rows->Set(u"VG", qint64{3});
+  other->Edit();
+  other->Set(u"Xmap", qint64{9});
+  other->Update();
+  rows->Update();
+  EXPECT_EQ(rows->Integer(u"Xmap"), 9);
+  EXPECT_EQ(other->Integer(u"VG"), 3);
+  other->Delete();
+  EXPECT_EQ(Error_Of([&] { rows->Text(0); }), 3167);
+  EXPECT_EQ(Error_Of([&] { rows->Edit(); }), 3167);
+  rows->MoveNext();
+  EXPECT_EQ(rows->Text(0), "6");
+  EXPECT_EQ(rows->RecordCount(), 20);
+  rows->Requery();
+  EXPECT_EQ(rows->RecordCount(), 19);
+  database->Execute("UPDATE MapData SET ID='alle'");
+  EXPECT_EQ(rows->Text(0), "alle");
+}
+
+TEST_F(DatabaseTest, RandomWorkAgreesWithAList) {
+  struct Row {
+    qint64 key;
+    QString id;
+    int x;
+  };
+  std::vector<Row> model;
+  quint32 seed = 12345;
+  const auto random = [&seed](int below) {
+    seed = seed * 1664525u + 1013904223u;
+    return static_cast<int>((seed >> 8) % static_cast<quint32>(below));
+  };
+  database->BeginTrans();
+  for (int step = 0; step < 6000; ++step) {
+    const int what = model.empty() ? 0 : random(10);
+    if (what < 4) {
+      const QString id = QStringLiteral("Zeile %1 ä").arg(step);
+      Add(id, step);
+      const int here = rows->Position();
+      rows->MoveLast();
+      model.push_back({rows->Key(), id, step});
+      if (here >= 0) rows->MoveTo(here);
+      continue;
+    }
+    const int at = random(static_cast<int>(model.size()));
+    Row& row = model[static_cast<size_t>(at)];
+    rows->MoveTo(at);
+    ASSERT_EQ(rows->Key(), row.key);
+    ASSERT_EQ(rows->Text(u"ID"), row.id);
+    if (what % 2 == 0) {
+      ASSERT_EQ(rows->Integer(u"Xmap"), row.x);
+    }
+    if (what < 6) {
+      rows->Delete();
+      model.erase(model.begin() + at);
+    } else if (what < 8) {
+      row.id += 'x';
+      row.x = random(30000);
+      rows->Edit();
+      rows->Set(u"ID", row.id);
+      rows->Set(u"Xmap", qint64{row.x});
+      rows->Update();
+      ASSERT_EQ(rows->Integer(u"Xmap"), row.x);
+    }
+  }
+  database->CommitTrans();
+  Reopen();
+  ASSERT_EQ(rows->RecordCount(), static_cast<int>(model.size()));
+  for (size_t i = 0; i < model.size(); ++i, rows->MoveNext()) {
+    ASSERT_EQ(rows->Key(), model[i].key);
+    ASSERT_EQ(rows->Text(u"ID"), model[i].id);
+    ASSERT_EQ(rows->Integer(u"Xmap"), model[i].x);
+  }
+}
+
+TEST_F(DatabaseTest, TransactionsNestAndTakeBackEverything) {
+  Add("a");
+  rows->MoveFirst();
+  database->BeginTrans();
+  rows->Edit();
+  rows->Set(0, QStringLiteral("b"));
+  rows->Update();
+  database->BeginTrans();
+  Add("c");
+  database->CreateTable(Points_Def("Linie0"));
+  database->CommitTrans();
+  EXPECT_TRUE(database->InTrans());
+  rows->MoveLast();
+  database->Rollback();
+  EXPECT_FALSE(database->InTrans());
+  EXPECT_FALSE(database->HasTable("Linie0"));
+  EXPECT_EQ(Ids(*rows), QStringList{"a"});
+  database->BeginTrans();
+  database->BeginTrans();
+  Add("d");
+  rows->MoveFirst();
+  rows->Delete();
+  database->CommitTrans();
+  database->CommitTrans();
+  EXPECT_EQ(Error_Of([&] { database->CommitTrans(); }), 3034);
+  Reopen();
+  EXPECT_EQ(Ids(*rows), QStringList{"d"});
+}
+
+TEST_F(DatabaseTest, TablesAndColumns) {
+  EXPECT_EQ(Error_Of([&] { database->OpenRecordset("Linie0"); }), 3078);
+  EXPECT_EQ(Error_Of([&] { database->DropTable("Linie0"); }), 3078);
+  for (const char* name : {"Linie0", "Flaeche \"12\"", "Größe"}) database->CreateTable(Points_Def(name));
+  EXPECT_EQ(Error_Of([&] { database->CreateTable(Points_Def("LINIE0")); }), 3010);
+  EXPECT_TRUE(database->HasTable("GRÖSSE") || database->HasTable("GRÖßE"));
+  database->DropTable("linie0");
+  database->CreateTable(Points_Def("Linie1"));
+  QStringList names;
+  for (const TableDef& table : database->TableDefs()) names << table.name;
+  EXPECT_EQ(names, QStringList({"MapData", "Flaeche \"12\"", "Größe", "Linie1"}));
+  Add("a");
+  database->AddColumn("MapData", {"Höhe", FieldType::Integer, 0});
+  EXPECT_EQ(Error_Of([&] { database->AddColumn("MapData", {"höhe", FieldType::Text, 5}); }), 3191);
+  Reopen();
+  EXPECT_EQ(rows->Fields().back(), (FieldInfo{"Höhe", FieldType::Integer, 0}));
+  EXPECT_EQ(rows->Raw(6), Value());
+  database->DropColumn("MapData", "HÖHE");
+  EXPECT_EQ(Error_Of([&] { database->DropColumn("MapData", "Höhe"); }), 3265);
+  rows->Requery();
+  EXPECT_EQ(rows->Fields(), Entries().fields);
+  EXPECT_EQ(database->RowCount("MapData"), 1);
+}
+
+TEST_F(DatabaseTest, PointsFollowEveryWrite) {
+  EXPECT_EQ(database->Points("Linie0"), nullptr);
+  database->CreateTable(Points_Def("Linie0"));
+  ASSERT_NE(database->Points("Linie0"), nullptr);
+  EXPECT_TRUE(database->Points("Linie0")->empty());
+  auto points = database->OpenRecordset("Linie0");
+  const auto add = [&](Value x, Value y) {
+    points->AddNew();
+    points->Set(0, std::move(x));
+    points->Set(1, std::move(y));
+    points->Update();
+  };
+  const auto shown = [&] {
+    QStringList text;
+    for (const auto& point : *database->Points("LINIE0")) text << QString("%1,%2").arg(point.x).arg(point.y);
+    return text.join(' ');
+  };
+  add(qint64{-32000}, qint64{2});
+  add(Value(), qint64{3});
+  EXPECT_EQ(shown(), "-32000,2");
+  const auto* kept = database->Points("LINIE0");
+  Add("fremd");
+  EXPECT_EQ(database->Points("LINIE0"), kept);
+  database->Execute("UPDATE Linie0 SET xf=5 WHERE xf IS NULL");
+  EXPECT_EQ(shown(), "-32000,2 5,3");
+  database->BeginTrans();
+  points->MoveFirst();
+  points->Delete();
+  EXPECT_EQ(shown(), "5,3");
+  add(qint64{7}, qint64{7});
+  database->Rollback();
+  EXPECT_EQ(shown(), "-32000,2 5,3");
+  database->DropTable("Linie0");
+  EXPECT_EQ(database->Points("LINIE0"), nullptr);
+}
+
+TEST_F(DatabaseTest, Selects) {
+  for (const char* id : {"Zebra", "ärmel", "Arm", "Bar", "bär", "STRASSE", "straße", "arn"}) Add(id);
+  auto sorted = database->OpenRecordset("SELECT * FROM MapData ORDER BY ID");
+  EXPECT_EQ(Ids(*sorted), QStringList({"Arm", "ärmel", "arn", "Bar", "bär", "STRASSE", "straße", "Zebra"}));
+  auto found = database->OpenRecordset("select ID, Xmap from [MapData] where ID='BÄR' or ID='Strasse' order by 1");
+  EXPECT_EQ(Ids(*found), QStringList({"bär", "STRASSE", "straße"}));
+  found->MoveFirst();
+  found->Edit();
+  found->Set(u"Xmap", qint64{77});
+  found->Update();
+  rows->SetBookmark(found->Bookmark());
+  EXPECT_EQ(rows->Text(0), "bär");
+  EXPECT_EQ(rows->Integer(u"Xmap"), 77);
+  found->Delete();
+  EXPECT_EQ(found->Text(0), "STRASSE");
+  auto counted = database->OpenRecordset("SELECT VG, count(*) AS Zahl FROM MapData GROUP BY VG");
+  EXPECT_EQ(counted->Integer(u"Zahl"), 7);
+  EXPECT_EQ(counted->Bookmark(), "0");
+  EXPECT_EQ(Error_Of([&] { counted->Edit(); }), 70);
+  EXPECT_EQ(Error_Of([&] { database->OpenRecordset("SELECT FROM WHERE"); }), 3075);
+  EXPECT_EQ(Error_Of([&] { database->OpenRecordset("SELECT * FROM Nirgends"); }), 3078);
+  EXPECT_EQ(Error_Of([&] { database->Execute("COMMIT"); }), 3075);
+  EXPECT_EQ(database->Execute("DELETE FROM MapData WHERE ID < 'B'"), 3);
+}
+
+TEST_F(DatabaseTest, ClosingLeavesOneFileAndDeadRecordsets) {
+  Add("a");
+  EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList({"KARTE.ldb", "KARTE.MDB", "KARTE.MDB-wal"}));
+  database->Close();
+  EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList{"KARTE.MDB"});
+  EXPECT_FALSE(rows->IsOpen());
+  EXPECT_EQ(Error_Of([&] { rows->MoveNext(); }), 3420);
+  EXPECT_EQ(Error_Of([&] { database->RowCount("MapData"); }), 3420);
+  database->Close();
+}
+
+TEST_F(DatabaseTest, TheFileAloneIsWholeAfterACheckpoint) {
+  Add("a");
+  database->Checkpoint();
+  const QString copy = folder.filePath("Kopie.MDB");
+  ASSERT_TRUE(QFile::copy(path, copy));
+  EXPECT_EQ(Workspace::OpenDatabase(copy)->RowCount("MapData"), 1);
+  EXPECT_EQ(Workspace::OpenDatabase(copy, {.readOnly = true})->RowCount("MapData"), 1);
+}
+
+}  // namespace
