@@ -1,0 +1,225 @@
+#include "platform/files.h"
+
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <chrono>
+#include <csignal>
+#include <thread>
+
+#include "platform/error.h"
+#include "support/fixture.h"
+
+namespace {
+class Files : public ::testing::Test {
+ protected:
+  void SetUp() override { ASSERT_TRUE(folder.isValid()); }
+  void TearDown() override { File_Write_Fault = nullptr; }
+  QString Path(const QString& name) const { return folder.path() + u'/' + name; }
+  QString Put(const QString& name, const QByteArray& content) const {
+    QDir().mkpath(QFileInfo(Path(name)).path());
+    QFile file(Path(name));
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(content);
+    return Path(name);
+  }
+  static QByteArray Content(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<missing>");
+  }
+  QStringList Names() const {
+    return QDir(folder.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+  }
+  QTemporaryDir folder;
+};
+
+int Number_Of(const std::function<void()>& step) {
+  try {
+    step();
+  } catch (const Error& error) {
+    return error.number;
+  }
+  return 0;
+}
+}  // namespace
+
+TEST_F(Files, EveryByteOfTheCodePageComesBack) {
+  QByteArray all;
+  for (int i = 1; i < 256; ++i) all.append(static_cast<char>(i));
+  const QString text = From_1252(all);
+  EXPECT_EQ(To_1252(text), all);
+  EXPECT_EQ(text[0x80 - 1], QChar(0x20AC));
+  EXPECT_EQ(text[0x9F - 1], QChar(0x0178));
+  EXPECT_EQ(text[0xA8 - 1], QChar(0xA8));
+  EXPECT_EQ(To_1252(QString::fromUtf8("Жук € 🦋 a\u0308")), QByteArray("??? \x80 ? \xE4"));
+}
+
+TEST_F(Files, LinesOfEveryKindAreRead) {
+  const struct {
+    QByteArray bytes;
+    QStringList lines;
+  } cases[] = {
+      {"", {}},
+      {"a", {"a"}},
+      {"a\r\nb\r\n", {"a", "b"}},
+      {"a\rb\nc\r\n\r\nd", {"a", "b", "c", "", "d"}},
+      {"\n", {""}},
+      {"\xEF\xBB\xBFGr\xC3\xB6\xC3\x9F"
+       "e\n",
+       {QStringLiteral("Größe")}},
+      {"Gr\xC3\xB6\xC3\x9F"
+       "e",
+       {QStringLiteral("Größe")}},
+      {"Gr\xF6\xDF"
+       "e",
+       {QStringLiteral("Größe")}},
+      {"Gr\xC3\xB6 \xF6", {QStringLiteral("GrÃ¶ ö")}},  // one wrong byte: no UTF-8 at all
+      {"Stra\xC3", {QStringLiteral("StraÃ")}},          // ends within a character
+      {"12\xA8", {QStringLiteral("12¨")}},
+  };
+  for (const auto& c : cases)
+    EXPECT_EQ(Read_Lines(Put("text", c.bytes)), c.lines) << c.bytes.toPercentEncoding().data();
+  Write_Lines(Path("neu.txt"), {QStringLiteral("Größe"), QString(), QStringLiteral("Жук")});
+  EXPECT_EQ(Content(Path("neu.txt")), QByteArray("Gr\xF6\xDF"
+                                                 "e\r\n\r\n???\r\n"));
+  EXPECT_EQ(Number_Of([&] { Read_Lines(Path("fehlt")); }), errors::fileNotFound);
+  EXPECT_EQ(Number_Of([&] { Read_Lines(folder.path()); }), errors::fileNotFound);
+}
+
+TEST_F(Files, AreFoundIgnoringCase) {
+  Put("Wald/a.txt", "");
+  const QString deep = Put("WALD/Käfer.MDB", "2");
+  EXPECT_EQ(Find_File(Path("wald/KÄFER.mdb")), deep);  // in the second of two folders that differ in case
+  EXPECT_EQ(Find_File(Path("Wald\\KÄFER.mdb")), deep);
+  EXPECT_EQ(Find_File(Path(QStringLiteral("WALD/Ka\u0308fer.MDB"))), deep);
+  EXPECT_EQ(Find_File(Path("Wald/b.txt")), QString());
+  EXPECT_EQ(Find_File(QString()), QString());
+  const QString exact = Put("wald/käfer.mdb", "3");
+  EXPECT_EQ(Find_File(Path("wald/käfer.mdb")), exact);
+  EXPECT_TRUE(File_Exists(Path("WALD/käfer.mdb")));
+  EXPECT_FALSE(File_Exists(Path("Wald")));  // a folder is no file
+}
+
+TEST_F(Files, PatternsAndSplitting) {
+  for (const char* name : {"b.CAL", "a.cal", "Ä.cal", "a.cal.bak", "cal", "x[1].cal"}) Put(QString::fromUtf8(name), "");
+  EXPECT_EQ(Find_Files(folder.path(), "*.cal").size(), 4);
+  EXPECT_EQ(Find_Files(folder.path(), "*.cal").first(), Path("a.cal"));
+  EXPECT_EQ(Find_Files(folder.path(), "?.CAL"), QStringList({Path("a.cal"), Path("b.CAL"), Path("Ä.cal")}));
+  EXPECT_EQ(Find_Files(folder.path(), "x[1]*"), QStringList(Path("x[1].cal")));
+  EXPECT_EQ(Find_Files(folder.path(), "*cal*bak"), QStringList(Path("a.cal.bak")));
+  EXPECT_EQ(Find_Files(folder.path(), "*.*").size(), 6);
+  EXPECT_TRUE(Find_Files(Path("fehlt"), "*").isEmpty());
+  ProgramFolder = QStringLiteral("/prog");
+  QString path = QStringLiteral("/k\\Wald/Karte.bmp"), part;
+  Split_Path(path, part);
+  EXPECT_EQ(part, QStringLiteral("/k/Wald/"));
+  EXPECT_EQ(path, QStringLiteral("Karte.bmp"));
+  Split_Path(path, part);
+  EXPECT_EQ(part, QStringLiteral("/prog/"));
+  EXPECT_EQ(path, QStringLiteral("Karte.bmp"));
+  ProgramFolder.clear();
+}
+
+TEST_F(Files, AFailedWriteLeavesTheFormerFileAndNothingElse) {
+  const QString path = Put("Liste.log", "alt");
+  const QStringList before = Names();
+  for (const int fault : {errors::diskFull, errors::noPermission}) {
+    File_Write_Fault = [&](const QString& target, qint64 bytes) {
+      EXPECT_EQ(target, path);
+      EXPECT_GT(bytes, 0);
+      return fault;
+    };
+    EXPECT_EQ(Number_Of([&] { Replace_File(path, "neu"); }), fault);
+    EXPECT_EQ(Number_Of([&] { Write_Lines(path, {"neu"}); }), fault);
+    EXPECT_EQ(Number_Of([&] { File_Copy(Put("q", "neu"), path); }), fault);
+    QFile::remove(Path("q"));
+    EXPECT_EQ(Number_Of([&] { Write_At(path, 0, "neu"); }), fault);
+    EXPECT_EQ(Content(path), "alt");
+    EXPECT_EQ(Names(), before);
+  }
+  File_Write_Fault = nullptr;
+  EXPECT_EQ(Number_Of([&] { Replace_File(Path("fehlt/x"), "neu"); }), errors::pathNotFound);
+  EXPECT_EQ(Number_Of([&] { Replace_File(folder.path(), "neu"); }), errors::noPermission);
+}
+
+TEST_F(Files, TheSystemsOwnLimitIsAFullDisk) {
+  const QString path = Put("gross", "alt");
+  struct rlimit former {};
+  ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &former), 0);
+  struct rlimit small = former;
+  small.rlim_cur = 100000;
+  auto* const handler = std::signal(SIGXFSZ, SIG_IGN);
+  ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
+  const int number = Number_Of([&] { Replace_File(path, QByteArray(300000, 'x')); });
+  setrlimit(RLIMIT_FSIZE, &former);
+  std::signal(SIGXFSZ, handler);
+  EXPECT_EQ(number, errors::diskFull);
+  EXPECT_EQ(Content(path), "alt");
+  EXPECT_EQ(Names(), QStringList("gross"));
+}
+
+TEST_F(Files, AKillLeavesAWholeFile) {
+  const QString path = Put("Map.log", QByteArray(200000, 'a'));
+  for (int round = 0; round < 20; ++round) {
+    const pid_t child = fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) {
+      for (char c = 'a';; c = c == 'z' ? 'a' : static_cast<char>(c + 1)) Replace_File(path, QByteArray(200000, c));
+    }
+    std::this_thread::sleep_for(std::chrono::milliseconds(5 + 3 * round));
+    kill(child, SIGKILL);
+    waitpid(child, nullptr, 0);
+    const QByteArray content = Content(path);
+    ASSERT_EQ(content.size(), 200000);
+    ASSERT_EQ(content.count(content[0]), content.size()) << "two contents mixed";
+  }
+}
+
+TEST_F(Files, ReplacingKeepsModeLinksAndTheNameThatIsThere) {
+  const QString path = Put("Karte.ini", "alt");
+  ASSERT_EQ(chmod(path.toUtf8().constData(), 0640), 0);
+  ASSERT_TRUE(QFile::link(path, Path("Verweis.ini")));
+  Replace_File(Path("VERWEIS.INI"), "neu");
+  EXPECT_EQ(Content(path), "neu");
+  EXPECT_TRUE(QFileInfo(Path("Verweis.ini")).isSymLink());
+  struct stat info {};
+  ASSERT_EQ(stat(path.toUtf8().constData(), &info), 0);
+  EXPECT_EQ(info.st_mode & 0777U, 0640U);
+  EXPECT_EQ(Names(), QStringList({"Karte.ini", "Verweis.ini"}));
+}
+
+TEST_F(Files, CopyRenameAndKill) {
+  const QString source = Put("Quelle.mdb", QByteArray(700000, 'q'));
+  ASSERT_EQ(chmod(source.toUtf8().constData(), 0444), 0);
+  const QString target = Put("ZIEL.MDB", "alt");
+  File_Copy(Path("QUELLE.MDB"), Path("ziel.mdb"));
+  EXPECT_EQ(Content(target).size(), 700000);
+  File_Copy(source, Path("Neu.mdb"));
+  EXPECT_TRUE(QFileInfo(Path("Neu.mdb")).isWritable());
+  File_Copy(source, Path("quelle.MDB"));  // onto itself
+  EXPECT_EQ(Names(), QStringList({"Neu.mdb", "Quelle.mdb", "ZIEL.MDB"}));
+
+  EXPECT_EQ(Number_Of([&] { File_Rename(source, Path("neu.MDB")); }), errors::fileExists);
+  File_Rename(Path("neu.mdb"), Path("NEU.MDB"));
+  EXPECT_EQ(Names(), QStringList({"NEU.MDB", "Quelle.mdb", "ZIEL.MDB"}));
+  EXPECT_EQ(Number_Of([&] { File_Rename(Path("fehlt"), Path("x")); }), errors::fileNotFound);
+  EXPECT_EQ(Number_Of([&] { File_Rename(source, Path("fehlt/x")); }), errors::pathNotFound);
+  EXPECT_EQ(Number_Of([&] { File_Copy(Path("fehlt"), Path("x")); }), errors::fileNotFound);
+  EXPECT_EQ(Number_Of([&] { Kill(Path("fehlt")); }), errors::fileNotFound);
+  EXPECT_TRUE(Kill_Quietly(Path("fehlt")));
+  Kill(Path("quelle.mdb"));
+  EXPECT_TRUE(Kill_Quietly(Path("neu.mdb")));
+  EXPECT_EQ(Names(), QStringList("ZIEL.MDB"));
+}
+
+TEST_F(Files, WriteAtChangesOnlyItsBytes) {
+  const QString path = Put("Karte.bmp", "0123456789");
+  Write_At(path, 3, "abc");
+  EXPECT_EQ(Content(path), "012abc6789");
+  EXPECT_EQ(Number_Of([&] { Write_At(Path("fehlt"), 0, "x"); }), errors::fileNotFound);
+}

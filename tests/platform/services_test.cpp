@@ -1,0 +1,116 @@
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <new>
+
+#include "platform/error.h"
+#include "platform/file_dialog.h"
+#include "platform/message_box.h"
+#include "platform/progress.h"
+#include "platform/shell.h"
+#include "support/fixture.h"
+
+TEST(Guarded, AsksAndObeys) {
+  MessageScript script;
+  script.Expect("Prozedur beenden?", MsgAnswer::Yes)
+      .Expect("Linie zeichnen", MsgAnswer::No)
+      .Expect("Nicht genügend Speicher", MsgAnswer::No);
+  EXPECT_EQ(Guarded({}, [] {}), Step::Done);
+  EXPECT_EQ(Guarded({}, [] { Raise(errors::fileNotFound); }), Step::Stopped);
+  EXPECT_EQ(MsgResult, MsgAnswer::Yes);
+  EXPECT_EQ(Guarded("Fehler: Linie zeichnen", [] { Raise(5010, "Karte fehlt"); }), Step::Skipped);
+  EXPECT_EQ(Guarded({}, [] { throw std::bad_alloc(); }), Step::Skipped);
+  const MsgRequest& first = script.Seen()[0];
+  EXPECT_EQ(first.text, QStringLiteral("Error: 53 Datei nicht gefunden\n\nProzedur beenden?"));
+  EXPECT_EQ(first.title, QStringLiteral("Fehler"));
+  EXPECT_EQ(first.buttons, MsgButtons::YesNo);
+  EXPECT_EQ(first.icon, MsgIcon::Question);
+  EXPECT_EQ(script.Seen()[1].text, QStringLiteral("Error: 5010 Karte fehlt\n\nProzedur beenden?"));
+}
+
+TEST(MessageBox, TheCarefulAnswerIsGivenWithoutAWindow) {
+  const MsgHandler former = Set_Message_Handler(nullptr);
+  testing::internal::CaptureStderr();
+  EXPECT_EQ(Message_Box("Fehlt\rganz", MsgButtons::Ok, MsgIcon::None, " Titel "), MsgAnswer::Ok);
+  EXPECT_EQ(Message_Box("?", MsgButtons::YesNo), MsgAnswer::No);
+  EXPECT_EQ(Message_Box("?", MsgButtons::OkCancel), MsgAnswer::Cancel);
+  EXPECT_EQ(Message_Box("?", MsgButtons::YesNoCancel), MsgAnswer::Cancel);
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "Titel: Fehlt\nganz\n?\n?\n?\n");
+  Set_Message_Handler(former);
+}
+
+TEST(FileDialog, AddsTheEndingWhereNoneWasTyped) {
+  const QTemporaryDir folder;
+  QFile file(folder.path() + "/Alt");
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  FileRequest request;
+  request.save = true;
+  request.defaultExtension = "MDB";
+  EXPECT_EQ(File_Dialog(request), std::nullopt);  // nobody there to ask
+  FileDialogScript script;
+  script.Answer("/k\\v1.2/Neu").Answer("/k/Neu.txt").Answer("").Answer(std::nullopt).Answer(file.fileName());
+  EXPECT_EQ(File_Dialog(request), std::optional<QString>("/k/v1.2/Neu.MDB"));
+  EXPECT_EQ(File_Dialog(request), std::optional<QString>("/k/Neu.txt"));
+  EXPECT_EQ(File_Dialog(request), std::nullopt);
+  EXPECT_EQ(File_Dialog(request), std::nullopt);
+  request.save = false;
+  EXPECT_EQ(File_Dialog(request), std::optional<QString>(file.fileName()));
+}
+
+namespace {
+struct CountingFace : ProgressFace {
+  CountingFace(int delayMs, std::vector<int>& seenSteps, int stopAfter)
+      : delay(delayMs), steps(seenSteps), stop(stopAfter) {}
+  void Show(const QString&, int total) override { steps.push_back(-total); }
+  bool Step(int done) override {
+    steps.push_back(done);
+    return done < stop;
+  }
+  int Delay() const override { return delay; }
+  int delay;
+  std::vector<int>& steps;
+  int stop;
+};
+}  // namespace
+
+TEST(Progress, ShortWorkShowsNothingAndAbbrechenStopsForGood) {
+  std::vector<int> steps;
+  Set_Progress_Maker([&] { return std::make_unique<CountingFace>(60000, steps, 1000); });
+  {
+    Progress progress("Import", 100);
+    for (int i = 0; i < 100; ++i) EXPECT_TRUE(progress.Advance());
+  }
+  EXPECT_TRUE(steps.empty());
+  Set_Progress_Maker([&] { return std::make_unique<CountingFace>(0, steps, 3); });
+  {
+    Progress progress("Import", 5);
+    EXPECT_TRUE(progress.Advance());
+    EXPECT_TRUE(progress.Advance());
+    EXPECT_FALSE(progress.Advance());
+    EXPECT_FALSE(progress.Advance());
+  }
+  EXPECT_EQ(steps, std::vector<int>({-5, 1, 2, 3}));
+  Set_Progress_Maker(nullptr);
+  EXPECT_TRUE(Progress("ohne Fenster", 1).Advance());
+}
+
+TEST(Shell, ProgramsAreFoundInTheProgramFolderThenOnThePath) {
+  const QTemporaryDir folder;
+  const auto put = [&](const QString& name, bool executable) {
+    QFile file(folder.path() + '/' + name);
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+    file.setPermissions(executable ? QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner
+                                   : QFile::ReadOwner | QFile::WriteOwner);
+    return file.fileName();
+  };
+  const QString tool = put("GPSTool", true);
+  put("sh.exe", false);
+  EXPECT_EQ(Find_Program("gpstool.exe", folder.path()), tool);
+  EXPECT_EQ(Find_Program("GPSTOOL", folder.path()), tool);
+  EXPECT_EQ(Find_Program(tool, "/"), tool);
+  EXPECT_TRUE(Find_Program("sh.exe", folder.path()).endsWith("/sh"));  // what cannot be run is passed over
+  EXPECT_EQ(Find_Program("gibtesnicht", folder.path()), QString());
+  Set_Shell({});
+  EXPECT_FALSE(Start_Program(tool, {}));
+  EXPECT_FALSE(Open_With_Desktop(tool));
+}
