@@ -3,7 +3,8 @@
 #include <vector>
 
 // Finds and prepares the program folder: FLURAX_HOME if set, else ~/.local/share/flurax, filled from `delivered` with
-// what is missing there. Sets ProgramFolder. Error 70 or 76 if it cannot be written.
+// what is missing there; files that are there stay as they are. Sets ProgramFolder. Error 70, 61 or 76 if it cannot be
+// written.
 void Prepare_Program_Folder(const QString& delivered);
 // Program folder + "/" + name.
 QString Program_File(const QString& name);
@@ -16,6 +17,8 @@ struct NameFault {
 std::vector<NameFault> File_Name_Faults(const QString& path);
 // Shows the faults and asks whether to change the name: true = ask for the name again.
 bool Check_File_Name(const QString& path);
+// Capitals character by character: "ß" stays, so that two names never become one.
+QString Capitals(const QString& text);
 // The path itself: long names need no short form here.
 QString Short_Name(const QString& path);
 
