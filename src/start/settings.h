@@ -6,15 +6,17 @@
 
 // Reads TLB, FL, Tipps, DGS into frmMDI. A missing or unreadable file leaves the defaults.
 void Read_Ini();
-// Replaces the line of the key named in `line` ("Tipps", else "TLB:", else "FL:", else "DGS:") or appends it.
+// A failure is shown, not raised. Replaces the line of the key named in `line` ("Tipps", else "TLB:", else "FL:", else
+// "DGS:") or appends it.
 void Write_Ini(const QString& line);
-// First area template into EntVG, EntHG, EntRA and the two results; false if there is none.
+// First area template into EntVG, EntHG, EntRA and the result; false if there is none. A value that is missing or out
+// of its range ends the reading; the others stay what they were set to.
 struct AreaTemplate {
   int VG = 0, HG = 15, RA = 13, TX = -3, SB = 1;  // TX hatching (Yline), SB line width (Xline)
 };
 bool Read_Template(AreaTemplate& found);
 void Write_Template(const QString& name, const AreaTemplate& area);
-// "MPG:" lines: paint programs.
+// "MPG:" lines: paint programs. Setting raises what the file raises.
 QStringList Paint_Programs();
 void Set_Paint_Programs(const QStringList& programs);
 // Lines of "Tipps.txt" under the heading "Tipp n" (n from 1); the built-in ones if the file is missing.
