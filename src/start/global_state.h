@@ -16,23 +16,22 @@
 // the state of the windows (map_state.h, table_state.h, mdi_state.h), to the values of a fresh start.
 void Reset_Global_State();
 
-// Folders and files -------------------------------------------------------------------------------------------------
+// Folders and files -------------------------------------------------------------------------
 // ProgramFolder belongs to platform/files.h.
 extern QString TableFile;  // the standard table of the open map: the one database that is edited
 extern QString MapFile;    // path of the open map's picture
 
-// The open table ----------------------------------------------------------------------------------------------------
+// The open table ----------------------------------------------------------------------------
 // Order matters at closing: recordsets first, then the database.
 extern std::unique_ptr<Database> dbEntries;
 extern std::unique_ptr<Recordset> rsEntries;  // MapData of the standard table; its current row is the current entry
 extern std::unique_ptr<Recordset> rsAux;      // a second recordset of the same database (vertex tables)
 
-// The picture ---------------------------------------------------------------------------------------------------------
+// The picture -------------------------------------------------------------------------------
 extern int MapWidthPx, MapHeightPx;    // pixels of the scan at 100 %
 extern float MapWidthMm, MapHeightMm;  // millimetres by the screen metric; MapHeightMm -1 = the open failed
 
-// Print and measures
-// ----------------------------------------------------------------------------------------------------
+// Print and measures ------------------------------------------------------------------------
 extern float PrintFactor;               // enlargement on paper, 1.0 = true to the picture's millimetres
 extern float FontFactor;                // enlargement of print fonts, 0.3..3.0
 extern double MapPixelMm, MapPixelMmY;  // millimetres on paper per map pixel at PrintFactor
@@ -40,13 +39,12 @@ extern QString MapUnit;                 // " mm", " cm", " m", " km"; empty with
 extern double MapUnitPerPixel;          // units per map pixel by the scale bar
 extern bool MapHasScale;
 
-// Colours
-// -----------------------------------------------------------------------------------------------------------------
+// Colours -----------------------------------------------------------------------------------
 extern std::array<QRgb, 16> Palette;
 extern int CurVG, CurHG, CurRA;  // colour numbers of the next entry; CurRA is a frame word
 extern QRgb HighlightColor;
 
-// The current entry, decoded ------------------------------------------------------------------------------------------
+// The current entry, decoded ----------------------------------------------------------------
 extern int EntVG, EntHG, EntRA;
 extern QRgb EntVGColor, EntHGColor, EntRAColor;
 extern QString EntFont, EntID;
@@ -54,19 +52,17 @@ extern double EntFontSize;  // points
 extern int EntCharset;
 extern double EntAngle;  // degrees counter-clockwise
 
-// Work arrays and scratch
-// -----------------------------------------------------------------------------------------------
+// Work arrays and scratch -------------------------------------------------------------------
 extern std::vector<QPoint> PolyPoints, LinePoints;
 extern int PolyCount;
 extern QString MsgText;
 // MsgResult, the last answer, belongs to platform/message_box.h.
 
-// Note pads
-// -----------------------------------------------------------------------------------------------------------------
+// Note pads ---------------------------------------------------------------------------------
 extern QStringList NotePads;  // files of the open note pads
 extern QStringList NotePadState;
 extern int ActiveNotePad;  // -1 = none
 
-// Coordinates (filled by the coordinate subsystem) --------------------------------------------------------------------
+// Coordinates (filled by the coordinate subsystem) ------------------------------------------
 extern int Grid;  // 0 none, 18 geographic, 20 UTM, 22 Gauß-Krüger
 extern bool GridVisible;
