@@ -20,7 +20,7 @@ foreach(subsystem ${subsystems})
     endif()
   endforeach()
 endforeach()
-file(GLOB desktop_sources CONFIGURE_DEPENDS src/desktop/*.cpp src/desktop/*.h)
+file(GLOB desktop_sources CONFIGURE_DEPENDS src/desktop/*.cpp src/desktop/*.h src/desktop/*.qrc)
 
 add_library(flurax_platform STATIC ${platform_sources})
 target_link_libraries(flurax_platform PUBLIC flurax_options Qt6::Core Qt6::Gui SQLite::SQLite3)

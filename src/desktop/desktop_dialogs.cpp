@@ -1,0 +1,136 @@
+#include "desktop/desktop_dialogs.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QInputDialog>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QRegularExpression>
+
+#include "desktop/desktop_services.h"
+
+ArrowPointer::ArrowPointer() { QApplication::setOverrideCursor(Qt::ArrowCursor); }
+ArrowPointer::~ArrowPointer() { QApplication::restoreOverrideCursor(); }
+
+namespace {
+
+QMessageBox::Icon Icon_Of(MsgIcon icon) {
+  switch (icon) {
+    case MsgIcon::Information:
+      return QMessageBox::Information;
+    case MsgIcon::Question:
+      return QMessageBox::Question;
+    case MsgIcon::Warning:
+      return QMessageBox::Warning;
+    case MsgIcon::Critical:
+      return QMessageBox::Critical;
+    case MsgIcon::None:
+      break;
+  }
+  return QMessageBox::NoIcon;
+}
+
+struct ButtonChoice {
+  QMessageBox::StandardButton button;
+  const char* caption;
+  MsgAnswer answer;
+};
+
+std::vector<ButtonChoice> Choices(MsgButtons buttons) {
+  const ButtonChoice ok{QMessageBox::Ok, "OK", MsgAnswer::Ok};
+  const ButtonChoice cancel{QMessageBox::Cancel, "Abbrechen", MsgAnswer::Cancel};
+  const ButtonChoice yes{QMessageBox::Yes, "&Ja", MsgAnswer::Yes};
+  const ButtonChoice no{QMessageBox::No, "&Nein", MsgAnswer::No};
+  switch (buttons) {
+    case MsgButtons::Ok:
+      return {ok};
+    case MsgButtons::OkCancel:
+      return {ok, cancel};
+    case MsgButtons::YesNo:
+      return {yes, no};
+    case MsgButtons::YesNoCancel:
+      return {yes, no, cancel};
+  }
+  return {ok};
+}
+
+}  // namespace
+
+MsgAnswer Desktop_Message(const MsgRequest& request) {
+  const ArrowPointer arrow;
+  QMessageBox box(Dialog_Parent());
+  box.setTextFormat(Qt::PlainText);  // file names may hold "<" and "&"
+  box.setText(Dialog_Text(request.text));
+  box.setIcon(Icon_Of(request.icon));
+  const QString title = request.title.trimmed();
+  box.setWindowTitle(title.isEmpty() ? QStringLiteral("FLURAX") : title);
+  const auto choices = Choices(request.buttons);
+  const auto wanted = std::min(static_cast<size_t>(request.defaultButton), choices.size() - 1);
+  for (size_t i = 0; i < choices.size(); ++i) {
+    QPushButton* button = box.addButton(choices[i].button);
+    button->setText(QString::fromUtf8(choices[i].caption));
+    if (i == wanted) box.setDefaultButton(button);
+  }
+  // Esc and the closing cross: the careful answer, the last button.
+  box.setEscapeButton(choices.back().button);
+  const int pressed = box.exec();
+  for (const ButtonChoice& choice : choices)
+    if (choice.button == pressed) return choice.answer;
+  return choices.back().answer;
+}
+
+QStringList Dialog_Filters(const QString& filter, bool save) {
+  // The text often names the patterns itself; the dialog does so as well.
+  static const QRegularExpression patternsInText(QStringLiteral("\\s*\\([^)]*\\*[^)]*\\)\\s*$"));
+  const QString allFiles = QStringLiteral("Alle Dateien (*)");
+  QStringList lines;
+  const QStringList parts = filter.split(QLatin1Char('|'), Qt::KeepEmptyParts);
+  bool hasAll = false;
+  for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
+    QStringList patterns = parts[i + 1].split(QLatin1Char(';'), Qt::SkipEmptyParts);
+    for (QString& pattern : patterns) {
+      pattern = pattern.trimmed();
+      if (pattern == QLatin1String("*.*")) pattern = QStringLiteral("*");
+    }
+    hasAll = hasAll || patterns.contains(QLatin1String("*"));
+    const QString text = QString(parts[i]).remove(patternsInText).trimmed();
+    lines << text + QLatin1String(" (") + patterns.join(QLatin1Char(' ')) + QLatin1Char(')');
+  }
+  if (lines.isEmpty() || (!save && !hasAll)) lines << allFiles;
+  return lines;
+}
+
+std::optional<QString> Desktop_File_Dialog(const FileRequest& request) {
+  const ArrowPointer arrow;
+  QFileDialog dialog(Dialog_Parent(), request.title.trimmed());
+  // Qt's own dialog: German on every desktop, and patterns that ignore case.
+  dialog.setOption(QFileDialog::DontUseNativeDialog);
+  dialog.setAcceptMode(request.save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+  dialog.setFileMode(request.save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+  dialog.setNameFilters(Dialog_Filters(request.filter, request.save));
+  dialog.setDefaultSuffix(request.defaultExtension);
+  dialog.setLabelText(QFileDialog::FileName, QStringLiteral("Datei&name:"));
+  dialog.setLabelText(QFileDialog::FileType, QStringLiteral("Datei&typ:"));
+  dialog.setLabelText(QFileDialog::Accept, request.save ? QStringLiteral("&Sichern") : QStringLiteral("Ö&ffnen"));
+  dialog.setLabelText(QFileDialog::Reject, QStringLiteral("Abbrechen"));
+  dialog.setDirectory(QFileInfo(request.folder).isDir() ? request.folder : QDir::homePath());
+  if (!request.name.isEmpty()) dialog.selectFile(QFileInfo(request.name).fileName());
+  dialog.resize(760, 480);
+  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
+  return dialog.selectedFiles().constFirst();
+}
+
+std::optional<QString> Desktop_Input_Box(const QString& prompt, const QString& title, const QString& proposal) {
+  const ArrowPointer arrow;
+  QInputDialog dialog(Dialog_Parent());
+  dialog.setWindowTitle(title.trimmed().isEmpty() ? QStringLiteral("FLURAX") : title.trimmed());
+  dialog.setLabelText(Dialog_Text(prompt));
+  dialog.setTextValue(proposal);
+  dialog.setOkButtonText(QStringLiteral("OK"));
+  dialog.setCancelButtonText(QStringLiteral("Abbrechen"));
+  dialog.resize(420, dialog.sizeHint().height());
+  if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+  return dialog.textValue();
+}
