@@ -4,7 +4,8 @@
 
 // Opening, closing, making and sizing maps.
 
-void Open_Map(const QString& path);  // MapHeightMm = -1 tells that it failed
+void Open_Map(const QString& path);       // MapHeightMm = -1 tells that it failed
+void Open_User_Map(const QString& path);  // the same, and on success the recent lists follow
 void Choose_Map();                   // asks for the map
 void Open_Recent_Map(int index);     // mnuMapFile(index)
 void Reload_Map();                   // mnuMapLoad: the same map once more
@@ -14,6 +15,7 @@ void Check_Bitmap(const QString& path);
 // Scale bar, plan squares, lines, hidden rows: sets frmMDI's flags. False on a database error in any row.
 bool Scan_Table();
 void Toggle_Safe_Mode();  // mnuNoTable
+void Map_Geometry();      // millimetres on paper per map pixel at PrintFactor
 
 // A white map of the size in millimetres at 96 dpi, written and opened. The path was asked by a dialog.
 bool New_Map(double widthMm, double heightMm);

@@ -1,0 +1,80 @@
+#include "start/menu_state.h"
+
+#include <QStringList>
+
+#include "canvas/map_state.h"
+#include "platform/error.h"
+#include "platform/message_box.h"
+#include "start/events.h"
+#include "start/global_state.h"
+#include "start/map_open_texts.h"
+#include "start/mdi_state.h"
+#include "start/menu_table.h"
+#include "start/toolbar_table.h"
+#include "store/entry.h"
+#include "store/table_state.h"
+
+namespace {
+
+// What can be used without a map; everything else needs one.
+const QStringList alwaysEnabled = {
+    QStringLiteral("mnuKarte"),      QStringLiteral("mnuMapNeu"),    QStringLiteral("mnuFOpen"),
+    QStringLiteral("mnuNoTable"),    QStringLiteral("mnuOptionen"),  QStringLiteral("mnuMapFile"),
+    QStringLiteral("mnuFluraxFini"), QStringLiteral("mnuHilfe"),     QStringLiteral("mnuHelpIndex"),
+    QStringLiteral("mnuTipps"),      QStringLiteral("mnuHelpSettings"), QStringLiteral("mnuInfo")};
+
+void Enable_Menus(bool mapOpen) {
+  for (const MenuRow& row : Menu_Table()) {
+    if (row.key.isEmpty()) continue;
+    const bool enabled = mapOpen || alwaysEnabled.contains(row.key);
+    Menu(row.key).Enabled = enabled;
+    if (row.kind != MenuKind::List) continue;
+    for (int i = 1; i <= menuListLines; ++i) Menu(row.key, i).Enabled = enabled;
+  }
+}
+
+void Show_Table_Name() {
+  InfoBar.Panel[0].clear();
+  InfoBar.Panel[1].clear();
+  if (InfoBar.Panel[2].isEmpty() || InfoBar.Panel[2].startsWith(map_texts::snapshot))
+    InfoBar.Panel[2] = Tbl.DBGrid1.Caption;
+}
+
+}  // namespace
+
+ButtonState Current_Button_State() {
+  if (!frmMDI.MapOpen) return ButtonState::NoMap;
+  return Entry_Count() > 0 ? ButtonState::Entries : ButtonState::NoEntries;
+}
+
+void Set_Buttons(ButtonState state, bool enabled) {
+  try {
+    const bool mapOpen = state != ButtonState::NoMap;
+    Enable_Menus(mapOpen && enabled);
+    Fill_Toolbar(QStringLiteral("Norm"));
+    Toolbar1.Visible = mapOpen;
+    if (ToolButton* map = Toolbar1.Button(QStringLiteral("Map"))) map->Value = Map.Visible;
+    if (ToolButton* save = Toolbar1.Button(QStringLiteral("SAV"))) save->Enabled = mapOpen && enabled;
+    const bool entries = state == ButtonState::Entries && enabled;
+    Menu(QStringLiteral("mnuTableSaveAs")).Enabled = mapOpen && enabled;
+    Menu(QStringLiteral("mnuTabComp")).Enabled = entries;
+    if (mapOpen) Show_Table_Name();
+  } catch (const Error& error) {
+    if (error.number == errors::noCurrentRecord) return;
+    const QString text = error.number == errors::invalidNull
+                             ? QStringLiteral("Die Kompatibilität von Flurax.exe ist nicht richtig eingestellt.\nBitte lesen "
+                                              "Sie von der Programm-CD:\\Flurax\\Flurax_Einstellungen.pdf.\nProgramm beenden ?")
+                             : Error_Message(error, QStringLiteral("Programm beenden ?"));
+    if (Message_Box(text, MsgButtons::YesNo, MsgIcon::Critical, QStringLiteral("AktFehler"), MsgDefault::Second) ==
+        MsgAnswer::Yes)
+      events.EndWanted.Emit();
+  }
+  events.StateChanged.Emit();
+}
+
+void Reset_InfoBar() {
+  InfoBar.Panel[0] = frmMDI.SafeMode ? map_texts::pleaseOpenSafe : map_texts::pleaseLoad;
+  InfoBar.Panel[1] = map_texts::help;
+  InfoBar.Panel[2] = map_texts::snapshot + QLatin1Char(' ') + ProgramFolder;
+  InfoBar.Zoom.clear();
+}
