@@ -12,5 +12,6 @@ struct DialogHooks {
   std::function<int(const SafeModeQuestion&)> Abgesichert;       // 1, 2, 3 as chosen, 0 or 4 = stop
   std::function<void(QSize map, int colorDepth)> BigMapHint;     // frmTipps
   std::function<void(const QString& page)> Help;                 // a page of the help window
+  std::function<void(const QString& bookmark, const QString& caption)> FontWindow;  // the font of an entry
 };
 extern DialogHooks dialogHooks;
