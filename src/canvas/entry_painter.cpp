@@ -197,7 +197,8 @@ void EntryPainter::Draw_Picture_Row(const Recordset& rows, const Row& row) {
     Draw_Reference(context, *row.foot, box, {row.type.Kind(), row.colors.RA, Set_Reference_Style()});
   if (!box.intersects(context.window)) return;
   if (full.isNull()) {
-    Draw_Text_Box(context, row.at, missing, box.size() - QSizeF(2, 2), {FrameWord::Parse(-1), {QBColor(12), QBColor(15), 0}});
+    Draw_Text_Box(context, row.at, missing, box.size() - QSizeF(2, 2),
+                  {FrameWord::Parse(-1), {QBColor(12), QBColor(15), 0}});
   } else {
     const bool reduced = onMap && zoom > 1;
     surface.PaintPicture(box, reduced ? Entry_Picture(name, zoom) : full);

@@ -15,7 +15,7 @@
 
 namespace {
 
-constexpr int windowGrey = 7;   // colour numbers of the window's ground and pen
+constexpr int windowGrey = 7;  // colour numbers of the window's ground and pen
 constexpr int windowBlue = 9;
 
 bool passRunning = false;
@@ -34,16 +34,16 @@ void Paint_Clip(QImage& canvas) {
   surface->Cls(QBColor(windowGrey));
   const MapClipState& clip = Map.MapClip[static_cast<size_t>(Map.ClipLevel)];
   const QRectF source(clip.ClipX, clip.ClipY, clip.ClipWidth, clip.ClipHeight);
-  const QRectF target = Map.Zoom < 1.0F ? QRectF(0, 0, Map.ViewWidth, Map.ViewHeight)
-                                        : QRectF(0, 0, clip.ClipWidth, clip.ClipHeight);
+  const QRectF target =
+      Map.Zoom < 1.0F ? QRectF(0, 0, Map.ViewWidth, Map.ViewHeight) : QRectF(0, 0, clip.ClipWidth, clip.ClipHeight);
   surface->PaintPicture(target, clip.image, source);
 }
 
 void Fill_Corner(Surface& surface) {
   if (!Map.HScroller.Visible || !Map.VScroller.Visible) return;
-  surface.FilledBox(QRectF(Map.ScaleWidth - Map.ScrollBarW, Map.ScaleHeight - Map.ScrollBarH, Map.ScrollBarW,
-                           Map.ScrollBarH),
-                    QBColor(windowGrey));
+  surface.FilledBox(
+      QRectF(Map.ScaleWidth - Map.ScrollBarW, Map.ScaleHeight - Map.ScrollBarH, Map.ScrollBarW, Map.ScrollBarH),
+      QBColor(windowGrey));
 }
 
 void Show_Counts(const DrawCounts& counts) {
@@ -58,10 +58,11 @@ void Show_Counts(const DrawCounts& counts) {
 
 // The entry that could not be drawn stands as the current row: the user may delete it.
 bool Ask_Delete(const Error& error) {
-  const MsgAnswer answer = Message_Box(QStringLiteral("Fehler: %1 %2\n%3\n\nSoll dieser Eintrag gelöscht werden?")
-                                           .arg(error.number)
-                                           .arg(error.text, Entry_Name()),
-                                       MsgButtons::YesNo, MsgIcon::Question, QStringLiteral("Fehler"), MsgDefault::Second);
+  const MsgAnswer answer =
+      Message_Box(QStringLiteral("Fehler: %1 %2\n%3\n\nSoll dieser Eintrag gelöscht werden?")
+                      .arg(error.number)
+                      .arg(error.text, Entry_Name()),
+                  MsgButtons::YesNo, MsgIcon::Question, QStringLiteral("Fehler"), MsgDefault::Second);
   if (answer != MsgAnswer::Yes) return false;
   rsEntries->Delete();
   Tbl.Tag = QStringLiteral("Dirty");
@@ -125,10 +126,11 @@ void Map_Redraw() {
     surface->pen.ForeColor = QBColor(windowBlue);
     const QRectF window(0, 0, Map.ViewWidth, Map.ViewHeight);
     surface->SetClip(window);
-    DrawContext context{*surface,
-                        {static_cast<double>(Map.ViewLeft), static_cast<double>(Map.ViewTop), static_cast<double>(Map.Zoom)},
-                        window,
-                        &Map.EntryRegions};
+    DrawContext context{
+        *surface,
+        {static_cast<double>(Map.ViewLeft), static_cast<double>(Map.ViewTop), static_cast<double>(Map.Zoom)},
+        window,
+        &Map.EntryRegions};
     Map.DrawAbort = false;
     Show_Counts(Draw_Entries(context));
     aborted = Map.DrawAbort;
@@ -158,10 +160,12 @@ QImage Map_Picture_With_Entries() {
 
 QString Count_Text(int hidden, int inactive) {
   const auto half = [](int count, const QString& what) {
-    return count == 0 ? QString()
-                      : QString::number(count) + (count == 1 ? QStringLiteral(" Objekt") : QStringLiteral(" Objekte")) + what;
+    return count == 0
+               ? QString()
+               : QString::number(count) + (count == 1 ? QStringLiteral(" Objekt") : QStringLiteral(" Objekte")) + what;
   };
-  const QString first = half(hidden, QStringLiteral(" unsichtbar")), second = half(inactive, QStringLiteral(" inaktiv"));
+  const QString first = half(hidden, QStringLiteral(" unsichtbar")),
+                second = half(inactive, QStringLiteral(" inaktiv"));
   return first + (first.isEmpty() || second.isEmpty() ? QString() : QStringLiteral("  ")) + second;
 }
 

@@ -17,7 +17,7 @@
 
 namespace {
 
-constexpr int barThickness = 20;   // window pixels
+constexpr int barThickness = 20;  // window pixels
 constexpr int overhangAllowed = 3;
 constexpr float zoomMin = 0.125F, zoomMax = 20.0F;
 constexpr qint64 copiesLimit = 512LL << 20;  // bytes of reduced copies kept for the way back
@@ -111,10 +111,10 @@ MapPoint Map_Position(double windowX, double windowY) {
 MapPoint View_Centre() { return Map_Position(Map.ViewWidth / 2.0, Map.ViewHeight / 2.0); }
 
 void Follow_Bar(ScrollState& bar, int clipStart, float unit) {
-  bar.Value = !bar.Visible || unit <= 0
-                  ? 0
-                  : std::clamp(static_cast<int>(std::lround(clipStart * Clip_Unit() / static_cast<double>(unit))), 0,
-                               bar.Max);
+  bar.Value =
+      !bar.Visible || unit <= 0
+          ? 0
+          : std::clamp(static_cast<int>(std::lround(clipStart * Clip_Unit() / static_cast<double>(unit))), 0, bar.Max);
 }
 
 // Puts the clip so that the map position stands at its upper left corner, as far as the scan reaches.
@@ -133,7 +133,8 @@ void Place_Clip(double mapLeft, double mapTop) {
 }
 
 // Which bars are needed. Each takes room from the other direction, so the second look counts the first one's bar in.
-// The overhang is counted at the zoom itself below 100 % too: otherwise an enlarged map could not be scrolled to its end.
+// The overhang is counted at the zoom itself below 100 % too: otherwise an enlarged map could not be scrolled to its
+// end.
 void Choose_Bars(double& overX, double& overY) {
   const auto zoom = static_cast<double>(Map.Zoom);
   Map.ScrollBarW = Map.ScrollBarH = 0;
@@ -180,7 +181,8 @@ void Choose_Window_Size() {
     return;
   }
   const auto zoom = static_cast<double>(Map.Zoom);
-  const int width = static_cast<int>(std::ceil(MapWidthPx / zoom)), height = static_cast<int>(std::ceil(MapHeightPx / zoom));
+  const int width = static_cast<int>(std::ceil(MapWidthPx / zoom)),
+            height = static_cast<int>(std::ceil(MapHeightPx / zoom));
   Map.Left = Map.Top = 0;
   Map.WantWidth = std::min(width, frmMDI.InnerWidth);
   Map.WantHeight = std::min(height, frmMDI.InnerHeight);
@@ -250,9 +252,10 @@ void Clear_Zoom_Checks() {
 }
 
 void Set_Zoom_By_Menu(const QString& menuName) {
-  static const std::map<QString, double> fixed = {{QStringLiteral("mnuZoom200"), 0.5}, {QStringLiteral("mnuZoom100"), 1.0},
-                                                  {QStringLiteral("mnuZoom75"), 100.0 / 75}, {QStringLiteral("mnuZoom50"), 2.0},
-                                                  {QStringLiteral("mnuZoom25"), 4.0}, {QStringLiteral("mnuZoom10"), 10.0}};
+  static const std::map<QString, double> fixed = {
+      {QStringLiteral("mnuZoom200"), 0.5},       {QStringLiteral("mnuZoom100"), 1.0},
+      {QStringLiteral("mnuZoom75"), 100.0 / 75}, {QStringLiteral("mnuZoom50"), 2.0},
+      {QStringLiteral("mnuZoom25"), 4.0},        {QStringLiteral("mnuZoom10"), 10.0}};
   if (!frmMDI.MapOpen || MapWidthPx < 1 || MapHeightPx < 1) return;
   Clear_Zoom_Checks();
   const auto found = fixed.find(menuName);
@@ -262,7 +265,8 @@ void Set_Zoom_By_Menu(const QString& menuName) {
     // The map's full width or height: where the other direction needs a bar, its room is taken off.
     const bool width = menuName == QLatin1String("mnuZoomBreite");
     const double size = width ? MapWidthPx : MapHeightPx, other = width ? MapHeightPx : MapWidthPx;
-    const int room = width ? frmMDI.InnerWidth : frmMDI.InnerHeight, otherRoom = width ? frmMDI.InnerHeight : frmMDI.InnerWidth;
+    const int room = width ? frmMDI.InnerWidth : frmMDI.InnerHeight,
+              otherRoom = width ? frmMDI.InnerHeight : frmMDI.InnerWidth;
     const double full = size / std::max(1, room);
     const bool bar = other / full > otherRoom + overhangAllowed / full;
     Set_Zoom(bar ? size / std::max(1, room - barThickness) : full);
@@ -345,7 +349,8 @@ void ScrollMap(int mapX, int mapY) {
   // The unit counts map pixels at every zoom, so no factor is needed below 100 %.
   const MapClipState& clip = Current_Clip();
   const auto bar = [](const ScrollState& scroller, double position, float unit) {
-    return scroller.Visible && unit > 0 ? std::clamp(static_cast<int>(position / static_cast<double>(unit)), 0, 100) : -1;
+    return scroller.Visible && unit > 0 ? std::clamp(static_cast<int>(position / static_cast<double>(unit)), 0, 100)
+                                        : -1;
   };
   const int valueX = bar(Map.HScroller, mapX - clip.ClipWidth * Clip_Unit() / 5, Map.ScrollUnitX);
   const int valueY = bar(Map.VScroller, mapY - clip.ClipHeight * Clip_Unit() / 2, Map.ScrollUnitY);

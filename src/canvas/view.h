@@ -6,20 +6,20 @@
 
 void Set_Map_Picture(const class QImage& picture);  // takes the scan as clip 0 and forgets the reduced copies
 void Clear_Map_Picture();
-void Set_Zoom(double factor);       // map pixels per window pixel, kept within 1/8..20
+void Set_Zoom(double factor);  // map pixels per window pixel, kept within 1/8..20
 void Clear_Zoom_Checks();
-void Set_Zoom_By_Menu(const QString& menuName);  // "mnuZoom200", ..., "mnuZoomBreite", "mnuZoomHoehe"
-void Zoom_Map();                    // the current zoom once more: clip, layout, redraw
+void Set_Zoom_By_Menu(const QString& menuName);         // "mnuZoom200", ..., "mnuZoomBreite", "mnuZoomHoehe"
+void Zoom_Map();                                        // the current zoom once more: clip, layout, redraw
 void Zoom_At(double factor, int windowX, int windowY);  // keeps the map position under the pointer
-void ReduceMap();                   // makes the clip of the zoom; errors are told as "Karte zoomen: Reduce_Map"
+void ReduceMap();  // makes the clip of the zoom; errors are told as "Karte zoomen: Reduce_Map"
 void FensterSize();
-void Layout_Map();                  // the layout step: bars, clip size, window size; ends with a redraw
-void Map_Resized();                 // the window got another size: bars and clip anew, redraw
+void Layout_Map();   // the layout step: bars, clip size, window size; ends with a redraw
+void Map_Resized();  // the window got another size: bars and clip anew, redraw
 void Fit_Map_Window();
-void Set_Window_Layout();           // mnuWEinpass
+void Set_Window_Layout();                         // mnuWEinpass
 void Scroll_Changed(bool horizontal, int value);  // Change of a scroll bar
-void ScrollMap(int mapX, int mapY);  // centres a position by the settled divisors 5 and 2
-void Scroll_By(int dx, int dy);      // window pixels
-void Set_Light(bool light);          // mnuBildHell, mnuBildDunkel
-int Zoom_Percent();                  // Int(100 / Zoom)
-int Clip_Builds();                   // reduced copies made since the scan was taken
+void ScrollMap(int mapX, int mapY);               // centres a position by the settled divisors 5 and 2
+void Scroll_By(int dx, int dy);                   // window pixels
+void Set_Light(bool light);                       // mnuBildHell, mnuBildDunkel
+int Zoom_Percent();                               // Int(100 / Zoom)
+int Clip_Builds();                                // reduced copies made since the scan was taken

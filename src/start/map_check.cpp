@@ -16,8 +16,8 @@
 
 namespace {
 
-constexpr int headerBytes = 54;          // file header and information header of a bitmap
-constexpr double inchFactor = 2.54065;   // the program's own centimetres per inch, kept so that old hints stay the same
+constexpr int headerBytes = 54;         // file header and information header of a bitmap
+constexpr double inchFactor = 2.54065;  // the program's own centimetres per inch, kept so that old hints stay the same
 constexpr double screenMm = 25.4 / 96;
 
 int Dpi(int pointsPerMetre) { return static_cast<int>(Fix(pointsPerMetre * inchFactor / 100)); }
@@ -27,12 +27,15 @@ QString Distorted_Text(int xPpM, int yPpM) {
     return QStringLiteral("%1%2 Bildpunkte pro Meter = %3 dpi").arg(name).arg(ppm).arg(Dpi(ppm));
   };
   return QStringList{
-      QStringLiteral("Die Karte ist verzerrt."), QStringLiteral("Ursache:"),
+      QStringLiteral("Die Karte ist verzerrt."),
+      QStringLiteral("Ursache:"),
       QStringLiteral("Der Scanner, mit dem die Karte eingelesen wurde,"),
       QStringLiteral("arbeitet mit unterschiedlicher Bildauflösung in horizontaler und vertikaler Richtung."),
       line(QStringLiteral("Horizontale Auflösung der Karte: "), xPpM),
-      line(QStringLiteral("Vertikale Auflösung der Karte:   "), yPpM), QStringLiteral("Folge:"),
-      QStringLiteral("FLURAX kann Entfernungen und Flächengrößen nicht genau berechnen."), QStringLiteral("Abhilfe:"),
+      line(QStringLiteral("Vertikale Auflösung der Karte:   "), yPpM),
+      QStringLiteral("Folge:"),
+      QStringLiteral("FLURAX kann Entfernungen und Flächengrößen nicht genau berechnen."),
+      QStringLiteral("Abhilfe:"),
       QStringLiteral("1. Die allermeisten Scanner arbeiten mit gleicher horizontaler und vertikaler Bildauflösung."),
       QStringLiteral("Bitte lesen Sie die Anleitung des Scanners zum Thema 'Bildauflösung'."),
       QStringLiteral("2. Möglicherweise hat das verwendete Grafikprogramm beim Einscannen"),

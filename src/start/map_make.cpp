@@ -79,8 +79,7 @@ void Save_Map_Size(const MapSize& size) {
       MsgButtons::YesNo, MsgIcon::Question, title, MsgDefault::Second);
   if (answer != MsgAnswer::Yes) return;
   Guarded(title, [&size] {
-    if (!Is_Bitmap(MapFile))
-      Raise(errors::badPicture, QStringLiteral("Keine Bitmap!") + QLatin1Char('\n') + MapFile);
+    if (!Is_Bitmap(MapFile)) Raise(errors::badPicture, QStringLiteral("Keine Bitmap!") + QLatin1Char('\n') + MapFile);
     QByteArray resolution(8, '\0');
     qToLittleEndian<qint32>(size.xPpM, resolution.data());
     qToLittleEndian<qint32>(size.yPpM, resolution.data() + 4);

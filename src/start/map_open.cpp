@@ -89,9 +89,7 @@ void Load_Scan(const QString& path) {
   Menu(QStringLiteral("mnuZoom100")).Checked = true;
 }
 
-void Tell_Safe(const QString& text) {
-  Message_Box(text, MsgButtons::Ok, MsgIcon::Information, map_texts::safeTitle);
-}
+void Tell_Safe(const QString& text) { Message_Box(text, MsgButtons::Ok, MsgIcon::Information, map_texts::safeTitle); }
 
 // Safe mode: the user decides what becomes of the standard table before it is loaded.
 void Ask_Safe_Mode(const QString& table) {

@@ -28,27 +28,31 @@ inline const QString safeMenuOff = QStringLiteral("im abgesicherten Modus öffne
 inline const QString safeOnTitle = QStringLiteral("Karten im abgesicherten Modus öffnen");
 inline const QString safeOffTitle = QStringLiteral("Karten im normalen Modus öffnen");
 inline const QString safeOnText = QStringLiteral(
-    "Wählen Sie diese Option,\nwenn beim Öffnen einer Karte Fehlermeldungen aufgetreten sind,\ndie auf eine beschädigte "
+    "Wählen Sie diese Option,\nwenn beim Öffnen einer Karte Fehlermeldungen aufgetreten sind,\ndie auf eine "
+    "beschädigte "
     "Datenbank hindeuten.");
-inline const QString safeOffText = QStringLiteral(
-    "Die nächste Karte wird zusammen mit den zuletzt bearbeiteten Karteneinträgen geöffnet.");
+inline const QString safeOffText =
+    QStringLiteral("Die nächste Karte wird zusammen mit den zuletzt bearbeiteten Karteneinträgen geöffnet.");
 
 inline QString Read_Only(const Error& error, const QString& path) {
   return QStringLiteral("Fehler:    %1 %2\nKarte:                    %3").arg(error.number).arg(error.text, path) +
-         QStringLiteral("\nFLURAX kann auf dieses Laufwerk keine Einträge schreiben.\nBitte kopieren Sie die Karte und "
-                        "\ndie dazugehörende(n) Tabelle(n) der Karteneinträge \nauf eine Festplatte");
+         QStringLiteral(
+             "\nFLURAX kann auf dieses Laufwerk keine Einträge schreiben.\nBitte kopieren Sie die Karte und "
+             "\ndie dazugehörende(n) Tabelle(n) der Karteneinträge \nauf eine Festplatte");
 }
 
 // `stem`: path of the table without its ending.
 inline QString Damaged(const QString& stem) {
-  return QStringLiteral("Fehler beim Lesen der Karteneinträge \nBitte starten Sie FLURAX neu und laden Sie zur Karte "
-                        "folgende Einträge:\nDie Sicherungskopie der Datenbank:\n") +
+  return QStringLiteral(
+             "Fehler beim Lesen der Karteneinträge \nBitte starten Sie FLURAX neu und laden Sie zur Karte "
+             "folgende Einträge:\nDie Sicherungskopie der Datenbank:\n") +
          stem + QStringLiteral("_bak.mdb\noder die reparierte Datenbank:\n ") + stem +
          QStringLiteral("_rep.mdb\nDie vermutlich defekte Datenbank wurde umbenannt in:\n") + stem +
-         QStringLiteral("_err.mdb\n\nHinweis: Datenbanken können beschädigt werden z.B. durch Stromausfall während eines "
-                        "Schreibvorgangs, schadhafte Festplatte usw.\nTipp: Halten Sie immer eine Sicherungskopie Ihrer "
-                        "Karteneinträge in Reserve mit 'Einträge - Sichern als...'\n\nMöchten Sie das Programm trotzdem "
-                        "fortsetzen?");
+         QStringLiteral(
+             "_err.mdb\n\nHinweis: Datenbanken können beschädigt werden z.B. durch Stromausfall während eines "
+             "Schreibvorgangs, schadhafte Festplatte usw.\nTipp: Halten Sie immer eine Sicherungskopie Ihrer "
+             "Karteneinträge in Reserve mit 'Einträge - Sichern als...'\n\nMöchten Sie das Programm trotzdem "
+             "fortsetzen?");
 }
 
 inline QString Not_Ended(const QString& stem) {

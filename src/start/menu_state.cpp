@@ -18,9 +18,9 @@ namespace {
 
 // What can be used without a map; everything else needs one.
 const QStringList alwaysEnabled = {
-    QStringLiteral("mnuKarte"),      QStringLiteral("mnuMapNeu"),    QStringLiteral("mnuFOpen"),
-    QStringLiteral("mnuNoTable"),    QStringLiteral("mnuOptionen"),  QStringLiteral("mnuMapFile"),
-    QStringLiteral("mnuFluraxFini"), QStringLiteral("mnuHilfe"),     QStringLiteral("mnuHelpIndex"),
+    QStringLiteral("mnuKarte"),      QStringLiteral("mnuMapNeu"),       QStringLiteral("mnuFOpen"),
+    QStringLiteral("mnuNoTable"),    QStringLiteral("mnuOptionen"),     QStringLiteral("mnuMapFile"),
+    QStringLiteral("mnuFluraxFini"), QStringLiteral("mnuHilfe"),        QStringLiteral("mnuHelpIndex"),
     QStringLiteral("mnuTipps"),      QStringLiteral("mnuHelpSettings"), QStringLiteral("mnuInfo")};
 
 void Enable_Menus(bool mapOpen) {
@@ -62,8 +62,9 @@ void Set_Buttons(ButtonState state, bool enabled) {
   } catch (const Error& error) {
     if (error.number == errors::noCurrentRecord) return;
     const QString text = error.number == errors::invalidNull
-                             ? QStringLiteral("Die Kompatibilität von Flurax.exe ist nicht richtig eingestellt.\nBitte lesen "
-                                              "Sie von der Programm-CD:\\Flurax\\Flurax_Einstellungen.pdf.\nProgramm beenden ?")
+                             ? QStringLiteral(
+                                   "Die Kompatibilität von Flurax.exe ist nicht richtig eingestellt.\nBitte lesen "
+                                   "Sie von der Programm-CD:\\Flurax\\Flurax_Einstellungen.pdf.\nProgramm beenden ?")
                              : Error_Message(error, QStringLiteral("Programm beenden ?"));
     if (Message_Box(text, MsgButtons::YesNo, MsgIcon::Critical, QStringLiteral("AktFehler"), MsgDefault::Second) ==
         MsgAnswer::Yes)

@@ -20,7 +20,7 @@ QString Command_Line_Map(const QString& commandLine) {
   static const QRegularExpression blanks(QStringLiteral("[ \\t]+"));
   const QStringList words = commandLine.split(blanks, Qt::SkipEmptyParts);
   return !words.isEmpty() && words.first().contains(QLatin1String(".bmp"), Qt::CaseInsensitive) ? words.first()
-                                                                                                 : QString();
+                                                                                                : QString();
 }
 
 void Program_Start(const QString& commandLine) {

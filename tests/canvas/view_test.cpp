@@ -35,8 +35,8 @@ TEST_F(View, BandsUseTheRightClipAndPercent) {
     int level, percent;
     QString tag;
   };
-  const Case cases[] = {{0.5, 0, 200, "1"}, {100.0 / 75, 1, 75, "1.33333"}, {2.0, 1, 50, "1"},
-                        {3.0, 2, 33, "1.5"}, {4.0, 2, 25, "1"},              {10.0, 3, 10, "1000"}};
+  const Case cases[] = {{0.5, 0, 200, "1"}, {100.0 / 75, 1, 75, "1.33333"}, {2.0, 1, 50, "1"}, {3.0, 2, 33, "1.5"},
+                        {4.0, 2, 25, "1"},  {10.0, 3, 10, "1000"}};
   for (const Case& c : cases) {
     Set_Zoom(c.zoom);
     EXPECT_EQ(Map.ClipLevel, c.level) << c.zoom;

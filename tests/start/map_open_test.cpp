@@ -70,7 +70,8 @@ TEST_F(MapOpen, MissingDamagedAndForeignPicturesAreToldAndLeaveNothing) {
   Replace_File(Path(QStringLiteral("leer.bmp")), "");
   for (const char* name : {"fehlt.bmp", "cut.bmp", "text.bmp", "leer.bmp"}) {
     MessageScript script;
-    if (qstrcmp(name, "text.bmp") == 0 || qstrcmp(name, "leer.bmp") == 0) script.Expect(QStringLiteral("Keine Bitmap!"));
+    if (qstrcmp(name, "text.bmp") == 0 || qstrcmp(name, "leer.bmp") == 0)
+      script.Expect(QStringLiteral("Keine Bitmap!"));
     script.Expect(QStringLiteral("Die Karte kann nicht geladen werden."));
     Open_Map(Path(QLatin1String(name)));
     EXPECT_FALSE(frmMDI.MapOpen) << name;
@@ -160,9 +161,9 @@ TEST_F(MapOpen, SafeModeOffersItsFourRoads) {
     bool open;
     int entries;
   };
-  for (const Road& road : {Road{4, "Die Prozedur wird abgebrochen", false, 0}, Road{1, "Diese Tabelle wurde repariert", true, 1},
-                           Road{2, "Diese Tabelle wurde umbenannt in:", true, 0},
-                           Road{3, "unverändert im normalen Modus", true, 0}}) {
+  for (const Road& road :
+       {Road{4, "Die Prozedur wird abgebrochen", false, 0}, Road{1, "Diese Tabelle wurde repariert", true, 1},
+        Road{2, "Diese Tabelle wurde umbenannt in:", true, 0}, Road{3, "unverändert im normalen Modus", true, 0}}) {
     dialogHooks.Abgesichert = [&](const SafeModeQuestion& question) {
       EXPECT_EQ(question.table, table);
       return road.choice;
