@@ -1,0 +1,139 @@
+#include "platform/fonts.h"
+
+#include <QFontDatabase>
+#include <QSet>
+#include <algorithm>
+#include <cmath>
+#include <unordered_map>
+
+namespace {
+
+constexpr int maxKeptLines = 20000;
+constexpr double largestPixels = 2880;  // 2160 points; beyond it glyphs cost more than any sheet can show
+int keptLines = 0;
+
+struct Substitute {
+  const char* wanted;
+  const char* drawn;
+};
+// Families of the tables' home, and what is drawn with the same widths.
+constexpr Substitute substitutes[] = {
+    {"arial", "Liberation Sans"},       {"helvetica", "Liberation Sans"}, {"ms sans serif", "Liberation Sans"},
+    {"courier new", "Liberation Mono"}, {"courier", "Liberation Mono"},   {"times new roman", "Liberation Serif"},
+    {"wingdings", "Symbola"},           {"symbol", "Liberation Serif"},
+};
+
+const QSet<QString>& Installed_Families() {
+  static const QSet<QString> names = [] {
+    QSet<QString> found;
+    for (const QString& family : QFontDatabase::families()) found.insert(family.toLower());
+    return found;
+  }();
+  return names;
+}
+
+QString Drawn_Family(const QString& family, bool& found) {
+  const QString lower = family.trimmed().toLower();
+  found = true;
+  for (const Substitute& s : substitutes)
+    if (lower == QLatin1String(s.wanted)) return QLatin1String(s.drawn);
+  if (Installed_Families().contains(lower)) return family.trimmed();
+  found = false;
+  return QLatin1String(substitutes[0].drawn);
+}
+
+QFont Make_Font(const FontKey& key, bool smooth) {
+  bool found = false;
+  QStringList families{Drawn_Family(key.family, found)};
+  if (Is_Symbol_Font(key.family))
+    families << QStringLiteral("Symbola") << QStringLiteral("DejaVu Sans") << QStringLiteral("OpenSymbol");
+  QFont font(families);
+  font.setPixelSize(static_cast<int>(std::clamp(std::round(key.points * 96 / 72), 1.0, largestPixels)));
+  font.setBold(key.bold);
+  font.setItalic(key.italic);
+  font.setUnderline(key.underline);
+  font.setKerning(false);
+  font.setHintingPreference(QFont::PreferFullHinting);
+  font.setStyleStrategy(smooth ? QFont::StyleStrategy(QFont::PreferAntialias | QFont::NoSubpixelAntialias)
+                               : QFont::NoAntialias);
+  return font;
+}
+
+struct KeyHash {
+  size_t operator()(const FontKey& key) const {
+    return qHashMulti(0, key.family, key.points, key.bold, key.italic, key.underline, key.charset);
+  }
+};
+// Never destroyed: fonts must not outlive the application object at the end of the program.
+using Faces = std::unordered_map<FontKey, std::unique_ptr<FontFace>, KeyHash>;
+Faces& All_Faces() {
+  static Faces* faces = new Faces;
+  return *faces;
+}
+
+}  // namespace
+
+FontFace::FontFace(const FontKey& wanted)
+    : key(wanted),
+      found(Font_Installed(wanted.family)),
+      symbol(Is_Symbol_Font(wanted.family)),
+      font(Make_Font(wanted, true)),
+      hard(Make_Font(wanted, false)),
+      metrics(font),
+      lineHeight(metrics.height()),
+      ascent(metrics.ascent()) {
+  for (size_t i = 0; i < advance.size(); ++i)
+    advance[i] = static_cast<short>(metrics.horizontalAdvance(QChar(static_cast<char16_t>(i))));
+}
+
+int FontFace::ShownWidth(QStringView shown) const {
+  int width = 0;
+  for (const QChar c : shown) {
+    if (c.unicode() >= advance.size()) return metrics.horizontalAdvance(shown.toString());
+    width += advance[c.unicode()];
+  }
+  return width;
+}
+
+int FontFace::LineWidth(QStringView line) const {
+  return symbol ? ShownWidth(Shown(line.toString())) : ShownWidth(line);
+}
+
+int FontFace::TextWidth(const QString& text) const {
+  int widest = 0;
+  For_Each_Line(text, [&](QStringView line, int) { widest = std::max(widest, LineWidth(line)); });
+  return widest;
+}
+
+int FontFace::TextHeight(const QString& text) const {
+  int count = 0;
+  For_Each_Line(text, [&](QStringView, int) { ++count; });
+  return count * lineHeight;
+}
+
+const QStaticText& FontFace::Prepared(const QString& line) const {
+  if (const auto known = lines.constFind(line); known != lines.constEnd()) return *known;
+  if (keptLines >= maxKeptLines) {
+    for (auto& [otherKey, face] : All_Faces()) face->lines.clear();
+    keptLines = 0;
+  }
+  ++keptLines;
+  QStaticText text;
+  text.setTextFormat(Qt::PlainText);
+  text.setPerformanceHint(QStaticText::AggressiveCaching);
+  text.setText(Shown(line));
+  text.prepare({}, font);
+  return *lines.insert(line, text);
+}
+
+const FontFace& Font_Face(const FontKey& key) {
+  auto& face = All_Faces()[key];
+  if (!face) face = std::make_unique<FontFace>(key);
+  return *face;
+}
+
+bool Font_Installed(const QString& family) {
+  bool found = false;
+  Drawn_Family(family, found);
+  return found;
+}

@@ -1,0 +1,59 @@
+#pragma once
+#include <QFont>
+#include <QFontMetrics>
+#include <QHash>
+#include <QStaticText>
+#include <QString>
+#include <array>
+#include <memory>
+
+#include "platform/surface.h"
+
+class QPainter;
+
+// One font as it is drawn: the installed family that stands for the wanted one, in whole pixels, without kerning, so
+// that widths are whole numbers, add up character by character and are the same on every machine.
+class FontFace {
+ public:
+  explicit FontFace(const FontKey& wanted);
+  const FontKey key;
+  const bool found;   // the family or what stands for it is installed
+  const bool symbol;  // characters are codes of a symbol table
+  const QFont font;
+  const QFont hard;  // without smoothing, for the modes in which every pixel counts whole
+  const QFontMetrics metrics;
+  const int lineHeight, ascent;
+
+  // Text as it is drawn: that of a symbol font becomes Unicode.
+  QString Shown(const QString& line) const { return symbol ? Symbol_Text(key.family, line) : line; }
+  // Width of one line, from the table of the first 256 characters or, beyond them, from the font itself.
+  int LineWidth(QStringView line) const;
+  // Widest of all lines; the text ends a line with CR, LF or CR LF.
+  int TextWidth(const QString& text) const;
+  int TextHeight(const QString& text) const;
+  // The line ready to be drawn, kept for the next time. All faces together keep up to 20,000 lines.
+  const QStaticText& Prepared(const QString& line) const;
+
+ private:
+  int ShownWidth(QStringView shown) const;
+  std::array<short, 256> advance{};
+  mutable QHash<QString, QStaticText> lines;
+};
+
+// The face of a key; made once and kept. Valid for good.
+const FontFace& Font_Face(const FontKey& key);
+
+// Calls `draw(line, number)` for each line of a text.
+template <class Draw>
+void For_Each_Line(const QString& text, Draw draw) {
+  int number = 0;
+  qsizetype start = 0;
+  for (qsizetype i = 0; i < text.size(); ++i) {
+    const QChar c = text[i];
+    if (c != QLatin1Char('\r') && c != QLatin1Char('\n')) continue;
+    draw(QStringView(text).mid(start, i - start), number++);
+    if (c == QLatin1Char('\r') && i + 1 < text.size() && text[i + 1] == QLatin1Char('\n')) ++i;
+    start = i + 1;
+  }
+  draw(QStringView(text).mid(start), number);
+}

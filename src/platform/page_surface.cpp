@@ -1,0 +1,154 @@
+#include <QPainter>
+#include <QPainterPath>
+#include <algorithm>
+#include <cmath>
+
+#include "platform/error.h"
+#include "platform/surface_image.h"
+
+namespace {
+
+// The surface over a page. The modes that combine with what is there do not exist on paper: And, NotXor and Invert are
+// drawn as a plain copy, Nop draws nothing. A hatch is drawn as lines clipped to the shape.
+class PageSurface final : public FontedSurface {
+ public:
+  PageSurface(QPaintDevice& page, double scale) {
+    if (!painter.begin(&page)) Raise(errors::printer);
+    painter.scale(scale, scale);
+    extent = QRectF(0, 0, page.width() / scale, page.height() / scale);
+  }
+
+  QRectF Extent() const override { return extent; }
+  bool IsPaper() const override { return true; }
+  void Cls(QRgb color) override { painter.fillRect(extent, QColor::fromRgb(color)); }
+  void SetClip(const QRectF& area) override {
+    if (area.isEmpty())
+      painter.setClipping(false);
+    else
+      painter.setClipRect(area.normalized());
+  }
+  using Surface::PaintPicture;
+  void PaintPicture(const QRectF& target, const QImage& picture, const QRectF& source) override {
+    if (!picture.isNull() && !target.isEmpty()) painter.drawImage(target, picture, source);
+  }
+  void Line(QPointF from, QPointF to) override {
+    if (pen.mode == DrawMode::Nop) return;
+    painter.setPen(Pen());
+    painter.drawLine(from, to);
+  }
+  void Box(const QRectF& box) override {
+    // The pen lies on the rim inside, as on the screen.
+    const double inset = pen.pen == PenStyle::None ? 0 : std::max(pen.DrawWidth, 0.0) / 2;
+    QRectF rim = box.normalized();
+    if (rim.width() > 2 * inset && rim.height() > 2 * inset) rim.adjust(inset, inset, -inset, -inset);
+    QPainterPath path;
+    path.addRect(rim);
+    Draw(path, true, Qt::MiterJoin);
+  }
+  void FilledBox(const QRectF& box, QRgb color) override {
+    if (pen.mode != DrawMode::Nop) painter.fillRect(box.normalized(), QColor::fromRgb(color));
+  }
+  void Ellipse(const QRectF& box) override {
+    const double inset = pen.pen == PenStyle::None ? 0 : std::max(pen.DrawWidth, 0.0) / 2;
+    QRectF rim = box.normalized();
+    if (rim.width() > 2 * inset && rim.height() > 2 * inset) rim.adjust(inset, inset, -inset, -inset);
+    QPainterPath path;
+    path.addEllipse(rim);
+    Draw(path, true, Qt::RoundJoin);
+  }
+  void Polyline(std::span<const QPointF> points) override {
+    if (points.size() < 2 || pen.mode == DrawMode::Nop) return;
+    painter.setPen(Pen());
+    painter.drawPolyline(points.data(), static_cast<int>(points.size()));
+  }
+  void Polygon(std::span<const QPointF> points) override {
+    if (points.size() < 2) return;
+    QPainterPath path(points[0]);
+    for (size_t i = 1; i < points.size(); ++i) path.lineTo(points[i]);
+    path.closeSubpath();
+    Draw(path, true, Qt::RoundJoin);
+  }
+  void Bezier(std::span<const QPointF> points, bool closed) override {
+    if (points.size() < 4) return;
+    QPainterPath path(points[0]);
+    for (size_t i = 1; i + 2 < points.size(); i += 3) path.cubicTo(points[i], points[i + 1], points[i + 2]);
+    if (closed) path.closeSubpath();
+    Draw(path, closed, Qt::RoundJoin);
+  }
+  void Print(QPointF at, const QString& text) override { PrintRotated(at, text, 0); }
+  void PrintRotated(QPointF at, const QString& text, double degrees) override;
+
+ private:
+  QPen Pen() const { return Pen_Of(pen, pen.ForeColor, std::max(pen.DrawWidth, 0.05)); }
+  void Draw(const QPainterPath& path, bool filled, Qt::PenJoinStyle join);
+  void Hatch(const QPainterPath& path);
+
+  QPainter painter;
+  QRectF extent;
+};
+
+void PageSurface::Draw(const QPainterPath& path, bool filled, Qt::PenJoinStyle join) {
+  if (pen.mode == DrawMode::Nop) return;
+  if (filled && pen.fill == FillStyle::Solid)
+    painter.fillPath(path, QColor::fromRgb(pen.FillColor));
+  else if (filled && pen.fill != FillStyle::None)
+    Hatch(path);
+  if (pen.pen == PenStyle::None) return;
+  QPen rim = Pen();
+  rim.setJoinStyle(join);
+  painter.strokePath(path, rim);
+}
+
+// Lines 8 pixels apart that lie fast on the page, so that the hatches of neighbours meet.
+void PageSurface::Hatch(const QPainterPath& path) {
+  constexpr double apart = 8;
+  const QRectF box = path.boundingRect().intersected(extent);
+  if (box.isEmpty()) return;
+  QList<QLineF> lines;
+  const auto first = [](double from, double offset) { return std::ceil((from - offset) / apart) * apart + offset; };
+  const bool cross = pen.fill == FillStyle::Cross, diagonals = pen.fill == FillStyle::DiagonalCross;
+  if (cross || pen.fill == FillStyle::Horizontal)
+    for (double y = first(box.top(), 4.5); y < box.bottom(); y += apart) lines << QLineF(box.left(), y, box.right(), y);
+  if (cross || pen.fill == FillStyle::Vertical)
+    for (double x = first(box.left(), 4.5); x < box.right(); x += apart) lines << QLineF(x, box.top(), x, box.bottom());
+  if (diagonals || pen.fill == FillStyle::Upward)
+    for (double sum = first(box.left() + box.top(), 1); sum < box.right() + box.bottom(); sum += apart)
+      lines << QLineF(sum - box.top(), box.top(), sum - box.bottom(), box.bottom());
+  if (diagonals || pen.fill == FillStyle::Downward)
+    for (double less = first(box.left() - box.bottom(), 0); less < box.right() - box.top(); less += apart)
+      lines << QLineF(less + box.top(), box.top(), less + box.bottom(), box.bottom());
+  painter.save();
+  painter.setClipPath(path, Qt::IntersectClip);
+  painter.setPen(QPen(QColor::fromRgb(pen.FillColor), 1, Qt::SolidLine, Qt::FlatCap));
+  painter.drawLines(lines);
+  painter.restore();
+}
+
+// Each line is drawn to the width it has on the screen: the page lays out its fonts unhinted, a little wider or
+// narrower.
+void PageSurface::PrintRotated(QPointF at, const QString& text, double degrees) {
+  if (pen.mode == DrawMode::Nop) return;
+  painter.save();
+  painter.setPen(QColor::fromRgb(pen.ForeColor));
+  painter.setFont(face->font);
+  painter.translate(at);
+  painter.rotate(-degrees);
+  For_Each_Line(text, [&](QStringView line, int number) {
+    const QString shown = face->Shown(line.toString());
+    if (shown.isEmpty()) return;
+    const double drawn = QFontMetricsF(face->font, painter.device()).horizontalAdvance(shown);
+    const double wanted = face->LineWidth(line);
+    painter.save();
+    painter.translate(0, number * face->lineHeight + face->ascent);
+    if (drawn > 0 && wanted > 0) painter.scale(wanted / drawn, 1);
+    painter.drawText(QPointF(0, 0), shown);
+    painter.restore();
+  });
+  painter.restore();
+}
+
+}  // namespace
+
+std::unique_ptr<Surface> Make_Page_Surface(QPaintDevice& page, double scale) {
+  return std::make_unique<PageSurface>(page, scale);
+}

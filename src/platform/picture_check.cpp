@@ -1,0 +1,107 @@
+#include "platform/picture_check.h"
+
+#include <QFile>
+#include <QtEndian>
+#include <algorithm>
+#include <cstdlib>
+
+namespace {
+
+const QString cutOff = QStringLiteral("die Datei ist unvollständig (abgeschnitten).");
+
+struct BmpHead {
+  qint64 pixelOffset = 0;
+  qint64 width = 0, height = 0;
+  int bits = 0;
+  quint32 compression = 0;
+};
+
+// Does the packed stream reach its end mark, or at least fill the last row?
+bool Packed_Rows_Complete(const QByteArray& stream, const BmpHead& head) {
+  const auto* at = reinterpret_cast<const uchar*>(stream.constData());
+  const qint64 size = stream.size();
+  qint64 row = 0, column = 0;
+  for (qint64 i = 0; i + 1 < size;) {
+    const int count = at[i], code = at[i + 1];
+    i += 2;
+    if (count > 0) {
+      column += count;
+    } else if (code == 0) {
+      ++row;
+      column = 0;
+    } else if (code == 1) {
+      return true;
+    } else if (code == 2) {
+      if (i + 1 >= size) return false;
+      column += at[i];
+      row += at[i + 1];
+      i += 2;
+    } else {
+      const qint64 bytes = head.bits == 4 ? (code + 1) / 2 : code;
+      if (i + bytes > size) return false;
+      column += code;
+      i += (bytes + 1) / 2 * 2;
+    }
+    if (row >= head.height || (row == head.height - 1 && column >= head.width)) return true;
+  }
+  return false;
+}
+
+QString Bmp_Flaw(QFile& file) {
+  const QByteArray bytes = file.read(54);
+  if (bytes.size() < 26) return cutOff;
+  const char* at = bytes.constData();
+  BmpHead head;
+  head.pixelOffset = qFromLittleEndian<quint32>(at + 10);
+  const quint32 headSize = qFromLittleEndian<quint32>(at + 14);
+  if (headSize == 12) {
+    head.width = qFromLittleEndian<quint16>(at + 18);
+    head.height = qFromLittleEndian<quint16>(at + 20);
+    head.bits = qFromLittleEndian<quint16>(at + 24);
+  } else {
+    if (headSize < 40) return QStringLiteral("der Kopf der Datei ist beschädigt.");
+    if (bytes.size() < 54) return cutOff;
+    head.width = qFromLittleEndian<qint32>(at + 18);
+    head.height = std::abs(static_cast<qint64>(qFromLittleEndian<qint32>(at + 22)));  // below 0: top row first
+    head.bits = qFromLittleEndian<quint16>(at + 28);
+    head.compression = qFromLittleEndian<quint32>(at + 30);
+  }
+  if (head.width <= 0 || head.height <= 0) return QStringLiteral("der Kopf der Datei ist beschädigt.");
+  if (head.compression == 1 || head.compression == 2) {
+    if (!file.seek(head.pixelOffset)) return cutOff;
+    return Packed_Rows_Complete(file.readAll(), head) ? QString() : cutOff;
+  }
+  const qint64 stride = (head.width * head.bits + 31) / 32 * 4;
+  // The last row may lack its filling bytes; some programs do not write them.
+  const qint64 need = head.pixelOffset + stride * (head.height - 1) + (head.width * head.bits + 7) / 8;
+  return file.size() < need ? cutOff : QString();
+}
+
+// The end mark of the picture must stand somewhere behind the start of its scan; a preview in the head has its own.
+QString Jpg_Flaw(QFile& file) {
+  const QByteArray bytes = file.readAll();
+  const auto* at = reinterpret_cast<const uchar*>(bytes.constData());
+  qsizetype i = 2;
+  while (i + 3 < bytes.size() && at[i] == 0xFF && at[i + 1] != 0xDA) {
+    if (at[i + 1] == 0xFF) {
+      ++i;
+      continue;
+    }
+    i += 2 + (at[i + 2] << 8 | at[i + 3]);
+  }
+  return bytes.indexOf("\xFF\xD9", std::min(i, bytes.size())) < 0 ? cutOff : QString();
+}
+
+}  // namespace
+
+QString Picture_Flaw(QFile& file) {
+  const qint64 former = file.pos();
+  const QByteArray head = file.peek(3);
+  QString flaw;
+  if (head.startsWith("BM"))
+    flaw = Bmp_Flaw(file);
+  else if (head.startsWith("\xFF\xD8\xFF"))
+    flaw = Jpg_Flaw(file);
+  file.seek(former);
+  return flaw;
+}

@@ -1,0 +1,123 @@
+#include "platform/region.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr int mostCells = 64;  // a shape over more of them is asked one by one
+
+bool In_Box(const QRectF& box, QPointF p) {
+  return p.x() >= box.left() && p.x() < box.right() && p.y() >= box.top() && p.y() < box.bottom();
+}
+
+// A shape of damaged numbers has no place; it is kept as a row but never hit.
+bool Placed(const QRectF& b) {
+  constexpr double farthest = 1e9;
+  return std::abs(b.left()) < farthest && std::abs(b.top()) < farthest && std::abs(b.right()) < farthest &&
+         std::abs(b.bottom()) < farthest;
+}
+
+bool In_Ellipse(const QRectF& box, QPointF p) {
+  if (!In_Box(box, p)) return false;
+  const double dx = (p.x() - box.center().x()) / (box.width() / 2);
+  const double dy = (p.y() - box.center().y()) / (box.height() / 2);
+  return dx * dx + dy * dy <= 1;
+}
+
+}  // namespace
+
+bool Shape_Contains(const RegionShape& shape, QPointF point) {
+  if (const auto* box = std::get_if<QRectF>(&shape)) return In_Box(box->normalized(), point);
+  if (const auto* ellipse = std::get_if<EllipseShape>(&shape)) return In_Ellipse(ellipse->box.normalized(), point);
+  return std::get<QPolygonF>(shape).containsPoint(point, Qt::OddEvenFill);
+}
+
+QRectF Shape_Bounds(const RegionShape& shape) {
+  if (const auto* box = std::get_if<QRectF>(&shape)) return box->normalized();
+  if (const auto* ellipse = std::get_if<EllipseShape>(&shape)) return ellipse->box.normalized();
+  return std::get<QPolygonF>(shape).boundingRect();
+}
+
+void RegionSet::Clear() {
+  rows.clear();
+  cells.clear();
+  large.clear();
+  built = false;
+}
+
+int RegionSet::Add(RegionShape shape, qint64 key, int kind) {
+  const QRectF bounds = Shape_Bounds(shape);
+  rows.push_back({std::move(shape), key, kind, bounds});
+  built = false;
+  return Count();
+}
+
+void RegionSet::Build() const {
+  if (built) return;
+  built = true;
+  cells.clear();
+  large.clear();
+  columns = lines = 0;
+  // Cells of the same size over all bounds, about one for each row.
+  double left = 1e9, top = 1e9, right = -1e9, bottom = -1e9;
+  for (const EntryRegion& row : rows) {
+    if (!Placed(row.bounds)) continue;
+    left = std::min(left, row.bounds.left());
+    top = std::min(top, row.bounds.top());
+    right = std::max(right, row.bounds.right());
+    bottom = std::max(bottom, row.bounds.bottom());
+  }
+  if (left > right) {  // nothing that has a place
+    extent = {};
+    return;
+  }
+  extent = QRectF(QPointF(left, top), QPointF(std::max(right, left + 1), std::max(bottom, top + 1)));
+  const double side = std::clamp(std::sqrt(static_cast<double>(rows.size())), 1.0, 256.0);
+  columns = lines = static_cast<int>(std::ceil(side));
+  cells.resize(static_cast<size_t>(columns) * static_cast<size_t>(lines));
+  const auto column = [&](double x) {
+    return std::clamp(static_cast<int>((x - extent.left()) / extent.width() * columns), 0, columns - 1);
+  };
+  const auto line = [&](double y) {
+    return std::clamp(static_cast<int>((y - extent.top()) / extent.height() * lines), 0, lines - 1);
+  };
+  for (int number = 1; number <= Count(); ++number) {
+    const QRectF& b = Row(number).bounds;
+    if (!Placed(b)) continue;
+    const int c0 = column(b.left()), c1 = column(b.right()), l0 = line(b.top()), l1 = line(b.bottom());
+    if ((c1 - c0 + 1) * (l1 - l0 + 1) > mostCells) {
+      large.push_back(number);
+      continue;
+    }
+    for (int l = l0; l <= l1; ++l)
+      for (int c = c0; c <= c1; ++c)
+        cells[static_cast<size_t>(l) * static_cast<size_t>(columns) + static_cast<size_t>(c)].push_back(number);
+  }
+}
+
+bool RegionSet::AnyAt(QPointF point) const { return TopAt(point) != 0; }
+
+int RegionSet::TopAt(QPointF point) const { return NextBelow(point, Count() + 1); }
+
+int RegionSet::NextBelow(QPointF point, int above) const {
+  Build();
+  if (cells.empty() || !std::isfinite(point.x()) || !std::isfinite(point.y())) return 0;
+  if (point.x() < extent.left() || point.x() > extent.right() || point.y() < extent.top() ||
+      point.y() > extent.bottom())
+    return 0;
+  const auto highest = [&](const std::vector<int>& numbers) {
+    auto it = std::lower_bound(numbers.begin(), numbers.end(), above);
+    while (it != numbers.begin()) {
+      const EntryRegion& row = Row(*--it);
+      const QRectF& b = row.bounds;
+      if (point.x() < b.left() || point.x() > b.right() || point.y() < b.top() || point.y() > b.bottom()) continue;
+      if (Shape_Contains(row.shape, point)) return *it;
+    }
+    return 0;
+  };
+  const int c = std::clamp(static_cast<int>((point.x() - extent.left()) / extent.width() * columns), 0, columns - 1);
+  const int l = std::clamp(static_cast<int>((point.y() - extent.top()) / extent.height() * lines), 0, lines - 1);
+  const int small = highest(cells[static_cast<size_t>(l) * static_cast<size_t>(columns) + static_cast<size_t>(c)]);
+  return std::max(small, highest(large));
+}

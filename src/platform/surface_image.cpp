@@ -1,0 +1,374 @@
+#include "platform/surface_image.h"
+
+#include <QPainterPath>
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr QRgb opaque = 0xff000000;
+constexpr QRgb fillMark = 0xff000001, penMark = 0xff000002;
+constexpr int scratchPixels = 4 << 20;  // larger shapes are combined in bands
+constexpr double farthest = 1e6;        // beyond it a coordinate can only be a slip, and integers would overflow
+
+int Whole(double value) {
+  return std::isfinite(value) ? static_cast<int>(std::lround(std::clamp(value, -farthest, farthest))) : 0;
+}
+QPoint Whole(QPointF point) { return {Whole(point.x()), Whole(point.y())}; }
+QRect Whole(const QRectF& box) {
+  const QRectF b = box.normalized();
+  return {Whole(b.x()), Whole(b.y()), Whole(b.width()), Whole(b.height())};
+}
+
+// Is the pixel on a line of the hatch? Lines are 8 pixels apart and lie fast on the surface.
+bool On_Hatch(FillStyle style, int x, int y) {
+  switch (style) {
+    case FillStyle::Solid:
+      return true;
+    case FillStyle::None:
+      return false;
+    case FillStyle::Horizontal:
+      return (y & 7) == 4;
+    case FillStyle::Vertical:
+      return (x & 7) == 4;
+    case FillStyle::Upward:
+      return ((x + y) & 7) == 0;
+    case FillStyle::Downward:
+      return ((x - y) & 7) == 0;
+    case FillStyle::Cross:
+      return (y & 7) == 4 || (x & 7) == 4;
+    case FillStyle::DiagonalCross:
+      return ((x + y) & 7) == 0 || ((x - y) & 7) == 0;
+  }
+  return false;
+}
+
+// Calls `work` with the operation of the mode, so that the inner loops hold no switch.
+template <class Work>
+void With_Operation(DrawMode mode, Work work) {
+  switch (mode) {
+    case DrawMode::Invert:
+      return work([](QRgb there, QRgb) { return ~there | opaque; });
+    case DrawMode::And:
+      return work([](QRgb there, QRgb color) { return (there & color) | opaque; });
+    case DrawMode::NotXor:
+      return work([](QRgb there, QRgb color) { return ~(there ^ color) | opaque; });
+    case DrawMode::Copy:
+      return work([](QRgb, QRgb color) { return color | opaque; });
+    case DrawMode::Nop:
+      return;
+  }
+}
+
+}  // namespace
+
+QPen Pen_Of(const PenState& state, QRgb color, double width) {
+  if (state.pen == PenStyle::None) return Qt::NoPen;
+  QPen made(QColor::fromRgb(color), width, Qt::SolidLine, Qt::FlatCap, Qt::RoundJoin);
+  if (width > 1) return made;
+  switch (state.pen) {
+    case PenStyle::Dash:
+      made.setDashPattern({12, 4});
+      break;
+    case PenStyle::Dot:
+      made.setDashPattern({3, 3});
+      break;
+    case PenStyle::DashDot:
+      made.setDashPattern({9, 4, 3, 4});
+      break;
+    case PenStyle::DashDotDot:
+      made.setDashPattern({9, 3, 3, 3, 3, 3});
+      break;
+    default:
+      break;
+  }
+  return made;
+}
+
+ImageSurface::ImageSurface(QImage& image) {
+  Q_ASSERT(image.format() == QImage::Format_RGB32);
+  painter.begin(&image);
+  painter.setRenderHint(QPainter::Antialiasing, false);
+  painter.setRenderHint(QPainter::TextAntialiasing, true);
+  // Taken after the painter has begun: it has made the pixels the image's own, and a copy of the image taken while
+  // the painter works is a deep one.
+  bits = const_cast<uchar*>(image.constBits());
+  bytesPerLine = image.bytesPerLine();
+  whole = clip = image.rect();
+}
+
+ImageSurface::~ImageSurface() = default;
+
+int ImageSurface::PenWidth() const { return std::max(1, Whole(pen.DrawWidth)); }
+
+void ImageSurface::Cls(QRgb color) {
+  for (int y = whole.top(); y <= whole.bottom(); ++y) std::fill_n(RowAt(y), whole.width(), color | opaque);
+}
+
+void ImageSurface::SetClip(const QRectF& area) {
+  clip = area.isEmpty() ? whole : Whole(area).intersected(whole);
+  if (area.isEmpty())
+    painter.setClipping(false);
+  else
+    painter.setClipRect(clip);
+}
+
+void ImageSurface::Tell_Shape(bool filled) {
+  const int width = PenWidth();
+  if (told.valid && !told.forText && told.penColor == pen.ForeColor && told.width == width && told.pen == pen.pen &&
+      told.filled == filled && (!filled || told.brushColor == pen.FillColor))
+    return;
+  painter.setPen(Pen_Of(pen, pen.ForeColor, width));
+  painter.setBrush(filled ? QBrush(QColor::fromRgb(pen.FillColor)) : QBrush(Qt::NoBrush));
+  told = {pen.ForeColor, pen.FillColor, static_cast<double>(width), pen.pen, filled, false, true};
+}
+
+void ImageSurface::Fill_Area(const QRect& area, QRgb color) {
+  const QRect part = area.intersected(clip);
+  if (part.isEmpty()) return;
+  if (pen.mode == DrawMode::Copy) {
+    for (int y = part.top(); y <= part.bottom(); ++y) std::fill_n(RowAt(y) + part.left(), part.width(), color | opaque);
+    return;
+  }
+  With_Operation(pen.mode, [&](auto operation) {
+    for (int y = part.top(); y <= part.bottom(); ++y) {
+      QRgb* row = RowAt(y) + part.left();
+      for (int x = 0; x < part.width(); ++x) row[x] = operation(row[x], color);
+    }
+  });
+}
+
+void ImageSurface::Hatch_Area(const QRect& area) {
+  const QRect part = area.intersected(clip);
+  With_Operation(pen.mode, [&](auto operation) {
+    for (int y = part.top(); y <= part.bottom(); ++y) {
+      QRgb* row = RowAt(y);
+      for (int x = part.left(); x <= part.right(); ++x)
+        if (On_Hatch(pen.fill, x, y)) row[x] = operation(row[x], pen.FillColor);
+    }
+  });
+}
+
+// Draws a shape in pen and fill of the current state: straight with the painter where it can be, else by the mask.
+template <class Draw>
+void ImageSurface::Draw_Shape(const QRect& bounds, bool filled, Draw draw) {
+  const int margin = PenWidth() + 1;
+  const QRect touched = bounds.adjusted(-margin, -margin, margin, margin);
+  if (!Visible(touched) || (!filled && pen.pen == PenStyle::None)) return;
+  if (pen.mode == DrawMode::Copy && (!filled || pen.fill == FillStyle::Solid)) {
+    Tell_Shape(filled);
+    draw(painter);
+    return;
+  }
+  Through_Scratch(touched, [&](QPainter& mask) {
+    mask.setPen(Pen_Of(pen, penMark, PenWidth()));
+    mask.setBrush(filled ? QBrush(QColor::fromRgb(fillMark)) : QBrush(Qt::NoBrush));
+    draw(mask);
+  });
+}
+
+template <class Draw>
+void ImageSurface::Through_Scratch(const QRect& bounds, Draw draw) {
+  const QRect area = bounds.intersected(clip);
+  if (area.isEmpty()) return;
+  const int bandRows = std::max(64, scratchPixels / whole.width());
+  if (scratch.isNull()) {
+    scratch = QImage(whole.width(), std::min(bandRows, whole.height()), QImage::Format_ARGB32_Premultiplied);
+    scratch.fill(0);
+  }
+  for (int top = area.top(); top <= area.bottom(); top += scratch.height()) {
+    const QRect band(area.left(), top, area.width(), std::min(scratch.height(), area.bottom() - top + 1));
+    {
+      QPainter mask(&scratch);
+      mask.setRenderHint(QPainter::TextAntialiasing, false);
+      mask.setClipRect(QRect(QPoint(0, 0), band.size()));
+      mask.translate(-band.topLeft());
+      draw(mask);
+    }
+    Combine_Scratch(band);
+  }
+}
+
+void ImageSurface::Combine_Scratch(const QRect& area) {
+  With_Operation(pen.mode, [&](auto operation) {
+    for (int y = area.top(); y <= area.bottom(); ++y) {
+      QRgb* row = RowAt(y);
+      QRgb* mask = reinterpret_cast<QRgb*>(scratch.scanLine(y - area.top())) - area.left();
+      for (int x = area.left(); x <= area.right(); ++x) {
+        if (mask[x] == 0) continue;
+        if (mask[x] == penMark)
+          row[x] = operation(row[x], pen.ForeColor);
+        else if (pen.fill == FillStyle::Solid || On_Hatch(pen.fill, x, y))
+          row[x] = operation(row[x], pen.FillColor);
+        mask[x] = 0;
+      }
+    }
+  });
+}
+
+void ImageSurface::Line(QPointF from, QPointF to) {
+  const QPoint a = Whole(from), b = Whole(to);
+  if (a == b) return;
+  Draw_Shape(QRect(a, b).normalized() | QRect(a, QSize(1, 1)) | QRect(b, QSize(1, 1)), false,
+             [&](QPainter& on) { on.drawLine(a, b); });
+}
+
+void ImageSurface::FilledBox(const QRectF& box, QRgb color) {
+  if (pen.mode != DrawMode::Nop) Fill_Area(Whole(box), color);
+}
+
+void ImageSurface::Box(const QRectF& box) {
+  const QRect outer = Whole(box);
+  if (outer.isEmpty() || !Visible(outer)) return;
+  const int rim = RimWidth();
+  const QRect inner = outer.adjusted(rim, rim, -rim, -rim);
+  if (Filled() && !inner.isEmpty()) {
+    if (pen.fill == FillStyle::Solid)
+      Fill_Area(inner, pen.FillColor);
+    else
+      Hatch_Area(inner);
+  }
+  if (rim == 0) return;
+  if (pen.pen == PenStyle::Solid || rim > 1) {
+    Draw_Rim(outer, rim);
+    return;
+  }
+  const QPoint corners[] = {outer.topLeft(), outer.topRight(), outer.bottomRight(), outer.bottomLeft()};
+  Draw_Shape(outer, false, [&](QPainter& on) {
+    on.setBrush(Qt::NoBrush);
+    on.drawConvexPolygon(corners, 4);
+  });
+}
+
+void ImageSurface::Draw_Rim(const QRect& box, int width) {
+  if (box.width() <= 2 * width || box.height() <= 2 * width) {
+    Fill_Area(box, pen.ForeColor);
+    return;
+  }
+  Fill_Area({box.left(), box.top(), box.width(), width}, pen.ForeColor);
+  Fill_Area({box.left(), box.bottom() - width + 1, box.width(), width}, pen.ForeColor);
+  const int sides = box.height() - 2 * width;
+  Fill_Area({box.left(), box.top() + width, width, sides}, pen.ForeColor);
+  Fill_Area({box.right() - width + 1, box.top() + width, width, sides}, pen.ForeColor);
+}
+
+void ImageSurface::Ellipse(const QRectF& box) {
+  const QRect outer = Whole(box);
+  if (outer.isEmpty()) return;
+  const int rim = RimWidth();
+  if (rim > 1 && std::min(outer.width(), outer.height()) > rim) {
+    // The middle of a wide pen runs half its width inside the box.
+    const double inset = rim / 2.0;
+    const QRectF middle = QRectF(outer).adjusted(inset, inset, -inset, -inset).translated(-0.5, -0.5);
+    Draw_Shape(outer, Filled(), [&](QPainter& on) { on.drawEllipse(middle); });
+    return;
+  }
+  const int less = rim == 0 ? 0 : 1;
+  const QRect middle(outer.topLeft(), outer.size() - QSize(less, less));
+  Draw_Shape(outer, Filled(), [&](QPainter& on) { on.drawEllipse(middle); });
+}
+
+// Rounds the points into `pixels` and gives their bounds.
+QRect ImageSurface::Bounds_Of(std::span<const QPointF> points) {
+  pixels.clear();
+  if (points.empty()) return {};
+  QPoint low = Whole(points.front()), high = low;
+  for (const QPointF& point : points) {
+    const QPoint p = Whole(point);
+    pixels.push_back(p);
+    low = {std::min(low.x(), p.x()), std::min(low.y(), p.y())};
+    high = {std::max(high.x(), p.x()), std::max(high.y(), p.y())};
+  }
+  return {low, high};
+}
+
+void ImageSurface::Polyline(std::span<const QPointF> points) {
+  if (points.size() < 2) return;
+  const QRect bounds = Bounds_Of(points);
+  Draw_Shape(bounds, false, [&](QPainter& on) { on.drawPolyline(pixels.data(), static_cast<int>(pixels.size())); });
+}
+
+void ImageSurface::Polygon(std::span<const QPointF> points) {
+  if (points.size() < 2) return;
+  const QRect bounds = Bounds_Of(points);
+  Draw_Shape(bounds, Filled(),
+             [&](QPainter& on) { on.drawPolygon(pixels.data(), static_cast<int>(pixels.size()), Qt::OddEvenFill); });
+}
+
+void ImageSurface::Bezier(std::span<const QPointF> points, bool closed) {
+  if (points.size() < 4) return;
+  const QRect bounds = Bounds_Of(points);
+  QPainterPath path(pixels[0]);
+  for (size_t i = 1; i + 2 < pixels.size(); i += 3) path.cubicTo(pixels[i], pixels[i + 1], pixels[i + 2]);
+  if (closed) path.closeSubpath();
+  Draw_Shape(bounds, closed && Filled(), [&](QPainter& on) {
+    if (!closed) on.setBrush(Qt::NoBrush);
+    on.drawPath(path);
+  });
+}
+
+void ImageSurface::Tell_Text() {
+  if (!(told.valid && told.forText && told.penColor == pen.ForeColor)) {
+    painter.setPen(QColor::fromRgb(pen.ForeColor));
+    told = {};
+    told.penColor = pen.ForeColor;
+    told.forText = told.valid = true;
+  }
+  if (paintedFace != face) {
+    painter.setFont(face->font);
+    paintedFace = face;
+  }
+}
+
+void ImageSurface::Print(QPointF at, const QString& text) {
+  const QPoint place = Whole(at);
+  // A glyph may reach a little beyond its box, italics to the side.
+  const int spare = face->lineHeight;
+  if (pen.mode == DrawMode::Nop || place.x() - spare > clip.right() || place.y() - spare > clip.bottom()) return;
+  const QRect bounds(place, QSize(face->TextWidth(text), face->TextHeight(text)));
+  const QRect touched = bounds.adjusted(-spare, -spare, spare, spare);
+  if (!Visible(touched)) return;
+  if (pen.mode == DrawMode::Copy) {
+    Tell_Text();
+    For_Each_Line(text, [&](QStringView line, int number) {
+      if (!line.isEmpty())
+        painter.drawStaticText(place + QPoint(0, number * face->lineHeight), face->Prepared(line.toString()));
+    });
+    return;
+  }
+  Through_Scratch(touched, [&](QPainter& mask) {
+    mask.setPen(QColor::fromRgb(penMark));
+    mask.setFont(face->hard);
+    For_Each_Line(text, [&](QStringView line, int number) {
+      mask.drawText(place + QPoint(0, number * face->lineHeight + face->ascent), face->Shown(line.toString()));
+    });
+  });
+}
+
+void ImageSurface::PrintRotated(QPointF at, const QString& text, double degrees) {
+  const QPoint place = Whole(at);
+  const int reach = face->TextWidth(text) + face->TextHeight(text) + face->lineHeight;
+  const QRect touched = QRect(place, QSize(1, 1)).adjusted(-reach, -reach, reach, reach);
+  if (!Visible(touched)) return;
+  const auto draw = [&](QPainter& on) {
+    const QTransform former = on.transform();
+    on.translate(place);
+    on.rotate(-degrees);
+    For_Each_Line(text, [&](QStringView line, int number) {
+      on.drawText(QPoint(0, number * face->lineHeight + face->ascent), face->Shown(line.toString()));
+    });
+    on.setTransform(former);
+  };
+  if (pen.mode == DrawMode::Copy) {
+    Tell_Text();
+    draw(painter);
+    return;
+  }
+  Through_Scratch(touched, [&](QPainter& mask) {
+    mask.setPen(QColor::fromRgb(penMark));
+    mask.setFont(face->hard);
+    draw(mask);
+  });
+}
+
+std::unique_ptr<Surface> Make_Surface(QImage& image) { return std::make_unique<ImageSurface>(image); }

@@ -1,0 +1,16 @@
+#pragma once
+#include "platform/fonts.h"
+#include "platform/surface.h"
+
+// What all surfaces share: the current font, measured in 96-dpi pixels wherever it is drawn.
+class FontedSurface : public Surface {
+ public:
+  bool SetFont(const FontKey& font) override;
+  const FontKey& Font() const override { return face->key; }
+  int TextWidth(const QString& text) override { return face->TextWidth(text); }
+  int TextHeight(const QString& text) override { return face->TextHeight(text); }
+
+ protected:
+  FontedSurface() : face(&Font_Face({})) {}
+  const FontFace* face;
+};

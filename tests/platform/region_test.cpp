@@ -1,0 +1,95 @@
+#include "platform/region.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+namespace {
+
+TEST(Shapes, EdgesBelongToTheLeftAndTopOnly) {
+  struct Case {
+    RegionShape shape;
+    QPointF point;
+    bool inside;
+  };
+  const QRectF box(10, 20, 30, 40);
+  const QPolygonF ring{{{0, 0}, {40, 0}, {40, 40}, {0, 40}, {0, 0}, {10, 10}, {30, 10}, {30, 30}, {10, 30}, {10, 10}}};
+  const Case cases[] = {
+      {box, {10, 20}, true},
+      {box, {39.9, 59.9}, true},
+      {box, {40, 30}, false},
+      {box, {20, 60}, false},
+      {QRectF(40, 60, -30, -40), {10, 20}, true},
+      {QRectF(5, 5, 0, 0), {5, 5}, false},
+      {EllipseShape{box}, {25, 40}, true},
+      {EllipseShape{box}, {25, 21}, true},
+      {EllipseShape{box}, {12, 22}, false},
+      {EllipseShape{box}, {37, 57}, false},
+      {ring, {5, 5}, true},
+      {ring, {20, 20}, false},
+      {ring, {35, 20}, true},
+  };
+  for (const Case& c : cases)
+    EXPECT_EQ(Shape_Contains(c.shape, c.point), c.inside) << c.point.x() << "," << c.point.y();
+}
+
+// The index must answer as a walk over all rows from the top would, wherever the shapes lie and however large they are.
+TEST(RegionSet, IndexAnswersAsAPlainWalkWould) {
+  std::mt19937 random(4711);
+  std::uniform_real_distribution<double> place(-3000, 3000), size(0, 60);
+  RegionSet set;
+  EXPECT_EQ(set.TopAt({0, 0}), 0);
+  for (int i = 0; i < 3000; ++i) {
+    const double factor = i % 100 == 0 ? 50 : 1;
+    const QRectF box(place(random), place(random), size(random) * factor, size(random) * factor);
+    if (i % 3 == 0)
+      set.Add(box, i, 0);
+    else if (i % 3 == 1)
+      set.Add(EllipseShape{box}, i, 500);
+    else
+      set.Add(QPolygonF({box.topLeft(), box.topRight(), box.center(), box.bottomLeft()}), i, 0);
+  }
+  int hits = 0;
+  for (int i = 0; i < 2000; ++i) {
+    const QPointF point(place(random), place(random));
+    int below = set.Count() + 1;
+    for (int number = set.Count(); number >= 1; --number) {
+      if (!Shape_Contains(set.Row(number).shape, point)) continue;
+      ++hits;
+      ASSERT_EQ(set.NextBelow(point, below), number);
+      if (below > set.Count()) {
+        ASSERT_EQ(set.TopAt(point), number);
+      }
+      below = number;
+    }
+    ASSERT_EQ(set.NextBelow(point, below), 0);
+    ASSERT_EQ(set.AnyAt(point), below <= set.Count());
+  }
+  EXPECT_GT(hits, 500);
+}
+
+TEST(RegionSet, LaterRowsAreFoundAndClearedOnesAreNot) {
+  RegionSet set;
+  set.Add(QRectF(0, 0, 10, 10), 1, 0);
+  EXPECT_EQ(set.TopAt({5, 5}), 1);
+  set.Add(QRectF(0, 0, 10, 10), 7, 500);
+  set.Add(QRectF(1000, 1000, 3, 3), 8, 0);
+  EXPECT_EQ(set.TopAt({5, 5}), 2);
+  EXPECT_EQ(set.Row(2).Bookmark(), "7");
+  EXPECT_EQ(set.TopAt({1001, 1001}), 3);
+  set.Clear();
+  EXPECT_FALSE(set.AnyAt({5, 5}));
+}
+
+TEST(RegionSet, ShapesWithoutPlaceDoNoHarm) {
+  RegionSet set;
+  set.Add(QRectF(qQNaN(), 0, 10, 10), 1, 0);
+  set.Add(QRectF(0, 0, qInf(), 10), 2, 0);
+  set.Add(QPolygonF(), 3, 0);
+  const int good = set.Add(QRectF(0, 0, 10, 10), 4, 0);
+  EXPECT_EQ(set.TopAt({5, 5}), good);
+  EXPECT_EQ(set.TopAt({qQNaN(), 5}), 0);
+  EXPECT_EQ(set.TopAt({50, 50}), 0);
+}
+
+}  // namespace
