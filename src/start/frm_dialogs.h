@@ -4,17 +4,17 @@
 class QDialog;
 class QWidget;
 
-// The dialog windows, one procedure each: shows the window, waits until it is closed (the help window does not wait) and
-// has carried out what the user chose. `parent` is the main window.
+// The dialog windows, one procedure each: shows the window, waits until it is closed (the help window does not wait)
+// and has carried out what the user chose. `parent` is the main window.
 
-void Show_frmMapNeu(QWidget* parent);        // an empty map
-void Show_frmMapSize(QWidget* parent);       // millimetres and resolution of the open map
-void Show_frmMalprg(QWidget* parent);        // the list of paint programs: add, remove, choose
-void Show_frmMalprgOpen(QWidget* parent);    // starts a paint program with the map file
-void Show_frmTipps(QWidget* parent);         // the tips one after the other
+void Show_frmMapNeu(QWidget* parent);      // an empty map
+void Show_frmMapSize(QWidget* parent);     // millimetres and resolution of the open map
+void Show_frmMalprg(QWidget* parent);      // the list of paint programs: add, remove, choose
+void Show_frmMalprgOpen(QWidget* parent);  // starts a paint program with the map file
+void Show_frmTipps(QWidget* parent);       // the tips one after the other
 void Show_frmOptions(QWidget* parent);
-void Show_frmInfo(QWidget* parent);          // name, version and folders of the program
-void Show_frmBildZoom(QWidget* parent);      // zoom factor of the map
+void Show_frmInfo(QWidget* parent);      // name, version and folders of the program
+void Show_frmBildZoom(QWidget* parent);  // zoom factor of the map
 
 // The window shown while no map is open; `parent` places it. Its timer runs while it is visible.
 QWidget* Make_frmMapStart(QWidget* parent);

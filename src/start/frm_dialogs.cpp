@@ -1,0 +1,54 @@
+#include "start/frm_dialogs.h"
+
+#include <QApplication>
+#include <QDialog>
+#include <QPointer>
+#include <QShortcut>
+
+#include "start/dialog_hooks.h"
+#include "start/frmAbgesichert.h"
+#include "start/frmTipps.h"
+#include "start/paint_program.h"
+
+namespace {
+
+QMetaObject::Connection activation;
+
+// The map must not change under a dialog; the next activation looks again.
+void Return_From_Paint_Program() {
+  if (!QApplication::activeModalWidget()) Reload_Changed_Map();
+}
+
+}  // namespace
+
+void Prepare_Dialog(QDialog& dialog, const QString& helpPage) {
+  dialog.setWindowFlag(Qt::WindowContextHelpButtonHint, false);
+  // Only its own main window is blocked, so that the help can be read meanwhile.
+  dialog.setWindowModality(dialog.parentWidget() ? Qt::WindowModal : Qt::ApplicationModal);
+  auto* help = new QShortcut(QKeySequence(Qt::Key_F1), &dialog);
+  QObject::connect(help, &QShortcut::activated, &dialog, [&dialog, helpPage] { Show_Help(&dialog, helpPage); });
+}
+
+void Set_Dialog_Hooks(QWidget* mainWindow) {
+  const QPointer<QWidget> parent(mainWindow);
+  dialogHooks.Abgesichert = [parent](const SafeModeQuestion& question) {
+    FrmAbgesichert dialog(question, parent);
+    dialog.exec();
+    return dialog.Choice();
+  };
+  dialogHooks.BigMapHint = [parent](QSize map, int colorDepth) {
+    FrmTipps dialog(map, colorDepth, parent);
+    dialog.exec();
+  };
+  dialogHooks.Help = [parent](const QString& page) { Show_Help(parent, page); };
+  QObject::disconnect(activation);
+  activation =
+      QObject::connect(qApp, &QGuiApplication::applicationStateChanged, mainWindow, [](Qt::ApplicationState now) {
+        if (now == Qt::ApplicationActive) Return_From_Paint_Program();
+      });
+}
+
+void Clear_Dialog_Hooks() {
+  dialogHooks = {};
+  QObject::disconnect(activation);
+}
