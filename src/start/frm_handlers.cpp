@@ -1,0 +1,111 @@
+#include "start/frm_handlers.h"
+
+#include <QAction>
+#include <QMainWindow>
+#include <QMenuBar>
+
+#include "canvas/map_state.h"
+#include "canvas/view.h"
+#include "start/frm_dialogs.h"
+#include "start/global_state.h"
+#include "start/map_open.h"
+#include "start/mdi_state.h"
+#include "start/table_file.h"
+
+namespace {
+
+constexpr double zoomStep = 1.25;
+
+// Larger or smaller about the middle of the window.
+void Zoom_By(double factor) { Zoom_At(static_cast<double>(Map.Zoom) * factor, Map.ViewWidth / 2, Map.ViewHeight / 2); }
+
+void Close_Map_Window() {
+  Map.Tag = QStringLiteral("Map");
+  Close_Map();
+}
+
+void Load_Overlay(int line) {
+  const QString path = Menu(QStringLiteral("mnuOverlay"), line).Tag;
+  // The line of the open table itself only tells its name.
+  if (!path.isEmpty() && path != TableFile) Load_Other_Table(path);
+}
+
+void Map_Button(QMainWindow& window) {
+  if (frmMDI.MapOpen)
+    Set_Window_Layout();
+  else
+    Open_Menu(window, QStringLiteral("mnuKarte"));
+}
+
+void Add_Map_Handlers(QHash<QString, Handler>& all) {
+  all["mnuMapNeu"] = [](QMainWindow& window, int) { Show_frmMapNeu(&window); };
+  all["mnuFOpen"] = [](QMainWindow&, int) { Choose_Map(); };
+  all["mnuMapLoad"] = [](QMainWindow&, int) { Reload_Map(); };
+  all["mnuNoTable"] = [](QMainWindow&, int) { Toggle_Safe_Mode(); };
+  all["mnuMapClose"] = [](QMainWindow&, int) { Close_Map_Window(); };
+  all["mnuMapSize"] = [](QMainWindow& window, int) { Show_frmMapSize(&window); };
+  all["mnuMalprgOpen"] = [](QMainWindow& window, int) { Show_frmMalprgOpen(&window); };
+  all["mnuMalprg"] = [](QMainWindow& window, int) { Show_frmMalprg(&window); };
+  all["mnuOptionen"] = [](QMainWindow& window, int) { Show_frmOptions(&window); };
+  all["mnuMapFile"] = [](QMainWindow&, int line) { Open_Recent_Map(line); };
+  all["mnuFluraxFini"] = [](QMainWindow& window, int) { window.close(); };
+}
+
+void Add_View_Handlers(QHash<QString, Handler>& all) {
+  for (const char* name : {"mnuZoom200", "mnuZoom100", "mnuZoom75", "mnuZoom50", "mnuZoom25", "mnuZoom10",
+                           "mnuZoomBreite", "mnuZoomHoehe"}) {
+    const QString key = QString::fromLatin1(name);
+    all[key] = [key](QMainWindow&, int) { Set_Zoom_By_Menu(key); };
+  }
+  all["mnuZoomIn"] = [](QMainWindow&, int) { Zoom_By(1 / zoomStep); };
+  all["mnuZoomOut"] = [](QMainWindow&, int) { Zoom_By(zoomStep); };
+  all["mnuZoomFak"] = [](QMainWindow& window, int) { Show_frmBildZoom(&window); };
+  all["mnuBildHell"] = [](QMainWindow&, int) { Set_Light(true); };
+  all["mnuBildDunkel"] = [](QMainWindow&, int) { Set_Light(false); };
+  all["mnuWEinpass"] = [](QMainWindow&, int) { Set_Window_Layout(); };
+}
+
+void Add_Table_Handlers(QHash<QString, Handler>& all) {
+  all["mnuTableNeu"] = [](QMainWindow&, int) { New_Table(); };
+  all["mnuTableLoad"] = [](QMainWindow&, int) { Load_Other_Table({}); };
+  all["mnuTableSave"] = [](QMainWindow&, int) { Save_Table(SaveStep::Save); };
+  all["mnuTableSaveAs"] = [](QMainWindow&, int) { Save_Table(SaveStep::SaveAs); };
+  all["mnuTableRe"] = [](QMainWindow&, int) { Save_Table(SaveStep::Restore); };
+  all["mnuTabComp"] = [](QMainWindow&, int) { Compress_Table(); };
+  all["mnuTabRep"] = [](QMainWindow&, int) { Repair_Table(); };
+  all["mnuOverlay"] = [](QMainWindow&, int line) { Load_Overlay(line); };
+}
+
+void Add_Help_Handlers(QHash<QString, Handler>& all) {
+  all["mnuHelpIndex"] = [](QMainWindow& window, int) { Show_Help(&window); };
+  all["mnuHelpSettings"] = [](QMainWindow& window, int) { Show_Help(&window, QStringLiteral("Einstellungen.htm")); };
+  all["mnuTipps"] = [](QMainWindow& window, int) { Show_frmTipps(&window); };
+  all["mnuInfo"] = [](QMainWindow& window, int) { Show_frmInfo(&window); };
+}
+
+}  // namespace
+
+const QHash<QString, Handler>& Menu_Handlers() {
+  static const QHash<QString, Handler> handlers = [] {
+    QHash<QString, Handler> all;
+    Add_Map_Handlers(all);
+    Add_View_Handlers(all);
+    Add_Table_Handlers(all);
+    Add_Help_Handlers(all);
+    return all;
+  }();
+  return handlers;
+}
+
+const QHash<QString, Handler>& Tool_Handlers() {
+  static const QHash<QString, Handler> handlers = {
+      {"Map", [](QMainWindow& window, int) { Map_Button(window); }},
+      {"SAV", [](QMainWindow&, int) { Save_Table(SaveStep::Save); }},
+  };
+  return handlers;
+}
+
+void Open_Menu(QMainWindow& window, const QString& key) {
+  for (QAction* action : window.menuBar()->actions())
+    if (action->objectName() == key) window.menuBar()->setActiveAction(action);
+}

@@ -1,0 +1,14 @@
+#pragma once
+#include <QHash>
+#include <QString>
+#include <functional>
+
+class QMainWindow;
+
+// What the menu entries and tool buttons do, by their keys. `line` is the number of the line (1..10) in a list, else 0.
+using Handler = std::function<void(QMainWindow& window, int line)>;
+const QHash<QString, Handler>& Menu_Handlers();
+const QHash<QString, Handler>& Tool_Handlers();
+
+// Opens a menu of the menu bar as its access key does.
+void Open_Menu(QMainWindow& window, const QString& key);

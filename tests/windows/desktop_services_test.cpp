@@ -1,0 +1,136 @@
+#include "desktop/desktop_services.h"
+
+#include <QApplication>
+#include <QMessageBox>
+#include <QProgressDialog>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+
+#include "desktop/desktop_dialogs.h"
+#include "support/fixture.h"
+
+namespace {
+
+// Acts on the dialog that the next call shows.
+void When_Shown(const std::function<void(QWidget&)>& act) {
+  QTimer::singleShot(30, qApp, [act] {
+    QWidget* dialog = QApplication::activeModalWidget();
+    ASSERT_NE(dialog, nullptr);
+    act(*dialog);
+  });
+}
+
+QStringList Captions(const QWidget& box) {
+  QStringList texts;
+  for (const auto* button : box.findChildren<QPushButton*>()) texts << button->text().remove(QLatin1Char('&'));
+  texts.sort();
+  return texts;
+}
+
+}  // namespace
+
+TEST(DesktopMessageTest, ButtonsAreGermanAndEscapeIsTheCarefulAnswer) {
+  const struct {
+    MsgButtons buttons;
+    QStringList captions;
+    MsgAnswer first, careful;
+  } cases[] = {
+      {MsgButtons::Ok, {"OK"}, MsgAnswer::Ok, MsgAnswer::Ok},
+      {MsgButtons::OkCancel, {"Abbrechen", "OK"}, MsgAnswer::Ok, MsgAnswer::Cancel},
+      {MsgButtons::YesNo, {"Ja", "Nein"}, MsgAnswer::Yes, MsgAnswer::No},
+      {MsgButtons::YesNoCancel, {"Abbrechen", "Ja", "Nein"}, MsgAnswer::Yes, MsgAnswer::Cancel},
+  };
+  for (const auto& [buttons, captions, first, careful] : cases) {
+    MsgRequest request;
+    request.text = QStringLiteral("Zeile 1\rZeile <b>2</b>");
+    request.buttons = buttons;
+    request.title = QStringLiteral(" Karte öffnen. ");
+    When_Shown([&captions = captions](QWidget& box) {
+      EXPECT_EQ(Captions(box), captions);
+      EXPECT_EQ(box.windowTitle(), QStringLiteral("Karte öffnen."));
+      EXPECT_EQ(qobject_cast<QMessageBox*>(&box)->text(), QStringLiteral("Zeile 1\nZeile <b>2</b>"));
+      QTest::keyClick(&box, Qt::Key_Escape);
+    });
+    EXPECT_EQ(Desktop_Message(request), careful);
+    When_Shown([](QWidget& box) { QTest::keyClick(&box, Qt::Key_Return); });
+    EXPECT_EQ(Desktop_Message(request), first);
+    if (buttons == MsgButtons::Ok) continue;
+    request.defaultButton = MsgDefault::Second;
+    When_Shown([](QWidget& box) { QTest::keyClick(&box, Qt::Key_Return); });
+    EXPECT_EQ(Desktop_Message(request), buttons == MsgButtons::OkCancel ? MsgAnswer::Cancel : MsgAnswer::No);
+  }
+}
+
+TEST(DesktopMessageTest, HourglassGoesAwayWhileTheUserIsAsked) {
+  QApplication::setOverrideCursor(Qt::WaitCursor);
+  When_Shown([](QWidget& box) {
+    EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::ArrowCursor);
+    box.close();
+  });
+  Desktop_Message({.text = QStringLiteral("Frage"), .title = QString()});
+  ASSERT_NE(QApplication::overrideCursor(), nullptr);
+  EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
+  QApplication::restoreOverrideCursor();
+}
+
+TEST(DesktopFileDialogTest, FiltersAreThoseOfTheService) {
+  EXPECT_EQ(Dialog_Filters(QStringLiteral("Bitmap (*.bmp;  *.gif)|*.bmp;*.gif"), false),
+            QStringList({"Bitmap (*.bmp *.gif)", "Alle Dateien (*)"}));
+  EXPECT_EQ(Dialog_Filters(QStringLiteral("Quelldateien (*.bmp)|*.bmp|Alle Dateien (*.*)|*.*"), true),
+            QStringList({"Quelldateien (*.bmp)", "Alle Dateien (*)"}));
+  EXPECT_EQ(Dialog_Filters(QStringLiteral("Tabellen|*.MDB"), true), QStringList({"Tabellen (*.MDB)"}));
+  EXPECT_EQ(Dialog_Filters(QString(), true), QStringList({"Alle Dateien (*)"}));
+}
+
+TEST(DesktopFileDialogTest, CancelGivesNothingAndSaveAddsTheEnding) {
+  const QTemporaryDir folder;
+  FileRequest request;
+  request.save = true;
+  request.title = QStringLiteral("Sichern");
+  request.folder = folder.path();
+  request.name = QStringLiteral("Leere_Karte");
+  request.defaultExtension = QStringLiteral("BMP");
+  request.filter = QStringLiteral("Karte|*.bmp");
+  When_Shown([](QWidget& dialog) {
+    EXPECT_TRUE(Captions(dialog).contains(QStringLiteral("Abbrechen"))) << Captions(dialog).join(' ');
+    QTest::keyClick(&dialog, Qt::Key_Escape);
+  });
+  EXPECT_FALSE(Desktop_File_Dialog(request).has_value());
+  When_Shown([](QWidget& dialog) { QMetaObject::invokeMethod(&dialog, "accept"); });
+  EXPECT_EQ(Desktop_File_Dialog(request).value_or(QString()), folder.path() + QStringLiteral("/Leere_Karte.BMP"));
+}
+
+TEST(DesktopInputBoxTest, ProposalIsTakenOrTheInputCancelled) {
+  When_Shown([](QWidget& dialog) { QTest::keyClick(&dialog, Qt::Key_Return); });
+  EXPECT_EQ(Desktop_Input_Box(QStringLiteral("Name:"), {}, QStringLiteral("Wiese")).value_or(QString()),
+            QStringLiteral("Wiese"));
+  When_Shown([](QWidget& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
+  EXPECT_FALSE(Desktop_Input_Box(QStringLiteral("Name:"), {}, QStringLiteral("Wiese")).has_value());
+}
+
+TEST(DesktopProgressTest, CancelButtonStopsTheWork) {
+  const auto face = Make_Desktop_Progress();
+  face->Show(QStringLiteral("Tabelle komprimieren"), 10);
+  EXPECT_TRUE(face->Step(3));
+  auto* window = qobject_cast<QProgressDialog*>(QApplication::activeModalWidget());
+  ASSERT_NE(window, nullptr);
+  EXPECT_EQ(window->value(), 3);
+  auto* cancel = window->findChild<QPushButton*>();
+  ASSERT_NE(cancel, nullptr);
+  EXPECT_EQ(cancel->text(), QStringLiteral("Abbrechen"));
+  QTest::mouseClick(cancel, Qt::LeftButton);
+  EXPECT_FALSE(face->Step(4));
+}
+
+TEST(DesktopShellTest, TellsTheEndOfAProgramAndThatOneIsMissing) {
+  const ShellFace shell = Desktop_Shell();
+  bool ended = false;
+  ASSERT_TRUE(shell.start(QStringLiteral("/bin/sh"), {"-c", "exit 3"}, [&ended] { ended = true; }));
+  EXPECT_TRUE(QTest::qWaitFor([&ended] { return ended; }, 3000));
+  ended = false;
+  EXPECT_FALSE(shell.start(QStringLiteral("/nirgends/malprogramm"), {}, [&ended] { ended = true; }));
+  QTest::qWait(50);
+  EXPECT_FALSE(ended);
+  EXPECT_FALSE(shell.open(QStringLiteral("/nirgends/karte.bmp")));
+}

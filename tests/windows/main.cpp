@@ -1,0 +1,18 @@
+#include <gmock/gmock.h>
+
+#include <clocale>
+
+#include "desktop/application.h"
+#include "desktop/desktop_services.h"
+#include "support/surroundings.h"
+
+// Tests of windows need the application of the windows; it takes the place of the plain one.
+int main(int argc, char** argv) {
+  ::testing::InitGoogleMock(&argc, argv);
+  Set_Test_Surroundings();
+  Application application(argc, argv);
+  Prepare_Application(application);
+  QApplication::setQuitOnLastWindowClosed(false);
+  std::setlocale(LC_NUMERIC, "C");
+  return RUN_ALL_TESTS();
+}

@@ -1,0 +1,174 @@
+#include <QMdiSubWindow>
+#include <QPainter>
+#include <QScrollBar>
+#include <QWheelEvent>
+
+#include "canvas/view.h"
+#include "start/events.h"
+#include "start/global_state.h"
+#include "windows/window_fixture.h"
+
+namespace {
+
+class MapWindowTest : public WindowTest {
+ protected:
+  // A map whose colour tells the position: red grows with x, green with y.
+  void Open_Colored(int width, int height) {
+    QImage picture(width, height, QImage::Format_RGB32);
+    for (int y = 0; y < height; ++y)
+      for (int x = 0; x < width; ++x) picture.setPixel(x, y, qRgb(x / 16, y / 16, 0));
+    const QString path = Path(QStringLiteral("Farbkarte.bmp"));
+    ASSERT_TRUE(picture.save(path));
+    FileDialogScript files;
+    files.Answer(path);
+    Choose(QStringLiteral("mnuFOpen"));
+    ASSERT_TRUE(frmMDI.MapOpen);
+  }
+  void Wheel(QPoint at, QPoint delta, Qt::KeyboardModifiers keys) {
+    QWidget* pic = Canvas();
+    QWheelEvent event(at, pic->mapToGlobal(at), {}, delta, Qt::NoButton, keys, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(pic, &event);
+    Settle();
+  }
+  QMdiSubWindow* Frame() { return qobject_cast<QMdiSubWindow*>(window->Map_Window().parentWidget()); }
+  // The window shows the map position it says it shows.
+  void Check_Picture() {
+    const QImage shown = Canvas()->grab().toImage();
+    for (const QPoint at : {QPoint(5, 5), QPoint(Map.ViewWidth / 2, Map.ViewHeight / 2)}) {
+      const QRgb color = shown.pixel(at);
+      EXPECT_NEAR(qRed(color), Map_X(at.x()) / 16, 2) << at.x();
+      EXPECT_NEAR(qGreen(color), Map_Y(at.y()) / 16, 2) << at.y();
+    }
+  }
+};
+
+}  // namespace
+
+TEST_F(MapWindowTest, ScrollBarsMoveTheView) {
+  Open_Colored(3200, 2400);
+  auto* right = Child<QScrollBar>("HScroller");
+  auto* down = Child<QScrollBar>("VScroller");
+  ASSERT_TRUE(right->isVisible());
+  ASSERT_TRUE(down->isVisible());
+  EXPECT_EQ(right->maximum(), 100);
+  EXPECT_EQ(right->value(), Map.HScroller.Value);
+  right->setValue(100);
+  down->setValue(100);
+  Settle();
+  EXPECT_EQ(Map.ViewLeft + Map.ViewWidth, MapWidthPx);
+  EXPECT_EQ(Map.ViewTop + Map.ViewHeight, MapHeightPx);
+  Check_Picture();
+  right->setValue(0);
+  down->setValue(0);
+  EXPECT_EQ(Map.ViewLeft, 0);
+  EXPECT_EQ(Map.ViewTop, 0);
+  right->setValue(37);
+  EXPECT_NEAR(Map.ViewLeft, (MapWidthPx - Map.ViewWidth) * 0.37, 2);
+  EXPECT_EQ(right->value(), 37);
+  Check_Picture();
+}
+
+TEST_F(MapWindowTest, WheelAndKeysScrollAndStopAtTheRim) {
+  Open_Colored(3200, 2400);
+  Scroll_By(-10000, -10000);
+  Wheel({100, 100}, {0, -120}, Qt::NoModifier);
+  EXPECT_EQ(Map.ViewLeft, 0);
+  const int notch = Map.ViewTop;
+  EXPECT_GT(notch, 20);
+  Wheel({100, 100}, {0, -240}, Qt::NoModifier);
+  EXPECT_EQ(Map.ViewTop, 3 * notch);
+  Wheel({100, 100}, {0, -120}, Qt::ShiftModifier);
+  EXPECT_EQ(Map.ViewLeft, notch);
+  EXPECT_GT(Child<QScrollBar>("VScroller")->value(), 0);
+  Check_Picture();
+  Wheel({100, 100}, {0, 12000}, Qt::NoModifier);
+  EXPECT_EQ(Map.ViewTop, 0);
+  QTest::keyClick(&window->Map_Window(), Qt::Key_PageDown);
+  EXPECT_EQ(Map.ViewTop, Map.ViewHeight);
+  QTest::keyClick(&window->Map_Window(), Qt::Key_Right);
+  EXPECT_GT(Map.ViewLeft, notch);
+}
+
+TEST_F(MapWindowTest, ControlWheelKeepsTheMapPositionUnderThePointer) {
+  Open_Colored(3200, 2400);
+  ScrollMap(1600, 1200);
+  const QPoint at(300, 200);
+  for (const int delta : {120, 120, -120, -120, -60}) {
+    const QPoint before(Map_X(at.x()), Map_Y(at.y()));
+    const float zoom = Map.Zoom;
+    Wheel(at, {0, delta}, Qt::ControlModifier);
+    EXPECT_EQ(Map.Zoom<zoom, delta> 0);
+    EXPECT_NEAR(Map_X(at.x()), before.x(), 2 + 2 * Map.Zoom);
+    EXPECT_NEAR(Map_Y(at.y()), before.y(), 2 + 2 * Map.Zoom);
+    Check_Picture();
+  }
+}
+
+TEST_F(MapWindowTest, MaximisedWindowFollowsTheMainWindow) {
+  Open_Colored(3200, 2400);
+  for (const QSize size : {QSize(800, 600), QSize(1300, 900), QSize(640, 480)}) {
+    window->resize(size);
+    Settle();
+    EXPECT_EQ(Map.ScaleWidth, window->Map_Window().width());
+    EXPECT_EQ(Map.ScaleHeight, window->Map_Window().height());
+    EXPECT_EQ(Map.ViewWidth, Canvas()->width());
+    EXPECT_EQ(Map.ViewHeight, Canvas()->height());
+    EXPECT_EQ(frmMDI.InnerWidth, Map.ScaleWidth);
+    Check_Picture();
+  }
+}
+
+TEST_F(MapWindowTest, NormalWindowShrinksToASmallMapAndObeysTheUser) {
+  Open_Colored(400, 320);
+  Choose(QStringLiteral("mnuWEinpass"));
+  EXPECT_FALSE(Frame()->isMaximized());
+  EXPECT_EQ(Canvas()->size(), QSize(400, 320));
+  EXPECT_FALSE(Map.HScroller.Visible);
+  EXPECT_EQ(Frame()->pos(), QPoint(0, 0));
+  // Dragging the frame smaller brings the bars, and the frame stays where the user leaves it.
+  Frame()->resize(260, 220);
+  Settle();
+  EXPECT_EQ(Frame()->size(), QSize(260, 220));
+  EXPECT_EQ(Map.ScaleWidth, window->Map_Window().width());
+  EXPECT_TRUE(Child<QScrollBar>("HScroller")->isVisible());
+  EXPECT_TRUE(Child<QScrollBar>("VScroller")->isVisible());
+  Check_Picture();
+  // Larger than the map: grey around it.
+  Frame()->resize(600, 500);
+  Settle();
+  EXPECT_FALSE(Child<QScrollBar>("HScroller")->isVisible());
+  const QImage shown = Canvas()->grab().toImage();
+  EXPECT_EQ(shown.pixel(shown.width() - 2, shown.height() - 2), QBColor(7));
+  EXPECT_EQ(shown.pixel(398, 318), qRgb(398 / 16, 318 / 16, 0));
+}
+
+TEST_F(MapWindowTest, MinimisingAndMaximisingByTheUserIsTold) {
+  Open_Colored(400, 320);
+  Frame()->showNormal();
+  Settle();
+  EXPECT_FALSE(Map.Maximized);
+  Frame()->showMinimized();
+  Settle();
+  EXPECT_TRUE(Map.Minimized);
+  Frame()->showMaximized();
+  Settle();
+  EXPECT_FALSE(Map.Minimized);
+  EXPECT_TRUE(Map.Maximized);
+  EXPECT_EQ(Map.ScaleWidth, window->Map_Window().width());
+  Check_Picture();
+}
+
+TEST_F(MapWindowTest, TextStandsThereWhileAMapIsBeingOpened) {
+  QImage loading;
+  events.BackgroundText.Connect([&](const QString& text) {
+    if (!text.isEmpty()) loading = Canvas()->grab().toImage();
+  });
+  Open_Colored(400, 320);
+  ASSERT_FALSE(loading.isNull());
+  int dark = 0;
+  for (int y = 0; y < loading.height(); ++y)
+    for (int x = 0; x < loading.width(); ++x) dark += qGray(loading.pixel(x, y)) < 80;
+  EXPECT_GT(dark, 300);
+  EXPECT_EQ(loading.pixel(loading.width() - 3, loading.height() - 3), QBColor(7));
+  Check_Picture();  // afterwards the map alone
+}

@@ -1,0 +1,312 @@
+#include <QDragEnterEvent>
+#include <QMdiSubWindow>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMimeData>
+#include <QSet>
+#include <QToolBar>
+#include <QToolButton>
+
+#include "platform/files.h"
+#include "start/events.h"
+#include "start/frm_handlers.h"
+#include "start/global_state.h"
+#include "start/menu_table.h"
+#include "start/toolbar_table.h"
+#include "start/window_support.h"
+#include "windows/window_fixture.h"
+
+namespace {
+
+const QStringList zoomKeys = {"mnuZoom200", "mnuZoom100", "mnuZoom75",     "mnuZoom50",
+                              "mnuZoom25",  "mnuZoom10",  "mnuZoomBreite", "mnuZoomHoehe"};
+
+QString Access_Key(const QString& caption) {
+  QString plain = caption;
+  plain.replace(QLatin1String("&&"), QString());
+  const auto at = plain.indexOf(QLatin1Char('&'));
+  return at < 0 ? QString() : plain.mid(at + 1, 1).toLower();
+}
+
+}  // namespace
+
+TEST(MenuTableTest, EveryEntryCanBeReachedAndDoesSomething) {
+  QSet<QString> menus = {QString()}, keys, shortcuts, access, done;
+  for (const MenuRow& row : Menu_Table()) {
+    EXPECT_TRUE(menus.contains(row.parent)) << row.key << " before its menu " << row.parent;
+    if (row.kind == MenuKind::Separator) continue;
+    EXPECT_FALSE(keys.contains(row.key)) << row.key;
+    keys << row.key;
+    if (row.kind == MenuKind::Menu)
+      menus << row.key;
+    else
+      EXPECT_TRUE(Menu_Handlers().contains(row.key)) << row.key << " has no handler";
+    for (const QString& shortcut : row.shortcut.split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
+      EXPECT_FALSE(shortcuts.contains(shortcut)) << shortcut << " twice";
+      EXPECT_FALSE(QKeySequence(shortcut, QKeySequence::PortableText).isEmpty()) << shortcut;
+      shortcuts << shortcut;
+    }
+    const QString letter = Access_Key(row.caption);
+    if (letter.isEmpty()) continue;
+    EXPECT_FALSE(access.contains(row.parent + letter)) << row.key << ": access key " << letter << " twice in a menu";
+    access << row.parent + letter;
+  }
+  for (auto handler = Menu_Handlers().keyBegin(); handler != Menu_Handlers().keyEnd(); ++handler)
+    EXPECT_TRUE(keys.contains(*handler)) << *handler << " has no entry";
+}
+
+TEST(ToolbarTableTest, OnlyBuiltButtonsAreShownAndEachDoesSomething) {
+  for (const ToolRow& row : Toolbar_Table()) EXPECT_TRUE(!row.built || Tool_Handlers().contains(row.key)) << row.key;
+  const auto norm = Toolbar_Buttons(QStringLiteral("Norm"));
+  ASSERT_FALSE(norm.empty());
+  EXPECT_EQ(norm.front().Key, QStringLiteral("Map"));
+  EXPECT_FALSE(Tool_Help(QStringLiteral("Norm"), QStringLiteral("SAV")).isEmpty());
+  // What belongs to an entry in hand is not there without one.
+  for (const ToolButton& button : norm) EXPECT_NE(button.Key, QStringLiteral("Del"));
+}
+
+TEST_F(WindowTest, WithoutMapOnlyOpeningAndHelpAreOffered) {
+  QStringList enabled;
+  for (const QAction* menu : window->menuBar()->actions())
+    if (menu->isEnabled()) enabled << menu->objectName();
+  EXPECT_EQ(enabled, QStringList({"mnuKarte", "mnuHilfe"}));
+  for (const char* key : {"mnuMapClose", "mnuMapLoad", "mnuMapSize", "mnuTableSave", "mnuZoom100", "mnuBildHell"})
+    EXPECT_FALSE(window->Action(key)->isEnabled()) << key;
+  for (const char* key : {"mnuMapNeu", "mnuFOpen", "mnuNoTable", "mnuOptionen", "mnuFluraxFini", "mnuHelpIndex"})
+    EXPECT_TRUE(window->Action(key)->isEnabled()) << key;
+  EXPECT_EQ(window->windowTitle(), QStringLiteral("FLURAX - 100%"));
+  ASSERT_NE(Child<QWidget>("frmMapStart"), nullptr);
+  EXPECT_TRUE(Child<QWidget>("frmMapStart")->isVisible());
+  EXPECT_TRUE(Child<QToolBar>("Toolbar1")->isHidden());
+  EXPECT_EQ(Child<ElidedLabel>("Panel1")->Whole_Text(), InfoBar.Panel[0]);
+}
+
+TEST_F(WindowTest, MenuOpensMapAndCloseBringsStartWindowBack) {
+  Open(700, 500);
+  EXPECT_TRUE(Canvas()->isVisible());
+  EXPECT_EQ(Child<QWidget>("frmMapStart"), nullptr);
+  EXPECT_FALSE(Child<QToolBar>("Toolbar1")->isHidden());
+  EXPECT_EQ(window->Map_Window().windowTitle(), Map.Caption);
+  EXPECT_TRUE(window->windowTitle().startsWith(QLatin1String("FLURAX - 100%"))) << window->windowTitle();
+  EXPECT_TRUE(window->Action("mnuZoom100")->isChecked());
+  EXPECT_TRUE(window->Action("mnuTableSave")->isEnabled());
+  EXPECT_TRUE(window->Action("mnuMapFile", 1)->isVisible());
+
+  Choose(QStringLiteral("mnuMapClose"));
+  EXPECT_FALSE(frmMDI.MapOpen);
+  EXPECT_FALSE(Canvas()->isVisible());
+  EXPECT_TRUE(Child<QWidget>("frmMapStart")->isVisible());
+  EXPECT_FALSE(window->Action("mnuTableSave")->isEnabled());
+
+  // The recent list opens it again.
+  Choose(QStringLiteral("mnuMapFile"), 1);
+  EXPECT_TRUE(frmMDI.MapOpen);
+  EXPECT_TRUE(Canvas()->isVisible());
+}
+
+TEST_F(WindowTest, ClosingTheMapWindowClosesTheMapOnce) {
+  Open(300, 200);
+  auto* child = qobject_cast<QMdiSubWindow*>(window->Map_Window().parentWidget());
+  ASSERT_NE(child, nullptr);
+  int closed = 0;
+  events.MapClosed.Connect([&closed] { ++closed; });
+  child->close();
+  Settle();
+  EXPECT_EQ(closed, 1);
+  EXPECT_FALSE(frmMDI.MapOpen);
+  EXPECT_FALSE(child->isVisible());
+  Open(320, 200);  // the window serves the next map
+  EXPECT_TRUE(child->isVisible());
+  EXPECT_EQ(MapWidthPx, 320);
+}
+
+TEST_F(WindowTest, ZoomEntriesAreCheckedOneAtATime) {
+  Open(2400, 1800);
+  for (const QString& key : zoomKeys) {
+    Choose(key);
+    for (const QString& other : zoomKeys)
+      EXPECT_EQ(window->Action(other)->isChecked(), other == key) << other << " after " << key;
+    const int percent = static_cast<int>(100.0F / Map.Zoom);
+    EXPECT_TRUE(window->windowTitle().startsWith(QStringLiteral("FLURAX - %1%").arg(percent))) << window->windowTitle();
+  }
+  // The same entry once more keeps its check.
+  Choose(zoomKeys.last());
+  EXPECT_TRUE(window->Action(zoomKeys.last())->isChecked());
+  // Full width: no bar below, and all of the map's width in the window.
+  Choose(QStringLiteral("mnuZoomBreite"));
+  EXPECT_FALSE(Map.HScroller.Visible);
+  EXPECT_NEAR(Map_X(Canvas()->width()), MapWidthPx, 4 * Map.Zoom);
+  Choose(QStringLiteral("mnuZoomHoehe"));
+  EXPECT_FALSE(Map.VScroller.Visible);
+  EXPECT_NEAR(Map_Y(Canvas()->height()), MapHeightPx, 4 * Map.Zoom);
+}
+
+TEST_F(WindowTest, LightAndDarkAreAPair) {
+  Open(300, 200);
+  Choose(QStringLiteral("mnuBildHell"));
+  EXPECT_TRUE(window->Action("mnuBildHell")->isChecked());
+  EXPECT_FALSE(window->Action("mnuBildDunkel")->isChecked());
+  Choose(QStringLiteral("mnuBildDunkel"));
+  EXPECT_FALSE(window->Action("mnuBildHell")->isChecked());
+  EXPECT_TRUE(window->Action("mnuBildDunkel")->isChecked());
+  // Choosing the checked one leaves the check where it is.
+  Choose(QStringLiteral("mnuBildDunkel"));
+  EXPECT_TRUE(window->Action("mnuBildDunkel")->isChecked());
+}
+
+TEST_F(WindowTest, SafeModeTellsItsStateInTheMenu) {
+  MessageScript messages;
+  messages.Expect(QStringLiteral("Wählen Sie diese Option"));
+  Choose(QStringLiteral("mnuNoTable"));
+  EXPECT_TRUE(window->Action("mnuNoTable")->isChecked());
+  EXPECT_TRUE(frmMDI.SafeMode);
+  EXPECT_EQ(window->Action("mnuNoTable")->text(), Menu(QStringLiteral("mnuNoTable")).Caption);
+  messages.Expect(QStringLiteral("zuletzt bearbeiteten Karteneinträgen"));
+  Choose(QStringLiteral("mnuNoTable"));
+  EXPECT_FALSE(window->Action("mnuNoTable")->isChecked());
+}
+
+TEST_F(WindowTest, ListLinesShowPathsAsTheyAre) {
+  Menu(QStringLiteral("mnuMapFile"), 1).Caption = QStringLiteral("/karten/Tier & Pflanze.bmp");
+  Menu(QStringLiteral("mnuMapFile"), 2).Caption.clear();
+  events.StateChanged.Emit();
+  EXPECT_EQ(window->Action("mnuMapFile", 1)->text(), QStringLiteral("/karten/Tier && Pflanze.bmp"));
+  EXPECT_FALSE(window->Action("mnuMapFile", 2)->isVisible());
+  Menu(QStringLiteral("mnuMapFile"), 1).Visible = false;
+  events.StateChanged.Emit();
+  EXPECT_FALSE(window->Action("mnuMapFile", 1)->isVisible());
+}
+
+TEST_F(WindowTest, ToolbarFollowsItsStateAndTheOptions) {
+  Open(300, 200);
+  auto* toolbar = Child<QToolBar>("Toolbar1");
+  const struct {
+    ToolbarPlace place;
+    Qt::ToolBarArea area;
+  } places[] = {{ToolbarPlace::Bottom, Qt::BottomToolBarArea},
+                {ToolbarPlace::Left, Qt::LeftToolBarArea},
+                {ToolbarPlace::Right, Qt::RightToolBarArea},
+                {ToolbarPlace::Top, Qt::TopToolBarArea}};
+  for (const auto& [place, where] : places) {
+    frmMDI.toolbarPlace = place;
+    events.StateChanged.Emit();
+    EXPECT_EQ(window->toolBarArea(toolbar), where);
+    EXPECT_TRUE(toolbar->isVisible());
+  }
+  for (const bool raised : {true, false}) {
+    frmMDI.raisedButtons = raised;
+    events.StateChanged.Emit();
+    for (QAction* action : toolbar->actions())
+      EXPECT_NE(qobject_cast<QToolButton*>(toolbar->widgetForAction(action))->autoRaise(), raised);
+  }
+  ASSERT_NE(Toolbar1.Button(QStringLiteral("SAV")), nullptr);
+  Toolbar1.Button(QStringLiteral("SAV"))->Enabled = false;
+  events.StateChanged.Emit();
+  EXPECT_FALSE(toolbar->findChild<QAction*>("SAV")->isEnabled());
+  // Full text, picture and explanation: nothing is left to guess.
+  for (const QAction* action : toolbar->actions()) {
+    EXPECT_FALSE(action->icon().isNull()) << action->objectName();
+    EXPECT_FALSE(action->statusTip().isEmpty()) << action->objectName();
+  }
+}
+
+TEST_F(WindowTest, HelpOfAnEntryStandsInTheSecondPanelOnlyWhileItIsMeant) {
+  InfoBar.Panel[1] = QStringLiteral("F1 - Hilfe");
+  events.StateChanged.Emit();
+  auto* panel = Child<ElidedLabel>("Panel2");
+  window->Action("mnuFOpen")->hover();
+  window->Action("mnuFOpen")->showStatusText(window.get());
+  EXPECT_EQ(panel->Whole_Text(), window->Action("mnuFOpen")->statusTip());
+  QStatusTipEvent leave{QString()};
+  QApplication::sendEvent(window.get(), &leave);
+  EXPECT_EQ(panel->Whole_Text(), QStringLiteral("F1 - Hilfe"));
+}
+
+TEST_F(WindowTest, LongStatusTextIsWholeInTheToolTip) {
+  auto* panel = Child<ElidedLabel>("Panel3");
+  InfoBar.Panel[2] = QStringLiteral("kurz");
+  events.StateChanged.Emit();
+  EXPECT_TRUE(panel->toolTip().isEmpty());
+  InfoBar.Panel[2] = QString(400, QLatin1Char('m'));
+  events.StateChanged.Emit();
+  EXPECT_EQ(panel->toolTip(), InfoBar.Panel[2]);
+  EXPECT_LE(window->width(), 1100);  // the text does not push the window open
+}
+
+TEST_F(WindowTest, DroppedMapOpensOtherFilesDoNot) {
+  const auto drop = [this](const QString& path) {
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(path)});
+    QDragEnterEvent enter({50, 50}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(window.get(), &enter);
+    if (!enter.isAccepted()) return false;
+    QDropEvent event(QPointF(50, 50), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(window.get(), &event);
+    Settle();
+    return true;
+  };
+  const QString text = Path(QStringLiteral("Notiz.txt"));
+  Write_Lines(text, {QStringLiteral("keine Karte")});
+  EXPECT_FALSE(drop(text));
+  EXPECT_FALSE(frmMDI.MapOpen);
+  const QString map = Make_Map(QStringLiteral("Übersicht Nord.bmp"), 200, 150);
+  EXPECT_TRUE(drop(map));
+  ASSERT_TRUE(frmMDI.MapOpen);
+  EXPECT_EQ(MapFile, map);
+  EXPECT_EQ(Menu(QStringLiteral("mnuMapFile"), 1).Tag, map);
+}
+
+TEST_F(WindowTest, MapButtonOpensMenuOrFitsTheWindow) {
+  const auto press = [this] { Tool_Handlers().value(QStringLiteral("Map"))(*window, 0); };
+  press();
+  EXPECT_EQ(window->menuBar()->activeAction(), window->Action("mnuKarte"));
+  window->menuBar()->setActiveAction(nullptr);
+  Open(300, 200);
+  ASSERT_TRUE(Map.Maximized);
+  press();
+  Settle();
+  EXPECT_FALSE(Map.Maximized);
+  EXPECT_EQ(window->Map_Window().size(), QSize(300, 200));
+}
+
+TEST_F(WindowTest, ClosingTheMainWindowClosesTheTableWithoutAQuestion) {
+  Open(300, 200);
+  ASSERT_TRUE(dbEntries);
+  const QString table = TableFile;
+  EXPECT_TRUE(window->close());
+  EXPECT_FALSE(frmMDI.MapOpen);
+  EXPECT_FALSE(dbEntries);
+  EXPECT_TRUE(File_Exists(table));
+  EXPECT_TRUE(Find_Files(folder.path(), QStringLiteral("*.ldb")).isEmpty());
+}
+
+namespace {
+struct Thrower : QObject {
+  bool event(QEvent* event) override {
+    if (event->type() != QEvent::User) return QObject::event(event);
+    Raise(errors::diskFull);
+  }
+};
+}  // namespace
+
+TEST_F(WindowTest, UncaughtErrorIsToldAndTheProgramGoesOn) {
+  Open(300, 200);
+  Thrower thrower;
+  {
+    MessageScript messages;
+    messages.Expect(QStringLiteral("Programmfehler "), MsgAnswer::No);
+    QApplication::postEvent(&thrower, new QEvent(QEvent::User));
+    Settle();
+    ASSERT_EQ(messages.Seen().size(), 1U);
+    EXPECT_TRUE(messages.Seen()[0].text.contains(QLatin1String("Programm beenden ?")));
+    EXPECT_TRUE(messages.Seen()[0].text.contains(Error_Text(errors::diskFull)));
+  }
+  EXPECT_TRUE(window->isVisible());
+  EXPECT_TRUE(frmMDI.MapOpen);
+  MessageScript messages;
+  messages.Expect(QStringLiteral("Programmfehler "), MsgAnswer::Yes);
+  QApplication::postEvent(&thrower, new QEvent(QEvent::User));
+  Settle();
+  EXPECT_FALSE(window->isVisible());
+  EXPECT_FALSE(frmMDI.MapOpen);
+}

@@ -1,0 +1,55 @@
+#pragma once
+#include <QAction>
+#include <QTest>
+#include <memory>
+
+#include "canvas/map_state.h"
+#include "canvas/map_window.h"
+#include "canvas/redraw.h"
+#include "start/mdi_state.h"
+#include "start/mdi_window.h"
+#include "start/program_start.h"
+#include "support/fixture.h"
+
+// A main window that has started without a map.
+class WindowTest : public FluraxTest {
+ protected:
+  void SetUp() override {
+    FluraxTest::SetUp();
+    window = std::make_unique<MdiWindow>();
+    window->show();
+    Program_Start({});
+    Settle();
+  }
+  void TearDown() override {
+    Program_End();
+    window.reset();
+    FluraxTest::TearDown();
+  }
+
+  // Time for the sizes to settle and for what was put off.
+  static void Settle() { QTest::qWait(60); }
+  void Choose(const QString& key, int line = 0) {
+    QAction* action = window->Action(key, line);
+    ASSERT_NE(action, nullptr) << key.toStdString();
+    ASSERT_TRUE(action->isEnabled()) << key.toStdString() << " is disabled";
+    ASSERT_TRUE(action->isVisible()) << key.toStdString() << " is hidden";
+    action->trigger();
+    Settle();
+  }
+  // Opens a white map of the size through the menu.
+  void Open(int width, int height) {
+    const QString path = Make_Map(QStringLiteral("Karte.bmp"), width, height);
+    FileDialogScript files;
+    files.Answer(path);
+    Choose(QStringLiteral("mnuFOpen"));
+    ASSERT_TRUE(frmMDI.MapOpen);
+  }
+  template <typename T>
+  T* Child(const char* name) const {
+    return window->findChild<T*>(QString::fromLatin1(name));
+  }
+  QWidget* Canvas() const { return Child<QWidget>("pic"); }
+
+  std::unique_ptr<MdiWindow> window;
+};
