@@ -14,6 +14,10 @@ struct LiveControl {
   bool Visible = false;
   int Left = 0, Top = 0, Width = 0, Height = 0;
   QString Tag, Text;
+  // Font of the edit box.
+  QString FontName = QStringLiteral("Arial");
+  double FontSize = 10;  // points
+  bool FontBold = false, FontItalic = false, FontUnderline = false, FontTransparent = false;
 };
 
 struct MapClipState {

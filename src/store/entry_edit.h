@@ -1,14 +1,16 @@
 #pragma once
 #include <QString>
 
-// Saving a text from the edit box (Map.Text2) at window position x, y. False if nothing was saved (too long: message).
+// Saving a text from the edit box (Map.Text2) at window position x, y. False if nothing was saved (too long: message, and
+// the edit box stays as it is). Afterwards Map.Text2.Tag is "Old" and the row is the current one.
 bool Save_Text_Entry(int x, int y, QString text);
 inline constexpr int longestText = 253;  // characters the edit box takes
-// Deletes the current entry after a question. False if it stayed.
+// Deletes the current entry after a question, with its vertex table. False if it stayed. With Map.RemoveReferenceOnly
+// only its reference line goes.
 bool Delete_Entry();
-// Foot point of the current text row at window position x, y.
+// Foot point of the current text or picture row at window position x, y.
 void Set_Foot_Point(int x, int y);
 // Brings the twelve columns of the current row to sound values. True if something was changed.
 bool Repair_Row();
-// Takes all blanks out of a text / trims it by the option.
+// The typed text without leading and trailing blanks if the option says so.
 QString Trimmed_Input(const QString& text);

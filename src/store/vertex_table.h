@@ -17,6 +17,9 @@ QString Next_Figure_ID();
 // Makes the table anew, empty.
 void Create_Vertex_Table(const QString& name);
 void Write_Vertices(const QString& name, const std::vector<QPoint>& points);  // in one transaction
-// All vertices up to the stop mark (xf below -15000). A missing or damaged table has none.
+// Drops the vertex table of that name; anything that is no vertex table stays. False if nothing was dropped.
+bool Drop_Vertex_Table(const QString& name);
+// All vertices up to the stop mark (xf below -15000). A missing or damaged table has none. The reference lasts until
+// the next call.
 const std::vector<QPoint>& Load_Vertices(const QString& name);
 inline constexpr int stopMark = -16000, stopLimit = -15000;

@@ -1,0 +1,167 @@
+#include "store/entry.h"
+
+#include <limits>
+
+#include "platform/text.h"
+#include "start/global_state.h"
+#include "store/table_state.h"
+
+namespace {
+
+FieldInfo Text_Field(const char* name) { return {QString::fromUtf8(name), FieldType::Text, 79}; }
+FieldInfo Number_Field(const char* name) { return {QString::fromUtf8(name), FieldType::Integer, 0}; }
+
+int Read_Int16(const Recordset& rows, int number) {
+  const qint64 value = rows.Integer(number);
+  if (value < std::numeric_limits<int16_t>::min() || value > std::numeric_limits<int16_t>::max())
+    Raise(errors::overflow);
+  return static_cast<int>(value);
+}
+
+// Rows of older tables may hold the size of a square instead of its corner.
+bool Holds_Corner(const EntryRow& row) {
+  return EntryType::Parse(row.Typ).Kind() == EntryKind::PlanSquare && row.Xline > row.Xmap && row.Yline > row.Ymap;
+}
+
+}  // namespace
+
+TableDef MapData_Def() {
+  return {QStringLiteral("MapData"),
+          {Text_Field("ID"), Text_Field("Eintrag"), Text_Field("Schrift"),
+           FieldInfo{QStringLiteral("Größe"), FieldType::Double, 0}, Number_Field("VG"), Number_Field("HG"),
+           Number_Field("RA"), Number_Field("Xmap"), Number_Field("Ymap"), Number_Field("Xline"), Number_Field("Yline"),
+           Number_Field("Typ")}};
+}
+
+TableDef Qdata_Def() { return {QStringLiteral("Qdata"), {Text_Field("Nr"), Text_Field("Ort"), Text_Field("Spzf")}}; }
+
+TableDef Vertex_Def(const QString& name) { return {name, {Number_Field("xf"), Number_Field("yf")}}; }
+
+void Make_Template(Database& database) {
+  database.BeginTrans();
+  try {
+    database.CreateTable(MapData_Def());
+    database.CreateTable(Qdata_Def());
+    const auto settings = database.OpenRecordset(QStringLiteral("Qdata"));
+    settings->AddNew();
+    settings->Set(0, QStringLiteral("FSZ"));
+    settings->Set(1, QStringLiteral("1"));
+    settings->Update();
+  } catch (...) {
+    database.Rollback();
+    throw;
+  }
+  database.CommitTrans();
+}
+
+EntryRow Read_Entry(const Recordset& rows) {
+  EntryRow row;
+  row.ID = rows.Text(column::ID);
+  row.Eintrag = rows.Text(column::Eintrag);
+  row.Schrift = rows.Text(column::Schrift);
+  row.Groesse = rows.Number(column::Groesse);
+  row.VG = Read_Int16(rows, column::VG);
+  row.HG = Read_Int16(rows, column::HG);
+  row.RA = Read_Int16(rows, column::RA);
+  row.Xmap = Read_Int16(rows, column::Xmap);
+  row.Ymap = Read_Int16(rows, column::Ymap);
+  row.Xline = Read_Int16(rows, column::Xline);
+  row.Yline = Read_Int16(rows, column::Yline);
+  row.Typ = Read_Int16(rows, column::Typ);
+  return row;
+}
+
+void Write_Entry(Recordset& rows, const EntryRow& entry) {
+  rows.Set(column::ID, entry.ID);
+  rows.Set(column::Eintrag, entry.Eintrag);
+  rows.Set(column::Schrift, entry.Schrift);
+  rows.Set(column::Groesse, entry.Groesse);
+  const auto number = [&rows](int where, int value) { rows.Set(where, static_cast<qint64>(To_Int16(value))); };
+  number(column::VG, entry.VG);
+  number(column::HG, entry.HG);
+  number(column::RA, entry.RA);
+  number(column::Xmap, entry.Xmap);
+  number(column::Ymap, entry.Ymap);
+  number(column::Xline, entry.Xline);
+  number(column::Yline, entry.Yline);
+  number(column::Typ, entry.Typ);
+}
+
+namespace {
+
+// A row that cannot be written leaves no half-open edit behind.
+void Write_And_Update(const EntryRow& entry) {
+  try {
+    Write_Entry(*rsEntries, entry);
+    rsEntries->Update();
+  } catch (...) {
+    if (rsEntries->Editing()) rsEntries->CancelUpdate();
+    throw;
+  }
+  Tbl.Tag = QStringLiteral("Dirty");
+}
+
+}  // namespace
+
+void Append_Entry(const EntryRow& entry) {
+  rsEntries->AddNew();
+  Write_And_Update(entry);
+}
+
+void Update_Entry(const EntryRow& entry) {
+  rsEntries->Edit();
+  Write_And_Update(entry);
+}
+
+EntryBox entry_box(const EntryRow& row) {
+  if (Holds_Corner(row)) return {row.Xmap, row.Ymap, row.Xline - row.Xmap, row.Yline - row.Ymap};
+  return {row.Xmap, row.Ymap, row.Xline, row.Yline};
+}
+
+void set_entry_box(EntryRow& row, const EntryBox& box) {
+  row.Xmap = box.x;
+  row.Ymap = box.y;
+  const bool corner = EntryType::Parse(row.Typ).Kind() == EntryKind::PlanSquare;
+  row.Xline = corner ? box.x + box.width : box.width;
+  row.Yline = corner ? box.y + box.height : box.height;
+}
+
+QString Entry_Name() {
+  const QString id = rsEntries->Text(column::ID);
+  const auto typ = static_cast<int>(rsEntries->Integer(column::Typ));
+  const EntryType type = EntryType::Parse(typ);
+  MsgText = id + u'\n';
+  if (type.IsText()) {
+    const bool symbol = FontSpec::Parse(rsEntries->Text(column::Schrift)).IsSymbol();
+    MsgText = symbol ? QStringLiteral("Symbol\n") : QStringLiteral("Text\n");
+  } else if (type.Kind() == EntryKind::Picture) {
+    MsgText = QStringLiteral("Bild\n");
+  } else if (type.Kind() == EntryKind::Scale) {
+    MsgText = QStringLiteral("Maßstab ") + Number_Text(rsEntries->Number(column::Groesse)) + u' ';
+  } else if (type.Kind() == EntryKind::PlanSquare || type.Kind() == EntryKind::PlanDesign) {
+    MsgText = QStringLiteral("Planquadrat\n");
+  }
+  return MsgText;
+}
+
+KeepCurrentRow::KeepCurrentRow() {
+  if (rsEntries && rsEntries->Position() >= 0) bookmark = rsEntries->Bookmark();
+}
+
+KeepCurrentRow::~KeepCurrentRow() {
+  if (!rsEntries || !rsEntries->IsOpen() || bookmark.isEmpty()) return;
+  try {
+    if (rsEntries->HasRow(bookmark)) {
+      rsEntries->SetBookmark(bookmark);
+    } else {
+      rsEntries->MoveLast();
+    }
+  } catch (const Error&) {
+    // The table went away under the cursor; whoever loads it again sets the row.
+  }
+}
+
+int Entry_Count() {
+  if (!rsEntries || !rsEntries->IsOpen()) return 0;
+  return std::max(0, rsEntries->RecordCount() - 1);
+}

@@ -1,0 +1,326 @@
+#include "store/entry_edit.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "canvas/map_state.h"
+#include "platform/message_box.h"
+#include "platform/text.h"
+#include "start/events.h"
+#include "start/global_state.h"
+#include "start/mdi_state.h"
+#include "store/entry.h"
+#include "store/table_state.h"
+#include "store/vertex_table.h"
+
+namespace {
+
+constexpr QChar emptyMark = QChar(160);  // an empty label, told apart from a missing one
+
+// Blanks only: the mark of an empty label is no blank.
+QString Without_Outer_Blanks(const QString& text) {
+  qsizetype from = 0, to = text.size();
+  while (from < to && text[from] == u' ') ++from;
+  while (to > from && text[to - 1] == u' ') --to;
+  return text.mid(from, to - from);
+}
+
+void Back_To_Current() {
+  if (!Map.CurBookmark.isEmpty() && rsEntries->HasRow(Map.CurBookmark)) rsEntries->SetBookmark(Map.CurBookmark);
+}
+
+void Tell_Row_Changed() {
+  Map.CurBookmark = rsEntries->Position() >= 0 ? rsEntries->Bookmark() : QString();
+  events.TableChanged.Emit();
+  events.CurrentRowChanged.Emit();
+}
+
+QString Text_To_Save(const QString& typed) {
+  QString text = Trimmed_Input(typed);
+  if (Map.Text2.Tag == QLatin1String("Neu") && Without_Outer_Blanks(text).isEmpty()) return emptyMark;
+  if (text.size() > 1 && text[0] == emptyMark) text.remove(0, 1);
+  return text;
+}
+
+bool Fits_Column(const QString& text) {
+  if (text.size() <= Tbl.EintragSize) return true;
+  Message_Box(QStringLiteral("Dieser Text hat %1 Zeichen und ist zu lang.\nEin Karteneintrag kann höchstens %2 Zeichen "
+                             "aufnehmen.\nBitte kürzen Sie den Text.")
+                  .arg(text.size())
+                  .arg(Tbl.EintragSize),
+              MsgButtons::Ok, MsgIcon::Warning, QStringLiteral("Text zu lang"));
+  return false;
+}
+
+double Box_Font_Size() {
+  if (Map.Text2.FontSize > 0) return Map.Text2.FontSize;
+  return EntFontSize > 0 ? EntFontSize : 10;
+}
+
+// Family and angle stay those of the row; the styles are those of the edit box.
+QString Font_Of_Box(const FontSpec& former) {
+  FontSpec font = former;
+  if (font.family.isEmpty()) font.family = EntFont.isEmpty() ? Map.Text2.FontName : EntFont;
+  if (font.family.isEmpty()) font.family = QStringLiteral("Arial");
+  font.bold = Map.Text2.FontBold;
+  font.italic = Map.Text2.FontItalic;
+  font.underline = Map.Text2.FontUnderline;
+  font.transparent = Map.Text2.FontTransparent;
+  font.charset = EntCharset;
+  return font.ToText();
+}
+
+bool Holds_Font(const EntryType& type, const QString& schrift) {
+  if (type.IsFigure()) return !FillCode::IsFill(schrift);
+  return type.Kind() != EntryKind::Scale && type.Kind() != EntryKind::Picture;
+}
+
+void Set_Colors(EntryRow& row, const EntryType& type) {
+  const bool blackOnBlack = frmMDI.tableColors && CurVG == 0 && CurHG == 0;
+  const bool withoutBox = type.IsPolygon() || (type.base >= 1 && type.base <= 3);
+  row.VG = CurVG;
+  row.HG = blackOnBlack ? 14 : CurHG;
+  if (withoutBox && Map.Text2.FontTransparent) row.HG = 15;
+  row.RA = CurRA;
+}
+
+EntryRow New_Text_Row() {
+  FontSpec font;
+  font.family = EntFont;
+  font.angle = EntAngle;
+  EntryRow row;
+  row.ID = QStringLiteral("Text");
+  row.Schrift = font.ToText();
+  return row;
+}
+
+}  // namespace
+
+QString Trimmed_Input(const QString& text) { return frmMDI.trimInput ? Without_Outer_Blanks(text) : text; }
+
+bool Save_Text_Entry(int x, int y, QString text) {
+  if (!rsEntries) return false;
+  Back_To_Current();
+  const bool isNew = Map.Text2.Tag == QLatin1String("Neu");
+  if (!isNew && Map.Text2.Tag != QLatin1String("Change")) return false;
+  text = Text_To_Save(text);
+  if (!isNew && (rsEntries->Position() < 1 || rsEntries->Integer(column::Typ) < 0)) return false;
+  EntryRow row = isNew ? New_Text_Row() : Read_Entry(*rsEntries);
+  const EntryType type = EntryType::Parse(row.Typ);
+  const bool scale = type.Kind() == EntryKind::Scale;
+  if (!scale) {
+    if (!Fits_Column(text)) return false;
+    row.Eintrag = text;
+    row.Xmap = Map_X(x);
+    row.Ymap = Map_Y(y);
+    Set_Colors(row, type);  // the colour columns of a scale bar hold its direction
+  }
+  if (Holds_Font(type, row.Schrift)) row.Schrift = Font_Of_Box(FontSpec::Parse(row.Schrift));
+  if (row.Groesse > 0 || type.base == 0) row.Groesse = scale ? row.Groesse : Box_Font_Size();
+  if (isNew) {
+    Append_Entry(row);
+    rsEntries->MoveLast();
+  } else {
+    Update_Entry(row);
+  }
+  Map.Text2.Tag = QStringLiteral("Old");
+  Menu(QStringLiteral("mnuReset")).Caption = QStringLiteral("Rückgängig");
+  Tell_Row_Changed();
+  events.StateChanged.Emit();
+  return true;
+}
+
+// Deleting -----------------------------------------------------------------------------------------------------------
+
+namespace {
+
+void Show_How_Entries_Are_Made() {
+  Message_Box(
+      QStringLiteral("Einträge erstellen Sie so:\nWählen Sie in der Werkzeugleiste oder im Menü 'Objekt' die Art des "
+                     "Eintrags\n(Text, Symbol, Bild, Linie, Fläche oder Figur)\nund klicken Sie dann auf die "
+                     "Stelle der Karte,\nan der er stehen soll."),
+      MsgButtons::Ok, MsgIcon::Information, QStringLiteral("Die Karte enthält noch keine Einträge"));
+}
+
+bool Ask_To_Delete(const QString& text) {
+  if (text == QLatin1String("Entwurf")) return true;  // an unfinished drawing
+  const QString question = Entry_Name() + text + QStringLiteral("\n\nSoll dieser Eintrag gelöscht werden?");
+  return Message_Box(question, MsgButtons::YesNo, MsgIcon::Question, QStringLiteral("Eintrag löschen"),
+                     MsgDefault::Second) == MsgAnswer::Yes;
+}
+
+// Does another row draw from the same vertex table?
+bool Is_Shared(const QString& table) {
+  const KeepCurrentRow keep;
+  int users = 0;
+  for (rsEntries->MoveFirst(); !rsEntries->Eof(); rsEntries->MoveNext()) {
+    const EntryType type = EntryType::Parse(static_cast<int>(rsEntries->Integer(column::Typ)));
+    if (!type.IsPolygon() && !type.IsFreeFigure()) continue;
+    if (EntryId::Parse(rsEntries->Text(column::ID)).TableName() == table) ++users;
+  }
+  return users > 1;
+}
+
+// Row and vertex table go together or not at all.
+void Delete_Row_And_Vertices(const EntryType& type) {
+  QString table;
+  if (type.IsPolygon() || type.IsFreeFigure()) table = Vertex_Table_Name();
+  if (!table.isEmpty() && Is_Shared(table)) table.clear();
+  rsAux.reset();
+  dbEntries->BeginTrans();
+  try {
+    rsEntries->Delete();
+    if (!table.isEmpty()) Drop_Vertex_Table(table);
+  } catch (...) {
+    dbEntries->Rollback();
+    throw;
+  }
+  dbEntries->CommitTrans();
+  Tbl.Tag = QStringLiteral("Dirty");
+}
+
+void Forget_Scale() {
+  MapHasScale = false;
+  MapUnit.clear();
+  MapUnitPerPixel = 0;
+}
+
+void Hide_Controls(const EntryType& type) {
+  Map.Text2.Visible = false;
+  Map.imgBild.Visible = false;
+  Map.imgRfLine.Visible = false;
+  if (type.Kind() == EntryKind::PlanSquare) Map.lblPLQ.Visible = false;
+  if (type.IsFigure()) Map.lblShape.Visible = false;
+}
+
+bool Remove_Reference() {
+  EntryRow row = Read_Entry(*rsEntries);
+  const EntryType type = EntryType::Parse(row.Typ);
+  if (!type.IsText() && type.Kind() != EntryKind::Picture) return false;  // elsewhere the two hold other things
+  row.Xline = row.Yline = 0;
+  Update_Entry(row);
+  Map.imgRfLine.Visible = false;
+  return true;
+}
+
+}  // namespace
+
+bool Delete_Entry() {
+  if (Entry_Count() == 0) {
+    Show_How_Entries_Are_Made();
+    return false;
+  }
+  Back_To_Current();
+  if (rsEntries->Position() < 0) return false;
+  if (Map.RemoveReferenceOnly) {
+    if (!Remove_Reference()) return false;
+  } else {
+    if (Map.Text2.Tag == QLatin1String("Neu")) {
+      Map.Text2.Text.clear();
+      Map.Text2.Visible = false;
+      Map.Text2.Tag = QStringLiteral("Old");
+      return false;
+    }
+    if (rsEntries->Position() == 0 || EntryId::Parse(rsEntries->Text(column::ID)).IsHeader()) {
+      rsEntries->MoveFirst();
+      return false;
+    }
+    const EntryType type = EntryType::Parse(static_cast<int>(rsEntries->Integer(column::Typ)));
+    if (!Ask_To_Delete(rsEntries->Text(column::Eintrag))) return false;
+    Delete_Row_And_Vertices(type);
+    if (type.Kind() == EntryKind::Scale) Forget_Scale();
+    Hide_Controls(type);
+    rsEntries->MoveLast();
+  }
+  Tell_Row_Changed();
+  events.RedrawWanted.Emit();
+  return true;
+}
+
+void Set_Foot_Point(int x, int y) {
+  if (!rsEntries) return;
+  Back_To_Current();
+  if (rsEntries->Position() < 1) return;
+  EntryRow row = Read_Entry(*rsEntries);
+  const EntryType type = EntryType::Parse(row.Typ);
+  if (!type.IsText() && type.Kind() != EntryKind::Picture) return;
+  Map.imgRfLine.Left = x - 8;  // the marker is 16 pixels wide
+  Map.imgRfLine.Top = y - 8;
+  const int mapX = Map_X(x), mapY = Map_Y(y);
+  if (row.Xline == mapX && row.Yline == mapY) return;
+  row.Xline = mapX;
+  row.Yline = mapY;
+  row.ID = EntryId::Parse(row.ID).WithoutReferenceDigit().ToText();
+  Update_Entry(row);
+  events.TableChanged.Emit();
+}
+
+// Repair -------------------------------------------------------------------------------------------------------------
+
+namespace {
+
+QString Raw_Text(int number) {
+  const Value& value = rsEntries->Raw(number);
+  if (const auto* text = std::get_if<QString>(&value)) return *text;
+  if (const auto* whole = std::get_if<qint64>(&value)) return QString::number(*whole);
+  if (const auto* real = std::get_if<double>(&value)) return QString::number(*real);
+  return {};
+}
+
+// The number that is stored, even as a text; `instead` where it is none or beyond the limits.
+double Sound_Number(int number, double lowest, double highest, double instead) {
+  const Value& value = rsEntries->Raw(number);
+  double found = std::numeric_limits<double>::quiet_NaN();
+  if (const auto* text = std::get_if<QString>(&value)) {
+    bool isNumber = false;
+    const double read = QString(*text).replace(u',', u'.').toDouble(&isNumber);
+    if (isNumber) found = read;
+  } else if (const auto* whole = std::get_if<qint64>(&value)) {
+    found = static_cast<double>(*whole);
+  } else if (const auto* real = std::get_if<double>(&value)) {
+    found = *real;
+  }
+  return found >= lowest && found <= highest ? found : instead;
+}
+
+int Sound_Whole(int number, int lowest, int highest, int instead) {
+  return static_cast<int>(std::lrint(Sound_Number(number, lowest, highest, instead)));
+}
+
+bool Is_Stored(const EntryRow& row) {
+  const auto numbers = {std::pair{column::VG, row.VG},       std::pair{column::HG, row.HG},
+                        std::pair{column::RA, row.RA},       std::pair{column::Xmap, row.Xmap},
+                        std::pair{column::Ymap, row.Ymap},   std::pair{column::Xline, row.Xline},
+                        std::pair{column::Yline, row.Yline}, std::pair{column::Typ, row.Typ}};
+  for (const auto& [where, value] : numbers) {
+    const auto* stored = std::get_if<qint64>(&rsEntries->Raw(where));
+    if (stored == nullptr || *stored != value) return false;
+  }
+  if (std::holds_alternative<QString>(rsEntries->Raw(column::Groesse))) return false;
+  return Raw_Text(column::ID) == row.ID && Raw_Text(column::Eintrag) == row.Eintrag &&
+         Raw_Text(column::Schrift) == row.Schrift && rsEntries->Number(column::Groesse) == row.Groesse;
+}
+
+}  // namespace
+
+bool Repair_Row() {
+  constexpr int largest = std::numeric_limits<int16_t>::max();
+  EntryRow row;
+  row.ID = Without_Outer_Blanks(Raw_Text(column::ID)).left(79);
+  row.Eintrag = Without_Outer_Blanks(Raw_Text(column::Eintrag)).left(std::min(79, Tbl.EintragSize));
+  row.Schrift = Raw_Text(column::Schrift);
+  if (row.Schrift.isEmpty() || row.Schrift.size() >= 80) row.Schrift = QStringLiteral("Arial");
+  row.Groesse = Sound_Number(column::Groesse, -80, 80, 10);
+  row.VG = Sound_Whole(column::VG, 0, 16, 0);
+  row.HG = Sound_Whole(column::HG, 0, 16, 15);
+  row.RA = Sound_Whole(column::RA, 0, 16, 0);
+  row.Xmap = Sound_Whole(column::Xmap, 0, largest, 0);
+  row.Ymap = Sound_Whole(column::Ymap, 0, largest, 0);
+  row.Xline = Sound_Whole(column::Xline, 0, largest, 0);
+  row.Yline = Sound_Whole(column::Yline, 0, largest, 0);
+  row.Typ = Sound_Whole(column::Typ, -1, 4, 0);
+  if (Is_Stored(row)) return false;
+  Update_Entry(row);
+  return true;
+}

@@ -1,0 +1,150 @@
+#include "store/vertex_table.h"
+
+#include <algorithm>
+#include <array>
+
+#include "platform/message_box.h"
+#include "platform/text.h"
+#include "start/global_state.h"
+#include "store/entry.h"
+#include "store/table_state.h"
+
+namespace {
+
+constexpr int tableLimit = 1000;
+
+// Number of a table "<kind><digits>"; -1 for every other name.
+int Table_Number(const QString& table, const QString& kind) {
+  if (!table.startsWith(kind, Qt::CaseInsensitive)) return -1;
+  const QStringView rest = QStringView(table).mid(kind.size());
+  if (rest.isEmpty() || rest.size() > 6) return -1;
+  if (!std::all_of(rest.begin(), rest.end(), [](QChar c) { return c >= u'0' && c <= u'9'; })) return -1;
+  return rest.toInt();
+}
+
+bool Has_Vertex_Columns(const TableDef& table) {
+  return table.fields.size() == 2 && table.fields[0].name == QLatin1String("xf") &&
+         table.fields[1].name == QLatin1String("yf");
+}
+
+bool Is_Vertex_Table(const QString& name) {
+  const std::vector<TableDef>& tables = dbEntries->TableDefs();
+  return std::any_of(tables.begin(), tables.end(), [&name](const TableDef& table) {
+    return table.name.compare(name, Qt::CaseInsensitive) == 0 && Has_Vertex_Columns(table);
+  });
+}
+
+using NumberFlags = std::array<bool, tableLimit>;
+
+// A row whose table is gone still names its number: a new line there would lend it its shape.
+void Tick_Numbers_Of_Rows(const QString& kind, NumberFlags& used) {
+  const KeepCurrentRow keep;
+  for (rsEntries->MoveFirst(); !rsEntries->Eof(); rsEntries->MoveNext()) {
+    const QString id = rsEntries->Text(column::ID);
+    if (!id.contains(kind)) continue;
+    const int number = Table_Number(EntryId::Parse(id).TableName(), kind);
+    if (number >= 0 && number < tableLimit) used[static_cast<size_t>(number)] = true;
+  }
+}
+
+}  // namespace
+
+QString Vertex_Table_Name() {
+  EntID = EntryId::Parse(rsEntries->Text(column::ID)).TableName();
+  return EntID;
+}
+
+QString New_Poly_Table(const QString& kind) {
+  if (kind != QLatin1String("Linie") && kind != QLatin1String("Flaeche")) {
+    Message_Box(QStringLiteral("Falscher Id-Tabellen-Name"));
+    return {};
+  }
+  QString inHand;
+  if (rsEntries->Position() >= 0) inHand = EntryId::Parse(rsEntries->Text(column::ID)).TableName();
+  NumberFlags used{};
+  QStringList stale;
+  for (const TableDef& table : dbEntries->TableDefs()) {
+    const int number = Table_Number(table.name, kind);
+    if (number < 0) continue;
+    const bool keep = table.name == inHand || table.name == EntID || !Has_Vertex_Columns(table);
+    if (!keep && dbEntries->RowCount(table.name) < 2) {
+      stale.append(table.name);
+    } else if (number < tableLimit) {
+      used[static_cast<size_t>(number)] = true;
+    }
+  }
+  for (const QString& name : stale) dbEntries->DropTable(name);
+  Tick_Numbers_Of_Rows(kind, used);
+  const auto free = std::find(used.begin(), used.end(), false);
+  if (free == used.end()) {
+    Message_Box(QStringLiteral("maximale Zahl der Polygone = 1000!"));
+    return {};
+  }
+  return kind + QString::number(free - used.begin());
+}
+
+QString Next_Figure_ID() {
+  int highest = 0;
+  {
+    const KeepCurrentRow keep;
+    for (rsEntries->MoveFirst(); !rsEntries->Eof(); rsEntries->MoveNext()) {
+      if (!EntryType::Parse(static_cast<int>(rsEntries->Integer(column::Typ))).IsFigure()) continue;
+      const EntryId id = EntryId::Parse(rsEntries->Text(column::ID));
+      if (!id.IsFigure()) continue;
+      const int number = id.Number();
+      if (number < 0) Raise(5000, QStringLiteral("Keine Nummer "));
+      highest = std::max(highest, number);
+    }
+  }
+  const QString name = QStringLiteral("Figur") + QString::number(highest + 1);
+  Drop_Vertex_Table(name);
+  return name;
+}
+
+bool Drop_Vertex_Table(const QString& name) {
+  if (!Is_Vertex_Table(name)) return false;
+  dbEntries->DropTable(name);
+  return true;
+}
+
+void Create_Vertex_Table(const QString& name) {
+  Drop_Vertex_Table(name);
+  dbEntries->CreateTable(Vertex_Def(name));
+}
+
+void Write_Vertices(const QString& name, const std::vector<QPoint>& points) {
+  dbEntries->BeginTrans();
+  try {
+    Create_Vertex_Table(name);
+    const auto rows = dbEntries->OpenRecordset(name);
+    for (const QPoint& point : points) {
+      rows->AddNew();
+      rows->Set(0, static_cast<qint64>(To_Int16(point.x())));
+      rows->Set(1, static_cast<qint64>(To_Int16(point.y())));
+      rows->Update();
+    }
+  } catch (...) {
+    dbEntries->Rollback();
+    throw;
+  }
+  dbEntries->CommitTrans();
+  Tbl.Tag = QStringLiteral("Dirty");
+}
+
+const std::vector<QPoint>& Load_Vertices(const QString& name) {
+  static std::vector<QPoint> vertices;
+  vertices.clear();
+  if (!dbEntries || name.isEmpty()) return vertices;
+  try {
+    const std::vector<Database::PointRow>* rows = dbEntries->Points(name);
+    if (rows == nullptr) return vertices;
+    vertices.reserve(rows->size());
+    for (const Database::PointRow& row : *rows) {
+      if (row.x < stopLimit) break;
+      vertices.emplace_back(row.x, row.y);
+    }
+  } catch (const Error&) {
+    vertices.clear();
+  }
+  return vertices;
+}
