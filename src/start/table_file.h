@@ -8,20 +8,23 @@ enum class CloseMode { WithCopy = 0, CloseOnly = 1 };
 enum class LoadMode { First = 0, Reload = 1 };  // First: a bad file is put aside and a new table made
 enum class SaveStep { AtMapChange = 0, SaveAs = 1, Save = 2, Restore = 3, GivenName = 4 };
 
-// Closes the table; WithCopy also brings UserTable and the snapshot "TEMP.MDB" up to date.
+// Closes the table; WithCopy also brings UserTable and the snapshot "TEMP.MDB" up to date. A copy that cannot be
+// written is told, and the former file stays.
 void Close_Table(CloseMode mode);
-// Opens the standard table and binds rsEntries; makes a new one from the template where none is. False: no table.
+// Opens the standard table and binds rsEntries; makes a new one from the template where none is. False: no table. A
+// damaged or foreign file is kept as "_err.mdb"; the rows of a damaged one that can be rescued are loaded.
 bool Load_Table(LoadMode mode);
 // False if the user cancelled or the file could not be saved.
 bool Save_Table(SaveStep step);
 // Loads another file into the standard table; an empty path asks. False if it was not loaded.
 bool Load_Other_Table(const QString& path);
-void New_Table();      // mnuTableNeu
+void New_Table();  // mnuTableNeu
 void Compress_Table();
 void Repair_Table();
 void Recover_Table();  // keeps _err, _rep and _bak copies; the caller raises 5000
-// Checkpoint + caption of mnuReset.
+// Checkpoint + caption of mnuReset. The current row stays.
 void Undo_Point(const QString& caption);
+void Undo_Last();  // mnuReset: back to the snapshot
 // Idle work: folds the log into the table file.
 void Table_Idle();
 // Free name "<table>_BAK.MDB", "_BAK_1.MDB", ...
