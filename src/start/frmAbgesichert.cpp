@@ -28,7 +28,7 @@ FrmAbgesichert::FrmAbgesichert(const SafeModeQuestion& question, QWidget* parent
   connect(ui->cmdBreak, &QPushButton::clicked, this, &QDialog::reject);
   choices->button(1)->setFocus();
   // Wrapped labels ask for the height of their narrowest width: give what this width needs.
-  constexpr int width = 620;
+  const int width = fontMetrics().horizontalAdvance(QLatin1Char('x')) * 92;
   resize(width, layout()->heightForWidth(width));
 }
 

@@ -50,6 +50,7 @@ FrmMapNeu::FrmMapNeu(QWidget* parent)
   connect(ui->optQuer, &QRadioButton::toggled, this, &FrmMapNeu::Show_Sizes);
   for (QLineEdit* edit : {ui->txtBreite, ui->txtHoehe}) {
     edit->setAlignment(Qt::AlignRight);
+    edit->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("0000,000")));
     connect(edit, &QLineEdit::textEdited, this, [this] {
       ui->optUser->setChecked(true);
       Show_Sizes();

@@ -67,6 +67,7 @@ FrmMapSize::FrmMapSize(QWidget* parent)
   for (const auto direction : {MapSizeNumbers::Across, MapSizeNumbers::Down}) {
     for (const auto unit : {MapSizeNumbers::Mm, MapSizeNumbers::Dpi, MapSizeNumbers::PpM}) {
       Field(direction, unit)->setAlignment(Qt::AlignRight);
+      Field(direction, unit)->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("00000,0000")));
       connect(Field(direction, unit), &QLineEdit::textEdited, this, [=, this] { Typed(direction, unit); });
     }
   }
