@@ -51,12 +51,6 @@ struct OpenMarker {
   void Remove() const { Kill_Quietly(path); }
 };
 
-// Capitals letter by letter: a name keeps its length ("ß" stays).
-QString Capitals(QString text) {
-  for (QChar& letter : text) letter = letter.toUpper();
-  return text;
-}
-
 void Show_Background(const QString& text) {
   Map.PicText = text;
   events.BackgroundText.Emit(text);
