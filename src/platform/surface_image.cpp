@@ -4,12 +4,16 @@
 #include <algorithm>
 #include <cmath>
 
+#include "platform/error.h"
+#include "platform/pixel_lines.h"
+
 namespace {
 
 constexpr QRgb opaque = 0xff000000;
 constexpr QRgb fillMark = 0xff000001, penMark = 0xff000002;
 constexpr int scratchPixels = 4 << 20;  // larger shapes are combined in bands
-constexpr double farthest = 1e6;        // beyond it a coordinate can only be a slip, and integers would overflow
+constexpr int longestKeptLine = 200;
+constexpr double farthest = 1e6;  // beyond it a coordinate can only be a slip, and integers would overflow
 
 int Whole(double value) {
   return std::isfinite(value) ? static_cast<int>(std::lround(std::clamp(value, -farthest, farthest))) : 0;
@@ -66,22 +70,9 @@ QPen Pen_Of(const PenState& state, QRgb color, double width) {
   if (state.pen == PenStyle::None) return Qt::NoPen;
   QPen made(QColor::fromRgb(color), width, Qt::SolidLine, Qt::FlatCap, Qt::RoundJoin);
   if (width > 1) return made;
-  switch (state.pen) {
-    case PenStyle::Dash:
-      made.setDashPattern({12, 4});
-      break;
-    case PenStyle::Dot:
-      made.setDashPattern({3, 3});
-      break;
-    case PenStyle::DashDot:
-      made.setDashPattern({9, 4, 3, 4});
-      break;
-    case PenStyle::DashDotDot:
-      made.setDashPattern({9, 3, 3, 3, 3, 3});
-      break;
-    default:
-      break;
-  }
+  QList<qreal> rhythm;
+  for (const int length : PenRhythm::Lengths(state.pen)) rhythm << length;
+  if (!rhythm.isEmpty()) made.setDashPattern(rhythm);
   return made;
 }
 
@@ -167,26 +158,34 @@ void ImageSurface::Draw_Shape(const QRect& bounds, bool filled, Draw draw) {
   });
 }
 
-template <class Draw>
-void ImageSurface::Through_Scratch(const QRect& bounds, Draw draw) {
+// Marks pixels in the scratch image, band by band, and combines them. `mark` gets the band's area on the surface; its
+// upper left corner is the scratch image's.
+template <class Mark>
+void ImageSurface::For_Each_Band(const QRect& bounds, Mark mark) {
   const QRect area = bounds.intersected(clip);
   if (area.isEmpty()) return;
-  const int bandRows = std::max(64, scratchPixels / whole.width());
   if (scratch.isNull()) {
+    const int bandRows = std::max(64, scratchPixels / whole.width());
     scratch = QImage(whole.width(), std::min(bandRows, whole.height()), QImage::Format_ARGB32_Premultiplied);
+    if (scratch.isNull()) Raise(errors::outOfMemory);
     scratch.fill(0);
   }
   for (int top = area.top(); top <= area.bottom(); top += scratch.height()) {
     const QRect band(area.left(), top, area.width(), std::min(scratch.height(), area.bottom() - top + 1));
-    {
-      QPainter mask(&scratch);
-      mask.setRenderHint(QPainter::TextAntialiasing, false);
-      mask.setClipRect(QRect(QPoint(0, 0), band.size()));
-      mask.translate(-band.topLeft());
-      draw(mask);
-    }
+    mark(band);
     Combine_Scratch(band);
   }
+}
+
+template <class Draw>
+void ImageSurface::Through_Scratch(const QRect& bounds, Draw draw) {
+  For_Each_Band(bounds, [&](const QRect& band) {
+    QPainter mask(&scratch);
+    mask.setRenderHint(QPainter::TextAntialiasing, false);
+    mask.setClipRect(QRect(QPoint(0, 0), band.size()));
+    mask.translate(-band.topLeft());
+    draw(mask);
+  });
 }
 
 void ImageSurface::Combine_Scratch(const QRect& area) {
@@ -206,11 +205,51 @@ void ImageSurface::Combine_Scratch(const QRect& area) {
   });
 }
 
+// A chain of lines of width 1, pixel by pixel, without its last pixel.
+void ImageSurface::Thin_Chain(std::span<const QPoint> points, const QRect& bounds) {
+  if (!Visible(bounds)) return;
+  const PenRhythm rhythm(pen.pen);
+  const auto walk = [&](const QRect& area, auto set) {
+    qint64 way = 0;
+    for (size_t i = 1; i < points.size(); ++i) {
+      Walk_Line(points[i - 1], points[i], area, [&](int x, int y, qint64 step) {
+        if (rhythm.Down(way + step)) set(x, y);
+      });
+      way += Line_Steps(points[i - 1], points[i]);
+    }
+  };
+  if (pen.mode == DrawMode::Copy) {
+    const QRgb color = pen.ForeColor | opaque;
+    walk(bounds.intersected(clip), [&](int x, int y) { RowAt(y)[x] = color; });
+  } else if (points.size() == 2) {  // a single line meets no pixel twice
+    With_Operation(pen.mode, [&](auto operation) {
+      walk(bounds.intersected(clip), [&](int x, int y) { RowAt(y)[x] = operation(RowAt(y)[x], pen.ForeColor); });
+    });
+  } else {
+    For_Each_Band(bounds, [&](const QRect& band) {
+      walk(band,
+           [&](int x, int y) { reinterpret_cast<QRgb*>(scratch.scanLine(y - band.top()))[x - band.left()] = penMark; });
+    });
+  }
+}
+
 void ImageSurface::Line(QPointF from, QPointF to) {
-  const QPoint a = Whole(from), b = Whole(to);
-  if (a == b) return;
-  Draw_Shape(QRect(a, b).normalized() | QRect(a, QSize(1, 1)) | QRect(b, QSize(1, 1)), false,
-             [&](QPainter& on) { on.drawLine(a, b); });
+  const QPointF ends[] = {from, to};
+  const QRect bounds = Bounds_Of(ends);
+  const QPoint a = pixels[0], b = pixels[1];
+  if (a == b || pen.pen == PenStyle::None) return;
+  const int width = PenWidth();
+  if (width == 1) {
+    Thin_Chain(pixels, bounds);
+  } else if (a.y() == b.y()) {
+    const int left = a.x() < b.x() ? a.x() : b.x() + 1;
+    if (pen.mode != DrawMode::Nop) Fill_Area({left, a.y() - width / 2, std::abs(b.x() - a.x()), width}, pen.ForeColor);
+  } else if (a.x() == b.x()) {
+    const int top = a.y() < b.y() ? a.y() : b.y() + 1;
+    if (pen.mode != DrawMode::Nop) Fill_Area({a.x() - width / 2, top, width, std::abs(b.y() - a.y())}, pen.ForeColor);
+  } else {
+    Draw_Shape(bounds, false, [&](QPainter& on) { on.drawLine(a, b); });
+  }
 }
 
 void ImageSurface::FilledBox(const QRectF& box, QRgb color) {
@@ -233,11 +272,8 @@ void ImageSurface::Box(const QRectF& box) {
     Draw_Rim(outer, rim);
     return;
   }
-  const QPoint corners[] = {outer.topLeft(), outer.topRight(), outer.bottomRight(), outer.bottomLeft()};
-  Draw_Shape(outer, false, [&](QPainter& on) {
-    on.setBrush(Qt::NoBrush);
-    on.drawConvexPolygon(corners, 4);
-  });
+  const QPoint rimWay[] = {outer.topLeft(), outer.topRight(), outer.bottomRight(), outer.bottomLeft(), outer.topLeft()};
+  Thin_Chain(rimWay, outer);
 }
 
 void ImageSurface::Draw_Rim(const QRect& box, int width) {
@@ -256,11 +292,16 @@ void ImageSurface::Ellipse(const QRectF& box) {
   const QRect outer = Whole(box);
   if (outer.isEmpty()) return;
   const int rim = RimWidth();
-  if (rim > 1 && std::min(outer.width(), outer.height()) > rim) {
-    // The middle of a wide pen runs half its width inside the box.
-    const double inset = rim / 2.0;
-    const QRectF middle = QRectF(outer).adjusted(inset, inset, -inset, -inset).translated(-0.5, -0.5);
-    Draw_Shape(outer, Filled(), [&](QPainter& on) { on.drawEllipse(middle); });
+  if (rim > 1) {
+    // The ring and what it encloses are filled: a wide pen along the middle would come out half a pixel aside.
+    QPainterPath ring, inside;
+    ring.addEllipse(outer);
+    if (const QRect inner = outer.adjusted(rim, rim, -rim, -rim); !inner.isEmpty()) inside.addEllipse(inner);
+    ring.addPath(inside);
+    Draw_Shape(outer, Filled(), [&](QPainter& on) {
+      if (Filled()) on.fillPath(inside, on.brush());
+      on.fillPath(ring, on.pen().brush());
+    });
     return;
   }
   const int less = rim == 0 ? 0 : 1;
@@ -285,6 +326,8 @@ QRect ImageSurface::Bounds_Of(std::span<const QPointF> points) {
 void ImageSurface::Polyline(std::span<const QPointF> points) {
   if (points.size() < 2) return;
   const QRect bounds = Bounds_Of(points);
+  if (pen.pen == PenStyle::None) return;
+  if (PenWidth() == 1) return Thin_Chain(pixels, bounds);
   Draw_Shape(bounds, false, [&](QPainter& on) { on.drawPolyline(pixels.data(), static_cast<int>(pixels.size())); });
 }
 
@@ -331,8 +374,13 @@ void ImageSurface::Print(QPointF at, const QString& text) {
   if (pen.mode == DrawMode::Copy) {
     Tell_Text();
     For_Each_Line(text, [&](QStringView line, int number) {
-      if (!line.isEmpty())
-        painter.drawStaticText(place + QPoint(0, number * face->lineHeight), face->Prepared(line.toString()));
+      const QPoint corner = place + QPoint(0, number * face->lineHeight);
+      if (line.isEmpty()) return;
+      // A kept text has its underline a pixel aside.
+      if (face->key.underline || line.size() > longestKeptLine)
+        painter.drawText(corner + QPoint(0, face->ascent), face->Shown(line.toString()));
+      else
+        painter.drawStaticText(corner, face->Prepared(line.toString()));
     });
     return;
   }

@@ -1,5 +1,4 @@
 #pragma once
-#include <QBitArray>
 #include <QPainter>
 #include <QRect>
 #include <vector>
@@ -56,6 +55,9 @@ class ImageSurface final : public FontedSurface {
   void Draw_Shape(const QRect& bounds, bool filled, Draw draw);
   template <class Draw>
   void Through_Scratch(const QRect& bounds, Draw draw);
+  template <class Mark>
+  void For_Each_Band(const QRect& bounds, Mark mark);
+  void Thin_Chain(std::span<const QPoint> points, const QRect& bounds);
   void Combine_Scratch(const QRect& area);
   void Blit(const QRect& target, const QImage& picture, QPoint from);
   void Stretch(const QRect& target, const QImage& picture, const QRectF& source);

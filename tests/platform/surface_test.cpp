@@ -1,0 +1,496 @@
+#include "platform/surface.h"
+
+#include <gtest/gtest.h>
+#include <QFontMetrics>
+#include <QPainter>
+
+#include <cmath>
+#include <functional>
+#include <random>
+#include <vector>
+
+namespace {
+
+constexpr QRgb white = 0xffffffff, black = 0xff000000, red = 0xffff0000, green = 0xff00ff00, blue = 0xff0000ff;
+
+// The image as rows of letters, so that a failing test shows the picture.
+std::vector<std::string> Rows(const QImage& image) {
+  std::vector<std::string> rows;
+  for (int y = 0; y < image.height(); ++y) {
+    std::string row;
+    for (int x = 0; x < image.width(); ++x) {
+      const QRgb c = image.pixel(x, y);
+      row += c == white ? '.' : c == black ? '#' : c == red ? 'r' : c == green ? 'g' : c == blue ? 'b' : '?';
+    }
+    rows.push_back(row);
+  }
+  return rows;
+}
+
+using Drawing = std::function<void(Surface&)>;
+std::vector<std::string> Drawn(int width, int height, const Drawing& draw) {
+  QImage image = Make_Canvas(width, height);
+  draw(*Make_Surface(image));
+  return Rows(image);
+}
+
+// A background in which every pixel differs from its neighbours.
+QImage Motley(int width, int height) {
+  QImage image = Make_Canvas(width, height);
+  std::mt19937 random(99);
+  for (int y = 0; y < height; ++y)
+    for (int x = 0; x < width; ++x) image.setPixel(x, y, static_cast<QRgb>(random()) | 0xff000000);
+  return image;
+}
+
+using Picture = std::vector<std::string>;
+
+TEST(SurfaceLines, LeaveOutTheLastPixelOnly) {
+  EXPECT_EQ(Drawn(6, 3, [](Surface& s) { s.Line({1, 1}, {4, 1}); }), (Picture{"......", ".###..", "......"}));
+  EXPECT_EQ(Drawn(6, 3, [](Surface& s) { s.Line({4, 1}, {1, 1}); }), (Picture{"......", "..###.", "......"}));
+  EXPECT_EQ(Drawn(3, 4, [](Surface& s) { s.Line({1, 0}, {1, 3}); }), (Picture{".#.", ".#.", ".#.", "..."}));
+  EXPECT_EQ(Drawn(4, 4, [](Surface& s) { s.Line({0, 0}, {3, 3}); }), (Picture{"#...", ".#..", "..#.", "...."}));
+  EXPECT_EQ(Drawn(3, 1, [](Surface& s) { s.Line({1, 0}, {1, 0}); }), (Picture{"..."}));
+  const QPointF corner[] = {{0, 0}, {3, 0}, {3, 3}};
+  EXPECT_EQ(Drawn(5, 4, [&](Surface& s) { s.Polyline(corner); }), (Picture{"####.", "...#.", "...#.", "....."}));
+  EXPECT_EQ(Drawn(8, 5,
+                  [](Surface& s) {
+                    s.pen.DrawWidth = 3;
+                    s.Line({1, 2}, {6, 2});
+                  }),
+            (Picture{"........", ".#####..", ".#####..", ".#####..", "........"}));
+}
+
+TEST(SurfaceLines, FarAwayEndsKeepTheirDirection) {
+  QImage image = Make_Canvas(101, 101);
+  const auto surface = Make_Surface(image);
+  surface->Line({-100000, -100000}, {100000, 100000});
+  surface->pen.ForeColor = red;
+  surface->Line({-90000, 20}, {90000, 20});
+  const QPointF huge[] = {{-200000, 60}, {200000, 60}, {200000, 200000}, {-200000, 200000}};
+  surface->pen.FillColor = green;
+  surface->pen.fill = FillStyle::Solid;
+  surface->Polygon(huge);
+  EXPECT_EQ(image.pixel(5, 5), black);
+  EXPECT_EQ(image.pixel(50, 50), black);
+  EXPECT_EQ(image.pixel(0, 20), red);
+  EXPECT_EQ(image.pixel(100, 20), red);
+  EXPECT_EQ(image.pixel(50, 60), red);
+  EXPECT_EQ(image.pixel(100, 61), green);
+  EXPECT_EQ(image.pixel(0, 100), green);
+}
+
+TEST(SurfaceLines, PensMakeGapsAtWidthOneOnly) {
+  const auto line = [](PenStyle pen, double width) {
+    return Drawn(24, 3, [&](Surface& s) {
+      s.pen.pen = pen;
+      s.pen.DrawWidth = width;
+      s.Line({0, 1}, {24, 1});
+    });
+  };
+  EXPECT_EQ(line(PenStyle::Dot, 1)[1], "###...###...###...###...");
+  EXPECT_EQ(line(PenStyle::Dash, 1)[1], "############....########");
+  EXPECT_EQ(line(PenStyle::None, 1)[1], std::string(24, '.'));
+  EXPECT_EQ(line(PenStyle::Dot, 3)[0], std::string(24, '#'));
+}
+
+TEST(SurfaceBoxes, RimLiesInside) {
+  const auto box = [](double width, FillStyle fill, PenStyle pen, const QRectF& where) {
+    return Drawn(7, 6, [&](Surface& s) {
+      s.pen.DrawWidth = width;
+      s.pen.fill = fill;
+      s.pen.pen = pen;
+      s.pen.FillColor = red;
+      s.Box(where);
+    });
+  };
+  const QRectF where(1, 1, 5, 4);
+  EXPECT_EQ(box(1, FillStyle::None, PenStyle::Solid, where),
+            (Picture{".......", ".#####.", ".#...#.", ".#...#.", ".#####.", "......."}));
+  EXPECT_EQ(box(1, FillStyle::Solid, PenStyle::Solid, where),
+            (Picture{".......", ".#####.", ".#rrr#.", ".#rrr#.", ".#####.", "......."}));
+  EXPECT_EQ(box(1, FillStyle::Solid, PenStyle::None, where),
+            (Picture{".......", ".rrrrr.", ".rrrrr.", ".rrrrr.", ".rrrrr.", "......."}));
+  EXPECT_EQ(box(3, FillStyle::Solid, PenStyle::Solid, QRectF(0, 0, 7, 6)),
+            (Picture{"#######", "#######", "#######", "#######", "#######", "#######"}));
+  EXPECT_EQ(box(2, FillStyle::Solid, PenStyle::Solid, QRectF(0, 0, 7, 6)),
+            (Picture{"#######", "#######", "##rrr##", "##rrr##", "#######", "#######"}));
+  EXPECT_EQ(box(1, FillStyle::Solid, PenStyle::Solid, QRectF(6, 5, -5, -4)),
+            box(1, FillStyle::Solid, PenStyle::Solid, where));
+  EXPECT_EQ(box(1, FillStyle::Solid, PenStyle::Solid, QRectF(1, 1, 1, 1))[1], ".#.....");
+  EXPECT_EQ(box(1, FillStyle::Solid, PenStyle::Solid, QRectF(1, 1, 0, 3))[1], ".......");
+  EXPECT_EQ(box(1, FillStyle::None, PenStyle::Dot, QRectF(0, 0, 7, 6))[0], "###...#");
+  EXPECT_EQ(Drawn(3, 2, [](Surface& s) { s.FilledBox({1, 0, 1, 2}, blue); }), (Picture{".b.", ".b."}));
+}
+
+TEST(SurfaceShapes, EllipseFillsItsBoxEvenly) {
+  for (const double width : {1.0, 3.0}) {
+    for (const QSize size : {QSize(21, 15), QSize(20, 14), QSize(9, 30), QSize(3, 3)}) {
+      QImage image = Make_Canvas(40, 40);
+      {
+        const auto s = Make_Surface(image);
+        s->pen.DrawWidth = width;
+        s->pen.fill = FillStyle::Solid;
+        s->pen.FillColor = red;
+        s->Ellipse(QRectF(QPointF(4, 5), size));
+      }
+      QRect touched;
+      for (int y = 0; y < 40; ++y)
+        for (int x = 0; x < 40; ++x)
+          if (image.pixel(x, y) != white) touched |= QRect(x, y, 1, 1);
+      EXPECT_EQ(touched, QRect(QPoint(4, 5), size)) << size.width() << "x" << size.height() << " pen " << width;
+      if (size.width() > 6) {
+        EXPECT_EQ(image.pixel(4 + size.width() / 2, 5 + size.height() / 2), red);
+      }
+    }
+  }
+}
+
+TEST(SurfaceShapes, PolygonsFillOddEven) {
+  QImage image = Make_Canvas(41, 41);
+  const auto s = Make_Surface(image);
+  s->pen.fill = FillStyle::Solid;
+  s->pen.FillColor = green;
+  const QPointF ring[] = {{0, 0}, {40, 0}, {40, 40}, {0, 40}, {0, 0}, {10, 10}, {30, 10}, {30, 30}, {10, 30}, {10, 10}};
+  s->Polygon(ring);
+  EXPECT_EQ(image.pixel(5, 5), black);  // the seam from ring to ring
+  EXPECT_EQ(image.pixel(20, 5), green);
+  EXPECT_EQ(image.pixel(20, 20), white);
+  EXPECT_EQ(image.pixel(40, 40), black);
+  EXPECT_EQ(image.pixel(10, 20), black);
+}
+
+TEST(SurfaceShapes, BezierIsFilledOnlyWhenClosed) {
+  const QPointF curve[] = {{5, 30}, {5, 0}, {35, 0}, {35, 30}};
+  for (const bool closed : {false, true}) {
+    QImage image = Make_Canvas(41, 41);
+    const auto s = Make_Surface(image);
+    s->pen.fill = FillStyle::Solid;
+    s->pen.FillColor = green;
+    s->Bezier(curve, closed);
+    EXPECT_EQ(image.pixel(5, 29), black);
+    EXPECT_EQ(image.pixel(20, 20), closed ? green : white);
+    EXPECT_EQ(image.pixel(20, 30), closed ? black : white);
+  }
+}
+
+TEST(SurfaceHatch, LinesAreEightApartAndGapsShowWhatIsBelow) {
+  struct Case {
+    FillStyle style;
+    int perRow, perColumn;  // lines met on a walk of 64 pixels, besides a line along the walk
+  };
+  const Case cases[] = {{FillStyle::Horizontal, 0, 8},
+                        {FillStyle::Vertical, 8, 0},
+                        {FillStyle::Upward, 8, 8},
+                        {FillStyle::Downward, 8, 8},
+                        {FillStyle::Cross, 8, 8}};
+  for (const Case& c : cases) {
+    const QImage before = Motley(70, 70);
+    for (const bool asPolygon : {false, true}) {
+      QImage image = before.copy();
+      {
+        const auto s = Make_Surface(image);
+        s->pen.pen = PenStyle::None;
+        s->pen.fill = c.style;
+        s->pen.FillColor = red;
+        const QPointF corners[] = {{0, 0}, {70, 0}, {70, 70}, {0, 70}};
+        if (asPolygon)
+          s->Polygon(corners);
+        else
+          s->Box({0, 0, 70, 70});
+      }
+      int row = 0, column = 0, others = 0;
+      for (int i = 0; i < 64; ++i) {
+        row += image.pixel(i, 1) == red;
+        column += image.pixel(1, i) == red;
+      }
+      for (int y = 0; y < 70; ++y)
+        for (int x = 0; x < 70; ++x) others += image.pixel(x, y) != red && image.pixel(x, y) != before.pixel(x, y);
+      EXPECT_EQ(row, c.perRow) << static_cast<int>(c.style) << asPolygon;
+      EXPECT_EQ(column, c.perColumn) << static_cast<int>(c.style) << asPolygon;
+      EXPECT_EQ(others, 0);
+    }
+  }
+  // Upward rises to the right: going right and up stays on the line.
+  QImage image = Make_Canvas(20, 20);
+  const auto s = Make_Surface(image);
+  s->pen = {black, red, DrawMode::Copy, 1, PenStyle::None, FillStyle::Upward};
+  s->Box({0, 0, 20, 20});
+  EXPECT_EQ(image.pixel(3, 13), red);
+  EXPECT_EQ(image.pixel(4, 12), red);
+  EXPECT_EQ(image.pixel(4, 14), white);
+}
+
+// Shapes on which pixels meet more than once: crossings, returning lines, rims under fills, texts over themselves.
+std::vector<std::pair<const char*, Drawing>> Knotty_Shapes() {
+  static const QPointF star[] = {{10, 90}, {50, 5}, {90, 90}, {5, 35}, {95, 35}};
+  static const QPointF back[] = {{10, 10}, {80, 60}, {10, 10}, {80, 60}, {20, 80}, {20, 10}, {20, 80}};
+  static const QPointF loop[] = {{10, 50}, {120, 0}, {-20, 0}, {90, 50}, {60, 90}, {30, 90}, {10, 50}};
+  return {{"star", [](Surface& s) { s.Polygon(star); }},
+          {"returning line", [](Surface& s) { s.Polyline(back); }},
+          {"box",
+           [](Surface& s) {
+             s.Box({5, 5, 60, 40});
+           }},
+          {"box beyond the rim",
+           [](Surface& s) {
+             s.Box({-20, 60, 300, 80});
+           }},
+          {"filled box",
+           [](Surface& s) {
+             s.FilledBox({10, 20, 30, 40}, green);
+           }},
+          {"ellipse",
+           [](Surface& s) {
+             s.Ellipse({5, 15, 80, 60});
+           }},
+          {"loop", [](Surface& s) { s.Bezier(loop, true); }},
+          {"line",
+           [](Surface& s) {
+             s.Line({-5, 3}, {120, 80});
+           }},
+          {"text",
+           [](Surface& s) {
+             s.Print({5, 5}, "Äpfel\r\nund Birnen");
+           }},
+          {"rotated text", [](Surface& s) {
+             s.PrintRotated({40, 60}, "Kräuter", 33);
+           }}};
+}
+
+TEST(SurfaceModes, EachTouchedPixelIsCombinedOnce) {
+  const QImage before = Motley(100, 100);
+  for (const DrawMode mode : {DrawMode::Invert, DrawMode::NotXor, DrawMode::And})
+    for (const double width : {1.0, 4.0})
+      for (const FillStyle fill : {FillStyle::Solid, FillStyle::None, FillStyle::DiagonalCross})
+        for (const PenStyle penStyle : {PenStyle::Solid, PenStyle::Dot})
+          for (const auto& [name, draw] : Knotty_Shapes()) {
+            QImage image = before.copy();
+            const auto s = Make_Surface(image);
+            s->pen = {qRgb(200, 10, 30), qRgb(20, 240, 100), mode, width, penStyle, fill};
+            draw(*s);
+            ASSERT_NE(image, before) << name;
+            int wrong = 0;
+            for (int y = 0; y < 100; ++y)
+              for (int x = 0; x < 100; ++x) {
+                const QRgb was = before.pixel(x, y), is = image.pixel(x, y);
+                if (is == was) continue;
+                bool right = false;
+                for (const QRgb color : {s->pen.ForeColor, s->pen.FillColor, green}) {
+                  const QRgb wanted = mode == DrawMode::Invert   ? ~was
+                                      : mode == DrawMode::NotXor ? ~(was ^ color)
+                                                                 : was & color;
+                  right = right || (wanted | 0xff000000) == is;
+                }
+                wrong += !right;
+              }
+            EXPECT_EQ(wrong, 0) << name << " mode " << static_cast<int>(mode);
+            if (mode == DrawMode::And) continue;
+            draw(*s);
+            EXPECT_EQ(image, before) << name << " mode " << static_cast<int>(mode) << " width " << width;
+          }
+}
+
+TEST(SurfaceModes, NopDrawsNothingAndLargeShapesAreCombinedInBands) {
+  const QImage before = Motley(100, 100);
+  QImage image = before.copy();
+  {
+    const auto s = Make_Surface(image);
+    s->pen.mode = DrawMode::Nop;
+    for (const auto& [name, draw] : Knotty_Shapes()) draw(*s);
+  }
+  EXPECT_EQ(image, before);
+
+  QImage wide = Make_Canvas(70000, 200, black);
+  const auto s = Make_Surface(wide);
+  s->pen = {red, green, DrawMode::Invert, 1, PenStyle::None, FillStyle::Solid};
+  const QPointF corners[] = {{0, 0}, {70000, 0}, {70000, 200}, {0, 200}};
+  s->Polygon(corners);
+  for (const int y : {0, 63, 64, 127, 128, 199})
+    for (const int x : {0, 35000, 69999}) EXPECT_EQ(wide.pixel(x, y), white) << x << "," << y;
+}
+
+TEST(SurfaceClip, HoldsForEveryDrawing) {
+  QImage pic(50, 50, QImage::Format_RGB32);
+  pic.fill(blue);
+  auto shapes = Knotty_Shapes();
+  shapes.push_back({"picture", [&](Surface& s) { s.PaintPicture({0, 0, 100, 100}, pic); }});
+  shapes.push_back({"blit", [&](Surface& s) { s.PaintPicture({20, 20, 50, 50}, pic); }});
+  for (const DrawMode mode : {DrawMode::Copy, DrawMode::NotXor})
+    for (const auto& [name, draw] : shapes) {
+      const QImage before = Motley(100, 100);
+      QImage image = before.copy();
+      const auto s = Make_Surface(image);
+      s->pen.mode = mode;
+      s->pen.fill = FillStyle::Solid;
+      s->SetClip({30, 30, 20, 40});
+      draw(*s);
+      for (int y = 0; y < 100; ++y)
+        for (int x = 0; x < 100; ++x) {
+          if (QRect(30, 30, 20, 40).contains(x, y)) continue;
+          ASSERT_EQ(image.pixel(x, y), before.pixel(x, y)) << name;
+        }
+      s->SetClip({});
+      s->FilledBox({0, 0, 1, 1}, red);
+      EXPECT_NE(image.pixel(0, 0), before.pixel(0, 0)) << name;
+    }
+}
+
+TEST(SurfacePicture, BlitsAndEnlargesByNearestPixel) {
+  QImage pic(2, 2, QImage::Format_RGB32);
+  pic.setPixel(0, 0, red);
+  pic.setPixel(1, 0, green);
+  pic.setPixel(0, 1, blue);
+  pic.setPixel(1, 1, black);
+  const QImage indexed = pic.convertToFormat(QImage::Format_Indexed8);
+  for (const QImage& picture : {pic, indexed}) {
+    EXPECT_EQ(Drawn(4, 3,
+                    [&](Surface& s) {
+                      s.PaintPicture({1, 1, 2, 2}, picture);
+                    }),
+              (Picture{"....", ".rg.", ".b#."}));
+    EXPECT_EQ(Drawn(3, 2, [&](Surface& s) { s.PaintPicture({-1, -1, 2, 2}, picture); }), (Picture{"#..", "..."}));
+    EXPECT_EQ(Drawn(4, 4,
+                    [&](Surface& s) {
+                      s.PaintPicture({0, 0, 4, 4}, picture);
+                    }),
+              (Picture{"rrgg", "rrgg", "bb##", "bb##"}));
+    EXPECT_EQ(Drawn(4, 4,
+                    [&](Surface& s) {
+                      s.PaintPicture({-3, -3, 6, 6}, picture);
+                    }),
+              (Picture{"###.", "###.", "###.", "...."}));
+    EXPECT_EQ(Drawn(2, 2,
+                    [&](Surface& s) {
+                      s.PaintPicture({0, 0, 2, 2}, picture, {1, 0, 1, 1});
+                    }),
+              (Picture{"gg", "gg"}));
+    EXPECT_EQ(Drawn(2, 1, [&](Surface& s) { s.PaintPicture({0, 0, 1, 1}, picture); }), (Picture{"#."}));
+  }
+  QImage clear(2, 2, QImage::Format_ARGB32);
+  clear.fill(0);
+  clear.setPixel(1, 1, red);
+  EXPECT_EQ(Drawn(2, 2, [&](Surface& s) { s.PaintPicture({0, 0, 2, 2}, clear); }), (Picture{"..", ".r"}));
+}
+
+TEST(SurfaceText, WidthsAddUpAndAreThoseDrawn) {
+  QImage image = Make_Canvas(10, 10);
+  const auto s = Make_Surface(image);
+  for (const char* family : {"Arial", "Times New Roman", "Courier New", "MS Sans Serif"})
+    for (const double points : {6.0, 8.25, 12.0, 13.5, 40.0})
+      for (const bool bold : {false, true}) {
+        ASSERT_TRUE(s->SetFont({family, points, bold, !bold, false, 0}));
+        const QString text = QStringLiteral("AVATo Täfel fi ffl 12,5 Wöß");
+        int sum = 0;
+        for (const QChar c : text) sum += s->TextWidth(QString(c));
+        EXPECT_EQ(s->TextWidth(text), sum) << family << points;
+        // Draw it between marks: its ink must end within its width and a little overhang.
+        QImage ink = Make_Canvas(sum + 80, s->TextHeight(text) + 20);
+        const auto on = Make_Surface(ink);
+        on->SetFont(s->Font());
+        on->Print({20, 10}, text + QLatin1Char('|'));
+        const int bar = s->TextWidth("|");
+        int last = 0;
+        for (int x = 0; x < ink.width(); ++x)
+          for (int y = 0; y < ink.height(); ++y)
+            if (qGray(ink.pixel(x, y)) < 200) last = x;
+        EXPECT_GE(last, 20 + sum) << family << points;
+        EXPECT_LE(last, 20 + sum + bar + s->TextHeight("A") / 3) << family << points;
+      }
+}
+
+TEST(SurfaceText, LinesEndWithAnyMark) {
+  QImage image = Make_Canvas(10, 10);
+  const auto s = Make_Surface(image);
+  const double high = s->TextHeight("A");
+  EXPECT_EQ(s->TextHeight("a\rb\nc\r\nd"), 4 * high);
+  EXPECT_EQ(s->TextHeight("a\r\n"), 2 * high);
+  EXPECT_EQ(s->TextWidth("iii\r\nWWW\ri"), s->TextWidth("WWW"));
+  const auto together = Drawn(80, 80, [](Surface& t) { t.Print({3, 4}, "eins\r\nzwei\rdrei"); });
+  const auto single = Drawn(80, 80, [&](Surface& t) {
+    t.Print({3, 4}, "eins");
+    t.Print({3, 4 + high}, "zwei");
+    t.Print({3, 4 + 2 * high}, "drei");
+  });
+  EXPECT_EQ(together, single);
+}
+
+TEST(SurfaceText, KeptTextsHaveThePixelsOfPlainOnes) {
+  QFont font(QStringLiteral("Liberation Sans"));
+  font.setPixelSize(16);
+  font.setKerning(false);
+  font.setUnderline(true);
+  font.setHintingPreference(QFont::PreferFullHinting);
+  font.setStyleStrategy(QFont::StyleStrategy(QFont::PreferAntialias | QFont::NoSubpixelAntialias));
+  QImage plain = Make_Canvas(300, 60), kept = plain.copy();
+  {
+    QPainter painter(&plain);
+    painter.setFont(font);
+    painter.setPen(QColor::fromRgb(red));
+    painter.drawText(QPoint(7, 11 + QFontMetrics(font).ascent()), QStringLiteral("Wiesen-Glockenblume ÄÖÜß AVA fi"));
+  }
+  const auto s = Make_Surface(kept);
+  s->SetFont({"Arial", 12, false, false, true, 0});
+  s->pen.ForeColor = red;
+  for (int round = 0; round < 2; ++round) {
+    s->Cls(white);
+    s->Print({7, 11}, QStringLiteral("Wiesen-Glockenblume ÄÖÜß AVA fi"));
+    EXPECT_EQ(kept, plain);
+  }
+}
+
+TEST(SurfaceText, MoreTextsThanAreKeptAreStillDrawn) {
+  QImage image = Make_Canvas(200, 30);
+  const auto s = Make_Surface(image);
+  s->Print({2, 2}, "Anfang");
+  const auto wanted = Rows(image);
+  for (int i = 0; i < 21000; ++i) s->Print({2, 2}, QString::number(i));
+  s->Cls(white);
+  s->Print({2, 2}, "Anfang");
+  EXPECT_EQ(Rows(image), wanted);
+}
+
+TEST(SurfaceText, RotatedTextRunsCounterClockwiseAboutItsCorner) {
+  const auto ink = [](double degrees) {
+    QImage image = Make_Canvas(300, 300);
+    const auto s = Make_Surface(image);
+    s->SetFont({"Arial", 18, true, false, false, 0});
+    s->PrintRotated({150, 150}, "Heidekraut", degrees);
+    QRect touched;
+    for (int y = 0; y < 300; ++y)
+      for (int x = 0; x < 300; ++x)
+        if (image.pixel(x, y) != white) touched |= QRect(x, y, 1, 1);
+    return touched;
+  };
+  const QRect flat = ink(0), up = ink(90), over = ink(180), down = ink(270);
+  EXPECT_GE(flat.left(), 149);
+  EXPECT_GE(flat.top(), 149);
+  // Quarter turns carry the ink with them, give or take a pixel.
+  const auto near = [](int a, int b) { return std::abs(a - b) <= 2; };
+  EXPECT_TRUE(near(up.left() - 150, flat.top() - 150) && near(150 - up.bottom(), flat.left() - 150) &&
+              up.bottom() <= 151);
+  EXPECT_TRUE(near(up.height(), flat.width()) && near(up.width(), flat.height()));
+  EXPECT_TRUE(near(150 - over.right(), flat.left() - 150) && over.bottom() <= 151);
+  EXPECT_TRUE(near(down.top() - 150, flat.left() - 150) && down.right() <= 151);
+}
+
+TEST(SurfaceText, FontsAreFoundOrReplaced) {
+  QImage image = Make_Canvas(10, 10);
+  const auto s = Make_Surface(image);
+  for (const char* family : {"Arial", "arial", "Helvetica", "MS Sans Serif", "Courier New", "Times New Roman",
+                             "Wingdings", "Symbol", "Liberation Sans"}) {
+    EXPECT_TRUE(s->SetFont({family, 12, false, false, false, 0})) << family;
+    EXPECT_TRUE(Font_Installed(family));
+  }
+  s->SetFont({"Arial", 12, false, false, false, 0});
+  const int wide = s->TextWidth("Blaumeise");
+  EXPECT_FALSE(s->SetFont({"Gibtesnicht", 12, false, false, false, 0}));
+  EXPECT_FALSE(Font_Installed("Gibtesnicht"));
+  EXPECT_EQ(s->TextWidth("Blaumeise"), wide);
+  s->SetFont({"Courier New", 12, false, false, false, 0});
+  EXPECT_EQ(s->TextWidth("iii"), s->TextWidth("WWW"));
+  s->SetFont({"Arial", 0, false, false, false, 0});
+  EXPECT_GE(s->TextHeight("A"), 1);
+}
+
+}  // namespace

@@ -1,0 +1,96 @@
+#include "platform/symbol_fonts.h"
+
+#include <gtest/gtest.h>
+#include <QFontMetrics>
+#include <QRawFont>
+#include <QSet>
+
+#include "platform/surface.h"
+
+namespace {
+
+using symbol_fonts::Table;
+
+QString Shown(const char* family, char16_t code) { return Symbol_Text(family, QString(QChar(code))); }
+
+TEST(SymbolFonts, KnownPicturesStandAtTheirCodes) {
+  struct Case {
+    const char* family;
+    char16_t code;
+    char32_t wanted;
+  };
+  const Case cases[] = {
+      {"Wingdings", 'J', 0x263A},    {"Wingdings", 'Q', 0x2708},    {"Wingdings", 'l', 0x25CF},
+      {"Wingdings", 'n', 0x25A0},    {"wingdings", '(', 0x1F57F},   {"Wingdings", 0xFC, 0x2714},
+      {"Wingdings", 0xAB, 0x2605},   {"Wingdings", 0xE0, 0x1F86A},  {"Wingdings", 0x81, 0x2460},
+      {"Wingdings", 0x2030, 0x2468}, {"Wingdings", 0xF0FC, 0x2714}, {"Symbol", 'a', 0x03B1},
+      {"Symbol", 'W', 0x03A9},       {"Symbol", 0xA3, 0x2264},      {"Symbol", 0xF0A5, 0x221E},
+      {"SYMBOL", 0x20AC, ' '},
+  };
+  for (const Case& c : cases)
+    EXPECT_EQ(Shown(c.family, c.code), QString::fromUcs4(&c.wanted, 1)) << c.family << " " << std::hex << int{c.code};
+  EXPECT_EQ(Symbol_Text("Arial", QStringLiteral("Jäger")), QStringLiteral("Jäger"));
+  EXPECT_EQ(Symbol_Text("Wingdings", QStringLiteral("✔")), QStringLiteral("✔"));
+  EXPECT_TRUE(Is_Symbol_Font("wingdings") && Is_Symbol_Font("Symbol"));
+  EXPECT_FALSE(Is_Symbol_Font("Arial"));
+}
+
+TEST(SymbolFonts, EveryByteIsReachedByItsCharacter) {
+  // All 224 codes through the characters a text file gives for them.
+  QSet<int> codes;
+  for (int c = 0x20; c < 0x3000; ++c)
+    if (const int code = symbol_fonts::Code_Of(QChar(c))) codes.insert(code);
+  EXPECT_EQ(codes.size(), 224);
+  EXPECT_EQ(symbol_fonts::Code_Of(QChar(0x0416)), 0);
+  EXPECT_EQ(symbol_fonts::Code_Of(QChar('\n')), 0);
+}
+
+TEST(SymbolFonts, TablesAreFullWithoutDoublesAndHaveGlyphs) {
+  struct Case {
+    Table table;
+    int least;
+    int doubles;  // two forms of one sign
+    std::vector<const char*> fonts;
+  };
+  const Case cases[] = {{Table::Wingdings, 223, 0, {"Symbola"}},
+                        {Table::Symbol, 187, 3, {"Liberation Serif", "Symbola", "DejaVu Sans"}}};
+  for (const Case& c : cases) {
+    QSet<char32_t> seen;
+    int mapped = 0;
+    for (int code = 0x20; code <= 0xFF; ++code) {
+      const char32_t unicode = symbol_fonts::Unicode_Of(c.table, code);
+      if (unicode == 0) continue;
+      ++mapped;
+      seen.insert(unicode);
+      bool drawn = false;
+      for (const char* family : c.fonts) {
+        QFont font{QString::fromLatin1(family)};
+        font.setPixelSize(20);
+        drawn = drawn || QRawFont::fromFont(font).supportsCharacter(unicode);
+      }
+      EXPECT_TRUE(drawn) << "code " << std::hex << code << " U+" << static_cast<unsigned>(unicode);
+    }
+    EXPECT_GE(mapped, c.least);
+    EXPECT_EQ(seen.size(), mapped - c.doubles);
+  }
+}
+
+TEST(SymbolFonts, SignsAreDrawnAndMeasured) {
+  QImage image = Make_Canvas(60, 60);
+  const auto s = Make_Surface(image);
+  s->SetFont({"Wingdings", 24, false, false, false, 2});
+  EXPECT_NE(s->TextWidth("l"), s->TextWidth("("));
+  const int width = s->TextWidth("n");
+  s->Print({10, 10}, "n");
+  int ink = 0, beyond = 0;
+  for (int y = 0; y < 60; ++y)
+    for (int x = 0; x < 60; ++x) {
+      if (qGray(image.pixel(x, y)) > 128) continue;
+      ++ink;
+      beyond += x < 10 || x >= 10 + width;
+    }
+  EXPECT_GT(ink, 80);  // a black square
+  EXPECT_EQ(beyond, 0);
+}
+
+}  // namespace
