@@ -10,6 +10,7 @@
 #include "start/events.h"
 #include "start/map_open.h"
 #include "start/mdi_state.h"
+#include "store/entry.h"
 #include "store/table_state.h"
 #include "store/vertex_table.h"
 #include "support/fixture.h"
@@ -114,6 +115,7 @@ TEST_F(Redraw, MarksFrameTheEntryAndVanishWithIt) {
   const QImage plain = Map.canvas.copy();
   EntryRow row = Text_Row(200, 200, QStringLiteral("Amsel"), 101);
   rsEntries->MoveLast();
+  Map.CurBookmark = rsEntries->Bookmark();
   Update_Entry(row);
   Map_Redraw();
   EXPECT_EQ(Map.MarkCount, 1);

@@ -125,8 +125,12 @@ TEST_F(MapOpen, ResolutionIsReadAndADistortedScanIsTold) {
     Check_Bitmap(map);
     EXPECT_EQ(Map.MapXPpM, c.x == 0 ? 3780 : c.x);
     EXPECT_EQ(MapWidthPx, 400);
-    if (c.x == 11811) EXPECT_NEAR(MapWidthMm, 400 * 1000.0 / 11811, 0.01);
-    if (c.x == 0) EXPECT_NEAR(MapWidthMm, 400 * 25.4 / 96, 0.01);
+    if (c.x == 11811) {
+      EXPECT_NEAR(MapWidthMm, 400 * 1000.0 / 11811, 0.01);
+    }
+    if (c.x == 0) {
+      EXPECT_NEAR(MapWidthMm, 400 * 25.4 / 96, 0.01);
+    }
   }
 }
 
@@ -172,7 +176,9 @@ TEST_F(MapOpen, SafeModeOffersItsFourRoads) {
     script.Expect(road.told);
     Open_Map(map);
     EXPECT_EQ(frmMDI.MapOpen, road.open) << road.choice;
-    if (road.open) EXPECT_EQ(Entry_Count(), road.entries) << road.choice;
+    if (road.open) {
+      EXPECT_EQ(Entry_Count(), road.entries) << road.choice;
+    }
     EXPECT_TRUE(road.choice == 4 || File_Exists(Path(QStringLiteral("KARTE_BAK.MDB"))));
     if (frmMDI.MapOpen) Close_Map();
   }
