@@ -2,7 +2,6 @@
 
 #include <QButtonGroup>
 #include <QEvent>
-#include <QLayout>
 
 #include "start/frm_dialogs.h"
 #include "ui_frmAbgesichert.h"
@@ -27,9 +26,7 @@ FrmAbgesichert::FrmAbgesichert(const SafeModeQuestion& question, QWidget* parent
   connect(ui->cmdWeiter, &QPushButton::clicked, this, &FrmAbgesichert::Go_On);
   connect(ui->cmdBreak, &QPushButton::clicked, this, &QDialog::reject);
   choices->button(1)->setFocus();
-  // Wrapped labels ask for the height of their narrowest width: give what this width needs.
-  const int width = fontMetrics().horizontalAdvance(QLatin1Char('x')) * 92;
-  resize(width, layout()->heightForWidth(width));
+  resize(fontMetrics().horizontalAdvance(QLatin1Char('x')) * 92, 1);  // the height follows from the texts
 }
 
 FrmAbgesichert::~FrmAbgesichert() = default;
