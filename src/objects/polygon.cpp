@@ -174,8 +174,9 @@ bool Draw_Line_Entry(DrawContext& context, const EntryRow& row, const EntryId& i
   const bool line = id.IsLine();
   if (vertices.size() < 2 || (!line && !id.IsArea())) return false;
   const double width = context.view.Pen(row.Xline);
-  // Dashes run on from vertex to vertex: a shortened line would show them elsewhere.
-  const bool all = options.keepAll || (line && Line_Style(row.Yline).pen != PenStyle::Solid);
+  // Dashes run on from vertex to vertex: a shortened line would show them elsewhere. Wide pens have none.
+  const bool dashed = line && width <= 1 && Line_Style(row.Yline).pen != PenStyle::Solid;
+  const bool all = options.keepAll || dashed;
   if (!Take_Vertices(context, vertices, width, options.rounded, all)) return false;
 
   const KeepPen keep(context.surface);

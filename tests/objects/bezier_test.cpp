@@ -1,0 +1,40 @@
+#include "objects/bezier.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using Points = std::vector<QPointF>;
+
+TEST(Bezier, ClosedRunsThroughTheMiddlesOfTheSides) {
+  Points out;
+  Bezier_Points(Points{{0, 0}, {10, 0}, {10, 20}}, out);
+  EXPECT_EQ(out, (Points{{5, 10}, {0, 0}, {0, 0}, {5, 0}, {10, 0}, {10, 0}, {10, 10}, {10, 20}, {10, 20}, {5, 10}}));
+  Bezier_Points(Points{{1, 1}}, out);
+  EXPECT_TRUE(out.empty());
+}
+
+TEST(Bezier, OpenRunsFromEndToEnd) {
+  Points out;
+  Bezier_Points_Open(Points{{0, 0}, {10, 0}, {10, 20}, {30, 20}}, out);
+  EXPECT_EQ(out, (Points{{0, 0}, {10, 0}, {10, 0}, {10, 10}, {10, 20}, {10, 20}, {30, 20}}));
+  Bezier_Points_Open(Points{{0, 0}, {10, 0}, {10, 20}}, out);
+  EXPECT_EQ(out, (Points{{0, 0}, {10, 0}, {10, 0}, {10, 20}}));
+  Bezier_Points_Open(Points{{0, 0}, {8, 4}}, out);
+  EXPECT_EQ(out.front(), QPointF(0, 0));
+  EXPECT_EQ(out.back(), QPointF(8, 4));
+  EXPECT_EQ(out.size(), 4U);
+}
+
+TEST(Bezier, FlatteningFollowsTheCurve) {
+  Points curve, flat;
+  Bezier_Points(Points{{0, 0}, {100, 0}, {100, 100}, {0, 100}}, curve);
+  Flatten_Bezier(curve, flat);
+  EXPECT_EQ(flat.front(), QPointF(0, 50));
+  EXPECT_EQ(flat.back(), QPointF(0, 50));
+  // Half way round a corner: (p0 + 6 v + p1) / 8 = (0 + 6 * 0 + 50) / 8.
+  EXPECT_NE(std::find(flat.begin(), flat.end(), QPointF(6.25, 6.25)), flat.end());
+  for (size_t i = 1; i < flat.size(); ++i) EXPECT_LT((flat[i] - flat[i - 1]).manhattanLength(), 16);
+}
+
+}  // namespace

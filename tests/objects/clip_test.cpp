@@ -1,0 +1,130 @@
+#include "objects/clip.h"
+
+#include <random>
+
+#include "objects/bezier.h"
+#include "objects/drawing.h"
+
+namespace {
+
+using Points = std::vector<QPointF>;
+
+Points Clipped(const Points& points, const QRectF& area, bool rounded = false) {
+  Points out;
+  Clip_Outline(points, area, rounded, out);
+  return out;
+}
+
+TEST(ClipSegment, MeetsAnEdgeOrNot) {
+  struct Case {
+    double x1, y1, x2, y2, ex1, ey1, ex2, ey2;
+    int result;
+    QPointF cross;
+  };
+  const Case cases[] = {
+      {0, 0, 10, 10, 5, -5, 5, 20, -1, {5, 5}},  // through an upright edge
+      {0, 0, 10, 5, -5, 4, 20, 4, -1, {8, 4}},   // through a level edge
+      {10, 5, 0, 0, -5, 4, 20, 4, -1, {8, 4}},   // the same backward
+      {0, 0, 5, 0, 5, -5, 5, 5, -1, {5, 0}},     // ends on it
+      {0, 0, 4, 0, 5, -5, 5, 5, 0, {}},          // ends before it
+      {0, 6, 10, 6, 5, -5, 5, 5, 0, {}},         // passes the edge's end
+      {0, 0, 10, 0, 0, 3, 10, 3, 0, {}},         // parallel
+      {0, 0, 0, 0, 5, -5, 5, 5, 0, {}},          // no segment
+  };
+  for (const Case& c : cases) {
+    double x = 0, y = 0;
+    EXPECT_EQ(Clip_Segment(c.x1, c.y1, c.x2, c.y2, c.ex1, c.ey1, c.ex2, c.ey2, x, y), c.result);
+    EXPECT_EQ(QPointF(x, y), c.cross);
+  }
+}
+
+TEST(ClipOutline, ShortensRunsBeyondOneSide) {
+  const QRectF area(0, 0, 100, 100);
+  const Points zigzag{{10, 10}, {-20, 20}, {-30, 30}, {-90, 35}, {-20, 40}, {50, 50}};
+  EXPECT_EQ(Clipped(zigzag, area), (Points{{10, 10}, {-20, 20}, {-20, 40}, {50, 50}}));
+  EXPECT_EQ(Clipped(zigzag, area, true), zigzag);  // a rounded edge hangs on both neighbours
+  // Round the window's corner: the turning points stay.
+  const Points round{{50, 50}, {-10, 50}, {-20, 60}, {-30, 130}, {10, 140}, {20, 150}, {50, 120}, {50, 60}};
+  EXPECT_EQ(Clipped(round, area), (Points{{50, 50}, {-10, 50}, {-30, 130}, {50, 120}, {50, 60}}));
+  // Nothing to be seen; a vertex on the edge counts as inside.
+  EXPECT_TRUE(Clipped({{-1, 0}, {-5, 50}, {-2, 200}}, area).empty());
+  EXPECT_EQ(Clipped({{0, 0}, {-5, 50}, {-2, 200}}, area).size(), 3U);
+  EXPECT_TRUE(Clipped({}, area).empty());
+}
+
+TEST(ClipOutline, KeepsFewOfManyVertices) {
+  // A circle of 10,000 vertices that only grazes the window, in whole map pixels.
+  std::vector<QPoint> circle;
+  for (int i = 0; i < 10000; ++i) {
+    const double t = i * 2 * 3.14159265358979 / 10000;
+    circle.emplace_back(qRound(9000 * std::cos(t)), qRound(9000 * std::sin(t)));
+  }
+  Points kept;
+  Clip_Outline(circle, QRectF(8900, -50, 200, 100), false, kept);
+  EXPECT_LT(kept.size(), 30U);
+  EXPECT_GT(kept.size(), 10U);
+}
+
+TEST(CutFar, AddsCornersOfTheLimit) {
+  const QRectF limit(0, 0, 100, 100);
+  Points inside{{1, 1}, {50, 1}, {50, 50}};
+  Cut_Far(inside, limit, true);
+  EXPECT_EQ(inside.size(), 3U);
+  Points around{{-1000, -1000}, {5000, -1000}, {5000, 5000}, {-1000, 5000}};
+  Cut_Far(around, limit, true);
+  ASSERT_EQ(around.size(), 4U);
+  for (const QPointF corner : {limit.topLeft(), limit.topRight(), limit.bottomLeft(), limit.bottomRight()})
+    EXPECT_NE(std::find(around.begin(), around.end(), corner), around.end());
+  // An open line is cut at both ends and not closed.
+  Points line{{-100, 50}, {200, 50}};
+  Cut_Far(line, limit, false);
+  EXPECT_EQ(line, (Points{{0, 50}, {100, 50}}));
+  Points away{{-100, 50}, {-200, 90}};
+  Cut_Far(away, limit, true);
+  EXPECT_TRUE(away.empty());
+}
+
+// What is drawn of the shortened outline is, inside the window, to the pixel what is drawn of the whole one.
+class ClipPixels : public ::testing::TestWithParam<std::tuple<bool, bool>> {};
+
+QImage Drawn(const Points& points, bool closed, bool rounded, double width) {
+  Drawing drawing(160, 120);
+  drawing.surface->pen = {
+      .ForeColor = blue, .FillColor = yellow, .DrawWidth = width, .fill = closed ? FillStyle::Solid : FillStyle::None};
+  Points curve;
+  if (!rounded) {
+    closed ? drawing.surface->Polygon(points) : drawing.surface->Polyline(points);
+  } else {
+    closed ? Bezier_Points(points, curve) : Bezier_Points_Open(points, curve);
+    drawing.surface->Bezier(curve, closed);
+  }
+  drawing.surface.reset();
+  return drawing.image;
+}
+
+TEST_P(ClipPixels, NothingVisibleChanges) {
+  const auto [closed, rounded] = GetParam();
+  std::mt19937 random(4711);
+  int shortened = 0;
+  for (int round = 0; round < 300; ++round) {
+    const int reach = round % 3 == 0 ? 200 : round % 3 == 1 ? 800 : 3000;
+    std::uniform_int_distribution<int> place(-reach, reach), count(2, 40);
+    Points points;
+    QPointF walk(place(random), place(random));
+    const bool walking = round % 2 == 0;  // small steps make long runs outside, leaps make many crossings
+    for (int i = count(random); i >= 0; --i) {
+      walk = walking ? walk + QPointF(place(random) / 5, place(random) / 5) : QPointF(place(random), place(random));
+      points.push_back(walk);
+    }
+    const double width = round % 5 == 0 ? 7 : 1;
+    const double margin = Clip_Margin(width);
+    const Points kept = Clipped(points, QRectF(0, 0, 160, 120).adjusted(-margin, -margin, margin, margin), rounded);
+    shortened += kept.size() < points.size();
+    ASSERT_EQ(Drawn(kept, closed, rounded, width), Drawn(points, closed, rounded, width)) << "round " << round;
+  }
+  EXPECT_GT(shortened, 100);
+}
+
+INSTANTIATE_TEST_SUITE_P(Outlines, ClipPixels, ::testing::Combine(::testing::Bool(), ::testing::Bool()));
+
+}  // namespace

@@ -1,0 +1,118 @@
+#include "objects/text_box.h"
+
+#include "objects/drawing.h"
+#include "objects/rotated_text.h"
+
+namespace {
+
+TextLook Look(const Drawing& drawing, int frameWidth) {
+  TextLook look;
+  look.colors = drawing.colors;
+  look.frame.framed = frameWidth > 0;
+  look.frame.width = frameWidth;
+  return look;
+}
+
+TEST(TextBox, BoxFrameAndTextPosition) {
+  for (const int width : {0, 1, 3}) {
+    Drawing drawing;
+    const TextLook look = Look(drawing, width);
+    Draw_Text_Box(drawing.context, {20, 30}, QStringLiteral(" "), QSizeF(40, 16), look);
+    const int space = width > 0 ? width + 1 : 1;
+    const QRect box(20, 30, 40 + 2 * space, 16 + 2 * space);
+    EXPECT_EQ(Text_Box({20, 30}, QSizeF(40, 16), look.frame).toRect(), box);
+    EXPECT_EQ(drawing.Extent(width > 0 ? red : yellow), box);
+    EXPECT_EQ(drawing.Count(red), 2 * width * (box.width() + box.height()) - 4 * width * width);
+    EXPECT_EQ(drawing.Count(yellow), (box.width() - 2 * width) * (box.height() - 2 * width));
+  }
+  // The fast frame is the same as a drawn box.
+  Drawing fast, drawn;
+  TextLook look = Look(fast, 2);
+  Draw_Text_Box(fast.context, {20, 30}, QStringLiteral(" "), QSizeF(40, 16), look);
+  drawn.surface->pen = {.ForeColor = red, .FillColor = yellow, .DrawWidth = 2, .fill = FillStyle::Solid};
+  drawn.surface->Box(QRectF(20, 30, 46, 22));
+  EXPECT_EQ(fast.image, drawn.image);
+}
+
+TEST(TextBox, TransparentKeepsOnlyTheFrame) {
+  Drawing framed, bare;
+  TextLook look = Look(framed, 1);
+  look.transparent = true;
+  Draw_Text_Box(framed.context, {20, 30}, QStringLiteral(" "), QSizeF(40, 16), look);
+  EXPECT_EQ(framed.Count(yellow), 0);
+  EXPECT_EQ(framed.Extent(red), QRect(20, 30, 44, 20));
+  look.frame.framed = false;
+  Draw_Text_Box(bare.context, {20, 30}, QStringLiteral(" "), QSizeF(40, 16), look);
+  EXPECT_EQ(bare.Count(white), 10000);
+}
+
+TEST(TextBox, NotXorModesCanBeTakenBack) {
+  Drawing drawing(100, 100, qRgb(120, 200, 40));
+  const QImage before = drawing.image.copy();
+  TextLook look = Look(drawing, 2);
+  look.boxMode = DrawMode::NotXor;
+  for (int i = 0; i < 2; ++i) {
+    Draw_Text_Box(drawing.context, {20, 30}, QStringLiteral("Wald"), QSizeF(40, 16), look);
+    if (i == 0) {
+      EXPECT_NE(drawing.image, before);
+    }
+  }
+  EXPECT_EQ(drawing.image, before);
+}
+
+TEST(RotatedText, BoxLiesFivePixelsOut) {
+  // Upright: the text runs upward from (50, 50), its lower side to the right.
+  const auto corners = Rotated_Box({50, 50}, QSizeF(30, 10), 90);
+  const QPointF wanted[] = {{45, 55}, {45, 15}, {65, 15}, {65, 55}};
+  for (size_t i = 0; i < 4; ++i) {
+    EXPECT_NEAR(corners[i].x(), wanted[i].x(), 1e-9);
+    EXPECT_NEAR(corners[i].y(), wanted[i].y(), 1e-9);
+  }
+  const auto half = Rotated_Box({50, 50}, QSizeF(30, 10), 180);
+  EXPECT_NEAR(half[2].x(), 15, 1e-9);
+  EXPECT_NEAR(half[2].y(), 35, 1e-9);
+  EXPECT_EQ(Nearest_Corner({QPointF(0, 0), {10, 0}, {10, 10}, {0, 10}}, {30, 4}), QPointF(10, 0));
+}
+
+TEST(RotatedText, DrawsBoxTextReferenceAndRegion) {
+  Drawing drawing(120, 120);
+  drawing.surface->SetFont({});
+  const QString text = QStringLiteral("Moor");
+  const int width = drawing.surface->TextWidth(text);
+  const QRectF bounds =
+      Draw_Rotated_Text(drawing.context, text, 90, {50, 80}, QPointF(110, 110), Look(drawing, 1), {.color = green});
+  EXPECT_NEAR(bounds.height(), width + 10, 1);
+  EXPECT_EQ(drawing.At(45, 60), red);     // the frame's left edge
+  EXPECT_EQ(drawing.At(47, 80), yellow);  // within
+  EXPECT_GT(drawing.Count(blue), 5);
+  EXPECT_GT(drawing.Count(green), 20);
+  EXPECT_GT(drawing.Extent(green).left(), 50);  // from the lower right corner
+  ASSERT_EQ(drawing.regions.Count(), 2);
+  EXPECT_EQ(drawing.regions.Row(1).kind, footRegion);
+  EXPECT_TRUE(drawing.regions.AnyAt({50, 78}));
+  EXPECT_FALSE(drawing.regions.AnyAt({80, 60}));
+}
+
+TEST(RotatedText, NegativeAnglesTransparencyAndTheWindow) {
+  Drawing drawing, same;
+  for (Drawing* d : {&drawing, &same}) d->surface->SetFont({});
+  Draw_Rotated_Text(drawing.context, QStringLiteral("Au"), -45, {50, 40}, {}, Look(drawing, 1));
+  Draw_Rotated_Text(same.context, QStringLiteral("Au"), 315, {50, 40}, {}, Look(same, 1));
+  EXPECT_EQ(drawing.image, same.image);
+  Drawing clear;
+  clear.surface->SetFont({});
+  TextLook look = Look(clear, 0);
+  look.transparent = true;
+  Draw_Rotated_Text(clear.context, QStringLiteral("Au"), 30, {40, 50}, {}, look);
+  EXPECT_EQ(clear.Count(yellow), 0);
+  EXPECT_GT(clear.Count(blue), 3);
+  EXPECT_TRUE(Draw_Rotated_Text(clear.context, QStringLiteral("Au"), 30, {400, 50}, {}, look).isEmpty());
+  EXPECT_EQ(clear.regions.Count(), 1);
+  // A foot point inside the box has no line.
+  Drawing inside;
+  inside.surface->SetFont({});
+  Draw_Rotated_Text(inside.context, QStringLiteral("Auen"), 30, {40, 50}, QPointF(48, 54), look, {.color = green});
+  EXPECT_EQ(inside.Count(green), 0);
+}
+
+}  // namespace
