@@ -18,7 +18,7 @@ struct ReferenceStyle {
 struct ReferenceLook {
   EntryKind kind = EntryKind::Text;  // TextArrow and TextCircle have an end mark, all others are plain lines
   QRgb color = qRgb(0, 0, 0);        // texts: HG; pictures: RA; kind 7: VG
-  ReferenceStyle style;
+  ReferenceStyle style = {};
   double textHeight = 16;  // height of "A" in surface pixels: half of it is the length of an arrow head
 };
 
