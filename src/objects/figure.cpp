@@ -92,18 +92,25 @@ QRectF Ellipse_Box(const QRectF& box, bool circle, const ViewTransform& view) {
   return {box.left() - 2, box.top() - 2, view.Round(2 * rx + 1), view.Round(2 * ry + 1)};
 }
 
-Shape Box_Shape(const DrawContext& context, const QRectF& box, double angle, double margin) {
+// The middle of the pen that draws a box's rim from within: turned shapes are drawn along it.
+QRectF Middle_Line(const QRectF& box, double width) {
+  const double inset = (width - 1) / 2;
+  // The last pixels lie at width and height less 1.
+  return box.adjusted(inset, inset, -1 - inset, -1 - inset);
+}
+
+Shape Box_Shape(const DrawContext& context, const QRectF& box, double angle, double width) {
   Shape shape;
   if (angle == 0) {
     // Edges beyond the window may lie anywhere beyond it.
+    const double margin = Clip_Margin(width);
     shape.box = box.intersected(context.window.adjusted(-margin, -margin, margin, margin));
     shape.bounds = box;
     return shape;
   }
   shape.form = Shape::Form::Polygon;
   const QPointF centre = box.center();
-  // Corners are pixels: the last ones lie at width and height less 1.
-  const QRectF corners = box.adjusted(0, 0, -1, -1);
+  const QRectF corners = Middle_Line(box, width);
   for (const QPointF& corner : {corners.topLeft(), corners.topRight(), corners.bottomRight(), corners.bottomLeft()})
     shape.points.push_back(Turned(corner, centre, angle));
   Round_All(context.view, shape.points);
@@ -112,14 +119,14 @@ Shape Box_Shape(const DrawContext& context, const QRectF& box, double angle, dou
   return shape;
 }
 
-Shape Ellipse_Shape(const DrawContext& context, const QRectF& box, double angle) {
+Shape Ellipse_Shape(const DrawContext& context, const QRectF& box, double angle, double width) {
   Shape shape;
   shape.form = Shape::Form::Ellipse;
   shape.box = shape.bounds = box;
   const bool far = !Far_Limit(context).contains(box);
   if (angle == 0 && !far) return shape;
   shape.form = Shape::Form::Curve;
-  const QRectF line = box.adjusted(0, 0, -1, -1);
+  const QRectF line = Middle_Line(box, width);
   shape.points = Ellipse_Curve(line.center(), line.width() / 2, line.height() / 2, angle);
   shape.bounds = Bounds_Of(shape.points);
   if (far) {
@@ -139,7 +146,7 @@ Shape Ellipse_Shape(const DrawContext& context, const QRectF& box, double angle)
 }
 
 Shape Free_Shape(const DrawContext& context, std::span<const QPoint> vertices, QPointF centre, double angle,
-                 bool rounded, double margin) {
+                 bool rounded, double width) {
   Shape shape;
   std::vector<QPointF> turned;
   turned.reserve(vertices.size());
@@ -150,6 +157,7 @@ Shape Free_Shape(const DrawContext& context, std::span<const QPoint> vertices, Q
   Round_All(context.view, turned);
   shape.bounds = Bounds_Of(turned);
   std::vector<QPointF> kept;
+  const double margin = Clip_Margin(width);
   Clip_Outline(turned, context.window.adjusted(-margin, -margin, margin, margin), rounded, kept);
   const bool far = Beyond(kept, Far_Limit(context));
   shape.form = rounded && !far ? Shape::Form::Curve : Shape::Form::Polygon;
@@ -206,21 +214,21 @@ QRectF Entry_Box(const ViewTransform& view, const EntryRow& row) {
 }
 
 Shape Make_Shape(const DrawContext& context, EntryKind kind, const QRectF& box, double angle,
-                 std::span<const QPoint> vertices, double margin) {
+                 std::span<const QPoint> vertices, double width) {
   switch (kind) {
     case EntryKind::Rectangle:
     case EntryKind::Square:
-      return Box_Shape(context, box.adjusted(0, 0, 1, 1), angle, margin);
+      return Box_Shape(context, box.adjusted(0, 0, 1, 1), angle, width);
     case EntryKind::Ellipse:
-      return Ellipse_Shape(context, Ellipse_Box(box, false, context.view), angle);
+      return Ellipse_Shape(context, Ellipse_Box(box, false, context.view), angle, width);
     case EntryKind::Circle:
-      return Ellipse_Shape(context, Ellipse_Box(box, true, context.view), angle);
+      return Ellipse_Shape(context, Ellipse_Box(box, true, context.view), angle, width);
     case EntryKind::FreeFigure:
     case EntryKind::FreeFigureRound:
-      return Free_Shape(context, vertices, box.center(), angle, kind == EntryKind::FreeFigureRound, margin);
+      return Free_Shape(context, vertices, box.center(), angle, kind == EntryKind::FreeFigureRound, width);
     default: {
       const QSizeF size(std::max(1.0, box.width()), std::max(1.0, box.height()));
-      return Box_Shape(context, QRectF(box.topLeft(), size), 0, margin);
+      return Box_Shape(context, QRectF(box.topLeft(), size), 0, width);
     }
   }
 }
@@ -245,7 +253,7 @@ FigureShown Draw_Figure(DrawContext& context, const EntryRow& row, EntryKind kin
   const double margin = Clip_Margin(width);
   FigureShown shown;
   shown.box = Entry_Box(context.view, row);
-  const Shape shape = Make_Shape(context, kind, shown.box, angle, vertices, margin);
+  const Shape shape = Make_Shape(context, kind, shown.box, angle, vertices, width);
 
   const QRectF seen = context.window.adjusted(-margin, -margin, margin, margin);
   const QRectF bounds = shape.bounds;

@@ -141,7 +141,7 @@ TEST(Figure, FreeFiguresAreDrawnFromTheirVertices) {
   const FigureShown shown = Draw(straight, EntryKind::FreeFigure, Row("F 1", 20, 20, 60, 60), triangle);
   EXPECT_TRUE(shown.drawn);
   EXPECT_EQ(straight.At(50, 60), yellow);
-  EXPECT_EQ(straight.At(50, 22), red);
+  EXPECT_EQ(straight.At(50, 20), red);
   EXPECT_TRUE(Shape_Contains(shown.region, {50, 60}));
   EXPECT_FALSE(Shape_Contains(shown.region, {22, 22}));
   Drawing rounded;
