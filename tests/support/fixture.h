@@ -56,3 +56,5 @@ class FluraxTest : public ::testing::Test {
 };
 
 std::ostream& operator<<(std::ostream& out, const QString& text);
+// The test framework would print a text as a list of characters.
+void PrintTo(const QString& text, std::ostream* out);

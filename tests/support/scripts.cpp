@@ -4,6 +4,7 @@
 #include "support/fixture.h"
 
 std::ostream& operator<<(std::ostream& out, const QString& text) { return out << '"' << text.toStdString() << '"'; }
+void PrintTo(const QString& text, std::ostream* out) { *out << text; }
 
 MessageScript::MessageScript() {
   former = Set_Message_Handler([this](const MsgRequest& request) {
