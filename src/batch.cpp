@@ -1,0 +1,192 @@
+#include <QDir>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QImageWriter>
+#include <QLocale>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <clocale>
+#include <cstdio>
+
+#include "canvas/redraw.h"
+#include "objects/draw_context.h"
+#include "platform/database.h"
+#include "platform/error.h"
+#include "platform/files.h"
+#include "platform/picture.h"
+#include "platform/surface.h"
+#include "platform/text.h"
+#include "start/global_state.h"
+#include "start/map_open.h"
+#include "store/entry.h"
+
+using namespace Qt::StringLiterals;
+
+// flurax-batch: draws a map with its entries into a picture, without a window. Writes nothing but that picture: the map
+// is opened in a temporary folder that holds a copy of its table and links to everything else.
+
+namespace {
+
+enum ExitStatus { done = 0, failed = 1, wrongCall = 2 };
+
+constexpr double smallestFactor = 0.05, largestFactor = 8;
+
+const QString helpText =
+    uR"(flurax-batch: zeichnet Karten mit ihren Einträgen in Bilddateien.
+
+  flurax-batch bild KARTE.bmp AUS.png [--zoom F]
+      Zeichnet die Karte mit den Einträgen ihrer Tabelle in die Datei AUS.png.
+      Die Endung bestimmt das Format: png, bmp oder jpg. Eine vorhandene Datei wird ersetzt.
+      --zoom F   Zoom-Faktor von 0,05 bis 8; 1 = 100 % (üblich), 0,5 = 50 %.
+  flurax-batch --hilfe
+      Zeigt diesen Text.
+
+Karte und Tabelle werden nur gelesen. Meldungen gehen auf die Standardfehlerausgabe.
+Rückgabewert: 0 gezeichnet, 1 Fehler, 2 falscher Aufruf.
+)"_s;
+
+void Tell(const QString& text) { std::fprintf(stderr, "%s\n", qUtf8Printable(text)); }
+
+struct PictureOrder {
+  QString map, target;
+  double factor = 1;
+};
+
+struct WrongCall {
+  QString text;
+};
+
+PictureOrder Parse_Order(QStringList words) {
+  PictureOrder order;
+  if (words.takeFirst() != "bild"_L1) throw WrongCall{u"Unbekannter Befehl."_s};
+  if (const qsizetype at = words.indexOf(u"--zoom"_s); at >= 0) {
+    if (at + 1 >= words.size()) throw WrongCall{u"Hinter --zoom fehlt der Faktor."_s};
+    bool isNumber = false;
+    order.factor = QString(words[at + 1]).replace(u',', u'.').toDouble(&isNumber);
+    if (!isNumber || order.factor < smallestFactor || order.factor > largestFactor) {
+      throw WrongCall{u"Der Zoom-Faktor muss zwischen 0,05 und 8 liegen: "_s + words[at + 1]};
+    }
+    words.remove(at, 2);
+  }
+  for (const QString& word : words) {
+    if (word.startsWith("--"_L1)) throw WrongCall{u"Unbekannte Angabe: "_s + word};
+  }
+  if (words.size() != 2) throw WrongCall{u"Es werden genau eine Karte und eine Bilddatei erwartet."_s};
+  order.map = QFileInfo(Clean_Path(words[0])).absoluteFilePath();
+  order.target = QFileInfo(Clean_Path(words[1])).absoluteFilePath();
+
+  const QString format = QFileInfo(order.target).suffix().toLower();
+  if (!QStringList{u"png"_s, u"bmp"_s, u"jpg"_s, u"jpeg"_s}.contains(format)) {
+    throw WrongCall{u"Die Bilddatei muss auf .png, .bmp oder .jpg enden: "_s + order.target};
+  }
+  const QString mapThere = QFileInfo(order.map).canonicalFilePath();
+  if (!mapThere.isEmpty() && mapThere == QFileInfo(order.target).canonicalFilePath()) {
+    throw WrongCall{u"Die Karte selbst wird nicht überschrieben: "_s + order.target};
+  }
+  return order;
+}
+
+// The user's own program folder, for the colour table only.
+QString User_Program_Folder() {
+  const QString home = qEnvironmentVariable("FLURAX_HOME");
+  if (!home.isEmpty()) return home;
+  return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + u"/flurax"_s;
+}
+
+void Copy_If_There(const QString& source, const QString& target) {
+  if (QFileInfo::exists(source) && !QFile::copy(source, target)) Raise(errors::diskFull, target);
+}
+
+// A program folder of its own, so that neither recent lists nor work copies of the user change.
+void Make_Program_Folder(const QString& folder) {
+  QDir().mkpath(folder);
+  ProgramFolder = folder;
+  const auto database = Workspace::CreateDatabase(folder + u"/MUSTER.MDB"_s);
+  Make_Template(*database);
+  database->Close();
+  Copy_If_There(User_Program_Folder() + u"/MAP-Farb"_s, folder + u"/MAP-Farb"_s);
+}
+
+// The map's folder once more, without any table but its own, which is a copy. A table that another program has open is
+// taken as it lies on the disk, with the log that waits beside it.
+QString Make_Map_Folder(const QString& map, const QString& folder) {
+  const QFileInfo info(map);
+  QDir().mkpath(folder);
+  const QStringList notLinked = {u"mdb"_s, u"ldb"_s, u"map"_s, u"mdb-wal"_s, u"mdb-shm"_s, u"mdb-journal"_s};
+  const auto entries = info.dir().entryInfoList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden);
+  for (const QFileInfo& entry : entries) {
+    const QString copy = folder + u'/' + entry.fileName();
+    if (!notLinked.contains(entry.suffix().toLower())) {
+      QFile::link(entry.absoluteFilePath(), copy);
+    } else if (entry.suffix().startsWith("mdb"_L1, Qt::CaseInsensitive) &&
+               entry.completeBaseName().compare(info.completeBaseName(), Qt::CaseInsensitive) == 0) {
+      Copy_If_There(entry.absoluteFilePath(), copy);
+      QFile::setPermissions(copy, QFile::ReadOwner | QFile::WriteOwner);
+    }
+  }
+  return folder + u'/' + info.fileName();
+}
+
+QImage Draw_Map(double factor) {
+  if (factor == 1) return Map_Picture_With_Entries();
+  const QSize size(std::max(1, qRound(MapWidthPx * factor)), std::max(1, qRound(MapHeightPx * factor)));
+  QImage picture = Make_Canvas(size.width(), size.height());
+  if (picture.isNull()) Raise(errors::outOfMemory);
+  {
+    const auto surface = Make_Surface(picture);
+    DrawContext context{*surface, {.Zoom = 1 / factor}, QRectF(QPointF(), size)};
+    Draw_Background(context);
+    Draw_Entries(context);
+  }
+  return picture;
+}
+
+ExitStatus Make_Picture(const PictureOrder& order) {
+  if (!QFileInfo(order.map).isFile()) {
+    Tell(u"Die Karte wurde nicht gefunden: "_s + order.map);
+    return failed;
+  }
+  const QTemporaryDir scratch;
+  if (!scratch.isValid()) {
+    Tell(u"Es konnte kein Arbeitsordner angelegt werden: "_s + scratch.errorString());
+    return failed;
+  }
+  Reset_Global_State();
+  Make_Program_Folder(scratch.filePath(u"programm"_s));
+  Open_Map(Make_Map_Folder(order.map, scratch.filePath(u"karte"_s)));
+  if (MapHeightMm < 0) {
+    Tell(u"Die Karte konnte nicht geöffnet werden: "_s + order.map);
+    return failed;
+  }
+  const QImage picture = Draw_Map(order.factor);
+  Close_Map();
+  Save_Picture(picture, order.target);
+  return done;
+}
+
+ExitStatus Run(const QStringList& words) {
+  if (words.isEmpty()) throw WrongCall{u"Es fehlt der Befehl."_s};
+  if (QStringList{u"--hilfe"_s, u"--help"_s, u"-h"_s}.contains(words.first())) {
+    std::fputs(qUtf8Printable(helpText), stdout);
+    return done;
+  }
+  return Make_Picture(Parse_Order(words));
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+  const QGuiApplication application(argc, argv);
+  QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
+  std::setlocale(LC_NUMERIC, "C");
+  try {
+    return Run(QCoreApplication::arguments().mid(1));
+  } catch (const WrongCall& call) {
+    Tell(call.text + u"\n\n"_s + helpText);
+    return wrongCall;
+  } catch (const Error& error) {
+    Tell(u"Fehler %1: %2"_s.arg(error.number).arg(error.text));
+    return failed;
+  }
+}
