@@ -6,7 +6,7 @@ here=$(cd "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")" && pwd)
 
 lists=("$here/packages.txt")
 for extra in "$@"; do lists+=("$here/packages-$extra.txt"); done
-mapfile -t wanted < <(sed -e 's/#.*//' -e 's/[[:space:]]//g' -e '/^$/d' "${lists[@]}")
+mapfile -t wanted <<<"$(sed -e 's/#.*//' -e 's/[[:space:]]//g' -e '/^$/d' "${lists[@]}")"
 
 if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
   echo "Flurax: Dieses System hat kein apt. Bitte installieren Sie selbst, was diesen Debian-Paketen entspricht" >&2
