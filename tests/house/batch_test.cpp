@@ -1,0 +1,204 @@
+#include <gmock/gmock.h>
+
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <QPainter>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <map>
+
+#include "platform/picture.h"
+#include "store/entry.h"
+#include "store/header_row.h"
+#include "support/fixture.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+struct Outcome {
+  int status = -1;
+  QString out, err;
+};
+
+Outcome Batch(const QStringList& words) {
+  QProcess program;
+  program.start(QStringLiteral(FLURAX_BINARY_DIR "/flurax-batch"), words);
+  if (!program.waitForFinished(60000) || program.exitStatus() != QProcess::NormalExit) {
+    ADD_FAILURE() << "flurax-batch " << words.join(u' ') << " did not end";
+    return {};
+  }
+  return {program.exitCode(), QString::fromUtf8(program.readAllStandardOutput()),
+          QString::fromUtf8(program.readAllStandardError())};
+}
+
+// Names and contents of all files of a folder.
+std::map<QString, QByteArray> Snapshot(const QString& folder) {
+  std::map<QString, QByteArray> files;
+  QDirIterator walk(folder, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
+  while (walk.hasNext()) {
+    QFile file(walk.next());
+    if (file.open(QIODevice::ReadOnly)) files[file.fileName()] = file.readAll();
+  }
+  return files;
+}
+
+int Differing_Pixels(const QImage& left, const QImage& right) {
+  const QImage a = left.convertToFormat(QImage::Format_RGB32), b = right.convertToFormat(QImage::Format_RGB32);
+  int count = 0;
+  for (int y = 0; y < a.height(); ++y) {
+    for (int x = 0; x < a.width(); ++x) count += a.pixel(x, y) != b.pixel(x, y);
+  }
+  return count;
+}
+
+const EntryRow redBox{.ID = u"Figur1"_s,
+                      .Eintrag = u"Rechteck"_s,
+                      .Schrift = u"F 1"_s,
+                      .Groesse = 10,
+                      .VG = 0,
+                      .HG = 12,
+                      .RA = -100,
+                      .Xmap = 100,
+                      .Ymap = 80,
+                      .Xline = 60,
+                      .Yline = 40,
+                      .Typ = 20};
+
+void Append(Database& database, const EntryRow& row) {
+  const auto rows = database.OpenRecordset(u"MapData"_s);
+  rows->AddNew();
+  Write_Entry(*rows, row);
+  rows->Update();
+}
+
+std::unique_ptr<Database> New_Table_File(const QString& path) {
+  auto database = Workspace::CreateDatabase(path);
+  Make_Template(*database);
+  Append(*database, HeaderRow{.tablePath = path, .mapName = u"Karte.bmp"_s, .width = 400, .height = 300}.ToEntry());
+  return database;
+}
+
+class BatchTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    home = scratch.filePath(u"Größe 2.5 ä"_s);
+    ASSERT_TRUE(QDir().mkpath(home));
+    map = home + u"/Karte.bmp"_s;
+    target = scratch.filePath(u"aus.png"_s);
+  }
+  void Make_Map() {
+    QImage picture(400, 300, QImage::Format_RGB32);
+    picture.fill(Qt::white);
+    Save_Picture(picture, map);
+  }
+  QTemporaryDir scratch;
+  QString home, map, target;
+};
+
+}  // namespace
+
+TEST_F(BatchTest, DrawsTheDemoMapAndLeavesItsFolderAlone) {
+  const QString examples = QStringLiteral(FLURAX_BINARY_DIR "/data/Beispiele");
+  for (const QString& name : {u"Karte.bmp"_s, u"Karte.cal"_s, u"KARTE.MDB"_s, u"Eisvogel.bmp"_s}) {
+    ASSERT_TRUE(QFile::copy(examples + u'/' + name, home + u'/' + name));
+  }
+  const auto before = Snapshot(home);
+  const Outcome outcome = Batch({u"bild"_s, map, target});
+  EXPECT_EQ(outcome.status, 0) << outcome.err;
+  EXPECT_EQ(outcome.err, QString());
+  EXPECT_TRUE(Snapshot(home) == before);
+
+  const QImage drawn = Load_Picture(target), bare = Load_Picture(map);
+  ASSERT_EQ(drawn.size(), bare.size());
+  // Some eighty entries cover a few percent of the map, not most of it.
+  const int differing = Differing_Pixels(drawn, bare), all = bare.width() * bare.height();
+  EXPECT_GT(differing, all / 100);
+  EXPECT_LT(differing, all / 3);
+  // The kingfisher's sky stands where the overview puts it: its picture file was found.
+  EXPECT_EQ(drawn.pixelColor(1005, 1905), QColor(226, 240, 246));
+}
+
+TEST_F(BatchTest, DrawsEntriesAtTheirPlaceInEveryFactor) {
+  Make_Map();
+  auto database = New_Table_File(home + u"/KARTE.MDB"_s);
+  Append(*database, redBox);
+  database->Close();
+  struct Case {
+    QString factor;
+    QSize size;
+    QPoint inside, outside;
+  };
+  const QRgb red = qRgb(255, 0, 0), white = qRgb(255, 255, 255);
+  for (const Case& each :
+       {Case{u"1"_s, {400, 300}, {130, 100}, {90, 100}}, Case{u"0,5"_s, {200, 150}, {65, 50}, {40, 50}},
+        Case{u"2"_s, {800, 600}, {300, 230}, {150, 230}}}) {
+    SCOPED_TRACE(each.factor.toStdString());
+    ASSERT_EQ(Batch({u"bild"_s, map, target, u"--zoom"_s, each.factor}).status, 0);
+    const QImage drawn = Load_Picture(target);
+    ASSERT_EQ(drawn.size(), each.size);
+    EXPECT_EQ(drawn.pixel(each.inside), red);
+    EXPECT_EQ(drawn.pixel(each.outside), white);
+  }
+}
+
+TEST_F(BatchTest, MapWithoutTableStaysWithoutOne) {
+  Make_Map();
+  const auto before = Snapshot(home);
+  EXPECT_EQ(Batch({u"bild"_s, map, target}).status, 0);
+  EXPECT_EQ(Differing_Pixels(Load_Picture(target), Load_Picture(map)), 0);
+  EXPECT_TRUE(Snapshot(home) == before);
+}
+
+// Another program works on the table: its newest rows wait in the log beside the file.
+TEST_F(BatchTest, TableInUseIsDrawnAsItStands) {
+  Make_Map();
+  New_Table_File(home + u"/KARTE.MDB"_s)->Close();
+  const auto open = Workspace::OpenDatabase(home + u"/KARTE.MDB"_s);
+  Append(*open, redBox);
+  ASSERT_EQ(Batch({u"bild"_s, map, target}).status, 0);
+  EXPECT_EQ(Load_Picture(target).pixel(130, 100), qRgb(255, 0, 0));
+  Append(*open, redBox);  // and goes on undisturbed
+  EXPECT_EQ(open->RowCount(u"MapData"_s), 3);
+}
+
+TEST_F(BatchTest, FaultsHaveAStatusAndGermanWords) {
+  Make_Map();
+  const QString noPicture = home + u"/Text.bmp"_s;
+  QFile file(noPicture);
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write("kein Bild") > 0);
+  file.close();
+  const auto before = Snapshot(home);
+  struct Case {
+    QStringList words;
+    int status;
+    QString told;
+  };
+  const Case cases[] = {
+      {{}, 2, u"Befehl"_s},
+      {{u"male"_s, map, target}, 2, u"Unbekannter Befehl"_s},
+      {{u"bild"_s, map}, 2, u"genau eine Karte"_s},
+      {{u"bild"_s, map, target, u"--zoom"_s}, 2, u"fehlt der Faktor"_s},
+      {{u"bild"_s, map, target, u"--zoom"_s, u"groß"_s}, 2, u"zwischen 0,05 und 8"_s},
+      {{u"bild"_s, map, target, u"--zoom"_s, u"0"_s}, 2, u"zwischen 0,05 und 8"_s},
+      {{u"bild"_s, map, target, u"--farbe"_s}, 2, u"Unbekannte Angabe"_s},
+      {{u"bild"_s, map, home + u"/aus.doc"_s}, 2, u".png"_s},
+      {{u"bild"_s, map, home + u"/../"_s + QDir(home).dirName() + u"/Karte.bmp"_s}, 2, u"nicht überschrieben"_s},
+      {{u"bild"_s, home + u"/fehlt.bmp"_s, target}, 1, u"fehlt.bmp"_s},
+      {{u"bild"_s, noPicture, target}, 1, u"Text.bmp"_s},
+      {{u"bild"_s, map, home + u"/gibt/es/nicht/aus.png"_s}, 1, u"Fehler"_s},
+  };
+  for (const Case& each : cases) {
+    const Outcome outcome = Batch(each.words);
+    EXPECT_EQ(outcome.status, each.status) << each.words.join(u' ');
+    EXPECT_TRUE(outcome.err.contains(each.told)) << outcome.err;
+    EXPECT_EQ(outcome.out, QString());
+  }
+  EXPECT_TRUE(Snapshot(home) == before);
+  EXPECT_FALSE(QFile::exists(target));
+
+  const Outcome help = Batch({u"--hilfe"_s});
+  EXPECT_EQ(help.status, 0);
+  EXPECT_TRUE(help.out.contains(u"bild KARTE.bmp AUS.png"_s));
+}

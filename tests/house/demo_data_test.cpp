@@ -1,0 +1,195 @@
+#include <gmock/gmock.h>
+
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <set>
+
+#include "platform/picture.h"
+#include "store/entry.h"
+#include "store/header_row.h"
+#include "support/fixture.h"
+
+using namespace Qt::StringLiterals;
+using ::testing::Each;
+using ::testing::IsEmpty;
+using ::testing::IsSupersetOf;
+
+namespace {
+
+const QString built = QStringLiteral(FLURAX_BINARY_DIR "/data");
+
+// One delivered table, opened as a copy.
+struct Table {
+  explicit Table(const QString& name) {
+    const QString copy = folder.filePath(u"Tabelle.MDB"_s);
+    EXPECT_TRUE(QFile::copy(built + u"/Beispiele/"_s + name, copy)) << name;
+    database = Workspace::OpenDatabase(copy);
+    const auto cursor = database->OpenRecordset(u"MapData"_s);
+    for (cursor->MoveFirst(); !cursor->Eof(); cursor->MoveNext()) rows.push_back(Read_Entry(*cursor));
+    header = rows.front();
+    rows.erase(rows.begin());
+  }
+  QTemporaryDir folder;
+  std::unique_ptr<Database> database;
+  EntryRow header;
+  std::vector<EntryRow> rows;  // without the header
+};
+
+QStringList Table_Names() {
+  return QDir(built + u"/Beispiele"_s).entryList({u"*.MDB"_s}, QDir::Files, QDir::Name | QDir::LocaleAware);
+}
+
+bool Has_Vertices(const EntryRow& row) {
+  const EntryType type = EntryType::Parse(row.Typ);
+  return type.IsPolygon() || type.IsFreeFigure();
+}
+
+// What is wrong with a row, in words.
+QStringList Row_Faults(Database& database, const EntryRow& row, QSize map) {
+  QStringList faults;
+  const auto check = [&](bool good, const QString& fault) {
+    if (!good) faults << row.ID + u" \""_s + row.Eintrag + u"\": "_s + fault;
+  };
+  const QRect sheet(QPoint(), map);
+  check(row.ID.size() <= 79 && row.Eintrag.size() <= 79 && row.Schrift.size() <= 79, u"text too long"_s);
+  check(!row.ID.isEmpty() && !row.Eintrag.isEmpty() && !row.Schrift.isEmpty(), u"empty text"_s);
+  check(row.VG >= 0 && row.VG <= 15 && row.HG >= 0 && row.HG <= 15, u"colour out of range"_s);
+  check(std::abs(row.RA) % 100 <= 15, u"frame colour out of range"_s);
+  const EntryType type = EntryType::Parse(row.Typ);
+  if (type.Kind() == EntryKind::PlanDesign) return faults;
+  check(sheet.contains(row.Xmap, row.Ymap), u"beside the map"_s);
+  if (type.IsText() && row.Xline > 0) check(sheet.contains(row.Xline, row.Yline), u"foot point beside the map"_s);
+  if (type.IsFigure() || type.Kind() == EntryKind::PlanSquare) {
+    const EntryBox box = entry_box(row);
+    check(box.width > 5 && box.height > 5, u"no size"_s);
+    check(sheet.contains(QRect(box.x, box.y, box.width, box.height)), u"reaches beyond the map"_s);
+  }
+  if (Has_Vertices(row)) {
+    const EntryId id = EntryId::Parse(row.ID);
+    const auto* points = database.Points(id.TableName());
+    if (!points) return faults << row.ID + u": no vertex table"_s;
+    check(points->size() >= (id.IsLine() ? 2U : 3U), u"too few vertices"_s);
+    for (const auto& point : *points) check(sheet.contains(point.x, point.y), u"vertex beside the map"_s);
+  }
+  return faults;
+}
+
+}  // namespace
+
+TEST(DemoData, MapAndItsCompanionsAreThere) {
+  const QString map = built + u"/Beispiele/Karte.bmp"_s;
+  const QImage picture = Load_Picture(map);
+  EXPECT_EQ(picture.size(), QSize(3000, 2200));
+  EXPECT_EQ(picture.depth(), 8);
+  EXPECT_EQ(picture.dotsPerMeterX(), 11811);
+  EXPECT_EQ(picture.dotsPerMeterY(), 11811);
+  QFile calibration(built + u"/Beispiele/Karte.cal"_s);
+  ASSERT_TRUE(calibration.open(QIODevice::ReadOnly));
+  EXPECT_TRUE(calibration.readAll().contains("Karte: Karte.bmp"));
+  EXPECT_EQ(Table_Names().join(u' '),
+            u"Demo_1_Test.MDB Demo_2_Übersicht.MDB Demo_3_Eintrag_bearbeiten.MDB Demo_4_Text_Symbol.MDB "
+            "Demo_5_Text_justieren.MDB KARTE.MDB"_s);
+}
+
+TEST(DemoData, EveryRowOfEveryTableIsSound) {
+  const QSize map = Picture_Size(built + u"/Beispiele/Karte.bmp"_s);
+  for (const QString& name : Table_Names()) {
+    SCOPED_TRACE(name.toStdString());
+    Table table(name);
+    bool repaired = false;
+    const HeaderRow header = HeaderRow::FromEntry(table.header, &repaired);
+    EXPECT_FALSE(repaired);
+    EXPECT_EQ(QSize(header.width, header.height), map);
+    EXPECT_EQ(header.mapName, u"Karte.bmp"_s);
+
+    EXPECT_GE(table.rows.size(), 8U);
+    std::set<QString> named;
+    for (const EntryRow& row : table.rows) {
+      EXPECT_THAT(Row_Faults(*table.database, row, map), IsEmpty());
+      if (!Has_Vertices(row)) continue;
+      EXPECT_TRUE(named.insert(EntryId::Parse(row.ID).TableName()).second) << row.ID << " twice";
+    }
+    // No vertex table without its row.
+    for (const TableDef& def : table.database->TableDefs()) {
+      if (def.name != "MapData"_L1 && def.name != "Qdata"_L1) EXPECT_TRUE(named.contains(def.name)) << def.name;
+    }
+  }
+}
+
+TEST(DemoData, OverviewShowsEveryKindAndLook) {
+  const Table table(u"Demo_2_Übersicht.MDB"_s);
+  EXPECT_GE(table.rows.size(), 75U);
+  EXPECT_LE(table.rows.size(), 100U);
+
+  std::set<int> kinds, hatches;
+  std::set<LineEnds::Shape> ends;
+  int hidden = 0, inactive = 0, framed = 0, clear = 0, turned = 0, several = 0, symbols = 0, turnedFigures = 0;
+  for (const EntryRow& row : table.rows) {
+    const EntryType type = EntryType::Parse(row.Typ);
+    const EntryId id = EntryId::Parse(row.ID);
+    kinds.insert(type.base);
+    hidden += type.hidden && type.Kind() != EntryKind::NorthArrow;
+    inactive += id.inactive;
+    if (id.ends) ends.insert(id.ends->shape);
+    if (id.IsArea()) hatches.insert(row.Yline);
+    turnedFigures += type.IsFigure() && FillCode::AngleOf(row.Schrift) > 0;
+    if (!type.IsText()) continue;
+    const FontSpec font = FontSpec::Parse(row.Schrift);
+    framed += FrameWord::Parse(row.RA).framed;
+    clear += font.transparent;
+    turned += font.angle > 0;
+    symbols += font.IsSymbol();
+    several += row.Eintrag.contains(u'\n');
+  }
+  EXPECT_THAT(kinds, IsSupersetOf({0, 1, 2, 3, 4, 40, 5, 11, 12, 16, 17, 20, 21, 22, 23, 24, 25}));
+  EXPECT_THAT(hatches, IsSupersetOf({-1, 0, 1, 2, -3, -4, -5, -6, -7}));
+  EXPECT_EQ(ends.size(), 3U);
+  EXPECT_EQ(hidden, 1);
+  EXPECT_EQ(inactive, 1);
+  EXPECT_THAT((std::vector{framed, clear, turned, several, symbols}), Each(testing::Ge(5)));
+  EXPECT_GE(turnedFigures, 2);
+}
+
+TEST(DemoData, MapOpensWithTheOverviewAndFindsItsPicture) {
+  const Table own(u"KARTE.MDB"_s), overview(u"Demo_2_Übersicht.MDB"_s);
+  EXPECT_EQ(own.rows, overview.rows);
+  int pictures = 0;
+  for (const EntryRow& row : own.rows) {
+    if (EntryType::Parse(row.Typ).Kind() != EntryKind::Picture) continue;
+    ++pictures;
+    EXPECT_FALSE(Load_Picture(built + u"/Beispiele/"_s + row.Eintrag).isNull());
+  }
+  EXPECT_GE(pictures, 1);
+}
+
+TEST(DemoData, TemplateIsEmpty) {
+  QTemporaryDir folder;
+  const QString copy = folder.filePath(u"Muster.mdb"_s);
+  ASSERT_TRUE(QFile::copy(built + u"/MUSTER.MDB"_s, copy));
+  const auto database = Workspace::OpenDatabase(copy);
+  EXPECT_EQ(database->RowCount(u"MapData"_s), 0);
+  EXPECT_EQ(database->OpenRecordset(u"MapData"_s)->Fields().size(), size_t{column::fixedCount});
+  EXPECT_EQ(database->RowCount(u"Qdata"_s), 1);
+}
+
+TEST(DemoData, SecondRunMakesTheSameBytes) {
+  QTemporaryDir folder;
+  const QString again = folder.filePath(u"noch einmal"_s);
+  QProcess tool;
+  tool.start(QStringLiteral(FLURAX_BINARY_DIR "/tools/make_data"), {QStringLiteral(FLURAX_SOURCE_DIR "/data"), again});
+  ASSERT_TRUE(tool.waitForFinished(60000));
+  ASSERT_EQ(tool.exitCode(), 0) << tool.readAllStandardError().toStdString();
+  int files = 0;
+  QDirIterator walk(built, QDir::Files, QDirIterator::Subdirectories);
+  while (walk.hasNext()) {
+    QFile first(walk.next()), second(again + u'/' + QDir(built).relativeFilePath(first.fileName()));
+    ASSERT_TRUE(first.open(QIODevice::ReadOnly));
+    ASSERT_TRUE(second.open(QIODevice::ReadOnly)) << second.fileName();
+    EXPECT_TRUE(first.readAll() == second.readAll()) << first.fileName();
+    ++files;
+  }
+  EXPECT_GE(files, 10);
+}
