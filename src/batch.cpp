@@ -45,6 +45,11 @@ Karte und Tabelle werden nur gelesen. Meldungen gehen auf die Standardfehlerausg
 Rückgabewert: 0 gezeichnet, 1 Fehler, 2 falscher Aufruf.
 )"_s;
 
+// Remarks of the libraries are not for the user.
+void Quiet(QtMsgType type, const QMessageLogContext&, const QString& text) {
+  if (type == QtCriticalMsg || type == QtFatalMsg) std::fprintf(stderr, "%s\n", qUtf8Printable(text));
+}
+
 void Tell(const QString& text) { std::fprintf(stderr, "%s\n", qUtf8Printable(text)); }
 
 struct PictureOrder {
@@ -176,6 +181,7 @@ ExitStatus Run(const QStringList& words) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  qInstallMessageHandler(Quiet);
   if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   const QGuiApplication application(argc, argv);
   QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));

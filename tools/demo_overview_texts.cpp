@@ -49,7 +49,7 @@ void Add_Lines_And_Angles(DemoTable& table) {
       // turned counter-clockwise
       {{690, 900}, u"Regnitzaue"_s, Turned(50, 1, 18)},
       {{880, 560}, u"NSG Altwasser"_s, Turned(80, 2, 16)},
-      {{1130, 1420}, u"Bahndamm: Zauneidechse"_s, Turned(85, 4)},
+      {{760, 2110}, u"Bahndamm: Zauneidechse"_s, Turned(58, 4)},
       {{1480, 300}, u"Heckenzug"_s, Turned(320, 6, 16)},
       {{2460, 1330}, u"Waldrand"_s, Turned(295, 2, 16)},
   };
@@ -66,6 +66,13 @@ void Add_Symbols(DemoTable& table) {
   for (const Item& item : items) table.Text(item.at, item.text, item.look);
 }
 
+// A reference line has the colour of its text's ground: a dark one shows on the map.
+EntryLook White_On(int paper) {
+  EntryLook look = On(paper, Framed(0));
+  look.ink = 15;
+  return look;
+}
+
 // Texts that point at the place they speak of.
 void Add_References(DemoTable& table) {
   struct Pointing {
@@ -74,18 +81,18 @@ void Add_References(DemoTable& table) {
     Item item;
   };
   const Pointing items[] = {
-      {EntryKind::TextLine, {905, 560}, {{640, 590}, u"Uferschwalbe 46 Röhren"_s, Framed(6)}},
-      {EntryKind::TextLine, {1584, 391}, {{1380, 250}, u"Erdkröte, Laichplatz"_s, Framed(2)}},
-      {EntryKind::TextLine, {2700, 1900}, {{2420, 2020}, u"Frauenschuh 7 blühend"_s, Framed(13, 2)}},
-      {EntryKind::TextLine, {640, 1440}, {{350, 1350}, u"Biber, Fraßspur"_s, Plain()}},
-      {EntryKind::TextArrow, {2585, 705}, {{2280, 480}, u"Eremit, alte Eiche"_s, Framed(4, 2)}},
-      {EntryKind::TextArrow, {1295, 850}, {{1400, 870}, u"Gelbbauchunke"_s, On(14, Framed(4))}},
-      {EntryKind::TextArrow, {745, 1850}, {{880, 1750}, u"Eisvogel, Brutröhre"_s, On(11, Framed(1, 2))}},
-      {EntryKind::TextArrow, {1000, 1500}, {{800, 1380}, u"Mauersegler 9 BP"_s, Framed(1)}},
-      {EntryKind::TextCircle, {1840, 560}, {{2120, 560}, u"Rotmilan, Horst 3 juv."_s, Framed(12, 2)}},
-      {EntryKind::TextCircle, {2240, 1360}, {{2480, 1220}, u"Sperlingskauz"_s, Framed(5)}},
-      {EntryKind::TextCircle, {420, 745}, {{560, 690}, u"Rohrweihe, Nest"_s, Framed(4)}},
-      {EntryKind::TextCircle, {1700, 980}, {{1760, 1060}, u"Wendehals"_s, Plain(4)}},
+      {EntryKind::TextLine, {905, 560}, {{640, 590}, u"Uferschwalbe 46 Röhren"_s, White_On(6)}},
+      {EntryKind::TextLine, {1584, 391}, {{1380, 250}, u"Erdkröte, Laichplatz"_s, White_On(2)}},
+      {EntryKind::TextLine, {2700, 1900}, {{2420, 2020}, u"Frauenschuh 7 blühend"_s, White_On(5)}},
+      {EntryKind::TextLine, {640, 1440}, {{350, 1350}, u"Biber, Fraßspur"_s, White_On(8)}},
+      {EntryKind::TextArrow, {2585, 705}, {{2280, 480}, u"Eremit, alte Eiche"_s, White_On(4)}},
+      {EntryKind::TextArrow, {1295, 850}, {{1400, 870}, u"Gelbbauchunke"_s, On(14, Framed(0))}},
+      {EntryKind::TextArrow, {745, 1850}, {{880, 1750}, u"Eisvogel, Brutröhre"_s, White_On(9)}},
+      {EntryKind::TextArrow, {1000, 1500}, {{800, 1380}, u"Mauersegler 9 BP"_s, White_On(1)}},
+      {EntryKind::TextCircle, {1840, 560}, {{2120, 560}, u"Rotmilan, Horst 3 juv."_s, White_On(12)}},
+      {EntryKind::TextCircle, {2240, 1360}, {{2480, 1220}, u"Sperlingskauz"_s, White_On(5)}},
+      {EntryKind::TextCircle, {420, 745}, {{560, 690}, u"Rohrweihe, Nest"_s, White_On(4)}},
+      {EntryKind::TextCircle, {1700, 980}, {{1760, 1060}, u"Wendehals"_s, White_On(3)}},
   };
   for (const auto& [kind, foot, item] : items) table.Reference(kind, item.at, foot, item.text, item.look);
 }
@@ -97,13 +104,13 @@ void Add_Overview_Texts(DemoTable& table) {
   Add_Lines_And_Angles(table);
   Add_Symbols(table);
   Add_References(table);
-  table.Picture({1000, 1900}, birdPicture, {.width = 2, .color = 1});
+  table.Picture({1440, 1930}, birdPicture, {.width = 2, .color = 1});
 
   const EntryType text{.base = static_cast<int>(EntryKind::Text)};
   table.Text(Named(u"Text"_s), text.Hidden(), {2500, 950}, u"Wanderfalke, Brutplatz geheim"_s, Framed(12));
   EntryId inactive = Named(u"Text"_s), assigned = inactive;
   inactive.inactive = true;
-  table.Text(inactive, text, {2060, 2160}, u"Stand: 30.06.2025"_s, Clear(8));
+  table.Text(inactive, text, {1240, 2150}, u"Stand: 30.06.2025"_s, Clear(8));
   assigned.assignment = u"Flaeche0"_s;
   table.Text(assigned, text, {390, 1190}, u"2 Gelege"_s, Clear(2));
 }

@@ -24,6 +24,12 @@ const SourceTree& House_Tree() {
   return tree;
 }
 
+std::string One_A_Line(const std::vector<QString>& texts) {
+  std::string all;
+  for (const QString& text : texts) all += '\n' + text.toStdString();
+  return all;
+}
+
 Floors Small_House() { return Floors({{u"ground/*"_s, u"upper/early"_s}, {u"upper/*"_s}, {u"*/frm*"_s, u"main"_s}}); }
 
 }  // namespace
@@ -32,10 +38,10 @@ TEST(Floors, IncludesOfTheHouseRunDownwardOnly) {
   const Floors floors = House_Floors();
   ASSERT_FALSE(floors.Empty()) << "docs/architecture.md has lost its list of floors";
   ASSERT_GT(House_Tree().size(), 60U);
-  EXPECT_THAT(Floor_Faults(House_Tree(), floors), IsEmpty());
+  EXPECT_EQ(One_A_Line(Floor_Faults(House_Tree(), floors)), "");
 }
 
-TEST(Floors, NoCircleOfIncludes) { EXPECT_THAT(Include_Circles(House_Tree()), IsEmpty()); }
+TEST(Floors, NoCircleOfIncludes) { EXPECT_EQ(One_A_Line(Include_Circles(House_Tree())), ""); }
 
 // What the list calls a window must be what the build puts into the library of windows, else a file could include
 // widgets here and fail to link there, or the other way round.
