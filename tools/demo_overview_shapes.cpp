@@ -23,7 +23,7 @@ void Add_Areas(DemoTable& table) {
              Filled(-7, 5, 15, true), {1300, 1870}, u"Seidelbast"_s);
   table.Area({{2560, 1530}, {2740, 1500}, {2800, 1590}, {2640, 1650}}, Filled(1, 6, 14), {2590, 1660},
              u"Blühfläche Flur 214"_s);
-  table.Area({{800, 1050}, {880, 1000}, {930, 1090}, {850, 1210}, {775, 1180}}, Filled(2, 2, 15), {950, 1050},
+  table.Area({{800, 1050}, {880, 1000}, {930, 1090}, {850, 1210}, {775, 1180}}, Filled(-2, 2, 15), {950, 1050},
              u"Feuchtwiese"_s);
 }
 
@@ -59,8 +59,8 @@ void Add_Figures(DemoTable& table) {
   table.Figure(EntryKind::Square, {2700, 1010, 110, 110}, Filled(1, 0, 14));
   table.Figure(EntryKind::Ellipse, {1140, 745, 230, 150}, Filled(0, 1, 15));
   table.Figure(EntryKind::Circle, {1520, 920, 170, 170}, Filled(-5, 2, 14));
-  table.Figure(EntryKind::Rectangle, {900, 1180, 190, 90}, Filled(3, 1, 11), 30);
-  table.Figure(EntryKind::Ellipse, {1130, 1130, 180, 90}, Filled(8, 3, 11), 60);
+  table.Figure(EntryKind::Rectangle, {840, 1180, 190, 90}, Filled(3, 1, 11), 30);
+  table.Figure(EntryKind::Ellipse, {1070, 1130, 180, 90}, Filled(8, 3, 11), 60);
   table.FreeFigure({{480, 90}, {580, 60}, {640, 130}, {590, 210}, {490, 200}, {450, 140}}, Filled(6, 5, 15));
   table.FreeFigure({{110, 130}, {250, 90}, {330, 170}, {260, 260}, {130, 240}}, Filled(1, 6, 14, true));
 }

@@ -145,7 +145,7 @@ TEST(DemoData, OverviewShowsEveryKindAndLook) {
     several += row.Eintrag.contains(u'\n');
   }
   EXPECT_THAT(kinds, IsSupersetOf({0, 1, 2, 3, 4, 40, 5, 11, 12, 16, 17, 20, 21, 22, 23, 24, 25}));
-  EXPECT_THAT(hatches, IsSupersetOf({-1, 0, 1, 2, -3, -4, -5, -6, -7}));
+  EXPECT_THAT(hatches, IsSupersetOf({-1, 0, 1, -2, -3, -4, -5, -6, -7}));
   EXPECT_EQ(ends.size(), 3U);
   EXPECT_EQ(hidden, 1);
   EXPECT_EQ(inactive, 1);
