@@ -9,7 +9,7 @@
 
 #include "platform/database.h"
 
-struct sqlite3_stmt;
+#include <sqlite3.h>
 
 // The inside of the database service, shared by its own files only.
 
@@ -82,6 +82,7 @@ class Engine {
   quint64 generation = 1;  // moves when every cache has to be dropped
   quint64 rollbacks = 0;   // keysets are taken anew when it has moved
   qint64 schemaChanges = 0;
+  qint64 accountedChanges = 0;  // SQLite's count when it was last looked at
 
  private:
   void Read_Tables();
@@ -89,7 +90,6 @@ class Engine {
   qint64 Schema_Version();
 
   bool logReady = false;
-  qint64 accountedChanges = 0;
   std::unique_ptr<QLockFile> lock;
   std::vector<TableDef> tables;
   QHash<QString, int> tableIndex;
@@ -125,8 +125,8 @@ QString Text_Of(const Value& value);
 
 // One value of a cached row; texts lie in the block.
 struct Cell {
-  enum class Kind : quint8 { Unread, Null, Whole, Real, Text };
-  Kind kind = Kind::Unread;
+  enum class Kind : quint8 { Null, Whole, Real, Text };
+  Kind kind = Kind::Null;
   quint32 bytes = 0;
   union {
     qint64 whole = 0;
@@ -135,12 +135,22 @@ struct Cell {
   };
 };
 
+// The columns that are read, and where each stands among them (-1: it is not read).
+struct Layout {
+  std::vector<int> columns, slots;
+};
+
 struct Block {
   int first = 0;             // position of its first row
   std::vector<qint32> rows;  // number of the row in `cells`, -1 for a vanished one
+  std::shared_ptr<const Layout> layout;
   std::vector<Cell> cells;
   std::vector<char> texts;
   int Count() const { return static_cast<int>(rows.size()); }
+  Cell* Row_At(int position) {
+    const qint32 row = rows[static_cast<size_t>(position - first)];
+    return row < 0 ? nullptr : cells.data() + static_cast<size_t>(row) * layout->columns.size();
+  }
 };
 
 }  // namespace database_inner
@@ -158,20 +168,26 @@ struct Recordset::Inner {
   void Open_Table(const QString& name);
   void Open_Select(const QString& sql);
   void Read_Keys();
+  bool Take_Dense_Keys();
   void Read_Snapshot(sqlite3_stmt* statement);
   void Close_Statements();
 
-  void Validate();  // drops what has become stale
+  void Validate() {  // drops what has become stale
+    if (!engine->db || sqlite3_total_changes64(engine->db) != engine->accountedChanges || !Is_Fresh()) Refresh();
+  }
+  bool Is_Fresh() const { return !state || (seenVersion == state->version && seenGeneration == engine->generation); }
+  void Refresh();
+  void Drop_Blocks();
   void Need_Row();
   void Need_Editable() const;
   void Go(int position);
   int Position_Of(qint64 key);
-  const database_inner::Cell* Row_Of(int rowPosition);  // null for a vanished row
+  const database_inner::Cell* Row_Of(int rowPosition);  // null for a vanished row; sets lastBlock
   const database_inner::Cell& Cell_At(int column);
   database_inner::Block* Block_Of(int rowPosition);
   database_inner::Block* Load(int from, int count);
   void Prepare_Read();
-  void Read_Cell(database_inner::Block& block, database_inner::Cell& cell, sqlite3_stmt* statement, int column) const;
+  void Read_Cell(database_inner::Block& block, database_inner::Cell& cell, sqlite3_stmt* statement, int column);
   void Patch_Row();
   void Forget_Row(int rowPosition);
 
@@ -188,7 +204,7 @@ struct Recordset::Inner {
   QByteArray keyStatement;  // the keys in the order of the rows
   std::vector<FieldInfo> fields;
   std::vector<qint64> keys;
-  bool ascending = true;
+  bool ascending = true, wholeTable = false;
   QHash<qint64, int> positions;  // only for keys that do not ascend
   bool positionsKnown = false;
   At at = At::Behind;
@@ -198,11 +214,11 @@ struct Recordset::Inner {
   quint64 seenVersion = 0, seenGeneration = 0, seenRollbacks = 0;
   std::vector<std::unique_ptr<database_inner::Block>> blocks;  // by position
   database_inner::Block* lastBlock = nullptr;
+  const database_inner::Cell* current = nullptr;  // the current row in lastBlock, once it was asked for
   int cachedRows = 0;
   int readAhead = 8;
-  std::vector<char> used;        // columns that were asked for
-  std::vector<int> readColumns;  // columns of readStatement
-  bool allRead = false;
+  std::vector<char> used;                                // columns that were asked for
+  std::shared_ptr<const database_inner::Layout> layout;  // of readStatement
   sqlite3_stmt* readStatement = nullptr;
 
   Mode mode = Mode::None;

@@ -35,6 +35,7 @@ int Recordset::Position() const {
 
 void Recordset::Inner::Go(int target) {
   End_Edit();
+  current = nullptr;
   if (target < 0) {
     at = At::Before;
   } else if (target >= static_cast<int>(keys.size())) {

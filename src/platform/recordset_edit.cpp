@@ -223,14 +223,15 @@ void Recordset::Inner::Change() {
 void Recordset::Inner::Patch_Row() {
   database_inner::Block* block = Block_Of(position);
   if (!block) return;
-  const qint32 row = block->rows[static_cast<size_t>(position - block->first)];
-  if (row < 0) return;
-  Cell* cells = block->cells.data() + static_cast<size_t>(row) * fields.size();
+  Cell* cells = block->Row_At(position);
+  if (!cells) return;
   size_t parameter = 0;
   for (size_t i = 0; i < fields.size(); ++i) {
     if (!dirty[i]) continue;
     const QByteArray& bytes = bound[parameter++];
-    Cell& cell = cells[i];
+    const int slot = block->layout->slots[i];
+    if (slot < 0) continue;
+    Cell& cell = cells[slot];
     if (const qint64* whole = std::get_if<qint64>(&buffer[i])) {
       cell.kind = Cell::Kind::Whole;
       cell.whole = *whole;
@@ -274,6 +275,7 @@ void Recordset::Delete() {
 
 void Recordset::Inner::Forget_Row(int rowPosition) {
   lastBlock = nullptr;
+  current = nullptr;
   for (auto block = blocks.begin(); block != blocks.end();) {
     database_inner::Block& it = **block;
     if (it.first > rowPosition) {

@@ -2,7 +2,7 @@
 
 #include <QRegularExpression>
 #include <algorithm>
-#include <limits>
+#include <numeric>
 
 #include "platform/database_inner.h"
 
@@ -11,6 +11,7 @@
 
 using database_inner::Block;
 using database_inner::Cell;
+using database_inner::Layout;
 using database_inner::Quoted;
 
 namespace {
@@ -32,12 +33,11 @@ QString Single_Table_Of(const QString& sql) {
 
 void Recordset::Inner::Open(const QString& from) {
   source = from;
-  blocks.clear();
-  lastBlock = nullptr;
-  cachedRows = 0;
+  Drop_Blocks();
   fields.clear();
   keys.clear();
   table.clear();
+  wholeTable = false;
   QString name = from.trimmed();
   static const QRegularExpression select(QStringLiteral(R"(^select\b)"), QRegularExpression::CaseInsensitiveOption);
   if (select.match(name).hasMatch()) {
@@ -48,7 +48,6 @@ void Recordset::Inner::Open(const QString& from) {
     Open_Table(name);
   }
   used.assign(fields.size(), 0);
-  allRead = false;
   dirty.assign(fields.size(), 0);
   buffer.assign(fields.size(), Value());
   raw.assign(fields.size(), Value());
@@ -61,6 +60,7 @@ void Recordset::Inner::Open_Table(const QString& name) {
   const TableDef* found = engine->Find_Table(name);
   if (!found) Raise(errors::tableNotFound);
   table = found->name;
+  wholeTable = true;
   fields = found->fields;
   keyStatement = "SELECT rowid FROM " + Quoted(table) + " ORDER BY rowid";
   state = engine->State_Of(table);
@@ -108,6 +108,9 @@ void Recordset::Inner::Read_Keys() {
   positions.clear();
   positionsKnown = false;
   ascending = true;
+  seenVersion = state->version;
+  seenGeneration = engine->generation;
+  if (wholeTable && Take_Dense_Keys()) return;
   sqlite3_stmt* statement = engine->Prepare(keyStatement);
   const int column = sqlite3_column_count(statement) - 1;
   int rc;
@@ -118,13 +121,33 @@ void Recordset::Inner::Read_Keys() {
   }
   sqlite3_finalize(statement);
   if (rc != SQLITE_DONE) engine->Fail(rc);
-  seenVersion = state->version;
-  seenGeneration = engine->generation;
+}
+
+// Where nothing was deleted the keys follow each other, and the ends tell them all.
+bool Recordset::Inner::Take_Dense_Keys() {
+  const QByteArray name = Quoted(table);
+  sqlite3_stmt* statement = engine->Prepare("SELECT (SELECT count(*) FROM " + name + "), (SELECT min(rowid) FROM " +
+                                            name + "), (SELECT max(rowid) FROM " + name + ')');
+  const int rc = sqlite3_step(statement);
+  const qint64 count = sqlite3_column_int64(statement, 0);
+  const qint64 first = sqlite3_column_int64(statement, 1), last = sqlite3_column_int64(statement, 2);
+  sqlite3_finalize(statement);
+  if (rc != SQLITE_ROW) engine->Fail(rc);
+  if (count > 0 && (first < 0 || last - first != count - 1)) return false;
+  keys.resize(static_cast<size_t>(count));
+  std::iota(keys.begin(), keys.end(), first);
+  return true;
 }
 
 void Recordset::Inner::Read_Snapshot(sqlite3_stmt* statement) {
   auto block = std::make_unique<Block>();
   const size_t width = fields.size();
+  auto all = std::make_shared<Layout>();
+  for (size_t i = 0; i < width; ++i) {
+    all->columns.push_back(static_cast<int>(i));
+    all->slots.push_back(static_cast<int>(i));
+  }
+  block->layout = std::move(all);
   int rc;
   while ((rc = sqlite3_step(statement)) == SQLITE_ROW) {
     const auto row = static_cast<qint32>(keys.size());
@@ -147,15 +170,19 @@ void Recordset::Inner::Close_Statements() {
   }
 }
 
-void Recordset::Inner::Validate() {
-  engine->Need_Open();
-  if (!state) return;
-  engine->Notice_Changes();
-  if (seenVersion == state->version && seenGeneration == engine->generation) return;
+void Recordset::Inner::Drop_Blocks() {
   blocks.clear();
   lastBlock = nullptr;
+  current = nullptr;
   cachedRows = 0;
   readAhead = 8;
+}
+
+void Recordset::Inner::Refresh() {
+  engine->Need_Open();
+  engine->Notice_Changes();
+  if (Is_Fresh()) return;
+  Drop_Blocks();
   seenVersion = state->version;
   seenGeneration = engine->generation;
   if (seenRollbacks == engine->rollbacks) return;
@@ -199,6 +226,7 @@ Block* Recordset::Inner::Block_Of(int rowPosition) {
   const auto behind =
       std::upper_bound(blocks.begin(), blocks.end(), rowPosition,
                        [](int wanted, const std::unique_ptr<Block>& block) { return wanted < block->first; });
+  current = nullptr;  // it belongs to lastBlock
   if (behind != blocks.begin() && holds(**(behind - 1))) return lastBlock = (behind - 1)->get();
   return nullptr;
 }
@@ -217,59 +245,60 @@ const Cell* Recordset::Inner::Row_Of(int rowPosition) {
     block = Load(from, to - from);
     readAhead = std::min(readAhead * 2, mostReadAhead);
   }
-  const qint32 row = block->rows[static_cast<size_t>(rowPosition - block->first)];
-  return row < 0 ? nullptr : block->cells.data() + static_cast<size_t>(row) * fields.size();
+  return block->Row_At(rowPosition);
 }
 
 const Cell& Recordset::Inner::Cell_At(int column) {
   Need_Row();
-  const auto index = static_cast<size_t>(column);
-  used[index] = 1;
-  const Cell* row = Row_Of(position);
-  if (row && row[index].kind == Cell::Kind::Unread) {
-    Block* block = Block_Of(position);
-    row = Load(block->first, block->Count()) ? Row_Of(position) : nullptr;
+  if (!current) current = Row_Of(position);
+  if (!current) Raise(errors::recordDeleted);
+  int slot = lastBlock->layout->slots[static_cast<size_t>(column)];
+  if (slot < 0) {
+    used[static_cast<size_t>(column)] = 1;
+    current = Load(lastBlock->first, lastBlock->Count())->Row_At(position);
+    if (!current) Raise(errors::recordDeleted);
+    slot = lastBlock->layout->slots[static_cast<size_t>(column)];
+  } else {
+    used[static_cast<size_t>(column)] = 1;
   }
-  if (!row) Raise(errors::recordDeleted);
-  return row[index];
+  return current[slot];
 }
 
 void Recordset::Inner::Prepare_Read() {
   // The first few rows are read whole; they show which columns are wanted.
   const bool all = blocks.empty();
-  const auto wanted = [this, all](size_t i) { return all || used[i]; };
-  bool enough = readStatement != nullptr && allRead == all;
-  if (enough && !all) {
-    size_t known = 0;
-    for (size_t i = 0; i < fields.size(); ++i) known += used[i] ? 1u : 0u;
-    enough = known == readColumns.size();
+  auto wanted = std::make_shared<Layout>();
+  wanted->slots.assign(fields.size(), -1);
+  for (size_t i = 0; i < fields.size(); ++i) {
+    if (!all && !used[i]) continue;
+    wanted->slots[i] = static_cast<int>(wanted->columns.size());
+    wanted->columns.push_back(static_cast<int>(i));
   }
-  if (enough) return;
+  if (readStatement && layout->columns == wanted->columns) return;
   sqlite3_finalize(readStatement);
   readStatement = nullptr;
-  readColumns.clear();
+  layout = std::move(wanted);
   QByteArray sql = "SELECT rowid";
-  for (size_t i = 0; i < fields.size(); ++i) {
-    if (!wanted(i)) continue;
-    readColumns.push_back(static_cast<int>(i));
-    sql += ',' + Quoted(fields[i].name);
-  }
-  allRead = all;
+  for (const int column : layout->columns) sql += ',' + Quoted(fields[static_cast<size_t>(column)].name);
   readStatement =
       engine->Prepare(sql + " FROM " + Quoted(table) + " WHERE rowid BETWEEN ?1 AND ?2 ORDER BY rowid", true);
 }
 
+// Reads the rows of `count` positions, of a key range at once where the keys ascend.
 Block* Recordset::Inner::Load(int from, int count) {
   if (cachedRows > mostCachedRows) {
     blocks.clear();
     cachedRows = 0;
   }
-  lastBlock = nullptr;
   Prepare_Read();
+  const int width = static_cast<int>(layout->columns.size());
   auto block = std::make_unique<Block>();
   block->first = from;
+  block->layout = layout;
   block->rows.assign(static_cast<size_t>(count), -1);
-  block->cells.resize(static_cast<size_t>(count) * fields.size());
+  block->cells.resize(static_cast<size_t>(count * width) + 1);  // a row has an address even without columns
+  if (lastBlock) block->texts.reserve(lastBlock->texts.size() * static_cast<size_t>(count) / lastBlock->rows.size());
+  lastBlock = nullptr;
   const qint64* key = keys.data() + from;
   qint32 next = 0;
   const auto read = [&](qint64 first, qint64 last, int index) {
@@ -280,10 +309,9 @@ Block* Recordset::Inner::Load(int from, int count) {
       const qint64 found = sqlite3_column_int64(readStatement, 0);
       while (index < count && key[index] < found) ++index;  // vanished meanwhile
       if (index == count || key[index] != found) continue;  // not of this keyset
-      Cell* cells = block->cells.data() + static_cast<size_t>(next) * fields.size();
+      Cell* cells = block->cells.data() + next * width;
       block->rows[static_cast<size_t>(index++)] = next++;
-      for (size_t i = 0; i < readColumns.size(); ++i)
-        Read_Cell(*block, cells[readColumns[i]], readStatement, static_cast<int>(i) + 1);
+      for (int i = 0; i < width; ++i) Read_Cell(*block, cells[i], readStatement, i + 1);
     }
     sqlite3_reset(readStatement);
     if (rc != SQLITE_DONE) engine->Fail(rc);
@@ -304,23 +332,25 @@ Block* Recordset::Inner::Load(int from, int count) {
   return lastBlock = blocks.insert(place, std::move(block))->get();
 }
 
-void Recordset::Inner::Read_Cell(Block& block, Cell& cell, sqlite3_stmt* statement, int column) const {
-  switch (sqlite3_column_type(statement, column)) {
+void Recordset::Inner::Read_Cell(Block& block, Cell& cell, sqlite3_stmt* statement, int column) {
+  // The connection is used by one thread without mutex, so that the value may be looked at directly: half the calls.
+  sqlite3_value* value = sqlite3_column_value(statement, column);
+  switch (sqlite3_value_type(value)) {
     case SQLITE_INTEGER:
       cell.kind = Cell::Kind::Whole;
-      cell.whole = sqlite3_column_int64(statement, column);
+      cell.whole = sqlite3_value_int64(value);
       break;
     case SQLITE_FLOAT:
       cell.kind = Cell::Kind::Real;
-      cell.real = sqlite3_column_double(statement, column);
+      cell.real = sqlite3_value_double(value);
       break;
     case SQLITE_NULL:
       cell.kind = Cell::Kind::Null;
       break;
     default: {
-      const auto* text = static_cast<const char*>(sqlite3_column_blob(statement, column));
+      const auto* text = static_cast<const char*>(sqlite3_value_blob(value));
       cell.kind = Cell::Kind::Text;
-      cell.bytes = static_cast<quint32>(sqlite3_column_bytes(statement, column));
+      cell.bytes = static_cast<quint32>(sqlite3_value_bytes(value));
       cell.offset = static_cast<qint64>(block.texts.size());
       block.texts.insert(block.texts.end(), text, text + cell.bytes);
     }
