@@ -1,0 +1,292 @@
+#include "store/entry.h"
+
+#include "start/mdi_state.h"
+#include "store/vertex_table.h"
+#include "support/table_fixture.h"
+
+class EntryTest : public TableTest {
+ protected:
+  void SetUp() override {
+    TableTest::SetUp();
+    Open_Table();
+  }
+};
+
+TEST_F(EntryTest, RowsComeBackAsTheyWereWritten) {
+  const EntryRow area{"-Flaeche0 - P1101L5.0B2.5>Linie3",
+                      "Größe „ß“ \r\nzweite Zeile",
+                      "Times New Roman-B<45",
+                      -8.5,
+                      15,
+                      0,
+                      -215,
+                      -32768,
+                      32767,
+                      3,
+                      -7,
+                      -240};
+  Add(area);
+  EXPECT_EQ(Read_Entry(*rsEntries), area);
+  EXPECT_EQ(Tbl.Tag, "Dirty");
+  EntryRow changed = area;
+  changed.Groesse = 12.25;
+  changed.Typ = 40;
+  Update_Entry(changed);
+  EXPECT_EQ(Read_Entry(*rsEntries), changed);
+  EXPECT_EQ(Entry_Count(), 1);
+}
+
+TEST_F(EntryTest, NumbersBeyondSixteenBitAreRefusedAndNothingIsLeftBehind) {
+  Add(Text("eins"));
+  EntryRow tooFar = Text("zwei");
+  tooFar.Xmap = 40000;
+  for (const bool append : {true, false}) {
+    try {
+      append ? Append_Entry(tooFar) : Update_Entry(tooFar);
+      ADD_FAILURE() << "40000 was taken";
+    } catch (const Error& error) {
+      EXPECT_EQ(error.number, errors::overflow);
+    }
+    EXPECT_FALSE(rsEntries->Editing());
+  }
+  EXPECT_EQ(Texts(), QStringList{"eins"});
+}
+
+TEST_F(EntryTest, BoxOfFiguresAndSquares) {
+  struct Case {
+    int typ, xline, yline;
+    EntryBox box;
+  };
+  for (const Case& c : {Case{20, 30, 40, {100, 200, 30, 40}}, Case{223, 300, 400, {100, 200, 300, 400}},
+                        Case{16, 130, 240, {100, 200, 30, 40}},  // lower right corner
+                        Case{-116, 130, 240, {100, 200, 30, 40}},
+                        Case{16, 30, 240, {100, 200, 30, 240}}}) {  // an older row with a size
+    EntryRow row = Text("");
+    row.Typ = c.typ;
+    row.Xmap = 100;
+    row.Ymap = 200;
+    row.Xline = c.xline;
+    row.Yline = c.yline;
+    EXPECT_EQ(entry_box(row), c.box) << c.typ;
+    EntryRow moved = row;
+    set_entry_box(moved, {5, 6, c.box.width, c.box.height});
+    EXPECT_EQ(entry_box(moved), (EntryBox{5, 6, c.box.width, c.box.height})) << c.typ;
+  }
+}
+
+TEST_F(EntryTest, NamesForMessages) {
+  struct Case {
+    const char *id, *schrift;
+    int typ;
+    double size;
+    const char* name;
+  };
+  for (const Case& c : {Case{"Text", "Arial", 203, 10, "Text\n"}, Case{"Text", "Wingdings-B", 0, 10, "Symbol\n"},
+                        Case{"Bild", "-", -5, 0, "Bild\n"}, Case{"Linie3", "Arial", 140, -8, "Linie3\n"},
+                        Case{"Maßstab", "500", 11, 2.5, "Maßstab 2.5 "},
+                        Case{"Plan\x1f"
+                             "A1",
+                             "Arial", 16, 8, "Planquadrat\n"},
+                        Case{"Figur2", "F 1", 22, 8, "Figur2\n"}}) {
+    EntryRow row = Text("x");
+    row.ID = QString::fromUtf8(c.id);
+    row.Schrift = c.schrift;
+    row.Typ = c.typ;
+    row.Groesse = c.size;
+    Add(row);
+    EXPECT_EQ(Entry_Name(), QString::fromUtf8(c.name));
+    EXPECT_EQ(MsgText, QString::fromUtf8(c.name));
+  }
+}
+
+TEST_F(EntryTest, TheCursorSurvivesErrorsAndDeletedRows) {
+  Add(Text("eins"));
+  const QString first = rsEntries->Bookmark();
+  Add(Text("zwei"));
+  rsEntries->SetBookmark(first);
+  try {
+    const KeepCurrentRow keep;
+    rsEntries->MoveLast();
+    rsEntries->MoveNext();
+    rsEntries->MoveNext();  // beyond the end
+    ADD_FAILURE();
+  } catch (const Error&) {
+    EXPECT_EQ(rsEntries->Bookmark(), first);
+  }
+  {
+    const KeepCurrentRow keep;
+    rsEntries->Delete();
+  }
+  EXPECT_EQ(rsEntries->Text(column::Eintrag), "zwei");
+}
+
+TEST_F(EntryTest, HeaderRowKeepsWhatItIsToldAndRepairsTheRest) {
+  HeaderRow header = Read_Header();
+  EXPECT_EQ(header.ID, "!Unbekannt");
+  EXPECT_EQ(header.width, 400);
+  EXPECT_EQ(header.printFactor, 1.0);
+  header.left = 12;
+  header.right = 5;
+  header.top = 7;
+  header.bottom = 9;
+  header.orientation = 2;
+  header.printFactor = 2.345;
+  header.netVisible = false;
+  Write_Header(header);
+  EXPECT_EQ(Read_Header(), header);
+
+  bool repaired = false;
+  EntryRow row = header.ToEntry();
+  EXPECT_EQ(HeaderRow::FromEntry(row, &repaired), header);
+  EXPECT_FALSE(repaired);
+  struct Case {
+    const char* id;
+    int xline, yline, typ;
+    bool repaired;
+  };
+  for (const Case& c : {Case{"Text", 1, 1000, -1, true}, Case{"!Moor", 3, 1000, -1, true},
+                        Case{"!Moor", 1, 0, -2, false}, Case{"!Moor", 2, 1000, 4, true}}) {
+    row.ID = c.id;
+    row.Xline = c.xline;
+    row.Yline = c.yline;
+    row.Typ = c.typ;
+    const HeaderRow read = HeaderRow::FromEntry(row, &repaired);
+    EXPECT_EQ(repaired, c.repaired) << c.id << c.xline;
+    EXPECT_EQ(read.ID, QString(c.id).startsWith(u'!') ? c.id : "!Unbekannt");
+    EXPECT_EQ(read.orientation, c.xline == 2 ? 2 : 1);
+    EXPECT_EQ(read.printFactor, 1.0);
+    EXPECT_EQ(read.netVisible, c.typ != -2);
+  }
+}
+
+TEST_F(EntryTest, HeaderTakesLongPathsAndHugeMaps) {
+  HeaderRow header = Read_Header();
+  header.tablePath = "/home/" + QString(100, 'a') + "/KARTE.MDB";
+  header.width = 40000;
+  header.printFactor = 99;
+  Write_Header(header);
+  const EntryRow row = header.ToEntry();
+  EXPECT_EQ(row.Eintrag.size(), 79);
+  EXPECT_TRUE(Read_Header().tablePath.endsWith("/KARTE.MDB"));
+  EXPECT_EQ(Read_Header().width, 32767);
+}
+
+TEST_F(EntryTest, FontFactorLivesInTheSettings) {
+  EXPECT_EQ(Read_Font_Factor(), 1.0F);
+  Write_Font_Factor(1.25F);
+  EXPECT_EQ(Read_Font_Factor(), 1.25F);
+  const auto settings = dbEntries->OpenRecordset("Qdata");
+  EXPECT_EQ(settings->RecordCount(), 1);
+  settings->MoveFirst();
+  for (const auto& [nr, ort, factor] :
+       {std::tuple{"FSZ", "0,8", 0.8F}, std::tuple{"FSZ", "x", 1.0F}, std::tuple{"Amsel", "2", 1.0F}}) {
+    settings->Edit();
+    settings->Set(u"Nr", QString(nr));
+    settings->Set(u"Ort", QString(ort));
+    settings->Update();
+    EXPECT_EQ(Read_Font_Factor(), factor) << nr << ort;
+  }
+  dbEntries->DropTable("Qdata");
+  EXPECT_EQ(Read_Font_Factor(), 1.0F);
+}
+
+// Vertex tables ------------------------------------------------------------------------------------------------------
+
+class VertexTest : public EntryTest {
+ protected:
+  static void Add_Line(const QString& id, const std::vector<QPoint>& points = {{1, 2}, {3, 4}}) {
+    Write_Vertices(EntryId::Parse(id).TableName(), points);
+    EntryRow row = Text(id);
+    row.ID = id;
+    row.Typ = 4;
+    Add(row);
+  }
+};
+
+TEST_F(VertexTest, VerticesEndAtTheStopMark) {
+  Write_Vertices("Flaeche7", {{0, 0}, {-15000, 5}, {stopMark, 0}, {9, 9}});
+  EXPECT_EQ(Load_Vertices("Flaeche7"), (std::vector<QPoint>{{0, 0}, {-15000, 5}}));
+  EXPECT_TRUE(Load_Vertices("Flaeche8").empty());
+  Write_Vertices("Flaeche7", {{1, 1}});  // anew
+  EXPECT_EQ(Load_Vertices("Flaeche7"), (std::vector<QPoint>{{1, 1}}));
+}
+
+TEST_F(VertexTest, ATableIsWrittenWholeOrNotAtAll) {
+  Write_Vertices("Linie0", {{1, 1}, {2, 2}});
+  EXPECT_THROW(Write_Vertices("Linie0", {{5, 5}, {40000, 0}}), Error);
+  EXPECT_EQ(Load_Vertices("Linie0"), (std::vector<QPoint>{{1, 1}, {2, 2}}));
+  EXPECT_FALSE(Drop_Vertex_Table("MapData"));
+  EXPECT_FALSE(Drop_Vertex_Table("Qdata"));
+  EXPECT_TRUE(Drop_Vertex_Table("linie0"));
+}
+
+TEST_F(VertexTest, TheLowestFreeNumberIsTaken) {
+  MessageScript script;
+  EXPECT_EQ(New_Poly_Table("Linie"), "Linie0");
+  Add_Line("Linie0");
+  Add_Line("-Linie1 - P1101L5.0B2.5");
+  Add_Line("Linie3>Flaeche0");
+  EXPECT_EQ(New_Poly_Table("Linie"), "Linie2");
+  EXPECT_EQ(New_Poly_Table("Flaeche"), "Flaeche0");  // counted per kind
+  dbEntries->CreateTable(Vertex_Def("Linie2"));      // left empty
+  Write_Vertices("Linie4", {{1, 1}});                // less than two points
+  dbEntries->CreateTable({"Linien", {{"xf", FieldType::Integer, 0}, {"yf", FieldType::Integer, 0}}});
+  EXPECT_EQ(New_Table_Name("Linie"), "Linie2");
+  EXPECT_FALSE(dbEntries->HasTable("Linie2"));
+  EXPECT_FALSE(dbEntries->HasTable("Linie4"));
+  EXPECT_TRUE(dbEntries->HasTable("Linien"));  // no number: not ours to drop
+  script.Expect("Falscher Id-Tabellen-Name");
+  EXPECT_EQ(New_Poly_Table("Kreis"), "");
+}
+
+TEST_F(VertexTest, TheRowInHandAndRowsWithoutTableKeepTheirNumber) {
+  Add_Line("Linie0", {{1, 1}});  // just begun, the current row
+  EXPECT_EQ(New_Poly_Table("Linie"), "Linie1");
+  EXPECT_TRUE(dbEntries->HasTable("Linie0"));
+  dbEntries->DropTable("Linie0");
+  Add_Line("Linie1");
+  EXPECT_EQ(New_Poly_Table("Linie"), "Linie2");  // else the row "Linie0" would get another's shape
+}
+
+TEST_F(VertexTest, AThousandTablesFit) {
+  dbEntries->BeginTrans();
+  for (int i = 0; i < 999; ++i) Write_Vertices("Flaeche" + QString::number(i), {{0, 0}, {1, 1}});
+  dbEntries->CommitTrans();
+  MessageScript script;
+  EXPECT_EQ(New_Poly_Table("Flaeche"), "Flaeche999");
+  Write_Vertices("Flaeche999", {{0, 0}, {1, 1}});
+  script.Expect("maximale Zahl der Polygone = 1000!");
+  EXPECT_EQ(New_Poly_Table("Flaeche"), "");
+  Write_Vertices("Flaeche500", {{0, 0}});
+  EXPECT_EQ(New_Poly_Table("Flaeche"), "Flaeche500");
+}
+
+TEST_F(VertexTest, FigureNumbers) {
+  EXPECT_EQ(Next_Figure_ID(), "Figur1");
+  for (const auto& [id, typ] : {std::pair{"Figur3", 20}, std::pair{"-Figur11", -223}, std::pair{"Figur40", 0}}) {
+    EntryRow row = Text("Rechteck");
+    row.ID = id;
+    row.Typ = typ;
+    Add(row);
+  }
+  Write_Vertices("Figur12", {{0, 0}, {1, 1}});  // left by a deleted figure
+  EXPECT_EQ(Next_Figure_ID(), "Figur12");
+  EXPECT_FALSE(dbEntries->HasTable("Figur12"));
+  EntryRow row = Text("Kreis");
+  row.ID = "Figur";
+  row.Typ = 23;
+  Add(row);
+  try {
+    Next_Figure_ID();
+    ADD_FAILURE();
+  } catch (const Error& error) {
+    EXPECT_EQ(error.number, 5000);
+    EXPECT_EQ(error.text, "Keine Nummer ");
+  }
+}
+
+TEST_F(VertexTest, NameOfTheCurrentTable) {
+  Add_Line("-Linie5 - C1000L1.0B1.0>Flaeche2<1");
+  EXPECT_EQ(Vertex_Table_Name(), "Linie5");
+  EXPECT_EQ(EntID, "Linie5");
+}

@@ -1,0 +1,59 @@
+#pragma once
+#include "canvas/map_state.h"
+#include "start/file_names.h"
+#include "start/table_file.h"
+#include "store/entry.h"
+#include "store/header_row.h"
+#include "store/table_state.h"
+#include "support/fixture.h"
+
+// A map whose table is loaded, without a window.
+class TableTest : public FluraxTest {
+ protected:
+  void Name_Map(const QString& name = QStringLiteral("Karte.bmp")) {
+    MapFile = Path(name);
+    MapWidthPx = 400;
+    MapHeightPx = 300;
+    Map.Caption = QStringLiteral("Map: ") + Capitals(MapFile);
+  }
+  void Open_Table(const QString& name = QStringLiteral("Karte.bmp")) {
+    Name_Map(name);
+    ASSERT_TRUE(Load_Table(LoadMode::First));
+  }
+  void TearDown() override {
+    Close_Table(CloseMode::CloseOnly);
+    FluraxTest::TearDown();
+  }
+  static EntryRow Text(const QString& text, int x = 10, int y = 20) {
+    EntryRow row;
+    row.ID = QStringLiteral("Text");
+    row.Eintrag = text;
+    row.Schrift = QStringLiteral("Arial");
+    row.Groesse = 10;
+    row.HG = 15;
+    row.Xmap = x;
+    row.Ymap = y;
+    return row;
+  }
+  static void Add(const EntryRow& row) {
+    Append_Entry(row);
+    rsEntries->MoveLast();
+    Map.CurBookmark = rsEntries->Bookmark();
+  }
+  static QStringList Texts_Of(Recordset& rows) {
+    QStringList texts;
+    rows.MoveFirst();
+    for (rows.MoveNext(); !rows.Eof(); rows.MoveNext()) texts.append(rows.Text(column::Eintrag));
+    return texts;
+  }
+  static QStringList Texts() {
+    const KeepCurrentRow keep;
+    return Texts_Of(*rsEntries);
+  }
+  // Texts of a table file that is not open.
+  static QStringList Texts_In(const QString& path) {
+    const auto database = Workspace::OpenDatabase(path);
+    const auto rows = database->OpenRecordset(QStringLiteral("MapData"));
+    return Texts_Of(*rows);
+  }
+};
