@@ -1,0 +1,103 @@
+#include "objects/north_arrow.h"
+
+#include "objects/drawing.h"
+#include "start/events.h"
+#include "support/fixture.h"
+
+namespace {
+
+class NorthArrowTest : public FluraxTest {
+ protected:
+  void SetUp() override {
+    FluraxTest::SetUp();
+    dbEntries = Workspace::CreateDatabase(Path(QStringLiteral("K.MDB")));
+    Make_Template(*dbEntries);
+    rsEntries = dbEntries->OpenRecordset(QStringLiteral("MapData"));
+    for (const char* id : {"!Karte", "Text", "Maßstab"}) {
+      EntryRow row;
+      row.ID = QString::fromUtf8(id);
+      row.Typ = id[0] == 'M' ? 11 : id[0] == '!' ? -1 : 0;
+      Append_Entry(row);
+    }
+  }
+  std::vector<EntryRow> Rows() {
+    std::vector<EntryRow> rows;
+    const KeepCurrentRow keep;
+    for (rsEntries->MoveFirst(); !rsEntries->Eof(); rsEntries->MoveNext()) rows.push_back(Read_Entry(*rsEntries));
+    return rows;
+  }
+};
+
+TEST(NorthArrowRow, ColoursAreToldApart) {
+  struct Case {
+    int curVG, curHG, VG, HG;
+  };
+  for (const Case& c :
+       {Case{9, 14, 9, 14}, Case{15, 0, 8, 0}, Case{15, 8, 8, 7}, Case{3, 3, 3, 12}, Case{0, 0, 0, 15}}) {
+    const EntryRow row = Make_North_Arrow({100, 200}, c.curVG, c.curHG);
+    EXPECT_EQ(row.VG, c.VG);
+    EXPECT_EQ(row.HG, c.HG);
+  }
+  const EntryRow row = Make_North_Arrow({100, 200}, 1, 2);
+  EXPECT_EQ(row.Typ, -12);
+  EXPECT_EQ(row.ID + row.Eintrag + row.Schrift, QStringLiteral("NpNordpfeilArial"));
+  EXPECT_EQ(row.Groesse, -8);
+  EXPECT_EQ(QPoint(row.Xline, row.Yline), QPoint(100, 140));
+}
+
+TEST_F(NorthArrowTest, SecondOneReplacesTheFirstAndNothingElse) {
+  int redraws = 0;
+  events.RedrawWanted.Connect([&] { ++redraws; });
+  CurVG = 4, CurHG = 14;
+  rsEntries->MoveFirst();
+  rsEntries->MoveNext();
+  const QString current = rsEntries->Bookmark();
+  Add_North_Arrow(QPoint(50, 90));
+  Add_North_Arrow(QPoint(150, 190));
+  EXPECT_EQ(redraws, 2);
+  EXPECT_EQ(rsEntries->Bookmark(), current);
+  const std::vector<EntryRow> rows = Rows();
+  ASSERT_EQ(rows.size(), 4U);
+  EXPECT_EQ(rows[2].ID, QStringLiteral("Maßstab"));  // the scale bar stays
+  EXPECT_EQ(rows[3], Make_North_Arrow({150, 190}, 4, 14));
+  // A marked one is one as well.
+  rsEntries->MoveLast();
+  EntryRow marked = rows[3];
+  marked.Typ = -112;
+  Update_Entry(marked);
+  Add_North_Arrow(QPoint(10, 90));  // the current row is the one that goes
+  EXPECT_EQ(Rows().size(), 4U);
+  EXPECT_EQ(Rows()[3].Xmap, 10);
+}
+
+TEST(NorthArrowDrawing, PointsFromFootToTip) {
+  Drawing drawing;
+  const QRectF box = Draw_North_Arrow(drawing.context, Make_North_Arrow({50, 90}, 1, 2), drawing.colors);
+  EXPECT_EQ(drawing.At(47, 60), blue);                       // dark half
+  EXPECT_EQ(drawing.At(53, 60), yellow);                     // light half
+  EXPECT_EQ(drawing.At(50, 86), white);                      // the notch at its foot
+  EXPECT_GT(drawing.Count(blue, QRect(40, 10, 20, 19)), 8);  // the letter above its tip
+  EXPECT_TRUE(box.contains(QRectF(45, 30, 10, 60)));
+  EXPECT_TRUE(QRectF(30, 5, 40, 96).contains(box));
+
+  Drawing east;  // turned: the tip lies to the right
+  EntryRow row = Make_North_Arrow({20, 50}, 1, 2);
+  row.Xline = 80, row.Yline = 50;
+  Draw_North_Arrow(east.context, row, east.colors);
+  EXPECT_EQ(east.At(50, 47), blue);
+  EXPECT_EQ(east.At(50, 53), yellow);
+
+  Drawing old;  // a row without a tip takes its length from the size
+  row.Xline = row.Yline = 0;
+  row.Ymap = 90;
+  row.Groesse = -4;
+  Draw_North_Arrow(old.context, row, old.colors);
+  EXPECT_EQ(old.At(15, 75), white);
+  EXPECT_NE(old.At(20, 65), white);
+  EXPECT_EQ(old.At(20, 40), white);
+
+  Drawing beside;
+  EXPECT_TRUE(Draw_North_Arrow(beside.context, Make_North_Arrow({500, 90}, 1, 2), beside.colors).isEmpty());
+}
+
+}  // namespace
