@@ -10,6 +10,7 @@
 
 #include "canvas/redraw.h"
 #include "objects/draw_context.h"
+#include "objects/palette.h"
 #include "platform/database.h"
 #include "platform/error.h"
 #include "platform/files.h"
@@ -158,6 +159,7 @@ ExitStatus Make_Picture(const PictureOrder& order) {
   }
   Reset_Global_State();
   Make_Program_Folder(scratch.filePath(u"programm"_s));
+  Load_Palette();
   Open_Map(Make_Map_Folder(order.map, scratch.filePath(u"karte"_s)));
   if (MapHeightMm < 0) {
     Tell(u"Die Karte konnte nicht geöffnet werden: "_s + order.map);

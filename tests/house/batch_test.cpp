@@ -8,6 +8,7 @@
 #include <QTemporaryDir>
 #include <map>
 
+#include "platform/files.h"
 #include "platform/picture.h"
 #include "store/entry.h"
 #include "store/header_row.h"
@@ -97,14 +98,18 @@ class BatchTest : public ::testing::Test {
     ASSERT_TRUE(QDir().mkpath(home));
     map = home + u"/Karte.bmp"_s;
     target = scratch.filePath(u"aus.png"_s);
+    own = scratch.filePath(u"Programmordner"_s);
+    ASSERT_TRUE(QDir().mkpath(own));
+    qputenv("FLURAX_HOME", own.toLocal8Bit());
   }
+  void TearDown() override { qunsetenv("FLURAX_HOME"); }
   void Make_Map() {
     QImage picture(400, 300, QImage::Format_RGB32);
     picture.fill(Qt::white);
     Save_Picture(picture, map);
   }
   QTemporaryDir scratch;
-  QString home, map, target;
+  QString home, map, target, own;
 };
 
 }  // namespace
@@ -151,6 +156,20 @@ TEST_F(BatchTest, DrawsEntriesAtTheirPlaceInEveryFactor) {
     EXPECT_EQ(drawn.pixel(each.inside), red);
     EXPECT_EQ(drawn.pixel(each.outside), white);
   }
+}
+
+TEST_F(BatchTest, TakesTheColoursOfTheUserAndLeavesHisFolderAlone) {
+  Make_Map();
+  auto database = New_Table_File(home + u"/KARTE.MDB"_s);
+  Append(*database, redBox);
+  database->Close();
+  QStringList colours;
+  for (int i = 0; i < 16; ++i) colours << QString::number(i == redBox.HG ? 20 + 256 * 130 + 65536 * 240 : 0);
+  Write_Lines(own + u"/MAP-Farb"_s, colours);
+  const auto before = Snapshot(own);
+  ASSERT_EQ(Batch({u"bild"_s, map, target}).status, 0);
+  EXPECT_EQ(Load_Picture(target).pixel(130, 100), qRgb(20, 130, 240));
+  EXPECT_TRUE(Snapshot(own) == before);
 }
 
 TEST_F(BatchTest, MapWithoutTableStaysWithoutOne) {
