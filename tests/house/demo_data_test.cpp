@@ -7,9 +7,13 @@
 #include <QTemporaryDir>
 #include <set>
 
+#include "canvas/redraw.h"
 #include "platform/picture.h"
+#include "start/map_open.h"
+#include "start/table_file.h"
 #include "store/entry.h"
 #include "store/header_row.h"
+#include "store/table_state.h"
 #include "support/fixture.h"
 
 using namespace Qt::StringLiterals;
@@ -163,6 +167,37 @@ TEST(DemoData, MapOpensWithTheOverviewAndFindsItsPicture) {
     EXPECT_FALSE(Load_Picture(built + u"/Beispiele/"_s + row.Eintrag).isNull());
   }
   EXPECT_GE(pictures, 1);
+}
+
+// The whole road: the map opens, and every demo table loads into it, without a single question.
+class DemoSession : public FluraxTest {};
+
+TEST_F(DemoSession, EveryTableLoadsIntoTheDemoMap) {
+  const QString examples = ProgramFolder + u"/Beispiele"_s;
+  for (const QString& name : QDir(built + u"/Beispiele"_s).entryList(QDir::Files)) {
+    ASSERT_TRUE(QFile::copy(built + u"/Beispiele/"_s + name, examples + u'/' + name));
+  }
+  MessageScript noBoxes;
+  Open_Map(examples + u"/Karte.bmp"_s);
+  ASSERT_GT(MapHeightMm, 0);
+  EXPECT_EQ(Table_Is_Changed(), false);
+  EXPECT_TRUE(MapHasScale);
+  for (const QString& name : Table_Names().filter(u"Demo"_s)) {
+    SCOPED_TRACE(name.toStdString());
+    const Table delivered(name);
+    ASSERT_TRUE(Load_Other_Table(examples + u'/' + name));
+    EXPECT_EQ(Entry_Count(), static_cast<int>(delivered.rows.size()));
+    EXPECT_EQ(Tbl.DBGrid1.Caption, examples + u'/' + name);
+    QImage picture = Make_Canvas(MapWidthPx, MapHeightPx);
+    const auto surface = Make_Surface(picture);
+    DrawContext context{*surface, {}, QRectF(picture.rect())};
+    const bool isOverview = name.contains(u"Übersicht"_s);
+    const DrawCounts counts = Draw_Entries(context);
+    EXPECT_EQ(counts.hidden, isOverview ? 1 : 0);
+    EXPECT_EQ(counts.inactive, isOverview ? 1 : 0);
+    EXPECT_EQ(counts.marked, 0);
+  }
+  Close_Map();
 }
 
 TEST(DemoData, TemplateIsEmpty) {
