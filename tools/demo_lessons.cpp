@@ -8,13 +8,13 @@ using namespace Qt::StringLiterals;
 void Add_First_Try(DemoTable& table) {
   table.Text({120, 60}, u"Demo 1: zum Ausprobieren"_s, On(14, Bold(Framed(1, 2, 22))));
   table.Text({120, 130}, u"Hier kann nichts verdorben werden:\r\nDiese Tabelle ist nur zum Üben da."_s, Plain());
-  table.Area({{300, 700}, {420, 660}, {520, 720}, {510, 800}, {420, 850}, {310, 810}}, Filled(-4, 1, 9, true),
+  table.Area({{300, 700}, {420, 660}, {520, 720}, {510, 800}, {420, 850}, {310, 810}}, Filled(-4, 1, 11, true),
              {320, 870}, u"Teich am Weidensee"_s);
-  table.Line({{1205, 1475}, {1480, 1500}, {1750, 1560}, {2050, 1640}}, Stroke(12, 3), {1500, 1440}, u"Rundweg"_s);
+  table.Line({{1205, 1475}, {1480, 1500}, {1750, 1560}, {2050, 1640}}, Stroke(12, 3), {1500, 1440}, u"Feldweg"_s);
   table.Text({640, 560}, u"Bachstelze 2"_s, Framed(1));
   table.Text({1730, 520}, u"Buntspecht 1"_s, Framed(4));
   table.Text({2560, 690}, u"«"_s, Symbol(12));
-  table.Reference(EntryKind::TextArrow, {1380, 250}, {1584, 391}, u"Grasfrosch, 14 Laichballen"_s, Framed(2));
+  table.Reference(EntryKind::TextArrow, {1380, 250}, {1584, 391}, u"Grasfrosch, 14 Laichballen"_s, White_On(2));
   table.Figure(EntryKind::Circle, {1150, 740, 190, 190}, Filled(0, 12, 15));
 }
 
@@ -27,7 +27,7 @@ void Add_Editing(DemoTable& table) {
   const Lesson lessons[] = {
       {{120, 140}, u"Anklicken: der Eintrag wird aktiv."_s},
       {{120, 180}, u"Ziehen: der Eintrag wird verschoben."_s},
-      {{120, 220}, u"Doppelt anklicken: der Text wird geändert."_s},
+      {{120, 220}, u"Ein aktiver Text steht zum Ändern bereit."_s},
       {{120, 260}, u"Rechte Maustaste: das Menü des Eintrags."_s},
       {{120, 300}, u"Entf: der Eintrag wird gelöscht."_s},
   };
@@ -35,9 +35,9 @@ void Add_Editing(DemoTable& table) {
 
   table.Text({700, 420}, u"Verschieb mich zum Teich"_s, On(10, Framed(2)));
   table.Text({1450, 560}, u"Amsle (Schreibfehler!)"_s, Framed(4));
-  table.Reference(EntryKind::TextLine, {1900, 300}, {1850, 560}, u"Fußpunkt versetzen"_s, Framed(5));
-  table.Reference(EntryKind::TextCircle, {2280, 480}, {2585, 705}, u"Bezugslinie entfernen"_s, Framed(5));
-  table.Area({{1230, 1650}, {1350, 1620}, {1470, 1670}, {1490, 1780}, {1390, 1850}, {1255, 1800}}, Filled(2, 2, 10),
+  table.Reference(EntryKind::TextLine, {1900, 300}, {1850, 560}, u"Fußpunkt versetzen"_s, White_On(5));
+  table.Reference(EntryKind::TextCircle, {2280, 480}, {2585, 705}, u"Bezugslinie entfernen"_s, White_On(4));
+  table.Area({{1230, 1650}, {1350, 1620}, {1470, 1670}, {1490, 1780}, {1390, 1850}, {1255, 1800}}, Filled(-2, 2, 15),
              {1270, 1880}, u"Eckpunkte korrigieren"_s);
   table.Area({{2000, 1280}, {2150, 1180}, {2350, 1190}, {2420, 1320}, {2300, 1490}, {2080, 1470}},
              Filled(-1, 4, 14, true), {2090, 1520}, u"Kanten eckig / abgerundet"_s);
@@ -101,7 +101,7 @@ void Add_Justifying(DemoTable& table) {
     table.Text({1300 + 190 * i, 1400 + shift[i]}, species[i], On(14, Framed(4)));
   }
   for (int i = 0; i < 4; ++i) {
-    table.Text({1800 + 60 * i, 500 + 45 * i + shift[i]}, QString::number(i + 1) + u". Termin"_s,
+    table.Text({1800 + 60 * i, 480 + 80 * i + shift[i]}, QString::number(i + 1) + u". Termin"_s,
                Framed(1, 1, 12 + 2 * i));
   }
 }

@@ -66,13 +66,6 @@ void Add_Symbols(DemoTable& table) {
   for (const Item& item : items) table.Text(item.at, item.text, item.look);
 }
 
-// A reference line has the colour of its text's ground: a dark one shows on the map.
-EntryLook White_On(int paper) {
-  EntryLook look = On(paper, Framed(0));
-  look.ink = 15;
-  return look;
-}
-
 // Texts that point at the place they speak of.
 void Add_References(DemoTable& table) {
   struct Pointing {

@@ -55,6 +55,12 @@ EntryLook On(int paper, EntryLook look) {
   return look;
 }
 
+EntryLook White_On(int paper) {
+  EntryLook look = On(paper, Framed(0));
+  look.ink = 15;
+  return look;
+}
+
 ShapeLook Stroke(int color, int width, bool rounded) {
   return {.ink = color, .frame = No_Frame(), .width = width, .rounded = rounded};
 }

@@ -29,6 +29,8 @@ EntryLook Symbol(int ink, double size = 28);
 EntryLook Bold(EntryLook look);
 EntryLook Italic(EntryLook look);
 EntryLook On(int paper, EntryLook look);
+// White on that colour. A reference line has the colour of its text's ground: a dark one shows on the map.
+EntryLook White_On(int paper);
 
 struct ShapeLook {
   int ink = 0, paper = 15;  // foreground and background
