@@ -36,23 +36,53 @@ Span Values_Of(const Direction& direction, const QRectF& window) {
           *std::max_element(std::begin(corners), std::end(corners))};
 }
 
-// One line of the hatch. On images it is put together from small boxes: they serve every mode without a scratch image,
-// and a slanted line ends on the outline's rows instead of at a right angle to itself.
-void Draw_Stretch(Surface& surface, const Direction& direction, double value, double from, double to, double width) {
+// The lines of one direction: where they lie and how many pixels wide they are, along a row or, for level ones, a
+// column. Lines wider than their spacing would meet twice.
+struct Family {
+  Direction direction;
+  double spacing, phase, across, before;
+
+  Family(const DrawContext& context, const Direction& lines, double width) : direction(lines) {
+    spacing = context.surface.IsPaper() ? 2 * pixelsPerMm : 8;
+    phase = lines.Value(context.view.Point({0, 0}));
+    const bool slanted = lines.a != 0 && lines.b != 0;
+    across = std::clamp(std::nearbyint(slanted && width > 1 ? width * std::sqrt(2.0) : width), 1.0, spacing);
+    before = std::floor(across / 2);
+  }
+  bool Holds(double x, double y) const {
+    const double offset = direction.Value({x, y}) - phase + before;
+    return offset - std::floor(offset / spacing) * spacing < across;
+  }
+};
+
+// A box of the hatch less the pixels another family has drawn.
+void Fill_Besides(Surface& surface, const QRectF& box, const Family* other) {
   const QRgb color = surface.pen.ForeColor;
-  if (surface.IsPaper()) return surface.Line(direction.Point(value, from), direction.Point(value, to));
-  const double across = std::max(1.0, std::nearbyint(width)), before = std::floor(across / 2);
-  if (direction.vertical) return surface.FilledBox(QRectF(value - before, from, across, to - from), color);
-  if (direction.a == 0) return surface.FilledBox(QRectF(from, value - before, to - from, across), color);
-  const double run = across == 1 ? 1 : std::nearbyint(across * std::sqrt(2.0)), half = std::floor(run / 2);
-  for (double x = from; x < to; ++x) surface.FilledBox(QRectF(x - half, direction.Point(value, x).y(), run, 1), color);
+  if (!other) return surface.FilledBox(box, color);
+  for (double y = box.top(); y < box.bottom(); ++y)
+    for (double x = box.left(); x < box.right(); ++x)
+      if (!other->Holds(x, y)) surface.FilledBox(QRectF(x, y, 1, 1), color);
 }
 
-void Draw_Direction(DrawContext& context, std::span<const QPointF> outline, const Direction& direction, double width) {
-  const double spacing = context.surface.IsPaper() ? 2 * pixelsPerMm : 8;
-  const QPointF origin = context.view.Point({0, 0});
-  const double phase = direction.Value(origin);
-  const QRectF window = context.window.adjusted(-width, -width, width, width);
+// One line of the hatch. On images it is put together from small boxes: they serve every mode without a scratch image,
+// and a slanted line ends on the outline's rows instead of at a right angle to itself.
+void Draw_Stretch(Surface& surface, const Family& family, double value, double from, double to, const Family* other) {
+  const Direction& direction = family.direction;
+  if (surface.IsPaper()) return surface.Line(direction.Point(value, from), direction.Point(value, to));
+  const double first = value - family.before;
+  if (direction.vertical) {
+    Fill_Besides(surface, QRectF(first, from, family.across, to - from), other);
+  } else if (direction.a == 0) {
+    Fill_Besides(surface, QRectF(from, first, to - from, family.across), other);
+  } else {
+    for (double x = from; x < to; ++x)
+      Fill_Besides(surface, QRectF(x - family.before, direction.Point(value, x).y(), family.across, 1), other);
+  }
+}
+
+void Draw_Family(DrawContext& context, std::span<const QPointF> outline, const Family& family, const Family* other) {
+  const auto& [direction, spacing, phase, across, before] = family;
+  const QRectF window = context.window.adjusted(-across, -across, across, across);
   const Span seen = Values_Of(direction, window);
 
   static thread_local std::vector<Crossing> crossings;
@@ -78,7 +108,7 @@ void Draw_Direction(DrawContext& context, std::span<const QPointF> outline, cons
   for (size_t i = 0; i + 1 < crossings.size(); i += 2) {
     const double from = context.view.Round(std::max(crossings[i].along, nearest));
     const double to = context.view.Round(std::min(crossings[i + 1].along, farthest));
-    if (from < to) Draw_Stretch(context.surface, direction, phase + crossings[i].line * spacing, from, to, width);
+    if (from < to) Draw_Stretch(context.surface, family, phase + crossings[i].line * spacing, from, to, other);
   }
 }
 
@@ -89,7 +119,16 @@ void Draw_Hatch(DrawContext& context, std::span<const QPointF> outline, FillStyl
   const KeepPen keep(context.surface);
   context.surface.pen.DrawWidth = width;
   context.surface.pen.pen = PenStyle::Solid;
-  const auto Lines = [&](const Direction& direction) { Draw_Direction(context, outline, direction, width); };
+  const auto Lines = [&](const Direction& direction) {
+    Draw_Family(context, outline, Family(context, direction, width), nullptr);
+  };
+  // Where two lines cross, the NotXor mode would take the first one away again.
+  const auto Crossed = [&](const Direction& direction, const Direction& second) {
+    const Family first(context, direction, width);
+    const bool once = context.surface.pen.mode == DrawMode::NotXor && !context.surface.IsPaper();
+    Draw_Family(context, outline, first, nullptr);
+    Draw_Family(context, outline, Family(context, second, width), once ? &first : nullptr);
+  };
   switch (pattern) {
     case FillStyle::Horizontal:
       Lines(horizontal);
@@ -104,10 +143,10 @@ void Draw_Hatch(DrawContext& context, std::span<const QPointF> outline, FillStyl
       Lines(downward);
       break;
     case FillStyle::Cross:
-      Lines(horizontal), Lines(vertical);
+      Crossed(horizontal, vertical);
       break;
     case FillStyle::DiagonalCross:
-      Lines(upward), Lines(downward);
+      Crossed(upward, downward);
       break;
     case FillStyle::Solid:
     case FillStyle::None:

@@ -1,10 +1,39 @@
 #include "objects/hatch.h"
 
+#include <QLineF>
+
 #include "objects/drawing.h"
 
 namespace {
 
 const std::vector<QPointF> square{{10, 10}, {60, 10}, {60, 60}, {10, 60}};
+
+// A sheet of paper that only takes lines down.
+class PaperLines final : public Surface {
+ public:
+  std::vector<QLineF> lines;
+  QRectF Extent() const override { return QRectF(0, 0, 500, 500); }
+  bool IsPaper() const override { return true; }
+  void Line(QPointF from, QPointF to) override { lines.emplace_back(from, to); }
+  void Cls(QRgb) override {}
+  void SetClip(const QRectF&) override {}
+  void PaintPicture(const QRectF&, const QImage&, const QRectF&) override {}
+  void Box(const QRectF&) override {}
+  void FilledBox(const QRectF&, QRgb) override {}
+  void Ellipse(const QRectF&) override {}
+  void Polyline(std::span<const QPointF>) override {}
+  void Polygon(std::span<const QPointF>) override {}
+  void Bezier(std::span<const QPointF>, bool) override {}
+  bool SetFont(const FontKey&) override { return true; }
+  const FontKey& Font() const override { return font; }
+  int TextWidth(const QString&) override { return 0; }
+  int TextHeight(const QString&) override { return 0; }
+  void Print(QPointF, const QString&) override {}
+  void PrintRotated(QPointF, const QString&, double) override {}
+
+ private:
+  FontKey font;
+};
 
 Drawing Hatched(FillStyle pattern, double width, const std::vector<QPointF>& outline = square, double left = 0) {
   Drawing drawing;
@@ -50,6 +79,30 @@ TEST(Hatch, LeavesHolesAndStaysWithinTheOutline) {
   EXPECT_EQ(kite.Count(blue, QRect(0, 48, 100, 1)), 80);
   EXPECT_EQ(kite.Count(blue, QRect(0, 47, 100, 1)), 0);
   EXPECT_EQ(kite.Count(blue, QRect(95, 0, 5, 100)), 0);
+}
+
+TEST(Hatch, CrossingsAreInvertedOnce) {
+  for (const FillStyle pattern : {FillStyle::Cross, FillStyle::DiagonalCross}) {
+    for (const double width : {1.0, 3.0, 20.0}) {
+      Drawing copied = Hatched(pattern, width), inverted;
+      inverted.surface->pen.ForeColor = blue;
+      inverted.surface->pen.mode = DrawMode::NotXor;  // on white the colour itself
+      Draw_Hatch(inverted.context, square, pattern, width);
+      const QRect inner(14, 14, 40, 40);  // at the rim lines of one direction may reach a pixel further
+      EXPECT_EQ(inverted.image.copy(inner), copied.image.copy(inner)) << width;
+      EXPECT_EQ(width > 8, copied.Count(blue, inner) == 1600);
+    }
+  }
+}
+
+TEST(Hatch, IsTwoMillimetresApartOnPaper) {
+  PaperLines paper;
+  DrawContext context{paper, {.Left = 3, .Zoom = 1, .whole = false}, QRectF(0, 0, 500, 500)};
+  Draw_Hatch(context, square, FillStyle::Vertical, 0.5);
+  ASSERT_EQ(paper.lines.size(), 7U);  // 50 pixels are 13.2 mm
+  for (size_t i = 1; i < 7; ++i) EXPECT_NEAR(paper.lines[i].x1() - paper.lines[i - 1].x1(), 2 * 96 / 25.4, 1e-9);
+  EXPECT_EQ(paper.lines[0].y1(), 10);
+  EXPECT_EQ(paper.lines[0].y2(), 60);
 }
 
 TEST(Hatch, LiesFastOnTheMap) {
