@@ -86,8 +86,12 @@ void Recover_Table() {
   const QString rep = Free_Aside_Name(TableFile, QStringLiteral("_rep.mdb"));
   const QString err = Free_Aside_Name(TableFile, QStringLiteral("_err.mdb"));
   Table_File_Copy(TableFile, err);
-  const RepairReport report = RepairDatabase(TableFile);
-  if (!report.wasSound) Kill_Quietly(report.damagedCopy);  // the same as "_err.mdb"
+  try {
+    const RepairReport report = RepairDatabase(TableFile);
+    if (!report.wasSound) Kill_Quietly(report.damagedCopy);  // the same as "_err.mdb"
+  } catch (const Error&) {
+    // Nothing can be read any more: then "_rep" is as damaged as "_err".
+  }
   Table_File_Rename(TableFile, rep);
   Tbl.Tag = QStringLiteral("dirty");
   if (Snapshot_Fits() && Save_Table(SaveStep::Restore)) {
