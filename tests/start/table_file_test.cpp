@@ -1,7 +1,10 @@
 #include "start/table_file.h"
 
+#include <sys/resource.h>
+
 #include <QDir>
 #include <QFile>
+#include <csignal>
 
 #include "start/events.h"
 #include "start/map_log.h"
@@ -327,6 +330,50 @@ TEST_F(TableFileTest, AFullDiskLeavesTheCopiesAndTheTable) {
   File_Write_Fault = nullptr;
   EXPECT_TRUE(Save_Table(SaveStep::Save));
   EXPECT_EQ(Texts_In(Path("Sicherung.MDB")).size(), 3);
+}
+
+// No file may grow beyond a size, whoever writes it.
+class FileSizeLimit {
+ public:
+  explicit FileSizeLimit(rlim_t bytes) {
+    former = std::signal(SIGXFSZ, SIG_IGN);
+    getrlimit(RLIMIT_FSIZE, &old);
+    const rlimit limit{bytes, old.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &limit);
+  }
+  ~FileSizeLimit() {
+    setrlimit(RLIMIT_FSIZE, &old);
+    std::signal(SIGXFSZ, former);
+  }
+  FileSizeLimit(const FileSizeLimit&) = delete;
+  FileSizeLimit& operator=(const FileSizeLimit&) = delete;
+
+ private:
+  rlimit old{};
+  void (*former)(int) = nullptr;
+};
+
+TEST_F(TableFileTest, WhenNoFileCanGrowNoRowIsLost) {
+  Open_With(oneTwo);
+  Undo_Point("Rückgängig: Ersetzen");
+  QStringList texts = oneTwo;
+  dbEntries->BeginTrans();
+  for (int i = 0; i < 300; ++i) Add(Text(texts.emplaceBack(QStringLiteral("Eintrag %1").arg(i))));
+  dbEntries->CommitTrans();
+  {
+    const FileSizeLimit limit(6000);
+    MessageScript script;
+    script.AllowAny(MsgAnswer::No);
+    Undo_Point("Rückgängig: Import");
+    EXPECT_FALSE(script.Seen().empty());
+    EXPECT_FALSE(Menu("mnuReset").Enabled);
+  }
+  ASSERT_TRUE(Load_Table(LoadMode::Reload));
+  EXPECT_EQ(Texts(), texts);
+  EXPECT_EQ(Texts_In(Snapshot()), oneTwo);
+  EXPECT_FALSE(QFile::exists(Path("KARTE_err.mdb")));
+  Close_Table(CloseMode::CloseOnly);
+  Expect_No_Leftovers();
 }
 
 // Saving -------------------------------------------------------------------------------------------------------------
