@@ -111,10 +111,11 @@ int FontFace::TextHeight(const QString& text) const {
   return count * lineHeight;
 }
 
-const QStaticText& FontFace::Prepared(const QString& line) const {
-  if (const auto known = lines.constFind(line); known != lines.constEnd()) return *known;
+const QStaticText& FontFace::Prepared(const QString& line, Edge edge) const {
+  auto& kept = lines[edge == Edge::Hard ? 1 : 0];
+  if (const auto known = kept.constFind(line); known != kept.constEnd()) return *known;
   if (keptLines >= maxKeptLines) {
-    for (auto& [otherKey, face] : All_Faces()) face->lines.clear();
+    for (auto& [otherKey, face] : All_Faces()) face->lines = {};
     keptLines = 0;
   }
   ++keptLines;
@@ -122,8 +123,8 @@ const QStaticText& FontFace::Prepared(const QString& line) const {
   text.setTextFormat(Qt::PlainText);
   text.setPerformanceHint(QStaticText::AggressiveCaching);
   text.setText(Shown(line));
-  text.prepare({}, font);
-  return *lines.insert(line, text);
+  text.prepare({}, edge == Edge::Hard ? hard : font);
+  return *kept.insert(line, text);
 }
 
 const FontFace& Font_Face(const FontKey& key) {

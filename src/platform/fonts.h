@@ -31,13 +31,14 @@ class FontFace {
   // Widest of all lines; the text ends a line with CR, LF or CR LF.
   int TextWidth(const QString& text) const;
   int TextHeight(const QString& text) const;
-  // The line ready to be drawn, kept for the next time. All faces together keep up to 20,000 lines.
-  const QStaticText& Prepared(const QString& line) const;
+  // The line ready to be drawn in `font` or `hard`, kept for the next time. All faces together keep up to 20,000 lines.
+  enum class Edge { Smooth, Hard };
+  const QStaticText& Prepared(const QString& line, Edge edge) const;
 
  private:
   int ShownWidth(QStringView shown) const;
   std::array<short, 256> advance{};
-  mutable QHash<QString, QStaticText> lines;
+  mutable std::array<QHash<QString, QStaticText>, 2> lines;  // by edge
 };
 
 // The face of a key; made once and kept. Valid for good.

@@ -59,7 +59,7 @@ void RegionSet::Build() const {
   cells.clear();
   large.clear();
   columns = lines = 0;
-  // Cells of the same size over all bounds, about one for each row.
+  // Cells of the same size over all bounds, about one for every four rows.
   double left = 1e9, top = 1e9, right = -1e9, bottom = -1e9;
   for (const EntryRegion& row : rows) {
     if (!Placed(row.bounds)) continue;
@@ -73,7 +73,7 @@ void RegionSet::Build() const {
     return;
   }
   extent = QRectF(QPointF(left, top), QPointF(std::max(right, left + 1), std::max(bottom, top + 1)));
-  const double side = std::clamp(std::sqrt(static_cast<double>(rows.size())), 1.0, 256.0);
+  const double side = std::clamp(std::sqrt(static_cast<double>(rows.size()) / 4), 1.0, 256.0);
   columns = lines = static_cast<int>(std::ceil(side));
   cells.resize(static_cast<size_t>(columns) * static_cast<size_t>(lines));
   const auto column = [&](double x) {

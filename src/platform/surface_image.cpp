@@ -151,10 +151,10 @@ void ImageSurface::Draw_Shape(const QRect& bounds, bool filled, Draw draw) {
     draw(painter);
     return;
   }
-  Through_Scratch(touched, [&](QPainter& mask) {
-    mask.setPen(Pen_Of(pen, penMark, PenWidth()));
-    mask.setBrush(filled ? QBrush(QColor::fromRgb(fillMark)) : QBrush(Qt::NoBrush));
-    draw(mask);
+  Through_Scratch(touched, [&](QPainter& on) {
+    on.setPen(Pen_Of(pen, penMark, PenWidth()));
+    on.setBrush(filled ? QBrush(QColor::fromRgb(fillMark)) : QBrush(Qt::NoBrush));
+    draw(on);
   });
 }
 
@@ -169,6 +169,9 @@ void ImageSurface::For_Each_Band(const QRect& bounds, Mark mark) {
     scratch = QImage(whole.width(), std::min(bandRows, whole.height()), QImage::Format_ARGB32_Premultiplied);
     if (scratch.isNull()) Raise(errors::outOfMemory);
     scratch.fill(0);
+    mask.begin(&scratch);
+    mask.setRenderHint(QPainter::TextAntialiasing, false);
+    scratchBits = const_cast<uchar*>(scratch.constBits());
   }
   for (int top = area.top(); top <= area.bottom(); top += scratch.height()) {
     const QRect band(area.left(), top, area.width(), std::min(scratch.height(), area.bottom() - top + 1));
@@ -180,8 +183,7 @@ void ImageSurface::For_Each_Band(const QRect& bounds, Mark mark) {
 template <class Draw>
 void ImageSurface::Through_Scratch(const QRect& bounds, Draw draw) {
   For_Each_Band(bounds, [&](const QRect& band) {
-    QPainter mask(&scratch);
-    mask.setRenderHint(QPainter::TextAntialiasing, false);
+    mask.resetTransform();
     mask.setClipRect(QRect(QPoint(0, 0), band.size()));
     mask.translate(-band.topLeft());
     draw(mask);
@@ -192,21 +194,22 @@ void ImageSurface::Combine_Scratch(const QRect& area) {
   With_Operation(pen.mode, [&](auto operation) {
     for (int y = area.top(); y <= area.bottom(); ++y) {
       QRgb* row = RowAt(y);
-      QRgb* mask = reinterpret_cast<QRgb*>(scratch.scanLine(y - area.top())) - area.left();
+      QRgb* marks = ScratchRow(y - area.top()) - area.left();
       for (int x = area.left(); x <= area.right(); ++x) {
-        if (mask[x] == 0) continue;
-        if (mask[x] == penMark)
+        if (marks[x] == 0) continue;
+        if (marks[x] == penMark)
           row[x] = operation(row[x], pen.ForeColor);
         else if (pen.fill == FillStyle::Solid || On_Hatch(pen.fill, x, y))
           row[x] = operation(row[x], pen.FillColor);
-        mask[x] = 0;
+        marks[x] = 0;
       }
     }
   });
 }
 
 // A chain of lines of width 1, pixel by pixel, without its last pixel.
-void ImageSurface::Thin_Chain(std::span<const QPoint> points, const QRect& bounds) {
+// `simple`: it meets no pixel twice, so that the other modes need no mask.
+void ImageSurface::Thin_Chain(std::span<const QPoint> points, const QRect& bounds, bool simple) {
   if (!Visible(bounds)) return;
   const PenRhythm rhythm(pen.pen);
   const auto walk = [&](const QRect& area, auto set) {
@@ -221,14 +224,13 @@ void ImageSurface::Thin_Chain(std::span<const QPoint> points, const QRect& bound
   if (pen.mode == DrawMode::Copy) {
     const QRgb color = pen.ForeColor | opaque;
     walk(bounds.intersected(clip), [&](int x, int y) { RowAt(y)[x] = color; });
-  } else if (points.size() == 2) {  // a single line meets no pixel twice
+  } else if (simple) {
     With_Operation(pen.mode, [&](auto operation) {
       walk(bounds.intersected(clip), [&](int x, int y) { RowAt(y)[x] = operation(RowAt(y)[x], pen.ForeColor); });
     });
   } else {
     For_Each_Band(bounds, [&](const QRect& band) {
-      walk(band,
-           [&](int x, int y) { reinterpret_cast<QRgb*>(scratch.scanLine(y - band.top()))[x - band.left()] = penMark; });
+      walk(band, [&](int x, int y) { ScratchRow(y - band.top())[x - band.left()] = penMark; });
     });
   }
 }
@@ -240,7 +242,7 @@ void ImageSurface::Line(QPointF from, QPointF to) {
   if (a == b || pen.pen == PenStyle::None) return;
   const int width = PenWidth();
   if (width == 1) {
-    Thin_Chain(pixels, bounds);
+    Thin_Chain(pixels, bounds, true);
   } else if (a.y() == b.y()) {
     const int left = a.x() < b.x() ? a.x() : b.x() + 1;
     if (pen.mode != DrawMode::Nop) Fill_Area({left, a.y() - width / 2, std::abs(b.x() - a.x()), width}, pen.ForeColor);
@@ -273,7 +275,7 @@ void ImageSurface::Box(const QRectF& box) {
     return;
   }
   const QPoint rimWay[] = {outer.topLeft(), outer.topRight(), outer.bottomRight(), outer.bottomLeft(), outer.topLeft()};
-  Thin_Chain(rimWay, outer);
+  Thin_Chain(rimWay, outer, outer.width() > 1 && outer.height() > 1);
 }
 
 void ImageSurface::Draw_Rim(const QRect& box, int width) {
@@ -327,7 +329,7 @@ void ImageSurface::Polyline(std::span<const QPointF> points) {
   if (points.size() < 2) return;
   const QRect bounds = Bounds_Of(points);
   if (pen.pen == PenStyle::None) return;
-  if (PenWidth() == 1) return Thin_Chain(pixels, bounds);
+  if (PenWidth() == 1) return Thin_Chain(pixels, bounds, pixels.size() == 2);
   Draw_Shape(bounds, false, [&](QPainter& on) { on.drawPolyline(pixels.data(), static_cast<int>(pixels.size())); });
 }
 
@@ -371,25 +373,26 @@ void ImageSurface::Print(QPointF at, const QString& text) {
   const QRect bounds(place, QSize(face->TextWidth(text), face->TextHeight(text)));
   const QRect touched = bounds.adjusted(-spare, -spare, spare, spare);
   if (!Visible(touched)) return;
-  if (pen.mode == DrawMode::Copy) {
-    Tell_Text();
+  const auto draw = [&](QPainter& on, FontFace::Edge edge) {
     For_Each_Line(text, [&](QStringView line, int number) {
       const QPoint corner = place + QPoint(0, number * face->lineHeight);
       if (line.isEmpty()) return;
       // A kept text has its underline a pixel aside.
       if (face->key.underline || line.size() > longestKeptLine)
-        painter.drawText(corner + QPoint(0, face->ascent), face->Shown(line.toString()));
+        on.drawText(corner + QPoint(0, face->ascent), face->Shown(line.toString()));
       else
-        painter.drawStaticText(corner, face->Prepared(line.toString()));
+        on.drawStaticText(corner, face->Prepared(line.toString(), edge));
     });
+  };
+  if (pen.mode == DrawMode::Copy) {
+    Tell_Text();
+    draw(painter, FontFace::Edge::Smooth);
     return;
   }
-  Through_Scratch(touched, [&](QPainter& mask) {
-    mask.setPen(QColor::fromRgb(penMark));
-    mask.setFont(face->hard);
-    For_Each_Line(text, [&](QStringView line, int number) {
-      mask.drawText(place + QPoint(0, number * face->lineHeight + face->ascent), face->Shown(line.toString()));
-    });
+  Through_Scratch(touched, [&](QPainter& on) {
+    on.setPen(QColor::fromRgb(penMark));
+    on.setFont(face->hard);
+    draw(on, FontFace::Edge::Hard);
   });
 }
 
@@ -412,10 +415,10 @@ void ImageSurface::PrintRotated(QPointF at, const QString& text, double degrees)
     draw(painter);
     return;
   }
-  Through_Scratch(touched, [&](QPainter& mask) {
-    mask.setPen(QColor::fromRgb(penMark));
-    mask.setFont(face->hard);
-    draw(mask);
+  Through_Scratch(touched, [&](QPainter& on) {
+    on.setPen(QColor::fromRgb(penMark));
+    on.setFont(face->hard);
+    draw(on);
   });
 }
 

@@ -41,6 +41,9 @@ class ImageSurface final : public FontedSurface {
     bool filled = false, forText = false, valid = false;
   };
   QRgb* RowAt(int y) const { return reinterpret_cast<QRgb*>(bits + static_cast<qsizetype>(y) * bytesPerLine); }
+  QRgb* ScratchRow(int y) const {
+    return reinterpret_cast<QRgb*>(scratchBits + static_cast<qsizetype>(y) * scratch.bytesPerLine());
+  }
   int PenWidth() const;
   int RimWidth() const { return pen.pen == PenStyle::None ? 0 : PenWidth(); }
   bool Filled() const { return pen.fill != FillStyle::None; }
@@ -57,7 +60,7 @@ class ImageSurface final : public FontedSurface {
   void Through_Scratch(const QRect& bounds, Draw draw);
   template <class Mark>
   void For_Each_Band(const QRect& bounds, Mark mark);
-  void Thin_Chain(std::span<const QPoint> points, const QRect& bounds);
+  void Thin_Chain(std::span<const QPoint> points, const QRect& bounds, bool simple);
   void Combine_Scratch(const QRect& area);
   void Blit(const QRect& target, const QImage& picture, QPoint from);
   void Stretch(const QRect& target, const QImage& picture, const QRectF& source);
@@ -68,7 +71,9 @@ class ImageSurface final : public FontedSurface {
   QPainter painter;
   Told told;
   const FontFace* paintedFace = nullptr;
-  QImage scratch;
+  QImage scratch;  // marks of pen and fill, 0 between two shapes
+  uchar* scratchBits = nullptr;
+  QPainter mask;               // on the scratch image
   std::vector<QPoint> pixels;  // points of the shape in hand
 };
 
