@@ -7,6 +7,8 @@
 #include <QImageWriter>
 #include <QtEndian>
 #include <algorithm>
+#include <climits>
+#include <optional>
 
 #include "platform/error.h"
 #include "platform/files.h"
@@ -85,27 +87,31 @@ QImage Plain_Form(QImage image) {
   return image;
 }
 
-QImage Load_With_Reader(const QString& path) {
-  QImageReader reader(path);
-  reader.setDecideFormatFromContent(true);
-  reader.setAutoTransform(true);
-  const QSize size = reader.size();
-  if (!reader.canRead() || (size.isValid() && size.isEmpty()))
-    Raise_Damaged(path, QStringLiteral("es ist kein Bild einer bekannten Art (BMP, JPG, GIF, PNG, WMF)."));
-  // The reader counts every picture at 32 bits a pixel, indexed ones too.
-  const bool indexed = reader.imageFormat() == QImage::Format_Indexed8 || reader.imageFormat() == QImage::Format_Mono ||
-                       reader.imageFormat() == QImage::Format_Grayscale8;
-  const qint64 need = Picture_Memory(size, indexed ? 8 : 32);
+// Lets the reader go as far as the memory does. It counts every picture at 32 bits a pixel, indexed ones too.
+void Allow_Memory(const QString& path, QSize size, int bitsPerPixel) {
+  const qint64 need = Picture_Memory(size, bitsPerPixel);
   if (need + reserve > Free_Memory()) Raise_Too_Large(path, need);
   const qint64 counted = Picture_Memory(size, 32) / megabyte + 2;
   if (counted > QImageReader::allocationLimit())
     QImageReader::setAllocationLimit(static_cast<int>(std::min<qint64>(counted, INT_MAX)));
-  QImage image;
-  if (!reader.read(&image) || image.isNull()) {
-    if (reader.error() == QImageReader::InvalidDataError || !size.isValid())
-      Raise_Damaged(path, QStringLiteral("die Datei ist beschädigt."));
-    Raise_Damaged(path, QStringLiteral("die Datei ist beschädigt oder unvollständig (%1).").arg(reader.errorString()));
+}
+
+QImage Load_With_Reader(const QString& path, const std::optional<BmpHead>& bmp) {
+  if (bmp)
+    Allow_Memory(path, QSize(static_cast<int>(bmp->width), static_cast<int>(bmp->height)), bmp->bits <= 8 ? 8 : 32);
+  QImageReader reader(path);
+  reader.setDecideFormatFromContent(true);
+  reader.setAutoTransform(true);
+  if (!reader.canRead())
+    Raise_Damaged(path, QStringLiteral("es ist kein Bild einer bekannten Art (BMP, JPG, GIF, PNG, WMF)."));
+  if (const QSize size = reader.size(); !bmp && size.isValid()) {
+    const QImage::Format format = reader.imageFormat();
+    const bool indexed = format == QImage::Format_Indexed8 || format == QImage::Format_Mono ||
+                         format == QImage::Format_MonoLSB || format == QImage::Format_Grayscale8;
+    Allow_Memory(path, size, indexed ? 8 : 32);
   }
+  QImage image;
+  if (!reader.read(&image) || image.isNull()) Raise_Damaged(path, QStringLiteral("die Datei ist beschädigt."));
   return Plain_Form(std::move(image));
 }
 
@@ -165,14 +171,16 @@ QImage Load_Picture(const QString& path) {
   if (head.isEmpty()) Raise_Damaged(path, QStringLiteral("die Datei ist leer."));
   if (Is_Wmf(head) || Ends_With(path, ".wmf")) return Read_Wmf(file.readAll());
   if (const QString flaw = Picture_Flaw(file); !flaw.isEmpty()) Raise_Damaged(path, flaw);
+  const auto bmp = Read_Bmp_Head(file);
   file.close();
-  return Load_With_Reader(path);
+  return Load_With_Reader(path, bmp);
 }
 
 QSize Picture_Size(const QString& path) {
   QFile file(path);
   if (!file.open(QIODevice::ReadOnly)) return {};
   if (const QByteArray head = file.peek(64); Is_Wmf(head)) return Wmf_Size(file.readAll());
+  if (const auto bmp = Read_Bmp_Head(file)) return {static_cast<int>(bmp->width), static_cast<int>(bmp->height)};
   QImageReader reader(&file);
   reader.setDecideFormatFromContent(true);
   const QSize size = reader.size();

@@ -9,13 +9,6 @@ namespace {
 
 const QString cutOff = QStringLiteral("die Datei ist unvollständig (abgeschnitten).");
 
-struct BmpHead {
-  qint64 pixelOffset = 0;
-  qint64 width = 0, height = 0;
-  int bits = 0;
-  quint32 compression = 0;
-};
-
 // Does the packed stream reach its end mark, or at least fill the last row?
 bool Packed_Rows_Complete(const QByteArray& stream, const BmpHead& head) {
   const auto* at = reinterpret_cast<const uchar*>(stream.constData());
@@ -48,25 +41,9 @@ bool Packed_Rows_Complete(const QByteArray& stream, const BmpHead& head) {
 }
 
 QString Bmp_Flaw(QFile& file) {
-  const QByteArray bytes = file.read(54);
-  if (bytes.size() < 26) return cutOff;
-  const char* at = bytes.constData();
-  BmpHead head;
-  head.pixelOffset = qFromLittleEndian<quint32>(at + 10);
-  const quint32 headSize = qFromLittleEndian<quint32>(at + 14);
-  if (headSize == 12) {
-    head.width = qFromLittleEndian<quint16>(at + 18);
-    head.height = qFromLittleEndian<quint16>(at + 20);
-    head.bits = qFromLittleEndian<quint16>(at + 24);
-  } else {
-    if (headSize < 40) return QStringLiteral("der Kopf der Datei ist beschädigt.");
-    if (bytes.size() < 54) return cutOff;
-    head.width = qFromLittleEndian<qint32>(at + 18);
-    head.height = std::abs(static_cast<qint64>(qFromLittleEndian<qint32>(at + 22)));  // below 0: top row first
-    head.bits = qFromLittleEndian<quint16>(at + 28);
-    head.compression = qFromLittleEndian<quint32>(at + 30);
-  }
-  if (head.width <= 0 || head.height <= 0) return QStringLiteral("der Kopf der Datei ist beschädigt.");
+  const auto known = Read_Bmp_Head(file);
+  if (!known) return file.size() < 54 ? cutOff : QStringLiteral("der Kopf der Datei ist beschädigt.");
+  const BmpHead& head = *known;
   if (head.compression == 1 || head.compression == 2) {
     if (!file.seek(head.pixelOffset)) return cutOff;
     return Packed_Rows_Complete(file.readAll(), head) ? QString() : cutOff;
@@ -92,7 +69,46 @@ QString Jpg_Flaw(QFile& file) {
   return bytes.indexOf("\xFF\xD9", std::min(i, bytes.size())) < 0 ? cutOff : QString();
 }
 
+// The blocks of the first image must come to their end.
+QString Gif_Flaw(QFile& file) {
+  const QByteArray bytes = file.readAll();
+  const auto at = [&](qsizetype i) { return i < bytes.size() ? static_cast<uchar>(bytes[i]) : 0; };
+  const auto tableBytes = [](int flags) { return flags & 0x80 ? 3 << ((flags & 7) + 1) : 0; };
+  const auto skipBlocks = [&](qsizetype i) {
+    while (i < bytes.size() && at(i) != 0) i += 1 + at(i);
+    return i + 1;
+  };
+  qsizetype i = 13 + tableBytes(at(10));
+  while (at(i) == 0x21) i = skipBlocks(i + 2);
+  if (at(i) == 0x2C) i = skipBlocks(i + 11 + tableBytes(at(i + 9)));
+  return i > bytes.size() || i == 13 ? cutOff : QString();
+}
+
 }  // namespace
+
+std::optional<BmpHead> Read_Bmp_Head(QFile& file) {
+  const QByteArray bytes = file.peek(54);
+  if (!bytes.startsWith("BM") || bytes.size() < 26) return {};
+  const char* at = bytes.constData();
+  BmpHead head;
+  head.pixelOffset = qFromLittleEndian<quint32>(at + 10);
+  const quint32 headSize = qFromLittleEndian<quint32>(at + 14);
+  if (headSize == 12) {
+    head.width = qFromLittleEndian<quint16>(at + 18);
+    head.height = qFromLittleEndian<quint16>(at + 20);
+    head.bits = qFromLittleEndian<quint16>(at + 24);
+  } else {
+    if (headSize < 40 || bytes.size() < 54) return {};
+    head.width = qFromLittleEndian<qint32>(at + 18);
+    head.height = std::abs(static_cast<qint64>(qFromLittleEndian<qint32>(at + 22)));  // below 0: top row first
+    head.bits = qFromLittleEndian<quint16>(at + 28);
+    head.compression = qFromLittleEndian<quint32>(at + 30);
+  }
+  constexpr int depths[] = {1, 4, 8, 16, 24, 32};
+  const bool knownDepth = std::find(std::begin(depths), std::end(depths), head.bits) != std::end(depths);
+  if (head.width <= 0 || head.height <= 0 || !knownDepth) return {};
+  return head;
+}
 
 QString Picture_Flaw(QFile& file) {
   const qint64 former = file.pos();
@@ -102,6 +118,8 @@ QString Picture_Flaw(QFile& file) {
     flaw = Bmp_Flaw(file);
   else if (head.startsWith("\xFF\xD8\xFF"))
     flaw = Jpg_Flaw(file);
+  else if (head.startsWith("GIF"))
+    flaw = Gif_Flaw(file);
   file.seek(former);
   return flaw;
 }
