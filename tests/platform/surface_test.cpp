@@ -1,13 +1,18 @@
 #include "platform/surface.h"
 
 #include <gtest/gtest.h>
+#include <QFile>
 #include <QFontMetrics>
 #include <QPainter>
+#include <QPdfWriter>
+#include <QTemporaryDir>
 
 #include <cmath>
 #include <functional>
 #include <random>
 #include <vector>
+
+#include "platform/error.h"
 
 namespace {
 
@@ -491,6 +496,104 @@ TEST(SurfaceText, FontsAreFoundOrReplaced) {
   EXPECT_EQ(s->TextWidth("iii"), s->TextWidth("WWW"));
   s->SetFont({"Arial", 0, false, false, false, 0});
   EXPECT_GE(s->TextHeight("A"), 1);
+}
+
+// A page of four device pixels to a surface pixel, as an image, so that its pixels can be asked.
+TEST(PageSurface, DrawsTheSameLayoutFiner) {
+  QImage page = Make_Canvas(800, 800), screen = Make_Canvas(200, 200);
+  const auto fine = Make_Page_Surface(page, 4);
+  const auto coarse = Make_Surface(screen);
+  EXPECT_TRUE(fine->IsPaper());
+  EXPECT_EQ(fine->Extent(), QRectF(0, 0, 200, 200));
+  const QPointF triangle[] = {{110, 10}, {190, 10}, {150, 90}};
+  for (Surface* s : {fine.get(), coarse.get()}) {
+    s->pen = {black, red, DrawMode::Copy, 3, PenStyle::Solid, FillStyle::Solid};
+    s->Box({10, 10, 60, 40});
+    s->FilledBox({10, 60, 20, 20}, green);
+    s->pen.DrawWidth = 1;
+    s->pen.mode = DrawMode::And;  // does not exist on paper: drawn as a copy
+    s->Polygon(triangle);
+    s->pen.mode = DrawMode::Nop;
+    s->Ellipse({0, 100, 100, 100});
+  }
+  for (const QPoint at : {QPoint(10, 10), QPoint(12, 30), QPoint(69, 49), QPoint(67, 30), QPoint(14, 14),
+                          QPoint(40, 30), QPoint(9, 30), QPoint(70, 30), QPoint(10, 60), QPoint(29, 79), QPoint(30, 70),
+                          QPoint(150, 50), QPoint(105, 50), QPoint(50, 150)})
+    EXPECT_EQ(page.pixel(at * 4 + QPoint(2, 2)), screen.pixel(at)) << at.x() << "," << at.y();
+  for (const char* family : {"Arial", "Times New Roman", "Wingdings"}) {
+    fine->SetFont({family, 9.75, false, false, false, 0});
+    coarse->SetFont({family, 9.75, false, false, false, 0});
+    EXPECT_EQ(fine->TextWidth("Rotkehlchen"), coarse->TextWidth("Rotkehlchen"));
+    EXPECT_EQ(fine->TextHeight("a\rb"), coarse->TextHeight("a\rb"));
+  }
+}
+
+TEST(PageSurface, TextsTakeTheRoomTheyHaveOnTheScreen) {
+  const auto ink = [](const QImage& image) {
+    QRect touched;
+    for (int y = 0; y < image.height(); ++y)
+      for (int x = 0; x < image.width(); ++x)
+        if (qGray(image.pixel(x, y)) < 128) touched |= QRect(x, y, 1, 1);
+    return touched;
+  };
+  QImage page = Make_Canvas(1600, 600), screen = Make_Canvas(400, 150);
+  const auto fine = Make_Page_Surface(page, 4);
+  const auto coarse = Make_Surface(screen);
+  for (const double points : {7.0, 9.0, 13.0}) {
+    for (Surface* s : {fine.get(), coarse.get()}) {
+      s->Cls(white);
+      s->SetFont({"Arial", points, false, false, false, 0});
+      s->Print({10, 20}, "Mittlerer Wegerich am Mühlenweg\r\nH");
+    }
+    const QRect onPage = ink(page), onScreen = ink(screen);
+    EXPECT_NEAR(onPage.right() / 4.0, onScreen.right(), 2) << points;
+    EXPECT_NEAR(onPage.bottom() / 4.0, onScreen.bottom(), 2) << points;
+    EXPECT_NEAR(onPage.top() / 4.0, onScreen.top(), 2) << points;
+  }
+}
+
+TEST(PageSurface, HatchesAreLinesWithinTheShape) {
+  QImage page = Make_Canvas(400, 400);
+  const auto s = Make_Page_Surface(page, 4);
+  for (const FillStyle style : {FillStyle::Horizontal, FillStyle::Vertical, FillStyle::Upward, FillStyle::Downward,
+                                FillStyle::Cross, FillStyle::DiagonalCross}) {
+    s->Cls(white);
+    s->pen = {black, red, DrawMode::Copy, 1, PenStyle::None, style};
+    s->Ellipse({20, 20, 60, 60});
+    int inside = 0, outside = 0;
+    for (int y = 0; y < 400; ++y)
+      for (int x = 0; x < 400; ++x) {
+        if (page.pixel(x, y) == white) continue;
+        ++(std::hypot(x - 199.5, y - 199.5) < 122 ? inside : outside);
+      }
+    EXPECT_EQ(outside, 0) << static_cast<int>(style);
+    // One pixel in eight, two in eight where two hatches cross; diagonals are as wide but closer together.
+    const double share = inside / (M_PI * 120 * 120);
+    const bool crossed = style == FillStyle::Cross || style == FillStyle::DiagonalCross;
+    EXPECT_GT(share, crossed ? 0.2 : 0.1) << static_cast<int>(style);
+    EXPECT_LT(share, crossed ? 0.36 : 0.2) << static_cast<int>(style);
+  }
+}
+
+TEST(PageSurface, PdfHoldsLinesAndLettersInsteadOfPictures) {
+  const QTemporaryDir folder;
+  const QString path = folder.filePath("Blatt.pdf");
+  {
+    QPdfWriter page(path);
+    page.setResolution(600);
+    const auto s = Make_Page_Surface(page, 600 / 96.0);
+    s->pen = {black, red, DrawMode::NotXor, 1, PenStyle::Solid, FillStyle::Cross};
+    s->Box({10, 10, 300, 200});
+    s->PrintRotated({100, 100}, "Sumpfdotterblume", 30);
+  }
+  QFile file(path);
+  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+  const QByteArray bytes = file.readAll();
+  EXPECT_TRUE(bytes.startsWith("%PDF"));
+  EXPECT_TRUE(bytes.contains("LiberationSans"));
+  EXPECT_FALSE(bytes.contains("/Subtype /Image"));
+  QPdfWriter nowhere(folder.filePath("fehlt/Blatt.pdf"));
+  EXPECT_THROW(Make_Page_Surface(nowhere, 1), Error);
 }
 
 }  // namespace
