@@ -39,8 +39,8 @@ class Recordset {
   int RecordCount() const;
   void MoveFirst();  // on an empty recordset Eof and Bof become true
   void MoveLast();
-  void MoveNext();      // at Eof: error 3021
-  void MovePrevious();  // at Bof: error 3021
+  void MoveNext();       // at Eof: error 3021
+  void MovePrevious();   // at Bof: error 3021
   int Position() const;  // 0-based, -1 without a current row
   void MoveTo(int position);
 
@@ -48,7 +48,7 @@ class Recordset {
   QString Bookmark() const;
   void SetBookmark(const QString& bookmark);
   bool HasRow(const QString& bookmark) const;
-  qint64 Key() const;  // the same key as a number
+  qint64 Key() const;                // the same key as a number
   int PositionOf(qint64 key) const;  // -1 if there is none
 
   const std::vector<FieldInfo>& Fields() const;
@@ -68,10 +68,14 @@ class Recordset {
 
   void AddNew();  // numbers 0, texts empty until set
   void Edit();    // error 3021 without a current row
+  // Errors 6 and 3163 where the value does not fit, 13 for a text that is no number ("." or "," as decimal sign) in a
+  // number column, 3020 outside of an edit. Any move ends an edit without writing.
   void Set(int column, Value value);
   void Set(QStringView name, Value value) { Set(FieldIndex(name), std::move(value)); }
   bool Editing() const;
-  void Update();  // after AddNew the current row stays where it was; MoveLast goes to the new one
+  // Writes only what was set. After AddNew the current row stays where it was; MoveLast goes to the new one. If the
+  // write fails (61, 57, 70, 3167) the edit is over and the row is as before.
+  void Update();
   void CancelUpdate();
   void Delete();  // the cursor stands on the following row, or Eof
 
@@ -88,6 +92,7 @@ class Recordset {
 struct TableDef {
   QString name;
   std::vector<FieldInfo> fields;
+  bool operator==(const TableDef&) const = default;
 };
 
 struct OpenMode {
@@ -163,6 +168,9 @@ struct RepairReport {
 // Makes a damaged file readable: a sound one stays as it is, else its pages are scanned into a new file that takes its
 // place; the damaged one is kept beside it. 3343 if nothing at all can be read (the file then stays).
 RepairReport RepairDatabase(const QString& path);
+
+// Tables with their columns that a repair shall recognise when a file has lost its own description of them.
+void Set_Known_Tables(std::vector<TableDef> tables);
 
 // Files of tables are copied, renamed and deleted through these: they fold a waiting log into the file first and take
 // stale sidecars of the target away. Never for a file that is open here.

@@ -98,6 +98,7 @@ void Recordset::Inner::End_Edit() {
 void Recordset::AddNew() {
   Inner& set = *inner;
   set.Need_Editable();
+  set.Validate();
   set.End_Edit();
   for (size_t i = 0; i < set.fields.size(); ++i) {
     Value& value = set.buffer[i];

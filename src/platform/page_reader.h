@@ -1,0 +1,40 @@
+#pragma once
+#include <optional>
+
+#include "platform/page_scanner.h"
+
+// The pages of a database file: tree pages, cells, records. All accesses are checked against the page and the file.
+namespace page_scanner {
+
+struct Cell {
+  qint64 key = 0;
+  Fields fields;
+};
+
+enum class PageKind { Other, Inner, Leaf };
+
+class PageReader {
+ public:
+  explicit PageReader(const QByteArray& file);
+
+  int Count() const { return pageCount; }
+  PageKind Kind(int page) const;
+  // The pages below an inner page, right one last. Numbers may be nonsense.
+  std::vector<int> Children(int page) const;
+  // The rows of a leaf whose records are sound. `force` reads a page whose head does not say that it is a leaf.
+  std::vector<Cell> Rows(int page, bool force = false) const;
+
+ private:
+  int Guess_Page_Size() const;
+  const uchar* Start(int page) const { return bytes + static_cast<qint64>(page - 1) * pageSize; }
+  int Header(int page) const { return page == 1 ? 100 : 0; }
+  std::optional<Cell> Read_Cell(int page, int offset) const;
+  QByteArray Payload(const uchar* local, int localSize, qint64 size, bool continues) const;
+  static std::optional<Fields> Read_Record(const QByteArray& payload, qint64 size);
+
+  QByteArray content;
+  const uchar* bytes = nullptr;
+  int pageSize = 1024, usable = 1024, pageCount = 0;
+};
+
+}  // namespace page_scanner

@@ -1,0 +1,269 @@
+#include "platform/page_scanner.h"
+
+#include <sqlite3.h>
+
+#include <algorithm>
+#include <set>
+
+#include "platform/database_inner.h"
+#include "platform/page_reader.h"
+
+namespace page_scanner {
+namespace {
+
+constexpr int deepestTree = 40;
+
+bool Fits(const FieldInfo& field, const Field& value) {
+  if (std::holds_alternative<std::monostate>(value)) return true;
+  return std::holds_alternative<QByteArray>(value) == (field.type == FieldType::Text);
+}
+
+// A table on the way out of the file.
+struct Found {
+  Table table;
+  int root = 0;
+  bool incomplete = false;  // a part of its tree cannot be read
+};
+
+// Rows that hang together.
+struct Group {
+  std::vector<Cell> rows;
+  size_t width = 0;  // fields of the widest row
+};
+
+class Scanner {
+ public:
+  Scanner(const QByteArray& file, const std::vector<TableDef>& knownTables)
+      : pages(file), known(knownTables), visited(static_cast<size_t>(pages.Count()) + 1, 0) {}
+
+  std::vector<Table> Run() {
+    Read_Schema();
+    for (Found& found : tables) Walk_Table(found);
+    const bool lost =
+        schemaLost || std::any_of(tables.begin(), tables.end(), [](const Found& it) { return it.incomplete; });
+    // Where every tree is whole, a leaf beside them is an erased one.
+    if (lost) Place_Orphans();
+    std::vector<Table> result;
+    for (Found& found : tables)
+      if (!found.table.fields.empty()) result.push_back(std::move(found.table));
+    return result;
+  }
+
+ private:
+  bool Is_New(int page) const { return page >= 1 && page <= pages.Count() && !visited[static_cast<size_t>(page)]; }
+  void Visit(int page) { visited[static_cast<size_t>(page)] = 1; }
+
+  // Takes the rows below a page; false if a part is missing.
+  bool Walk(int page, int depth, std::vector<Cell>& rows) {
+    if (depth > deepestTree || !Is_New(page)) return false;
+    if (pages.Kind(page) == PageKind::Inner) {
+      Visit(page);
+      bool whole = true;
+      for (const int child : pages.Children(page)) whole = Walk(child, depth + 1, rows) && whole;
+      return whole;
+    }
+    const bool isLeaf = pages.Kind(page) == PageKind::Leaf;
+    std::vector<Cell> found = pages.Rows(page, true);
+    if (!isLeaf && found.empty()) return false;
+    Visit(page);
+    std::move(found.begin(), found.end(), std::back_inserter(rows));
+    return isLeaf;
+  }
+
+  static bool Is_Schema_Row(const Fields& fields) {
+    if (fields.size() != 5) return false;
+    const auto* kind = std::get_if<QByteArray>(&fields[0]);
+    const auto* name = std::get_if<QByteArray>(&fields[1]);
+    const auto* sql = std::get_if<QByteArray>(&fields[4]);
+    return kind && *kind == "table" && name && !name->startsWith("sqlite_") &&
+           std::holds_alternative<qint64>(fields[3]) && sql && sql->startsWith("CREATE TABLE");
+  }
+
+  void Read_Schema() {
+    std::vector<Cell> rows;
+    schemaLost = pages.Count() == 0 || pages.Kind(1) == PageKind::Other || !Walk(1, 0, rows);
+    // Parts of the description that the first page no longer leads to.
+    for (int page = 2; schemaLost && page <= pages.Count(); ++page) {
+      if (!Is_New(page) || pages.Kind(page) != PageKind::Leaf) continue;
+      std::vector<Cell> found = pages.Rows(page);
+      if (found.empty() ||
+          !std::all_of(found.begin(), found.end(), [](const Cell& it) { return Is_Schema_Row(it.fields); }))
+        continue;
+      Visit(page);
+      std::move(found.begin(), found.end(), std::back_inserter(rows));
+    }
+    std::stable_sort(rows.begin(), rows.end(), [](const Cell& a, const Cell& b) { return a.key < b.key; });
+    for (const Cell& row : rows)
+      if (Is_Schema_Row(row.fields)) Add_Described(row.fields);
+  }
+
+  void Add_Described(const Fields& fields) {
+    Found found;
+    found.table.name = QString::fromUtf8(std::get<QByteArray>(fields[1]));
+    const qint64 root = std::get<qint64>(fields[3]);
+    found.root = root > 1 && root <= pages.Count() ? static_cast<int>(root) : 0;
+    if (Find_Named(found.table.name)) return;
+    const QByteArray& sql = std::get<QByteArray>(fields[4]);
+    const std::vector<FieldInfo> columns = Columns_Of(sql, found.table.name);
+    if (!columns.empty()) {
+      found.table.sql = sql;
+      found.table.fields = columns;
+    } else if (const TableDef* def = Find_Known(found.table.name)) {
+      found.table.fields = def->fields;
+    }
+    tables.push_back(std::move(found));
+  }
+
+  // Lets SQLite read the description, which may be damaged itself.
+  static std::vector<FieldInfo> Columns_Of(const QByteArray& sql, const QString& name) {
+    std::vector<FieldInfo> columns;
+    sqlite3* db = nullptr;
+    if (sqlite3_open(":memory:", &db) == SQLITE_OK && !sql.contains(';') &&
+        sqlite3_exec(db, sql.constData(), nullptr, nullptr, nullptr) == SQLITE_OK)
+      columns = database_inner::Read_Fields(db, name);
+    sqlite3_close(db);
+    return columns;
+  }
+
+  Found* Find_Named(const QString& name) {
+    const auto found = std::find_if(tables.begin(), tables.end(), [&name](const Found& it) {
+      return !name.isEmpty() && it.table.name.compare(name, Qt::CaseInsensitive) == 0;
+    });
+    return found == tables.end() ? nullptr : &*found;
+  }
+  const TableDef* Find_Known(const QString& name) const {
+    const auto found = std::find_if(known.begin(), known.end(), [&name](const TableDef& it) {
+      return !it.name.isEmpty() && it.name.compare(name, Qt::CaseInsensitive) == 0;
+    });
+    return found == known.end() ? nullptr : &*found;
+  }
+
+  void Walk_Table(Found& found) {
+    Group group;
+    found.incomplete = !Walk(found.root, 0, group.rows);
+    // A root that has become something else gives rows that do not fit; they find their own table later.
+    if (!found.table.fields.empty() && !group.rows.empty() && !Suits(Measured(group), found.table.fields, false)) {
+      found.incomplete = true;
+      strays.push_back(std::move(group));
+      return;
+    }
+    if (found.table.fields.empty()) found.table.fields = Fields_Of(Measured(group));
+    Take(found.table, std::move(group.rows));
+  }
+
+  static void Take(Table& table, std::vector<Cell> rows) {
+    for (Cell& row : rows) table.rows.try_emplace(row.key, std::move(row.fields));
+  }
+
+  static Group& Measured(Group& group) {
+    for (const Cell& row : group.rows) group.width = std::max(group.width, row.fields.size());
+    return group;
+  }
+
+  // Do the rows belong to such columns? Columns that were added later are missing in older rows.
+  static bool Suits(const Group& group, const std::vector<FieldInfo>& fields, bool exactly) {
+    if (group.width > fields.size() || (exactly && group.width != fields.size())) return false;
+    size_t right = 0, values = 0;
+    for (const Cell& row : group.rows)
+      for (size_t i = 0; i < row.fields.size(); ++i, ++values) right += Fits(fields[i], row.fields[i]) ? 1u : 0u;
+    return right * 10 >= values * 8;
+  }
+
+  // Columns by what stands in them.
+  static std::vector<FieldInfo> Fields_Of(const Group& group, size_t from = 0, const QString& prefix = "Feld") {
+    std::vector<FieldInfo> fields;
+    for (size_t i = from; i < group.width; ++i) {
+      FieldInfo field{prefix + QString::number(i + 1), FieldType::Integer, 0};
+      for (const Cell& row : group.rows) {
+        if (i >= row.fields.size()) continue;
+        if (std::holds_alternative<QByteArray>(row.fields[i])) field.type = FieldType::Text;
+        if (std::holds_alternative<double>(row.fields[i]) && field.type != FieldType::Text)
+          field.type = FieldType::Double;
+      }
+      fields.push_back(field);
+    }
+    return fields;
+  }
+
+  void Place_Orphans() {
+    std::vector<Group> groups = std::move(strays);
+    std::set<int> below;
+    for (int page = 2; page <= pages.Count(); ++page)
+      if (Is_New(page))
+        for (const int child : pages.Children(page)) below.insert(child);
+    // Whole trees first, from their tops; then what is left.
+    for (const bool tops : {true, false})
+      for (int page = 2; page <= pages.Count(); ++page) {
+        if (!Is_New(page) || pages.Kind(page) == PageKind::Other || (tops && below.count(page) > 0)) continue;
+        Group group;
+        Walk(page, 0, group.rows);
+        if (!group.rows.empty()) groups.push_back(std::move(Measured(group)));
+      }
+    for (Group& group : groups) Place(group);
+  }
+
+  static bool Has_Room(const Table& table, const Group& group) {
+    return std::none_of(group.rows.begin(), group.rows.end(),
+                        [&table](const Cell& row) { return table.rows.count(row.key) > 0; });
+  }
+
+  void Place(Group& group) {
+    std::vector<Found*> fitting;
+    for (Found& found : tables)
+      if (found.incomplete && Suits(group, found.table.fields, false) && Has_Room(found.table, group))
+        fitting.push_back(&found);
+    // Of tables that were made with the same columns one cannot be told from the other.
+    if (fitting.size() > 1)
+      std::erase_if(fitting, [&](const Found* it) { return !Suits(group, it->table.fields, true); });
+    if (fitting.size() == 1) return Take(fitting[0]->table, std::move(group.rows));
+    Place_By_Columns(group);
+  }
+
+  // The table's own name is lost: known columns tell it, or nothing does.
+  void Place_By_Columns(Group& group) {
+    const TableDef* best = nullptr;
+    for (const TableDef& def : known) {
+      Group front = group;
+      for (Cell& row : front.rows) row.fields.resize(std::min(row.fields.size(), def.fields.size()));
+      front.width = std::min(group.width, def.fields.size());
+      // Further columns are possible where there are many.
+      const bool wide = def.fields.size() >= 8 && group.width >= def.fields.size();
+      if ((wide || group.width == def.fields.size()) && Suits(front, def.fields, true) &&
+          (!best || best->fields.size() < def.fields.size()))
+        best = &def;
+    }
+    Found* found = best ? Find_Named(best->name) : nullptr;
+    if (!found) {
+      if (!schemaLost && (!best || !best->name.isEmpty())) return;  // a leaf of a table that is there no more
+      Found fresh;
+      if (best) {
+        fresh.table.name = best->name;
+        fresh.table.fields = best->fields;
+      }
+      fresh.incomplete = true;
+      tables.push_back(std::move(fresh));
+      found = &tables.back();
+    }
+    std::vector<FieldInfo>& fields = found->table.fields;
+    if (group.width > fields.size() && found->table.sql.isEmpty()) {
+      const std::vector<FieldInfo> further = Fields_Of(group, fields.size(), fields.empty() ? "Feld" : "Spalte");
+      fields.insert(fields.end(), further.begin(), further.end());
+    }
+    Take(found->table, std::move(group.rows));
+  }
+
+  PageReader pages;
+  const std::vector<TableDef>& known;
+  std::vector<char> visited;
+  std::vector<Found> tables;
+  std::vector<Group> strays;
+  bool schemaLost = false;
+};
+
+}  // namespace
+
+std::vector<Table> Scan(const QByteArray& file, const std::vector<TableDef>& known) {
+  return Scanner(file, known).Run();
+}
+
+}  // namespace page_scanner
