@@ -31,7 +31,7 @@ qint64 Free_Memory() {
 [[noreturn]] void Raise_Too_Large(const QString& path, qint64 need) {
   Raise(errors::outOfMemory, QStringLiteral("Nicht genügend Speicher: für das Bild \"%1\" werden %2 MB gebraucht.")
                                  .arg(QFileInfo(path).fileName())
-                                 .arg((need + megabyte - 1) / megabyte));
+                                 .arg(need / megabyte + (need % megabyte > 0)));
 }
 
 [[noreturn]] void Raise_Damaged(const QString& path, const QString& reason) {
@@ -90,7 +90,7 @@ QImage Plain_Form(QImage image) {
 // Lets the reader go as far as the memory does. It counts every picture at 32 bits a pixel, indexed ones too.
 void Allow_Memory(const QString& path, QSize size, int bitsPerPixel) {
   const qint64 need = Picture_Memory(size, bitsPerPixel);
-  if (need + reserve > Free_Memory()) Raise_Too_Large(path, need);
+  if (need > Free_Memory() - reserve) Raise_Too_Large(path, need);
   const qint64 counted = Picture_Memory(size, 32) / megabyte + 2;
   if (counted > QImageReader::allocationLimit())
     QImageReader::setAllocationLimit(static_cast<int>(std::min<qint64>(counted, INT_MAX)));
@@ -189,8 +189,9 @@ QSize Picture_Size(const QString& path) {
 }
 
 qint64 Picture_Memory(QSize size, int bitsPerPixel) {
-  if (!size.isValid()) return 0;
-  return (static_cast<qint64>(size.width()) * bitsPerPixel + 31) / 32 * 4 * size.height();
+  if (size.isEmpty()) return 0;
+  const qint64 row = (static_cast<qint64>(size.width()) * bitsPerPixel + 31) / 32 * 4;
+  return row > LLONG_MAX / size.height() ? LLONG_MAX : row * size.height();
 }
 
 void Save_Picture(const QImage& picture, const QString& path, int pointsPerMetre) {

@@ -106,7 +106,9 @@ std::optional<BmpHead> Read_Bmp_Head(QFile& file) {
   }
   constexpr int depths[] = {1, 4, 8, 16, 24, 32};
   const bool knownDepth = std::find(std::begin(depths), std::end(depths), head.bits) != std::end(depths);
-  if (head.width <= 0 || head.height <= 0 || !knownDepth) return {};
+  constexpr qint64 longestSide = 1 << 24;  // beyond it the head can only be damaged
+  if (head.width <= 0 || head.width > longestSide || head.height <= 0 || head.height > longestSide || !knownDepth)
+    return {};
   return head;
 }
 

@@ -13,6 +13,7 @@ class QPainter;
 // How pen and fill meet what is there: the raster operations of the stored drawing modes.
 enum class DrawMode { Invert = 6, And = 9, NotXor = 10, Nop = 11, Copy = 13 };
 enum class FillStyle { Solid = 0, None = 1, Horizontal = 2, Vertical = 3, Upward = 4, Downward = 5, Cross = 6, DiagonalCross = 7 };
+// Pens with gaps exist at width 1 only; a wider one is solid.
 enum class PenStyle { Solid = 0, Dash = 1, Dot = 2, DashDot = 3, DashDotDot = 4, None = 5 };
 
 struct PenState {
@@ -26,7 +27,7 @@ struct PenState {
 
 struct FontKey {
   QString family = QStringLiteral("Arial");
-  double points = 12;  // at 96 dpi: pixels = round(points * 96 / 72), at least 1
+  double points = 12;  // at 96 dpi: pixels = round(points * 96 / 72), 1 to 2880
   bool bold = false, italic = false, underline = false;
   int charset = 0;
   bool operator==(const FontKey&) const = default;
@@ -52,7 +53,9 @@ class Surface {
   void PaintPicture(const QRectF& target, const QImage& picture) { PaintPicture(target, picture, QRectF(picture.rect())); }
 
   // Lines leave out their last pixel. A box has width x height pixels all in all: its pen lies on the rim inside, the
-  // fill (pen.fill, FillColor) within. FilledBox is width x height pixels of one colour.
+  // fill (pen.fill, FillColor) within. FilledBox is width x height pixels of one colour. The same holds for the box of an
+  // ellipse; along lines, polygons and curves a wide pen runs with its middle. Hatch lines are 8 pixels apart, in
+  // FillColor, fast on the surface; the gaps show what is below.
   virtual void Line(QPointF from, QPointF to) = 0;
   virtual void Box(const QRectF& box) = 0;
   virtual void FilledBox(const QRectF& box, QRgb color) = 0;
@@ -74,7 +77,9 @@ class Surface {
 };
 
 // A surface over an image (Format_RGB32) or a page (QPdfWriter, QPrinter). The device must outlive it. One painter is
-// kept from construction to destruction. On a page, `scale` device pixels make one surface pixel.
+// kept from construction to destruction; the image may be read and copied at any time meanwhile, but written only by
+// the surface. On a page, `scale` device pixels make one surface pixel; the modes that combine with what is there do
+// not exist: And, NotXor and Invert are drawn as Copy. Error 482 if the page cannot be drawn on.
 std::unique_ptr<Surface> Make_Surface(QImage& image);
 std::unique_ptr<Surface> Make_Page_Surface(QPaintDevice& page, double scale);
 

@@ -77,7 +77,7 @@ QPen Pen_Of(const PenState& state, QRgb color, double width) {
 }
 
 ImageSurface::ImageSurface(QImage& image) {
-  Q_ASSERT(image.format() == QImage::Format_RGB32);
+  if (image.format() != QImage::Format_RGB32) image.convertTo(QImage::Format_RGB32);
   painter.begin(&image);
   painter.setRenderHint(QPainter::Antialiasing, false);
   painter.setRenderHint(QPainter::TextAntialiasing, true);

@@ -176,14 +176,41 @@ TEST_F(PictureFile, WhatIsNoPictureIsToldByName) {
 }
 
 TEST_F(PictureFile, TooLargeForTheMemoryTellsTheNeed) {
-  // A file of the full length without its bytes: 200,000 x 100,000 at 24 bits is 60 GB here and 75 GB in memory.
-  QByteArray head = Bmp(200000, 100000, 24, 0, {}, {});
+  // A file of the full length without its bytes: a million by half a million is 1.5 TB here, 2 TB in memory.
+  QByteArray head = Bmp(1000000, 500000, 24, 0, {}, {});
   const QString path = Put("Riese.bmp", head);
-  ASSERT_TRUE(QFile::resize(path, 54 + 600000LL * 100000));
+  ASSERT_TRUE(QFile::resize(path, 54 + 3000000LL * 500000));
   const Error error = Raised([&] { Load_Picture(path); });
   EXPECT_EQ(error.number, errors::outOfMemory);
-  EXPECT_TRUE(error.text.contains("Riese.bmp") && error.text.contains("76294 MB")) << qPrintable(error.text);
-  EXPECT_EQ(Picture_Size(path), QSize(200000, 100000));
+  EXPECT_TRUE(error.text.contains("Riese.bmp") && error.text.contains("1907349 MB")) << qPrintable(error.text);
+  EXPECT_EQ(Picture_Size(path), QSize(1000000, 500000));
+}
+
+// Whatever stands in a file: a picture, or an error of the two kinds that name it.
+TEST_F(PictureFile, DamagedPicturesNeverEndTheProgram) {
+  std::mt19937 random(77);
+  QImage motley(40, 30, QImage::Format_RGB32);
+  motley.fill(red);
+  Save_Picture(motley, Path("a.png"));
+  Save_Picture(motley, Path("a.jpg"));
+  std::vector<QByteArray> sounds{Read_Bytes(Path("a.png")), Read_Bytes(Path("a.jpg"))};
+  for (const auto& [kind, bytes] : Same_Bitmaps()) sounds.push_back(bytes);
+  int loaded = 0, refused = 0;
+  for (const QByteArray& sound : sounds)
+    for (int round = 0; round < 150; ++round) {
+      QByteArray bytes = sound;
+      for (int i = 0; i < 3; ++i)
+        bytes[static_cast<qsizetype>(random() % static_cast<unsigned>(std::min<qsizetype>(bytes.size(), 120)))] =
+            static_cast<char>(random());
+      const QString path = Put("schaden.bmp", bytes);
+      Picture_Size(path);
+      const Error error = Raised([&] { loaded += !Load_Picture(path).isNull(); });
+      ASSERT_TRUE(error.number == 0 || error.number == errors::badPicture || error.number == errors::outOfMemory);
+      ASSERT_TRUE(error.number == 0 || error.text.contains("schaden.bmp")) << qPrintable(error.text);
+      refused += error.number != 0;
+    }
+  EXPECT_GT(loaded, 100);
+  EXPECT_GT(refused, 100);
 }
 
 TEST_F(PictureFile, LargerThanTheReadersUsualLimitOpens) {
