@@ -185,22 +185,37 @@ TEST_F(TableFileTest, AForeignDatabaseIsKept) {
 }
 
 TEST_F(TableFileTest, ADamagedTableIsRescuedWithItsRows) {
-  QStringList texts;
   Open_Table();
+  QStringList texts;
   dbEntries->BeginTrans();
   for (int i = 0; i < 400; ++i) Add(Text(texts.emplaceBack(QStringLiteral("Eintrag %1").arg(i))));
   dbEntries->CommitTrans();
+  Write_Vertices("Linie0", {{1, 2}, {3, 4}});
   Close_Table(CloseMode::CloseOnly);
-  QByteArray bytes = Read_Bytes(Table());
-  bytes.replace(0, 100, QByteArray(100, '#'));
-  Replace_File(Table(), bytes);
-  MessageScript script;
-  script.Expect("gehört nicht zum Programm FLURAX.").Expect("gerettet");
-  Open_Table();
-  ASSERT_GT(Entry_Count(), 380);
-  EXPECT_TRUE(texts.endsWith(Texts().back()));
-  EXPECT_EQ(Tbl.Tag, "dirty");
-  EXPECT_EQ(Read_Bytes(Path("KARTE_err.mdb")), bytes);
+  const QByteArray sound = Read_Bytes(Table());
+  QByteArray headless = sound;
+  headless.replace(0, 100, QByteArray(100, '#'));
+  struct Case {
+    QByteArray bytes;
+    int least;
+    LoadMode mode;
+  };
+  for (const Case& c : {Case{headless, 390, LoadMode::First},
+                        Case{sound.left(sound.size() / 1024 * 6 / 10 * 1024), 150, LoadMode::First},
+                        Case{headless, 390, LoadMode::Reload}}) {
+    Close_Table(CloseMode::CloseOnly);
+    Replace_File(Table(), c.bytes);
+    MessageScript script;
+    script.Expect("gehört nicht zum Programm FLURAX.").Expect("gerettet");
+    ASSERT_TRUE(Load_Table(c.mode));
+    ASSERT_GE(Entry_Count(), c.least);
+    for (const QString& text : Texts()) EXPECT_TRUE(texts.contains(text)) << text;
+    EXPECT_EQ(Read_Header().mapName, Shortened_Path(MapFile));
+    EXPECT_EQ(Tbl.Tag, "dirty");
+    EXPECT_EQ(Read_Bytes(Path("KARTE_err.mdb")), c.bytes);
+  }
+  EXPECT_EQ(Load_Vertices("Linie0"), (std::vector<QPoint>{{1, 2}, {3, 4}}));
+  EXPECT_TRUE(QFile::exists(Path("KARTE_err_2.mdb")));
 }
 
 TEST_F(TableFileTest, ABadFileAtAReloadComesBackFromTheSnapshot) {
