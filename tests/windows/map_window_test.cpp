@@ -25,7 +25,7 @@ class MapWindowTest : public WindowTest {
     ASSERT_TRUE(frmMDI.MapOpen);
   }
   void Wheel(QPoint at, QPoint delta, Qt::KeyboardModifiers keys) {
-    QWidget* pic = Canvas();
+    QWidget* pic = &window->Map_Window();  // where the canvas passes it on to
     QWheelEvent event(at, pic->mapToGlobal(at), {}, delta, Qt::NoButton, keys, Qt::NoScrollPhase, false);
     QApplication::sendEvent(pic, &event);
     Settle();

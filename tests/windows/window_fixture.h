@@ -19,6 +19,7 @@ class WindowTest : public FluraxTest {
     window = std::make_unique<MdiWindow>();
     window->show();
     Program_Start({});
+    frmMDI.Tips = false;  // no window that waits for an answer
     Settle();
   }
   void TearDown() override {
