@@ -6,6 +6,7 @@
 #include <QPainter>
 #include <QPainterPath>
 #include <QTimer>
+#include <algorithm>
 
 #include "start/file_names.h"
 #include "start/frm_dialogs.h"
@@ -66,6 +67,9 @@ FrmMapStart::FrmMapStart(QWidget* parent)
                                      "Datei  ") +
                       Program_File(QStringLiteral("Flurax-Einstellungen.pdf")) +
                       QStringLiteral(",\nwenn Sie mit Windows Vista, Windows 7, oder Windows 8 arbeiten."));
+  // A path is torn at its separators only where the room does not suffice.
+  const int widest = ui->Label1->fontMetrics().size(0, ui->Label1->text()).width() + 2 * ui->Label1->margin() + 2;
+  ui->Label1->setMinimumWidth(std::min(widest, 760));
   connect(ui->StartButton, &QPushButton::clicked, this, &FrmMapStart::Open_Map_Menu);
 
   Bfly1 = new Butterfly(this);
