@@ -4,12 +4,18 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QHeaderView>
 #include <QInputDialog>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QRegularExpression>
+#include <QSplitter>
+#include <QStandardPaths>
+#include <QTreeView>
+#include <QUrl>
 
 #include "desktop/desktop_services.h"
+#include "start/global_state.h"
 
 ArrowPointer::ArrowPointer() { QApplication::setOverrideCursor(Qt::ArrowCursor); }
 ArrowPointer::~ArrowPointer() { QApplication::restoreOverrideCursor(); }
@@ -102,6 +108,27 @@ QStringList Dialog_Filters(const QString& filter, bool save) {
   return lines;
 }
 
+// Size, type and date are readable, the name takes what is left.
+static void Widen_Columns(QFileDialog& dialog) {
+  auto* list = dialog.findChild<QTreeView*>(QStringLiteral("treeView"));
+  if (!list) return;
+  list->header()->setStretchLastSection(false);
+  list->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+  list->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+}
+
+static void Add_Places(QFileDialog& dialog) {
+  const QStringList places = {QDir::homePath(), QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation),
+                              ProgramFolder, ProgramFolder + QStringLiteral("/Beispiele")};
+  QList<QUrl> urls = {QUrl(QStringLiteral("file:"))};
+  for (const QString& place : places) {
+    const QUrl url = QUrl::fromLocalFile(place);
+    if (QFileInfo(place).isDir() && !urls.contains(url)) urls << url;
+  }
+  dialog.setSidebarUrls(urls);
+  if (auto* splitter = dialog.findChild<QSplitter*>(QStringLiteral("splitter"))) splitter->setSizes({160, 640});
+}
+
 std::optional<QString> Desktop_File_Dialog(const FileRequest& request) {
   const ArrowPointer arrow;
   QFileDialog dialog(Dialog_Parent(), request.title.trimmed());
@@ -111,13 +138,15 @@ std::optional<QString> Desktop_File_Dialog(const FileRequest& request) {
   dialog.setFileMode(request.save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
   dialog.setNameFilters(Dialog_Filters(request.filter, request.save));
   dialog.setDefaultSuffix(request.defaultExtension);
-  dialog.setLabelText(QFileDialog::FileName, QStringLiteral("Datei&name:"));
-  dialog.setLabelText(QFileDialog::FileType, QStringLiteral("Datei&typ:"));
+  dialog.setLabelText(QFileDialog::FileName, QStringLiteral("Dateiname:"));
+  dialog.setLabelText(QFileDialog::FileType, QStringLiteral("Dateityp:"));
   dialog.setLabelText(QFileDialog::Accept, request.save ? QStringLiteral("&Sichern") : QStringLiteral("Ö&ffnen"));
   dialog.setLabelText(QFileDialog::Reject, QStringLiteral("Abbrechen"));
   dialog.setDirectory(QFileInfo(request.folder).isDir() ? request.folder : QDir::homePath());
   if (!request.name.isEmpty()) dialog.selectFile(QFileInfo(request.name).fileName());
-  dialog.resize(760, 480);
+  Widen_Columns(dialog);
+  Add_Places(dialog);
+  dialog.resize(820, 500);
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
   return dialog.selectedFiles().constFirst();
 }

@@ -5,8 +5,10 @@
 #include <QFileInfo>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QMenu>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QScreen>
 #include <QStatusBar>
 #include <QStatusTipEvent>
 
@@ -61,7 +63,7 @@ MdiWindow::MdiWindow(QWidget* parent) : QMainWindow(parent) {
   resizeTimer.setInterval(settleAfter);
   connect(&resizeTimer, &QTimer::timeout, this, [this] { Run_Guarded([this] { Inner_Resized(); }); });
   qApp->installEventFilter(this);
-  resize(1024, 768);
+  resize(QSize(1024, 768).boundedTo(screen()->availableSize()));
   Sync();
 }
 
@@ -80,6 +82,8 @@ void MdiWindow::Build_Child_Windows() {
   mapChild = area->addSubWindow(mapWindow);
   mapChild->setAttribute(Qt::WA_DeleteOnClose, false);
   mapChild->hide();
+  // Its own "Close" would take the keys of the menu entry.
+  for (QAction* action : mapChild->systemMenu()->actions()) action->setShortcuts(QList<QKeySequence>());
   connect(mapChild, &QMdiSubWindow::windowStateChanged, this,
           [this](Qt::WindowStates, Qt::WindowStates state) { Map_State_Changed(state); });
   area->viewport()->installEventFilter(this);

@@ -14,6 +14,7 @@
 #include "start/menu_table.h"
 #include "start/toolbar_table.h"
 #include "start/window_support.h"
+#include "store/entry.h"
 #include "windows/window_fixture.h"
 
 namespace {
@@ -118,6 +119,46 @@ TEST_F(WindowTest, ClosingTheMapWindowClosesTheMapOnce) {
   Open(320, 200);  // the window serves the next map
   EXPECT_TRUE(child->isVisible());
   EXPECT_EQ(MapWidthPx, 320);
+}
+
+TEST_F(WindowTest, KeysReachTheirEntriesWithAMapOpen) {
+  Open(2400, 1800);
+  QApplication::setActiveWindow(window.get());
+  const auto press = [this](Qt::Key key, Qt::KeyboardModifiers with) {
+    QTest::keyClick(&window->Map_Window(), key, with);
+    Settle();
+  };
+  press(Qt::Key_5, Qt::ControlModifier);
+  EXPECT_EQ(Map.Zoom, 2.0F);
+  press(Qt::Key_Plus, Qt::ControlModifier);
+  EXPECT_EQ(Map.Zoom, 1.6F);
+  press(Qt::Key_Minus, Qt::ControlModifier);
+  EXPECT_EQ(Map.Zoom, 2.0F);
+  press(Qt::Key_0, Qt::ControlModifier);
+  EXPECT_EQ(Map.Zoom, 1.0F);
+  int opened = 0;
+  events.MapOpened.Connect([&opened] { ++opened; });
+  press(Qt::Key_F5, Qt::NoModifier);
+  EXPECT_EQ(opened, 1);
+  press(Qt::Key_W, Qt::ControlModifier);
+  EXPECT_FALSE(frmMDI.MapOpen);
+}
+
+// Two seconds after the last key or button what waits in the log is folded into the table file.
+TEST_F(WindowTest, IdleTimeBringsTheTableFileUpToDate) {
+  Open(300, 200);
+  const auto rowsInCopy = [this](const QString& name) {
+    EXPECT_TRUE(QFile::copy(TableFile, Path(name)));
+    const auto copy = Workspace::OpenDatabase(Path(name));
+    return copy->RowCount(QStringLiteral("MapData"));
+  };
+  EntryRow entry;
+  entry.ID = entry.Eintrag = QStringLiteral("Text");
+  Append_Entry(entry);
+  const int before = rowsInCopy(QStringLiteral("vorher.mdb"));
+  QTest::mouseClick(Canvas(), Qt::LeftButton);
+  QTest::qWait(2400);
+  EXPECT_EQ(rowsInCopy(QStringLiteral("nachher.mdb")), before + 1);
 }
 
 TEST_F(WindowTest, ZoomEntriesAreCheckedOneAtATime) {
