@@ -14,6 +14,7 @@
 #include "platform/database.h"
 #include "platform/error.h"
 #include "platform/files.h"
+#include "platform/message_box.h"
 #include "platform/picture.h"
 #include "platform/surface.h"
 #include "platform/text.h"
@@ -147,6 +148,38 @@ QImage Draw_Map(double factor) {
   return picture;
 }
 
+// Messages of the program, with the folder the user knows in place of the temporary one.
+MsgHandler Teller(const QString& temporary, const QString& real) {
+  return [temporary, real](const MsgRequest& request) {
+    QString text = request.text;
+    Tell(text.replace(temporary, real).trimmed());
+    switch (request.buttons) {  // nobody is there: the careful answer
+      case MsgButtons::OkCancel:
+      case MsgButtons::YesNoCancel:
+        return MsgAnswer::Cancel;
+      case MsgButtons::YesNo:
+        return MsgAnswer::No;
+      case MsgButtons::Ok:
+        break;
+    }
+    return MsgAnswer::Ok;
+  };
+}
+
+// The program would put a bad table aside and begin a new one; a picture without the entries is of no use here.
+void Check_Tables(const QString& folder) {
+  for (const QString& path : Find_Files(folder, u"*.mdb"_s)) {
+    try {
+      const auto database = Workspace::OpenDatabase(path);
+      const auto rows = database->OpenRecordset(u"MapData"_s);
+      if (rows->FieldIndex(u"ID") != 0 || rows->FieldIndex(u"Eintrag") != 1) Raise(errors::databaseDamaged);
+    } catch (const Error& error) {
+      const QString name = QFileInfo(path).fileName();
+      Raise(error.number, u"Die Tabelle der Einträge kann nicht gelesen werden: "_s + name + u"\n"_s + error.text);
+    }
+  }
+}
+
 ExitStatus Make_Picture(const PictureOrder& order) {
   if (!QFileInfo(order.map).isFile()) {
     Tell(u"Die Karte wurde nicht gefunden: "_s + order.map);
@@ -160,7 +193,11 @@ ExitStatus Make_Picture(const PictureOrder& order) {
   Reset_Global_State();
   Make_Program_Folder(scratch.filePath(u"programm"_s));
   Load_Palette();
-  Open_Map(Make_Map_Folder(order.map, scratch.filePath(u"karte"_s)));
+  const QString folder = scratch.filePath(u"karte"_s);
+  const QString map = Make_Map_Folder(order.map, folder);
+  Check_Tables(folder);
+  Set_Message_Handler(Teller(folder, QFileInfo(order.map).path()));
+  Open_Map(map);
   if (MapHeightMm < 0) {
     Tell(u"Die Karte konnte nicht geöffnet werden: "_s + order.map);
     return failed;

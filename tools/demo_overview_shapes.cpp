@@ -48,7 +48,7 @@ void Add_Lines(DemoTable& table) {
   table.Line({{2215, 380}, {2110, 560}, {2020, 760}, {1975, 920}, {1930, 1120}}, path, {2150, 420},
              u"Begehung 14.05."_s);
 
-  table.Line({{60, 330}, {420, 400}, {800, 470}, {1180, 520}}, Dashed(Stroke(5, 2)), {150, 310},
+  table.Line({{60, 330}, {420, 400}, {800, 470}, {1180, 520}}, Dashed(Stroke(5, 1)), {150, 310},
              u"Freileitung (Abstand 50 m)"_s);
   // A ditch without a label.
   table.Line({{60, 1230}, {190, 1330}, {330, 1350}, {560, 1330}}, Stroke(9, 5, true), {60, 1230});

@@ -74,7 +74,7 @@ void Add_References(DemoTable& table) {
     Item item;
   };
   const Pointing items[] = {
-      {EntryKind::TextLine, {905, 560}, {{640, 590}, u"Uferschwalbe 46 Röhren"_s, White_On(6)}},
+      {EntryKind::TextLine, {900, 660}, {{640, 590}, u"Uferschwalbe 46 Röhren"_s, White_On(6)}},
       {EntryKind::TextLine, {1584, 391}, {{1380, 250}, u"Erdkröte, Laichplatz"_s, White_On(2)}},
       {EntryKind::TextLine, {2700, 1900}, {{2420, 2020}, u"Frauenschuh 7 blühend"_s, White_On(5)}},
       {EntryKind::TextLine, {640, 1440}, {{350, 1350}, u"Biber, Fraßspur"_s, White_On(8)}},

@@ -192,6 +192,22 @@ TEST_F(BatchTest, TableInUseIsDrawnAsItStands) {
   EXPECT_EQ(open->RowCount(u"MapData"_s), 3);
 }
 
+// A picture without the entries would be worse than none.
+TEST_F(BatchTest, DamagedTableIsToldAndStaysAsItIs) {
+  Make_Map();
+  for (const QByteArray& content : {QByteArray("keine Tabelle"), QByteArray()}) {
+    QFile table(home + u"/KARTE.MDB"_s);
+    ASSERT_TRUE(table.open(QIODevice::WriteOnly | QIODevice::Truncate) && table.write(content) == content.size());
+    table.close();
+    const auto before = Snapshot(home);
+    const Outcome outcome = Batch({u"bild"_s, map, target});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_TRUE(outcome.err.contains(u"KARTE.MDB"_s)) << outcome.err;
+    EXPECT_FALSE(QFile::exists(target));
+    EXPECT_TRUE(Snapshot(home) == before);
+  }
+}
+
 TEST_F(BatchTest, FaultsHaveAStatusAndGermanWords) {
   Make_Map();
   const QString noPicture = home + u"/Text.bmp"_s;
@@ -223,6 +239,7 @@ TEST_F(BatchTest, FaultsHaveAStatusAndGermanWords) {
     EXPECT_EQ(outcome.status, each.status) << each.words.join(u' ');
     EXPECT_TRUE(outcome.err.contains(each.told)) << outcome.err;
     EXPECT_EQ(outcome.out, QString());
+    EXPECT_FALSE(outcome.err.contains(u"flurax-batch-"_s)) << "names a temporary folder: " << outcome.err;
   }
   EXPECT_TRUE(Snapshot(home) == before);
   EXPECT_FALSE(QFile::exists(target));
