@@ -4,6 +4,7 @@
 #include <QMenuBar>
 #include <QMimeData>
 #include <QSet>
+#include <QTimer>
 #include <QToolBar>
 #include <QToolButton>
 
@@ -142,6 +143,37 @@ TEST_F(WindowTest, KeysReachTheirEntriesWithAMapOpen) {
   EXPECT_EQ(opened, 1);
   press(Qt::Key_W, Qt::ControlModifier);
   EXPECT_FALSE(frmMDI.MapOpen);
+}
+
+// Each entry once, every question cancelled and every dialog closed: the map stays or can be opened again, and nothing
+// comes to the error of last resort.
+TEST_F(WindowTest, EveryEntryCanBeChosenAndCancelled) {
+  Open(300, 200);
+  MessageScript messages;
+  messages.AllowAny(MsgAnswer::Cancel);
+  Set_File_Dialog_Handler([](const FileRequest&) { return std::nullopt; });
+  QTimer closer;
+  QObject::connect(&closer, &QTimer::timeout, [] {
+    if (QWidget* dialog = QApplication::activeModalWidget()) dialog->close();
+  });
+  closer.start(20);
+  for (const MenuRow& row : Menu_Table()) {
+    const bool single = row.kind == MenuKind::Entry || row.kind == MenuKind::Check;
+    if (!single || row.key == QLatin1String("mnuFluraxFini")) continue;
+    QAction* action = window->Action(row.key);
+    if (!action->isEnabled()) continue;
+    const size_t seen = messages.Seen().size();
+    action->trigger();
+    Settle();
+    for (size_t i = seen; i < messages.Seen().size(); ++i)
+      EXPECT_NE(messages.Seen()[i].title, QStringLiteral("Programmfehler ")) << row.key << messages.Seen()[i].text;
+    if (row.key == QLatin1String("mnuNoTable")) action->trigger();  // back to the normal mode
+    if (row.key == QLatin1String("mnuMapClose")) Choose(QStringLiteral("mnuMapFile"), 1);
+    EXPECT_TRUE(frmMDI.MapOpen) << row.key;
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr) << row.key << " leaves the hourglass";
+  }
+  for (QWidget* open : QApplication::topLevelWidgets())
+    if (open != window.get()) open->close();
 }
 
 // Two seconds after the last key or button what waits in the log is folded into the table file.
