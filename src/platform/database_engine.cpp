@@ -66,7 +66,8 @@ void Engine::Open(const QString& file, OpenWay way) {
   const QFileInfo info(file);
   if (!way.create) {
     if (!info.exists() || info.isDir()) Raise(errors::databaseNotFound);
-    if (info.size() == 0) Raise(errors::databaseDamaged);
+    // SQLite would take so short a file for a new one and fill it.
+    if (info.size() < 512) Raise(errors::databaseDamaged);
     if (!readOnly && !QFileInfo(info.path()).isWritable()) Raise(errors::databaseAccess);
   }
   int flags = SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE;

@@ -57,16 +57,7 @@ Field Read_Field(quint64 kind, const uchar* at, qint64 size) {
 
 PageReader::PageReader(const QByteArray& file) : content(file) {
   bytes = reinterpret_cast<const uchar*>(content.constData());
-  pageSize = 0;
-  int reserved = 0;
-  if (content.size() >= 100 && content.startsWith(QByteArray("SQLite format 3\0", 16))) {
-    const int told = Word(bytes + 16);
-    pageSize = told == 1 ? 65536 : told;
-    reserved = bytes[20];
-    if (pageSize < 512 || (pageSize & (pageSize - 1)) != 0) pageSize = 0;
-  }
-  if (pageSize == 0) pageSize = Guess_Page_Size();
-  usable = pageSize - reserved >= 480 ? pageSize - reserved : pageSize;
+  pageSize = usable = Guess_Page_Size();
   // A file that was cut ends within a page.
   const qsizetype over = content.size() % pageSize;
   if (over != 0) content.append(pageSize - over, '\0');
@@ -74,11 +65,14 @@ PageReader::PageReader(const QByteArray& file) : content(file) {
   pageCount = static_cast<int>(std::min<qint64>(content.size() / pageSize, 1 << 24));
 }
 
-// The size at which most places where pages would begin look like leaves.
+// The size at which most places where pages would begin look like leaves; the head of the file can be damaged.
 int PageReader::Guess_Page_Size() const {
-  int best = 1024, most = 0;
+  int told = content.size() >= 100 ? Word(bytes + 16) : 0;
+  if (told == 1) told = 65536;
+  int best = 1024;
+  double most = 0;
   for (const int size : {1024, 4096, 512, 2048, 8192, 16384, 32768, 65536}) {
-    int leaves = 0;
+    double leaves = size == told ? 0.5 : 0;
     for (qint64 at = size; at + size <= content.size(); at += size) {
       const uchar* page = bytes + at;
       const int cells = Word(page + 3), start = Word(page + 5);
@@ -106,15 +100,34 @@ std::vector<int> PageReader::Children(int page) const {
   const uchar* start = Start(page);
   const uchar* head = start + Header(page);
   const int cells = std::min(Word(head + 3), (usable - Header(page) - innerHead) / 2);
-  const auto add = [&pages](quint32 number) {
-    if (number > 1 && number <= quint32{1} << 24) pages.push_back(static_cast<int>(number));
+  const auto add = [&](quint32 number) {
+    pages.push_back(number > 1 && number <= static_cast<quint32>(pageCount) ? static_cast<int>(number) : 0);
   };
   for (int i = 0; i < cells; ++i) {
     const int offset = Word(head + innerHead + 2 * i);
-    if (offset >= innerHead && offset + 5 <= usable) add(Long_Word(start + offset));
+    add(offset >= innerHead && offset + 5 <= usable ? Long_Word(start + offset) : 0);
   }
   add(Long_Word(head + 8));
   return pages;
+}
+
+std::vector<int> PageReader::Erased() const {
+  std::vector<int> erased;
+  if (content.size() < 100) return erased;
+  quint32 trunk = Long_Word(bytes + 32);
+  while (trunk > 1 && trunk <= static_cast<quint32>(pageCount) && erased.size() <= static_cast<size_t>(pageCount)) {
+    const uchar* page = Start(static_cast<int>(trunk));
+    const quint32 leaves = Long_Word(page + 4);
+    if (leaves > static_cast<quint32>(usable) / 4 - 2) return {};
+    erased.push_back(static_cast<int>(trunk));
+    for (quint32 i = 0; i < leaves; ++i) {
+      const quint32 leaf = Long_Word(page + 8 + 4 * i);
+      if (leaf < 2 || leaf > static_cast<quint32>(pageCount)) return {};
+      erased.push_back(static_cast<int>(leaf));
+    }
+    trunk = Long_Word(page);
+  }
+  return trunk == 0 ? erased : std::vector<int>();
 }
 
 std::vector<Cell> PageReader::Rows(int page, bool force) const {

@@ -19,8 +19,10 @@ class PageReader {
 
   int Count() const { return pageCount; }
   PageKind Kind(int page) const;
-  // The pages below an inner page, right one last. Numbers may be nonsense.
+  // The pages below an inner page, right one last; 0 where the number cannot be one.
   std::vector<int> Children(int page) const;
+  // The pages out of use, if their list makes sense.
+  std::vector<int> Erased() const;
   // The rows of a leaf whose records are sound. `force` reads a page whose head does not say that it is a leaf.
   std::vector<Cell> Rows(int page, bool force = false) const;
 

@@ -38,11 +38,9 @@ class Scanner {
 
   std::vector<Table> Run() {
     Read_Schema();
+    for (const Found& found : tables) roots.insert(found.root);
     for (Found& found : tables) Walk_Table(found);
-    const bool lost =
-        schemaLost || std::any_of(tables.begin(), tables.end(), [](const Found& it) { return it.incomplete; });
-    // Where every tree is whole, a leaf beside them is an erased one.
-    if (lost) Place_Orphans();
+    Place_Orphans();
     std::vector<Table> result;
     for (Found& found : tables)
       if (!found.table.fields.empty()) result.push_back(std::move(found.table));
@@ -56,6 +54,7 @@ class Scanner {
   // Takes the rows below a page; false if a part is missing.
   bool Walk(int page, int depth, std::vector<Cell>& rows) {
     if (depth > deepestTree || !Is_New(page)) return false;
+    if (depth > 0 && roots.count(page) > 0) return false;  // another table's
     if (pages.Kind(page) == PageKind::Inner) {
       Visit(page);
       bool whole = true;
@@ -185,7 +184,10 @@ class Scanner {
     return fields;
   }
 
+  // Pages that no tree leads to. Erased ones are not rows any more.
   void Place_Orphans() {
+    for (const int page : pages.Erased())
+      if (Is_New(page)) Visit(page);
     std::vector<Group> groups = std::move(strays);
     std::set<int> below;
     for (int page = 2; page <= pages.Count(); ++page)
@@ -199,6 +201,8 @@ class Scanner {
         Walk(page, 0, group.rows);
         if (!group.rows.empty()) groups.push_back(std::move(Measured(group)));
       }
+    std::stable_sort(groups.begin(), groups.end(),
+                     [](const Group& a, const Group& b) { return a.rows.front().key < b.rows.front().key; });
     for (Group& group : groups) Place(group);
   }
 
@@ -206,15 +210,24 @@ class Scanner {
     return std::none_of(group.rows.begin(), group.rows.end(),
                         [&table](const Cell& row) { return table.rows.count(row.key) > 0; });
   }
+  static bool Adjoins(const Table& table, const Group& group) {
+    return table.rows.count(group.rows.front().key - 1) > 0 || table.rows.count(group.rows.back().key + 1) > 0;
+  }
 
   void Place(Group& group) {
     std::vector<Found*> fitting;
     for (Found& found : tables)
-      if (found.incomplete && Suits(group, found.table.fields, false) && Has_Room(found.table, group))
+      if (Suits(group, found.table.fields, false) && Has_Room(found.table, group) &&
+          (!found.table.name.isEmpty() || Adjoins(found.table, group)))
         fitting.push_back(&found);
-    // Of tables that were made with the same columns one cannot be told from the other.
-    if (fitting.size() > 1)
-      std::erase_if(fitting, [&](const Found* it) { return !Suits(group, it->table.fields, true); });
+    // What speaks for one of several tables with the same columns, from the strongest reason to the weakest.
+    const auto prefer = [&fitting](const auto& reason) {
+      if (fitting.size() > 1 && std::any_of(fitting.begin(), fitting.end(), reason))
+        std::erase_if(fitting, [&reason](const Found* it) { return !reason(it); });
+    };
+    prefer([](const Found* it) { return it->incomplete; });
+    prefer([&group](const Found* it) { return Suits(group, it->table.fields, true); });
+    prefer([&group](const Found* it) { return Adjoins(it->table, group); });
     if (fitting.size() == 1) return Take(fitting[0]->table, std::move(group.rows));
     Place_By_Columns(group);
   }
@@ -234,7 +247,6 @@ class Scanner {
     }
     Found* found = best ? Find_Named(best->name) : nullptr;
     if (!found) {
-      if (!schemaLost && (!best || !best->name.isEmpty())) return;  // a leaf of a table that is there no more
       Found fresh;
       if (best) {
         fresh.table.name = best->name;
@@ -256,6 +268,7 @@ class Scanner {
   const std::vector<TableDef>& known;
   std::vector<char> visited;
   std::vector<Found> tables;
+  std::set<int> roots;
   std::vector<Group> strays;
   bool schemaLost = false;
 };

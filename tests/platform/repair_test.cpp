@@ -1,0 +1,315 @@
+#include <gtest/gtest.h>
+#include <sqlite3.h>
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <functional>
+#include <map>
+
+#include "platform/database.h"
+#include "platform/files.h"
+#include "support/fixture.h"
+
+// Damages a table file in many ways. What a repair brings back must be what stood there.
+
+namespace {
+
+constexpr int pageSize = 1024;
+using RowTexts = std::map<QString, std::map<qint64, QStringList>>;  // by table and key
+
+std::vector<FieldInfo> Columns() {
+  std::vector<FieldInfo> fields;
+  for (const char* name : {"ID", "Eintrag", "Schrift"}) fields.push_back({name, FieldType::Text, 79});
+  fields.push_back({"Größe", FieldType::Double, 0});
+  for (const char* name : {"VG", "HG", "RA", "Xmap", "Ymap", "Xline", "Yline", "Typ"})
+    fields.push_back({name, FieldType::Integer, 0});
+  return fields;
+}
+std::vector<FieldInfo> Point_Columns() { return {{"xf", FieldType::Integer, 0}, {"yf", FieldType::Integer, 0}}; }
+std::vector<FieldInfo> List_Columns() {
+  return {{"Nr", FieldType::Text, 20}, {"Ort", FieldType::Text, 79}, {"Spzf", FieldType::Text, 20}};
+}
+
+RowTexts Read_All(Database& database) {
+  RowTexts all;
+  for (const TableDef& table : std::vector<TableDef>(database.TableDefs())) {
+    auto rows = database.OpenRecordset(table.name);
+    auto& texts = all[table.name];
+    for (; !rows->Eof(); rows->MoveNext())
+      for (int i = 0; i < static_cast<int>(table.fields.size()); ++i) texts[rows->Key()] << rows->Text(i);
+  }
+  return all;
+}
+
+int Count(const RowTexts& all) {
+  int count = 0;
+  for (const auto& [table, rows] : all) count += static_cast<int>(rows.size());
+  return count;
+}
+
+int Error_Of(const std::function<void()>& work) {
+  try {
+    work();
+  } catch (const Error& error) {
+    return error.number;
+  }
+  return 0;
+}
+
+class RepairTest : public ::testing::Test {
+ protected:
+  // 1500 entries, some with long texts, a list, 30 small tables and a large one of points.
+  static void SetUpTestSuite() {
+    Set_Known_Tables({{"MapData", Columns()}, {"Qdata", List_Columns()}, {"", Point_Columns()}});
+    QTemporaryDir folder;
+    const QString path = folder.filePath("A.MDB");
+    auto database = Workspace::CreateDatabase(path);
+    database->CreateTable({"MapData", Columns()});
+    database->CreateTable({"Qdata", List_Columns()});
+    database->BeginTrans();
+    auto list = database->OpenRecordset("Qdata");
+    list->AddNew();
+    list->Set(u"Nr", QStringLiteral("FSZ"));
+    list->Set(u"Ort", QStringLiteral("1,2"));
+    list->Update();
+    auto rows = database->OpenRecordset("MapData");
+    for (int i = 0; i < 1500; ++i) {
+      rows->AddNew();
+      rows->Set(0, QStringLiteral("Text"));
+      rows->Set(1, QStringLiteral("Enzian Nr. %1 für Fundort ä%2").arg(i).arg(i * 7));
+      rows->Set(2, QStringLiteral("Arial-B"));
+      rows->Set(3, i + 0.5);
+      for (int column = 4; column < 12; ++column) rows->Set(column, qint64{(i * column) % 32000 - 500});
+      rows->Update();
+    }
+    for (int table = 0; table <= 30; ++table) {
+      const QString name = QStringLiteral("Linie%1").arg(table);
+      database->CreateTable({name, Point_Columns()});
+      auto points = database->OpenRecordset(name);
+      for (int i = 0; i < (table == 30 ? 2000 : 5 + table); ++i) {
+        points->AddNew();
+        points->Set(0, qint64{table * 1000 + i % 1000});
+        points->Set(1, qint64{i});
+        points->Update();
+      }
+    }
+    database->CommitTrans();
+    database->Execute("UPDATE MapData SET Eintrag=replace(printf('%.4000c','x'),'x','lang ') WHERE rowid%500=7");
+    *original = Read_All(*database);
+    const auto number = [&database](const char* sql) {
+      sqlite3_stmt* statement = nullptr;
+      sqlite3_prepare_v2(database->Handle(), sql, -1, &statement, nullptr);
+      sqlite3_step(statement);
+      const int value = sqlite3_column_int(statement, 0);
+      sqlite3_finalize(statement);
+      return value;
+    };
+    mapRoot = number("SELECT rootpage FROM sqlite_master WHERE name='MapData'");
+    pointRoot = number("SELECT rootpage FROM sqlite_master WHERE name='Linie30'");
+    database->Close();
+    *sound = Read_Bytes(path);
+    ASSERT_GT(sound->size(), 200 * pageSize);
+  }
+
+  void Put(const QByteArray& content) {
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate) && file.write(content) == content.size());
+  }
+  static void Spoil(QByteArray& content, int page, char with = '\0') {
+    content.replace((page - 1) * pageSize, pageSize, QByteArray(pageSize, with));
+  }
+  // Repairs and reads; every row must be one of the original.
+  RowTexts Repaired(int leastRows) {
+    const QByteArray damaged = Read_Bytes(path);
+    report = RepairDatabase(path);
+    EXPECT_FALSE(report.wasSound);
+    EXPECT_EQ(Read_Bytes(report.damagedCopy), damaged);
+    auto database = Workspace::OpenDatabase(path);
+    RowTexts found = Read_All(*database);
+    EXPECT_EQ(report.rows, Count(found));
+    EXPECT_GE(report.rows, leastRows);
+    int wrong = 0;
+    for (const auto& [table, rows] : found) {
+      const auto& expected = original->count(table) ? original->at(table) : std::map<qint64, QStringList>();
+      for (const auto& [key, texts] : rows)
+        if (!table.startsWith("Gerettet") && (!expected.count(key) || !Same(texts, expected.at(key)))) ++wrong;
+    }
+    EXPECT_EQ(wrong, 0);
+    return found;
+  }
+
+  // What went on on lost pages is missing from there to the end of the row, nothing else.
+  static bool Same(const QStringList& texts, const QStringList& expected) {
+    if (expected.value(1).size() > 900 && texts.mid(1).join(QString()).isEmpty()) return texts[0] == expected[0];
+    return texts == expected;
+  }
+
+  static RowTexts* const original;
+  static QByteArray* const sound;
+  static int mapRoot, pointRoot;
+  // In memory where that can be had: hundreds of flushes are of no interest here.
+  QTemporaryDir folder{QDir("/dev/shm").exists() ? "/dev/shm/flurax-XXXXXX" : QDir::tempPath() + "/flurax-XXXXXX"};
+  QString path = folder.filePath("KARTE.MDB");
+  RepairReport report;
+};
+RowTexts* const RepairTest::original = new RowTexts;
+QByteArray* const RepairTest::sound = new QByteArray;
+int RepairTest::mapRoot = 0;
+int RepairTest::pointRoot = 0;
+
+TEST_F(RepairTest, SoundFileStays) {
+  Put(*sound);
+  report = RepairDatabase(path);
+  EXPECT_TRUE(report.wasSound);
+  EXPECT_EQ(report.rows, Count(*original));
+  EXPECT_EQ(report.damagedCopy, "");
+  EXPECT_EQ(Read_Bytes(path), *sound);
+}
+
+TEST_F(RepairTest, NothingToRead) {
+  quint32 seed = 1;
+  QByteArray noise(50000, '\0');
+  for (char& byte : noise) byte = static_cast<char>((seed = seed * 1664525u + 1013904223u) >> 24);
+  for (const QByteArray& content : {noise, QByteArray("x"), QByteArray(5000, '\0'), QByteArray()}) {
+    Put(content);
+    EXPECT_EQ(Error_Of([&] { RepairDatabase(path); }), 3343);
+    EXPECT_EQ(Read_Bytes(path), content);
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList{"KARTE.MDB"});
+  }
+  EXPECT_EQ(Error_Of([&] { RepairDatabase(folder.filePath("Fehlt.MDB")); }), 3024);
+}
+
+TEST_F(RepairTest, RootOfTheEntriesIsGone) {
+  for (const char with : {'\0', '\x5a'}) {
+    QByteArray content = *sound;
+    Spoil(content, mapRoot, with);
+    Put(content);
+    EXPECT_EQ(Repaired(0), *original);
+  }
+}
+
+TEST_F(RepairTest, RootOfALargeLineIsGone) {
+  QByteArray content = *sound;
+  Spoil(content, pointRoot);
+  Put(content);
+  EXPECT_EQ(Repaired(0), *original);
+}
+
+TEST_F(RepairTest, LostLeavesCostTheirOwnRowsOnly) {
+  QByteArray content = *sound;
+  int spoiled = 0;
+  for (int page = mapRoot + 20; spoiled < 5; page += 17)
+    if (content[(page - 1) * pageSize] == 13) {
+      Spoil(content, page, static_cast<char>(spoiled * 40));
+      ++spoiled;
+    }
+  Put(content);
+  const RowTexts found = Repaired(Count(*original) - 5 * 150);
+  EXPECT_LT(report.rows, Count(*original));
+  EXPECT_EQ(found.size(), original->size());
+}
+
+TEST_F(RepairTest, FirstPageIsGone) {
+  QByteArray content = *sound;
+  Spoil(content, 1);
+  Put(content);
+  RowTexts found = Repaired(0);
+  // The description of the later tables stands on other pages; entries and list are known by their columns.
+  EXPECT_EQ(found["MapData"], original->at("MapData"));
+  EXPECT_EQ(found["Qdata"], original->at("Qdata"));
+  EXPECT_EQ(report.rows, Count(*original));
+}
+
+TEST_F(RepairTest, WholeDescriptionIsGone) {
+  auto database = Workspace::CreateDatabase(folder.filePath("Klein.MDB"));
+  database->CreateTable({"MapData", Columns()});
+  database->AddColumn("MapData", {"Höhe", FieldType::Integer, 0});
+  database->CreateTable({"Linie4", Point_Columns()});
+  database->Execute("INSERT INTO MapData(ID,Eintrag,Typ,\"Höhe\") VALUES('Linie4','Weg',4,812),('!','Kopf',-1,NULL)");
+  database->Execute("INSERT INTO Linie4 VALUES(1,2),(3,4)");
+  database->Close();
+  QByteArray content = Read_Bytes(folder.filePath("Klein.MDB"));
+  Spoil(content, 1);
+  Put(content);
+  report = RepairDatabase(path);
+  EXPECT_EQ(report.rows, 4);
+  database = Workspace::OpenDatabase(path);
+  auto rows = database->OpenRecordset("MapData");
+  EXPECT_EQ(rows->Text(u"Eintrag"), "Weg");
+  EXPECT_EQ(rows->Integer(u"Typ"), 4);
+  EXPECT_EQ(rows->Integer(12), 812);
+  EXPECT_EQ(rows->Fields()[12].name, "Spalte13");
+  rows->MoveNext();
+  EXPECT_EQ(rows->Raw(12), Value());
+  ASSERT_NE(database->Points("Gerettet0"), nullptr);
+  EXPECT_EQ(database->Points("Gerettet0")->at(1).y, 4);
+}
+
+TEST_F(RepairTest, CutFile) {
+  for (const int percent : {95, 60, 30}) {
+    Put(sound->left(sound->size() * percent / 100 - 100));
+    Repaired(Count(*original) * (percent - 25) / 100);
+  }
+  EXPECT_EQ(QDir(folder.path()).entryList({"KARTE_defekt_*.MDB"}).size(), 3);
+}
+
+TEST_F(RepairTest, BrokenTextsAreDroppedAndCounted) {
+  QByteArray content = *sound;
+  const qsizetype at = content.indexOf("Enzian Nr. 700 ");
+  ASSERT_GT(at, 0);
+  content[at + 2] = '\xff';
+  Spoil(content, pointRoot);
+  Put(content);
+  report = RepairDatabase(path);
+  EXPECT_EQ(report.droppedTexts, 1);
+  EXPECT_EQ(report.rows, Count(*original));
+  auto database = Workspace::OpenDatabase(path);
+  auto rows = database->OpenRecordset("MapData");
+  rows->MoveTo(700);
+  EXPECT_EQ(rows->Text(1), "");
+  EXPECT_EQ(rows->Text(0), "Text");
+  EXPECT_EQ(rows->Number(3), 700.5);
+}
+
+TEST_F(RepairTest, AnyDamageGivesASoundFileOrAnError) {
+  quint32 seed = 4711;
+  const auto random = [&seed](qsizetype below) {
+    seed = seed * 1664525u + 1013904223u;
+    return static_cast<qsizetype>((static_cast<quint64>(seed >> 4) * static_cast<quint64>(below)) >> 28);
+  };
+  qint64 rescued = 0;
+  int refused = 0, repaired = 0;
+  for (int round = 0; round < 300; ++round) {
+    QByteArray content = *sound;
+    const qsizetype damages = 1 + random(6);
+    for (qsizetype i = 0; i < damages; ++i) {
+      // The first pages and the heads of pages are where damage hurts most.
+      qsizetype at = random(content.size() - 2);
+      if (random(3) == 0) at = random(3 * pageSize);
+      if (random(3) == 0) at = at / pageSize * pageSize + random(16);
+      const qsizetype length = std::min<qsizetype>(1 + random(round % 3 == 0 ? 3000 : 8), content.size() - at);
+      for (qsizetype k = 0; k < length; ++k) content[at + k] = static_cast<char>(random(256));
+    }
+    if (round % 10 == 0) content.truncate(random(content.size()));
+    Put(content);
+    try {
+      report = RepairDatabase(path);
+    } catch (const Error& error) {
+      ASSERT_EQ(error.number, 3343) << round;
+      ++refused;
+      continue;
+    }
+    rescued += report.rows;
+    repaired += report.wasSound ? 0 : 1;
+    if (!report.damagedCopy.isEmpty()) QFile::remove(report.damagedCopy);
+    ASSERT_TRUE(RepairDatabase(path).wasSound) << round;
+    auto database = Workspace::OpenDatabase(path);
+    ASSERT_EQ(Count(Read_All(*database)), report.rows) << round;
+  }
+  EXPECT_LT(refused, 10);
+  EXPECT_GT(repaired, 150);
+  EXPECT_GT(rescued, qint64{270} * Count(*original));  // nine tenths of all rows
+}
+
+}  // namespace
