@@ -58,6 +58,7 @@ Field Read_Field(quint64 kind, const uchar* at, qint64 size) {
 PageReader::PageReader(const QByteArray& file) : content(file) {
   bytes = reinterpret_cast<const uchar*>(content.constData());
   pageSize = usable = Guess_Page_Size();
+  realSize = content.size();
   // A file that was cut ends within a page.
   const qsizetype over = content.size() % pageSize;
   if (over != 0) content.append(pageSize - over, '\0');
@@ -152,7 +153,7 @@ std::vector<Cell> PageReader::Rows(int page, bool force) const {
 std::optional<Cell> PageReader::Read_Cell(int page, int offset) const {
   if (offset < Header(page) + leafHead || offset >= usable) return {};
   const uchar* at = Start(page) + offset;
-  const uchar* end = Start(page) + usable;
+  const uchar* end = std::min(Start(page) + usable, bytes + realSize);
   quint64 size = 0, key = 0;
   if (!Read_Number(at, end, size) || !Read_Number(at, end, key)) return {};
   if (size < 2 || size > static_cast<quint64>(content.size())) return {};
@@ -178,7 +179,9 @@ QByteArray PageReader::Payload(const uchar* local, int localSize, qint64 size, b
   quint32 next = Long_Word(local + localSize);
   while (payload.size() < size && next > 1 && next <= static_cast<quint32>(pageCount)) {
     const uchar* page = Start(static_cast<int>(next));
-    const qint64 part = std::min<qint64>(usable - 4, size - payload.size());
+    const qint64 there = realSize - (page + 4 - bytes);  // less than a page where the file was cut
+    const qint64 part = std::min<qint64>({usable - 4, size - payload.size(), there});
+    if (part <= 0) break;
     payload.append(reinterpret_cast<const char*>(page) + 4, static_cast<qsizetype>(part));
     next = Long_Word(page);
   }

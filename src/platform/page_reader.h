@@ -36,6 +36,7 @@ class PageReader {
 
   QByteArray content;
   const uchar* bytes = nullptr;
+  qint64 realSize = 0;
   int pageSize = 1024, usable = 1024, pageCount = 0;
 };
 

@@ -129,13 +129,14 @@ class RepairTest : public ::testing::Test {
     RowTexts found = Read_All(*database);
     EXPECT_EQ(report.rows, Count(found));
     EXPECT_GE(report.rows, leastRows);
-    int wrong = 0;
+    QString wrong;
     for (const auto& [table, rows] : found) {
       const auto& expected = original->count(table) ? original->at(table) : std::map<qint64, QStringList>();
       for (const auto& [key, texts] : rows)
-        if (!table.startsWith("Gerettet") && (!expected.count(key) || !Same(texts, expected.at(key)))) ++wrong;
+        if (!table.startsWith("Gerettet") && (!expected.count(key) || !Same(texts, expected.at(key))))
+          wrong += table + ' ' + QString::number(key) + ": " + texts.join('|').left(200) + '\n';
     }
-    EXPECT_EQ(wrong, 0);
+    EXPECT_EQ(wrong, "");
     return found;
   }
 
