@@ -200,9 +200,9 @@ TEST_F(TableFileTest, ADamagedTableIsRescuedWithItsRows) {
     int least;
     LoadMode mode;
   };
-  for (const Case& c : {Case{headless, 390, LoadMode::First},
-                        Case{sound.left(sound.size() / 1024 * 6 / 10 * 1024), 150, LoadMode::First},
-                        Case{headless, 390, LoadMode::Reload}}) {
+  for (const Case& c :
+       {Case{headless, 390, LoadMode::First}, Case{sound.left(sound.size() * 6 / 10), 150, LoadMode::First},
+        Case{headless, 390, LoadMode::Reload}}) {
     Close_Table(CloseMode::CloseOnly);
     Replace_File(Table(), c.bytes);
     MessageScript script;
