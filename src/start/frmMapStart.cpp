@@ -1,5 +1,6 @@
 #include "start/frmMapStart.h"
 
+#include <QFileInfo>
 #include <QKeyEvent>
 #include <QMainWindow>
 #include <QMenuBar>
@@ -8,9 +9,13 @@
 #include <QTimer>
 #include <algorithm>
 
+#include "platform/files.h"
+#include "start/events.h"
 #include "start/file_names.h"
 #include "start/frm_dialogs.h"
+#include "start/map_open.h"
 #include "start/mdi_state.h"
+#include "start/menu_table.h"
 #include "start/program_start.h"
 #include "ui_frmMapStart.h"
 
@@ -71,6 +76,13 @@ FrmMapStart::FrmMapStart(QWidget* parent)
   const int widest = ui->Label1->fontMetrics().size(0, ui->Label1->text()).width() + 2 * ui->Label1->margin() + 2;
   ui->Label1->setMinimumWidth(std::min(widest, 760));
   connect(ui->StartButton, &QPushButton::clicked, this, &FrmMapStart::Open_Map_Menu);
+  // Click and Enter; later, when the list is no longer in the middle of its own event.
+  const auto open = [this](QListWidgetItem* item) {
+    const int line = item->data(Qt::UserRole).toInt();
+    QTimer::singleShot(0, this, [this, line] { Open_Recent(line); });
+  };
+  connect(ui->lstRecent, &QListWidget::itemClicked, this, open);
+  connect(ui->lstRecent, &QListWidget::itemActivated, this, open);
 
   Bfly1 = new Butterfly(this);
   Bfly1->setObjectName(QStringLiteral("Bfly1"));
@@ -80,16 +92,20 @@ FrmMapStart::FrmMapStart(QWidget* parent)
   connect(Timer1, &QTimer::timeout, this, &FrmMapStart::Move_Butterfly);
 }
 
-FrmMapStart::~FrmMapStart() = default;
+FrmMapStart::~FrmMapStart() { events.StateChanged.Disconnect(listener); }
 
 void FrmMapStart::showEvent(QShowEvent* event) {
   QWidget::showEvent(event);
+  Fill_Recent();
+  events.StateChanged.Disconnect(listener);
+  listener = events.StateChanged.Connect([this] { Fill_Recent(); });
   Move_Butterfly();
   Timer1->start();
 }
 
 void FrmMapStart::hideEvent(QHideEvent* event) {
   Timer1->stop();
+  events.StateChanged.Disconnect(listener);
   QWidget::hideEvent(event);
 }
 
@@ -110,6 +126,36 @@ void FrmMapStart::Open_Map_Menu() {
     mainWindow->menuBar()->setActiveAction(menu);
     return;
   }
+}
+
+void FrmMapStart::Fill_Recent() {
+  constexpr int mostShown = 5;
+  QStringList paths;
+  std::vector<int> lines;
+  for (int line = 1; line <= menuListLines && paths.size() < mostShown; ++line) {
+    const MenuState& menu = Menu(QStringLiteral("mnuMapFile"), line);
+    if (!menu.Visible || menu.Tag.isEmpty() || !File_Exists(menu.Tag)) continue;
+    paths += menu.Tag;
+    lines.push_back(line);
+  }
+  QStringList shown;
+  for (int i = 0; i < ui->lstRecent->count(); ++i) shown += ui->lstRecent->item(i)->toolTip();
+  if (shown == paths) return;
+  ui->lstRecent->clear();
+  for (int i = 0; i < paths.size(); ++i) {
+    const QFileInfo file(paths[i]);
+    auto* item = new QListWidgetItem(file.fileName() + QStringLiteral("   –   ") + file.path(), ui->lstRecent);
+    item->setToolTip(paths[i]);
+    item->setTextAlignment(Qt::AlignCenter);
+    item->setData(Qt::UserRole, lines[static_cast<size_t>(i)]);
+  }
+  ui->lblRecent->setVisible(!paths.isEmpty());
+  ui->lstRecent->setVisible(!paths.isEmpty());
+  ui->lstRecent->setFixedHeight(static_cast<int>(paths.size()) * (ui->lstRecent->sizeHintForRow(0) + 2) + 4);
+}
+
+void FrmMapStart::Open_Recent(int line) {
+  if (!frmMDI.MapOpen) Open_Recent_Map(line);
 }
 
 void FrmMapStart::Move_Butterfly() {

@@ -23,7 +23,7 @@ class Butterfly : public QWidget {
   int phase = 0;
 };
 
-// Shown while no map is open: version, advice, and the button that opens the menu "Karte".
+// Shown while no map is open: version, advice, the button that opens the menu "Karte", and the maps opened last.
 class FrmMapStart : public QWidget {
   Q_OBJECT
 
@@ -38,10 +38,13 @@ class FrmMapStart : public QWidget {
 
  private:
   void Open_Map_Menu();
+  void Fill_Recent();  // the lines of the menu list, as far as their pictures exist
+  void Open_Recent(int line);
   void Move_Butterfly();
 
   std::unique_ptr<Ui::FrmMapStart> ui;
   Butterfly* Bfly1;
   QTimer* Timer1;
   int step = 0;
+  int listener = 0;  // of StateChanged, while the window is shown
 };

@@ -193,9 +193,9 @@ void MdiWindow::Place_Start() {
     frmMapStart = Make_frmMapStart(area);
     frmMapStart->setObjectName(QStringLiteral("frmMapStart"));
     frmMapStart->setAutoFillBackground(true);
-    frmMapStart->adjustSize();
     frmMapStart->show();
   }
+  frmMapStart->adjustSize();  // the list of maps may have grown
   const QRect room = area->rect();
   frmMapStart->move(std::max(0, (room.width() - frmMapStart->width()) / 2),
                     std::max(0, (room.height() - frmMapStart->height()) / 2));

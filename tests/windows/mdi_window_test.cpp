@@ -1,4 +1,5 @@
 #include <QDragEnterEvent>
+#include <QListWidget>
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QMenuBar>
@@ -104,6 +105,23 @@ TEST_F(WindowTest, MenuOpensMapAndCloseBringsStartWindowBack) {
   Choose(QStringLiteral("mnuMapFile"), 1);
   EXPECT_TRUE(frmMDI.MapOpen);
   EXPECT_TRUE(Canvas()->isVisible());
+}
+
+TEST_F(WindowTest, TheStartWindowListsTheMapsOpenedLastAndOpensThem) {
+  Open(300, 200);
+  const QString map = MapFile;
+  Choose(QStringLiteral("mnuMapClose"));
+  auto* recent = Child<QListWidget>("lstRecent");
+  ASSERT_TRUE(recent->isVisible());
+  ASSERT_EQ(recent->count(), 1);  // the demo map is not there, so it is not offered
+  EXPECT_EQ(recent->item(0)->toolTip(), map);
+  const QWidget* start = Child<QWidget>("frmMapStart");
+  EXPECT_TRUE(start->rect().contains(recent->geometry()));
+  QTest::mouseClick(recent->viewport(), Qt::LeftButton, Qt::NoModifier,
+                    recent->visualItemRect(recent->item(0)).center());
+  QTest::qWait(1);
+  EXPECT_TRUE(frmMDI.MapOpen);
+  EXPECT_EQ(MapFile, map);
 }
 
 TEST_F(WindowTest, ClosingTheMapWindowClosesTheMapOnce) {
