@@ -118,6 +118,12 @@ struct Layout {
   bool placeable = false;
 };
 
+// 32 bits at a place; 0 beyond the end.
+quint32 Long_At(const QByteArray& bytes, qint64 at) {
+  const QByteArray four = bytes.mid(at, 4);
+  return four.size() == 4 ? qFromLittleEndian<quint32>(four.constData()) : 0;
+}
+
 bool Head_At(const QByteArray& bytes, qint64 at) {
   if (bytes.size() < at + headBytes) return false;
   const char* head = bytes.constData() + at;
@@ -130,7 +136,7 @@ bool Head_At(const QByteArray& bytes, qint64 at) {
 template <class Take>
 void For_Each_Record(const QByteArray& bytes, qint64 at, Take take) {
   while (at + 6 <= bytes.size()) {
-    const qint64 length = static_cast<qint64>(qFromLittleEndian<quint32>(bytes.constData() + at)) * 2;
+    const qint64 length = static_cast<qint64>(Long_At(bytes, at)) * 2;
     const quint16 number = qFromLittleEndian<quint16>(bytes.constData() + at + 4);
     if (length < 6 || number == 0) return;
     const qint64 end = std::min<qint64>(at + length, bytes.size());
@@ -142,7 +148,7 @@ void For_Each_Record(const QByteArray& bytes, qint64 at, Take take) {
 std::optional<Layout> Layout_Of(const QByteArray& bytes) {
   Layout layout;
   double unitsPerInch = 96;
-  if (bytes.size() >= placeableBytes && qFromLittleEndian<quint32>(bytes.constData()) == placeableKey) {
+  if (bytes.size() >= placeableBytes && Long_At(bytes, 0) == placeableKey) {
     const Words words(bytes.constData(), placeableBytes);
     layout.placeable = true;
     layout.box = QRect(QPoint(std::min(words.Signed(3), words.Signed(5)), std::min(words.Signed(4), words.Signed(6))),

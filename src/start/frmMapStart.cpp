@@ -151,7 +151,8 @@ void FrmMapStart::Fill_Recent() {
   }
   ui->lblRecent->setVisible(!paths.isEmpty());
   ui->lstRecent->setVisible(!paths.isEmpty());
-  ui->lstRecent->setFixedHeight(static_cast<int>(paths.size()) * (ui->lstRecent->sizeHintForRow(0) + 2) + 4);
+  const int row = ui->lstRecent->sizeHintForRow(0) + 2 * ui->lstRecent->spacing();
+  ui->lstRecent->setFixedHeight(static_cast<int>(paths.size()) * row + 2 * ui->lstRecent->spacing());
 }
 
 void FrmMapStart::Open_Recent(int line) {

@@ -27,7 +27,17 @@ void Close_Map_Window() {
 void Load_Overlay(int line) {
   const QString path = Menu(QStringLiteral("mnuOverlay"), line).Tag;
   // The line of the open table itself only tells its name.
-  if (!path.isEmpty() && path != TableFile) Load_Other_Table(path);
+  if (path.isEmpty() || path == TableFile) return;
+  Load_Other_Table(path);
+  Table_Replaced();
+}
+
+// A table handler behind which other entries may stand.
+Handler Replacing(void (*work)()) {
+  return [work](QMainWindow&, int) {
+    work();
+    Table_Replaced();
+  };
 }
 
 void Map_Button(QMainWindow& window) {
@@ -66,13 +76,13 @@ void Add_View_Handlers(QHash<QString, Handler>& all) {
 }
 
 void Add_Table_Handlers(QHash<QString, Handler>& all) {
-  all["mnuTableNeu"] = [](QMainWindow&, int) { New_Table(); };
-  all["mnuTableLoad"] = [](QMainWindow&, int) { Load_Other_Table({}); };
+  all["mnuTableNeu"] = Replacing(New_Table);
+  all["mnuTableLoad"] = Replacing([] { Load_Other_Table({}); });
   all["mnuTableSave"] = [](QMainWindow&, int) { Save_Table(SaveStep::Save); };
   all["mnuTableSaveAs"] = [](QMainWindow&, int) { Save_Table(SaveStep::SaveAs); };
-  all["mnuTableRe"] = [](QMainWindow&, int) { Save_Table(SaveStep::Restore); };
-  all["mnuTabComp"] = [](QMainWindow&, int) { Compress_Table(); };
-  all["mnuTabRep"] = [](QMainWindow&, int) { Repair_Table(); };
+  all["mnuTableRe"] = Replacing([] { Save_Table(SaveStep::Restore); });
+  all["mnuTabComp"] = Replacing(Compress_Table);
+  all["mnuTabRep"] = Replacing(Repair_Table);
   all["mnuOverlay"] = [](QMainWindow&, int line) { Load_Overlay(line); };
 }
 

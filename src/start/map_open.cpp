@@ -302,6 +302,12 @@ void Close_Map() {
   if (wasOpen) events.MapClosed.Emit();
 }
 
+void Table_Replaced() {
+  if (!frmMDI.MapOpen) return;
+  Scan_Table();
+  Set_Buttons(Current_Button_State());
+}
+
 void Toggle_Safe_Mode() {
   frmMDI.SafeMode = !frmMDI.SafeMode;
   MenuState& menu = Menu(QStringLiteral("mnuNoTable"));

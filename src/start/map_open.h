@@ -14,6 +14,7 @@ void Close_Map();                    // the map window closes
 void Check_Bitmap(const QString& path);
 // Scale bar, plan squares, lines, hidden rows: sets frmMDI's flags. False on a database error in any row.
 bool Scan_Table();
+void Table_Replaced();  // other entries stand in the table: flags, menus and buttons follow them
 void Toggle_Safe_Mode();  // mnuNoTable
 void Map_Geometry();      // millimetres on paper per map pixel at PrintFactor
 

@@ -257,6 +257,30 @@ TEST_F(MapOpen, MapSizeIsTakenForTheSessionOrWrittenIntoTheFile) {
   EXPECT_EQ(after.replace(38, 8, before.mid(38, 8)), before);
 }
 
+TEST_F(MapOpen, TheScaleAndTheMenusFollowAnotherTable) {
+  Open_Map(Make_Map());
+  EntryRow scale;
+  scale.ID = QStringLiteral("Maßstab");
+  scale.Eintrag = QStringLiteral(" m");
+  scale.Schrift = QStringLiteral("500");
+  scale.Groesse = 500;
+  scale.Xmap = 100;
+  scale.Xline = 300;
+  scale.Yline = 8;
+  scale.Typ = static_cast<int>(EntryKind::Scale);
+  Append_Entry(scale);
+  Table_Replaced();
+  EXPECT_TRUE(MapHasScale);
+  EXPECT_DOUBLE_EQ(MapUnitPerPixel, 2.5);
+  EXPECT_TRUE(Menu(QStringLiteral("mnuTabComp")).Enabled);
+  MessageScript script;
+  script.AllowAny(MsgAnswer::No);
+  New_Table();
+  Table_Replaced();
+  EXPECT_FALSE(MapHasScale);
+  EXPECT_FALSE(Menu(QStringLiteral("mnuTabComp")).Enabled);
+}
+
 TEST_F(MapOpen, CommandLineTakesTheFirstWordOnly) {
   EXPECT_EQ(Command_Line_Map(QStringLiteral("  Karte.BMP weiter")), QStringLiteral("Karte.BMP"));
   EXPECT_EQ(Command_Line_Map(QStringLiteral("\t/a/b.bmp")), QStringLiteral("/a/b.bmp"));
