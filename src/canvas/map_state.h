@@ -1,5 +1,6 @@
 #pragma once
 #include <QImage>
+#include <QPoint>
 #include <QRect>
 #include <QString>
 #include <array>
@@ -78,6 +79,9 @@ struct MapState {
   bool RemoveReferenceOnly = false;  // Delete_Entry only takes the reference line away
 
   LiveControl Text2, imgBild, imgRfLine, lblShape, lblPLQ;
+  std::array<LiveControl, 8> lblHandle;  // size handles of the frame: upper left, clockwise
+  LiveControl imgHandle;                 // handle of a picture, lower right
+  QPoint PopupAt;                        // window position of the last right click
   QImage canvas;           // the painted window: background and entries
 };
 extern MapState Map;

@@ -30,16 +30,17 @@ class Event {
 };
 
 struct Events {
-  Event<> RedrawWanted;        // answered by the canvas with Map_Redraw
-  Event<> MapPainted;          // the canvas image changed: the window shows it
-  Event<> TableChanged;        // rows or columns changed, the table was loaded or closed
-  Event<> CurrentRowChanged;   // rsEntries stands on another row
-  Event<> MapOpened;           // the common open path ended well
+  Event<> RedrawWanted;       // answered by the canvas with Map_Redraw
+  Event<> MapPainted;         // the canvas image changed: the window shows it
+  Event<> TableChanged;       // rows or columns changed, the table was loaded or closed
+  Event<> CurrentRowChanged;  // rsEntries stands on another row
+  Event<> MapOpened;          // the common open path ended well
   Event<> MapClosed;
-  Event<> StateChanged;        // menus, tool buttons, status bar, captions, layout: the windows show their structs anew
-  Event<bool> Busy;            // hourglass on, off
-  Event<> EndWanted;           // the main window shall close
+  Event<> StateChanged;  // menus, tool buttons, status bar, captions, layout: the windows show their structs anew
+  Event<bool> Busy;      // hourglass on, off
+  Event<> EndWanted;     // the main window shall close
   Event<QString> BackgroundText;  // text on the map window while a map or table is being loaded
+  Event<> PopupWanted;            // right click on the map: the popup menu at Map.PopupAt
 };
 extern Events events;
 

@@ -1,0 +1,18 @@
+#pragma once
+#include <QPoint>
+
+#include "store/entry.h"
+
+// frmMoveObjects: all entries, or the marked ones, by a distance in map pixels. Kind 7 and every foot point go along,
+// so do vertices, both corners of plan squares. One transaction, undo point "Rückgängig: Verschieben". A position
+// beyond 16 bits refuses the whole with a message.
+struct MoveRequest {
+  double dx = 0, dy = 0;
+  bool markedOnly = false;
+};
+int Move_Entries(const MoveRequest& request);  // rows moved
+// Undo of the window's own back button.
+void Move_Back();
+// Adds dx, dy to every position of one row, vertices included. Shared by drag, keys, Move_Entries and copies.
+void Shift_Row(EntryRow& row, int dx, int dy);
+void Shift_Vertices(const EntryRow& row, int dx, int dy);
