@@ -187,10 +187,14 @@ struct Recordset::Inner {
   database_inner::Block* Block_Of(int rowPosition);
   database_inner::Block* Load(int from, int count);
   void Prepare_Read();
+  bool Read_Exact(database_inner::Block& block, int count);
+  void Read_Range(database_inner::Block& block, int index, int end);
   void Read_Cell(database_inner::Block& block, database_inner::Cell& cell, sqlite3_stmt* statement, int column);
   void Patch_Row();
   void Forget_Row(int rowPosition);
 
+  void Index_Fields();
+  int Find_Field(QStringView name) const;
   void Check_Column(int column) const;
   QString Cell_Text(const database_inner::Cell& cell) const;
   void Bind(sqlite3_stmt* statement, int parameter, const Value& value);
@@ -203,8 +207,10 @@ struct Recordset::Inner {
   QString table;            // empty: a snapshot of a statement over several tables
   QByteArray keyStatement;  // the keys in the order of the rows
   std::vector<FieldInfo> fields;
+  std::vector<quint32> fieldHints;  // length and first letter, to find a name quickly
   std::vector<qint64> keys;
   bool ascending = true, wholeTable = false;
+  bool exact = false;            // the table holds just these keys in this order
   QHash<qint64, int> positions;  // only for keys that do not ascend
   bool positionsKnown = false;
   At at = At::Behind;
@@ -219,6 +225,7 @@ struct Recordset::Inner {
   int readAhead = 8;
   std::vector<char> used;                                // columns that were asked for
   std::shared_ptr<const database_inner::Layout> layout;  // of readStatement
+  bool readExact = false;
   sqlite3_stmt* readStatement = nullptr;
 
   Mode mode = Mode::None;

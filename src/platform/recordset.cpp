@@ -100,22 +100,33 @@ void Recordset::SetBookmark(const QString& bookmark) {
 const std::vector<FieldInfo>& Recordset::Fields() const { return inner->fields; }
 
 namespace {
-int Find_Field(const std::vector<FieldInfo>& fields, QStringView name) {
-  for (size_t i = 0; i < fields.size(); ++i)
-    if (fields[i].name.size() == name.size() && QStringView(fields[i].name) == name) return static_cast<int>(i);
+quint32 Hint_Of(QStringView name) {
+  return static_cast<quint32>(name.size()) << 16 | (name.isEmpty() ? 0u : name.front().unicode());
+}
+}  // namespace
+
+void Recordset::Inner::Index_Fields() {
+  fieldHints.clear();
+  for (const FieldInfo& field : fields) fieldHints.push_back(Hint_Of(field.name));
+}
+
+int Recordset::Inner::Find_Field(QStringView name) const {
+  const quint32 hint = Hint_Of(name);
+  for (size_t i = 0; i < fieldHints.size(); ++i)
+    if (fieldHints[i] == hint && std::equal(name.begin(), name.end(), fields[i].name.constData()))
+      return static_cast<int>(i);
   for (size_t i = 0; i < fields.size(); ++i)
     if (name.compare(fields[i].name, Qt::CaseInsensitive) == 0) return static_cast<int>(i);
   return -1;
 }
-}  // namespace
 
 int Recordset::FieldIndex(QStringView name) const {
-  const int index = Find_Field(inner->fields, name);
+  const int index = inner->Find_Field(name);
   if (index < 0) Raise(errors::fieldNotFound);
   return index;
 }
 
-bool Recordset::HasField(QStringView name) const { return Find_Field(inner->fields, name) >= 0; }
+bool Recordset::HasField(QStringView name) const { return inner->Find_Field(name) >= 0; }
 
 void Recordset::Requery() {
   Inner& set = *inner;

@@ -47,6 +47,7 @@ void Recordset::Inner::Open(const QString& from) {
       name = name.mid(1, name.size() - 2);
     Open_Table(name);
   }
+  Index_Fields();
   used.assign(fields.size(), 0);
   dirty.assign(fields.size(), 0);
   buffer.assign(fields.size(), Value());
@@ -110,6 +111,7 @@ void Recordset::Inner::Read_Keys() {
   ascending = true;
   seenVersion = state->version;
   seenGeneration = engine->generation;
+  exact = wholeTable;
   if (wholeTable && Take_Dense_Keys()) return;
   sqlite3_stmt* statement = engine->Prepare(keyStatement);
   const int column = sqlite3_column_count(statement) - 1;
@@ -183,6 +185,7 @@ void Recordset::Inner::Refresh() {
   engine->Notice_Changes();
   if (Is_Fresh()) return;
   Drop_Blocks();
+  exact = false;
   seenVersion = state->version;
   seenGeneration = engine->generation;
   if (seenRollbacks == engine->rollbacks) return;
@@ -274,52 +277,46 @@ void Recordset::Inner::Prepare_Read() {
     wanted->slots[i] = static_cast<int>(wanted->columns.size());
     wanted->columns.push_back(static_cast<int>(i));
   }
-  if (readStatement && layout->columns == wanted->columns) return;
+  if (readStatement && layout->columns == wanted->columns && readExact == exact) return;
   sqlite3_finalize(readStatement);
   readStatement = nullptr;
   layout = std::move(wanted);
-  QByteArray sql = "SELECT rowid";
-  for (const int column : layout->columns) sql += ',' + Quoted(fields[static_cast<size_t>(column)].name);
-  readStatement =
-      engine->Prepare(sql + " FROM " + Quoted(table) + " WHERE rowid BETWEEN ?1 AND ?2 ORDER BY rowid", true);
+  readExact = exact;
+  QByteArray sql;
+  for (const int column : layout->columns) sql += Quoted(fields[static_cast<size_t>(column)].name) + ',';
+  // The key comes last; where it is known beforehand it is not asked for.
+  if (exact && !sql.isEmpty())
+    sql.chop(1);
+  else
+    sql += "rowid";
+  readStatement = engine->Prepare("SELECT " + sql + " FROM " + Quoted(table) + " WHERE rowid>=?1 " +
+                                      (exact ? "ORDER BY rowid LIMIT ?2" : "AND rowid<=?2 ORDER BY rowid"),
+                                  true);
 }
 
 // Reads the rows of `count` positions, of a key range at once where the keys ascend.
 Block* Recordset::Inner::Load(int from, int count) {
   if (cachedRows > mostCachedRows) {
     blocks.clear();
+    lastBlock = nullptr;
     cachedRows = 0;
   }
   Prepare_Read();
-  const int width = static_cast<int>(layout->columns.size());
   auto block = std::make_unique<Block>();
   block->first = from;
   block->layout = layout;
   block->rows.assign(static_cast<size_t>(count), -1);
-  block->cells.resize(static_cast<size_t>(count * width) + 1);  // a row has an address even without columns
+  // One more, so that a row has an address even without columns.
+  block->cells.resize(static_cast<size_t>(count) * layout->columns.size() + 1);
   if (lastBlock) block->texts.reserve(lastBlock->texts.size() * static_cast<size_t>(count) / lastBlock->rows.size());
   lastBlock = nullptr;
-  const qint64* key = keys.data() + from;
-  qint32 next = 0;
-  const auto read = [&](qint64 first, qint64 last, int index) {
-    sqlite3_bind_int64(readStatement, 1, first);
-    sqlite3_bind_int64(readStatement, 2, last);
-    int rc;
-    while ((rc = sqlite3_step(readStatement)) == SQLITE_ROW) {
-      const qint64 found = sqlite3_column_int64(readStatement, 0);
-      while (index < count && key[index] < found) ++index;  // vanished meanwhile
-      if (index == count || key[index] != found) continue;  // not of this keyset
-      Cell* cells = block->cells.data() + next * width;
-      block->rows[static_cast<size_t>(index++)] = next++;
-      for (int i = 0; i < width; ++i) Read_Cell(*block, cells[i], readStatement, i + 1);
-    }
-    sqlite3_reset(readStatement);
-    if (rc != SQLITE_DONE) engine->Fail(rc);
-  };
-  if (ascending) {
-    read(key[0], key[count - 1], 0);
+  if (exact) {
+    exact = Read_Exact(*block, count);
+    if (!exact) return Load(from, count);
+  } else if (ascending) {
+    Read_Range(*block, 0, count);
   } else {
-    for (int i = 0; i < count; ++i) read(key[i], key[i], i);
+    for (int i = 0; i < count; ++i) Read_Range(*block, i, i + 1);
   }
   const auto place =
       std::lower_bound(blocks.begin(), blocks.end(), from,
@@ -330,6 +327,43 @@ Block* Recordset::Inner::Load(int from, int count) {
   }
   cachedRows += count;
   return lastBlock = blocks.insert(place, std::move(block))->get();
+}
+
+// Nobody else has added or removed rows since the keys were taken: the next rows of the table are those of the block.
+bool Recordset::Inner::Read_Exact(Block& block, int count) {
+  const int width = static_cast<int>(layout->columns.size());
+  sqlite3_bind_int64(readStatement, 1, keys[static_cast<size_t>(block.first)]);
+  sqlite3_bind_int(readStatement, 2, count);
+  int rc, row = 0;
+  while ((rc = sqlite3_step(readStatement)) == SQLITE_ROW && row < count) {
+    Cell* cells = block.cells.data() + row * width;
+    for (int i = 0; i < width; ++i) Read_Cell(block, cells[i], readStatement, i);
+    block.rows[static_cast<size_t>(row)] = row;
+    ++row;
+  }
+  sqlite3_reset(readStatement);
+  if (rc != SQLITE_DONE) engine->Fail(rc);
+  return row == count;
+}
+
+// Rows from one index of the block to another, found by their keys.
+void Recordset::Inner::Read_Range(Block& block, int index, int end) {
+  const int width = static_cast<int>(layout->columns.size());
+  const qint64* key = keys.data() + block.first;
+  sqlite3_bind_int64(readStatement, 1, key[index]);
+  sqlite3_bind_int64(readStatement, 2, key[end - 1]);
+  int rc;
+  while ((rc = sqlite3_step(readStatement)) == SQLITE_ROW) {
+    const qint64 found = sqlite3_column_int64(readStatement, width);
+    while (index < end && key[index] < found) ++index;  // vanished meanwhile
+    if (index == end || key[index] != found) continue;  // not of this keyset
+    Cell* cells = block.cells.data() + index * width;
+    for (int i = 0; i < width; ++i) Read_Cell(block, cells[i], readStatement, i);
+    block.rows[static_cast<size_t>(index)] = index;
+    ++index;
+  }
+  sqlite3_reset(readStatement);
+  if (rc != SQLITE_DONE) engine->Fail(rc);
 }
 
 void Recordset::Inner::Read_Cell(Block& block, Cell& cell, sqlite3_stmt* statement, int column) {
