@@ -169,7 +169,8 @@ struct RepairReport {
 // place; the damaged one is kept beside it. 3343 if nothing at all can be read (the file then stays).
 RepairReport RepairDatabase(const QString& path);
 
-// Tables with their columns that a repair shall recognise when a file has lost its own description of them.
+// Tables with their columns that a repair shall recognise when a file has lost its own description of them. One without
+// a name stands for all tables with such columns; they then get the names "Gerettet0", "Gerettet1", ...
 void Set_Known_Tables(std::vector<TableDef> tables);
 
 // Files of tables are copied, renamed and deleted through these: they fold a waiting log into the file first and take

@@ -12,6 +12,8 @@
 namespace database_inner {
 namespace {
 
+constexpr const char* keepLogSmall = "PRAGMA wal_autocheckpoint=4000";
+
 QSet<QString>& Open_Files() {
   static QSet<QString> files;
   return files;
@@ -36,13 +38,17 @@ QSet<QString>& Open_Files() {
     case SQLITE_IOERR:
       if (sqlite3_extended_errcode(db) == SQLITE_IOERR_SHORT_READ) Raise(errors::databaseDamaged);
       if (sqlite3_system_errno(db) == ENOSPC || sqlite3_system_errno(db) == EDQUOT) Raise(errors::diskFull);
-      Raise(errors::deviceError);
+      Raise_Device();
     default:
       Raise(errors::databaseAccess);
   }
 }
 
 }  // namespace
+
+void Raise_Device() {
+  Raise(errors::deviceError, QStringLiteral("Fehler beim Lesen oder Schreiben des Datenträgers."));
+}
 
 QString Fold(const QString& name) { return name.toCaseFolded(); }
 
@@ -70,6 +76,7 @@ void Engine::Open(const QString& file, OpenWay way) {
     if (info.size() < 512) Raise(errors::databaseDamaged);
     if (!readOnly && !QFileInfo(info.path()).isWritable()) Raise(errors::databaseAccess);
   }
+  if (way.create && !QFileInfo(info.absolutePath()).isDir()) Raise(errors::pathNotFound);
   int flags = SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE;
   flags |= readOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
   if (way.create) flags |= SQLITE_OPEN_CREATE;
@@ -103,6 +110,8 @@ void Engine::Open(const QString& file, OpenWay way) {
     Fail_Opening(broken, rc);
   }
   path = file;
+  // A writer that was killed leaves the log switched on; Close then has to switch it off.
+  if (!readOnly) Take_Over_Log();
   accountedChanges = sqlite3_total_changes64(db);
   Open_Files().insert(QFileInfo(path).canonicalFilePath());
   if (way.lockFile && !readOnly) {
@@ -130,8 +139,8 @@ void Engine::Close() {
   lock.reset();
   if (rc == SQLITE_OK) rc = closed;
   if (rc == SQLITE_OK) return;
-  Raise((rc & 0xff) == SQLITE_FULL || systemError == ENOSPC || systemError == EDQUOT ? errors::diskFull
-                                                                                     : errors::deviceError);
+  if ((rc & 0xff) == SQLITE_FULL || systemError == ENOSPC || systemError == EDQUOT) Raise(errors::diskFull);
+  Raise_Device();
 }
 
 void Engine::Need_Open() const {
@@ -154,7 +163,7 @@ void Engine::Fail(int rc) {
     case SQLITE_IOERR:
       if (systemError == ENOSPC || systemError == EDQUOT) Raise(errors::diskFull);
       if (rc == SQLITE_IOERR_SHORT_READ) Raise(errors::databaseDamaged);
-      Raise(errors::deviceError);
+      Raise_Device();
     case SQLITE_READONLY:
       Raise(errors::noPermission);
     case SQLITE_CANTOPEN:
@@ -189,6 +198,14 @@ void Engine::Run(const char* sql) {
   if (rc != SQLITE_OK) Fail(rc);
 }
 
+void Engine::Take_Over_Log() {
+  sqlite3_stmt* statement = Prepare("PRAGMA journal_mode");
+  logReady = sqlite3_step(statement) == SQLITE_ROW &&
+             qstrcmp(reinterpret_cast<const char*>(sqlite3_column_text(statement, 0)), "wal") == 0;
+  sqlite3_finalize(statement);
+  if (logReady) Run(keepLogSmall);
+}
+
 qint64 Engine::Number_Of(const QByteArray& sql) {
   sqlite3_stmt* statement = Prepare(sql);
   const int rc = sqlite3_step(statement);
@@ -207,7 +224,7 @@ void Engine::Need_Write() {
                       qstrcmp(reinterpret_cast<const char*>(sqlite3_column_text(statement, 0)), "wal") == 0;
   const int rc = sqlite3_finalize(statement);
   if (rc != SQLITE_OK && (rc & 0xff) != SQLITE_PROTOCOL && (rc & 0xff) != SQLITE_CANTOPEN) Fail(rc);
-  Run(hasLog ? "PRAGMA wal_autocheckpoint=4000" : "PRAGMA journal_mode=TRUNCATE");
+  Run(hasLog ? keepLogSmall : "PRAGMA journal_mode=TRUNCATE");
   logReady = true;
 }
 

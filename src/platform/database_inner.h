@@ -20,6 +20,8 @@ inline constexpr int deviceError = 57, tableExists = 3010, noTransaction = 3034,
 
 namespace database_inner {
 
+[[noreturn]] void Raise_Device();
+
 // What is known of one table while the file is open. Never removed, so that pointers to it stay good.
 struct TableState {
   quint64 version = 0;  // counts the writes
@@ -88,6 +90,7 @@ class Engine {
   void Read_Tables();
   void Index_Tables();
   qint64 Schema_Version();
+  void Take_Over_Log();
 
   bool logReady = false;
   std::unique_ptr<QLockFile> lock;
@@ -117,8 +120,8 @@ bool Has_Sidecar(const QString& path);
 void Put_In_Place(const QString& aside, const QString& target);
 bool Flush_File(const QString& path);
 
-// A number as a column takes it, or the reason why it does not.
-Value Fit_Value(const FieldInfo& field, Value value);
+// Makes it a value as the column takes it; errors 6, 13, 3163.
+void Fit_Value(const FieldInfo& field, Value& value);
 qint64 Whole_Of(const Value& value);
 double Number_Of(const Value& value);
 QString Text_Of(const Value& value);

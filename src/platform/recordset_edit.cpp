@@ -1,5 +1,6 @@
 #include <sqlite3.h>
 
+#include <QStringConverter>
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -56,8 +57,8 @@ QString Text_Of(const Value& value) {
   return {};
 }
 
-Value Fit_Value(const FieldInfo& field, Value value) {
-  if (std::holds_alternative<std::monostate>(value)) return value;
+void Fit_Value(const FieldInfo& field, Value& value) {
+  if (std::holds_alternative<std::monostate>(value)) return;
   if (field.type == FieldType::Text) {
     if (!std::holds_alternative<QString>(value)) value = Text_Of(value);
     const QString& text = std::get<QString>(value);
@@ -65,21 +66,20 @@ Value Fit_Value(const FieldInfo& field, Value value) {
       const auto pairs = std::count_if(text.begin(), text.end(), [](QChar letter) { return letter.isLowSurrogate(); });
       if (text.size() - pairs > field.size) Raise(errors::textTooLong);
     }
-    return value;
+    return;
   }
   if (const QString* text = std::get_if<QString>(&value)) value = Typed_Number(*text);
-  if (field.type == FieldType::Double) {
-    const double number = Number_Of(value);
-    if (std::isnan(number)) Raise(errors::overflow);
-    return number;
-  }
   if (const double* real = std::get_if<double>(&value); real && std::isnan(*real)) Raise(errors::overflow);
+  if (field.type == FieldType::Double) {
+    value = Number_Of(value);
+    return;
+  }
   const qint64 whole = Whole_Of(value);
   const bool isShort = field.type == FieldType::Integer;
   const qint64 least = isShort ? std::numeric_limits<qint16>::min() : std::numeric_limits<qint32>::min();
   const qint64 most = isShort ? std::numeric_limits<qint16>::max() : std::numeric_limits<qint32>::max();
   if (whole < least || whole > most) Raise(errors::overflow);
-  return whole;
+  value = whole;
 }
 
 }  // namespace database_inner
@@ -130,7 +130,8 @@ void Recordset::Set(int column, Value value) {
   set.Check_Column(column);
   if (set.mode == Inner::Mode::None) Raise(errors::noEdit, QStringLiteral("Update ohne AddNew oder Edit."));
   const auto index = static_cast<size_t>(column);
-  set.buffer[index] = database_inner::Fit_Value(set.fields[index], std::move(value));
+  database_inner::Fit_Value(set.fields[index], value);
+  set.buffer[index] = std::move(value);
   set.dirty[index] = 1;
 }
 
@@ -159,7 +160,9 @@ void Recordset::Update() {
 void Recordset::Inner::Bind(sqlite3_stmt* statement, int parameter, const Value& value) {
   if (const QString* text = std::get_if<QString>(&value)) {
     QByteArray& bytes = bound[static_cast<size_t>(parameter) - 1];
-    bytes = text->toUtf8();
+    bytes.resize(text->size() * 3);  // its memory is kept from row to row
+    const char* end = QStringEncoder(QStringEncoder::Utf8).appendToBuffer(bytes.data(), *text);
+    bytes.truncate(end - bytes.constData());
     sqlite3_bind_text(statement, parameter, bytes.constData(), static_cast<int>(bytes.size()), SQLITE_STATIC);
   } else if (const qint64* whole = std::get_if<qint64>(&value)) {
     sqlite3_bind_int64(statement, parameter, *whole);

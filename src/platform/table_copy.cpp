@@ -35,7 +35,7 @@ bool Flush_File(const QString& path) {
 }
 
 void Put_In_Place(const QString& aside, const QString& target) {
-  if (!Flush_File(aside)) Raise(errors::deviceError);
+  if (!Flush_File(aside)) Raise_Device();
   Remove_Sidecars(target);
   if (::rename(QFile::encodeName(aside).constData(), QFile::encodeName(target).constData()) != 0)
     Raise(errors::noPermission);
@@ -55,7 +55,6 @@ void Fold_Log(const QString& path) {
   try {
     Engine engine;
     engine.Open(path, {.lockFile = false});
-    engine.Run("PRAGMA journal_mode=DELETE");
     engine.Close();
   } catch (const Error& error) {
     if (error.number == errors::fileInUse || error.number == errors::diskFull) throw;
@@ -74,6 +73,7 @@ void CompactDatabase(const QString& source, const QString& target) {
   const QString from = Find_File(source);
   if (from.isEmpty()) Raise(errors::databaseNotFound);
   if (File_Exists(target)) Raise(errors::databaseExists);
+  if (!QFileInfo(QFileInfo(target).absolutePath()).isDir()) Raise(errors::pathNotFound);
   const QString aside = target + QStringLiteral(".%1~").arg(QCoreApplication::applicationPid());
   Remove_Sidecars(aside);
   QFile::remove(aside);

@@ -2,6 +2,7 @@
 #include <poll.h>
 #include <signal.h>
 #include <sqlite3.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -192,6 +193,9 @@ TEST_F(CrashTest, FullDiskLeavesTheOldRow) {
   Make();
   auto database = Workspace::OpenDatabase(path);
   auto rows = database->OpenRecordset("MapData");
+  disk.room = 10;  // not even the log can be begun
+  EXPECT_EQ(Error_Of([&] { Append(*rows, 1); }), 61);
+  disk.room = -1;
   Append(*rows, 1);
   rows->MoveFirst();
   for (const int error : {61, 57}) {
@@ -233,7 +237,6 @@ TEST_F(CrashTest, FullDiskLeavesTheOldRow) {
   database = Workspace::OpenDatabase(path);
   rows = database->OpenRecordset("MapData");
   EXPECT_EQ(rows->Integer(1), 9);
-  disk.room = 3000;
   EXPECT_EQ(Error_Of([&] { CompactDatabase(folder.filePath("Fehlt.MDB"), folder.filePath("Kopie.MDB")); }), 3024);
   database->Close();
   disk.room = 1000;
@@ -278,6 +281,44 @@ TEST_F(CrashTest, WhatCannotBeOpened) {
   EXPECT_EQ(Error_Of([&] { Workspace::CreateDatabase(folder.filePath("karte.mdb")); }), 3204);
   EXPECT_EQ(Error_Of([&] { CompactDatabase(path, folder.filePath("Text.MDB")); }), 3204);
   EXPECT_EQ(opening("karte.mdb"), 0);  // in any case
+}
+
+// Permissions do not hold for root, so that another user has to try.
+TEST_F(CrashTest, PlacesWithoutPermission) {
+  Make();
+  const QString readOnlyFile = folder.filePath("Fest.MDB"), closed = folder.filePath("zu");
+  QDir(folder.path()).mkdir("zu");
+  QDir(folder.path()).mkdir("offen");
+  ASSERT_TRUE(QFile::copy(path, readOnlyFile) && QFile::copy(path, closed + "/A.MDB"));
+  ASSERT_EQ(chmod(qPrintable(readOnlyFile), 0444), 0);
+  ASSERT_EQ(chmod(qPrintable(closed + "/A.MDB"), 0666), 0);
+  ASSERT_EQ(chmod(qPrintable(folder.filePath("offen")), 0777), 0);
+  ASSERT_EQ(chmod(qPrintable(closed), 0555), 0);
+  ASSERT_EQ(chmod(qPrintable(folder.path()), 0777), 0);
+  Child other([&](int out) {
+    if (getuid() == 0 && setresuid(65534, 65534, 65534) != 0) _exit(4);
+    const std::vector<std::function<void()>> works = {
+        [&] { Workspace::OpenDatabase(readOnlyFile); },
+        [&] { Workspace::OpenDatabase(closed + "/A.MDB"); },
+        [&] { Workspace::CreateDatabase(closed + "/B.MDB"); },
+        [&] { CompactDatabase(closed + "/A.MDB", closed + "/B.MDB"); },
+        [&] { RepairDatabase(closed + "/A.MDB"); },
+        [&] { Workspace::CreateDatabase(closed + "/fehlt/B.MDB"); },
+        [&] { Workspace::OpenDatabase(closed + "/A.MDB", {.readOnly = true})->OpenRecordset("MapData"); },
+        [&] { CompactDatabase(closed + "/A.MDB", folder.filePath("offen/B.MDB")); },
+        [&] { CompactDatabase(readOnlyFile, folder.filePath("offen/C.MDB")); },
+    };
+    for (const auto& work : works) {
+      const int error = Error_Of(work);
+      if (write(out, &error, sizeof error) != sizeof error) _exit(3);
+    }
+  });
+  for (const int expected : {3051, 3051, 3051, 3051, 3051, 76, 0, 0, 0}) {
+    int error = -1;
+    ASSERT_EQ(read(other.in, &error, sizeof error), static_cast<ssize_t>(sizeof error));
+    EXPECT_EQ(error, expected);
+  }
+  chmod(qPrintable(closed), 0755);
 }
 
 TEST_F(CrashTest, TwoProgramsOnOneTable) {
