@@ -69,6 +69,8 @@ MdiWindow::MdiWindow(QWidget* parent) : QMainWindow(parent) {
 
 MdiWindow::~MdiWindow() {
   qApp->removeEventFilter(this);
+  area->viewport()->removeEventFilter(this);
+  mapChild->disconnect(this);  // it reports its state once more while it goes
   Clear_Dialog_Hooks();
   for (const auto& disconnect : disconnects) disconnect();
 }
