@@ -5,45 +5,45 @@
 #include "platform/text.h"
 
 FontSpec FontSpec::Parse(const QString& stored) {
-  FontSpec spec;
+  FontSpec font;
   QStringView text(stored);
   const qsizetype mark = text.indexOf(u'<');
   if (mark >= 0) {
-    spec.angle = std::fmod(Val_Comma(stored.mid(mark + 1)), 360.0);
-    if (spec.angle < 0) spec.angle += 360;
+    font.angle = std::fmod(Val_Comma(stored.mid(mark + 1)), 360.0);
+    if (font.angle < 0) font.angle += 360;
     text = text.left(mark);
   }
   const qsizetype dash = text.indexOf(u'-');
   if (dash < 0) {
-    spec.family = text.trimmed().toString();
-    return spec;
+    font.family = text.trimmed().toString();
+    return font;
   }
-  spec.family = text.left(dash).trimmed().toString();
+  font.family = text.left(dash).trimmed().toString();
   const QStringView styles = text.mid(dash);
   for (qsizetype i = 0; i + 1 < styles.size(); ++i) {
     if (styles[i] != u'-') continue;
     switch (styles[i + 1].unicode()) {
       case u'B':
-        spec.bold = true;
+        font.bold = true;
         break;
       case u'I':
-        spec.italic = true;
+        font.italic = true;
         break;
       case u'U':
-        spec.underline = true;
+        font.underline = true;
         break;
       case u'T':
-        spec.transparent = true;
+        font.transparent = true;
         break;
       case u'C':
-        if (spec.charset == 0) spec.charset = static_cast<int>(Val(styles.mid(i + 2, 3)));
+        if (font.charset == 0) font.charset = static_cast<int>(Val(styles.mid(i + 2, 3)));
         break;
       default:
         break;
     }
   }
-  if (spec.charset < 0) spec.charset = 0;
-  return spec;
+  if (font.charset < 0) font.charset = 0;
+  return font;
 }
 
 QString FontSpec::ToText() const {

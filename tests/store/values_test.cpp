@@ -85,7 +85,7 @@ TEST(FontSpec, WritesInOneOrderAndReadsInAny) {
   }
   struct Case {
     const char* stored;
-    FontSpec spec;
+    FontSpec font;
   };
   for (const Case& c : {Case{"Arial-U-I-B-T-C161<30", {"Arial", true, true, true, true, 161, 30}},
                         Case{"Arial -T-B ", {"Arial", true, false, false, true, 0, 0}},
@@ -95,7 +95,7 @@ TEST(FontSpec, WritesInOneOrderAndReadsInAny) {
                         Case{"Arial-C-B<x", {"Arial", true, false, false, false, 0, 0}},
                         Case{"-B<90", {"", true, false, false, false, 0, 90}},
                         Case{"Arial<30-B", {"Arial", false, false, false, false, 0, 30}}}) {
-    EXPECT_EQ(FontSpec::Parse(c.stored), c.spec) << c.stored;
+    EXPECT_EQ(FontSpec::Parse(c.stored), c.font) << c.stored;
   }
   EXPECT_TRUE(FontSpec::Parse("Wingdings 2-B").IsSymbol());
 }
