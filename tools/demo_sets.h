@@ -19,3 +19,6 @@ void Add_Overview_Texts(DemoTable& table);
 // A small drawing of a kingfisher, the demo picture.
 inline const QString birdPicture = QStringLiteral("Eisvogel.bmp");
 QImage Draw_Bird();
+
+// The help page about the settings as a PDF to print, the same bytes every time.
+void Make_Settings_Sheet(const QString& page, const QString& target);

@@ -1,6 +1,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QGuiApplication>
+#include <QHashFunctions>
 #include <cstdio>
 
 #include "demo_sets.h"
@@ -59,6 +60,7 @@ void Make_All(const QString& source, const QString& target) {
   if (QFileInfo::exists(target) && !QDir(target).removeRecursively()) Raise(errors::noPermission, target);
   Copy_Tree(source, target);
   Make_Template_File(target + u"/MUSTER.MDB"_s);
+  Make_Settings_Sheet(target + u"/Hilfe/Einstellungen.htm"_s, target + u"/Flurax-Einstellungen.pdf"_s);
 
   const QString examples = target + u"/Beispiele"_s;
   const QImage map = Load_Picture(examples + u"/Karte.png"_s);
@@ -71,6 +73,7 @@ void Make_All(const QString& source, const QString& target) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  QHashSeed::setDeterministicGlobalSeed();  // the order of fonts in a PDF hangs on it
   const QGuiApplication application(argc, argv);
   if (argc != 3) {
     std::fputs("make_data SOURCE TARGET\n", stderr);
