@@ -48,9 +48,9 @@ struct MapState {
   int Left = 0, Top = 0, ScaleWidth = 800, ScaleHeight = 600;  // inside of the window, bars included
   int WantWidth = 0, WantHeight = 0;  // inside size the layout step asks for in the normal state; 0 = none
 
-  float Zoom = 1.0F;       // map pixels per window pixel
-  float ClipScale = 1.0F;  // max(1, Zoom)
-  int ClipLevel = 0;       // 0..3: the clip in use
+  float Zoom = 1.0F;                  // map pixels per window pixel
+  float ClipScale = 1.0F;             // max(1, Zoom)
+  int ClipLevel = 0;                  // 0..3: the clip in use
   int ViewLeft = 0, ViewTop = 0;      // map position of the upper left window pixel
   int ViewWidth = 0, ViewHeight = 0;  // painted size, window pixels
   float ScrollUnitX = 1, ScrollUnitY = 1;
@@ -61,28 +61,32 @@ struct MapState {
 
   int MapXPpM = 3780, MapYPpM = 3780;  // resolution in the picture file, points per metre
 
-  QString CurBookmark;     // row key of the current entry
-  QString HeaderBookmark;  // row key of the header row
+  QString CurBookmark;        // row key of the current entry
+  QString HeaderBookmark;     // row key of the header row
   QString FontMissingAnswer;  // "No": the missing-font question is not asked again in this pass
-  QString PicText;         // what is written on the window while a map is being loaded
+  QString PicText;            // what is written on the window while a map is being loaded
 
   RegionSet EntryRegions;  // hit list and union of the last redraw
   int MarkCount = 0;       // marked entries drawn in the last redraw
   int HiddenCount = 0, InactiveCount = 0;
   std::vector<PlanLabel> PlanLabels;
-  int PlanMode = 0;        // negative: plan squares hidden
-  int BoxMode = 0;         // -1: text boxes in the not-xor mode
-  bool DrawAbort = false;  // an entry was deleted while it was drawn: the pass stops
-  int ReferenceWidth = 1;      // pen width of reference lines, pixels
-  double ReferenceCircle = 4;  // radius of the foot point circle, pixels
-  double ReferenceArrow = 6;   // width of the arrow head, pixels
+  int PlanMode = 0;                  // negative: plan squares hidden
+  int BoxMode = 0;                   // -1: text boxes in the not-xor mode
+  bool DrawAbort = false;            // an entry was deleted while it was drawn: the pass stops
+  int ReferenceWidth = 1;            // pen width of reference lines, pixels
+  double ReferenceCircle = 4;        // radius of the foot point circle, pixels
+  double ReferenceArrow = 6;         // width of the arrow head, pixels
   bool RemoveReferenceOnly = false;  // Delete_Entry only takes the reference line away
 
   LiveControl Text2, imgBild, imgRfLine, lblShape, lblPLQ;
   std::array<LiveControl, 8> lblHandle;  // size handles of the frame: upper left, clockwise
   LiveControl imgHandle;                 // handle of a picture, lower right
-  QPoint PopupAt;                        // window position of the last right click
-  QImage canvas;           // the painted window: background and entries
+  std::vector<qint64> MarkOrder;  // keys of the marked rows in the order they were marked; a hint, the rows decide
+  QString WaitingDuplicate;       // row to be duplicated at the next click
+  QString WaitingAssignment;      // row that waits for the click on its area or line
+  bool AssignToArea = false;
+  QPoint PopupAt;  // window position of the last right click
+  QImage canvas;   // the painted window: background and entries
 };
 extern MapState Map;
 

@@ -11,8 +11,9 @@ struct MoveRequest {
   bool markedOnly = false;
 };
 int Move_Entries(const MoveRequest& request);  // rows moved
-// Undo of the window's own back button.
+// Undo of the window's own back button: takes the last Move_Entries back while it is the operation to be undone.
 void Move_Back();
-// Adds dx, dy to every position of one row, vertices included. Shared by drag, keys, Move_Entries and copies.
+// Adds dx, dy to every position of one row, vertices included. Shared by drag, keys, Move_Entries and copies. Error 6
+// where a position would leave 16 bits; nothing is changed then. Shift_Vertices leaves stop marks alone.
 void Shift_Row(EntryRow& row, int dx, int dy);
 void Shift_Vertices(const EntryRow& row, int dx, int dy);
