@@ -15,7 +15,7 @@
 namespace texts = table_texts;
 using namespace table_file;
 
-void table_file::Tell_Known_Tables() { Set_Known_Tables({MapData_Def(), Qdata_Def()}); }
+void table_file::Tell_Known_Tables() { Set_Known_Tables({MapData_Def(), Qdata_Def(), Vertex_Def({})}); }
 
 namespace {
 
