@@ -106,13 +106,18 @@ QString Name_For_Message(const EntryRow& row) {
   return row.Eintrag.trimmed().isEmpty() || row.Eintrag == id ? id : id + QStringLiteral(": ") + row.Eintrag;
 }
 
+// The rows of the net and of the raster's design keep other numbers where entries have their position.
+bool Has_Position(const EntryType& type) {
+  return type.Kind() != EntryKind::Net && type.Kind() != EntryKind::PlanDesign && type.Kind() != EntryKind::Nothing;
+}
+
 MoveWork Plan_Move(int dx, int dy, bool markedOnly) {
   MoveWork work;
   QSet<QString> seen;
   work.rows = Collect_Changes([&](EntryRow& row, qint64) {
     const EntryType type = EntryType::Parse(row.Typ);
     if (markedOnly && type.mark == Mark::None) return;
-    if (type.Kind() == EntryKind::Net || !work.tooFar.isEmpty()) return;
+    if (!Has_Position(type) || !work.tooFar.isEmpty()) return;
     try {
       Shift_Row(row, dx, dy);
     } catch (const Error&) {
