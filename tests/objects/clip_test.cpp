@@ -61,8 +61,7 @@ TEST(ClipOutline, KeepsFewOfManyVertices) {
   }
   Points kept;
   Clip_Outline(circle, QRectF(8900, -50, 200, 100), false, kept);
-  EXPECT_LT(kept.size(), 30U);
-  EXPECT_GT(kept.size(), 10U);
+  EXPECT_TRUE(kept.size() > 10 && kept.size() < 30) << kept.size();
 }
 
 TEST(CutFar, AddsCornersOfTheLimit) {
@@ -74,7 +73,7 @@ TEST(CutFar, AddsCornersOfTheLimit) {
   Cut_Far(around, limit, true);
   ASSERT_EQ(around.size(), 4U);
   for (const QPointF corner : {limit.topLeft(), limit.topRight(), limit.bottomLeft(), limit.bottomRight()})
-    EXPECT_NE(std::find(around.begin(), around.end(), corner), around.end());
+    EXPECT_EQ(std::count(around.begin(), around.end(), corner), 1);
   // An open line is cut at both ends and not closed.
   Points line{{-100, 50}, {200, 50}};
   Cut_Far(line, limit, false);
@@ -84,29 +83,26 @@ TEST(CutFar, AddsCornersOfTheLimit) {
   EXPECT_TRUE(away.empty());
 }
 
-// What is drawn of the shortened outline is, inside the window, to the pixel what is drawn of the whole one.
-class ClipPixels : public ::testing::TestWithParam<std::tuple<bool, bool>> {};
-
 QImage Drawn(const Points& points, bool closed, bool rounded, double width) {
   Drawing drawing(160, 120);
   drawing.surface->pen = {
       .ForeColor = blue, .FillColor = yellow, .DrawWidth = width, .fill = closed ? FillStyle::Solid : FillStyle::None};
   Points curve;
-  if (!rounded) {
-    closed ? drawing.surface->Polygon(points) : drawing.surface->Polyline(points);
-  } else {
+  if (rounded) {
     closed ? Bezier_Points(points, curve) : Bezier_Points_Open(points, curve);
     drawing.surface->Bezier(curve, closed);
+  } else {
+    closed ? drawing.surface->Polygon(points) : drawing.surface->Polyline(points);
   }
-  drawing.surface.reset();
-  return drawing.image;
+  return drawing.image.copy();
 }
 
-TEST_P(ClipPixels, NothingVisibleChanges) {
-  const auto [closed, rounded] = GetParam();
+// What is drawn of the shortened outline is, inside the window, to the pixel what is drawn of the whole one.
+TEST(ClipOutline, NothingVisibleChanges) {
   std::mt19937 random(4711);
   int shortened = 0;
-  for (int round = 0; round < 300; ++round) {
+  for (int round = 0; round < 1200; ++round) {
+    const bool closed = round % 4 < 2, rounded = round % 8 < 4;
     const int reach = round % 3 == 0 ? 200 : round % 3 == 1 ? 800 : 3000;
     std::uniform_int_distribution<int> place(-reach, reach), count(2, 40);
     Points points;
@@ -122,9 +118,7 @@ TEST_P(ClipPixels, NothingVisibleChanges) {
     shortened += kept.size() < points.size();
     ASSERT_EQ(Drawn(kept, closed, rounded, width), Drawn(points, closed, rounded, width)) << "round " << round;
   }
-  EXPECT_GT(shortened, 100);
+  EXPECT_GT(shortened, 400);
 }
-
-INSTANTIATE_TEST_SUITE_P(Outlines, ClipPixels, ::testing::Combine(::testing::Bool(), ::testing::Bool()));
 
 }  // namespace

@@ -2,17 +2,11 @@
 
 #include "objects/drawing.h"
 
-namespace {
-
 TEST(ViewTransform, WholePixelsWithHalvesToEven) {
   const ViewTransform view{.Left = 100, .Top = -50, .Zoom = 2};
-  EXPECT_EQ(view.X(103), 2);  // 1.5
-  EXPECT_EQ(view.X(105), 2);  // 2.5
-  EXPECT_EQ(view.X(97), -2);  // -1.5
-  EXPECT_EQ(view.X(95), -2);  // -2.5
-  EXPECT_EQ(view.X(94), -3);
-  EXPECT_EQ(view.Y(-49), 0);        // 0.5
-  EXPECT_EQ(view.X(32767), 16334);  // 16333.5
+  const std::pair<double, double> cases[] = {{103, 2}, {105, 2}, {97, -2}, {95, -2}, {94, -3}, {32767, 16334}};
+  for (const auto& [map, window] : cases) EXPECT_EQ(view.X(map), window) << map;
+  EXPECT_EQ(view.Y(-49), 0);  // 0.5
   ViewTransform paper = view;
   paper.whole = false;
   EXPECT_EQ(paper.X(103), 1.5);
@@ -21,9 +15,5 @@ TEST(ViewTransform, WholePixelsWithHalvesToEven) {
 }
 
 TEST(ViewTransform, TurnsCounterClockwiseAsSeen) {
-  const QPointF up = Turned({60, 50}, {50, 50}, 90);
-  EXPECT_NEAR(up.x(), 50, 1e-9);
-  EXPECT_NEAR(up.y(), 40, 1e-9);
+  EXPECT_LT((Turned({60, 50}, {50, 50}, 90) - QPointF(50, 40)).manhattanLength(), 1e-9);
 }
-
-}  // namespace

@@ -1,39 +1,11 @@
 #include "objects/hatch.h"
 
-#include <QLineF>
-
 #include "objects/drawing.h"
+#include "support/recording_surface.h"
 
 namespace {
 
 const std::vector<QPointF> square{{10, 10}, {60, 10}, {60, 60}, {10, 60}};
-
-// A sheet of paper that only takes lines down.
-class PaperLines final : public Surface {
- public:
-  std::vector<QLineF> lines;
-  QRectF Extent() const override { return QRectF(0, 0, 500, 500); }
-  bool IsPaper() const override { return true; }
-  void Line(QPointF from, QPointF to) override { lines.emplace_back(from, to); }
-  void Cls(QRgb) override {}
-  void SetClip(const QRectF&) override {}
-  void PaintPicture(const QRectF&, const QImage&, const QRectF&) override {}
-  void Box(const QRectF&) override {}
-  void FilledBox(const QRectF&, QRgb) override {}
-  void Ellipse(const QRectF&) override {}
-  void Polyline(std::span<const QPointF>) override {}
-  void Polygon(std::span<const QPointF>) override {}
-  void Bezier(std::span<const QPointF>, bool) override {}
-  bool SetFont(const FontKey&) override { return true; }
-  const FontKey& Font() const override { return font; }
-  int TextWidth(const QString&) override { return 0; }
-  int TextHeight(const QString&) override { return 0; }
-  void Print(QPointF, const QString&) override {}
-  void PrintRotated(QPointF, const QString&, double) override {}
-
- private:
-  FontKey font;
-};
 
 Drawing Hatched(FillStyle pattern, double width, const std::vector<QPointF>& outline = square, double left = 0) {
   Drawing drawing;
@@ -44,13 +16,14 @@ Drawing Hatched(FillStyle pattern, double width, const std::vector<QPointF>& out
 }
 
 TEST(Hatch, LinesAreEightPixelsApartWithGapsBetween) {
-  const Drawing level = Hatched(FillStyle::Horizontal, 1);
-  for (int y = 0; y < 100; ++y) EXPECT_EQ(level.At(30, y), y >= 10 && y < 60 && y % 8 == 0 ? blue : white) << y;
+  const Drawing level = Hatched(FillStyle::Horizontal, 1), upright = Hatched(FillStyle::Vertical, 1);
+  for (int i = 0; i < 100; ++i) {
+    const QRgb wanted = i >= 10 && i < 60 && i % 8 == 0 ? blue : white;
+    EXPECT_EQ(level.At(30, i), wanted) << i;
+    EXPECT_EQ(upright.At(i, 30), wanted) << i;
+  }
   EXPECT_EQ(level.Extent(blue), QRect(QPoint(10, 16), QPoint(59, 56)));
-  const Drawing upright = Hatched(FillStyle::Vertical, 1);
-  for (int x = 0; x < 100; ++x) EXPECT_EQ(upright.At(x, 30), x >= 10 && x < 60 && x % 8 == 0 ? blue : white) << x;
-  const Drawing wide = Hatched(FillStyle::Horizontal, 3);
-  EXPECT_EQ(wide.Count(blue, QRect(30, 10, 1, 50)), 3 * 6);
+  EXPECT_EQ(Hatched(FillStyle::Horizontal, 3).Count(blue, QRect(30, 10, 1, 50)), 3 * 6);
 }
 
 TEST(Hatch, SlantsAsNamed) {
@@ -71,9 +44,7 @@ TEST(Hatch, LeavesHolesAndStaysWithinTheOutline) {
   const Drawing ring =
       Hatched(FillStyle::Horizontal, 1,
               {{10, 10}, {90, 10}, {90, 90}, {10, 90}, {10, 10}, {30, 30}, {30, 70}, {70, 70}, {70, 30}, {30, 30}});
-  EXPECT_EQ(ring.At(20, 48), blue);
-  EXPECT_EQ(ring.At(50, 48), white);
-  EXPECT_EQ(ring.At(80, 48), blue);
+  ring.Expect({{20, 48, blue}, {50, 48, white}, {80, 48, blue}});
   // A vertex exactly on a hatch line counts once.
   const Drawing kite = Hatched(FillStyle::Horizontal, 1, {{50, 16}, {90, 48}, {50, 80}, {10, 48}});
   EXPECT_EQ(kite.Count(blue, QRect(0, 48, 100, 1)), 80);
@@ -96,13 +67,17 @@ TEST(Hatch, CrossingsAreInvertedOnce) {
 }
 
 TEST(Hatch, IsTwoMillimetresApartOnPaper) {
-  PaperLines paper;
-  DrawContext context{paper, {.Left = 3, .Zoom = 1, .whole = false}, QRectF(0, 0, 500, 500)};
+  RecordingSurface paper(QRectF(0, 0, 500, 500), true);
+  DrawContext context{paper, {.Left = 3, .Zoom = 1, .whole = false}, paper.Extent()};
   Draw_Hatch(context, square, FillStyle::Vertical, 0.5);
-  ASSERT_EQ(paper.lines.size(), 7U);  // 50 pixels are 13.2 mm
-  for (size_t i = 1; i < 7; ++i) EXPECT_NEAR(paper.lines[i].x1() - paper.lines[i - 1].x1(), 2 * 96 / 25.4, 1e-9);
-  EXPECT_EQ(paper.lines[0].y1(), 10);
-  EXPECT_EQ(paper.lines[0].y2(), 60);
+  ASSERT_EQ(paper.calls.size(), 7U);  // 50 pixels are 13.2 mm
+  for (size_t i = 0; i < 7; ++i) {
+    EXPECT_EQ(paper.calls[i].what, "Line");
+    const QPointF from = paper.calls[i].points[0], to = paper.calls[i].points[1];
+    EXPECT_NEAR(from.x() - paper.calls[0].points[0].x(), static_cast<double>(i) * 2 * 96 / 25.4, 1e-9);
+    EXPECT_EQ(to - from, QPointF(0, 50));
+  }
+  EXPECT_EQ(paper.calls[0].points[0].y(), 10);
 }
 
 TEST(Hatch, LiesFastOnTheMap) {
@@ -115,9 +90,7 @@ TEST(Hatch, LiesFastOnTheMap) {
 
 TEST(Hatch, FarOutlinesCostNoMoreThanTheWindow) {
   const Drawing huge = Hatched(FillStyle::Cross, 1, {{-9000, -9000}, {9000, -9000}, {9000, 9000}, {-9000, 9000}});
-  EXPECT_EQ(huge.At(0, 0), blue);
-  EXPECT_EQ(huge.At(99, 96), blue);
-  EXPECT_EQ(huge.At(99, 99), white);
+  huge.Expect({{0, 0, blue}, {99, 96, blue}, {99, 99, white}});
 }
 
 }  // namespace

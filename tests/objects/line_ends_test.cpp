@@ -56,29 +56,20 @@ TEST(LineEndsDrawing, FlagsSayWhere) {
     LineEnds ends = Ends(LineEnds::Shape::Rectangle, 4, 4);
     ends.atStart = c.start, ends.atEnd = c.end, ends.partial = c.partial;
     Draw_Line_Ends(drawing.context, ends, line, false, blue, 1);
-    EXPECT_EQ(drawing.At(24, 54), c.atStart);
-    EXPECT_EQ(drawing.At(64, 54), c.atBend);
-    EXPECT_EQ(drawing.At(56, 6), c.atEnd);
+    drawing.Expect({{24, 54, c.atStart}, {64, 54, c.atBend}, {56, 6, c.atEnd}});
   }
 }
 
 TEST(LineEndsDrawing, ShapesAndFilling) {
   const std::vector<QPoint> line{{10, 50}, {80, 50}};
   LineEnds ends = Ends(LineEnds::Shape::Arrow, 8, 8);  // 30 pixels long, 15 to either side
-  Drawing arrow;
+  Drawing arrow, hollow, circle, zoomed;
   Draw_Line_Ends(arrow.context, ends, line, false, blue, 1);
-  EXPECT_EQ(arrow.At(55, 60), blue);   // near the base: wide
-  EXPECT_EQ(arrow.At(75, 60), white);  // near the tip: slim
-  EXPECT_EQ(arrow.At(78, 50), blue);
+  arrow.Expect({{55, 60, blue}, {75, 60, white}, {78, 50, blue}});  // wide at the base, slim near the tip
   EXPECT_EQ(arrow.Extent(blue).right(), 80);
-
-  Drawing hollow;
   ends.filled = false;
   Draw_Line_Ends(hollow.context, ends, line, false, blue, 1);
-  EXPECT_EQ(hollow.At(55, 55), white);
-  EXPECT_EQ(hollow.At(50, 55), blue);  // its base
-
-  Drawing circle;
+  hollow.Expect({{55, 55, white}, {50, 55, blue}});  // only its base
   ends = Ends(LineEnds::Shape::Circle, 8, 4);
   Draw_Line_Ends(circle.context, ends, line, false, blue, 1);
   const QRect extent = circle.Extent(blue);
@@ -86,8 +77,6 @@ TEST(LineEndsDrawing, ShapesAndFilling) {
   EXPECT_NEAR(extent.width(), 31, 1);
   EXPECT_NEAR(extent.height(), 16, 1);
   EXPECT_EQ(circle.At(66, 44), white);  // no box: its corner is free
-
-  Drawing zoomed;
   zoomed.context.view.Zoom = 2;
   Draw_Line_Ends(zoomed.context, Ends(LineEnds::Shape::Rectangle, 8, 8), line, false, blue, 1);
   EXPECT_NEAR(zoomed.Extent(blue).width(), 16, 1);

@@ -20,7 +20,7 @@ class NorthArrowTest : public FluraxTest {
       Append_Entry(row);
     }
   }
-  std::vector<EntryRow> Rows() {
+  static std::vector<EntryRow> Rows() {
     std::vector<EntryRow> rows;
     const KeepCurrentRow keep;
     for (rsEntries->MoveFirst(); !rsEntries->Eof(); rsEntries->MoveNext()) rows.push_back(Read_Entry(*rsEntries));
@@ -73,30 +73,22 @@ TEST_F(NorthArrowTest, SecondOneReplacesTheFirstAndNothingElse) {
 TEST(NorthArrowDrawing, PointsFromFootToTip) {
   Drawing drawing;
   const QRectF box = Draw_North_Arrow(drawing.context, Make_North_Arrow({50, 90}, 1, 2), drawing.colors);
-  EXPECT_EQ(drawing.At(47, 60), blue);                       // dark half
-  EXPECT_EQ(drawing.At(53, 60), yellow);                     // light half
-  EXPECT_EQ(drawing.At(50, 86), white);                      // the notch at its foot
-  EXPECT_GT(drawing.Count(blue, QRect(40, 10, 20, 19)), 8);  // the letter above its tip
+  drawing.Expect({{47, 60, blue}, {53, 60, yellow}, {50, 86, white}});  // both halves, the notch at its foot
+  EXPECT_GT(drawing.Count(blue, QRect(40, 10, 20, 19)), 8);             // the letter above its tip
   EXPECT_TRUE(box.contains(QRectF(45, 30, 10, 60)));
   EXPECT_TRUE(QRectF(30, 5, 40, 96).contains(box));
 
-  Drawing east;  // turned: the tip lies to the right
+  Drawing east, old, beside;
   EntryRow row = Make_North_Arrow({20, 50}, 1, 2);
   row.Xline = 80, row.Yline = 50;
   Draw_North_Arrow(east.context, row, east.colors);
-  EXPECT_EQ(east.At(50, 47), blue);
-  EXPECT_EQ(east.At(50, 53), yellow);
-
-  Drawing old;  // a row without a tip takes its length from the size
-  row.Xline = row.Yline = 0;
+  east.Expect({{50, 47, blue}, {50, 53, yellow}}, "tip to the right");
+  row.Xline = row.Yline = 0;  // a row without a tip takes its length from the size
   row.Ymap = 90;
   row.Groesse = -4;
   Draw_North_Arrow(old.context, row, old.colors);
-  EXPECT_EQ(old.At(15, 75), white);
+  old.Expect({{15, 75, white}, {20, 40, white}}, "old");
   EXPECT_NE(old.At(20, 65), white);
-  EXPECT_EQ(old.At(20, 40), white);
-
-  Drawing beside;
   EXPECT_TRUE(Draw_North_Arrow(beside.context, Make_North_Arrow({500, 90}, 1, 2), beside.colors).isEmpty());
 }
 

@@ -9,21 +9,25 @@ const std::vector<QPoint> level{{10, 50}, {90, 50}};
 
 EntryRow Row(int xline, int yline, int ra = 0) {
   EntryRow row;
-  row.Xline = xline;
-  row.Yline = yline;
+  row.Xline = xline, row.Yline = yline;
   row.RA = ra;
   row.Typ = 4;
   return row;
 }
 
+bool Draw(Drawing& drawing, const char* id, const EntryRow& row, const std::vector<QPoint>& points,
+          LineOptions options = {}) {
+  return Draw_Line_Entry(drawing.context, row, EntryId::Parse(id), points, drawing.colors, options);
+}
 bool Draw_Area(Drawing& drawing, const EntryRow& row, const std::vector<QPoint>& points, LineOptions options = {}) {
-  return Draw_Line_Entry(drawing.context, row, EntryId::Parse(QStringLiteral("Flaeche0")), points, drawing.colors,
-                         options);
+  return Draw(drawing, "Flaeche0", row, points, options);
+}
+bool Draw_Line(Drawing& drawing, const EntryRow& row, const std::vector<QPoint>& points, LineOptions options = {}) {
+  return Draw(drawing, "Linie0", row, points, options);
 }
 
-bool Draw_Line(Drawing& drawing, const EntryRow& row, const std::vector<QPoint>& points, LineOptions options = {}) {
-  return Draw_Line_Entry(drawing.context, row, EntryId::Parse(QStringLiteral("Linie0")), points, drawing.colors,
-                         options);
+void Expect_Hits(const Drawing& drawing, const std::vector<QPointF>& points, bool hit) {
+  for (const QPointF& point : points) EXPECT_EQ(drawing.regions.AnyAt(point), hit) << point.x() << ',' << point.y();
 }
 
 TEST(Area, FillCodesAndOutline) {
@@ -37,9 +41,7 @@ TEST(Area, FillCodesAndOutline) {
                         Case{-8, ground & blue}, Case{2, yellow}, Case{-2, ground & yellow}}) {
     Drawing drawing(100, 100, ground);
     EXPECT_TRUE(Draw_Area(drawing, Row(1, c.code), square));
-    EXPECT_EQ(drawing.At(50, 51), c.inside) << c.code;
-    EXPECT_EQ(drawing.At(20, 50), red) << c.code;  // framed: outline in RA
-    EXPECT_EQ(drawing.At(85, 50), ground) << c.code;
+    drawing.Expect({{50, 51, c.inside}, {20, 50, red}, {85, 50, ground}});  // framed: outline in RA
   }
   Drawing unframed;
   Draw_Area(unframed, Row(1, 1, -100), square);
@@ -47,27 +49,21 @@ TEST(Area, FillCodesAndOutline) {
 }
 
 TEST(Area, HatchHasTheOutlinesWidth) {
-  Drawing drawing;
+  Drawing drawing, clear;
   Draw_Area(drawing, Row(3, 2), square);
-  int lines = 0;
-  for (int y = 24; y < 76; ++y) lines += drawing.At(50, y) == blue;
-  EXPECT_EQ(lines, 7 * 3 - 1);  // about 24, 32, .. 72; the first one begins a pixel above
+  EXPECT_EQ(drawing.Count(blue, QRect(50, 24, 1, 52)), 7 * 3 - 1);  // about 24, 32, .. 72; the first begins above
   EXPECT_EQ(drawing.At(50, 28), yellow);
-  Drawing clear;
   clear.colors.HG = white;
   Draw_Area(clear, Row(1, -5), square);
-  EXPECT_EQ(clear.At(48, 40), blue);
-  EXPECT_EQ(clear.At(49, 40), white);
+  clear.Expect({{48, 40, blue}, {49, 40, white}});
 }
 
 TEST(Area, RoundedCornersAreCutOff) {
   Drawing drawing;
   Draw_Area(drawing, Row(1, 1), square, {.rounded = true});
-  EXPECT_EQ(drawing.At(22, 22), white);
-  EXPECT_EQ(drawing.At(50, 20), red);  // the middle of a side is on the curve
-  EXPECT_EQ(drawing.At(50, 50), yellow);
-  EXPECT_TRUE(drawing.regions.AnyAt({50, 50}));
-  EXPECT_FALSE(drawing.regions.AnyAt({22, 22}));
+  drawing.Expect({{22, 22, white}, {50, 20, red}, {50, 50, yellow}});  // the middle of a side is on the curve
+  Expect_Hits(drawing, {{50, 50}}, true);
+  Expect_Hits(drawing, {{22, 22}}, false);
 }
 
 TEST(Area, EnclosingTheWindowFillsItAtEveryZoom) {
@@ -87,10 +83,13 @@ TEST(Area, EnclosingTheWindowFillsItAtEveryZoom) {
 }
 
 TEST(Area, SelfCrossingAndDegenerateOutlinesDoNoHarm) {
-  Drawing drawing;
+  Drawing drawing, empty;
+  EXPECT_FALSE(Draw_Line(empty, Row(1, 1), {{50, 50}}));
+  EXPECT_FALSE(Draw_Line(empty, Row(1, 1), {}));
+  EXPECT_EQ(empty.Count(white), 10000);
+  EXPECT_EQ(empty.regions.Count(), 0);
   Draw_Area(drawing, Row(1, 1), {{20, 20}, {80, 80}, {80, 20}, {20, 80}});
-  EXPECT_EQ(drawing.At(70, 50), yellow);
-  EXPECT_EQ(drawing.At(50, 25), white);
+  drawing.Expect({{70, 50, yellow}, {50, 25, white}});
   for (const bool rounded : {false, true}) {
     EXPECT_TRUE(Draw_Area(drawing, Row(1, 3), {{5, 5}, {5, 5}, {5, 5}}, {.rounded = rounded}));
     EXPECT_TRUE(Draw_Line(drawing, Row(3, 1), {{5, 5}, {5, 5}, {5, 5}}, {.rounded = rounded}));
@@ -98,52 +97,32 @@ TEST(Area, SelfCrossingAndDegenerateOutlinesDoNoHarm) {
   }
 }
 
-TEST(Line, OneVertexDrawsNothing) {
-  Drawing drawing;
-  EXPECT_FALSE(Draw_Line(drawing, Row(1, 1), {{50, 50}}));
-  EXPECT_FALSE(Draw_Line(drawing, Row(1, 1), {}));
-  EXPECT_EQ(drawing.Count(white), 10000);
-  EXPECT_EQ(drawing.regions.Count(), 0);
-}
-
 TEST(Line, WidthStyleAndModeComeFromTheRow) {
-  Drawing wide;
-  Draw_Line(wide, Row(6, 1), level);
-  EXPECT_EQ(wide.Count(blue, QRect(50, 0, 1, 100)), 6);
-  Drawing reduced;
-  reduced.context.view.Zoom = 2;
-  Draw_Line(reduced, Row(6, 1), level);
-  EXPECT_EQ(reduced.Count(blue, QRect(30, 0, 1, 100)), 3);
-  Drawing thin;
-  thin.context.view.Zoom = 20;
-  Draw_Line(thin, Row(6, 1), {{200, 500}, {1800, 500}});
-  EXPECT_EQ(thin.Count(blue, QRect(50, 0, 1, 100)), 1);
-
-  Drawing dashed, dotted;
+  for (const auto& [zoom, width] : {std::pair(1, 6), {2, 3}, {20, 1}}) {
+    Drawing line;
+    line.context.view.Zoom = zoom;
+    Draw_Line(line, Row(6, 1), {{10 * zoom, 50 * zoom}, {90 * zoom, 50 * zoom}});
+    EXPECT_EQ(line.Count(blue, QRect(50, 0, 1, 100)), width) << zoom;
+  }
+  Drawing dashed, dotted, transparent(100, 100, yellow);
   Draw_Line(dashed, Row(1, 2), level);
   Draw_Line(dotted, Row(1, 3), level);
   EXPECT_LT(dotted.Count(blue), dashed.Count(blue));
   EXPECT_LT(dashed.Count(blue), 75);
   EXPECT_GT(dotted.Count(blue), 20);
-
-  Drawing transparent(100, 100, yellow);
   Draw_Line(transparent, Row(1, -1), level);
   EXPECT_EQ(transparent.At(50, 50), yellow & blue);
-
-  EXPECT_EQ(Line_Style(5).pen, PenStyle::DashDotDot);
-  EXPECT_EQ(Line_Style(0).pen, PenStyle::Solid);
-  EXPECT_EQ(Line_Style(99).pen, PenStyle::Solid);
+  const std::pair<int, PenStyle> styles[] = {
+      {0, PenStyle::Solid}, {-4, PenStyle::DashDot}, {5, PenStyle::DashDotDot}, {99, PenStyle::Solid}};
+  for (const auto& [stored, pen] : styles) EXPECT_EQ(Line_Style(stored).pen, pen) << stored;
   EXPECT_TRUE(Line_Style(-4).transparent);
-  EXPECT_EQ(Line_Style(-4).pen, PenStyle::DashDot);
 }
 
 TEST(Line, RoundedRunsFromEndToEnd) {
   Drawing drawing;
   Draw_Line(drawing, Row(1, 1), {{10, 90}, {10, 10}, {90, 10}}, {.rounded = true});
-  EXPECT_EQ(drawing.At(10, 89), blue);
-  EXPECT_EQ(drawing.At(88, 10), blue);
-  EXPECT_EQ(drawing.At(10, 10), white);
-  EXPECT_EQ(drawing.At(20, 20), blue);  // (p0 + 6 v + p1) / 8 of x: (10 + 60 + 90) / 8
+  // Half way (p0 + 6 v + p1) / 8, of x (10 + 60 + 90) / 8.
+  drawing.Expect({{10, 89, blue}, {20, 20, blue}, {88, 10, blue}, {10, 10, white}});
 }
 
 TEST(Line, DashesStayInPlaceWhenTheStartLeavesTheWindow) {
@@ -163,15 +142,8 @@ TEST(Line, HitStripLiesFivePixelsAndHalfTheWidthBeside) {
   ASSERT_EQ(drawing.regions.Count(), 1);
   EXPECT_EQ(drawing.regions.Row(1).key, 7);
   EXPECT_EQ(drawing.regions.Row(1).kind, 0);
-  EXPECT_TRUE(drawing.regions.AnyAt({30, 56}));
-  EXPECT_FALSE(drawing.regions.AnyAt({30, 58}));
-  EXPECT_TRUE(drawing.regions.AnyAt({30, 44}));
-  EXPECT_FALSE(drawing.regions.AnyAt({30, 42}));
-  EXPECT_TRUE(drawing.regions.AnyAt({56, 30}));
-  EXPECT_TRUE(drawing.regions.AnyAt({55, 55}));  // the outer side of the bend
-  EXPECT_FALSE(drawing.regions.AnyAt({5, 50}));  // no longer than the line
-  EXPECT_FALSE(drawing.regions.AnyAt({30, 20}));
-
+  Expect_Hits(drawing, {{30, 56}, {30, 44}, {56, 30}, {55, 55}}, true);  // and on the outer side of the bend
+  Expect_Hits(drawing, {{30, 58}, {30, 42}, {5, 50}, {30, 20}}, false);  // no longer than the line
   Drawing still;
   still.context.inactive = true;
   Draw_Line(still, Row(4, 1), level);
@@ -187,26 +159,21 @@ TEST(Line, StripOfASharpBendDoesNotRunAway) {
 }
 
 TEST(Line, InHandShowsHandlesAndHasNoRegion) {
-  Drawing drawing;
-  Draw_Line(drawing, Row(1, 1), {{10, 50}, {90, 50}}, {.inHand = true});
+  Drawing drawing, highlighted;
+  Draw_Line(drawing, Row(1, 1), level, {.inHand = true});
   EXPECT_EQ(drawing.Count(blue, QRect(8, 48, 4, 4)), 16);
   EXPECT_EQ(drawing.regions.Count(), 0);
-  Drawing highlighted;
   Draw_Line(highlighted, Row(1, 1), level, {.inHand = true, .highlighted = true});
-  EXPECT_EQ(highlighted.At(50, 49), blue);
-  EXPECT_EQ(highlighted.At(50, 50), white);  // blue over blue, not-xor
+  highlighted.Expect({{50, 49, blue}, {50, 50, white}});  // blue over blue, not-xor
 }
 
 TEST(Line, EndsAreDrawnWhereTheIdSaysSo) {
-  Drawing drawing;
-  EntryId id = EntryId::Parse(QStringLiteral("Linie3 - P1010L8.0B8.0"));
-  ASSERT_TRUE(id.ends.has_value());
-  Draw_Line_Entry(drawing.context, Row(1, 1), id, level, drawing.colors);
-  EXPECT_EQ(drawing.At(62, 60), blue);
-  EXPECT_EQ(drawing.At(38, 60), white);
+  Drawing drawing, beyond;
+  const char* const id = "Linie3 - P1010L8.0B8.0";
+  Draw(drawing, id, Row(1, 1), level);
+  drawing.Expect({{62, 60, blue}, {38, 60, white}});
   // An end outside the window is not drawn, the line is.
-  Drawing beyond;
-  Draw_Line_Entry(beyond.context, Row(1, 1), id, std::vector<QPoint>{{10, 50}, {400, 50}}, beyond.colors);
+  Draw(beyond, id, Row(1, 1), {{10, 50}, {400, 50}});
   EXPECT_EQ(beyond.Count(blue), 90);
 }
 

@@ -5,9 +5,10 @@
 
 namespace {
 
+const QRgb fields[] = {black, yellow, black, yellow, black};
+
 EntryRow Row(int x, int y, int length, int hg = 0) {
   EntryRow row;
-  row.ID = QStringLiteral("Maßstab");
   row.Eintrag = QStringLiteral(" km");
   row.Schrift = QStringLiteral("5");
   row.Groesse = 5;
@@ -30,17 +31,16 @@ TEST(ScaleBar, RowIsRead) {
                         {"kilometer", "", 3, " km", "3 km", 3},
                         {" m", "0,5", 0, " m", "0,5 m", 0.5},
                         {"Fuß", "10", 10, " Fuß", "10 Fuß", 10}};
-  for (const Case& c : cases) {
+  for (const auto& [eintrag, schrift, groesse, unit, text, number] : cases) {
     EntryRow row = Row(10, 10, 200);
-    row.Eintrag = QString::fromUtf8(c.eintrag);
-    row.Schrift = QString::fromUtf8(c.schrift);
-    row.Groesse = c.groesse;
+    row.Eintrag = eintrag;
+    row.Schrift = schrift;
+    row.Groesse = groesse;
     const ScaleValue scale = Scale_Of(row);
     EXPECT_TRUE(scale.valid);
-    EXPECT_EQ(scale.unit.toStdString(), c.unit);
-    EXPECT_EQ(scale.text.toStdString(), c.text);
-    EXPECT_DOUBLE_EQ(scale.number, c.number);
-    EXPECT_DOUBLE_EQ(scale.unitPerPixel, c.number / 200);
+    EXPECT_EQ(std::pair(scale.unit, scale.text), std::pair(QString(unit), QString(text)));
+    EXPECT_DOUBLE_EQ(scale.number, number);
+    EXPECT_DOUBLE_EQ(scale.unitPerPixel, number / 200);
   }
   EXPECT_TRUE(Scale_Of(Row(0, 0, 100, 1)).vertical);
   EXPECT_FALSE(Scale_Of(Row(0, 0, 100, 9)).vertical);
@@ -61,39 +61,26 @@ TEST(ScaleBar, SetsTheMapsScale) {
 TEST(ScaleBar, HasFiveStepsBlackAndYellow) {
   Drawing drawing(160, 100);
   const QRectF box = Draw_Scale_Bar(drawing.context, Row(20, 30, 100));
-  const QRgb fields[] = {black, yellow, black, yellow, black};
   for (int i = 0; i < 5; ++i) EXPECT_EQ(drawing.At(30 + 20 * i, 34), fields[i]) << i;
   EXPECT_EQ(drawing.Extent(yellow), QRect(41, 31, 59, 7));  // within the blue rim
-  EXPECT_EQ(drawing.At(50, 30), blue);
-  EXPECT_EQ(drawing.At(50, 38), blue);
-  EXPECT_EQ(drawing.At(50, 39), white);
+  drawing.Expect({{50, 30, blue}, {50, 38, blue}, {50, 39, white}});
   // Ticks from 10 above to 20 below, at both ends; not-xor, so that they show against the rim too.
-  EXPECT_EQ(drawing.At(20, 34), white);
-  for (const int x : {20, 120}) {
-    EXPECT_EQ(drawing.At(x, 21), blue) << x;
-    EXPECT_EQ(drawing.At(x, 56), blue) << x;
-    EXPECT_EQ(drawing.At(x, 19), white) << x;
-  }
-  // The text stands in the middle under the bar.
-  int text = 0;
-  for (int y = 43; y < 60; ++y)
-    for (int x = 50; x < 90; ++x) text += drawing.At(x, y) != white;
-  EXPECT_GT(text, 20);
+  drawing.Expect({{20, 34, white}, {20, 21, blue}, {20, 56, blue}, {20, 19, white}});
+  drawing.Expect({{120, 21, blue}, {120, 56, blue}, {120, 19, white}});
+  EXPECT_GT(Count_Pixels(drawing.image, QRect(50, 43, 40, 17), Is_Ink), 20);  // the text, in the middle under the bar
   EXPECT_TRUE(box.contains(QRectF(20, 20, 101, 30)));
 }
 
 TEST(ScaleBar, StandsWhenVertical) {
   Drawing drawing(100, 160);
   Draw_Scale_Bar(drawing.context, Row(20, 30, 100, 1));
-  const QRgb fields[] = {black, yellow, black, yellow, black};
   for (int i = 0; i < 5; ++i) EXPECT_EQ(drawing.At(24, 40 + 20 * i), fields[i]) << i;
-  const auto Ink = [](const Drawing& d, QRect area) { return area.width() * area.height() - d.Count(white, area); };
-  EXPECT_GT(Ink(drawing, QRect(38, 50, 20, 60)), 20);  // turned text to the right
+  EXPECT_GT(Count_Pixels(drawing.image, QRect(38, 50, 20, 60), Is_Ink), 20);  // turned text to the right
   // Near the right edge the text goes to the left side.
   Drawing edge(100, 160);
   const QRectF box = Draw_Scale_Bar(edge.context, Row(70, 30, 100, 1));
-  EXPECT_GT(Ink(edge, QRect(50, 50, 18, 60)), 20);
-  EXPECT_EQ(Ink(edge, QRect(80, 50, 19, 60)), 0);
+  EXPECT_GT(Count_Pixels(edge.image, QRect(50, 50, 18, 60), Is_Ink), 20);
+  EXPECT_EQ(Count_Pixels(edge.image, QRect(80, 50, 19, 60), Is_Ink), 0);
   EXPECT_LT(box.left(), 56);
 }
 

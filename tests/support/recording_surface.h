@@ -1,64 +1,43 @@
 #pragma once
-#include <QImage>
-#include <QString>
-#include <memory>
+#include <QStringList>
 #include <vector>
 
 #include "platform/surface.h"
 
-// One drawing call with the state it was made in.
-struct DrawCall {
-  QString what;  // name of the method: "Line", "Box", "Print", ...
-  PenState pen;
-  FontKey font;
-  std::vector<QPointF> points;  // ends, corners, or the place of a text
-  QRectF box;                   // of boxes, ellipses, clips and pictures (their target)
-  QRectF source;                // part of a picture
-  QString text;
-  QRgb color = 0;       // of FilledBox and Cls
-  double degrees = 0;   // of PrintRotated
-  bool closed = false;  // of Bezier
-  // "Box 10,20 30x40", "Line 1,2 3,4", "Print 5,6 Text": for comparing whole sequences.
-  QString Text() const;
-};
-
-// A surface that draws nothing and writes down what it is told. Texts are measured as on an image.
-class RecordingSurface : public Surface {
+// A surface that draws nothing and writes down the calls that would draw.
+class RecordingSurface final : public Surface {
  public:
-  explicit RecordingSurface(QSize size = {1600, 1000}, bool paper = false);
-  ~RecordingSurface() override;
-
-  const std::vector<DrawCall>& Calls() const { return calls; }
-  std::vector<DrawCall> Calls(const QString& what) const;  // those of one method
-  QStringList Texts() const;                               // every call as text
-  int Count(const QString& what) const { return static_cast<int>(Calls(what).size()); }
-  void Forget() { calls.clear(); }
+  struct Call {
+    QString what;                 // name of the method
+    std::vector<QPointF> points;  // ends, corners, or the place of a text; of a box its upper left and lower right
+    PenState pen;
+  };
+  explicit RecordingSurface(const QRectF& size, bool onPaper = false) : extent(size), paper(onPaper) {}
+  std::vector<Call> calls;
 
   QRectF Extent() const override { return extent; }
   bool IsPaper() const override { return paper; }
-  void Cls(QRgb color) override;
-  void SetClip(const QRectF& area) override;
-  using Surface::PaintPicture;
-  void PaintPicture(const QRectF& target, const QImage& picture, const QRectF& source) override;
-  void Line(QPointF from, QPointF to) override;
-  void Box(const QRectF& box) override;
-  void FilledBox(const QRectF& box, QRgb color) override;
-  void Ellipse(const QRectF& box) override;
-  void Polyline(std::span<const QPointF> points) override;
-  void Polygon(std::span<const QPointF> points) override;
-  void Bezier(std::span<const QPointF> points, bool closed) override;
-  bool SetFont(const FontKey& font) override { return measure->SetFont(font); }
-  const FontKey& Font() const override { return measure->Font(); }
-  int TextWidth(const QString& text) override { return measure->TextWidth(text); }
-  int TextHeight(const QString& text) override { return measure->TextHeight(text); }
-  void Print(QPointF at, const QString& text) override;
-  void PrintRotated(QPointF at, const QString& text, double degrees) override;
+  void Cls(QRgb) override { Note("Cls"); }
+  void SetClip(const QRectF&) override {}
+  void PaintPicture(const QRectF& target, const QImage&, const QRectF&) override { Note_Box("PaintPicture", target); }
+  void Line(QPointF from, QPointF to) override { Note("Line", {from, to}); }
+  void Box(const QRectF& box) override { Note_Box("Box", box); }
+  void FilledBox(const QRectF& box, QRgb) override { Note_Box("FilledBox", box); }
+  void Ellipse(const QRectF& box) override { Note_Box("Ellipse", box); }
+  void Polyline(std::span<const QPointF> points) override { Note("Polyline", {points.begin(), points.end()}); }
+  void Polygon(std::span<const QPointF> points) override { Note("Polygon", {points.begin(), points.end()}); }
+  void Bezier(std::span<const QPointF> points, bool) override { Note("Bezier", {points.begin(), points.end()}); }
+  bool SetFont(const FontKey& key) override { return font = key, true; }
+  const FontKey& Font() const override { return font; }
+  int TextWidth(const QString& text) override { return static_cast<int>(7 * text.size()); }
+  int TextHeight(const QString&) override { return 12; }
+  void Print(QPointF at, const QString&) override { Note("Print", {at}); }
+  void PrintRotated(QPointF at, const QString&, double) override { Note("PrintRotated", {at}); }
 
  private:
-  DrawCall& Note(const char* what);
+  void Note(const char* what, std::vector<QPointF> points = {}) { calls.push_back({what, std::move(points), pen}); }
+  void Note_Box(const char* what, const QRectF& box) { Note(what, {box.topLeft(), box.bottomRight()}); }
   QRectF extent;
   bool paper;
-  QImage ground;
-  std::unique_ptr<Surface> measure;
-  std::vector<DrawCall> calls;
+  FontKey font;
 };
