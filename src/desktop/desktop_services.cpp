@@ -8,6 +8,7 @@
 #include <QTranslator>
 #include <QWidget>
 
+#include "desktop/clipboard.h"
 #include "desktop/desktop_dialogs.h"
 
 static void Load_Icons() { Q_INIT_RESOURCE(icons); }  // a library's resources are not loaded by themselves
@@ -33,6 +34,7 @@ void Install_Desktop_Services() {
   Set_Input_Box_Handler(Desktop_Input_Box);
   Set_Progress_Maker(Make_Desktop_Progress);
   Set_Shell(Desktop_Shell());
+  Install_Clipboard();
 }
 
 void Prepare_Application(QApplication& application) {
