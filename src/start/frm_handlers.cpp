@@ -6,10 +6,13 @@
 
 #include "canvas/map_state.h"
 #include "canvas/view.h"
+#include "start/frmNotePad.h"
 #include "start/frm_dialogs.h"
 #include "start/global_state.h"
 #include "start/map_open.h"
 #include "start/mdi_state.h"
+#include "start/mdi_window_pads.h"
+#include "start/note_pads.h"
 #include "start/table_file.h"
 
 namespace {
@@ -86,6 +89,31 @@ void Add_Table_Handlers(QHash<QString, Handler>& all) {
   all["mnuOverlay"] = [](QMainWindow&, int line) { Load_Overlay(line); };
 }
 
+// Work on the note pad in front.
+Handler On_NotePad(void (FrmNotePad::*work)()) {
+  return [work](QMainWindow& window, int) {
+    if (FrmNotePad* pad = Active_NotePad(window)) (pad->*work)();
+  };
+}
+
+void Add_Text_Handlers(QHash<QString, Handler>& all) {
+  all["mnuTextNew"] = [](QMainWindow& window, int) { Show_NotePad(window, {}); };
+  all["mnuTextOpen"] = [](QMainWindow& window, int) {
+    const QString path = Choose_NotePad();
+    if (!path.isEmpty()) Show_NotePad(window, path);
+  };
+  all["mnuRecentFile"] = [](QMainWindow& window, int line) {
+    const QString path = Menu(QStringLiteral("mnuRecentFile"), line).Tag;
+    if (!path.isEmpty()) Show_NotePad(window, path);
+  };
+  all["mnuTextSave"] = On_NotePad(&FrmNotePad::Save);
+  all["mnuResultSaveAs"] = On_NotePad(&FrmNotePad::Save_As);
+  all["mnuTextFind"] = On_NotePad(&FrmNotePad::Find);
+  all["mnuTextCut"] = On_NotePad(&FrmNotePad::Cut);
+  all["mnuTextCopy"] = On_NotePad(&FrmNotePad::Copy);
+  all["mnuTextPaste"] = On_NotePad(&FrmNotePad::Paste);
+}
+
 void Add_Help_Handlers(QHash<QString, Handler>& all) {
   all["mnuHelpIndex"] = [](QMainWindow& window, int) { Show_Help(&window); };
   all["mnuHelpSettings"] = [](QMainWindow& window, int) { Show_Help(&window, QStringLiteral("Einstellungen.htm")); };
@@ -101,6 +129,7 @@ const QHash<QString, Handler>& Menu_Handlers() {
     Add_Map_Handlers(all);
     Add_View_Handlers(all);
     Add_Table_Handlers(all);
+    Add_Text_Handlers(all);
     Add_Help_Handlers(all);
     return all;
   }();

@@ -23,6 +23,7 @@
 #include "start/global_state.h"
 #include "start/map_open.h"
 #include "start/mdi_state.h"
+#include "start/mdi_window_pads.h"
 #include "start/program_start.h"
 #include "start/settings.h"
 #include "start/table_file.h"
@@ -56,6 +57,7 @@ MdiWindow::MdiWindow(QWidget* parent) : QMainWindow(parent) {
   Build_InfoBar();
   Connect_Events();
   Set_Dialog_Hooks(this);
+  Watch_NotePads(*this);
   idleTimer.setSingleShot(true);
   idleTimer.setInterval(idleAfter);
   connect(&idleTimer, &QTimer::timeout, this, [this] { Run_Guarded([this] { Idle(); }); });
@@ -68,6 +70,7 @@ MdiWindow::MdiWindow(QWidget* parent) : QMainWindow(parent) {
 }
 
 MdiWindow::~MdiWindow() {
+  area->disconnect(this);
   qApp->removeEventFilter(this);
   area->viewport()->removeEventFilter(this);
   mapChild->disconnect(this);  // it reports its state once more while it goes
@@ -117,7 +120,10 @@ void MdiWindow::Connect_Events() {
   };
   listen(events.StateChanged, [this] { Sync(); });
   listen(events.MapOpened, [this] { Sync(); });
-  listen(events.MapClosed, [this] { Sync(); });
+  listen(events.MapClosed, [this] {
+    Close_NotePads(*this, true);
+    Sync();
+  });
   listen(events.BackgroundText, [this](const QString&) {
     Sync();
     mapWindow->Show_Loading();
@@ -276,6 +282,10 @@ bool MdiWindow::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void MdiWindow::closeEvent(QCloseEvent* event) {
+  if (!Close_NotePads(*this, false)) {
+    event->ignore();
+    return;
+  }
   if (frmMDI.MapOpen) Map.Tag = QStringLiteral("MDI");
   // A map that did not close well stays for once; closing again ends the program in any case.
   const bool wasOpen = frmMDI.MapOpen;

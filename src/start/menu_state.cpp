@@ -10,6 +10,7 @@
 #include "start/map_open_texts.h"
 #include "start/mdi_state.h"
 #include "start/menu_table.h"
+#include "start/note_pads.h"
 #include "start/toolbar_table.h"
 #include "store/entry.h"
 #include "store/table_state.h"
@@ -31,6 +32,7 @@ void Enable_Menus(bool mapOpen) {
     if (row.kind != MenuKind::List) continue;
     for (int i = 1; i <= menuListLines; ++i) Menu(row.key, i).Enabled = enabled;
   }
+  if (mapOpen) Set_Active_NotePad(ActiveNotePad);
 }
 
 void Show_Table_Name() {

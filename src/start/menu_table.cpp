@@ -78,6 +78,26 @@ std::vector<MenuRow> Entry_Rows() {
   };
 }
 
+std::vector<MenuRow> Data_Rows() {
+  const QString in = QStringLiteral("mnuDaten");
+  const QString text = QStringLiteral("mnuText");
+  return {
+      {{}, in, "&Daten", {}, {}, {}, menu},
+      {in, text, "&Text", {}, {}, "note", menu},
+      {text, "mnuTextNew", "&Neu", {}, "Eine neue Notiz schreiben", {}},
+      {text, "mnuTextOpen", "Ö&ffnen ...", {}, "Einen Text der Karte öffnen", {}},
+      {text, "mnuTextSave", "&Speichern", {}, "Den Text in seiner Datei speichern", {}},
+      {text, "mnuResultSaveAs", "Speichern &unter ...", {}, "Den Text unter einem anderen Namen speichern", {}},
+      Line(text),
+      {text, "mnuTextFind", "Su&chen ...", {}, "Im Text suchen; F3 sucht weiter", {}},
+      {text, "mnuTextCut", "&Ausschneiden", {}, "Das Ausgewählte in die Zwischenablage nehmen", {}},
+      {text, "mnuTextCopy", "&Kopieren", {}, "Das Ausgewählte in die Zwischenablage kopieren", {}},
+      {text, "mnuTextPaste", "&Einfügen", {}, "Den Text der Zwischenablage einfügen", {}},
+      Line(in),
+      {in, "mnuRecentFile", {}, {}, "Diesen Text öffnen", {}, list},
+  };
+}
+
 std::vector<MenuRow> Window_Rows() {
   const QString in = QStringLiteral("mnuFenster");
   return {
@@ -103,7 +123,7 @@ std::vector<MenuRow> Help_Rows() {
 const std::vector<MenuRow>& Menu_Table() {
   static const std::vector<MenuRow> rows = [] {
     std::vector<MenuRow> all;
-    for (const auto& part : {Map_Rows(), Entry_Rows(), Window_Rows(), Help_Rows()})
+    for (const auto& part : {Map_Rows(), Entry_Rows(), Data_Rows(), Window_Rows(), Help_Rows()})
       all.insert(all.end(), part.begin(), part.end());
     return all;
   }();
