@@ -3,16 +3,13 @@
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
-#include <QPainter>
 #include <QProcess>
-#include <QTemporaryDir>
+#include <algorithm>
 #include <map>
 
 #include "platform/files.h"
 #include "platform/picture.h"
-#include "store/entry.h"
-#include "store/header_row.h"
-#include "support/fixture.h"
+#include "support/table_fixture.h"
 
 using namespace Qt::StringLiterals;
 
@@ -39,8 +36,8 @@ std::map<QString, QByteArray> Snapshot(const QString& folder) {
   std::map<QString, QByteArray> files;
   QDirIterator walk(folder, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
   while (walk.hasNext()) {
-    QFile file(walk.next());
-    if (file.open(QIODevice::ReadOnly)) files[file.fileName()] = file.readAll();
+    const QString path = walk.next();
+    files[path] = Read_Bytes(path);
   }
   return files;
 }
@@ -54,71 +51,40 @@ int Differing_Pixels(const QImage& left, const QImage& right) {
   return count;
 }
 
-const EntryRow redBox{.ID = u"Figur1"_s,
-                      .Eintrag = u"Rechteck"_s,
-                      .Schrift = u"F 1"_s,
-                      .Groesse = 10,
-                      .VG = 0,
-                      .HG = 12,
-                      .RA = -100,
-                      .Xmap = 100,
-                      .Ymap = 80,
-                      .Xline = 60,
-                      .Yline = 40,
-                      .Typ = 20};
-
-void Append(Database& database, const EntryRow& row) {
-  const auto rows = database.OpenRecordset(u"MapData"_s);
-  rows->AddNew();
-  Write_Entry(*rows, row);
-  rows->Update();
-}
-
-std::unique_ptr<Database> New_Table_File(const QString& path) {
-  auto database = Workspace::CreateDatabase(path);
-  Make_Template(*database);
-  Append(*database, HeaderRow{.tablePath = path, .mapName = u"Karte.bmp"_s, .width = 400, .height = 300}.ToEntry());
-  return database;
-}
-
-QPoint Picture_Place(const QString& table) {
-  const auto database = Workspace::OpenDatabase(table);
-  const auto rows = database->OpenRecordset(u"MapData"_s);
-  for (rows->MoveFirst(); !rows->Eof(); rows->MoveNext()) {
-    const EntryRow row = Read_Entry(*rows);
-    if (EntryType::Parse(row.Typ).Kind() == EntryKind::Picture) return {row.Xmap, row.Ymap};
-  }
-  return {};
-}
-
-class BatchTest : public ::testing::Test {
+class BatchTest : public FluraxTest {
  protected:
   void SetUp() override {
-    home = scratch.filePath(u"Größe 2.5 ä"_s);
+    FluraxTest::SetUp();
+    home = Path(u"Größe 2.5 ä"_s);
     ASSERT_TRUE(QDir().mkpath(home));
-    map = home + u"/Karte.bmp"_s;
-    target = scratch.filePath(u"aus.png"_s);
-    own = scratch.filePath(u"Programmordner"_s);
-    ASSERT_TRUE(QDir().mkpath(own));
-    qputenv("FLURAX_HOME", own.toLocal8Bit());
+    map = Make_Map(u"Größe 2.5 ä/Karte.bmp"_s);
+    target = Path(u"aus.png"_s);
+    qputenv("FLURAX_HOME", ProgramFolder.toLocal8Bit());
+    redBox.ID = u"Figur1"_s;
+    redBox.Eintrag = u"Rechteck"_s;
+    redBox.Schrift = u"F 1"_s;
+    redBox.HG = 12;
+    redBox.RA = -100;
+    redBox.Typ = 20;
+    set_entry_box(redBox, {100, 80, 60, 40});
   }
-  void TearDown() override { qunsetenv("FLURAX_HOME"); }
-  void Make_Map() {
-    QImage picture(400, 300, QImage::Format_RGB32);
-    picture.fill(Qt::white);
-    Save_Picture(picture, map);
+  void TearDown() override {
+    qunsetenv("FLURAX_HOME");
+    FluraxTest::TearDown();
   }
-  QTemporaryDir scratch;
-  QString home, map, target, own;
+  std::unique_ptr<Database> New_Table_File() const { return Make_Table_File(home + u"/KARTE.MDB"_s, u"Karte.bmp"_s); }
+  QString home, map, target;
+  EntryRow redBox;
 };
 
 }  // namespace
 
 TEST_F(BatchTest, DrawsTheDemoMapAndLeavesItsFolderAlone) {
-  const QString examples = QStringLiteral(FLURAX_BINARY_DIR "/data/Beispiele");
-  for (const QString& name : {u"Karte.bmp"_s, u"Karte.cal"_s, u"KARTE.MDB"_s, u"Eisvogel.bmp"_s}) {
-    ASSERT_TRUE(QFile::copy(examples + u'/' + name, home + u'/' + name));
-  }
+  home = Path(u"Demo"_s);
+  ASSERT_TRUE(QDir().mkpath(home));
+  map = home + u"/Karte.bmp"_s;
+  for (const QString& name : {u"Karte.bmp"_s, u"Karte.cal"_s, u"KARTE.MDB"_s, u"Eisvogel.bmp"_s})
+    ASSERT_TRUE(QFile::copy(QStringLiteral(FLURAX_BINARY_DIR "/data/Beispiele/") + name, home + u'/' + name));
   const auto before = Snapshot(home);
   const Outcome outcome = Batch({u"bild"_s, map, target});
   EXPECT_EQ(outcome.status, 0) << outcome.err;
@@ -132,20 +98,21 @@ TEST_F(BatchTest, DrawsTheDemoMapAndLeavesItsFolderAlone) {
   EXPECT_GT(differing, all / 100);
   EXPECT_LT(differing, all / 3);
   // The sky of the picture entry: its file was found beside the map.
-  EXPECT_EQ(drawn.pixelColor(Picture_Place(home + u"/KARTE.MDB"_s) + QPoint(8, 8)), QColor(226, 240, 246));
+  const auto rows = Rows_Of(*Workspace::OpenDatabase(home + u"/KARTE.MDB"_s));
+  const auto picture = std::find_if(rows.begin(), rows.end(), [](const EntryRow& row) {
+    return EntryType::Parse(row.Typ).Kind() == EntryKind::Picture;
+  });
+  ASSERT_NE(picture, rows.end());
+  EXPECT_EQ(drawn.pixelColor(picture->Xmap + 8, picture->Ymap + 8), QColor(226, 240, 246));
 }
 
-TEST_F(BatchTest, DrawsEntriesAtTheirPlaceInEveryFactor) {
-  Make_Map();
-  auto database = New_Table_File(home + u"/KARTE.MDB"_s);
-  Append(*database, redBox);
-  database->Close();
+TEST_F(BatchTest, DrawsEntriesAtTheirPlaceInEveryFactorAndInTheColoursOfTheUser) {
+  Append_Row(*New_Table_File(), redBox);
   struct Case {
     QString factor;
     QSize size;
     QPoint inside, outside;
   };
-  const QRgb red = qRgb(255, 0, 0), white = qRgb(255, 255, 255);
   for (const Case& each :
        {Case{u"1"_s, {400, 300}, {130, 100}, {90, 100}}, Case{u"0,5"_s, {200, 150}, {65, 50}, {40, 50}},
         Case{u"2"_s, {800, 600}, {300, 230}, {150, 230}}}) {
@@ -153,27 +120,19 @@ TEST_F(BatchTest, DrawsEntriesAtTheirPlaceInEveryFactor) {
     ASSERT_EQ(Batch({u"bild"_s, map, target, u"--zoom"_s, each.factor}).status, 0);
     const QImage drawn = Load_Picture(target);
     ASSERT_EQ(drawn.size(), each.size);
-    EXPECT_EQ(drawn.pixel(each.inside), red);
-    EXPECT_EQ(drawn.pixel(each.outside), white);
+    EXPECT_EQ(drawn.pixel(each.inside), qRgb(255, 0, 0));
+    EXPECT_EQ(drawn.pixel(each.outside), qRgb(255, 255, 255));
   }
-}
-
-TEST_F(BatchTest, TakesTheColoursOfTheUserAndLeavesHisFolderAlone) {
-  Make_Map();
-  auto database = New_Table_File(home + u"/KARTE.MDB"_s);
-  Append(*database, redBox);
-  database->Close();
-  QStringList colours;
-  for (int i = 0; i < 16; ++i) colours << QString::number(i == redBox.HG ? 20 + 256 * 130 + 65536 * 240 : 0);
-  Write_Lines(own + u"/MAP-Farb"_s, colours);
-  const auto before = Snapshot(own);
+  QStringList colours(16, u"0"_s);
+  colours[redBox.HG] = QString::number(20 + 256 * 130 + 65536 * 240);
+  Write_Lines(ProgramFolder + u"/MAP-Farb"_s, colours);
+  const auto before = Snapshot(ProgramFolder);
   ASSERT_EQ(Batch({u"bild"_s, map, target}).status, 0);
   EXPECT_EQ(Load_Picture(target).pixel(130, 100), qRgb(20, 130, 240));
-  EXPECT_TRUE(Snapshot(own) == before);
+  EXPECT_TRUE(Snapshot(ProgramFolder) == before);
 }
 
 TEST_F(BatchTest, MapWithoutTableStaysWithoutOne) {
-  Make_Map();
   const auto before = Snapshot(home);
   EXPECT_EQ(Batch({u"bild"_s, map, target}).status, 0);
   EXPECT_EQ(Differing_Pixels(Load_Picture(target), Load_Picture(map)), 0);
@@ -182,23 +141,19 @@ TEST_F(BatchTest, MapWithoutTableStaysWithoutOne) {
 
 // Another program works on the table: its newest rows wait in the log beside the file.
 TEST_F(BatchTest, TableInUseIsDrawnAsItStands) {
-  Make_Map();
-  New_Table_File(home + u"/KARTE.MDB"_s)->Close();
+  New_Table_File()->Close();
   const auto open = Workspace::OpenDatabase(home + u"/KARTE.MDB"_s);
-  Append(*open, redBox);
+  Append_Row(*open, redBox);
   ASSERT_EQ(Batch({u"bild"_s, map, target}).status, 0);
   EXPECT_EQ(Load_Picture(target).pixel(130, 100), qRgb(255, 0, 0));
-  Append(*open, redBox);  // and goes on undisturbed
+  Append_Row(*open, redBox);  // and goes on undisturbed
   EXPECT_EQ(open->RowCount(u"MapData"_s), 3);
 }
 
 // A picture without the entries would be worse than none.
 TEST_F(BatchTest, DamagedTableIsToldAndStaysAsItIs) {
-  Make_Map();
   for (const QByteArray& content : {QByteArray("keine Tabelle"), QByteArray()}) {
-    QFile table(home + u"/KARTE.MDB"_s);
-    ASSERT_TRUE(table.open(QIODevice::WriteOnly | QIODevice::Truncate) && table.write(content) == content.size());
-    table.close();
+    Replace_File(home + u"/KARTE.MDB"_s, content);
     const auto before = Snapshot(home);
     const Outcome outcome = Batch({u"bild"_s, map, target});
     EXPECT_EQ(outcome.status, 1);
@@ -209,11 +164,8 @@ TEST_F(BatchTest, DamagedTableIsToldAndStaysAsItIs) {
 }
 
 TEST_F(BatchTest, FaultsHaveAStatusAndGermanWords) {
-  Make_Map();
   const QString noPicture = home + u"/Text.bmp"_s;
-  QFile file(noPicture);
-  ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write("kein Bild") > 0);
-  file.close();
+  Replace_File(noPicture, "kein Bild");
   const auto before = Snapshot(home);
   struct Case {
     QStringList words;

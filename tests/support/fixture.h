@@ -6,6 +6,7 @@
 
 #include <deque>
 #include <optional>
+#include <vector>
 
 #include "platform/file_dialog.h"
 #include "platform/message_box.h"

@@ -7,6 +7,34 @@
 #include "store/table_state.h"
 #include "support/fixture.h"
 
+// A row at the end of a table file that is not the open one.
+inline void Append_Row(Database& database, const EntryRow& row) {
+  const auto rows = database.OpenRecordset(QStringLiteral("MapData"));
+  rows->AddNew();
+  Write_Entry(*rows, row);
+  rows->Update();
+}
+
+// A new table file of a map of 400 x 300 pixels.
+inline std::unique_ptr<Database> Make_Table_File(const QString& path, const QString& map) {
+  auto database = Workspace::CreateDatabase(path);
+  Make_Template(*database);
+  HeaderRow header;
+  header.mapName = map;
+  header.width = 400;
+  header.height = 300;
+  Append_Row(*database, header.ToEntry());
+  return database;
+}
+
+// All rows, the header first.
+inline std::vector<EntryRow> Rows_Of(Database& database) {
+  const auto rows = database.OpenRecordset(QStringLiteral("MapData"));
+  std::vector<EntryRow> all;
+  for (rows->MoveFirst(); !rows->Eof(); rows->MoveNext()) all.push_back(Read_Entry(*rows));
+  return all;
+}
+
 // A map whose table is loaded, without a window.
 class TableTest : public FluraxTest {
  protected:
@@ -35,6 +63,12 @@ class TableTest : public FluraxTest {
     row.Ymap = y;
     return row;
   }
+  static EntryRow Entry(const QString& id, int typ, const QString& text = QStringLiteral("x")) {
+    EntryRow row = Text(text);
+    row.ID = id;
+    row.Typ = typ;
+    return row;
+  }
   static void Add(const EntryRow& row) {
     Append_Entry(row);
     rsEntries->MoveLast();
@@ -52,8 +86,6 @@ class TableTest : public FluraxTest {
   }
   // Texts of a table file that is not open.
   static QStringList Texts_In(const QString& path) {
-    const auto database = Workspace::OpenDatabase(path);
-    const auto rows = database->OpenRecordset(QStringLiteral("MapData"));
-    return Texts_Of(*rows);
+    return Texts_Of(*Workspace::OpenDatabase(path)->OpenRecordset(QStringLiteral("MapData")));
   }
 };
