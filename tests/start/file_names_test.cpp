@@ -19,17 +19,14 @@ class FileNames : public FluraxTest {
   // Opens a map as far as names are concerned.
   static QString Table_Of(const QString& map, const QString& caption) {
     MapFile = map;
-    Map.Caption = QStringLiteral("Map: ") + caption;
+    Map.Caption = "Map: " + caption;
     return Table_Name_Of_Map();
   }
 };
 }  // namespace
 
 TEST_F(FileNames, FaultsOfTheNameAndTheirPlaces) {
-  const struct {
-    const char* path;
-    std::vector<int> positions;
-  } cases[] = {
+  const std::vector<std::pair<QString, std::vector<int>>> cases = {
       {"/k/Karte.bmp", {}},
       {"/1. Ordner mit Punkt/Käfer_ÄÖÜß.MDB", {}},  // folders are not judged
       {"/k/Karte.1.bmp", {6}},
@@ -44,10 +41,10 @@ TEST_F(FileNames, FaultsOfTheNameAndTheirPlaces) {
       {"C:\\k\\a;b.bmp", {2}},
       {"/k/- - - - - -.bmp", {1, 2, 3, 4, 5, 6, 7, 8}},  // eight and no more
   };
-  for (const auto& c : cases) {
+  for (const auto& [path, expected] : cases) {
     std::vector<int> positions;
-    for (const NameFault& fault : File_Name_Faults(QString::fromUtf8(c.path))) positions.push_back(fault.position);
-    EXPECT_EQ(positions, c.positions) << c.path;
+    for (const NameFault& fault : File_Name_Faults(path)) positions.push_back(fault.position);
+    EXPECT_EQ(positions, expected) << path;
   }
 }
 
@@ -60,20 +57,21 @@ TEST_F(FileNames, TheCheckTellsEveryFault) {
   EXPECT_TRUE(Check_File_Name("/k/1 K.a.bmp"));
   EXPECT_FALSE(Check_File_Name("/k/a b.bmp"));
   EXPECT_FALSE(Check_File_Name("/k/"));
-  EXPECT_EQ(script.Seen()[0].text, QStringLiteral("Warnung: Dieser Dateiname ist ungültig.\n"
-                                                  "An der Position 1  Das Zeichen 1\n"
-                                                  "Ziffern sind an dieser Stelle nicht zulässig.\n"
-                                                  "Das erste Zeichen im Namen einer Datei oder\n"
-                                                  "eines Ordners nuss ein Buchstabe sein.\n"
-                                                  "An der Position 2  Das Zeichen  Leerzeichen\n"
-                                                  "Dieses Sonderzeichen im Dateinamen ist nicht zulässig.\n"
-                                                  "An der Position 4  Das Zeichen '.' Punkt\n"
-                                                  "Ein Punkt ist nur am Ende des Dateinamens zulässig,\n"
-                                                  "vor dem dreistelligen Typ der Datei: z.B. 'Karte.bmp'.\n"
-                                                  "Diese Problemen können den Datenbankzugriff stören.\n"
-                                                  "Bitte ändern Sie den Dateinamen und\n"
-                                                  "versuchen Sie es dann noch einmal.\n"
-                                                  "Wollen Sie den Dateinamen ändern?"));
+  EXPECT_EQ(script.Seen()[0].text,
+            "Warnung: Dieser Dateiname ist ungültig.\n"
+            "An der Position 1  Das Zeichen 1\n"
+            "Ziffern sind an dieser Stelle nicht zulässig.\n"
+            "Das erste Zeichen im Namen einer Datei oder\n"
+            "eines Ordners nuss ein Buchstabe sein.\n"
+            "An der Position 2  Das Zeichen  Leerzeichen\n"
+            "Dieses Sonderzeichen im Dateinamen ist nicht zulässig.\n"
+            "An der Position 4  Das Zeichen '.' Punkt\n"
+            "Ein Punkt ist nur am Ende des Dateinamens zulässig,\n"
+            "vor dem dreistelligen Typ der Datei: z.B. 'Karte.bmp'.\n"
+            "Diese Problemen können den Datenbankzugriff stören.\n"
+            "Bitte ändern Sie den Dateinamen und\n"
+            "versuchen Sie es dann noch einmal.\n"
+            "Wollen Sie den Dateinamen ändern?");
   EXPECT_EQ(script.Seen()[0].buttons, MsgButtons::YesNo);
 }
 

@@ -49,11 +49,11 @@ class MapLog : public FluraxTest {
 }  // namespace
 
 TEST_F(MapLog, RecordsHaveTheirBytes) {
-  const std::vector<LogRecord> records = {{1, 1, 0, QStringLiteral("/k/Größe €.bmp")},
-                                          {2, 300, 1, QStringLiteral("/k/Жук.MDB")},
+  const std::vector<LogRecord> records = {{1, 1, 0, "/k/Größe €.bmp"},
+                                          {2, 300, 1, "/k/Жук.MDB"},
                                           {-2, 0, 0, QString()},
-                                          {3, 2, 0, QStringLiteral("/k/Ã¤.txt")},        // reads like UTF-8
-                                          {3, 3, 0, QStringLiteral("/k/a\u0308.txt")}};  // an umlaut of two characters
+                                          {3, 2, 0, "/k/Ã¤.txt"},        // reads like UTF-8
+                                          {3, 3, 0, "/k/a\u0308.txt"}};  // an umlaut of two characters
   const QByteArray bytes = Encode_Log(records);
   ASSERT_EQ(bytes.size(), 5 * 206);
   EXPECT_EQ(bytes.left(22), QByteArray("\1\0\1\0\0\0/k/Gr\xF6\xDF"
@@ -72,7 +72,7 @@ TEST_F(MapLog, RecordsHaveTheirBytes) {
 }
 
 TEST_F(MapLog, TheFirstStartListsTheDemo) {
-  const QStringList demo = {"Demo_1_Test.MDB", QStringLiteral("Demo_2_Übersicht.MDB"), "Demo_3_Eintrag_bearbeiten.MDB",
+  const QStringList demo = {"Demo_1_Test.MDB", "Demo_2_Übersicht.MDB", "Demo_3_Eintrag_bearbeiten.MDB",
                             "Demo_4_Text_Symbol.MDB", "Demo_5_Text_justieren.MDB"};
   const QString map = ProgramFolder + "/Beispiele/Karte.bmp";
   EXPECT_EQ(Listed(1), QStringList(map));

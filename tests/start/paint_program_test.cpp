@@ -7,6 +7,7 @@
 #include "platform/files.h"
 #include "platform/shell.h"
 #include "start/events.h"
+#include "start/file_names.h"
 #include "start/map_open.h"
 #include "start/mdi_state.h"
 #include "start/settings.h"
@@ -18,7 +19,7 @@ class PaintProgramTest : public FluraxTest {
  protected:
   void SetUp() override {
     FluraxTest::SetUp();
-    program = Path(QStringLiteral("malen"));
+    program = Path("malen");
     Replace_File(program, "#!/bin/sh\n");
     QFile(program).setPermissions(QFile::ReadOwner | QFile::ExeOwner);
     ShellFace face;
@@ -39,11 +40,11 @@ class PaintProgramTest : public FluraxTest {
   }
 
   // As a paint program saves: the time of the file is another one.
-  void Repaint(int secondsLater) {
-    QFile file(MapFile);
+  static void Repaint(int secondsLater, const QString& path = MapFile) {
+    QFile file(path);
     ASSERT_TRUE(file.open(QIODevice::ReadWrite));
-    ASSERT_TRUE(
-        file.setFileTime(QFileInfo(MapFile).lastModified().addSecs(secondsLater), QFileDevice::FileModificationTime));
+    const QDateTime time = QFileInfo(path).lastModified().addSecs(secondsLater);
+    ASSERT_TRUE(file.setFileTime(time, QFileDevice::FileModificationTime));
   }
 
   QString program, started;
@@ -56,13 +57,16 @@ class PaintProgramTest : public FluraxTest {
 }  // namespace
 
 TEST_F(PaintProgramTest, TheChosenProgramLeadsTheListAndEachIsKeptOnce) {
-  Write_Ini(QStringLiteral("TLB: vbAlignLeft"));
-  Keep_Paint_Programs({QStringLiteral("/usr/bin/a"), QStringLiteral(" /usr/bin/b "), {}, QStringLiteral("/usr/bin/a")},
-                      QStringLiteral("/usr/bin/b"));
-  EXPECT_EQ(Paint_Programs(), (QStringList{QStringLiteral("/usr/bin/b"), QStringLiteral("/usr/bin/a")}));
-  EXPECT_EQ(Chosen_Paint_Program(), QStringLiteral("/usr/bin/b"));
+  Write_Lines(Program_File("Flurax.ini"), {"TLB: vbAlignLeft", "MPG:/usr/bin/eins", "MPG:  ", "MPG: /usr/bin/zwei "});
+  EXPECT_EQ(Paint_Programs(), (QStringList{"/usr/bin/eins", "/usr/bin/zwei"}));
+  const QString chosen = "/opt/Größe/mal", other = "/opt/Жук/mal";  // not to be held by Windows-1252
+  Keep_Paint_Programs({other, ' ' + chosen + ' ', {}, other}, chosen);
+  EXPECT_EQ(Paint_Programs(), (QStringList{chosen, other}));
+  EXPECT_EQ(Chosen_Paint_Program(), chosen);
   Read_Ini();
   EXPECT_EQ(frmMDI.toolbarPlace, ToolbarPlace::Left);  // the other settings stay
+  Write_Ini("TLB: vbAlignBottom");                     // and the programs stay with them
+  EXPECT_EQ(Paint_Programs(), (QStringList{chosen, other}));
 
   Keep_Paint_Programs({}, {});
   EXPECT_TRUE(Paint_Programs().isEmpty());
@@ -72,7 +76,7 @@ TEST_F(PaintProgramTest, TheChosenProgramLeadsTheListAndEachIsKeptOnce) {
 TEST_F(PaintProgramTest, TheProgramGetsTheMapAndTellsWhyItDoesNotStart) {
   EXPECT_EQ(Start_Paint_Program(program), PaintStart::NoMap);
   Open();
-  EXPECT_EQ(Start_Paint_Program(Path(QStringLiteral("fehlt"))), PaintStart::NoProgram);
+  EXPECT_EQ(Start_Paint_Program(Path("fehlt")), PaintStart::NoProgram);
   EXPECT_EQ(started, QString());
   EXPECT_EQ(Start_Paint_Program(program), PaintStart::Started);
   EXPECT_EQ(started, program);
@@ -103,7 +107,6 @@ TEST_F(PaintProgramTest, AnEmptyFileInTheMiddleOfSavingIsWaitedFor) {
   Open();
   ASSERT_EQ(Start_Paint_Program(program), PaintStart::Started);
   const QByteArray picture = Read_Bytes(MapFile);
-  ASSERT_TRUE(QFile(MapFile).open(QIODevice::WriteOnly | QIODevice::Truncate));
   QFile::resize(MapFile, 0);
   EXPECT_FALSE(Reload_Changed_Map());
   EXPECT_TRUE(frmMDI.MapOpen);
@@ -120,12 +123,9 @@ TEST_F(PaintProgramTest, AnotherMapIsNotReloadedForTheFormerOne) {
   ASSERT_EQ(Start_Paint_Program(program), PaintStart::Started);
   const QString former = MapFile;
   const MessageScript script;
-  Open_Map(Make_Map(QStringLiteral("Zweite.bmp")));
+  Open_Map(Make_Map("Zweite.bmp"));
   loads = 0;
-  QFile file(former);
-  ASSERT_TRUE(file.open(QIODevice::ReadWrite));
-  file.setFileTime(QDateTime::currentDateTime().addSecs(60), QFileDevice::FileModificationTime);
-  file.close();
+  Repaint(60, former);
   EXPECT_FALSE(Reload_Changed_Map());
   EXPECT_EQ(loads, 0);
 }

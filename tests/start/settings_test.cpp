@@ -118,17 +118,6 @@ TEST_F(Settings, TemplatesOfAreas) {
   }
 }
 
-TEST_F(Settings, PaintProgramsKeepTheirPaths) {
-  Put_Ini({"TLB: vbAlignTop", "MPG:/usr/bin/eins", "MPG:  ", "MPG: /usr/bin/zwei "});
-  EXPECT_EQ(Paint_Programs(), QStringList({"/usr/bin/eins", "/usr/bin/zwei"}));
-  const QStringList programs = {QStringLiteral("/opt/Größe/mal"), QStringLiteral("/opt/Жук/mal")};
-  Set_Paint_Programs(programs);  // not to be held by Windows-1252
-  EXPECT_EQ(Paint_Programs(), programs);
-  Write_Ini("TLB: vbAlignLeft");
-  EXPECT_EQ(Ini().first(), "TLB: vbAlignLeft");
-  EXPECT_EQ(Paint_Programs(), programs);
-}
-
 TEST_F(Settings, TipsComeFromTheFileOrAreBuiltIn) {
   EXPECT_FALSE(Tip_Text(1).isEmpty());
   EXPECT_TRUE(Tip_Text(2).join(' ').contains("Farben"));
