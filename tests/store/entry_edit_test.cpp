@@ -88,16 +88,11 @@ TEST_F(EntryEditTest, AChangeRespectsTheKindOfTheRow) {
     double size;
     int hg;
   };
-  EntryRow text = Text("alt"), line = Text("alt"), hiddenLabel = Text("alt"), figure = Text("alt");
-  text.Schrift = "Courier New-I-C161<45";
-  line.ID = hiddenLabel.ID = "Linie0";
-  line.Typ = 104;
-  hiddenLabel.Typ = 40;
+  EntryRow text = Text("alt"), foot = Entry("Text", 203), hiddenLabel = Entry("Linie0", 40), figure = Entry("Text", 22);
+  const EntryRow line = Entry("Linie0", 104);
+  text.Schrift = foot.Schrift = "Courier New-I-C161<45";
   hiddenLabel.Groesse = -8;
-  figure.Typ = 22;
   figure.Schrift = "F-3<30";
-  EntryRow foot = text;
-  foot.Typ = 203;
   for (const Case& c : {Case{text, true, "Courier New-B-T<45", 12, 2}, Case{foot, true, "Courier New-B-T<45", 12, 15},
                         Case{line, true, "Arial-B-T", 12, 15}, Case{line, false, "Arial-B", 12, 2},
                         Case{hiddenLabel, false, "Arial-B", -8, 2}, Case{figure, true, "F-3<30", 12, 2}}) {
@@ -121,26 +116,24 @@ TEST_F(EntryEditTest, AChangeRespectsTheKindOfTheRow) {
 }
 
 TEST_F(EntryEditTest, ScaleBarHiddenRowsAndHeaderAreNotWritten) {
-  EntryRow scale = Text(" km");
-  scale.ID = QStringLiteral("Maßstab");
+  EntryRow scale = Entry("Maßstab", 11, " km");
   scale.Schrift = "2";
   scale.Groesse = 2;
   scale.HG = 1;
-  scale.Typ = 11;
-  Activate(scale);
-  Save_Text_Entry(0, 0, "Unsinn");
-  EXPECT_EQ(Row(), scale);
-  EntryRow hidden = Text("verborgen");
-  hidden.Typ = -1;
-  Activate(hidden);
-  EXPECT_FALSE(Save_Text_Entry(0, 0, "Unsinn"));
-  EXPECT_EQ(Row(), hidden);
-  rsEntries->MoveFirst();
-  Map.CurBookmark = rsEntries->Bookmark();
-  const EntryRow header = Row();
-  Edit_Box("Change");
-  EXPECT_FALSE(Save_Text_Entry(0, 0, "Unsinn"));
-  EXPECT_EQ(Row(), header);
+  scale.VG = 4;
+  scale.RA = 215;
+  for (const EntryRow& row : {scale, Entry("Text", -1), Read_Header().ToEntry()}) {
+    if (row.ID.startsWith('!')) {
+      rsEntries->MoveFirst();
+      Map.CurBookmark = rsEntries->Bookmark();
+      Edit_Box("Change");
+    } else {
+      Activate(row);
+    }
+    const bool isScale = row == scale;
+    EXPECT_EQ(Save_Text_Entry(0, 0, "Unsinn"), isScale) << row.ID;
+    EXPECT_EQ(Row(), row);
+  }
 }
 
 TEST_F(EntryEditTest, BlackOnBlackNeverHappens) {
@@ -155,11 +148,8 @@ TEST_F(EntryEditTest, BlackOnBlackNeverHappens) {
 
 TEST_F(EntryEditTest, DeletingAsksAndTakesTheVertexTableAlong) {
   Add(Text("bleibt"));
-  EntryRow area = Text("Feuchtwiese");
-  area.ID = "Flaeche0 - P1101L5.0B2.5";
-  area.Typ = 240;
   Write_Vertices("Flaeche0", {{0, 0}, {5, 5}, {5, 0}});
-  Add(area);
+  Add(Entry("Flaeche0 - P1101L5.0B2.5", 240, "Feuchtwiese"));
   MessageScript script;
   script.Expect("Feuchtwiese\n\nSoll dieser Eintrag gelöscht werden?", MsgAnswer::No);
   EXPECT_FALSE(Delete_Entry());
@@ -174,22 +164,15 @@ TEST_F(EntryEditTest, DeletingAsksAndTakesTheVertexTableAlong) {
   EXPECT_EQ(Tbl.Tag, "Dirty");
   EXPECT_EQ(Map.CurBookmark, rsEntries->Bookmark());
   EXPECT_EQ(redraws, 1);
-}
 
-TEST_F(EntryEditTest, ASharedVertexTableStays) {
-  EntryRow line = Text("Bach");
-  line.ID = "Linie0";
-  line.Typ = 4;
+  // Two rows share a table: it goes with the second one.
   Write_Vertices("Linie0", {{0, 0}, {5, 5}});
-  Add(line);
-  line.ID = "-Linie0";
-  Add(line);
-  MessageScript script;
-  script.Expect("Bach", MsgAnswer::Yes).Expect("Bach", MsgAnswer::Yes);
-  EXPECT_TRUE(Delete_Entry());
-  EXPECT_TRUE(dbEntries->HasTable("Linie0"));
-  EXPECT_TRUE(Delete_Entry());
-  EXPECT_FALSE(dbEntries->HasTable("Linie0"));
+  for (const char* id : {"Linie0", "-Linie0"}) Add(Entry(id, 4, "Bach"));
+  for (const bool shared : {true, false}) {
+    script.Expect("Bach", MsgAnswer::Yes);
+    EXPECT_TRUE(Delete_Entry());
+    EXPECT_EQ(dbEntries->HasTable("Linie0"), shared);
+  }
 }
 
 TEST_F(EntryEditTest, WhatDeletingRefusesAndSpares) {
@@ -207,21 +190,19 @@ TEST_F(EntryEditTest, WhatDeletingRefusesAndSpares) {
   Add(Text("Entwurf"));  // an unfinished drawing goes without a question
   EXPECT_TRUE(Delete_Entry());
   EXPECT_EQ(Texts(), QStringList{"eins"});
-  EntryRow foot = Text("Fuß");
-  foot.Typ = 2;
+  EntryRow foot = Entry("Text", 2);
   foot.Xline = 7;
   foot.Yline = 8;
   Add(foot);
   Map.RemoveReferenceOnly = true;
   EXPECT_TRUE(Delete_Entry());
-  EXPECT_EQ(Row().Xline, 0);
-  EXPECT_EQ(Row().Yline, 0);
+  foot.Xline = foot.Yline = 0;
+  EXPECT_EQ(Row(), foot);
   EXPECT_EQ(Entry_Count(), 2);
 }
 
 TEST_F(EntryEditTest, FootPointOfTextsOnly) {
-  EntryRow text = Text("Ulme");
-  text.ID = "2Text>Flaeche1";
+  EntryRow text = Entry("2Text>Flaeche1", 0);
   Add(text);
   Set_Foot_Point(30, 40);
   text.ID = "Text>Flaeche1";
@@ -234,11 +215,9 @@ TEST_F(EntryEditTest, FootPointOfTextsOnly) {
   Set_Foot_Point(30, 40);  // already there
   EXPECT_EQ(Tbl.Tag, "Clean");
   for (const int typ : {4, 140, 11, 20, 16}) {
-    EntryRow other = Text("x");
-    other.Typ = typ;
-    Add(other);
+    Add(Entry("Text", typ));
     Set_Foot_Point(30, 40);
-    EXPECT_EQ(Row(), other) << typ;
+    EXPECT_EQ(Row(), Entry("Text", typ));
   }
 }
 
