@@ -1,25 +1,15 @@
 #include "desktop/desktop_services.h"
 
-#include <QApplication>
 #include <QMessageBox>
 #include <QProgressDialog>
 #include <QPushButton>
 #include <QTest>
-#include <QTimer>
 
 #include "desktop/desktop_dialogs.h"
 #include "support/fixture.h"
+#include "windows/dialog_parts.h"
 
 namespace {
-
-// Acts on the dialog that the next call shows.
-void When_Shown(const std::function<void(QWidget&)>& act) {
-  QTimer::singleShot(30, qApp, [act] {
-    QWidget* dialog = QApplication::activeModalWidget();
-    ASSERT_NE(dialog, nullptr);
-    act(*dialog);
-  });
-}
 
 QStringList Captions(const QWidget& box) {
   QStringList texts;
@@ -43,13 +33,13 @@ TEST(DesktopMessageTest, ButtonsAreGermanAndEscapeIsTheCarefulAnswer) {
   };
   for (const auto& [buttons, captions, first, careful] : cases) {
     MsgRequest request;
-    request.text = QStringLiteral("Zeile 1\rZeile <b>2</b>");
+    request.text = "Zeile 1\rZeile <b>2</b>";
     request.buttons = buttons;
-    request.title = QStringLiteral(" Karte öffnen. ");
+    request.title = " Karte öffnen. ";
     When_Shown([&captions = captions](QWidget& box) {
       EXPECT_EQ(Captions(box), captions);
-      EXPECT_EQ(box.windowTitle(), QStringLiteral("Karte öffnen."));
-      EXPECT_EQ(qobject_cast<QMessageBox*>(&box)->text(), QStringLiteral("Zeile 1\nZeile <b>2</b>"));
+      EXPECT_EQ(box.windowTitle(), "Karte öffnen.");
+      EXPECT_EQ(qobject_cast<QMessageBox*>(&box)->text(), "Zeile 1\nZeile <b>2</b>");
       QTest::keyClick(&box, Qt::Key_Escape);
     });
     EXPECT_EQ(Desktop_Message(request), careful);
@@ -68,18 +58,18 @@ TEST(DesktopMessageTest, HourglassGoesAwayWhileTheUserIsAsked) {
     EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::ArrowCursor);
     box.close();
   });
-  Desktop_Message({.text = QStringLiteral("Frage"), .title = QString()});
+  Desktop_Message({.text = "Frage", .title = QString()});
   ASSERT_NE(QApplication::overrideCursor(), nullptr);
   EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
   QApplication::restoreOverrideCursor();
 }
 
 TEST(DesktopFileDialogTest, FiltersAreThoseOfTheService) {
-  EXPECT_EQ(Dialog_Filters(QStringLiteral("Bitmap (*.bmp;  *.gif)|*.bmp;*.gif"), false),
+  EXPECT_EQ(Dialog_Filters("Bitmap (*.bmp;  *.gif)|*.bmp;*.gif", false),
             QStringList({"Bitmap (*.bmp *.gif)", "Alle Dateien (*)"}));
-  EXPECT_EQ(Dialog_Filters(QStringLiteral("Quelldateien (*.bmp)|*.bmp|Alle Dateien (*.*)|*.*"), true),
+  EXPECT_EQ(Dialog_Filters("Quelldateien (*.bmp)|*.bmp|Alle Dateien (*.*)|*.*", true),
             QStringList({"Quelldateien (*.bmp)", "Alle Dateien (*)"}));
-  EXPECT_EQ(Dialog_Filters(QStringLiteral("Tabellen|*.MDB"), true), QStringList({"Tabellen (*.MDB)"}));
+  EXPECT_EQ(Dialog_Filters("Tabellen|*.MDB", true), QStringList({"Tabellen (*.MDB)"}));
   EXPECT_EQ(Dialog_Filters(QString(), true), QStringList({"Alle Dateien (*)"}));
 }
 
@@ -87,38 +77,37 @@ TEST(DesktopFileDialogTest, CancelGivesNothingAndSaveAddsTheEnding) {
   const QTemporaryDir folder;
   FileRequest request;
   request.save = true;
-  request.title = QStringLiteral("Sichern");
+  request.title = "Sichern";
   request.folder = folder.path();
-  request.name = QStringLiteral("Leere_Karte");
-  request.defaultExtension = QStringLiteral("BMP");
-  request.filter = QStringLiteral("Karte|*.bmp");
+  request.name = "Leere_Karte";
+  request.defaultExtension = "BMP";
+  request.filter = "Karte|*.bmp";
   When_Shown([](QWidget& dialog) {
-    EXPECT_TRUE(Captions(dialog).contains(QStringLiteral("Abbrechen"))) << Captions(dialog).join(' ');
+    EXPECT_TRUE(Captions(dialog).contains("Abbrechen")) << Captions(dialog).join(' ');
     QTest::keyClick(&dialog, Qt::Key_Escape);
   });
   EXPECT_FALSE(Desktop_File_Dialog(request).has_value());
   When_Shown([](QWidget& dialog) { QMetaObject::invokeMethod(&dialog, "accept"); });
-  EXPECT_EQ(Desktop_File_Dialog(request).value_or(QString()), folder.path() + QStringLiteral("/Leere_Karte.BMP"));
+  EXPECT_EQ(Desktop_File_Dialog(request).value_or(QString()), folder.path() + "/Leere_Karte.BMP");
 }
 
 TEST(DesktopInputBoxTest, ProposalIsTakenOrTheInputCancelled) {
   When_Shown([](QWidget& dialog) { QTest::keyClick(&dialog, Qt::Key_Return); });
-  EXPECT_EQ(Desktop_Input_Box(QStringLiteral("Name:"), {}, QStringLiteral("Wiese")).value_or(QString()),
-            QStringLiteral("Wiese"));
+  EXPECT_EQ(Desktop_Input_Box("Name:", {}, "Wiese").value_or(QString()), "Wiese");
   When_Shown([](QWidget& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
-  EXPECT_FALSE(Desktop_Input_Box(QStringLiteral("Name:"), {}, QStringLiteral("Wiese")).has_value());
+  EXPECT_FALSE(Desktop_Input_Box("Name:", {}, "Wiese").has_value());
 }
 
 TEST(DesktopProgressTest, CancelButtonStopsTheWork) {
   const auto face = Make_Desktop_Progress();
-  face->Show(QStringLiteral("Tabelle komprimieren"), 10);
+  face->Show("Tabelle komprimieren", 10);
   EXPECT_TRUE(face->Step(3));
   auto* window = qobject_cast<QProgressDialog*>(QApplication::activeModalWidget());
   ASSERT_NE(window, nullptr);
   EXPECT_EQ(window->value(), 3);
   auto* cancel = window->findChild<QPushButton*>();
   ASSERT_NE(cancel, nullptr);
-  EXPECT_EQ(cancel->text(), QStringLiteral("Abbrechen"));
+  EXPECT_EQ(cancel->text(), "Abbrechen");
   QTest::mouseClick(cancel, Qt::LeftButton);
   EXPECT_FALSE(face->Step(4));
 }
@@ -126,11 +115,11 @@ TEST(DesktopProgressTest, CancelButtonStopsTheWork) {
 TEST(DesktopShellTest, TellsTheEndOfAProgramAndThatOneIsMissing) {
   const ShellFace shell = Desktop_Shell();
   bool ended = false;
-  ASSERT_TRUE(shell.start(QStringLiteral("/bin/sh"), {"-c", "exit 3"}, [&ended] { ended = true; }));
+  ASSERT_TRUE(shell.start("/bin/sh", {"-c", "exit 3"}, [&ended] { ended = true; }));
   EXPECT_TRUE(QTest::qWaitFor([&ended] { return ended; }, 3000));
   ended = false;
-  EXPECT_FALSE(shell.start(QStringLiteral("/nirgends/malprogramm"), {}, [&ended] { ended = true; }));
+  EXPECT_FALSE(shell.start("/nirgends/malprogramm", {}, [&ended] { ended = true; }));
   QTest::qWait(50);
   EXPECT_FALSE(ended);
-  EXPECT_FALSE(shell.open(QStringLiteral("/nirgends/karte.bmp")));
+  EXPECT_FALSE(shell.open("/nirgends/karte.bmp"));
 }

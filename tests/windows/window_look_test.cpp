@@ -31,13 +31,13 @@ class WindowLookTest : public FluraxTest {
  protected:
   void SetUp() override {
     FluraxTest::SetUp();
-    ASSERT_TRUE(QFile::link(delivered, Program_File(QStringLiteral("Hilfe"))));
+    ASSERT_TRUE(QFile::link(delivered, Program_File("Hilfe")));
     const MessageScript script;
     Open_Map(Make_Map());
     ASSERT_TRUE(frmMDI.MapOpen);
   }
   static std::vector<std::unique_ptr<QDialog>> All_Dialogs() {
-    const QString longPath = QStringLiteral("/ein/langer/Pfad zu einer/Tabelle/KARTE_BAK_12.MDB");
+    const QString longPath = "/ein/langer/Pfad zu einer/Tabelle/KARTE_BAK_12.MDB";
     std::vector<std::unique_ptr<QDialog>> dialogs;
     dialogs.push_back(std::make_unique<FrmMapNeu>());
     dialogs.push_back(std::make_unique<FrmMapSize>());
@@ -65,9 +65,9 @@ HelpWindow* Visible_Help() {
 
 TEST_F(WindowLookTest, EveryLinkOfTheHelpLeadsToAPage) {
   HelpWindow window;
-  const QStringList pages = Find_Files(delivered, QStringLiteral("*.htm*"));
+  const QStringList pages = Find_Files(delivered, "*.htm*");
   ASSERT_GE(pages.size(), 14);
-  const QRegularExpression link(QStringLiteral("href=\"([^\"]+)\""));
+  const QRegularExpression link("href=\"([^\"]+)\"");
   for (const QString& page : pages) {
     const QString text = Read_Lines(page).join(QLatin1Char('\n'));
     for (auto found = link.globalMatch(text); found.hasNext();) {
@@ -78,14 +78,14 @@ TEST_F(WindowLookTest, EveryLinkOfTheHelpLeadsToAPage) {
     window.Show_Page(QFileInfo(page).fileName());
     EXPECT_GT(window.Browser()->toPlainText().size(), 40) << page;
     EXPECT_FALSE(window.Browser()->toPlainText().contains(QChar::ReplacementCharacter)) << page;
-    EXPECT_NE(window.windowTitle(), QStringLiteral("Hilfe")) << page;
+    EXPECT_NE(window.windowTitle(), "Hilfe") << page;
   }
-  window.Show_Page(QStringLiteral("TABLEREP.HTM"));
-  EXPECT_EQ(window.Page(), QStringLiteral("tableRep.htm"));
-  window.Show_Page(QStringLiteral("gibtesnicht.htm"));
-  EXPECT_TRUE(window.Browser()->toPlainText().contains(QStringLiteral("gibtesnicht.htm")));
-  window.Show_Page(QStringLiteral("tableRep.htm"));  // the page that stood there before
-  EXPECT_TRUE(window.Browser()->toPlainText().contains(QStringLiteral("abgesicherten Modus")));
+  window.Show_Page("TABLEREP.HTM");
+  EXPECT_EQ(window.Page(), "tableRep.htm");
+  window.Show_Page("gibtesnicht.htm");
+  EXPECT_TRUE(window.Browser()->toPlainText().contains("gibtesnicht.htm"));
+  window.Show_Page("tableRep.htm");  // the page that stood there before
+  EXPECT_TRUE(window.Browser()->toPlainText().contains("abgesicherten Modus"));
 }
 
 TEST_F(WindowLookTest, F1OpensThePageOfTheWindow) {
