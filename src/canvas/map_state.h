@@ -3,6 +3,7 @@
 #include <QPoint>
 #include <QRect>
 #include <QString>
+#include <QStringList>
 #include <array>
 #include <vector>
 
@@ -17,7 +18,8 @@ struct LiveControl {
   QString Tag, Text;
   // Font of the edit box.
   QString FontName = QStringLiteral("Arial");
-  double FontSize = 10;  // points
+  double FontSize = 10;   // points at 100 %, as stored
+  double ShownSize = 10;  // points on the window: FontSize by the zoom
   bool FontBold = false, FontItalic = false, FontUnderline = false, FontTransparent = false;
 };
 
@@ -85,6 +87,13 @@ struct MapState {
   QString WaitingDuplicate;       // row to be duplicated at the next click
   QString WaitingAssignment;      // row that waits for the click on its area or line
   bool AssignToArea = false;
+  // The entry in hand.
+  QString InHand;           // its row key, "" = none. The current row may be another one only while nothing is in hand.
+  QStringList GroupInHand;  // rows that move with it, itself included; empty without a group
+  QPoint TextAt;            // map position of the text in the edit box
+  QString Tool;             // what the next click makes: "Text", "Bild", "" = nothing
+  QImage HandUnder;         // what frame and vertices of the entry in hand cover of the canvas
+  QPoint HandUnderAt;
   QPoint PopupAt;  // window position of the last right click
   QImage canvas;   // the painted window: background and entries
 };

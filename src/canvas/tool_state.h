@@ -12,7 +12,13 @@ enum class ToolMode { Norm = 0, Text = 1, Area = 2, Line = 3, Figure = 4, Pictur
 void Set_Toolbar(int active, ToolMode mode);
 // Enables the entry menus by the flag and the second group by its opposite.
 void Set_Entry_Menus(bool entryInHand);
-// State that belongs to a row; Norm for rows that cannot be in hand.
+// State that belongs to a row; Norm for rows without tools of their own (scale bar, north arrow, plan squares).
 ToolMode Tool_Mode_Of(const EntryRow& row);
+// In the state "Norm" the buttons of the marks, "Ein" and "Akt" follow the counts of the last redraw.
+void Follow_Counts();
+// Popup of the right mouse button at a window position: "Objekt einfügen" on the empty map, else what an entry can do.
+void Insert_Popup(int x, int y);
 // Toggles the magnifier: on, clicks zoom in; off, a redraw.
 void Toggle_Lupe();
+// The next click on the map makes an entry of that kind ("Text", "Bild"); the same once more or "" ends the waiting.
+void Choose_Tool(const QString& tool);

@@ -14,5 +14,6 @@ struct DialogHooks {
   std::function<void(const QString& path)> NotePad;                                 // shows a text file in a note pad
   std::function<void(const QString& page)> Help;                                    // a page of the help window
   std::function<void(const QString& bookmark, const QString& caption)> FontWindow;  // the font of an entry
+  std::function<void()> ZoomWindow;                              // frmBildZoom
 };
 extern DialogHooks dialogHooks;

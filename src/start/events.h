@@ -37,8 +37,11 @@ struct Events {
   Event<> MapOpened;          // the common open path ended well
   Event<> MapClosed;
   Event<> StateChanged;  // menus, tool buttons, status bar, captions, layout: the windows show their structs anew
-  Event<bool> Busy;      // hourglass on, off
-  Event<> EndWanted;     // the main window shall close
+  // Light ones, sent while the mouse moves: nothing else has to be shown anew.
+  Event<> InfoBarChanged;         // texts of the status bar alone
+  Event<> HandChanged;            // the live controls of the map, the outline of a drag, the pointer's shape
+  Event<bool> Busy;               // hourglass on, off
+  Event<> EndWanted;              // the main window shall close
   Event<QString> BackgroundText;  // text on the map window while a map or table is being loaded
   Event<> PopupWanted;            // right click on the map: the popup menu at Map.PopupAt
 };

@@ -2,7 +2,8 @@
 
 #include <QStringList>
 
-#include "canvas/map_state.h"
+#include "canvas/activation.h"
+#include "canvas/tool_state.h"
 #include "platform/error.h"
 #include "platform/message_box.h"
 #include "start/events.h"
@@ -11,7 +12,6 @@
 #include "start/mdi_state.h"
 #include "start/menu_table.h"
 #include "start/note_pads.h"
-#include "start/toolbar_table.h"
 #include "store/entry.h"
 #include "store/table_state.h"
 
@@ -53,9 +53,9 @@ void Set_Buttons(ButtonState state, bool enabled) {
   try {
     const bool mapOpen = state != ButtonState::NoMap;
     Enable_Menus(mapOpen && enabled);
-    Fill_Toolbar(QStringLiteral("Norm"));
+    Drop_Hand();
+    Set_Toolbar(0, ToolMode::Norm);
     Toolbar1.Visible = mapOpen;
-    if (ToolButton* map = Toolbar1.Button(QStringLiteral("Map"))) map->Value = Map.Visible;
     if (ToolButton* save = Toolbar1.Button(QStringLiteral("SAV"))) save->Enabled = mapOpen && enabled;
     const bool entries = state == ButtonState::Entries && enabled;
     Menu(QStringLiteral("mnuTableSaveAs")).Enabled = mapOpen && enabled;

@@ -10,86 +10,100 @@ std::vector<ToolRow> Norm_Rows() {
   const QString s = QStringLiteral("Norm");
   return {
       {s, "Map", "Karte", "Karte öffnen oder Fenster einpassen", "Karte: Menü öffnen, Fenster einpassen", built},
-      {s, "Tbl", "Tabelle", "Tabelle ein- oder ausblenden", {}},
+      {s, "Tbl", "Tabelle", "Tabelle ein- oder ausblenden", "Tabelle: die Liste der Einträge ein- oder ausblenden",
+       built},
       {s, "SAV", "Sichern", "Karteneinträge sichern", "Sichern: die Karteneinträge in ihrer Tabelle sichern", built},
       {s, "Excel", "Excel", {}, {}},
       {s, "Daten", "Daten", {}, {}},
-      {s, "Linie", "Linie", {}, {}},
-      {s, "Fl", "Fläche", {}, {}},
-      {s, "Fd", "Digi", {}, {}},
-      {s, "Fig", "Figur", {}, {}},
-      {s, "Bild", "Bild", {}, {}},
-      {s, "Text", "Text", {}, {}},
-      {s, "Symb", "Symbol", {}, {}},
-      {s, "Scale", "Skala", {}, {}},
-      {s, "Ein", "Ein", {}, {}},
-      {s, "Akt", "Aktiv", "inaktive Objekte aktivieren", {}},
-      {s, "rechts", "rechts", {}, {}},
-      {s, "links", "links", {}, {}},
-      {s, "oben", "oben", {}, {}},
-      {s, "unten", "unten", {}, {}},
-      {s, "gleich", "gleich", {}, {}},
-      {s, "Gruppe", "Gruppe", {}, {}},
-      {s, "MarkDel", "löschen", {}, {}},
-      {s, "unmark", "zurück", {}, {}},
+      {s, "Linie", "Linie", "Linie zeichnen", {}},
+      {s, "Fl", "Fläche", "Fläche zeichnen", {}},
+      {s, "Fd", "Digi", "Fläche digitalisieren", {}},
+      {s, "Fig", "Figur", "Figur zeichnen", {}},
+      {s, "Bild", "Bild", "Bild einfügen", "Bild: danach auf die Stelle der Karte klicken, an der es stehen soll",
+       built},
+      {s, "Text", "Text", "Text schreiben", "Text: danach auf die Stelle der Karte klicken, an der er stehen soll",
+       built},
+      {s, "Symb", "Symbol", "Symbol einfügen", {}},
+      {s, "Scale", "Skala", "Maßstab einfügen", {}},
+      {s, "Ein", "Ein", "unsichtbare Karteneinträge", "Ein: alle unsichtbaren Karteneinträge wieder zeigen", built},
+      {s, "Akt", "Aktiv", "inaktive Objekte aktivieren", "Aktiv: alle inaktiven Objekte wieder anklickbar machen",
+       built},
+      {s, "rechts", "rechts", "Markierte rechtsbündig ausrichten",
+       "rechts: rechte Ränder wie beim zuletzt markierten Eintrag", built},
+      {s, "links", "links", "Markierte linksbündig ausrichten",
+       "links: linke Ränder wie beim zuletzt markierten Eintrag", built},
+      {s, "oben", "oben", "Markierte oben ausrichten", "oben: obere Ränder wie beim zuletzt markierten Eintrag", built},
+      {s, "unten", "unten", "Markierte unten ausrichten", "unten: untere Ränder wie beim zuletzt markierten Eintrag",
+       built},
+      {s, "gleich", "gleich", "Markierte gleich groß machen",
+       "gleich: Breite und Höhe wie bei der zuletzt markierten Figur", built},
+      {s, "Gruppe", "Gruppe", "Markierte zu einer Gruppe verbinden",
+       "Gruppe: die Markierten gemeinsam bewegen; noch einmal: Gruppe auflösen", built},
+      {s, "MarkDel", "löschen", "Markierte löschen", "löschen: alle markierten Einträge löschen", built},
+      {s, "unmark", "zurück", "Markierungen zurücknehmen", "zurück: alle Markierungen zurücknehmen", built},
   };
 }
 
 // Texts, symbols, pictures.
 std::vector<ToolRow> Box_Rows() {
   std::vector<ToolRow> rows;
-  const auto frame = [&rows](const QString& s) {
-    rows.push_back({s, "Rahmen", "Rahmen", {}, {}});
-    rows.push_back({s, "Rfline", "Fußpkt", {}, {}});
-    rows.push_back({s, "Mark", "Mark", {}, {}});
+  const auto frame = [&rows](const QString& s, const QString& what) {
+    rows.push_back({s, "Rahmen", "Rahmen", what + " einrahmen", {}});
+    rows.push_back({s, "Rfline", "Fußpkt", "Fußpunkt: Bezugslinie für " + what, {}});
+    rows.push_back({s, "Mark", "Mark", what + " markieren",
+                    "Mark: den Eintrag markieren oder die Markierung zurücknehmen", built});
   };
-  rows.push_back({"Text", "Ok", "Ok", {}, {}});
-  rows.push_back({"Text", "Panel", "Text", {}, {}, false, true});
-  rows.push_back({"Text", "Schrift", "Schrift", {}, {}});
-  frame(QStringLiteral("Text"));
-  rows.push_back({"Symbol", "Ok", "Ok", "Bearbeitung des Symbols beenden", {}});
-  rows.push_back({"Symbol", "Panel", "Symbol", {}, {}, false, true});
-  rows.push_back({"Symbol", "Schrift", "Symbol", {}, {}});
-  frame(QStringLiteral("Symbol"));
-  rows.push_back({"Bild", "Ok", "Ok", {}, {}});
-  rows.push_back({"Bild", "Panel", "Bild", {}, {}, false, true});
-  frame(QStringLiteral("Bild"));
+  rows.push_back({"Text", "Ok", "Ok", "Bearbeitung des Textes beenden", "Ok: den Text übernehmen", built});
+  rows.push_back({"Text", "Panel", "Text", {}, {}, built, true});
+  rows.push_back({"Text", "Schrift", "Schrift", "Schrift ändern", {}});
+  frame(QStringLiteral("Text"), QStringLiteral("Text"));
+  rows.push_back({"Symbol", "Ok", "Ok", "Bearbeitung des Symbols beenden", {}, built});
+  rows.push_back({"Symbol", "Panel", "Symbol", {}, {}, built, true});
+  rows.push_back({"Symbol", "Schrift", "Symbol", "Symbol ändern", {}});
+  frame(QStringLiteral("Symbol"), QStringLiteral("Symbol"));
+  rows.push_back({"Bild", "Ok", "Ok", "Bearbeitung des Bildes beenden", {}, built});
+  rows.push_back({"Bild", "Panel", "Bild", {}, {}, built, true});
+  frame(QStringLiteral("Bild"), QStringLiteral("Bild"));
   return rows;
 }
 
 // Areas, lines, figures, and what closes the bar of every entry in hand.
 std::vector<ToolRow> Shape_Rows() {
   return {
-      {"Ply", "Ok", "Ok", {}, {}},
-      {"Ply", "Panel", "Polygon", {}, {}, false, true},
+      {"Ply", "Ok", "Ok", "Bearbeitung der Fläche beenden", {}, built},
+      {"Ply", "Panel", "Polygon", {}, {}, built, true},
       {"Ply", "Fill", "Füllen", {}, {}},
-      {"Ply", "Breite", "Breite", {}, {}},
-      {"Ply", "PKorr", "Korr.", {}, {}},
-      {"Ply", "FlBez", "Name", {}, {}},
-      {"Ply", "FlCalc", "Calc.", {}, {}},
-      {"Ln", "Ok", "Ok", {}, {}},
-      {"Ln", "Panel", "Linie", {}, {}, false, true},
-      {"Ln", "LnStil", "Stil", {}, {}},
-      {"Ln", "LnEnd", "Endpkt", {}, {}},
-      {"Ln", "Breite", "Breite", {}, {}},
-      {"Ln", "LnKorr", "Korr.", {}, {}},
-      {"Ln", "LnBez", "Name", {}, {}},
-      {"Ln", "LnCalc", "Calc.", {}, {}},
-      {"Fig", "Ok", "Ok", {}, {}},
-      {"Fig", "Panel", "Figur", {}, {}, false, true},
+      {"Ply", "Breite", "Breite", "Linienbreite", {}},
+      {"Ply", "PKorr", "Korr.", "Eckpunkte korrigieren", {}},
+      {"Ply", "FlBez", "Name", "Namen der Fläche ein- oder ausblenden", {}, built},
+      {"Ply", "FlCalc", "Calc.", "Größe der Fläche berechnen", {}},
+      {"Ln", "Ok", "Ok", "Bearbeitung der Linie beenden", {}, built},
+      {"Ln", "Panel", "Linie", {}, {}, built, true},
+      {"Ln", "LnStil", "Stil", "Linienstil", {}},
+      {"Ln", "LnEnd", "Endpkt", "Linienendpunkte", {}},
+      {"Ln", "Breite", "Breite", "Linienbreite", {}},
+      {"Ln", "LnKorr", "Korr.", "Eckpunkte korrigieren", {}},
+      {"Ln", "LnBez", "Name", "Namen der Linie ein- oder ausblenden", {}, built},
+      {"Ln", "LnCalc", "Calc.", "Länge der Linie berechnen", {}},
+      {"Fig", "Ok", "Ok", "Bearbeitung der Figur beenden", {}, built},
+      {"Fig", "Panel", "Figur", {}, {}, built, true},
       {"Fig", "Fill", "Füllen", {}, {}},
-      {"Fig", "Breite", "Breite", {}, {}},
-      {"Fig", "Curve", "Kurve", {}, {}},
-      {"Fig", "Ein", "Ein", {}, {}},
-      {"*", "Del", "Löschen", {}, {}},
-      {"*", "vor", "Vor", {}, {}},
-      {"*", "back", "Hinter", {}, {}},
-      {"*", "Dupl", "Duplikat", {}, {}},
-      {"*", "Cpy", "Kopie", {}, {}},
-      {"*", "Lupe", "Lupe", "Zoomen - Skala: rechte Maustaste", {}},
-      {"*", "Vis", "Aus", {}, {}},
-      {"*", "Akt", "Aktiv", {}, {}},
-      {"*", "Farbe", "Farbe", {}, {}},
+      {"Fig", "Breite", "Breite", "Strichbreite", {}},
+      {"Fig", "Curve", "Kurve", "Kanten der freien Figur abrunden oder eckig zeichnen", {}, built},
+      {"Fig", "Ein", "Ein", {}, "Ein: die Figur sichtbar oder unsichtbar machen", built},
+      {"*", "Del", "Löschen", "Eintrag löschen", "Löschen: den Eintrag löschen (Entf)", built},
+      {"*", "vor", "Vor", "einen Platz nach vorn", "Vor: einen Platz nach vorn; rechte Maustaste: ganz nach vorn",
+       built},
+      {"*", "back", "Hinter", "einen Platz nach hinten",
+       "Hinter: einen Platz nach hinten; rechte Maustaste: ganz nach hinten", built},
+      {"*", "Dupl", "Duplikat", "Eintrag duplizieren",
+       "Duplikat: danach auf die Stelle der Karte klicken, an der es stehen soll", built},
+      {"*", "Cpy", "Kopie", "Eintrag kopieren", "Kopie: den Eintrag etwas versetzt noch einmal einfügen", built},
+      {"*", "Lupe", "Lupe", "Zoomen - Skala: rechte Maustaste",
+       "Lupe: Klicken vergrößert, rechte Maustaste: Zoom-Faktor, Esc: zurück", built},
+      {"*", "Vis", "Aus", "Eintrag unsichtbar machen (ausblenden)", {}, built},
+      {"*", "Akt", "Aktiv", {}, "Aktiv: der Eintrag kann danach nicht mehr angeklickt werden", built},
+      {"*", "Farbe", "Farbe", "Farbe ändern", {}},
   };
 }
 
@@ -119,6 +133,7 @@ void Fill_Toolbar(const QString& state) {
   const ToolbarState former = Toolbar1;
   Toolbar1.Tag = state;
   Toolbar1.buttons = Toolbar_Buttons(state);
+  if (former.Tag != state) return;
   for (const ToolButton& old : former.buttons) {
     if (ToolButton* button = Toolbar1.Button(old.Key)) {
       button->Visible = old.Visible;

@@ -20,7 +20,8 @@ struct ToolRow {
 const std::vector<ToolRow>& Toolbar_Table();
 // The built buttons of a state, in order.
 std::vector<ToolButton> Toolbar_Buttons(const QString& state);
-// Rebuilds Toolbar1 for the state; Visible and Enabled of buttons that were there before are kept.
+// Rebuilds Toolbar1 for the state; within a state Visible and Enabled of its buttons are kept. Tips and tags that
+// depend on the entry in hand are Set_Toolbar's.
 void Fill_Toolbar(const QString& state);
 // Help text of a button; empty if there is none.
 QString Tool_Help(const QString& state, const QString& key);
