@@ -2,21 +2,44 @@
 #include <QPoint>
 #include <QString>
 
-// The entry in hand. Positions are window pixels.
+// The entry in hand. Positions are window pixels. There is one at most, and it is the current row (Map.CurBookmark);
+// Map.InHand is its key. A new text that is still being typed is in hand without a row.
 
 bool Entry_In_Hand();
-// Takes the entry under the position in hand: current row, grid, tool state, live controls. False on the empty map.
+// Takes the entry under the position in hand: current row, grid, tool state, live controls. False on the empty map. If
+// the text of the former entry cannot be stored, that one stays in hand.
 bool Take_Entry_At(QPoint window);
-// Takes the row with this key in hand (from the grid, from a search) and scrolls the map to it.
+// Takes the row with this key in hand (from the grid, from a search) and scrolls the map to it if it lies outside the
+// view. A hidden row gets its tools but no controls. False for the header row, a row that is not there, and if the
+// former entry stays in hand.
 bool Take_Entry(const QString& bookmark);
 // Shows the live controls for the current row: Text2, lblShape with handles, imgBild, imgRfLine; status text of its
-// kind.
+// kind. The row is in hand then.
 void Activate_Entry();
 // "Ok" or a click on the empty map: stores a pending text, hides the controls, tool state "Norm", redraw. False if the
 // text could not be stored (the editor stays open).
 bool End_Entry();
-// The status panel's text for the current row: "Karteneintrag verschieben: ...".
+// The hand lets go without storing: the table is replaced or closed. No redraw.
+void Drop_Hand();
+// The status panel's text for the current row: its assignment, then "Karteneintrag verschieben: ...".
 QString Entry_Status_Text();
 // The text in the edit box was changed by the user: Text2.Tag becomes "Change". More than longestText characters are
 // refused with a message; the box then keeps `former`.
 void Text_Typed(const QString& text);
+// Has the edit box a text that is not in the table yet?
+bool Text_Pending();
+// Stores it, at its exact map position. True if nothing is pending afterwards.
+bool Store_Pending_Text();
+// The typed text is forgotten; a new one goes altogether.
+void Discard_Pending_Text();
+// Opens the edit box for a new text with its upper left corner there, in the font used last.
+void Begin_Text(QPoint window);
+
+// Frame of the active text, vertices of a line or area, frame of a group: painted on the canvas over the entries.
+void Akt_Frame();
+void Paint_Hand();
+// Gives the canvas back what they cover.
+void Unpaint_Hand();
+// Called by the redraw before and after its pass.
+void Hand_Before_Redraw();
+void Hand_After_Redraw();

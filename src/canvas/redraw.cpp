@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "canvas/activation.h"
 #include "canvas/entry_painter.h"
 #include "canvas/map_state.h"
 #include "platform/message_box.h"
@@ -112,6 +113,7 @@ DrawCounts Draw_Entries(DrawContext& context) {
 void Map_Redraw() {
   if (!frmMDI.MapOpen || !rsEntries || Map.MapClip[0].image.isNull() || passRunning) return;
   passRunning = true;
+  Hand_Before_Redraw();
   Map.FontMissingAnswer.clear();
   Delete_Regions();
   Map.Minimized = false;
@@ -141,6 +143,7 @@ void Map_Redraw() {
   passRunning = false;
   if (!rsEntries->Eof() && !rsEntries->Bof()) Map.CurBookmark = rsEntries->Bookmark();
   if (aborted) return Map_Redraw();  // the rest of the entries, without the one deleted
+  Hand_After_Redraw();
   events.StateChanged.Emit();
   events.MapPainted.Emit();
 }

@@ -206,7 +206,7 @@ bool Remove_Reference() {
 
 }  // namespace
 
-bool Delete_Entry() {
+bool Delete_Entry(bool asked) {
   if (Entry_Count() == 0) {
     Show_How_Entries_Are_Made();
     return false;
@@ -227,7 +227,7 @@ bool Delete_Entry() {
       return false;
     }
     const EntryType type = EntryType::Parse(static_cast<int>(rsEntries->Integer(column::Typ)));
-    if (!Ask_To_Delete(rsEntries->Text(column::Eintrag))) return false;
+    if (!asked && !Ask_To_Delete(rsEntries->Text(column::Eintrag))) return false;
     Delete_Row_And_Vertices(type);
     if (type.Kind() == EntryKind::Scale) Forget_Scale();
     Hide_Controls(type);

@@ -5,9 +5,9 @@
 // the edit box stays as it is). Afterwards Map.Text2.Tag is "Old" and the row is the current one.
 bool Save_Text_Entry(int x, int y, QString text);
 inline constexpr int longestText = 253;  // characters the edit box takes
-// Deletes the current entry after a question, with its vertex table. False if it stayed. With Map.RemoveReferenceOnly
-// only its reference line goes.
-bool Delete_Entry();
+// Deletes the current entry after a question (unless it was asked already), with its vertex table. False if it stayed.
+// With Map.RemoveReferenceOnly only its reference line goes.
+bool Delete_Entry(bool asked = false);
 // Foot point of the current text or picture row at window position x, y.
 void Set_Foot_Point(int x, int y);
 // Brings the twelve columns of the current row to sound values. True if something was changed.
