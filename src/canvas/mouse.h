@@ -9,6 +9,7 @@ struct MouseKeys {
 enum class MapPointer { Arrow, Cross, Move, Busy, Size };
 
 void Map_Mouse_Down(QPoint window, MouseButton button, MouseKeys keys);
+// Tells of changes by events.HandChanged and events.InfoBarChanged only.
 void Map_Mouse_Move(QPoint window, bool leftDown);
 void Map_Mouse_Up(QPoint window, MouseButton button);
 void Map_Double_Click(QPoint window);
