@@ -30,10 +30,9 @@ struct ShimFile {
   sqlite3_file base;
   QString* path;
   bool watched;
-  sqlite3_file* Inner() { return reinterpret_cast<sqlite3_file*>(this + 1); }
 };
 ShimFile* Shim(sqlite3_file* file) { return reinterpret_cast<ShimFile*>(file); }
-sqlite3_file* Inner(sqlite3_file* file) { return Shim(file)->Inner(); }
+sqlite3_file* Inner(sqlite3_file* file) { return reinterpret_cast<sqlite3_file*>(Shim(file) + 1); }
 
 void Apply(QByteArray& content, const Change& change) {
   if (change.isTruncation) {
@@ -55,7 +54,6 @@ int Read(sqlite3_file* file, void* to, int count, sqlite3_int64 at) {
 }
 int Write(sqlite3_file* file, const void* from, int count, sqlite3_int64 at) {
   if (active && Shim(file)->path) {
-    ++active->writes;
     if (active->writeError) return active->writeError;
     if (active->room >= 0) {
       if (active->room < count) return SQLITE_FULL;
@@ -116,7 +114,8 @@ sqlite3_vfs shim;
 
 }  // namespace
 
-FaultVfs::FaultVfs() {
+FaultVfs::FaultVfs(const QString& watched) {
+  watchedFolder = watched.isEmpty() ? QString() : watched + QLatin1Char('/');
   real = sqlite3_vfs_find("unix");
   shim = *real;
   shim.zName = "fault";
@@ -135,8 +134,6 @@ FaultVfs::~FaultVfs() {
   sqlite3_vfs_unregister(&shim);
   sqlite3_vfs_register(real, 1);
 }
-
-void FaultVfs::Watch(const QString& folder) { watchedFolder = folder + QLatin1Char('/'); }
 
 void FaultVfs::Cut_Power(const QString& folder, quint32 seed) const {
   const auto random = [&seed] { return (seed = seed * 1664525u + 1013904223u) >> 16; };

@@ -1,46 +1,33 @@
 #include "platform/picture.h"
 
-#include <gtest/gtest.h>
 #include <QDir>
 #include <QFile>
 #include <QImageReader>
-#include <QPainter>
 #include <QTemporaryDir>
 #include <QtEndian>
 
-#include <random>
-
-#include "platform/error.h"
 #include "platform/files.h"
-#include "platform/surface.h"
 #include "platform/wmf_reader.h"
+#include "support/errors.h"
+#include "support/pixels.h"
 
 namespace {
-
-constexpr QRgb red = 0xffff0000, green = 0xff00ff00, blue = 0xff0000ff, white = 0xffffffff, black = 0xff000000;
 
 class PictureFile : public ::testing::Test {
  protected:
   QTemporaryDir folder;
   QString Path(const QString& name) const { return folder.filePath(name); }
   QString Put(const QString& name, const QByteArray& bytes) const {
-    QFile file(Path(name));
-    file.open(QIODevice::WriteOnly);
-    file.write(bytes);
+    QFile file(Path(name));  // without the flushes of the program's own writing
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
     return Path(name);
   }
-};
-
-// Number and text of the error a step raises; 0 if it raises none.
-template <class Step>
-Error Raised(Step step) {
-  try {
-    step();
-  } catch (const Error& error) {
-    return error;
+  int Loading_Error(const QString& name, const QByteArray& bytes) const {
+    const Error error = Raised([&] { Load_Picture(Put(name, bytes)); });
+    EXPECT_TRUE(error.number == 0 || error.text.contains(name)) << qPrintable(error.text);
+    return error.number;
   }
-  return {};
-}
+};
 
 template <class Number>
 void Put_Number(QByteArray& bytes, qsizetype at, Number value) {
@@ -101,11 +88,10 @@ TEST_F(PictureFile, EveryKindOfBitmapGivesTheSamePixels) {
       ASSERT_EQ(Raised([&] { image = Load_Picture(path); }).number, 0) << kind;
       ASSERT_EQ(image.size(), QSize(3, 2)) << kind;
       EXPECT_EQ(Picture_Size(path), QSize(3, 2)) << kind;
-      const QRgb wanted[2][3] = {{red, green, blue}, {white, white, red}};
-      for (int y = 0; y < 2; ++y)
-        for (int x = 0; x < 3; ++x) EXPECT_EQ(image.pixel(x, y), wanted[y][x]) << kind << " " << x << "," << y;
-      const bool indexed = QByteArray(kind).contains("24") || QByteArray(kind).contains("32");
-      EXPECT_EQ(image.format(), indexed ? QImage::Format_RGB32 : QImage::Format_Indexed8) << kind;
+      Expect_Pixels(image, {{0, 0, red}, {1, 0, green}, {2, 0, blue}}, kind);
+      Expect_Pixels(image, {{0, 1, white}, {1, 1, white}, {2, 1, red}}, kind);
+      const bool indexed = bytes[28] <= 8;  // bits a pixel
+      EXPECT_EQ(image.format(), indexed ? QImage::Format_Indexed8 : QImage::Format_RGB32) << kind;
     }
   }
 }
@@ -113,28 +99,18 @@ TEST_F(PictureFile, EveryKindOfBitmapGivesTheSamePixels) {
 TEST_F(PictureFile, EveryCutThroughABitmapIsTold) {
   for (const auto& [kind, bytes] : Same_Bitmaps()) {
     // Up to here the file may be cut without losing a pixel: the filling behind the last row, the end mark.
-    for (qsizetype size = 0; size < bytes.size() - 3; ++size) {
-      const QString path = Put("cut.bmp", bytes.left(size));
-      const Error error = Raised([&] { Load_Picture(path); });
-      ASSERT_EQ(error.number, errors::badPicture) << kind << " cut at " << size;
-      ASSERT_TRUE(error.text.contains("cut.bmp")) << qPrintable(error.text);
-    }
+    for (qsizetype size = 0; size < bytes.size() - 3; ++size)
+      ASSERT_EQ(Loading_Error("cut.bmp", bytes.left(size)), errors::badPicture) << kind << " cut at " << size;
   }
 }
 
 TEST_F(PictureFile, CutPicturesOfOtherKindsAreTold) {
-  QImage motley(60, 50, QImage::Format_RGB32);
-  std::mt19937 random(5);
-  for (int y = 0; y < 50; ++y)
-    for (int x = 0; x < 60; ++x) motley.setPixel(x, y, static_cast<QRgb>(random()) | black);
   for (const char* name : {"a.png", "a.jpg"}) {
-    Save_Picture(motley, Path(name));
-    EXPECT_EQ(Load_Picture(Path(name)).size(), motley.size());
+    Save_Picture(Motley(60, 50), Path(name));
+    EXPECT_EQ(Load_Picture(Path(name)).size(), QSize(60, 50));
     const QByteArray bytes = Read_Bytes(Path(name));
-    for (const int percent : {10, 50, 90, 99}) {
-      const QString path = Put(name, bytes.left(bytes.size() * percent / 100));
-      EXPECT_EQ(Raised([&] { Load_Picture(path); }).number, errors::badPicture) << name << " at " << percent;
-    }
+    for (const int percent : {10, 50, 90, 99})
+      EXPECT_EQ(Loading_Error(name, bytes.left(bytes.size() * percent / 100)), errors::badPicture) << name << percent;
   }
 }
 
@@ -148,31 +124,23 @@ TEST_F(PictureFile, GifsAreReadAndTellTheirCuts) {
   bytes += QByteArray("\0;", 2);
   const QImage image = Load_Picture(Put("a.gif", bytes));
   ASSERT_EQ(image.size(), QSize(3, 2));
-  EXPECT_EQ(image.pixel(2, 0), blue);
-  EXPECT_EQ(image.pixel(2, 1), red);
+  Expect_Pixels(image, {{2, 0, blue}, {2, 1, red}});
   for (qsizetype size = 1; size < bytes.size() - 2; ++size)
-    ASSERT_EQ(Raised([&] { Load_Picture(Put("a.gif", bytes.left(size))); }).number, errors::badPicture) << size;
+    ASSERT_EQ(Loading_Error("a.gif", bytes.left(size)), errors::badPicture) << size;
 }
 
 TEST_F(PictureFile, WhatIsNoPictureIsToldByName) {
-  struct Case {
-    const char* name;
-    QByteArray bytes;
-  };
-  const Case cases[] = {{"leer.bmp", {}},
-                        {"text.bmp", "Dies ist kein Bild, nur ein Text."},
-                        {"halb.jpg", "\xFF\xD8\xFF\xE0"},
-                        {"BM.bmp", "BM"}};
-  for (const Case& c : cases) {
-    const QString path = Put(c.name, c.bytes);
-    const Error error = Raised([&] { Load_Picture(path); });
-    EXPECT_EQ(error.number, errors::badPicture) << c.name;
-    EXPECT_TRUE(error.text.contains(c.name)) << qPrintable(error.text);
-    EXPECT_FALSE(Picture_Size(path).isValid() && !Picture_Size(path).isEmpty()) << c.name;
+  const std::pair<const char*, QByteArray> cases[] = {{"leer.bmp", {}},
+                                                      {"text.bmp", "Dies ist kein Bild, nur ein Text."},
+                                                      {"halb.jpg", "\xFF\xD8\xFF\xE0"},
+                                                      {"BM.bmp", "BM"}};
+  for (const auto& [name, bytes] : cases) {
+    EXPECT_EQ(Loading_Error(name, bytes), errors::badPicture) << name;
+    EXPECT_TRUE(Picture_Size(Path(name)).isEmpty()) << name;
   }
-  EXPECT_EQ(Raised([&] { Load_Picture(Path("fehlt.bmp")); }).number, errors::fileNotFound);
+  EXPECT_EQ(Error_Of([&] { Load_Picture(Path("fehlt.bmp")); }), errors::fileNotFound);
   QDir(folder.path()).mkdir("ordner.bmp");
-  EXPECT_EQ(Raised([&] { Load_Picture(Path("ordner.bmp")); }).number, errors::badPicture);
+  EXPECT_EQ(Error_Of([&] { Load_Picture(Path("ordner.bmp")); }), errors::badPicture);
 }
 
 TEST_F(PictureFile, TooLargeForTheMemoryTellsTheNeed) {
@@ -189,11 +157,13 @@ TEST_F(PictureFile, TooLargeForTheMemoryTellsTheNeed) {
 // Whatever stands in a file: a picture, or an error of the two kinds that name it.
 TEST_F(PictureFile, DamagedPicturesNeverEndTheProgram) {
   std::mt19937 random(77);
-  QImage motley(40, 30, QImage::Format_RGB32);
-  motley.fill(red);
-  Save_Picture(motley, Path("a.png"));
-  Save_Picture(motley, Path("a.jpg"));
-  std::vector<QByteArray> sounds{Read_Bytes(Path("a.png")), Read_Bytes(Path("a.jpg"))};
+  QImage plain(40, 30, QImage::Format_RGB32);
+  plain.fill(red);
+  std::vector<QByteArray> sounds;
+  for (const char* name : {"a.png", "a.jpg"}) {
+    Save_Picture(plain, Path(name));
+    sounds.push_back(Read_Bytes(Path(name)));
+  }
   for (const auto& [kind, bytes] : Same_Bitmaps()) sounds.push_back(bytes);
   int loaded = 0, refused = 0;
   for (const QByteArray& sound : sounds)
@@ -202,12 +172,10 @@ TEST_F(PictureFile, DamagedPicturesNeverEndTheProgram) {
       for (int i = 0; i < 3; ++i)
         bytes[static_cast<qsizetype>(random() % static_cast<unsigned>(std::min<qsizetype>(bytes.size(), 120)))] =
             static_cast<char>(random());
-      const QString path = Put("schaden.bmp", bytes);
-      Picture_Size(path);
-      const Error error = Raised([&] { loaded += !Load_Picture(path).isNull(); });
-      ASSERT_TRUE(error.number == 0 || error.number == errors::badPicture || error.number == errors::outOfMemory);
-      ASSERT_TRUE(error.number == 0 || error.text.contains("schaden.bmp")) << qPrintable(error.text);
-      refused += error.number != 0;
+      const int error = Loading_Error("schaden.bmp", bytes);
+      Picture_Size(Path("schaden.bmp"));
+      ASSERT_TRUE(error == 0 || error == errors::badPicture || error == errors::outOfMemory) << error;
+      ++(error == 0 ? loaded : refused);
     }
   EXPECT_GT(loaded, 100);
   EXPECT_GT(refused, 100);
@@ -230,10 +198,8 @@ TEST_F(PictureFile, LargerThanTheReadersUsualLimitOpens) {
 
 TEST_F(PictureFile, TransparencyLiesOnWhite) {
   QImage clear(4, 1, QImage::Format_ARGB32);
-  clear.setPixel(0, 0, qRgba(255, 0, 0, 255));
-  clear.setPixel(1, 0, qRgba(255, 0, 0, 0));
-  clear.setPixel(2, 0, qRgba(0, 0, 0, 128));
-  clear.setPixel(3, 0, qRgba(0, 0, 255, 255));
+  const QRgb pixels[] = {red, qRgba(255, 0, 0, 0), qRgba(0, 0, 0, 128), blue};
+  for (int x = 0; x < 4; ++x) clear.setPixel(x, 0, pixels[x]);
   QImage indexed(2, 1, QImage::Format_Indexed8);
   indexed.setColorTable({qRgba(0, 255, 0, 0), qRgba(0, 255, 0, 255)});
   indexed.setPixel(0, 0, 0);
@@ -241,29 +207,20 @@ TEST_F(PictureFile, TransparencyLiesOnWhite) {
   ASSERT_TRUE(clear.save(Path("a.png")) && indexed.save(Path("b.png")));
   const QImage a = Load_Picture(Path("a.png")), b = Load_Picture(Path("b.png"));
   EXPECT_EQ(a.format(), QImage::Format_RGB32);
-  EXPECT_EQ(a.pixel(0, 0), red);
-  EXPECT_EQ(a.pixel(1, 0), white);
-  EXPECT_EQ(a.pixel(2, 0), qRgb(127, 127, 127));
-  EXPECT_EQ(a.pixel(3, 0), blue);
+  Expect_Pixels(a, {{0, 0, red}, {1, 0, white}, {2, 0, qRgb(127, 127, 127)}, {3, 0, blue}});
   EXPECT_EQ(b.format(), QImage::Format_Indexed8);
-  EXPECT_EQ(b.pixel(0, 0), white);
-  EXPECT_EQ(b.pixel(1, 0), green);
+  Expect_Pixels(b, {{0, 0, white}, {1, 0, green}});
 }
 
 TEST_F(PictureFile, SavedPicturesComeBackWithTheirResolution) {
-  QImage colored(5, 3, QImage::Format_RGB32), gray(5, 3, QImage::Format_Grayscale8);
-  for (int y = 0; y < 3; ++y)
-    for (int x = 0; x < 5; ++x) {
-      colored.setPixel(x, y, qRgb(x * 50, y * 80, x * y));
-      gray.scanLine(y)[x] = static_cast<uchar>(x * 40 + y);
-    }
-  for (const QImage& image : {colored, gray, colored.convertToFormat(QImage::Format_Indexed8)})
+  const QImage colored = Motley(5, 3);
+  for (const QImage& image :
+       {colored, colored.convertToFormat(QImage::Format_Grayscale8), colored.convertToFormat(QImage::Format_Indexed8)})
     for (const char* name : {"a.bmp", "a.png"}) {
       Save_Picture(image, Path(name), 11811);
       const QImage back = Load_Picture(Path(name));
       EXPECT_EQ(back.convertToFormat(QImage::Format_RGB32), image.convertToFormat(QImage::Format_RGB32)) << name;
-      EXPECT_EQ(back.dotsPerMeterX(), 11811) << name;
-      EXPECT_EQ(back.dotsPerMeterY(), 11811) << name;
+      EXPECT_EQ(QPoint(back.dotsPerMeterX(), back.dotsPerMeterY()), QPoint(11811, 11811)) << name;
       EXPECT_EQ(back.depth(), image.depth()) << name;
     }
   QImage plain(64, 64, QImage::Format_RGB32);
@@ -274,15 +231,11 @@ TEST_F(PictureFile, SavedPicturesComeBackWithTheirResolution) {
 }
 
 TEST_F(PictureFile, AFullDiskLeavesTheFormerPicture) {
-  QImage former(4, 4, QImage::Format_RGB32);
-  former.fill(red);
   for (const char* name : {"Karte.bmp", "Karte.png"}) {
-    Save_Picture(former, Path(name));
+    Save_Picture(Motley(4, 4), Path(name));
     const QByteArray before = Read_Bytes(Path(name));
-    QImage other = former;
-    other.fill(blue);
     File_Write_Fault = [](const QString&, qint64) { return errors::diskFull; };
-    EXPECT_EQ(Raised([&] { Save_Picture(other, Path(name)); }).number, errors::diskFull);
+    EXPECT_EQ(Error_Of([&] { Save_Picture(Motley(5, 4), Path(name)); }), errors::diskFull);
     File_Write_Fault = nullptr;
     EXPECT_EQ(Read_Bytes(Path(name)), before);
   }
@@ -295,10 +248,7 @@ class Metafile {
     QByteArray record(static_cast<qsizetype>(6 + words.size() * 2), '\0');
     Put_Number(record, 4, static_cast<qint16>(number));
     qsizetype at = 6;
-    for (const int word : words) {
-      Put_Number(record, at, static_cast<qint16>(word));
-      at += 2;
-    }
+    for (const int word : words) Put_Number(record, std::exchange(at, at + 2), static_cast<qint16>(word));
     record += tail;
     if (record.size() % 2) record += '\0';
     Put_Number(record, 0, static_cast<qint32>(record.size() / 2));
@@ -326,29 +276,10 @@ class Metafile {
   QByteArray records;
 };
 
-enum : int {
-  setOrg = 0x20B,
-  setExt = 0x20C,
-  createBrush = 0x2FC,
-  createPen = 0x2FA,
-  createFont = 0x2FB,
-  selectObject = 0x12D,
-  deleteObject = 0x1F0,
-  rectangle = 0x41B,
-  ellipse = 0x418,
-  polygon = 0x324,
-  polyPolygon = 0x538,
-  moveTo = 0x214,
-  lineTo = 0x213,
-  textOut = 0x521,
-  extTextOut = 0xA32,
-  setTextColor = 0x209,
-  setBkMode = 0x102,
-  setRop = 0x104,
-  stretchDib = 0xF43,
-  saveState = 0x1E,
-  restoreState = 0x127
-};
+constexpr int setOrg = 0x20B, setExt = 0x20C, createBrush = 0x2FC, createPen = 0x2FA, createFont = 0x2FB,
+              selectObject = 0x12D, deleteObject = 0x1F0, rectangle = 0x41B, ellipse = 0x418, polyPolygon = 0x538,
+              moveTo = 0x214, lineTo = 0x213, textOut = 0x521, setTextColor = 0x209, setBkMode = 0x102, setRop = 0x104,
+              stretchDib = 0xF43, saveState = 0x1E, restoreState = 0x127;
 
 Metafile Sample() {
   Metafile file;
@@ -381,19 +312,23 @@ TEST(Metafiles, RecordsArePlayedInPlace) {
     EXPECT_EQ(Wmf_Size(bytes), QSize(200, 100));
     const QImage image = Read_Wmf(bytes);
     ASSERT_EQ(image.size(), QSize(200, 100));
-    struct Case {
-      int x, y;
-      QRgb wanted;
-    };
-    const Case cases[] = {{20, 10, black}, {39, 29, black}, {40, 30, white},  {30, 15, red},    {30, 20, 0xff00ffff},
-                          {70, 70, green}, {52, 52, white}, {102, 70, green}, {120, 70, white}, {30, 95, black},
-                          {60, 95, white}, {62, 8, green},  {78, 8, blue},    {2, 2, white}};
-    for (const Case& c : cases)
-      EXPECT_EQ(image.pixel(c.x, c.y), c.wanted) << c.x << "," << c.y << (placeable ? "" : " without placeable head");
-    int text = 0;
-    for (int y = 5; y < 40; ++y)
-      for (int x = 130; x < 200; ++x) text += image.pixel(x, y) == blue;
-    EXPECT_GT(text, 50);
+    Expect_Pixels(image,
+                  {{20, 10, black},
+                   {39, 29, black},
+                   {40, 30, white},
+                   {30, 15, red},
+                   {30, 20, 0xff00ffff},
+                   {70, 70, green},
+                   {52, 52, white},
+                   {102, 70, green},
+                   {120, 70, white},
+                   {30, 95, black},
+                   {60, 95, white},
+                   {62, 8, green},
+                   {78, 8, blue},
+                   {2, 2, white}},
+                  placeable ? "placeable" : "without placeable head");
+    EXPECT_GT(Count_Pixels(image, QRect(130, 5, 70, 35), [](QRgb color) { return color == blue; }), 50);  // the text
   }
   // Half the size in the same units: everything comes nearer.
   EXPECT_EQ(Read_Wmf(Sample().Bytes(100, 50)).pixel(15, 8), red);

@@ -9,28 +9,19 @@ namespace {
 TEST(Shapes, EdgesBelongToTheLeftAndTopOnly) {
   struct Case {
     RegionShape shape;
-    QPointF point;
-    bool inside;
+    std::vector<QPointF> inside, outside;
   };
   const QRectF box(10, 20, 30, 40);
   const QPolygonF ring{{{0, 0}, {40, 0}, {40, 40}, {0, 40}, {0, 0}, {10, 10}, {30, 10}, {30, 30}, {10, 30}, {10, 10}}};
-  const Case cases[] = {
-      {box, {10, 20}, true},
-      {box, {39.9, 59.9}, true},
-      {box, {40, 30}, false},
-      {box, {20, 60}, false},
-      {QRectF(40, 60, -30, -40), {10, 20}, true},
-      {QRectF(5, 5, 0, 0), {5, 5}, false},
-      {EllipseShape{box}, {25, 40}, true},
-      {EllipseShape{box}, {25, 21}, true},
-      {EllipseShape{box}, {12, 22}, false},
-      {EllipseShape{box}, {37, 57}, false},
-      {ring, {5, 5}, true},
-      {ring, {20, 20}, false},
-      {ring, {35, 20}, true},
-  };
-  for (const Case& c : cases)
-    EXPECT_EQ(Shape_Contains(c.shape, c.point), c.inside) << c.point.x() << "," << c.point.y();
+  const Case cases[] = {{box, {{10, 20}, {39.9, 59.9}}, {{40, 30}, {20, 60}}},
+                        {QRectF(40, 60, -30, -40), {{10, 20}}, {}},
+                        {QRectF(5, 5, 0, 0), {}, {{5, 5}}},
+                        {EllipseShape{box}, {{25, 40}, {25, 21}}, {{12, 22}, {37, 57}}},
+                        {ring, {{5, 5}, {35, 20}}, {{20, 20}}}};
+  for (const auto& [shape, inside, outside] : cases) {
+    for (const QPointF& point : inside) EXPECT_TRUE(Shape_Contains(shape, point)) << point.x() << "," << point.y();
+    for (const QPointF& point : outside) EXPECT_FALSE(Shape_Contains(shape, point)) << point.x() << "," << point.y();
+  }
 }
 
 // The index must answer as a walk over all rows from the top would, wherever the shapes lie and however large they are.
@@ -68,7 +59,7 @@ TEST(RegionSet, IndexAnswersAsAPlainWalkWould) {
   EXPECT_GT(hits, 500);
 }
 
-TEST(RegionSet, LaterRowsAreFoundAndClearedOnesAreNot) {
+TEST(RegionSet, LaterRowsAreFoundClearedOnesAndThoseWithoutPlaceAreNot) {
   RegionSet set;
   set.Add(QRectF(0, 0, 10, 10), 1, 0);
   EXPECT_EQ(set.TopAt({5, 5}), 1);
@@ -79,17 +70,12 @@ TEST(RegionSet, LaterRowsAreFoundAndClearedOnesAreNot) {
   EXPECT_EQ(set.TopAt({1001, 1001}), 3);
   set.Clear();
   EXPECT_FALSE(set.AnyAt({5, 5}));
-}
-
-TEST(RegionSet, ShapesWithoutPlaceDoNoHarm) {
-  RegionSet set;
   set.Add(QRectF(qQNaN(), 0, 10, 10), 1, 0);
   set.Add(QRectF(0, 0, qInf(), 10), 2, 0);
   set.Add(QPolygonF(), 3, 0);
   const int good = set.Add(QRectF(0, 0, 10, 10), 4, 0);
   EXPECT_EQ(set.TopAt({5, 5}), good);
-  EXPECT_EQ(set.TopAt({qQNaN(), 5}), 0);
-  EXPECT_EQ(set.TopAt({50, 50}), 0);
+  EXPECT_FALSE(set.AnyAt({qQNaN(), 5}) || set.AnyAt({50, 50}));
 }
 
 }  // namespace

@@ -48,19 +48,19 @@ TEST(FileDialog, AddsTheEndingWhereNoneWasTyped) {
   request.defaultExtension = "MDB";
   EXPECT_EQ(File_Dialog(request), std::nullopt);  // nobody there to ask
   FileDialogScript script;
-  script.Answer("/k\\v1.2/Neu").Answer("/k/Neu.txt").Answer("").Answer(std::nullopt).Answer(file.fileName());
-  EXPECT_EQ(File_Dialog(request), std::optional<QString>("/k/v1.2/Neu.MDB"));
-  EXPECT_EQ(File_Dialog(request), std::optional<QString>("/k/Neu.txt"));
-  EXPECT_EQ(File_Dialog(request), std::nullopt);
-  EXPECT_EQ(File_Dialog(request), std::nullopt);
-  request.save = false;
-  EXPECT_EQ(File_Dialog(request), std::optional<QString>(file.fileName()));
+  const std::optional<QString> nothing, alt(file.fileName());
+  const std::pair<std::optional<QString>, std::optional<QString>> cases[] = {
+      {"/k\\v1.2/Neu", "/k/v1.2/Neu.MDB"}, {"/k/Neu.txt", "/k/Neu.txt"}, {"", nothing}, {nothing, nothing}, {alt, alt}};
+  for (const auto& [answer, wanted] : cases) {
+    request.save = answer != alt;
+    script.Answer(answer);
+    EXPECT_EQ(File_Dialog(request), wanted);
+  }
 }
 
 namespace {
 struct CountingFace : ProgressFace {
-  CountingFace(int delayMs, std::vector<int>& seenSteps, int stopAfter)
-      : delay(delayMs), steps(seenSteps), stop(stopAfter) {}
+  CountingFace(int delayMs, std::vector<int>& seen, int stopAfter) : delay(delayMs), steps(seen), stop(stopAfter) {}
   void Show(const QString&, int total) override { steps.push_back(-total); }
   bool Step(int done) override {
     steps.push_back(done);
@@ -84,10 +84,7 @@ TEST(Progress, ShortWorkShowsNothingAndAbbrechenStopsForGood) {
   Set_Progress_Maker([&] { return std::make_unique<CountingFace>(0, steps, 3); });
   {
     Progress progress("Import", 5);
-    EXPECT_TRUE(progress.Advance());
-    EXPECT_TRUE(progress.Advance());
-    EXPECT_FALSE(progress.Advance());
-    EXPECT_FALSE(progress.Advance());
+    for (const bool goesOn : {true, true, false, false}) EXPECT_EQ(progress.Advance(), goesOn);
   }
   EXPECT_EQ(steps, std::vector<int>({-5, 1, 2, 3}));
   Set_Progress_Maker(nullptr);
@@ -99,14 +96,12 @@ TEST(Shell, ProgramsAreFoundInTheProgramFolderThenOnThePath) {
   const auto put = [&](const QString& name, bool executable) {
     QFile file(folder.path() + '/' + name);
     EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-    file.setPermissions(executable ? QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner
-                                   : QFile::ReadOwner | QFile::WriteOwner);
+    file.setPermissions(executable ? QFile::ReadOwner | QFile::ExeOwner : QFile::ReadOwner);
     return file.fileName();
   };
   const QString tool = put("GPSTool", true);
   put("sh.exe", false);
-  EXPECT_EQ(Find_Program("gpstool.exe", folder.path()), tool);
-  EXPECT_EQ(Find_Program("GPSTOOL", folder.path()), tool);
+  for (const char* name : {"gpstool.exe", "GPSTOOL"}) EXPECT_EQ(Find_Program(name, folder.path()), tool) << name;
   EXPECT_EQ(Find_Program(tool, "/"), tool);
   EXPECT_TRUE(Find_Program("sh.exe", folder.path()).endsWith("/sh"));  // what cannot be run is passed over
   EXPECT_EQ(Find_Program("gibtesnicht", folder.path()), QString());

@@ -1,17 +1,15 @@
 #include "platform/symbol_fonts.h"
 
-#include <gtest/gtest.h>
 #include <QFontMetrics>
 #include <QRawFont>
 #include <QSet>
 
 #include "platform/surface.h"
+#include "support/pixels.h"
 
 namespace {
 
 using symbol_fonts::Table;
-
-QString Shown(const char* family, char16_t code) { return Symbol_Text(family, QString(QChar(code))); }
 
 TEST(SymbolFonts, KnownPicturesStandAtTheirCodes) {
   struct Case {
@@ -27,15 +25,12 @@ TEST(SymbolFonts, KnownPicturesStandAtTheirCodes) {
       {"Symbol", 'W', 0x03A9},       {"Symbol", 0xA3, 0x2264},      {"Symbol", 0xF0A5, 0x221E},
       {"SYMBOL", 0x20AC, ' '},
   };
-  for (const Case& c : cases)
-    EXPECT_EQ(Shown(c.family, c.code), QString::fromUcs4(&c.wanted, 1)) << c.family << " " << std::hex << int{c.code};
+  for (const auto& [family, code, wanted] : cases)
+    EXPECT_EQ(Symbol_Text(family, QString(QChar(code))), QString::fromUcs4(&wanted, 1)) << family << int{code};
   EXPECT_EQ(Symbol_Text("Arial", QStringLiteral("Jäger")), QStringLiteral("Jäger"));
   EXPECT_EQ(Symbol_Text("Wingdings", QStringLiteral("✔")), QStringLiteral("✔"));
   EXPECT_TRUE(Is_Symbol_Font("wingdings") && Is_Symbol_Font("Symbol"));
   EXPECT_FALSE(Is_Symbol_Font("Arial"));
-}
-
-TEST(SymbolFonts, EveryByteIsReachedByItsCharacter) {
   // All 224 codes through the characters a text file gives for them.
   QSet<int> codes;
   for (int c = 0x20; c < 0x3000; ++c)
@@ -82,15 +77,10 @@ TEST(SymbolFonts, SignsAreDrawnAndMeasured) {
   EXPECT_NE(s->TextWidth("l"), s->TextWidth("("));
   const int width = s->TextWidth("n");
   s->Print({10, 10}, "n");
-  int ink = 0, beyond = 0;
-  for (int y = 0; y < 60; ++y)
-    for (int x = 0; x < 60; ++x) {
-      if (qGray(image.pixel(x, y)) > 128) continue;
-      ++ink;
-      beyond += x < 10 || x >= 10 + width;
-    }
-  EXPECT_GT(ink, 80);  // a black square
-  EXPECT_EQ(beyond, 0);
+  const auto dark = [](QRgb color) { return qGray(color) <= 128; };
+  EXPECT_GT(Count_Pixels(image, image.rect(), dark), 80);  // a black square
+  const QRect ink = Extent_Of(image, dark);
+  EXPECT_TRUE(ink.left() >= 10 && ink.right() < 10 + width);
 }
 
 }  // namespace
