@@ -1,7 +1,5 @@
 #include "store/columns.h"
 
-#include "start/mdi_state.h"
-
 #include "support/table_fixture.h"
 
 namespace {
@@ -27,7 +25,6 @@ TEST_F(Columns, AddedColumnsHaveTheirKindAndKeepRows) {
   ASSERT_TRUE(Add_Column({"Höhe über NN", FieldType::Double, 0}, {}));
   EXPECT_EQ(Last_Field().type, FieldType::Double);
   EXPECT_TRUE(Tbl.HasUserColumns);
-  EXPECT_TRUE(Menu("mnuSpaltDelete").Enabled);
   rsEntries->Edit();
   rsEntries->Set(QStringLiteral("Höhe über NN"), QStringLiteral("12,5"));
   rsEntries->Update();
@@ -44,9 +41,6 @@ TEST_F(Columns, NamesThatCannotBeUsed) {
     script.Expect("Spalte");
     EXPECT_FALSE(Add_Column({QString::fromUtf8(name), FieldType::Text, 5}, {})) << name;
   }
-  MessageScript script;
-  script.Expect("64 Zeichen");
-  EXPECT_FALSE(Add_Column({QString(65, 'x'), FieldType::Text, 5}, {}));
   EXPECT_FALSE(Tbl.HasUserColumns);
 }
 
