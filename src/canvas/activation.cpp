@@ -7,6 +7,7 @@
 #include "canvas/map_state.h"
 #include "canvas/marks.h"
 #include "canvas/redraw.h"
+#include "canvas/row_switches.h"
 #include "canvas/tool_state.h"
 #include "canvas/view.h"
 #include "canvas/visibility.h"
@@ -146,6 +147,7 @@ void Activate_Entry() {
   Find_Group(row);
   InfoBar.Panel[0] = Entry_Status_Text();
   Set_Visibility_Menus();
+  Set_Edge_Menu();
   Show_Hand();
   events.InfoBarChanged.Emit();
 }

@@ -3,6 +3,9 @@
 #include <QElapsedTimer>
 
 #include "canvas/hand_fixture.h"
+#include "canvas/order.h"
+#include "canvas/row_switches.h"
+#include "canvas/visibility.h"
 #include "store/table_state.h"
 
 namespace {
@@ -260,6 +263,39 @@ TEST_F(Activation, TheHandLetsGoOfRowsThatVanish) {
   Close_Map();
   EXPECT_FALSE(Map_Key(Qt::Key_Delete, {}));
   Click({100, 100});
+}
+
+// Rows change their place and their values under the hand: it stays on the entry.
+TEST_F(Activation, TheHandFollowsTheRow) {
+  Add(Text_Row("Amsel", 100, 100));
+  Add(Text_Row("Fink", 300, 300));
+  Map_Redraw();
+  Click({110, 108});
+  Order_Entry(1);
+  EXPECT_EQ(Row(Map.InHand).Eintrag, QStringLiteral("Amsel"));
+  EXPECT_EQ(Map.Text2.Text, QStringLiteral("Amsel"));
+  Text_Typed(QStringLiteral("Star"));
+  ASSERT_TRUE(Store_Pending_Text());
+  EXPECT_EQ(Row(Map.InHand).Eintrag, QStringLiteral("Star"));
+  Hide_Current();
+  EXPECT_FALSE(Map.Text2.Visible);
+  EXPECT_TRUE(Toolbar1.Button("Vis")->Value);
+  Hide_Current();
+  EXPECT_TRUE(Map.Text2.Visible);
+  const QString line = Add(Poly_Row("Linie1", 400, 100, {{400, 150}, {500, 150}, {450, 200}}));
+  ASSERT_TRUE(Take_Entry(line));
+  Text_Typed(QStringLiteral("Bach"));
+  Toggle_Label();
+  EXPECT_FALSE(Map.Text2.Visible);
+  EXPECT_FALSE(Toolbar1.Button("LnBez")->Value);
+  Round_Corners();
+  EXPECT_EQ(Menu("mnuKanten").Caption, QStringLiteral("Kanten eckig"));
+  EntryRow row = Row(line);
+  EXPECT_EQ(std::tuple(row.Eintrag, row.Typ, row.Groesse), std::tuple(QStringLiteral("Bach"), 40, -12.0));
+  Toggle_Label();
+  Round_Corners();
+  EXPECT_EQ(Row(line).Typ, 4);
+  EXPECT_TRUE(Map.Text2.Visible);
 }
 
 TEST_F(Activation, IsQuickInALargeMap) {
