@@ -81,7 +81,13 @@ bool Take_Row(const QString& bookmark) {
   Drop_Hand();
   rsEntries->SetBookmark(bookmark);
   Map.CurBookmark = bookmark;
-  const EntryRow row = Read_Entry(*rsEntries);
+  EntryRow row;
+  try {
+    row = Read_Entry(*rsEntries);
+  } catch (const Error&) {
+    Set_Toolbar(0, ToolMode::Norm);  // a damaged row: the table window repairs it
+    throw;
+  }
   const bool taken = rsEntries->Position() > 0 && !Tell_Unknown(row);
   if (taken) {
     Map.InHand = bookmark;
@@ -177,6 +183,7 @@ void Drop_Hand() {
   Map.Text2.Tag = QStringLiteral("Old");
   Map.InHand.clear();
   Map.GroupInHand.clear();
+  Map.Tool.clear();
 }
 
 // The edit box -------------------------------------------------------------------------------------------------------
@@ -270,7 +277,12 @@ void Begin_Text(QPoint window) {
 void Hand_Before_Redraw() {
   Map.HandUnder = {};  // the whole canvas is painted anew
   // Scrolling or zooming away from a changed text stores it; a text that does not fit stays open and goes along.
-  if (Text_Pending() && placedView != View_Now() && Map.Text2.Text.size() <= Tbl.EintragSize) Store_Pending_Text();
+  if (!Text_Pending() || placedView == View_Now() || Map.Text2.Text.size() > Tbl.EintragSize) return;
+  try {
+    Store_Pending_Text();
+  } catch (const Error&) {
+    // The text stays open; leaving the entry tells what is wrong.
+  }
 }
 
 void Hand_After_Redraw() {

@@ -137,9 +137,7 @@ void Take_Entry_Outline() {
   const EntryRow row = Read_Entry(*rsEntries);
   const EntryType type = EntryType::Parse(row.Typ);
   if (!Map.GroupInHand.isEmpty()) {
-    QRectF bounds;
-    for (const QString& bookmark : Map.GroupInHand) bounds |= Region_Bounds(bookmark.toLongLong());
-    dragState.base = Box_Outline(bounds);
+    dragState.base = Box_Outline(Group_Bounds());
   } else if (Has_Vertices(type) && !dragState.labelOnly) {
     dragState.base = Window_Outline(Load_Vertices(EntryId::Parse(row.ID).TableName()));
     dragState.closed = !EntryId::Parse(row.ID).IsLine();
@@ -276,20 +274,23 @@ void Resize_Current(const EntryBox& old, const EntryBox& now) {
 void Resize_Hand(const DragState& drag) {
   if (!To_Hand()) return;
   const QPoint by = drag.now - drag.start;
-  if (drag.handle == pictureHandle) {
-    // Window pixels into map pixels by the factor, so that a picture dragged out is as large as it was shown.
-    const QRect box = Resized_Window_Box();
-    const auto zoom = static_cast<double>(Map.Zoom);
-    Size_Picture(PictureSizing::Free, std::max(1, qRound(box.width() * zoom)),
-                 std::max(1, qRound(box.height() * zoom)));
-    return;
-  }
   const EntryRow row = Read_Entry(*rsEntries);
   const EntryBox old = Figure_Box(row);
   const auto zoom = static_cast<double>(Map.Zoom);
   const QRect now = Resized({QPoint(old.x, old.y), QSize(old.width, old.height)}, drag.handle, qRound(by.x() * zoom),
                             qRound(by.y() * zoom), Is_Square(EntryType::Parse(row.Typ)));
   Write_In_One([&] { Resize_Current(old, {now.left(), now.top(), now.width(), now.height()}); });
+}
+
+void Resize_Picture() {
+  const QSize size = Resized_Window_Box().size();
+  dragState = {};
+  const auto zoom = static_cast<double>(Map.Zoom);
+  if (To_Hand())
+    Size_Picture(PictureSizing::Free, std::max(1, qRound(size.width() * zoom)),
+                 std::max(1, qRound(size.height() * zoom)));
+  Map_Redraw();
+  events.HandChanged.Emit();
 }
 
 // Within the view, and never at 0: that would mean no reference line.
@@ -393,12 +394,7 @@ void End_Drag(QPoint window) {
   }
   if (drag.grip != Grip::Handle) Put_Controls_Back();
   const int dx = Map_X(window.x()) - Map_X(drag.start.x()), dy = Map_Y(window.y()) - Map_Y(drag.start.y());
-  if (drag.grip == Grip::Handle && drag.handle == pictureHandle) {
-    Resize_Hand(drag);
-    dragState = {};
-    Map_Redraw();
-    return events.HandChanged.Emit();
-  }
+  if (drag.handle == pictureHandle) return Resize_Picture();
   dragState = {};
   switch (drag.grip) {
     case Grip::Entry:

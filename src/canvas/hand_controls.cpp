@@ -1,5 +1,6 @@
 #include "canvas/hand_controls.h"
 
+#include <QSet>
 #include <algorithm>
 #include <array>
 #include <vector>
@@ -87,6 +88,17 @@ QRectF Region_Bounds(qint64 key) {
   for (int i = 1; i <= Map.EntryRegions.Count(); ++i) {
     const EntryRegion& region = Map.EntryRegions.Row(i);
     if (region.key == key && region.kind == 0) bounds |= region.bounds;
+  }
+  return bounds;
+}
+
+QRectF Group_Bounds() {
+  QSet<qint64> keys;
+  for (const QString& bookmark : Map.GroupInHand) keys.insert(bookmark.toLongLong());
+  QRectF bounds;
+  for (int i = 1; i <= Map.EntryRegions.Count(); ++i) {
+    const EntryRegion& region = Map.EntryRegions.Row(i);
+    if (region.kind == 0 && keys.contains(region.key)) bounds |= region.bounds;
   }
   return bounds;
 }
@@ -187,8 +199,7 @@ std::vector<QPoint> Shown_Vertices(const EntryRow& row) {
 }
 
 QRect Group_Frame() {
-  QRectF bounds;
-  for (const QString& bookmark : Map.GroupInHand) bounds |= Region_Bounds(bookmark.toLongLong());
+  const QRectF bounds = Group_Bounds();
   return Map.GroupInHand.size() < 2 || bounds.isEmpty() ? QRect() : bounds.toAlignedRect().adjusted(-4, -4, 4, 4);
 }
 

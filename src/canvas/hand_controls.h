@@ -17,6 +17,8 @@ void Place_Controls(const EntryRow& row);
 QRect Control_Box(const LiveControl& control);
 // Union of the hit regions of a row; empty if it has none.
 QRectF Region_Bounds(qint64 key);
+// The same of all rows of the group in hand.
+QRectF Group_Bounds();
 // Box of a figure: of its vertices if it is a free one, else as stored.
 EntryBox Figure_Box(const EntryRow& row);
 inline constexpr int handleSize = 8;

@@ -120,6 +120,7 @@ void Set_Toolbar(int active, ToolMode mode) {
   }
   Fill_Toolbar(state);
   if (mode == ToolMode::Norm) {
+    if (active == 0) Map.LupeOn = false;  // its button is gone
     Dress_Norm();
   } else {
     Map.Tool.clear();

@@ -149,6 +149,20 @@ TEST_F(DragTest, GroupsGoTogetherOrNotAtAll) {
   EXPECT_EQ(Map.InHand, a);
 }
 
+TEST_F(DragTest, PicturesKeepTheirShapeWhenSized) {
+  ASSERT_TRUE(Make_Canvas(40, 30, qRgb(200, 0, 0)).save(Path(QStringLiteral("Vogel.png"))));
+  EntryRow row = Text_Row("Vogel.png", 100, 100, 5);
+  row.ID = QStringLiteral("Bild");
+  const QString picture = Add(row);
+  Map_Redraw();
+  Drag({120, 115}, {170, 145});
+  EXPECT_EQ(At(picture), QPoint(150, 130));
+  const QPoint corner = Box(Map.imgHandle).center();
+  Drag(corner, corner + QPoint(40, 5));
+  EXPECT_EQ(Box(Map.imgBild), QRect(150, 130, 80, 60));
+  EXPECT_EQ(Map.canvas.pixel(225, 185), qRgb(200, 0, 0));
+}
+
 // A vertex beyond the stop mark would end the outline.
 TEST_F(DragTest, PositionsStayWithinTheirRange) {
   const QString line = Add(Poly_Row("Linie1", 100, 100, {{-14990, 100}, {200, 200}}));
