@@ -51,7 +51,7 @@ TEST(LineEndsDrawing, FlagsSayWhere) {
   };
   for (const Case& c : {Case{true, false, false, blue, white, white}, Case{false, true, false, white, white, blue},
                         Case{true, true, false, blue, white, blue}, Case{false, true, true, white, blue, blue},
-                        Case{false, false, true, white, white, white}}) {
+                        Case{true, false, true, blue, blue, white}, Case{false, false, true, white, white, white}}) {
     Drawing drawing;
     LineEnds ends = Ends(LineEnds::Shape::Rectangle, 4, 4);
     ends.atStart = c.start, ends.atEnd = c.end, ends.partial = c.partial;

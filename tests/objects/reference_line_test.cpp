@@ -46,7 +46,7 @@ TEST(ReferenceLine, CircleLiesAboutTheFootAndLeavesItFree) {
   Drawing drawing;
   Draw_Reference(drawing.context, {50, 80}, box,
                  {.kind = EntryKind::TextCircle, .color = red, .style = {.width = 0.5, .circle = 6}});
-  drawing.Expect({{50, 80, white}, {44, 80, red}, {56, 80, red}, {50, 86, red}, {50, 60, red}});
+  drawing.Expect({{50, 80, white}, {50, 78, white}, {44, 80, red}, {56, 80, red}, {50, 86, red}, {50, 60, red}});
 }
 
 TEST(ReferenceLine, KindSevenRunsFromItsPosition) {

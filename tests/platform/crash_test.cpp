@@ -189,9 +189,9 @@ TEST_F(CrashTest, FullDiskLeavesTheOldRow) {
   disk.room = -1;
   Append(*rows, 1);
   rows->MoveFirst();
-  const auto append_many = [&] {
+  const auto append_many = [&](int count) {
     database->BeginTrans();
-    for (int i = 0; i < 20000; ++i) Append(*rows, i);
+    for (int i = 0; i < count; ++i) Append(*rows, i);
     database->CommitTrans();
   };
   for (const int error : {61, 57}) {
@@ -202,7 +202,7 @@ TEST_F(CrashTest, FullDiskLeavesTheOldRow) {
                                            [&] {
                                              database->CreateTable({"Linie0", Numbers().fields});
                                            },
-                                           append_many};
+                                           [&] { append_many(20000); }};
     for (const auto& work : works) {
       EXPECT_EQ(Error_Of(work), error);
       EXPECT_FALSE(rows->Editing());
@@ -213,6 +213,9 @@ TEST_F(CrashTest, FullDiskLeavesTheOldRow) {
       EXPECT_EQ(rows->Integer(1), 1);
       EXPECT_FALSE(database->HasTable("Linie0"));
     }
+    EXPECT_EQ(Error_Of([&] { append_many(2); }), error);
+    EXPECT_FALSE(database->InTrans());  // what could not be committed is taken back
+    EXPECT_EQ(rows->RecordCount(), 1);
     disk.room = -1;
     disk.writeError = 0;
   }
