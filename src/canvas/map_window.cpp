@@ -2,12 +2,16 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QMouseEvent>
 #include <QPainter>
 #include <QScrollBar>
 #include <QWheelEvent>
 #include <cmath>
 
+#include "canvas/activation.h"
+#include "canvas/drag.h"
 #include "canvas/map_state.h"
+#include "canvas/mouse.h"
 #include "canvas/view.h"
 #include "desktop/application.h"
 #include "platform/surface.h"
@@ -22,15 +26,36 @@ constexpr int wheelStep = 60;      // window pixels a notch
 constexpr int arrowStep = 40;      // window pixels a key
 constexpr double zoomStep = 1.25;  // a notch with Ctrl
 constexpr double notch = 120.0;    // wheel units
+constexpr int outlineRoom = 3;     // the outline's pen reaches beyond its points
+
+bool Loading() { return !Map.PicText.isEmpty() && !Map.Caption.isEmpty(); }
+
+MouseKeys Keys_Of(Qt::KeyboardModifiers modifiers) {
+  return {.control = modifiers.testFlag(Qt::ControlModifier), .shift = modifiers.testFlag(Qt::ShiftModifier)};
+}
+
+Qt::CursorShape Cursor_Of(MapPointer pointer) {
+  switch (pointer) {
+    case MapPointer::Cross:
+      return Qt::CrossCursor;
+    case MapPointer::Move:
+      return Qt::SizeAllCursor;
+    case MapPointer::Busy:
+      return Qt::WaitCursor;
+    case MapPointer::Size:
+      return Qt::SizeFDiagCursor;
+    case MapPointer::Arrow:
+      break;
+  }
+  return Qt::ArrowCursor;
+}
 
 }  // namespace
 
-MapCanvas::MapCanvas(QWidget* parent) : QWidget(parent) {
+MapCanvas::MapCanvas(QWidget* parent) : QWidget(parent), controls(this) {
   setAttribute(Qt::WA_OpaquePaintEvent);
   setMouseTracking(true);
 }
-
-static bool Loading() { return !Map.PicText.isEmpty() && !Map.Caption.isEmpty(); }
 
 bool Map_Window_Wanted() { return Map.Visible || Loading(); }
 
@@ -51,6 +76,90 @@ void MapCanvas::paintEvent(QPaintEvent*) {
   if (!picture.isNull()) painter.drawImage(0, 0, picture);
   if (picture.width() < width()) painter.fillRect(picture.width(), 0, width() - picture.width(), height(), around);
   if (picture.height() < height()) painter.fillRect(0, picture.height(), width(), height() - picture.height(), around);
+  Paint_Outline(painter);
+}
+
+void MapCanvas::Paint_Outline(QPainter& painter) {
+  if (!dragState.Active() || dragState.outline.size() < 2) return;
+  painter.setBrush(Qt::NoBrush);
+  for (const QPen& pen : {QPen(Qt::white, 1), QPen(Qt::black, 1, Qt::DashLine)}) {
+    painter.setPen(pen);
+    if (dragState.closed)
+      painter.drawPolygon(dragState.outline);
+    else
+      painter.drawPolyline(dragState.outline);
+  }
+}
+
+// Only what the outline leaves and where it comes is painted anew.
+void MapCanvas::Show_Outline() {
+  QRect now;
+  if (dragState.Active() && !dragState.outline.isEmpty())
+    now =
+        dragState.outline.boundingRect().toAlignedRect().adjusted(-outlineRoom, -outlineRoom, outlineRoom, outlineRoom);
+  if (!outlined.isEmpty()) update(outlined);
+  if (!now.isEmpty()) update(now);
+  outlined = now;
+}
+
+void MapCanvas::Show_Pointer() {
+  const Qt::CursorShape shape = Picking() ? Qt::CrossCursor : Cursor_Of(Map_Pointer());
+  if (cursor().shape() != shape) setCursor(shape);
+}
+
+void MapCanvas::Sync_Controls() {
+  controls.Sync();
+  Show_Outline();
+  Show_Pointer();
+}
+
+void MapCanvas::Pick_Point(std::function<void(QPoint)> taken) {
+  picked = std::move(taken);
+  Show_Pointer();
+}
+
+void MapCanvas::mousePressEvent(QMouseEvent* event) {
+  if (!Map.Visible || Loading()) return;
+  const QPoint at = event->position().toPoint();
+  const bool left = event->button() == Qt::LeftButton;
+  if (!left && event->button() != Qt::RightButton) return;
+  if (Picking()) {
+    const auto taken = std::exchange(picked, {});
+    if (left) Run_Guarded([&] { taken(at); });
+  } else {
+    const MouseButton button = left ? MouseButton::Left : MouseButton::Right;
+    Run_Guarded([&] { Map_Mouse_Down(at, button, Keys_Of(event->modifiers())); });
+  }
+  Sync_Controls();
+}
+
+void MapCanvas::mouseMoveEvent(QMouseEvent* event) {
+  if (!Map.Visible || Loading()) return;
+  const bool leftDown = event->buttons().testFlag(Qt::LeftButton);
+  Run_Guarded([&] {
+    // A question has swallowed the release.
+    if (!leftDown && dragState.Active()) Cancel_Drag();
+    Map_Mouse_Move(event->position().toPoint(), leftDown && !Picking());
+  });
+  if (dragState.Active() || !outlined.isEmpty())
+    Sync_Controls();
+  else
+    Show_Pointer();
+}
+
+void MapCanvas::mouseReleaseEvent(QMouseEvent* event) {
+  if (!Map.Visible || Loading()) return;
+  const bool left = event->button() == Qt::LeftButton;
+  if (!left && event->button() != Qt::RightButton) return;
+  const MouseButton button = left ? MouseButton::Left : MouseButton::Right;
+  Run_Guarded([&] { Map_Mouse_Up(event->position().toPoint(), button); });
+  Sync_Controls();
+}
+
+void MapCanvas::mouseDoubleClickEvent(QMouseEvent* event) {
+  if (!Map.Visible || Loading() || event->button() != Qt::LeftButton) return;
+  Run_Guarded([&] { Map_Double_Click(event->position().toPoint()); });
+  Sync_Controls();
 }
 
 MapWindow::MapWindow(QWidget* parent)
@@ -109,6 +218,7 @@ void MapWindow::Sync() {
   Sync_Bar(*HScroller, true);
   Sync_Bar(*VScroller, false);
   Place_Parts();
+  canvas->Sync_Controls();
 }
 
 void MapWindow::Place_Parts() {
@@ -148,7 +258,26 @@ void MapWindow::wheelEvent(QWheelEvent* event) {
   if (!shift.isNull()) Run_Guarded([&] { Scroll_By(-shift.x(), -shift.y()); });
 }
 
+// A character typed while a text is in hand goes into the text; F2 and Enter only open it.
+bool MapWindow::Type_Into_Entry(const QKeyEvent& event) {
+  MapEditor& editor = canvas->Editor();
+  if (!Map.Text2.Visible || event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier))
+    return false;
+  const bool open = event.key() == Qt::Key_F2 || event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+  const bool character = !event.text().isEmpty() && event.text().at(0).isPrint();
+  if (!open && !character) return false;
+  editor.Begin_Edit();
+  if (character) editor.insertPlainText(event.text());
+  return true;
+}
+
 void MapWindow::keyPressEvent(QKeyEvent* event) {
+  if (canvas->Picking() && event->key() == Qt::Key_Escape) return canvas->Pick_Point({});
+  bool used = false;
+  Run_Guarded([&] { used = Map_Key(event->key(), Keys_Of(event->modifiers())); });
+  used = used || Type_Into_Entry(*event);
+  canvas->Sync_Controls();
+  if (used) return;
   QPoint shift;
   switch (event->key()) {
     case Qt::Key_Left:

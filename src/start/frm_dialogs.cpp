@@ -57,6 +57,7 @@ void Set_Dialog_Hooks(QWidget* mainWindow) {
     dialog.exec();
   };
   dialogHooks.Help = [parent](const QString& page) { Show_Help(parent, page); };
+  dialogHooks.ZoomWindow = [parent] { Show_frmBildZoom(parent); };
   QObject::disconnect(activation);
   activation =
       QObject::connect(qApp, &QGuiApplication::applicationStateChanged, mainWindow, [](Qt::ApplicationState now) {

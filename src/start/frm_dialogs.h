@@ -1,4 +1,5 @@
 #pragma once
+#include <QImage>
 #include <QString>
 
 class QDialog;
@@ -13,8 +14,16 @@ void Show_frmMalprg(QWidget* parent);      // the list of paint programs: add, r
 void Show_frmMalprgOpen(QWidget* parent);  // starts a paint program with the map file
 void Show_frmTipps(QWidget* parent);       // the tips one after the other
 void Show_frmOptions(QWidget* parent);
-void Show_frmInfo(QWidget* parent);      // name, version and folders of the program
-void Show_frmBildZoom(QWidget* parent);  // zoom factor of the map
+void Show_frmInfo(QWidget* parent);         // name, version and folders of the program
+void Show_frmBildZoom(QWidget* parent);     // zoom factor of the map
+void Show_frmMoveObjects(QWidget* parent);  // moves entries; stays open beside the map
+void Show_dlgBMP(QWidget* parent);          // size of the picture in hand
+// What of the clipboard shall come into the map: kind "Txt", "Img", or "" for nothing.
+struct ClipboardChoice {
+  QString kind, text;
+  QImage picture;
+};
+ClipboardChoice Show_frmClipboard(QWidget* parent);
 
 // The window shown while no map is open; `parent` places it. Its timer runs while it is visible.
 QWidget* Make_frmMapStart(QWidget* parent);

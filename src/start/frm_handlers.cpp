@@ -2,12 +2,14 @@
 
 #include <QAction>
 #include <QMainWindow>
+#include <QMenu>
 #include <QMenuBar>
 
 #include "canvas/map_state.h"
 #include "canvas/view.h"
 #include "start/frmNotePad.h"
 #include "start/frm_dialogs.h"
+#include "start/frm_handlers_object.h"
 #include "start/global_state.h"
 #include "start/map_open.h"
 #include "start/mdi_state.h"
@@ -23,6 +25,7 @@ constexpr double zoomStep = 1.25;
 void Zoom_By(double factor) { Zoom_At(static_cast<double>(Map.Zoom) * factor, Map.ViewWidth / 2, Map.ViewHeight / 2); }
 
 void Close_Map_Window() {
+  if (!Hands_Free()) return;
   Map.Tag = QStringLiteral("Map");
   Close_Map();
 }
@@ -30,17 +33,9 @@ void Close_Map_Window() {
 void Load_Overlay(int line) {
   const QString path = Menu(QStringLiteral("mnuOverlay"), line).Tag;
   // The line of the open table itself only tells its name.
-  if (path.isEmpty() || path == TableFile) return;
+  if (path.isEmpty() || path == TableFile || !Hands_Free()) return;
   Load_Other_Table(path);
   Table_Replaced();
-}
-
-// A table handler behind which other entries may stand.
-Handler Replacing(void (*work)()) {
-  return [work](QMainWindow&, int) {
-    work();
-    Table_Replaced();
-  };
 }
 
 void Map_Button(QMainWindow& window) {
@@ -51,16 +46,24 @@ void Map_Button(QMainWindow& window) {
 }
 
 void Add_Map_Handlers(QHash<QString, Handler>& all) {
-  all["mnuMapNeu"] = [](QMainWindow& window, int) { Show_frmMapNeu(&window); };
-  all["mnuFOpen"] = [](QMainWindow&, int) { Choose_Map(); };
-  all["mnuMapLoad"] = [](QMainWindow&, int) { Reload_Map(); };
+  all["mnuMapNeu"] = [](QMainWindow& window, int) {
+    if (Hands_Free()) Show_frmMapNeu(&window);
+  };
+  all["mnuFOpen"] = [](QMainWindow&, int) {
+    if (Hands_Free()) Choose_Map();
+  };
+  all["mnuMapLoad"] = [](QMainWindow&, int) {
+    if (Hands_Free()) Reload_Map();
+  };
   all["mnuNoTable"] = [](QMainWindow&, int) { Toggle_Safe_Mode(); };
   all["mnuMapClose"] = [](QMainWindow&, int) { Close_Map_Window(); };
   all["mnuMapSize"] = [](QMainWindow& window, int) { Show_frmMapSize(&window); };
   all["mnuMalprgOpen"] = [](QMainWindow& window, int) { Show_frmMalprgOpen(&window); };
   all["mnuMalprg"] = [](QMainWindow& window, int) { Show_frmMalprg(&window); };
   all["mnuOptionen"] = [](QMainWindow& window, int) { Show_frmOptions(&window); };
-  all["mnuMapFile"] = [](QMainWindow&, int line) { Open_Recent_Map(line); };
+  all["mnuMapFile"] = [](QMainWindow&, int line) {
+    if (Hands_Free()) Open_Recent_Map(line);
+  };
   all["mnuFluraxFini"] = [](QMainWindow& window, int) { window.close(); };
 }
 
@@ -130,6 +133,7 @@ const QHash<QString, Handler>& Menu_Handlers() {
     Add_View_Handlers(all);
     Add_Table_Handlers(all);
     Add_Text_Handlers(all);
+    Add_Object_Handlers(all);
     Add_Help_Handlers(all);
     return all;
   }();
@@ -137,14 +141,22 @@ const QHash<QString, Handler>& Menu_Handlers() {
 }
 
 const QHash<QString, Handler>& Tool_Handlers() {
-  static const QHash<QString, Handler> handlers = {
-      {"Map", [](QMainWindow& window, int) { Map_Button(window); }},
-      {"SAV", [](QMainWindow&, int) { Save_Table(SaveStep::Save); }},
-  };
+  static const QHash<QString, Handler> handlers = [] {
+    QHash<QString, Handler> all;
+    all["Map"] = [](QMainWindow& window, int) { Map_Button(window); };
+    all["SAV"] = [](QMainWindow&, int) { Save_Table(SaveStep::Save); };
+    Add_Object_Tools(all);
+    return all;
+  }();
   return handlers;
 }
 
 void Open_Menu(QMainWindow& window, const QString& key) {
   for (QAction* action : window.menuBar()->actions())
     if (action->objectName() == key) window.menuBar()->setActiveAction(action);
+}
+
+void Popup_Menu(QMainWindow& window, const QString& key) {
+  for (QAction* action : window.findChildren<QAction*>(key))
+    if (action->menu()) return action->menu()->popup(QCursor::pos());
 }

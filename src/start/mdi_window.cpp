@@ -12,6 +12,7 @@
 #include <QStatusBar>
 #include <QStatusTipEvent>
 
+#include "canvas/activation.h"
 #include "canvas/map_state.h"
 #include "canvas/map_window.h"
 #include "canvas/view.h"
@@ -52,8 +53,8 @@ MdiWindow::MdiWindow(QWidget* parent) : QMainWindow(parent) {
   setObjectName(QStringLiteral("frmMDI"));
   setContextMenuPolicy(Qt::PreventContextMenu);  // the toolbar's place is an option, not a popup
   setAcceptDrops(true);
-  Build_Menus();
   Build_Child_Windows();
+  Build_Menus();
   Build_InfoBar();
   Connect_Events();
   Set_Dialog_Hooks(this);
@@ -98,7 +99,7 @@ void MdiWindow::Build_InfoBar() {
   QStatusBar* bar = statusBar();
   bar->setObjectName(QStringLiteral("InfoBar"));
   bar->setSizeGripEnabled(true);
-  const int stretch[] = {3, 4, 4};
+  const int stretch[] = {5, 4, 4};
   for (size_t i = 0; i < panels.size(); ++i) {
     panels[i] = new ElidedLabel(this);
     panels[i]->setObjectName(QStringLiteral("Panel%1").arg(i + 1));
@@ -124,6 +125,9 @@ void MdiWindow::Connect_Events() {
     Close_NotePads(*this, true);
     Sync();
   });
+  listen(events.InfoBarChanged, [this] { Sync_InfoBar(); });
+  listen(events.HandChanged, [this] { mapWindow->Canvas().Sync_Controls(); });
+  listen(events.PopupWanted, [this] { Show_Popup(); });
   listen(events.BackgroundText, [this](const QString&) {
     Sync();
     mapWindow->Show_Loading();
@@ -250,7 +254,10 @@ void MdiWindow::Idle() {
 void MdiWindow::Call_Handler(const QString& key, int line) {
   const auto handler = Menu_Handlers().constFind(key);
   if (handler == Menu_Handlers().constEnd()) return;
-  Run_Guarded([&] { (*handler)(*this, line); });
+  const bool reading = key.startsWith(QLatin1String("mnuHelp")) || key.startsWith(QLatin1String("mnuZoom"));
+  Run_Guarded([&] {
+    if (reading || Store_Pending_Text()) (*handler)(*this, line);
+  });
   Sync();
 }
 
@@ -282,7 +289,10 @@ bool MdiWindow::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void MdiWindow::closeEvent(QCloseEvent* event) {
-  if (!Close_NotePads(*this, false)) {
+  // A typed text that cannot be stored is the user's to mend.
+  bool stored = true;
+  Run_Guarded([&] { stored = Store_Pending_Text(); });
+  if (!stored || !Close_NotePads(*this, false)) {
     event->ignore();
     return;
   }

@@ -47,10 +47,13 @@ class MdiWindow : public QMainWindow {
   void Build_InfoBar();
   void Connect_Events();
   void Call_Handler(const QString& key, int line);
+  void Call_Tool(const QString& key, int line);
+  void Show_Popup();
 
   void Sync_Menus();
   void Sync_Toolbar();
   void Rebuild_Toolbar();
+  void Sync_Tool(QAction& action, const struct ToolButton& button);
   void Sync_InfoBar();
   void Sync_Map();
   void Place_Map();
@@ -66,6 +69,7 @@ class MdiWindow : public QMainWindow {
   QMdiSubWindow* mapChild = nullptr;
   QWidget* frmMapStart = nullptr;
   QToolBar* toolbar = nullptr;
+  QMenu* popup = nullptr;
   QStringList toolbarKeys;
   std::array<ElidedLabel*, 3> panels{};
   QLabel* zoomPanel = nullptr;

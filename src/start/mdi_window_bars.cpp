@@ -1,8 +1,13 @@
 // Menus and toolbar of the main window: the loops that turn the tables into widgets and show their states.
+#include <QLabel>
+#include <QMenu>
 #include <QMenuBar>
 #include <QToolBar>
 #include <QToolButton>
 
+#include "canvas/activation.h"
+#include "canvas/map_state.h"
+#include "canvas/map_window.h"
 #include "desktop/application.h"
 #include "start/frm_handlers.h"
 #include "start/mdi_state.h"
@@ -27,9 +32,43 @@ Qt::ToolBarArea Area_Of(ToolbarPlace place) {
 }
 
 QString Tool_Icon(const QString& key) {
-  static const QHash<QString, QString> names = {{"Map", "map"}, {"SAV", "save"}};
+  static const QHash<QString, QString> names = {{"Map", "map"},
+                                                {"SAV", "save"},
+                                                {"Tbl", "table"},
+                                                {"Bild", "picture"},
+                                                {"Text", "text"},
+                                                {"Symb", "symbol"},
+                                                {"Ein", "show"},
+                                                {"Akt", "active"},
+                                                {"rechts", "align_right"},
+                                                {"links", "align_left"},
+                                                {"oben", "align_top"},
+                                                {"unten", "align_bottom"},
+                                                {"gleich", "equal"},
+                                                {"Gruppe", "group"},
+                                                {"MarkDel", "mark_delete"},
+                                                {"unmark", "unmark"},
+                                                {"Ok", "ok"},
+                                                {"Schrift", "font"},
+                                                {"Rahmen", "frame"},
+                                                {"Rfline", "footpoint"},
+                                                {"Mark", "mark"},
+                                                {"Curve", "curve"},
+                                                {"FlBez", "label"},
+                                                {"LnBez", "label"},
+                                                {"Del", "delete"},
+                                                {"vor", "front"},
+                                                {"back", "back"},
+                                                {"Dupl", "duplicate"},
+                                                {"Cpy", "copy"},
+                                                {"Lupe", "zoom"},
+                                                {"Vis", "hide"},
+                                                {"Farbe", "color"}};
   return names.value(key);
 }
+
+constexpr int panelWidth = 220;
+const QStringList rightButtonKeys = {QStringLiteral("vor"), QStringLiteral("back"), QStringLiteral("Lupe")};
 
 QList<QKeySequence> Shortcuts(const QString& text) {
   QList<QKeySequence> keys;
@@ -41,6 +80,12 @@ QList<QKeySequence> Shortcuts(const QString& text) {
 }  // namespace
 
 void MdiWindow::Build_Menus() {
+  popup = new QMenu(this);
+  popup->setObjectName(QStringLiteral("popup"));
+  // What is chosen there comes before or after the menu goes; the next turn of the loop forgets it.
+  connect(popup, &QMenu::aboutToShow, this, [this] { popup->setProperty("chosen", true); });
+  connect(popup, &QMenu::aboutToHide, this,
+          [this] { QTimer::singleShot(0, this, [this] { popup->setProperty("chosen", false); }); });
   QHash<QString, QMenu*> menus;
   for (const MenuRow& row : Menu_Table()) {
     QMenu* parent = menus.value(row.parent);
@@ -67,6 +112,10 @@ QAction* MdiWindow::Add_Entry(QMenu& menu, const MenuRow& row, int line) {
   action->setStatusTip(row.help);
   action->setIcon(Program_Icon(row.icon));
   action->setShortcuts(Shortcuts(row.shortcut));
+  if (Shortcut_Of_Map(row) && !row.shortcut.isEmpty()) {
+    action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    mapWindow->addAction(action);
+  }
   action->setMenuRole(QAction::NoRole);
   connect(action, &QAction::triggered, this, [this, key = row.key, line] { Call_Handler(key, line); });
   items.push_back({&row, line, action});
@@ -86,9 +135,36 @@ void MdiWindow::Sync_Menus() {
     const QString caption = list ? Escaped_Caption(state.Caption) : Menu_Caption(*item.row);
     if (item.action->text() != caption) item.action->setText(caption);
     item.action->setVisible(state.Visible && !caption.isEmpty());
-    item.action->setEnabled(state.Enabled);
+    item.action->setEnabled(list ? state.Enabled : Menu_Enabled(*item.row));
     if (item.action->isCheckable()) item.action->setChecked(state.Checked);
   }
+}
+
+// The menu of the right mouse button, with the menus and entries of the menu bar.
+void MdiWindow::Show_Popup() {
+  const QPoint at = mapWindow->Canvas().mapToGlobal(Map.PopupAt);
+  if (Map.LupeOn) {
+    Action(QStringLiteral("mnuZoom"))->menu()->popup(at);
+    return;
+  }
+  popup->clear();
+  for (const QString& key : Popup_Table()) {
+    if (key.isEmpty())
+      popup->addSeparator();
+    else
+      popup->addAction(Action(key));
+  }
+  popup->popup(at);
+}
+
+void MdiWindow::Call_Tool(const QString& key, int line) {
+  const auto handler = Tool_Handlers().constFind(key);
+  if (handler == Tool_Handlers().constEnd()) return;
+  Run_Guarded([&] {
+    // What was typed comes before what is done to the entry; "Ok" stores it itself.
+    if (key == QLatin1String("Ok") || Store_Pending_Text()) (*handler)(*this, line);
+  });
+  Sync();
 }
 
 void MdiWindow::Rebuild_Toolbar() {
@@ -102,16 +178,44 @@ void MdiWindow::Rebuild_Toolbar() {
   toolbar->clear();
   toolbarKeys.clear();
   for (const ToolButton& button : Toolbar1.buttons) {
+    toolbarKeys << Toolbar1.Tag + button.Key;
+    if (button.Key == QLatin1String("Panel")) {
+      auto* label = new QLabel(toolbar);
+      label->setTextFormat(Qt::PlainText);
+      label->setMargin(4);
+      label->setMaximumWidth(panelWidth);
+      toolbar->addWidget(label)->setObjectName(button.Key);
+      continue;
+    }
     QAction* action = toolbar->addAction(Program_Icon(Tool_Icon(button.Key)), button.Caption);
     action->setObjectName(button.Key);
     action->setStatusTip(Tool_Help(Toolbar1.Tag, button.Key));
-    connect(action, &QAction::triggered, this, [this, key = button.Key] {
-      const auto handler = Tool_Handlers().constFind(key);
-      if (handler != Tool_Handlers().constEnd()) Run_Guarded([&] { (*handler)(*this, 0); });
-      Sync();
-    });
-    toolbarKeys << Toolbar1.Tag + button.Key;
+    connect(action, &QAction::triggered, this, [this, key = button.Key] { Call_Tool(key, 0); });
+    // Some buttons have a second meaning for the right mouse button.
+    QWidget* widget = toolbar->widgetForAction(action);
+    widget->setContextMenuPolicy(Qt::CustomContextMenu);
+    if (rightButtonKeys.contains(button.Key))
+      connect(widget, &QWidget::customContextMenuRequested, this,
+              [this, key = button.Key] { Call_Tool(key, rightButton); });
   }
+}
+
+void MdiWindow::Sync_Tool(QAction& action, const ToolButton& button) {
+  QWidget* widget = toolbar->widgetForAction(&action);
+  action.setVisible(button.Visible);
+  if (auto* label = qobject_cast<QLabel*>(widget)) {
+    const QString text = label->fontMetrics().elidedText(button.Caption.simplified(), Qt::ElideRight, panelWidth - 12);
+    if (label->text() != text) label->setText(text);
+    label->setToolTip(button.Caption);
+    return;
+  }
+  action.setText(button.Caption);
+  action.setToolTip(button.ToolTipText.isEmpty() ? button.Caption : button.ToolTipText);
+  action.setEnabled(button.Enabled);
+  if (button.Value && !action.isCheckable()) action.setCheckable(true);
+  if (action.isCheckable()) action.setChecked(button.Value);
+  // Flat buttons show their frame only under the pointer.
+  if (auto* tool = qobject_cast<QToolButton*>(widget)) tool->setAutoRaise(!frmMDI.raisedButtons);
 }
 
 void MdiWindow::Sync_Toolbar() {
@@ -122,15 +226,5 @@ void MdiWindow::Sync_Toolbar() {
   if (toolBarArea(toolbar) != place) addToolBar(place, toolbar);
   toolbar->setVisible(Toolbar1.Visible && !Toolbar1.buttons.empty());
   const auto actions = toolbar->actions();
-  for (qsizetype i = 0; i < actions.size(); ++i) {
-    const ToolButton& button = Toolbar1.buttons[static_cast<size_t>(i)];
-    QAction* action = actions[i];
-    action->setText(button.Caption);
-    action->setToolTip(button.ToolTipText.isEmpty() ? button.Caption : button.ToolTipText);
-    action->setVisible(button.Visible);
-    action->setEnabled(button.Enabled);
-    // Flat buttons show their frame only under the pointer.
-    if (auto* widget = qobject_cast<QToolButton*>(toolbar->widgetForAction(action)))
-      widget->setAutoRaise(!frmMDI.raisedButtons);
-  }
+  for (qsizetype i = 0; i < actions.size(); ++i) Sync_Tool(*actions[i], Toolbar1.buttons[static_cast<size_t>(i)]);
 }

@@ -28,6 +28,7 @@ void Enable_Menus(bool mapOpen) {
   for (const MenuRow& row : Menu_Table()) {
     if (row.key.isEmpty()) continue;
     const bool enabled = mapOpen || alwaysEnabled.contains(row.key);
+    if (enabled && row.key == QLatin1String("mnuReset")) continue;  // only an undo point enables it
     Menu(row.key).Enabled = enabled;
     if (row.kind != MenuKind::List) continue;
     for (int i = 1; i <= menuListLines; ++i) Menu(row.key, i).Enabled = enabled;

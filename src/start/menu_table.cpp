@@ -2,15 +2,61 @@
 
 #include <algorithm>
 
+#include "canvas/activation.h"
+#include "canvas/map_state.h"
+#include "start/global_state.h"
 #include "start/mdi_state.h"
+#include "store/entry.h"
 
 namespace {
 
 constexpr auto menu = MenuKind::Menu;
 constexpr auto check = MenuKind::Check;
 constexpr auto list = MenuKind::List;
+constexpr auto entry = MenuKind::Entry;
 
 MenuRow Line(const QString& parent) { return {parent, {}, {}, {}, {}, {}, MenuKind::Separator}; }
+
+// The row of the entry in hand; a row without kind where there is none.
+EntryType Type_In_Hand() {
+  if (!Entry_In_Hand() || !rsEntries || rsEntries->Position() < 1) return {};
+  return EntryType::Parse(static_cast<int>(rsEntries->Integer(column::Typ)));
+}
+
+bool Needs_Met(MenuNeeds needs) {
+  switch (needs) {
+    case MenuNeeds::Nothing:
+      return true;
+    case MenuNeeds::EntryInHand:
+      return Entry_In_Hand();
+    case MenuNeeds::NoEntryInHand:
+      return !Entry_In_Hand();
+    case MenuNeeds::Picture:
+      return Type_In_Hand().Kind() == EntryKind::Picture;
+    case MenuNeeds::Foot: {
+      const EntryType type = Type_In_Hand();
+      const bool canHaveOne = Entry_In_Hand() && (type.base <= 3 || type.base == 5 || type.base == 7);
+      return canHaveOne && rsEntries->Integer(column::Xline) > 0;
+    }
+    case MenuNeeds::Corners: {
+      const EntryType type = Type_In_Hand();
+      return type.IsPolygon() || type.IsFreeFigure();
+    }
+    case MenuNeeds::Marks:
+      return Map.MarkCount > 0;
+    case MenuNeeds::TwoMarks:
+      return Map.MarkCount > 1;
+    case MenuNeeds::Target:
+      return Type_In_Hand().IsPolygon() && Map.MarkCount > 0;
+    case MenuNeeds::Hidden:
+      return Map.HiddenCount > 0;
+    case MenuNeeds::Inactive:
+      return Map.InactiveCount > 0;
+    case MenuNeeds::Entries:
+      return Entry_Count() > 0;
+  }
+  return true;
+}
 
 std::vector<MenuRow> Map_Rows() {
   const QString in = QStringLiteral("mnuKarte");
@@ -64,17 +110,206 @@ std::vector<MenuRow> Entry_Rows() {
   const QString table = QStringLiteral("mnuTabelle");
   return {
       {{}, in, "&Einträge", {}, {}, {}, menu},
+      {in, "mnuReset", "Rückgängig", "Ctrl+Z", "Die letzte große Änderung zurücknehmen", "undo"},
+      Line(in),
       {in, "mnuTableNeu", "&Neu", {}, "Mit einer leeren Tabelle der Einträge beginnen", {}},
       {in, "mnuTableLoad", "&Laden ...", {}, "Einträge einer anderen Tabelle in diese Karte laden", {}},
       {in, "mnuTableSave", "&Sichern", "Ctrl+S", "Die Einträge in ihrer Tabelle sichern", "save"},
       {in, "mnuTableSaveAs", "Sichern &als...", "Ctrl+Shift+S", "Die Einträge unter einem anderen Namen sichern", {}},
       {in, "mnuTableRe", "&Wiederherstellen", {}, "Die zuletzt gesicherten Einträge wieder laden", {}},
       Line(in),
+      {in, "mnuEintrDupl", "&Duplizieren", "Ctrl+D", "Ein zweites, gleiches Stück an die angeklickte Stelle setzen",
+       "duplicate", entry, MenuNeeds::EntryInHand},
+      {in, "mnuEintrCopy", "&Kopieren", "Ctrl+C", "Eine Kopie daneben legen und in die Zwischenablage nehmen", "copy",
+       entry, MenuNeeds::EntryInHand},
+      {in, "mnuEintrPaste", "&Einfügen ...", "Ctrl+V", "Text oder Bild aus der Zwischenablage in die Karte setzen",
+       "paste"},
+      {in,
+       "mnuMoveObjects",
+       "Einträge &verschieben ...",
+       {},
+       "Alle oder die markierten Einträge um eine Strecke versetzen",
+       "move",
+       entry,
+       MenuNeeds::Entries},
+      Line(in),
       {in, table, "&Tabelle", {}, {}, {}, menu},
       {table, "mnuTabComp", "Tabelle &komprimieren", {}, "Die Datei der Tabelle verkleinern", {}},
       {table, "mnuTabRep", "Tabelle &reparieren", {}, "Eine beschädigte Tabelle wieder lesbar machen", {}},
       Line(in),
       {in, "mnuOverlay", {}, {}, "Diese Einträge in die Karte laden", {}, list},
+  };
+}
+
+std::vector<MenuRow> Object_Rows() {
+  const QString in = QStringLiteral("mnuObjekt");
+  const QString insert = QStringLiteral("mnuObjInsert");
+  return {
+      {{}, in, "&Objekt", {}, {}, {}, menu},
+      {in, insert, "Objekt &einfügen", {}, {}, {}, menu, MenuNeeds::NoEntryInHand},
+      {insert, "mnuInsText", "&Text", {}, "Einen Text auf die Karte schreiben", "text"},
+      {insert, "mnuInsBild", "&Bild ...", {}, "Ein Bild aus einer Datei auf die Karte setzen", "picture"},
+      {insert, "mnuInsNord", "&Nordpfeil", {}, "Einen Nordpfeil auf die Karte setzen", "north"},
+      Line(in),
+      {in, "mnuObjFore", "Nach &vorn", "Ctrl+PgUp", "Den Eintrag eine Stufe nach vorn holen", "front", entry,
+       MenuNeeds::EntryInHand},
+      {in, "mnuObjBack", "Nach &hinten", "Ctrl+PgDown", "Den Eintrag eine Stufe nach hinten legen", "back", entry,
+       MenuNeeds::EntryInHand},
+      {in,
+       "mnuKanten",
+       "Kanten abrunden",
+       {},
+       "Die Ecken rund oder eckig zeichnen",
+       "curve",
+       entry,
+       MenuNeeds::Corners},
+      {in,
+       "mnuPicSize",
+       "Bild&größe ...",
+       {},
+       "Das Bild größer oder kleiner machen",
+       "size",
+       entry,
+       MenuNeeds::Picture},
+      {in,
+       "mnuFootDel",
+       "&Fußpunkt entfernen",
+       {},
+       "Die Bezugslinie des Eintrags wegnehmen",
+       "footpoint",
+       entry,
+       MenuNeeds::Foot},
+  };
+}
+
+// What can be done to the entry in hand, the marked ones or all.
+std::vector<MenuRow> Object_Group_Rows() {
+  const QString in = QStringLiteral("mnuObjekt");
+  const QString hide = QStringLiteral("mnuObjVis"), off = QStringLiteral("mnuObjActiv");
+  const QString mark = QStringLiteral("mnuMark"), align = QStringLiteral("mnuJust"),
+                assign = QStringLiteral("mnuAssign");
+  return {
+      Line(in),
+      {in, hide, "&unsichtbar", {}, {}, {}, menu},
+      {hide, "mnuObjVisJa", "&Ja", {}, "Der Eintrag ist unsichtbar", {}, check, MenuNeeds::EntryInHand},
+      {hide, "mnuObjVisNein", "&Nein", {}, "Der Eintrag ist zu sehen", {}, check, MenuNeeds::EntryInHand},
+      Line(hide),
+      {hide,
+       "mnuObjVisNo",
+       "&aktuelles Objekt unsichtbar machen",
+       {},
+       "Den Eintrag aus- oder wieder einblenden",
+       "hide",
+       entry,
+       MenuNeeds::EntryInHand},
+      {hide,
+       "mnuObjVisX",
+       "&markierte Objekte ausblenden",
+       {},
+       "Alle markierten Einträge ausblenden",
+       {},
+       entry,
+       MenuNeeds::Marks},
+      {hide,
+       "mnuObjVisAll",
+       "alle Objekte &einblenden",
+       {},
+       "Alle unsichtbaren Einträge wieder zeigen",
+       "show",
+       entry,
+       MenuNeeds::Hidden},
+      {in, off, "&inaktiv", {}, {}, {}, menu},
+      {off, "mnuObjActivJa", "&Ja", {}, "Der Eintrag lässt sich nicht anklicken", {}, check, MenuNeeds::EntryInHand},
+      {off, "mnuObjActivNein", "&Nein", {}, "Der Eintrag lässt sich anklicken", {}, check, MenuNeeds::EntryInHand},
+      Line(off),
+      {off,
+       "mnuObjActNo",
+       "&aktuelles Objekt de-aktivieren",
+       {},
+       "Der Eintrag bleibt zu sehen, lässt sich aber nicht anklicken",
+       {},
+       entry,
+       MenuNeeds::EntryInHand},
+      {off,
+       "mnuObjActX",
+       "&markierte Objekte de-aktivieren",
+       {},
+       "Die markierten Einträge lassen sich nicht mehr anklicken",
+       {},
+       entry,
+       MenuNeeds::Marks},
+      {off,
+       "mnuObjActAll",
+       "alle Objekte a&ktivieren",
+       {},
+       "Alle inaktiven Einträge lassen sich wieder anklicken",
+       "active",
+       entry,
+       MenuNeeds::Inactive},
+      Line(in),
+      {in, mark, "&Markieren", {}, {}, {}, menu},
+      {mark, "mnuMarkObj", "&markieren", "Ctrl+M", "Den Eintrag markieren oder seine Markierung aufheben", "mark",
+       entry, MenuNeeds::EntryInHand},
+      {mark, "mnuUnmark", "alle &zurücksetzen", {}, "Alle Markierungen aufheben", "unmark", entry, MenuNeeds::Marks},
+      {mark,
+       "mnuMarkDel",
+       "markierte &löschen",
+       {},
+       "Alle markierten Einträge löschen",
+       "mark_delete",
+       entry,
+       MenuNeeds::Marks},
+      {mark, "mnuGroup", "&gruppieren", "Ctrl+G", "Die markierten Einträge zu einer Gruppe machen oder sie auflösen",
+       "group", entry, MenuNeeds::Marks},
+      {in, align, "&Justieren", {}, {}, {}, menu, MenuNeeds::TwoMarks},
+      {align, "mnuJustLinks", "&links", {}, "Linke Kanten an den zuletzt markierten Eintrag legen", "align_left"},
+      {align, "mnuJustRechts", "&rechts", {}, "Rechte Kanten an den zuletzt markierten Eintrag legen", "align_right"},
+      {align, "mnuJustOben", "&oben", {}, "Obere Kanten an den zuletzt markierten Eintrag legen", "align_top"},
+      {align, "mnuJustUnten", "&unten", {}, "Untere Kanten an den zuletzt markierten Eintrag legen", "align_bottom"},
+      {align, "mnuJustGleich", "&gleich", {}, "Figuren so groß machen wie die zuletzt markierte", "equal"},
+      {in, assign, "&Zuordnen", {}, {}, {}, menu},
+      {assign,
+       "AdMark",
+       "&markierte zur Fläche",
+       {},
+       "Die markierten Einträge der gewählten Fläche zuordnen",
+       {},
+       entry,
+       MenuNeeds::Target},
+      {assign,
+       "AdMarkLin",
+       "m&arkierte zur Linie",
+       {},
+       "Die markierten Einträge der gewählten Linie zuordnen",
+       {},
+       entry,
+       MenuNeeds::Target},
+      {assign,
+       "AdObj",
+       "&Objekt zur Fläche",
+       {},
+       "Den Eintrag der Fläche zuordnen, die Sie danach anklicken",
+       {},
+       entry,
+       MenuNeeds::EntryInHand},
+      {assign,
+       "AdObjLin",
+       "Objekt zur &Linie",
+       {},
+       "Den Eintrag der Linie zuordnen, die Sie danach anklicken",
+       {},
+       entry,
+       MenuNeeds::EntryInHand},
+      {assign,
+       "AdNo",
+       "&Zuordnung aufheben",
+       {},
+       "Der Eintrag gehört zu keiner Fläche oder Linie mehr",
+       {},
+       entry,
+       MenuNeeds::EntryInHand},
+      Line(in),
+      {in, "mnuObjDel", "&Löschen\tEntf", {}, "Den Eintrag löschen", "delete", entry, MenuNeeds::EntryInHand},
   };
 }
 
@@ -123,7 +358,8 @@ std::vector<MenuRow> Help_Rows() {
 const std::vector<MenuRow>& Menu_Table() {
   static const std::vector<MenuRow> rows = [] {
     std::vector<MenuRow> all;
-    for (const auto& part : {Map_Rows(), Entry_Rows(), Data_Rows(), Window_Rows(), Help_Rows()})
+    for (const auto& part :
+         {Map_Rows(), Entry_Rows(), Object_Rows(), Object_Group_Rows(), Data_Rows(), Window_Rows(), Help_Rows()})
       all.insert(all.end(), part.begin(), part.end());
     return all;
   }();
@@ -139,6 +375,27 @@ const MenuRow* Menu_Row(const QString& key) {
 QString Menu_Caption(const MenuRow& row) {
   const QString& told = Menu(row.key).Caption;
   return told.isEmpty() ? row.caption : told;
+}
+
+bool Menu_Enabled(const MenuRow& row) { return Menu(row.key).Enabled && (!frmMDI.MapOpen || Needs_Met(row.needs)); }
+
+const QStringList& Popup_Table() {
+  static const QStringList keys = {QStringLiteral("mnuObjInsert"),  {},
+                                   QStringLiteral("mnuObjVis"),     QStringLiteral("mnuObjActiv"),
+                                   QStringLiteral("mnuMark"),       QStringLiteral("mnuJust"),
+                                   QStringLiteral("mnuAssign"),     {},
+                                   QStringLiteral("mnuObjFore"),    QStringLiteral("mnuObjBack"),
+                                   QStringLiteral("mnuKanten"),     QStringLiteral("mnuPicSize"),
+                                   QStringLiteral("mnuFootDel"),    {},
+                                   QStringLiteral("mnuEintrDupl"),  QStringLiteral("mnuEintrCopy"),
+                                   QStringLiteral("mnuEintrPaste"), {},
+                                   QStringLiteral("mnuObjDel")};
+  return keys;
+}
+
+bool Shortcut_Of_Map(const MenuRow& row) {
+  return row.parent == QLatin1String("mnuObjekt") || row.parent == QLatin1String("mnuMark") ||
+         row.key.startsWith(QLatin1String("mnuEintr")) || row.key == QLatin1String("mnuReset");
 }
 
 QString Escaped_Caption(const QString& text) { return QString(text).replace(QLatin1Char('&'), QLatin1String("&&")); }

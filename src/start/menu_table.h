@@ -1,5 +1,6 @@
 #pragma once
 #include <QString>
+#include <QStringList>
 #include <vector>
 
 // The menus as data: one row an entry, in the order shown. A loop of the main window turns the rows into widgets; what
@@ -14,6 +15,22 @@ enum class MenuKind {
   Separator,  // a line; shown only between shown entries
 };
 
+// What must be there for an entry to be of use.
+enum class MenuNeeds {
+  Nothing,
+  EntryInHand,
+  NoEntryInHand,
+  Picture,  // a picture in hand
+  Foot,     // an entry with a foot point in hand
+  Corners,  // a line, an area or a free figure in hand
+  Target,   // an area or line in hand, and marks
+  Marks,    // at least one marked entry
+  TwoMarks,
+  Hidden,
+  Inactive,
+  Entries,  // at least one entry
+};
+
 struct MenuRow {
   QString parent;  // key of the menu that holds it; empty = menu bar
   QString key;
@@ -22,6 +39,7 @@ struct MenuRow {
   QString help;      // for the status bar
   QString icon;      // name of a drawing without folder and ending
   MenuKind kind = MenuKind::Entry;
+  MenuNeeds needs = MenuNeeds::Nothing;
 };
 
 const std::vector<MenuRow>& Menu_Table();
@@ -31,5 +49,11 @@ inline constexpr int menuListLines = 10;
 
 // Caption of the entry as it is to be shown now.
 QString Menu_Caption(const MenuRow& row);
+// Its state, and what it needs is there.
+bool Menu_Enabled(const MenuRow& row);
+// Keys of the popup menu of the map in order; an empty one is a line.
+const QStringList& Popup_Table();
+// The shortcut is meant for the map alone: in the grid and in texts the same keys have their own meaning.
+bool Shortcut_Of_Map(const MenuRow& row);
 // "&" of a file name is no access key.
 QString Escaped_Caption(const QString& text);

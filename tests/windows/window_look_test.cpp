@@ -7,7 +7,10 @@
 #include <QTextBrowser>
 #include <QtTest>
 
+#include "canvas/dlgBMP.h"
 #include "canvas/frmBildZoom.h"
+#include "canvas/frmClipboard.h"
+#include "canvas/frmMoveObjects.h"
 #include "platform/files.h"
 #include "start/file_names.h"
 #include "start/frmAbgesichert.h"
@@ -49,6 +52,9 @@ class WindowLookTest : public FluraxTest {
     dialogs.push_back(std::make_unique<FrmInfo>());
     dialogs.push_back(std::make_unique<FrmOptions>());
     dialogs.push_back(std::make_unique<FrmBildZoom>());
+    dialogs.push_back(std::make_unique<FrmMoveObjects>());
+    dialogs.push_back(std::make_unique<FrmClipboard>());
+    dialogs.push_back(std::make_unique<DlgBMP>());
     return dialogs;
   }
 

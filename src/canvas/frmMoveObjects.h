@@ -1,0 +1,39 @@
+#pragma once
+#include <QDialog>
+#include <QPoint>
+#include <memory>
+#include <optional>
+
+namespace Ui {
+class FrmMoveObjects;
+}
+class MapCanvas;
+
+// Moving all or the marked entries by a distance. It stays open beside the map, so that the distance can be shown by
+// two clicks: from the fixed point to where it shall come.
+class FrmMoveObjects : public QDialog {
+  Q_OBJECT
+
+ public:
+  explicit FrmMoveObjects(MapCanvas* map = nullptr, QWidget* parent = nullptr);
+  ~FrmMoveObjects() override;
+
+ public Q_SLOTS:
+  void accept() override;
+  void done(int result) override;
+
+ private:
+  void Choose_Fix();
+  void Show_Fix();
+  void Show_Amount();
+  void Ask_Fix_Point();
+  void Ask_Target();
+  void Set_Distance(double x, double y);
+  void Take_Back();
+  void Tell(const QString& text);
+
+  std::unique_ptr<Ui::FrmMoveObjects> ui;
+  MapCanvas* canvas;
+  std::optional<QPoint> fix;  // map pixels
+  int closedListener = 0, stateListener = 0;
+};

@@ -1,0 +1,12 @@
+#pragma once
+#include "start/frm_handlers.h"
+
+// What the menus "Einträge" and "Objekt" and the tool buttons do to entries.
+
+void Add_Object_Handlers(QHash<QString, Handler>& all);
+void Add_Object_Tools(QHash<QString, Handler>& all);
+
+// Gives up the entry in hand. False if its text could not be stored.
+bool Hands_Free();
+// A handler behind which other entries may stand.
+Handler Replacing(void (*work)());

@@ -1,0 +1,283 @@
+#include <QClipboard>
+#include <QLabel>
+#include <QMenu>
+#include <QPushButton>
+#include <QTextEdit>
+#include <QToolBar>
+#include <QToolButton>
+
+#include "canvas/activation.h"
+#include "canvas/drag.h"
+#include "canvas/frmClipboard.h"
+#include "canvas/map_window_controls.h"
+#include "desktop/clipboard.h"
+#include "start/events.h"
+#include "start/frm_handlers.h"
+#include "start/menu_table.h"
+#include "store/entry.h"
+#include "windows/window_fixture.h"
+
+// The hand on the map through the windows: mouse, keys, edit box, popup, tool buttons.
+
+namespace {
+
+class HandTest : public WindowTest {
+ protected:
+  void SetUp() override {
+    WindowTest::SetUp();
+    Open(600, 400);
+    first = Add(QStringLiteral("Eisvogel"), 50, 60);
+    second = Add(QStringLiteral("Biber"), 300, 200);
+    Map_Redraw();
+    Settle();
+  }
+  static QString Add(const QString& text, int x, int y) {
+    EntryRow row;
+    row.ID = QStringLiteral("Text");
+    row.Eintrag = text;
+    row.Schrift = QStringLiteral("Arial");
+    row.Groesse = 14;
+    row.HG = 15;
+    row.RA = -1;
+    row.Xmap = x;
+    row.Ymap = y;
+    Append_Entry(row);
+    rsEntries->MoveLast();
+    return rsEntries->Bookmark();
+  }
+  static EntryRow Row(const QString& bookmark) {
+    const KeepCurrentRow keep;
+    rsEntries->SetBookmark(bookmark);
+    return Read_Entry(*rsEntries);
+  }
+  static QPoint On(const QString& bookmark) {
+    const EntryRow row = Row(bookmark);
+    return {Window_X(row.Xmap) + 12, Window_Y(row.Ymap) + 10};
+  }
+  void Click(QPoint at, Qt::KeyboardModifiers with = Qt::NoModifier, Qt::MouseButton button = Qt::LeftButton) {
+    QTest::mouseClick(Canvas(), button, with, at);
+    Settle();
+  }
+  MapEditor* Editor() const { return Child<MapEditor>("Text2"); }
+  void Press(Qt::Key key, Qt::KeyboardModifiers with = Qt::NoModifier) {
+    QTest::keyClick(&window->Map_Window(), key, with);
+    Settle();
+  }
+  QToolButton* Button(const char* key) const {
+    auto* toolbar = Child<QToolBar>("Toolbar1");
+    QAction* action = toolbar->findChild<QAction*>(QLatin1String(key));
+    return action ? qobject_cast<QToolButton*>(toolbar->widgetForAction(action)) : nullptr;
+  }
+
+  QString first, second;
+};
+
+}  // namespace
+
+TEST_F(HandTest, ClickTakesAnEntryAndTheBarFollows) {
+  EXPECT_FALSE(Editor()->isVisible());
+  Click(On(first));
+  ASSERT_TRUE(Entry_In_Hand());
+  EXPECT_EQ(Toolbar1.Tag, QStringLiteral("Text"));
+  EXPECT_TRUE(Editor()->isVisible());
+  EXPECT_EQ(Editor()->toPlainText(), QStringLiteral("Eisvogel"));
+  // The text of the box lies exactly over the text of the map: it is only covered, not moved.
+  const QRect box = Editor()->geometry();
+  EXPECT_LE(box.left(), Window_X(50) + 1);
+  EXPECT_GE(box.right(), Window_X(50) + 50);
+  ASSERT_NE(Button("Ok"), nullptr);
+  EXPECT_FALSE(Button("Ok")->icon().isNull());
+  EXPECT_TRUE(window->Action("mnuEintrCopy")->isEnabled());
+  EXPECT_FALSE(window->Action("mnuMarkDel")->isEnabled());
+  EXPECT_FALSE(window->Action("mnuObjInsert")->isEnabled());
+  Button("Ok")->click();
+  Settle();
+  EXPECT_FALSE(Entry_In_Hand());
+  EXPECT_FALSE(Editor()->isVisible());
+  EXPECT_FALSE(window->Action("mnuEintrCopy")->isEnabled());
+  EXPECT_TRUE(window->Action("mnuObjInsert")->isEnabled());
+}
+
+TEST_F(HandTest, DraggingMovesTheOutlineAndWritesTheRowOnce) {
+  int painted = 0;
+  const QPoint from = On(first);
+  QTest::mousePress(Canvas(), Qt::LeftButton, {}, from);
+  events.MapPainted.Connect([&painted] { ++painted; });
+  for (int i = 1; i <= 20; ++i) QTest::mouseMove(Canvas(), from + QPoint(5 * i, 3 * i));
+  EXPECT_LE(painted, 1) << "the map is painted anew while something is dragged";
+  EXPECT_EQ(Row(first).Xmap, 50);
+  const QRectF outline = dragState.outline.boundingRect();
+  EXPECT_NEAR(outline.left(), Window_X(50) + 100, 4);
+  QTest::mouseRelease(Canvas(), Qt::LeftButton, {}, from + QPoint(100, 60));
+  Settle();
+  EXPECT_EQ(Row(first).Xmap, 150);
+  EXPECT_EQ(Row(first).Ymap, 120);
+  // In hand already: the edit box passes the mouse on.
+  const QPoint inside(10, 8);
+  QTest::mousePress(Editor()->viewport(), Qt::LeftButton, {}, inside);
+  QTest::mouseMove(Editor()->viewport(), inside + QPoint(20, 20));
+  QTest::mouseMove(Editor()->viewport(), inside + QPoint(20, 20));
+  QTest::mouseRelease(Editor()->viewport(), Qt::LeftButton, {}, inside);
+  Settle();
+  EXPECT_GT(Row(first).Xmap, 155);
+}
+
+TEST_F(HandTest, TypingChangesTheTextEscForgetsAndLeavingStores) {
+  Click(On(first));
+  QTest::keyClicks(&window->Map_Window(), QStringLiteral("e"));  // goes into the text
+  QTest::keyClicks(Editor(), QStringLiteral(" am Bach"));
+  EXPECT_EQ(Map.Text2.Text, QStringLiteral("Eisvogele am Bach"));
+  EXPECT_GE(Editor()->width(), Editor()->fontMetrics().horizontalAdvance(Map.Text2.Text));
+  EXPECT_EQ(Row(first).Eintrag, QStringLiteral("Eisvogel"));
+  QTest::keyClick(Editor(), Qt::Key_Escape);
+  Settle();
+  EXPECT_FALSE(Entry_In_Hand());
+  EXPECT_EQ(Row(first).Eintrag, QStringLiteral("Eisvogel"));
+
+  Click(On(first));
+  Press(Qt::Key_F2);
+  Editor()->insertPlainText(QStringLiteral("\u00e4\u00f6"));
+  QTest::keyClick(Editor(), Qt::Key_Return, Qt::ControlModifier);
+  Settle();
+  EXPECT_FALSE(Entry_In_Hand());
+  EXPECT_EQ(Row(first).Eintrag, QStringLiteral("Eisvogel\u00e4\u00f6"));
+
+  Click(On(first));
+  Press(Qt::Key_F2);
+  QTest::keyClicks(Editor(), QStringLiteral("!"));
+  Choose(QStringLiteral("mnuObjFore"));  // what is done to the entry comes after what was typed
+  EXPECT_EQ(Row(Map.CurBookmark).Eintrag, QStringLiteral("Eisvogel\u00e4\u00f6!"));
+}
+
+TEST_F(HandTest, TextsOf80And254CharactersAreNotCut) {
+  Click(On(second));
+  Press(Qt::Key_F2);
+  const QString typed(75, QLatin1Char('x'));
+  Editor()->insertPlainText(typed);
+  {
+    MessageScript messages;
+    messages.AllowAny(MsgAnswer::Ok);
+    QTest::keyClick(Editor(), Qt::Key_Return, Qt::ControlModifier);
+    Settle();
+    EXPECT_EQ(messages.Seen().size(), 1U);
+  }
+  EXPECT_TRUE(Editor()->isVisible()) << "the box closed over a text that is not in the table";
+  EXPECT_EQ(Editor()->toPlainText(), QStringLiteral("Biber") + typed);
+  EXPECT_EQ(Row(second).Eintrag, QStringLiteral("Biber"));
+  MessageScript messages;
+  messages.AllowAny(MsgAnswer::Ok);
+  Editor()->insertPlainText(QString(200, QLatin1Char('y')));
+  EXPECT_EQ(messages.Seen().size(), 1U);
+  EXPECT_EQ(Editor()->toPlainText(), QStringLiteral("Biber") + typed) << "the refused text stays in the box";
+  QTest::keyClick(Editor(), Qt::Key_Escape);
+}
+
+TEST_F(HandTest, EditorKeepsItsOwnKeys) {
+  Click(On(first));
+  Press(Qt::Key_F2);
+  Editor()->selectAll();
+  QTest::keyClick(Editor(), Qt::Key_C, Qt::ControlModifier);
+  EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("Eisvogel"));
+  EXPECT_EQ(Entry_Count(), 2) << "the map made a copy of the entry";
+  QTest::keyClick(Editor(), Qt::Key_Delete);
+  EXPECT_EQ(Map.Text2.Text, QString());
+  EXPECT_EQ(Entry_Count(), 2);
+  QTest::keyClick(Editor(), Qt::Key_Escape);
+  // On the map Entf means the entry.
+  Click(On(first));
+  MessageScript messages;
+  messages.AllowAny(MsgAnswer::Yes);
+  Press(Qt::Key_Delete);
+  EXPECT_EQ(Entry_Count(), 1);
+}
+
+TEST_F(HandTest, MarksAlignGroupAndUndo) {
+  Click(On(first), Qt::ControlModifier);
+  EXPECT_TRUE(Button("links")->isVisible());
+  EXPECT_FALSE(Button("gleich")->isVisible());
+  Click(On(second), Qt::ControlModifier);
+  EXPECT_EQ(Map.MarkCount, 2);
+  EXPECT_TRUE(Button("gleich")->isVisible());
+  Button("links")->click();
+  Settle();
+  EXPECT_EQ(Row(first).Xmap, 300);
+  EXPECT_EQ(window->Action("mnuReset")->text(), QStringLiteral("Rückgängig: Justieren"));
+  {
+    MessageScript messages;
+    messages.AllowAny(MsgAnswer::Ok);
+    Choose(QStringLiteral("mnuReset"));
+  }
+  rsEntries->MoveFirst();
+  rsEntries->MoveNext();
+  EXPECT_EQ(rsEntries->Integer(column::Xmap), 50);
+  EXPECT_FALSE(window->Action("mnuReset")->isEnabled());
+  EXPECT_EQ(Map.MarkCount, 2);
+  Button("unmark")->click();
+  Settle();
+  EXPECT_EQ(Map.MarkCount, 0);
+  EXPECT_FALSE(Button("links")->isVisible());
+}
+
+TEST_F(HandTest, RightButtonOfForwardGoesAllTheWay) {
+  const QString third = Add(QStringLiteral("Otter"), 100, 300);
+  Map_Redraw();
+  Click(On(first));
+  QWidget* button = Button("vor");
+  QContextMenuEvent event(QContextMenuEvent::Mouse, {5, 5}, button->mapToGlobal(QPoint(5, 5)));
+  QApplication::sendEvent(button, &event);
+  Settle();
+  rsEntries->MoveLast();
+  EXPECT_EQ(rsEntries->Text(column::Eintrag), QStringLiteral("Eisvogel"));
+}
+
+TEST_F(HandTest, PopupOffersWhatCanBeDone) {
+  Click({500, 350}, Qt::NoModifier, Qt::RightButton);
+  auto* popup = Child<QMenu>("popup");
+  ASSERT_TRUE(popup->isVisible());
+  EXPECT_TRUE(window->Action("mnuObjInsert")->isEnabled());
+  EXPECT_FALSE(window->Action("mnuObjDel")->isEnabled());
+  window->Action("mnuInsText")->trigger();
+  Settle();
+  popup->close();
+  Settle();
+  ASSERT_TRUE(Editor()->isVisible());
+  EXPECT_TRUE(Editor()->hasFocus() || !QApplication::activeWindow());
+  QTest::keyClicks(Editor(), QStringLiteral("Otter"));
+  QTest::keyClick(Editor(), Qt::Key_Return, Qt::ControlModifier);
+  Settle();
+  rsEntries->MoveLast();
+  EXPECT_EQ(rsEntries->Text(column::Eintrag), QStringLiteral("Otter"));
+  EXPECT_EQ(rsEntries->Integer(column::Xmap), Map_X(500));
+  Click(On(first), Qt::NoModifier, Qt::RightButton);
+  EXPECT_TRUE(Entry_In_Hand());
+  EXPECT_TRUE(window->Action("mnuObjDel")->isEnabled());
+  popup->close();
+  for (const QString& key : Popup_Table()) EXPECT_TRUE(key.isEmpty() || Menu_Row(key) != nullptr) << key;
+}
+
+TEST_F(HandTest, SameStateLeavesTheButtonsAlone) {
+  Click(On(first));
+  QToolButton* before = Button("vor");
+  events.StateChanged.Emit();
+  Click(On(second));
+  EXPECT_EQ(Button("vor"), before) << "another entry of the same kind needs no new buttons";
+}
+
+TEST_F(HandTest, ClipboardWindowTellsWhatLiesThere) {
+  Install_Clipboard();
+  QGuiApplication::clipboard()->clear();
+  EXPECT_EQ(FrmClipboard().Tag, QString());
+  EXPECT_EQ(FrmClipboard().findChild<QLabel*>("lblState")->text(), QStringLiteral("Zwischenablage leer"));
+  EXPECT_FALSE(FrmClipboard().findChild<QPushButton*>("cmdOK")->isEnabled());
+  QGuiApplication::clipboard()->setText(QString(3'000'000, QLatin1Char('a')));
+  const FrmClipboard text;
+  EXPECT_EQ(text.Tag, QStringLiteral("Txt"));
+  EXPECT_EQ(text.text.size(), 3'000'000);
+  EXPECT_TRUE(text.findChild<QPushButton*>("cmdOK")->isEnabled());
+  QImage picture(900, 50, QImage::Format_RGB32);
+  picture.fill(Qt::red);
+  QGuiApplication::clipboard()->setImage(picture);
+  const FrmClipboard image;
+  EXPECT_EQ(image.Tag, QStringLiteral("Img"));
+  EXPECT_EQ(image.picture.size(), QSize(900, 50));
+}

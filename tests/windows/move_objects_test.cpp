@@ -1,0 +1,133 @@
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+
+#include "canvas/dlgBMP.h"
+#include "canvas/frmMoveObjects.h"
+#include "start/events.h"
+#include "store/entry.h"
+#include "windows/window_fixture.h"
+
+namespace {
+
+class MoveObjectsTest : public WindowTest {
+ protected:
+  void SetUp() override {
+    WindowTest::SetUp();
+    Open(600, 400);
+    for (const int typ : {0, 100}) {
+      EntryRow row;
+      row.ID = row.Eintrag = QStringLiteral("Text");
+      row.Schrift = QStringLiteral("Arial");
+      row.Groesse = 12;
+      row.Xmap = row.Ymap = 50;
+      row.Typ = typ;
+      Append_Entry(row);
+    }
+    Map_Redraw();
+    Choose(QStringLiteral("mnuMoveObjects"));
+    dialog = window->findChild<FrmMoveObjects*>();
+    ASSERT_NE(dialog, nullptr);
+  }
+  template <typename T>
+  T* In(const char* name) {
+    return dialog->findChild<T*>(QLatin1String(name));
+  }
+  // X and Y of both entries.
+  static std::vector<int> Places() {
+    const KeepCurrentRow keep;
+    std::vector<int> places;
+    rsEntries->MoveFirst();
+    for (rsEntries->MoveNext(); !rsEntries->Eof(); rsEntries->MoveNext()) {
+      places.push_back(static_cast<int>(rsEntries->Integer(column::Xmap)));
+      places.push_back(static_cast<int>(rsEntries->Integer(column::Ymap)));
+    }
+    return places;
+  }
+  void Type(const char* x, const char* y) {
+    In<QLineEdit>("txtX")->setText(QLatin1String(x));
+    In<QLineEdit>("txtY")->setText(QLatin1String(y));
+  }
+
+  FrmMoveObjects* dialog = nullptr;
+};
+
+using Numbers = std::vector<int>;
+
+}  // namespace
+
+TEST_F(MoveObjectsTest, MovesAllOrTheMarkedOnesAndTakesItBack) {
+  EXPECT_TRUE(In<QRadioButton>("optMarked")->isChecked());
+  Type("10,4", "-3");
+  EXPECT_TRUE(In<QLabel>("lblBetrag")->text().startsWith(QStringLiteral("Betrag = 10,8 Pixel")))
+      << In<QLabel>("lblBetrag")->text();
+  In<QPushButton>("cmdOK")->click();
+  EXPECT_EQ(Places(), Numbers({50, 50, 60, 47}));
+  EXPECT_TRUE(dialog->isVisible()) << "the window stays for the next distance";
+  MessageScript messages;
+  messages.AllowAny(MsgAnswer::Ok);
+  In<QPushButton>("btnBack")->click();
+  EXPECT_EQ(Places(), Numbers({50, 50, 50, 50}));
+  EXPECT_FALSE(In<QPushButton>("btnBack")->isEnabled());
+  In<QRadioButton>("optAll")->click();
+  Type("-20", "5");
+  In<QPushButton>("cmdOK")->click();
+  EXPECT_EQ(Places(), Numbers({30, 55, 30, 55}));
+}
+
+TEST_F(MoveObjectsTest, RefusesWhatIsNoDistance) {
+  for (const char* bad : {"", "zehn", "40000", "1,2,3"}) {
+    Type(bad, "1");
+    MessageScript messages;
+    messages.Expect(QStringLiteral("Einträge verschieben"));
+    In<QPushButton>("cmdOK")->click();
+    EXPECT_EQ(Places(), Numbers({50, 50, 50, 50})) << bad;
+  }
+}
+
+TEST_F(MoveObjectsTest, TwoClicksOnTheMapShowTheDistance) {
+  In<QRadioButton>("optFix")->click();
+  EXPECT_EQ(Canvas()->cursor().shape(), Qt::CrossCursor);
+  QTest::mouseClick(Canvas(), Qt::LeftButton, {}, {60, 60});
+  EXPECT_TRUE(Map.InHand.isEmpty()) << "the click took the entry instead";
+  QTest::mouseClick(Canvas(), Qt::LeftButton, {}, {160, 40});
+  EXPECT_EQ(In<QLineEdit>("txtX")->text(), QStringLiteral("100,0"));
+  EXPECT_EQ(In<QLineEdit>("txtY")->text(), QStringLiteral("-20,0"));
+  EXPECT_EQ(In<QLabel>("lblFix")->text(), QStringLiteral("Fixpunkt = 60,60"));
+  EXPECT_EQ(Places(), Numbers({50, 50, 50, 50})) << "showing alone moves nothing";
+  In<QRadioButton>("optFixZero")->click();
+  In<QPushButton>("btnPoint")->click();
+  QTest::mouseClick(Canvas(), Qt::LeftButton, {}, {33, 44});
+  EXPECT_EQ(In<QLineEdit>("txtX")->text(), QStringLiteral("33,0"));
+  // Closing in the middle of showing gives the mouse back to the map.
+  In<QPushButton>("btnPoint")->click();
+  QTest::keyClick(dialog, Qt::Key_Escape);
+  Settle();
+  QTest::mouseClick(Canvas(), Qt::LeftButton, {}, {60, 58});
+  EXPECT_FALSE(Map.InHand.isEmpty());
+}
+
+TEST_F(MoveObjectsTest, GoesWithTheMap) {
+  const QPointer<FrmMoveObjects> open = dialog;
+  Choose(QStringLiteral("mnuMoveObjects"));
+  EXPECT_EQ(window->findChildren<FrmMoveObjects*>().size(), 1);
+  Choose(QStringLiteral("mnuMapClose"));
+  EXPECT_TRUE(open.isNull());
+}
+
+TEST(PictureSizeTest, TheOtherSideFollowsWhileProportional) {
+  PictureSizeNumbers numbers({400, 300});
+  numbers.Set_Sizing(PictureSizing::Proportional);
+  numbers.Set_Width(200);
+  EXPECT_EQ(numbers.Size(), QSize(200, 150));
+  numbers.Set_Height(1);
+  EXPECT_EQ(numbers.Size(), QSize(1, 1));
+  numbers.Set_Sizing(PictureSizing::Free);
+  numbers.Set_Width(70);
+  EXPECT_EQ(numbers.Size(), QSize(70, 1));
+  numbers.Set_Height(0);
+  EXPECT_FALSE(numbers.Usable());
+  numbers.Set_Sizing(PictureSizing::Original);
+  EXPECT_EQ(numbers.Size(), QSize(400, 300));
+}
