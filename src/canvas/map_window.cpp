@@ -258,12 +258,13 @@ void MapWindow::wheelEvent(QWheelEvent* event) {
   if (!shift.isNull()) Run_Guarded([&] { Scroll_By(-shift.x(), -shift.y()); });
 }
 
-// A character typed while a text is in hand goes into the text; F2 and Enter only open it.
+// A character typed while a text is in hand goes into the text; F2 only opens it.
 bool MapWindow::Type_Into_Entry(const QKeyEvent& event) {
   MapEditor& editor = canvas->Editor();
-  if (!Map.Text2.Visible || event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier))
+  if (!Map.Text2.Visible || editor.isReadOnly() ||
+      event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier))
     return false;
-  const bool open = event.key() == Qt::Key_F2 || event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+  const bool open = event.key() == Qt::Key_F2;
   const bool character = !event.text().isEmpty() && event.text().at(0).isPrint();
   if (!open && !character) return false;
   editor.Begin_Edit();

@@ -70,8 +70,11 @@ void MapEditor::Show_Look() {
   const FontFace& face = Editor_Face();
   if (font() != face.font) setFont(face.font);
   QPalette colors = palette();
-  const QColor paper = Map.Text2.FontTransparent ? QColor(Qt::white) : QColor::fromRgb(EntHGColor);
-  const QColor ink = QColor::fromRgb(EntVGColor);
+  // A text without a box is seen on the map itself until it is being written.
+  const bool clear = Map.Text2.FontTransparent && !Text_Pending() && !hasFocus();
+  const QColor ground = Map.Text2.FontTransparent ? QColor(Qt::white) : QColor::fromRgb(EntHGColor);
+  const QColor paper = clear ? QColor(Qt::transparent) : ground;
+  const QColor ink = clear ? QColor(Qt::transparent) : QColor::fromRgb(EntVGColor);
   if (colors.color(QPalette::Base) == paper && colors.color(QPalette::Text) == ink) return;
   colors.setColor(QPalette::Base, paper);
   colors.setColor(QPalette::Text, ink);
@@ -87,15 +90,18 @@ void MapEditor::Sync() {
   }
   const Syncing guard(syncing);
   Show_Look();
-  if (Unix_Lines(box.Text) != Unix_Lines(Typed())) {
+  const FontFace& face = Editor_Face();
+  // The characters of a symbol font are codes: they are shown, not typed.
+  setReadOnly(face.symbol);
+  const QString wanted = Unix_Lines(face.symbol ? face.Shown(box.Text) : box.Text);
+  if (wanted != Unix_Lines(Typed())) {
     const int caret = textCursor().position();
-    setPlainText(Unix_Lines(box.Text));
+    setPlainText(wanted);
     QTextCursor cursor = textCursor();
     cursor.setPosition(std::min<int>(caret, document()->characterCount() - 1));
     setTextCursor(cursor);
   }
   // The text stands exactly over the one on the map, and the box grows with what is typed.
-  const FontFace& face = Editor_Face();
   const int textWidth = face.TextWidth(box.Text), textHeight = face.TextHeight(box.Text);
   const int margin = Text_Pending() ? static_cast<int>(document()->documentMargin())
                                     : std::clamp((box.Height - textHeight) / 2, 0, 20);
@@ -132,8 +138,14 @@ void MapEditor::keyPressEvent(QKeyEvent* event) {
   QTextEdit::keyPressEvent(event);
 }
 
+void MapEditor::focusInEvent(QFocusEvent* event) {
+  QTextEdit::focusInEvent(event);
+  Show_Look();
+}
+
 void MapEditor::focusOutEvent(QFocusEvent* event) {
   QTextEdit::focusOutEvent(event);
+  Show_Look();
   const Qt::FocusReason why = event->reason();
   if (why != Qt::MouseFocusReason && why != Qt::TabFocusReason && why != Qt::BacktabFocusReason) return;
   // A click on the map is told to the map, which stores the text itself.
