@@ -52,6 +52,7 @@ DlgBMP::DlgBMP(QSize now, QWidget* parent) : QDialog(parent), ui(std::make_uniqu
   ui->setupUi(this);
   Prepare_Dialog(*this, QStringLiteral("Bilder.htm"));
   ui->lblNow->setText(QStringLiteral("Jetzt: %1 x %2 Pixel").arg(now.width()).arg(now.height()));
+  setMinimumWidth(fontMetrics().horizontalAdvance(windowTitle()) * 4);  // room for the title beside its buttons
   ui->optProp->setChecked(true);
   for (QLineEdit* field : {ui->txtWidth, ui->txtHeight}) field->setAlignment(Qt::AlignRight);
   for (QRadioButton* option : {ui->optOrig, ui->optProp, ui->optStretch})

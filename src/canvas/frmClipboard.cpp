@@ -15,6 +15,7 @@ constexpr int shownCharacters = 2000;  // of a text of megabytes the beginning t
 FrmClipboard::FrmClipboard(QWidget* parent) : QDialog(parent), ui(std::make_unique<Ui::FrmClipboard>()) {
   ui->setupUi(this);
   Prepare_Dialog(*this, QStringLiteral("Kopieren.htm"));
+  setMinimumWidth(fontMetrics().horizontalAdvance(windowTitle()) * 3);  // room for the title beside its buttons
   ui->txtText->hide();
   ui->imgPicture->hide();
   if (clipboardFace.picture) picture = clipboardFace.picture();
