@@ -7,7 +7,6 @@
 #include "canvas/bulk_change.h"
 #include "canvas/map_state.h"
 #include "canvas/move.h"
-#include "canvas/tool_state.h"
 #include "platform/message_box.h"
 #include "start/events.h"
 #include "start/mdi_state.h"
@@ -111,9 +110,8 @@ bool Append_Copy(WholeRow row, const QString& text, int dx, int dy) {
 
 // The copy lies above all others and is in hand, ready to be moved.
 void Take_Copy(bool inHand) {
-  if (inHand) Set_Toolbar(-1, Tool_Mode_Of(Read_Entry(*rsEntries)));
   Show_Changed_Entries();
-  if (inHand) Activate_Entry();
+  if (inHand) Take_Entry(Map.CurBookmark);
 }
 
 // 30 pixels on, or back near the edge, and inside the window.

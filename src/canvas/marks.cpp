@@ -171,13 +171,6 @@ void Drop_Tables(const QSet<QString>& names) {
   if (!sql.isEmpty()) dbEntries->Execute(sql);
 }
 
-void Hide_Live_Controls() {
-  for (LiveControl* control : {&Map.Text2, &Map.imgBild, &Map.imgRfLine, &Map.lblShape, &Map.lblPLQ, &Map.imgHandle})
-    control->Visible = false;
-  for (LiveControl& handle : Map.lblHandle) handle.Visible = false;
-  Map.Text2.Tag = QStringLiteral("Old");
-}
-
 }  // namespace
 
 void Delete_Marked() {
@@ -206,7 +199,6 @@ void Delete_Marked() {
   }
   Map.MarkOrder.clear();
   if (doomed.current) {
-    Hide_Live_Controls();
     rsEntries->MoveLast();
     Map.CurBookmark = rsEntries->Bookmark();
     events.CurrentRowChanged.Emit();

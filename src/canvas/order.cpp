@@ -1,6 +1,6 @@
 #include "canvas/order.h"
 
-#include <algorithm>
+#include <functional>
 
 #include "canvas/bulk_change.h"
 #include "canvas/map_state.h"
@@ -21,45 +21,43 @@ qint64 Key_At(int position) {
   return rsEntries->Key();
 }
 
-// The order of the table is that of its keys, so rows change places by their keys: all columns go along and none is
-// written. Keys below 0 are free meanwhile. Each returns the row's new key.
+// Everything that remembers rows by their keys: marks, the entry in hand with its group, what waits for a click.
+template <typename NewKey>
+void Follow_Keys(NewKey&& newKey) {
+  const auto follow = [&newKey](QString& bookmark) {
+    if (!bookmark.isEmpty()) bookmark = QString::number(newKey(bookmark.toLongLong()));
+  };
+  for (qint64& key : Map.MarkOrder) key = newKey(key);
+  for (QString& bookmark : Map.GroupInHand) follow(bookmark);
+  for (QString* bookmark : {&Map.CurBookmark, &Map.InHand, &Map.WaitingDuplicate, &Map.WaitingAssignment})
+    follow(*bookmark);
+}
 
-qint64 Exchange(qint64 key, qint64 neighbour) {
+// The order of the table is that of its keys, so rows change places by their keys: all columns go along and none is
+// written. Keys below 0 are free meanwhile. Each gives back how old keys become new ones.
+using KeyMap = std::function<qint64(qint64)>;
+
+KeyMap Exchange(qint64 key, qint64 neighbour) {
   Rename_Key(key, -key);
   Rename_Key(neighbour, key);
   Rename_Key(-key, neighbour);
-  for (qint64& marked : Map.MarkOrder) {
-    if (marked == key) {
-      marked = neighbour;
-    } else if (marked == neighbour) {
-      marked = key;
-    }
-  }
-  return neighbour;
+  return [=](qint64 old) { return old == key ? neighbour : old == neighbour ? key : old; };
 }
 
-qint64 To_Last(qint64 key, qint64 last) {
+KeyMap To_Last(qint64 key, qint64 last) {
   Rename_Key(key, last + 1);
-  std::replace(Map.MarkOrder.begin(), Map.MarkOrder.end(), key, last + 1);
-  return last + 1;
+  return [=](qint64 old) { return old == key ? last + 1 : old; };
 }
 
 // The rows before it give way by one.
-qint64 To_First(qint64 key, qint64 first) {
+KeyMap To_First(qint64 key, qint64 first) {
   Rename_Key(key, -(key + 1));
   dbEntries->Execute(
       QStringLiteral("UPDATE MapData SET rowid = -(rowid + 1) WHERE rowid >= %1 AND rowid < %2").arg(first).arg(key));
   dbEntries->Execute(
       QStringLiteral("UPDATE MapData SET rowid = -rowid WHERE rowid BETWEEN %1 AND %2").arg(-key).arg(-(first + 1)));
   Rename_Key(-(key + 1), first);
-  for (qint64& marked : Map.MarkOrder) {
-    if (marked == key) {
-      marked = first;
-    } else if (marked >= first && marked < key) {
-      ++marked;
-    }
-  }
-  return first;
+  return [=](qint64 old) { return old == key ? first : old >= first && old < key ? old + 1 : old; };
 }
 
 }  // namespace
@@ -68,19 +66,20 @@ bool Move_In_Order(int step) {
   if (!On_Current_Entry()) return false;
   const int position = rsEntries->Position(), last = rsEntries->RecordCount() - 1;
   const qint64 key = rsEntries->Key();
-  qint64 moved = key;
+  KeyMap newKey;
   const bool done = In_One_Transaction(orderTitle, [&] {
     if (step >= 10) {
-      moved = To_Last(key, Key_At(last));
+      newKey = To_Last(key, Key_At(last));
     } else if (step <= -10) {
-      moved = To_First(key, Key_At(1));
+      newKey = To_First(key, Key_At(1));
     } else {
-      moved = Exchange(key, Key_At(position + (step > 0 ? 1 : -1)));
+      newKey = Exchange(key, Key_At(position + (step > 0 ? 1 : -1)));
     }
     rsEntries->Requery();
   });
   if (!done) return false;
-  rsEntries->SetBookmark(QString::number(moved));
+  Follow_Keys(newKey);
+  rsEntries->SetBookmark(QString::number(newKey(key)));
   Map.CurBookmark = rsEntries->Bookmark();
   return true;
 }

@@ -86,6 +86,16 @@ TEST_F(Copies, ShapesGetTheirOwnNumberAndVertices) {
   EXPECT_EQ(Load_Vertices("Figur7"), (std::vector<QPoint>{{200, 100}, {230, 110}, {200, 130}}));
 }
 
+TEST_F(Copies, TheCopyOfAnEntryInHandIsTaken) {
+  const QString text = Add_Text("Fund", 100, 100);
+  ASSERT_TRUE(Take_Entry(text));
+  Text_Typed("Neuer Fund");
+  Copy_Entry();
+  EXPECT_EQ(Row(text).Eintrag, QString("Neuer Fund"));
+  EXPECT_NE(Map.InHand, text);
+  EXPECT_EQ(Map.Text2.Text, QString("Kopie: Neuer Fund"));
+}
+
 TEST_F(Copies, ACopyThatFailsLeavesNoTrace) {
   Add_Polygon("Linie0", {{10, 10}, {32760, 20}});
   const QString damaged = Add(Make(20, "Figur", "", 1, 1, 9, 9));
