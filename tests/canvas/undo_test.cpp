@@ -1,4 +1,3 @@
-#include <QFile>
 #include <random>
 
 #include "canvas/assign.h"
@@ -7,7 +6,6 @@
 #include "canvas/move.h"
 #include "canvas/order.h"
 #include "canvas/visibility.h"
-#include "platform/files.h"
 #include "store/columns.h"
 
 namespace {
@@ -97,27 +95,6 @@ TEST_F(Undo, EveryChangeOfManyEntriesIsTakenBackWhole) {
     if (Entry_Count() < 15) Fill();
   }
   for (int which = 0; which < 9; ++which) EXPECT_GT(changed[which], 0) << "change " << which;
-}
-
-TEST_F(Undo, WithoutTheSnapshotTheTableIsKeptAside) {
-  Fill();
-  Go_Anywhere();
-  Order_Entry(rsEntries->Position() > 3 ? -10 : 10);
-  const QStringList moved = Texts();
-  ASSERT_TRUE(QFile::remove(ProgramFolder + "/TEMP.MDB"));
-  MessageScript script;
-  script.Expect("Step: 3");
-  Undo_Last();
-  const QString text = script.Seen()[0].text;
-  EXPECT_TRUE(text.contains("Datei kann nicht gesichert werden.")) << text;
-  const QString aside = text.section('\n', -1);
-  ASSERT_TRUE(File_Exists(aside)) << text;
-  const auto database = Workspace::OpenDatabase(aside);
-  const auto rows = database->OpenRecordset(QStringLiteral("MapData"));
-  QStringList kept;
-  for (rows->MoveNext(); !rows->Eof(); rows->MoveNext()) kept.append(rows->Text(column::Eintrag));
-  EXPECT_EQ(kept, moved);
-  EXPECT_TRUE(rsEntries && rsEntries->IsOpen());
 }
 
 }  // namespace
