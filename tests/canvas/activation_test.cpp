@@ -1,7 +1,5 @@
 #include "canvas/activation.h"
 
-#include <QElapsedTimer>
-
 #include "canvas/hand_fixture.h"
 #include "canvas/order.h"
 #include "canvas/row_switches.h"
@@ -296,26 +294,6 @@ TEST_F(Activation, TheHandFollowsTheRow) {
   Round_Corners();
   EXPECT_EQ(Row(line).Typ, 4);
   EXPECT_TRUE(Map.Text2.Visible);
-}
-
-TEST_F(Activation, IsQuickInALargeMap) {
-  dbEntries->BeginTrans();
-  for (int i = 0; i < 10000; ++i) Append_Entry(Text_Row("A", (i % 100) * 15, (i / 100) * 11));
-  dbEntries->CommitTrans();
-  Map_Redraw();
-  Click({5, 5});
-  qint64 slowest = 0;
-  for (int i = 1; i < 20; ++i) {
-    const QString former = Map.InHand;
-    QElapsedTimer timer;
-    timer.start();
-    Map_Mouse_Down({i * 30 + 5, 300}, MouseButton::Left, {});
-    slowest = std::max(slowest, timer.elapsed());
-    Map_Mouse_Up({i * 30 + 5, 300}, MouseButton::Left);
-    EXPECT_NE(Map.InHand, former);
-  }
-  EXPECT_LT(slowest, 60);  // 20 on an idle machine
-  std::printf("activation: at most %lld ms\n", static_cast<long long>(slowest));
 }
 
 }  // namespace
