@@ -13,6 +13,7 @@
 #include <QStatusTipEvent>
 
 #include "canvas/activation.h"
+#include "canvas/drag.h"
 #include "canvas/map_state.h"
 #include "canvas/map_window.h"
 #include "canvas/view.h"
@@ -126,7 +127,10 @@ void MdiWindow::Connect_Events() {
     Sync();
   });
   listen(events.InfoBarChanged, [this] { Sync_InfoBar(); });
-  listen(events.HandChanged, [this] { mapWindow->Canvas().Sync_Controls(); });
+  listen(events.HandChanged, [this] {
+    mapWindow->Canvas().Sync_Controls();
+    if (!dragState.Active()) Sync_Menus();
+  });
   listen(events.PopupWanted, [this] { Show_Popup(); });
   listen(events.BackgroundText, [this](const QString&) {
     Sync();
