@@ -175,6 +175,11 @@ bool Escape() {
     Toggle_Lupe();
   } else if (!Map.Tool.isEmpty()) {
     Choose_Tool({});
+  } else if (Duplicate_Waiting() || Assign_Waiting()) {
+    Map.WaitingDuplicate.clear();
+    Map.WaitingAssignment.clear();
+    InfoBar.Panel[0] = Entry_Status_Text();
+    events.StateChanged.Emit();
   } else if (Text_Pending()) {
     Discard_Pending_Text();
   } else if (Entry_In_Hand()) {

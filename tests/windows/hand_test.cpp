@@ -255,6 +255,33 @@ TEST_F(HandTest, PopupOffersWhatCanBeDone) {
   for (const QString& key : Popup_Table()) EXPECT_TRUE(key.isEmpty() || Menu_Row(key) != nullptr) << key;
 }
 
+TEST_F(HandTest, EscEndsTheWaitingForADuplicate) {
+  Click(On(first));
+  Button("Dupl")->click();
+  Settle();
+  EXPECT_EQ(Canvas()->cursor().shape(), Qt::CrossCursor);
+  Press(Qt::Key_Escape);
+  EXPECT_EQ(Canvas()->cursor().shape(), Qt::SizeAllCursor);
+  Click({500, 350});
+  EXPECT_EQ(Entry_Count(), 2);
+}
+
+// The state of some entries is told only after the entry is in hand: the menus must not lag behind.
+TEST_F(HandTest, MenusBelongToTheEntryInHand) {
+  const QString round = Add(QStringLiteral("Figur"), 400, 60);
+  rsEntries->SetBookmark(round);
+  EntryRow row = Read_Entry(*rsEntries);
+  row.ID = QStringLiteral("Figur1");
+  row.Typ = static_cast<int>(EntryKind::FreeFigureRound);
+  row.Xline = row.Yline = 80;
+  Update_Entry(row);
+  for (const auto& [bookmark, kanten] : {std::pair(first, false), std::pair(round, true), std::pair(second, false)}) {
+    ASSERT_TRUE(Take_Entry(bookmark));
+    EXPECT_EQ(window->Action("mnuKanten")->isEnabled(), kanten) << bookmark;
+    EXPECT_TRUE(window->Action("mnuObjVisNein")->isChecked());
+  }
+}
+
 TEST_F(HandTest, SameStateLeavesTheButtonsAlone) {
   Click(On(first));
   QToolButton* before = Button("vor");
