@@ -101,13 +101,16 @@ void MapEditor::Sync() {
     cursor.setPosition(std::min<int>(caret, document()->characterCount() - 1));
     setTextCursor(cursor);
   }
-  // The text stands exactly over the one on the map, and the box grows with what is typed.
-  const int textWidth = face.TextWidth(box.Text), textHeight = face.TextHeight(box.Text);
-  const int margin = Text_Pending() ? static_cast<int>(document()->documentMargin())
-                                    : std::clamp((box.Height - textHeight) / 2, 0, 20);
+  // The text stands exactly over the one on the map, inside the entry's own frame; the box grows with what is typed.
+  const QSize size(face.TextWidth(box.Text), face.TextHeight(box.Text));
+  const int space = Text_Pending() ? shownSpace : std::clamp((box.Height - size.height()) / 2, 0, 20);
+  shownSpace = space;
+  const int margin = std::min(space, 1), inset = space - margin;
   if (static_cast<int>(document()->documentMargin()) != margin) document()->setDocumentMargin(margin);
-  const QSize needed(textWidth + 2 * margin + caretRoom, textHeight + 2 * margin);
-  setGeometry(box.Left, box.Top, std::max(box.Width, needed.width()), std::max(box.Height, needed.height()));
+  const int caret = Text_Pending() || hasFocus() ? caretRoom : 0;
+  const QSize needed(size.width() + 2 * margin + caret, size.height() + 2 * margin);
+  const QSize given(box.Width - 2 * inset, box.Height - 2 * inset);
+  setGeometry(QRect(QPoint(box.Left + inset, box.Top + inset), needed.expandedTo(given)));
   if (isVisible()) return;
   show();
   raise();

@@ -32,6 +32,7 @@ class MapEditor : public QTextEdit {
   bool Pass_On(QMouseEvent* event);
 
   QString shown;         // what the box shows, line ends as in the state
+  int shownSpace = 1;    // between the text and the rim of its box, pixels
   bool passing = false;  // a press was passed on to the canvas
   QPoint pressed;        // where, on the screen
   int syncing = 0;

@@ -255,6 +255,16 @@ TEST_F(HandTest, PopupOffersWhatCanBeDone) {
   for (const QString& key : Popup_Table()) EXPECT_TRUE(key.isEmpty() || Menu_Row(key) != nullptr) << key;
 }
 
+TEST_F(HandTest, ControlClickMarksTheEntryInHandToo) {
+  Click(On(first));
+  QTest::mouseClick(Editor()->viewport(), Qt::LeftButton, Qt::ControlModifier, {10, 8});
+  Settle();
+  EXPECT_EQ(Map.MarkCount, 1);
+  EXPECT_FALSE(Editor()->isVisible());
+  Click(On(second));
+  EXPECT_EQ(Editor()->toPlainText(), QStringLiteral("Biber"));
+}
+
 TEST_F(HandTest, EscEndsTheWaitingForADuplicate) {
   Click(On(first));
   Button("Dupl")->click();
