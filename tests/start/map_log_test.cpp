@@ -156,30 +156,26 @@ TEST_F(MapLog, ALongLogIsRewritten) {
   EXPECT_TRUE(Listed(3).isEmpty());
 }
 
-TEST_F(MapLog, ARewritingCutOffIsFinished) {
-  const QString map = Put("A.bmp");
-  Replace_File(Program_File("Map.bak"), Encode_Log({{1, 1, 0, map}, {2, 1, 1, Path("A.MDB")}}));
-  EXPECT_EQ(Listed(1), QStringList(map));
-  EXPECT_TRUE(QFile::exists(Log()));
-}
-
-TEST_F(MapLog, ADamagedLogIsKeptAside) {
+TEST_F(MapLog, ADamagedLogIsKeptAsideAndARewritingCutOffIsFinished) {
   const QByteArray sound = Encode_Log({{1, 1, 0, "/a.bmp"}, {2, 1, 1, "/a.MDB"}});
   QByteArray strange = sound;
   strange[206] = 9;
-  const QByteArray cut = sound.left(300);
-  int number = 0;
-  for (const QByteArray& damaged : {cut, strange, QByteArray("TLB: vbAlignTop\r\n")}) {
+  const std::pair<QByteArray, QString> cases[] = {
+      {sound.left(300), "Map_alt.log"}, {strange, "Map_alt_1.log"}, {"TLB: vbAlignTop\r\n", "Map_alt_2.log"}};
+  for (const auto& [damaged, aside] : cases) {
     Replace_File(Log(), damaged);
     MessageScript script;
     script.Expect("Bitte benennen Sie die Datei um z.B. in Map_alt.log");
     EXPECT_EQ(Listed(1), QStringList(ProgramFolder + "/Beispiele/Karte.bmp"));
-    const QString aside = number == 0 ? "Map_alt.log" : QStringLiteral("Map_alt_%1.log").arg(number);
     EXPECT_EQ(Read_Bytes(Program_File(aside)), damaged);
     EXPECT_TRUE(script.Seen()[0].text.startsWith("Diese Datei ist wahrscheinlich beschädigt\n"));
     EXPECT_TRUE(script.Seen()[0].text.contains(aside));
-    ++number;
   }
+  Kill(Log());
+  const QString map = Put("A.bmp");
+  Replace_File(Program_File("Map.bak"), Encode_Log({{1, 1, 0, map}, {2, 1, 1, Path("A.MDB")}}));
+  EXPECT_EQ(Listed(1), QStringList(map));
+  EXPECT_TRUE(QFile::exists(Log()));
 }
 
 TEST_F(MapLog, AFullDiskKeepsTheLog) {
