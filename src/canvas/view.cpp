@@ -174,6 +174,12 @@ void Set_Bars(MapPoint centre) {
   Place_Clip(centre.x - Map.ViewWidth * zoom / 2, centre.y - Map.ViewHeight * zoom / 2);
 }
 
+// Room for the map window above the table: where the table is shown a high map leaves it a quarter.
+int Room_Above_Table() {
+  const bool shared = frmMDI.TblVisible && !Tbl.Minimized && !Map.Maximized;
+  return shared ? frmMDI.InnerHeight * 75 / 100 : frmMDI.InnerHeight;
+}
+
 // Size of the map window in the normal state: as large as the scan, within the main window, with room for the table.
 void Choose_Window_Size() {
   if (Map.Maximized) {
@@ -186,8 +192,7 @@ void Choose_Window_Size() {
   Map.Left = Map.Top = 0;
   Map.WantWidth = std::min(width, frmMDI.InnerWidth);
   Map.WantHeight = std::min(height, frmMDI.InnerHeight);
-  if (frmMDI.TblVisible && !Tbl.Minimized && Map.WantHeight > frmMDI.InnerHeight * 8 / 10)
-    Map.WantHeight = frmMDI.InnerHeight * 75 / 100;
+  if (Map.WantHeight > frmMDI.InnerHeight * 8 / 10) Map.WantHeight = std::min(Map.WantHeight, Room_Above_Table());
   if (width > Map.WantWidth && height <= Map.WantHeight)
     Map.WantHeight = std::min(height + barThickness, frmMDI.InnerHeight);
   if (height > Map.WantHeight && width <= Map.WantWidth)
@@ -265,8 +270,8 @@ void Set_Zoom_By_Menu(const QString& menuName) {
     // The map's full width or height: where the other direction needs a bar, its room is taken off.
     const bool width = menuName == QLatin1String("mnuZoomBreite");
     const double size = width ? MapWidthPx : MapHeightPx, other = width ? MapHeightPx : MapWidthPx;
-    const int room = width ? frmMDI.InnerWidth : frmMDI.InnerHeight,
-              otherRoom = width ? frmMDI.InnerHeight : frmMDI.InnerWidth;
+    const int room = width ? frmMDI.InnerWidth : Room_Above_Table(),
+              otherRoom = width ? Room_Above_Table() : frmMDI.InnerWidth;
     const double full = size / std::max(1, room);
     const bool bar = other / full > otherRoom + overhangAllowed / full;
     Set_Zoom(bar ? size / std::max(1, room - barThickness) : full);

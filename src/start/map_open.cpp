@@ -21,6 +21,7 @@
 #include "start/menu_state.h"
 #include "start/table_file.h"
 #include "store/entry.h"
+#include "store/table_edit.h"
 #include "store/table_state.h"
 
 namespace {
@@ -151,6 +152,9 @@ void Finish_Open() {
   Menu(QStringLiteral("mnuReset")).Enabled = false;
   Menu(QStringLiteral("mnuReset")).Caption = QStringLiteral("Rückgängig");
   Set_Buttons(Current_Button_State());
+  if (!frmMDI.TblVisible) Menu(QStringLiteral("mnuDBGridOn")).Caption = QStringLiteral("&Einblenden");
+  Choose_Arrangement();
+  events.StateChanged.Emit();
   Zoom_Map();
   events.MapOpened.Emit();
 }

@@ -61,6 +61,7 @@ void Set_Buttons(ButtonState state, bool enabled) {
     const bool entries = state == ButtonState::Entries && enabled;
     Menu(QStringLiteral("mnuTableSaveAs")).Enabled = mapOpen && enabled;
     Menu(QStringLiteral("mnuTabComp")).Enabled = entries;
+    Menu(QStringLiteral("mnuSpaltDelete")).Enabled = mapOpen && enabled && Tbl.HasUserColumns;
     if (mapOpen) Show_Table_Name();
   } catch (const Error& error) {
     if (error.number == errors::noCurrentRecord) return;

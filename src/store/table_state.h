@@ -1,4 +1,5 @@
 #pragma once
+#include <QSet>
 #include <QString>
 
 // State of the table window as plain data.
@@ -16,6 +17,11 @@ struct TableState {
   bool OldTable = false;      // that width is below 79
   bool HasUserColumns = false;
   int ColumnCount = 0;        // columns shown less 1
+  bool WantPlace = false;        // the window shall take its place below the map
+  bool MapFilledWindow = false;  // the map was maximised before the table was shown
+  bool EditWarned = false;       // the warning before the first change was shown in this session
+  QSet<QString> RepairRefused;   // damaged rows the user wants to keep as they are
+  QSet<QString> HiddenColumns;   // names of columns that are not shown; not stored
 };
 extern TableState Tbl;
 
