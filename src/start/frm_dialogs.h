@@ -24,6 +24,9 @@ struct ClipboardChoice {
   QImage picture;
 };
 ClipboardChoice Show_frmClipboard(QWidget* parent);
+void Show_frmSpalteApp(QWidget* parent);  // a new column of the table
+void Show_frmSpalteDel(QWidget* parent);  // removes one; does not wait: the user clicks on the head of the column
+void Show_frmSpltHide(QWidget* parent);   // hides columns; does not wait either
 
 // The window shown while no map is open; `parent` places it. Its timer runs while it is visible.
 QWidget* Make_frmMapStart(QWidget* parent);

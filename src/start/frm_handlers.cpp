@@ -16,6 +16,8 @@
 #include "start/mdi_window_pads.h"
 #include "start/note_pads.h"
 #include "start/table_file.h"
+#include "store/table_edit.h"
+#include "store/tbl_window_columns.h"
 
 namespace {
 
@@ -92,6 +94,14 @@ void Add_Table_Handlers(QHash<QString, Handler>& all) {
   all["mnuOverlay"] = [](QMainWindow&, int line) { Load_Overlay(line); };
 }
 
+void Add_Column_Handlers(QHash<QString, Handler>& all) {
+  all["mnuDBGridOn"] = [](QMainWindow&, int) { Toggle_Table(); };
+  all["mnuSpaltAppend"] = [](QMainWindow& window, int) { Show_frmSpalteApp(&window); };
+  all["mnuSpaltDelete"] = [](QMainWindow& window, int) { Show_frmSpalteDel(&window); };
+  all["mnuSpaltHide"] = [](QMainWindow& window, int) { Show_frmSpltHide(&window); };
+  all["mnuSpaltShow"] = [](QMainWindow&, int) { Show_All_Columns(); };
+}
+
 // Work on the note pad in front.
 Handler On_NotePad(void (FrmNotePad::*work)()) {
   return [work](QMainWindow& window, int) {
@@ -132,6 +142,7 @@ const QHash<QString, Handler>& Menu_Handlers() {
     Add_Map_Handlers(all);
     Add_View_Handlers(all);
     Add_Table_Handlers(all);
+    Add_Column_Handlers(all);
     Add_Text_Handlers(all);
     Add_Object_Handlers(all);
     Add_Help_Handlers(all);
@@ -144,6 +155,7 @@ const QHash<QString, Handler>& Tool_Handlers() {
   static const QHash<QString, Handler> handlers = [] {
     QHash<QString, Handler> all;
     all["Map"] = [](QMainWindow& window, int) { Map_Button(window); };
+    all["Tbl"] = [](QMainWindow&, int) { Toggle_Table(); };
     all["SAV"] = [](QMainWindow&, int) { Save_Table(SaveStep::Save); };
     Add_Object_Tools(all);
     return all;

@@ -30,6 +30,7 @@
 #include "start/settings.h"
 #include "start/table_file.h"
 #include "start/window_support.h"
+#include "store/table_edit.h"
 
 namespace {
 
@@ -75,6 +76,7 @@ MdiWindow::~MdiWindow() {
   area->disconnect(this);
   qApp->removeEventFilter(this);
   area->viewport()->removeEventFilter(this);
+  tblChild->disconnect(this);
   mapChild->disconnect(this);  // it reports its state once more while it goes
   Clear_Dialog_Hooks();
   for (const auto& disconnect : disconnects) disconnect();
@@ -94,6 +96,7 @@ void MdiWindow::Build_Child_Windows() {
   connect(mapChild, &QMdiSubWindow::windowStateChanged, this,
           [this](Qt::WindowStates, Qt::WindowStates state) { Map_State_Changed(state); });
   area->viewport()->installEventFilter(this);
+  Build_Table_Window();
 }
 
 void MdiWindow::Build_InfoBar() {
@@ -157,7 +160,9 @@ void MdiWindow::Sync() {
     Sync_Menus();
     Sync_Toolbar();
     Sync_InfoBar();
+    const bool placed = Map.WantWidth > 0 && Map.WantHeight > 0;
     Sync_Map();
+    Sync_Table(placed);
     Place_Start();
   }
   Report_Inner_Size();
@@ -222,6 +227,7 @@ void MdiWindow::Map_State_Changed(Qt::WindowStates state) {
   Run_Guarded([&] {
     Map.Minimized = state.testFlag(Qt::WindowMinimized);
     if (!Map.Minimized) Map.Maximized = state.testFlag(Qt::WindowMaximized);
+    Map_Was_Maximized(Map.Maximized);
     Report_Inner_Size();
     if (Map.Minimized) return;
     mapWindow->Report_Size();
@@ -279,6 +285,9 @@ bool MdiWindow::eventFilter(QObject* watched, QEvent* event) {
   switch (event->type()) {
     case QEvent::Resize:
       if (watched == area->viewport()) resizeTimer.start();
+      break;
+    case QEvent::Move:
+      if (watched == tblChild && syncing == 0) tableTimer.start();
       break;
     case QEvent::KeyPress:
     case QEvent::MouseButtonPress:

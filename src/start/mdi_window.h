@@ -12,6 +12,7 @@ class MapWindow;
 class QLabel;
 class QMdiArea;
 class QMdiSubWindow;
+class TblWindow;
 
 // The main window: menus, Toolbar1, InfoBar and the area of the child windows. It shows frmMDI, the menu states,
 // Toolbar1, InfoBar and Map, and calls the handler of what the user chooses.
@@ -26,6 +27,7 @@ class MdiWindow : public QMainWindow {
   // Action of a menu entry; of line 1..10 of a list. nullptr if there is none.
   QAction* Action(const QString& key, int line = 0) const;
   MapWindow& Map_Window() { return *mapWindow; }
+  TblWindow& Table_Window() { return *tblWindow; }
 
  protected:
   bool event(QEvent* event) override;
@@ -57,6 +59,10 @@ class MdiWindow : public QMainWindow {
   void Sync_InfoBar();
   void Sync_Map();
   void Place_Map();
+  void Build_Table_Window();
+  void Sync_Table(bool place);
+  void Place_Table();
+  void Check_Table_Place();
   void Place_Start();
 
   void Map_State_Changed(Qt::WindowStates state);
@@ -67,6 +73,8 @@ class MdiWindow : public QMainWindow {
   QMdiArea* area = nullptr;
   MapWindow* mapWindow = nullptr;
   QMdiSubWindow* mapChild = nullptr;
+  TblWindow* tblWindow = nullptr;
+  QMdiSubWindow* tblChild = nullptr;
   QWidget* frmMapStart = nullptr;
   QToolBar* toolbar = nullptr;
   QMenu* popup = nullptr;
@@ -74,7 +82,7 @@ class MdiWindow : public QMainWindow {
   std::array<ElidedLabel*, 3> panels{};
   QLabel* zoomPanel = nullptr;
   std::vector<MenuItem> items;
-  QTimer idleTimer, resizeTimer;
+  QTimer idleTimer, resizeTimer, tableTimer;
   std::vector<std::function<void()>> disconnects;
   int syncing = 0;
 };
