@@ -1,0 +1,276 @@
+#include "store/tbl_window.h"
+
+#include <QDialog>
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QMdiSubWindow>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTimer>
+
+#include "canvas/activation.h"
+#include "start/events.h"
+#include "store/entry.h"
+#include "store/table_edit.h"
+#include "store/table_state.h"
+#include "store/tbl_window_model.h"
+#include "windows/window_fixture.h"
+
+namespace {
+
+class TblWindowTest : public WindowTest {
+ protected:
+  void Open_With(int texts, int width = 1200, int height = 900) {
+    Open(width, height);
+    dbEntries->BeginTrans();
+    EntryRow row;
+    row.ID = QStringLiteral("Text");
+    row.Schrift = QStringLiteral("Arial");
+    row.Groesse = 10;
+    for (int i = 0; i < texts; ++i) {
+      row.Eintrag = QStringLiteral("Ort %1").arg(i);
+      row.Xmap = 10 + 37 * i % (width - 60);
+      row.Ymap = 10 + 53 * i % (height - 40);
+      Append_Entry(row);
+    }
+    dbEntries->CommitTrans();
+    events.TableChanged.Emit();
+    events.RedrawWanted.Emit();
+    Tbl.EditWarned = true;
+    Settle();
+  }
+  TblWindow& Table() { return window->Table_Window(); }
+  TblGrid& Grid() { return Table().Grid(); }
+  TblModel& Model() { return Table().Model(); }
+  QMdiSubWindow* Frame() { return qobject_cast<QMdiSubWindow*>(Table().parentWidget()); }
+  QPoint Cell(int row, int column) {
+    const QModelIndex index = Model().index(row, column);
+    Grid().scrollTo(index);
+    return Grid().visualRect(index).center();
+  }
+  void Click(int row, int column) {
+    QTest::mouseClick(Grid().viewport(), Qt::LeftButton, Qt::NoModifier, Cell(row, column));
+    Settle();
+  }
+};
+
+}  // namespace
+
+TEST_F(TblWindowTest, TheTableStandsBelowTheMapUntilF4) {
+  Open_With(3);
+  QWidget* map = window->Map_Window().parentWidget();
+  ASSERT_TRUE(Frame()->isVisible());
+  EXPECT_FALSE(Map.Maximized);
+  EXPECT_GE(Frame()->y(), map->geometry().bottom());
+  EXPECT_GE(Frame()->height(), 110);
+  EXPECT_LE(Frame()->geometry().bottom(), Frame()->parentWidget()->height());
+  const int before = Map.ScaleHeight;
+  Choose(QStringLiteral("mnuDBGridOn"));
+  EXPECT_FALSE(Frame()->isVisible());
+  EXPECT_GT(Map.ScaleHeight, before);
+  Choose(QStringLiteral("mnuDBGridOn"));
+  EXPECT_EQ(Map.ScaleHeight, before);
+  Frame()->close();  // closing is hiding
+  Settle();
+  EXPECT_FALSE(frmMDI.TblVisible);
+  EXPECT_EQ(window->Action("mnuDBGridOn")->text(), QStringLiteral("&Einblenden"));
+}
+
+TEST_F(TblWindowTest, TheMapWindowMaximisedByTheUserHidesTheTable) {
+  Open_With(3);
+  qobject_cast<QMdiSubWindow*>(window->Map_Window().parentWidget())->showMaximized();
+  Settle();
+  EXPECT_FALSE(frmMDI.TblVisible);
+  EXPECT_TRUE(Map.Maximized);
+  Choose(QStringLiteral("mnuDBGridOn"));
+  EXPECT_TRUE(Frame()->isVisible());
+  EXPECT_FALSE(Map.Maximized);
+}
+
+TEST_F(TblWindowTest, DraggedOverTheEdgeItIsHiddenWithAMessage) {
+  Open_With(3);
+  MessageScript messages;
+  Frame()->move(40, 40);
+  QTest::qWait(250);
+  EXPECT_TRUE(frmMDI.TblVisible);
+  messages.Expect("über den Rand der Anwendung");
+  Frame()->move(Frame()->parentWidget()->width() - 20, 40);
+  QTest::qWait(250);
+  EXPECT_FALSE(frmMDI.TblVisible);
+}
+
+// A click on a row takes its entry in hand and brings it into view; a click on the map moves the grid.
+TEST_F(TblWindowTest, MapAndGridShareTheCurrentRow) {
+  Open_With(60, 4000, 3000);
+  Click(50, column::Eintrag);
+  EXPECT_TRUE(Entry_In_Hand());
+  EXPECT_EQ(Map.CurBookmark.toLongLong(), Model().Key_Of(50));
+  const int x = Window_X(10 + 37 * 49 % 3940), y = Window_Y(10 + 53 * 49 % 2960);
+  EXPECT_TRUE(QRect(0, 0, Map.ViewWidth, Map.ViewHeight).contains(x, y)) << x << ' ' << y;
+  ASSERT_TRUE(Take_Entry(QString::number(Model().Key_Of(3))));
+  Settle();
+  EXPECT_EQ(Grid().currentIndex().row(), 3);
+  EXPECT_TRUE(Grid().viewport()->rect().contains(Grid().visualRect(Grid().currentIndex()).center()));
+  EXPECT_EQ(Grid().currentIndex().column(), column::Eintrag) << "sideways the grid stays";
+  // Keys pass over rows; the last one counts.
+  QTest::keyClick(&Grid(), Qt::Key_Down);
+  QTest::keyClick(&Grid(), Qt::Key_Down);
+  Settle();
+  EXPECT_EQ(Map.CurBookmark.toLongLong(), Model().Key_Of(5));
+}
+
+TEST_F(TblWindowTest, TheGridFollowsRowsThatComeGoAndChange) {
+  Open_With(30);
+  ASSERT_EQ(Model().rowCount(), 31);
+  Click(20, column::Xmap);
+  EntryRow row;
+  row.ID = row.Eintrag = QStringLiteral("Text");
+  Append_Entry(row);
+  rsEntries->SetBookmark(QString::number(Model().Key_Of(5)));
+  rsEntries->Delete();
+  rsEntries->MoveTo(7);
+  rsEntries->Edit();
+  rsEntries->Set(column::Eintrag, QStringLiteral("anders"));
+  rsEntries->Update();
+  events.TableChanged.Emit();
+  Settle();
+  ASSERT_EQ(Model().rowCount(), 31);
+  rsEntries->MoveFirst();
+  for (int i = 0; i < 31; ++i, rsEntries->MoveNext()) {
+    EXPECT_EQ(Model().Key_Of(i), rsEntries->Key());
+    EXPECT_EQ(Model().index(i, column::Eintrag).data().toString(), rsEntries->Text(column::Eintrag)) << i;
+  }
+  // Closed and loaded once more: nothing of the old table is asked.
+  MessageScript messages;
+  messages.Expect("unter einem eigenen Namen sichern?", MsgAnswer::No);
+  Choose(QStringLiteral("mnuMapLoad"));
+  EXPECT_EQ(Model().rowCount(), 31);
+  Choose(QStringLiteral("mnuMapClose"));
+  EXPECT_EQ(Model().rowCount(), 0);
+  EXPECT_FALSE(Frame()->isVisible());
+}
+
+TEST_F(TblWindowTest, CellsAreEditedInPlaceAndInTheLineAbove) {
+  Open_With(5);
+  Tbl.EditWarned = false;
+  Click(2, column::Xmap);
+  MessageScript messages;
+  messages.Expect("Vorsicht!");
+  QTest::keyClick(&Grid(), Qt::Key_F2);
+  auto* editor = Grid().viewport()->findChild<QLineEdit*>();
+  ASSERT_TRUE(editor);
+  editor->setText(QStringLiteral("123"));
+  QTest::keyClick(editor, Qt::Key_Return);
+  Settle();
+  EXPECT_EQ(Model().index(2, column::Xmap).data().toString(), QStringLiteral("123"));
+  EXPECT_EQ(Tbl.Tag, QStringLiteral("Dirty"));
+  // A text of two lines goes by Text1; Enter takes it, Esc gives it up.
+  Click(2, column::Eintrag);
+  auto* Text1 = Table().findChild<QPlainTextEdit*>(QStringLiteral("Text1"));
+  EXPECT_EQ(Text1->toPlainText(), QStringLiteral("Ort 1"));
+  Text1->setPlainText(QStringLiteral("verworfen"));
+  Text1->document()->setModified(true);
+  QTest::keyClick(Text1, Qt::Key_Escape);
+  EXPECT_EQ(Text1->toPlainText(), QStringLiteral("Ort 1"));
+  Text1->setPlainText(QStringLiteral("oben\nunten"));
+  Text1->document()->setModified(true);
+  QTest::keyClick(Text1, Qt::Key_Return);
+  Settle();
+  EXPECT_EQ(Model().Text_Of(Model().index(2, column::Eintrag)), QStringLiteral("oben\r\nunten"));
+  // Left without taking it: asked, not lost.
+  Text1->setPlainText(QStringLiteral("fast vergessen"));
+  Text1->document()->setModified(true);
+  messages.Expect("Soll er in die Tabelle übernommen werden?", MsgAnswer::Yes);
+  Click(4, column::Eintrag);
+  EXPECT_EQ(Model().Text_Of(Model().index(2, column::Eintrag)), QStringLiteral("fast vergessen"));
+  EXPECT_EQ(Text1->toPlainText(), QStringLiteral("Ort 3"));
+  // The header row takes nothing.
+  Click(0, column::Eintrag);
+  EXPECT_FALSE(Text1->isEnabled());
+  QTest::keyClick(&Grid(), Qt::Key_F2);
+  EXPECT_FALSE(Grid().viewport()->findChild<QLineEdit*>());
+}
+
+TEST_F(TblWindowTest, TheDeleteKeyDeletesTheChosenRows) {
+  Open_With(6);
+  Click(2, column::ID);
+  QTest::mouseClick(Grid().viewport(), Qt::LeftButton, Qt::ShiftModifier, Cell(4, column::ID));
+  Settle();
+  MessageScript messages;
+  messages.Expect("3 Einträge löschen ?", MsgAnswer::Yes);
+  QTest::keyClick(&Grid(), Qt::Key_Delete);
+  Settle();
+  EXPECT_EQ(Model().rowCount(), 4);
+  EXPECT_EQ(Grid().currentIndex().row(), 2) << "the eye stays where the rows were";
+}
+
+TEST_F(TblWindowTest, ColumnsAreAddedHiddenAndRemovedByTheirHeads) {
+  Open_With(4);
+  EXPECT_FALSE(window->Action("mnuSpaltDelete")->isEnabled());
+  QTimer::singleShot(50, [] {
+    auto* dialog = QApplication::activeModalWidget();
+    ASSERT_TRUE(dialog);
+    dialog->findChild<QLineEdit*>(QStringLiteral("txtTitel"))->setText(QStringLiteral("Anzahl"));
+    dialog->findChild<QAbstractButton*>(QStringLiteral("optInteger"))->click();
+    dialog->findChild<QPushButton*>(QStringLiteral("comOK"))->click();
+  });
+  Choose(QStringLiteral("mnuSpaltAppend"));
+  ASSERT_EQ(Model().columnCount(), column::fixedCount + 1);
+  EXPECT_EQ(Model().Name_Of(column::fixedCount), QStringLiteral("Anzahl"));
+  EXPECT_EQ(Edit_Cell(Model().Key_Of(2), column::fixedCount, "17"), CellEdit::Written);
+  Settle();
+  EXPECT_EQ(Model().index(2, column::fixedCount).data().toString(), QStringLiteral("17"));
+  const auto head = [this](int section) {
+    QHeaderView* header = Grid().horizontalHeader();
+    Grid().scrollTo(Model().index(1, section));
+    QTest::mouseClick(header->viewport(), Qt::LeftButton, Qt::NoModifier,
+                      {header->sectionViewportPosition(section) + 8, header->height() / 2});
+    Settle();
+  };
+  Choose(QStringLiteral("mnuSpaltHide"));
+  head(column::Schrift);
+  EXPECT_TRUE(Grid().isColumnHidden(column::Schrift));
+  Child<QDialog>("FrmSpltHide")->close();
+  Settle();
+  Choose(QStringLiteral("mnuSpaltShow"));
+  EXPECT_FALSE(Grid().isColumnHidden(column::Schrift));
+
+  Choose(QStringLiteral("mnuSpaltDelete"));
+  auto* dialog = Child<QDialog>("FrmSpalteDel");
+  ASSERT_TRUE(dialog);
+  MessageScript messages;
+  messages.Expect("Bitte wählen Sie eine Spalte rechts");
+  dialog->findChild<QPushButton*>(QStringLiteral("comRemove"))->click();
+  messages.Expect("Typ:  Diese ausgewählte Spalte wird vom Programm benötigt.");
+  head(column::Typ);
+  head(column::fixedCount);
+  messages.Expect("Folgende Spalte wurde entfernt:");
+  dialog->findChild<QPushButton*>(QStringLiteral("comRemove"))->click();
+  Settle();
+  EXPECT_EQ(Model().columnCount(), column::fixedCount);
+  EXPECT_FALSE(window->Action("mnuSpaltDelete")->isEnabled());
+}
+
+TEST_F(TblWindowTest, NotePadsAreOpenedAndAskedBeforeTheProgramEnds) {
+  Open_With(1);
+  EXPECT_FALSE(window->Action("mnuTextSave")->isEnabled());
+  Choose(QStringLiteral("mnuTextNew"));
+  auto* text = Child<QWidget>("frmNotePad")->findChild<QPlainTextEdit*>();
+  ASSERT_TRUE(text);
+  EXPECT_TRUE(window->Action("mnuTextSave")->isEnabled());
+  text->insertPlainText(QStringLiteral("Fund"));
+  EXPECT_EQ(Child<QWidget>("frmNotePad")->windowTitle(), QStringLiteral("Notiz 1 *"));
+  MessageScript messages;
+  messages.Expect("wurde geändert.", MsgAnswer::Cancel);
+  EXPECT_FALSE(window->close());
+  EXPECT_TRUE(frmMDI.MapOpen);
+  FileDialogScript files;
+  files.Answer(Path("Fund.txt"));
+  Choose(QStringLiteral("mnuTextSave"));
+  EXPECT_TRUE(QFile::exists(Path("Fund.txt")));
+  // The same file again shows the same window.
+  Choose(QStringLiteral("mnuRecentFile"), 1);
+  EXPECT_EQ(window->findChildren<QWidget*>(QStringLiteral("frmNotePad")).size(), 1);
+  Choose(QStringLiteral("mnuMapClose"));
+  EXPECT_EQ(window->findChildren<QWidget*>(QStringLiteral("frmNotePad")).size(), 0);
+}
