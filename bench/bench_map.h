@@ -16,6 +16,7 @@
 #include "start/map_open.h"
 #include "start/mdi_state.h"
 #include "store/entry.h"
+#include "store/table_edit.h"
 #include "store/vertex_table.h"
 
 // Maps with many entries for the measurements.
@@ -79,6 +80,10 @@ class BenchMap {
     Map.ScaleWidth = frmMDI.InnerWidth = 1600;
     Map.ScaleHeight = frmMDI.InnerHeight = 1000;
     Open_Map(path);
+    Table_On_Off(QStringLiteral("Off"));  // the whole window is the map's
+    Map.ScaleWidth = 1600;
+    Map.ScaleHeight = 1000;
+    Layout_Map();
     Fill();
     Map_Redraw();
   }

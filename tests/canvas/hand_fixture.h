@@ -12,6 +12,7 @@
 #include "store/entry.h"
 #include "store/vertex_table.h"
 #include "support/fixture.h"
+#include "support/map_room.h"
 
 // An open map of 1600 x 1200 pixels in a window of 820 x 620, and the ways of a user's hand on it.
 class HandTest : public FluraxTest {
@@ -23,6 +24,7 @@ class HandTest : public FluraxTest {
     Map.ScaleHeight = frmMDI.InnerHeight = 620;
     Open_Map(Make_Map(QStringLiteral("Karte.bmp"), 1600, 1200));
     ASSERT_TRUE(frmMDI.MapOpen);
+    Give_Map_Room(820, 620);
   }
   void TearDown() override {
     Drop_Hand();

@@ -14,6 +14,7 @@
 #include "store/table_state.h"
 #include "store/vertex_table.h"
 #include "support/fixture.h"
+#include "support/map_room.h"
 
 namespace {
 
@@ -27,6 +28,7 @@ class Redraw : public FluraxTest {
     Map.ScaleHeight = frmMDI.InnerHeight = 620;
     Open_Map(Make_Map(QStringLiteral("Karte.bmp"), 1600, 1200));
     ASSERT_TRUE(frmMDI.MapOpen);
+    Give_Map_Room(820, 620);
   }
   static EntryRow Text_Row(int x, int y, const QString& text = QStringLiteral("Text"), int typ = 0) {
     EntryRow row;

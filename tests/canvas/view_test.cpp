@@ -10,6 +10,7 @@
 #include "start/mdi_state.h"
 #include "store/table_state.h"
 #include "support/fixture.h"
+#include "support/map_room.h"
 
 namespace {
 
@@ -25,6 +26,7 @@ class View : public FluraxTest {
     Map.ScaleHeight = frmMDI.InnerHeight = 620;
     Open_Map(Make_Map(QStringLiteral("Karte.bmp"), width, height));
     ASSERT_TRUE(frmMDI.MapOpen);
+    Give_Map_Room(820, 620);
   }
   const MapClipState& Clip() const { return Map.MapClip[static_cast<size_t>(Map.ClipLevel)]; }
 };
