@@ -156,6 +156,7 @@ const QHash<QString, Handler>& Tool_Handlers() {
     QHash<QString, Handler> all;
     all["Map"] = [](QMainWindow& window, int) { Map_Button(window); };
     all["Tbl"] = [](QMainWindow&, int) { Toggle_Table(); };
+    all["Daten"] = [](QMainWindow& window, int) { Popup_Menu(window, QStringLiteral("mnuDaten")); };
     all["SAV"] = [](QMainWindow&, int) { Save_Table(SaveStep::Save); };
     Add_Object_Tools(all);
     return all;

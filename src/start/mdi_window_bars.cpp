@@ -35,6 +35,7 @@ QString Tool_Icon(const QString& key) {
   static const QHash<QString, QString> names = {{"Map", "map"},
                                                 {"SAV", "save"},
                                                 {"Tbl", "table"},
+                                                {"Daten", "data"},
                                                 {"Bild", "picture"},
                                                 {"Text", "text"},
                                                 {"Symb", "symbol"},

@@ -14,7 +14,7 @@ std::vector<ToolRow> Norm_Rows() {
        built},
       {s, "SAV", "Sichern", "Karteneinträge sichern", "Sichern: die Karteneinträge in ihrer Tabelle sichern", built},
       {s, "Excel", "Excel", {}, {}},
-      {s, "Daten", "Daten", {}, {}},
+      {s, "Daten", "Daten", "Menü Daten öffnen", "Daten: Notizen und Auswertungen", built},
       {s, "Linie", "Linie", "Linie zeichnen", {}},
       {s, "Fl", "Fläche", "Fläche zeichnen", {}},
       {s, "Fd", "Digi", "Fläche digitalisieren", {}},
