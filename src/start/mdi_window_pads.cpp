@@ -49,6 +49,7 @@ void Show_NotePad(QMainWindow& window, const QString& path) {
   auto* pad = new FrmNotePad(slot, text);
   QMdiSubWindow* child = Area(window).addSubWindow(pad);
   child->setAttribute(Qt::WA_DeleteOnClose);
+  child->setWindowIcon(pad->windowIcon());
   for (QAction* action : child->systemMenu()->actions()) action->setShortcuts(QList<QKeySequence>());
   const QSize room = Area(window).viewport()->size();
   child->resize(QSize(480, 320).boundedTo(room));

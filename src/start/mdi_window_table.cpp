@@ -26,6 +26,7 @@ void MdiWindow::Build_Table_Window() {
   tblWindow = new TblWindow;
   tblChild = area->addSubWindow(tblWindow);
   tblChild->setAttribute(Qt::WA_DeleteOnClose, false);
+  tblChild->setWindowIcon(tblWindow->windowIcon());
   tblChild->hide();
   for (QAction* action : tblChild->systemMenu()->actions()) action->setShortcuts(QList<QKeySequence>());
   area->setOption(QMdiArea::DontMaximizeSubWindowOnActivation);
