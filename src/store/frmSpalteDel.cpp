@@ -10,6 +10,7 @@
 
 FrmSpalteDel::FrmSpalteDel(QWidget* parent) : QDialog(parent), ui(std::make_unique<Ui::FrmSpalteDel>()) {
   ui->setupUi(this);
+  setMinimumWidth(fontMetrics().horizontalAdvance(windowTitle()) + 160);  // room for the title beside its buttons
   Prepare_Column_Window(*this, QStringLiteral("Spalten.htm"));
   if (const TblWindow* table = Table_Of(parent)) connect(table, &TblWindow::ColumnClicked, this, &FrmSpalteDel::Choose);
   connect(ui->comRemove, &QPushButton::clicked, this, &FrmSpalteDel::Remove);
