@@ -5,6 +5,7 @@
 #include "canvas/hand_texts.h"
 #include "canvas/hit_test.h"
 #include "canvas/map_state.h"
+#include "canvas/map_tool.h"
 #include "canvas/marks.h"
 #include "canvas/redraw.h"
 #include "canvas/row_switches.h"
@@ -183,6 +184,7 @@ void Drop_Hand() {
   Map.Text2.Tag = QStringLiteral("Old");
   Map.InHand.clear();
   Map.GroupInHand.clear();
+  Drop_Map_Tool();
   Map.Tool.clear();
 }
 

@@ -11,6 +11,7 @@
 #include "canvas/activation.h"
 #include "canvas/drag.h"
 #include "canvas/map_state.h"
+#include "canvas/map_tool.h"
 #include "canvas/mouse.h"
 #include "canvas/view.h"
 #include "desktop/application.h"
@@ -80,6 +81,12 @@ void MapCanvas::paintEvent(QPaintEvent*) {
 }
 
 void MapCanvas::Paint_Outline(QPainter& painter) {
+  if (const MapTool* tool = Map_Tool_In_Use()) {
+    painter.setBrush(Qt::NoBrush);
+    const QPainterPath outline = tool->Outline();
+    for (const QPen& pen : {QPen(Qt::white, 1), QPen(Qt::black, 1, Qt::DashLine)}) painter.strokePath(outline, pen);
+    return;
+  }
   if (!dragState.Active() || dragState.outline.size() < 2) return;
   painter.setBrush(Qt::NoBrush);
   for (const QPen& pen : {QPen(Qt::white, 1), QPen(Qt::black, 1, Qt::DashLine)}) {
@@ -94,9 +101,13 @@ void MapCanvas::Paint_Outline(QPainter& painter) {
 // Only what the outline leaves and where it comes is painted anew.
 void MapCanvas::Show_Outline() {
   QRect now;
-  if (dragState.Active() && !dragState.outline.isEmpty())
-    now =
-        dragState.outline.boundingRect().toAlignedRect().adjusted(-outlineRoom, -outlineRoom, outlineRoom, outlineRoom);
+  const auto room = [](const QRectF& box) {
+    return box.toAlignedRect().adjusted(-outlineRoom, -outlineRoom, outlineRoom, outlineRoom);
+  };
+  if (const MapTool* tool = Map_Tool_In_Use(); tool && !tool->Outline().isEmpty())
+    now = room(tool->Outline().boundingRect());
+  else if (dragState.Active() && !dragState.outline.isEmpty())
+    now = room(dragState.outline.boundingRect());
   if (!outlined.isEmpty()) update(outlined);
   if (!now.isEmpty()) update(now);
   outlined = now;
@@ -141,7 +152,7 @@ void MapCanvas::mouseMoveEvent(QMouseEvent* event) {
     if (!leftDown && dragState.Active()) Cancel_Drag();
     Map_Mouse_Move(event->position().toPoint(), leftDown && !Picking());
   });
-  if (dragState.Active() || !outlined.isEmpty())
+  if (dragState.Active() || Map_Tool_In_Use() || !outlined.isEmpty())
     Sync_Controls();
   else
     Show_Pointer();

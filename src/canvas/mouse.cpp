@@ -11,6 +11,7 @@
 #include "canvas/hand_texts.h"
 #include "canvas/hit_test.h"
 #include "canvas/map_state.h"
+#include "canvas/map_tool.h"
 #include "canvas/marks.h"
 #include "canvas/redraw.h"
 #include "canvas/tool_state.h"
@@ -117,6 +118,7 @@ QString Hover_Key(int hit) {
 
 QString Hover_Text(int hit) {
   if (Map.LupeOn) return hand_texts::lupe;
+  if (const MapTool* tool = Map_Tool_In_Use()) return tool->Status();
   if (Map.Tool == QLatin1String("Text")) return hand_texts::placeText;
   if (Map.Tool == QLatin1String("Bild")) return hand_texts::placePicture;
   if (Duplicate_Waiting()) return hand_texts::placeDuplicate;
@@ -156,7 +158,7 @@ bool Show_Position(QPoint window) {
 
 void Hover(QPoint window) {
   bool changed = Show_Position(window);
-  const int hit = dragState.Active() ? 0 : Hit_Entry(window);
+  const int hit = dragState.Active() || Map_Tool_In_Use() ? 0 : Hit_Entry(window);
   const QString key = Hover_Key(hit);
   if (!dragState.Active() && key != shownKey) {
     shownKey = key;
@@ -173,6 +175,8 @@ bool Escape() {
     Cancel_Drag();
   } else if (Map.LupeOn) {
     Toggle_Lupe();
+  } else if (Map_Tool_In_Use()) {
+    Drop_Map_Tool();
   } else if (!Map.Tool.isEmpty()) {
     Choose_Tool({});
   } else if (Duplicate_Waiting() || Assign_Waiting()) {
@@ -227,7 +231,12 @@ void Map_Mouse_Down(QPoint window, MouseButton button, MouseKeys keys) {
   if (!frmMDI.MapOpen || !rsEntries || dragState.Active()) return;
   lastMouse = window;
   if (Map.LupeOn) return Lupe_Click(window, button);
-  if (button == MouseButton::Right) return Right_Click(window);
+  MapTool* tool = Map_Tool_In_Use();
+  if (button == MouseButton::Right) {
+    if (!tool || !tool->Right_Click(window)) Right_Click(window);
+    return;
+  }
+  if (tool) return tool->Down(window, keys);
   if (Tool_Click(window)) return;
   if (keys.control || keys.shift) return Mark_At(window);
   int handle = -1;
@@ -239,7 +248,9 @@ void Map_Mouse_Down(QPoint window, MouseButton button, MouseKeys keys) {
 void Map_Mouse_Move(QPoint window, bool leftDown) {
   if (!frmMDI.MapOpen || !rsEntries) return;
   lastMouse = window;
-  if (dragState.Active()) {
+  if (MapTool* tool = Map_Tool_In_Use(); tool && !Map.LupeOn) {
+    tool->Move(window, leftDown);
+  } else if (dragState.Active()) {
     if (leftDown) {
       Drag_To(window);
     } else {
@@ -250,6 +261,7 @@ void Map_Mouse_Move(QPoint window, bool leftDown) {
 }
 
 void Map_Mouse_Up(QPoint window, MouseButton button) {
+  if (MapTool* tool = Map_Tool_In_Use(); tool && button == MouseButton::Left && !Map.LupeOn) return tool->Up(window);
   if (button != MouseButton::Left || !dragState.Active()) return;
   lastMouse = window;
   const bool click = dragState.grip == Grip::Entry && !dragState.moved && dragState.start == window;
@@ -261,12 +273,15 @@ void Map_Mouse_Up(QPoint window, MouseButton button) {
 }
 
 void Map_Double_Click(QPoint window) {
-  if (!frmMDI.MapOpen || Map.LupeOn || Entry_In_Hand()) return;
+  if (!frmMDI.MapOpen || Map.LupeOn) return;
+  if (MapTool* tool = Map_Tool_In_Use()) return tool->Double_Click(window);
+  if (Entry_In_Hand()) return;
   Take_Entry_At(window);
 }
 
 bool Map_Key(int key, MouseKeys keys) {
   if (!frmMDI.MapOpen) return false;
+  if (MapTool* tool = Map_Tool_In_Use(); tool && !Map.LupeOn && tool->Key(key, keys)) return true;
   switch (key) {
     case Qt::Key_Escape:
       return Escape();

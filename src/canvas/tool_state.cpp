@@ -3,6 +3,7 @@
 #include "canvas/activation.h"
 #include "canvas/hand_texts.h"
 #include "canvas/map_state.h"
+#include "canvas/map_tool.h"
 #include "canvas/redraw.h"
 #include "start/events.h"
 #include "start/global_state.h"
@@ -44,8 +45,7 @@ void Dress_Norm() {
   });
   With_Button("Ein", [](ToolButton& button) { button.Tag = QStringLiteral("Ein"); });
   With_Button("Akt", [](ToolButton& button) { button.Tag = QStringLiteral("Nak"); });
-  for (const char* tool : {"Text", "Bild"})
-    With_Button(tool, [&](ToolButton& button) { button.Value = Map.Tool == QLatin1String(tool); });
+  Show_Chosen_Tool();
   Follow_Counts();
 }
 
@@ -123,6 +123,7 @@ void Set_Toolbar(int active, ToolMode mode) {
     if (active == 0) Map.LupeOn = false;  // its button is gone
     Dress_Norm();
   } else {
+    Drop_Map_Tool();
     Map.Tool.clear();
     for (ToolButton& button : Toolbar1.buttons) button.Enabled = true;
     Dress_Entry();
@@ -186,13 +187,19 @@ void Toggle_Lupe() {
 }
 
 void Choose_Tool(const QString& tool) {
+  const bool again = Map.Tool == tool;
+  Drop_Map_Tool();
   if (Entry_In_Hand() && !End_Entry()) return;
-  Map.Tool = Map.Tool == tool ? QString() : tool;
+  Map.Tool = again ? QString() : tool;
   InfoBar.Panel[0] = Map.Tool == QLatin1String("Text")   ? hand_texts::placeText
                      : Map.Tool == QLatin1String("Bild") ? hand_texts::placePicture
                                                          : QString();
-  for (const char* key : {"Text", "Bild"})
-    With_Button(key, [&](ToolButton& button) { button.Value = Map.Tool == QLatin1String(key); });
+  Show_Chosen_Tool();
   events.StateChanged.Emit();
   events.HandChanged.Emit();
+}
+
+void Show_Chosen_Tool() {
+  for (const char* key : {"Text", "Bild", "Symb", "Linie", "Fl", "Fd", "Fig", "Scale"})
+    With_Button(key, [&](ToolButton& button) { button.Value = Map.Tool == QLatin1String(key); });
 }

@@ -15,5 +15,6 @@ struct DialogHooks {
   std::function<void(const QString& page)> Help;                                    // a page of the help window
   std::function<void(const QString& bookmark, const QString& caption)> FontWindow;  // the font of an entry
   std::function<void()> ZoomWindow;                              // frmBildZoom
+  std::function<void()> ChooseCalibration;                       // frmDialog: several calibration files
 };
 extern DialogHooks dialogHooks;
