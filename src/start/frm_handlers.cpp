@@ -10,6 +10,7 @@
 #include "start/frmNotePad.h"
 #include "start/frm_dialogs.h"
 #include "start/frm_handlers_object.h"
+#include "start/frm_handlers_rooms.h"
 #include "start/global_state.h"
 #include "start/map_open.h"
 #include "start/mdi_state.h"
@@ -109,7 +110,7 @@ Handler On_NotePad(void (FrmNotePad::*work)()) {
   };
 }
 
-void Add_Text_Handlers(QHash<QString, Handler>& all) {
+void Add_Note_Handlers(QHash<QString, Handler>& all) {
   all["mnuTextNew"] = [](QMainWindow& window, int) { Show_NotePad(window, {}); };
   all["mnuTextOpen"] = [](QMainWindow& window, int) {
     const QString path = Choose_NotePad();
@@ -136,33 +137,46 @@ void Add_Help_Handlers(QHash<QString, Handler>& all) {
 
 }  // namespace
 
-const QHash<QString, Handler>& Menu_Handlers() {
-  static const QHash<QString, Handler> handlers = [] {
-    QHash<QString, Handler> all;
-    Add_Map_Handlers(all);
-    Add_View_Handlers(all);
-    Add_Table_Handlers(all);
-    Add_Column_Handlers(all);
-    Add_Text_Handlers(all);
-    Add_Object_Handlers(all);
-    Add_Help_Handlers(all);
+namespace {
+
+struct AllHandlers {
+  QHash<QString, Handler> menu, tools;
+};
+
+const AllHandlers& All_Handlers() {
+  static const AllHandlers handlers = [] {
+    AllHandlers all;
+    Add_Map_Handlers(all.menu);
+    Add_View_Handlers(all.menu);
+    Add_Table_Handlers(all.menu);
+    Add_Column_Handlers(all.menu);
+    Add_Note_Handlers(all.menu);
+    Add_Object_Handlers(all.menu);
+    Add_Help_Handlers(all.menu);
+    all.tools["Map"] = [](QMainWindow& window, int) { Map_Button(window); };
+    all.tools["Tbl"] = [](QMainWindow&, int) { Toggle_Table(); };
+    all.tools["Daten"] = [](QMainWindow& window, int) { Popup_Menu(window, QStringLiteral("mnuDaten")); };
+    all.tools["SAV"] = [](QMainWindow&, int) { Save_Table(SaveStep::Save); };
+    Add_Object_Tools(all.tools);
+    Add_Text_Handlers(all.menu, all.tools);
+    Add_Lines_Handlers(all.menu, all.tools);
+    Add_Figures_Handlers(all.menu, all.tools);
+    Add_Colors_Handlers(all.menu, all.tools);
+    Add_Scale_Handlers(all.menu, all.tools);
+    Add_Grid_Handlers(all.menu, all.tools);
+    Add_Import_Handlers(all.menu, all.tools);
+    Add_Query_Handlers(all.menu, all.tools);
+    Add_Raster_Handlers(all.menu, all.tools);
+    Add_Print_Handlers(all.menu, all.tools);
     return all;
   }();
   return handlers;
 }
 
-const QHash<QString, Handler>& Tool_Handlers() {
-  static const QHash<QString, Handler> handlers = [] {
-    QHash<QString, Handler> all;
-    all["Map"] = [](QMainWindow& window, int) { Map_Button(window); };
-    all["Tbl"] = [](QMainWindow&, int) { Toggle_Table(); };
-    all["Daten"] = [](QMainWindow& window, int) { Popup_Menu(window, QStringLiteral("mnuDaten")); };
-    all["SAV"] = [](QMainWindow&, int) { Save_Table(SaveStep::Save); };
-    Add_Object_Tools(all);
-    return all;
-  }();
-  return handlers;
-}
+}  // namespace
+
+const QHash<QString, Handler>& Menu_Handlers() { return All_Handlers().menu; }
+const QHash<QString, Handler>& Tool_Handlers() { return All_Handlers().tools; }
 
 void Open_Menu(QMainWindow& window, const QString& key) {
   for (QAction* action : window.menuBar()->actions())

@@ -37,7 +37,6 @@ QString MsgText;
 QStringList NotePads, NotePadState;
 int ActiveNotePad;
 
-int Grid;
 bool GridVisible;
 
 namespace {
@@ -57,7 +56,6 @@ void Reset_Measures() {
   MapUnit.clear();
   MapUnitPerPixel = 0;
   MapHasScale = false;
-  Grid = 0;
   GridVisible = false;
 }
 

@@ -64,5 +64,4 @@ extern QStringList NotePadState;
 extern int ActiveNotePad;  // -1 = none
 
 // Coordinates (filled by the coordinate subsystem) ------------------------------------------
-extern int Grid;  // 0 none, 18 geographic, 20 UTM, 22 Gauß-Krüger
-extern bool GridVisible;
+extern bool GridVisible;  // the net is shown; the state itself is coordinates/coordinate_state.h

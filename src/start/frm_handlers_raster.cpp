@@ -1,0 +1,6 @@
+#include "start/frm_handlers_rooms.h"
+
+// What the menu entries and tool buttons of plan squares do.
+
+void Add_Raster_Handlers([[maybe_unused]] QHash<QString, Handler>& menu,
+                         [[maybe_unused]] QHash<QString, Handler>& tools) {}
