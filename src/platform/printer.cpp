@@ -1,0 +1,91 @@
+#include "platform/printer.h"
+
+#include <QFile>
+#include <QPageLayout>
+#include <QPdfWriter>
+
+#include "platform/error.h"
+#include "platform/files.h"
+
+namespace {
+
+class PdfJob final : public PrintJob {
+ public:
+  PdfJob(const QString& target, const Paper& paper, const QString& title) : path(target), aside(target + ".neu") {
+    {
+      // The writer itself tells of a target that cannot be written only when painting begins.
+      QFile probe(aside);
+      if (!probe.open(QIODevice::WriteOnly)) Raise(errors::noPermission);
+    }
+    writer = std::make_unique<QPdfWriter>(aside);
+    writer->setTitle(title);
+    writer->setCreator(QStringLiteral("Flurax"));
+    writer->setResolution(paper.dpi);
+    const QPageSize size(QSizeF(paper.widthMm, paper.heightMm), QPageSize::Millimeter, {}, QPageSize::ExactMatch);
+    const QMarginsF border(paper.unprintableX, paper.unprintableY, paper.unprintableX, paper.unprintableY);
+    writer->setPageLayout(QPageLayout(size, QPageLayout::Portrait, border, QPageLayout::Millimeter));
+  }
+  ~PdfJob() override {
+    if (writer) PdfJob::KillDoc();
+  }
+  QPaintDevice& Device() override { return *writer; }
+  void NewPage() override {
+    if (!writer->newPage()) Raise(errors::printer);
+  }
+  void EndDoc() override {
+    writer.reset();
+    if (File_Exists(path)) Kill(path);
+    File_Rename(aside, path);
+  }
+  void KillDoc() override {
+    writer.reset();
+    Kill_Quietly(aside);
+  }
+
+ private:
+  QString path, aside;
+  std::unique_ptr<QPdfWriter> writer;
+};
+
+PrinterFace Without_Printer() {
+  PrinterFace face;
+  face.paper = [](int orientation) { return Paper_Of({}, orientation); };
+  face.setup = [](int orientation) { return std::optional(orientation); };
+  face.ask = [](const QString&, int pages, int) { return std::optional(PrintRange{1, pages}); };
+  face.begin = [](const QString& title, int orientation) {
+    return Make_Pdf_Job(ProgramFolder + QStringLiteral("/Karte.pdf"), Paper_Of({}, orientation), title);
+  };
+  return face;
+}
+
+PrinterFace& Face() {
+  static PrinterFace face = Without_Printer();
+  return face;
+}
+
+}  // namespace
+
+Paper Paper_Of(const QString& format, int orientation) {
+  Paper paper;
+  if (format.compare(QLatin1String("A3"), Qt::CaseInsensitive) == 0) {
+    paper.widthMm = 297;
+    paper.heightMm = 420;
+  }
+  if (orientation == landscape) std::swap(paper.widthMm, paper.heightMm);
+  return paper;
+}
+
+PrinterFace Set_Printer(PrinterFace face) {
+  PrinterFace complete = Without_Printer();
+  if (face.paper) complete.paper = std::move(face.paper);
+  if (face.setup) complete.setup = std::move(face.setup);
+  if (face.ask) complete.ask = std::move(face.ask);
+  if (face.begin) complete.begin = std::move(face.begin);
+  return std::exchange(Face(), std::move(complete));
+}
+
+const PrinterFace& The_Printer() { return Face(); }
+
+std::unique_ptr<PrintJob> Make_Pdf_Job(const QString& path, const Paper& paper, const QString& title) {
+  return std::make_unique<PdfJob>(path, paper, title);
+}
