@@ -2,6 +2,7 @@
 
 #include <QDir>
 
+#include "canvas/next_shape.h"
 #include "platform/files.h"
 #include "platform/progress.h"
 #include "platform/shell.h"
@@ -40,6 +41,7 @@ void FluraxTest::SetUp() {
   ASSERT_TRUE(folder.isValid()) << folder.errorString().toStdString();
   Reset_Services();
   Reset_Global_State();
+  NextShape = {};
   ProgramFolder = Path(QStringLiteral("Programm"));
   ASSERT_TRUE(QDir().mkpath(ProgramFolder + QLatin1String("/Beispiele")));
   Replace_File(ProgramFolder + QLatin1String("/MUSTER.MDB"), Template_Bytes());
