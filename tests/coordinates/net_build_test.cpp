@@ -1,0 +1,118 @@
+#include "coordinates/net_build.h"
+
+#include "support/errors.h"
+#include "support/fixture.h"
+
+namespace {
+
+// A map of 3000 x 2200 pixels whose kilometre net is turned a little.
+CoordinateState Turned_Utm() {
+  CoordinateState state;
+  state.Grid = gridUtm;
+  state.MapWidthPx = 3000;
+  state.MapHeightPx = 2200;
+  state.Xmap = 701;
+  state.Ymap = 1486;
+  state.GridR = 646000;
+  state.GridH = 5512000;
+  state.Gwidth = 1000;
+  state.Xline = 472.5472F;
+  state.Yline = 472.8572F;
+  state.Inclin = 0.02120933;
+  return state;
+}
+
+CoordinateState Small_Utm(int xmap, int ymap, float distance) {
+  CoordinateState state = Turned_Utm();
+  state.MapWidthPx = 300;
+  state.MapHeightPx = 200;
+  state.Xmap = xmap;
+  state.Ymap = ymap;
+  state.Xline = state.Yline = distance;
+  return state;
+}
+
+class MetricNet : public FluraxTest {};
+
+}  // namespace
+
+TEST_F(MetricNet, LinesRunFromEdgeToEdge) {
+  CoordinateState state = Turned_Utm();
+  Build_Metric_Net(state);
+  ASSERT_EQ(state.NetLLines.size(), 6U);
+  ASSERT_EQ(state.NetBLines.size(), 5U);
+  // Worked out by hand: 701 + 1486 t = 732.5 at the top, 701 - 715 t = 685.8 at the bottom.
+  const NetPt top{733, 0}, bottom{686, 2201};
+  EXPECT_EQ(state.NetLLines[1][0], top);
+  EXPECT_EQ(state.NetLLines[1][1], bottom);
+  EXPECT_EQ(state.NetLLines[0][0].X, 260);
+  EXPECT_EQ(state.NetLLines[5][1].X, 2576);
+  const NetPt left{0, 52}, right{3001, 116};
+  EXPECT_EQ(state.NetBLines[0][0], left);
+  EXPECT_EQ(state.NetBLines[0][1], right);
+  EXPECT_EQ(state.NetBLines[4][0].Y, 1944);
+  EXPECT_EQ(state.NetLLabels[0].Text, QStringLiteral("R 645 000"));
+  EXPECT_EQ(state.NetBLabels[0].Text, QStringLiteral("H5 515 000"));
+  EXPECT_EQ(state.NetBLabels[4].Text, QStringLiteral("H5 511 000"));
+  EXPECT_NEAR(state.NetB[1].Step, 3720.2, 0.1);
+  EXPECT_EQ(state.NetB[1].Count, 1);
+}
+
+TEST_F(MetricNet, LinesCutAtTheSidesEndThere) {
+  CoordinateState state = Small_Utm(30, 0, 100);
+  state.Inclin = -0.5;  // the line through the reference point leads to (130, 201)
+  Build_Metric_Net(state);
+  ASSERT_EQ(state.NetLLines.size(), 4U);
+  const NetPt left{0, 141}, right{301, 143};
+  EXPECT_EQ(state.NetLLines[0][0], left);
+  EXPECT_EQ(state.NetLLines[3][1], right);
+  EXPECT_NEAR(state.NetLLabels[0].Y, 140.7, 0.01);
+}
+
+TEST_F(MetricNet, FindsTheMapFromAReferencePointOutside) {
+  for (const int xmap : {-9950, 10250}) {
+    CoordinateState state = Small_Utm(xmap, 100, 100);
+    state.Inclin = 0;
+    Build_Metric_Net(state);
+    ASSERT_EQ(state.NetLLines.size(), 3U) << xmap;
+    EXPECT_EQ(state.NetLLines[0][0].X, 50);
+    EXPECT_FLOAT_EQ(state.NetLLabels[0].Deg, static_cast<float>(646000 + (50 - xmap) * 10));
+  }
+}
+
+TEST_F(MetricNet, TellsWhyThereAreNoLines) {
+  struct Case {
+    int xmap, ymap;
+    float distance;
+    int number;
+    size_t vertical, horizontal;
+  };
+  for (const Case& c :
+       {Case{-20000, 150, 100, 6000, 0, 2}, Case{20000, 150, 100, 6010, 0, 2}, Case{50, 20000, 100, 6020, 3, 0},
+        Case{-50, 100, 1000, 6000, 0, 1}, Case{50, 100, 0, 6010, 0, 0}, Case{50, 100, 0.5F, 5000, 500, 401},
+        Case{50, 100, 0.602F, 0, 499, 333}}) {
+    CoordinateState state = Small_Utm(c.xmap, c.ymap, c.distance);
+    state.Inclin = 0;
+    EXPECT_EQ(Error_Of([&] { Build_Metric_Net(state); }), c.number) << c.xmap << ' ' << c.ymap;
+    EXPECT_EQ(state.NetLLines.size(), c.vertical) << c.xmap << ' ' << c.distance;
+    EXPECT_EQ(state.NetBLines.size(), c.horizontal) << c.xmap << ' ' << c.distance;
+  }
+}
+
+TEST_F(MetricNet, LabelsNeedRoom) {
+  CoordinateState dense = Small_Utm(0, 0, 10);
+  dense.Inclin = 0;
+  Build_Metric_Net(dense);
+  size_t shown = 0;
+  for (const NetLabel& label : dense.NetLLabels) shown += !label.Text.isEmpty();
+  EXPECT_GE(shown, 2U);
+  EXPECT_LE(shown, 8U);  // a label is some 50 pixels wide
+  CoordinateState every = Small_Utm(0, 0, 80);
+  every.Inclin = 0;
+  every.NetLabelEvery = 2;
+  Build_Metric_Net(every);
+  ASSERT_EQ(every.NetLLabels.size(), 4U);
+  EXPECT_FALSE(every.NetLLabels[0].Text.isEmpty());
+  EXPECT_TRUE(every.NetLLabels[1].Text.isEmpty());
+  EXPECT_FALSE(every.NetLLabels[2].Text.isEmpty());
+}
