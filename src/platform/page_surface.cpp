@@ -8,15 +8,31 @@
 
 namespace {
 
-// The surface over a page. The modes that combine with what is there do not exist on paper: And, NotXor and Invert are
-// drawn as a plain copy, Nop draws nothing. A hatch is drawn as lines clipped to the shape.
+QPainter::CompositionMode Composition_Of(DrawMode mode) {
+  switch (mode) {
+    case DrawMode::Invert:
+      return QPainter::RasterOp_NotDestination;
+    case DrawMode::And:
+      return QPainter::RasterOp_SourceAndDestination;
+    case DrawMode::NotXor:
+      return QPainter::RasterOp_NotSourceXorDestination;
+    default:
+      return QPainter::CompositionMode_SourceOver;
+  }
+}
+
+// The surface over a page. A hatch is drawn as lines clipped to the shape.
 class PageSurface final : public FontedSurface {
  public:
-  PageSurface(QPaintDevice& page, double scale) {
-    if (!painter.begin(&page)) Raise(errors::printer);
-    painter.scale(scale, scale);
-    extent = QRectF(0, 0, page.width() / scale, page.height() / scale);
+  PageSurface(QPaintDevice& page, const PageView& view) : painter(own), modes(view.modes) {
+    if (!own.begin(&page)) Raise(errors::printer);
+    Set_Up(view);
   }
+  PageSurface(QPainter& page, const PageView& view) : painter(page), modes(view.modes) {
+    if (!painter.isActive()) Raise(errors::printer);
+    Set_Up(view);
+  }
+  ~PageSurface() override { painter.restore(); }
 
   QRectF Extent() const override { return extent; }
   bool IsPaper() const override { return true; }
@@ -29,10 +45,22 @@ class PageSurface final : public FontedSurface {
   }
   using Surface::PaintPicture;
   void PaintPicture(const QRectF& target, const QImage& picture, const QRectF& source) override {
-    if (!picture.isNull() && !target.isEmpty()) painter.drawImage(target, picture, source);
+    if (picture.isNull() || target.isEmpty() || modes == PageModes::CombiningOnly) return;
+    painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+    const QRectF whole = QRectF(source.toAlignedRect() & picture.rect());
+    if (whole == source) return painter.drawImage(target, picture, source);
+    // A page takes whole pixels only: the rest of those cut through lies behind a clip, so that sheets meet exactly.
+    if (whole.isEmpty()) return;
+    const double x = target.width() / source.width(), y = target.height() / source.height();
+    const QRectF larger(target.left() + (whole.left() - source.left()) * x,
+                        target.top() + (whole.top() - source.top()) * y, whole.width() * x, whole.height() * y);
+    painter.save();
+    painter.setClipRect(target, Qt::IntersectClip);
+    painter.drawImage(larger, picture, whole);
+    painter.restore();
   }
   void Line(QPointF from, QPointF to) override {
-    if (pen.mode == DrawMode::Nop) return;
+    if (!Begin()) return;
     painter.setPen(Pen());
     painter.drawLine(from, to);
   }
@@ -46,7 +74,9 @@ class PageSurface final : public FontedSurface {
     Draw(path, true, Qt::MiterJoin);
   }
   void FilledBox(const QRectF& box, QRgb color) override {
-    if (pen.mode != DrawMode::Nop) painter.fillRect(box.normalized(), QColor::fromRgb(color));
+    if (pen.mode == DrawMode::Nop || modes == PageModes::CombiningOnly) return;
+    painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+    painter.fillRect(box.normalized(), QColor::fromRgb(color));
   }
   void Ellipse(const QRectF& box) override {
     const double inset = pen.pen == PenStyle::None ? 0 : std::max(pen.DrawWidth, 0.0) / 2;
@@ -57,9 +87,15 @@ class PageSurface final : public FontedSurface {
     Draw(path, true, Qt::RoundJoin);
   }
   void Polyline(std::span<const QPointF> points) override {
-    if (points.size() < 2 || pen.mode == DrawMode::Nop) return;
-    painter.setPen(Pen());
-    painter.drawPolyline(points.data(), static_cast<int>(points.size()));
+    if (points.size() < 2 || !Begin()) return;
+    if (pen.mode == DrawMode::Copy) {
+      painter.setPen(Pen());
+      return painter.drawPolyline(points.data(), static_cast<int>(points.size()));
+    }
+    // As one stroke: pieces that meet or cross must not be combined twice.
+    QPainterPath path(points[0]);
+    for (size_t i = 1; i < points.size(); ++i) path.lineTo(points[i]);
+    painter.strokePath(path, Pen());
   }
   void Polygon(std::span<const QPointF> points) override {
     if (points.size() < 2) return;
@@ -83,12 +119,35 @@ class PageSurface final : public FontedSurface {
   void Draw(const QPainterPath& path, bool filled, Qt::PenJoinStyle join);
   void Hatch(const QPainterPath& path);
 
-  QPainter painter;
+  void Set_Up(const PageView& view) {
+    painter.save();
+    painter.resetTransform();
+    // A scan must not become blurred by a lossy encoding.
+    painter.setRenderHint(QPainter::LosslessImageRendering);
+    painter.translate(view.origin);
+    painter.scale(view.scaleX, view.scaleY);
+    const QPaintDevice& page = *painter.device();
+    extent = QRectF(-view.origin.x() / view.scaleX, -view.origin.y() / view.scaleY, page.width() / view.scaleX,
+                    page.height() / view.scaleY);
+  }
+  // Sets the painter's mode; false if nothing is to be drawn.
+  bool Begin() {
+    if (pen.mode == DrawMode::Nop) return false;
+    const bool copy = pen.mode == DrawMode::Copy;
+    if (copy ? modes == PageModes::CombiningOnly : modes == PageModes::CopyOnly) return false;
+    const bool combine = modes == PageModes::Combining || modes == PageModes::CombiningOnly;
+    painter.setCompositionMode(Composition_Of(combine ? pen.mode : DrawMode::Copy));
+    return true;
+  }
+
+  QPainter own;
+  QPainter& painter;
   QRectF extent;
+  PageModes modes;
 };
 
 void PageSurface::Draw(const QPainterPath& path, bool filled, Qt::PenJoinStyle join) {
-  if (pen.mode == DrawMode::Nop) return;
+  if (!Begin()) return;
   if (filled && pen.fill == FillStyle::Solid)
     painter.fillPath(path, QColor::fromRgb(pen.FillColor));
   else if (filled && pen.fill != FillStyle::None)
@@ -119,15 +178,25 @@ void PageSurface::Hatch(const QPainterPath& path) {
       lines << QLineF(less + box.top(), box.top(), less + box.bottom(), box.bottom());
   painter.save();
   painter.setClipPath(path, Qt::IntersectClip);
-  painter.setPen(QPen(QColor::fromRgb(pen.FillColor), 1, Qt::SolidLine, Qt::FlatCap));
-  painter.drawLines(lines);
+  const QPen thin(QColor::fromRgb(pen.FillColor), 1, Qt::SolidLine, Qt::FlatCap);
+  if (pen.mode == DrawMode::Copy) {
+    painter.setPen(thin);
+    painter.drawLines(lines);
+  } else {
+    QPainterPath all;
+    for (const QLineF& line : lines) {
+      all.moveTo(line.p1());
+      all.lineTo(line.p2());
+    }
+    painter.strokePath(all, thin);
+  }
   painter.restore();
 }
 
 // Each line is drawn to the width it has on the screen: the page lays out its fonts unhinted, a little wider or
 // narrower.
 void PageSurface::PrintRotated(QPointF at, const QString& text, double degrees) {
-  if (pen.mode == DrawMode::Nop) return;
+  if (!Begin()) return;
   painter.save();
   painter.setPen(QColor::fromRgb(pen.ForeColor));
   painter.setFont(face->font);
@@ -149,6 +218,10 @@ void PageSurface::PrintRotated(QPointF at, const QString& text, double degrees) 
 
 }  // namespace
 
-std::unique_ptr<Surface> Make_Page_Surface(QPaintDevice& page, double scale) {
-  return std::make_unique<PageSurface>(page, scale);
+std::unique_ptr<Surface> Make_Page_Surface(QPaintDevice& page, const PageView& view) {
+  return std::make_unique<PageSurface>(page, view);
+}
+
+std::unique_ptr<Surface> Make_Page_Surface(QPainter& page, const PageView& view) {
+  return std::make_unique<PageSurface>(page, view);
 }

@@ -2,6 +2,7 @@
 
 #include <QFile>
 #include <QPageLayout>
+#include <QPainter>
 #include <QPdfWriter>
 
 #include "platform/error.h"
@@ -24,27 +25,34 @@ class PdfJob final : public PrintJob {
     const QPageSize size(QSizeF(paper.widthMm, paper.heightMm), QPageSize::Millimeter, {}, QPageSize::ExactMatch);
     const QMarginsF border(paper.unprintableX, paper.unprintableY, paper.unprintableX, paper.unprintableY);
     writer->setPageLayout(QPageLayout(size, QPageLayout::Portrait, border, QPageLayout::Millimeter));
+    if (!painter.begin(writer.get())) Raise(errors::noPermission);
   }
   ~PdfJob() override {
     if (writer) PdfJob::KillDoc();
   }
-  QPaintDevice& Device() override { return *writer; }
+  QPainter& Painter() override { return painter; }
   void NewPage() override {
     if (!writer->newPage()) Raise(errors::printer);
   }
   void EndDoc() override {
-    writer.reset();
+    Close();
     if (File_Exists(path)) Kill(path);
     File_Rename(aside, path);
   }
   void KillDoc() override {
-    writer.reset();
+    Close();
     Kill_Quietly(aside);
   }
 
  private:
+  void Close() {
+    if (painter.isActive()) painter.end();
+    writer.reset();
+  }
+
   QString path, aside;
   std::unique_ptr<QPdfWriter> writer;
+  QPainter painter;
 };
 
 PrinterFace Without_Printer() {

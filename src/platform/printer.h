@@ -4,7 +4,7 @@
 #include <memory>
 #include <optional>
 
-class QPaintDevice;
+class QPainter;
 
 // The printer: its paper, the dialogs, and jobs. Without a printer jobs go into a PDF file.
 
@@ -21,13 +21,13 @@ struct Paper {
 // A4 or A3 (other names are A4) without a printer.
 Paper Paper_Of(const QString& format, int orientation);
 
-// A job that is being printed. Device() is painted on page by page: a painter on it has to be ended before NewPage. Its
-// origin is the upper left corner of the printable area, its pixels are `dpi` an inch. Error 482 where the printer
-// fails, 70 where a file cannot be written.
+// A job that is being printed. Its painter paints page by page and lives as long as the job: its origin is the upper
+// left corner of the printable area, its pixels are `dpi` an inch. Error 482 where the printer fails, 70 where a file
+// cannot be written.
 class PrintJob {
  public:
   virtual ~PrintJob() = default;
-  virtual QPaintDevice& Device() = 0;
+  virtual QPainter& Painter() = 0;
   virtual void NewPage() = 0;
   virtual void EndDoc() = 0;
   virtual void KillDoc() = 0;  // nothing is printed; a file is removed

@@ -12,7 +12,16 @@ class QPainter;
 
 // How pen and fill meet what is there: the raster operations of the stored drawing modes.
 enum class DrawMode { Invert = 6, And = 9, NotXor = 10, Nop = 11, Copy = 13 };
-enum class FillStyle { Solid = 0, None = 1, Horizontal = 2, Vertical = 3, Upward = 4, Downward = 5, Cross = 6, DiagonalCross = 7 };
+enum class FillStyle {
+  Solid = 0,
+  None = 1,
+  Horizontal = 2,
+  Vertical = 3,
+  Upward = 4,
+  Downward = 5,
+  Cross = 6,
+  DiagonalCross = 7
+};
 // Pens with gaps exist at width 1 only; a wider one is solid.
 enum class PenStyle { Solid = 0, Dash = 1, Dot = 2, DashDot = 3, DashDotDot = 4, None = 5 };
 
@@ -43,18 +52,20 @@ class Surface {
   virtual ~Surface() = default;
   PenState pen;
 
-  virtual QRectF Extent() const = 0;   // the drawable area
-  virtual bool IsPaper() const = 0;    // vector output: fractions count
+  virtual QRectF Extent() const = 0;  // the drawable area
+  virtual bool IsPaper() const = 0;   // vector output: fractions count
   virtual void Cls(QRgb color) = 0;
   virtual void SetClip(const QRectF& area) = 0;  // an empty rectangle lifts it
 
   // Picture part `source` (picture pixels) onto `target`. Nearest pixel when enlarged.
   virtual void PaintPicture(const QRectF& target, const QImage& picture, const QRectF& source) = 0;
-  void PaintPicture(const QRectF& target, const QImage& picture) { PaintPicture(target, picture, QRectF(picture.rect())); }
+  void PaintPicture(const QRectF& target, const QImage& picture) {
+    PaintPicture(target, picture, QRectF(picture.rect()));
+  }
 
   // Lines leave out their last pixel. A box has width x height pixels all in all: its pen lies on the rim inside, the
-  // fill (pen.fill, FillColor) within. FilledBox is width x height pixels of one colour. The same holds for the box of an
-  // ellipse; along lines, polygons and curves a wide pen runs with its middle. Hatch lines are 8 pixels apart, in
+  // fill (pen.fill, FillColor) within. FilledBox is width x height pixels of one colour. The same holds for the box of
+  // an ellipse; along lines, polygons and curves a wide pen runs with its middle. Hatch lines are 8 pixels apart, in
   // FillColor, fast on the surface; the gaps show what is below.
   virtual void Line(QPointF from, QPointF to) = 0;
   virtual void Box(const QRectF& box) = 0;
@@ -68,7 +79,7 @@ class Surface {
   // False if the family is not installed: "Arial" is taken instead.
   virtual bool SetFont(const FontKey& font) = 0;
   virtual const FontKey& Font() const = 0;
-  virtual int TextWidth(const QString& text) = 0;  // widest line
+  virtual int TextWidth(const QString& text) = 0;   // widest line
   virtual int TextHeight(const QString& text) = 0;  // lines x height of a line
   // One or several lines (CR, LF, CR LF) in ForeColor, upper left corner at `at`.
   virtual void Print(QPointF at, const QString& text) = 0;
@@ -76,12 +87,35 @@ class Surface {
   virtual void PrintRotated(QPointF at, const QString& text, double degrees) = 0;
 };
 
-// A surface over an image (Format_RGB32) or a page (QPdfWriter, QPrinter). The device must outlive it. One painter is
-// kept from construction to destruction; the image may be read and copied at any time meanwhile, but written only by
-// the surface. On a page, `scale` device pixels make one surface pixel; the modes that combine with what is there do
-// not exist: And, NotXor and Invert are drawn as Copy. Error 482 if the page cannot be drawn on.
+// A surface over an image (Format_RGB32) or a page (QPdfWriter, QPrinter, or an image that stands for one). The device
+// must outlive it. One painter is kept from construction to destruction; the image may be read and copied at any time
+// meanwhile, but written only by the surface. Error 482 if the page cannot be drawn on.
 std::unique_ptr<Surface> Make_Surface(QImage& image);
-std::unique_ptr<Surface> Make_Page_Surface(QPaintDevice& page, double scale);
+
+// What becomes of the modes that combine with what is there (And, NotXor, Invert): a printed page does not know them.
+enum class PageModes {
+  AsCopy,         // drawn as Copy
+  CopyOnly,       // left out
+  Combining,      // drawn; on an image only
+  CombiningOnly,  // drawn, and all that is Copy is left out; on an image only
+};
+struct PageView {
+  double scaleX = 1, scaleY = 1;  // device pixels a surface pixel
+  QPointF origin;                 // device pixel of the surface's origin
+  PageModes modes = PageModes::AsCopy;
+};
+std::unique_ptr<Surface> Make_Page_Surface(QPaintDevice& page, const PageView& view);
+// With a painter that lives longer: a document of several pages ends with its painter. Left as it was found.
+std::unique_ptr<Surface> Make_Page_Surface(QPainter& page, const PageView& view);
+inline std::unique_ptr<Surface> Make_Page_Surface(QPaintDevice& page, double scale) {
+  return Make_Page_Surface(page, PageView{scale, scale, {}, PageModes::AsCopy});
+}
+// Draws nothing: tells what part of the surface was touched in a combining mode since the last question.
+class ProbeSurface : public Surface {
+ public:
+  virtual QRectF Take_Combined() = 0;
+};
+std::unique_ptr<ProbeSurface> Make_Probe_Surface(const QRectF& extent);
 
 // A white or coloured image fit for drawing (RGB32, 96 dpi).
 QImage Make_Canvas(int width, int height, QRgb color = qRgb(255, 255, 255));
