@@ -63,7 +63,7 @@ void EntryPainter::Draw_Row(Recordset& rows) {
   greyed = row.type.hidden && !northArrow;
   if (greyed) {
     ++counts.hidden;
-    if (!frmMDI.showHidden) return;
+    if (!frmMDI.showHidden || surface.IsPaper()) return;
   }
   context.key = rows.Key();
   context.inactive = row.id.startsWith(QLatin1Char('-'));
@@ -131,7 +131,8 @@ void EntryPainter::Draw_Polygon_Row(Recordset& rows, Row& row) {
 
 bool EntryPainter::Set_Row_Font(const FontSpec& font, double size) {
   key.family = font.family.isEmpty() ? QStringLiteral("Arial") : font.family;
-  key.points = size > smallestOwnSize ? size / context.view.Zoom : standardSize;
+  const double scale = context.fontScale > 0 ? context.fontScale : 1 / context.view.Zoom;
+  key.points = size > smallestOwnSize ? size * scale : standardSize;
   key.bold = font.bold;
   key.italic = font.italic;
   key.underline = font.underline;

@@ -6,8 +6,6 @@
 #include "canvas/activation.h"
 #include "canvas/entry_painter.h"
 #include "canvas/map_state.h"
-#include "coordinates/coordinate_state.h"
-#include "coordinates/net_draw.h"
 #include "platform/message_box.h"
 #include "start/events.h"
 #include "start/global_state.h"
@@ -112,10 +110,6 @@ DrawCounts Draw_Entries(DrawContext& context) {
   return painter.Counts();
 }
 
-void Draw_Grid(DrawContext& context) {
-  if (GridVisible && (Coord.Geographic() || Coord.Metric())) Draw_Net(context, Coord);
-}
-
 void Map_Redraw() {
   if (!frmMDI.MapOpen || !rsEntries || Map.MapClip[0].image.isNull() || passRunning) return;
   passRunning = true;
@@ -142,7 +136,6 @@ void Map_Redraw() {
     Map.DrawAbort = false;
     Show_Counts(Draw_Entries(context));
     aborted = Map.DrawAbort;
-    if (!aborted) Draw_Grid(context);
     Map.DrawAbort = false;
     surface->SetClip({});
     Fill_Corner(*surface);
@@ -165,7 +158,6 @@ QImage Map_Picture_With_Entries() {
   DrawContext context{*surface, {}, whole};
   Draw_Background(context);
   Draw_Entries(context);
-  Draw_Grid(context);
   return picture;
 }
 

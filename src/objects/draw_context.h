@@ -45,6 +45,7 @@ struct DrawContext {
   RegionSet* regions = nullptr;  // hit list to fill; null on paper
   qint64 key = 0;                // row key of the entry being drawn
   bool inactive = false;         // the entry can be seen but not hit
+  double fontScale = 0;          // surface points per stored point; 0: texts grow and shrink with the map
 
   // Adds a hit region of the entry, if there is a hit list and the entry is active.
   void Add_Region(RegionShape shape, int kind = 0) const {

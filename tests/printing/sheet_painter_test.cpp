@@ -1,0 +1,243 @@
+#include "printing/sheet_painter.h"
+
+#include <QImage>
+#include <QPainter>
+#include <QProcess>
+
+#include "canvas/map_state.h"
+#include "canvas/redraw.h"
+#include "platform/surface.h"
+#include "printing/print_map.h"
+#include "start/events.h"
+#include "start/map_open.h"
+#include "start/mdi_state.h"
+#include "store/entry.h"
+#include "store/vertex_table.h"
+#include "support/fixture.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr double mmPerPixel = 25.4 / 96;  // of a map at factor 1
+
+// A map of 1600 x 1200 pixels (423 x 317 mm) printed on A4 with a factor of 0.8: two sheets across, one down.
+class SheetPainter : public FluraxTest {
+ protected:
+  void SetUp() override {
+    FluraxTest::SetUp();
+    Connect_Canvas();
+    Open_Map(Make_Map(u"Karte.bmp"_s, 1600, 1200));
+    ASSERT_TRUE(frmMDI.MapOpen);
+    paper = Paper_Of(u"A4"_s, landscape);
+    settings = {.factor = 0.8, .fontFactor = 1.5, .left = 10, .right = 3, .top = 7, .orientation = landscape};
+    Plan();
+  }
+  void Plan() {
+    geometry = Print_Geometry(settings, paper, Map_To_Print());
+    ASSERT_TRUE(geometry.valid);
+    sheets = Sheet_Walk(geometry);
+  }
+  static void Figure(QRect box, int color, const QString& fill = u"F 1"_s, int typ = 20) {
+    EntryRow row;
+    row.ID = u"Figur1"_s;
+    row.Schrift = fill;
+    row.HG = color;
+    row.RA = -100;
+    row.Xmap = box.x();
+    row.Ymap = box.y();
+    row.Xline = box.width();
+    row.Yline = box.height();
+    row.Typ = typ;
+    Append_Entry(row);
+  }
+  static void Text(const QString& text, int x, int y, int typ = 0) {
+    EntryRow row;
+    row.ID = u"Text"_s;
+    row.Eintrag = text;
+    row.Schrift = u"Arial"_s;
+    row.Groesse = 12;
+    row.HG = 15;
+    row.RA = -100;
+    row.Xmap = x;
+    row.Ymap = y;
+    row.Typ = typ;
+    Append_Entry(row);
+  }
+  QImage Page(int dpi) const {
+    QImage page(qRound(paper.PrintableWidth() * dpi / 25.4), qRound(paper.PrintableHeight() * dpi / 25.4),
+                QImage::Format_RGB32);
+    page.fill(Qt::white);
+    return page;
+  }
+  QImage Drawn(size_t sheet, int dpi) const {
+    QImage page = Page(dpi);
+    QPainter painter(&page);
+    Draw_Sheet(painter, dpi, geometry, sheets[sheet], {.fontFactor = settings.fontFactor});
+    return page;
+  }
+  // Colour of the page at a place of the map (pixels), shifted by paper mm.
+  QRgb At(const QImage& page, size_t sheet, int dpi, QPointF map, QPointF mm = {}) const {
+    const double x = map.x() * geometry.MapPixelMm - sheets[sheet].PageDrawX + geometry.marginLeft + mm.x();
+    const double y = map.y() * geometry.MapPixelMmY - sheets[sheet].PageDrawY + geometry.marginTop + mm.y();
+    return page.pixel(static_cast<int>(x * dpi / 25.4), static_cast<int>(y * dpi / 25.4)) | 0xff000000;
+  }
+
+  Paper paper;
+  PrintSettings settings;
+  PrintGeometry geometry;
+  std::vector<Sheet> sheets;
+};
+
+TEST_F(SheetPainter, EntriesLieWhereTheMillimetresSayAtEveryResolution) {
+  Figure({100, 100, 200, 150}, 12);
+  Figure({1400, 950, 50, 50}, 9);
+  ASSERT_EQ(sheets.size(), 4U);
+  for (const int dpi : {150, 300, 600, 1200}) {
+    const QImage first = Drawn(0, dpi);
+    const double near = 0.3;  // mm: a pixel of 150 dpi and the rim
+    for (const auto& [corner, inward] : {std::pair<QPointF, QPointF>{{100, 100}, {near, near}},
+                                         {{300, 100}, {-near, near}},
+                                         {{100, 250}, {near, -near}},
+                                         {{300, 250}, {-near, -near}}}) {
+      EXPECT_EQ(At(first, 0, dpi, corner, inward), QBColor(12)) << dpi << " at " << corner.x() << "," << corner.y();
+      EXPECT_EQ(At(first, 0, dpi, corner, -inward), QBColor(15)) << dpi << " at " << corner.x() << "," << corner.y();
+    }
+    const QImage last = Drawn(3, dpi);
+    EXPECT_EQ(At(last, 3, dpi, {1401.5, 951.5}), QBColor(9));
+    EXPECT_EQ(At(last, 3, dpi, {1398, 975}), QBColor(15));
+  }
+}
+
+TEST_F(SheetPainter, AnEntryAcrossTwoSheetsIsCutWhereTheyMeet) {
+  const int seam = qRound(sheets[1].PageOffX / mmPerPixel);
+  Figure({seam - 100, 100, 200, 100}, 12);
+  const int dpi = 300;
+  const QImage left = Drawn(0, dpi), right = Drawn(1, dpi);
+  EXPECT_EQ(At(left, 0, dpi, {seam - 1.5, 150}), QBColor(12));
+  EXPECT_EQ(At(left, 0, dpi, {seam + 3.0, 150}), QBColor(15)) << "beyond the room for the map";
+  EXPECT_EQ(At(right, 1, dpi, {seam + 1.5, 150}), QBColor(12));
+  EXPECT_EQ(At(right, 1, dpi, {seam - 3.0, 150}), QBColor(15));
+}
+
+TEST_F(SheetPainter, TransparentFillsLookAsOnTheScreen) {
+  Figure({100, 100, 300, 200}, 14);            // yellow
+  Text(u"Unter der Fläche"_s, 150, 150);       // below the transparent ones
+  Figure({200, 150, 300, 200}, 11, u"F-1"_s);  // not-xor with cyan
+  EntryRow area;
+  area.ID = u"Flaeche1"_s;
+  area.Typ = 4;
+  area.HG = 13;
+  area.Yline = -1;  // and with magenta
+  area.Xline = 1;
+  area.RA = -100;
+  area.Groesse = -8;
+  Write_Vertices(u"Flaeche1"_s, {{50, 50}, {350, 50}, {350, 260}, {50, 260}});
+  Append_Entry(area);
+  Figure({310, 160, 30, 20}, 10);  // green above all
+  const QImage screen = Map_Picture_With_Entries();
+  const int dpi = 300;
+  const QImage page = Drawn(0, dpi);
+  for (const QPoint at : {QPoint(70, 70), QPoint(120, 120), QPoint(320, 240), QPoint(380, 280), QPoint(450, 300),
+                          QPoint(320, 170), QPoint(380, 120), QPoint(600, 500)})
+    EXPECT_EQ(At(page, 0, dpi, QPointF(at) + QPointF(0.5, 0.5)), screen.pixel(at) | 0xff000000)
+        << at.x() << "," << at.y();
+  // The same through the picture of the sheet.
+  QImage image = Page(dpi);
+  Draw_Sheet_Image(image, dpi, QRectF(0, 0, paper.PrintableWidth(), paper.PrintableHeight()), geometry, sheets[0], {});
+  for (const QPoint at : {QPoint(70, 70), QPoint(320, 240), QPoint(450, 300)})
+    EXPECT_EQ(At(image, 0, dpi, QPointF(at) + QPointF(0.5, 0.5)), screen.pixel(at) | 0xff000000);
+}
+
+TEST_F(SheetPainter, HiddenRowsAndMarksStayOffThePaper) {
+  Figure({100, 100, 100, 100}, 12, u"F 1"_s, -20);
+  Figure({400, 100, 100, 100}, 12, u"F 1"_s, 120);
+  frmMDI.showHidden = true;
+  const QImage page = Drawn(0, 150);
+  EXPECT_EQ(At(page, 0, 150, {150, 150}), QBColor(15));
+  EXPECT_EQ(At(page, 0, 150, {450, 150}), QBColor(12));
+  EXPECT_EQ(At(page, 0, 150, {398.5, 150}, {-0.1, 0}), QBColor(15)) << "a mark";
+}
+
+// A PDF of the two upper sheets, asked by the tools of a reader.
+TEST_F(SheetPainter, ThePdfHoldsTheTextAndTrueMillimetres) {
+  Figure({100, 100, 200, 150}, 12);
+  Figure({200, 150, 300, 200}, 11, u"F-1"_s);
+  Text(u"Sumpfdotterblume"_s, 400, 400);
+  Text(u"Wollgras"_s, 1300, 100);
+  const QString path = Path(u"Blatt.pdf"_s);
+  PrintOrder order{.settings = settings, .paper = paper, .map = Map_To_Print(), .range = {1, 2}};
+  int steps = 0;
+  const PrintHooks hooks{[&] { return Make_Pdf_Job(path, paper, u"Karte"_s); },
+                         [&](int, const QString&) { return ++steps > 0; }};
+  ASSERT_EQ(Print_Map(order, hooks), PrintEnd::Done);
+  EXPECT_GE(steps, 2);
+  const auto run = [&](const QString& tool, const QStringList& arguments) {
+    QProcess process;
+    process.start(tool, arguments);
+    EXPECT_TRUE(process.waitForFinished()) << tool << " is missing";
+    return QString::fromUtf8(process.readAllStandardOutput());
+  };
+  const QString first = run(u"pdftotext"_s, {u"-l"_s, u"1"_s, path, u"-"_s});
+  EXPECT_TRUE(first.contains(u"Sumpfdotterblume")) << first;
+  EXPECT_FALSE(first.contains(u"Wollgras")) << "text of another sheet";
+  EXPECT_TRUE(run(u"pdftotext"_s, {u"-f"_s, u"2"_s, path, u"-"_s}).contains(u"Wollgras"));
+  EXPECT_TRUE(run(u"pdfinfo"_s, {path}).contains(u"Pages:           2"));
+  run(u"pdftoppm"_s, {u"-r"_s, u"150"_s, u"-png"_s, u"-l"_s, u"1"_s, path, Path(u"Seite"_s)});
+  QImage page(Path(u"Seite-1.png"_s));
+  ASSERT_FALSE(page.isNull());
+  // Now from the corner of the sheet, border included.
+  const auto at = [&](QPointF map, QPointF mm) {
+    const double x = map.x() * geometry.MapPixelMm + geometry.marginLeft + paper.unprintableX + mm.x();
+    const double y = map.y() * geometry.MapPixelMmY + geometry.marginTop + paper.unprintableY + mm.y();
+    return page.pixel(qRound(x * 150 / 25.4), qRound(y * 150 / 25.4)) | 0xff000000;
+  };
+  EXPECT_EQ(at({100, 100}, {0.4, 0.4}), QBColor(12));
+  EXPECT_EQ(at({100, 100}, {-0.4, -0.4}), QBColor(15));
+  EXPECT_EQ(at({250, 200}, {}), Map_Picture_With_Entries().pixel(250, 200) | 0xff000000) << "the transparent fill";
+}
+
+TEST_F(SheetPainter, AStoppedOrFailingJobLeavesNothing) {
+  Figure({100, 100, 200, 150}, 12);
+  const QString path = Path(u"Blatt.pdf"_s);
+  PrintOrder order{.settings = settings, .paper = paper, .map = Map_To_Print(), .range = {1, 4}};
+  MessageScript box;
+  box.Expect(u"wird abgebrochen"_s);
+  EXPECT_EQ(Print_Map(order, {[&] { return Make_Pdf_Job(path, paper, {}); },
+                              [](int sheet, const QString&) { return sheet < 2; }}),
+            PrintEnd::Cancelled);
+  EXPECT_TRUE(Find_Files(folder.path(), u"*.pdf*"_s).isEmpty());
+  // A printer that fails at every sharpness: five tries, then the box.
+  class Failing : public PrintJob {
+   public:
+    QPainter& Painter() override { Raise(errors::printer); }
+    void NewPage() override {}
+    void EndDoc() override {}
+    void KillDoc() override {}
+  };
+  int tries = 0;
+  QStringList notes;
+  order.path = PrintPath::Bitmap;
+  const PrintHooks failing{[&] { return ++tries, std::make_unique<Failing>(); },
+                           [&](int, const QString& note) { return notes << note, true; }};
+  box.Expect(u"Karte zu groß"_s);
+  EXPECT_EQ(Print_Map(order, failing), PrintEnd::Failed);
+  EXPECT_EQ(tries, 5);
+  EXPECT_TRUE(notes.last().endsWith(u"1,0")) << notes.last();
+  order.settings.left = order.settings.right = 200;
+  box.Expect(u"keinen Platz"_s);
+  EXPECT_EQ(Print_Map(order, failing), PrintEnd::Failed);
+}
+
+TEST_F(SheetPainter, SettingsComeBackFromTheTable) {
+  settings.factor = 1.25;
+  settings.right = 3;
+  settings.bottom = 4;
+  ASSERT_TRUE(Save_Print_Settings(settings));
+  EXPECT_EQ(Read_Print_Settings(), settings);
+  Take_Print_Settings(settings, paper);
+  EXPECT_FLOAT_EQ(PrintFactor, 1.25F);
+  EXPECT_NEAR(MapPixelMm, 1.25 * mmPerPixel, 1e-6);
+}
+
+}  // namespace
