@@ -15,6 +15,7 @@ inline const QString textTooLong = QStringLiteral("Der Text darf höchstens 253 
 inline const QString pause =
     QStringLiteral(" Die Taste 'Pause / Unterbrechen' wurde gedrückt\n Soll das Programm beendet werden ?");
 inline const QString footPoint = QStringLiteral("Fußpunkt verschieben: Linke Maustaste drücken und bewegen.");
+inline const QString footMove = QStringLiteral("Bezugspunkt verschieben: linke Maustaste drücken und bewegen");
 inline const QString size = QStringLiteral("Größe ändern: Linke Maustaste drücken und bewegen.");
 inline const QString lupe =
     QStringLiteral("Lupe: Klicken vergrößert die Karte. Rechte Maustaste: Zoom-Faktor. Esc: Lupe aus.");
@@ -23,6 +24,10 @@ inline const QString placePicture =
     QStringLiteral("Bild: Klicken Sie auf die Stelle der Karte, an der es stehen soll.");
 inline const QString placeDuplicate =
     QStringLiteral("Duplikat: Klicken Sie auf die Stelle der Karte, an der es stehen soll.");
+inline const QString measure =
+    QStringLiteral("Maßstab: Ziehen Sie eine waagerechte oder senkrechte Messlinie von bekannter Länge.");
+inline const QString placeScale =
+    QStringLiteral("Maßstab: Klicken Sie auf die Stelle der Karte, an der er stehen soll.");
 inline const QString chooseTarget = QStringLiteral("Zuordnen: Klicken Sie auf die Fläche oder Linie.");
 inline const QString fromCorner = QStringLiteral(" Abstand vom linken oberen Karteneck ");
 }  // namespace hand_texts

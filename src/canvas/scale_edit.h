@@ -1,0 +1,51 @@
+#pragma once
+#include <QPoint>
+#include <QString>
+#include <QStringList>
+#include <functional>
+#include <optional>
+
+#include "store/entry.h"
+
+// Making and changing the scale bar of the map.
+
+enum class ScaleUnit { Millimeter, Zentimeter, Meter, Kilometer };
+const QStringList& Scale_Units();  // the words, in this order
+
+struct ScaleInput {
+  double ScaleValue = 0;  // what the measured length is in nature, in the unit
+  ScaleUnit unit = ScaleUnit::Kilometer;
+  int ScaleLenPx = 0;  // map pixels
+  bool vertical = false;
+  QPoint at;  // upper left end of the bar, map pixels
+};
+
+// A typed number, with comma or point. None if it is no number.
+std::optional<double> Scale_Number(const QString& typed);
+// What is wrong with number or length, for a message; empty if nothing is.
+QString Scale_Fault(const ScaleInput& input);
+EntryRow Make_Scale_Row(const ScaleInput& input);
+// The scale bar of the open table.
+std::optional<ScaleInput> Scale_Of_Map();
+// Replaces an earlier scale bar, and takes the scale as that of the map. A fault is told, and nothing is changed.
+bool Add_Scale_Row(const ScaleInput& input);
+// Millimetres of the scan in map pixels and back; 0 where the map's size is not known.
+int Scale_Pixels(double mm, bool vertical);
+double Scale_Mm(int pixels, bool vertical);
+// "Maßstab = 1 : " with the number, or "?" while there is none; in a second line the print factor if it is not 1.
+QString Show_Scale_Text(const ScaleInput& input);
+QString Show_Scale_Text();  // of the map's own scale
+
+// The measuring line: lies or stands, by its longer direction.
+struct MeasuringLine {
+  QPoint from, to;  // map pixels
+  QString Tag;      // "H" or "V" while there is one
+  int Length() const;
+  QPoint Upper_Left() const;
+};
+// The tool "Scale": every press on the map begins a new line, which is shown until the tool goes. `drawn` hears of each
+// change, `dropped` when the tool goes unasked.
+void Measure_Scale(std::function<void(const MeasuringLine&)> drawn, std::function<void()> dropped);
+// The same tool waits for one click and tells where it was, in map pixels.
+void Place_Scale(std::function<void(QPoint map)> placed, std::function<void()> dropped);
+bool Scale_Tool_In_Use();
