@@ -78,6 +78,7 @@ struct MapState {
   int ReferenceWidth = 1;            // pen width of reference lines, pixels
   double ReferenceCircle = 4;        // radius of the foot point circle, pixels
   double ReferenceArrow = 6;         // width of the arrow head, pixels
+  int ReferenceEnd = 1;              // end mark of the next foot point: 1 plain, 2 arrow, 3 circle
   bool RemoveReferenceOnly = false;  // Delete_Entry only takes the reference line away
 
   LiveControl Text2, imgBild, imgRfLine, lblShape, lblPLQ;

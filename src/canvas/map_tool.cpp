@@ -13,7 +13,7 @@ std::unique_ptr<MapTool> inUse;
 std::unique_ptr<MapTool> gone;
 
 void Show_Change() {
-  InfoBar.Panel[0] = inUse ? inUse->Status() : QString();
+  InfoBar.Panel[0] = inUse ? inUse->Status() : Entry_Status_Text();
   Show_Chosen_Tool();
   events.StateChanged.Emit();
   events.HandChanged.Emit();
@@ -28,7 +28,7 @@ void Take_Away() {
 
 bool Use_Map_Tool(std::unique_ptr<MapTool> tool) {
   Drop_Map_Tool();
-  if (Entry_In_Hand() && !End_Entry()) return false;
+  if (Entry_In_Hand() && !(tool->Keeps_Hand() ? Store_Pending_Text() : End_Entry())) return false;
   inUse = std::move(tool);
   Map.Tool = inUse->Name();
   Show_Change();

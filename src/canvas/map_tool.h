@@ -16,6 +16,8 @@ class MapTool {
   virtual QString Name() const = 0;
   // What the status panel says meanwhile.
   virtual QString Status() const { return {}; }
+  // True: it works on the entry in hand, which stays there.
+  virtual bool Keeps_Hand() const { return false; }
   virtual void Down(QPoint window, MouseKeys keys) = 0;
   virtual void Move(QPoint window, bool leftDown) {
     Q_UNUSED(window)
@@ -41,7 +43,8 @@ class MapTool {
   virtual void Dropped() {}
 };
 
-// The tool takes the mouse. An entry in hand is ended first; false, and no tool, if its text could not be stored.
+// The tool takes the mouse. An entry in hand is ended first, unless the tool works on it; false, and no tool, if its
+// text could not be stored.
 bool Use_Map_Tool(std::unique_ptr<MapTool> tool);
 // Done: the tool goes without Dropped. It may call this itself from any of its calls.
 void End_Map_Tool();

@@ -123,8 +123,11 @@ void Set_Toolbar(int active, ToolMode mode) {
     if (active == 0) Map.LupeOn = false;  // its button is gone
     Dress_Norm();
   } else {
-    Drop_Map_Tool();
-    Map.Tool.clear();
+    const MapTool* tool = Map_Tool_In_Use();
+    if (!tool || !tool->Keeps_Hand()) {
+      Drop_Map_Tool();
+      Map.Tool.clear();
+    }
     for (ToolButton& button : Toolbar1.buttons) button.Enabled = true;
     Dress_Entry();
   }
@@ -200,6 +203,6 @@ void Choose_Tool(const QString& tool) {
 }
 
 void Show_Chosen_Tool() {
-  for (const char* key : {"Text", "Bild", "Symb", "Linie", "Fl", "Fd", "Fig", "Scale"})
+  for (const char* key : {"Text", "Bild", "Symb", "Linie", "Fl", "Fd", "Fig", "Scale", "Rfline"})
     With_Button(key, [&](ToolButton& button) { button.Value = Map.Tool == QLatin1String(key); });
 }
