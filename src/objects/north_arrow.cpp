@@ -5,6 +5,7 @@
 #include <cstdlib>
 
 #include "canvas/map_state.h"
+#include "coordinates/coordinate_state.h"
 #include "platform/database.h"
 #include "start/events.h"
 #include "start/global_state.h"
@@ -52,7 +53,7 @@ void Delete_North_Arrows() {
 
 }  // namespace
 
-EntryRow Make_North_Arrow(QPoint foot, int curVG, int curHG) {
+EntryRow Make_North_Arrow(QPoint foot, int curVG, int curHG, double slope) {
   EntryRow row;
   row.ID = QStringLiteral("Np");
   row.Eintrag = QStringLiteral("Nordpfeil");
@@ -60,9 +61,12 @@ EntryRow Make_North_Arrow(QPoint foot, int curVG, int curHG) {
   row.Groesse = -8;
   row.VG = curVG == 15 ? 8 : curVG;
   row.HG = curHG == row.VG ? 15 - row.VG : curHG;
-  row.Xmap = row.Xline = foot.x();
+  row.Xmap = foot.x();
   row.Ymap = foot.y();
-  row.Yline = foot.y() - northArrowLength;
+  // Up the net's Hochwert lines: `slope` pixels to the right for each one upward.
+  const double up = northArrowLength / std::hypot(1, slope);
+  row.Xline = foot.x() + static_cast<int>(std::lround(up * slope));
+  row.Yline = foot.y() - static_cast<int>(std::lround(up));
   row.Typ = -static_cast<int>(EntryKind::NorthArrow);
   return row;
 }
@@ -73,7 +77,7 @@ void Add_North_Arrow(QPoint foot) {
   dbEntries->BeginTrans();
   try {
     Delete_North_Arrows();
-    Append_Entry(Make_North_Arrow(foot, CurVG, CurHG));
+    Append_Entry(Make_North_Arrow(foot, CurVG, CurHG, Coord.Metric() ? Coord.Inclin : 0));
     dbEntries->CommitTrans();
   } catch (...) {
     dbEntries->Rollback();

@@ -8,9 +8,10 @@
 inline constexpr int northArrowLength = 60;  // map pixels
 
 // The row of a north arrow with its foot there, its tip 60 map pixels above (map pixels), for the next entry's colours.
-EntryRow Make_North_Arrow(QPoint foot, int curVG, int curHG);
-// Deletes earlier north arrows of the open table and adds a new one, with CurVG and CurHG. The current row stays where
-// it was, if it still stands. Asks for a redraw.
+// `slope` is that of a metric net against the map (tangent): the tip points along the net.
+EntryRow Make_North_Arrow(QPoint foot, int curVG, int curHG, double slope = 0);
+// Deletes earlier north arrows of the open table and adds a new one, with CurVG and CurHG, turned with a metric net.
+// The current row stays where it was, if it still stands. Asks for a redraw.
 void Add_North_Arrow(QPoint foot);
 // The same in the upper right of the visible part of the map.
 void Add_North_Arrow();

@@ -1,5 +1,6 @@
 #include "objects/north_arrow.h"
 
+#include "coordinates/coordinate_state.h"
 #include "objects/drawing.h"
 #include "start/events.h"
 #include "support/fixture.h"
@@ -68,6 +69,27 @@ TEST_F(NorthArrowTest, SecondOneReplacesTheFirstAndNothingElse) {
   Add_North_Arrow(QPoint(10, 90));  // the current row is the one that goes
   EXPECT_EQ(Rows().size(), 4U);
   EXPECT_EQ(Rows()[3].Xmap, 10);
+}
+
+TEST_F(NorthArrowTest, PointsAlongAMetricNet) {
+  const CoordinateState former = Coord;
+  struct Case {
+    int grid;
+    double slope;
+    QPoint tip;
+  };
+  // The tip is where Rechtswert stays the same: (dx, dy) with dy * slope + dx = 0.
+  for (const Case& c : {Case{gridUtm, 0.75, {136, 152}},
+                        {gridGaussKrueger, -0.75, {64, 152}},
+                        {gridUtm, 0.0001, {100, 140}},
+                        {gridGeographic, 0.75, {100, 140}},
+                        {gridNone, 0.75, {100, 140}}}) {
+    Coord.Grid = c.grid;
+    Coord.Inclin = c.slope;
+    Add_North_Arrow(QPoint(100, 200));
+    EXPECT_EQ(QPoint(Rows().back().Xline, Rows().back().Yline), c.tip) << c.grid << ' ' << c.slope;
+  }
+  Coord = former;
 }
 
 TEST(NorthArrowDrawing, PointsFromFootToTip) {
