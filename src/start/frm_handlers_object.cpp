@@ -89,14 +89,6 @@ void Paste(QMainWindow& window) {
   }
 }
 
-void Remove_Foot_Point() {
-  Map.RemoveReferenceOnly = true;
-  Delete_Entry();
-  Map.RemoveReferenceOnly = false;
-  Map_Redraw();
-  if (Entry_In_Hand()) Activate_Entry();
-}
-
 void Delete_In_Hand() { Map_Key(Qt::Key_Delete, {}); }
 
 Handler Plain(void (*work)()) {
@@ -157,7 +149,6 @@ void Add_Object_Handlers(QHash<QString, Handler>& all) {
   all["mnuObjBack"] = [](QMainWindow&, int) { Order_Entry(-1); };
   all["mnuKanten"] = Plain(Round_Corners);
   all["mnuPicSize"] = [](QMainWindow& window, int) { Show_dlgBMP(&window); };
-  all["mnuFootDel"] = Plain(Remove_Foot_Point);
   all["mnuObjVisNo"] = Plain(Hide_Current);
   for (const char* key : {"mnuObjVisJa", "mnuObjVisNein"})
     all[key] = [key](QMainWindow&, int) {

@@ -53,6 +53,7 @@ QString Tool_Icon(const QString& key) {
                                                 {"Schrift", "font"},
                                                 {"Rahmen", "frame"},
                                                 {"Rfline", "footpoint"},
+                                                {"Scale", "scale"},
                                                 {"Mark", "mark"},
                                                 {"Curve", "curve"},
                                                 {"FlBez", "label"},
@@ -69,7 +70,8 @@ QString Tool_Icon(const QString& key) {
 }
 
 constexpr int panelWidth = 220;
-const QStringList rightButtonKeys = {QStringLiteral("vor"), QStringLiteral("back"), QStringLiteral("Lupe")};
+const QStringList rightButtonKeys = {QStringLiteral("vor"), QStringLiteral("back"), QStringLiteral("Lupe"),
+                                     QStringLiteral("Rfline")};
 
 QList<QKeySequence> Shortcuts(const QString& text) {
   QList<QKeySequence> keys;

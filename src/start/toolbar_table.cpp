@@ -24,7 +24,8 @@ std::vector<ToolRow> Norm_Rows() {
       {s, "Text", "Text", "Text schreiben", "Text: danach auf die Stelle der Karte klicken, an der er stehen soll",
        built},
       {s, "Symb", "Symbol", "Symbol einfügen", {}},
-      {s, "Scale", "Skala", "Maßstab einfügen", {}},
+      {s, "Scale", "Skala", "Maßstab einfügen",
+       "Skala: eine Linie von bekannter Länge ziehen und den Maßstab auf die Karte setzen", built},
       {s, "Ein", "Ein", "unsichtbare Karteneinträge", "Ein: alle unsichtbaren Karteneinträge wieder zeigen", built},
       {s, "Akt", "Aktiv", "inaktive Objekte aktivieren", "Aktiv: alle inaktiven Objekte wieder anklickbar machen",
        built},
@@ -49,7 +50,8 @@ std::vector<ToolRow> Box_Rows() {
   std::vector<ToolRow> rows;
   const auto frame = [&rows](const QString& s, const QString& what) {
     rows.push_back({s, "Rahmen", "Rahmen", what + " einrahmen", {}});
-    rows.push_back({s, "Rfline", "Fußpkt", "Fußpunkt: Bezugslinie für " + what, {}});
+    rows.push_back({s, "Rfline", "Fußpkt", "Fußpunkt: Bezugslinie für " + what,
+                    "Fußpkt: Fußpunkt setzen oder entfernen; rechte Maustaste: Art der Bezugslinie", built});
     rows.push_back({s, "Mark", "Mark", what + " markieren",
                     "Mark: den Eintrag markieren oder die Markierung zurücknehmen", built});
   };

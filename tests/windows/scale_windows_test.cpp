@@ -1,0 +1,139 @@
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSpinBox>
+
+#include "canvas/activation.h"
+#include "canvas/frmMass.h"
+#include "canvas/mouse.h"
+#include "store/entry.h"
+#include "windows/dialog_parts.h"
+#include "windows/window_fixture.h"
+
+namespace {
+
+class ScaleWindowsTest : public WindowTest {
+ protected:
+  void SetUp() override {
+    WindowTest::SetUp();
+    Open(600, 400);
+  }
+  FrmMass* Mass() const { return window->findChild<FrmMass*>(); }
+  void Press_Tool(const char* key) {
+    auto* button = window->findChild<QAction*>(QString::fromLatin1(key));
+    ASSERT_NE(button, nullptr) << key;
+    button->trigger();
+    Settle();
+  }
+  static void Drag(QPoint from, QPoint to) {
+    Map_Mouse_Down(from, MouseButton::Left, {});
+    Map_Mouse_Move(to, true);
+    Map_Mouse_Up(to, MouseButton::Left);
+  }
+  static EntryRow Last_Row() {
+    const KeepCurrentRow keep;
+    rsEntries->MoveLast();
+    return Read_Entry(*rsEntries);
+  }
+};
+
+}  // namespace
+
+TEST_F(ScaleWindowsTest, LineIsDrawnAndTheBarStandsAtItsBeginning) {
+  Choose(QStringLiteral("mnuInsMass"));
+  ASSERT_NE(Mass(), nullptr);
+  EXPECT_TRUE(Part<QPushButton>(*Mass(), "btnLinie")->isChecked());
+  Drag({100, 300}, {104, 100});
+  EXPECT_EQ(Part<QLineEdit>(*Mass(), "txtLaenge")->text(), QStringLiteral("200"));
+  EXPECT_EQ(Part<QLabel>(*Mass(), "pic")->property("Tag").toString(), QStringLiteral("V"));
+  EXPECT_EQ(Part<QLabel>(*Mass(), "lblMass")->text(), QStringLiteral("Maßstab = 1 : ?"));
+  MessageScript messages;
+  for (const char* bad : {"", "0", "-1", "viel"}) {
+    messages.Expect(QStringLiteral("Maßstab - Fehler"));
+    Part<QLineEdit>(*Mass(), "txtZahl")->setText(QLatin1String(bad));
+    Press(*Mass(), "cmdOK");
+    ASSERT_TRUE(Mass()->isVisible());
+  }
+  Part<QLineEdit>(*Mass(), "txtZahl")->setText(QStringLiteral("2.5"));
+  Part<QComboBox>(*Mass(), "cmbEinheit")->setCurrentText(QStringLiteral("Meter"));
+  Press(*Mass(), "cmdOK");
+  const EntryRow row = Last_Row();
+  EXPECT_EQ(std::tuple(row.Schrift, row.Eintrag, row.HG), std::tuple(QStringLiteral("2,5"), QStringLiteral(" m"), 1));
+  EXPECT_EQ(QRect(row.Xmap, row.Ymap, row.Xline, row.Yline), QRect(100, 100, 300, 108));
+  EXPECT_DOUBLE_EQ(MapUnitPerPixel, 0.0125);
+  EXPECT_TRUE(Map.Tool.isEmpty());
+  Settle();
+  // Opened again it shows what is there; closing asks for what was changed.
+  Choose(QStringLiteral("mnuMass"));
+  EXPECT_EQ(Part<QLineEdit>(*Mass(), "txtZahl")->text(), QStringLiteral("2,5"));
+  EXPECT_TRUE(Part<QRadioButton>(*Mass(), "optV")->isChecked());
+  QTest::keyClicks(Part<QLineEdit>(*Mass(), "txtZahl"), QStringLiteral("5"));
+  messages.Expect(QStringLiteral("Maßstab sichern?"), MsgAnswer::Cancel);
+  Mass()->reject();
+  ASSERT_TRUE(Mass()->isVisible());
+  messages.Expect(QStringLiteral("Maßstab sichern?"), MsgAnswer::Yes);
+  Mass()->reject();
+  EXPECT_EQ(Last_Row().Schrift, QStringLiteral("5"));
+  EXPECT_EQ(Last_Row().Xmap, 100);
+}
+
+TEST_F(ScaleWindowsTest, TypedLengthWaitsForAClick) {
+  MapWidthMm = 1200;  // 2 mm a pixel
+  Press_Tool("Scale");
+  ASSERT_NE(Mass(), nullptr);
+  Part<QComboBox>(*Mass(), "cmbArt")->setCurrentText(QStringLiteral("Millimeter"));
+  QTest::keyClicks(Part<QLineEdit>(*Mass(), "txtLaenge"), QStringLiteral("100,4"));
+  Part<QLineEdit>(*Mass(), "txtZahl")->setText(QStringLiteral("1"));
+  Press(*Mass(), "cmdOK");
+  ASSERT_TRUE(Mass()->isVisible());
+  EXPECT_EQ(Map.Tool, QStringLiteral("Scale"));
+  Map_Mouse_Down({40, 60}, MouseButton::Left, {});
+  Map_Mouse_Up({40, 60}, MouseButton::Left);
+  const EntryRow row = Last_Row();
+  EXPECT_EQ(QRect(row.Xmap, row.Ymap, row.Xline, row.HG), QRect(40, 60, 90, 0));
+  Settle();
+  EXPECT_EQ(Mass(), nullptr);
+  // Without a map there is no window, and nothing is asked.
+  Choose(QStringLiteral("mnuInsMass"));
+  Drag({10, 10}, {60, 10});
+  Choose(QStringLiteral("mnuMapClose"));
+  EXPECT_EQ(Mass(), nullptr);
+}
+
+TEST_F(ScaleWindowsTest, ReferenceStyleIsSeenAtOnceAndTakenBack) {
+  EntryRow text;
+  text.ID = text.Eintrag = QStringLiteral("Text");
+  text.Schrift = QStringLiteral("Arial");
+  text.Groesse = 12;
+  text.Xmap = text.Ymap = 50;
+  text.Xline = text.Yline = 200;
+  Append_Entry(text);
+  Map_Redraw();
+  rsEntries->MoveLast();
+  const QString bookmark = rsEntries->Bookmark();
+  ASSERT_TRUE(Take_Entry(bookmark));
+  const auto ink = [] {
+    int count = 0;
+    for (int y = 100; y < 220; ++y)
+      for (int x = 100; x < 220; ++x) count += (Map.canvas.pixel(x, y) & 0xFFFFFF) != 0xFFFFFF;
+    return count;
+  };
+  const int thin = ink();
+  for (const bool keep : {false, true}) {
+    When_Shown([&](QWidget& dialog) {
+      Press(dialog, "btnArrow");
+      Part<QSpinBox>(dialog, "numBreite")->setValue(4);
+      Part<QSpinBox>(dialog, "numPfeil")->setValue(30);
+      EXPECT_GT(ink(), 2 * thin);
+      EXPECT_EQ(Last_Row().Typ, 2);
+      Press(dialog, keep ? "cmdOK" : "cmdCancel");
+    });
+    Choose(QStringLiteral("mnuRfline"));
+    EXPECT_EQ(Last_Row().Typ, keep ? 2 : 1);
+    EXPECT_EQ(Map.ReferenceWidth, keep ? 4 : 1);
+    EXPECT_EQ(Map.ReferenceArrow, keep ? 30 : 6);
+    EXPECT_EQ(ink() > 2 * thin, keep);
+  }
+}
