@@ -144,6 +144,7 @@ QImage Draw_Map(double factor) {
     DrawContext context{*surface, {.Zoom = 1 / factor}, QRectF(QPointF(), size)};
     Draw_Background(context);
     Draw_Entries(context);
+    Draw_Grid(context);
   }
   return picture;
 }

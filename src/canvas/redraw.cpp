@@ -6,6 +6,8 @@
 #include "canvas/activation.h"
 #include "canvas/entry_painter.h"
 #include "canvas/map_state.h"
+#include "coordinates/coordinate_state.h"
+#include "coordinates/net_draw.h"
 #include "platform/message_box.h"
 #include "start/events.h"
 #include "start/global_state.h"
@@ -110,6 +112,10 @@ DrawCounts Draw_Entries(DrawContext& context) {
   return painter.Counts();
 }
 
+void Draw_Grid(DrawContext& context) {
+  if (GridVisible && (Coord.Geographic() || Coord.Metric())) Draw_Net(context, Coord);
+}
+
 void Map_Redraw() {
   if (!frmMDI.MapOpen || !rsEntries || Map.MapClip[0].image.isNull() || passRunning) return;
   passRunning = true;
@@ -136,6 +142,7 @@ void Map_Redraw() {
     Map.DrawAbort = false;
     Show_Counts(Draw_Entries(context));
     aborted = Map.DrawAbort;
+    if (!aborted) Draw_Grid(context);
     Map.DrawAbort = false;
     surface->SetClip({});
     Fill_Corner(*surface);
@@ -158,6 +165,7 @@ QImage Map_Picture_With_Entries() {
   DrawContext context{*surface, {}, whole};
   Draw_Background(context);
   Draw_Entries(context);
+  Draw_Grid(context);
   return picture;
 }
 

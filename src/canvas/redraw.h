@@ -16,6 +16,8 @@ inline void Free_Regions() { Delete_Regions(); }
 // has one. `background` paints the scan first.
 DrawCounts Draw_Entries(DrawContext& context);
 void Draw_Background(DrawContext& context);
+// The coordinate net, if the map has one that is shown. It lies above the entries.
+void Draw_Grid(DrawContext& context);
 // The whole map with its entries at 100 % as a picture.
 QImage Map_Picture_With_Entries();
 // Frame word and colours of the current row into the Ent... variables.

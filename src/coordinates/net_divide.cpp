@@ -123,7 +123,8 @@ NetPt Rounded(QPointF point) { return {To_Int16(point.x()), To_Int16(point.y())}
 
 // Points outside become gaps; next to the map they move to where the line crosses its edge.
 BuiltLine Cut_To_Map(const std::vector<QPointF>& curve, QSizeF size) {
-  const QRectF map(QPointF(0, 0), size);
+  constexpr double slack = 1e-3;  // a line on the very edge is on the map
+  const QRectF map = QRectF(QPointF(0, 0), size).adjusted(-slack, -slack, slack, slack);
   BuiltLine line;
   line.points.assign(curve.size(), NetPt{netGap, netGap});
   for (size_t k = 1; k < curve.size(); ++k) {
@@ -203,9 +204,7 @@ QString Line_Label(const CoordinateState& state, bool parallels, double degree) 
   } else if (state.format == DegreeFormat::Dec) {
     text = Number_Label(value, Decimals_Of(state.NetDivText)) + u'\u00B0' + minus + letter;
   } else {
-    // A trifle more than the value: 45'59,9999" is 46'.
-    constexpr double trifle = 2e-9;
-    const QString number = QString::number(value + trifle, 'f', 10);
+    const QString number = QString::number(value, 'f', 10);
     text = GMS_Short(Dec_To_GMS((parallels ? u'y' : u'x') + number)) + minus + letter;
   }
   return text.left(labelLength);

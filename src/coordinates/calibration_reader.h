@@ -1,0 +1,61 @@
+#pragma once
+#include <QString>
+#include <functional>
+
+#include "coordinates/coordinate_state.h"
+
+// Inside of the reader of calibration files: one line after the other goes through the tests of
+// calibration_file.cpp; lines that belong to one kind of net are taken apart in calibration_metric.cpp and
+// calibration_geographic.cpp.
+
+// The user stopped after a fault.
+struct ReadingStopped {};
+
+// What BParm and LParm say of all curves of a family.
+struct CurveParameters {
+  std::int16_t Kind = 0, Count = 0;
+  float Step = 0;
+};
+
+class CalibrationReader {
+ public:
+  explicit CalibrationReader(CoordinateState& target) : state(target) {}
+
+  // Reads a field or carries out a check. A fault is shown: OK goes on behind it, Cancel throws ReadingStopped.
+  void Try(const std::function<void()>& field) const;
+
+  CoordinateState& state;
+  CurveParameters parallels, meridians;
+  bool formatMissed = false;  // the first "R" line did not tell the format of degrees
+};
+
+namespace calibration {
+
+inline constexpr int noFormat = 5010, wrongLayout = 5020, wrongLine = 5030, badMetricNet = 6000;
+
+[[noreturn]] void Raise_Bad_Call();   // a mark that a field needs is missing
+[[noreturn]] void Raise_Bad_Index();  // no such line or point
+
+QString Value_Text(const QString& line);  // behind the first "=", trimmed
+// Numbers: what cannot be a number is 0; beyond the range error 6.
+int Whole(const QString& text);
+std::int16_t Short(const QString& text);
+float Single(const QString& text);
+// Numbers of reference points: what is no number is error 13.
+int Strict_Whole(const QString& text);
+// Between two marks, the second one behind the first. Error 5 without them.
+QString Between(const QString& text, const QString& from, const QString& to);
+// Behind a mark. Error 5 without it.
+QString Behind(const QString& text, const QString& mark);
+int Digit(QChar c, int largest);  // 0..largest; errors 13, 9
+
+void Read_Metric_Grid(CalibrationReader& reader, const QString& line, bool utm);
+void Read_Metric_Line(CalibrationReader& reader, const QString& line);
+void Close_Metric(CalibrationReader& reader);
+QString Metric_Fault_Text(const CoordinateState& state);
+
+void Read_Geographic_Grid(CalibrationReader& reader, const QString& line);
+void Read_Geographic_Line(CalibrationReader& reader, const QString& line);
+void Close_Geographic(CalibrationReader& reader);
+
+}  // namespace calibration
