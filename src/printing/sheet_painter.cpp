@@ -9,6 +9,7 @@
 
 #include "canvas/entry_painter.h"
 #include "canvas/redraw.h"
+#include "coordinates/net_print.h"
 #include "start/global_state.h"
 #include "store/entry.h"
 
@@ -211,6 +212,17 @@ Patches Make_Patches(const PrintGeometry& geometry, const Sheet& sheet, const Sh
   return patches;
 }
 
+// Lines over the entries, labels in the margins round them.
+void Draw_Sheet_Net(DrawContext context, const PrintGeometry& g, const Sheet& sheet) {
+  if (!GridVisible || Coord.Grid == gridNone) return;
+  const double stretch = Stretch(g);
+  context.surface.SetClip({});
+  const QRectF printed = Sheet_Context(context.surface, g, sheet, context.fontScale).window;
+  Print_Net(context, Coord, printed,
+            {g.marginLeft * unitsPerMm, g.marginTop * unitsPerMm / stretch, g.marginRight * unitsPerMm,
+             g.marginBottom * unitsPerMm / stretch});
+}
+
 }  // namespace
 
 DrawContext Sheet_Context(Surface& surface, const PrintGeometry& g, const Sheet& sheet, double fontFactor) {
@@ -237,17 +249,18 @@ void Draw_Sheet(QPainter& page, int dpi, const PrintGeometry& geometry, const Sh
   DrawContext context = Sheet_Context(*surface, geometry, sheet, look.fontFactor);
   surface->SetClip(context.window);
   if (look.background) Draw_Background(context);
-  if (!look.entries) return;
   EntryPainter painter(context);
-  For_Each_Entry(
-      look,
-      [&](qint64 key) {
-        if (const auto found = patches.constFind(key); found != patches.constEnd())
-          for (const Patch& patch : *found) surface->PaintPicture(patch.target, patch.picture);
-        painter.Draw_Row(*rsEntries);
-        return true;
-      },
-      true);
+  if (look.entries)
+    For_Each_Entry(
+        look,
+        [&](qint64 key) {
+          if (const auto found = patches.constFind(key); found != patches.constEnd())
+            for (const Patch& patch : *found) surface->PaintPicture(patch.target, patch.picture);
+          painter.Draw_Row(*rsEntries);
+          return true;
+        },
+        true);
+  if (look.net) Draw_Sheet_Net(context, geometry, sheet);
 }
 
 void Draw_Sheet_Image(QImage& image, double dpi, const QRectF& area, const PrintGeometry& geometry, const Sheet& sheet,
