@@ -208,6 +208,7 @@ void EntryPainter::Draw_Picture_Row(const Recordset& rows, const Row& row) {
     surface.pen = {};
     surface.pen.ForeColor = row.colors.RA;
     surface.pen.DrawWidth = row.frame.width;
+    surface.pen.pen = Frame_Pattern(row.frame);
     const double out = row.frame.width;
     surface.Box(box.adjusted(-out, -out, out, out));
   }

@@ -31,3 +31,11 @@ int FrameWord::ToNumber() const {
   if (framed) return number;
   return number == 0 ? -100 : -number;
 }
+
+namespace {
+int Signed_Frame(int size, bool framed) { return framed ? size : size == 0 ? -100 : -size; }
+}  // namespace
+
+int Frame_With_Color(int stored, int color) { return Signed_Frame(std::abs(stored) / 100 * 100 + color, stored >= 0); }
+
+int Frame_Switched(int stored, bool on) { return Signed_Frame(std::abs(stored), on); }

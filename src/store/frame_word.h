@@ -5,11 +5,15 @@ struct FrameWord {
   bool framed = true;
   bool notXor = false;
   int pattern = 1;
-  int width = 1;   // 1..8 pixels
-  int color = 0;   // 0..15
+  int width = 1;  // 1..8 pixels
+  int color = 0;  // 0..15
 
   static FrameWord Parse(int stored);
   // RA = 0 cannot be negated: a frame switched off there is stored as -100.
   int ToNumber() const;
   bool operator==(const FrameWord&) const = default;
 };
+
+// Changes of a stored number that leave the rest of it as it stands.
+int Frame_With_Color(int stored, int color);  // 0..15; shown or not stays
+int Frame_Switched(int stored, bool on);
