@@ -57,6 +57,9 @@ void Set_Dialog_Hooks(QWidget* mainWindow) {
     dialog.exec();
   };
   dialogHooks.Help = [parent](const QString& page) { Show_Help(parent, page); };
+  dialogHooks.ColorWindow = [parent] { Show_frmFarb(parent); };
+  dialogHooks.FillWindow = [parent] { Show_frmFill(parent); };
+  dialogHooks.WidthWindow = [parent] { Show_frmDrawBreite(parent); };
   dialogHooks.ZoomWindow = [parent] { Show_frmBildZoom(parent); };
   QObject::disconnect(activation);
   activation =

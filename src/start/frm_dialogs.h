@@ -24,6 +24,11 @@ struct ClipboardChoice {
   QImage picture;
 };
 ClipboardChoice Show_frmClipboard(QWidget* parent);
+// Colours, fill and width of the entry in hand or the next one; they do not wait and follow the entry in hand.
+enum class FarbFor { Entry, Frame, Waypoints };
+void Show_frmFarb(QWidget* parent, FarbFor what = FarbFor::Entry);
+void Show_frmFill(QWidget* parent);
+void Show_frmDrawBreite(QWidget* parent);
 void Show_frmSpalteApp(QWidget* parent);  // a new column of the table
 void Show_frmSpalteDel(QWidget* parent);  // removes one; does not wait: the user clicks on the head of the column
 void Show_frmSpltHide(QWidget* parent);   // hides columns; does not wait either

@@ -1,0 +1,47 @@
+#pragma once
+#include <QDialog>
+
+#include "canvas/entry_look.h"
+#include "objects/draw_context.h"
+
+// What the windows of colours, fills and widths have in common: they stay open beside the map, follow the entry in hand
+// and go with the map.
+class LookWindow : public QDialog {
+  Q_OBJECT
+
+ public:
+  ~LookWindow() override;
+
+ protected:
+  LookWindow(QWidget* parent, const QString& helpPage);
+  // The look has changed, or another entry is in hand.
+  virtual void Show_Look() = 0;
+  virtual EntryLook Read_Look() const { return Look_In_Hand(); }
+  // Shows it if it is another one than shown.
+  void Follow();
+  void showEvent(QShowEvent* event) override;
+
+  EntryLook look;
+  std::array<QRgb, 16> shownPalette{};
+
+ private:
+  int closedListener = 0, stateListener = 0;
+};
+
+EntryColors Colors_Of(const EntryLook& look);
+
+// One window of its kind is enough. They are laid at the right edge of the main window, `below` its upper edge.
+template <typename Window>
+Window* Show_Beside(QWidget* parent, int below) {
+  auto* window = parent ? parent->findChild<Window*>() : nullptr;
+  const bool fresh = !window;
+  if (fresh) {
+    window = new Window(parent);
+    window->setAttribute(Qt::WA_DeleteOnClose);
+  }
+  window->show();
+  if (fresh && parent) window->move(parent->mapToGlobal(QPoint(parent->width() - window->width() - 40, below)));
+  window->raise();
+  window->activateWindow();
+  return window;
+}
