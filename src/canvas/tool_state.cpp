@@ -84,6 +84,7 @@ void Dress_Entry() {
   With_Button("Fill", [&](ToolButton& button) {
     if (Toolbar1.Tag == QLatin1String("Ply")) button.ToolTipText = QStringLiteral("Fläche %1 füllen").arg(id.name);
   });
+  With_Button("Rahmen", [&](ToolButton& button) { button.Value = FrameWord::Parse(isNew ? CurRA : row.RA).framed; });
   With_Button("Mark", [&](ToolButton& button) { button.Value = type.mark != Mark::None; });
   for (const char* label : {"FlBez", "LnBez"})
     With_Button(label, [&](ToolButton& button) { button.Value = row.Groesse >= 0; });
@@ -106,7 +107,8 @@ void Dress_Entry() {
   // Of a text that is not yet in the table only these make sense.
   for (ToolButton& button : Toolbar1.buttons)
     button.Enabled = button.Key == QLatin1String("Ok") || button.Key == QLatin1String("Panel") ||
-                     button.Key == QLatin1String("Del") || button.Key == QLatin1String("Lupe");
+                     button.Key == QLatin1String("Del") || button.Key == QLatin1String("Lupe") ||
+                     button.Key == QLatin1String("Farbe") || button.Key == QLatin1String("Rahmen");
 }
 
 }  // namespace

@@ -52,6 +52,8 @@ QString Tool_Icon(const QString& key) {
                                                 {"Ok", "ok"},
                                                 {"Schrift", "font"},
                                                 {"Rahmen", "frame"},
+                                                {"Fill", "fill"},
+                                                {"Breite", "width"},
                                                 {"Rfline", "footpoint"},
                                                 {"Scale", "scale"},
                                                 {"Mark", "mark"},
@@ -71,7 +73,7 @@ QString Tool_Icon(const QString& key) {
 
 constexpr int panelWidth = 220;
 const QStringList rightButtonKeys = {QStringLiteral("vor"), QStringLiteral("back"), QStringLiteral("Lupe"),
-                                     QStringLiteral("Rfline")};
+                                     QStringLiteral("Rahmen"), QStringLiteral("Rfline")};
 
 QList<QKeySequence> Shortcuts(const QString& text) {
   QList<QKeySequence> keys;

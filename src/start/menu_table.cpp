@@ -42,6 +42,11 @@ bool Needs_Met(MenuNeeds needs) {
       const EntryType type = Type_In_Hand();
       return type.IsPolygon() || type.IsFreeFigure();
     }
+    case MenuNeeds::Fill: {
+      const EntryType type = Type_In_Hand();
+      if (!Entry_In_Hand() || type.IsFigure()) return true;
+      return type.IsPolygon() && EntryId::Parse(rsEntries->Text(column::ID)).IsArea();
+    }
     case MenuNeeds::Marks:
       return Map.MarkCount > 0;
     case MenuNeeds::TwoMarks:
@@ -159,7 +164,13 @@ std::vector<MenuRow> Object_Rows() {
       {insert, "mnuInsNord", "&Nordpfeil", {}, "Einen Nordpfeil auf die Karte setzen", "north"},
       {in, "mnuMass", "Maßs&tab ...", {}, "Den Maßstab der Karte ansehen und ändern", "scale"},
       Line(in),
+      {in, "mnuFarbe", "Fa&rbe ...", {}, "Die Farben des Eintrags oder des nächsten", "color"},
+      {in, "mnuFigFill", "F&üllen ...", {}, "Die Füllung der Fläche oder Figur", "fill", entry, MenuNeeds::Fill},
+      {in, "mnuBreite", "&Breite ...", {}, "Breite der Linie, des Umrisses oder des Rahmens", "width"},
+      {in, "mnuRahmen", "Rahmen ...", {}, "Den Eintrag einrahmen: Farbe und Breite", "frame", entry,
+       MenuNeeds::EntryInHand},
       {in, "mnuRfline", "Bezugsli&nie ...", {}, "Breite und Ende der Bezugslinien wählen", "footpoint"},
+      Line(in),
       {in, "mnuObjFore", "Nach &vorn", "Ctrl+PgUp", "Den Eintrag eine Stufe nach vorn holen", "front", entry,
        MenuNeeds::EntryInHand},
       {in, "mnuObjBack", "Nach &hinten", "Ctrl+PgDown", "Den Eintrag eine Stufe nach hinten legen", "back", entry,
@@ -393,6 +404,7 @@ const QStringList& Popup_Table() {
                                    QStringLiteral("mnuObjVis"),     QStringLiteral("mnuObjActiv"),
                                    QStringLiteral("mnuMark"),       QStringLiteral("mnuJust"),
                                    QStringLiteral("mnuAssign"),     {},
+                                   QStringLiteral("mnuFigFill"),
                                    QStringLiteral("mnuObjFore"),    QStringLiteral("mnuObjBack"),
                                    QStringLiteral("mnuKanten"),     QStringLiteral("mnuPicSize"),
                                    QStringLiteral("mnuFootDel"),    {},

@@ -49,7 +49,8 @@ std::vector<ToolRow> Norm_Rows() {
 std::vector<ToolRow> Box_Rows() {
   std::vector<ToolRow> rows;
   const auto frame = [&rows](const QString& s, const QString& what) {
-    rows.push_back({s, "Rahmen", "Rahmen", what + " einrahmen", {}});
+    rows.push_back({s, "Rahmen", "Rahmen", what + " einrahmen",
+                    "Rahmen: Farbe und Breite wählen; rechte Maustaste: Rahmen an oder aus", built});
     rows.push_back({s, "Rfline", "Fußpkt", "Fußpunkt: Bezugslinie für " + what,
                     "Fußpkt: Fußpunkt setzen oder entfernen; rechte Maustaste: Art der Bezugslinie", built});
     rows.push_back({s, "Mark", "Mark", what + " markieren",
@@ -74,8 +75,8 @@ std::vector<ToolRow> Shape_Rows() {
   return {
       {"Ply", "Ok", "Ok", "Bearbeitung der Fläche beenden", {}, built},
       {"Ply", "Panel", "Polygon", {}, {}, built, true},
-      {"Ply", "Fill", "Füllen", {}, {}},
-      {"Ply", "Breite", "Breite", "Linienbreite", {}},
+      {"Ply", "Fill", "Füllen", {}, "Füllen: Farbe oder Muster wählen", built},
+      {"Ply", "Breite", "Breite", "Linienbreite", "Breite: wie breit der Strich ist", built},
       {"Ply", "PKorr", "Korr.", "Eckpunkte korrigieren", {}},
       {"Ply", "FlBez", "Name", "Namen der Fläche ein- oder ausblenden", {}, built},
       {"Ply", "FlCalc", "Calc.", "Größe der Fläche berechnen", {}},
@@ -83,14 +84,14 @@ std::vector<ToolRow> Shape_Rows() {
       {"Ln", "Panel", "Linie", {}, {}, built, true},
       {"Ln", "LnStil", "Stil", "Linienstil", {}},
       {"Ln", "LnEnd", "Endpkt", "Linienendpunkte", {}},
-      {"Ln", "Breite", "Breite", "Linienbreite", {}},
+      {"Ln", "Breite", "Breite", "Linienbreite", "Breite: wie breit der Strich ist", built},
       {"Ln", "LnKorr", "Korr.", "Eckpunkte korrigieren", {}},
       {"Ln", "LnBez", "Name", "Namen der Linie ein- oder ausblenden", {}, built},
       {"Ln", "LnCalc", "Calc.", "Länge der Linie berechnen", {}},
       {"Fig", "Ok", "Ok", "Bearbeitung der Figur beenden", {}, built},
       {"Fig", "Panel", "Figur", {}, {}, built, true},
-      {"Fig", "Fill", "Füllen", {}, {}},
-      {"Fig", "Breite", "Breite", "Strichbreite", {}},
+      {"Fig", "Fill", "Füllen", {}, "Füllen: Farbe oder Muster wählen", built},
+      {"Fig", "Breite", "Breite", "Strichbreite", "Breite: wie breit der Umriss ist", built},
       {"Fig", "Curve", "Kurve", "Kanten der freien Figur abrunden oder eckig zeichnen", {}, built},
       {"Fig", "Ein", "Ein", {}, "Ein: die Figur sichtbar oder unsichtbar machen", built},
       {"*", "Del", "Löschen", "Eintrag löschen", "Löschen: den Eintrag löschen (Entf)", built},
@@ -105,7 +106,7 @@ std::vector<ToolRow> Shape_Rows() {
        "Lupe: Klicken vergrößert, rechte Maustaste: Zoom-Faktor, Esc: zurück", built},
       {"*", "Vis", "Aus", "Eintrag unsichtbar machen (ausblenden)", {}, built},
       {"*", "Akt", "Aktiv", {}, "Aktiv: der Eintrag kann danach nicht mehr angeklickt werden", built},
-      {"*", "Farbe", "Farbe", "Farbe ändern", {}},
+      {"*", "Farbe", "Farbe", "Farbe ändern", "Farbe: ein Klick auf eine der 16 Farben färbt den Eintrag", built},
   };
 }
 
