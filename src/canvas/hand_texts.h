@@ -24,10 +24,8 @@ inline const QString placePicture =
     QStringLiteral("Bild: Klicken Sie auf die Stelle der Karte, an der es stehen soll.");
 inline const QString placeDuplicate =
     QStringLiteral("Duplikat: Klicken Sie auf die Stelle der Karte, an der es stehen soll.");
-inline const QString measure =
-    QStringLiteral("Maßstab: Ziehen Sie eine waagerechte oder senkrechte Messlinie von bekannter Länge.");
-inline const QString placeScale =
-    QStringLiteral("Maßstab: Klicken Sie auf die Stelle der Karte, an der er stehen soll.");
+inline const QString measure = QStringLiteral("Maßstab: Ziehen Sie eine Messlinie von bekannter Länge.");
+inline const QString placeScale = QStringLiteral("Maßstab: Klicken Sie auf die Stelle, an der er stehen soll.");
 inline const QString chooseTarget = QStringLiteral("Zuordnen: Klicken Sie auf die Fläche oder Linie.");
 inline const QString fromCorner = QStringLiteral(" Abstand vom linken oberen Karteneck ");
 }  // namespace hand_texts
