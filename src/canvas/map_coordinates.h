@@ -1,7 +1,12 @@
 #pragma once
 #include <QString>
+#include <QStringList>
 
-// The coordinates of the open map: loading, showing, deleting the net.
+// The coordinates of the open map: loading, showing, deleting the net. The tool that makes calibration files is started
+// by start/map_grid.h.
+
+// Full paths of the calibration files that getCalFileName found last.
+extern QStringList CalFileChoice;
 
 // Looks for calibration files of the open map and reads the one there is; several leave the choice to the window
 // (dialogHooks.ChooseCalibration). -1 when there is one or a choice, 0 when there is none.
@@ -10,11 +15,16 @@ int Load_Cal();
 bool Take_Cal_File(const QString& calFile);
 // Empty: no calibration file; a path: exactly one; "many".
 QString getCalFileName();
-// Enables or disables the menus of the net, with their captions; off sets Coord.Grid = 0.
+// mnuChooseGrid: looks for the files again; several are offered in the window, a single one is read.
+void Choose_Cal_File();
+// Enables or disables the menus of the net, with their captions; off drops the coordinates (Coord.Grid = 0). Whether
+// the net is shown is told by the header row.
 void Set_Grid_Menus(bool on);
+// The same state once more, after all menus were enabled or another table was loaded.
+void Show_Grid_Menus();
+// The map closes: no coordinates, no choice.
+void Drop_Coordinates();
 // Shows or hides the net; the header row keeps it (Typ -1, -2).
 void Toggle_Grid();
 // mnuGridDel: deletes the net's row (Typ 15), resets margins made for it, switches the menus off.
 void Delete_Grid();
-// Starts the tool that makes calibration files, with the map's file.
-void Make_Grid();

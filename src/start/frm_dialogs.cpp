@@ -7,6 +7,7 @@
 #include <QPointer>
 #include <QShortcut>
 
+#include "coordinates/frmDialog.h"
 #include "start/dialog_hooks.h"
 #include "start/frmAbgesichert.h"
 #include "start/frmTipps.h"
@@ -60,6 +61,7 @@ void Set_Dialog_Hooks(QWidget* mainWindow) {
   dialogHooks.ColorWindow = [parent] { Show_frmFarb(parent); };
   dialogHooks.FillWindow = [parent] { Show_frmFill(parent); };
   dialogHooks.WidthWindow = [parent] { Show_frmDrawBreite(parent); };
+  dialogHooks.ChooseCalibration = [parent] { Show_frmDialog(parent); };
   dialogHooks.ZoomWindow = [parent] { Show_frmBildZoom(parent); };
   QObject::disconnect(activation);
   activation =

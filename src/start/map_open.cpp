@@ -4,6 +4,7 @@
 #include <QFileInfo>
 #include <QStringList>
 
+#include "canvas/map_coordinates.h"
 #include "canvas/map_state.h"
 #include "canvas/redraw.h"
 #include "canvas/view.h"
@@ -244,6 +245,7 @@ void Open_Map(const QString& path) {
   } catch (const std::bad_alloc&) {
     Report({errors::outOfMemory, Error_Text(errors::outOfMemory)}, marker);
   }
+  if (frmMDI.MapOpen) Guarded(QStringLiteral("Koordinatennetz"), [] { Load_Cal(); });
 }
 
 void Open_User_Map(const QString& path) {
@@ -289,6 +291,7 @@ void Close_Map() {
   Delete_Lock_Files();
   Clear_Map_Picture();
   Map.PlanLabels.clear();
+  Drop_Coordinates();
   Map.Text2 = Map.imgBild = Map.imgRfLine = Map.lblShape = Map.lblPLQ = {};
   Map.CurBookmark.clear();
   Map.Caption.clear();

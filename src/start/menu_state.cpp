@@ -3,6 +3,7 @@
 #include <QStringList>
 
 #include "canvas/activation.h"
+#include "canvas/map_coordinates.h"
 #include "canvas/tool_state.h"
 #include "platform/error.h"
 #include "platform/message_box.h"
@@ -54,6 +55,7 @@ void Set_Buttons(ButtonState state, bool enabled) {
   try {
     const bool mapOpen = state != ButtonState::NoMap;
     Enable_Menus(mapOpen && enabled);
+    if (mapOpen && enabled) Show_Grid_Menus();
     Drop_Hand();
     Set_Toolbar(0, ToolMode::Norm);
     Toolbar1.Visible = mapOpen;

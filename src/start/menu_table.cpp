@@ -333,6 +333,15 @@ std::vector<MenuRow> Object_Group_Rows() {
   };
 }
 
+std::vector<MenuRow> Grid_Rows() {
+  const QString in = QStringLiteral("mnu_Grid");
+  return {
+      {{}, in, "&Grid", {}, {}, {}, menu},
+      {in, "mnuGridmake", "erstellen", {}, "Das Koordinatennetz der Karte mit dem Programm Kalibrix vermessen", {}},
+      {in, "mnuChooseGrid", "auswählen", {}, "Unter den Kalibrierungsdateien der Karte eine auswählen", {}},
+  };
+}
+
 std::vector<MenuRow> Data_Rows() {
   const QString in = QStringLiteral("mnuDaten");
   const QString text = QStringLiteral("mnuText");
@@ -378,8 +387,8 @@ std::vector<MenuRow> Help_Rows() {
 const std::vector<MenuRow>& Menu_Table() {
   static const std::vector<MenuRow> rows = [] {
     std::vector<MenuRow> all;
-    for (const auto& part :
-         {Map_Rows(), Entry_Rows(), Object_Rows(), Object_Group_Rows(), Data_Rows(), Window_Rows(), Help_Rows()})
+    for (const auto& part : {Map_Rows(), Entry_Rows(), Object_Rows(), Object_Group_Rows(), Grid_Rows(), Data_Rows(),
+                             Window_Rows(), Help_Rows()})
       all.insert(all.end(), part.begin(), part.end());
     return all;
   }();

@@ -2,6 +2,7 @@
 
 #include <QDir>
 
+#include "canvas/map_coordinates.h"
 #include "canvas/next_shape.h"
 #include "platform/files.h"
 #include "platform/progress.h"
@@ -41,6 +42,7 @@ void FluraxTest::SetUp() {
   ASSERT_TRUE(folder.isValid()) << folder.errorString().toStdString();
   Reset_Services();
   Reset_Global_State();
+  Drop_Coordinates();
   NextShape = {};
   ProgramFolder = Path(QStringLiteral("Programm"));
   ASSERT_TRUE(QDir().mkpath(ProgramFolder + QLatin1String("/Beispiele")));
@@ -50,6 +52,7 @@ void FluraxTest::SetUp() {
 void FluraxTest::TearDown() {
   Reset_Services();
   Reset_Global_State();
+  Drop_Coordinates();
   ProgramFolder.clear();
 }
 
