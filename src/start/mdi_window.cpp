@@ -205,7 +205,10 @@ void MdiWindow::Place_Map() {
 void MdiWindow::Place_Start() {
   const bool wanted = !frmMDI.MapOpen && !Map_Window_Wanted();
   if (!wanted) {
-    if (frmMapStart) frmMapStart->deleteLater();
+    if (frmMapStart) {
+      frmMapStart->hide();  // a dialog that waits while a map is opened would keep it on the map
+      frmMapStart->deleteLater();
+    }
     frmMapStart = nullptr;
     return;
   }
