@@ -12,7 +12,7 @@
 
 namespace {
 
-const QSize patternSize(120, 12), previewSize(220, 110);
+const QSize patternSize(60, 12), previewSize(220, 110);
 const char* const patternNames[] = {"durchgezogen", "gestrichelt", "gepunktet", "Strich-Punkt", "Strich-Punkt-Punkt"};
 
 QString Caption(LookOf of) {
@@ -34,6 +34,7 @@ FrmDrawBreite::FrmDrawBreite(QWidget* parent)
     : LookWindow(parent, QStringLiteral("Farben.htm")), ui(std::make_unique<Ui::FrmDrawBreite>()) {
   ui->setupUi(this);
   ui->txtBreite->setLocale(QLocale(QLocale::German));
+  ui->cboMuster->setSizeAdjustPolicy(QComboBox::AdjustToContents);
   ui->cboMuster->setIconSize(patternSize);
   for (const char* name : patternNames) ui->cboMuster->addItem(QString::fromLatin1(name));
   connect(ui->txtBreite, &QDoubleSpinBox::valueChanged, this, &FrmDrawBreite::Show_Picture);
@@ -88,9 +89,9 @@ void FrmDrawBreite::Show_Picture() {
   ui->cboMuster->setEnabled(width <= 1);
   QImage picture;
   if (look.of == LookOf::Area)
-    picture = Fill_Picture(previewSize, {look.fill, colors, false, look.frame.framed, width});
+    picture = Fill_Picture(previewSize, {look.fill, colors, false, look.frame.framed, 1, width});
   else if (look.of == LookOf::Figure)
-    picture = Fill_Picture(previewSize, {look.fill, colors, true, ui->ckRahmen->isChecked(), width});
+    picture = Fill_Picture(previewSize, {look.fill, colors, true, ui->ckRahmen->isChecked(), Chosen().pattern, width});
   else if (look.Has_Width())
     picture = Pen_Picture(previewSize, colors.VG, width);
   else
@@ -110,4 +111,4 @@ void FrmDrawBreite::Take() {
   ui->txtBreite->setValue(look.width);
 }
 
-void Show_frmDrawBreite(QWidget* parent) { Show_Beside<FrmDrawBreite>(parent, 400); }
+void Show_frmDrawBreite(QWidget* parent) { Show_Beside<FrmDrawBreite>(parent, {40, 400}); }

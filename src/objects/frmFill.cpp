@@ -24,6 +24,7 @@ FillSample Sample_Of(const EntryLook& look, FillCode fill) {
   sample.colors = Colors_Of(look);
   sample.figure = look.of == LookOf::Figure;
   sample.framed = look.frame.framed;
+  sample.pattern = look.frame.pattern;
   sample.width = look.width;
   return sample;
 }
@@ -33,6 +34,7 @@ FillSample Sample_Of(const EntryLook& look, FillCode fill) {
 FrmFill::FrmFill(QWidget* parent)
     : LookWindow(parent, QStringLiteral("Farben.htm")), ui(std::make_unique<Ui::FrmFill>()) {
   ui->setupUi(this);
+  setStyleSheet(QStringLiteral("QToolButton:checked { border: 2px solid palette(highlight); }"));
   auto* group = new QButtonGroup(this);
   for (const int code : patterns) {
     QToolButton& button = Pattern_Button(*this, code);
@@ -87,4 +89,4 @@ void FrmFill::Take() {
   Follow();
 }
 
-void Show_frmFill(QWidget* parent) { Show_Beside<FrmFill>(parent, 160); }
+void Show_frmFill(QWidget* parent) { Show_Beside<FrmFill>(parent, {370, 120}); }

@@ -30,9 +30,9 @@ class LookWindow : public QDialog {
 
 EntryColors Colors_Of(const EntryLook& look);
 
-// One window of its kind is enough. They are laid at the right edge of the main window, `below` its upper edge.
+// One window of its kind is enough. `corner` is the distance of its upper right corner from that of the main window.
 template <typename Window>
-Window* Show_Beside(QWidget* parent, int below) {
+Window* Show_Beside(QWidget* parent, QPoint corner) {
   auto* window = parent ? parent->findChild<Window*>() : nullptr;
   const bool fresh = !window;
   if (fresh) {
@@ -40,7 +40,8 @@ Window* Show_Beside(QWidget* parent, int below) {
     window->setAttribute(Qt::WA_DeleteOnClose);
   }
   window->show();
-  if (fresh && parent) window->move(parent->mapToGlobal(QPoint(parent->width() - window->width() - 40, below)));
+  if (fresh && parent)
+    window->move(parent->mapToGlobal(QPoint(parent->width() - window->width() - corner.x(), corner.y())));
   window->raise();
   window->activateWindow();
   return window;

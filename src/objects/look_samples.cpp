@@ -30,7 +30,11 @@ QImage Fill_Picture(QSize size, const FillSample& sample) {
   DrawContext context = Sample_Context(*surface, size);
   const QRect box(rim, rim, size.width() - 2 * rim - 1, size.height() - 2 * rim - 1);
   EntryRow row;
-  row.RA = sample.framed ? 100 * qMin(static_cast<int>(sample.width), 8) : -100;
+  FrameWord frame;
+  frame.framed = sample.framed;
+  frame.pattern = sample.pattern;
+  frame.width = qMin(static_cast<int>(sample.width), 8);
+  row.RA = frame.ToNumber();
   if (sample.figure) {
     row.Schrift = sample.fill.ToSchrift();
     row.Xmap = box.x();

@@ -13,6 +13,7 @@ struct FillSample {
   EntryColors colors;
   bool figure = false;  // figures and areas are transparent in different ways
   bool framed = false;  // the outline is in RA
+  int pattern = 1;      // of a figure's outline
   double width = 1;
 };
 // On a bit of map, so that a transparent fill can be told from an opaque one.
