@@ -15,6 +15,7 @@
 #include <QUrl>
 
 #include "desktop/desktop_services.h"
+#include "start/dialog_hooks.h"
 #include "start/global_state.h"
 
 ArrowPointer::ArrowPointer() { QApplication::setOverrideCursor(Qt::ArrowCursor); }
@@ -78,6 +79,13 @@ MsgAnswer Desktop_Message(const MsgRequest& request) {
     QPushButton* button = box.addButton(choices[i].button);
     button->setText(QString::fromUtf8(choices[i].caption));
     if (i == wanted) box.setDefaultButton(button);
+  }
+  if (!request.helpPage.isEmpty()) {
+    QPushButton* help = box.addButton(QStringLiteral("&Hilfe"), QMessageBox::HelpRole);
+    help->disconnect();  // it does not close the box
+    QObject::connect(help, &QPushButton::clicked, &box, [&request] {
+      if (dialogHooks.Help) dialogHooks.Help(request.helpPage);
+    });
   }
   // Esc and the closing cross: the careful answer, the last button.
   box.setEscapeButton(choices.back().button);

@@ -35,9 +35,12 @@ MsgHandler Set_Message_Handler(MsgHandler next) { return std::exchange(handler, 
 
 MsgAnswer Message_Box(const QString& text, MsgButtons buttons, MsgIcon icon, const QString& title,
                       MsgDefault defaultButton) {
-  const MsgRequest request{text, buttons, icon, title, defaultButton};
+  return Message_Box(MsgRequest{text, buttons, icon, title, defaultButton, {}});
+}
+
+MsgAnswer Message_Box(const MsgRequest& request) {
   const MsgHandler shown = handler;  // a box may set another handler
-  MsgAnswer answer = Careful_Answer(buttons);
+  MsgAnswer answer = Careful_Answer(request.buttons);
   if (shown)
     answer = shown(request);
   else

@@ -17,11 +17,13 @@ struct MsgRequest {
   MsgIcon icon = MsgIcon::None;
   QString title;
   MsgDefault defaultButton = MsgDefault::First;
+  QString helpPage = {};  // the box then has a help button that opens it
 };
 
 // Asks the user. Stores the answer in MsgResult as well. Texts hold CR or LF as line breaks.
 MsgAnswer Message_Box(const QString& text, MsgButtons buttons = MsgButtons::Ok, MsgIcon icon = MsgIcon::None,
                       const QString& title = {}, MsgDefault defaultButton = MsgDefault::First);
+MsgAnswer Message_Box(const MsgRequest& request);
 
 // Who shows the box. The program sets a window, tests a script. Without one the text goes to the standard error output
 // and the careful answer is given: Cancel where there is one, then No, then Ok.
