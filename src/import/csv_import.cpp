@@ -1,0 +1,228 @@
+#include "import/csv_import.h"
+
+#include <QFileInfo>
+#include <utility>
+
+#include "canvas/activation.h"
+#include "canvas/bulk_change.h"
+#include "import/csv_place.h"
+#include "platform/file_dialog.h"
+#include "platform/files.h"
+#include "platform/message_box.h"
+#include "platform/progress.h"
+#include "start/events.h"
+#include "start/global_state.h"
+#include "start/mdi_state.h"
+#include "start/table_file.h"
+#include "store/entry.h"
+#include "store/table_state.h"
+
+namespace {
+
+const QString importTitle = QStringLiteral("Import");
+const QString helpPage = QStringLiteral("Excel-Import.html");
+const QString undoCaption = QStringLiteral("Rückgängig: CSV - Import");
+
+// One run from the first line to the last.
+class CsvRun {
+ public:
+  CsvRun(const CsvTable& csvTable, QPoint step)
+      : table(csvTable),
+        reader(csvTable),
+        taken(step, {Coord.MapWidthPx, Coord.MapHeightPx}),
+        progress(QStringLiteral("CSV - Import"), 2 * static_cast<int>(csvTable.CsvLines.size())) {
+    taken.Reserve(static_cast<int>(table.CsvLines.size()));
+    rows.reserve(table.CsvLines.size());
+    width = Tbl.EintragSize;
+  }
+  // First all places, so that no question waits inside the transaction.
+  CsvResult Run() {
+    for (const CsvLine& line : table.CsvLines) {
+      Plan(line);
+      if (!result.stopped && !progress.Advance()) result.stopped = true;
+      if (result.stopped) break;
+    }
+    if (!rows.empty()) Write();
+    return std::move(result);
+  }
+
+ private:
+  struct Row {
+    QString text;
+    QPoint at;
+  };
+
+  void Plan(const CsvLine& line) {
+    CsvRecord record = reader.Read(line);
+    CsvPlace place;
+    try {
+      place = Csv_Place_Of(table, Coord, record);
+    } catch (const Error& error) {
+      place.reason = error.text.isEmpty() ? Error_Text(error.number) : error.text;
+      result.refused.push_back({line.number, record.text, place.reason});
+      result.stopped = !Csv_Go_On_After(error);
+      return;
+    }
+    if (!place.onMap) return Refuse(line, record.text, place);
+    const auto free = taken.Take(place.at);
+    if (!free) {
+      place.reason = QStringLiteral("Für diesen Eintrag ist auf der Karte kein freier Platz neben den gleichen.");
+      return Refuse(line, record.text, place);
+    }
+    if (*free != place.at) ++result.shifted;
+    rows.push_back({Fitting(line, std::move(record.text)), *free});
+  }
+
+  void Refuse(const CsvLine& line, const QString& text, const CsvPlace& place) {
+    result.refused.push_back({line.number, text, place.reason});
+    if (place.cancelled) result.stopped = true;
+    if (place.cancelled || silent) return;
+    MsgRequest request;
+    request.text = QStringLiteral("Eintrag: ") + text + QStringLiteral("\n kann nicht importiert werden. \n") +
+                   place.reason + (place.outside ? QStringLiteral(" außerhalb der Karte oder Zone!") : QString()) +
+                   QStringLiteral("\n Soll diese Meldung weiterhin angezeigt werden?");
+    request.buttons = MsgButtons::YesNoCancel;
+    request.icon = MsgIcon::Question;
+    request.title = importTitle;
+    request.helpPage = QStringLiteral("CSV-Import.htm");
+    const MsgAnswer answer = Message_Box(request);
+    silent = answer == MsgAnswer::No;
+    result.stopped = answer == MsgAnswer::Cancel;
+  }
+
+  // The column holds `width` characters; what is cut stays readable in the report.
+  QString Fitting(const CsvLine& line, QString text) {
+    if (text.size() <= width) return text;
+    qsizetype end = 0;
+    for (int characters = 0; end < text.size() && characters < width; ++characters)
+      end += text[end].isHighSurrogate() && end + 1 < text.size() ? 2 : 1;
+    if (end == text.size()) return text;
+    ++result.shortened;
+    result.notes.push_back({line.number, text, QStringLiteral("Der Text wurde auf %1 Zeichen gekürzt.").arg(width)});
+    return text.left(end);
+  }
+
+  void Write() {
+    Undo_Point(undoCaption);
+    const bool written = In_One_Transaction(importTitle, [this] {
+      EntryRow row;
+      row.ID = QStringLiteral("Text");
+      row.Schrift = QStringLiteral("Arial");
+      row.Groesse = 12;
+      row.VG = 15;
+      row.Typ = 1;
+      for (Row& it : rows) {
+        row.Eintrag = std::move(it.text);
+        row.Xmap = row.Xline = it.at.x();
+        row.Ymap = row.Yline = it.at.y();
+        Append_Entry(row);
+        ++result.imported;
+        if (!result.stopped && !progress.Advance()) {
+          result.stopped = true;
+          return;
+        }
+      }
+    });
+    if (written) return;
+    result.imported = result.shifted = result.shortened = 0;
+    result.failed = true;
+  }
+
+  const CsvTable& table;
+  CsvReader reader;
+  TakenPositions taken;
+  Progress progress;
+  CsvResult result;
+  std::vector<Row> rows;
+  int width = 0;
+  bool silent = false;
+};
+
+bool Kind_Confirmed(const CsvTable& table) {
+  if (Csv_Fits_Net(table, Coord)) return true;
+  return Message_Box(QStringLiteral("Koordinatentyp der Datei und der Karte stimmen nicht überein.\n\nDatei: %1\n"
+                                    "Karte: %2\n\nSoll trotzdem importiert werden?")
+                         .arg(table.CsvTyp, Grid_Type_Text(Coord).trimmed()),
+                     MsgButtons::YesNo, MsgIcon::Question, importTitle, MsgDefault::Second) == MsgAnswer::Yes;
+}
+
+}  // namespace
+
+CsvResult Csv_Import(const CsvTable& table, QPoint step) {
+  CsvResult result;
+  result.failed = true;
+  if (!rsEntries || !rsEntries->IsOpen() || (Entry_In_Hand() && !End_Entry())) return result;
+  if (Coord.Grid != gridGeographic && !Coord.Metric()) {  // the map's calibration was taken away meanwhile
+    Csv_Go_On_After({errNoNet, QStringLiteral("Die Karte hat kein Koordinatennetz.")});
+    return result;
+  }
+  if (!Kind_Confirmed(table)) {
+    result.failed = false;
+    result.stopped = true;
+    return result;
+  }
+  const BusyPointer busy;
+  result = CsvRun(table, step).Run();
+  if (result.imported > 0) Show_Changed_Entries();
+  return result;
+}
+
+// The report ---------------------------------------------------------------------------------------------------------
+
+QStringList Csv_Report(const CsvTable& table, const CsvResult& result) {
+  const auto count = [](qsizetype number, const QString& what) { return QString::number(number) + u' ' + what; };
+  QStringList lines = {QStringLiteral("CSV - Import: ") + table.CsvFile, {}};
+  lines << count(result.imported, QStringLiteral("Karteneinträge wurden importiert."))
+        << count(result.shifted, QStringLiteral("davon versetzt, weil dort schon ein Eintrag lag."))
+        << count(static_cast<qsizetype>(result.refused.size()), QStringLiteral("Zeilen wurden abgelehnt."))
+        << count(table.skipped, QStringLiteral("Zeilen ohne Text wurden übergangen."));
+  if (result.stopped) lines << QStringLiteral("Der Import wurde abgebrochen.");
+  const auto list = [&lines](const QString& heading, const std::vector<CsvRefusal>& all) {
+    if (all.empty()) return;
+    lines << QString() << heading;
+    for (const CsvRefusal& one : all)
+      lines << QStringLiteral("Zeile %1: %2: %3").arg(QString::number(one.line), one.text, one.reason);
+  };
+  list(QStringLiteral("Abgelehnt:"), result.refused);
+  list(QStringLiteral("Gekürzt:"), result.notes);
+  return lines;
+}
+
+QString Write_Csv_Report(const CsvTable& table, const CsvResult& result) {
+  const QFileInfo map(MapFile);
+  const QString base = map.path() + u'/' + map.completeBaseName() + QStringLiteral("-CSV-Import");
+  QString path = base + QStringLiteral(".txt");
+  for (int number = 2; File_Exists(path); ++number) path = base + QStringLiteral("-%1.txt").arg(number);
+  Write_Lines(path, Csv_Report(table, result));
+  return path;
+}
+
+// The ways to a file -------------------------------------------------------------------------------------------------
+
+QString Choose_Csv() {
+  const QString last = CsvFile.isEmpty() ? ProgramFolder + QStringLiteral("/Muster.csv") : CsvFile;
+  FileRequest request;
+  request.title = QStringLiteral("CSV-Tabelle Import: Datei (*.csv;*.txt)");
+  request.folder = QFileInfo(last).path();
+  request.name = QFileInfo(last).fileName();
+  request.defaultExtension = QStringLiteral("CSV");
+  request.filter = QStringLiteral("Datei (*.csv;*.txt)|*.csv;*.txt;|Alle Dateien (*.*)|*.*");
+  const auto path = File_Dialog(request);
+  if (!path) return {};
+  return CsvFile = *path;
+}
+
+void Tell_Excel_Import() {
+  MsgRequest request;
+  request.text = QStringList{QStringLiteral("Bitte speichern Sie die Tabelle,"),
+                             QStringLiteral("die Sie importieren möchten,"),
+                             QStringLiteral("in Excel als *.csv Datei ab,"),
+                             QStringLiteral("z.B. MeineTabelle.xls als Meinetabelle.csv."),
+                             QStringLiteral("Anschließend können Sie die csv-Datei importieren"),
+                             QStringLiteral("mit dem Menü 'Einträge - importieren - komma separierte Datei *.csv' ")}
+                     .join(u'\n');
+  request.icon = MsgIcon::Information;
+  request.title = importTitle;
+  request.helpPage = helpPage;
+  Message_Box(request);
+}

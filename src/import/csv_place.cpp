@@ -1,0 +1,223 @@
+#include "import/csv_place.h"
+
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
+#include "coordinates/conversions.h"
+#include "coordinates/degree_text.h"
+#include "platform/text.h"
+
+namespace {
+
+constexpr int zoneFrom = 7, rechtswertDigits = 6;
+constexpr int zoneMetres = 1'000'000;
+
+bool Is_Geographic(const CsvTable& table) { return table.CsvTyp == QLatin1String("GEO"); }
+
+QString Unread(const QString& name, const QString& value) {
+  return name + QStringLiteral(" \"") + value + QStringLiteral("\" ist keine lesbare Koordinate");
+}
+
+// The zone by which a Rechtswert is judged: that of a kilometre net stands in its own text.
+int Zone_Of(const CoordinateState& state) {
+  if (!state.NetPKG) return state.ZoneNumber;
+  QString digits;
+  for (const QChar sign : state.PkgZone.left(3))
+    if (sign >= u'0' && sign <= u'9') digits += sign;
+  return digits.toInt();
+}
+
+struct Names {
+  QString x, y;
+};
+Names Names_Of(const CsvTable& table) {
+  if (Is_Geographic(table)) return {QStringLiteral(" Länge "), QStringLiteral(" Breite ")};
+  return {QStringLiteral(" Rechtswert "), QStringLiteral(" Hochwert ")};
+}
+
+CsvPlace Refused(const QString& reason) {
+  CsvPlace place;
+  place.reason = reason;
+  return place;
+}
+
+CsvPlace Outside(const QString& reason) {
+  CsvPlace place = Refused(reason);
+  place.outside = true;
+  return place;
+}
+
+CsvPlace Judged(int code, double x, double y, const CsvRecord& record, const Names& names, const QString& xValue,
+                const QString& yValue) {
+  switch (code) {
+    case onMap: {
+      CsvPlace place;
+      place.onMap = true;
+      place.at = QPoint(To_Int16(x), To_Int16(y));
+      return place;
+    }
+    case tooFarLeft:
+      return Outside(record.text + names.x + xValue + QStringLiteral(" liegt zu weit links im Westen"));
+    case tooFarRight:
+      return Outside(record.text + names.x + xValue + QStringLiteral(" liegt zu weit rechts im Osten"));
+    case tooFarUp:
+      return Outside(record.text + names.y + yValue + QStringLiteral(" liegt zu weit oben im Norden"));
+    case tooFarDown:
+      return Outside(record.text + names.y + yValue + QStringLiteral(" + liegt zu weit unten im Süden"));
+    default:
+      break;
+  }
+  CsvPlace place = Refused(QStringLiteral("Die Koordinate lässt sich nicht umrechnen."));
+  place.cancelled = code == conversionCancelled;
+  return place;
+}
+
+CsvPlace Place_Degrees(const CsvTable& table, const CoordinateState& state, const CsvRecord& record) {
+  const QString xText = record.x.toString(), yText = record.y.toString();
+  const auto longitude = Read_Degrees(record.x), latitude = Read_Degrees(record.y);
+  if (!longitude) return Refused(Unread(QStringLiteral("Länge"), xText));
+  if (!latitude) return Refused(Unread(QStringLiteral("Breite"), yText));
+  double x = 0, y = 0;
+  const int code = Grad_To_Pixel(state, *longitude, *latitude, x, y);
+  return Judged(code, x, y, record, Names_Of(table), xText, yText);
+}
+
+CsvPlace Place_Metres(const CsvTable& table, const CoordinateState& state, const CsvRecord& record) {
+  auto right = Read_Whole(record.x);
+  const auto high = Read_Whole(record.y);
+  const auto hochwert = high ? high->Value() : std::nullopt;
+  const auto unreadX = [&record] { return Refused(Unread(QStringLiteral("Rechtswert"), record.x.toString())); };
+  if (!right) return unreadX();
+  int zoneAdded = 0;
+  if (right->digits.size() >= zoneFrom) {
+    const QString zone = right->digits.chopped(rechtswertDigits);
+    if (right->negative || zone.toLongLong() != Zone_Of(state)) return Outside(QStringLiteral("Falsche Zone: ") + zone);
+    right->digits = right->digits.right(rechtswertDigits);
+    // Such a net counts its Rechtswert with the zone in front.
+    if (!state.NetPKG && state.GridR >= zoneMetres) zoneAdded = zone.toInt() * zoneMetres;
+  }
+  if (!right->Value()) return unreadX();
+  if (!hochwert) return Refused(Unread(QStringLiteral("Hochwert"), record.y.toString()));
+  const int r = right->Value().value_or(0), h = hochwert.value_or(0);
+  const QString xValue = QString::number(r), yValue = QString::number(h);
+  const Names names = Names_Of(table);
+  if (state.NetPKG) {
+    double x = 0, y = 0;
+    const int code = Grad_To_Pixel(state, (r - state.PkgR) / 1000, (h - state.PkgH) / 1000, x, y);
+    return Judged(code, x, y, record, names, xValue, yValue);
+  }
+  if (state.Geographic()) return Refused(QStringLiteral("Die Karte hat kein Netz mit Rechts- und Hochwerten."));
+  int x = 0, y = 0;
+  const int code = Koord_To_Pixel(state, r + zoneAdded, h, x, y);
+  return Judged(code, x, y, record, names, xValue, yValue);
+}
+
+}  // namespace
+
+bool Csv_Fits_Net(const CsvTable& table, const CoordinateState& state) {
+  if (Is_Geographic(table)) return state.Geographic() && !state.NetPKG;
+  return state.Grid == (table.CsvTyp == QLatin1String("UTM") ? gridUtm : gridGaussKrueger);
+}
+
+CsvPlace Csv_Place_Of(const CsvTable& table, const CoordinateState& state, const CsvRecord& record) {
+  if (Is_Geographic(table) && state.Geographic() && !state.NetPKG) return Place_Degrees(table, state, record);
+  return Place_Metres(table, state, record);
+}
+
+std::optional<int> WholeNumber::Value() const {
+  bool good = false;
+  const int value = digits.toInt(&good);
+  if (!good) return std::nullopt;
+  return negative ? -value : value;
+}
+
+std::optional<WholeNumber> Read_Whole(QStringView text) {
+  WholeNumber number;
+  number.digits.reserve(text.size());
+  bool decimals = false, first = true;
+  for (const QChar sign : text) {
+    if (sign.isSpace()) continue;
+    if (sign == u',' || sign == u'.') {
+      if (decimals || number.digits.isEmpty()) return std::nullopt;
+      decimals = true;
+    } else if (sign >= u'0' && sign <= u'9') {
+      if (!decimals) number.digits += sign;
+    } else if (first && (sign == u'-' || sign == u'+')) {
+      number.negative = sign == u'-';
+    } else {
+      return std::nullopt;
+    }
+    first = false;
+  }
+  if (number.digits.isEmpty()) return std::nullopt;
+  return number;
+}
+
+std::optional<double> Read_Degrees(QStringView text) {
+  QString number;
+  for (const QChar sign : text)
+    if (!sign.isSpace()) number += sign;
+  const qsizetype mark = number.indexOf(u'°');
+  if (mark >= 0) {
+    // What stands in front of the mark must be whole degrees, else the text would be read as something it is not.
+    const auto degrees = Read_Whole(QStringView(number).left(mark));
+    const QString behind = number.mid(mark + 1);
+    const bool clean = std::all_of(behind.begin(), behind.end(), [](QChar sign) {
+      return (sign >= u'0' && sign <= u'9') || QStringLiteral(",.'\"\u00A8\u2033").contains(sign);
+    });
+    if (!degrees || !clean) return std::nullopt;
+    if (!behind.isEmpty()) return GMS_To_Dec(number);
+    number.truncate(mark);
+  }
+  number.replace(u',', u'.');
+  bool good = false;
+  const double value = number.toDouble(&good);
+  if (!good || !std::isfinite(value)) return std::nullopt;
+  return value;
+}
+
+// The positions ------------------------------------------------------------------------------------------------------
+
+namespace {
+
+quint64 Key_Of(QPoint at) {
+  return static_cast<quint64>(static_cast<quint32>(at.x())) << 32 | static_cast<quint32>(at.y());
+}
+QPoint Point_Of(quint64 key) {
+  return {static_cast<int>(static_cast<quint32>(key >> 32)), static_cast<int>(static_cast<quint32>(key))};
+}
+
+}  // namespace
+
+TakenPositions::TakenPositions(QPoint stepWidth, QSize mapSize)
+    : step(stepWidth.isNull() ? QPoint(1, 1) : stepWidth), map(mapSize) {}
+
+void TakenPositions::Reserve(int count) {
+  forward.reserve(count);
+  backward.reserve(count);
+}
+
+// Follows the chain to its end and shortens the way for those who come after.
+QPoint TakenPositions::Free_Along(Chain& chain, QPoint from) const {
+  quint64 end = Key_Of(from);
+  for (auto next = chain.constFind(end); next != chain.constEnd(); next = chain.constFind(end)) end = *next;
+  for (quint64 key = Key_Of(from); key != end;) {
+    quint64& next = chain[key];
+    key = next;
+    next = end;
+  }
+  return Point_Of(end);
+}
+
+std::optional<QPoint> TakenPositions::Take(QPoint wanted) {
+  const auto outside = [this](QPoint at) {
+    return at.x() < 0 || at.y() < 0 || at.x() > map.width() || at.y() > map.height();
+  };
+  QPoint free = Free_Along(forward, wanted);
+  if (outside(free)) free = Free_Along(backward, wanted);
+  if (outside(free)) return std::nullopt;
+  forward.insert(Key_Of(free), Key_Of(free + step));
+  backward.insert(Key_Of(free), Key_Of(free - step));
+  return free;
+}

@@ -1,0 +1,52 @@
+#pragma once
+#include <QHash>
+#include <QPoint>
+#include <QSize>
+#include <QString>
+#include <QStringView>
+#include <optional>
+
+#include "coordinates/coordinate_state.h"
+#include "import/csv_file.h"
+
+// Where a line of a CSV table lies on the map.
+
+// Is the type of the file that of the map's net?
+bool Csv_Fits_Net(const CsvTable& table, const CoordinateState& state);
+
+struct CsvPlace {
+  bool onMap = false, cancelled = false;
+  QPoint at;             // map pixels
+  bool outside = false;  // the coordinate could be read, but is off the map or in another zone
+  QString reason;        // why it is not on the map
+};
+// Raises what the conversion raises. `name` stands at the head of the reasons.
+CsvPlace Csv_Place_Of(const CsvTable& table, const CoordinateState& state, const CsvRecord& record);
+
+// Digits of a number without its decimals; nothing if it is none. Blanks between the digits are passed over.
+struct WholeNumber {
+  bool negative = false;
+  QString digits;
+  std::optional<int> Value() const;  // nothing beyond 32 bits
+};
+std::optional<WholeNumber> Read_Whole(QStringView text);
+// Degrees as decimals or as degrees, minutes, seconds.
+std::optional<double> Read_Degrees(QStringView text);
+
+// The positions taken in one run, and the shift that keeps two entries from lying on each other: by the step until a
+// position is free, or the other way where that would leave the map.
+class TakenPositions {
+ public:
+  TakenPositions(QPoint stepWidth, QSize mapSize);  // 0/0 counts as 1/1
+  // Takes the position or the next free one of its diagonal; nothing if there is none on the map.
+  std::optional<QPoint> Take(QPoint wanted);
+  void Reserve(int count);
+
+ private:
+  using Chain = QHash<quint64, quint64>;
+  QPoint Free_Along(Chain& chain, QPoint from) const;
+
+  QPoint step;
+  QSize map;
+  Chain forward, backward;  // taken position -> the next one to try
+};

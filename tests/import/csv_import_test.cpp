@@ -1,0 +1,290 @@
+#include <QFile>
+
+#include "coordinates/coordinate_state.h"
+#include "import/csv_import.h"
+#include "import/csv_place.h"
+#include "platform/progress.h"
+#include "start/mdi_state.h"
+#include "support/table_fixture.h"
+
+namespace {
+
+const QString sampleFolder = QStringLiteral(FLURAX_TEST_DATA "/csv/");
+
+// The UTM map that fits the sample tables.
+void Set_Utm_Map() {
+  MapWidthPx = Coord.MapWidthPx = 3000;
+  MapHeightPx = Coord.MapHeightPx = 2200;
+  Coord.Grid = gridUtm;
+  Coord.Xmap = 701;
+  Coord.Ymap = 1486;
+  Coord.GridR = 646000;
+  Coord.GridH = 5512000;
+  Coord.Inclin = 0.02120933;
+  Coord.Gwidth = 1000;
+  Coord.Xline = 472.5472F;
+  Coord.MeterPerPix = 1000 / 472.5472;
+  Coord.ZoneText = QStringLiteral("32U");
+  Coord.ZoneNumber = 32;
+}
+
+class CsvTest : public TableTest {
+ protected:
+  void SetUp() override {
+    TableTest::SetUp();
+    Open_Table();
+    Set_Utm_Map();
+  }
+  void TearDown() override {
+    Coord = {};
+    TableTest::TearDown();
+  }
+  QString Csv(const QByteArray& bytes, const QString& name = QStringLiteral("Funde.csv")) {
+    QFile file(Path(name));
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(bytes);
+    return file.fileName();
+  }
+  static CsvTable Analyse(const QString& path) {
+    CsvTable table;
+    EXPECT_TRUE(Csv_Analyse(path, table));
+    return table;
+  }
+  CsvResult Import(const QByteArray& bytes, QPoint step = {1, 1}) { return Csv_Import(Analyse(Csv(bytes)), step); }
+  // A line of the table each, "text x,y".
+  static QStringList Rows() {
+    QStringList all;
+    const KeepCurrentRow keep;
+    rsEntries->MoveFirst();
+    for (rsEntries->MoveNext(); !rsEntries->Eof(); rsEntries->MoveNext()) {
+      const EntryRow row = Read_Entry(*rsEntries);
+      all << QStringLiteral("%1 %2,%3").arg(row.Eintrag).arg(row.Xmap).arg(row.Ymap);
+    }
+    return all;
+  }
+};
+
+const QByteArray head = "#Eintrag;#X;#Y;#UTM\r\n";
+
+}  // namespace
+
+TEST_F(CsvTest, ReadsEveryCodingAndLineEnd) {
+  const CsvTable ansi = Analyse(sampleFolder + QStringLiteral("utm_umlaute_cp1252.csv"));
+  const CsvTable utf = Analyse(sampleFolder + QStringLiteral("utm_umlaute_utf8_bom.csv"));
+  ASSERT_EQ(ansi.CsvLines.size(), 10U);
+  ASSERT_EQ(utf.CsvLines.size(), 10U);
+  for (size_t i = 0; i < 10; ++i) EXPECT_EQ(ansi.CsvLines[i].text, utf.CsvLines[i].text);
+  EXPECT_EQ(ansi.CsvLines[6].text, QStringLiteral("Große Höckerschrecke;647674;5512853"));
+  for (const QByteArray end : {"\r\n", "\n", "\r"}) {
+    const CsvTable table = Analyse(Csv("Titel" + end + end + "#Eintrag;#X;#Y;#UTM" + end + "a;1;2" + end + "b;3;4"));
+    ASSERT_EQ(table.CsvLines.size(), 2U);
+    EXPECT_EQ(table.CsvLines[1].text, QStringLiteral("b;3;4"));
+    EXPECT_EQ(table.CsvLines[1].number, 5);
+  }
+}
+
+TEST_F(CsvTest, PutsTheTextTogetherByPlaces) {
+  const CsvTable table = Analyse(sampleFolder + QStringLiteral("utm_plaetze.csv"));
+  EXPECT_EQ(table.CsvTyp, QStringLiteral("UTM"));
+  EXPECT_EQ(table.XCol, 0) << "a column like any other";
+  EXPECT_EQ(table.EintragCol, (std::vector<int>{3, 4, 7, 2, 8, 1}));
+  EXPECT_EQ(table.skipped, 1);
+  CsvReader reader(table);
+  EXPECT_EQ(reader.Read(table.CsvLines[0]).text, QStringLiteral("null eins zwei drei neun zehn"));
+  EXPECT_EQ(reader.Read(table.CsvLines[1]).text, QStringLiteral("null zwei neun zehn"));
+  const CsvTable quoted =
+      Analyse(Csv(head + "\"Hecke; \"\"alt\"\"\" ;646183;\"5513245,5\"\r\n5\" Rohr;1;2\r\n\"x;1;2"));
+  CsvReader quotes(quoted);
+  const CsvRecord record = quotes.Read(quoted.CsvLines[0]);
+  EXPECT_EQ(record.text, QStringLiteral("Hecke; \"alt\""));
+  EXPECT_EQ(record.y.toString(), QStringLiteral("5513245,5"));
+  EXPECT_EQ(quotes.Read(quoted.CsvLines[1]).text, QStringLiteral("5\" Rohr"));
+  EXPECT_EQ(quotes.Read(quoted.CsvLines[2]).text, QStringLiteral("\"x")) << "a quote that is never closed";
+}
+
+TEST_F(CsvTest, TellsWhatAFileLacks) {
+  const struct {
+    QByteArray content;
+    const char* told;
+  } cases[] = {
+      {"#Eintrag;#X;#Y\r\na;1;2\r\n", "keine Angaben über den Koordinatentyp"},
+      {"", "keine Angaben über den Koordinatentyp"},
+      {QByteArray("BM\0\1\2\xff\0\n\0;;", 11), "keine Angaben über den Koordinatentyp"},
+      {head, "keine Daten eingelesen"},
+      {head + ";646183;5513245\r\n", "keine Daten eingelesen"},
+      {"#Eintrag,#X,#Y,#UTM\r\na,1,2\r\n", "Semikolon (;) getrennt"},
+      {"#Eintrag;#X;#UTM\r\na;1\r\n", "Spalte #Y"},
+      {"#Eintrag11;#X;#Y;#UTM\r\na;1;2\r\n", "Die Daten können nicht importiert werden."},
+  };
+  CsvTable table;
+  for (const auto& it : cases) {
+    MessageScript messages;
+    messages.Expect(QString::fromUtf8(it.told));
+    EXPECT_FALSE(Csv_Analyse(Csv(it.content), table)) << it.content.toStdString();
+  }
+  MessageScript messages;
+  messages.Expect(QStringLiteral("Datei nicht gefunden")).Expect(QStringLiteral("Es ist ein Fehler aufgetreten."));
+  EXPECT_FALSE(Csv_Analyse(Path(QStringLiteral("fehlt.csv")), table));
+  Coord = {};
+  EXPECT_FALSE(Csv_Analyse(Csv(head + "a;1;2"), table));
+}
+
+TEST_F(CsvTest, JudgesZonesAndEdgesOfTheMap) {
+  const CsvTable table = Analyse(Csv(head + "a;1;2"));
+  const auto place = [&table](const char* x, const char* y) {
+    const QString xText = QString::fromUtf8(x), yText = QString::fromUtf8(y);
+    return Csv_Place_Of(table, Coord, {QStringLiteral("Igel"), xText, yText});
+  };
+  EXPECT_EQ(place("646000", "5512000").at, QPoint(701, 1486));
+  EXPECT_EQ(place("32646000", "5512000").at, QPoint(701, 1486));
+  EXPECT_EQ(place("646000,9", "5512000.9").at, QPoint(701, 1486)) << "decimals are no digits of a zone";
+  EXPECT_EQ(place("32 646\u00A0000", " 5 512 000").at, QPoint(701, 1486));
+  EXPECT_EQ(place("33646000", "5512000").reason, QStringLiteral("Falsche Zone: 33"));
+  EXPECT_EQ(place("4646000", "5512000").reason, QStringLiteral("Falsche Zone: 4"));
+  EXPECT_EQ(place("600000", "5512000").reason, QStringLiteral("Igel Rechtswert 600000 liegt zu weit links im Westen"));
+  EXPECT_EQ(place("700000", "5512000").reason, QStringLiteral("Igel Rechtswert 700000 liegt zu weit rechts im Osten"));
+  EXPECT_EQ(place("646000", "5612000").reason, QStringLiteral("Igel Hochwert 5612000 liegt zu weit oben im Norden"));
+  EXPECT_EQ(place("646000", "5412000").reason, QStringLiteral("Igel Hochwert 5412000 + liegt zu weit unten im Süden"));
+  for (const auto& [x, y] : {std::pair{"", "5512000"},
+                             {"646000", "o.A."},
+                             {"646.000.1", "5512000"},
+                             {"1e5", "5512000"},
+                             {"646000", "99999999999"},
+                             {",5", "5512000"}}) {
+    const CsvPlace unread = place(x, y);
+    EXPECT_TRUE(unread.reason.contains(QStringLiteral("keine lesbare Koordinate"))) << x << ' ' << unread.reason;
+    EXPECT_FALSE(unread.outside);
+  }
+  Coord.ZoneNumber = 4;
+  EXPECT_EQ(place("4646000", "5512000").at, QPoint(701, 1486));
+  Coord.GridR = 4646000;
+  EXPECT_EQ(place("4646000", "5512000").at, QPoint(701, 1486)) << "a net that counts with the zone in front";
+}
+
+TEST_F(CsvTest, ReadsDegreesInBothWays) {
+  EXPECT_DOUBLE_EQ(Read_Degrees(u"11,5").value_or(0), 11.5);
+  EXPECT_DOUBLE_EQ(Read_Degrees(u"- 11.25 °").value_or(0), -11.25);
+  EXPECT_NEAR(Read_Degrees(u"+ 49°45'30,00\u00A8").value_or(0), 49.7583333, 1e-6);
+  EXPECT_NEAR(Read_Degrees(u"49° 45' 30\"").value_or(0), 49.7583333, 1e-6);
+  for (const QStringView bad : {u"", u"11x", u"°", u"a°30'", u"11°3o'", u"nan"})
+    EXPECT_FALSE(Read_Degrees(bad)) << bad.toString();
+}
+
+TEST_F(CsvTest, MakesTheRowsAsToldAndTakesThemBackAtOnce) {
+  Add(Text(QStringLiteral("alt")));
+  const CsvResult result = Csv_Import(Analyse(sampleFolder + QStringLiteral("utm_umlaute_cp1252.csv")), {1, 1});
+  EXPECT_EQ(result.imported, 10);
+  rsEntries->MoveLast();
+  EntryRow row = Read_Entry(*rsEntries);
+  const CsvPlace place = Csv_Place_Of({{}, {}, 0, 0, QStringLiteral("UTM"), {}, 0}, Coord, {{}, u"648923", u"5513832"});
+  EntryRow wanted;
+  wanted.ID = QStringLiteral("Text");
+  wanted.Eintrag = QStringLiteral("Fähnchen-Moos");
+  wanted.Schrift = QStringLiteral("Arial");
+  wanted.Groesse = 12;
+  wanted.VG = 15;
+  wanted.Xmap = wanted.Xline = place.at.x();
+  wanted.Ymap = wanted.Yline = place.at.y();
+  wanted.Typ = 1;
+  EXPECT_EQ(row, wanted);
+  EXPECT_EQ(Menu(QStringLiteral("mnuReset")).Caption, QStringLiteral("Rückgängig: CSV - Import"));
+  MessageScript messages;
+  messages.AllowAny(MsgAnswer::Ok);
+  Undo_Last();
+  EXPECT_EQ(Texts(), QStringList(QStringLiteral("alt")));
+}
+
+TEST_F(CsvTest, PushesEqualCoordinatesApartAndKeepsThemOnTheMap) {
+  const CsvResult result = Csv_Import(Analyse(sampleFolder + QStringLiteral("utm_versatz.csv")), {0, 0});
+  const QPoint first(1500, 1100), corner(2999, 2199);  // as the conversion gives them
+  QStringList wanted;
+  const auto at = [](const char* text, QPoint place, int steps) {
+    return QStringLiteral("%1 %2,%3").arg(QString::fromUtf8(text)).arg(place.x() + steps).arg(place.y() + steps);
+  };
+  for (int i = 0; i < 5; ++i) wanted << at(qPrintable(QStringLiteral("Fund %1").arg(i + 1)), first, i);
+  wanted << at("Nachbar auf Versatzplatz", first, 5) << at("Ecke 1", corner, 0) << at("Ecke 2", corner, 1)
+         << at("Ecke 3", corner, -1) << at("Ecke 4", corner, -2);
+  EXPECT_EQ(Rows(), wanted);
+  EXPECT_EQ(result.shifted, 8);
+  TakenPositions taken({2, -1}, {10, 10});
+  EXPECT_EQ(taken.Take({5, 1}), QPoint(5, 1));
+  EXPECT_EQ(taken.Take({5, 1}), QPoint(7, 0));
+  EXPECT_EQ(taken.Take({3, 2}), QPoint(3, 2));
+  EXPECT_EQ(taken.Take({5, 1}), QPoint(1, 3)) << "past those that are taken, the other way";
+  EXPECT_EQ(taken.Take({5, 1}), std::nullopt);
+}
+
+TEST_F(CsvTest, RefusedLinesAreToldAsLongAsTheUserWants) {
+  MessageScript messages;
+  messages
+      .Expect(QStringLiteral("Falsche Zone: 33 außerhalb der Karte oder Zone!\n Soll diese Meldung"), MsgAnswer::Yes)
+      .Expect(QStringLiteral("Eintrag: falsche Zone 31 1\n kann nicht importiert werden. \nFalsche Zone: 31"),
+              MsgAnswer::No);
+  const CsvTable zones = Analyse(sampleFolder + QStringLiteral("utm_zonen.csv"));
+  CsvResult result = Csv_Import(zones, {1, 1});
+  EXPECT_EQ(result.imported, 10);
+  ASSERT_EQ(result.refused.size(), 3U);
+  EXPECT_EQ(Texts()[1], QStringLiteral("Weißstorch 2 Ex."));
+  EXPECT_TRUE(Csv_Report(zones, result).contains(QStringLiteral("Zeile 14: Zone einstellig 4 1: Falsche Zone: 4")))
+      << Csv_Report(zones, result).join(u'|');
+  messages.Expect(QStringLiteral("liegt zu weit links"), MsgAnswer::Cancel);
+  result = Import(head + "eins;646000;5512000\r\nzwei;640000;5512000\r\ndrei;646100;5512000\r\n");
+  EXPECT_TRUE(result.stopped);
+  EXPECT_EQ(Texts().size(), 11) << "what was made so far stays";
+}
+
+TEST_F(CsvTest, KindsThatDoNotFitAreAsked) {
+  const CsvTable degrees = Analyse(Csv("#Eintrag;#X;#Y;#GEO\r\na;11,05;49,75\r\n"));
+  MessageScript messages;
+  const QString question = QStringLiteral("Koordinatentyp der Datei und der Karte stimmen nicht überein.");
+  messages.Expect(question, MsgAnswer::No);
+  EXPECT_TRUE(Csv_Import(degrees, {1, 1}).stopped);
+  messages.Expect(question, MsgAnswer::Yes).Expect(QStringLiteral("unten im Süden"), MsgAnswer::Yes);
+  EXPECT_EQ(Csv_Import(degrees, {1, 1}).refused.size(), 1U);
+  EXPECT_FALSE(Menu(QStringLiteral("mnuReset")).Enabled) << "nothing to take back";
+}
+
+TEST_F(CsvTest, LongTextsAreCutWithTheWholeInTheReport) {
+  const QString longText = QStringLiteral("Wald").repeated(30);
+  const CsvResult result = Import(head + longText.toUtf8() + ";646000;5512000\r\n");
+  EXPECT_EQ(result.shortened, 1);
+  EXPECT_EQ(Texts(), QStringList(longText.left(79)));
+  const QString report = Write_Csv_Report({}, result);
+  EXPECT_NE(Write_Csv_Report({}, result), report) << "an earlier list stays";
+  EXPECT_TRUE(Read_Lines(report).join(u'\n').contains(longText));
+}
+
+namespace {
+// The user presses "Abbrechen" at the unit.
+struct StopAt : ProgressFace {
+  explicit StopAt(int unit) : last(unit) {}
+  void Show(const QString&, int) override {}
+  bool Step(int done) override { return done < last; }
+  int Delay() const override { return 0; }
+  int last;
+};
+}  // namespace
+
+TEST_F(CsvTest, StoppedInTheMiddleTheRowsSoFarStay) {
+  const QByteArray lines = head + "a;646000;5512000\nb;646000;5512000\nc;646000;5512000\n";
+  for (const auto& [unit, rows] : {std::pair{2, 2}, {5, 4}}) {
+    const ProgressMaker former = Set_Progress_Maker([at = unit] { return std::make_unique<StopAt>(at); });
+    const CsvResult result = Import(lines);
+    Set_Progress_Maker(former);
+    EXPECT_TRUE(result.stopped);
+    EXPECT_EQ(Texts().size(), rows) << "stopped at unit " << unit;
+  }
+}
+
+TEST_F(CsvTest, AFaultOfTheTableTakesAllBack) {
+  const CsvTable table = Analyse(Csv(head + "a;646000;5512000\nb;646000;5512000\n"));
+  dbEntries->Execute(
+      QStringLiteral("CREATE TRIGGER voll BEFORE INSERT ON MapData WHEN NEW.Eintrag = 'b' "
+                     "BEGIN SELECT RAISE(ABORT, 'voll'); END"));
+  MessageScript messages;
+  messages.Expect(QStringLiteral("Es wurde nichts verändert."));
+  const CsvResult result = Csv_Import(table, {1, 1});
+  EXPECT_TRUE(result.failed);
+  EXPECT_EQ(result.imported, 0);
+  EXPECT_EQ(Texts(), QStringList());
+}
