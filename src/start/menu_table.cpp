@@ -113,6 +113,7 @@ std::vector<MenuRow> Map_Rows() {
 std::vector<MenuRow> Entry_Rows() {
   const QString in = QStringLiteral("mnuEintraege");
   const QString table = QStringLiteral("mnuTabelle");
+  const QString bring = QStringLiteral("mnuImportMenu");
   return {
       {{}, in, "&Einträge", {}, {}, {}, menu},
       {in, "mnuReset", "Rückgängig", "Ctrl+Z", "Die letzte große Änderung zurücknehmen", "undo"},
@@ -122,6 +123,15 @@ std::vector<MenuRow> Entry_Rows() {
       {in, "mnuTableSave", "&Sichern", "Ctrl+S", "Die Einträge in ihrer Tabelle sichern", "save"},
       {in, "mnuTableSaveAs", "Sichern &als...", "Ctrl+Shift+S", "Die Einträge unter einem anderen Namen sichern", {}},
       {in, "mnuTableRe", "&Wiederherstellen", {}, "Die zuletzt gesicherten Einträge wieder laden", {}},
+      Line(in),
+      {in, bring, "&importieren", {}, {}, {}, menu},
+      {bring,
+       "mnuImportCSV",
+       "komma separierte Datei *.csv",
+       {},
+       "Funde mit ihren Koordinaten aus einer CSV-Tabelle einlesen",
+       {}},
+      {bring, "mnuImportXL", "Excel-Tabelle", {}, "Wie eine Excel-Tabelle in die Karte kommt", {}},
       Line(in),
       {in, "mnuEintrDupl", "&Duplizieren", "Ctrl+D", "Ein zweites, gleiches Stück an die angeklickte Stelle setzen",
        "duplicate", entry, MenuNeeds::EntryInHand},

@@ -1,0 +1,34 @@
+#pragma once
+#include <QDialog>
+#include <memory>
+
+#include "import/csv_import.h"
+
+namespace Ui {
+class FrmCSVImport;
+}
+
+// The import of a CSV table: choose the file, look at what will come, import. It stays open beside the map and closes
+// with it.
+class FrmCSVImport : public QDialog {
+  Q_OBJECT
+
+ public:
+  explicit FrmCSVImport(QWidget* parent = nullptr);
+  ~FrmCSVImport() override;
+
+ private:
+  void Make_Menus();
+  void Open_File();
+  void Import();
+  void Offer_Report(const CsvTable& imported, const CsvResult& result);
+  void Show_Table();
+  void Show_Entry();
+  void Forget_Table();
+
+  std::unique_ptr<Ui::FrmCSVImport> ui;
+  CsvTable table;
+  int closedListener = 0;
+};
+
+void Show_frmCSVImport(QWidget* parent);
