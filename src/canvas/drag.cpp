@@ -12,6 +12,7 @@
 #include "canvas/hand_texts.h"
 #include "canvas/move.h"
 #include "canvas/redraw.h"
+#include "canvas/vertex_edit.h"
 #include "platform/message_box.h"
 #include "start/events.h"
 #include "start/global_state.h"
@@ -293,11 +294,15 @@ void Resize_Picture() {
   events.HandChanged.Emit();
 }
 
+QPoint In_View(QPoint window) {
+  return {std::clamp(window.x(), 0, std::max(0, Map.ViewWidth - 1)),
+          std::clamp(window.y(), 0, std::max(0, Map.ViewHeight - 1))};
+}
+
 // Within the view, and never at 0: that would mean no reference line.
 void Move_Foot(QPoint to) {
   if (!To_Hand()) return;
-  const int x = std::clamp(to.x(), 0, std::max(0, Map.ViewWidth - 1));
-  const int y = std::clamp(to.y(), 0, std::max(0, Map.ViewHeight - 1));
+  const int x = In_View(to).x(), y = In_View(to).y();
   Write_In_One([x, y] { Set_Foot_Point(Map_X(x) < 1 ? x + 1 : x, y); });
 }
 
@@ -324,6 +329,10 @@ Grip Grip_At(QPoint window, int* handle) {
     if (handle) *handle = found;
     return Grip::Handle;
   }
+  if (const int vertex = Vertex_At(window); vertex >= 0) {
+    if (handle) *handle = vertex;
+    return Grip::Vertex;
+  }
   if (Map.imgRfLine.Visible && Control_Box(Map.imgRfLine).contains(window)) return Grip::FootPoint;
   if (Near_Text(window) || On_Region(window)) return Grip::Entry;
   for (const LiveControl* control : {&Map.imgBild, &Map.lblShape})
@@ -349,6 +358,9 @@ void Begin_Drag(Grip grip, int handle, QPoint window) {
     Take_Entry_Outline();
   } else if (grip == Grip::Handle) {
     dragState.base = Box_Outline(Sized_Box());
+  } else if (grip == Grip::Vertex) {
+    dragState.base = Vertex_Neighbours(handle, dragState.moving);
+    dragState.closed = false;
   } else {
     const QPointF foot = Control_Box(Map.imgRfLine).center();
     dragState.base = QPolygonF({QPointF(Window_X(static_cast<double>(rsEntries->Integer(column::Xmap))),
@@ -373,12 +385,14 @@ void Drag_To(QPoint window) {
     dragState.outline = Box_Outline(Resized_Window_Box());
   } else {
     dragState.outline = dragState.base;
-    if (dragState.grip == Grip::FootPoint) {
+    if (dragState.grip == Grip::Vertex) {
+      if (dragState.moving < dragState.outline.size()) dragState.outline[dragState.moving] += by;
+    } else if (dragState.grip == Grip::FootPoint) {
       dragState.outline.back() += by;
     } else {
       dragState.outline.translate(by);
     }
-    Move_Controls(by);
+    if (dragState.grip != Grip::Vertex) Move_Controls(by);
   }
   events.HandChanged.Emit();
 }
@@ -406,6 +420,12 @@ void End_Drag(QPoint window) {
     case Grip::Handle:
       Resize_Hand(drag);
       break;
+    case Grip::Vertex: {
+      const QPoint to = In_View(window);
+      Move_Vertex(drag.handle,
+                  QPoint(Map_X(to.x()), Map_Y(to.y())) - QPoint(Map_X(drag.start.x()), Map_Y(drag.start.y())));
+      break;
+    }
     case Grip::None:
       break;
   }

@@ -8,17 +8,18 @@
 
 // Moving the entry in hand, by mouse or keys. During a drag only an outline or a live control moves; the row is written
 // once at the end.
-enum class Grip { None, Entry, FootPoint, Handle };
+enum class Grip { None, Entry, FootPoint, Handle, Vertex };
 
 inline constexpr int pictureHandle = 8;  // number of imgHandle among the handles
 
 struct DragState {
   Grip grip = Grip::None;
-  int handle = -1;         // 0..7 while a handle is dragged, pictureHandle for that of a picture
-  QPoint start, now;       // window pixels
-  QPolygonF outline;       // window pixels, at `now`; empty until the mouse has moved far enough
-  bool closed = true;      // outline is a polygon, else a polyline
-  bool moved = false;      // the mouse was 3 pixels away from the start: it is no click
+  int handle = -1;     // 0..7 while a handle is dragged, pictureHandle for that of a picture; the number of a vertex
+  QPoint start, now;   // window pixels
+  QPolygonF outline;   // window pixels, at `now`; empty until the mouse has moved far enough
+  bool closed = true;  // outline is a polygon, else a polyline
+  bool moved = false;  // the mouse was 3 pixels away from the start: it is no click
+  int moving = 0;      // the point of the outline that goes with the mouse while a vertex is dragged
   bool labelOnly = false;  // the label of a line or area goes without its vertices
   QPolygonF base;          // outline at the start
   // Live controls at the start: Text2, imgBild, lblShape, imgHandle, imgRfLine, lblHandle.

@@ -26,6 +26,12 @@ inline const QString placeDuplicate =
     QStringLiteral("Duplikat: Klicken Sie auf die Stelle der Karte, an der es stehen soll.");
 inline const QString measure = QStringLiteral("Maßstab: Ziehen Sie eine Messlinie von bekannter Länge.");
 inline const QString placeScale = QStringLiteral("Maßstab: Klicken Sie auf die Stelle, an der er stehen soll.");
+inline const QString drawLine = QStringLiteral(
+    "Linie: Klicken setzt einen Eckpunkt, Rücktaste nimmt ihn zurück. Ende: Doppelklick oder rechte Maustaste. Esc: "
+    "verwerfen.");
+inline const QString drawArea = QStringLiteral(
+    "Fläche: Klicken setzt einen Eckpunkt, Rücktaste nimmt ihn zurück. Ende: Doppelklick oder rechte Maustaste. Esc: "
+    "verwerfen.");
 inline const QString chooseTarget = QStringLiteral("Zuordnen: Klicken Sie auf die Fläche oder Linie.");
 inline const QString fromCorner = QStringLiteral(" Abstand vom linken oberen Karteneck ");
 }  // namespace hand_texts

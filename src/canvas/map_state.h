@@ -5,6 +5,7 @@
 #include <QString>
 #include <QStringList>
 #include <array>
+#include <optional>
 #include <vector>
 
 #include "platform/region.h"
@@ -95,8 +96,9 @@ struct MapState {
   QString Tool;             // what the next click makes: "Text", "Bild", "" = nothing
   QImage HandUnder;         // what frame and vertices of the entry in hand cover of the canvas
   QPoint HandUnderAt;
-  QPoint PopupAt;  // window position of the last right click
-  QImage canvas;   // the painted window: background and entries
+  std::optional<QPoint> Circled;  // map position of the vertex that is being corrected: circled on the window
+  QPoint PopupAt;                 // window position of the last right click
+  QImage canvas;                  // the painted window: background and entries
 };
 extern MapState Map;
 

@@ -27,7 +27,8 @@ constexpr int wheelStep = 60;      // window pixels a notch
 constexpr int arrowStep = 40;      // window pixels a key
 constexpr double zoomStep = 1.25;  // a notch with Ctrl
 constexpr double notch = 120.0;    // wheel units
-constexpr int outlineRoom = 3;     // the outline's pen reaches beyond its points
+constexpr double circleRadius = 7;
+constexpr int outlineRoom = 3;  // the outline's pen reaches beyond its points
 
 bool Loading() { return !Map.PicText.isEmpty() && !Map.Caption.isEmpty(); }
 
@@ -77,7 +78,19 @@ void MapCanvas::paintEvent(QPaintEvent*) {
   if (!picture.isNull()) painter.drawImage(0, 0, picture);
   if (picture.width() < width()) painter.fillRect(picture.width(), 0, width() - picture.width(), height(), around);
   if (picture.height() < height()) painter.fillRect(0, picture.height(), width(), height() - picture.height(), around);
+  Paint_Circle(painter);
   Paint_Outline(painter);
+}
+
+// Round the vertex in correction, light and dark so that it is seen on every ground.
+void MapCanvas::Paint_Circle(QPainter& painter) {
+  if (!Map.Circled) return;
+  const QPointF at(Window_X(Map.Circled->x()), Window_Y(Map.Circled->y()));
+  painter.setBrush(Qt::NoBrush);
+  for (const QPen& pen : {QPen(Qt::white, 5), QPen(Qt::red, 2)}) {
+    painter.setPen(pen);
+    painter.drawEllipse(at, circleRadius, circleRadius);
+  }
 }
 
 void MapCanvas::Paint_Outline(QPainter& painter) {

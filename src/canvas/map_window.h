@@ -29,6 +29,7 @@ class MapCanvas : public QWidget {
   void mouseDoubleClickEvent(QMouseEvent* event) override;
 
  private:
+  void Paint_Circle(QPainter& painter);
   void Paint_Outline(QPainter& painter);
   void Show_Outline();
   void Show_Pointer();

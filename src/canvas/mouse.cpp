@@ -15,6 +15,7 @@
 #include "canvas/marks.h"
 #include "canvas/redraw.h"
 #include "canvas/tool_state.h"
+#include "canvas/vertex_edit.h"
 #include "canvas/view.h"
 #include "objects/reference_line.h"
 #include "platform/message_box.h"
@@ -238,6 +239,7 @@ void Map_Mouse_Down(QPoint window, MouseButton button, MouseKeys keys) {
   }
   if (tool) return tool->Down(window, keys);
   if (Tool_Click(window)) return;
+  if (keys.control && !keys.shift && Insert_Vertex_At(window)) return;
   if (keys.control || keys.shift) return Mark_At(window);
   int handle = -1;
   const Grip grip = Grip_At(window, &handle);
@@ -304,8 +306,11 @@ bool Map_Key(int key, MouseKeys keys) {
 MapPointer Map_Pointer() {
   if (!frmMDI.MapOpen) return MapPointer::Arrow;
   if (Map.LupeOn || !Map.Tool.isEmpty() || Duplicate_Waiting() || Assign_Waiting()) return MapPointer::Cross;
-  if (dragState.Active()) return dragState.grip == Grip::Handle ? MapPointer::Size : MapPointer::Move;
+  if (dragState.Active()) {
+    const bool sized = dragState.grip == Grip::Handle || dragState.grip == Grip::Vertex;
+    return sized ? MapPointer::Size : MapPointer::Move;
+  }
   const Grip grip = Grip_At(lastMouse);
-  if (grip == Grip::Handle) return MapPointer::Size;
+  if (grip == Grip::Handle || grip == Grip::Vertex) return MapPointer::Size;
   return grip != Grip::None || Hit_Entry(lastMouse) > 0 ? MapPointer::Move : MapPointer::Arrow;
 }

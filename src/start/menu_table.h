@@ -29,7 +29,8 @@ enum class MenuNeeds {
   TwoMarks,
   Hidden,
   Inactive,
-  Entries,  // at least one entry
+  Template,  // a template of an area was saved
+  Entries,   // at least one entry
 };
 
 struct MenuRow {

@@ -1,0 +1,146 @@
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDoubleSpinBox>
+#include <QLabel>
+#include <QRadioButton>
+#include <QTableView>
+
+#include "canvas/activation.h"
+#include "canvas/frmFlKord.h"
+#include "canvas/mouse.h"
+#include "canvas/next_shape.h"
+#include "objects/frmLineEndpunkte.h"
+#include "objects/frmLnStil.h"
+#include "start/events.h"
+#include "start/frm_handlers.h"
+#include "start/global_state.h"
+#include "store/entry.h"
+#include "store/table_state.h"
+#include "store/vertex_table.h"
+#include "windows/dialog_parts.h"
+#include "windows/window_fixture.h"
+
+namespace {
+
+class LinesWindowTest : public WindowTest {
+ protected:
+  QString Take(const QString& id, const std::vector<QPoint>& vertices, int typ = 4) {
+    EntryRow row;
+    row.ID = id;
+    row.Eintrag = "Weg";
+    row.Schrift = "Arial";
+    row.Groesse = 8;
+    row.Xline = row.Yline = 1;
+    row.Typ = typ;
+    Write_Vertices(EntryId::Parse(id).TableName(), vertices);
+    Append_Entry(row);
+    rsEntries->MoveLast();
+    const QString bookmark = rsEntries->Bookmark();
+    Map_Redraw();
+    EXPECT_TRUE(Take_Entry(bookmark));
+    return bookmark;
+  }
+  static EntryRow Now() {
+    rsEntries->SetBookmark(Map.InHand);
+    return Read_Entry(*rsEntries);
+  }
+  void Press_Tool(const char* key) { Tool_Handlers().value(QLatin1String(key))(*window, 0); }
+};
+
+TEST_F(LinesWindowTest, StyleAndEndsAreWrittenAtOnceAndTakenBack) {
+  Open(800, 600);
+  Take("Linie1", {{100, 100}, {300, 200}});
+  When_Shown([](QWidget& dialog) {
+    Part<QComboBox>(dialog, "cmbStil")->setCurrentIndex(2);
+    Part<QRadioButton>(dialog, "optTransparent")->setChecked(true);
+    EXPECT_EQ(Now().Yline, -3);
+    Press(dialog, "cmdCancel");
+  });
+  Press_Tool("LnStil");
+  EXPECT_EQ(Now().Yline, 1);
+  When_Shown([](QWidget& dialog) {
+    EXPECT_FALSE(Part<QCheckBox>(dialog, "chkEnde")->isChecked());
+    Part<QComboBox>(dialog, "cmbForm")->setCurrentIndex(2);
+    Part<QCheckBox>(dialog, "chkEnde")->setChecked(true);
+    Part<QRadioButton>(dialog, "optTeilstrecke")->setChecked(true);
+    Part<QDoubleSpinBox>(dialog, "txtLaenge")->setValue(5);
+    Press(dialog, "cmdOK");
+  });
+  Press_Tool("LnEnd");
+  EXPECT_EQ(Now().ID, QStringLiteral("Linie1 - C1011L5.0B3.0"));
+}
+
+TEST_F(LinesWindowTest, VertexTableEditsDeletesInsertsAndPutsBack) {
+  Open(800, 600);
+  Take("Linie1 - P0010L1.0B1.0", {{100, 100}, {200, 100}, {300, 200}});
+  Press_Tool("LnKorr");
+  auto* dialog = window->findChild<FrmFlKord*>();
+  ASSERT_NE(dialog, nullptr);
+  EXPECT_EQ(dialog->windowTitle(), QStringLiteral("Linie1 Korrektur"));
+  auto* table = Part<QTableView>(*dialog, "DBGrid1");
+  auto* count = Part<QLabel>(*dialog, "lblCount");
+  auto& model = *table->model();
+  Tbl.Tag = QStringLiteral("Clean");
+  EXPECT_FALSE(model.setData(model.index(1, 0), 40000, Qt::EditRole));
+  EXPECT_FALSE(model.setData(model.index(1, 0), QStringLiteral("x"), Qt::EditRole));
+  EXPECT_EQ(Tbl.Tag, QStringLiteral("Clean"));
+  EXPECT_TRUE(model.setData(model.index(1, 1), 150, Qt::EditRole));
+  EXPECT_EQ(Load_Vertices("Linie1")[1], QPoint(200, 150));
+  EXPECT_EQ(Tbl.Tag, QStringLiteral("Dirty"));
+  table->setCurrentIndex(model.index(1, 0));
+  EXPECT_EQ(Map.Circled, QPoint(200, 150));
+  Press(*dialog, "btnInsert");
+  EXPECT_EQ(Load_Vertices("Linie1")[2], QPoint(250, 175));
+  EXPECT_EQ(count->text(), QStringLiteral("Polygoneckpunkte: 4"));
+  table->selectAll();
+  Press(*dialog, "btnDelete");
+  EXPECT_EQ(Load_Vertices("Linie1").size(), 4U) << "two must stay";
+  // A vertex moved on the map is seen in the table.
+  Write_Vertices("Linie1", {{1, 2}, {3, 4}, {50, 60}});
+  events.TableChanged.Emit();
+  EXPECT_EQ(model.rowCount(), 3);
+  table->selectRow(0);
+  Press(*dialog, "btnDelete");
+  EXPECT_EQ(Load_Vertices("Linie1"), (std::vector<QPoint>{{3, 4}, {50, 60}}));
+  Press(*dialog, "btnReset");
+  EXPECT_EQ(Load_Vertices("Linie1"), (std::vector<QPoint>{{100, 100}, {200, 100}, {300, 200}}));
+  // The entry goes, and the window with it.
+  MessageScript script;
+  script.AllowAny(MsgAnswer::Yes);
+  Map_Key(Qt::Key_Delete, {});
+  Settle();
+  EXPECT_EQ(window->findChild<FrmFlKord*>(), nullptr);
+  EXPECT_FALSE(Map.Circled);
+}
+
+TEST_F(LinesWindowTest, TheCheckStopsAtEveryDisturbingVertex) {
+  Open(800, 600);
+  Take("Figur1", {{100, 100}, {300, 300}, {300, 100}, {100, 300}}, 24);
+  Choose(QStringLiteral("mnuFigKorr"));
+  auto* dialog = window->findChild<FrmFlKord*>();
+  ASSERT_NE(dialog, nullptr);
+  auto* button = Part<QAbstractButton>(*dialog, "btnPruefen");
+  auto* table = Part<QTableView>(*dialog, "DBGrid1");
+  auto* found = Part<QLabel>(*dialog, "lblFound");
+  EXPECT_EQ(button->text(), QStringLiteral("Prüfen "));
+  button->click();
+  EXPECT_EQ(button->text(), QStringLiteral("Stop"));
+  Settle();
+  EXPECT_EQ(button->text(), QStringLiteral("Prüfen | "));
+  EXPECT_EQ(table->currentIndex().row(), 1);
+  EXPECT_EQ(Map.Circled, QPoint(300, 300));
+  button->click();
+  Settle();
+  EXPECT_EQ(table->currentIndex().row(), 3);
+  button->click();
+  Settle();
+  EXPECT_EQ(button->text(), QStringLiteral("Prüfen "));
+  EXPECT_EQ(found->text(), QStringLiteral("Kein weiterer störender Polygoneckpunkt gefunden."));
+  Write_Vertices("Figur1", {{100, 100}, {300, 100}, {300, 300}});
+  events.TableChanged.Emit();
+  button->click();
+  Settle();
+  EXPECT_EQ(found->text(), QStringLiteral("Kein störender Polygoneckpunkt gefunden."));
+}
+
+}  // namespace
