@@ -2,7 +2,7 @@
 #include <sqlite3.h>
 
 #include <QGuiApplication>
-#include <chrono>
+#include <ctime>
 
 #include "bench_map.h"
 #include "coordinates/coordinate_state.h"
@@ -46,9 +46,13 @@ QString Make_File(const QString& folder) {
   return path;
 }
 
-double Since(std::chrono::steady_clock::time_point start) {
-  return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
+// What the processor spent, so that other programs on a busy machine do not count.
+double Now() {
+  timespec time{};
+  clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+  return 1e3 * static_cast<double>(time.tv_sec) + 1e-6 * static_cast<double>(time.tv_nsec);
 }
+double Since(double start) { return Now() - start; }
 
 // The rows the import made, out of its own table.
 std::vector<EntryRow> Made_Rows() {
@@ -64,7 +68,7 @@ double Bare_Inserts(const std::vector<EntryRow>& rows) {
   if (sqlite3_prepare_v2(dbEntries->Handle(), "INSERT INTO MapData VALUES (?,?,?,?,?,?,?,?,?,?,?,?)", -1, &insert,
                          nullptr) != SQLITE_OK)
     qFatal("prepare");
-  const auto start = std::chrono::steady_clock::now();
+  const double start = Now();
   sqlite3_exec(dbEntries->Handle(), "BEGIN IMMEDIATE", nullptr, nullptr, nullptr);
   for (const EntryRow& row : rows) {
     const QByteArray texts[3] = {row.ID.toUtf8(), row.Eintrag.toUtf8(), row.Schrift.toUtf8()};
@@ -91,7 +95,7 @@ void Import_100000(benchmark::State& state, bool drawn) {
   double best[3] = {1e9, 1e9, 1e9};  // import, of which reading the file, bare
   for (auto _ : state) {
     frmMDI.MapOpen = drawn;
-    auto start = std::chrono::steady_clock::now();
+    const double start = Now();
     CsvTable table;
     if (!Csv_Analyse(file, table)) qFatal("analyse");
     best[1] = std::min(best[1], Since(start));

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
-#include <vector>
+#include <limits>
 
 #include "coordinates/conversions.h"
 #include "coordinates/degree_text.h"
@@ -10,8 +10,9 @@
 
 namespace {
 
-constexpr int zoneFrom = 7, rechtswertDigits = 6;
-constexpr int zoneMetres = 1'000'000;
+constexpr int zoneFrom = 7;            // digits of a Rechtswert with its zone in front
+constexpr int zoneMetres = 1'000'000;  // the last six digits are the Rechtswert
+constexpr int mostDigits = 18;
 
 bool Is_Geographic(const CsvTable& table) { return table.CsvTyp == QLatin1String("GEO"); }
 
@@ -48,15 +49,19 @@ CsvPlace Outside(const QString& reason) {
   return place;
 }
 
-CsvPlace Judged(int code, double x, double y, const CsvRecord& record, const Names& names, const QString& xValue,
-                const QString& yValue) {
+// What the conversion says of the place. `metres`: the numbers used, where the coordinate is none of degrees.
+CsvPlace Judged(int code, double x, double y, const CsvTable& table, const CsvRecord& record,
+                std::optional<QPoint> metres = {}) {
+  if (code == onMap) {
+    CsvPlace place;
+    place.onMap = true;
+    place.at = QPoint(To_Int16(x), To_Int16(y));
+    return place;
+  }
+  const Names names = Names_Of(table);
+  const QString xValue = metres ? QString::number(metres->x()) : record.x.toString();
+  const QString yValue = metres ? QString::number(metres->y()) : record.y.toString();
   switch (code) {
-    case onMap: {
-      CsvPlace place;
-      place.onMap = true;
-      place.at = QPoint(To_Int16(x), To_Int16(y));
-      return place;
-    }
     case tooFarLeft:
       return Outside(record.text + names.x + xValue + QStringLiteral(" liegt zu weit links im Westen"));
     case tooFarRight:
@@ -74,13 +79,12 @@ CsvPlace Judged(int code, double x, double y, const CsvRecord& record, const Nam
 }
 
 CsvPlace Place_Degrees(const CsvTable& table, const CoordinateState& state, const CsvRecord& record) {
-  const QString xText = record.x.toString(), yText = record.y.toString();
   const auto longitude = Read_Degrees(record.x), latitude = Read_Degrees(record.y);
-  if (!longitude) return Refused(Unread(QStringLiteral("Länge"), xText));
-  if (!latitude) return Refused(Unread(QStringLiteral("Breite"), yText));
+  if (!longitude) return Refused(Unread(QStringLiteral("Länge"), record.x.toString()));
+  if (!latitude) return Refused(Unread(QStringLiteral("Breite"), record.y.toString()));
   double x = 0, y = 0;
   const int code = Grad_To_Pixel(state, *longitude, *latitude, x, y);
-  return Judged(code, x, y, record, Names_Of(table), xText, yText);
+  return Judged(code, x, y, table, record);
 }
 
 CsvPlace Place_Metres(const CsvTable& table, const CoordinateState& state, const CsvRecord& record) {
@@ -90,27 +94,26 @@ CsvPlace Place_Metres(const CsvTable& table, const CoordinateState& state, const
   const auto unreadX = [&record] { return Refused(Unread(QStringLiteral("Rechtswert"), record.x.toString())); };
   if (!right) return unreadX();
   int zoneAdded = 0;
-  if (right->digits.size() >= zoneFrom) {
-    const QString zone = right->digits.chopped(rechtswertDigits);
-    if (right->negative || zone.toLongLong() != Zone_Of(state)) return Outside(QStringLiteral("Falsche Zone: ") + zone);
-    right->digits = right->digits.right(rechtswertDigits);
+  if (right->digits >= zoneFrom) {
+    const qint64 zone = right->value / zoneMetres;
+    if (right->negative || zone != Zone_Of(state))
+      return Outside(QStringLiteral("Falsche Zone: ") + QString::number(zone));
+    right->value %= zoneMetres;
     // Such a net counts its Rechtswert with the zone in front.
-    if (!state.NetPKG && state.GridR >= zoneMetres) zoneAdded = zone.toInt() * zoneMetres;
+    if (!state.NetPKG && state.GridR >= zoneMetres) zoneAdded = static_cast<int>(zone) * zoneMetres;
   }
   if (!right->Value()) return unreadX();
   if (!hochwert) return Refused(Unread(QStringLiteral("Hochwert"), record.y.toString()));
   const int r = right->Value().value_or(0), h = hochwert.value_or(0);
-  const QString xValue = QString::number(r), yValue = QString::number(h);
-  const Names names = Names_Of(table);
   if (state.NetPKG) {
     double x = 0, y = 0;
     const int code = Grad_To_Pixel(state, (r - state.PkgR) / 1000, (h - state.PkgH) / 1000, x, y);
-    return Judged(code, x, y, record, names, xValue, yValue);
+    return Judged(code, x, y, table, record, QPoint(r, h));
   }
   if (state.Geographic()) return Refused(QStringLiteral("Die Karte hat kein Netz mit Rechts- und Hochwerten."));
   int x = 0, y = 0;
   const int code = Koord_To_Pixel(state, r + zoneAdded, h, x, y);
-  return Judged(code, x, y, record, names, xValue, yValue);
+  return Judged(code, x, y, table, record, QPoint(r, h));
 }
 
 }  // namespace
@@ -126,23 +129,23 @@ CsvPlace Csv_Place_Of(const CsvTable& table, const CoordinateState& state, const
 }
 
 std::optional<int> WholeNumber::Value() const {
-  bool good = false;
-  const int value = digits.toInt(&good);
-  if (!good) return std::nullopt;
-  return negative ? -value : value;
+  if (value > std::numeric_limits<int>::max()) return std::nullopt;
+  return static_cast<int>(negative ? -value : value);
 }
 
 std::optional<WholeNumber> Read_Whole(QStringView text) {
   WholeNumber number;
-  number.digits.reserve(text.size());
   bool decimals = false, first = true;
   for (const QChar sign : text) {
     if (sign.isSpace()) continue;
     if (sign == u',' || sign == u'.') {
-      if (decimals || number.digits.isEmpty()) return std::nullopt;
+      if (decimals || number.digits == 0) return std::nullopt;
       decimals = true;
     } else if (sign >= u'0' && sign <= u'9') {
-      if (!decimals) number.digits += sign;
+      if (!decimals) {
+        if (++number.digits > mostDigits) return std::nullopt;
+        number.value = number.value * 10 + (sign.unicode() - u'0');
+      }
     } else if (first && (sign == u'-' || sign == u'+')) {
       number.negative = sign == u'-';
     } else {
@@ -150,7 +153,7 @@ std::optional<WholeNumber> Read_Whole(QStringView text) {
     }
     first = false;
   }
-  if (number.digits.isEmpty()) return std::nullopt;
+  if (number.digits == 0) return std::nullopt;
   return number;
 }
 
@@ -193,19 +196,24 @@ QPoint Point_Of(quint64 key) {
 TakenPositions::TakenPositions(QPoint stepWidth, QSize mapSize)
     : step(stepWidth.isNull() ? QPoint(1, 1) : stepWidth), map(mapSize) {}
 
-void TakenPositions::Reserve(int count) {
-  forward.reserve(count);
-  backward.reserve(count);
-}
+void TakenPositions::Reserve(int count) { forward.reserve(count); }
 
 // Follows the chain to its end and shortens the way for those who come after.
-QPoint TakenPositions::Free_Along(Chain& chain, QPoint from) const {
+QPoint TakenPositions::Free_Along(Chain& chain, QPoint from, QPoint by) const {
   quint64 end = Key_Of(from);
-  for (auto next = chain.constFind(end); next != chain.constEnd(); next = chain.constFind(end)) end = *next;
-  for (quint64 key = Key_Of(from); key != end;) {
-    quint64& next = chain[key];
-    key = next;
-    next = end;
+  for (auto next = chain.constFind(end);; next = chain.constFind(end)) {
+    if (next != chain.constEnd())
+      end = *next;
+    else if (forward.contains(end))
+      end = Key_Of(Point_Of(end) + by);
+    else
+      break;
+  }
+  for (QPoint at = from; Key_Of(at) != end;) {
+    const auto next = chain.constFind(Key_Of(at));
+    const QPoint following = next != chain.constEnd() ? Point_Of(*next) : at + by;
+    chain[Key_Of(at)] = end;
+    at = following;
   }
   return Point_Of(end);
 }
@@ -214,10 +222,10 @@ std::optional<QPoint> TakenPositions::Take(QPoint wanted) {
   const auto outside = [this](QPoint at) {
     return at.x() < 0 || at.y() < 0 || at.x() > map.width() || at.y() > map.height();
   };
-  QPoint free = Free_Along(forward, wanted);
-  if (outside(free)) free = Free_Along(backward, wanted);
+  QPoint free = wanted;
+  if (forward.contains(Key_Of(wanted))) free = Free_Along(forward, wanted, step);
+  if (outside(free)) free = Free_Along(backward, wanted, -step);
   if (outside(free)) return std::nullopt;
   forward.insert(Key_Of(free), Key_Of(free + step));
-  backward.insert(Key_Of(free), Key_Of(free - step));
   return free;
 }

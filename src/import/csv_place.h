@@ -23,10 +23,11 @@ struct CsvPlace {
 // Raises what the conversion raises. `name` stands at the head of the reasons.
 CsvPlace Csv_Place_Of(const CsvTable& table, const CoordinateState& state, const CsvRecord& record);
 
-// Digits of a number without its decimals; nothing if it is none. Blanks between the digits are passed over.
+// A number without its decimals; nothing if the text is none. Blanks between the digits are passed over.
 struct WholeNumber {
+  qint64 value = 0;  // without its sign
+  int digits = 0;
   bool negative = false;
-  QString digits;
   std::optional<int> Value() const;  // nothing beyond 32 bits
 };
 std::optional<WholeNumber> Read_Whole(QStringView text);
@@ -44,9 +45,10 @@ class TakenPositions {
 
  private:
   using Chain = QHash<quint64, quint64>;
-  QPoint Free_Along(Chain& chain, QPoint from) const;
+  QPoint Free_Along(Chain& chain, QPoint from, QPoint by) const;
 
   QPoint step;
   QSize map;
-  Chain forward, backward;  // taken position -> the next one to try
+  Chain forward;   // every taken position -> the next one to try
+  Chain backward;  // the same the other way, of those that were asked for
 };
