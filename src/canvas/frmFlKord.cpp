@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "canvas/activation.h"
+#include "canvas/frm_beside.h"
 #include "canvas/map_state.h"
 #include "canvas/view.h"
 #include "desktop/application.h"
@@ -169,5 +170,5 @@ void Open_Vertex_Table(QWidget* parent) {
   if (auto* open = parent->findChild<FrmFlKord*>()) open->reject();
   auto* window = new FrmFlKord(*list, parent);
   window->setAttribute(Qt::WA_DeleteOnClose);
-  window->show();
+  Show_At_The_Side(*window, parent);
 }

@@ -3,6 +3,7 @@
 #include <array>
 #include <utility>
 
+#include "canvas/frm_beside.h"
 #include "canvas/line_look.h"
 #include "desktop/application.h"
 #include "objects/line_sample.h"
@@ -96,5 +97,6 @@ void FrmLineEndpunkte::reject() {
 
 void Show_frmLineEndpunkte(QWidget* parent) {
   FrmLineEndpunkte window(parent);
+  Show_At_The_Side(window, parent);
   window.exec();
 }

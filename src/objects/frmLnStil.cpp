@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 
+#include "canvas/frm_beside.h"
 #include "canvas/line_look.h"
 #include "desktop/application.h"
 #include "objects/line_sample.h"
@@ -66,5 +67,6 @@ void FrmLnStil::reject() {
 
 void Show_frmLnStil(QWidget* parent) {
   FrmLnStil window(parent);
+  Show_At_The_Side(window, parent);
   window.exec();
 }
