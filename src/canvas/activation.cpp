@@ -9,6 +9,7 @@
 #include "canvas/marks.h"
 #include "canvas/redraw.h"
 #include "canvas/row_switches.h"
+#include "canvas/text_font.h"
 #include "canvas/tool_state.h"
 #include "canvas/view.h"
 #include "canvas/visibility.h"
@@ -150,6 +151,7 @@ void Activate_Entry() {
   Map.Text2.Tag = QStringLiteral("Old");
   Load_Entry_Colors();
   Load_Text_Box(row);
+  Remember_Text_Look(row.Typ, row.Schrift, row.Groesse, row.Eintrag);
   Place_Controls(row);
   Find_Group(row);
   InfoBar.Panel[0] = Entry_Status_Text();
@@ -251,21 +253,18 @@ void Discard_Pending_Text() {
   events.HandChanged.Emit();
 }
 
-void Begin_Text(QPoint window) {
+void New_Text(int x, int y) {
   if (!rsEntries || (Entry_In_Hand() && !End_Entry())) return;
+  const FontChoice font = Font_Of_New_Text();
   Drop_Hand();
   Map.Tool.clear();
+  Load_Font_Into_Box(font);
   LiveControl& box = Map.Text2;
-  if (EntFont.isEmpty() || FontSpec::Parse(EntFont).IsSymbol()) EntFont = QStringLiteral("Arial");
-  EntAngle = 0;
-  EntCharset = 0;
-  box.FontName = EntFont;
-  if (EntFontSize > 0) box.FontSize = EntFontSize;
   box.Text.clear();
   box.Tag = QStringLiteral("Neu");
   EntVGColor = Palette[static_cast<size_t>(CurVG)];
   EntHGColor = Palette[static_cast<size_t>(CurHG)];
-  Map.TextAt = {Map_X(window.x()), Map_Y(window.y())};
+  Map.TextAt = {Map_X(x), Map_Y(y)};
   EntryRow row;
   row.RA = CurRA;
   Place_Text_Box(row);

@@ -32,8 +32,8 @@ bool Text_Pending();
 bool Store_Pending_Text();
 // The typed text is forgotten; a new one goes altogether.
 void Discard_Pending_Text();
-// Opens the edit box for a new text with its upper left corner there, in the font used last.
-void Begin_Text(QPoint window);
+// Opens the edit box for a new text with its upper left corner there, in Font_Of_New_Text and the current colours.
+void New_Text(int x, int y);
 
 // Frame of the active text, vertices of a line or area, frame of a group: painted on the canvas over the entries.
 void Akt_Frame();

@@ -151,6 +151,7 @@ void EntryPainter::Draw_Text_Row(const Recordset& rows, Row& row) {
   look.frame = row.frame;
   look.colors = row.colors;
   look.transparent = font.transparent;
+  look.perspex = Map.Perspex;
   look.boxMode = Map.BoxMode == -1 ? DrawMode::NotXor : DrawMode::Copy;
   if (font.angle > 0) {
     Draw_Rotated_Row(font, text, row, look);
@@ -248,7 +249,13 @@ void EntryPainter::Draw_Overview_Box(const Row& row) {
 }
 
 void EntryPainter::Ask_Missing_Font(const QString& text, const FontSpec& font, const Row& row) {
-  if (!onMap || !dialogHooks.FontWindow || Map.FontMissingAnswer == QLatin1String("No")) return;
+  if (!onMap || !dialogHooks.FontWindow) return;
+  // Once for each entry: the next scroll shall not ask it all again.
+  const QString asked = QString::number(context.key) + u' ' + font.family;
+  if (Map.FontsAsked.contains(asked)) return;
+  if (Map.FontMissingAnswer == QLatin1String("Later")) return;
+  Map.FontsAsked.insert(asked);
+  if (Map.FontMissingAnswer == QLatin1String("No")) return;
   const MsgAnswer answer = Message_Box(
       QStringLiteral("Der Eintrag \"%1\" (%3) verwendet die Schriftart \"%2\", die auf diesem Rechner nicht vorhanden "
                      "ist.\nMöchten Sie eine andere Schriftart wählen?")
@@ -256,7 +263,7 @@ void EntryPainter::Ask_Missing_Font(const QString& text, const FontSpec& font, c
       MsgButtons::YesNoCancel, MsgIcon::Question, QStringLiteral("Schrift nicht gefunden"));
   if (answer == MsgAnswer::Cancel) Map.FontMissingAnswer = QStringLiteral("No");
   if (answer != MsgAnswer::Yes) return;
-  Map.DrawAbort = true;
+  Map.FontMissingAnswer = QStringLiteral("Later");  // the others after this one
   dialogHooks.FontWindow(QString::number(context.key), QStringLiteral("Schrift ändern: ") + font.family);
 }
 

@@ -20,6 +20,8 @@ inline const QString size = QStringLiteral("Größe ändern: Linke Maustaste dr�
 inline const QString lupe =
     QStringLiteral("Lupe: Klicken vergrößert die Karte. Rechte Maustaste: Zoom-Faktor. Esc: Lupe aus.");
 inline const QString placeText = QStringLiteral("Text: Klicken Sie auf die Stelle der Karte, an der er stehen soll.");
+inline const QString placeSymbol =
+    QStringLiteral("Symbol: Klicken Sie auf die Stelle der Karte, an der es stehen soll.");
 inline const QString placePicture =
     QStringLiteral("Bild: Klicken Sie auf die Stelle der Karte, an der es stehen soll.");
 inline const QString placeDuplicate =

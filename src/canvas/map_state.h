@@ -2,6 +2,7 @@
 #include <QImage>
 #include <QPoint>
 #include <QRect>
+#include <QSet>
 #include <QString>
 #include <QStringList>
 #include <array>
@@ -66,7 +67,8 @@ struct MapState {
 
   QString CurBookmark;        // row key of the current entry
   QString HeaderBookmark;     // row key of the header row
-  QString FontMissingAnswer;  // "No": the missing-font question is not asked again in this pass
+  QString FontMissingAnswer;  // of this pass: "No" the question is not asked again, "Later" only in the next one
+  QSet<QString> FontsAsked;   // entries whose missing font was asked for: once is enough
   QString PicText;            // what is written on the window while a map is being loaded
 
   RegionSet EntryRegions;  // hit list and union of the last redraw
@@ -75,6 +77,7 @@ struct MapState {
   std::vector<PlanLabel> PlanLabels;
   int PlanMode = 0;                  // negative: plan squares hidden
   int BoxMode = 0;                   // -1: text boxes in the not-xor mode
+  bool Perspex = false;              // the boxes behind texts are half transparent; for the session
   bool DrawAbort = false;            // an entry was deleted while it was drawn: the pass stops
   int ReferenceWidth = 1;            // pen width of reference lines, pixels
   double ReferenceCircle = 4;        // radius of the foot point circle, pixels

@@ -71,7 +71,9 @@ void MapEditor::Show_Look() {
   if (font() != face.font) setFont(face.font);
   QPalette colors = palette();
   // A text without a box is seen on the map itself until it is being written.
-  const bool clear = Map.Text2.FontTransparent && !Text_Pending() && !hasFocus();
+  // A turned one, or one with a box that lets the map through, likewise.
+  const bool seenBelow = Map.Text2.FontTransparent || Map.Perspex || EntAngle != 0;
+  const bool clear = seenBelow && !Text_Pending() && !hasFocus();
   const QColor ground = Map.Text2.FontTransparent ? QColor(Qt::white) : QColor::fromRgb(EntHGColor);
   const QColor paper = clear ? QColor(Qt::transparent) : ground;
   const QColor ink = clear ? QColor(Qt::transparent) : QColor::fromRgb(EntVGColor);

@@ -14,6 +14,7 @@
 #include "canvas/map_tool.h"
 #include "canvas/marks.h"
 #include "canvas/redraw.h"
+#include "canvas/symbols.h"
 #include "canvas/tool_state.h"
 #include "canvas/vertex_edit.h"
 #include "canvas/view.h"
@@ -51,7 +52,11 @@ void Lupe_Click(QPoint window, MouseButton button) {
 // True if the click belonged to something that waited for it.
 bool Tool_Click(QPoint window) {
   if (Map.Tool == QLatin1String("Text")) {
-    Begin_Text(window);
+    New_Text(window.x(), window.y());
+    return true;
+  }
+  if (Map.Tool == QLatin1String("Symb")) {
+    Place_Symbol(window);
     return true;
   }
   if (Map.Tool == QLatin1String("Bild")) {
@@ -121,6 +126,7 @@ QString Hover_Text(int hit) {
   if (Map.LupeOn) return hand_texts::lupe;
   if (const MapTool* tool = Map_Tool_In_Use()) return tool->Status();
   if (Map.Tool == QLatin1String("Text")) return hand_texts::placeText;
+  if (Map.Tool == QLatin1String("Symb")) return hand_texts::placeSymbol;
   if (Map.Tool == QLatin1String("Bild")) return hand_texts::placePicture;
   if (Duplicate_Waiting()) return hand_texts::placeDuplicate;
   if (Assign_Waiting()) return hand_texts::chooseTarget;

@@ -108,7 +108,8 @@ void Dress_Entry() {
   for (ToolButton& button : Toolbar1.buttons)
     button.Enabled = button.Key == QLatin1String("Ok") || button.Key == QLatin1String("Panel") ||
                      button.Key == QLatin1String("Del") || button.Key == QLatin1String("Lupe") ||
-                     button.Key == QLatin1String("Farbe") || button.Key == QLatin1String("Rahmen");
+                     button.Key == QLatin1String("Farbe") || button.Key == QLatin1String("Rahmen") ||
+                     button.Key == QLatin1String("Schrift");
 }
 
 }  // namespace
@@ -197,6 +198,7 @@ void Choose_Tool(const QString& tool) {
   if (Entry_In_Hand() && !End_Entry()) return;
   Map.Tool = again ? QString() : tool;
   InfoBar.Panel[0] = Map.Tool == QLatin1String("Text")   ? hand_texts::placeText
+                     : Map.Tool == QLatin1String("Symb") ? hand_texts::placeSymbol
                      : Map.Tool == QLatin1String("Bild") ? hand_texts::placePicture
                                                          : QString();
   Show_Chosen_Tool();

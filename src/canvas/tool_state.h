@@ -20,7 +20,7 @@ void Follow_Counts();
 void Insert_Popup(int x, int y);
 // Toggles the magnifier: on, clicks zoom in; off, a redraw.
 void Toggle_Lupe();
-// The next click on the map makes an entry of that kind ("Text", "Bild"); the same once more or "" ends the waiting.
+// The next click on the map makes an entry of that kind ("Text", "Symb", "Bild"); the same once more or "" ends the waiting.
 void Choose_Tool(const QString& tool);
 // In the state "Norm" the button of the chosen tool (Map.Tool) is pressed, all others are not.
 void Show_Chosen_Tool();

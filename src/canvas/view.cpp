@@ -236,6 +236,7 @@ void Set_Map_Picture(const QImage& picture) {
 }
 
 void Clear_Map_Picture() {
+  Map.FontsAsked.clear();
   reducedCopies.clear();
   builds = 0;
   for (MapClipState& clip : Map.MapClip) clip = {};

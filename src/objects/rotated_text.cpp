@@ -1,6 +1,7 @@
 #include "objects/rotated_text.h"
 
 #include <cmath>
+#include <numbers>
 #include <span>
 
 namespace {
@@ -26,13 +27,14 @@ bool Within(const std::array<QPointF, 4>& corners, QPointF point) {
 }
 
 void Draw_Box(Surface& surface, std::span<const QPointF> corners, const TextLook& look) {
-  if (look.transparent && !look.frame.framed) return;
+  if (Veiled(look)) surface.Veil(corners, look.colors.HG);
+  if ((look.transparent || Veiled(look)) && !look.frame.framed) return;
   surface.pen = {.ForeColor = look.frame.framed ? look.colors.RA : look.colors.HG,
                  .FillColor = look.colors.HG,
                  .mode = look.frame.framed && look.frame.notXor ? DrawMode::NotXor : look.boxMode,
                  .DrawWidth = look.frame.framed ? static_cast<double>(look.frame.width) : 1.0,
                  .pen = look.frame.framed ? Frame_Pattern(look.frame) : PenStyle::Solid,
-                 .fill = look.transparent ? FillStyle::None : FillStyle::Solid};
+                 .fill = look.transparent || Veiled(look) ? FillStyle::None : FillStyle::Solid};
   surface.Polygon(corners);
 }
 
@@ -50,6 +52,15 @@ QPointF Nearest_Corner(const std::array<QPointF, 4>& corners, QPointF point) {
   return *std::min_element(corners.begin(), corners.end(), [&](QPointF a, QPointF b) {
     return (a - point).manhattanLength() < (b - point).manhattanLength();
   });
+}
+
+QPointF Sample_Origin(double angle, double width, double height) {
+  if (angle < 0) angle += 360;
+  const double turn = angle * std::numbers::pi / 180;
+  if (angle < 90) return {0, height * std::sin(turn)};
+  if (angle < 180) return {-std::cos(turn) * width, height};
+  if (angle < 270) return {width, -std::sin(turn) * height};
+  return {std::cos(turn) * width, 0};
 }
 
 QRectF Draw_Rotated_Text(DrawContext& context, const QString& text, double angle, QPointF at,

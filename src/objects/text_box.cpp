@@ -2,10 +2,16 @@
 
 namespace {
 
+void Draw_Veil(Surface& surface, const QRectF& box, QRgb color) {
+  const QPointF corners[] = {box.topLeft(), box.topRight(), box.bottomRight(), box.bottomLeft()};
+  surface.Veil(corners, color);
+}
+
 void Draw_Frame(Surface& surface, const QRectF& box, const TextLook& look) {
   const double width = look.frame.width;
+  if (Veiled(look)) Draw_Veil(surface, box.adjusted(width, width, -width, -width), look.colors.HG);
   const bool plain = look.frame.pattern <= 1 && !look.frame.notXor && look.boxMode == DrawMode::Copy;
-  if (plain && !look.transparent && box.width() > 2 * width && box.height() > 2 * width) {
+  if (plain && !look.transparent && !Veiled(look) && box.width() > 2 * width && box.height() > 2 * width) {
     // Two filled boxes give the same pixels as a box with pen and fill, several times as fast.
     surface.FilledBox(box, look.colors.RA);
     surface.FilledBox(box.adjusted(width, width, -width, -width), look.colors.HG);
@@ -16,7 +22,7 @@ void Draw_Frame(Surface& surface, const QRectF& box, const TextLook& look) {
                  .mode = look.frame.notXor ? DrawMode::NotXor : look.boxMode,
                  .DrawWidth = width,
                  .pen = Frame_Pattern(look.frame),
-                 .fill = look.transparent ? FillStyle::None : FillStyle::Solid};
+                 .fill = look.transparent || Veiled(look) ? FillStyle::None : FillStyle::Solid};
   surface.Box(box);
 }
 
@@ -43,6 +49,8 @@ void Draw_Text_Box(DrawContext& context, QPointF at, const QString& text, QSizeF
   surface.pen.mode = look.boxMode;
   if (look.frame.framed)
     Draw_Frame(surface, box, look);
+  else if (Veiled(look))
+    Draw_Veil(surface, box, look.colors.HG);
   else if (!look.transparent)
     surface.FilledBox(box, look.colors.HG);
   const double space = Frame_Space(look.frame);

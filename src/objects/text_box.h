@@ -12,6 +12,7 @@ struct TextLook {
   FrameWord frame;
   EntryColors colors;
   bool transparent = false;           // no fill behind the text; the frame stays
+  bool perspex = false;               // the fill lets half of what is below through; not in the not-xor mode
   DrawMode boxMode = DrawMode::Copy;  // NotXor while BoxMode is -1
 };
 
@@ -25,6 +26,10 @@ inline QRectF Text_Box(QPointF at, QSizeF size, const FrameWord& frame) {
   return {at.x(), at.y(), size.width() + 2 * space, size.height() + 2 * space};
 }
 
+// Is the fill of the box drawn as a veil?
+inline bool Veiled(const TextLook& look) {
+  return look.perspex && !look.transparent && look.boxMode == DrawMode::Copy;
+}
 // Draws box, frame and text (one or several lines) with its upper left corner at `at`, in the font set on the surface.
 // `size` is the text's, as measured by the caller. A reference line belongs under it: draw it first. Allocates nothing.
 void Draw_Text_Box(DrawContext& context, QPointF at, const QString& text, QSizeF size, const TextLook& look);

@@ -104,6 +104,12 @@ class PageSurface final : public FontedSurface {
     path.closeSubpath();
     Draw(path, true, Qt::RoundJoin);
   }
+  void Veil(std::span<const QPointF> points, QRgb color) override {
+    if (points.size() < 3) return;
+    QPainterPath path(points[0]);
+    for (size_t i = 1; i < points.size(); ++i) path.lineTo(points[i]);
+    painter.fillPath(path, QColor(qRed(color), qGreen(color), qBlue(color), 128));
+  }
   void Bezier(std::span<const QPointF> points, bool closed) override {
     if (points.size() < 4) return;
     QPainterPath path(points[0]);

@@ -73,6 +73,8 @@ class Surface {
   virtual void Ellipse(const QRectF& box) = 0;
   virtual void Polyline(std::span<const QPointF> points) = 0;
   virtual void Polygon(std::span<const QPointF> points) = 0;  // odd-even fill, then the outline
+  // Fills a polygon with the colour mixed half and half with what is there; no outline, whatever the pen state.
+  virtual void Veil(std::span<const QPointF> points, QRgb color) = 0;
   // Point 0, then three points a curve. `closed` fills it with the fill style.
   virtual void Bezier(std::span<const QPointF> points, bool closed) = 0;
 

@@ -13,6 +13,7 @@ constexpr QRgb opaque = 0xff000000;
 constexpr QRgb fillMark = 0xff000001, penMark = 0xff000002;
 constexpr int scratchPixels = 4 << 20;  // larger shapes are combined in bands
 constexpr int longestKeptLine = 200;
+constexpr int half = 128;  // alpha
 constexpr double farthest = 1e6;  // beyond it a coordinate can only be a slip, and integers would overflow
 
 int Whole(double value) {
@@ -338,6 +339,13 @@ void ImageSurface::Polygon(std::span<const QPointF> points) {
   const QRect bounds = Bounds_Of(points);
   Draw_Shape(bounds, Filled(),
              [&](QPainter& on) { on.drawPolygon(pixels.data(), static_cast<int>(pixels.size()), Qt::OddEvenFill); });
+}
+
+void ImageSurface::Veil(std::span<const QPointF> points, QRgb color) {
+  if (points.size() < 3 || !Bounds_Of(points).intersects(clip)) return;
+  QPainterPath path(pixels[0]);
+  for (size_t i = 1; i < pixels.size(); ++i) path.lineTo(pixels[i]);
+  painter.fillPath(path, QColor(qRed(color), qGreen(color), qBlue(color), half));
 }
 
 void ImageSurface::Bezier(std::span<const QPointF> points, bool closed) {

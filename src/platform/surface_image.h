@@ -28,6 +28,7 @@ class ImageSurface final : public FontedSurface {
   void Ellipse(const QRectF& box) override;
   void Polyline(std::span<const QPointF> points) override;
   void Polygon(std::span<const QPointF> points) override;
+  void Veil(std::span<const QPointF> points, QRgb color) override;
   void Bezier(std::span<const QPointF> points, bool closed) override;
   void Print(QPointF at, const QString& text) override;
   void PrintRotated(QPointF at, const QString& text, double degrees) override;

@@ -98,6 +98,11 @@ int Code_Of(QChar character) {
   return 0;
 }
 
+QChar Character_Of(int code) {
+  const bool upper = code >= 0x80 && code < 0xA0;
+  return upper ? QChar(upperBytes[static_cast<size_t>(code - 0x80)]) : QChar(static_cast<char16_t>(code));
+}
+
 char32_t Unicode_Of(Table table, int code) {
   if (code < 0x20 || code > 0xFF || table == Table::None) return 0;
   const CodeTable& codes = table == Table::Wingdings ? wingdings : symbol;

@@ -6,8 +6,11 @@
 #include <QLayout>
 #include <QPointer>
 #include <QShortcut>
+#include <QTimer>
 
+#include "canvas/activation.h"
 #include "coordinates/frmDialog.h"
+#include "desktop/application.h"
 #include "start/dialog_hooks.h"
 #include "start/frmAbgesichert.h"
 #include "start/frmTipps.h"
@@ -62,6 +65,14 @@ void Set_Dialog_Hooks(QWidget* mainWindow) {
   dialogHooks.FillWindow = [parent] { Show_frmFill(parent); };
   dialogHooks.WidthWindow = [parent] { Show_frmDrawBreite(parent); };
   dialogHooks.ChooseCalibration = [parent] { Show_frmDialog(parent); };
+  // Asked for in the middle of a redraw: the window comes after it.
+  dialogHooks.FontWindow = [parent](const QString& bookmark, const QString& caption) {
+    QTimer::singleShot(0, parent, [parent, bookmark, caption] {
+      Run_Guarded([&] {
+        if (Take_Entry(bookmark)) Show_frmSchrift(parent, bookmark, caption);
+      });
+    });
+  };
   dialogHooks.ZoomWindow = [parent] { Show_frmBildZoom(parent); };
   QObject::disconnect(activation);
   activation =

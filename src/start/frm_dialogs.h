@@ -33,6 +33,11 @@ void Show_frmSpalteApp(QWidget* parent);  // a new column of the table
 void Show_frmSpalteDel(QWidget* parent);  // removes one; does not wait: the user clicks on the head of the column
 void Show_frmSpltHide(QWidget* parent);   // hides columns; does not wait either
 
+// Font of the entry in hand or of the next text; stays open beside the map. While that entry is in hand the title is the
+// caption. Show_frmSymbol: the same for symbols, with the table of characters.
+void Show_frmSchrift(QWidget* parent, const QString& bookmark = {}, const QString& caption = {});
+void Show_frmSymbol(QWidget* parent);
+
 // The window shown while no map is open; `parent` places it. Its timer runs while it is visible.
 QWidget* Make_frmMapStart(QWidget* parent);
 

@@ -35,13 +35,6 @@ MapCanvas& Canvas_Of(QMainWindow& window) { return window.findChild<MapWindow*>(
 // The middle of what is seen of the map.
 QPoint View_Middle() { return {Map.ViewWidth / 2, Map.ViewHeight / 2}; }
 
-// Where the popup of the right mouse button was opened, while what was chosen in it is carried out.
-std::optional<QPoint> Popup_Place(QMainWindow& window) {
-  const auto* popup = window.findChild<QMenu*>(QStringLiteral("popup"));
-  if (!popup || !popup->property("chosen").toBool()) return std::nullopt;
-  return Map.PopupAt;
-}
-
 // Where the popup was opened, else where the pointer is on the map, else the middle.
 QPoint Place_On_Map(QMainWindow& window) {
   if (const auto at = Popup_Place(window)) return *at;
@@ -60,7 +53,7 @@ void Picture_Added(QMainWindow& window) {
 // From the popup where it was opened, else at the next click.
 void Insert_Text(QMainWindow& window) {
   if (const auto at = Popup_Place(window))
-    Begin_Text(*at);
+    New_Text(at->x(), at->y());
   else
     Choose_Tool(QStringLiteral("Text"));
 }
@@ -123,6 +116,12 @@ void Add_Mode_Handlers(QHash<QString, Handler>& all) {
 }
 
 }  // namespace
+
+std::optional<QPoint> Popup_Place(QMainWindow& window) {
+  const auto* popup = window.findChild<QMenu*>(QStringLiteral("popup"));
+  if (!popup || !popup->property("chosen").toBool()) return std::nullopt;
+  return Map.PopupAt;
+}
 
 bool Hands_Free() { return !Entry_In_Hand() || End_Entry(); }
 

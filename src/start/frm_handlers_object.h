@@ -1,4 +1,7 @@
 #pragma once
+#include <QPoint>
+#include <optional>
+
 #include "start/frm_handlers.h"
 
 // What the menus "Einträge" and "Objekt" and the tool buttons do to entries.
@@ -10,3 +13,5 @@ void Add_Object_Tools(QHash<QString, Handler>& all);
 bool Hands_Free();
 // A handler behind which other entries may stand.
 Handler Replacing(void (*work)());
+// Where the popup of the right mouse button was opened, while what was chosen in it is carried out.
+std::optional<QPoint> Popup_Place(QMainWindow& window);

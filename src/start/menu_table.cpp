@@ -33,6 +33,10 @@ bool Needs_Met(MenuNeeds needs) {
       return !Entry_In_Hand();
     case MenuNeeds::Picture:
       return Type_In_Hand().Kind() == EntryKind::Picture;
+    case MenuNeeds::Font: {
+      const EntryType type = Type_In_Hand();
+      return !Entry_In_Hand() || Map.InHand.isEmpty() || type.IsText() || type.IsPolygon();
+    }
     case MenuNeeds::Foot: {
       const EntryType type = Type_In_Hand();
       const bool canHaveOne = Entry_In_Hand() && (type.base <= 3 || type.base == 5 || type.base == 7);
@@ -171,6 +175,7 @@ std::vector<MenuRow> Object_Rows() {
       {{}, in, "&Objekt", {}, {}, {}, menu},
       {in, insert, "Objekt &einfügen", {}, {}, {}, menu, MenuNeeds::NoEntryInHand},
       {insert, "mnuInsText", "&Text", {}, "Einen Text auf die Karte schreiben", "text"},
+      {insert, "mnuInsSymbol", "&Symbol ...", {}, "Ein Symbol auf die Karte setzen", "symbol"},
       {insert, "mnuInsBild", "&Bild ...", {}, "Ein Bild aus einer Datei auf die Karte setzen", "picture"},
       {insert, "mnuInsLinie", "&Linie", {}, "Eine Linie Punkt für Punkt zeichnen", "line"},
       {insert, "mnuInsFl", "&Fläche", {}, "Eine Fläche Punkt für Punkt zeichnen", "area"},
@@ -178,6 +183,14 @@ std::vector<MenuRow> Object_Rows() {
       {insert, "mnuInsNord", "&Nordpfeil", {}, "Einen Nordpfeil auf die Karte setzen", "north"},
       {in, "mnuMass", "Maßs&tab ...", {}, "Den Maßstab der Karte ansehen und ändern", "scale"},
       Line(in),
+      {in,
+       "mnuSchrift",
+       "S&chrift ...",
+       {},
+       "Schrift, Größe, Stil und Winkel des Textes",
+       "font",
+       entry,
+       MenuNeeds::Font},
       {in, "mnuFarbe", "Fa&rbe ...", {}, "Die Farben des Eintrags oder des nächsten", "color"},
       {in, "mnuFigFill", "F&üllen ...", {}, "Die Füllung der Fläche oder Figur", "fill", entry, MenuNeeds::Fill},
       {in, "mnuBreite", "&Breite ...", {}, "Breite der Linie, des Umrisses oder des Rahmens", "width"},
@@ -463,16 +476,27 @@ QString Menu_Caption(const MenuRow& row) {
 bool Menu_Enabled(const MenuRow& row) { return Menu(row.key).Enabled && (!frmMDI.MapOpen || Needs_Met(row.needs)); }
 
 const QStringList& Popup_Table() {
-  static const QStringList keys = {QStringLiteral("mnuObjInsert"),  {},
-                                   QStringLiteral("mnuObjVis"),     QStringLiteral("mnuObjActiv"),
-                                   QStringLiteral("mnuMark"),       QStringLiteral("mnuJust"),
-                                   QStringLiteral("mnuAssign"),     {},
-                                   QStringLiteral("mnuFigFill"),    QStringLiteral("mnuObjFore"),
-                                   QStringLiteral("mnuObjBack"),    QStringLiteral("mnuKanten"),
-                                   QStringLiteral("mnuFigKorr"),    QStringLiteral("mnuPicSize"),
-                                   QStringLiteral("mnuFootDel"),    {},
-                                   QStringLiteral("mnuEintrDupl"),  QStringLiteral("mnuEintrCopy"),
-                                   QStringLiteral("mnuEintrPaste"), {},
+  static const QStringList keys = {QStringLiteral("mnuObjInsert"),
+                                   {},
+                                   QStringLiteral("mnuObjVis"),
+                                   QStringLiteral("mnuObjActiv"),
+                                   QStringLiteral("mnuMark"),
+                                   QStringLiteral("mnuJust"),
+                                   QStringLiteral("mnuAssign"),
+                                   {},
+                                   QStringLiteral("mnuSchrift"),
+                                   QStringLiteral("mnuFigFill"),
+                                   QStringLiteral("mnuObjFore"),
+                                   QStringLiteral("mnuObjBack"),
+                                   QStringLiteral("mnuKanten"),
+                                   QStringLiteral("mnuFigKorr"),
+                                   QStringLiteral("mnuPicSize"),
+                                   QStringLiteral("mnuFootDel"),
+                                   {},
+                                   QStringLiteral("mnuEintrDupl"),
+                                   QStringLiteral("mnuEintrCopy"),
+                                   QStringLiteral("mnuEintrPaste"),
+                                   {},
                                    QStringLiteral("mnuObjDel")};
   return keys;
 }

@@ -21,6 +21,7 @@ enum class MenuNeeds {
   EntryInHand,
   NoEntryInHand,
   Picture,  // a picture in hand
+  Font,     // what is in hand has a font, or nothing is
   Foot,     // an entry with a foot point in hand
   Corners,  // a line, an area or a free figure in hand
   Fill,     // an area or figure in hand, or nothing: then it is the next one's

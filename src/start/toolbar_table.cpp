@@ -25,7 +25,8 @@ std::vector<ToolRow> Norm_Rows() {
        built},
       {s, "Text", "Text", "Text schreiben", "Text: danach auf die Stelle der Karte klicken, an der er stehen soll",
        built},
-      {s, "Symb", "Symbol", "Symbol einfügen", {}},
+      {s, "Symb", "Symbol", "Symbol einfügen",
+       "Symbol: das Zeichen wählen und auf die Stelle der Karte klicken, an der es stehen soll", built},
       {s, "Scale", "Skala", "Maßstab einfügen",
        "Skala: eine Linie von bekannter Länge ziehen und den Maßstab auf die Karte setzen", built},
       {s, "Ein", "Ein", "unsichtbare Karteneinträge", "Ein: alle unsichtbaren Karteneinträge wieder zeigen", built},
@@ -60,11 +61,13 @@ std::vector<ToolRow> Box_Rows() {
   };
   rows.push_back({"Text", "Ok", "Ok", "Bearbeitung des Textes beenden", "Ok: den Text übernehmen", built});
   rows.push_back({"Text", "Panel", "Text", {}, {}, built, true});
-  rows.push_back({"Text", "Schrift", "Schrift", "Schrift ändern", {}});
+  rows.push_back({"Text", "Schrift", "Schrift", "Schrift ändern",
+                  "Schrift: Schriftart, Größe, Stil und Winkel des Textes", built});
   frame(QStringLiteral("Text"), QStringLiteral("Text"));
   rows.push_back({"Symbol", "Ok", "Ok", "Bearbeitung des Symbols beenden", {}, built});
   rows.push_back({"Symbol", "Panel", "Symbol", {}, {}, built, true});
-  rows.push_back({"Symbol", "Schrift", "Symbol", "Symbol ändern", {}});
+  rows.push_back(
+      {"Symbol", "Schrift", "Symbol", "Symbol ändern", "Symbol: ein anderes Zeichen oder eine andere Größe", built});
   frame(QStringLiteral("Symbol"), QStringLiteral("Symbol"));
   rows.push_back({"Bild", "Ok", "Ok", "Bearbeitung des Bildes beenden", {}, built});
   rows.push_back({"Bild", "Panel", "Bild", {}, {}, built, true});

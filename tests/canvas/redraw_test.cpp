@@ -255,27 +255,41 @@ TEST_F(Redraw, OverviewAndSwitchesChangeWhatIsDrawn) {
   EXPECT_EQ(Map.EntryRegions.Count(), 0);
 }
 
-TEST_F(Redraw, AMissingFontIsAskedOnceAPassAndOnlyWhereItCanBeChanged) {
+TEST_F(Redraw, AMissingFontIsAskedForOnceAnEntry) {
   EntryRow row = Text_Row(100, 100);
   row.Schrift = QStringLiteral("Gibt Es Nicht Sans-B");
-  Append_Entry(row);
-  row.Ymap = 200;
-  Append_Entry(row);
+  const auto add = [&row](int count) {
+    for (; count > 0; --count) Append_Entry(row);
+  };
+  add(2);
   Map_Redraw();  // without a font window nothing is asked
-  QString caption;
-  dialogHooks.FontWindow = [&](const QString&, const QString& text) { caption = text; };
+  QStringList opened;
+  dialogHooks.FontWindow = [&](const QString&, const QString& caption) { opened << caption; };
+  const QString question = QStringLiteral("Gibt Es Nicht Sans");
   {
     MessageScript script;
-    script.Expect(QStringLiteral("Gibt Es Nicht Sans"), MsgAnswer::Cancel);
+    script.Expect(question, MsgAnswer::Cancel);
+    Map_Redraw();
     Map_Redraw();
   }
+  add(2);
   {
     MessageScript script;
-    script.Expect(QStringLiteral("Schrift nicht gefunden"), MsgAnswer::No);
-    script.Expect(QStringLiteral("Schrift nicht gefunden"), MsgAnswer::No);
+    script.Expect(question, MsgAnswer::No);
+    script.Expect(question, MsgAnswer::Yes);
     Map_Redraw();
   }
-  EXPECT_TRUE(caption.isEmpty());
+  EXPECT_EQ(opened, QStringList(QStringLiteral("Schrift ändern: Gibt Es Nicht Sans")));
+  add(2);
+  {
+    // The next question waits until the font of this one was chosen.
+    MessageScript script;
+    script.Expect(question, MsgAnswer::Yes);
+    Map_Redraw();
+    script.Expect(question, MsgAnswer::Cancel);
+    Map_Redraw();
+    Map_Redraw();
+  }
 }
 
 TEST_F(Redraw, LightMixesTheScanWithWhiteButNotTheEntries) {

@@ -51,6 +51,34 @@ TEST(TextBox, NotXorModesCanBeTakenBack) {
   }
 }
 
+TEST(TextBox, PerspexMixesTheFillAndKeepsTheFrame) {
+  for (const int width : {0, 2}) {
+    Drawing plain, turned;
+    TextLook look = Look(plain, width);
+    look.perspex = true;
+    Draw_Text_Box(plain.context, {20, 30}, QStringLiteral(" "), QSizeF(40, 16), look);
+    Draw_Rotated_Text(turned.context, QStringLiteral(" "), 90, {50, 50}, std::nullopt, look);
+    for (const Drawing* drawing : {&plain, &turned}) {
+      EXPECT_EQ(drawing->Count(yellow), 0);
+      const QRgb inside = drawing == &plain ? drawing->At(40, 40) : drawing->At(50, 50);
+      EXPECT_NEAR(qBlue(inside), 127, 1) << "half yellow, half white";
+      EXPECT_EQ(qRed(inside), 255);
+      EXPECT_EQ(drawing->Count(red) > 0, width > 0);
+    }
+  }
+}
+
+TEST(RotatedText, TheSampleStartsAtTheRimOfItsQuadrant) {
+  struct Case {
+    double angle, x, y;
+  };
+  const Case cases[] = {{0, 0, 0},     {30, 0, 40},       {89.999, 0, 80},  {90, 0, 80},
+                        {120, 50, 80}, {180, 100, 0},     {210, 100, 40},   {270, 0, 0},
+                        {300, 50, 0},  {359.999, 100, 0}, {-45, 70.7107, 0}};
+  for (const auto& [angle, x, y] : cases)
+    EXPECT_LT((Sample_Origin(angle, 100, 80) - QPointF(x, y)).manhattanLength(), 0.01) << angle;
+}
+
 TEST(RotatedText, BoxLiesFivePixelsOut) {
   // Upright: the text runs upward from (50, 50), its lower side to the right.
   const auto corners = Rotated_Box({50, 50}, QSizeF(30, 10), 90), half = Rotated_Box({50, 50}, QSizeF(30, 10), 180);

@@ -4,6 +4,7 @@
 
 #include "canvas/map_coordinates.h"
 #include "canvas/next_shape.h"
+#include "canvas/text_font.h"
 #include "platform/files.h"
 #include "platform/progress.h"
 #include "platform/shell.h"
@@ -44,6 +45,7 @@ void FluraxTest::SetUp() {
   Reset_Global_State();
   Drop_Coordinates();
   NextShape = {};
+  NextText = {};
   ProgramFolder = Path(QStringLiteral("Programm"));
   ASSERT_TRUE(QDir().mkpath(ProgramFolder + QLatin1String("/Beispiele")));
   Replace_File(ProgramFolder + QLatin1String("/MUSTER.MDB"), Template_Bytes());

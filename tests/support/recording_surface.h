@@ -26,6 +26,7 @@ class RecordingSurface final : public Surface {
   void Ellipse(const QRectF& box) override { Note_Box("Ellipse", box); }
   void Polyline(std::span<const QPointF> points) override { Note("Polyline", {points.begin(), points.end()}); }
   void Polygon(std::span<const QPointF> points) override { Note("Polygon", {points.begin(), points.end()}); }
+  void Veil(std::span<const QPointF> points, QRgb) override { Note("Veil", {points.begin(), points.end()}); }
   void Bezier(std::span<const QPointF> points, bool) override { Note("Bezier", {points.begin(), points.end()}); }
   bool SetFont(const FontKey& key) override { return font = key, true; }
   const FontKey& Font() const override { return font; }

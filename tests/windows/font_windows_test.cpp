@@ -1,0 +1,170 @@
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QRadioButton>
+
+#include "canvas/activation.h"
+#include "canvas/symbols.h"
+#include "objects/frmSchrift.h"
+#include "objects/frmSymbol.h"
+#include "objects/frmTblSymb.h"
+#include "objects/frm_font_sample.h"
+#include "objects/frm_symbol_table.h"
+#include "start/dialog_hooks.h"
+#include "store/entry.h"
+#include "windows/dialog_parts.h"
+#include "windows/window_fixture.h"
+
+namespace {
+
+class FontWindows : public WindowTest {
+ protected:
+  void SetUp() override {
+    WindowTest::SetUp();
+    Open(600, 400);
+  }
+  static QString Add(const QString& text, const QString& schrift, double size) {
+    EntryRow row;
+    row.ID = QStringLiteral("Text");
+    row.Eintrag = text;
+    row.Schrift = schrift;
+    row.Groesse = size;
+    row.HG = 15;
+    row.Xmap = row.Ymap = 50;
+    Append_Entry(row);
+    const KeepCurrentRow keep;
+    rsEntries->MoveLast();
+    return rsEntries->Bookmark();
+  }
+  static EntryRow Row(const QString& bookmark) {
+    const KeepCurrentRow keep;
+    rsEntries->SetBookmark(bookmark);
+    return Read_Entry(*rsEntries);
+  }
+  template <typename T>
+  T* Shown() const {
+    T* found = window->findChild<T*>();
+    EXPECT_NE(found, nullptr);
+    return found;
+  }
+  static void Set_List(QWidget& dialog, const char* name, const QString& text) {
+    Part<QComboBox>(dialog, name)->setCurrentText(text);
+  }
+};
+
+}  // namespace
+
+TEST_F(FontWindows, TheWindowShowsTheRowAndWritesItBack) {
+  const QString stored = QStringLiteral("Courier New-B-I-U-T-C204<22.5");
+  const QString bookmark = Add(QStringLiteral("Wald"), stored, 13);
+  Map_Redraw();
+  ASSERT_TRUE(Take_Entry(bookmark));
+  Choose(QStringLiteral("mnuSchrift"));
+  auto& dialog = *Shown<FrmSchrift>();
+  EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Schrift ändern: Text"));
+  EXPECT_EQ(Part<QComboBox>(dialog, "cmbScript")->currentText(), QStringLiteral("Kyrillisch"));
+  EXPECT_EQ(Part<QComboBox>(dialog, "cmbWinkel")->currentText(), QStringLiteral("22,5"));
+  EXPECT_EQ(Part<QComboBox>(dialog, "cmbFontsize")->currentText(), QStringLiteral("13"));
+  EXPECT_FALSE(Part<QAbstractButton>(dialog, "cmdTake")->isEnabled()) << "nothing to take";
+  // The preview changes first, the map when it is taken.
+  const QImage before = Part<FontSample>(dialog, "txtMuster")->grab().toImage();
+  Part<QCheckBox>(dialog, "chkTransp")->setChecked(false);
+  Press(dialog, "cmdRotate");
+  EXPECT_NE(Part<FontSample>(dialog, "txtMuster")->grab().toImage(), before);
+  EXPECT_EQ(Row(bookmark).Schrift, stored);
+  Press(dialog, "cmdTake");
+  EXPECT_EQ(Row(bookmark).Schrift, QStringLiteral("Courier New-B-I-U-C204<112.5"));
+  EXPECT_EQ(Row(bookmark).Groesse, 13);
+  // All of it once more by Enter; nonsense is told and nothing written.
+  Part<QRadioButton>(dialog, "optNorm")->setChecked(true);
+  Part<QCheckBox>(dialog, "chkFett")->setChecked(false);
+  Set_List(dialog, "cmbScript", QStringLiteral("Western"));
+  Set_List(dialog, "cmbFontsize", QStringLiteral("riesig"));
+  {
+    MessageScript messages;
+    messages.Expect(QStringLiteral("zwischen 1 und 80"), MsgAnswer::Ok);
+    Press(dialog, "cmdTake");
+  }
+  Set_List(dialog, "cmbFontsize", QStringLiteral("18"));
+  Set_List(dialog, "cmbWinkel", QStringLiteral("-45"));
+  QTest::keyClick(&dialog, Qt::Key_Return);
+  EXPECT_EQ(Row(bookmark).Schrift, QStringLiteral("Courier New-U<315"));
+  EXPECT_EQ(Row(bookmark).Groesse, 18);
+  // It follows the hand; with nothing in it the next text is meant.
+  ASSERT_TRUE(End_Entry());
+  EXPECT_TRUE(
+      Part<QLabel>(dialog, "lblHinweis")->text().startsWith(QStringLiteral("Hinweis: Kein Eintrag aktiviert!")));
+  EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Schrift"));
+  QTest::keyClick(&dialog, Qt::Key_Escape);
+  Settle();
+  EXPECT_EQ(window->findChild<FrmSchrift*>(), nullptr);
+}
+
+TEST_F(FontWindows, AMissingFontIsReplacedOnTheWayTheQuestionOpens) {
+  const QString bookmark = Add(QStringLiteral("Alt"), QStringLiteral("Gibt Es Nicht-B"), 12);
+  {
+    MessageScript messages;
+    messages.Expect(QStringLiteral("Gibt Es Nicht"), MsgAnswer::Yes);
+    Map_Redraw();
+    Settle();
+  }
+  auto& dialog = *Shown<FrmSchrift>();
+  EXPECT_EQ(Map.InHand, bookmark);
+  EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Schrift ändern: Gibt Es Nicht"));
+  EXPECT_TRUE(Part<QLabel>(dialog, "lblHinweis")->text().contains(QStringLiteral("nicht vorhanden")));
+  Set_List(dialog, "cmbFont", QStringLiteral("Times New Roman"));
+  Press(dialog, "cmdTake");
+  EXPECT_EQ(Row(bookmark).Schrift, QStringLiteral("Times New Roman-B"));
+}
+
+TEST_F(FontWindows, SymbolsArePickedByMouseAndKeys) {
+  Choose(QStringLiteral("mnuInsSymbol"));
+  auto& dialog = *Shown<FrmSymbol>();
+  EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Schriftart: Wingdings"));
+  auto* table = Part<SymbolTable>(dialog, "rgcard");
+  EXPECT_EQ(table->Selected(), QChar(u'l'));
+  QTest::mouseClick(table, Qt::LeftButton, {}, QPoint(27 * 10 + 13, 27 * 2 + 13));  // row 4, column 10: code 0x4A
+  EXPECT_EQ(NextText.sign, QStringLiteral("J"));
+  QTest::mouseClick(Canvas(), Qt::LeftButton, {}, QPoint(200, 100));
+  ASSERT_TRUE(Symbol_In_Hand());
+  QTest::keyClick(table, Qt::Key_Down);
+  QTest::keyClick(table, Qt::Key_Right);
+  EXPECT_EQ(Symbol_Sign(), QStringLiteral("J")) << "only Enter takes it";
+  QTest::keyClick(table, Qt::Key_Return);
+  EXPECT_EQ(Symbol_Sign(), QStringLiteral("["));
+  Set_List(dialog, "cmbFont", QStringLiteral("Symbol"));
+  EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Schriftart: Symbol"));
+  QTest::keyClick(table, Qt::Key_Return);
+  EXPECT_EQ(Row(Map.InHand).Schrift, QStringLiteral("Symbol-T"));
+}
+
+TEST_F(FontWindows, TheTableShowsSignsScriptsAndBoxesWithCodes) {
+  const auto inkOf = [](SymbolTable& table, int code) {
+    const QImage all = table.grab().toImage();
+    const QRect cell((code - 32) % 16 * 27 + 3, (code - 32) / 16 * 27 + 3, 22, 22);
+    int ink = 0;
+    for (int y = cell.top(); y <= cell.bottom(); ++y)
+      for (int x = cell.left(); x <= cell.right(); ++x) ink += qGray(all.pixel(x, y)) < 128;
+    return ink;
+  };
+  SymbolTable table;
+  table.Set_Font(QStringLiteral("Wingdings"), 0);
+  int shown = 0;
+  for (int code = 0x21; code <= 0xFF; ++code) shown += inkOf(table, code) > 0;
+  EXPECT_EQ(shown, 223) << "signs, and the box of the one without";
+  // A script of letters; its characters go into a text.
+  const QString bookmark = Add(QStringLiteral("Ma"), QStringLiteral("Arial"), 12);
+  Map_Redraw();
+  ASSERT_TRUE(Take_Entry(bookmark));
+  Choose(QStringLiteral("mnuSchrift"));
+  auto& dialog = *Shown<FrmSchrift>();
+  Set_List(dialog, "cmbScript", QStringLiteral("Griechisch"));
+  Press(dialog, "cmdZeichen");
+  auto* signs = Part<SymbolTable>(*dialog.findChild<FrmTblSymb*>(), "rgcard");
+  signs->Select(QChar(0x03B1));
+  QTest::keyClick(signs, Qt::Key_Return);
+  EXPECT_EQ(Map.Text2.Text, QStringLiteral("Maα"));
+  ASSERT_TRUE(End_Entry());
+  EXPECT_EQ(Row(bookmark).Eintrag, QStringLiteral("Maα"));
+  EXPECT_EQ(Row(bookmark).Schrift, QStringLiteral("Arial-C161"));
+}
