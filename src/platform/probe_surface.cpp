@@ -28,6 +28,7 @@ class Probe final : public ProbeSurface {
   }
   void Polyline(std::span<const QPointF> points) override { Touch_Points(points); }
   void Polygon(std::span<const QPointF> points) override { Touch_Points(points); }
+  void Veil(std::span<const QPointF>, QRgb) override {}  // pages mix colours themselves
   void Bezier(std::span<const QPointF> points, bool) override { Touch_Points(points); }
   bool SetFont(const FontKey& font) override {
     if (!(font == face->key)) face = &Font_Face(font);

@@ -125,7 +125,7 @@ TEST_F(EntryLookTest, NothingInHandMeansTheNextEntry) {
   EXPECT_EQ(Row(bookmark), before);
 
   // A text being typed is the next entry, and stays open.
-  Begin_Text({40, 40});
+  New_Text(40, 40);
   Text_Typed(QStringLiteral("Eisvogel"));
   EXPECT_EQ(Look_In_Hand().of, LookOf::NewText);
   Change_Color(ColorOf::HG, 10);
