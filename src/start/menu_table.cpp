@@ -185,7 +185,7 @@ std::vector<MenuRow> Object_Rows() {
       Line(in),
       {in,
        "mnuSchrift",
-       "S&chrift ...",
+       "&Schrift ...",
        {},
        "Schrift, Größe, Stil und Winkel des Textes",
        "font",
