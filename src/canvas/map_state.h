@@ -99,9 +99,10 @@ struct MapState {
   QString Tool;             // what the next click makes: "Text", "Bild", "" = nothing
   QImage HandUnder;         // what frame and vertices of the entry in hand cover of the canvas
   QPoint HandUnderAt;
-  std::optional<QPoint> Circled;  // map position of the vertex that is being corrected: circled on the window
-  QPoint PopupAt;                 // window position of the last right click
-  QImage canvas;                  // the painted window: background and entries
+  std::optional<QPoint> Circled;       // map position of the vertex that is being corrected: circled on the window
+  std::optional<QPoint> PositionMark;  // a place found by its coordinates, map pixels
+  QPoint PopupAt;                      // window position of the last right click
+  QImage canvas;                       // the painted window: background and entries
 };
 extern MapState Map;
 

@@ -7,6 +7,7 @@
 #include "canvas/activation.h"
 #include "canvas/assign.h"
 #include "canvas/copy.h"
+#include "canvas/cursor_coordinates.h"
 #include "canvas/drag.h"
 #include "canvas/hand_texts.h"
 #include "canvas/hit_test.h"
@@ -18,9 +19,9 @@
 #include "canvas/tool_state.h"
 #include "canvas/vertex_edit.h"
 #include "canvas/view.h"
+#include "coordinates/coordinate_state.h"
 #include "objects/reference_line.h"
 #include "platform/message_box.h"
-#include "platform/text.h"
 #include "start/dialog_hooks.h"
 #include "start/events.h"
 #include "start/global_state.h"
@@ -119,7 +120,7 @@ QString Hover_Key(int hit) {
     return (region.kind == footRegion ? QStringLiteral("Rg") : QStringLiteral("Tx1")) + region.Bookmark() + u' ' +
            Map.InHand;
   }
-  return QStringLiteral("MK") + Map.InHand;
+  return Cursor_Tag() + Coord.CalFile + Map.InHand;
 }
 
 QString Hover_Text(int hit) {
@@ -149,29 +150,24 @@ bool Set_Panel(size_t number, const QString& text) {
   return true;
 }
 
-bool Show_Position(QPoint window) {
-  const int x = Map_X(window.x()), y = Map_Y(window.y());
-  QString text = QStringLiteral("|_ ");
-  if (frmMDI.mouseUnit == MouseUnit::Metric && MapPixelMm > 0) {
-    const QString pattern = QStringLiteral("#####0.0");
-    const double ymm = MapPixelMmY > 0 ? MapPixelMmY : MapPixelMm;
-    text += Format(x * MapPixelMm, pattern) + QStringLiteral(" : ") + Format(y * ymm, pattern) + QStringLiteral(" mm");
-  } else {
-    const QString pattern = QStringLiteral("#####0");
-    text += Format(x, pattern) + QStringLiteral(" : ") + Format(y, pattern) + QStringLiteral(" Pixel");
-  }
-  return Set_Panel(1, text);
+bool Show_Position(const PanelTexts& texts) {
+  const bool changed = Set_Panel(1, texts.position);
+  const bool latitude = Coord.Geographic() && !texts.beside.isEmpty();
+  return (latitude && Set_Panel(2, texts.beside)) || changed;
 }
 
 void Hover(QPoint window) {
-  bool changed = Show_Position(window);
+  const PanelTexts texts = Cursor_Texts({Map_X(window.x()), Map_Y(window.y())});
+  bool changed = Show_Position(texts);
   const int hit = dragState.Active() || Map_Tool_In_Use() ? 0 : Hit_Entry(window);
   const QString key = Hover_Key(hit);
   if (!dragState.Active() && key != shownKey) {
     shownKey = key;
-    changed = Set_Panel(0, Hover_Text(hit)) || changed;
+    const QString task = Hover_Text(hit);
+    changed = Set_Panel(0, task.isEmpty() ? texts.kind : task) || changed;
     // How many entries cannot be seen or hit is worth more than what the numbers mean.
-    if (Map.HiddenCount + Map.InactiveCount == 0) changed = Set_Panel(2, hand_texts::fromCorner) || changed;
+    if (Map.HiddenCount + Map.InactiveCount == 0)
+      changed = Set_Panel(2, texts.beside.isEmpty() ? hand_texts::fromCorner : texts.beside) || changed;
     events.HandChanged.Emit();
   }
   if (changed) events.InfoBarChanged.Emit();
@@ -238,6 +234,7 @@ void Map_Mouse_Down(QPoint window, MouseButton button, MouseKeys keys) {
   if (!frmMDI.MapOpen || !rsEntries || dragState.Active()) return;
   lastMouse = window;
   if (Map.LupeOn) return Lupe_Click(window, button);
+  if (button == MouseButton::Left) events.MapClicked.Emit({Map_X(window.x()), Map_Y(window.y())});
   MapTool* tool = Map_Tool_In_Use();
   if (button == MouseButton::Right) {
     if (!tool || !tool->Right_Click(window)) Right_Click(window);

@@ -59,6 +59,22 @@ void Show_Counts(const DrawCounts& counts) {
   frmMDI.Enabled = true;
 }
 
+// A ring and a cross round the place that was found.
+void Draw_Position_Mark(DrawContext& context) {
+  if (!Map.PositionMark) return;
+  constexpr double radius = 9, arm = 16;
+  const QPointF at = context.view.Point(*Map.PositionMark);
+  const KeepPen keep(context.surface);
+  context.surface.pen = {};
+  for (const auto [color, width] : {std::pair(QBColor(15), 3.0), std::pair(QBColor(12), 1.0)}) {
+    context.surface.pen.ForeColor = color;
+    context.surface.pen.DrawWidth = width;
+    context.surface.Ellipse(QRectF(at.x() - radius, at.y() - radius, 2 * radius + 1, 2 * radius + 1));
+    context.surface.Line(at - QPointF(arm, 0), at + QPointF(arm + 1, 0));
+    context.surface.Line(at - QPointF(0, arm), at + QPointF(0, arm + 1));
+  }
+}
+
 // The entry that could not be drawn stands as the current row: the user may delete it.
 bool Ask_Delete(const Error& error) {
   const MsgAnswer answer =
@@ -142,7 +158,10 @@ void Map_Redraw() {
     Map.DrawAbort = false;
     Show_Counts(Draw_Entries(context));
     aborted = Map.DrawAbort;
-    if (!aborted) Draw_Grid(context);
+    if (!aborted) {
+      Draw_Grid(context);
+      Draw_Position_Mark(context);
+    }
     Map.DrawAbort = false;
     surface->SetClip({});
     Fill_Corner(*surface);

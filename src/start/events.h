@@ -3,6 +3,7 @@
 #include <utility>
 #include <vector>
 
+#include <QPoint>
 #include <QString>
 
 // Events: how a lower floor is heard above. Emitting calls every listener at once, in the same call.
@@ -40,6 +41,7 @@ struct Events {
   // Light ones, sent while the mouse moves: nothing else has to be shown anew.
   Event<> InfoBarChanged;         // texts of the status bar alone
   Event<> HandChanged;            // the live controls of the map, the outline of a drag, the pointer's shape
+  Event<QPoint> MapClicked;       // left button on the map, in map pixels
   Event<bool> Busy;               // hourglass on, off
   Event<> EndWanted;              // the main window shall close
   Event<QString> BackgroundText;  // text on the map window while a map or table is being loaded

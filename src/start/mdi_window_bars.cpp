@@ -147,7 +147,7 @@ void MdiWindow::Sync_Menus() {
     if (item.action->text() != caption) item.action->setText(caption);
     item.action->setVisible(state.Visible && !caption.isEmpty());
     item.action->setEnabled(list ? state.Enabled : Menu_Enabled(*item.row));
-    if (item.action->isCheckable()) item.action->setChecked(state.Checked);
+    if (item.action->isCheckable()) item.action->setChecked(Menu_Checked(*item.row));
   }
 }
 

@@ -4,6 +4,7 @@
 
 #include "canvas/activation.h"
 #include "canvas/map_state.h"
+#include "coordinates/coordinate_state.h"
 #include "start/global_state.h"
 #include "start/mdi_state.h"
 #include "store/entry.h"
@@ -63,6 +64,8 @@ bool Needs_Met(MenuNeeds needs) {
       return Map.InactiveCount > 0;
     case MenuNeeds::Template:
       return frmMDI.HasTemplate;
+    case MenuNeeds::Net:
+      return Coord.Grid != gridNone;
     case MenuNeeds::Entries:
       return Entry_Count() > 0;
   }
@@ -471,6 +474,11 @@ const MenuRow* Menu_Row(const QString& key) {
 QString Menu_Caption(const MenuRow& row) {
   const QString& told = Menu(row.key).Caption;
   return told.isEmpty() ? row.caption : told;
+}
+
+bool Menu_Checked(const MenuRow& row) {
+  if (row.key == QLatin1String("mnuGridXYShow")) return frmMDI.mouseUnit == MouseUnit::Coordinates;
+  return Menu(row.key).Checked;
 }
 
 bool Menu_Enabled(const MenuRow& row) { return Menu(row.key).Enabled && (!frmMDI.MapOpen || Needs_Met(row.needs)); }

@@ -32,6 +32,7 @@ enum class MenuNeeds {
   Inactive,
   Template,  // a template of an area was saved
   Entries,   // at least one entry
+  Net,       // coordinates of the map
 };
 
 struct MenuRow {
@@ -52,6 +53,8 @@ inline constexpr int menuListLines = 10;
 
 // Caption of the entry as it is to be shown now.
 QString Menu_Caption(const MenuRow& row);
+// The check mark of a MenuKind::Check.
+bool Menu_Checked(const MenuRow& row);
 // Its state, and what it needs is there.
 bool Menu_Enabled(const MenuRow& row);
 // Keys of the popup menu of the map in order; an empty one is a line.
