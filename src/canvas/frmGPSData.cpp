@@ -111,7 +111,7 @@ void FrmGPSData::Leave_Box(bool easting) {
 }
 
 std::optional<QPoint> FrmGPSData::Typed_Place() {
-  for (const auto [entered, box] : {std::pair(enteredR, ui->txtRW), std::pair(enteredH, ui->txtHW)}) {
+  for (const auto& [entered, box] : {std::pair(enteredR, ui->txtRW), std::pair(enteredH, ui->txtHW)}) {
     if (entered) continue;
     Message_Box(QStringLiteral("Bitte geben Sie eine Koordinate ein."), MsgButtons::Ok, MsgIcon::Information,
                 windowTitle());

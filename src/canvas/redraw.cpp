@@ -66,7 +66,7 @@ void Draw_Position_Mark(DrawContext& context) {
   const QPointF at = context.view.Point(*Map.PositionMark);
   const KeepPen keep(context.surface);
   context.surface.pen = {};
-  for (const auto [color, width] : {std::pair(QBColor(15), 3.0), std::pair(QBColor(12), 1.0)}) {
+  for (const auto& [color, width] : {std::pair(QBColor(15), 3.0), std::pair(QBColor(12), 1.0)}) {
     context.surface.pen.ForeColor = color;
     context.surface.pen.DrawWidth = width;
     context.surface.Ellipse(QRectF(at.x() - radius, at.y() - radius, 2 * radius + 1, 2 * radius + 1));
