@@ -207,7 +207,9 @@ void Draw_Text_Frame(Surface& surface, const EntryRow& row) {
   const FrameWord frame = FrameWord::Parse(row.RA);
   const QRectF box = Control_Box(Map.Text2);
   const auto color = [](int number) { return Palette[number >= 0 && number < 16 ? static_cast<size_t>(number) : 0]; };
-  if (frame.framed) {
+  // Where the map or a turned text is to be seen below, the box would hide it until the text is being written.
+  const bool seenBelow = Map.Text2.FontTransparent || Map.Perspex || EntAngle != 0;
+  if (frame.framed && (!seenBelow || Text_Pending())) {
     const double out = frame.width / 2.0 + 1;
     const QRectF around = box.adjusted(-out, -out, out, out);
     surface.FilledBox(around, color(row.HG));
