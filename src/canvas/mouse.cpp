@@ -152,8 +152,10 @@ bool Set_Panel(size_t number, const QString& text) {
 
 bool Show_Position(const PanelTexts& texts) {
   const bool changed = Set_Panel(1, texts.position);
-  const bool latitude = Coord.Geographic() && !texts.beside.isEmpty();
-  return (latitude && Set_Panel(2, texts.beside)) || changed;
+  // How many entries cannot be seen is worth more than datum and zone, not than the latitude.
+  const bool counts = Map.HiddenCount + Map.InactiveCount > 0;
+  const bool beside = !texts.beside.isEmpty() && !(Coord.Metric() && counts);
+  return (beside && Set_Panel(2, texts.beside)) || changed;
 }
 
 void Hover(QPoint window) {

@@ -21,6 +21,7 @@ struct NetFamily {
   const std::vector<std::vector<NetPt>>& lines;
   const std::vector<NetLabel>& labels;
   bool across;  // parallels and Hochwert lines: labels on the left
+  double step;  // between samples, map pixels
 };
 
 bool Is_Gap(NetPt point) { return point.X == netGap && point.Y == netGap; }
@@ -132,15 +133,40 @@ void Add_Segment(LineRun& run, QPointF a, QPointF b, const QRectF& label, bool a
   run.Add(a, b);
 }
 
-void Draw_Line(DrawContext& context, const MapWindow& seen, const std::vector<NetPt>& line, const QString& text,
-               bool across, LabelRow& labels) {
+// How a line is walked at a zoom: where its samples stand closer than the eye can tell, several at a time.
+class Stride {
+ public:
+  Stride(double zoom, double step)
+      : samples(wanted * zoom < 2 * step ? 1 : 2 * static_cast<size_t>(std::min(wanted * zoom / step, 64.0) / 2)),
+        slack(2 * std::max(1, static_cast<int>(zoom / 2))) {}
+
+  // The end of the next segment from sample k on.
+  size_t Next(const std::vector<NetPt>& line, size_t k) const {
+    const size_t end = std::min(k + samples, line.size() - 1);
+    return end == k + samples && samples > 1 && Straight(line[k], line[k + samples / 2], line[end]) ? end : k + 1;
+  }
+
+ private:
+  bool Straight(NetPt a, NetPt middle, NetPt b) const {
+    return !Is_Gap(a) && !Is_Gap(middle) && !Is_Gap(b) && std::abs(a.X + b.X - 2 * middle.X) <= slack &&
+           std::abs(a.Y + b.Y - 2 * middle.Y) <= slack;
+  }
+
+  static constexpr double wanted = 12;  // surface pixels
+  size_t samples;                       // 1 or even, so that there is a middle one
+  int slack;
+};
+
+void Draw_Line(DrawContext& context, const MapWindow& seen, const Stride& stride, const std::vector<NetPt>& line,
+               const QString& text, bool across, LabelRow& labels) {
   LineRun run(context.surface);
   QRectF label;
   bool first = true;
-  for (size_t k = 1; k < line.size(); ++k) {
-    if (!seen.May_Show(line[k - 1], line[k])) continue;
-    const QPointF a = context.view.Point(QPointF(line[k - 1].X, line[k - 1].Y)),
-                  b = context.view.Point(QPointF(line[k].X, line[k].Y));
+  for (size_t k = 0, next = 0; k + 1 < line.size(); k = next) {
+    next = stride.Next(line, k);
+    if (!seen.May_Show(line[k], line[next])) continue;
+    const QPointF a = context.view.Point(QPointF(line[k].X, line[k].Y)),
+                  b = context.view.Point(QPointF(line[next].X, line[next].Y));
     if (first) label = labels.Print(text, a, b, across);
     first = false;
     Add_Segment(run, a, b, label, across, context);
@@ -149,10 +175,11 @@ void Draw_Line(DrawContext& context, const MapWindow& seen, const std::vector<Ne
 
 void Draw_Family(DrawContext& context, const CoordinateState& state, const NetFamily& family, LabelRow& labels) {
   const MapWindow seen = MapWindow::Of(context);
+  const Stride stride(context.view.Zoom, family.step);
   const size_t count = std::min(family.lines.size(), family.labels.size());
   for (size_t i = 0; i < count; ++i) {
     const QString text = state.NetLabelEvery >= 1 ? family.labels[i].Text.trimmed() : QString();
-    Draw_Line(context, seen, family.lines[i], text, family.across, labels);
+    Draw_Line(context, seen, stride, family.lines[i], text, family.across, labels);
   }
 }
 
@@ -181,9 +208,11 @@ void Draw_Net(DrawContext& context, const CoordinateState& state) {
     std::vector<QRectF> taken;
     LabelRow labels(context, state, taken);
     if (state.NetB[1].Step != 0 && state.NetB[1].Count >= 1)
-      Draw_Family(context, state, {state.NetBLines, state.NetBLabels, true}, labels);
+      Draw_Family(context, state, {state.NetBLines, state.NetBLabels, true, static_cast<double>(state.NetB[1].Step)},
+                  labels);
     if (state.NetL[1].Step != 0 && state.NetL[1].Count >= 1)
-      Draw_Family(context, state, {state.NetLLines, state.NetLLabels, false}, labels);
+      Draw_Family(context, state, {state.NetLLines, state.NetLLabels, false, static_cast<double>(state.NetL[1].Step)},
+                  labels);
   } catch (const Error&) {
     Message_Box(QStringLiteral("Ein Fehler ist aufgetreten beim Zeichnen der Koordinaten"), MsgButtons::Ok,
                 MsgIcon::Information, QStringLiteral("Fehler: Koordinatennetz zeichnen"));

@@ -99,6 +99,31 @@ TEST_F(NetDrawing, GapsAndSlantsOfCurves) {
   EXPECT_EQ(Red_In(image, image.rect()), 150);
 }
 
+// Zoomed out, close samples are drawn several at a time; kinks and gaps stay.
+TEST_F(NetDrawing, ReducedCurvesKeepTheirShape) {
+  CoordinateState state = Plain_Net();
+  state.NetLLines.clear();
+  state.NetLLabels.clear();
+  state.NetBLabels.resize(1);
+  state.NetBLabels[0].Text.clear();
+  state.NetB[1].Step = 5;
+  std::vector<NetPt> line;
+  for (int x = 0; x <= 1200; x += 5) {
+    const int y = x < 400 ? 100 : 100 + x - 400;  // a bend of 45 degrees at 400
+    const bool gap = x > 600 && x < 700;
+    line.push_back(gap ? NetPt{netGap, netGap} : NetPt{static_cast<std::int16_t>(x), static_cast<std::int16_t>(y)});
+  }
+  state.NetBLines = {line};
+  const QImage image = Drawn(state, {.Zoom = 4});
+  Expect_Pixels(image, {{50, 25, lightRed},
+                        {99, 25, lightRed},
+                        {110, 35, lightRed},
+                        {148, 73, lightRed},
+                        {160, 85, white},
+                        {180, 105, lightRed},
+                        {220, 145, lightRed}});
+}
+
 TEST_F(NetDrawing, SheetsCarryLabelsInTheirMargins) {
   const CoordinateState state = Plain_Net();
   const auto printed = [&](const QMarginsF& margins) {
