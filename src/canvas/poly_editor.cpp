@@ -36,7 +36,7 @@ EntryRow New_Row(PolyEditor::Kind kind, const QString& table, QPoint first) {
   if (!area) id.ends = NextShape.ends;
   EntryRow row;
   row.ID = id.ToText();
-  row.Eintrag = QStringLiteral("%1 %2").arg(area ? QStringLiteral("Fläche") : QStringLiteral("Linie")).arg(id.Number());
+  row.Eintrag = id.TableName();
   row.Schrift = QStringLiteral("Arial");
   row.Groesse = labelSize;
   row.VG = CurVG;

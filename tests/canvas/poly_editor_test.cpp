@@ -43,7 +43,7 @@ TEST_F(PolyEditorTest, WritesWhatWasClicked) {
   EntryRow row = Draw(Kind::Line, {{100, 100}, {200, 150}, {300, 100}});
   EntryRow expected;
   expected.ID = "Linie0 - P0010L1.0B1.0";
-  expected.Eintrag = "Linie 0";
+  expected.Eintrag = "Linie0";
   expected.Schrift = "Arial";
   expected.Groesse = 8;
   expected.VG = 9;
@@ -63,7 +63,7 @@ TEST_F(PolyEditorTest, WritesWhatWasClicked) {
   NextShape.rounded = true;
   row = Draw(Kind::Area, {{100, 300}, {200, 300}, {150, 400}});
   EXPECT_EQ(row.ID, QStringLiteral("Flaeche0"));
-  EXPECT_EQ(row.Eintrag, QStringLiteral("Fläche 0"));
+  EXPECT_EQ(row.Eintrag, "Flaeche0");
   EXPECT_EQ(row.Yline, -8);
   EXPECT_EQ(row.Typ, 40);
   EXPECT_EQ(Toolbar1.Tag, QStringLiteral("Ply"));
