@@ -157,6 +157,20 @@ class Stride {
   int slack;
 };
 
+// The end of a piece of the line from point k on that is long enough to show its slope: neighbouring points may fall
+// together on the surface.
+QPointF Slope_End(const DrawContext& context, const std::vector<NetPt>& line, size_t k, bool across) {
+  constexpr double longEnough = 40;  // surface pixels
+  const auto at = [&](size_t i) { return context.view.Point(QPointF(line[i].X, line[i].Y)); };
+  const QPointF from = at(k);
+  QPointF to = from;
+  for (size_t i = k + 1; i < line.size() && line[i] != NetPt{netGap, netGap}; ++i) {
+    to = at(i);
+    if (std::abs(across ? to.x() - from.x() : to.y() - from.y()) >= longEnough) break;
+  }
+  return to;
+}
+
 void Draw_Line(DrawContext& context, const MapWindow& seen, const Stride& stride, const std::vector<NetPt>& line,
                const QString& text, bool across, LabelRow& labels) {
   LineRun run(context.surface);
@@ -167,7 +181,7 @@ void Draw_Line(DrawContext& context, const MapWindow& seen, const Stride& stride
     if (!seen.May_Show(line[k], line[next])) continue;
     const QPointF a = context.view.Point(QPointF(line[k].X, line[k].Y)),
                   b = context.view.Point(QPointF(line[next].X, line[next].Y));
-    if (first) label = labels.Print(text, a, b, across);
+    if (first) label = labels.Print(text, a, Slope_End(context, line, k, across), across);
     first = false;
     Add_Segment(run, a, b, label, across, context);
   }

@@ -100,6 +100,17 @@ TEST_F(NetDrawing, GapsAndSlantsOfCurves) {
 }
 
 // Zoomed out, close samples are drawn several at a time; kinks and gaps stay.
+// Curves begin with two points at one place, and reduced ones may have many.
+TEST_F(NetDrawing, ALineWhosePointsFallTogetherHasItsLabel) {
+  CoordinateState state = Plain_Net();
+  state.NetLLines = {{{150, 0}, {150, 0}, {150, 2}, {151, 4}, {152, 200}}};
+  state.NetLLabels = {state.NetLLabels[1]};
+  for (const double zoom : {1.0, 4.0}) {
+    const QImage image = Drawn(state, {.Zoom = zoom});
+    EXPECT_GT(Count_Pixels(image, {static_cast<int>(150 / zoom) - 30, 2, 60, 12}, Is_Ink), 100) << zoom;
+  }
+}
+
 TEST_F(NetDrawing, ReducedCurvesKeepTheirShape) {
   CoordinateState state = Plain_Net();
   state.NetLLines.clear();
