@@ -30,7 +30,7 @@ LookOf Look_Kind(const EntryRow& row) {
   const EntryType type = EntryType::Parse(row.Typ);
   const EntryId id = EntryId::Parse(row.ID);
   if (type.IsPolygon()) return id.IsArea() ? LookOf::Area : id.IsLine() ? LookOf::Line : LookOf::Other;
-  if (type.IsFigure()) return LookOf::Figure;
+  if (type.IsFigure() || type.Kind() == EntryKind::PlanSquare) return LookOf::Figure;
   if (type.Kind() == EntryKind::Picture) return LookOf::Picture;
   if (!type.IsText()) return LookOf::Other;
   return FontSpec::Parse(row.Schrift).IsSymbol() ? LookOf::Symbol : LookOf::Text;

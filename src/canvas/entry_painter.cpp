@@ -10,6 +10,7 @@
 #include "objects/reference_line.h"
 #include "objects/rotated_text.h"
 #include "objects/scale_bar.h"
+#include "plansquares/raster_rows.h"
 #include "platform/message_box.h"
 #include "start/dialog_hooks.h"
 #include "start/global_state.h"
@@ -42,7 +43,6 @@ EntryPainter::EntryPainter(DrawContext& drawContext)
   bottomLimit = (context.window.bottom() - view.originY) * view.Zoom + view.Top;
   if (!onMap) return;
   Map.PlanLabels.clear();
-  Map.lblPLQ.Text.clear();
 }
 
 QRgb EntryPainter::Color(qint64 number) const {
@@ -60,12 +60,13 @@ void EntryPainter::Draw_Row(Recordset& rows) {
   row.type = EntryType::Parse(static_cast<int>(rows.Integer(column::Typ)));
   row.id = rows.Text(column::ID);
   const bool northArrow = row.type.Kind() == EntryKind::NorthArrow && EntryId::Parse(row.id).IsNorthArrow();
+  context.key = rows.Key();
+  if (row.type.Kind() == EntryKind::PlanSquare || row.type.Kind() == EntryKind::PlanDesign) Note_Plan_Row(rows, row);
   greyed = row.type.hidden && !northArrow;
   if (greyed) {
     ++counts.hidden;
     if (!frmMDI.showHidden || surface.IsPaper()) return;
   }
-  context.key = rows.Key();
   context.inactive = row.id.startsWith(QLatin1Char('-'));
   // Inactive and marked rows count wherever they lie: the numbers must not change with the scroll position.
   if (context.inactive && !greyed) ++counts.inactive;
@@ -102,9 +103,11 @@ void EntryPainter::Draw_Row(Recordset& rows) {
           if (!box.isEmpty()) Add_Region(row, box, box);
         }
         break;
+      case EntryKind::PlanSquare:
+        Draw_Plan_Square(rows, row);
+        break;
       default:
-        if (row.type.IsFigure() || (row.type.Kind() == EntryKind::PlanSquare && Map.PlanMode >= 0))
-          Draw_Shape_Row(rows, row);
+        if (row.type.IsFigure()) Draw_Shape_Row(rows, row);
     }
   }
   context.regions = regions;
@@ -222,13 +225,7 @@ void EntryPainter::Draw_Shape_Row(Recordset& rows, const Row& row) {
   const std::vector<QPoint>& vertices =
       row.type.IsFreeFigure() ? Load_Vertices(EntryId::Parse(entry.ID).TableName()) : none;
   const FigureShown shown = Draw_Figure(context, entry, row.type.Kind(), vertices, row.colors);
-  if (!shown.drawn) return;
-  if (row.type.Kind() == EntryKind::PlanSquare) {
-    Add_Plan_Label(rows, shown.box);
-    Draw_Marks(row, shown.box);
-  } else {
-    Add_Region(row, shown.box, shown.region);
-  }
+  if (shown.drawn) Add_Region(row, shown.box, shown.region);
 }
 
 void EntryPainter::Draw_Scale_Row(Recordset& rows, const Row& row) {
@@ -278,15 +275,77 @@ void EntryPainter::Add_Region(const Row& row, const QRectF& box, RegionShape sha
   Draw_Marks(row, box);
 }
 
-void EntryPainter::Add_Plan_Label(const Recordset& rows, const QRectF& box) {
-  if (!context.regions) return;
-  PlanLabel label;
-  label.key = context.key;
-  label.text = rows.Text(column::Eintrag);
-  label.offsetX = static_cast<int>(box.x());
-  label.offsetY = static_cast<int>(box.y());
-  if (Map.PlanLabels.empty()) Map.lblPLQ.Text = label.text;
-  Map.PlanLabels.push_back(std::move(label));
+namespace {
+
+// Neighbours share the pixels of the line between them, at every zoom.
+QRectF Square_Box(const ViewTransform& view, const EntryBox& box) {
+  return {QPointF(view.X(box.x), view.Y(box.y)), QPointF(view.X(box.x + box.width), view.Y(box.y + box.height))};
+}
+
+}  // namespace
+
+void EntryPainter::Note_Plan_Row(const Recordset& rows, const Row& row) {
+  const EntryRow entry = Read_Entry(rows);
+  ++counts.planRows;
+  if (!row.type.hidden) ++counts.planShown;
+  if (row.type.Kind() == EntryKind::PlanDesign) {
+    const RasterDesign design = Design_Of(entry);
+    planMode = static_cast<int>(design.labels) * (row.type.hidden ? -1 : 1);
+    planLabels.Set_Design(design);
+    return;
+  }
+  Square square;
+  square.box = Square_Box(context.view, entry_box(entry));
+  square.inactive = row.id.startsWith(QLatin1Char('-'));
+  square.label.key = context.key;
+  square.label.name = Plan_Name(row.id);
+  square.label.text = row.type.mark == Mark::None ? square.label.name : entry.Eintrag;
+  if (square.label.text.isEmpty()) square.label.text = entry.Eintrag;
+  if (row.type.hidden) square.label.text.clear();
+  square.label.offsetX = static_cast<int>(square.box.x());
+  square.label.offsetY = static_cast<int>(square.box.y());
+  const bool inWindow = square.box.intersects(context.window);
+  if (!row.type.hidden) planLabels.Add_Square(square.label.name, entry.Eintrag, square.box, inWindow);
+  if (onMap && inWindow) squares.push_back(std::move(square));
+}
+
+void EntryPainter::Draw_Plan_Square(Recordset& rows, const Row& row) {
+  EntryRow entry = Read_Entry(rows);
+  const QRectF box = Square_Box(context.view, entry_box(entry));
+  const double width = context.view.Zoom > 1.0 ? 1 : 2;
+  const QRectF seen = context.window.adjusted(-2 * width, -2 * width, 2 * width, 2 * width);
+  const QRectF outline = box.adjusted(0, 0, width, width) & seen;
+  if (outline.isEmpty()) return;
+  const bool filled = FillCode::IsFill(entry.Schrift);
+  if (filled) {
+    entry.RA = Frame_Switched(entry.RA, false);
+    Draw_Figure(context, entry, row.type.Kind(), {}, row.colors);
+  }
+  if (!filled || row.frame.framed) {
+    const KeepPen keep(surface);
+    surface.pen = {};
+    surface.pen.ForeColor = row.colors.RA;
+    surface.pen.DrawWidth = width;
+    surface.Box(outline);
+  }
+  Draw_Marks(row, box);
+}
+
+void EntryPainter::Finish() {
+  planLabels.Print(context);
+  if (onMap) Add_Plan_Regions();
+}
+
+// A square that was hidden by itself keeps its place: it can be found there and shown again.
+void EntryPainter::Add_Plan_Regions() {
+  Map.PlanMode = planMode;
+  const bool active = Raster_Active() && planMode >= 0;
+  for (Square& square : squares) {
+    const bool hidden = square.label.text.isEmpty();
+    if (active && context.regions && !square.inactive) context.regions->Add(square.box, square.label.key, planRegion);
+    if (Map.PlanLabels.empty() && !hidden && !Map.lblPLQ.Visible) Map.lblPLQ.Text = square.label.text;
+    if (!hidden || active) Map.PlanLabels.push_back(std::move(square.label));
+  }
 }
 
 void EntryPainter::Draw_Marks(const Row& row, const QRectF& box) {

@@ -2,7 +2,10 @@
 #include <QHash>
 #include <QString>
 #include <optional>
+#include <vector>
 
+#include "canvas/map_state.h"
+#include "canvas/plan_squares.h"
 #include "canvas/redraw.h"
 #include "objects/draw_context.h"
 #include "objects/text_box.h"
@@ -16,6 +19,8 @@ class EntryPainter {
   explicit EntryPainter(DrawContext& context);
   // The current row of the recordset. Errors pass through.
   void Draw_Row(Recordset& rows);
+  // After the last row: labels of plan squares over all entries, and their hit regions.
+  void Finish();
   const DrawCounts& Counts() const { return counts; }
 
  private:
@@ -42,7 +47,9 @@ class EntryPainter {
   void Ask_Missing_Font(const QString& text, const FontSpec& font, const Row& row);
 
   void Add_Region(const Row& row, const QRectF& box, RegionShape shape);
-  void Add_Plan_Label(const Recordset& rows, const QRectF& box);
+  void Note_Plan_Row(const Recordset& rows, const Row& row);
+  void Draw_Plan_Square(Recordset& rows, const Row& row);
+  void Add_Plan_Regions();
   void Draw_Marks(const Row& row, const QRectF& box);
   const FontSpec& Font_Of(const QString& schrift);
   QRgb Color(qint64 number) const;
@@ -55,4 +62,13 @@ class EntryPainter {
   DrawCounts counts;
   QHash<QString, FontSpec> fonts;
   FontKey key;
+  // Plan squares met in this pass.
+  struct Square {
+    PlanLabel label;
+    QRectF box;
+    bool inactive = false;
+  };
+  PlanLabels planLabels;
+  std::vector<Square> squares;
+  int planMode = 0;
 };

@@ -7,6 +7,7 @@
 
 #include "canvas/activation.h"
 #include "canvas/picture_cache.h"
+#include "objects/reference_line.h"
 #include "objects/text_box.h"
 #include "platform/surface.h"
 #include "start/events.h"
@@ -87,7 +88,7 @@ QRectF Region_Bounds(qint64 key) {
   QRectF bounds;
   for (int i = 1; i <= Map.EntryRegions.Count(); ++i) {
     const EntryRegion& region = Map.EntryRegions.Row(i);
-    if (region.key == key && region.kind == 0) bounds |= region.bounds;
+    if (region.key == key && region.kind != footRegion) bounds |= region.bounds;
   }
   return bounds;
 }
@@ -98,7 +99,7 @@ QRectF Group_Bounds() {
   QRectF bounds;
   for (int i = 1; i <= Map.EntryRegions.Count(); ++i) {
     const EntryRegion& region = Map.EntryRegions.Row(i);
-    if (region.kind == 0 && keys.contains(region.key)) bounds |= region.bounds;
+    if (region.kind != footRegion && keys.contains(region.key)) bounds |= region.bounds;
   }
   return bounds;
 }

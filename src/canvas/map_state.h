@@ -40,7 +40,8 @@ struct ScrollState {
 struct PlanLabel {
   qint64 key = 0;
   int kind = 16;
-  QString text;
+  QString name;
+  QString text;  // what lblPLQ says of it; empty while the square is hidden
   int offsetX = 0, offsetY = 0;
 };
 

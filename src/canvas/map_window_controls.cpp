@@ -258,7 +258,17 @@ MapControls::MapControls(QWidget* canvas)
       imgBild(new MapMarker(MapMarker::Look::Frame, canvas)),
       Text2(new MapEditor(canvas)),
       imgHandle(new MapMarker(MapMarker::Look::Handle, canvas)),
-      imgRfLine(new MapMarker(MapMarker::Look::Crosshair, canvas)) {
+      imgRfLine(new MapMarker(MapMarker::Look::Crosshair, canvas)),
+      lblPLQ(new QLabel(canvas)) {
+  lblPLQ->setObjectName(QStringLiteral("lblPLQ"));
+  lblPLQ->setAttribute(Qt::WA_TransparentForMouseEvents);
+  lblPLQ->setFocusPolicy(Qt::NoFocus);
+  lblPLQ->setFrameShape(QFrame::Box);
+  lblPLQ->setMargin(1);
+  lblPLQ->setAutoFillBackground(true);
+  lblPLQ->setBackgroundRole(QPalette::ToolTipBase);
+  lblPLQ->setForegroundRole(QPalette::ToolTipText);
+  lblPLQ->hide();
   lblShape->setObjectName(QStringLiteral("lblShape"));
   imgBild->setObjectName(QStringLiteral("imgBild"));
   imgHandle->setObjectName(QStringLiteral("imgHandle"));
@@ -276,4 +286,8 @@ void MapControls::Sync() {
   for (size_t i = 0; i < lblHandle.size(); ++i) Show_Control(*lblHandle[i], Map.lblHandle[i]);
   Show_Control(*imgHandle, Map.imgHandle);
   Show_Control(*imgRfLine, Map.imgRfLine);
+  lblPLQ->setText(Map.lblPLQ.Text);
+  lblPLQ->move(Map.lblPLQ.Left, Map.lblPLQ.Top);
+  lblPLQ->adjustSize();
+  lblPLQ->setVisible(Map.lblPLQ.Visible);
 }

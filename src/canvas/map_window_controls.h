@@ -1,4 +1,5 @@
 #pragma once
+#include <QLabel>
 #include <QTextEdit>
 #include <QWidget>
 #include <array>
@@ -66,4 +67,5 @@ class MapControls {
   std::array<MapMarker*, 8> lblHandle{};
   MapMarker* imgHandle;
   MapMarker* imgRfLine;
+  QLabel* lblPLQ;  // name of the plan square under the mouse
 };

@@ -14,6 +14,7 @@
 #include "canvas/map_state.h"
 #include "canvas/map_tool.h"
 #include "canvas/marks.h"
+#include "canvas/plan_squares.h"
 #include "canvas/redraw.h"
 #include "canvas/symbols.h"
 #include "canvas/tool_state.h"
@@ -100,6 +101,7 @@ void Press_Entry(QPoint window) {
   Take_Entry_At(window);
   if (Map.InHand != region.Bookmark()) return;
   if (region.kind == footRegion && Map.imgRfLine.Visible) return Begin_Drag(Grip::FootPoint, -1, window);
+  if (Is_Raster_Square(hit)) return;
   if (Is_Outline(EntryType::Parse(static_cast<int>(rsEntries->Integer(column::Typ))))) return;
   Begin_Drag(Grip::Entry, -1, window);
 }
@@ -162,6 +164,7 @@ void Hover(QPoint window) {
   const PanelTexts texts = Cursor_Texts({Map_X(window.x()), Map_Y(window.y())});
   bool changed = Show_Position(texts);
   const int hit = dragState.Active() || Map_Tool_In_Use() ? 0 : Hit_Entry(window);
+  if (Show_Plan_Label(dragState.Active() ? 0 : hit)) events.HandChanged.Emit();
   const QString key = Hover_Key(hit);
   if (!dragState.Active() && key != shownKey) {
     shownKey = key;

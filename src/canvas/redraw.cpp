@@ -6,6 +6,7 @@
 #include "canvas/activation.h"
 #include "canvas/entry_painter.h"
 #include "canvas/map_state.h"
+#include "canvas/plan_squares.h"
 #include "coordinates/coordinate_state.h"
 #include "coordinates/net_draw.h"
 #include "platform/message_box.h"
@@ -54,6 +55,7 @@ void Show_Counts(const DrawCounts& counts) {
   Map.HiddenCount = counts.hidden;
   Map.InactiveCount = counts.inactive;
   frmMDI.HasHidden = counts.hidden > 0;
+  Follow_Plan_Squares(counts.planRows > 0, counts.planShown > 0);
   const QString text = Count_Text(counts.hidden, counts.inactive);
   InfoBar.Panel[2] = text.isEmpty() ? Tbl.DBGrid1.Caption : text;
   frmMDI.Enabled = true;
@@ -125,6 +127,7 @@ DrawCounts Draw_Entries(DrawContext& context) {
     if (Map.DrawAbort) break;
     rsEntries->MoveNext();
   }
+  painter.Finish();
   return painter.Counts();
 }
 
@@ -161,6 +164,7 @@ void Map_Redraw() {
     if (!aborted) {
       Draw_Grid(context);
       Draw_Position_Mark(context);
+      Draw_Raster_Preview(context);
     }
     Map.DrawAbort = false;
     surface->SetClip({});
@@ -203,4 +207,10 @@ void Connect_Canvas() {
   static int listener = 0;
   events.RedrawWanted.Disconnect(listener);
   listener = events.RedrawWanted.Connect([] { Map_Redraw(); });
+  static int closed = 0;
+  events.MapClosed.Disconnect(closed);
+  closed = events.MapClosed.Connect([] {
+    Show_Raster_Preview({});
+    Set_Raster_Active(false);
+  });
 }

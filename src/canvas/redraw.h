@@ -5,6 +5,7 @@
 
 struct DrawCounts {
   int drawn = 0, hidden = 0, inactive = 0, marked = 0;
+  int planRows = 0, planShown = 0;  // of the raster: squares and design
 };
 
 // Repaints the map window: background, every row of MapData in table order, hit regions, counts. Paints Map.canvas.

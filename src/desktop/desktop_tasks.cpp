@@ -15,8 +15,15 @@ class ProgressWindow : public ProgressFace {
  public:
   void Show(const QString& title, int total) override {
     pointer = std::make_unique<ArrowPointer>();
-    window = std::make_unique<QProgressDialog>(title.trimmed(), QStringLiteral("Abbrechen"), 0, total, Dialog_Parent());
-    window->setWindowTitle(QStringLiteral("Bitte warten"));
+    const QString text = title.section(u'\n', 1).trimmed(), first = title.section(u'\n', 0, 0).trimmed();
+    window = std::make_unique<QProgressDialog>(text.isEmpty() ? first : text, QStringLiteral("Abbrechen"), 0, total,
+                                               Dialog_Parent());
+    window->setWindowTitle(text.isEmpty() ? QStringLiteral("Bitte warten") : first);
+    if (!text.isEmpty()) {
+      QPalette red = window->palette();
+      red.setColor(QPalette::Highlight, Qt::red);
+      window->setPalette(red);
+    }
     // The rest of the program is shut while the work runs: events are served in the middle of a procedure.
     window->setWindowModality(Qt::ApplicationModal);
     window->setMinimumDuration(0);

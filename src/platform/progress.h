@@ -4,7 +4,8 @@
 #include <functional>
 #include <memory>
 
-// Progress of long work: a window with a bar and "Abbrechen" in the program, a counter in tests. Shown only when the
+// Progress of long work. A title of two lines names the window first, then what is being done.
+// It is a window with a bar and "Abbrechen" in the program, a counter in tests. Shown only when the
 // work takes longer than a moment.
 class ProgressFace {
  public:

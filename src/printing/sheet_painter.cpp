@@ -260,6 +260,7 @@ void Draw_Sheet(QPainter& page, int dpi, const PrintGeometry& geometry, const Sh
           return true;
         },
         true);
+  painter.Finish();
   if (look.net) Draw_Sheet_Net(context, geometry, sheet);
 }
 
@@ -276,4 +277,5 @@ void Draw_Sheet_Image(QImage& image, double dpi, const QRectF& area, const Print
   EntryPainter painter(context);
   For_Each_Entry(
       look, [&](qint64) { return painter.Draw_Row(*rsEntries), true; }, true);
+  painter.Finish();
 }

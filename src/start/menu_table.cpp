@@ -49,7 +49,7 @@ bool Needs_Met(MenuNeeds needs) {
     }
     case MenuNeeds::Fill: {
       const EntryType type = Type_In_Hand();
-      if (!Entry_In_Hand() || type.IsFigure()) return true;
+      if (!Entry_In_Hand() || type.IsFigure() || type.Kind() == EntryKind::PlanSquare) return true;
       return type.IsPolygon() && EntryId::Parse(rsEntries->Text(column::ID)).IsArea();
     }
     case MenuNeeds::Marks:
@@ -66,6 +66,8 @@ bool Needs_Met(MenuNeeds needs) {
       return frmMDI.HasTemplate;
     case MenuNeeds::Net:
       return Coord.Grid != gridNone;
+    case MenuNeeds::PlanSquares:
+      return frmMDI.HasPlanSquares;
     case MenuNeeds::Entries:
       return Entry_Count() > 0;
   }
@@ -404,7 +406,8 @@ std::vector<MenuRow> Object_Group_Rows() {
 }
 
 std::vector<MenuRow> Grid_Rows() {
-  const QString in = QStringLiteral("mnu_Grid");
+  const QString in = QStringLiteral("mnu_Grid"), raster = QStringLiteral("mnuRaster");
+  const MenuNeeds squares = MenuNeeds::PlanSquares;
   return {
       {{}, in, "&Grid", {}, {}, {}, menu},
       {in, "mnuGridmake", "erstellen", {}, "Das Koordinatennetz der Karte mit dem Programm Kalibrix vermessen", {}},
@@ -435,6 +438,13 @@ std::vector<MenuRow> Grid_Rows() {
        {},
        entry,
        MenuNeeds::Net},
+      Line(in),
+      {in, raster, "&Planquadrate", {}, {}, {}, menu},
+      {raster, "mnuRasterErstellen", "&erstellen", {}, "Ein Raster von Planquadraten entwerfen", {}},
+      {raster, "mnuRasterBearbeiten", "bearbeiten", {}, "Das Raster der Karte ändern", {}, entry, squares},
+      {raster, "mnuRasterEinblenden", "ausblenden", {}, "Die Planquadrate zeigen oder verbergen", {}, entry, squares},
+      {raster, "mnuRasterAktiv", "aktivieren", {}, "Planquadrate mit der Maus wählen", {}, entry, squares},
+      {raster, "mnuRasterDelete", "&löschen", {}, "Alle Planquadrate der Karte löschen", {}, entry, squares},
   };
 }
 

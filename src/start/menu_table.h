@@ -30,9 +30,10 @@ enum class MenuNeeds {
   TwoMarks,
   Hidden,
   Inactive,
-  Template,  // a template of an area was saved
-  Entries,   // at least one entry
-  Net,       // coordinates of the map
+  Template,     // a template of an area was saved
+  Entries,      // at least one entry
+  Net,          // coordinates of the map
+  PlanSquares,  // squares or a raster's design
 };
 
 struct MenuRow {

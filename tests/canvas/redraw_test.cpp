@@ -194,9 +194,6 @@ TEST_F(Redraw, PlanSquaresAreListedInsteadOfHit) {
   EXPECT_EQ(Map.EntryRegions.Count(), 0);
   EXPECT_NE(Pixel(200, 100), qRgb(255, 255, 255));
   EXPECT_EQ(Pixel(200, 200), qRgb(255, 255, 255));
-  Map.PlanMode = -1;
-  Map_Redraw();
-  EXPECT_EQ(Pixel(200, 100), qRgb(255, 255, 255));
 }
 
 TEST_F(Redraw, PicturesAreFoundBesideTheMapAndMissingOnesNamed) {

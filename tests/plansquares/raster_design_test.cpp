@@ -1,0 +1,153 @@
+#include "plansquares/raster_design.h"
+
+#include "coordinates/coordinate_state.h"
+#include "support/fixture.h"
+
+class RasterDesignTest : public FluraxTest {
+ protected:
+  void SetUp() override {
+    FluraxTest::SetUp();
+    MapWidthPx = 1000;
+    MapHeightPx = 800;
+    MapWidthMm = 500;
+    Coord = {};
+  }
+  static void Give_Scale(const QString& unit, double perPixel) {
+    MapHasScale = true;
+    MapUnit = unit;
+    MapUnitPerPixel = perPixel;
+  }
+  static RasterDesign Part(CornerUnit unit, const QString& size, const QStringList& corners) {
+    RasterDesign design;
+    design.size = size;
+    design.field = RasterField::Part;
+    design.unit = unit;
+    design.P1x = corners[0], design.P1y = corners[1], design.P2x = corners[2], design.P2y = corners[3];
+    return design;
+  }
+};
+
+TEST_F(RasterDesignTest, NamesCountColumnsInLettersAndRowsInNumbers) {
+  const std::pair<int, const char*> columns[] = {{1, "A"},   {26, "Z"},  {27, "a"},   {52, "z"},   {53, "AA"},
+                                                 {60, "AH"}, {79, "Aa"}, {104, "Az"}, {105, "BA"}, {1405, "aA"}};
+  for (const auto& [column, letters] : columns) EXPECT_EQ(Column_Letters(column), letters) << column;
+  EXPECT_EQ(Square_Name(28, 12), "b-12");
+}
+
+TEST_F(RasterDesignTest, FieldsShrinkToWholeSquaresAndSquaresLeaveNoGaps) {
+  const RasterPlan plan = Plan({0, 0, 1000, 1000}, 300);
+  EXPECT_EQ(plan.Cols, 3);
+  EXPECT_EQ(plan.Rows, 3);
+  EXPECT_EQ(plan.edgeX.back(), 900);
+  EXPECT_TRUE(plan.adjusted);
+  EXPECT_EQ(plan.squares[5].name, "C-2");
+  EXPECT_EQ(plan.squares[5].box, QRect(600, 300, 300, 300));
+  EXPECT_FALSE(Plan({0, 0, 900, 600}, 300).adjusted);
+  // A field whose end was rounded to a whole pixel still has its last square.
+  EXPECT_EQ(Plan({0, 0, 1233, 124, 1}, 123.4F).Cols, 10);
+  for (const float side : {100.0F, 33.3F, 7.1F}) {
+    const RasterPlan odd = Plan({0.5, 0.25, 710, 110}, side);
+    int sum = 0;
+    for (int i = 0; i < odd.Cols; ++i) {
+      const QRect& box = odd.squares[static_cast<size_t>(i)].box;
+      EXPECT_EQ(box.x(), odd.edgeX[0] + sum);
+      sum += box.width();
+    }
+    EXPECT_EQ(sum, odd.edgeX.back() - odd.edgeX.front()) << side;
+  }
+}
+
+TEST_F(RasterDesignTest, TooManyAndTooSmallAreRefusedBeforeAnythingIsMade) {
+  EXPECT_EQ(Plan({0, 0, 400, 500}, 10).squares.size(), 2000U);
+  try {
+    Plan({0, 0, 450, 450}, 10);
+    ADD_FAILURE() << "2025 squares";
+  } catch (const Error& error) {
+    EXPECT_EQ(error.number, 5000);
+    EXPECT_EQ(error.text, "Zuviele Planquadrate. 2025");
+  }
+  EXPECT_THROW(Plan({0, 0, 1e9, 1e9}, 0.001F), Error);
+  EXPECT_THROW(Plan({0, 0, 99, 500}, 100), RasterFault);
+  EXPECT_THROW(Plan({0, 0, 500, 99}, 100), RasterFault);
+  EXPECT_THROW(Plan({0, 0, 500, 500}, 0), RasterFault);
+}
+
+TEST_F(RasterDesignTest, SizesAreReadWithTheirUnits) {
+  const std::tuple<const char*, double, const char*> cases[] = {
+      {"   100 * 100", 100, ""},       {"2,5 km", 2.5, "km"},  {"2.5km", 2.5, "km"},    {"1.000 m", 1000, "m"},
+      {"10 * 10 Kilometer", 10, "km"}, {"20 px", 20, "Pixel"}, {"5 Ellen", 5, "Ellen"}, {"", 0, ""}};
+  for (const auto& [text, number, unit] : cases) {
+    const SizeText size = Read_Size(QString::fromUtf8(text));
+    EXPECT_DOUBLE_EQ(size.number, number) << text;
+    EXPECT_EQ(size.unit, unit) << text;
+  }
+}
+
+TEST_F(RasterDesignTest, SidesFollowScalePaperAndNet) {
+  RasterDesign design;
+  design.size = QStringLiteral("10 * 10");
+  EXPECT_DOUBLE_EQ(Side_Pixels(design), 20);  // mm on paper: half a millimetre a pixel
+  design.size = QStringLiteral("10 km");
+  EXPECT_THROW(Side_Pixels(design), RasterFault);
+  Give_Scale(QStringLiteral(" m"), 5);
+  design.size = QStringLiteral("1 km");
+  EXPECT_DOUBLE_EQ(Side_Pixels(design), 200);
+  design.size = QStringLiteral("100");
+  EXPECT_DOUBLE_EQ(Side_Pixels(design), 20);
+  design = Part(CornerUnit::Measure, QStringLiteral("100"), {"0", "0", "1000", "500,5"});
+  MessageScript messages;
+  messages.Expect(QStringLiteral("Die Maßeinheit fehlt")).Expect(QStringLiteral("Meter"));
+  EXPECT_DOUBLE_EQ(Side_Pixels(design), 20);
+  design.size = QStringLiteral("100 km");
+  EXPECT_DOUBLE_EQ(Side_Pixels(design), 20);  // told to be metres
+  EXPECT_DOUBLE_EQ(Read_Field(design, {}).height, 100.1);
+  design.unit = CornerUnit::Pixel;
+  design.size = QStringLiteral("30");
+  EXPECT_DOUBLE_EQ(Side_Pixels(design), 30);
+  Coord.Grid = gridUtm;
+  Coord.MeterPerPix = 2;
+  Coord.MapWidthPx = 1000, Coord.MapHeightPx = 800;
+  Coord.GridR = 4500000, Coord.GridH = 5400000, Coord.Xmap = 100, Coord.Ymap = 700;
+  design = Part(CornerUnit::Coordinates, QStringLiteral("200"), {"4500000", "5401000", "4501000", "5400000"});
+  EXPECT_DOUBLE_EQ(Side_Pixels(design), 100);
+  const PlanField field = Read_Field(design, {});
+  EXPECT_DOUBLE_EQ(field.x, 100);
+  EXPECT_DOUBLE_EQ(field.y, 200);
+  EXPECT_DOUBLE_EQ(field.width, 500);
+  design.P2x = QStringLiteral("9999999");
+  EXPECT_THROW(Read_Field(design, {}), RasterFault);
+}
+
+TEST_F(RasterDesignTest, CornersMayBeSwappedMissingOrNonsense) {
+  RasterDesign design = Part(CornerUnit::Pixel, QStringLiteral("50"), {"400", "300", "100", "50"});
+  const PlanField field = Read_Field(design, {});
+  EXPECT_DOUBLE_EQ(field.x, 100);
+  EXPECT_DOUBLE_EQ(field.width, 300);
+  design.P2x.clear(), design.P2y.clear();
+  EXPECT_DOUBLE_EQ(Read_Field(design, QRectF(10, 20, 70, 80)).height, 80);
+  RasterSteps steps;
+  for (const char* wrong : {"", "abc", "1e99", "12 34"}) {
+    design.P2x = QString::fromLatin1(wrong);
+    design.P2y = QStringLiteral("50");
+    MessageScript messages;
+    messages.Expect(QStringLiteral("Ungültige(r) Wert(e)"));
+    EXPECT_FALSE(Design_Raster(design, {}, {}, steps)) << wrong;
+    EXPECT_EQ(steps.Mode, "Step: 3");
+    EXPECT_EQ(steps.tab, RasterTab::Corners);
+  }
+  design.unit = CornerUnit::Coordinates;
+  design.size = QStringLiteral("50 mm");
+  MessageScript messages;
+  messages.Expect(QStringLiteral("Kein Koordinatennetz")).Expect(QStringLiteral("Ungültige"));
+  EXPECT_FALSE(Design_Raster(design, {}, {}, steps));
+}
+
+TEST_F(RasterDesignTest, WhiteLinesBecomeGrey) {
+  int VG = 15, HG = 15;
+  Sound_Colors(VG, HG);
+  EXPECT_EQ(VG, 8);
+  EXPECT_EQ(HG, 15);
+  VG = HG = 3;
+  Sound_Colors(VG, HG);
+  EXPECT_NE(VG, HG);
+}

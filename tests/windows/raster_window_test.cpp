@@ -1,0 +1,112 @@
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTabWidget>
+
+#include "canvas/plan_squares.h"
+#include "plansquares/frmRaster.h"
+#include "windows/dialog_parts.h"
+#include "windows/window_fixture.h"
+
+class RasterWindow : public WindowTest {
+ protected:
+  FrmRaster& Frm() { return *window->findChild<FrmRaster*>(); }
+  QString Info() { return Part<QLabel>(Frm(), "lblInfo")->text(); }
+  QString Preview() { return Part<QPushButton>(Frm(), "btnVorschau")->text(); }
+  void Size(const QString& text) { Part<QComboBox>(Frm(), "cmbSize")->setEditText(text); }
+  void Write(const char* name, const QString& text) { Part<QLineEdit>(Frm(), name)->setText(text); }
+};
+
+TEST_F(RasterWindow, FromTheSizeToTheTableAndBack) {
+  Open(600, 400);
+  EXPECT_FALSE(window->Action(QStringLiteral("mnuRasterBearbeiten"))->isEnabled());
+  Choose(QStringLiteral("mnuRasterErstellen"));
+  ASSERT_TRUE(Frm().isVisible());
+  EXPECT_EQ(Frm().windowTitle(), "Raster-  oder Planquadrate erstellen");
+  {
+    MessageScript messages;
+    messages.Expect(QStringLiteral("Keine Größe"));
+    Press(Frm(), "btnVorschau");
+  }
+  EXPECT_FALSE(Part<QPushButton>(Frm(), "btnTake")->isEnabled());
+  Press(Frm(), "optTeil");
+  Press(Frm(), "optPixel");
+  Size(QStringLiteral("   100 * 100"));
+  {
+    MessageScript messages;
+    messages.Expect(QStringLiteral("alle vier Eingabefelder"));
+    Press(Frm(), "btnGetTxt");
+  }
+  Write("txt1x", QStringLiteral("50"));
+  Write("txt1y", QStringLiteral("50"));
+  Write("txt2x", QStringLiteral("390"));
+  Write("txt2y", QStringLiteral("250"));
+  Press(Frm(), "optZentrSchrift");
+  Press(Frm(), "btnGetTxt");
+  EXPECT_TRUE(Raster_Preview_Shown());
+  EXPECT_EQ(Preview(), "<< Zurück");
+  EXPECT_TRUE(Info().startsWith(QStringLiteral("Abstimmung"))) << Info();
+  EXPECT_EQ(Entry_Count(), 0);
+  Press(Frm(), "btnVorschau");
+  EXPECT_FALSE(Raster_Preview_Shown());
+  EXPECT_EQ(Preview(), "Vorschau");
+  Press(Frm(), "btnVorschau");
+  Press(Frm(), "btnTake");
+  EXPECT_EQ(Entry_Count(), 3 * 2 + 1);
+  EXPECT_FALSE(Raster_Preview_Shown());
+  EXPECT_TRUE(Info().startsWith(QStringLiteral("Raster übernommen."))) << Info();
+  Frm().close();
+  Settle();
+  Choose(QStringLiteral("mnuRasterBearbeiten"));
+  EXPECT_EQ(Part<QComboBox>(Frm(), "cmbSize")->currentText(), "100 * 100");
+  EXPECT_TRUE(Part<QRadioButton>(Frm(), "optZentrSchrift")->isChecked());
+  EXPECT_EQ(Part<QLineEdit>(Frm(), "txt2x")->text(), "350");
+  {
+    MessageScript messages;
+    messages.Expect(QStringLiteral("bereits übernommen"), MsgAnswer::Yes);
+    messages.Expect(QStringLiteral("bereits in der Karte"), MsgAnswer::Ok);
+    Size(QStringLiteral("50 px"));
+    Press(Frm(), "btnVorschau");
+    Press(Frm(), "btnTake");
+  }
+  EXPECT_EQ(Entry_Count(), 6 * 4 + 1);
+  Choose(QStringLiteral("mnuRasterDelete"));
+  EXPECT_EQ(Entry_Count(), 0);
+  EXPECT_FALSE(window->Action(QStringLiteral("mnuRasterBearbeiten"))->isEnabled());
+}
+
+TEST_F(RasterWindow, TheFieldIsDraggedAndFaultsShowTheirTab) {
+  Open(600, 400);
+  Choose(QStringLiteral("mnuRasterErstellen"));
+  Size(QStringLiteral("20 px"));
+  Press(Frm(), "optTeil");
+  {
+    MessageScript messages;
+    messages.Expect(QStringLiteral("Ungültige(r) Wert(e)"), MsgAnswer::Cancel);
+    Press(Frm(), "btnVorschau");
+    EXPECT_EQ(Part<QTabWidget>(Frm(), "TabStrip")->currentIndex(), 1);
+    messages.Expect(QStringLiteral("Kein Koordinatennetz"));
+    Press(Frm(), "optKoordinaten");
+    EXPECT_TRUE(Part<QRadioButton>(Frm(), "optPixel")->isChecked());
+  }
+  Press(Frm(), "optMap");
+  QWidget* canvas = Canvas();
+  QTest::mousePress(canvas, Qt::LeftButton, {}, {10, 10});
+  QTest::mouseMove(canvas, {60, 40});
+  QTest::mouseMove(canvas, {110, 70});
+  QTest::mouseRelease(canvas, Qt::LeftButton, {}, {110, 70});
+  EXPECT_EQ(Part<QLineEdit>(Frm(), "txt1x")->text(), QString::number(Map_X(10)));
+  Press(Frm(), "btnVorschau");
+  EXPECT_TRUE(Raster_Preview_Shown());
+  Size(QStringLiteral("2 px"));
+  EXPECT_FALSE(Raster_Preview_Shown()) << "another size, another preview";
+  Press(Frm(), "optGesamt");
+  MessageScript messages;
+  messages.Expect(QStringLiteral("Zuviele Planquadrate. 60000"));
+  Press(Frm(), "btnVorschau");
+  EXPECT_FALSE(Raster_Preview_Shown());
+  Choose(QStringLiteral("mnuMapClose"));
+  EXPECT_FALSE(Raster_Preview_Shown());
+}
