@@ -16,8 +16,10 @@
 #include "canvas/view.h"
 #include "desktop/application.h"
 #include "platform/surface.h"
+#include "printing/page_preview.h"
 #include "start/events.h"
 #include "start/map_open.h"
+#include "start/mdi_state.h"
 #include "start/window_support.h"
 
 namespace {
@@ -52,6 +54,24 @@ Qt::CursorShape Cursor_Of(MapPointer pointer) {
   return Qt::ArrowCursor;
 }
 
+// Where the sheets of the print meet.
+void Paint_Sheet_Frame(QPainter& painter) {
+  const SheetFrame frame = Sheet_Frame_Of_Map();
+  if (frame.x.empty()) return;
+  painter.save();
+  painter.setClipRect(0, 0, Map.ViewWidth, Map.ViewHeight);
+  const int left = Window_X(frame.x.front()), right = Window_X(frame.x.back()) - 1;
+  const int top = Window_Y(frame.y.front()), bottom = Window_Y(frame.y.back()) - 1;
+  for (const QPen& pen : {QPen(Qt::white, 1), QPen(Qt::blue, 1, Qt::DashLine)}) {
+    painter.setPen(pen);
+    for (const double x : frame.x)
+      painter.drawLine(std::min(Window_X(x), right), top, std::min(Window_X(x), right), bottom);
+    for (const double y : frame.y)
+      painter.drawLine(left, std::min(Window_Y(y), bottom), right, std::min(Window_Y(y), bottom));
+  }
+  painter.restore();
+}
+
 }  // namespace
 
 MapCanvas::MapCanvas(QWidget* parent) : QWidget(parent), controls(this) {
@@ -79,6 +99,7 @@ void MapCanvas::paintEvent(QPaintEvent*) {
   if (picture.width() < width()) painter.fillRect(picture.width(), 0, width() - picture.width(), height(), around);
   if (picture.height() < height()) painter.fillRect(0, picture.height(), width(), height() - picture.height(), around);
   Paint_Circle(painter);
+  if (frmMDI.sheetFrame) Paint_Sheet_Frame(painter);
   Paint_Outline(painter);
 }
 

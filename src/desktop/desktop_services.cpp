@@ -10,6 +10,7 @@
 
 #include "desktop/clipboard.h"
 #include "desktop/desktop_dialogs.h"
+#include "desktop/desktop_printer.h"
 
 static void Load_Icons() { Q_INIT_RESOURCE(icons); }  // a library's resources are not loaded by themselves
 
@@ -34,6 +35,7 @@ void Install_Desktop_Services() {
   Set_Input_Box_Handler(Desktop_Input_Box);
   Set_Progress_Maker(Make_Desktop_Progress);
   Set_Shell(Desktop_Shell());
+  Set_Printer(Desktop_Printer());
   Install_Clipboard();
 }
 

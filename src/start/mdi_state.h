@@ -11,19 +11,20 @@ enum class MouseUnit { Pixel, Metric, Coordinates };
 
 struct MdiState {
   bool MapOpen = false;
-  bool Tips = true;            // tips at the start of a task
-  bool SafeMode = false;       // mnuNoTable is checked
-  bool Light = false;          // the map is painted light
-  double Dgs = 0;              // display setting of "Flurax.ini", kept and written back when above 0
+  bool Tips = true;       // tips at the start of a task
+  bool SafeMode = false;  // mnuNoTable is checked
+  bool Light = false;     // the map is painted light
+  double Dgs = 0;         // display setting of "Flurax.ini", kept and written back when above 0
   QString Caption = QStringLiteral("FLURAX - 100%");
   ToolbarPlace toolbarPlace = ToolbarPlace::Top;
   // What the options window sets, for the session.
   bool raisedButtons = false, showHidden = false, showTexts = true, showPictures = true, overview = false,
        sheetFrame = false, trimInput = false, tableColors = true;
+  bool printAsBitmap = false;  // path of printing: every sheet as a picture, for the session
   MouseUnit mouseUnit = MouseUnit::Pixel;
   // Inside of the main window in pixels, kept by the window.
   int InnerWidth = 1000, InnerHeight = 700;
-  bool TblVisible = false;     // the table window is shown (switched off when the table refers to picture files)
+  bool TblVisible = false;  // the table window is shown (switched off when the table refers to picture files)
   bool HasPlanSquares = false, HasLines = false, HasHidden = false, HasTemplate = false;
   int PageCounter = 1;
   bool Enabled = true;

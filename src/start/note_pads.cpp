@@ -118,7 +118,8 @@ QString NotePad_Title(int slot) {
 
 void Set_Active_NotePad(int slot) {
   ActiveNotePad = Is_Open_NotePad(slot) ? slot : -1;
-  for (const char* key : {"mnuTextSave", "mnuResultSaveAs", "mnuTextFind", "mnuTextCut", "mnuTextCopy", "mnuTextPaste"})
+  for (const char* key :
+       {"mnuTextSave", "mnuResultSaveAs", "mnuTextFind", "mnuTextCut", "mnuTextCopy", "mnuTextPaste", "mnuPrintTxt"})
     Menu(QString::fromLatin1(key)).Enabled = ActiveNotePad >= 0;
 }
 
