@@ -3,10 +3,12 @@
 #include <QGuiApplication>
 #include <QImageWriter>
 #include <QLocale>
+#include <QRegularExpression>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <clocale>
 #include <cstdio>
+#include <optional>
 
 #include "canvas/redraw.h"
 #include "objects/draw_context.h"
@@ -18,14 +20,16 @@
 #include "platform/picture.h"
 #include "platform/surface.h"
 #include "platform/text.h"
+#include "printing/page_geometry.h"
+#include "printing/print_map.h"
 #include "start/global_state.h"
 #include "start/map_open.h"
 #include "store/entry.h"
 
 using namespace Qt::StringLiterals;
 
-// flurax-batch: draws a map with its entries into a picture, without a window. Writes nothing but that picture: the map
-// is opened in a temporary folder that holds a copy of its table and links to everything else.
+// flurax-batch: draws a map with its entries into a picture or prints it into a PDF, without a window. Writes nothing
+// but that file: the map is opened in a temporary folder that holds a copy of its table and links to everything else.
 
 namespace {
 
@@ -34,17 +38,25 @@ enum ExitStatus { done = 0, failed = 1, wrongCall = 2 };
 constexpr double smallestFactor = 0.05, largestFactor = 8;
 
 const QString helpText =
-    uR"(flurax-batch: zeichnet Karten mit ihren Einträgen in Bilddateien.
+    uR"(flurax-batch: zeichnet Karten mit ihren Einträgen in Bilddateien und druckt sie in PDF-Dateien.
 
   flurax-batch bild KARTE.bmp AUS.png [--zoom F]
       Zeichnet die Karte mit den Einträgen ihrer Tabelle in die Datei AUS.png.
       Die Endung bestimmt das Format: png, bmp oder jpg. Eine vorhandene Datei wird ersetzt.
       --zoom F   Zoom-Faktor von 0,05 bis 8; 1 = 100 % (üblich), 0,5 = 50 %.
+  flurax-batch druck KARTE.bmp AUS.pdf [--faktor F] [--format A4|A3 hoch|quer] [--seiten VON-BIS]
+      Druckt die Karte mit den Einträgen über so viele Blätter, wie sie braucht, in die Datei AUS.pdf.
+      --faktor F         Vergrößerung auf dem Papier von 0,05 bis 20.
+      --format A3 quer   Blattgröße A4 (üblich) oder A3, dazu hoch oder quer.
+      --seiten VON-BIS   nur diese Blätter, etwa 2-3 oder 2.
+      Was nicht genannt ist, und die Seitenränder, stehen in der Tabelle (Menü "Karte - Druckvorschau").
+  flurax-batch csv KARTE.bmp
+      Noch nicht gebaut.
   flurax-batch --hilfe
       Zeigt diesen Text.
 
 Karte und Tabelle werden nur gelesen. Meldungen gehen auf die Standardfehlerausgabe.
-Rückgabewert: 0 gezeichnet, 1 Fehler, 2 falscher Aufruf.
+Rückgabewert: 0 gezeichnet oder gedruckt, 1 Fehler, 2 falscher Aufruf.
 )"_s;
 
 // Remarks of the libraries are not for the user.
@@ -54,42 +66,107 @@ void Quiet(QtMsgType type, const QMessageLogContext&, const QString& text) {
 
 void Tell(const QString& text) { std::fprintf(stderr, "%s\n", qUtf8Printable(text)); }
 
-struct PictureOrder {
+struct BatchOrder {
   QString map, target;
-  double factor = 1;
+  bool print = false;
+  double zoom = 1;
+  std::optional<double> factor;
+  QString format = u"A4"_s;
+  std::optional<int> orientation;
+  std::optional<PrintRange> range;
 };
 
 struct WrongCall {
   QString text;
 };
 
-PictureOrder Parse_Order(QStringList words) {
-  PictureOrder order;
-  if (words.takeFirst() != "bild"_L1) throw WrongCall{u"Unbekannter Befehl."_s};
-  if (const qsizetype at = words.indexOf(u"--zoom"_s); at >= 0) {
-    if (at + 1 >= words.size()) throw WrongCall{u"Hinter --zoom fehlt der Faktor."_s};
-    bool isNumber = false;
-    order.factor = QString(words[at + 1]).replace(u',', u'.').toDouble(&isNumber);
-    if (!isNumber || order.factor < smallestFactor || order.factor > largestFactor) {
-      throw WrongCall{u"Der Zoom-Faktor muss zwischen 0,05 und 8 liegen: "_s + words[at + 1]};
-    }
-    words.remove(at, 2);
+// The words behind an option, which are taken away with it; nothing if it is not there.
+std::optional<QString> Take_Option(QStringList& words, const QString& name, const QString& missing) {
+  const qsizetype at = words.indexOf(name);
+  if (at < 0) return std::nullopt;
+  if (at + 1 >= words.size()) throw WrongCall{missing};
+  const QString value = words[at + 1];
+  words.remove(at, 2);
+  return value;
+}
+
+std::optional<double> Take_Number(QStringList& words, const QString& name, double smallest, double largest,
+                                  const QString& missing, const QString& outside) {
+  const auto text = Take_Option(words, name, missing);
+  if (!text) return std::nullopt;
+  bool isNumber = false;
+  const double number = QString(*text).replace(u',', u'.').toDouble(&isNumber);
+  if (!isNumber || !(number >= smallest && number <= largest)) throw WrongCall{outside + *text};
+  return number;
+}
+
+// "A3", "quer" or both.
+void Parse_Format(QStringList& words, BatchOrder& order) {
+  const qsizetype at = words.indexOf(u"--format"_s);
+  if (at < 0) return;
+  words.removeAt(at);
+  int taken = 0;
+  while (at < words.size() && taken < 2) {
+    const QString word = words[at].toLower();
+    if (word == "a4"_L1 || word == "a3"_L1)
+      order.format = word.toUpper();
+    else if (word == "hoch"_L1 || word == "quer"_L1)
+      order.orientation = word == "quer"_L1 ? landscape : portrait;
+    else
+      break;
+    words.removeAt(at);
+    ++taken;
   }
+  if (taken == 0) throw WrongCall{u"Hinter --format wird A4 oder A3, hoch oder quer erwartet."_s};
+}
+
+PrintRange Parse_Range(const QString& text) {
+  static const QRegularExpression pattern(u"^([0-9]{1,6})(?:-([0-9]{1,6}))?$"_s);
+  const auto match = pattern.match(text);
+  PrintRange range{match.captured(1).toInt(), match.captured(match.lastCapturedIndex()).toInt()};
+  if (!match.hasMatch() || range.from < 1 || range.to < range.from)
+    throw WrongCall{u"Hinter --seiten wird VON-BIS erwartet, etwa 2-3: "_s + text};
+  return range;
+}
+
+void Parse_Options(QStringList& words, BatchOrder& order) {
+  if (!order.print) {
+    order.zoom = Take_Number(words, u"--zoom"_s, smallestFactor, largestFactor, u"Hinter --zoom fehlt der Faktor."_s,
+                             u"Der Zoom-Faktor muss zwischen 0,05 und 8 liegen: "_s)
+                     .value_or(1);
+    return;
+  }
+  order.factor = Take_Number(words, u"--faktor"_s, smallestPrintFactor, largestPrintFactor,
+                             u"Hinter --faktor fehlt die Zahl."_s, u"Der Faktor muss zwischen 0,05 und 20 liegen: "_s);
+  Parse_Format(words, order);
+  if (const auto range = Take_Option(words, u"--seiten"_s, u"Hinter --seiten fehlt VON-BIS."_s))
+    order.range = Parse_Range(*range);
+}
+
+void Check_Target(const BatchOrder& order) {
+  const QString format = QFileInfo(order.target).suffix().toLower();
+  if (order.print && format != "pdf"_L1) throw WrongCall{u"Die Druckdatei muss auf .pdf enden: "_s + order.target};
+  if (!order.print && !QStringList{u"png"_s, u"bmp"_s, u"jpg"_s, u"jpeg"_s}.contains(format))
+    throw WrongCall{u"Die Bilddatei muss auf .png, .bmp oder .jpg enden: "_s + order.target};
+  const QString mapThere = QFileInfo(order.map).canonicalFilePath();
+  if (!mapThere.isEmpty() && mapThere == QFileInfo(order.target).canonicalFilePath())
+    throw WrongCall{u"Die Karte selbst wird nicht überschrieben: "_s + order.target};
+}
+
+BatchOrder Parse_Order(QStringList words) {
+  BatchOrder order;
+  const QString command = words.takeFirst();
+  if (command == "csv"_L1) throw WrongCall{u"Der Befehl csv ist noch nicht gebaut."_s};
+  if (command != "bild"_L1 && command != "druck"_L1) throw WrongCall{u"Unbekannter Befehl."_s};
+  order.print = command == "druck"_L1;
+  Parse_Options(words, order);
   for (const QString& word : words) {
     if (word.startsWith("--"_L1)) throw WrongCall{u"Unbekannte Angabe: "_s + word};
   }
-  if (words.size() != 2) throw WrongCall{u"Es werden genau eine Karte und eine Bilddatei erwartet."_s};
+  if (words.size() != 2) throw WrongCall{u"Es werden genau eine Karte und eine Zieldatei erwartet."_s};
   order.map = QFileInfo(Clean_Path(words[0])).absoluteFilePath();
   order.target = QFileInfo(Clean_Path(words[1])).absoluteFilePath();
-
-  const QString format = QFileInfo(order.target).suffix().toLower();
-  if (!QStringList{u"png"_s, u"bmp"_s, u"jpg"_s, u"jpeg"_s}.contains(format)) {
-    throw WrongCall{u"Die Bilddatei muss auf .png, .bmp oder .jpg enden: "_s + order.target};
-  }
-  const QString mapThere = QFileInfo(order.map).canonicalFilePath();
-  if (!mapThere.isEmpty() && mapThere == QFileInfo(order.target).canonicalFilePath()) {
-    throw WrongCall{u"Die Karte selbst wird nicht überschrieben: "_s + order.target};
-  }
+  Check_Target(order);
   return order;
 }
 
@@ -181,7 +258,24 @@ void Check_Tables(const QString& folder) {
   }
 }
 
-ExitStatus Make_Picture(const PictureOrder& order) {
+ExitStatus Print_Into_Pdf(const BatchOrder& batch) {
+  PrintOrder order;
+  order.settings = Read_Print_Settings();
+  if (batch.factor) order.settings.factor = *batch.factor;
+  if (batch.orientation) order.settings.orientation = *batch.orientation;
+  order.paper = Paper_Of(batch.format, order.settings.orientation);
+  order.map = Map_To_Print();
+  const int pages = Print_Geometry(order.settings, order.paper, order.map).Pages();
+  order.range = batch.range.value_or(PrintRange{1, pages});
+  if (order.range.from > pages) {
+    Tell(u"So viele Blätter hat die Karte nicht; sie braucht %1."_s.arg(pages));
+    return failed;
+  }
+  const PrintHooks hooks{[&] { return Make_Pdf_Job(batch.target, order.paper, QFileInfo(batch.map).fileName()); }, {}};
+  return Print_Map(order, hooks) == PrintEnd::Done ? done : failed;
+}
+
+ExitStatus Carry_Out(const BatchOrder& order) {
   if (!QFileInfo(order.map).isFile()) {
     Tell(u"Die Karte wurde nicht gefunden: "_s + order.map);
     return failed;
@@ -203,10 +297,11 @@ ExitStatus Make_Picture(const PictureOrder& order) {
     Tell(u"Die Karte konnte nicht geöffnet werden: "_s + order.map);
     return failed;
   }
-  const QImage picture = Draw_Map(order.factor);
+  const ExitStatus status = order.print ? Print_Into_Pdf(order) : done;
+  const QImage picture = order.print ? QImage() : Draw_Map(order.zoom);
   Close_Map();
-  Save_Picture(picture, order.target);
-  return done;
+  if (!order.print) Save_Picture(picture, order.target);
+  return status;
 }
 
 ExitStatus Run(const QStringList& words) {
@@ -215,7 +310,7 @@ ExitStatus Run(const QStringList& words) {
     std::fputs(qUtf8Printable(helpText), stdout);
     return done;
   }
-  return Make_Picture(Parse_Order(words));
+  return Carry_Out(Parse_Order(words));
 }
 
 }  // namespace

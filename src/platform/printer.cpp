@@ -16,7 +16,8 @@ class PdfJob final : public PrintJob {
     {
       // The writer itself tells of a target that cannot be written only when painting begins.
       QFile probe(aside);
-      if (!probe.open(QIODevice::WriteOnly)) Raise(errors::noPermission);
+      if (!probe.open(QIODevice::WriteOnly))
+        Raise(errors::noPermission, Error_Text(errors::noPermission) + QLatin1Char('\n') + path);
     }
     writer = std::make_unique<QPdfWriter>(aside);
     writer->setTitle(title);

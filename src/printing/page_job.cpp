@@ -53,7 +53,7 @@ class TextPages final : public PageSource {
     const QRectF part(0, (page - 1) * room.height(), room.width(), room.height());
     painter.setClipRect(part);
     QAbstractTextDocumentLayout::PaintContext context;
-    context.clip = part;
+    context.clip = part.adjusted(0, 1, 0, -1);  // lines that only touch it belong to the neighbours
     context.palette.setColor(QPalette::Text, Qt::black);
     document.documentLayout()->draw(&painter, context);
   }

@@ -164,7 +164,7 @@ TEST_F(BatchTest, DamagedTableIsToldAndStaysAsItIs) {
 }
 
 TEST_F(BatchTest, FaultsHaveAStatusAndGermanWords) {
-  const QString noPicture = home + u"/Text.bmp"_s;
+  const QString noPicture = home + u"/Text.bmp"_s, pdf = Path(u"aus.pdf"_s);
   Replace_File(noPicture, "kein Bild");
   const auto before = Snapshot(home);
   struct Case {
@@ -182,6 +182,15 @@ TEST_F(BatchTest, FaultsHaveAStatusAndGermanWords) {
       {{u"bild"_s, map, target, u"--farbe"_s}, 2, u"Unbekannte Angabe"_s},
       {{u"bild"_s, map, home + u"/aus.doc"_s}, 2, u".png"_s},
       {{u"bild"_s, map, home + u"/../"_s + QDir(home).dirName() + u"/Karte.bmp"_s}, 2, u"nicht überschrieben"_s},
+      {{u"druck"_s, map, target}, 2, u".pdf"_s},
+      {{u"druck"_s, map, pdf, u"--faktor"_s, u"-1"_s}, 2, u"zwischen 0,05 und 20"_s},
+      {{u"druck"_s, map, pdf, u"--faktor"_s, u"100"_s}, 2, u"zwischen 0,05 und 20"_s},
+      {{u"druck"_s, map, pdf, u"--format"_s, u"B5"_s}, 2, u"A4 oder A3"_s},
+      {{u"druck"_s, map, pdf, u"--seiten"_s, u"3-2"_s}, 2, u"VON-BIS"_s},
+      {{u"druck"_s, map, pdf, u"--zoom"_s, u"1"_s}, 2, u"Unbekannte Angabe"_s},
+      {{u"druck"_s, map, pdf, u"--seiten"_s, u"9"_s}, 1, u"braucht 1"_s},
+      {{u"druck"_s, map, home + u"/gibt/es/nicht/aus.pdf"_s}, 1, u"aus.pdf"_s},
+      {{u"csv"_s, map}, 2, u"noch nicht gebaut"_s},
       {{u"bild"_s, home + u"/fehlt.bmp"_s, target}, 1, u"fehlt.bmp"_s},
       {{u"bild"_s, noPicture, target}, 1, u"Text.bmp"_s},
       {{u"bild"_s, map, home + u"/gibt/es/nicht/aus.png"_s}, 1, u"Fehler"_s},
@@ -195,8 +204,41 @@ TEST_F(BatchTest, FaultsHaveAStatusAndGermanWords) {
   }
   EXPECT_TRUE(Snapshot(home) == before);
   EXPECT_FALSE(QFile::exists(target));
+  EXPECT_FALSE(QFile::exists(pdf));
 
   const Outcome help = Batch({u"--hilfe"_s});
   EXPECT_EQ(help.status, 0);
   EXPECT_TRUE(help.out.contains(u"bild KARTE.bmp AUS.png"_s));
+  EXPECT_TRUE(help.out.contains(u"druck KARTE.bmp AUS.pdf"_s));
+}
+
+// The table keeps factor 3 and landscape: 400 x 300 pixels are 317 x 238 mm then.
+TEST_F(BatchTest, PrintsAsManySheetsAsTheMapNeeds) {
+  {
+    const auto database = New_Table_File();
+    Append_Row(*database, redBox);
+    const auto rows = database->OpenRecordset(u"MapData"_s);
+    rows->Edit();
+    rows->Set(u"Xline", qint64{2});
+    rows->Set(u"Yline", qint64{3000});
+    rows->Update();
+  }
+  const auto before = Snapshot(home);
+  const QString pdf = Path(u"aus.pdf"_s);
+  const auto info = [&](const QStringList& words) {
+    const Outcome outcome = Batch(QStringList{u"druck"_s, map, pdf} + words);
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    QProcess program;
+    program.start(u"pdfinfo"_s, {pdf});
+    EXPECT_TRUE(program.waitForFinished());
+    return QString::fromUtf8(program.readAllStandardOutput()).simplified();
+  };
+  EXPECT_TRUE(info({}).contains(u"Pages: 4"_s));
+  const QString upright = info({u"--format"_s, u"A4"_s, u"hoch"_s, u"--faktor"_s, u"1,5"_s});
+  EXPECT_TRUE(upright.contains(u"Pages: 1"_s)) << upright;
+  EXPECT_TRUE(upright.contains(u"(A4)"_s)) << upright;
+  const QString large = info({u"--format"_s, u"A3"_s, u"--seiten"_s, u"1"_s});
+  EXPECT_TRUE(large.contains(u"Pages: 1"_s) && large.contains(u"(A3)"_s)) << large;
+  EXPECT_TRUE(info({u"--seiten"_s, u"2-3"_s}).contains(u"Pages: 2"_s));
+  EXPECT_TRUE(Snapshot(home) == before);
 }
