@@ -32,6 +32,16 @@ std::unique_ptr<Recordset> Database::OpenRecordset(const QString& tableOrSelect)
   return set;
 }
 
+void Database::Check_Statement(const QString& sql) { sqlite3_finalize(inner->engine->Prepare(sql.toUtf8())); }
+
+std::unique_ptr<Recordset> Database::OpenSnapshot(const QString& select) {
+  inner->engine->Need_Open();
+  std::unique_ptr<Recordset> set(new Recordset);
+  set->inner->engine = inner->engine;
+  set->inner->Open(select, true);
+  return set;
+}
+
 const std::vector<TableDef>& Database::TableDefs() { return inner->engine->Tables(); }
 bool Database::HasTable(const QString& name) { return inner->engine->Find_Table(name) != nullptr; }
 void Database::CreateTable(const TableDef& table) { inner->engine->Create(table); }

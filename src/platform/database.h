@@ -120,6 +120,11 @@ class Database {
   int RowCount(const QString& table);
   int Execute(const QString& sql);  // rows changed; error 3075 with SQLite's text
 
+  // Raises what is wrong with a statement; runs nothing.
+  void Check_Statement(const QString& sql);
+  // The rows as they are now, whatever becomes of them later; for any Select.
+  std::unique_ptr<Recordset> OpenSnapshot(const QString& select);
+
   // Transactions nest by counting; only the outermost writes. Rollback ends all levels.
   void BeginTrans();
   void CommitTrans();
@@ -144,6 +149,21 @@ class Database {
   friend class Workspace;
   Database();
   struct Inner;
+  std::unique_ptr<Inner> inner;
+};
+
+// While it lives, a statement that takes longer is stopped: error 3075, and nothing of it is done. The database must
+// stay open meanwhile.
+class TimeLimit {
+ public:
+  TimeLimit(Database& database, int milliseconds);
+  ~TimeLimit();
+  TimeLimit(const TimeLimit&) = delete;
+  TimeLimit& operator=(const TimeLimit&) = delete;
+
+ private:
+  struct Inner;
+  sqlite3* db;
   std::unique_ptr<Inner> inner;
 };
 

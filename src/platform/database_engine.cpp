@@ -92,6 +92,9 @@ void Engine::Open(const QString& file, OpenWay way) {
     if (rc == SQLITE_OK) rc = sqlite3_exec(db, sql, nullptr, nullptr, nullptr);
   };
   if (rc == SQLITE_OK) rc = Register_Collation(db);
+  if (rc == SQLITE_OK) rc = Register_Functions(db);
+  // A name in quotes that nobody has is an error, never a text.
+  if (rc == SQLITE_OK) rc = sqlite3_db_config(db, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
   const bool refused = rc == SQLITE_OK && !readOnly && sqlite3_db_readonly(db, "main") == 1;
   if (refused) rc = SQLITE_CANTOPEN;
   if (way.create) step("PRAGMA page_size=1024");

@@ -103,6 +103,7 @@ class Engine {
 };
 
 int Register_Collation(sqlite3* db);
+int Register_Functions(sqlite3* db);  // those of the user's statements
 QByteArray Quoted(const QString& name);
 FieldInfo Field_Of_Declaration(const QString& name, const QString& declared);
 QByteArray Declaration_Of(const FieldInfo& field);
@@ -167,9 +168,9 @@ struct Recordset::Inner {
   enum class At { Row, Before, Behind };
   enum class Mode { None, Edit, New };
 
-  void Open(const QString& source);
+  void Open(const QString& source, bool asSnapshot = false);
   void Open_Table(const QString& name);
-  void Open_Select(const QString& sql);
+  void Open_Select(const QString& sql, bool asSnapshot);
   void Read_Keys();
   bool Take_Dense_Keys();
   void Read_Snapshot(sqlite3_stmt* statement);
@@ -207,6 +208,7 @@ struct Recordset::Inner {
 
   std::shared_ptr<database_inner::Engine> engine;
   QString source;
+  bool fixed = false;  // opened as a snapshot
   QString table;            // empty: a snapshot of a statement over several tables
   QByteArray keyStatement;  // the keys in the order of the rows
   std::vector<FieldInfo> fields;

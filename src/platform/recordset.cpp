@@ -133,7 +133,7 @@ void Recordset::Requery() {
   set.engine->Need_Open();
   set.End_Edit();
   set.Close_Statements();
-  set.Open(QString(set.source));
+  set.Open(QString(set.source), set.fixed);
 }
 
 bool Recordset::Editing() const { return inner->mode != Inner::Mode::None; }

@@ -31,8 +31,9 @@ QString Single_Table_Of(const QString& sql) {
 }
 }  // namespace
 
-void Recordset::Inner::Open(const QString& from) {
+void Recordset::Inner::Open(const QString& from, bool asSnapshot) {
   source = from;
+  fixed = asSnapshot;
   Drop_Blocks();
   fields.clear();
   keys.clear();
@@ -40,8 +41,8 @@ void Recordset::Inner::Open(const QString& from) {
   wholeTable = false;
   QString name = from.trimmed();
   static const QRegularExpression select(QStringLiteral(R"(^select\b)"), QRegularExpression::CaseInsensitiveOption);
-  if (select.match(name).hasMatch()) {
-    Open_Select(name);
+  if (asSnapshot || select.match(name).hasMatch()) {
+    Open_Select(name, asSnapshot);
   } else {
     if (name.size() > 2 && name.startsWith(QLatin1Char('[')) && name.endsWith(QLatin1Char(']')))
       name = name.mid(1, name.size() - 2);
@@ -68,7 +69,7 @@ void Recordset::Inner::Open_Table(const QString& name) {
   Read_Keys();
 }
 
-void Recordset::Inner::Open_Select(const QString& sql) {
+void Recordset::Inner::Open_Select(const QString& sql, bool asSnapshot) {
   sqlite3_stmt* statement = engine->Prepare(sql.toUtf8());
   struct Finalizer {
     sqlite3_stmt* it;
@@ -76,7 +77,7 @@ void Recordset::Inner::Open_Select(const QString& sql) {
   } finalizer{statement};
   if (!sqlite3_stmt_readonly(statement)) Raise(errors::sqlSyntax);
   const int count = sqlite3_column_count(statement);
-  const QString single = Single_Table_Of(sql);
+  const QString single = asSnapshot ? QString() : Single_Table_Of(sql);
   const TableDef* found = single.isEmpty() ? nullptr : engine->Find_Table(single);
   bool ownColumns = found != nullptr;
   for (int i = 0; i < count; ++i) {

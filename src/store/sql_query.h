@@ -1,0 +1,27 @@
+#pragma once
+#include <QString>
+#include <QStringList>
+#include <memory>
+
+#include "platform/database.h"
+
+// The statements of the user on the open table. State of the window as plain data; the procedures ask and tell by
+// message boxes.
+
+struct SqlState {
+  QStringList list;  // statements with their descriptions, "statement : description"
+  QString info;      // lblInfo
+  // The rows of the last Select; null: the table itself is shown.
+  std::unique_ptr<Recordset> selection;
+};
+
+// The list of "\SQL.ini", or the six statements of a fresh program; the info of the open table.
+void Open_Sql(SqlState& sql);
+// Runs the statement, what stands before the first ":". False if nothing was done.
+bool Apply_Sql(SqlState& sql, const QString& text);
+// Keeps the rows of the selection alone in the table and saves it as UserTable. False with a message if not.
+bool Take_Sql(SqlState& sql);
+void Save_Sql_List(SqlState& sql, const QString& text);
+bool Delete_Sql_Line(SqlState& sql, const QString& text);
+// "KARTE.MDB" -> "KARTE_SQL.mdb"; a name that is taken is passed over, one that ends so already stays.
+QString Sql_Table_Name(const QString& userTable);
