@@ -2,6 +2,7 @@
 
 #include <QRegularExpressionValidator>
 
+#include "canvas/frm_beside.h"
 #include "canvas/map_state.h"
 #include "canvas/view.h"
 #include "coordinates/coordinate_state.h"
@@ -183,5 +184,5 @@ void Show_frmGPSData(QWidget* parent) {
   }
   auto* window = new FrmGPSData(parent);
   window->setAttribute(Qt::WA_DeleteOnClose);
-  window->show();
+  Show_At_The_Side(*window, parent);
 }

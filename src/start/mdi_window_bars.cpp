@@ -81,6 +81,15 @@ constexpr int panelWidth = 220;
 const QStringList rightButtonKeys = {QStringLiteral("vor"), QStringLiteral("back"), QStringLiteral("Lupe"),
                                      QStringLiteral("Rahmen"), QStringLiteral("Rfline")};
 
+// What stands below belongs together; it cannot be chosen.
+void Add_Heading(QMenu& menu, const QString& caption) {
+  QAction* heading = menu.addAction(caption);
+  QFont bold = heading->font();
+  bold.setBold(true);
+  heading->setFont(bold);
+  heading->setEnabled(false);
+}
+
 QList<QKeySequence> Shortcuts(const QString& text) {
   QList<QKeySequence> keys;
   for (const QString& key : text.split(QLatin1Char(' '), Qt::SkipEmptyParts))
@@ -101,7 +110,10 @@ void MdiWindow::Build_Menus() {
   for (const MenuRow& row : Menu_Table()) {
     QMenu* parent = menus.value(row.parent);
     if (row.kind == MenuKind::Separator) {
-      parent->addSeparator();
+      if (row.caption.isEmpty())
+        parent->addSeparator();
+      else
+        Add_Heading(*parent, row.caption);
     } else if (row.kind == MenuKind::Menu) {
       QMenu* menu = parent ? parent->addMenu(row.caption) : menuBar()->addMenu(row.caption);
       menu->setToolTipsVisible(true);

@@ -428,6 +428,7 @@ std::vector<MenuRow> Grid_Rows() {
   const MenuNeeds squares = MenuNeeds::PlanSquares;
   return {
       {{}, in, "&Grid", {}, {}, {}, menu},
+      {in, {}, "Koordinatennetz", {}, {}, {}, MenuKind::Separator},
       {in, "mnuGridmake", "erstellen", {}, "Das Koordinatennetz der Karte mit dem Programm Kalibrix vermessen", {}},
       {in, "mnuChooseGrid", "auswählen", {}, "Unter den Kalibrierungsdateien der Karte eine auswählen", {}},
       {in,

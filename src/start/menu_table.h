@@ -12,7 +12,7 @@ enum class MenuKind {
   Entry,
   Check,      // shows Menu(key).Checked
   List,       // ten lines Menu(key, 1..10), shown while their state has a caption
-  Separator,  // a line; shown only between shown entries
+  Separator,  // a line, shown only between shown entries; with a caption a heading
 };
 
 // What must be there for an entry to be of use.
