@@ -38,6 +38,10 @@ void Show_frmSpltHide(QWidget* parent);   // hides columns; does not wait either
 void Show_frmSchrift(QWidget* parent, const QString& bookmark = {}, const QString& caption = {});
 void Show_frmSymbol(QWidget* parent);
 
+void Show_frmSql(QWidget* parent);          // the user's statements on the table
+void Show_frmReplace(QWidget* parent);      // search and replace; stays open beside the map
+void Show_frmPropTransfer(QWidget* parent);  // the look of an entry for others
+
 // The window shown while no map is open; `parent` places it. Its timer runs while it is visible.
 QWidget* Make_frmMapStart(QWidget* parent);
 

@@ -1,6 +1,15 @@
+#include <QMainWindow>
+
+#include "canvas/bulk_change.h"
+#include "start/frm_dialogs.h"
 #include "start/frm_handlers_rooms.h"
 
 // What the menu entries and tool buttons of SQL, search and replace do.
 
-void Add_Query_Handlers([[maybe_unused]] QHash<QString, Handler>& menu,
-                        [[maybe_unused]] QHash<QString, Handler>& tools) {}
+void Add_Query_Handlers(QHash<QString, Handler>& menu, [[maybe_unused]] QHash<QString, Handler>& tools) {
+  menu["mnuReplace"] = [](QMainWindow& window, int) { Show_frmReplace(&window); };
+  menu["mnuPropTransfer"] = [](QMainWindow& window, int) { Show_frmPropTransfer(&window); };
+  menu["mnuSql"] = [](QMainWindow& window, int) {
+    if (Ready_For_Many()) Show_frmSql(&window);
+  };
+}

@@ -129,6 +129,16 @@ bool Match_Row(const Recordset& rows, const std::vector<Criterion>& criteria, co
   return Matches(rows, Look_Up(rows, criteria), options);
 }
 
+int Find_Row(int from, int end, const std::vector<Criterion>& criteria, const SearchOptions& options) {
+  const std::vector<Sought> sought = Look_Up(*rsEntries, criteria);
+  if (from >= end) return -1;
+  const KeepCurrentRow keep;
+  rsEntries->MoveTo(from);
+  for (int at = from; at < end; ++at, rsEntries->MoveNext())
+    if (Matches(*rsEntries, sought, options)) return at;
+  return -1;
+}
+
 QString SearchState::Found_Text() const { return QStringLiteral("Anzahl der gefundenen Einträge: %1").arg(found); }
 
 QString SearchState::Replaced_Text() const {
@@ -154,16 +164,6 @@ bool Has_Criteria(const SearchState& state) {
   Tell(QStringLiteral("Definieren Sie bitte mindestens ein Kriterium für die Suche,\nwie z.B. Eintrag = abc"),
        QStringLiteral("Kein Suchkriterium"));
   return false;
-}
-
-// Position of the first row from there on that fits, -1 without one. The header row is none.
-int Next_Match(int from, int end, const std::vector<Sought>& sought, const SearchOptions& options) {
-  const KeepCurrentRow keep;
-  if (from >= end) return -1;
-  rsEntries->MoveTo(from);
-  for (int at = from; at < end; ++at, rsEntries->MoveNext())
-    if (Matches(*rsEntries, sought, options)) return at;
-  return -1;
 }
 
 int Current_Position() {
@@ -205,10 +205,10 @@ bool Search_Next(SearchState& state) {
   Begin_If_New(state);
   int hit = -1;
   try {
-    const std::vector<Sought> sought = Look_Up(*rsEntries, Parse_Criteria(state.search));
+    const std::vector<Criterion> criteria = Parse_Criteria(state.search);
     const int last = rsEntries->RecordCount(), from = ended ? 1 : std::max(1, Current_Position() + 1);
-    hit = Next_Match(from, last, sought, state.options);
-    if (hit < 0 && !state.goesOn) hit = Next_Match(1, std::min(from, last), sought, state.options);
+    hit = Find_Row(from, last, criteria, state.options);
+    if (hit < 0 && !state.goesOn) hit = Find_Row(1, std::min(from, last), criteria, state.options);
   } catch (const Error& error) {
     Tell_Search_Error(error);
     return false;

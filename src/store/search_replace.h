@@ -33,6 +33,9 @@ std::optional<Hit> Find_In(const QString& text, const Criterion& criterion, cons
 // Do all criteria hold for the current row? Error 3265 for a column that is not there.
 bool Match_Row(const Recordset& rows, const std::vector<Criterion>& criteria, const SearchOptions& options);
 
+// Position of the first row of rsEntries from `from` and before `end` that fits, -1 without one. The cursor stays.
+int Find_Row(int from, int end, const std::vector<Criterion>& criteria, const SearchOptions& options);
+
 struct SearchState {
   QStringList search{QStringLiteral("Eintrag =")};  // lines of cmbSearch
   QStringList replace;                              // lines of cmbReplace

@@ -1,0 +1,80 @@
+#include "store/frmSql.h"
+
+#include <QLineEdit>
+
+#include "desktop/application.h"
+#include "start/frm_dialogs.h"
+#include "start/map_open.h"
+#include "store/frmSql_model.h"
+#include "ui_frmSql.h"
+
+FrmSql::FrmSql(QWidget* parent) : QDialog(parent), ui(std::make_unique<Ui::FrmSql>()), model(new SqlGridModel(this)) {
+  ui->setupUi(this);
+  Prepare_Dialog(*this, QStringLiteral("SQL.htm"));
+  resize(900, 520);
+  ui->sqlGrid->setModel(model);
+  ui->sqlGrid->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+  ui->sqlGrid->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
+  connect(ui->btnApply, &QPushButton::clicked, this, &FrmSql::Apply);
+  connect(ui->btnTake, &QPushButton::clicked, this, &FrmSql::Take);
+  connect(ui->btnSave, &QPushButton::clicked, this, &FrmSql::Save_List);
+  connect(ui->btnDeleteSql, &QPushButton::clicked, this, &FrmSql::Delete_Line);
+  connect(ui->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
+  // A long statement is read from its beginning.
+  connect(ui->cmbSqlText, &QComboBox::activated, this, [this] { ui->cmbSqlText->lineEdit()->setCursorPosition(0); });
+  Open_Sql(sql);
+  Fill_List();
+  if (ui->cmbSqlText->count() > 0) ui->cmbSqlText->setCurrentIndex(0);
+  ui->cmbSqlText->lineEdit()->setCursorPosition(0);
+  Show_State();
+}
+
+// The grid's rows go before the selection they stand on.
+FrmSql::~FrmSql() { delete model; }
+
+void FrmSql::Fill_List() {
+  const QString typed = ui->cmbSqlText->currentText();
+  ui->cmbSqlText->clear();
+  for (const QString& line : sql.list) {
+    ui->cmbSqlText->addItem(line);
+    ui->cmbSqlText->setItemData(ui->cmbSqlText->count() - 1, line, Qt::ToolTipRole);
+  }
+  ui->cmbSqlText->setEditText(typed);
+}
+
+void FrmSql::Show_State() {
+  model->Show_Rows(sql.selection.get());
+  ui->lblInfo->setText(sql.info);
+  ui->btnTake->setEnabled(sql.selection != nullptr);
+}
+
+void FrmSql::Apply() {
+  Run_Guarded([this] {
+    // The table is closed and opened again meanwhile.
+    if (Apply_Sql(sql, ui->cmbSqlText->currentText())) Table_Replaced();
+  });
+  Show_State();
+}
+
+void FrmSql::Take() {
+  Run_Guarded([this] {
+    if (Take_Sql(sql)) Table_Replaced();
+  });
+  Show_State();
+}
+
+void FrmSql::Save_List() {
+  Save_Sql_List(sql, ui->cmbSqlText->currentText());
+  Fill_List();
+  ui->lblInfo->setText(sql.info);
+}
+
+void FrmSql::Delete_Line() {
+  if (Delete_Sql_Line(sql, ui->cmbSqlText->currentText())) {
+    Fill_List();
+    ui->cmbSqlText->clearEditText();
+  }
+  ui->lblInfo->setText(sql.info);
+}
+
+void Show_frmSql(QWidget* parent) { FrmSql(parent).exec(); }

@@ -1,0 +1,42 @@
+#include "store/frmSql_model.h"
+
+#include "start/global_state.h"
+#include "store/table_edit.h"
+
+void SqlGridModel::Show_Rows(Recordset* selection) {
+  beginResetModel();
+  own.reset();
+  if (!selection && dbEntries) own = dbEntries->OpenRecordset(QStringLiteral("MapData"));
+  rows = selection ? selection : own.get();
+  count = rows ? rows->RecordCount() : 0;
+  endResetModel();
+}
+
+int SqlGridModel::rowCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : count; }
+
+int SqlGridModel::columnCount(const QModelIndex& parent) const {
+  return parent.isValid() || !rows ? 0 : static_cast<int>(rows->Fields().size());
+}
+
+QVariant SqlGridModel::data(const QModelIndex& index, int role) const {
+  if (!index.isValid() || !rows || !rows->IsOpen()) return {};
+  if (role == Qt::TextAlignmentRole) {
+    const bool text = rows->Fields()[static_cast<size_t>(index.column())].type == FieldType::Text;
+    return QVariant::fromValue((text ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignVCenter);
+  }
+  if (role != Qt::DisplayRole) return {};
+  try {
+    if (index.row() >= rows->RecordCount()) return {};
+    if (rows->Position() != index.row()) rows->MoveTo(index.row());
+    QString text = Cell_Text(rows->Raw(index.column()));
+    return text.replace(QLatin1String("\r\n"), QLatin1String(" ")).replace(u'\n', u' ');
+  } catch (const Error&) {
+    return {};  // the row has gone
+  }
+}
+
+QVariant SqlGridModel::headerData(int section, Qt::Orientation orientation, int role) const {
+  if (role != Qt::DisplayRole || !rows) return {};
+  if (orientation == Qt::Vertical) return section + 1;
+  return section < columnCount() ? rows->Fields()[static_cast<size_t>(section)].name : QVariant();
+}

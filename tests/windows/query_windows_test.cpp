@@ -1,0 +1,112 @@
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTableView>
+
+#include "start/events.h"
+#include "store/entry.h"
+#include "store/frmReplace.h"
+#include "windows/dialog_parts.h"
+#include "windows/window_fixture.h"
+
+namespace {
+
+class QueryWindowsTest : public WindowTest {
+ protected:
+  void SetUp() override {
+    WindowTest::SetUp();
+    Open(600, 400);
+    for (const char* text : {"Ahorn", "Buche", "Buche"}) {
+      EntryRow row;
+      row.ID = QStringLiteral("Text");
+      row.Eintrag = QString::fromLatin1(text);
+      row.Schrift = QStringLiteral("Arial");
+      row.Groesse = 12;
+      row.Xmap = row.Ymap = 50;
+      Append_Entry(row);
+    }
+    rsEntries->MoveTo(1);
+    Map.CurBookmark = rsEntries->Bookmark();
+    Map_Redraw();
+    events.StateChanged.Emit();
+  }
+  static QString Text_Of_Row(int position) {
+    const KeepCurrentRow keep;
+    rsEntries->MoveTo(position);
+    return rsEntries->Text(column::Eintrag);
+  }
+};
+
+}  // namespace
+
+TEST_F(QueryWindowsTest, SelectionIsShownAndTaken) {
+  When_Shown([](QWidget& dialog) {
+    auto* grid = Part<QTableView>(dialog, "sqlGrid");
+    auto* text = Part<QComboBox>(dialog, "cmbSqlText");
+    EXPECT_EQ(text->count(), 6);
+    EXPECT_EQ(grid->model()->rowCount(), 4) << "the table with its header row";
+    EXPECT_TRUE(Part<QLabel>(dialog, "lblInfo")->text().startsWith("Anzahl der Datensätze in der untenstehenden"));
+    EXPECT_FALSE(Part<QPushButton>(dialog, "btnTake")->isEnabled());
+    text->setEditText("Select * from MapData where Eintrag like 'b*' : Buchen");
+    Press(dialog, "btnApply");
+    ASSERT_EQ(grid->model()->rowCount(), 2);
+    EXPECT_EQ(grid->model()->index(1, 1).data().toString(), "Buche");
+    Press(dialog, "btnTake");
+    EXPECT_EQ(grid->model()->rowCount(), 3);
+    EXPECT_EQ(grid->model()->index(1, 1).data().toString(), "Buche");
+    Press(dialog, "cmdCancel");
+  });
+  Choose("mnuSql");
+  EXPECT_EQ(Entry_Count(), 2);
+  MessageScript script;
+  script.Expect("Karteneinträge wieder hergestellt.");
+  Choose("mnuReset");
+  EXPECT_EQ(Entry_Count(), 3);
+}
+
+TEST_F(QueryWindowsTest, HitsAreTakenInHandAndReplaced) {
+  Choose("mnuReplace");
+  auto* dialog = window->findChild<FrmReplace*>();
+  ASSERT_NE(dialog, nullptr);
+  auto* search = Part<QPlainTextEdit>(*dialog, "cmbSearch");
+  EXPECT_EQ(search->toPlainText(), "Eintrag =");
+  search->setPlainText("Eintrag = b*");
+  Press(*dialog, "btnSearch");
+  EXPECT_EQ(Part<QPushButton>(*dialog, "btnSearch")->text(), "Weitersuchen");
+  rsEntries->MoveTo(2);
+  EXPECT_EQ(Map.InHand, rsEntries->Bookmark());
+  Part<QPlainTextEdit>(*dialog, "cmbReplace")->setFocus();
+  Press(*dialog, "btnFarbe");
+  EXPECT_EQ(Part<QPlainTextEdit>(*dialog, "cmbReplace")->toPlainText(), "VG =\nHG =\nRA =");
+  Part<QPlainTextEdit>(*dialog, "cmbReplace")->setPlainText("Eintrag = Linde");
+  Press(*dialog, "btnReplace");
+  EXPECT_EQ(Text_Of_Row(2), "Linde");
+  EXPECT_EQ(Text_Of_Row(3), "Buche");
+  MessageScript script;
+  script.Expect("Karteneinträge wieder hergestellt.");
+  Press(*dialog, "btnBack");
+  EXPECT_EQ(Text_Of_Row(2), "Buche");
+  dialog->close();
+}
+
+TEST_F(QueryWindowsTest, LookGoesToOthers) {
+  MessageScript script;
+  script.AllowAny(MsgAnswer::Ok);
+  rsEntries->MoveTo(3);
+  Map.CurBookmark = rsEntries->Bookmark();
+  rsEntries->Edit();
+  rsEntries->Set(column::VG, qint64{5});
+  rsEntries->Update();
+  When_Shown([](QWidget& dialog) {
+    EXPECT_TRUE(Part<QLabel>(dialog, "lblInfo")->text().startsWith("Möchten Sie die Eigenschaften"));
+    EXPECT_EQ(Part<QLabel>(dialog, "lblMuster")->text(), "Buche");
+    Press(dialog, "OKButton");
+  });
+  Choose("mnuPropTransfer");
+  EXPECT_EQ(script.Seen().back().text, "1 Karteneinträge wurden verändert");
+  rsEntries->MoveTo(2);
+  EXPECT_EQ(rsEntries->Integer(column::VG), 5);
+}
