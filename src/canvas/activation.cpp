@@ -7,12 +7,14 @@
 #include "canvas/map_state.h"
 #include "canvas/map_tool.h"
 #include "canvas/marks.h"
+#include "canvas/plan_squares.h"
 #include "canvas/redraw.h"
 #include "canvas/row_switches.h"
 #include "canvas/text_font.h"
 #include "canvas/tool_state.h"
 #include "canvas/view.h"
 #include "canvas/visibility.h"
+#include "plansquares/raster_texts.h"
 #include "platform/message_box.h"
 #include "start/events.h"
 #include "start/global_state.h"
@@ -133,7 +135,13 @@ bool Entry_In_Hand() {
 bool Take_Entry_At(QPoint window) {
   const int hit = Hit_Entry(window);
   if (hit == 0) return false;
-  Take_Row(Map.EntryRegions.Row(hit).Bookmark());
+  const EntryRegion region = Map.EntryRegions.Row(hit);
+  try {
+    Take_Row(region.Bookmark());
+  } catch (const Error& error) {
+    if (region.kind != planRegion) throw;
+    Message_Box(error.text, MsgButtons::Ok, MsgIcon::Warning, raster_texts::faultOfSquare);
+  }
   return true;
 }
 

@@ -43,6 +43,7 @@ EntryPainter::EntryPainter(DrawContext& drawContext)
   bottomLimit = (context.window.bottom() - view.originY) * view.Zoom + view.Top;
   if (!onMap) return;
   Map.PlanLabels.clear();
+  Map.lblPLQ.Visible = false;  // until the mouse moves over a square again
 }
 
 QRgb EntryPainter::Color(qint64 number) const {
@@ -312,7 +313,8 @@ void EntryPainter::Note_Plan_Row(const Recordset& rows, const Row& row) {
 void EntryPainter::Draw_Plan_Square(Recordset& rows, const Row& row) {
   EntryRow entry = Read_Entry(rows);
   const QRectF box = Square_Box(context.view, entry_box(entry));
-  const double width = context.view.Zoom > 1.0 ? 1 : 2;
+  // A wider frame counts like that of a figure.
+  const double width = row.frame.width > 1 ? context.view.Pen(row.frame.width) : context.view.Zoom > 1.0 ? 1 : 2;
   const QRectF seen = context.window.adjusted(-2 * width, -2 * width, 2 * width, 2 * width);
   const QRectF outline = box.adjusted(0, 0, width, width) & seen;
   if (outline.isEmpty()) return;

@@ -248,7 +248,11 @@ void Map_Mouse_Down(QPoint window, MouseButton button, MouseKeys keys) {
   if (tool) return tool->Down(window, keys);
   if (Tool_Click(window)) return;
   if (keys.control && !keys.shift && Insert_Vertex_At(window)) return;
-  if (keys.control || keys.shift) return Mark_At(window);
+  if (keys.control || keys.shift) {
+    Mark_At(window);
+    Show_Plan_Label(Hit_Entry(window));  // a marked square tells its text
+    return;
+  }
   int handle = -1;
   const Grip grip = Grip_At(window, &handle);
   if (grip != Grip::None) return Begin_Drag(grip, handle, window);

@@ -8,6 +8,7 @@
 #include "canvas/map_state.h"
 #include "canvas/map_tool.h"
 #include "desktop/application.h"
+#include "objects/frm_look_window.h"
 #include "plansquares/raster_rows.h"
 #include "plansquares/raster_texts.h"
 #include "platform/message_box.h"
@@ -275,14 +276,4 @@ void FrmRaster::done(int result) {
   QDialog::done(result);
 }
 
-void Show_frmRaster(QWidget* parent, bool existing) {
-  auto* window = parent->findChild<FrmRaster*>();
-  if (!window) {
-    window = new FrmRaster(parent);
-    window->setAttribute(Qt::WA_DeleteOnClose);
-  }
-  window->Begin(existing);
-  window->show();
-  window->raise();
-  window->activateWindow();
-}
+void Show_frmRaster(QWidget* parent, bool existing) { Show_Beside<FrmRaster>(parent, {30, 110})->Begin(existing); }

@@ -164,6 +164,12 @@ TEST_F(PlanSquaresTest, SquaresTakeClicksOnlyWhileActive) {
   EXPECT_EQ(At(square), QPoint(200, 200)) << "a raster stays in place";
   EXPECT_EQ(Menu(QStringLiteral("mnuObjVisNo")).Caption, "aktuelles Objekt unsichtbar machen");
   End_Entry();
+  Go(square);
+  rsEntries->Edit();
+  rsEntries->Set(column::Eintrag, QStringLiteral("Horst"));
+  rsEntries->Update();
+  Click({250, 250}, {.control = true});
+  EXPECT_EQ(Map.lblPLQ.Text, "Horst");
   Click({315, 318});
   EXPECT_EQ(Map.InHand, text) << "a small entry in a square is still meant";
   End_Entry();

@@ -6,6 +6,7 @@
 
 #include "canvas/map_state.h"
 #include "canvas/redraw.h"
+#include "plansquares/raster_rows.h"
 #include "platform/surface.h"
 #include "printing/print_map.h"
 #include "start/events.h"
@@ -88,6 +89,27 @@ class SheetPainter : public FluraxTest {
   PrintGeometry geometry;
   std::vector<Sheet> sheets;
 };
+
+TEST_F(SheetPainter, LabelsOfPlanSquaresStandAtTheEdgeOfTheSheet) {
+  const auto ink = [this](LabelPlace labels) {
+    RasterDesign design;
+    design.labels = labels;
+    const RasterPlan squares = ::Plan({100, 100, 400, 400}, 100);
+    dbEntries->BeginTrans();
+    for (const PlanSquare& square : squares.squares) Append_Entry(Square_Row(design, square));
+    Append_Entry(Design_Row(design, squares));
+    dbEntries->CommitTrans();
+    const QImage page = Drawn(0, 150);
+    EXPECT_EQ(Delete_Raster(), 17);
+    // The first 5 mm of the map above the first column of squares.
+    int dark = 0;
+    for (double mm = 0.2; mm < 5; mm += 0.15)
+      for (int x = 110; x < 190; ++x) dark += qGray(At(page, 0, 150, {x + 0.5, 0}, {0, mm})) < 128;
+    return dark;
+  };
+  EXPECT_EQ(ink(LabelPlace::None), 0);
+  EXPECT_GT(ink(LabelPlace::MapEdge), 5);
+}
 
 TEST_F(SheetPainter, EntriesLieWhereTheMillimetresSayAtEveryResolution) {
   Figure({100, 100, 200, 150}, 12);
