@@ -87,12 +87,6 @@ void Remove_Rows(Progress& progress) {
   });
 }
 
-void Append(const EntryRow& row) {
-  rsEntries->AddNew();
-  Write_Entry(*rsEntries, row);
-  rsEntries->Update();
-}
-
 int Clamped(int value, int most) { return std::clamp(value, 1, most); }
 
 QString Pixels(int value) { return QString::number(value); }
@@ -214,10 +208,10 @@ bool Take_Raster(const RasterDesign& design, const RasterPlan& plan) {
                       there + static_cast<int>(plan.squares.size()));
     Remove_Rows(progress);
     for (const PlanSquare& square : plan.squares) {
-      Append(Square_Row(design, square));
+      Append_Entry(Square_Row(design, square));
       Advance(progress);
     }
-    Append(Design_Row(design, plan));
+    Append_Entry(Design_Row(design, plan));
   });
   if (written) Show_Change();
   return written;
@@ -237,7 +231,7 @@ qint64 Take_Free_Square(const RasterDesign& design, const RasterPlan& plan) {
   Undo_Point(raster_texts::takeUndo);
   PlanSquare square = plan.squares.front();
   square.name = freeName + QString::number(highest + 1);
-  if (!Written(raster_texts::takeTitle, [&] { Append(Square_Row(design, square)); })) return 0;
+  if (!Written(raster_texts::takeTitle, [&] { Append_Entry(Square_Row(design, square)); })) return 0;
   rsEntries->MoveLast();
   const qint64 key = rsEntries->Key();
   Map.CurBookmark = rsEntries->Bookmark();

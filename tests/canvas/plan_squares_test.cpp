@@ -1,6 +1,7 @@
 #include "canvas/plan_squares.h"
 
 #include "canvas/bulk_fixture.h"
+#include "canvas/entry_look.h"
 #include "plansquares/raster_rows.h"
 #include "platform/progress.h"
 #include "support/pixels.h"
@@ -90,6 +91,30 @@ TEST_F(PlanSquaresTest, StoppedInTheMiddleNothingHasChanged) {
   EXPECT_EQ(Whole_Table(), before);
   EXPECT_EQ(rsEntries->RecordCount(), 14);
   EXPECT_EQ(Typ(Key_Of(QStringLiteral("A-1"))), 16);
+}
+
+TEST_F(PlanSquaresTest, ARasterThatDoesNotFitIntoTheColumnsLeavesNoRow) {
+  RasterPreview far = Raster(100, LabelPlace::None);
+  far.plan = Plan({32700, 0, 200, 100}, 50);
+  MessageScript messages;
+  messages.Expect(QStringLiteral("Es wurde nichts verändert."));
+  EXPECT_FALSE(Take_Raster_On_Map(far));
+  EXPECT_EQ(Entry_Count(), 0);
+  EXPECT_FALSE(rsEntries->Editing());
+  EXPECT_EQ(Tbl.Tag, "Clean");
+}
+
+TEST_F(PlanSquaresTest, AFilledSquareKeepsItsLabelAndLine) {
+  ASSERT_TRUE(Take_Raster_On_Map(Raster(100, LabelPlace::Centre)));
+  const int label = Ink(QRect(130, 130, 40, 40));
+  Click({110, 110});
+  ASSERT_TRUE(Change_Color(ColorOf::HG, 14));
+  ASSERT_TRUE(Change_Fill(FillCode::Parse(1)));
+  End_Entry();
+  EXPECT_EQ(Map.canvas.pixel(110, 110), QBColor(14));
+  EXPECT_EQ(Map.canvas.pixel(210, 110), QBColor(15));
+  EXPECT_EQ(Map.canvas.pixel(200, 150), QBColor(0));
+  EXPECT_GT(Count_Pixels(Map.canvas, {130, 130, 40, 40}, [](QRgb color) { return qGray(color) < 100; }), label / 4);
 }
 
 TEST_F(PlanSquaresTest, HidingTakesAllButMarkedRows) {
