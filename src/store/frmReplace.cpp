@@ -6,6 +6,7 @@
 #include <QTextBlock>
 
 #include "desktop/application.h"
+#include "objects/frm_look_window.h"
 #include "start/events.h"
 #include "start/frm_dialogs.h"
 #include "start/map_open.h"
@@ -18,7 +19,7 @@ FrmReplace::FrmReplace(QWidget* parent) : QDialog(parent), ui(std::make_unique<U
   list = ui->cmbSearch;
   for (QPlainTextEdit* edit : {ui->cmbSearch, ui->cmbReplace}) {
     edit->installEventFilter(this);
-    edit->setMinimumHeight(4 * fontMetrics().lineSpacing() + 12);
+    edit->setFixedHeight(5 * fontMetrics().lineSpacing() + 12);
   }
   ui->cmbSearch->setPlainText(state.search.join(u'\n'));
   ui->cmbSearch->moveCursor(QTextCursor::End);
@@ -43,6 +44,9 @@ FrmReplace::FrmReplace(QWidget* parent) : QDialog(parent), ui(std::make_unique<U
   });
   connect(ui->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
   closedListener = events.MapClosed.Connect([this] { reject(); });
+  // Two lines below both lists, so that they stand side by side.
+  ui->lblSearch->setMinimumHeight(2 * fontMetrics().lineSpacing());
+  ui->lblSearch->setAlignment(Qt::AlignTop);
   Show_State();
   ui->cmbSearch->setFocus();
 }
@@ -96,13 +100,4 @@ void FrmReplace::Run(const std::function<void()>& work) {
   Show_State();
 }
 
-void Show_frmReplace(QWidget* parent) {
-  if (auto* open = parent->findChild<FrmReplace*>()) {
-    open->raise();
-    open->activateWindow();
-    return;
-  }
-  auto* window = new FrmReplace(parent);
-  window->setAttribute(Qt::WA_DeleteOnClose);
-  window->show();
-}
+void Show_frmReplace(QWidget* parent) { Show_Beside<FrmReplace>(parent, QPoint(20, 110)); }

@@ -15,6 +15,8 @@ FrmSql::FrmSql(QWidget* parent) : QDialog(parent), ui(std::make_unique<Ui::FrmSq
   ui->sqlGrid->setModel(model);
   ui->sqlGrid->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
   ui->sqlGrid->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
+  // A completed statement could be another one than the user has typed.
+  ui->cmbSqlText->setCompleter(nullptr);
   connect(ui->btnApply, &QPushButton::clicked, this, &FrmSql::Apply);
   connect(ui->btnTake, &QPushButton::clicked, this, &FrmSql::Take);
   connect(ui->btnSave, &QPushButton::clicked, this, &FrmSql::Save_List);
@@ -44,6 +46,8 @@ void FrmSql::Fill_List() {
 
 void FrmSql::Show_State() {
   model->Show_Rows(sql.selection.get());
+  const int digits = fontMetrics().horizontalAdvance(u'0');
+  for (int i = 0; i < model->columnCount(); ++i) ui->sqlGrid->setColumnWidth(i, (model->Is_Text(i) ? 22 : 9) * digits);
   ui->lblInfo->setText(sql.info);
   ui->btnTake->setEnabled(sql.selection != nullptr);
 }

@@ -18,11 +18,14 @@ int SqlGridModel::columnCount(const QModelIndex& parent) const {
   return parent.isValid() || !rows ? 0 : static_cast<int>(rows->Fields().size());
 }
 
+bool SqlGridModel::Is_Text(int column) const {
+  return rows && rows->Fields()[static_cast<size_t>(column)].type == FieldType::Text;
+}
+
 QVariant SqlGridModel::data(const QModelIndex& index, int role) const {
   if (!index.isValid() || !rows || !rows->IsOpen()) return {};
   if (role == Qt::TextAlignmentRole) {
-    const bool text = rows->Fields()[static_cast<size_t>(index.column())].type == FieldType::Text;
-    return QVariant::fromValue((text ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignVCenter);
+    return QVariant::fromValue((Is_Text(index.column()) ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignVCenter);
   }
   if (role != Qt::DisplayRole) return {};
   try {

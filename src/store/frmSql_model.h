@@ -13,6 +13,8 @@ class SqlGridModel : public QAbstractTableModel {
   // The selection stays its owner's and has to outlive the model or the next call; null shows the open table.
   void Show_Rows(Recordset* selection);
 
+  bool Is_Text(int column) const;
+
   int rowCount(const QModelIndex& parent = {}) const override;
   int columnCount(const QModelIndex& parent = {}) const override;
   QVariant data(const QModelIndex& index, int role) const override;

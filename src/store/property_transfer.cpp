@@ -18,8 +18,10 @@ bool Takes(const TransferRequest& request, const EntryRow& row, const QString& n
 }
 
 void Give_Look(const TransferRequest& request, const EntryRow& from, EntryRow& to) {
-  if (request.font) to.Schrift = from.Schrift;
-  if (request.size) to.Groesse = from.Groesse;
+  // In these columns figures keep their fill and the width of their outline.
+  const bool sameMeaning = EntryType::Parse(from.Typ).IsFigure() == EntryType::Parse(to.Typ).IsFigure();
+  if (request.font && sameMeaning) to.Schrift = from.Schrift;
+  if (request.size && sameMeaning) to.Groesse = from.Groesse;
   if (request.VG) to.VG = from.VG;
   if (request.HG) to.HG = from.HG;
   if (request.RA) to.RA = from.RA;

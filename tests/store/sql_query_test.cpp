@@ -282,6 +282,12 @@ TEST_F(QueryTest, LookIsCarriedOver) {
   request.to = TransferTo::Marked;
   script.Expect("1 Karteneinträge wurden verändert");
   EXPECT_EQ(Transfer_Properties(request), 1);
+  const QString figure = Add(Make(120, "Figur1", "Kreis", 5, 5));
+  Go(QString::number(figure.toLongLong() - 1));
+  script.Expect("2 Karteneinträge wurden verändert");
+  EXPECT_EQ(Transfer_Properties({.to = TransferTo::Marked}), 2);
+  EXPECT_EQ(Row(figure).Schrift, "Arial") << "there stands the fill of a figure";
+  EXPECT_EQ(Row(figure).VG, 4);
   rsEntries->MoveFirst();
   Map.CurBookmark = rsEntries->Bookmark();
   script.Expect("Kein aktueller Karteneintrag");
