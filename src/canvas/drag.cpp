@@ -8,6 +8,7 @@
 
 #include "canvas/activation.h"
 #include "canvas/copy.h"
+#include "canvas/figure_extras.h"
 #include "canvas/hand_controls.h"
 #include "canvas/hand_texts.h"
 #include "canvas/move.h"
@@ -221,6 +222,7 @@ void Shift_Current(int dx, int dy, bool alone) {
   }
   Shift_Row(row, dx, dy);
   Update_Entry(row);
+  Extras_Follow(before, row);
   if (Has_Vertices(EntryType::Parse(row.Typ))) Shift_Vertices(before, dx, dy);
 }
 
@@ -249,12 +251,14 @@ int Scaled(int position, int from, int size, int newFrom, int newSize) {
 }
 
 void Resize_Current(const EntryBox& old, const EntryBox& now) {
-  EntryRow row = Read_Entry(*rsEntries);
+  const EntryRow before = Read_Entry(*rsEntries);
+  EntryRow row = before;
   if (!EntryType::Parse(row.Typ).IsFreeFigure()) {
     set_entry_box(row, now);
     Whole(qint64{now.x} + now.width);
     Whole(qint64{now.y} + now.height);
-    return Update_Entry(row);
+    Update_Entry(row);
+    return Extras_Follow(before, row);
   }
   const QString table = EntryId::Parse(row.ID).TableName();
   std::vector<QPoint> points = Load_Vertices(table);
@@ -269,6 +273,7 @@ void Resize_Current(const EntryBox& old, const EntryBox& now) {
   set_entry_box(row, {x, y, Scaled(box.x + box.width, old.x, old.width, now.x, now.width) - x,
                       Scaled(box.y + box.height, old.y, old.height, now.y, now.height) - y});
   Update_Entry(row);
+  Extras_Follow(before, row);
   if (!points.empty()) Write_Vertices(table, points);
 }
 

@@ -10,6 +10,8 @@ struct NextShapeState {
   std::optional<LineEnds> ends;  // marks at the ends of a line
   int fill = 1;                  // fill code: Yline of an area, Schrift of a figure
   bool rounded = false;          // rounded edges of lines, areas and free figures
+  int figure = 20;               // kind of a figure, 20..23
+  int figureWidth = 120, figureHeight = 80;  // of a figure placed by a click, map pixels
   bool operator==(const NextShapeState&) const = default;
 };
 inline NextShapeState NextShape;

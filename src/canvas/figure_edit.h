@@ -1,0 +1,50 @@
+#pragma once
+#include <QPainterPath>
+#include <QPoint>
+#include <QString>
+#include <functional>
+#include <optional>
+#include <vector>
+
+#include "store/entry.h"
+
+// Making and changing figures. What the next one looks like stands in canvas/next_shape.h. Changes of a figure have the
+// undo point "Rückgängig: Figur ändern".
+
+// Puts lblShape and the handles round the current figure. Tells "Keine aktive Figur" where it is none; false then.
+bool Show_Figure();
+// Writes what lblShape tells, by its Tag: "Neu" a new figure of the next kind, "Dup" one like the current figure with a
+// vertex table of its own, "Change" the place and size of the current one. Whole map pixels; a new figure is in hand
+// afterwards and the Tag is "Old". False if nothing was written; why is told.
+bool Store_Figure();
+// A new figure of the next kind and size with its upper left corner there.
+bool Place_Figure(QPoint map);
+// Tool "Fig": the next press on the map begins a figure of this kind, dragging gives its size, a click alone the size
+// chosen. Chosen again it goes. False without a map, or if the text in hand could not be stored.
+bool Choose_Figure(EntryKind kind);
+
+// Kind, width and height (map pixels) of the current figure. Squares and circles take the width for both. The vertices
+// of a free figure, whose kind stays, go along. False if nothing was written; a size that cannot be is told.
+bool Change_Figure(EntryKind kind, int width, int height);
+bool Keeps_Square(EntryKind kind);
+// "" or why a figure cannot have this box.
+QString Figure_Problem(const EntryBox& box);
+
+// Tool "Fig" for a free figure: clicks set the vertices, Backspace takes the last one back, a double or right click or
+// Enter ends, Esc drops it. Its edges are those of NextShape.
+bool Draw_Free_Figure();
+// Tool "Dreh": the figure in hand turns after the mouse until a click. `moved` gets the angle while it turns, `ended`
+// the angle of the click, or nothing where it was given up. The figure is in hand again then, unless another tool or
+// entry was chosen.
+bool Turn_By_Mouse(std::function<void(double)> moved, std::function<void(std::optional<double>)> ended);
+bool Add_Free_Figure(const std::vector<QPoint>& vertices, bool rounded);
+// Writes vertices and edges of the current free figure; its box becomes theirs.
+bool Change_Free_Figure(const std::vector<QPoint>& vertices, bool rounded);
+std::vector<QPoint> Free_Figure_Vertices();  // of the current figure; empty if it is no free one
+inline constexpr int fewestVertices = 3;
+
+// The figure's form about a box, as outlines show it; free figures by their vertices.
+QPainterPath Figure_Outline(EntryKind kind, const QRectF& box, double angle = 0,
+                            const std::vector<QPointF>& vertices = {});
+// "Rechteck", "Quadrat", "Ellipse", "Kreis", "Freie Figur".
+QString Figure_Word(EntryKind kind);
