@@ -63,6 +63,9 @@ EntryRow Extra_Row(const EntryRow& figure, EntryKind kind, const QString& text, 
 EntryRow Axis_Row(const EntryRow& figure, std::array<QPointF, 2> axis) {
   if (std::lrint(axis[0].x()) > std::lrint(axis[1].x())) std::swap(axis[0], axis[1]);
   EntryRow row = Extra_Row(figure, EntryKind::Reference, {}, axis[0]);
+  FrameWord frame = FrameWord::Parse(figure.RA);
+  frame.framed = false;  // there is no text to be framed
+  row.RA = frame.ToNumber();
   row.Xline = static_cast<int>(std::lrint(axis[1].x()));
   row.Yline = static_cast<int>(std::lrint(axis[1].y()));
   return row;

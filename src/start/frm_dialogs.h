@@ -17,6 +17,9 @@ void Show_frmOptions(QWidget* parent);
 void Show_frmInfo(QWidget* parent);         // name, version and folders of the program
 void Show_frmBildZoom(QWidget* parent);     // zoom factor of the map
 void Show_frmMoveObjects(QWidget* parent);  // moves entries; stays open beside the map
+void Show_frmFigur(QWidget* parent);        // kind and size of figures; stays open beside the map
+void Show_frmFigurDraw(QWidget* parent);    // a free figure and its vertices; stays open too
+void Show_frmEigenschaften(QWidget* parent);  // axes, foci and angle of the figure in hand; stays open too
 void Show_dlgBMP(QWidget* parent);          // size of the picture in hand
 // What of the clipboard shall come into the map: kind "Txt", "Img", or "" for nothing.
 struct ClipboardChoice {

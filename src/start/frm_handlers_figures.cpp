@@ -1,6 +1,25 @@
+#include <QMainWindow>
+
+#include "canvas/figure_edit.h"
+#include "canvas/map_state.h"
+#include "canvas/next_shape.h"
+#include "start/frm_dialogs.h"
 #include "start/frm_handlers_rooms.h"
+#include "start/mdi_state.h"
 
 // What the menu entries and tool buttons of figures do.
 
-void Add_Figures_Handlers([[maybe_unused]] QHash<QString, Handler>& menu,
-                          [[maybe_unused]] QHash<QString, Handler>& tools) {}
+namespace {
+
+// The tool, and the window for kind and size beside the map. Pressed again the tool goes.
+void New_Figure(QMainWindow& window) {
+  if (Choose_Figure(static_cast<EntryKind>(NextShape.figure))) Show_frmFigur(&window);
+}
+
+}  // namespace
+
+void Add_Figures_Handlers(QHash<QString, Handler>& menu, QHash<QString, Handler>& tools) {
+  menu["mnuInsFigur"] = tools["Fig"] = [](QMainWindow& window, int) { New_Figure(window); };
+  menu["mnuFigur"] = [](QMainWindow& window, int) { Show_frmFigur(&window); };
+  menu["mnuEigenschaften"] = [](QMainWindow& window, int) { Show_frmEigenschaften(&window); };
+}

@@ -45,6 +45,7 @@ QString Tool_Icon(const QString& key) {
                                                 {"Bild", "picture"},
                                                 {"Text", "text"},
                                                 {"Symb", "symbol"},
+                                                {"Fig", "figure"},
                                                 {"Ein", "show"},
                                                 {"Akt", "active"},
                                                 {"rechts", "align_right"},

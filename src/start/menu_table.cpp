@@ -52,6 +52,8 @@ bool Needs_Met(MenuNeeds needs) {
       if (!Entry_In_Hand() || type.IsFigure() || type.Kind() == EntryKind::PlanSquare) return true;
       return type.IsPolygon() && EntryId::Parse(rsEntries->Text(column::ID)).IsArea();
     }
+    case MenuNeeds::Figure:
+      return Type_In_Hand().IsFigure();
     case MenuNeeds::Marks:
       return Map.MarkCount > 0;
     case MenuNeeds::TwoMarks:
@@ -209,6 +211,12 @@ std::vector<MenuRow> Object_Rows() {
       {insert, "mnuInsLinie", "&Linie", {}, "Eine Linie Punkt für Punkt zeichnen", "line"},
       {insert, "mnuInsFl", "&Fläche", {}, "Eine Fläche Punkt für Punkt zeichnen", "area"},
       {insert, "mnuInsMass", "&Maßstab ...", {}, "Eine Linie bekannter Länge ziehen und den Maßstab setzen", "scale"},
+      {insert,
+       "mnuInsFigur",
+       "&Figur ...",
+       {},
+       "Rechteck, Quadrat, Ellipse, Kreis oder freie Figur zeichnen",
+       "figure"},
       {insert, "mnuInsNord", "&Nordpfeil", {}, "Einen Nordpfeil auf die Karte setzen", "north"},
       {in, "mnuMass", "Maßs&tab ...", {}, "Den Maßstab der Karte ansehen und ändern", "scale"},
       Line(in),
@@ -257,6 +265,15 @@ std::vector<MenuRow> Object_Rows() {
        "curve",
        entry,
        MenuNeeds::Corners},
+      {in, "mnuFigur", "Figur ...", {}, "Art und Größe der Figur ändern", "figure", entry, MenuNeeds::Figure},
+      {in,
+       "mnuEigenschaften",
+       "Eigens&chaften ...",
+       {},
+       "Winkel, Mittelpunkt, Brennpunkte und Achsen der Figur",
+       {},
+       entry,
+       MenuNeeds::EntryInHand},
       {in,
        "mnuFigKorr",
        "Eckpunkte &korrigieren ...",

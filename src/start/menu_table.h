@@ -25,6 +25,7 @@ enum class MenuNeeds {
   Foot,     // an entry with a foot point in hand
   Corners,  // a line, an area or a free figure in hand
   Fill,     // an area or figure in hand, or nothing: then it is the next one's
+  Figure,   // a figure in hand
   Target,   // an area or line in hand, and marks
   Marks,    // at least one marked entry
   TwoMarks,

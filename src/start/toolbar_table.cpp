@@ -20,7 +20,7 @@ std::vector<ToolRow> Norm_Rows() {
       {s, "Fl", "Fläche", "Fläche zeichnen",
        "Fläche: Punkt für Punkt anklicken; Doppelklick oder rechte Maustaste: fertig", built},
       {s, "Fd", "Digi", "Fläche digitalisieren", {}},
-      {s, "Fig", "Figur", "Figur zeichnen", {}},
+      {s, "Fig", "Figur", "Figur zeichnen", "Figur: danach auf der Karte mit der Maus aufziehen oder klicken", built},
       {s, "Bild", "Bild", "Bild einfügen", "Bild: danach auf die Stelle der Karte klicken, an der es stehen soll",
        built},
       {s, "Text", "Text", "Text schreiben", "Text: danach auf die Stelle der Karte klicken, an der er stehen soll",

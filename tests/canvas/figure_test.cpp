@@ -281,6 +281,7 @@ TEST_F(FigureTest, ExtrasFollowTurningMovingAndSizing) {
   EXPECT_EQ(point(extra(1)), QPoint(150, 270));
   EXPECT_EQ(point(extra(2)), QPoint(150, 190));
   EXPECT_EQ(QLine(extra(3).Xmap, extra(3).Ymap, extra(3).Xline, extra(3).Yline), QLine(150, 280, 150, 180));
+  EXPECT_FALSE(FrameWord::Parse(extra(3).RA).framed) << "an axis has no text to frame";
   Drag({150, 230}, {170, 240});
   EXPECT_EQ(Place(InHand()), QRect(120, 210, 100, 60));
   EXPECT_EQ(point(extra(2)), QPoint(170, 200));

@@ -1,0 +1,149 @@
+#include <QCheckBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPointer>
+#include <QRadioButton>
+#include <QTableWidget>
+
+#include "canvas/figure_edit.h"
+#include "canvas/figure_extras.h"
+#include "canvas/frmEigenschaften.h"
+#include "canvas/frmFigur.h"
+#include "canvas/frmFigurDraw.h"
+#include "canvas/next_shape.h"
+#include "start/dialog_hooks.h"
+#include "store/vertex_table.h"
+#include "windows/dialog_parts.h"
+#include "windows/window_fixture.h"
+
+namespace {
+
+class FigureWindowsTest : public WindowTest {
+ protected:
+  void SetUp() override {
+    WindowTest::SetUp();
+    Open(600, 400);
+  }
+  template <typename Dialog>
+  Dialog* Shown() const {
+    return window->findChild<Dialog*>();
+  }
+  static EntryRow Figure() { return Figure_In_Hand().value_or(EntryRow{}); }
+  static QRect Place() { return {Figure().Xmap, Figure().Ymap, Figure().Xline, Figure().Yline}; }
+  void Drag(QPoint from, QPoint to) const {
+    QTest::mousePress(Canvas(), Qt::LeftButton, {}, from);
+    QTest::mouseMove(Canvas(), (from + to) / 2);
+    QTest::mouseMove(Canvas(), to);
+    QTest::mouseRelease(Canvas(), Qt::LeftButton, {}, to);
+  }
+  static void Type(const QWidget& dialog, const char* field, const char* text) {
+    Part<QLineEdit>(dialog, field)->selectAll();
+    QTest::keyClicks(Part<QLineEdit>(dialog, field), QLatin1String(text));
+  }
+};
+
+}  // namespace
+
+TEST_F(FigureWindowsTest, AFigureIsPlacedChangedAndFollowed) {
+  int colors = 0;
+  dialogHooks.ColorWindow = [&colors] { ++colors; };
+  Choose(QStringLiteral("mnuInsFigur"));
+  auto* dialog = Shown<FrmFigur>();
+  ASSERT_NE(dialog, nullptr);
+  EXPECT_EQ(Canvas()->cursor().shape(), Qt::CrossCursor);
+  auto* list = Part<QListWidget>(*dialog, "lstFigur");
+  list->setCurrentRow(1);
+  EXPECT_FALSE(Part<QLineEdit>(*dialog, "txtBreite")->isEnabled());
+  Type(*dialog, "txtLaenge", "80");
+  QTest::mouseClick(Canvas(), Qt::LeftButton, {}, {50, 40});
+  EXPECT_EQ(Place(), QRect(50, 40, 80, 80));
+  EXPECT_EQ(Figure().Typ, 21);
+  // The window tells of the figure in hand and changes it.
+  list->setCurrentRow(2);
+  EXPECT_EQ(Figure().Typ, 22);
+  Type(*dialog, "txtBreite", "30");
+  QTest::keyClick(Part<QLineEdit>(*dialog, "txtBreite"), Qt::Key_Return);
+  EXPECT_EQ(Place(), QRect(50, 40, 80, 30));
+  Drag({90, 55}, {190, 155});
+  EXPECT_EQ(Place(), QRect(150, 140, 80, 30));
+  Drag({230, 170}, {250, 200});
+  EXPECT_EQ(Part<QLineEdit>(*dialog, "txtLaenge")->text(), QStringLiteral("100"));
+  for (const char* bad : {"0", "zehn", "-4", "99999"}) {
+    Type(*dialog, "txtLaenge", bad);
+    MessageScript messages;
+    messages.Expect(QStringLiteral("Figur"));
+    Press(*dialog, "cmdOK");
+    EXPECT_EQ(Place().size(), QSize(100, 60)) << bad;
+  }
+  Press(*dialog, "btnFarb");
+  EXPECT_EQ(colors, 1);
+  const QPointer<FrmFigur> open = dialog;
+  Choose(QStringLiteral("mnuMapClose"));
+  EXPECT_TRUE(open.isNull());
+}
+
+TEST_F(FigureWindowsTest, AFreeFigureIsDrawnAndItsVerticesAreEdited) {
+  Choose(QStringLiteral("mnuInsFigur"));
+  Part<QListWidget>(*Shown<FrmFigur>(), "lstFigur")->setCurrentRow(4);
+  auto* dialog = Shown<FrmFigurDraw>();
+  ASSERT_NE(dialog, nullptr);
+  for (const QPoint at : {QPoint(20, 20), {120, 20}, {120, 90}}) QTest::mouseClick(Canvas(), Qt::LeftButton, {}, at);
+  QTest::mouseClick(Canvas(), Qt::RightButton, {}, {20, 20});
+  auto* table = Part<QTableWidget>(*dialog, "tblPunkte");
+  ASSERT_EQ(table->rowCount(), 3);
+  EXPECT_FALSE(Part<QAbstractButton>(*dialog, "btnRemove")->isEnabled());
+  table->setCurrentCell(2, 0);
+  Press(*dialog, "btnInsert");
+  table->item(3, 1)->setText(QStringLiteral("150"));
+  Press(*dialog, "cmdOK");
+  const std::vector<QPoint> want = {{20, 20}, {120, 20}, {120, 90}, {70, 150}};
+  EXPECT_EQ(Load_Vertices(QStringLiteral("Figur1")), want);
+  Press(*dialog, "optRund");
+  EXPECT_EQ(Figure().Typ, 25);
+  table->item(0, 0)->setText(QStringLiteral("links"));
+  MessageScript messages;
+  messages.Expect(QStringLiteral("Eckpunkt 1")).Expect(QStringLiteral("32767"));
+  Press(*dialog, "cmdOK");
+  table->item(0, 0)->setText(QStringLiteral("70000"));
+  Press(*dialog, "cmdOK");
+  EXPECT_EQ(Load_Vertices(QStringLiteral("Figur1")), want);
+  Press(*dialog, "cmdCancel");
+}
+
+TEST_F(FigureWindowsTest, PropertiesShowTurnAndMarkTheFigure) {
+  NextShape.figure = 22;
+  Place_Figure({100, 100});
+  Choose(QStringLiteral("mnuEigenschaften"));
+  auto* dialog = Shown<FrmEigenschaften>();
+  ASSERT_NE(dialog, nullptr);
+  const QImage plain = Part<QLabel>(*dialog, "picFigur")->pixmap().toImage();
+  Press(*dialog, "ckLaengsachse");
+  Press(*dialog, "ckAchsenText");
+  EXPECT_NE(Part<QLabel>(*dialog, "picFigur")->pixmap().toImage(), plain);
+  Type(*dialog, "txtWinkel", "-90");
+  Press(*dialog, "cmdOK");
+  EXPECT_EQ(Part<QLineEdit>(*dialog, "txtWinkel")->text(), QStringLiteral("270,000"));
+  EXPECT_EQ(Figure().Schrift, QStringLiteral("F 1<270"));
+  EXPECT_EQ(Extras_Of(Figure()), (FigureExtras{false, false, true, false, true}));
+  // A click on the frame, then the mouse on the map; the angle is written where it is clicked.
+  QTest::mouseClick(Part<QGroupBox>(*dialog, "fraWinkel"), Qt::LeftButton, {}, {4, 4});
+  QTest::mouseMove(Canvas(), {160, 20});
+  EXPECT_EQ(Part<QLineEdit>(*dialog, "txtWinkel")->text(), QStringLiteral("90,000"));
+  QTest::mouseClick(Canvas(), Qt::LeftButton, {}, {300, 140});
+  EXPECT_EQ(Figure().Schrift, QStringLiteral("F 1"));
+  EXPECT_EQ(Extras_Of(Figure()).Laengsachse, true);
+  EXPECT_FALSE(Part<QAbstractButton>(*dialog, "btnDrehen")->isChecked());
+  // Esc on the map leaves the angle as it was.
+  Press(*dialog, "btnDrehen");
+  QTest::mouseMove(Canvas(), {160, 20});
+  QTest::keyClick(window->findChild<MapWindow*>(), Qt::Key_Escape);
+  EXPECT_EQ(Part<QLineEdit>(*dialog, "txtWinkel")->text(), QStringLiteral("0,000"));
+  EXPECT_FALSE(Figure().ID.isEmpty());
+  Type(*dialog, "txtWinkel", "schief");
+  MessageScript messages;
+  messages.Expect(QStringLiteral("Winkel"));
+  Press(*dialog, "cmdOK");
+  EXPECT_EQ(Figure().Schrift, QStringLiteral("F 1"));
+}
