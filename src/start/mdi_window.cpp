@@ -68,7 +68,7 @@ MdiWindow::MdiWindow(QWidget* parent) : QMainWindow(parent) {
   resizeTimer.setInterval(settleAfter);
   connect(&resizeTimer, &QTimer::timeout, this, [this] { Run_Guarded([this] { Inner_Resized(); }); });
   qApp->installEventFilter(this);
-  resize(QSize(1024, 768).boundedTo(screen()->availableSize()));
+  resize(QSize(1400, 900).boundedTo(screen()->availableSize()));
   Sync();
 }
 

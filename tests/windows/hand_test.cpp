@@ -192,6 +192,8 @@ TEST_F(HandTest, EditorKeepsItsOwnKeys) {
 }
 
 TEST_F(HandTest, MarksAlignGroupAndUndo) {
+  window->resize(1400, 800);  // room for every button of the bar
+  Settle();
   Click(On(first), Qt::ControlModifier);
   EXPECT_TRUE(Button("links")->isVisible());
   EXPECT_FALSE(Button("gleich")->isVisible());
