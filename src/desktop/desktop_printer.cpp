@@ -80,6 +80,8 @@ std::optional<int> Set_Up_Page(int orientation) {
   Lay_Out(printer, orientation);
   QPageSetupDialog dialog(&printer, Dialog_Parent());
   dialog.setWindowTitle(QStringLiteral("Druckformat"));
+  // The margins have a window of their own.
+  if (auto* margin = dialog.findChild<QWidget*>(QStringLiteral("topMargin"))) margin->parentWidget()->hide();
   if (dialog.exec() != QDialog::Accepted) return std::nullopt;
   const int chosen = printer.pageLayout().orientation() == QPageLayout::Landscape ? landscape : portrait;
   Lay_Out(printer, chosen);

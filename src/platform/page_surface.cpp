@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "platform/error.h"
+#include "platform/pdf_images.h"
 #include "platform/surface_image.h"
 
 namespace {
@@ -48,7 +49,7 @@ class PageSurface final : public FontedSurface {
     if (picture.isNull() || target.isEmpty() || modes == PageModes::CombiningOnly) return;
     painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
     const QRectF whole = QRectF(source.toAlignedRect() & picture.rect());
-    if (whole == source) return painter.drawImage(target, picture, source);
+    if (whole == source) return Draw_Part(target, picture, whole.toRect());
     // A page takes whole pixels only: the rest of those cut through lies behind a clip, so that sheets meet exactly.
     if (whole.isEmpty()) return;
     const double x = target.width() / source.width(), y = target.height() / source.height();
@@ -56,7 +57,7 @@ class PageSurface final : public FontedSurface {
                         target.top() + (whole.top() - source.top()) * y, whole.width() * x, whole.height() * y);
     painter.save();
     painter.setClipRect(target, Qt::IntersectClip);
-    painter.drawImage(larger, picture, whole);
+    Draw_Part(larger, picture, whole.toRect());
     painter.restore();
   }
   void Line(QPointF from, QPointF to) override {
@@ -124,6 +125,14 @@ class PageSurface final : public FontedSurface {
   QPen Pen() const { return Pen_Of(pen, pen.ForeColor, std::max(pen.DrawWidth, 0.05)); }
   void Draw(const QPainterPath& path, bool filled, Qt::PenJoinStyle join);
   void Hatch(const QPainterPath& path);
+  void Draw_Part(const QRectF& target, const QImage& picture, const QRect& part) {
+    PdfImages* document = Pdf_Images_Of(painter.device());
+    const QImage standIn = document ? document->Stand_In(picture, part) : QImage();
+    if (standIn.isNull())
+      painter.drawImage(target, picture, part);
+    else
+      painter.drawImage(target, standIn);
+  }
 
   void Set_Up(const PageView& view) {
     painter.save();

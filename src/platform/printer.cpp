@@ -7,6 +7,7 @@
 
 #include "platform/error.h"
 #include "platform/files.h"
+#include "platform/pdf_images.h"
 
 namespace {
 
@@ -27,6 +28,7 @@ class PdfJob final : public PrintJob {
     const QMarginsF border(paper.unprintableX, paper.unprintableY, paper.unprintableX, paper.unprintableY);
     writer->setPageLayout(QPageLayout(size, QPageLayout::Portrait, border, QPageLayout::Millimeter));
     if (!painter.begin(writer.get())) Raise(errors::noPermission);
+    images.emplace(*writer);
   }
   ~PdfJob() override {
     if (writer) PdfJob::KillDoc();
@@ -37,6 +39,7 @@ class PdfJob final : public PrintJob {
   }
   void EndDoc() override {
     Close();
+    images->Put_Into(aside);
     if (File_Exists(path)) Kill(path);
     File_Rename(aside, path);
   }
@@ -54,6 +57,7 @@ class PdfJob final : public PrintJob {
   QString path, aside;
   std::unique_ptr<QPdfWriter> writer;
   QPainter painter;
+  std::optional<PdfImages> images;
 };
 
 PrinterFace Without_Printer() {

@@ -1,0 +1,230 @@
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPainter>
+#include <QRadioButton>
+#include <QScrollBar>
+
+#include "platform/printer.h"
+#include "printing/frmDruckpfad.h"
+#include "printing/frmPRN.h"
+#include "printing/frmRand.h"
+#include "printing/frmSeiten.h"
+#include "printing/frm_preview_picture.h"
+#include "printing/print_map.h"
+#include "start/frmNotePad.h"
+#include "start/mdi_window_pads.h"
+#include "store/entry.h"
+#include "windows/dialog_parts.h"
+#include "windows/window_fixture.h"
+
+namespace {
+
+QString S(const char* text) { return QString::fromUtf8(text); }
+
+// Counts what comes to the printer.
+struct Printed {
+  int jobs = 0, pages = 0, ended = 0, killed = 0;
+  int orientation = 0;
+  QString title;
+};
+
+class CountingJob final : public PrintJob {
+ public:
+  CountingJob(Printed& told, std::function<void()> each) : printed(told), eachPage(std::move(each)) {
+    page = QImage(1200, 1700, QImage::Format_RGB32);
+    painter.begin(&page);
+    ++printed.jobs;
+    ++printed.pages;
+  }
+  QPainter& Painter() override { return painter; }
+  void NewPage() override {
+    ++printed.pages;
+    if (eachPage) eachPage();
+  }
+  void EndDoc() override { ++printed.ended; }
+  void KillDoc() override { ++printed.killed; }
+
+ private:
+  Printed& printed;
+  std::function<void()> eachPage;
+  QImage page;
+  QPainter painter;
+};
+
+// A printer of A4 with 4.2 mm that answers with the range, or cancels.
+class PrintWindowsTest : public WindowTest {
+ protected:
+  void SetUp() override {
+    WindowTest::SetUp();
+    former = Set_Printer(
+        {.paper =
+             [](int orientation) {
+               Paper paper = Paper_Of({}, orientation);
+               paper.dpi = 150;
+               return paper;
+             },
+         .setup = [](int orientation) { return std::optional(orientation == portrait ? landscape : portrait); },
+         .ask =
+             [this](const QString& title, int pages, int) {
+               printed.title = title;
+               return cancel ? std::nullopt : std::optional(PrintRange{1, pages});
+             },
+         .begin =
+             [this](const QString&, int orientation) {
+               printed.orientation = orientation;
+               return std::make_unique<CountingJob>(printed, eachPage);
+             }});
+    Open(1600, 1200);  // 42.3 x 31.8 cm: 3 x 2 sheets
+  }
+  void TearDown() override {
+    WindowTest::TearDown();
+    Set_Printer(former);
+  }
+  FrmSeiten* Preview() const { return window->findChild<FrmSeiten*>(); }
+  static void Type(QWidget& dialog, const char* box, const char* text) {
+    auto* edit = Part<QLineEdit>(dialog, box);
+    edit->selectAll();
+    QTest::keyClicks(edit, QLatin1String(text));
+  }
+
+  PrinterFace former;
+  Printed printed;
+  std::function<void()> eachPage;
+  bool cancel = false;
+};
+
+}  // namespace
+
+TEST_F(PrintWindowsTest, ThePreviewFitsTheMapAndKeepsIt) {
+  Choose(S("mnuBlattschnitt"));
+  ASSERT_NE(Preview(), nullptr);
+  FrmSeiten& form = *Preview();
+  EXPECT_EQ(Part<QLineEdit>(form, "txtFaktor")->text(), S("1,000"));
+  EXPECT_TRUE(Part<QLabel>(form, "Label2")->text().startsWith(S("6 Druckseiten")));
+  EXPECT_FALSE(Part<QPushButton>(form, "btnShow")->isEnabled());
+  Type(form, "txtBreite", "84,7");
+  EXPECT_EQ(Part<QLineEdit>(form, "txtHoehe")->text(), S("63,5"));
+  EXPECT_TRUE(Part<QPushButton>(form, "btnShow")->isEnabled());
+  EXPECT_TRUE(Part<QLabel>(form, "Label2")->text().startsWith(S("6 "))) << "waits for the preview";
+  Press(form, "btnShow");
+  EXPECT_EQ(Part<QLineEdit>(form, "txtFaktor")->text(), S("2,001"));
+  EXPECT_TRUE(Part<QLabel>(form, "Label2")->text().startsWith(S("15 ")));
+  Press(form, "btnSpinDown");
+  EXPECT_EQ(Part<QLineEdit>(form, "txtFaktor")->text(), S("2,000"));
+  auto* pages = Part<QComboBox>(form, "cmbPages");
+  QTest::keyClick(pages, Qt::Key_Down);
+  EXPECT_TRUE(Part<QLabel>(form, "Label2")->text().startsWith(S("1 Druckseite"))) << pages->currentText();
+  Press(form, "btnDF");
+  EXPECT_EQ(form.Setup().settings.orientation, landscape);
+
+  MessageScript box;
+  box.Expect(S("Wertebereich"));
+  Type(form, "txtFtSize", "3,01");
+  Press(form, "Ok_Butt");
+  Type(form, "txtFtSize", "1,5");
+  box.Expect(S("übernommen und gespeichert"));
+  Press(form, "Ok_Butt");
+  EXPECT_EQ(Read_Print_Settings().orientation, landscape);
+  EXPECT_FLOAT_EQ(FontFactor, 1.5F);
+  // A change that was not taken is asked for at the end, and lost with "No".
+  Press(form, "btnSpin");
+  const double kept = Read_Print_Settings().factor;
+  box.Expect(S("Sollen diese neuen"), MsgAnswer::No);
+  Press(form, "btnClose");
+  Settle();
+  EXPECT_EQ(Preview(), nullptr);
+  EXPECT_EQ(Read_Print_Settings().factor, kept);
+}
+
+TEST_F(PrintWindowsTest, PrintingClosesThePreviewAndCanBeStopped) {
+  Choose(S("mnuBlattschnitt"));
+  Choose(S("mnuPrintMap"));
+  EXPECT_EQ(Preview(), nullptr);
+  EXPECT_EQ(printed.title, S("Karte drucken"));
+  EXPECT_EQ(std::tuple(printed.jobs, printed.pages, printed.ended), std::tuple(1, 6, 1));
+  cancel = true;
+  Choose(S("mnuPrintMap"));
+  EXPECT_EQ(printed.jobs, 1);
+  cancel = false;
+  eachPage = [] {
+    for (QWidget* top : QApplication::topLevelWidgets())
+      if (auto* progress = qobject_cast<FrmPRN*>(top)) Press(*progress, "cmdCancel");
+  };
+  MessageScript box;
+  box.Expect(S("wird abgebrochen"));
+  Choose(S("mnuPrintMap"));
+  EXPECT_EQ(std::tuple(printed.jobs, printed.ended, printed.killed), std::tuple(2, 1, 1));
+  // With the map the preview goes as well.
+  Choose(S("mnuBlattschnitt"));
+  Choose(S("mnuMapClose"));
+  EXPECT_EQ(Preview(), nullptr);
+}
+
+TEST_F(PrintWindowsTest, MarginsKnowTheBorderOfThePrinter) {
+  const auto margins = [] {
+    const PrintSettings s = Read_Print_Settings();
+    return std::tuple(s.left, s.right, s.top, s.bottom);
+  };
+  MessageScript box;
+  When_Shown([&](QWidget& form) {
+    EXPECT_EQ(Part<QLineEdit>(form, "txtLR")->text(), S("4"));
+    EXPECT_EQ(Part<QScrollBar>(form, "scrLR")->value(), 100);
+    Part<QScrollBar>(form, "scrLR")->setValue(85);
+    EXPECT_EQ(Part<QLineEdit>(form, "txtLR")->text(), S("19"));
+    Type(form, "txtOR", "24");
+    EXPECT_EQ(Part<QScrollBar>(form, "scrOR")->value(), 80);
+    Type(form, "txtUR", "1");
+    Press(form, "btnTake");
+  });
+  Choose(S("mnuRand"));
+  EXPECT_EQ(margins(), std::tuple(15, 0, 20, 0));
+  // Closing asks; what leaves no room is refused and the window stays.
+  When_Shown([&](QWidget& form) {
+    Type(form, "txtRR", "300");
+    box.Expect(S("neuen Ränder"), MsgAnswer::Yes).Expect(S("keinen Platz"));
+    Press(form, "btnClose");
+    EXPECT_TRUE(form.isVisible());
+    box.Expect(S("neuen Ränder"), MsgAnswer::No);
+    Press(form, "btnClose");
+  });
+  Choose(S("mnuRand"));
+  EXPECT_EQ(margins(), std::tuple(15, 0, 20, 0));
+}
+
+TEST_F(PrintWindowsTest, PathTableTextAndWindow) {
+  When_Shown([](QWidget& form) {
+    EXPECT_TRUE(Part<QRadioButton>(form, "optDruckdirekt")->isChecked());
+    Part<QRadioButton>(form, "optDruckFlurax")->setChecked(true);
+    Press(form, "cmdOK");
+  });
+  Choose(S("mnuDruckpfad"));
+  EXPECT_TRUE(frmMDI.printAsBitmap);
+  Choose(S("mnuPrintMap"));
+  EXPECT_EQ(printed.ended, 1);
+  Choose(S("mnuTblPrint"));
+  EXPECT_EQ(printed.title, S("Tabelle drucken"));
+  Choose(S("mnuPrintScreen"));
+  EXPECT_EQ(printed.orientation, window->width() > window->height() ? landscape : portrait);
+  EXPECT_FALSE(window->Action(S("mnuPrintTxt"))->isEnabled()) << "without a note pad";
+  Choose(S("mnuTextNew"));
+  Choose(S("mnuPrintTxt"));
+  EXPECT_EQ(printed.ended, 4);
+  EXPECT_EQ(printed.title, S("Notiz 1"));
+}
+
+TEST_F(PrintWindowsTest, SheetFrameStandsOnTheMap) {
+  const int seam = qRound(201.6 / 25.4 * 96);  // the first sheet's room in map pixels
+  const auto blue = [&] {
+    const QImage shown = Canvas()->grab().toImage();
+    int count = 0;
+    for (int y = 0; y < shown.height(); ++y)
+      for (int x = seam - 2; x <= seam + 2; ++x)
+        if (shown.rect().contains(x, y)) count += shown.pixelColor(x, y) == QColor(Qt::blue);
+    return count;
+  };
+  ASSERT_GT(Canvas()->width(), seam + 2);
+  EXPECT_EQ(blue(), 0);
+  frmMDI.sheetFrame = true;
+  EXPECT_GT(blue(), Canvas()->height() / 4);
+}
