@@ -12,6 +12,7 @@
 #include "desktop/desktop_dialogs.h"
 #include "desktop/desktop_services.h"
 #include "platform/error.h"
+#include "printing/print_texts.h"
 #include "start/global_state.h"
 
 namespace {
@@ -67,11 +68,13 @@ Paper Paper_Of_Printer(int orientation) {
   return paper;
 }
 
-// "Karte.pdf" beside the map.
-QString Proposed_Pdf() {
-  const QString map = QFileInfo(MapFile).completeBaseName();
-  const QString name = (map.isEmpty() ? QStringLiteral("Karte") : map) + QStringLiteral(".pdf");
-  return (MapFile.isEmpty() ? ProgramFolder : QFileInfo(MapFile).path()) + QLatin1Char('/') + name;
+// "Karte.pdf" beside the map; "Karte_Tabelle.pdf" for what is no map.
+QString Proposed_Pdf(const QString& title) {
+  QString name = MapFile.isEmpty() ? QStringLiteral("Karte") : QFileInfo(MapFile).completeBaseName();
+  if (title != print_texts::printTitle)
+    name += QLatin1Char('_') + QFileInfo(QString(title).remove(QStringLiteral(" drucken"))).completeBaseName();
+  const QString folder = MapFile.isEmpty() ? ProgramFolder : QFileInfo(MapFile).path();
+  return folder + QLatin1Char('/') + name + QStringLiteral(".pdf");
 }
 
 std::optional<int> Set_Up_Page(int orientation) {
@@ -94,7 +97,7 @@ std::optional<PrintRange> Ask(const QString& title, int pages, int orientation) 
   Lay_Out(printer, orientation);
   // Where there is a printer a file is wanted for one job only.
   const bool isPrinter = !QPrinterInfo::availablePrinterNames().isEmpty();
-  printer.setOutputFileName(isPrinter ? QString() : Proposed_Pdf());
+  printer.setOutputFileName(isPrinter ? QString() : Proposed_Pdf(title));
   QPrintDialog dialog(&printer, Dialog_Parent());
   dialog.setWindowTitle(title);
   dialog.setOptions(QAbstractPrintDialog::PrintToFile | QAbstractPrintDialog::PrintPageRange |
@@ -143,7 +146,7 @@ class PrinterJob final : public PrintJob {
 std::unique_ptr<PrintJob> Begin(const QString& title, int orientation) {
   if (!Into_Pdf()) return std::make_unique<PrinterJob>(title, orientation);
   QString path = Printer().outputFileName();
-  if (path.isEmpty()) path = Proposed_Pdf();
+  if (path.isEmpty()) path = Proposed_Pdf(title);
   return Make_Pdf_Job(path, Paper_Of_Printer(orientation), title);
 }
 

@@ -37,16 +37,22 @@ SheetLook Look_Of(const PrintOrder& order, const std::function<bool()>& goOn) {
 void Draw_As_Bitmap(QPainter& page, const Paper& paper, const PrintGeometry& geometry, const Sheet& sheet,
                     const SheetLook& look, double sharpness) {
   const double dpi = screenDpi * sharpness, dots = dpi / 25.4, scale = paper.dpi / screenDpi;
-  const auto surface = Make_Page_Surface(page, PageView{scale, scale, {}, PageModes::AsCopy});
-  QRectF half = Sheet_Target(geometry, sheet);
-  half.setWidth(half.width() / 2);
-  for (int side = 0; side < 2; ++side, half.translate(half.width(), 0)) {
-    QImage buffer = Make_Canvas(static_cast<int>(std::ceil(half.width() * dots)) + 1,
-                                static_cast<int>(std::ceil(half.height() * dots)) + 1);
-    Draw_Sheet_Image(buffer, dpi, half, geometry, sheet, look);
-    surface->PaintPicture(QRectF(half.topLeft() * pixelsPerMm, half.size() * pixelsPerMm), buffer,
-                          QRectF(0, 0, half.width() * dots, half.height() * dots));
+  {
+    const auto surface = Make_Page_Surface(page, PageView{scale, scale, {}, PageModes::AsCopy});
+    QRectF half = Sheet_Target(geometry, sheet);
+    half.setWidth(half.width() / 2);
+    for (int side = 0; side < 2; ++side, half.translate(half.width(), 0)) {
+      QImage buffer = Make_Canvas(static_cast<int>(std::ceil(half.width() * dots)) + 1,
+                                  static_cast<int>(std::ceil(half.height() * dots)) + 1);
+      Draw_Sheet_Image(buffer, dpi, half, geometry, sheet, look);
+      surface->PaintPicture(QRectF(half.topLeft() * pixelsPerMm, half.size() * pixelsPerMm), buffer,
+                            QRectF(0, 0, half.width() * dots, half.height() * dots));
+    }
   }
+  // The labels of the net stand beyond the pictures.
+  SheetLook net = look;
+  net.background = net.entries = false;
+  Draw_Sheet(page, paper.dpi, geometry, sheet, net);
 }
 
 class MapPrinter {

@@ -7,6 +7,7 @@
 #include "canvas/map_state.h"
 #include "canvas/redraw.h"
 #include "plansquares/raster_rows.h"
+#include "platform/files.h"
 #include "platform/surface.h"
 #include "printing/print_map.h"
 #include "start/events.h"
@@ -217,6 +218,26 @@ TEST_F(SheetPainter, ThePdfHoldsTheTextAndTrueMillimetres) {
   EXPECT_EQ(at({100, 100}, {0.4, 0.4}), QBColor(12));
   EXPECT_EQ(at({100, 100}, {-0.4, -0.4}), QBColor(15));
   EXPECT_EQ(at({250, 200}, {}), Map_Picture_With_Entries().pixel(250, 200) | 0xff000000) << "the transparent fill";
+}
+
+TEST_F(SheetPainter, TheNetIsLabelledOnBothPaths) {
+  Write_Lines(Path(u"Karte.cal"_s),
+              {u"Grid UTM Zone: 32U D: WGS-84 R: 646000 H: 5512000"_s, u"Gwidth = 1000"_s, u"Inclin = 0.01"_s,
+               u"Xmap = 100"_s, u"Ymap = 150"_s, u"Xline = 80"_s, u"Yline = 80"_s});
+  Reload_Map();
+  settings = Read_Print_Settings();
+  EXPECT_EQ(settings.left, 5) << "room for the labels";
+  settings.left = settings.right = settings.top = settings.bottom = 10;
+  for (const PrintPath way : {PrintPath::Direct, PrintPath::Bitmap}) {
+    const QString pdf = Path(u"Netz.pdf"_s);
+    PrintOrder order{.settings = settings, .paper = paper, .map = Map_To_Print(), .range = {1, 1}, .path = way};
+    ASSERT_EQ(Print_Map(order, {[&] { return Make_Pdf_Job(pdf, paper, {}); }, {}}), PrintEnd::Done);
+    QProcess reader;
+    reader.start(u"pdftotext"_s, {pdf, u"-"_s});
+    ASSERT_TRUE(reader.waitForFinished());
+    const QString text = QString::fromUtf8(reader.readAllStandardOutput());
+    EXPECT_TRUE(text.contains(u"UTM"_s) && text.contains(u"647 000"_s)) << text;
+  }
 }
 
 TEST_F(SheetPainter, AStoppedOrFailingJobLeavesNothing) {
