@@ -319,7 +319,7 @@ bool Outside(QPoint window) {
 void Ask_To_Delete_Outside() {
   const MsgAnswer answer =
       Message_Box(hand_texts::outside, MsgButtons::YesNo, MsgIcon::Question, hand_texts::title, MsgDefault::Second);
-  if (answer == MsgAnswer::Yes && To_Hand() && Delete_Entry(true)) return;
+  if (answer == MsgAnswer::Yes && To_Hand() && Delete_With_Extras(true)) return;
   Map_Redraw();
   events.HandChanged.Emit();
 }

@@ -7,7 +7,9 @@
 #include "canvas/bulk_change.h"
 #include "canvas/map_state.h"
 #include "objects/figure.h"
+#include "start/events.h"
 #include "start/table_file.h"
+#include "store/entry_edit.h"
 #include "store/vertex_table.h"
 
 namespace {
@@ -228,6 +230,18 @@ void Extras_Follow(const EntryRow& before, const EntryRow& after) {
   if (!EntryType::Parse(before.Typ).IsFigure()) return;
   const FigureExtras extras = Extras_Of(before);
   if (extras != FigureExtras{}) DrawFigNeu(after, extras);
+}
+
+bool Delete_With_Extras(bool asked) {
+  if (!rsEntries || !rsEntries->HasRow(Map.CurBookmark)) return Delete_Entry(asked);
+  rsEntries->SetBookmark(Map.CurBookmark);
+  const EntryRow row = Read_Entry(*rsEntries);
+  if (!Delete_Entry(asked)) return false;
+  if (!EntryType::Parse(row.Typ).IsFigure()) return true;
+  AddRowsX(Name_Of(row));
+  events.TableChanged.Emit();
+  events.RedrawWanted.Emit();
+  return true;
 }
 
 void Turn_Row(EntryRow& row, double angle) {

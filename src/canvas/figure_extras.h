@@ -49,6 +49,8 @@ void AddRowsX(const QString& id);
 void DrawFigNeu(const EntryRow& figure, const FigureExtras& extras);
 // A figure was changed: the extras it had come to their new places. In the caller's transaction; the current row stays.
 void Extras_Follow(const EntryRow& before, const EntryRow& after);
+// Deletes the entry in hand as Delete_Entry does, and with a figure its extras.
+bool Delete_With_Extras(bool asked = false);
 
 // The angle behind "<" of Schrift. A figure without a fill keeps its look.
 void Turn_Row(EntryRow& row, double angle);

@@ -9,6 +9,7 @@
 #include "canvas/copy.h"
 #include "canvas/cursor_coordinates.h"
 #include "canvas/drag.h"
+#include "canvas/figure_extras.h"
 #include "canvas/hand_texts.h"
 #include "canvas/hit_test.h"
 #include "canvas/map_state.h"
@@ -208,7 +209,7 @@ bool Delete_Key() {
     Discard_Pending_Text();
   } else {
     Map.CurBookmark = Map.InHand;
-    Delete_Entry();
+    Delete_With_Extras();
   }
   return true;
 }

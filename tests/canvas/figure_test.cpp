@@ -293,6 +293,19 @@ TEST_F(FigureTest, ExtrasFollowTurningMovingAndSizing) {
   EXPECT_EQ(Map.canvas.pixel(130, 220), qRgb(255, 255, 255));
 }
 
+TEST_F(FigureTest, ADeletedFigureTakesItsExtrasAlong) {
+  Take(Figure_Row(22, {100, 200, 100, 60}));
+  ASSERT_TRUE(Set_Figure_Properties(0, {true, true, true, true, true}));
+  ASSERT_GT(Entry_Count(), 5);
+  MessageScript messages;
+  messages.AllowAny(MsgAnswer::No);
+  Map_Key(Qt::Key_Delete, {});
+  EXPECT_GT(Entry_Count(), 5) << "the question was answered with no";
+  messages.AllowAny(MsgAnswer::Yes);
+  Map_Key(Qt::Key_Delete, {});
+  EXPECT_EQ(Entry_Count(), 0);
+}
+
 TEST_F(FigureTest, TheMouseTurnsTheFigureInHand) {
   const QString key = Take(Figure_Row(20, {100, 200, 100, 60}));
   std::vector<double> moved;
