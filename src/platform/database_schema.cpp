@@ -86,8 +86,8 @@ const std::vector<TableDef>& Engine::Tables() {
 
 void Engine::Read_Tables() {
   std::vector<TableDef> found;
-  sqlite3_stmt* statement = Prepare(
-      "SELECT name FROM sqlite_master WHERE type='table' AND name NOT LIKE 'sqlite@_%' ESCAPE '@' ORDER BY rowid");
+  sqlite3_stmt* statement =
+      Prepare("SELECT name FROM sqlite_master WHERE type='table' AND substr(name, 1, 7) <> 'sqlite_' ORDER BY rowid");
   int rc;
   while ((rc = sqlite3_step(statement)) == SQLITE_ROW)
     found.push_back({QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(statement, 0))), {}});

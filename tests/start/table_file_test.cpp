@@ -97,7 +97,7 @@ TEST_F(TableFileTest, RowsAndHeaderAreThereAgain) {
   EXPECT_EQ(Tbl.Tag, "Clean");  // a sound header is not touched
 
   // A bad one is put right and nothing else.
-  dbEntries->Execute("UPDATE MapData SET ID='Text', Xline=7, Typ=3, VG=11 WHERE Eintrag LIKE '%KARTE.MDB'");
+  dbEntries->Execute("UPDATE MapData SET ID='Text', Xline=7, Typ=3, VG=11 WHERE Eintrag LIKE '*KARTE.MDB'");
   ASSERT_TRUE(Load_Table(LoadMode::Reload));
   const EntryRow row = Rows_Of(*dbEntries)[0];
   EXPECT_EQ(std::tuple(row.ID, row.Xline, row.Typ, row.VG), std::tuple("!Unbekannt", 1, -1, 11));
@@ -527,7 +527,7 @@ TEST_F(TableFileTest, CompressingTellsBothSizesAndKeepsTheRows) {
   dbEntries->BeginTrans();
   for (int i = 0; i < 2000; ++i) Add(Text(QString(70, 'x')));
   dbEntries->CommitTrans();
-  dbEntries->Execute("DELETE FROM MapData WHERE Eintrag LIKE 'x%'");
+  dbEntries->Execute("DELETE FROM MapData WHERE Eintrag LIKE 'x*'");
   rsEntries->Requery();
   Add(Text("bleibt"));
   MessageScript script;
