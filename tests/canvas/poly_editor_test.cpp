@@ -145,6 +145,7 @@ class VertexDragTest : public PolyEditorTest {
 
 TEST_F(VertexDragTest, TheMouseMovesOneVertex) {
   const QString row = Take("Flaeche1", {{100, 100}, {300, 100}, {200, 300}});
+  Map_Mouse_Move({500, 500}, false);
   EXPECT_EQ(Map_Pointer(), MapPointer::Arrow);
   Map_Mouse_Move({301, 99}, false);
   EXPECT_EQ(Map_Pointer(), MapPointer::Size);
