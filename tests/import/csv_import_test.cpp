@@ -1,5 +1,6 @@
 #include <QFile>
 
+#include "coordinates/calibration_file.h"
 #include "coordinates/coordinate_state.h"
 #include "import/csv_import.h"
 #include "import/csv_place.h"
@@ -168,6 +169,26 @@ TEST_F(CsvTest, ReadsDegreesInBothWays) {
   EXPECT_NEAR(Read_Degrees(u"49° 45' 30\"").value_or(0), 49.7583333, 1e-6);
   for (const QStringView bad : {u"", u"11x", u"°", u"a°30'", u"11°3o'", u"nan"})
     EXPECT_FALSE(Read_Degrees(bad)) << bad.toString();
+}
+
+// Measured points of the sample map, in both ways of writing degrees; one lies west of the map.
+TEST_F(CsvTest, GeographicTablesComeToTheirPlaces) {
+  ASSERT_EQ(Read_Cal(QStringLiteral(FLURAX_TEST_DATA "/kalibrierung/c_gms.cal"), {3000, 2200}, Coord), -1);
+  MessageScript script;
+  script.Expect(QStringLiteral("liegt zu weit links im Westen"), MsgAnswer::Yes);
+  const CsvResult result = Import(
+      "#Eintrag;#X;#Y;#GEO\r\nMitte;11,05;49.75\r\nEcke;+011\xB0"
+      "01'00,00\xA8;+ 49\xB0"
+      "46'00,00\xA8\r\n"
+      "Fern;10.5;49.75\r\n");
+  EXPECT_EQ(result.imported, 2);
+  EXPECT_EQ(result.refused.size(), 1U);
+  rsEntries->MoveTo(1);
+  EXPECT_NEAR(Read_Entry(*rsEntries).Xmap, 1500, 1);
+  EXPECT_NEAR(Read_Entry(*rsEntries).Ymap, 1100, 1);
+  rsEntries->MoveTo(2);
+  EXPECT_NEAR(Read_Entry(*rsEntries).Xmap, 373, 1);
+  EXPECT_NEAR(Read_Entry(*rsEntries).Ymap, 215, 1);
 }
 
 TEST_F(CsvTest, MakesTheRowsAsToldAndTakesThemBackAtOnce) {
