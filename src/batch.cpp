@@ -11,6 +11,7 @@
 #include <optional>
 
 #include "canvas/redraw.h"
+#include "exchange/csv_export.h"
 #include "objects/draw_context.h"
 #include "objects/palette.h"
 #include "platform/database.h"
@@ -28,8 +29,9 @@
 
 using namespace Qt::StringLiterals;
 
-// flurax-batch: draws a map with its entries into a picture or prints it into a PDF, without a window. Writes nothing
-// but that file: the map is opened in a temporary folder that holds a copy of its table and links to everything else.
+// flurax-batch: draws a map with its entries into a picture, prints it into a PDF or lists its entries, without a
+// window. Writes nothing but that file: the map is opened in a temporary folder that holds a copy of its table and
+// links to everything else.
 
 namespace {
 
@@ -51,12 +53,12 @@ const QString helpText =
       --seiten VON-BIS   nur diese Blätter, etwa 2-3 oder 2.
       Was nicht genannt ist, und die Seitenränder, stehen in der Tabelle (Menü "Karte - Druckvorschau").
   flurax-batch csv KARTE.bmp
-      Noch nicht gebaut.
+      Schreibt die Texte, Symbole und Figuren mit ihren Koordinaten in die Datei KARTE.csv neben der Karte.
   flurax-batch --hilfe
       Zeigt diesen Text.
 
 Karte und Tabelle werden nur gelesen. Meldungen gehen auf die Standardfehlerausgabe.
-Rückgabewert: 0 gezeichnet oder gedruckt, 1 Fehler, 2 falscher Aufruf.
+Rückgabewert: 0 gezeichnet, gedruckt oder geschrieben, 1 Fehler, 2 falscher Aufruf.
 )"_s;
 
 // Remarks of the libraries are not for the user.
@@ -68,7 +70,7 @@ void Tell(const QString& text) { std::fprintf(stderr, "%s\n", qUtf8Printable(tex
 
 struct BatchOrder {
   QString map, target;
-  bool print = false;
+  bool print = false, csv = false;
   double zoom = 1;
   std::optional<double> factor;
   QString format = u"A4"_s;
@@ -156,12 +158,17 @@ void Check_Target(const BatchOrder& order) {
 BatchOrder Parse_Order(QStringList words) {
   BatchOrder order;
   const QString command = words.takeFirst();
-  if (command == "csv"_L1) throw WrongCall{u"Der Befehl csv ist noch nicht gebaut."_s};
-  if (command != "bild"_L1 && command != "druck"_L1) throw WrongCall{u"Unbekannter Befehl."_s};
+  if (command != "bild"_L1 && command != "druck"_L1 && command != "csv"_L1) throw WrongCall{u"Unbekannter Befehl."_s};
   order.print = command == "druck"_L1;
-  Parse_Options(words, order);
+  order.csv = command == "csv"_L1;
+  if (!order.csv) Parse_Options(words, order);
   for (const QString& word : words) {
     if (word.startsWith("--"_L1)) throw WrongCall{u"Unbekannte Angabe: "_s + word};
+  }
+  if (order.csv) {
+    if (words.size() != 1) throw WrongCall{u"Es wird genau eine Karte erwartet."_s};
+    order.map = QFileInfo(Clean_Path(words[0])).absoluteFilePath();
+    return order;
   }
   if (words.size() != 2) throw WrongCall{u"Es werden genau eine Karte und eine Zieldatei erwartet."_s};
   order.map = QFileInfo(Clean_Path(words[0])).absoluteFilePath();
@@ -275,6 +282,12 @@ ExitStatus Print_Into_Pdf(const BatchOrder& batch) {
   return Print_Map(order, hooks) == PrintEnd::Done ? done : failed;
 }
 
+// Beside the map, named like its table.
+void Write_Csv(const BatchOrder& order) {
+  const QString table = QFileInfo(TableFile).completeBaseName();
+  Write_Lines(QFileInfo(order.map).path() + u'/' + table + u".csv"_s, Csv_Export_Lines(table + u".MDB"_s));
+}
+
 ExitStatus Carry_Out(const BatchOrder& order) {
   if (!QFileInfo(order.map).isFile()) {
     Tell(u"Die Karte wurde nicht gefunden: "_s + order.map);
@@ -296,6 +309,11 @@ ExitStatus Carry_Out(const BatchOrder& order) {
   if (MapHeightMm < 0) {
     Tell(u"Die Karte konnte nicht geöffnet werden: "_s + order.map);
     return failed;
+  }
+  if (order.csv) {
+    Write_Csv(order);
+    Close_Map();
+    return done;
   }
   const ExitStatus status = order.print ? Print_Into_Pdf(order) : done;
   const QImage picture = order.print ? QImage() : Draw_Map(order.zoom);

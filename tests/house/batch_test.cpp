@@ -190,7 +190,7 @@ TEST_F(BatchTest, FaultsHaveAStatusAndGermanWords) {
       {{u"druck"_s, map, pdf, u"--zoom"_s, u"1"_s}, 2, u"Unbekannte Angabe"_s},
       {{u"druck"_s, map, pdf, u"--seiten"_s, u"9"_s}, 1, u"braucht 1"_s},
       {{u"druck"_s, map, home + u"/gibt/es/nicht/aus.pdf"_s}, 1, u"aus.pdf"_s},
-      {{u"csv"_s, map}, 2, u"noch nicht gebaut"_s},
+      {{u"csv"_s, map, target}, 2, u"genau eine Karte"_s},
       {{u"bild"_s, home + u"/fehlt.bmp"_s, target}, 1, u"fehlt.bmp"_s},
       {{u"bild"_s, noPicture, target}, 1, u"Text.bmp"_s},
       {{u"bild"_s, map, home + u"/gibt/es/nicht/aus.png"_s}, 1, u"Fehler"_s},
@@ -241,4 +241,45 @@ TEST_F(BatchTest, PrintsAsManySheetsAsTheMapNeeds) {
   EXPECT_TRUE(large.contains(u"Pages: 1"_s) && large.contains(u"(A3)"_s)) << large;
   EXPECT_TRUE(info({u"--seiten"_s, u"2-3"_s}).contains(u"Pages: 2"_s));
   EXPECT_TRUE(Snapshot(home) == before);
+}
+
+// Metres of a UTM net of 1 m a pixel whose reference point lies at (100, 200).
+TEST_F(BatchTest, ListsEntriesWithTheirCoordinates) {
+  {
+    const auto database = New_Table_File();
+    Append_Row(*database, redBox);
+    EntryRow text;
+    text.ID = u"Text"_s;
+    text.Eintrag = u"Höckerschrecke; 2 Ex.\r\nWiese"_s;
+    text.Xmap = text.Ymap = 10;
+    text.Xline = 110;
+    text.Yline = 190;
+    text.Typ = 1;
+    Append_Row(*database, text);
+    EntryRow area = text;
+    area.ID = u"Flaeche0"_s;
+    area.Typ = 4;
+    Append_Row(*database, area);
+  }
+  const QStringList head{u"Export der Datei: KARTE.MDB in eine CSV-Datei."_s, {}};
+  ASSERT_EQ(Batch({u"csv"_s, map}).status, 0);
+  EXPECT_EQ(Read_Lines(home + u"/KARTE.csv"_s),
+            head + QStringList({u"Geografische Koordinaten, Kartendatum: "_s,
+                                {},
+                                u"Nr ; Eintrag ; x ; y ; Länge ; Breite"_s,
+                                u";  ; Pixel ; Pixel ; Grad ; Grad"_s,
+                                u"1 ; Rechteck ; 100 ; 80 ; Koordinaten nicht gefunden"_s,
+                                u"2 ; Höckerschrecke, 2 Ex. Wiese ; 110 ; 190 ; Koordinaten nicht gefunden"_s,
+                                u"Ende"_s}));
+  Write_Lines(home + u"/Karte.cal"_s,
+              {u"ID = Kalibrix"_s, u"Grid UTM Zone: 32U D: WGS-84 R: 654000 H: 5511000"_s, u"Gwidth = 100"_s,
+               u"Inclin = 0.0000001"_s, u"Xmap = 100"_s, u"Ymap = 200"_s, u"Xline = 100"_s, u"Yline = 100"_s});
+  ASSERT_EQ(Batch({u"csv"_s, map}).status, 0);
+  EXPECT_EQ(Read_Lines(home + u"/KARTE.csv"_s),
+            head + QStringList({u"UTM, Zone:32U,  Kartendatum: WGS-84 "_s,
+                                {},
+                                u"Nr ; Eintrag ; x ; y ; Rechtswert ; Hochwert"_s,
+                                u"1 ; Rechteck ; 100 ; 80 ; 654000 ; 5511120"_s,
+                                u"2 ; Höckerschrecke, 2 Ex. Wiese ; 110 ; 190 ; 654010 ; 5511010"_s,
+                                u"Ende"_s}));
 }

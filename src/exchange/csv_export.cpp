@@ -1,0 +1,89 @@
+#include "exchange/csv_export.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <optional>
+
+#include "coordinates/conversions.h"
+#include "coordinates/degree_text.h"
+#include "platform/text.h"
+#include "start/global_state.h"
+#include "store/entry.h"
+
+namespace {
+
+constexpr std::array without = {-40, -11, -5, -4, -1, 4, 5, 11, 40};  // kinds without a line
+
+bool In_Metres() { return Coord.Metric() || (Coord.Geographic() && Coord.NetPKG); }
+
+QStringList Head(const QString& name) {
+  QStringList lines{QStringLiteral("Export der Datei: %1 in eine CSV-Datei.").arg(name), {}};
+  if (In_Metres()) {
+    const bool utm = Coord.Grid == gridUtm;
+    lines << (utm ? QStringLiteral("UTM, Zone:%1,  Kartendatum: %2 ").arg(Coord.ZoneText, Coord.GridDatum)
+                  : QStringLiteral("Gauss-Krueger, Zone:%1,  Kartendatum: Potsdam ")
+                        .arg(Coord.NetPKG ? Coord.PkgZone : Coord.ZoneText))
+          << QString() << QStringLiteral("Nr ; Eintrag ; x ; y ; Rechtswert ; Hochwert");
+  } else {
+    lines << QStringLiteral("Geografische Koordinaten, Kartendatum: ") + Coord.GridDatum << QString()
+          << QStringLiteral("Nr ; Eintrag ; x ; y ; Länge ; Breite")
+          << QStringLiteral(";  ; Pixel ; Pixel ; Grad ; Grad");
+  }
+  return lines;
+}
+
+QString Degrees(double value, QChar axis) {
+  if (Coord.NetDec) return Format(value, QStringLiteral("##0.000000"));
+  const QString pattern = axis == u'x' ? QStringLiteral("##0.0######") : QStringLiteral("#0.0######");
+  return (value < 0 ? QStringLiteral("-") : QString()) + Dec_To_GMS(axis + Format(std::abs(value), pattern));
+}
+
+// Both coordinates of a place; nothing without a net that covers it.
+std::optional<std::pair<QString, QString>> Coordinates(int x, int y) {
+  const auto metres = [](double value) { return Format(value, QStringLiteral("##0000")); };
+  if (Coord.Metric() && Coord.MeterPerPix > 0) {
+    const QPointF at = Pixel_To_Koord(Coord, x, y);
+    return std::pair(metres(at.x()), metres(at.y()));
+  }
+  double longitude = 0, latitude = 0;
+  if (!Coord.Geographic() || Pixel_To_Grad(Coord, x, y, longitude, latitude) != 1) return std::nullopt;
+  if (Coord.NetPKG) return std::pair(metres(longitude * 1000 + Coord.PkgR), metres(latitude * 1000 + Coord.PkgH));
+  if (std::abs(longitude) > 180 || std::abs(latitude) > 90) return std::nullopt;
+  return std::pair(Degrees(longitude, u'x'), Degrees(latitude, u'y'));
+}
+
+// The foot point where there is one. Figures and plan squares keep their size in its columns.
+std::pair<int, int> Place_Of(const EntryRow& row) {
+  const EntryType type = EntryType::Parse(row.Typ);
+  const bool sized = type.IsFigure() || type.Kind() == EntryKind::PlanSquare;
+  return row.Xline == 0 || sized ? std::pair(row.Xmap, row.Ymap) : std::pair(row.Xline, row.Yline);
+}
+
+// Line breaks and semicolons of a text would tear the line apart.
+QString One_Cell(QString text) {
+  text.replace(QLatin1String("\r\n"), QLatin1String(" "));
+  for (const QChar c : {u'\r', u'\n'}) text.replace(c, u' ');
+  return text.replace(u';', u',').trimmed();
+}
+
+}  // namespace
+
+QStringList Csv_Export_Lines(const QString& name) {
+  QStringList lines = Head(name);
+  const KeepCurrentRow keep;
+  int number = 0;
+  for (rsEntries->MoveFirst(); !rsEntries->Eof(); rsEntries->MoveNext()) {
+    const EntryRow row = Read_Entry(*rsEntries);
+    const bool header = rsEntries->Position() == 0;
+    if (header || std::find(without.begin(), without.end(), row.Typ) != without.end()) continue;
+    const auto [x, y] = Place_Of(row);
+    QString line = QStringLiteral("%1 ; %2 ; %3 ; %4").arg(++number).arg(One_Cell(row.Eintrag)).arg(x).arg(y);
+    const auto at = Coordinates(x, y);
+    line +=
+        at ? QStringLiteral(" ; %1 ; %2").arg(at->first, at->second) : QStringLiteral(" ; Koordinaten nicht gefunden");
+    lines << line;
+  }
+  lines << QStringLiteral("Ende");
+  return lines;
+}

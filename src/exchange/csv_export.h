@@ -1,0 +1,10 @@
+#pragma once
+#include <QString>
+#include <QStringList>
+
+// The point-like entries of the open table as a text for spreadsheets: running number, text, place in map pixels (the
+// foot point where there is one, the upper left corner of a figure), and coordinates by the open map's calibration.
+
+// Head, a line an entry, "Ende". `name` is the table's file name. Lines, areas, pictures, scale bars and the header row
+// have no line.
+QStringList Csv_Export_Lines(const QString& name);
