@@ -236,7 +236,7 @@ QImage Draw_Map(double factor) {
 // Messages of the program, with the folder the user knows in place of the temporary one.
 MsgHandler Teller(const QString& temporary, const QString& real) {
   return [temporary, real](const MsgRequest& request) {
-    QString text = request.text;
+    QString text = request.title.isEmpty() ? request.text : request.title.trimmed() + u'\n' + request.text;
     Tell(text.replace(temporary, real).trimmed());
     switch (request.buttons) {  // nobody is there: the careful answer
       case MsgButtons::OkCancel:
@@ -285,8 +285,25 @@ ExitStatus Print_Into_Pdf(const BatchOrder& batch) {
 // Beside the map, named like its table.
 void Write_Csv(const BatchOrder& order) {
   const QString table = QFileInfo(TableFile).completeBaseName();
-  Write_Lines(QFileInfo(order.map).path() + u'/' + table + u".csv"_s, Csv_Export_Lines(table + u".MDB"_s));
+  const QString path = QFileInfo(order.map).path() + u'/' + table + u".csv"_s;
+  const QStringList lines = Csv_Export_Lines(table + u".MDB"_s);
+  try {
+    Write_Lines(path, lines);
+  } catch (const Error& error) {
+    Raise(error.number, error.text + u": "_s + path);
+  }
 }
+
+// The table must be closed while the program still stands, whatever goes wrong meanwhile.
+struct CloseAtEnd {
+  ~CloseAtEnd() {
+    try {
+      Close_Map();
+    } catch (const Error& error) {
+      Tell(error.text);
+    }
+  }
+};
 
 ExitStatus Carry_Out(const BatchOrder& order) {
   if (!QFileInfo(order.map).isFile()) {
@@ -306,20 +323,17 @@ ExitStatus Carry_Out(const BatchOrder& order) {
   Check_Tables(folder);
   Set_Message_Handler(Teller(folder, QFileInfo(order.map).path()));
   Open_Map(map);
+  const CloseAtEnd closing;
   if (MapHeightMm < 0) {
     Tell(u"Die Karte konnte nicht geöffnet werden: "_s + order.map);
     return failed;
   }
-  if (order.csv) {
+  if (order.print) return Print_Into_Pdf(order);
+  if (order.csv)
     Write_Csv(order);
-    Close_Map();
-    return done;
-  }
-  const ExitStatus status = order.print ? Print_Into_Pdf(order) : done;
-  const QImage picture = order.print ? QImage() : Draw_Map(order.zoom);
-  Close_Map();
-  if (!order.print) Save_Picture(picture, order.target);
-  return status;
+  else
+    Save_Picture(Draw_Map(order.zoom), order.target);
+  return done;
 }
 
 ExitStatus Run(const QStringList& words) {

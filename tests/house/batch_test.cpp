@@ -262,6 +262,12 @@ TEST_F(BatchTest, ListsEntriesWithTheirCoordinates) {
     Append_Row(*database, area);
   }
   const QStringList head{u"Export der Datei: KARTE.MDB in eine CSV-Datei."_s, {}};
+  // A folder that stands where the file shall come.
+  ASSERT_TRUE(QDir().mkpath(home + u"/KARTE.csv/x"_s));
+  const Outcome failing = Batch({u"csv"_s, map});
+  EXPECT_EQ(failing.status, 1) << failing.err;
+  EXPECT_TRUE(failing.err.contains(u"KARTE.csv")) << failing.err;
+  ASSERT_TRUE(QDir(home + u"/KARTE.csv"_s).removeRecursively());
   ASSERT_EQ(Batch({u"csv"_s, map}).status, 0);
   EXPECT_EQ(Read_Lines(home + u"/KARTE.csv"_s),
             head + QStringList({u"Geografische Koordinaten, Kartendatum: "_s,
