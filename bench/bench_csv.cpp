@@ -5,11 +5,11 @@
 #include <ctime>
 
 #include "bench_map.h"
-#include "coordinates/coordinate_state.h"
 #include "import/csv_import.h"
 #include "import/csv_place.h"
 #include "platform/files.h"
-#include "start/table_file.h"
+#include "state/coordinate_state.h"
+#include "store/table_file.h"
 
 // The import of a CSV table against bare prepared INSERTs of the same rows in one transaction, in the same run: both
 // into a table file on the same disk, with the same settings, the commit included.

@@ -5,9 +5,9 @@
 #include <QPainter>
 
 #include "bench_map.h"
-#include "canvas/activation.h"
-#include "canvas/drag.h"
-#include "canvas/map_window.h"
+#include "hand/activation.h"
+#include "tools/drag.h"
+#include "windows/canvas/map_window.h"
 
 // Dragging a figure over a map of 2,000 entries, from the mouse event to the painted window; against painting the bare
 // picture of the map once.

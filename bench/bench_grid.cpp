@@ -8,9 +8,9 @@
 
 #include "bench_map.h"
 #include "platform/error.h"
-#include "start/events.h"
-#include "store/tbl_window.h"
-#include "store/tbl_window_model.h"
+#include "state/events.h"
+#include "windows/store/tbl_window.h"
+#include "windows/store/tbl_window_model.h"
 
 // The table window over a table of 100,000 rows.
 

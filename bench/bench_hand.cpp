@@ -1,11 +1,11 @@
 #include <benchmark/benchmark.h>
 
 #include "bench_map.h"
-#include "canvas/activation.h"
-#include "canvas/marks.h"
-#include "canvas/order.h"
-#include "start/events.h"
-#include "start/table_file.h"
+#include "edit/marks.h"
+#include "edit/order.h"
+#include "hand/activation.h"
+#include "state/events.h"
+#include "store/table_file.h"
 
 // The hand on a map of 10,000 entries. A change of many entries is an undo point (a copy of the table file), the change
 // itself and a redraw: the first and the last are measured by themselves, too.

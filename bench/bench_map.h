@@ -5,19 +5,19 @@
 #include <random>
 #include <stdexcept>
 
-#include "canvas/map_state.h"
-#include "canvas/redraw.h"
-#include "canvas/view.h"
+#include "edit/table_edit.h"
+#include "maps/map_open.h"
 #include "platform/database.h"
 #include "platform/message_box.h"
 #include "platform/picture.h"
 #include "platform/surface.h"
-#include "start/global_state.h"
-#include "start/map_open.h"
-#include "start/mdi_state.h"
+#include "state/global_state.h"
+#include "state/map_state.h"
+#include "state/mdi_state.h"
 #include "store/entry.h"
-#include "store/table_edit.h"
 #include "store/vertex_table.h"
+#include "view/redraw.h"
+#include "view/view.h"
 
 // Maps with many entries for the measurements.
 

@@ -3,11 +3,11 @@
 #include <QGuiApplication>
 #include <QPainter>
 
-#include "canvas/cursor_coordinates.h"
-#include "coordinates/coordinate_state.h"
-#include "coordinates/net_draw.h"
-#include "start/global_state.h"
-#include "start/mdi_state.h"
+#include "objects/net_draw.h"
+#include "state/coordinate_state.h"
+#include "state/global_state.h"
+#include "state/mdi_state.h"
+#include "view/cursor_coordinates.h"
 
 // The coordinate net against the same lines drawn straightforwardly with the toolkit's painter.
 

@@ -3,8 +3,8 @@
 #include <sqlite3.h>
 
 #include "bench_map.h"
-#include "store/search_replace.h"
-#include "store/sql_query.h"
+#include "edit/search_replace.h"
+#include "edit/sql_query.h"
 #include "store/sql_translate.h"
 
 // Statements and search on a table of 100,000 rows, each beside the bare calls of the database for the same work.

@@ -1,10 +1,10 @@
 #include <benchmark/benchmark.h>
 
 #include "bench_map.h"
-#include "canvas/plan_squares.h"
 #include "plansquares/raster_rows.h"
-#include "start/events.h"
-#include "start/table_file.h"
+#include "state/events.h"
+#include "store/table_file.h"
+#include "tools/plan_squares.h"
 
 // A raster of 2,000 squares on a map without other entries. Taking it over is an undo point (a copy of the table file),
 // the rows and a redraw; the parts are measured by themselves, too.

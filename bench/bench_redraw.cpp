@@ -3,7 +3,7 @@
 #include <QPainter>
 
 #include "bench_map.h"
-#include "canvas/hit_test.h"
+#include "view/hit_test.h"
 
 // Redraw of the map window against the same primitives drawn straightforwardly with the toolkit's painter.
 

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <chrono>
 
-#include "objects/frmTblSymb.h"
+#include "windows/objects/frmTblSymb.h"
 
 // The table of characters: from nothing to the painted window.
 

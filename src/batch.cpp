@@ -10,8 +10,8 @@
 #include <cstdio>
 #include <optional>
 
-#include "canvas/redraw.h"
 #include "exchange/csv_export.h"
+#include "maps/map_open.h"
 #include "objects/draw_context.h"
 #include "objects/palette.h"
 #include "platform/database.h"
@@ -23,9 +23,9 @@
 #include "platform/text.h"
 #include "printing/page_geometry.h"
 #include "printing/print_map.h"
-#include "start/global_state.h"
-#include "start/map_open.h"
+#include "state/global_state.h"
 #include "store/entry.h"
+#include "view/redraw.h"
 
 using namespace Qt::StringLiterals;
 

@@ -3,13 +3,13 @@
 #include <QTimer>
 #include <clocale>
 
-#include "desktop/application.h"
-#include "desktop/desktop_services.h"
+#include "maps/program_start.h"
 #include "platform/message_box.h"
-#include "start/file_names.h"
-#include "start/global_state.h"
-#include "start/mdi_window.h"
-#include "start/program_start.h"
+#include "state/global_state.h"
+#include "store/file_names.h"
+#include "windows/desktop/application.h"
+#include "windows/desktop/desktop_services.h"
+#include "windows/main/mdi_window.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include <QPolygon>
 
 #include "objects/north_arrow.h"
-#include "start/global_state.h"
+#include "state/global_state.h"
 #include "store/header_row.h"
 #include "store/vertex_table.h"
 

@@ -3,7 +3,7 @@
 #include <QString>
 #include <QStringList>
 
-#include "coordinates/coordinate_state.h"
+#include "state/coordinate_state.h"
 
 // Reading calibration files. Who reads is asked about faults by message boxes ("Fehler:    "): OK goes on with the next
 // field or line, Cancel stops.

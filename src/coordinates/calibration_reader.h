@@ -2,7 +2,7 @@
 #include <QString>
 #include <functional>
 
-#include "coordinates/coordinate_state.h"
+#include "state/coordinate_state.h"
 
 // Inside of the reader of calibration files: one line after the other goes through the tests of
 // calibration_file.cpp; lines that belong to one kind of net are taken apart in calibration_metric.cpp and

@@ -4,7 +4,7 @@
 #include <QString>
 #include <cstdint>
 
-#include "coordinates/coordinate_state.h"
+#include "state/coordinate_state.h"
 
 // Map pixels to coordinates and back. Pure functions of the coordinate state; callers look at state.Grid first.
 

@@ -1,5 +1,5 @@
 #pragma once
-#include "coordinates/coordinate_state.h"
+#include "state/coordinate_state.h"
 
 // Makes the lines and labels of the net (NetBLines, NetLLines, NetBLabels, NetLLabels) once after a file was read.
 

@@ -8,7 +8,7 @@
 #include "coordinates/conversions.h"
 #include "coordinates/degree_text.h"
 #include "platform/text.h"
-#include "start/global_state.h"
+#include "state/global_state.h"
 #include "store/entry.h"
 
 namespace {

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <utility>
 
-#include "coordinates/coordinate_state.h"
 #include "platform/files.h"
 #include "platform/message_box.h"
+#include "state/coordinate_state.h"
 
 QString CsvFile;
 

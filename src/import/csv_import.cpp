@@ -3,19 +3,19 @@
 #include <QFileInfo>
 #include <utility>
 
-#include "canvas/activation.h"
-#include "canvas/bulk_change.h"
+#include "edit/bulk_change.h"
+#include "hand/activation.h"
 #include "import/csv_place.h"
 #include "platform/file_dialog.h"
 #include "platform/files.h"
 #include "platform/message_box.h"
 #include "platform/progress.h"
-#include "start/events.h"
-#include "start/global_state.h"
-#include "start/mdi_state.h"
-#include "start/table_file.h"
+#include "state/events.h"
+#include "state/global_state.h"
+#include "state/mdi_state.h"
+#include "state/table_state.h"
 #include "store/entry.h"
-#include "store/table_state.h"
+#include "store/table_file.h"
 
 namespace {
 

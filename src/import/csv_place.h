@@ -6,8 +6,8 @@
 #include <QStringView>
 #include <optional>
 
-#include "coordinates/coordinate_state.h"
 #include "import/csv_file.h"
+#include "state/coordinate_state.h"
 
 // Where a line of a CSV table lies on the map.
 

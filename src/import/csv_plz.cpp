@@ -1,7 +1,6 @@
 #include <QFileInfo>
 #include <cstdlib>
 
-#include "canvas/map_state.h"
 #include "coordinates/conversions.h"
 #include "import/csv_import.h"
 #include "platform/files.h"
@@ -9,7 +8,8 @@
 #include "platform/surface.h"
 #include "platform/surface_image.h"
 #include "platform/text.h"
-#include "start/events.h"
+#include "state/events.h"
+#include "state/map_state.h"
 
 // Outlines of postal code districts. The file is geographic in the datum WGS-84; the map's datum is not compared.
 

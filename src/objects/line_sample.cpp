@@ -4,7 +4,7 @@
 
 #include "objects/polygon.h"
 #include "platform/surface.h"
-#include "start/global_state.h"
+#include "state/global_state.h"
 
 QImage Line_Sample(QSize size, const EntryRow& row, std::span<const QPoint> points) {
   QImage image = Make_Canvas(size.width(), size.height());

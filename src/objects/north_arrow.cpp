@@ -4,11 +4,11 @@
 #include <cmath>
 #include <cstdlib>
 
-#include "canvas/map_state.h"
-#include "coordinates/coordinate_state.h"
 #include "platform/database.h"
-#include "start/events.h"
-#include "start/global_state.h"
+#include "state/coordinate_state.h"
+#include "state/events.h"
+#include "state/global_state.h"
+#include "state/map_state.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
 #include "objects/palette.h"
 
 #include "platform/surface.h"
-#include "start/file_names.h"
-#include "start/global_state.h"
+#include "state/global_state.h"
+#include "store/file_names.h"
 
 namespace {
 QString Palette_File() { return Program_File(QStringLiteral("MAP-Farb")); }

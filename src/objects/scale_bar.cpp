@@ -4,7 +4,7 @@
 #include <cstdlib>
 
 #include "platform/text.h"
-#include "start/global_state.h"
+#include "state/global_state.h"
 
 namespace {
 

@@ -8,7 +8,7 @@
 #include "platform/error.h"
 #include "platform/message_box.h"
 #include "platform/text.h"
-#include "start/global_state.h"
+#include "state/global_state.h"
 
 namespace {
 

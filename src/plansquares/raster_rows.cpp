@@ -4,15 +4,15 @@
 #include <cstdlib>
 #include <functional>
 
-#include "canvas/map_state.h"
 #include "plansquares/raster_texts.h"
 #include "platform/message_box.h"
 #include "platform/progress.h"
-#include "start/events.h"
-#include "start/global_state.h"
-#include "start/table_file.h"
+#include "state/events.h"
+#include "state/global_state.h"
+#include "state/map_state.h"
+#include "state/table_state.h"
 #include "store/font_spec.h"
-#include "store/table_state.h"
+#include "store/table_file.h"
 
 namespace {
 

@@ -2,16 +2,16 @@
 
 #include <QFileInfo>
 
-#include "canvas/map_state.h"
-#include "canvas/redraw.h"
 #include "platform/error.h"
 #include "platform/file_dialog.h"
 #include "platform/files.h"
 #include "platform/message_box.h"
 #include "platform/picture.h"
 #include "printing/print_texts.h"
-#include "start/events.h"
-#include "start/global_state.h"
+#include "state/events.h"
+#include "state/global_state.h"
+#include "state/map_state.h"
+#include "view/redraw.h"
 
 bool Export_Map_Picture() {
   const QFileInfo map(MapFile);

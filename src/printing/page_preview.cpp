@@ -4,12 +4,12 @@
 #include <algorithm>
 #include <cmath>
 
-#include "canvas/map_state.h"
-#include "canvas/reduce.h"
 #include "platform/error.h"
 #include "printing/print_map.h"
-#include "start/global_state.h"
+#include "state/global_state.h"
+#include "state/map_state.h"
 #include "store/entry.h"
+#include "view/reduce.h"
 
 namespace {
 

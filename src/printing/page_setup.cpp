@@ -6,8 +6,8 @@
 #include "platform/message_box.h"
 #include "platform/text.h"
 #include "printing/print_texts.h"
-#include "start/events.h"
-#include "start/mdi_state.h"
+#include "state/events.h"
+#include "state/mdi_state.h"
 
 namespace {
 

@@ -5,15 +5,15 @@
 #include <algorithm>
 #include <cmath>
 
-#include "coordinates/coordinate_state.h"
 #include "platform/error.h"
 #include "platform/message_box.h"
 #include "platform/text.h"
 #include "printing/print_texts.h"
-#include "start/events.h"
-#include "start/global_state.h"
+#include "state/coordinate_state.h"
+#include "state/events.h"
+#include "state/global_state.h"
+#include "state/table_state.h"
 #include "store/header_row.h"
-#include "store/table_state.h"
 
 namespace {
 

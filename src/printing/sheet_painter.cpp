@@ -7,11 +7,11 @@
 #include <optional>
 #include <vector>
 
-#include "canvas/entry_painter.h"
-#include "canvas/redraw.h"
-#include "coordinates/net_print.h"
-#include "start/global_state.h"
+#include "objects/net_print.h"
+#include "state/global_state.h"
 #include "store/entry.h"
+#include "view/entry_painter.h"
+#include "view/redraw.h"
 
 namespace {
 

@@ -9,9 +9,9 @@
 #include "platform/fonts.h"
 #include "platform/message_box.h"
 #include "printing/print_texts.h"
-#include "start/global_state.h"
+#include "state/global_state.h"
+#include "state/table_state.h"
 #include "store/entry.h"
-#include "store/table_state.h"
 
 namespace {
 

@@ -2,13 +2,13 @@
 
 #include <algorithm>
 
-#include "canvas/map_state.h"
 #include "platform/message_box.h"
-#include "start/events.h"
-#include "start/global_state.h"
-#include "start/table_file.h"
+#include "state/events.h"
+#include "state/global_state.h"
+#include "state/map_state.h"
+#include "state/table_state.h"
 #include "store/entry.h"
-#include "store/table_state.h"
+#include "store/table_file.h"
 
 namespace {
 

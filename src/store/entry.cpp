@@ -3,8 +3,8 @@
 #include <limits>
 
 #include "platform/text.h"
-#include "start/global_state.h"
-#include "store/table_state.h"
+#include "state/global_state.h"
+#include "state/table_state.h"
 
 namespace {
 

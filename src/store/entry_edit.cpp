@@ -4,14 +4,14 @@
 #include <cmath>
 #include <limits>
 
-#include "canvas/map_state.h"
 #include "platform/message_box.h"
 #include "platform/text.h"
-#include "start/events.h"
-#include "start/global_state.h"
-#include "start/mdi_state.h"
+#include "state/events.h"
+#include "state/global_state.h"
+#include "state/map_state.h"
+#include "state/mdi_state.h"
+#include "state/table_state.h"
 #include "store/entry.h"
-#include "store/table_state.h"
 #include "store/vertex_table.h"
 
 namespace {

@@ -5,7 +5,7 @@
 #include <limits>
 
 #include "platform/text.h"
-#include "start/global_state.h"
+#include "state/global_state.h"
 
 namespace {
 

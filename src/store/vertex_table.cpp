@@ -5,9 +5,9 @@
 
 #include "platform/message_box.h"
 #include "platform/text.h"
-#include "start/global_state.h"
+#include "state/global_state.h"
+#include "state/table_state.h"
 #include "store/entry.h"
-#include "store/table_state.h"
 
 namespace {
 

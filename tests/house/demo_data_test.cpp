@@ -7,10 +7,10 @@
 #include <map>
 #include <set>
 
-#include "canvas/redraw.h"
+#include "maps/map_open.h"
 #include "platform/picture.h"
-#include "start/map_open.h"
 #include "support/table_fixture.h"
+#include "view/redraw.h"
 
 using namespace Qt::StringLiterals;
 using ::testing::IsSupersetOf;

@@ -140,11 +140,9 @@ TEST(Floors, IncludesOfTheHouseRunDownwardWithoutACircle) {
 // widgets here and fail to link there, or the other way round.
 TEST(Floors, WindowsOfTheListAreWindowsOfTheBuild) {
   const Floors floors = House_Floors();
-  for (const char* name : {"start/frmMDI.h", "canvas/map_window.cpp", "store/tbl_window.h", "canvas/dlgBMP.cpp",
-                           "start/mdi_window.cpp", "desktop/services.cpp"})
+  for (const char* name : {"windows/maps/frmMDI.h", "windows/canvas/map_window.cpp", "windows/store/tbl_window.h"})
     EXPECT_EQ(Floor_Of(name, floors), floors.size()) << name;
-  EXPECT_EQ(Floor_Of("store/table_state.h", floors), Floor_Of("start/global_state.h", floors));
-  EXPECT_LT(Floor_Of("store/entry.cpp", floors), Floor_Of("start/table_file.cpp", floors));
+  EXPECT_LT(Floor_Of("store/entry.cpp", floors), Floor_Of("maps/map_open.cpp", floors));
 }
 
 // A made-up house: sound lines beside every kind of fault.

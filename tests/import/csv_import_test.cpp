@@ -1,11 +1,11 @@
 #include <QFile>
 
 #include "coordinates/calibration_file.h"
-#include "coordinates/coordinate_state.h"
 #include "import/csv_import.h"
 #include "import/csv_place.h"
 #include "platform/progress.h"
-#include "start/mdi_state.h"
+#include "state/coordinate_state.h"
+#include "state/mdi_state.h"
 #include "support/table_fixture.h"
 
 namespace {

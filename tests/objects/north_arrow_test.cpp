@@ -1,8 +1,8 @@
 #include "objects/north_arrow.h"
 
-#include "coordinates/coordinate_state.h"
 #include "objects/drawing.h"
-#include "start/events.h"
+#include "state/coordinate_state.h"
+#include "state/events.h"
 #include "support/fixture.h"
 
 namespace {

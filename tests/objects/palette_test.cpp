@@ -1,7 +1,7 @@
 #include "objects/palette.h"
 
 #include "platform/surface.h"
-#include "start/file_names.h"
+#include "store/file_names.h"
 #include "support/fixture.h"
 
 using PaletteFile = FluraxTest;

@@ -1,7 +1,7 @@
 #include "objects/scale_bar.h"
 
 #include "objects/drawing.h"
-#include "start/global_state.h"
+#include "state/global_state.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 #include "plansquares/raster_design.h"
 
-#include "coordinates/coordinate_state.h"
+#include "state/coordinate_state.h"
 #include "support/fixture.h"
 
 class RasterDesignTest : public FluraxTest {

@@ -3,18 +3,18 @@
 #include <QPainter>
 #include <QProcess>
 
-#include "canvas/map_state.h"
-#include "canvas/redraw.h"
+#include "maps/map_open.h"
 #include "platform/picture.h"
 #include "printing/map_export.h"
 #include "printing/page_job.h"
 #include "printing/page_preview.h"
 #include "printing/table_print.h"
-#include "start/map_open.h"
-#include "start/mdi_state.h"
+#include "state/map_state.h"
+#include "state/mdi_state.h"
 #include "store/entry.h"
 #include "support/errors.h"
 #include "support/fixture.h"
+#include "view/redraw.h"
 
 using namespace Qt::StringLiterals;
 

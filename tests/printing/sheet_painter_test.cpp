@@ -4,18 +4,18 @@
 #include <QPainter>
 #include <QProcess>
 
-#include "canvas/map_state.h"
-#include "canvas/redraw.h"
+#include "maps/map_open.h"
 #include "plansquares/raster_rows.h"
 #include "platform/files.h"
 #include "platform/surface.h"
 #include "printing/print_map.h"
-#include "start/events.h"
-#include "start/map_open.h"
-#include "start/mdi_state.h"
+#include "state/events.h"
+#include "state/map_state.h"
+#include "state/mdi_state.h"
 #include "store/entry.h"
 #include "store/vertex_table.h"
 #include "support/fixture.h"
+#include "view/redraw.h"
 
 using namespace Qt::StringLiterals;
 

@@ -1,7 +1,7 @@
 #include "store/entry_edit.h"
 
-#include "start/events.h"
-#include "start/mdi_state.h"
+#include "state/events.h"
+#include "state/mdi_state.h"
 #include "store/vertex_table.h"
 #include "support/table_fixture.h"
 

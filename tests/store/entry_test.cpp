@@ -1,6 +1,6 @@
 #include "store/entry.h"
 
-#include "start/mdi_state.h"
+#include "state/mdi_state.h"
 #include "store/vertex_table.h"
 #include "support/table_fixture.h"
 

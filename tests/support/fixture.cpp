@@ -2,14 +2,14 @@
 
 #include <QDir>
 
-#include "canvas/map_coordinates.h"
-#include "canvas/next_shape.h"
-#include "canvas/text_font.h"
+#include "edit/text_font.h"
+#include "hand/next_shape.h"
+#include "maps/map_coordinates.h"
 #include "platform/files.h"
 #include "platform/progress.h"
 #include "platform/shell.h"
-#include "start/dialog_hooks.h"
-#include "start/events.h"
+#include "state/dialog_hooks.h"
+#include "state/events.h"
 #include "store/entry.h"
 
 namespace {

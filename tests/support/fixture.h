@@ -10,7 +10,7 @@
 
 #include "platform/file_dialog.h"
 #include "platform/message_box.h"
-#include "start/global_state.h"
+#include "state/global_state.h"
 
 // Scripted message boxes: each expectation is one box with its answer. A box that was not expected, and an expectation
 // without a box, fail the test.

@@ -1,8 +1,8 @@
 #pragma once
-#include "canvas/map_state.h"
-#include "canvas/view.h"
-#include "start/mdi_state.h"
-#include "store/table_edit.h"
+#include "edit/table_edit.h"
+#include "state/map_state.h"
+#include "state/mdi_state.h"
+#include "view/view.h"
 
 // Gives the open map a window of that size to itself: the table is hidden. There is no window here to report it.
 inline void Give_Map_Room(int width, int height) {

@@ -1,10 +1,10 @@
 #pragma once
-#include "canvas/map_state.h"
-#include "start/file_names.h"
-#include "start/table_file.h"
+#include "state/map_state.h"
+#include "state/table_state.h"
 #include "store/entry.h"
+#include "store/file_names.h"
 #include "store/header_row.h"
-#include "store/table_state.h"
+#include "store/table_file.h"
 #include "support/fixture.h"
 
 // A row at the end of a table file that is not the open one.

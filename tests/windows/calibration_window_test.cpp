@@ -1,10 +1,10 @@
 #include <QComboBox>
 #include <QLabel>
 
-#include "canvas/map_coordinates.h"
-#include "coordinates/coordinate_state.h"
 #include "dialog_parts.h"
+#include "maps/map_coordinates.h"
 #include "platform/files.h"
+#include "state/coordinate_state.h"
 #include "window_fixture.h"
 
 namespace {

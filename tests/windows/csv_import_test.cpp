@@ -2,11 +2,11 @@
 #include <QLabel>
 #include <QLineEdit>
 
-#include "coordinates/coordinate_state.h"
-#include "import/frmCSVImport.h"
+#include "maps/note_pads.h"
 #include "platform/files.h"
-#include "start/note_pads.h"
+#include "state/coordinate_state.h"
 #include "store/entry.h"
+#include "windows/import/frmCSVImport.h"
 #include "windows/window_fixture.h"
 
 namespace {

@@ -1,12 +1,12 @@
-#include "desktop/desktop_services.h"
+#include "windows/desktop/desktop_services.h"
 
 #include <QMessageBox>
 #include <QProgressDialog>
 #include <QPushButton>
 #include <QTest>
 
-#include "desktop/desktop_dialogs.h"
 #include "support/fixture.h"
+#include "windows/desktop/desktop_dialogs.h"
 #include "windows/dialog_parts.h"
 
 namespace {

@@ -7,14 +7,14 @@
 #include <QRadioButton>
 #include <QTableWidget>
 
-#include "canvas/figure_edit.h"
-#include "canvas/figure_extras.h"
-#include "canvas/frmEigenschaften.h"
-#include "canvas/frmFigur.h"
-#include "canvas/frmFigurDraw.h"
-#include "canvas/next_shape.h"
-#include "start/dialog_hooks.h"
+#include "edit/figure_edit.h"
+#include "edit/figure_extras.h"
+#include "hand/next_shape.h"
+#include "state/dialog_hooks.h"
 #include "store/vertex_table.h"
+#include "windows/canvas/frmEigenschaften.h"
+#include "windows/canvas/frmFigur.h"
+#include "windows/canvas/frmFigurDraw.h"
 #include "windows/dialog_parts.h"
 #include "windows/window_fixture.h"
 

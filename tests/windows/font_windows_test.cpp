@@ -3,16 +3,16 @@
 #include <QLabel>
 #include <QRadioButton>
 
-#include "canvas/activation.h"
-#include "canvas/symbols.h"
-#include "objects/frmSchrift.h"
-#include "objects/frmSymbol.h"
-#include "objects/frmTblSymb.h"
-#include "objects/frm_font_sample.h"
-#include "objects/frm_symbol_table.h"
-#include "start/dialog_hooks.h"
+#include "edit/symbols.h"
+#include "hand/activation.h"
+#include "state/dialog_hooks.h"
 #include "store/entry.h"
 #include "windows/dialog_parts.h"
+#include "windows/objects/frmSchrift.h"
+#include "windows/objects/frmSymbol.h"
+#include "windows/objects/frmTblSymb.h"
+#include "windows/objects/frm_font_sample.h"
+#include "windows/objects/frm_symbol_table.h"
 #include "windows/window_fixture.h"
 
 namespace {

@@ -1,10 +1,10 @@
 #include <QLabel>
 #include <QLineEdit>
-#include "canvas/coordinate_input.h"
-#include "canvas/frmGPSData.h"
-#include "canvas/hit_test.h"
-#include "coordinates/coordinate_state.h"
-#include "start/events.h"
+#include "state/coordinate_state.h"
+#include "state/events.h"
+#include "tools/coordinate_input.h"
+#include "view/hit_test.h"
+#include "windows/canvas/frmGPSData.h"
 #include "windows/dialog_parts.h"
 #include "windows/window_fixture.h"
 

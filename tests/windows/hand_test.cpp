@@ -6,15 +6,15 @@
 #include <QToolBar>
 #include <QToolButton>
 
-#include "canvas/activation.h"
-#include "canvas/drag.h"
-#include "canvas/frmClipboard.h"
-#include "canvas/map_window_controls.h"
-#include "desktop/clipboard.h"
-#include "start/events.h"
-#include "start/frm_handlers.h"
-#include "start/menu_table.h"
+#include "hand/activation.h"
+#include "maps/menu_table.h"
+#include "state/events.h"
 #include "store/entry.h"
+#include "tools/drag.h"
+#include "windows/canvas/frmClipboard.h"
+#include "windows/canvas/map_window_controls.h"
+#include "windows/desktop/clipboard.h"
+#include "windows/main/frm_handlers.h"
 #include "windows/window_fixture.h"
 
 // The hand on the map through the windows: mouse, keys, edit box, popup, tool buttons.

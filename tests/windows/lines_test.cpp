@@ -5,19 +5,19 @@
 #include <QRadioButton>
 #include <QTableView>
 
-#include "canvas/activation.h"
-#include "canvas/frmFlKord.h"
-#include "canvas/mouse.h"
-#include "canvas/next_shape.h"
-#include "objects/frmLineEndpunkte.h"
-#include "objects/frmLnStil.h"
-#include "start/events.h"
-#include "start/frm_handlers.h"
-#include "start/global_state.h"
+#include "hand/activation.h"
+#include "hand/next_shape.h"
+#include "state/events.h"
+#include "state/global_state.h"
+#include "state/table_state.h"
 #include "store/entry.h"
-#include "store/table_state.h"
 #include "store/vertex_table.h"
+#include "tools/mouse.h"
+#include "windows/canvas/frmFlKord.h"
 #include "windows/dialog_parts.h"
+#include "windows/main/frm_handlers.h"
+#include "windows/objects/frmLineEndpunkte.h"
+#include "windows/objects/frmLnStil.h"
 #include "windows/window_fixture.h"
 
 namespace {

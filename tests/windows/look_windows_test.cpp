@@ -4,16 +4,16 @@
 #include <QLabel>
 #include <QRadioButton>
 
-#include "canvas/activation.h"
-#include "canvas/next_shape.h"
-#include "objects/frmDrawBreite.h"
-#include "objects/frmFarb.h"
-#include "objects/frmFarb_table.h"
-#include "objects/frmFill.h"
-#include "start/dialog_hooks.h"
-#include "start/frm_handlers.h"
+#include "hand/activation.h"
+#include "hand/next_shape.h"
+#include "state/dialog_hooks.h"
 #include "store/entry.h"
 #include "windows/dialog_parts.h"
+#include "windows/main/frm_handlers.h"
+#include "windows/objects/frmDrawBreite.h"
+#include "windows/objects/frmFarb.h"
+#include "windows/objects/frmFarb_table.h"
+#include "windows/objects/frmFill.h"
 #include "windows/window_fixture.h"
 
 namespace {

@@ -3,9 +3,9 @@
 #include <QScrollBar>
 #include <QWheelEvent>
 
-#include "canvas/view.h"
-#include "start/events.h"
-#include "start/global_state.h"
+#include "state/events.h"
+#include "state/global_state.h"
+#include "view/view.h"
 #include "windows/window_fixture.h"
 
 namespace {

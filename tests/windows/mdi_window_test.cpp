@@ -9,14 +9,14 @@
 #include <QToolBar>
 #include <QToolButton>
 
+#include "hand/toolbar_table.h"
+#include "maps/menu_table.h"
 #include "platform/files.h"
-#include "start/events.h"
-#include "start/frm_handlers.h"
-#include "start/global_state.h"
-#include "start/menu_table.h"
-#include "start/toolbar_table.h"
-#include "start/window_support.h"
+#include "state/events.h"
+#include "state/global_state.h"
 #include "store/entry.h"
+#include "windows/common/window_support.h"
+#include "windows/main/frm_handlers.h"
 #include "windows/window_fixture.h"
 
 namespace {

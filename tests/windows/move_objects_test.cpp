@@ -3,10 +3,10 @@
 #include <QPushButton>
 #include <QRadioButton>
 
-#include "canvas/dlgBMP.h"
-#include "canvas/frmMoveObjects.h"
-#include "start/events.h"
+#include "state/events.h"
 #include "store/entry.h"
+#include "windows/canvas/dlgBMP.h"
+#include "windows/canvas/frmMoveObjects.h"
 #include "windows/window_fixture.h"
 
 namespace {

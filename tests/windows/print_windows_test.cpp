@@ -7,16 +7,16 @@
 #include <QScrollBar>
 
 #include "platform/printer.h"
-#include "printing/frmDruckpfad.h"
-#include "printing/frmPRN.h"
-#include "printing/frmRand.h"
-#include "printing/frmSeiten.h"
-#include "printing/frm_preview_picture.h"
 #include "printing/print_map.h"
-#include "start/frmNotePad.h"
-#include "start/mdi_window_pads.h"
 #include "store/entry.h"
 #include "windows/dialog_parts.h"
+#include "windows/main/mdi_window_pads.h"
+#include "windows/maps/frmNotePad.h"
+#include "windows/printing/frmDruckpfad.h"
+#include "windows/printing/frmPRN.h"
+#include "windows/printing/frmRand.h"
+#include "windows/printing/frmSeiten.h"
+#include "windows/printing/frm_preview_picture.h"
 #include "windows/window_fixture.h"
 
 namespace {

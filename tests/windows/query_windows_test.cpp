@@ -6,10 +6,10 @@
 #include <QRadioButton>
 #include <QTableView>
 
-#include "start/events.h"
+#include "state/events.h"
 #include "store/entry.h"
-#include "store/frmReplace.h"
 #include "windows/dialog_parts.h"
+#include "windows/store/frmReplace.h"
 #include "windows/window_fixture.h"
 
 namespace {

@@ -5,9 +5,9 @@
 #include <QRadioButton>
 #include <QTabWidget>
 
-#include "canvas/plan_squares.h"
-#include "plansquares/frmRaster.h"
+#include "tools/plan_squares.h"
 #include "windows/dialog_parts.h"
+#include "windows/plansquares/frmRaster.h"
 #include "windows/window_fixture.h"
 
 class RasterWindow : public WindowTest {

@@ -5,10 +5,10 @@
 #include <QRadioButton>
 #include <QSpinBox>
 
-#include "canvas/activation.h"
-#include "canvas/frmMass.h"
-#include "canvas/mouse.h"
+#include "hand/activation.h"
 #include "store/entry.h"
+#include "tools/mouse.h"
+#include "windows/canvas/frmMass.h"
 #include "windows/dialog_parts.h"
 #include "windows/window_fixture.h"
 

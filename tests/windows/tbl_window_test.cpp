@@ -1,4 +1,4 @@
-#include "store/tbl_window.h"
+#include "windows/store/tbl_window.h"
 
 #include <QDialog>
 #include <QHeaderView>
@@ -8,12 +8,12 @@
 #include <QPushButton>
 #include <QTimer>
 
-#include "canvas/activation.h"
-#include "start/events.h"
+#include "edit/table_edit.h"
+#include "hand/activation.h"
+#include "state/events.h"
+#include "state/table_state.h"
 #include "store/entry.h"
-#include "store/table_edit.h"
-#include "store/table_state.h"
-#include "store/tbl_window_model.h"
+#include "windows/store/tbl_window_model.h"
 #include "windows/window_fixture.h"
 
 namespace {

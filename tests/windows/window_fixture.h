@@ -3,13 +3,13 @@
 #include <QTest>
 #include <memory>
 
-#include "canvas/map_state.h"
-#include "canvas/map_window.h"
-#include "canvas/redraw.h"
-#include "start/mdi_state.h"
-#include "start/mdi_window.h"
-#include "start/program_start.h"
+#include "maps/program_start.h"
+#include "state/map_state.h"
+#include "state/mdi_state.h"
 #include "support/fixture.h"
+#include "view/redraw.h"
+#include "windows/canvas/map_window.h"
+#include "windows/main/mdi_window.h"
 
 // A main window that has started without a map.
 class WindowTest : public FluraxTest {

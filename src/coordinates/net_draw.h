@@ -1,9 +1,0 @@
-#pragma once
-#include "coordinates/coordinate_state.h"
-#include "objects/draw_context.h"
-
-// Draws the net over the entries: lines and, at the left and upper edge of the visible part, labels. Walks the tables
-// only. Faults are shown under "Fehler: Koordinatennetz zeichnen".
-void Draw_Net(DrawContext& context, const CoordinateState& state);
-// Font and line attributes of the net onto a surface: "Courier New" 8, colours, width, style.
-void Net_Font(Surface& surface, const CoordinateState& state);

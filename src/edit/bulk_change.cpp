@@ -1,0 +1,141 @@
+#include "edit/bulk_change.h"
+
+#include "edit/visibility.h"
+#include "hand/activation.h"
+#include "hand/tool_state.h"
+#include "platform/message_box.h"
+#include "state/events.h"
+#include "state/map_state.h"
+#include "state/mdi_state.h"
+#include "state/table_state.h"
+#include "store/table_file.h"
+#include "view/redraw.h"
+
+bool Table_Is_Open() { return rsEntries && rsEntries->IsOpen() && Entry_Count() > 0; }
+
+bool On_Current_Entry() {
+  if (!Table_Is_Open()) return false;
+  if (!Map.CurBookmark.isEmpty() && rsEntries->HasRow(Map.CurBookmark)) rsEntries->SetBookmark(Map.CurBookmark);
+  return rsEntries->Position() > 0;
+}
+
+bool Ready_For_Many() { return Table_Is_Open() && (!Entry_In_Hand() || End_Entry()); }
+
+namespace {
+
+// Raised where another program wrote numbers beyond the columns' range: such a row belongs to the repair.
+bool Read_Sound(EntryRow& row) {
+  try {
+    row = Read_Entry(*rsEntries);
+    return true;
+  } catch (const Error&) {
+    return false;
+  }
+}
+
+void Collect_One(std::vector<RowChange>& changes, const std::function<void(EntryRow&, qint64)>& change) {
+  RowChange it;
+  it.key = rsEntries->Key();
+  if (!Read_Sound(it.before)) return;
+  it.after = it.before;
+  change(it.after, it.key);
+  if (it.after != it.before) changes.push_back(std::move(it));
+}
+
+}  // namespace
+
+std::vector<RowChange> Collect_Changes(const std::function<void(EntryRow&, qint64)>& change) {
+  std::vector<RowChange> changes;
+  const KeepCurrentRow keep;
+  For_Each_Entry([&] { Collect_One(changes, change); });
+  return changes;
+}
+
+std::vector<RowChange> Change_Of_Current(const std::function<void(EntryRow&, qint64)>& change) {
+  std::vector<RowChange> changes;
+  if (On_Current_Entry()) Collect_One(changes, change);
+  return changes;
+}
+
+void Write_Change(const RowChange& change) {
+  const EntryRow &is = change.before, &will = change.after;
+  const int position = rsEntries->PositionOf(change.key);
+  if (position < 0) Raise(errors::recordDeleted);
+  rsEntries->MoveTo(position);
+  rsEntries->Edit();
+  try {
+    const auto text = [](int where, const QString& from, const QString& to) {
+      if (from != to) rsEntries->Set(where, to);
+    };
+    const auto number = [](int where, int from, int to) {
+      if (from != to) rsEntries->Set(where, static_cast<qint64>(to));
+    };
+    text(column::ID, is.ID, will.ID);
+    text(column::Eintrag, is.Eintrag, will.Eintrag);
+    text(column::Schrift, is.Schrift, will.Schrift);
+    if (is.Groesse != will.Groesse) rsEntries->Set(column::Groesse, will.Groesse);
+    number(column::VG, is.VG, will.VG);
+    number(column::HG, is.HG, will.HG);
+    number(column::RA, is.RA, will.RA);
+    number(column::Xmap, is.Xmap, will.Xmap);
+    number(column::Ymap, is.Ymap, will.Ymap);
+    number(column::Xline, is.Xline, will.Xline);
+    number(column::Yline, is.Yline, will.Yline);
+    number(column::Typ, is.Typ, will.Typ);
+    rsEntries->Update();
+  } catch (...) {
+    if (rsEntries->Editing()) rsEntries->CancelUpdate();
+    throw;
+  }
+}
+
+int Write_Changes(const std::vector<RowChange>& changes, const QString& title, const QString& undoCaption) {
+  if (changes.empty()) return 0;
+  const BusyPointer busy;
+  if (!undoCaption.isEmpty()) Undo_Point(undoCaption);
+  const bool written = In_One_Transaction(title, [&changes] {
+    for (const RowChange& change : changes) Write_Change(change);
+  });
+  if (!written) return 0;
+  Show_Changed_Entries();
+  return static_cast<int>(changes.size());
+}
+
+bool In_One_Transaction(const QString& title, const std::function<void()>& work) {
+  if (!dbEntries || !rsEntries) return false;  // the table could not be loaded again; that was told
+  const QString tag = Tbl.Tag;
+  try {
+    const KeepCurrentRow keep;
+    dbEntries->BeginTrans();
+    Tbl.Tag = QStringLiteral("Dirty");
+    work();
+    if (dbEntries->InTrans()) dbEntries->CommitTrans();  // the work may have taken itself back
+    return true;
+  } catch (const Error& error) {
+    if (dbEntries->InTrans()) dbEntries->Rollback();
+    Tbl.Tag = tag;
+    const QString text = error.text.isEmpty() ? QStringLiteral("Error: ") + QString::number(error.number) : error.text;
+    Message_Box(text + QStringLiteral("\n\nEs wurde nichts verändert."), MsgButtons::Ok, MsgIcon::Critical, title);
+    return false;
+  }
+}
+
+void Show_Changed_Entries() {
+  events.TableChanged.Emit();
+  Map_Redraw();
+  if (Toolbar1.Tag == QLatin1String("Norm")) Set_Toolbar(0, ToolMode::Norm);
+  Set_Visibility_Menus();
+  events.StateChanged.Emit();
+}
+
+bool Id_Fits(const QString& id) {
+  constexpr int longestId = 79;
+  if (id.size() <= longestId) return true;
+  Message_Box(QStringLiteral("Die Kennung \"%1\" wäre %2 Zeichen lang.\nEs können höchstens %3 Zeichen gespeichert "
+                             "werden.\n\nEs wurde nichts verändert.")
+                  .arg(id)
+                  .arg(id.size())
+                  .arg(longestId),
+              MsgButtons::Ok, MsgIcon::Warning, QStringLiteral("Karteneintrag"));
+  return false;
+}

@@ -1,0 +1,45 @@
+#pragma once
+#include <QString>
+#include <functional>
+#include <vector>
+
+#include "state/global_state.h"
+#include "store/entry.h"
+
+// What the changes of many entries have in common: one walk, one undo point, one transaction, one redraw.
+
+// Calls the work for every row but the header, in table order, with the cursor on it. The work may write the row, not
+// delete it.
+template <typename Work>
+void For_Each_Entry(Work&& work) {
+  rsEntries->MoveFirst();
+  if (!rsEntries->Eof()) rsEntries->MoveNext();
+  for (; !rsEntries->Eof(); rsEntries->MoveNext()) work();
+}
+
+bool Table_Is_Open();
+// Puts the cursor on the current entry. False on the header row and without an entry.
+bool On_Current_Entry();
+// The typed text of an entry in hand is stored and the entry given up. False if it could not be stored.
+bool Ready_For_Many();
+
+struct RowChange {
+  qint64 key = 0;
+  EntryRow before, after;
+};
+// Every entry that `change` alters; rows that cannot be read are left as they are. Writes nothing.
+std::vector<RowChange> Collect_Changes(const std::function<void(EntryRow& row, qint64 key)>& change);
+// The same for the current entry alone.
+std::vector<RowChange> Change_Of_Current(const std::function<void(EntryRow& row, qint64 key)>& change);
+// Writes the columns that differ; the cursor goes to the row.
+void Write_Change(const RowChange& change);
+// Undo point if a caption is given, then all rows in one transaction, then table window, redraw and tool buttons.
+// Nothing to write: nothing happens. An error takes all of it back and is told. The number of rows written.
+int Write_Changes(const std::vector<RowChange>& changes, const QString& title, const QString& undoCaption = {});
+
+// Runs the work in one transaction; the current row stays. False if an error took it back; it was told then.
+bool In_One_Transaction(const QString& title, const std::function<void()>& work);
+// Tells the table window, redraws, brings menus and tool buttons up to date.
+void Show_Changed_Entries();
+// Does the ID still fit its column? Tells it if not.
+bool Id_Fits(const QString& id);

@@ -1,0 +1,269 @@
+#include "edit/marks.h"
+
+#include <QSet>
+#include <algorithm>
+
+#include "edit/bulk_change.h"
+#include "hand/activation.h"
+#include "hand/tool_state.h"
+#include "platform/message_box.h"
+#include "platform/text.h"
+#include "state/events.h"
+#include "state/map_state.h"
+#include "store/table_file.h"
+#include "store/vertex_table.h"
+
+namespace {
+
+const QString markTitle = QStringLiteral("Markieren");
+
+EntryType Type_Here() { return EntryType::Parse(static_cast<int>(rsEntries->Integer(column::Typ))); }
+
+struct Marks {
+  std::vector<qint64> order;   // as they were marked; the last one is the one marked last
+  QHash<qint64, Mark> stored;  // what the rows say
+};
+
+// The rows decide which are marked. Their order is kept in memory; of a table that was just loaded it is that of its
+// rows, the one stored as last behind all others.
+Marks Read_Marks() {
+  Marks marks;
+  std::vector<qint64> inTable;
+  qint64 last = 0;
+  {
+    const KeepCurrentRow keep;
+    For_Each_Entry([&] {
+      const Mark mark = Type_Here().mark;
+      if (mark == Mark::None) return;
+      inTable.push_back(rsEntries->Key());
+      marks.stored.insert(rsEntries->Key(), mark);
+      if (mark == Mark::Last) last = rsEntries->Key();
+    });
+  }
+  QSet<qint64> remembered;
+  for (const qint64 key : Map.MarkOrder)
+    if (marks.stored.contains(key)) remembered.insert(key);
+  for (const qint64 key : inTable)
+    if (!remembered.contains(key)) marks.order.push_back(key);
+  for (const qint64 key : Map.MarkOrder)
+    if (remembered.remove(key)) marks.order.push_back(key);
+  const auto found = std::find(marks.order.begin(), marks.order.end(), last);
+  if (found != marks.order.end()) std::rotate(found, found + 1, marks.order.end());
+  return marks;
+}
+
+void Write_Mark(qint64 key, Mark mark) {
+  const int position = rsEntries->PositionOf(key);
+  if (position < 1) return;
+  rsEntries->MoveTo(position);
+  const int typ = Type_Here().Marked(mark).ToNumber();
+  rsEntries->Edit();
+  rsEntries->Set(column::Typ, static_cast<qint64>(typ));
+  rsEntries->Update();
+}
+
+// Brings the rows from what they say to the new order. Only rows that change are written.
+void Write_Marks(const Marks& marks) {
+  QHash<qint64, Mark> wanted;
+  for (const qint64 key : marks.order) wanted.insert(key, Mark::Marked);
+  if (!marks.order.empty()) wanted[marks.order.back()] = Mark::Last;
+  const bool written = In_One_Transaction(markTitle, [&] {
+    for (auto it = marks.stored.cbegin(); it != marks.stored.cend(); ++it)
+      if (!wanted.contains(it.key())) Write_Mark(it.key(), Mark::None);
+    for (const qint64 key : marks.order)
+      if (marks.stored.value(key, Mark::None) != wanted[key]) Write_Mark(key, wanted[key]);
+  });
+  if (!written) return;
+  Map.MarkOrder = marks.order;
+  Show_Changed_Entries();
+}
+
+}  // namespace
+
+void Mark_Obj() {
+  if (!On_Current_Entry()) return;
+  const qint64 key = rsEntries->Key();
+  Marks marks = Read_Marks();
+  if (std::erase(marks.order, key) == 0) marks.order.push_back(key);
+  Write_Marks(marks);
+}
+
+void Mark_Rows(const QStringList& bookmarks) {
+  if (!Table_Is_Open()) return;
+  Marks marks = Read_Marks();
+  QSet<qint64> added;
+  std::vector<qint64> keys;
+  for (const QString& bookmark : bookmarks) {
+    const qint64 key = bookmark.toLongLong();
+    if (rsEntries->PositionOf(key) < 1 || added.contains(key)) continue;
+    added.insert(key);
+    keys.push_back(key);
+  }
+  if (keys.empty()) return;
+  std::erase_if(marks.order, [&added](qint64 key) { return added.contains(key); });
+  marks.order.insert(marks.order.end(), keys.begin(), keys.end());
+  Write_Marks(marks);
+}
+
+void Unmark_All() {
+  if (!Table_Is_Open()) return;
+  Marks marks = Read_Marks();
+  marks.order.clear();
+  if (!marks.stored.isEmpty()) Write_Marks(marks);
+}
+
+// Deleting -----------------------------------------------------------------------------------------------------------
+
+namespace {
+
+QString Own_Table(const EntryRow& row) {
+  const EntryType type = EntryType::Parse(row.Typ);
+  return type.IsPolygon() || type.IsFreeFigure() ? EntryId::Parse(row.ID).TableName() : QString();
+}
+
+struct Doomed {
+  QSet<qint64> keys;
+  QSet<QString> tables;  // in small letters; those of rows that stay are left out
+  bool scale = false, current = false;
+};
+
+Doomed Collect_Doomed() {
+  Doomed doomed;
+  QSet<QString> needed;
+  const KeepCurrentRow keep;
+  For_Each_Entry([&] {
+    EntryRow row;
+    row.ID = rsEntries->Text(column::ID);
+    row.Typ = static_cast<int>(rsEntries->Integer(column::Typ));
+    const QString table = Own_Table(row).toLower();
+    const bool goes = EntryType::Parse(row.Typ).mark != Mark::None;
+    if (!table.isEmpty()) (goes ? doomed.tables : needed).insert(table);
+    if (!goes) return;
+    doomed.keys.insert(rsEntries->Key());
+    if (EntryType::Parse(row.Typ).Kind() == EntryKind::Scale) doomed.scale = true;
+    if (rsEntries->Bookmark() == Map.CurBookmark) doomed.current = true;
+  });
+  doomed.tables.subtract(needed);
+  return doomed;
+}
+
+void Delete_Rows(const QSet<qint64>& keys) {
+  rsEntries->MoveFirst();
+  while (!rsEntries->Eof()) {
+    if (keys.contains(rsEntries->Key())) {
+      rsEntries->Delete();
+    } else {
+      rsEntries->MoveNext();
+    }
+  }
+}
+
+// All of them by one statement: the list of tables is read once, not after each of them.
+void Drop_Tables(const QSet<QString>& names) {
+  const TableDef pattern = Vertex_Def({});
+  QString sql;
+  for (const TableDef& table : dbEntries->TableDefs()) {
+    const bool vertices = table.fields.size() == 2 && table.fields[0].name == pattern.fields[0].name &&
+                          table.fields[1].name == pattern.fields[1].name;
+    if (!vertices || !names.contains(table.name.toLower())) continue;
+    sql += QStringLiteral("DROP TABLE \"%1\";").arg(QString(table.name).replace(u'"', QLatin1String("\"\"")));
+  }
+  if (!sql.isEmpty()) dbEntries->Execute(sql);
+}
+
+}  // namespace
+
+void Delete_Marked() {
+  if (!Ready_For_Many()) return;
+  const Doomed doomed = Collect_Doomed();
+  if (doomed.keys.isEmpty()) return;
+  const QString question =
+      doomed.keys.size() == 1
+          ? QStringLiteral("Soll der markierte Eintrag gelöscht werden?")
+          : QStringLiteral("Sollen die %1 markierten Einträge gelöscht werden?").arg(doomed.keys.size());
+  if (Message_Box(question, MsgButtons::YesNo, MsgIcon::Question, QStringLiteral("Markierte löschen"),
+                  MsgDefault::Second) != MsgAnswer::Yes)
+    return;
+  const BusyPointer busy;
+  Undo_Point(QStringLiteral("Rückgängig: Markierte löschen"));
+  rsAux.reset();
+  const bool deleted = In_One_Transaction(QStringLiteral("Markierte löschen"), [&doomed] {
+    Delete_Rows(doomed.keys);
+    Drop_Tables(doomed.tables);
+  });
+  if (!deleted) return;
+  if (doomed.scale) {
+    MapHasScale = false;
+    MapUnit.clear();
+    MapUnitPerPixel = 0;
+  }
+  Map.MarkOrder.clear();
+  if (doomed.current) {
+    rsEntries->MoveLast();
+    Map.CurBookmark = rsEntries->Bookmark();
+    events.CurrentRowChanged.Emit();
+  }
+  Show_Changed_Entries();
+}
+
+// Groups -------------------------------------------------------------------------------------------------------------
+
+namespace {
+
+struct GroupState {
+  int highest = 0;
+  bool ungrouped = false;  // a marked row belongs to no group
+  QSet<QString> groups;    // of the marked rows
+};
+
+GroupState Read_Groups() {
+  GroupState state;
+  const KeepCurrentRow keep;
+  For_Each_Entry([&] {
+    const EntryId id = EntryId::Parse(rsEntries->Text(column::ID));
+    if (id.hasGroup) state.highest = std::max(state.highest, static_cast<int>(std::min(Val(id.group), 1e9)));
+    if (Type_Here().mark == Mark::None) return;
+    if (id.hasGroup) {
+      state.groups.insert(id.group);
+    } else {
+      state.ungrouped = true;
+    }
+  });
+  return state;
+}
+
+}  // namespace
+
+void Group_Marked() {
+  if (!Ready_For_Many()) return;
+  const GroupState state = Read_Groups();
+  const bool dissolve = !state.ungrouped && state.groups.size() == 1;
+  const QString number = QString::number(state.highest + 1);
+  const auto changes = Collect_Changes([&](EntryRow& row, qint64) {
+    EntryId id = EntryId::Parse(row.ID);
+    const bool marked = EntryType::Parse(row.Typ).mark != Mark::None;
+    if (dissolve ? !id.hasGroup || !state.groups.contains(id.group) : !marked) return;
+    id.hasGroup = !dissolve;
+    id.group = dissolve ? QString() : number;
+    row.ID = id.ToText();
+  });
+  for (const RowChange& change : changes)
+    if (!Id_Fits(change.after.ID)) return;
+  Write_Changes(changes, QStringLiteral("Gruppe"), QStringLiteral("Rückgängig: Gruppieren"));
+}
+
+QStringList Group_Of(const QString& bookmark) {
+  QStringList rows;
+  if (!rsEntries || !rsEntries->HasRow(bookmark)) return rows;
+  const KeepCurrentRow keep;
+  rsEntries->SetBookmark(bookmark);
+  const EntryId own = EntryId::Parse(rsEntries->Text(column::ID));
+  if (!own.hasGroup) return {bookmark};
+  For_Each_Entry([&] {
+    const QString text = rsEntries->Text(column::ID);
+    if (!text.contains(u'<')) return;
+    const EntryId id = EntryId::Parse(text);
+    if (id.hasGroup && id.group == own.group) rows.append(rsEntries->Bookmark());
+  });
+  return rows;
+}

@@ -1,0 +1,58 @@
+#include "edit/row_switches.h"
+
+#include "edit/bulk_change.h"
+#include "hand/activation.h"
+#include "state/events.h"
+#include "state/mdi_state.h"
+
+namespace {
+
+constexpr double labelSize = 8;  // of a label that has no size yet
+const QString edgeTitle = QStringLiteral("Kanten");
+const QString labelTitle = QStringLiteral("Name");
+
+EntryKind Other_Edges(EntryKind kind) {
+  switch (kind) {
+    case EntryKind::Polygon:
+      return EntryKind::PolygonRound;
+    case EntryKind::PolygonRound:
+      return EntryKind::Polygon;
+    case EntryKind::FreeFigure:
+      return EntryKind::FreeFigureRound;
+    case EntryKind::FreeFigureRound:
+      return EntryKind::FreeFigure;
+    default:
+      return kind;
+  }
+}
+
+}  // namespace
+
+void Round_Corners() {
+  if (!Store_Pending_Text()) return;
+  Write_Changes(Change_Of_Current([](EntryRow& row, qint64) {
+                  EntryType type = EntryType::Parse(row.Typ);
+                  type.base = static_cast<int>(Other_Edges(type.Kind()));
+                  row.Typ = type.ToNumber();
+                }),
+                edgeTitle);
+  Set_Edge_Menu();
+  events.StateChanged.Emit();
+}
+
+void Toggle_Label() {
+  if (!Store_Pending_Text()) return;
+  Write_Changes(Change_Of_Current([](EntryRow& row, qint64) {
+                  if (EntryType::Parse(row.Typ).IsPolygon()) row.Groesse = row.Groesse == 0 ? -labelSize : -row.Groesse;
+                }),
+                labelTitle);
+}
+
+void Set_Edge_Menu() {
+  MenuState& menu = Menu(QStringLiteral("mnuKanten"));
+  const bool entry = On_Current_Entry();
+  const EntryType type = entry ? EntryType::Parse(static_cast<int>(rsEntries->Integer(column::Typ))) : EntryType{};
+  menu.Enabled = Other_Edges(type.Kind()) != type.Kind();
+  const bool rounded = type.Kind() == EntryKind::PolygonRound || type.Kind() == EntryKind::FreeFigureRound;
+  menu.Caption = rounded ? QStringLiteral("Kanten eckig") : QStringLiteral("Kanten abrunden");
+}

@@ -1,0 +1,169 @@
+#include "edit/text_font.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "edit/bulk_change.h"
+#include "hand/activation.h"
+#include "platform/message_box.h"
+#include "platform/surface.h"
+#include "state/map_state.h"
+#include "view/redraw.h"
+
+namespace {
+
+const QString title = QStringLiteral("Schrift");
+constexpr int longestSchrift = 79;
+constexpr double standardSize = 10;
+
+bool Is_Sign(const FontSpec& font) { return font.IsSymbol() || Is_Symbol_Font(font.family); }
+
+// Lines and areas have the font of their label there.
+bool Has_Font(const EntryType& type) { return type.IsText() || type.IsPolygon(); }
+
+FontChoice Choice_Of(const QString& schrift, double size) {
+  FontChoice choice{FontSpec::Parse(schrift), std::abs(size)};
+  if (choice.font.family.isEmpty()) choice.font.family = QStringLiteral("Arial");
+  if (choice.size == 0) choice.size = standardSize;
+  return choice;
+}
+
+FontChoice Font_Of_Box() {
+  const LiveControl& box = Map.Text2;
+  return {{.family = EntFont,
+           .bold = box.FontBold,
+           .italic = box.FontItalic,
+           .underline = box.FontUnderline,
+           .transparent = box.FontTransparent,
+           .charset = EntCharset,
+           .angle = EntAngle},
+          box.FontSize};
+}
+
+void Write_Font(const FontChoice& choice) {
+  Write_Changes(Change_Of_Current([&](EntryRow& row, qint64) {
+                  if (!Has_Font(EntryType::Parse(row.Typ))) return;
+                  row.Schrift = choice.font.ToText();
+                  row.Groesse = row.Groesse < 0 ? -choice.size : choice.size;  // below 0: the label is switched off
+                }),
+                title);
+}
+
+bool Can_Be_Stored(const FontChoice& choice) {
+  if (Family_Fits(choice.font.family) && choice.font.ToText().size() <= longestSchrift) return true;
+  Message_Box(QStringLiteral("Die Schriftart \"%1\" kann nicht gespeichert werden.\nBitte wählen Sie eine andere.")
+                  .arg(choice.font.family),
+              MsgButtons::Ok, MsgIcon::Warning, title);
+  return false;
+}
+
+}  // namespace
+
+FontTarget Font_Target() {
+  if (!Entry_In_Hand()) return FontTarget::Next;
+  if (Map.InHand.isEmpty()) return FontTarget::Typed;
+  const KeepCurrentRow keep;
+  rsEntries->SetBookmark(Map.InHand);
+  const EntryType type = EntryType::Parse(static_cast<int>(rsEntries->Integer(column::Typ)));
+  return Has_Font(type) ? FontTarget::Entry : FontTarget::Next;
+}
+
+FontChoice Load_Font_Spec() {
+  switch (Font_Target()) {
+    case FontTarget::Typed:
+      return Font_Of_Box();
+    case FontTarget::Entry: {
+      const KeepCurrentRow keep;
+      rsEntries->SetBookmark(Map.InHand);
+      return Choice_Of(rsEntries->Text(column::Schrift), rsEntries->Number(column::Groesse));
+    }
+    case FontTarget::Next:
+      break;
+  }
+  return Font_Of_New_Text();
+}
+
+bool Take_Font(FontChoice choice) {
+  FontSpec& font = choice.font;
+  font.family = font.family.trimmed();
+  font.angle = std::fmod(font.angle, 360.0);
+  if (font.angle < 0) font.angle += 360;
+  choice.size = std::clamp(choice.size, smallestFontSize, largestFontSize);
+  if (!Can_Be_Stored(choice)) return false;
+  switch (Font_Target()) {
+    case FontTarget::Entry:
+      if (!Store_Pending_Text()) return false;
+      Map.CurBookmark = Map.InHand;
+      Write_Font(choice);
+      Remember_Text_Look(0, font.ToText(), choice.size, {});
+      return true;
+    case FontTarget::Typed:
+      Load_Font_Into_Box(choice);
+      Map_Redraw();
+      return true;
+    case FontTarget::Next:
+      if (Is_Sign(font))
+        NextText.symbol = choice;
+      else
+        NextText.font = choice;
+      return true;
+  }
+  return false;
+}
+
+void Load_Font_Into_Box(const FontChoice& choice) {
+  LiveControl& box = Map.Text2;
+  EntFont = choice.font.family;
+  EntAngle = choice.font.angle;
+  EntCharset = choice.font.charset;
+  EntFontSize = box.FontSize = choice.size;
+  box.FontName = Font_Installed(EntFont) ? EntFont : QStringLiteral("Arial");
+  box.FontBold = choice.font.bold;
+  box.FontItalic = choice.font.italic;
+  box.FontUnderline = choice.font.underline;
+  box.FontTransparent = choice.font.transparent;
+}
+
+bool Family_Fits(const QString& family) {
+  return !family.trimmed().isEmpty() && !family.contains(u'-') && !family.contains(u'<');
+}
+
+QString Sample_Text() {
+  QString text;
+  if (Font_Target() != FontTarget::Next) text = Map.Text2.Text;
+  if (Font_Target() == FontTarget::Entry && !Text_Pending()) {
+    const KeepCurrentRow keep;
+    rsEntries->SetBookmark(Map.InHand);
+    text = rsEntries->Text(column::Eintrag);
+  }
+  const auto end = std::find_if(text.cbegin(), text.cend(), [](QChar c) { return c == u'\r' || c == u'\n'; });
+  text.truncate(end - text.cbegin());
+  return text.trimmed().isEmpty() ? QStringLiteral("TTT") : text;
+}
+
+FontChoice Font_Of_New_Text() {
+  if (NextText.font) return *NextText.font;
+  if (!On_Current_Entry()) return {};
+  const EntryType type = EntryType::Parse(static_cast<int>(rsEntries->Integer(column::Typ)));
+  FontChoice choice = Choice_Of(rsEntries->Text(column::Schrift), rsEntries->Number(column::Groesse));
+  if (!type.IsText() || Is_Sign(choice.font)) return {};
+  choice.font.angle = 0;  // the next one stands elsewhere
+  return choice;
+}
+
+void Remember_Text_Look(int typ, const QString& schrift, double size, const QString& text) {
+  if (!EntryType::Parse(typ).IsText()) return;
+  const FontChoice choice = Choice_Of(schrift, size);
+  if (!Is_Sign(choice.font)) {
+    NextText.font.reset();
+  } else {
+    NextText.symbol = choice;
+    if (!text.isEmpty()) NextText.sign = text.left(1);
+  }
+}
+
+void Set_Perspex(bool on) {
+  if (Map.Perspex == on) return;
+  Map.Perspex = on;
+  Map_Redraw();
+}

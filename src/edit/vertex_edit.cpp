@@ -1,0 +1,176 @@
+#include "edit/vertex_edit.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "edit/bulk_change.h"
+#include "hand/activation.h"
+#include "state/events.h"
+#include "state/global_state.h"
+#include "state/map_state.h"
+#include "state/table_state.h"
+#include "store/vertex_table.h"
+
+namespace {
+
+constexpr int vertexReach = 4;   // window pixels round a vertex
+constexpr int vertexApart = 8;   // closer neighbours cannot be told apart
+constexpr double edgeReach = 4;  // beside an edge
+const QString title = QStringLiteral("Eckpunkte");
+
+QString Display_Name(const EntryId& id) {
+  const QString word = id.IsLine()   ? QStringLiteral("Linie")
+                       : id.IsArea() ? QStringLiteral("Fläche")
+                                     : QStringLiteral("Figur");
+  return id.Number() < 0 ? word : word + QString::number(id.Number());
+}
+
+bool Has_Vertices(const EntryRow& row) {
+  const EntryType type = EntryType::Parse(row.Typ);
+  return type.IsPolygon() || type.IsFreeFigure();
+}
+
+// The outline of the entry in hand while it can be seen; empty without one.
+const std::vector<QPoint>& Outline_In_Hand(bool& closed) {
+  static const std::vector<QPoint> none;
+  if (Map.InHand.isEmpty() || !rsEntries || !rsEntries->HasRow(Map.InHand)) return none;
+  const KeepCurrentRow keep;
+  rsEntries->SetBookmark(Map.InHand);
+  if (rsEntries->Integer(column::Typ) < 0) return none;
+  const EntryType type = EntryType::Parse(static_cast<int>(rsEntries->Integer(column::Typ)));
+  if (!type.IsPolygon() && !type.IsFreeFigure()) return none;
+  const EntryId id = EntryId::Parse(rsEntries->Text(column::ID));
+  closed = !id.IsLine();
+  return Load_Vertices(id.TableName());
+}
+
+QPoint In_Window(QPoint map) { return {Window_X(map.x()), Window_Y(map.y())}; }
+
+int Apart(QPoint a, QPoint b) { return std::max(std::abs(a.x() - b.x()), std::abs(a.y() - b.y())); }
+
+// Number of the neighbour `step` away; -1 beyond the end of a line.
+int Neighbour(int number, int step, int count, bool closed) {
+  const int next = number + step;
+  if (next >= 0 && next < count) return next;
+  return closed ? (next + count) % count : -1;
+}
+
+double Distance_To_Edge(QPointF point, QPointF from, QPointF to) {
+  const QPointF along = to - from, off = point - from;
+  const double length = QPointF::dotProduct(along, along);
+  const double part = length > 0 ? std::clamp(QPointF::dotProduct(off, along) / length, 0.0, 1.0) : 0;
+  const QPointF rest = off - part * along;
+  return std::hypot(rest.x(), rest.y());
+}
+
+QPoint Kept_In_Range(QPoint map) {
+  return {std::clamp(map.x(), leastVertex, mostVertex), std::clamp(map.y(), leastVertex, mostVertex)};
+}
+
+std::optional<VertexList> Vertices_In_Hand() {
+  if (Map.InHand.isEmpty() || !rsEntries || !rsEntries->HasRow(Map.InHand)) return std::nullopt;
+  rsEntries->SetBookmark(Map.InHand);
+  Map.CurBookmark = Map.InHand;
+  return Vertices_Of_Current();
+}
+
+}  // namespace
+
+std::optional<VertexList> Vertices_Of_Current() {
+  if (!On_Current_Entry()) return std::nullopt;
+  return Vertices_Of(rsEntries->Key());
+}
+
+std::optional<VertexList> Vertices_Of(qint64 key) {
+  const QString bookmark = QString::number(key);
+  if (!rsEntries || !rsEntries->IsOpen() || !rsEntries->HasRow(bookmark)) return std::nullopt;
+  const KeepCurrentRow keep;
+  rsEntries->SetBookmark(bookmark);
+  const EntryRow row = Read_Entry(*rsEntries);
+  if (!Has_Vertices(row)) return std::nullopt;
+  const EntryId id = EntryId::Parse(row.ID);
+  VertexList list;
+  list.key = rsEntries->Key();
+  list.table = id.TableName();
+  list.name = Display_Name(id);
+  list.closed = !id.IsLine();
+  list.points = Load_Vertices(list.table);
+  if (list.points.empty()) return std::nullopt;
+  const std::vector<Database::PointRow>* all = dbEntries->Points(list.table);
+  for (size_t i = list.points.size(); all != nullptr && i < all->size(); ++i)
+    list.rest.emplace_back((*all)[i].x, (*all)[i].y);
+  return list;
+}
+
+bool Write_Vertex_List(const VertexList& list) {
+  std::vector<QPoint> all = list.points;
+  all.insert(all.end(), list.rest.begin(), list.rest.end());
+  if (!In_One_Transaction(title, [&] { Write_Vertices(list.table, all); })) return false;
+  Show_Changed_Entries();
+  return true;
+}
+
+int Vertex_At(QPoint window) {
+  bool closed = false;
+  const std::vector<QPoint>& points = Outline_In_Hand(closed);
+  const int count = static_cast<int>(points.size());
+  for (int i = 0; i < count; ++i) {
+    const QPoint at = In_Window(points[static_cast<size_t>(i)]);
+    if (Apart(at, window) > vertexReach) continue;
+    const auto clear = [&](int step) {
+      const int other = Neighbour(i, step, count, closed);
+      return other < 0 || Apart(at, In_Window(points[static_cast<size_t>(other)])) >= vertexApart;
+    };
+    if (clear(-1) || clear(1)) return i;
+  }
+  return -1;
+}
+
+int Edge_At(QPoint window) {
+  bool closed = false;
+  const std::vector<QPoint>& points = Outline_In_Hand(closed);
+  const int count = static_cast<int>(points.size());
+  int best = -1;
+  double nearest = edgeReach;
+  for (int i = 0; i < count; ++i) {
+    const int next = Neighbour(i, 1, count, closed);
+    if (next < 0) break;
+    const double distance = Distance_To_Edge(window, In_Window(points[static_cast<size_t>(i)]),
+                                             In_Window(points[static_cast<size_t>(next)]));
+    if (distance > nearest) continue;
+    nearest = distance;
+    best = i;
+  }
+  return best;
+}
+
+QPolygonF Vertex_Neighbours(int number, int& middle) {
+  bool closed = false;
+  const std::vector<QPoint>& points = Outline_In_Hand(closed);
+  const int count = static_cast<int>(points.size());
+  QPolygonF line;
+  middle = 0;
+  for (const int step : {-1, 0, 1}) {
+    if (step == 0) middle = static_cast<int>(line.size());
+    const int at = step == 0 ? number : Neighbour(number, step, count, closed);
+    if (at >= 0 && at < count) line << In_Window(points[static_cast<size_t>(at)]);
+  }
+  return line;
+}
+
+void Move_Vertex(int number, QPoint by) {
+  std::optional<VertexList> list = Vertices_In_Hand();
+  if (!list || number < 0 || number >= static_cast<int>(list->points.size())) return;
+  QPoint& vertex = list->points[static_cast<size_t>(number)];
+  vertex = Kept_In_Range(vertex + by);
+  Write_Vertex_List(*list);
+}
+
+bool Insert_Vertex_At(QPoint window) {
+  const int edge = Edge_At(window);
+  if (edge < 0 || !Store_Pending_Text()) return false;
+  std::optional<VertexList> list = Vertices_In_Hand();
+  if (!list) return false;
+  list->points.insert(list->points.begin() + edge + 1, Kept_In_Range({Map_X(window.x()), Map_Y(window.y())}));
+  return Write_Vertex_List(*list);
+}

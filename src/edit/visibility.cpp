@@ -1,0 +1,111 @@
+#include "edit/visibility.h"
+
+#include "edit/bulk_change.h"
+#include "hand/activation.h"
+#include "hand/tool_state.h"
+#include "state/events.h"
+#include "state/map_state.h"
+#include "state/mdi_state.h"
+
+namespace {
+
+const QString visibilityTitle = QStringLiteral("Sichtbarkeit");
+const QString activityTitle = QStringLiteral("Aktivität");
+const QString undoVisibility = QStringLiteral("Rückgängig: Sichtbarkeit ändern");
+const QString undoActivity = QStringLiteral("Rückgängig: Aktivität ändern");
+
+void Set_Hidden(EntryRow& row, bool hidden) {
+  const EntryType type = EntryType::Parse(row.Typ);
+  row.Typ = (hidden ? type.Hidden() : type.Shown()).ToNumber();
+}
+
+void Set_Inactive(EntryRow& row, bool inactive) {
+  EntryId id = EntryId::Parse(row.ID);
+  if (id.inactive == inactive) return;
+  id.inactive = inactive;
+  row.ID = id.ToText();
+}
+
+bool Is_Marked(const EntryRow& row) { return EntryType::Parse(row.Typ).mark != Mark::None; }
+
+bool All_Ids_Fit(const std::vector<RowChange>& changes) {
+  for (const RowChange& change : changes)
+    if (!Id_Fits(change.after.ID)) return false;
+  return true;
+}
+
+// The buttons of an entry in hand tell its state.
+void Refresh_Tools() {
+  if (Entry_In_Hand() && On_Current_Entry()) Set_Toolbar(-1, Tool_Mode_Of(Read_Entry(*rsEntries)));
+}
+
+}  // namespace
+
+void Hide_Current() {
+  // The text of a hidden row is not stored: what was typed goes first.
+  if (Map.Text2.Tag == QLatin1String("Change") && !End_Entry()) return;
+  const auto changes =
+      Change_Of_Current([](EntryRow& row, qint64) { Set_Hidden(row, !EntryType::Parse(row.Typ).hidden); });
+  if (Write_Changes(changes, visibilityTitle) > 0) Refresh_Tools();
+}
+
+void Hide_Marked() {
+  if (!Ready_For_Many()) return;
+  const auto changes = Collect_Changes([](EntryRow& row, qint64) {
+    if (Is_Marked(row)) Set_Hidden(row, true);
+  });
+  Write_Changes(changes, visibilityTitle, undoVisibility);
+}
+
+void Show_All_Hidden() {
+  if (!Ready_For_Many()) return;
+  const auto changes = Collect_Changes([](EntryRow& row, qint64) { Set_Hidden(row, false); });
+  Write_Changes(changes, visibilityTitle, undoVisibility);
+}
+
+void Deactivate_Current() {
+  const auto changes =
+      Change_Of_Current([](EntryRow& row, qint64) { Set_Inactive(row, !EntryId::Parse(row.ID).inactive); });
+  if (!All_Ids_Fit(changes) || Write_Changes(changes, activityTitle) == 0) return;
+  Refresh_Tools();
+  InfoBar.Panel[0] = EntryId::Parse(changes[0].after.ID).inactive ? QStringLiteral("deaktiviert") : QString();
+  events.StateChanged.Emit();
+}
+
+void Deactivate_Marked() {
+  if (!Ready_For_Many()) return;
+  const auto changes = Collect_Changes([](EntryRow& row, qint64) {
+    if (Is_Marked(row)) Set_Inactive(row, true);
+  });
+  if (All_Ids_Fit(changes)) Write_Changes(changes, activityTitle, undoActivity);
+}
+
+void Activate_All_Inactive() {
+  if (!Ready_For_Many()) return;
+  const auto changes = Collect_Changes([](EntryRow& row, qint64) { Set_Inactive(row, false); });
+  Write_Changes(changes, activityTitle, undoActivity);
+}
+
+void Set_Visibility_Menus() {
+  const bool entry = On_Current_Entry();
+  const bool hidden = entry && EntryType::Parse(static_cast<int>(rsEntries->Integer(column::Typ))).hidden &&
+                      !EntryId::Parse(rsEntries->Text(column::ID)).IsNorthArrow();
+  const bool inactive = entry && EntryId::Parse(rsEntries->Text(column::ID)).inactive;
+  const auto mark = [entry](const char* menu, bool yes) {
+    const QString name = QString::fromLatin1(menu);
+    Menu(name + QStringLiteral("Ja")).Checked = entry && yes;
+    Menu(name + QStringLiteral("Nein")).Checked = entry && !yes;
+  };
+  mark("mnuObjVis", hidden);
+  mark("mnuObjActiv", inactive);
+  MenuState& visible = Menu(QStringLiteral("mnuObjVisNo"));
+  visible.Caption = hidden ? QStringLiteral("aktuelles Objekt sichtbar machen")
+                           : QStringLiteral("aktuelles Objekt unsichtbar machen");
+  MenuState& active = Menu(QStringLiteral("mnuObjActNo"));
+  active.Caption =
+      inactive ? QStringLiteral("aktuelles Objekt aktivieren") : QStringLiteral("aktuelles Objekt de-aktivieren");
+  visible.Enabled = active.Enabled = entry;
+  Menu(QStringLiteral("mnuObjVisX")).Enabled = Menu(QStringLiteral("mnuObjActX")).Enabled = Map.MarkCount > 0;
+  Menu(QStringLiteral("mnuObjVisAll")).Enabled = Map.HiddenCount > 0;
+  Menu(QStringLiteral("mnuObjActAll")).Enabled = Map.InactiveCount > 0;
+}

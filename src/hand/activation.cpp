@@ -1,0 +1,327 @@
+#include "hand/activation.h"
+
+#include "edit/marks.h"
+#include "edit/row_switches.h"
+#include "edit/text_font.h"
+#include "edit/visibility.h"
+#include "hand/hand_controls.h"
+#include "hand/hand_texts.h"
+#include "hand/tool_state.h"
+#include "plansquares/raster_texts.h"
+#include "platform/message_box.h"
+#include "state/events.h"
+#include "state/global_state.h"
+#include "state/map_state.h"
+#include "state/mdi_state.h"
+#include "state/table_state.h"
+#include "store/entry_edit.h"
+#include "tools/drag.h"
+#include "tools/map_tool.h"
+#include "tools/plan_squares.h"
+#include "view/hit_test.h"
+#include "view/redraw.h"
+#include "view/view.h"
+
+namespace {
+
+// The view the controls were placed for.
+struct PlacedView {
+  float zoom = 0;
+  int left = 0, top = 0;
+  bool operator==(const PlacedView&) const = default;
+} placedView;
+
+PlacedView View_Now() { return {Map.Zoom, Map.ViewLeft, Map.ViewTop}; }
+
+bool Text_Is_New() { return Map.Text2.Tag == QLatin1String("Neu"); }
+
+bool Known_Kind(const EntryType& type) {
+  switch (type.Kind()) {
+    case EntryKind::Polygon:
+    case EntryKind::PolygonRound:
+    case EntryKind::Picture:
+    case EntryKind::Scale:
+    case EntryKind::NorthArrow:
+    case EntryKind::Net:
+    case EntryKind::PlanSquare:
+    case EntryKind::PlanDesign:
+      return true;
+    default:
+      return type.IsText() || type.IsFigure();
+  }
+}
+
+bool Tell_Unknown(const EntryRow& row) {
+  const EntryType type = EntryType::Parse(row.Typ);
+  if (Known_Kind(type)) return false;
+  Message_Box(hand_texts::unknownType + QString::number(row.Typ), MsgButtons::Ok, MsgIcon::Warning, hand_texts::title);
+  return true;
+}
+
+// Only rows of a group are worth the walk through the table.
+void Find_Group(const EntryRow& row) {
+  Map.GroupInHand.clear();
+  if (EntryId::Parse(row.ID).hasGroup) Map.GroupInHand = Group_Of(Map.InHand);
+  if (Map.GroupInHand.size() < 2) Map.GroupInHand.clear();
+}
+
+void Show_Hand() {
+  placedView = View_Now();
+  Paint_Hand();
+  events.MapPainted.Emit();
+  events.HandChanged.Emit();
+}
+
+// False if the row does not come into the hand.
+bool Take_Row(const QString& bookmark) {
+  if (!rsEntries || !rsEntries->HasRow(bookmark)) return false;
+  if (Map.InHand == bookmark) {
+    rsEntries->SetBookmark(bookmark);
+    Map.CurBookmark = bookmark;
+    return true;
+  }
+  const bool redraw = Text_Pending();
+  if (!Store_Pending_Text()) return false;
+  Drop_Hand();
+  rsEntries->SetBookmark(bookmark);
+  Map.CurBookmark = bookmark;
+  EntryRow row;
+  try {
+    row = Read_Entry(*rsEntries);
+  } catch (const Error&) {
+    Set_Toolbar(0, ToolMode::Norm);  // a damaged row: the table window repairs it
+    throw;
+  }
+  const bool taken = rsEntries->Position() > 0 && !Tell_Unknown(row);
+  if (taken) {
+    Map.InHand = bookmark;
+    Set_Toolbar(-1, Tool_Mode_Of(row));
+    Activate_Entry();
+  } else {
+    Set_Toolbar(0, ToolMode::Norm);
+  }
+  events.CurrentRowChanged.Emit();
+  if (redraw) Map_Redraw();
+  return taken;
+}
+
+bool In_View(int mapX, int mapY) {
+  const int x = Window_X(mapX), y = Window_Y(mapY);
+  return x >= 0 && y >= 0 && x < Map.ViewWidth && y < Map.ViewHeight;
+}
+
+void Give_Up() {
+  Drop_Hand();
+  InfoBar.Panel[0].clear();
+  Set_Toolbar(0, ToolMode::Norm);
+}
+
+// The row the saved text went to gets the exact position back: on the way through window pixels a zoomed map loses it.
+void Write_Exact_Position(QPoint at) {
+  EntryRow row = Read_Entry(*rsEntries);
+  if (EntryType::Parse(row.Typ).Kind() == EntryKind::Scale || QPoint(row.Xmap, row.Ymap) == at) return;
+  row.Xmap = at.x();
+  row.Ymap = at.y();
+  Update_Entry(row);
+}
+
+}  // namespace
+
+bool Entry_In_Hand() {
+  if (Map.InHand.isEmpty()) return Map.Text2.Visible && Text_Is_New();
+  return rsEntries && rsEntries->HasRow(Map.InHand);
+}
+
+bool Take_Entry_At(QPoint window) {
+  const int hit = Hit_Entry(window);
+  if (hit == 0) return false;
+  const EntryRegion region = Map.EntryRegions.Row(hit);
+  try {
+    Take_Row(region.Bookmark());
+  } catch (const Error& error) {
+    if (region.kind != planRegion) throw;
+    Message_Box(error.text, MsgButtons::Ok, MsgIcon::Warning, raster_texts::faultOfSquare);
+  }
+  return true;
+}
+
+bool Take_Entry(const QString& bookmark) {
+  if (!Take_Row(bookmark)) return false;
+  const EntryRow row = Read_Entry(*rsEntries);
+  if (!In_View(row.Xmap, row.Ymap) && Region_Bounds(rsEntries->Key()).isEmpty()) ScrollMap(row.Xmap, row.Ymap);
+  return true;
+}
+
+void Activate_Entry() {
+  if (!rsEntries || rsEntries->Position() < 1) return;
+  const EntryRow row = Read_Entry(*rsEntries);
+  Map.InHand = Map.CurBookmark = rsEntries->Bookmark();
+  Map.Text2.Tag = QStringLiteral("Old");
+  Load_Entry_Colors();
+  Load_Text_Box(row);
+  Remember_Text_Look(row.Typ, row.Schrift, row.Groesse, row.Eintrag);
+  Place_Controls(row);
+  Find_Group(row);
+  InfoBar.Panel[0] = Entry_Status_Text();
+  Set_Visibility_Menus();
+  Set_Edge_Menu();
+  Show_Hand();
+  events.InfoBarChanged.Emit();
+}
+
+QString Entry_Status_Text() {
+  if (Map.InHand.isEmpty() || !rsEntries || !rsEntries->HasRow(Map.InHand)) return {};
+  const KeepCurrentRow keep;
+  rsEntries->SetBookmark(Map.InHand);
+  const EntryId id = EntryId::Parse(rsEntries->Text(column::ID));
+  const QString assigned =
+      id.assignment.isEmpty() ? QString() : QStringLiteral("Zugeordnet: ") + id.assignment + QStringLiteral("  ");
+  return assigned + hand_texts::move;
+}
+
+bool End_Entry() {
+  if (!Store_Pending_Text()) return false;
+  Give_Up();
+  Map_Redraw();
+  events.HandChanged.Emit();
+  return true;
+}
+
+void Drop_Hand() {
+  Cancel_Drag();
+  Unpaint_Hand();
+  Hide_Live_Controls();
+  Map.Text2.Tag = QStringLiteral("Old");
+  Map.InHand.clear();
+  Map.GroupInHand.clear();
+  Drop_Map_Tool();
+  Map.Tool.clear();
+}
+
+// The edit box -------------------------------------------------------------------------------------------------------
+
+void Text_Typed(const QString& text) {
+  if (!Map.Text2.Visible || text == Map.Text2.Text) return;
+  if (text.size() > longestText) {
+    Message_Box(hand_texts::textTooLong, MsgButtons::Ok, MsgIcon::Warning, hand_texts::title);
+    return events.HandChanged.Emit();
+  }
+  if (!Text_Is_New()) Map.Text2.Tag = QStringLiteral("Change");
+  Map.Text2.Text = text;
+  Unpaint_Hand();
+  EntryRow row;
+  row.RA = CurRA;
+  if (!Map.InHand.isEmpty() && rsEntries->HasRow(Map.InHand)) {
+    rsEntries->SetBookmark(Map.InHand);
+    row = Read_Entry(*rsEntries);
+  }
+  Place_Text_Box(row);
+  Show_Hand();
+}
+
+bool Text_Pending() { return Text_Is_New() || Map.Text2.Tag == QLatin1String("Change"); }
+
+bool Store_Pending_Text() {
+  if (!Text_Pending()) return true;
+  if (!rsEntries || !dbEntries) return false;
+  if (!Text_Is_New()) {
+    // A row that was hidden or deleted meanwhile takes no text.
+    const bool there = rsEntries->HasRow(Map.InHand);
+    if (there) rsEntries->SetBookmark(Map.InHand);
+    if (!there || rsEntries->Integer(column::Typ) < 0) {
+      Map.Text2.Tag = QStringLiteral("Old");
+      return true;
+    }
+    Map.CurBookmark = Map.InHand;
+  }
+  const QString former = Map.Text2.Tag;
+  const QPoint at = Map.TextAt;
+  dbEntries->BeginTrans();
+  try {
+    const bool saved = Save_Text_Entry(Window_X(at.x()), Window_Y(at.y()), Map.Text2.Text);
+    if (saved) Write_Exact_Position(at);
+    dbEntries->CommitTrans();
+    if (saved) Map.InHand = Map.CurBookmark;
+    return saved;
+  } catch (...) {
+    if (dbEntries->InTrans()) dbEntries->Rollback();
+    Map.Text2.Tag = former;
+    throw;
+  }
+}
+
+void Discard_Pending_Text() {
+  if (Text_Is_New()) {
+    Give_Up();
+    events.MapPainted.Emit();
+  } else if (Text_Pending() && rsEntries && rsEntries->HasRow(Map.InHand)) {
+    rsEntries->SetBookmark(Map.InHand);
+    Activate_Entry();
+  }
+  events.HandChanged.Emit();
+}
+
+void New_Text(int x, int y) {
+  if (!rsEntries || (Entry_In_Hand() && !End_Entry())) return;
+  const FontChoice font = Font_Of_New_Text();
+  Drop_Hand();
+  Map.Tool.clear();
+  Load_Font_Into_Box(font);
+  LiveControl& box = Map.Text2;
+  box.Text.clear();
+  box.Tag = QStringLiteral("Neu");
+  EntVGColor = Palette[static_cast<size_t>(CurVG)];
+  EntHGColor = Palette[static_cast<size_t>(CurHG)];
+  Map.TextAt = {Map_X(x), Map_Y(y)};
+  EntryRow row;
+  row.RA = CurRA;
+  Place_Text_Box(row);
+  Set_Toolbar(-1, ToolMode::Text);
+  InfoBar.Panel[0].clear();
+  Show_Hand();
+}
+
+// Redraw -------------------------------------------------------------------------------------------------------------
+
+void Hand_Before_Redraw() {
+  Map.HandUnder = {};  // the whole canvas is painted anew
+  // Scrolling or zooming away from a changed text stores it; a text that does not fit stays open and goes along.
+  if (!Text_Pending() || placedView == View_Now() || Map.Text2.Text.size() > Tbl.EintragSize) return;
+  try {
+    Store_Pending_Text();
+  } catch (const Error&) {
+    // The text stays open; leaving the entry tells what is wrong.
+  }
+}
+
+void Hand_After_Redraw() {
+  Follow_Counts();
+  if (dragState.Active() || (Map.InHand.isEmpty() && !Text_Is_New())) return;
+  placedView = View_Now();
+  if (Text_Is_New()) {
+    EntryRow row;
+    row.RA = CurRA;
+    Place_Text_Box(row);
+    return Paint_Hand();
+  }
+  if (!rsEntries->HasRow(Map.InHand)) return Give_Up();
+  if (Map.CurBookmark != Map.InHand) {
+    // Another row became the current one: it is the entry in hand now.
+    const bool kept = Text_Pending();
+    if (kept || !rsEntries->HasRow(Map.CurBookmark)) return Give_Up();
+    const QString current = Map.CurBookmark;
+    if (!Take_Row(current)) Give_Up();
+    return;
+  }
+  rsEntries->SetBookmark(Map.InHand);
+  const EntryRow row = Read_Entry(*rsEntries);
+  const bool pending = Text_Pending();
+  if (!pending) {
+    Load_Entry_Colors();
+    Load_Text_Box(row);
+  }
+  Place_Controls(row);
+  Find_Group(row);
+  if (Tool_Mode_Of(row) != ToolMode::Norm) Set_Toolbar(-1, Tool_Mode_Of(row));
+  Paint_Hand();
+}

@@ -1,0 +1,273 @@
+#include "hand/hand_controls.h"
+
+#include <QSet>
+#include <algorithm>
+#include <array>
+#include <vector>
+
+#include "hand/activation.h"
+#include "objects/reference_line.h"
+#include "objects/text_box.h"
+#include "platform/surface.h"
+#include "state/events.h"
+#include "state/global_state.h"
+#include "store/vertex_table.h"
+#include "view/picture_cache.h"
+
+namespace {
+
+constexpr double smallestOwnSize = 3, standardSize = 12;  // as the redraw draws small sizes
+constexpr int footMarker = 16, smallestText = 8, newTextWidth = 80;
+constexpr int gripFrom = 6, gripTo = 9;  // distance of the grip border from the frame's width
+constexpr int vertexBox = 4;
+
+QSize Text_Size(const QString& text) {
+  static QImage pixel = Make_Canvas(1, 1);
+  const auto surface = Make_Surface(pixel);
+  const LiveControl& box = Map.Text2;
+  surface->SetFont({box.FontName, box.ShownSize, box.FontBold, box.FontItalic, box.FontUnderline, EntCharset});
+  const QString& measured = text.isEmpty() ? QStringLiteral("A") : text;
+  return {surface->TextWidth(measured), surface->TextHeight(measured)};
+}
+
+void Place(LiveControl& control, const QRect& box) {
+  control.Left = box.left();
+  control.Top = box.top();
+  control.Width = std::max(1, box.width());
+  control.Height = std::max(1, box.height());
+  control.Visible = true;
+}
+
+QRect Window_Box(const EntryBox& box) {
+  return {QPoint(Window_X(box.x), Window_Y(box.y)), QSize(std::max(1, Window_X(box.x + box.width) - Window_X(box.x)),
+                                                          std::max(1, Window_Y(box.y + box.height) - Window_Y(box.y)))};
+}
+
+void Place_Handles(const QRect& box) {
+  const int x[] = {box.left(), box.center().x(), box.left() + box.width()};
+  const int y[] = {box.top(), box.center().y(), box.top() + box.height()};
+  // Upper left, clockwise.
+  const std::array<QPoint, 8> middle = {QPoint(x[0], y[0]), {x[1], y[0]}, {x[2], y[0]}, {x[2], y[1]},
+                                        QPoint(x[2], y[2]), {x[1], y[2]}, {x[0], y[2]}, {x[0], y[1]}};
+  for (size_t i = 0; i < middle.size(); ++i)
+    Place(Map.lblHandle[i], {middle[i].x() - handleSize / 2, middle[i].y() - handleSize / 2, handleSize, handleSize});
+}
+
+void Place_Picture(const EntryRow& row) {
+  const QImage& picture = Entry_Picture(row.Eintrag);
+  const auto zoom = static_cast<double>(Map.Zoom);
+  QRect box(Window_X(row.Xmap), Window_Y(row.Ymap), qRound(picture.width() / zoom), qRound(picture.height() / zoom));
+  if (picture.isNull()) {
+    const QRectF region = Region_Bounds(rsEntries->Key());  // the text that stands for a missing picture
+    box.setSize(region.isEmpty() ? QSize(40, 20) : region.size().toSize());
+  }
+  Place(Map.imgBild, box);
+  Map.imgBild.Text = row.Eintrag;
+  if (!picture.isNull())
+    Place(Map.imgHandle, {box.left() + box.width() - handleSize / 2, box.top() + box.height() - handleSize / 2,
+                          handleSize, handleSize});
+}
+
+// Scale bars and north arrows have no box of their own: the frame lies where they were drawn.
+void Place_Shape(const EntryRow& row, const EntryType& type) {
+  if (type.IsFigure() || type.Kind() == EntryKind::PlanSquare) {
+    const QRect box = Window_Box(Figure_Box(row));
+    Place(Map.lblShape, box);
+    if (type.IsFigure()) Place_Handles(box);
+    return;
+  }
+  const QRectF region = Region_Bounds(rsEntries->Key());
+  if (!region.isEmpty()) Place(Map.lblShape, region.toAlignedRect());
+}
+
+}  // namespace
+
+QRect Control_Box(const LiveControl& control) { return {control.Left, control.Top, control.Width, control.Height}; }
+
+QRectF Region_Bounds(qint64 key) {
+  QRectF bounds;
+  for (int i = 1; i <= Map.EntryRegions.Count(); ++i) {
+    const EntryRegion& region = Map.EntryRegions.Row(i);
+    if (region.key == key && region.kind != footRegion) bounds |= region.bounds;
+  }
+  return bounds;
+}
+
+QRectF Group_Bounds() {
+  QSet<qint64> keys;
+  for (const QString& bookmark : Map.GroupInHand) keys.insert(bookmark.toLongLong());
+  QRectF bounds;
+  for (int i = 1; i <= Map.EntryRegions.Count(); ++i) {
+    const EntryRegion& region = Map.EntryRegions.Row(i);
+    if (region.kind != footRegion && keys.contains(region.key)) bounds |= region.bounds;
+  }
+  return bounds;
+}
+
+EntryBox Figure_Box(const EntryRow& row) {
+  if (!EntryType::Parse(row.Typ).IsFreeFigure()) return entry_box(row);
+  const std::vector<QPoint>& points = Load_Vertices(EntryId::Parse(row.ID).TableName());
+  if (points.empty()) return entry_box(row);
+  const auto [left, right] =
+      std::minmax_element(points.begin(), points.end(), [](QPoint a, QPoint b) { return a.x() < b.x(); });
+  const auto [top, bottom] =
+      std::minmax_element(points.begin(), points.end(), [](QPoint a, QPoint b) { return a.y() < b.y(); });
+  return {left->x(), top->y(), right->x() - left->x(), bottom->y() - top->y()};
+}
+
+void Hide_Live_Controls() {
+  for (LiveControl* control : {&Map.Text2, &Map.imgBild, &Map.imgRfLine, &Map.lblShape, &Map.imgHandle})
+    control->Visible = false;
+  for (LiveControl& handle : Map.lblHandle) handle.Visible = false;
+}
+
+void Load_Text_Box(const EntryRow& row) {
+  const FontSpec font = FontSpec::Parse(row.Schrift);
+  EntFont = font.family.isEmpty() ? Map.Text2.FontName : font.family;
+  EntAngle = font.angle;
+  EntCharset = font.charset;
+  EntFontSize = row.Groesse > 0 ? row.Groesse : 10;
+  LiveControl& box = Map.Text2;
+  box.FontName = Font_Installed(EntFont) ? EntFont : QStringLiteral("Arial");
+  box.FontSize = EntFontSize;
+  box.FontBold = font.bold;
+  box.FontItalic = font.italic;
+  box.FontUnderline = font.underline;
+  box.FontTransparent = font.transparent;
+  box.Text = row.Eintrag;
+  Map.TextAt = {row.Xmap, row.Ymap};
+}
+
+void Place_Text_Box(const EntryRow& row) {
+  LiveControl& box = Map.Text2;
+  const bool small = row.Groesse <= smallestOwnSize && !row.ID.isEmpty();
+  box.ShownSize = small ? standardSize : box.FontSize / static_cast<double>(Map.Zoom);
+  const int space = static_cast<int>(Frame_Space(FrameWord::Parse(row.RA)));
+  QSize size = Text_Size(box.Text).expandedTo({smallestText, smallestText});
+  if (box.Tag == QLatin1String("Neu")) size = size.expandedTo({newTextWidth, 0});
+  Place(box, {Window_X(Map.TextAt.x()), Window_Y(Map.TextAt.y()), size.width() + 2 * space, size.height() + 2 * space});
+}
+
+void Place_Controls(const EntryRow& row) {
+  const EntryType type = EntryType::Parse(row.Typ);
+  Hide_Live_Controls();
+  if (type.hidden && !EntryId::Parse(row.ID).IsNorthArrow()) return;
+  if (type.IsText() || (type.IsPolygon() && row.Groesse >= 0)) {
+    Place_Text_Box(row);
+  } else if (type.Kind() == EntryKind::Picture) {
+    Place_Picture(row);
+  } else if (!type.IsPolygon()) {
+    Place_Shape(row, type);
+  }
+  const bool hasFoot = (type.IsText() || type.Kind() == EntryKind::Picture) && row.Xline > 0;
+  if (!hasFoot) return;
+  Place(Map.imgRfLine,
+        {Window_X(row.Xline) - footMarker / 2, Window_Y(row.Yline) - footMarker / 2, footMarker, footMarker});
+}
+
+// Painting -----------------------------------------------------------------------------------------------------------
+
+namespace {
+
+EntryRow Row_In_Hand() {
+  EntryRow row;
+  if (Map.InHand.isEmpty()) {
+    row.RA = CurRA;
+    row.HG = CurHG;
+    return row;
+  }
+  if (rsEntries && rsEntries->HasRow(Map.InHand) && rsEntries->Bookmark() == Map.InHand) row = Read_Entry(*rsEntries);
+  return row;
+}
+
+QRect Frame_Area(const EntryRow& row) {
+  if (!Map.Text2.Visible) return {};
+  const int out = FrameWord::Parse(row.RA).width + gripTo + 1;
+  return Control_Box(Map.Text2).adjusted(-out, -out, out, out);
+}
+
+// Vertices of the line, area or free figure in hand that can be seen.
+std::vector<QPoint> Shown_Vertices(const EntryRow& row) {
+  const EntryType type = EntryType::Parse(row.Typ);
+  std::vector<QPoint> shown;
+  if (type.hidden || (!type.IsPolygon() && !type.IsFreeFigure())) return shown;
+  const QRect view(0, 0, Map.ViewWidth, Map.ViewHeight);
+  for (const QPoint& vertex : Load_Vertices(EntryId::Parse(row.ID).TableName())) {
+    const QPoint at(Window_X(vertex.x()), Window_Y(vertex.y()));
+    if (view.contains(at)) shown.push_back(at);
+  }
+  return shown;
+}
+
+QRect Group_Frame() {
+  const QRectF bounds = Group_Bounds();
+  return Map.GroupInHand.size() < 2 || bounds.isEmpty() ? QRect() : bounds.toAlignedRect().adjusted(-4, -4, 4, 4);
+}
+
+void Draw_Text_Frame(Surface& surface, const EntryRow& row) {
+  const FrameWord frame = FrameWord::Parse(row.RA);
+  const QRectF box = Control_Box(Map.Text2);
+  const auto color = [](int number) { return Palette[number >= 0 && number < 16 ? static_cast<size_t>(number) : 0]; };
+  // Where the map or a turned text is to be seen below, the box would hide it until the text is being written.
+  const bool seenBelow = Map.Text2.FontTransparent || Map.Perspex || EntAngle != 0;
+  if (frame.framed && (!seenBelow || Text_Pending())) {
+    const double out = frame.width / 2.0 + 1;
+    const QRectF around = box.adjusted(-out, -out, out, out);
+    surface.FilledBox(around, color(row.HG));
+    surface.pen = {.ForeColor = color(frame.color), .DrawWidth = static_cast<double>(frame.width)};
+    surface.Box(around);
+  }
+  surface.pen = {.ForeColor = HighlightColor};
+  for (int g = frame.width + gripFrom; g <= frame.width + gripTo; ++g) surface.Box(box.adjusted(-g, -g, g, g));
+}
+
+std::unique_ptr<Surface> Hand_Surface() {
+  auto surface = Make_Surface(Map.canvas);
+  surface->SetClip(QRectF(0, 0, Map.ViewWidth, Map.ViewHeight));
+  return surface;
+}
+
+}  // namespace
+
+void Akt_Frame() {
+  if (!Map.Text2.Visible || Map.canvas.isNull()) return;
+  const EntryRow row = Row_In_Hand();
+  if (EntryType::Parse(row.Typ).Kind() == EntryKind::Picture) return;
+  const auto surface = Hand_Surface();
+  Draw_Text_Frame(*surface, row);
+}
+
+void Paint_Hand() {
+  Unpaint_Hand();
+  if (!Entry_In_Hand() || Map.canvas.isNull()) return;
+  const EntryRow row = Row_In_Hand();
+  const std::vector<QPoint> vertices = Shown_Vertices(row);
+  const QRect group = Group_Frame();
+  QRect area = Frame_Area(row) | group;
+  for (const QPoint& vertex : vertices)
+    area |= QRect(vertex.x() - vertexBox / 2, vertex.y() - vertexBox / 2, vertexBox, vertexBox);
+  area &= Map.canvas.rect();
+  if (area.isEmpty()) return;
+  Map.HandUnder = Map.canvas.copy(area);
+  Map.HandUnderAt = area.topLeft();
+  Akt_Frame();
+  const auto surface = Hand_Surface();
+  for (const QPoint& vertex : vertices) {
+    const QRectF box(vertex.x() - vertexBox / 2, vertex.y() - vertexBox / 2, vertexBox, vertexBox);
+    surface->FilledBox(box, HighlightColor);
+    surface->pen = {};
+    surface->Box(box);
+  }
+  if (group.isEmpty()) return;
+  surface->pen = {.mode = DrawMode::Invert, .pen = PenStyle::Dash};
+  surface->Box(group);
+}
+
+void Unpaint_Hand() {
+  if (Map.HandUnder.isNull()) return;
+  const QImage under = std::move(Map.HandUnder);
+  Map.HandUnder = {};
+  const QRect area(Map.HandUnderAt, under.size());
+  if (Map.canvas.isNull() || !Map.canvas.rect().contains(area)) return;
+  Make_Surface(Map.canvas)->PaintPicture(area, under);
+}

@@ -1,0 +1,24 @@
+#pragma once
+#include <QRect>
+#include <QRectF>
+
+#include "state/map_state.h"
+#include "store/entry.h"
+
+// The live controls over the entry in hand. All positions are window pixels.
+
+void Hide_Live_Controls();
+// Font, styles and text of the row into the edit box and the Ent... variables.
+void Load_Text_Box(const EntryRow& row);
+// Size and place of the edit box for the text in it.
+void Place_Text_Box(const EntryRow& row);
+// All controls the kind of the row has. The text in the edit box stays as it is.
+void Place_Controls(const EntryRow& row);
+QRect Control_Box(const LiveControl& control);
+// Union of the hit regions of a row; empty if it has none.
+QRectF Region_Bounds(qint64 key);
+// The same of all rows of the group in hand.
+QRectF Group_Bounds();
+// Box of a figure: of its vertices if it is a free one, else as stored.
+EntryBox Figure_Box(const EntryRow& row);
+inline constexpr int handleSize = 8;

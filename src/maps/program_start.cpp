@@ -1,0 +1,56 @@
+#include "maps/program_start.h"
+
+#include <QDir>
+#include <QRegularExpression>
+
+#include "maps/map_open.h"
+#include "maps/map_open_texts.h"
+#include "maps/menu_state.h"
+#include "objects/palette.h"
+#include "state/events.h"
+#include "state/global_state.h"
+#include "state/mdi_state.h"
+#include "store/file_names.h"
+#include "store/map_log.h"
+#include "store/settings.h"
+#include "store/table_file.h"
+#include "view/redraw.h"
+
+QString Command_Line_Map(const QString& commandLine) {
+  static const QRegularExpression blanks(QStringLiteral("[ \\t]+"));
+  const QStringList words = commandLine.split(blanks, Qt::SkipEmptyParts);
+  return !words.isEmpty() && words.first().contains(QLatin1String(".bmp"), Qt::CaseInsensitive) ? words.first()
+                                                                                                : QString();
+}
+
+void Program_Start(const QString& commandLine) {
+  frmMDI.SafeMode = false;
+  Menu(QStringLiteral("mnuNoTable")).Checked = false;
+  Menu(QStringLiteral("mnuNoTable")).Caption = map_texts::safeMenuOff;
+  Menu(QStringLiteral("mnuBildDunkel")).Checked = true;
+  Read_Ini();
+  QDir::setCurrent(ProgramFolder);
+  NotePads.clear();
+  NotePadState.clear();
+  Load_Palette();
+  CurVG = 0;
+  CurHG = 14;
+  HighlightColor = QBColor(14);
+  frmMDI.PageCounter = 1;
+  Connect_Canvas();
+  Read_Log(1);
+  Read_Log(3);
+  Reset_InfoBar();
+  Set_Buttons(ButtonState::NoMap);
+  QString map = Command_Line_Map(commandLine);
+  if (map.isEmpty()) return;  // the start window stands there
+  if (!map.contains(QLatin1Char('/')) && !map.contains(QLatin1Char('\\'))) map = Program_File(map);
+  Open_User_Map(map);
+}
+
+void Program_End() {
+  if (!frmMDI.MapOpen) return;
+  Close_Map();
+}
+
+QString Program_Version() { return QStringLiteral(FLURAX_VERSION); }

@@ -1,3 +1,0 @@
-#include "start/dialog_hooks.h"
-
-DialogHooks dialogHooks;

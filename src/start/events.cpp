@@ -1,3 +1,0 @@
-#include "start/events.h"
-
-Events events;

@@ -1,0 +1,3 @@
+#include "state/dialog_hooks.h"
+
+DialogHooks dialogHooks;

@@ -1,0 +1,3 @@
+#include "state/events.h"
+
+Events events;

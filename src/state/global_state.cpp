@@ -1,0 +1,104 @@
+#include "state/global_state.h"
+
+#include "platform/surface.h"
+#include "state/map_state.h"
+#include "state/mdi_state.h"
+#include "state/table_state.h"
+
+QString TableFile, MapFile;
+
+std::unique_ptr<Database> dbEntries;
+std::unique_ptr<Recordset> rsEntries, rsAux;
+
+int MapWidthPx, MapHeightPx;
+float MapWidthMm, MapHeightMm;
+
+float PrintFactor, FontFactor;
+double MapPixelMm, MapPixelMmY;
+QString MapUnit;
+double MapUnitPerPixel;
+bool MapHasScale;
+
+std::array<QRgb, 16> Palette;
+int CurVG, CurHG, CurRA;
+QRgb HighlightColor;
+
+int EntVG, EntHG, EntRA;
+QRgb EntVGColor, EntHGColor, EntRAColor;
+QString EntFont, EntID;
+double EntFontSize;
+int EntCharset;
+double EntAngle;
+
+std::vector<QPoint> PolyPoints, LinePoints;
+int PolyCount;
+QString MsgText;
+
+QStringList NotePads, NotePadState;
+int ActiveNotePad;
+
+bool GridVisible;
+
+namespace {
+void Reset_Files_And_Table() {
+  rsAux.reset();
+  rsEntries.reset();
+  dbEntries.reset();
+  TableFile.clear();
+  MapFile.clear();
+}
+
+void Reset_Measures() {
+  MapWidthPx = MapHeightPx = 0;
+  MapWidthMm = MapHeightMm = 0;
+  PrintFactor = FontFactor = 1;
+  MapPixelMm = MapPixelMmY = 25.4 / 96;
+  MapUnit.clear();
+  MapUnitPerPixel = 0;
+  MapHasScale = false;
+  GridVisible = false;
+}
+
+void Reset_Colors() {
+  for (int i = 0; i < 16; ++i) Palette[static_cast<size_t>(i)] = QBColor(i);
+  CurVG = 0;
+  CurHG = 14;
+  CurRA = 0;
+  HighlightColor = QBColor(14);
+}
+
+void Reset_Entry() {
+  EntVG = EntHG = EntRA = 0;
+  EntVGColor = EntHGColor = EntRAColor = QBColor(0);
+  EntFont = QStringLiteral("Arial");
+  EntID.clear();
+  EntFontSize = 14;
+  EntCharset = 0;
+  EntAngle = 0;
+  PolyPoints.clear();
+  LinePoints.clear();
+  PolyCount = 0;
+}
+
+void Reset_Windows() {
+  Map = MapState();
+  Tbl = TableState();
+  frmMDI = MdiState();
+  Toolbar1 = ToolbarState();
+  InfoBar = InfoBarState();
+  All_Menus().clear();
+}
+}  // namespace
+
+void Reset_Global_State() {
+  Reset_Files_And_Table();
+  Reset_Measures();
+  Reset_Colors();
+  Reset_Entry();
+  Reset_Windows();
+  MsgText.clear();
+  MsgResult = MsgAnswer::Ok;
+  NotePads.clear();
+  NotePadState.clear();
+  ActiveNotePad = -1;
+}

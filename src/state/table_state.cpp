@@ -1,0 +1,3 @@
+#include "state/table_state.h"
+
+TableState Tbl;

@@ -1,0 +1,62 @@
+#pragma once
+#include <QString>
+
+#include "platform/error.h"
+#include "store/table_file.h"
+
+// What the files of the table file share.
+namespace table_file {
+
+QString Snapshot_File();  // "TEMP.MDB" in the program folder
+// The path without its ending ".MDB".
+QString Without_Ending(const QString& path);
+// Cut at the first point of the file name; folders keep theirs.
+QString Cut_At_First_Point(const QString& path);
+bool Same_Name(const QString& path, const QString& other);  // ignoring case
+// "<base>_err.mdb": an earlier copy of that name is moved to "<base>_err_1.mdb", ... first, so that nothing is
+// overwritten and the name just told is the newest.
+QString Free_Aside_Name(const QString& table, const QString& ending);
+// Moves the table there; damaged files too. Returns the name.
+QString Put_Aside(const QString& table, const QString& ending);
+// CompactDatabase onto a target that may exist: it is replaced when the copy is whole, else it stays.
+void Compact_Over(const QString& source, const QString& target);
+
+bool Is_Access_Error(const Error& error);
+// Tells that a copy could not be written and that the former file stayed.
+void Report_Copy_Error(const QString& target, const Error& error);
+// "" for a table of ours, else what is wrong with it.
+QString Table_Fault(const QString& path);
+// The database service has to know our tables to put a damaged file together again.
+void Tell_Known_Tables();
+
+// Closes recordsets and database; errors are ignored, what waits in the log is read at the next opening.
+void Close_Quietly();
+struct Copies {
+  bool user = true, snapshot = true;  // written, or not needed
+};
+Copies Close_With_Copies();
+// Brings "TEMP.MDB" up to date from the closed table; a failure is told and withdraws the undo.
+bool Take_Snapshot();
+// Close_With_Copies and Load_Table(Reload); the current row stays. `loaded` tells whether the table is open again.
+struct Checkpointed : Copies {
+  bool loaded = false;
+};
+Checkpointed Checkpoint();
+
+// The snapshot belongs to the table that is open or was open last in this session, or at least to this map.
+bool Snapshot_Fits();
+// The snapshot is that of another user table (one was loaded since): undo goes back to its name as well, so that the
+// next checkpoint does not write the old entries over the file that was loaded.
+void Remember_User_Of_Snapshot(const QString& user);
+QString User_Of_Snapshot();
+void Forget_Snapshot();
+
+// State of mnuReset.
+void Arm_Undo(const QString& caption);
+void Disarm_Undo();
+void Draw_If_Open();
+void Show_Saved(const QString& path);
+// Header row: path of the user's table and the map's name.
+void Write_Header_Names(const QString& path, bool withMap);
+
+}  // namespace table_file

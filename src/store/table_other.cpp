@@ -1,0 +1,167 @@
+#include <optional>
+
+#include "platform/database.h"
+#include "platform/file_dialog.h"
+#include "platform/files.h"
+#include "platform/message_box.h"
+#include "state/events.h"
+#include "state/global_state.h"
+#include "state/mdi_state.h"
+#include "state/table_state.h"
+#include "store/entry.h"
+#include "store/file_names.h"
+#include "store/header_row.h"
+#include "store/map_log.h"
+#include "store/table_file_inner.h"
+#include "store/table_file_texts.h"
+
+// Another table into the standard table, and a new one.
+
+namespace texts = table_texts;
+using namespace table_file;
+
+namespace {
+
+void Report_Load_Error(const QString& text) { Message_Box(text, MsgButtons::Ok, MsgIcon::Critical, texts::loadTitle); }
+
+// False if the changed entries should have been saved and were not.
+bool Save_Changed_First() {
+  if (!Table_Is_Changed() || Entry_Count() < 1) return true;
+  if (Message_Box(texts::askChanged, MsgButtons::YesNo, MsgIcon::Question, texts::saveTitle) != MsgAnswer::Yes)
+    return true;
+  if (Save_Table(SaveStep::Save)) return true;
+  Message_Box(texts::notSaved, MsgButtons::Ok, MsgIcon::Warning, texts::saveTitle);
+  return false;
+}
+
+std::optional<QString> Choose_Other_Table() {
+  FileRequest request;
+  request.title = texts::loadTitle;
+  request.defaultExtension = QStringLiteral("MDB");
+  request.filter = texts::loadFilter;
+  QString name = Clean_Path(MapFile);
+  Split_Path(name, request.folder);
+  const std::optional<QString> chosen = File_Dialog(request);
+  if (!chosen) return {};
+  return Clean_Path(*chosen);
+}
+
+// What speaks against loading the file, before anything is touched.
+QString Fault_Of(const QString& path) {
+  if (!File_Exists(path)) return path + QStringLiteral("\n\nDiese Datei wurde nicht gefunden.");
+  if (path.size() > 80) {
+    return path + QStringLiteral("\n\nLänge des Dateinamens = ") + QString::number(path.size()) +
+           QStringLiteral(" Zeichen.\nDie Datei kann nicht geladen werden: zulässig sind 80 Zeichen.");
+  }
+  if (Same_Name(path, TableFile)) return {};
+  const QString fault = Table_Fault(path);
+  if (fault.isEmpty()) return {};
+  return path + u'\n' + texts::damaged + fault + texts::foreign;
+}
+
+// The header keeps long paths in a short form: then their last part has to do.
+bool Same_Map(const QString& stored) {
+  const QString upper = stored.toUpper();
+  if (!upper.endsWith(QLatin1String(".BMP")) && !upper.endsWith(QLatin1String(".JPG"))) return true;
+  const auto name_of = [](const QString& path) { return path.mid(path.lastIndexOf(u'/') + 1); };
+  const QString mine = name_of(Clean_Path(MapFile).toUpper());
+  const QString other = name_of(Clean_Path(upper));
+  const qsizetype dots = other.indexOf(QLatin1String("..."));
+  return dots < 0 ? other == mine : mine.endsWith(other.mid(dots + 3));
+}
+
+// Back to what was there before, from the snapshot: it holds changes that were not saved elsewhere as well.
+void Put_Back(const QString& user, const QString& tag) {
+  Close_Quietly();
+  Tbl.DBGrid1.Caption = user;
+  try {
+    Table_File_Copy(Snapshot_File(), TableFile);
+  } catch (const Error& error) {
+    Report_Copy_Error(TableFile, error);
+  }
+  Load_Table(LoadMode::Reload);
+  Tbl.Tag = tag;
+  Draw_If_Open();
+}
+
+bool Take_Other_Map() {
+  const QString mapName = Read_Header().mapName;
+  if (Same_Map(mapName)) return true;
+  Draw_If_Open();  // the question is about what stands on the map now
+  return Message_Box(texts::otherMap + mapName + texts::otherMapCheck, MsgButtons::YesNo, MsgIcon::Warning,
+                     texts::loadTitle) == MsgAnswer::Yes;
+}
+
+}  // namespace
+
+bool Load_Other_Table(const QString& wanted) {
+  if (!Save_Changed_First()) return false;
+  QString path = Clean_Path(wanted);
+  if (path.isEmpty()) {
+    const std::optional<QString> chosen = Choose_Other_Table();
+    if (!chosen) return false;
+    path = *chosen;
+  }
+  if (const QString fault = Fault_Of(path); !fault.isEmpty()) {
+    Report_Load_Error(fault);
+    return false;
+  }
+  const QString user = Tbl.DBGrid1.Caption, tag = Tbl.Tag;
+  const BusyPointer busy;
+  Close_Quietly();
+  if (!Take_Snapshot()) {
+    Load_Table(LoadMode::Reload);
+    return false;
+  }
+  events.BackgroundText.Emit(path);
+  try {
+    if (!Same_Name(path, TableFile)) Table_File_Copy(path, TableFile);
+  } catch (const Error& error) {
+    Report_Copy_Error(TableFile, error);
+    Put_Back(user, tag);
+    return false;
+  }
+  Tbl.DBGrid1.Caption = path;
+  if (!Load_Table(LoadMode::Reload)) {
+    Put_Back(user, tag);
+    return false;
+  }
+  if (!Take_Other_Map()) {
+    Put_Back(user, tag);
+    return false;
+  }
+  Tbl.DBGrid1.Caption = path;
+  Tbl.Tag = QStringLiteral("Clean");
+  Write_Log(path, 2);
+  Read_Log(2);
+  Draw_If_Open();
+  Remember_User_Of_Snapshot(user);
+  Arm_Undo(texts::undoLoad);
+  return true;
+}
+
+void New_Table() {
+  if (!rsEntries || !Save_Changed_First()) return;
+  const BusyPointer busy;
+  const QString user = Tbl.DBGrid1.Caption;
+  const Copies copies = Close_With_Copies();
+  if (!copies.snapshot || !copies.user) {  // without the copies the entries would be lost
+    Load_Table(LoadMode::Reload);
+    return;
+  }
+  events.BackgroundText.Emit(QStringLiteral("Neu"));
+  bool loaded = false;
+  try {
+    Table_File_Delete(TableFile);
+    loaded = Load_Table(LoadMode::Reload);
+  } catch (const Error& error) {
+    Report_Copy_Error(TableFile, error);
+  }
+  if (!loaded) {
+    Put_Back(user, QStringLiteral("Clean"));
+    return;
+  }
+  Draw_If_Open();
+  Remember_User_Of_Snapshot(user);
+  Arm_Undo(texts::undoNew);
+}

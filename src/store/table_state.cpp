@@ -1,3 +1,0 @@
-#include "store/table_state.h"
-
-TableState Tbl;

@@ -1,0 +1,34 @@
+#pragma once
+#include <QString>
+#include <vector>
+
+#include "tools/map_tool.h"
+
+// Drawing a line or area point by point. A left click sets a vertex, Backspace takes the last one back; a double click,
+// the right button or Enter ends, Esc drops. The vertices are kept in map pixels: the map can be scrolled and zoomed
+// meanwhile. The entry is written at the end, row and vertices in one transaction, and comes into hand.
+class PolyEditor final : public MapTool {
+ public:
+  enum class Kind { Line, Area };
+  explicit PolyEditor(Kind what) : kind(what) {}
+
+  QString Name() const override;
+  QString Status() const override;
+  void Down(QPoint window, MouseKeys keys) override;
+  void Move(QPoint window, bool leftDown) override;
+  void Double_Click(QPoint window) override;
+  bool Right_Click(QPoint window) override;
+  bool Key(int key, MouseKeys keys) override;
+  QPainterPath Outline() const override;
+
+ private:
+  void Finish();
+  bool Write(QString& bookmark) const;
+
+  Kind kind;
+  std::vector<QPoint> points;  // map pixels
+  QPoint mouse;                // window pixels
+};
+
+// Starts it, or drops it if it is in use. No area is begun when 1000 are there; that is told.
+void Poly_Editor(PolyEditor::Kind kind);

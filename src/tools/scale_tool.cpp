@@ -1,0 +1,109 @@
+#include <algorithm>
+#include <cstdlib>
+
+#include "edit/scale_edit.h"
+#include "hand/hand_texts.h"
+#include "state/map_state.h"
+#include "tools/map_tool.h"
+
+namespace {
+
+const QString toolName = QStringLiteral("Scale");
+constexpr int clickReach = 3, tick = 8;  // window pixels
+
+class MeasureTool : public MapTool {
+ public:
+  MeasureTool(std::function<void(const MeasuringLine&)> heard, std::function<void()> gone)
+      : drawn(std::move(heard)), dropped(std::move(gone)) {}
+  QString Name() const override { return toolName; }
+  QString Status() const override { return hand_texts::measure; }
+
+  // A line is drawn by dragging, or by a click at either end.
+  void Down(QPoint window, MouseKeys) override {
+    if (!drawing) {
+      start = window;
+      line.from = line.to = Map_At(window);
+      line.Tag.clear();
+    }
+    drawing = true;
+    Draw_To(window);
+  }
+  void Move(QPoint window, bool) override {
+    if (drawing) Draw_To(window);
+  }
+  void Up(QPoint window) override {
+    if (!drawing) return;
+    Draw_To(window);
+    const QPoint by = window - start;
+    drawing = std::max(std::abs(by.x()), std::abs(by.y())) < clickReach;
+  }
+  QPainterPath Outline() const override {
+    QPainterPath path;
+    if (line.Tag.isEmpty()) return path;
+    const QPoint from(Window_X(line.from.x()), Window_Y(line.from.y())),
+        to(Window_X(line.to.x()), Window_Y(line.to.y()));
+    const QPoint across = line.Tag == QLatin1String("H") ? QPoint(0, tick) : QPoint(tick, 0);
+    path.moveTo(from);
+    path.lineTo(to);
+    for (const QPoint end : {from, to}) {
+      path.moveTo(end - across);
+      path.lineTo(end + across);
+    }
+    return path;
+  }
+  void Dropped() override {
+    if (dropped) dropped();
+  }
+
+ private:
+  static QPoint Map_At(QPoint window) { return {Map_X(window.x()), Map_Y(window.y())}; }
+
+  void Draw_To(QPoint window) {
+    const QPoint at = Map_At(window), by = at - line.from;
+    const bool lies = std::abs(by.x()) >= std::abs(by.y());
+    line.to = lies ? QPoint(at.x(), line.from.y()) : QPoint(line.from.x(), at.y());
+    line.Tag = lies ? QStringLiteral("H") : QStringLiteral("V");
+    if (drawn) drawn(line);
+  }
+
+  std::function<void(const MeasuringLine&)> drawn;
+  std::function<void()> dropped;
+  MeasuringLine line;
+  QPoint start;
+  bool drawing = false;
+};
+
+class PlaceTool : public MapTool {
+ public:
+  PlaceTool(std::function<void(QPoint)> heard, std::function<void()> gone)
+      : placed(std::move(heard)), dropped(std::move(gone)) {}
+  QString Name() const override { return toolName; }
+  QString Status() const override { return hand_texts::placeScale; }
+  void Down(QPoint window, MouseKeys) override {
+    End_Map_Tool();
+    placed({Map_X(window.x()), Map_Y(window.y())});
+  }
+  void Dropped() override {
+    if (dropped) dropped();
+  }
+
+ private:
+  std::function<void(QPoint)> placed;
+  std::function<void()> dropped;
+};
+
+}  // namespace
+
+int MeasuringLine::Length() const { return std::max(std::abs(to.x() - from.x()), std::abs(to.y() - from.y())); }
+
+QPoint MeasuringLine::Upper_Left() const { return {std::min(from.x(), to.x()), std::min(from.y(), to.y())}; }
+
+void Measure_Scale(std::function<void(const MeasuringLine&)> drawn, std::function<void()> dropped) {
+  Use_Map_Tool(std::make_unique<MeasureTool>(std::move(drawn), std::move(dropped)));
+}
+
+void Place_Scale(std::function<void(QPoint map)> placed, std::function<void()> dropped) {
+  Use_Map_Tool(std::make_unique<PlaceTool>(std::move(placed), std::move(dropped)));
+}
+
+bool Scale_Tool_In_Use() { return Map_Tool_In_Use() && Map.Tool == toolName; }

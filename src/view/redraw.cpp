@@ -1,0 +1,216 @@
+#include "view/redraw.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "hand/activation.h"
+#include "objects/net_draw.h"
+#include "platform/message_box.h"
+#include "state/coordinate_state.h"
+#include "state/events.h"
+#include "state/global_state.h"
+#include "state/map_state.h"
+#include "state/mdi_state.h"
+#include "state/table_state.h"
+#include "store/entry.h"
+#include "store/entry_edit.h"
+#include "tools/plan_squares.h"
+#include "view/entry_painter.h"
+
+namespace {
+
+constexpr int windowGrey = 7;  // colour numbers of the window's ground and pen
+constexpr int windowBlue = 9;
+
+bool passRunning = false;
+
+// The scan half mixed with white, so that the entries stand out.
+void Lighten(QImage& picture, int width, int height) {
+  for (int y = 0; y < std::min(height, picture.height()); ++y) {
+    QRgb* line = reinterpret_cast<QRgb*>(picture.scanLine(y));
+    for (int x = 0; x < std::min(width, picture.width()); ++x) line[x] = 0xff808080U + ((line[x] >> 1) & 0x7f7f7fU);
+  }
+}
+
+// The clip of the zoom onto the window: at 100 % and below it has the window's scale already.
+void Paint_Clip(QImage& canvas) {
+  const auto surface = Make_Surface(canvas);
+  surface->Cls(QBColor(windowGrey));
+  const MapClipState& clip = Map.MapClip[static_cast<size_t>(Map.ClipLevel)];
+  const QRectF source(clip.ClipX, clip.ClipY, clip.ClipWidth, clip.ClipHeight);
+  const QRectF target =
+      Map.Zoom < 1.0F ? QRectF(0, 0, Map.ViewWidth, Map.ViewHeight) : QRectF(0, 0, clip.ClipWidth, clip.ClipHeight);
+  surface->PaintPicture(target, clip.image, source);
+}
+
+void Fill_Corner(Surface& surface) {
+  if (!Map.HScroller.Visible || !Map.VScroller.Visible) return;
+  surface.FilledBox(
+      QRectF(Map.ScaleWidth - Map.ScrollBarW, Map.ScaleHeight - Map.ScrollBarH, Map.ScrollBarW, Map.ScrollBarH),
+      QBColor(windowGrey));
+}
+
+void Show_Counts(const DrawCounts& counts) {
+  Map.MarkCount = counts.marked;
+  Map.HiddenCount = counts.hidden;
+  Map.InactiveCount = counts.inactive;
+  frmMDI.HasHidden = counts.hidden > 0;
+  Follow_Plan_Squares(counts.planRows > 0, counts.planShown > 0);
+  const QString text = Count_Text(counts.hidden, counts.inactive);
+  InfoBar.Panel[2] = text.isEmpty() ? Tbl.DBGrid1.Caption : text;
+  frmMDI.Enabled = true;
+}
+
+// A ring and a cross round the place that was found.
+void Draw_Position_Mark(DrawContext& context) {
+  if (!Map.PositionMark) return;
+  constexpr double radius = 9, arm = 16;
+  const QPointF at = context.view.Point(*Map.PositionMark);
+  const KeepPen keep(context.surface);
+  context.surface.pen = {};
+  for (const auto& [color, width] : {std::pair(QBColor(15), 3.0), std::pair(QBColor(12), 1.0)}) {
+    context.surface.pen.ForeColor = color;
+    context.surface.pen.DrawWidth = width;
+    context.surface.Ellipse(QRectF(at.x() - radius, at.y() - radius, 2 * radius + 1, 2 * radius + 1));
+    context.surface.Line(at - QPointF(arm, 0), at + QPointF(arm + 1, 0));
+    context.surface.Line(at - QPointF(0, arm), at + QPointF(0, arm + 1));
+  }
+}
+
+// The entry that could not be drawn stands as the current row: the user may delete it.
+bool Ask_Delete(const Error& error) {
+  const MsgAnswer answer =
+      Message_Box(QStringLiteral("Fehler: %1 %2\n%3\n\nSoll dieser Eintrag gelöscht werden?")
+                      .arg(error.number)
+                      .arg(error.text, Entry_Name()),
+                  MsgButtons::YesNo, MsgIcon::Question, QStringLiteral("Fehler"), MsgDefault::Second);
+  if (answer != MsgAnswer::Yes) return false;
+  rsEntries->Delete();
+  Tbl.Tag = QStringLiteral("Dirty");
+  Map.CurBookmark.clear();
+  events.TableChanged.Emit();
+  return true;
+}
+
+}  // namespace
+
+void Draw_Background(DrawContext& context) {
+  const QImage& scan = Map.MapClip[0].image;
+  if (scan.isNull()) return;
+  const ViewTransform& view = context.view;
+  const QRectF whole(0, 0, scan.width(), scan.height());
+  const QRectF seen(view.Left + (context.window.left() - view.originX) * view.Zoom,
+                    view.Top + (context.window.top() - view.originY) * view.Zoom, context.window.width() * view.Zoom,
+                    context.window.height() * view.Zoom);
+  const QRectF source = whole & seen;
+  if (source.isEmpty()) return;
+  const QRectF target(QPointF(view.X(source.left()), view.Y(source.top())),
+                      QPointF(view.X(source.right()), view.Y(source.bottom())));
+  context.surface.PaintPicture(target, scan, source);
+}
+
+DrawCounts Draw_Entries(DrawContext& context) {
+  if (!rsEntries) return {};
+  const KeepCurrentRow keep;
+  EntryPainter painter(context);
+  rsEntries->MoveFirst();
+  if (!rsEntries->Eof()) rsEntries->MoveNext();  // the header row is no entry
+  while (!rsEntries->Eof()) {
+    try {
+      painter.Draw_Row(*rsEntries);
+    } catch (const Error& error) {
+      if (Ask_Delete(error)) {
+        Map.DrawAbort = true;
+        break;
+      }
+    }
+    if (Map.DrawAbort) break;
+    rsEntries->MoveNext();
+  }
+  painter.Finish();
+  return painter.Counts();
+}
+
+void Draw_Grid(DrawContext& context) {
+  if (GridVisible && (Coord.Geographic() || Coord.Metric())) Draw_Net(context, Coord);
+}
+
+void Map_Redraw() {
+  if (!frmMDI.MapOpen || !rsEntries || Map.MapClip[0].image.isNull() || passRunning) return;
+  passRunning = true;
+  Hand_Before_Redraw();
+  Map.FontMissingAnswer.clear();
+  Delete_Regions();
+  Map.Minimized = false;
+  if (!Map.CurBookmark.isEmpty() && rsEntries->HasRow(Map.CurBookmark)) rsEntries->SetBookmark(Map.CurBookmark);
+  const int width = std::max(1, Map.ScaleWidth), height = std::max(1, Map.ScaleHeight);
+  if (Map.canvas.size() != QSize(width, height)) Map.canvas = Make_Canvas(width, height);
+  Paint_Clip(Map.canvas);
+  if (frmMDI.Light) Lighten(Map.canvas, Map.ViewWidth, Map.ViewHeight);
+  bool aborted = false;
+  {
+    const auto surface = Make_Surface(Map.canvas);
+    surface->pen.ForeColor = QBColor(windowBlue);
+    const QRectF window(0, 0, Map.ViewWidth, Map.ViewHeight);
+    surface->SetClip(window);
+    DrawContext context{
+        *surface,
+        {static_cast<double>(Map.ViewLeft), static_cast<double>(Map.ViewTop), static_cast<double>(Map.Zoom)},
+        window,
+        &Map.EntryRegions};
+    Map.DrawAbort = false;
+    Show_Counts(Draw_Entries(context));
+    aborted = Map.DrawAbort;
+    if (!aborted) {
+      Draw_Grid(context);
+      Draw_Position_Mark(context);
+      Draw_Raster_Preview(context);
+    }
+    Map.DrawAbort = false;
+    surface->SetClip({});
+    Fill_Corner(*surface);
+  }
+  passRunning = false;
+  if (!rsEntries->Eof() && !rsEntries->Bof()) Map.CurBookmark = rsEntries->Bookmark();
+  if (aborted) return Map_Redraw();  // the rest of the entries, without the one deleted
+  Hand_After_Redraw();
+  events.StateChanged.Emit();
+  events.MapPainted.Emit();
+}
+
+void Delete_Regions() { Map.EntryRegions.Clear(); }
+
+QImage Map_Picture_With_Entries() {
+  QImage picture = Make_Canvas(MapWidthPx, MapHeightPx);
+  if (picture.isNull()) Raise(errors::outOfMemory);
+  const auto surface = Make_Surface(picture);
+  const QRectF whole(0, 0, MapWidthPx, MapHeightPx);
+  DrawContext context{*surface, {}, whole};
+  Draw_Background(context);
+  Draw_Entries(context);
+  Draw_Grid(context);
+  return picture;
+}
+
+QString Count_Text(int hidden, int inactive) {
+  const auto half = [](int count, const QString& what) {
+    return count == 0
+               ? QString()
+               : QString::number(count) + (count == 1 ? QStringLiteral(" Objekt") : QStringLiteral(" Objekte")) + what;
+  };
+  const QString first = half(hidden, QStringLiteral(" unsichtbar")),
+                second = half(inactive, QStringLiteral(" inaktiv"));
+  return first + (first.isEmpty() || second.isEmpty() ? QString() : QStringLiteral("  ")) + second;
+}
+
+void Connect_Canvas() {
+  static int listener = 0;
+  events.RedrawWanted.Disconnect(listener);
+  listener = events.RedrawWanted.Connect([] { Map_Redraw(); });
+  static int closed = 0;
+  events.MapClosed.Disconnect(closed);
+  closed = events.MapClosed.Connect([] {
+    Show_Raster_Preview({});
+    Set_Raster_Active(false);
+  });
+}

@@ -1,0 +1,390 @@
+#include "view/view.h"
+
+#include <QImage>
+#include <algorithm>
+#include <cmath>
+#include <map>
+
+#include "platform/text.h"
+#include "state/events.h"
+#include "state/global_state.h"
+#include "state/map_state.h"
+#include "state/mdi_state.h"
+#include "state/table_state.h"
+#include "store/entry.h"
+#include "view/redraw.h"
+#include "view/reduce.h"
+
+namespace {
+
+constexpr int barThickness = 20;  // window pixels
+constexpr int overhangAllowed = 3;
+constexpr float zoomMin = 0.125F, zoomMax = 20.0F;
+constexpr qint64 copiesLimit = 512LL << 20;  // bytes of reduced copies kept for the way back
+
+// Reduced copies by their factor against the scan, so that going back to a zoom builds nothing.
+std::map<float, QImage> reducedCopies;
+int builds = 0;
+
+const char* const zoomMenus[] = {"mnuZoom200", "mnuZoom100", "mnuZoom75",     "mnuZoom50",   "mnuZoom25",
+                                 "mnuZoom10",  "mnuZoomFak", "mnuZoomBreite", "mnuZoomHoehe"};
+
+MapClipState& Current_Clip() { return Map.MapClip[static_cast<size_t>(Map.ClipLevel)]; }
+
+// Map pixels per pixel of the current clip.
+double Clip_Unit() { return Map.Zoom > 1.0F ? static_cast<double>(Map.Zoom) : 1.0; }
+
+void Hide_Floating() {
+  Map.Text2.Visible = false;
+  Map.imgRfLine.Visible = false;
+  Map.imgBild.Visible = false;
+  Map.lblShape.Visible = false;
+}
+
+void Show_Zoom_Text(const QString& text) {
+  InfoBar.Zoom = text;
+  events.StateChanged.Emit();
+}
+
+void Forget_Distant_Copies(float wanted) {
+  qint64 bytes = 0;
+  for (const auto& [factor, image] : reducedCopies) bytes += image.sizeInBytes();
+  for (auto it = reducedCopies.begin(); it != reducedCopies.end() && bytes > copiesLimit;) {
+    const bool chain = it->first == 2.0F || it->first == 4.0F;
+    if (chain || it->first == wanted) {
+      ++it;
+      continue;
+    }
+    bytes -= it->second.sizeInBytes();
+    it = reducedCopies.erase(it);
+  }
+}
+
+// The copy of the scan reduced by `factor` in all; from the half-size chain where that is nearer.
+const QImage& Reduced_Copy(float factor) {
+  const auto found = reducedCopies.find(factor);
+  if (found != reducedCopies.end()) return found->second;
+  const float base = factor > 4.0F ? 4.0F : factor > 2.0F ? 2.0F : 1.0F;
+  const QImage source = factor == 4.0F ? Reduced_Copy(2.0F) : base == 1.0F ? Map.MapClip[0].image : Reduced_Copy(base);
+  const float step = factor == 4.0F ? 2.0F : factor / base;
+  Show_Zoom_Text(QStringLiteral("Karte wird gezoomt. Bitte warten."));
+  QImage copy = Reduced_Picture(source, static_cast<double>(step));
+  ++builds;
+  Show_Zoom_Text({});
+  const QImage& kept = reducedCopies[factor] = std::move(copy);
+  Forget_Distant_Copies(factor);
+  return kept;
+}
+
+void Use_Clip(int level, const QImage& image, float factor) {
+  MapClipState& clip = Map.MapClip[static_cast<size_t>(level)];
+  clip.image = image;
+  clip.Tag = level == 3 ? QString::number(static_cast<int>(Int(static_cast<double>(Map.Zoom) * 100)))
+                        : Number_Text(static_cast<double>(factor));
+  Map.ClipLevel = level;
+}
+
+void Choose_Clip() {
+  const float zoom = Map.Zoom;
+  if (zoom <= 1.0F) {
+    Map.ClipLevel = 0;
+    return;
+  }
+  if (zoom < 2.0F) return Use_Clip(1, Reduced_Copy(zoom), zoom);
+  Use_Clip(1, Reduced_Copy(2.0F), 1.0F);
+  if (zoom == 2.0F) return;
+  if (zoom < 4.0F) return Use_Clip(2, Reduced_Copy(zoom), zoom / 2);
+  Use_Clip(2, Reduced_Copy(4.0F), 1.0F);
+  if (zoom > 4.0F) Use_Clip(3, Reduced_Copy(zoom), zoom / 4);
+}
+
+struct MapPoint {
+  double x = 0, y = 0;
+};
+
+// Map position under a window position, uncut.
+MapPoint Map_Position(double windowX, double windowY) {
+  const auto zoom = static_cast<double>(Map.Zoom);
+  return {windowX * zoom + Map.ViewLeft, windowY * zoom + Map.ViewTop};
+}
+
+MapPoint View_Centre() { return Map_Position(Map.ViewWidth / 2.0, Map.ViewHeight / 2.0); }
+
+void Follow_Bar(ScrollState& bar, int clipStart, float unit) {
+  bar.Value =
+      !bar.Visible || unit <= 0
+          ? 0
+          : std::clamp(static_cast<int>(std::lround(clipStart * Clip_Unit() / static_cast<double>(unit))), 0, bar.Max);
+}
+
+// Puts the clip so that the map position stands at its upper left corner, as far as the scan reaches.
+void Place_Clip(double mapLeft, double mapTop) {
+  MapClipState& clip = Current_Clip();
+  const double unit = Clip_Unit();
+  const auto fit = [unit](double position, int extent, int size) {
+    return std::clamp(static_cast<int>(std::lround(position / unit)), 0, std::max(0, size - extent));
+  };
+  clip.ClipX = fit(mapLeft, clip.ClipWidth, clip.image.width());
+  clip.ClipY = fit(mapTop, clip.ClipHeight, clip.image.height());
+  Map.ViewLeft = static_cast<int>(std::lround(clip.ClipX * unit));
+  Map.ViewTop = static_cast<int>(std::lround(clip.ClipY * unit));
+  Follow_Bar(Map.HScroller, clip.ClipX, Map.ScrollUnitX);
+  Follow_Bar(Map.VScroller, clip.ClipY, Map.ScrollUnitY);
+}
+
+// Which bars are needed. Each takes room from the other direction, so the second look counts the first one's bar in.
+// The overhang is counted at the zoom itself below 100 % too: otherwise an enlarged map could not be scrolled to its
+// end.
+void Choose_Bars(double& overX, double& overY) {
+  const auto zoom = static_cast<double>(Map.Zoom);
+  Map.ScrollBarW = Map.ScrollBarH = 0;
+  for (int pass = 0; pass < 2; ++pass) {
+    overX = MapWidthPx - (Map.ScaleWidth - Map.ScrollBarW) * zoom;
+    overY = MapHeightPx - (Map.ScaleHeight - Map.ScrollBarH) * zoom;
+    Map.ScrollBarH = overX > overhangAllowed ? barThickness : 0;
+    Map.ScrollBarW = overY > overhangAllowed ? barThickness : 0;
+  }
+  overX = MapWidthPx - (Map.ScaleWidth - Map.ScrollBarW) * zoom;
+  overY = MapHeightPx - (Map.ScaleHeight - Map.ScrollBarH) * zoom;
+}
+
+void Size_Clip() {
+  MapClipState& clip = Current_Clip();
+  const double scale = Map.Zoom < 1.0F ? static_cast<double>(Map.Zoom) : 1.0;  // clip pixels per window pixel
+  const auto extent = [scale](int room, int size) {
+    return std::clamp(static_cast<int>(std::ceil(room * scale)), 1, std::max(1, size));
+  };
+  clip.ClipWidth = extent(Map.ScaleWidth - Map.ScrollBarW, clip.image.width());
+  clip.ClipHeight = extent(Map.ScaleHeight - Map.ScrollBarH, clip.image.height());
+  Map.ViewWidth = static_cast<int>(std::lround(clip.ClipWidth / scale));
+  Map.ViewHeight = static_cast<int>(std::lround(clip.ClipHeight / scale));
+}
+
+void Set_Bars(MapPoint centre) {
+  double overX = 0, overY = 0;
+  Choose_Bars(overX, overY);
+  Map.HScroller.Visible = Map.ScrollBarH > 0;
+  Map.VScroller.Visible = Map.ScrollBarW > 0;
+  Map.HScroller.Max = Map.VScroller.Max = 100;
+  Map.ScrollUnitX = static_cast<float>(std::max(0.0, overX) / 100);
+  Map.ScrollUnitY = static_cast<float>(std::max(0.0, overY) / 100);
+  Map.ClipScale = std::max(1.0F, Map.Zoom);
+  Size_Clip();
+  const auto zoom = static_cast<double>(Map.Zoom);
+  Place_Clip(centre.x - Map.ViewWidth * zoom / 2, centre.y - Map.ViewHeight * zoom / 2);
+}
+
+// Room for the map window above the table: where the table is shown a high map leaves it a quarter.
+int Room_Above_Table() {
+  const bool shared = frmMDI.TblVisible && !Tbl.Minimized && !Map.Maximized;
+  return shared ? frmMDI.InnerHeight * 75 / 100 : frmMDI.InnerHeight;
+}
+
+// Size of the map window in the normal state: as large as the scan, within the main window, with room for the table.
+void Choose_Window_Size() {
+  if (Map.Maximized) {
+    Map.WantWidth = Map.WantHeight = 0;
+    return;
+  }
+  const auto zoom = static_cast<double>(Map.Zoom);
+  const int width = static_cast<int>(std::ceil(MapWidthPx / zoom)),
+            height = static_cast<int>(std::ceil(MapHeightPx / zoom));
+  Map.Left = Map.Top = 0;
+  Map.WantWidth = std::min(width, frmMDI.InnerWidth);
+  Map.WantHeight = std::min(height, frmMDI.InnerHeight);
+  if (Map.WantHeight > frmMDI.InnerHeight * 8 / 10) Map.WantHeight = std::min(Map.WantHeight, Room_Above_Table());
+  if (width > Map.WantWidth && height <= Map.WantHeight)
+    Map.WantHeight = std::min(height + barThickness, frmMDI.InnerHeight);
+  if (height > Map.WantHeight && width <= Map.WantWidth)
+    Map.WantWidth = std::min(width + barThickness, frmMDI.InnerWidth);
+  Map.ScaleWidth = std::max(1, Map.WantWidth);
+  Map.ScaleHeight = std::max(1, Map.WantHeight);
+}
+
+void Lay_Out_Around(MapPoint centre) {
+  if (!Map.Visible || Map.Minimized || Map.MapClip[0].image.isNull()) return;
+  const BusyPointer busy;
+  Map.imgRfLine.Visible = false;
+  Map.Text2.Visible = false;
+  if (Map.Zoom == 0.0F) Map.Zoom = 1.0F;
+  if (Current_Clip().image.isNull()) Choose_Clip();
+  Choose_Window_Size();
+  Set_Bars(centre);
+  events.StateChanged.Emit();
+  Map_Redraw();
+}
+
+void Apply_Zoom(float factor, MapPoint centre) {
+  Map.Zoom = std::clamp(factor, zoomMin, zoomMax);
+  frmMDI.Caption = QStringLiteral("FLURAX - %1%").arg(Zoom_Percent());
+  if (Zoom_Percent() >= 100) {
+    Map.ClipLevel = 0;
+    FensterSize();
+  }
+  ReduceMap();
+  Lay_Out_Around(centre);
+  InfoBar.Zoom = QStringLiteral("%1 %").arg(Zoom_Percent());
+  events.StateChanged.Emit();
+}
+
+}  // namespace
+
+void Set_Map_Picture(const QImage& picture) {
+  Clear_Map_Picture();
+  Map.MapClip[0].image = picture;
+  Map.MapClip[0].Tag = QStringLiteral("1");
+}
+
+void Clear_Map_Picture() {
+  Map.FontsAsked.clear();
+  reducedCopies.clear();
+  builds = 0;
+  for (MapClipState& clip : Map.MapClip) clip = {};
+  Map.ClipLevel = 0;
+  Map.ViewLeft = Map.ViewTop = 0;
+  Map.HScroller = Map.VScroller = {};
+}
+
+void Set_Zoom(double factor) {
+  Hide_Floating();
+  Fit_Map_Window();
+  const float wanted = std::clamp(static_cast<float>(factor), zoomMin, zoomMax);
+  if (wanted == Map.Zoom) return;
+  Apply_Zoom(wanted, View_Centre());
+}
+
+void Clear_Zoom_Checks() {
+  for (const char* name : zoomMenus) Menu(QLatin1String(name)).Checked = false;
+}
+
+void Set_Zoom_By_Menu(const QString& menuName) {
+  static const std::map<QString, double> fixed = {
+      {QStringLiteral("mnuZoom200"), 0.5},       {QStringLiteral("mnuZoom100"), 1.0},
+      {QStringLiteral("mnuZoom75"), 100.0 / 75}, {QStringLiteral("mnuZoom50"), 2.0},
+      {QStringLiteral("mnuZoom25"), 4.0},        {QStringLiteral("mnuZoom10"), 10.0}};
+  if (!frmMDI.MapOpen || MapWidthPx < 1 || MapHeightPx < 1) return;
+  Clear_Zoom_Checks();
+  const auto found = fixed.find(menuName);
+  if (found != fixed.end()) {
+    Set_Zoom(found->second);
+  } else {
+    // The map's full width or height: where the other direction needs a bar, its room is taken off.
+    const bool width = menuName == QLatin1String("mnuZoomBreite");
+    const double size = width ? MapWidthPx : MapHeightPx, other = width ? MapHeightPx : MapWidthPx;
+    const int room = width ? frmMDI.InnerWidth : Room_Above_Table(),
+              otherRoom = width ? Room_Above_Table() : frmMDI.InnerWidth;
+    const double full = size / std::max(1, room);
+    const bool bar = other / full > otherRoom + overhangAllowed / full;
+    Set_Zoom(bar ? size / std::max(1, room - barThickness) : full);
+  }
+  Menu(menuName).Checked = true;
+  events.StateChanged.Emit();
+}
+
+void Zoom_Map() { Apply_Zoom(Map.Zoom == 0.0F ? 1.0F : Map.Zoom, View_Centre()); }
+
+void Zoom_At(double factor, int windowX, int windowY) {
+  if (!frmMDI.MapOpen) return;
+  const float wanted = std::clamp(static_cast<float>(factor), zoomMin, zoomMax);
+  if (wanted == Map.Zoom) return;
+  const MapPoint under = Map_Position(windowX, windowY);
+  const MapPoint centre = View_Centre();
+  const double ratio = static_cast<double>(wanted) / static_cast<double>(Map.Zoom);
+  Hide_Floating();
+  Clear_Zoom_Checks();
+  Apply_Zoom(wanted, {under.x + (centre.x - under.x) * ratio, under.y + (centre.y - under.y) * ratio});
+}
+
+void ReduceMap() {
+  const BusyPointer busy;
+  const Step step = Guarded(QStringLiteral("Karte zoomen: Reduce_Map"), [] {
+    Choose_Clip();
+    Map.ClipScale = std::max(1.0F, Map.Zoom);
+  });
+  if (step == Step::Done) return;
+  // No room for the copy: the scan at full size is there, so the map stays visible.
+  Map.Zoom = 1.0F;
+  Map.ClipLevel = 0;
+  Map.ClipScale = 1.0F;
+  frmMDI.Caption = QStringLiteral("FLURAX - 100%");
+}
+
+void FensterSize() {
+  if (Map.Maximized) return;
+  Map.WantWidth = std::min(Current_Clip().image.width(), frmMDI.InnerWidth);
+  Map.WantHeight = std::min(Current_Clip().image.height(), frmMDI.InnerHeight);
+}
+
+void Layout_Map() { Lay_Out_Around(View_Centre()); }
+
+void Map_Resized() {
+  if (!Map.Visible || Map.Minimized || Map.MapClip[0].image.isNull()) return;
+  // The upper left corner stays where it is while the user drags the window's edge.
+  const MapPoint corner{static_cast<double>(Map.ViewLeft), static_cast<double>(Map.ViewTop)};
+  Set_Bars(corner);
+  Place_Clip(corner.x, corner.y);
+  events.StateChanged.Emit();
+  Map_Redraw();
+}
+
+void Fit_Map_Window() {
+  if (Map.Maximized) return;
+  Map.Left = Map.Top = 0;
+  Map.WantWidth = frmMDI.InnerWidth;
+  Map.WantHeight = frmMDI.InnerHeight;
+}
+
+void Set_Window_Layout() {
+  Map.Maximized = false;
+  Layout_Map();
+}
+
+void Scroll_Changed(bool horizontal, int value) {
+  ScrollState& bar = horizontal ? Map.HScroller : Map.VScroller;
+  if (bar.Tag == QLatin1String("-1") || !bar.Visible) return;
+  bar.Value = std::clamp(value, 0, bar.Max);
+  Map.imgBild.Visible = Map.imgRfLine.Visible = Map.lblShape.Visible = false;
+  const double position = bar.Value * static_cast<double>(horizontal ? Map.ScrollUnitX : Map.ScrollUnitY);
+  const int chosen = bar.Value;
+  Place_Clip(horizontal ? position : Map.ViewLeft, horizontal ? Map.ViewTop : position);
+  bar.Value = chosen;
+  Map_Redraw();
+}
+
+void ScrollMap(int mapX, int mapY) {
+  // The unit counts map pixels at every zoom, so no factor is needed below 100 %.
+  const MapClipState& clip = Current_Clip();
+  const auto bar = [](const ScrollState& scroller, double position, float unit) {
+    return scroller.Visible && unit > 0 ? std::clamp(static_cast<int>(position / static_cast<double>(unit)), 0, 100)
+                                        : -1;
+  };
+  const int valueX = bar(Map.HScroller, mapX - clip.ClipWidth * Clip_Unit() / 5, Map.ScrollUnitX);
+  const int valueY = bar(Map.VScroller, mapY - clip.ClipHeight * Clip_Unit() / 2, Map.ScrollUnitY);
+  if (valueX < 0 && valueY < 0) return;
+  Place_Clip(valueX < 0 ? Map.ViewLeft : valueX * static_cast<double>(Map.ScrollUnitX),
+             valueY < 0 ? Map.ViewTop : valueY * static_cast<double>(Map.ScrollUnitY));
+  events.StateChanged.Emit();
+  Map_Redraw();
+}
+
+void Scroll_By(int dx, int dy) {
+  if (Map.MapClip[0].image.isNull()) return;
+  const int oldLeft = Map.ViewLeft, oldTop = Map.ViewTop;
+  Map.imgBild.Visible = Map.imgRfLine.Visible = Map.lblShape.Visible = false;
+  Place_Clip(Map.ViewLeft + dx * static_cast<double>(Map.Zoom), Map.ViewTop + dy * static_cast<double>(Map.Zoom));
+  if (oldLeft == Map.ViewLeft && oldTop == Map.ViewTop) return;
+  events.StateChanged.Emit();
+  Map_Redraw();
+}
+
+void Set_Light(bool light) {
+  frmMDI.Light = light;
+  Menu(QStringLiteral("mnuBildHell")).Checked = light;
+  Menu(QStringLiteral("mnuBildDunkel")).Checked = !light;
+  Layout_Map();
+  events.StateChanged.Emit();
+}
+
+int Zoom_Percent() { return static_cast<int>(std::floor(100.0F / Map.Zoom)); }
+
+int Clip_Builds() { return builds; }

@@ -1,0 +1,173 @@
+#include "windows/import/frmCSVImport.h"
+
+#include <QFileInfo>
+#include <QHeaderView>
+#include <QIntValidator>
+#include <QMenuBar>
+#include <QTableWidget>
+
+#include "import/csv_place.h"
+#include "platform/message_box.h"
+#include "state/dialog_hooks.h"
+#include "state/events.h"
+#include "ui_frmCSVImport.h"
+#include "windows/common/frm_dialogs.h"
+#include "windows/desktop/application.h"
+
+namespace {
+
+const QString windowWords = QStringLiteral("CSV-Tabelle Import: ");
+const QString helpPage = QStringLiteral("CSV-Import.htm");
+constexpr int previewLines = 8;
+constexpr size_t listedEntries = 200;  // more cannot be looked through by hand
+constexpr int farthestStep = 32767;
+
+// Where the entry will lie, or why it will not come.
+QString Where(const CsvTable& table, const CsvRecord& record) {
+  // The net of a map can be unfit for any coordinate; the import itself tells that.
+  try {
+    const CsvPlace place = Csv_Place_Of(table, Coord, record);
+    return place.onMap ? QStringLiteral("%1 : %2 Pixel").arg(place.at.x()).arg(place.at.y()) : place.reason;
+  } catch (const Error& error) {
+    return error.text.isEmpty() ? Error_Text(error.number) : error.text;
+  }
+}
+
+}  // namespace
+
+FrmCSVImport::FrmCSVImport(QWidget* parent) : QDialog(parent), ui(std::make_unique<Ui::FrmCSVImport>()) {
+  ui->setupUi(this);
+  Prepare_Dialog(*this, helpPage);
+  setWindowModality(Qt::NonModal);
+  Make_Menus();
+  for (QLineEdit* field : {ui->txtXPix, ui->txtYPix}) {
+    field->setValidator(new QIntValidator(-farthestStep, farthestStep, this));
+    field->setAlignment(Qt::AlignRight);
+  }
+  ui->tblPreview->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+  ui->tblPreview->horizontalHeader()->setSectionResizeMode(0, QHeaderView::Stretch);
+  connect(ui->cmbEintrag, &QComboBox::currentIndexChanged, this, &FrmCSVImport::Show_Entry);
+  closedListener = events.MapClosed.Connect([this] { reject(); });
+  Forget_Table();
+}
+
+FrmCSVImport::~FrmCSVImport() { events.MapClosed.Disconnect(closedListener); }
+
+void FrmCSVImport::Make_Menus() {
+  auto* bar = new QMenuBar(this);
+  bar->setNativeMenuBar(false);
+  const auto add = [&](const char* name, const QString& caption, const QKeySequence& key, auto work) {
+    QAction* action = bar->addAction(caption);
+    action->setObjectName(QLatin1String(name));
+    action->setShortcut(key);
+    connect(action, &QAction::triggered, this, work);
+    addAction(action);
+  };
+  add("mnuOpenFile", QStringLiteral("Ö&ffnen"), QKeySequence::Open, [this] { Run_Guarded([this] { Open_File(); }); });
+  add("mnuImport", QStringLiteral("&Importieren"), {}, [this] { Run_Guarded([this] { Import(); }); });
+  add("mnuHelp", QStringLiteral("&Hilfe"), {}, [this] { Show_Help(this, helpPage); });
+  layout()->setMenuBar(bar);
+}
+
+void FrmCSVImport::Open_File() {
+  const QString path = Choose_Csv();
+  if (path.isEmpty()) return;
+  Forget_Table();
+  ui->lblFileName->setText(path);
+  setWindowTitle(windowWords + QFileInfo(path).fileName());
+  if (Is_Plz_File(path)) {
+    if (Csv_Plz(path)) ui->lblMsg->setText(QStringLiteral("Die Umrisse wurden umgerechnet."));
+    return;
+  }
+  bool read = false;
+  {
+    const BusyPointer busy;
+    read = Csv_Analyse(path, table);
+  }
+  if (read) return Show_Table();
+  table = {};
+  ui->lblMsg->setText(QStringLiteral("Aus dieser Datei kann nichts importiert werden."));
+}
+
+void FrmCSVImport::Forget_Table() {
+  table = {};
+  ui->cmbEintrag->clear();
+  ui->tblPreview->setRowCount(0);
+  ui->lblWo->clear();
+  ui->lblInfo->setText(QStringLiteral("Noch ist keine Datei gewählt."));
+  ui->lblMsg->setText(QStringLiteral("Bitte wählen Sie 'Öffnen' ganz oben."));
+  findChild<QAction*>(QStringLiteral("mnuImport"))->setEnabled(false);
+}
+
+void FrmCSVImport::Show_Table() {
+  CsvReader reader(table);
+  const size_t listed = std::min(listedEntries, table.CsvLines.size());
+  QStringList texts;
+  for (size_t i = 0; i < listed; ++i) {
+    const CsvRecord record = reader.Read(table.CsvLines[i]);
+    texts << record.text;
+    if (static_cast<int>(i) >= previewLines) continue;
+    const int row = ui->tblPreview->rowCount();
+    ui->tblPreview->insertRow(row);
+    ui->tblPreview->setVerticalHeaderItem(row, new QTableWidgetItem(QString::number(table.CsvLines[i].number)));
+    ui->tblPreview->setItem(row, 0, new QTableWidgetItem(record.text));
+    ui->tblPreview->setItem(row, 1, new QTableWidgetItem(record.x.toString()));
+    ui->tblPreview->setItem(row, 2, new QTableWidgetItem(record.y.toString()));
+  }
+  ui->cmbEintrag->addItems(texts);
+  ui->lblInfo->setText(
+      QStringLiteral("Koordinaten der Datei: %1,  der Karte:%2").arg(table.CsvTyp, Grid_Type_Text(Coord)));
+  ui->lblMsg->setText(QString::number(table.CsvLines.size()) +
+                      QStringLiteral(" Karteneinträge können importiert werden.\n"
+                                     "Bitte wählen Sie 'Importieren' ganz oben."));
+  findChild<QAction*>(QStringLiteral("mnuImport"))->setEnabled(true);
+}
+
+void FrmCSVImport::Show_Entry() {
+  const int index = ui->cmbEintrag->currentIndex();
+  if (index < 0 || static_cast<size_t>(index) >= table.CsvLines.size()) return ui->lblWo->clear();
+  CsvReader reader(table);
+  ui->lblWo->setText(Where(table, reader.Read(table.CsvLines[static_cast<size_t>(index)])));
+}
+
+void FrmCSVImport::Import() {
+  const CsvTable imported = table;
+  const QAction* action = findChild<QAction*>(QStringLiteral("mnuImport"));
+  if (!action->isEnabled()) return;
+  const CsvResult result = Csv_Import(imported, {ui->txtXPix->text().toInt(), ui->txtYPix->text().toInt()});
+  if (result.failed || (result.stopped && result.imported == 0 && result.refused.empty())) return;
+  Forget_Table();  // a second time would put every entry on the map twice
+  ui->lblInfo->setText(QStringLiteral("%1 versetzt, %2 Zeilen abgelehnt, %3 ohne Text übergangen.")
+                           .arg(QString::number(result.shifted), QString::number(result.refused.size()),
+                                QString::number(imported.skipped)));
+  ui->lblMsg->setText(QString::number(result.imported) + QStringLiteral(" Karteneinträge wurden importiert."));
+  if (!result.refused.empty() || !result.notes.empty()) Offer_Report(imported, result);
+}
+
+void FrmCSVImport::Offer_Report(const CsvTable& imported, const CsvResult& result) {
+  try {
+    const QString told = QStringLiteral(
+                             "%1 Karteneinträge wurden importiert.\n%2 versetzt, %3 Zeilen abgelehnt, "
+                             "%4 Texte gekürzt.\n\nSoll die Liste mit den Gründen gezeigt werden?")
+                             .arg(QString::number(result.imported), QString::number(result.shifted),
+                                  QString::number(result.refused.size()), QString::number(result.shortened));
+    if (Message_Box(told, MsgButtons::YesNo, MsgIcon::Question, QStringLiteral("Import")) != MsgAnswer::Yes) return;
+    const QString path = Write_Csv_Report(imported, result);
+    if (dialogHooks.NotePad) dialogHooks.NotePad(path);
+  } catch (const Error& error) {
+    Message_Box(QStringLiteral("Die Liste kann nicht neben der Karte gespeichert werden.\n") + error.text,
+                MsgButtons::Ok, MsgIcon::Warning, QStringLiteral("Import"));
+  }
+}
+
+void Show_frmCSVImport(QWidget* parent) {
+  // One is enough.
+  if (auto* open = parent->findChild<FrmCSVImport*>()) {
+    open->raise();
+    open->activateWindow();
+    return;
+  }
+  auto* window = new FrmCSVImport(parent);
+  window->setAttribute(Qt::WA_DeleteOnClose);
+  window->show();
+}

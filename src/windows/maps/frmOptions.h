@@ -1,0 +1,54 @@
+#pragma once
+#include <QDialog>
+#include <array>
+#include <memory>
+
+#include "state/mdi_state.h"
+
+namespace Ui {
+class FrmOptions;
+}
+
+// What the options window changes.
+struct OptionValues {
+  ToolbarPlace toolbarPlace = ToolbarPlace::Top;
+  bool raisedButtons = false, tips = true, showHidden = false, showTexts = true, showPictures = true, overview = false,
+       trimInput = false, sheetFrame = false;
+  MouseUnit mouseUnit = MouseUnit::Pixel;
+  std::array<QRgb, 16> palette{};
+  bool operator==(const OptionValues&) const = default;
+};
+OptionValues Current_Options();
+// Puts the values into the shared state, writes "TLB:", "Tipps:" and the palette file, and has the windows and the map
+// shown anew. Errors of the files.
+void Take_Options(const OptionValues& values);
+
+// The tag is "dirty" while there are changes that were not applied.
+class FrmOptions : public QDialog {
+  Q_OBJECT
+
+ public:
+  explicit FrmOptions(QWidget* parent = nullptr);
+  ~FrmOptions() override;
+  QString Tag() const { return tag; }
+
+ public Q_SLOTS:
+  void accept() override;
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  void Show_Values();
+  OptionValues Read_Values() const;
+  void Changed();
+  void Place_Toolbar();
+  void Change_Color();
+  void Standard_Colors();
+  void Show_Palette();
+  bool Apply();
+
+  std::unique_ptr<Ui::FrmOptions> ui;
+  std::array<QRgb, 16> palette;
+  QString tag;
+};

@@ -1,0 +1,166 @@
+#include "edit/copy.h"
+
+#include <QDir>
+
+#include "edit/marks.h"
+#include "platform/files.h"
+#include "platform/picture.h"
+#include "store/columns.h"
+#include "support/bulk_fixture.h"
+#include "view/picture_cache.h"
+
+namespace {
+
+class Copies : public BulkTest {
+ protected:
+  QImage Picture(int width, int height) {
+    QImage picture(width, height, QImage::Format_RGB32);
+    picture.fill(Qt::red);
+    return picture;
+  }
+  // The current row after a copy.
+  static EntryRow Copied(QString key) {
+    Go(key);
+    Copy_Entry();
+    EXPECT_NE(Map.CurBookmark, key);
+    return Read_Entry(*rsEntries);
+  }
+  static QString clipboardText;
+};
+QString Copies::clipboardText;
+
+TEST_F(Copies, TextIsPrefixedOnceAndNeverCut) {
+  clipboardFace.setText = [](const QString& text) { clipboardText = text; };
+  const QString text = Add(Make(203, "-Text>Flaeche1<7", "Fund", 100, 100, 150, 160));
+  const EntryRow copy = Copied(text);
+  EXPECT_EQ(copy, Make(3, "-Text>Flaeche1", "Kopie: Fund", 130, 130, 180, 190));
+  EXPECT_EQ(clipboardText, QString("Fund"));
+  EXPECT_EQ(Copied(Map.CurBookmark).Eintrag, QString("Kopie: Fund"));
+  EXPECT_EQ(Copied(Add_Text(QString(73, 'x'))).Eintrag, QString(73, 'x'));
+  EXPECT_EQ(Copied(Add(Make(5, "Bild", "Bild.bmp", 10, 10))).Eintrag, QString("Bild.bmp"));
+  EntryRow symbol = Make(0, "Text", "J", 10, 10);
+  symbol.Schrift = QStringLiteral("Wingdings");
+  EXPECT_EQ(Copied(Add(symbol)).Eintrag, QString("J"));
+  clipboardFace = {};
+}
+
+TEST_F(Copies, CopiesStayInsideTheWindow) {
+  struct Case {
+    int x, y, copyX, copyY;
+  };
+  const int right = Map.ScaleWidth, low = Map.ScaleHeight;
+  for (const Case& it : {Case{0, 0, 30, 30}, Case{right - 10, low - 10, right - 40, low - 40},
+                         Case{right - 45, low - 50, right - 30, low - 30}, Case{right + 500, -200, right - 30, 0}}) {
+    const EntryRow copy = Copied(Add_Text("a", it.x, it.y));
+    EXPECT_EQ(copy.Xmap, it.copyX) << it.x;
+    EXPECT_EQ(copy.Ymap, it.copyY) << it.y;
+  }
+}
+
+TEST_F(Copies, ShapesGetTheirOwnNumberAndVertices) {
+  ASSERT_TRUE(Add_Column({QStringLiteral("Komment"), FieldType::Text, 30}, {}));
+  const QString line = Add_Polygon("Linie0", {{10, 10}, {60, 20}, {stopMark, 0}, {1, 1}});
+  EntryRow row = Row(line);
+  row.ID = QStringLiteral("Linie0 - P0110L2.5B1.0");
+  Update_Entry(row);
+  rsEntries->Edit();
+  rsEntries->Set(rsEntries->FieldIndex(QStringLiteral("Komment")), QStringLiteral("eigene Spalte"));
+  rsEntries->Update();
+  EXPECT_EQ(Copied(line).ID, QString("Linie1 - P0110L2.5B1.0"));
+  EXPECT_EQ(rsEntries->Text(QStringLiteral("Komment")), QString("eigene Spalte"));
+  const auto& points = *dbEntries->Points("Linie1");
+  ASSERT_EQ(points.size(), 4U);
+  EXPECT_EQ(points[1].x, 90);
+  EXPECT_EQ(points[2].x, stopMark);
+  EXPECT_EQ(Load_Vertices("Linie0"), (std::vector<QPoint>{{10, 10}, {60, 20}}));
+
+  Add(Make(20, "Figur6", "", 1, 1, 9, 9));
+  const QString free = Add_Polygon("Figur2", {{50, 60}, {80, 70}, {50, 90}}, 25);
+  Go(free);
+  Duplicate_Entry();
+  ASSERT_TRUE(Duplicate_Waiting());
+  Place_Duplicate({200, 100});
+  EXPECT_FALSE(Duplicate_Waiting());
+  EXPECT_EQ(rsEntries->Text(column::ID), QString("Figur7"));
+  EXPECT_EQ(rsEntries->Text(column::Eintrag), QString("Figur2"));
+  EXPECT_EQ(Load_Vertices("Figur7"), (std::vector<QPoint>{{200, 100}, {230, 110}, {200, 130}}));
+}
+
+TEST_F(Copies, TheCopyOfAnEntryInHandIsTaken) {
+  const QString text = Add_Text("Fund", 100, 100);
+  ASSERT_TRUE(Take_Entry(text));
+  Text_Typed("Neuer Fund");
+  Copy_Entry();
+  EXPECT_EQ(Row(text).Eintrag, QString("Neuer Fund"));
+  EXPECT_NE(Map.InHand, text);
+  EXPECT_EQ(Map.Text2.Text, QString("Kopie: Neuer Fund"));
+}
+
+TEST_F(Copies, ACopyThatFailsLeavesNoTrace) {
+  Add_Polygon("Linie0", {{10, 10}, {32760, 20}});
+  const QString damaged = Add(Make(20, "Figur", "", 1, 1, 9, 9));
+  const QStringList before = Whole_Table();
+  MessageScript script;
+  script.Expect("Keine Nummer");
+  Go(damaged);
+  Copy_Entry();
+  rsEntries->MovePrevious();
+  Map.CurBookmark = rsEntries->Bookmark();
+  script.Expect("nichts verändert");
+  Copy_Entry();
+  EXPECT_EQ(Whole_Table(), before);
+}
+
+TEST_F(Copies, PicturesFromFileAndClipboard) {
+  const QString file = Path("Bild.bmp");
+  Save_Picture(Picture(20, 10), file);
+  ASSERT_LE(file.size(), 79);
+  ASSERT_TRUE(Add_Picture({30, 40}, file));
+  EXPECT_EQ(Read_Entry(*rsEntries).Eintrag, file);
+  EXPECT_EQ(Read_Entry(*rsEntries).Typ, 5);
+  EXPECT_EQ(Map.imgBild.Tag, QString("Old"));
+
+  const QString longName = Path(QString(80, 'l') + ".bmp");
+  Save_Picture(Picture(21, 10), longName);
+  ASSERT_TRUE(Add_Picture({30, 40}, longName));
+  EXPECT_EQ(rsEntries->Text(column::Eintrag), QString("PicImport/Pic-1.bmp"));
+  ASSERT_TRUE(Add_Picture({30, 40}, Picture(22, 10)));
+  EXPECT_EQ(rsEntries->Text(column::Eintrag), QString("PicImport/Pic-2.bmp"));
+  EXPECT_EQ(Entry_Picture("PicImport/Pic-1.bmp").width(), 21);
+  EXPECT_EQ(Entry_Picture("PicImport/Pic-2.bmp").width(), 22);
+
+  Kill(Path("PicImport/Pic-1.bmp"));
+  ASSERT_TRUE(Size_Picture(PictureSizing::Proportional, 44, 0));
+  EXPECT_EQ(rsEntries->Text(column::Eintrag), QString("PicImport/Pic-1.bmp")) << "the lowest free number";
+  EXPECT_EQ(Entry_Picture("PicImport/Pic-1.bmp").size(), QSize(44, 20));
+  ASSERT_TRUE(Size_Picture(PictureSizing::Free, 5, 60));
+  EXPECT_EQ(Entry_Picture("PicImport/Pic-3.bmp").size(), QSize(5, 60));
+}
+
+TEST_F(Copies, PicturesThatCannotBeHadAddNoRow) {
+  const QStringList before = Whole_Table();
+  Write_Lines(Path("Text.bmp"), {"kein Bild"});
+  MessageScript script;
+  script.Expect("kein lesbares Bild");
+  EXPECT_FALSE(Add_Picture({1, 1}, Path("Text.bmp")));
+  File_Write_Fault = [](const QString& path, qint64) { return path.contains("PicImport") ? 61 : 0; };
+  script.Expect("kann nicht gespeichert werden");
+  EXPECT_FALSE(Add_Picture({1, 1}, Picture(9, 9)));
+  File_Write_Fault = nullptr;
+  script.Expect("zu groß");
+  EXPECT_FALSE(Add_Picture({1, 1}, QImage(40000, 2000, QImage::Format_Mono)));
+  EXPECT_EQ(Whole_Table(), before);
+  EXPECT_TRUE(QDir(Path("PicImport")).entryList(QDir::Files).isEmpty());
+}
+
+TEST_F(Copies, PastedText) {
+  ASSERT_TRUE(::Add_Text(QPoint(40, 50), QStringLiteral("eins\r\nzwei\r\n")));
+  EXPECT_EQ(rsEntries->Text(column::Eintrag), QString("eins\nzwei"));
+  EXPECT_EQ(Map.Text2.Tag, QString("Old"));
+  MessageScript script;
+  script.Expect("5000000 Zeichen");
+  EXPECT_FALSE(::Add_Text(QPoint(40, 50), QString(5'000'000, 'x')));
+  EXPECT_EQ(Entry_Count(), 1);
+}
+
+}  // namespace

@@ -1,0 +1,171 @@
+#include "edit/entry_look.h"
+
+#include "edit/bulk_change.h"
+#include "hand/next_shape.h"
+#include "store/file_names.h"
+#include "support/hand_fixture.h"
+
+namespace {
+
+class EntryLookTest : public HandTest {
+ protected:
+  static QString In_Hand(const EntryRow& row) {
+    const QString bookmark = Add(row);
+    Map_Redraw();
+    Take_Entry(bookmark);
+    return bookmark;
+  }
+  static EntryRow Area_Row() {
+    return Poly_Row(QStringLiteral("Flaeche0"), 100, 100, {{120, 120}, {320, 120}, {320, 260}});
+  }
+};
+
+}  // namespace
+
+TEST_F(EntryLookTest, FrameColourKeepsTheRestOfTheWord) {
+  struct Case {
+    int before, color, after;
+  };
+  // Width, pattern, mode and sign stay; 0 cannot be negated; colours above 15 are overwritten whole.
+  for (const Case& c : {Case{0, 5, 5},
+                        {-1, 12, -12},
+                        {-5, 0, -100},
+                        {216, 7, 207},
+                        {-11315, 2, -11302},
+                        {399, 15, 315},
+                        {-100, 0, -100},
+                        {7, 16, 7},
+                        {7, -1, 7},
+                        {32767, 9, 32709}}) {
+    EntryRow row = Text_Row(QStringLiteral("Reiher"), 50, 50);
+    row.RA = c.before;
+    const QString bookmark = In_Hand(row);
+    EXPECT_TRUE(Change_Rahmen(c.color));
+    EXPECT_EQ(Row(bookmark).RA, c.after) << c.before << " " << c.color;
+  }
+  EXPECT_EQ(FrameWord::Parse(216).color, 0);
+}
+
+TEST_F(EntryLookTest, FrameIsSwitchedAndStyled) {
+  for (const auto& [on, off] : {std::pair{0, -100}, {5, -5}, {12304, -12304}}) {
+    EntryRow row = Text_Row(QStringLiteral("Reiher"), 50, 50);
+    row.RA = on;
+    const QString bookmark = In_Hand(row);
+    Switch_Frame(false);
+    EXPECT_EQ(Row(bookmark).RA, off);
+    Switch_Frame(true);
+    EXPECT_EQ(Row(bookmark).RA, std::abs(off));
+    Change_Frame({.framed = false, .pattern = 3, .width = 4, .color = 9});
+    EXPECT_EQ(Row(bookmark).RA, -(on / 10000 * 10000 + 3400 + on % 100));
+    Change_Frame({.width = 9});
+    EXPECT_EQ(Look_In_Hand().frame.width, 4);
+  }
+}
+
+TEST_F(EntryLookTest, EveryKindTakesWhatItHas) {
+  const QString area = In_Hand(Area_Row());
+  Change_Fill({-4});
+  Change_Width(3.5);
+  Change_Color(ColorOf::HG, 11);
+  EXPECT_EQ(Row(area).Yline, -4);
+  EXPECT_EQ(Row(area).Xline, 4);
+  EXPECT_EQ(Row(area).HG, 11);
+
+  EntryRow figure = Figure_Row(20, {200, 300, 60, 40});
+  figure.Schrift = QStringLiteral("F 1<30");
+  const QString turned = In_Hand(figure);
+  Change_Fill({-8});
+  Change_Width(5);  // its outline is its frame
+  EXPECT_EQ(Row(turned).Schrift, "F-8<30");
+  EXPECT_EQ(Row(turned).Xline, 60);
+
+  // A bare outline is drawn in VG; its frame takes over in that colour.
+  figure.Schrift = QStringLiteral("Futura");
+  figure.VG = 3;
+  const QString bare = In_Hand(figure);
+  Change_Fill({6});
+  EXPECT_EQ(Row(bare).Schrift, "F 6");
+  EXPECT_EQ(Row(bare).RA, 203);
+
+  EntryRow line = Area_Row();
+  line.ID = QStringLiteral("Linie7");
+  const QString thin = In_Hand(line);
+  Change_Fill({5});
+  Change_Width(0);
+  EXPECT_EQ(Row(thin).Yline, 1);
+  EXPECT_EQ(Row(thin).Xline, 1);
+
+  const QString picture = In_Hand(Text_Row(QStringLiteral("fehlt.png"), 400, 400, 5));
+  Change_Color(ColorOf::VG, 4);
+  Change_Color(ColorOf::RA, 4);
+  EXPECT_EQ(Row(picture).VG, 0);
+  EXPECT_EQ(Row(picture).RA, -104);
+
+  EntryRow scale = Text_Row(QStringLiteral(" km"), 500, 500, 11);
+  scale.HG = 1;
+  const QString bar = In_Hand(scale);
+  Change_Color(ColorOf::HG, 7);  // its direction
+  Change_Color(ColorOf::RA, 7);
+  EXPECT_EQ(Row(bar), [&] { return scale; }());
+}
+
+TEST_F(EntryLookTest, NothingInHandMeansTheNextEntry) {
+  const QString bookmark = In_Hand(Area_Row());
+  ASSERT_TRUE(End_Entry());
+  const EntryRow before = Row(bookmark);
+  Change_Color(ColorOf::VG, 12);
+  Change_Color(ColorOf::HG, 99);
+  Change_Fill({7});
+  Change_Fill({-9});
+  Change_Width(400);
+  EXPECT_EQ(CurVG, 12);
+  EXPECT_LT(CurHG, 16);
+  EXPECT_EQ(NextShape.fill, 7);
+  EXPECT_EQ(NextShape.width, widestPen);
+  EXPECT_EQ(Row(bookmark), before);
+
+  // A text being typed is the next entry, and stays open.
+  New_Text(40, 40);
+  Text_Typed(QStringLiteral("Eisvogel"));
+  EXPECT_EQ(Look_In_Hand().of, LookOf::NewText);
+  Change_Color(ColorOf::HG, 10);
+  Switch_Frame(false);
+  EXPECT_EQ(EntHGColor, Palette[10]);
+  EXPECT_EQ(Map.Text2.Tag, "Neu");
+  ASSERT_TRUE(Store_Pending_Text());
+  EXPECT_EQ(Look_In_Hand().HG, 10);
+  EXPECT_EQ(Row(Map.InHand).VG, 12);
+  EXPECT_LT(Row(Map.InHand).RA, 0);
+}
+
+TEST_F(EntryLookTest, VanishedOrLockedRowsAreNotWritten) {
+  const QString gone = In_Hand(Text_Row(QStringLiteral("Reiher"), 50, 50));
+  const int color = Row(gone).VG;
+  rsEntries->SetBookmark(gone);
+  rsEntries->Delete();
+  EXPECT_EQ(Look_In_Hand().of, LookOf::Next);
+  EXPECT_TRUE(Change_Color(ColorOf::VG, color == 3 ? 4 : 3));
+
+  const QString bookmark = In_Hand(Text_Row(QStringLiteral("Reiher"), 50, 50));
+  dbEntries->Execute(
+      QStringLiteral("CREATE TRIGGER locked BEFORE UPDATE ON MapData BEGIN SELECT RAISE(ABORT, 'no'); END"));
+  MessageScript messages;
+  messages.Expect(QStringLiteral("Error: Change_Rahmen"));
+  EXPECT_FALSE(Change_Rahmen(5));
+  EXPECT_EQ(Row(bookmark).RA, -100);
+}
+
+TEST_F(EntryLookTest, PaletteRecoloursTheMapWithoutTouchingARow) {
+  EntryRow figure = Figure_Row(20, {200, 200, 60, 40});
+  figure.HG = 9;
+  const QString bookmark = Add(figure);
+  Map_Redraw();
+  const QPoint inside(Window_X(230), Window_Y(220));
+  ASSERT_EQ(Map.canvas.pixel(inside), Palette[9]);
+  std::array<QRgb, 16> colors = Palette;
+  colors[9] = qRgb(120, 200, 40);
+  Change_Palette(colors);
+  EXPECT_EQ(Map.canvas.pixel(inside), qRgb(120, 200, 40));
+  EXPECT_EQ(Row(bookmark), figure);
+  EXPECT_EQ(Read_Lines(Program_File("MAP-Farb"))[9], QString::number(120 + 200 * 256 + 40 * 65536));
+}

@@ -1,0 +1,165 @@
+#include "edit/marks.h"
+
+#include "support/bulk_fixture.h"
+#include "view/redraw.h"
+
+namespace {
+
+class Marks : public BulkTest {
+ protected:
+  void SetUp() override {
+    BulkTest::SetUp();
+    for (int i = 0; i < 4; ++i) keys.append(Add_Text(QStringLiteral("Text %1").arg(i), 50 * i, 30 * i));
+  }
+  void Mark(int i) {
+    Go(keys[i]);
+    Mark_Obj();
+  }
+  QList<int> Types() {
+    QList<int> types;
+    for (const QString& key : keys) types.append(Typ(key));
+    return types;
+  }
+  QStringList keys;
+};
+
+TEST_F(Marks, TheOneMarkedLastIsTheOnlyAnchor) {
+  Mark(2);
+  Mark(0);
+  Mark(3);
+  EXPECT_EQ(Types(), QList<int>({100, 0, 100, 200}));
+  EXPECT_EQ(Map.MarkCount, 3);
+  Mark(3);  // taken back: the one marked before it, though another one lies above
+  EXPECT_EQ(Types(), QList<int>({200, 0, 100, 0}));
+  Map.MarkOrder.clear();  // as after loading: the last marked row of the table follows
+  Mark(1);
+  Mark(1);
+  EXPECT_EQ(Types(), QList<int>({200, 0, 100, 0}));
+  Map.MarkOrder.clear();
+  Mark(0);
+  EXPECT_EQ(Types(), QList<int>({0, 0, 200, 0}));
+  rsEntries->MoveFirst();
+  Map.CurBookmark = rsEntries->Bookmark();
+  Mark_Obj();
+  EXPECT_EQ(Row(Map.HeaderBookmark).Typ, -1);
+}
+
+TEST_F(Marks, UnmarkingKeepsKindAndSignAndWritesOnlyMarkedRows) {
+  const QString hidden = Add(Make(-103, "Text", "versteckt", 5, 5)), arrow = Add(Make(-12, "Np", "Nordpfeil", 5, 50));
+  Go(arrow);
+  Mark_Obj();
+  EXPECT_EQ(Typ(arrow), -212);
+  Mark_Rows({keys[1], keys[1], Map.HeaderBookmark, QStringLiteral("99")});
+  EXPECT_EQ(Types(), QList<int>({0, 200, 0, 0}));
+  const qint64 before = dbEntries->ChangeCount();
+  Unmark_All();
+  EXPECT_EQ(dbEntries->ChangeCount() - before, 3);
+  EXPECT_EQ(Typ(hidden), -3);
+  EXPECT_EQ(Typ(arrow), -12);
+  EXPECT_EQ(Types(), QList<int>({0, 0, 0, 0}));
+  EXPECT_EQ(Map.MarkCount, 0);
+}
+
+TEST_F(Marks, DeletingTakesVertexTablesUnlessTheyAreShared) {
+  const QString line = Add_Polygon("Linie0", {{1, 1}, {50, 50}}),
+                twin = Add(Make(4, "Linie1 - P0110L1.0B1.0", "", 1, 1));
+  const QString area = Add_Polygon("Flaeche0", {{1, 1}, {50, 50}, {1, 90}});
+  Write_Vertices("Linie1", {{2, 2}, {8, 8}});
+  const QString shares = Add(Make(104, "-Linie1", "", 1, 1));
+  Mark_Rows({keys[0], line, shares, area});
+  {
+    MessageScript script;
+    script.Expect("4 markierten", MsgAnswer::No);
+    Delete_Marked();
+    EXPECT_EQ(script.Seen()[0].defaultButton, MsgDefault::Second);
+  }
+  EXPECT_EQ(Entry_Count(), 8);
+  MessageScript script;
+  script.Expect("4 markierten", MsgAnswer::Yes);
+  Delete_Marked();
+  EXPECT_EQ(Entry_Count(), 4);
+  EXPECT_TRUE(rsEntries->HasRow(twin));
+  EXPECT_TRUE(dbEntries->HasTable("Linie1"));
+  EXPECT_FALSE(dbEntries->HasTable("Linie0"));
+  EXPECT_FALSE(dbEntries->HasTable("Flaeche0"));
+  EXPECT_TRUE(rsEntries->HasRow(Map.CurBookmark));
+}
+
+TEST_F(Marks, GroupsAreNumberedAndDissolved) {
+  Mark_Rows({keys[0], keys[1]});
+  Group_Marked();
+  Unmark_All();
+  Mark_Rows({keys[2], keys[3]});
+  Group_Marked();
+  EXPECT_EQ(Row(keys[0]).ID, QString("Text<1"));
+  EXPECT_EQ(Row(keys[3]).ID, QString("Text<2"));
+  EXPECT_EQ(Group_Of(keys[1]), QStringList({keys[0], keys[1]}));
+  Mark_Rows({keys[0]});  // marks of two groups make a new one
+  Group_Marked();
+  EXPECT_EQ(Group_Of(keys[0]), QStringList({keys[0], keys[2], keys[3]}));
+  EXPECT_EQ(Group_Of(keys[1]), QStringList({keys[1]}));
+  Group_Marked();
+  EXPECT_EQ(Group_Of(keys[0]), QStringList({keys[0]}));
+  EXPECT_EQ(Row(keys[3]).ID, QString("Text"));
+  EXPECT_EQ(Row(keys[1]).ID, QString("Text<1"));
+
+  const QString full = Add(Make(100, QString(79, 'x'), "lang", 1, 1));
+  MessageScript script;
+  script.Expect("81 Zeichen");
+  Group_Marked();
+  EXPECT_EQ(Row(keys[0]).ID, QString("Text"));
+}
+
+TEST_F(Marks, JustifyAlignsEdgesWithTheOneMarkedLast) {
+  keys.append(Add(Make(1, "Text", "mit Fußpunkt", 300, 100, 350, 180)));
+  keys.append(Add(Make(20, "Figur1", "", 100, 200, 60, 40)));
+  Mark_Rows({keys[1], keys[4], keys[5], keys[0]});
+  Go(keys[0]);
+  EntryRow anchor = Row(keys[0]);
+  anchor.Xmap = 400;
+  anchor.Ymap = 300;
+  Update_Entry(anchor);
+
+  Justify(JustifyMode::Left);
+  EXPECT_EQ(Row(keys[1]).Xmap, 400);
+  EXPECT_EQ(Row(keys[1]).Ymap, 30);
+  EXPECT_EQ(Row(keys[4]).Xmap, 400);
+  EXPECT_EQ(Row(keys[4]).Xline, 350) << "the foot point stays";
+  EXPECT_EQ(entry_box(Row(keys[5])), (EntryBox{400, 200, 60, 40}));
+  EXPECT_EQ(Row(keys[2]).Xmap, 100) << "not marked";
+  Justify(JustifyMode::Right);
+  Justify(JustifyMode::Bottom);
+  Map_Redraw();
+  // What is drawn is what counts: all boxes end in the same column and line.
+  QList<int> right, bottom;
+  for (int i = 1; i <= Map.EntryRegions.Count(); ++i) {
+    const EntryRegion& region = Map.EntryRegions.Row(i);
+    if (region.kind != 0 || Typ(region.Bookmark()) < 100) continue;
+    right.append(qRound(region.bounds.right()));
+    bottom.append(qRound(region.bounds.bottom()));
+  }
+  EXPECT_EQ(right.size(), 4);
+  EXPECT_EQ(right.count(right[0]), 4);
+  EXPECT_EQ(bottom.count(bottom[0]), 4);
+}
+
+TEST_F(Marks, EqualSizesShapesOnly) {
+  const QString free = Add_Polygon("Figur3", {{0, 0}, {10, 0}, {10, 20}}, 24);
+  const QString square = Add(Make(21, "Figur1", "", 100, 200, 60, 60)),
+                plan = Add(Make(16, "Plan\x1fX", "", 10, 20, 40, 50));
+  const QString anchor = Add(Make(20, "Figur2", "", 300, 300, 80, 30));
+  Mark_Rows({keys[0], free, square, plan, anchor});
+  Justify(JustifyMode::Equal);
+  EXPECT_EQ(entry_box(Row(square)), (EntryBox{100, 200, 30, 30}));
+  EXPECT_EQ(entry_box(Row(plan)), (EntryBox{10, 20, 80, 30}));
+  EXPECT_EQ(Load_Vertices("Figur3"), (std::vector<QPoint>{{0, 0}, {80, 0}, {80, 30}}));
+  EXPECT_EQ(Row(keys[0]).Xmap, 0);
+  Mark_Rows({keys[0]});
+  MessageScript script;
+  script.Expect("keine Figur");
+  const QStringList before = Whole_Table();
+  Justify(JustifyMode::Equal);
+  EXPECT_EQ(Whole_Table(), before);
+}
+
+}  // namespace

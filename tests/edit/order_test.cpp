@@ -1,0 +1,80 @@
+#include "edit/order.h"
+
+#include "store/columns.h"
+#include "support/bulk_fixture.h"
+
+namespace {
+
+class Order : public BulkTest {
+ protected:
+  void SetUp() override {
+    BulkTest::SetUp();
+    ASSERT_TRUE(Add_Column({QStringLiteral("Fundort"), FieldType::Text, 30}, {}));
+    for (const char* text : {"a", "b", "c", "d", "e"}) {
+      Add_Text(QString::fromLatin1(text));
+      rsEntries->Edit();
+      rsEntries->Set(QStringLiteral("Fundort"), QStringLiteral("Ort ") + QString::fromLatin1(text));
+      rsEntries->Update();
+    }
+  }
+  static void Go_To(const QString& text) {
+    rsEntries->MoveFirst();
+    while (rsEntries->Text(column::Eintrag) != text) rsEntries->MoveNext();
+    Map.CurBookmark = rsEntries->Bookmark();
+  }
+  static QString Order_Of(const QString& text, int step) {
+    Go_To(text);
+    Order_Entry(step);
+    EXPECT_EQ(rsEntries->Text(column::Eintrag), text) << "the moved row stays current";
+    EXPECT_EQ(Map.CurBookmark, rsEntries->Bookmark());
+    const KeepCurrentRow keep;
+    for (rsEntries->MoveFirst(), rsEntries->MoveNext(); !rsEntries->Eof(); rsEntries->MoveNext())
+      EXPECT_EQ(rsEntries->Text(QStringLiteral("Fundort")), QStringLiteral("Ort ") + rsEntries->Text(column::Eintrag));
+    return Texts().join(QString());
+  }
+};
+
+TEST_F(Order, OthersKeepTheirOrder) {
+  EXPECT_EQ(Order_Of("c", 1), QString("abdce"));
+  EXPECT_EQ(Order_Of("c", -1), QString("abcde"));
+  EXPECT_EQ(Order_Of("b", 10), QString("acdeb"));
+  EXPECT_EQ(Order_Of("e", -10), QString("eacdb"));
+  EXPECT_EQ(Order_Of("b", -10), QString("beacd"));
+  Go_To("a");  // a gap among the keys
+  rsEntries->Delete();
+  EXPECT_EQ(Order_Of("d", -10), QString("dbec"));
+  EXPECT_EQ(Order_Of("c", -1), QString("dbce"));
+  EXPECT_EQ(Order_Of("d", 10), QString("bced"));
+  rsEntries->MoveFirst();
+  EXPECT_TRUE(rsEntries->Text(column::ID).startsWith('!'));
+  Add_Text("neu");
+  EXPECT_EQ(Texts().join(QString()), QString("bcedneu"));
+}
+
+TEST_F(Order, TheEndsAreToldAndNothingChanges) {
+  Menu("mnuReset").Enabled = false;
+  const QStringList before = Whole_Table();
+  for (const int step : {1, 10}) {
+    MessageScript script;
+    script.Expect("bereits ganz vorne").Expect("bereits ganz hinten");
+    Order_Of("e", step);
+    Order_Of("a", -step);
+  }
+  EXPECT_EQ(Whole_Table(), before);
+  EXPECT_FALSE(Menu("mnuReset").Enabled);
+}
+
+TEST_F(Order, TheEntryInHandStaysInHand) {
+  Go_To("b");
+  ASSERT_TRUE(Take_Entry(Map.CurBookmark));
+  Text_Typed("b bleibt");
+  for (const int step : {10, -10, 1}) {
+    Order_Entry(step);
+    ASSERT_TRUE(Entry_In_Hand());
+    EXPECT_EQ(Map.InHand, rsEntries->Bookmark());
+  }
+  ASSERT_TRUE(End_Entry());
+  EXPECT_EQ(Texts().join(' '), QString("a b bleibt c d e"));
+}
+
+}  // namespace

@@ -1,0 +1,143 @@
+#include "edit/scale_edit.h"
+
+#include "objects/north_arrow.h"
+#include "support/hand_fixture.h"
+#include "tools/map_tool.h"
+
+namespace {
+
+class ScaleEditTest : public HandTest {
+ protected:
+  // IDs of all entries.
+  static QStringList Ids() {
+    QStringList ids;
+    const KeepCurrentRow keep;
+    for (rsEntries->MoveFirst(); !rsEntries->Eof(); rsEntries->MoveNext()) {
+      const QString id = rsEntries->Text(column::ID);
+      if (!id.startsWith(u'!')) ids.append(id);
+    }
+    return ids;
+  }
+  static ScaleInput Kilometre() { return {2.5, ScaleUnit::Kilometer, 200, false, {100, 150}}; }
+  static QString Find(EntryKind kind) {
+    const KeepCurrentRow keep;
+    for (rsEntries->MoveLast(); !rsEntries->Bof(); rsEntries->MovePrevious())
+      if (EntryType::Parse(static_cast<int>(rsEntries->Integer(column::Typ))).Kind() == kind)
+        return rsEntries->Bookmark();
+    return {};
+  }
+};
+
+TEST_F(ScaleEditTest, RowIsReadBackInEveryUnitLyingAndStanding) {
+  const char* units[] = {" mm", " cm", " m", " km"};
+  for (int unit = 0; unit < 4; ++unit) {
+    for (const bool vertical : {false, true}) {
+      const ScaleInput input{2.5, static_cast<ScaleUnit>(unit), 200, vertical, {100, 150}};
+      ASSERT_TRUE(Add_Scale_Row(input));
+      const EntryRow row = Row(Find(EntryKind::Scale));
+      EXPECT_EQ(row.ID, QStringLiteral("Maßstab"));
+      EXPECT_EQ(row.Eintrag + row.Schrift, QString(units[unit]) + QStringLiteral("2,5"));
+      EXPECT_EQ(QRect(row.Xmap, row.Ymap, row.Xline, row.Yline), QRect(100, 150, 300, 158));
+      EXPECT_EQ(std::pair(row.HG, row.VG), std::pair(vertical ? 1 : 0, 9));
+      EXPECT_EQ(std::pair(MapHasScale, MapUnit), std::pair(true, QString(units[unit])));
+      EXPECT_DOUBLE_EQ(MapUnitPerPixel, 0.0125);
+      const auto back = Scale_Of_Map();
+      ASSERT_TRUE(back);
+      EXPECT_EQ(std::tuple(back->ScaleValue, back->unit, back->ScaleLenPx, back->vertical, back->at),
+                std::tuple(2.5, input.unit, 200, vertical, QPoint(100, 150)));
+    }
+  }
+  EXPECT_EQ(Ids(), QStringList(QStringLiteral("Maßstab")));
+}
+
+TEST_F(ScaleEditTest, TextNamesThePrintFactor) {
+  EXPECT_EQ(Show_Scale_Text(), QStringLiteral("Maßstab = 1 : ?"));
+  MapWidthMm = 1600;  // 1 mm a pixel
+  ASSERT_TRUE(Add_Scale_Row({5, ScaleUnit::Kilometer, 200, false, {}}));
+  EXPECT_EQ(Show_Scale_Text(), QStringLiteral("Maßstab = 1 : 25000"));
+  const std::pair<ScaleUnit, const char*> texts[] = {
+      {ScaleUnit::Millimeter, "0,03"}, {ScaleUnit::Zentimeter, "0,25"}, {ScaleUnit::Meter, "25"}};
+  for (const auto& [unit, text] : texts)
+    EXPECT_EQ(Show_Scale_Text({5, unit, 200, true, {}}), QStringLiteral("Maßstab = 1 : ") + QLatin1String(text));
+  PrintFactor = 2;
+  EXPECT_EQ(Show_Scale_Text(),
+            QStringLiteral("Maßstab = 1 : 12500\nincl. Druckfaktor = 2,00 (Menü: Karte - Druckvorschau)"));
+}
+
+TEST_F(ScaleEditTest, ReplacesOnlyAnEarlierScaleBar) {
+  const QString text = Add(Text_Row(QStringLiteral("Text"), 10, 10));
+  Add_North_Arrow(QPoint(500, 100));
+  ASSERT_TRUE(Add_Scale_Row(Kilometre()));
+  EntryRow marked = Row(Find(EntryKind::Scale));
+  rsEntries->SetBookmark(Find(EntryKind::Scale));
+  marked.Typ = 211;  // a marked one is one as well
+  Update_Entry(marked);
+  ASSERT_TRUE(Take_Entry(text));
+  ASSERT_TRUE(Add_Scale_Row(Kilometre()));
+  EXPECT_EQ(rsEntries->Bookmark(), text);
+  Add_North_Arrow(QPoint(600, 100));
+  EXPECT_EQ(Ids(), QStringList({QStringLiteral("Text"), QStringLiteral("Maßstab"), QStringLiteral("Np")}));
+}
+
+TEST_F(ScaleEditTest, FaultsAreToldAndChangeNothing) {
+  ASSERT_TRUE(Add_Scale_Row(Kilometre()));
+  const EntryRow before = Row(Find(EntryKind::Scale));
+  const double nan = std::numeric_limits<double>::quiet_NaN();
+  for (const auto& [number, length, x] :
+       {std::tuple(0.0, 200, 0), {-5.0, 200, 0}, {nan, 200, 0}, {5.0, 0, 0}, {5.0, 200, 32700}, {1e300, 200, 0}}) {
+    MessageScript messages;
+    messages.Expect(QStringLiteral("Maßstab - Fehler"));
+    EXPECT_FALSE(Add_Scale_Row({number, ScaleUnit::Meter, length, false, {x, 0}})) << number << ' ' << length;
+  }
+  EXPECT_EQ(Row(Find(EntryKind::Scale)), before);
+  EXPECT_EQ(Scale_Number(QStringLiteral(" 2,5")), 2.5);
+  EXPECT_EQ(Scale_Number(QStringLiteral("2.5")), 2.5);
+  EXPECT_EQ(Scale_Number(QStringLiteral("-3")), -3);
+  for (const char* bad : {"", "zwei", "1.000,5", "1e999", "nan", "5 km"}) EXPECT_FALSE(Scale_Number(bad)) << bad;
+}
+
+TEST_F(ScaleEditTest, BarAndNorthArrowAreDraggedAsAWhole) {
+  ASSERT_TRUE(Add_Scale_Row(Kilometre()));
+  Add_North_Arrow(QPoint(500, 200));
+  const QString bar = Find(EntryKind::Scale), arrow = Find(EntryKind::NorthArrow);
+  Drag({150, 154}, {190, 254});
+  const EntryRow moved = Row(bar);
+  EXPECT_EQ(QRect(moved.Xmap, moved.Ymap, moved.Xline, moved.Yline), QRect(140, 250, 340, 258));
+  EXPECT_DOUBLE_EQ(MapUnitPerPixel, 0.0125);
+  Drag({500, 180}, {480, 190});
+  const EntryRow north = Row(arrow);
+  EXPECT_EQ(QRect(north.Xmap, north.Ymap, north.Xline, north.Yline), QRect(480, 210, 480, 150));
+  ASSERT_TRUE(Take_Entry(bar));
+  MessageScript messages;
+  messages.AllowAny(MsgAnswer::Yes);
+  Map_Key(Qt::Key_Delete, {});
+  EXPECT_FALSE(Scale_Of_Map());
+  EXPECT_FALSE(MapHasScale);
+}
+
+TEST_F(ScaleEditTest, MeasuringLineLiesOrStandsByItsLongerDirection) {
+  MeasuringLine line;
+  int dropped = 0;
+  const auto measure = [&] { Measure_Scale([&](const MeasuringLine& drawn) { line = drawn; }, [&] { ++dropped; }); };
+  measure();
+  EXPECT_TRUE(Scale_Tool_In_Use());
+  Drag({300, 100}, {120, 130});  // backward
+  EXPECT_EQ(std::tuple(line.Tag, line.Length(), line.Upper_Left()),
+            std::tuple(QStringLiteral("H"), 180, QPoint(120, 100)));
+  Map_Mouse_Move({400, 400}, false);  // done: the line stays
+  EXPECT_EQ(line.Length(), 180);
+  EXPECT_EQ(Map_Tool_In_Use()->Outline().boundingRect(), QRectF(120, 92, 180, 16));
+  Click({50, 60});  // the next line, by two clicks
+  Map_Mouse_Move({70, 200}, false);
+  Click({70, 260});
+  EXPECT_EQ(std::tuple(line.Tag, line.Length(), line.Upper_Left()),
+            std::tuple(QStringLiteral("V"), 200, QPoint(50, 60)));
+  Map_Key(Qt::Key_Escape, {});
+  EXPECT_EQ(dropped, 1);
+  Zoom_At(0.5, 0, 0);
+  measure();
+  Drag({100, 100}, {300, 100});
+  EXPECT_EQ(line.Length(), 100) << "map pixels";
+}
+
+}  // namespace

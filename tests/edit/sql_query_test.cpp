@@ -1,0 +1,295 @@
+#include "edit/sql_query.h"
+
+#include <QRegularExpression>
+
+#include "edit/property_transfer.h"
+#include "edit/search_replace.h"
+#include "platform/files.h"
+#include "platform/progress.h"
+#include "store/columns.h"
+#include "store/file_names.h"
+#include "store/header_row.h"
+#include "support/bulk_fixture.h"
+
+namespace {
+
+class QueryTest : public BulkTest {
+ protected:
+  // The header names the file the user believes to be open; that may change.
+  static QStringList Whole_Table() { return BulkTest::Whole_Table().filter(QRegularExpression("^[^!]")); }
+  void SetUp() override {
+    BulkTest::SetUp();
+    Add_Text("Ahorn", 100, 20);
+    Add_Text("Buche", 1550, 20);
+    Add_Polygon("Linie1", {{10, 10}, {50, 60}});
+    Add_Polygon("Flaeche0", {{10, 10}, {50, 60}, {90, 10}});
+    Add_Text("Buche klein", 300, 50, 100);
+    Open_Sql(sql);
+  }
+  static QString Undo_Caption() { return Menu("mnuReset").Caption; }
+  static void Undo() {
+    MessageScript script;
+    script.Expect("Karteneinträge wieder hergestellt.");
+    Undo_Last();
+  }
+  SqlState sql;
+};
+
+}  // namespace
+
+TEST_F(QueryTest, UpdateAndDeleteAreTakenBackByUndo) {
+  const QStringList before = Whole_Table();
+  ASSERT_TRUE(Apply_Sql(sql, "Update MapData set Eintrag = Eintrag & '!' where Typ = 0 : Ausrufezeichen"));
+  EXPECT_EQ(sql.info, "Datensätze in der untenstehenden Tabelle der Einträge wurden geändert.");
+  EXPECT_EQ(Texts(), QStringList({"Ahorn!", "Buche!", "Linie1", "Flaeche0", "Buche klein"}));
+  EXPECT_EQ(Undo_Caption(), "Rückgängig: SQL-Abfrage");
+  Undo();
+  EXPECT_EQ(Whole_Table(), before);
+  // The header's Xmap is the width of the map: the delivered statement meets it, and it stays all the same.
+  const HeaderRow header = Read_Header();
+  ASSERT_TRUE(Apply_Sql(sql, "Delete * from [MapData] where Xmap > 1490"));
+  EXPECT_EQ(sql.info, "Anzahl der gelöschten Datensätze = 1");
+  EXPECT_EQ(Texts(), QStringList({"Ahorn", "Linie1", "Flaeche0", "Buche klein"}));
+  EXPECT_EQ(Read_Header(), header);
+  ASSERT_TRUE(Apply_Sql(sql, "Delete * from [MapData]"));
+  EXPECT_EQ(sql.info, "Anzahl der gelöschten Datensätze = 5");
+  EXPECT_EQ(Entry_Count(), 0);
+  EXPECT_TRUE(rsEntries->Text(column::ID).startsWith(u'!')) << "a new header";
+  Undo();
+  EXPECT_EQ(Texts(), QStringList({"Ahorn", "Linie1", "Flaeche0", "Buche klein"})) << "one level deep";
+}
+
+TEST_F(QueryTest, SelectionIsTakenWithItsUserColumnsAndVertices) {
+  ASSERT_TRUE(Add_Column({"Fundort", FieldType::Text, 20}, {}));
+  rsEntries->MoveLast();
+  rsEntries->Edit();
+  rsEntries->Set(QStringLiteral("Fundort"), QStringLiteral("Wald"));
+  rsEntries->Update();
+  const QStringList before = Whole_Table();
+  {
+    MessageScript script;
+    script.Expect("verändert die Reihenfolge", MsgAnswer::Yes);
+    ASSERT_TRUE(Apply_Sql(sql, "Select * from MapData where Eintrag like 'b*' or ID = 'Linie1' order by Eintrag desc"));
+  }
+  EXPECT_EQ(sql.info, "ursprüngliche Anzahl der Datensätze: 6\nAnzahl der ausgewählten Datensätze: 3");
+  EXPECT_TRUE(Tbl.DBGrid1.Caption.endsWith("KARTE_SQL.mdb")) << Tbl.DBGrid1.Caption;
+  ASSERT_TRUE(Take_Sql(sql));
+  EXPECT_EQ(Texts(), QStringList({"Linie1", "Buche klein", "Buche"}));
+  rsEntries->MoveTo(2);
+  EXPECT_EQ(rsEntries->Text(QStringLiteral("Fundort")), "Wald") << "not mixed up";
+  EXPECT_TRUE(dbEntries->HasTable("Linie1"));
+  EXPECT_TRUE(dbEntries->HasTable("Qdata"));
+  EXPECT_FALSE(dbEntries->HasTable("Flaeche0"));
+  EXPECT_TRUE(File_Exists(Path("KARTE_SQL.mdb")));
+  Undo();
+  EXPECT_EQ(Whole_Table(), before);
+}
+
+TEST_F(QueryTest, AsksTellsAndLeavesTheTableAlone) {
+  const QStringList before = Whole_Table();
+  struct {
+    const char *statement, *message;
+    MsgAnswer answer = MsgAnswer::Ok;
+  } cases[] = {
+      {" : nur ein Kommentar", "Bitte geben Sie eine Sql-Abfrage in das Textfeld ein."},
+      {"Select * from MapData",
+       "keine Untermenge der Datensätze.\nDie Anzahl der Datensätze (= Karteneinträge) bleibt "
+       "unverändert: 6",
+       MsgAnswer::No},
+      {"Select * from MapData where Typ = 4 Order  By Typ", "verändert die Reihenfolge", MsgAnswer::No},
+      {"Select * from MapData where Typ = 77", "Anzahl der resultierenden Datensätze = 0\nBitte überprüfen"},
+      {"Select * from MapData where Eintrag = 'Update'", "Eine Auswahl kann nicht ausgeführt werden"},
+      {"Select * from MapData where Eintrag = 'a:b'", "nicht durch ' beendet"},
+      {"Update MapData set Xmap = Xmap * 100", "SQL-Fehler.\nÜberlauf"},
+      {"Select Count(*) from MapData, MapData as b where MapData.Farbe = 1", "gibt es nicht"},
+  };
+  for (const auto& it : cases) {
+    MessageScript script;
+    script.Expect(it.message, it.answer);
+    EXPECT_FALSE(Apply_Sql(sql, it.statement)) << it.statement;
+    EXPECT_EQ(script.Seen().back().title, "SQL-Abfrage");
+  }
+  EXPECT_EQ(Whole_Table(), before);
+  MessageScript script;
+  script.Expect("Zu wenig Datensätze in der Sql-Tabelle.");
+  EXPECT_FALSE(Take_Sql(sql)) << "the last statement failed";
+  ASSERT_TRUE(Apply_Sql(sql, "Delete from MapData where ID <> 'x' and ID not like '!*'"));
+  script.Expect("Zu wenig Datensätze in der Tabelle.");
+  EXPECT_FALSE(Apply_Sql(sql, "Select * from MapData"));
+}
+
+TEST_F(QueryTest, ListOfStatements) {
+  EXPECT_EQ(sql.list.size(), 6);
+  Save_Sql_List(sql, sql.list[2]);
+  EXPECT_EQ(sql.info, "Aktuelle SQL-Anweisung ist bereits in der Liste enthalten.");
+  Save_Sql_List(sql, "Select 1");
+  EXPECT_EQ(sql.list.size(), 6) << "too short";
+  Save_Sql_List(sql, "Select * from MapData where Größe > 9 : größere");
+  Delete_Sql_Line(sql, "fehlt");
+  EXPECT_EQ(sql.info, "SQL-Anweisung in der Auflistung nicht gefunden.");
+  MessageScript script;
+  script.Expect("Wollen Sie diese SQL-Abfrage wirklich löschen?", MsgAnswer::Yes);
+  EXPECT_TRUE(Delete_Sql_Line(sql, sql.list[0]));
+  SqlState again;
+  Open_Sql(again);
+  EXPECT_EQ(again.list, sql.list);
+  EXPECT_EQ(again.list.back(), "Select * from MapData where Größe > 9 : größere");
+  // A table of that name is not written over.
+  EXPECT_EQ(Sql_Table_Name(Path("KARTE.MDB")), Path("KARTE_SQL.mdb"));
+  Write_Lines(Path("KARTE_SQL.mdb"), {"x"});
+  EXPECT_EQ(Sql_Table_Name(Path("KARTE.MDB")), Path("KARTE_SQL_1.mdb"));
+  EXPECT_EQ(Sql_Table_Name(Path("KARTE_SQL_1.mdb")), Path("KARTE_SQL_1.mdb"));
+}
+
+// Search and replace --------------------------------------------------------------------------------------------------
+
+TEST(FindIn, KindsOfMatch) {
+  struct {
+    const char *text, *line;
+    bool words, matchCase;
+    int at, length;  // -1: no hit
+  } cases[] = {
+      {"Rotbuche", "Eintrag = *", false, false, 0, 8},
+      {"", "Eintrag=*", false, false, 0, 0},
+      {"Rotbuche", "Eintrag = rot*", false, false, 0, 3},
+      {"Rotbuche", "Eintrag = *BUCHE", false, false, 3, 5},
+      {"Rotbuchen", "Eintrag = *buche*", false, false, 3, 5},
+      {"Rotbuche", "Eintrag = buche", false, false, -1, 0},
+      {"Rotbuche", "Eintrag = rot*", false, true, -1, 0},
+      {"rote Buche", "Eintrag = rot*", true, false, -1, 0},
+      {"rot Buche", "Eintrag = ROT*", true, false, 0, 3},
+      {"Rotbuche buche", "Eintrag = *buche*", true, false, 9, 5},
+      {"ÄSCHE", "Eintrag = ä*", false, false, 0, 1},
+      {"a = b", "Eintrag = a = b", false, false, 0, 5},
+  };
+  for (const auto& it : cases) {
+    const auto hit = Find_In(it.text, Criterion::Parse(it.line), {it.matchCase, it.words});
+    EXPECT_EQ(hit ? static_cast<int>(hit->at) : -1, it.at) << it.text << " / " << it.line;
+    if (hit) {
+      EXPECT_EQ(hit->length, it.length) << it.text << " / " << it.line;
+    }
+  }
+}
+
+TEST_F(QueryTest, SearchGoesFromHitToHit) {
+  SearchState state;
+  MessageScript script;
+  script.Expect("mindestens ein Kriterium");
+  EXPECT_FALSE(Search_Next(state));
+  state.search = {"Eintrag = *buche*", "Größe = 10"};
+  ASSERT_TRUE(Search_Next(state)) << "the current row is the last: it goes on at the top";
+  EXPECT_EQ(rsEntries->Text(column::Eintrag), "Buche");
+  EXPECT_EQ(Map.CurBookmark, rsEntries->Bookmark());
+  EXPECT_EQ(state.Caption(), "Weitersuchen");
+  ASSERT_TRUE(Search_Next(state));
+  EXPECT_EQ(rsEntries->Text(column::Eintrag), "Buche klein");
+  script.Expect(
+      "Anzahl der gefundenen Einträge: 2\n\nEs wurde keine weitere Übereinstimmung mit folgenden Kriterien "
+      "gefunden:\nEintrag = *buche*\nGröße = 10");
+  EXPECT_FALSE(Search_Next(state));
+  EXPECT_EQ(state.Caption(), "Suchen");
+  EXPECT_TRUE(Search_Next(state));
+  EXPECT_EQ(rsEntries->Text(column::Eintrag), "Buche") << "again from the top";
+  state.search = {"Eintrag = Fichte"};
+  script.Expect("In der aktuellen Tabelle der Einträge wurde keine Übereinstimmung");
+  EXPECT_FALSE(Search_Next(state));
+  state.search = {"Farbe = 3"};
+  script.Expect("Beim Filtern der Quelldaten ist ein Fehler aufgetreten.\nDie Spalte \"Farbe\"");
+  EXPECT_FALSE(Search_Next(state));
+}
+
+TEST_F(QueryTest, ReplacesOneAndAllAndTakesThemBack) {
+  const QStringList before = Whole_Table();
+  SearchState state;
+  state.search = {"Eintrag = *"};
+  state.replace = {"RA = 216"};
+  MessageScript script;
+  script.Expect("Die Rahmenfarbe RA  kann nur Werte");
+  EXPECT_EQ(Replace_All(state), 0);
+  EXPECT_EQ(Whole_Table(), before);
+  state.replace = {"RA = 215", "Eintrag ="};
+  script.Expect("keine weitere");
+  EXPECT_EQ(Replace_All(state), 5) << "* is every row but the header";
+  EXPECT_EQ(Undo_Caption(), "Rückgängig: Ersetzen");
+  state.search = {"Eintrag = *buche*"};
+  state.replace = {"Eintrag = Eiche*"};
+  rsEntries->MoveTo(1);
+  Map.CurBookmark = rsEntries->Bookmark();
+  ASSERT_FALSE(Replace_Current(state)) << "first it is shown";
+  ASSERT_TRUE(Replace_Current(state));
+  EXPECT_EQ(rsEntries->Text(column::Eintrag), "Eiche");
+  script.Expect("keine weitere");
+  EXPECT_EQ(Replace_All(state), 1);
+  EXPECT_EQ(Texts().back(), "Eiche klein");
+  state.search = {"Typ = 4"};
+  state.replace = {"ID = Text"};
+  script.Expect("Die Spalte 'ID' eines Polygons oder einer Figur darf nicht verändert werden!").Expect("keine weitere");
+  EXPECT_EQ(Replace_All(state), 0);
+  state.replace = {"Typ = 1"};
+  script.Expect("nicht mehr richtig dargestellt", MsgAnswer::No);
+  EXPECT_EQ(Replace_All(state), 0);
+  state.replace = {"VG = 16"};
+  script.Expect("Die Vordergurndfarbe VG  kann nur Werte");
+  EXPECT_EQ(Replace_All(state), 0);
+  state.replace = {"Xmap = 99999"};
+  script.Expect("Überlauf");
+  EXPECT_EQ(Replace_All(state), 0);
+  state.replace = {"Eintrag ="};
+  script.Expect("Es wurde kein Eintrag verändert.");
+  EXPECT_EQ(Replace_All(state), 0);
+  script.Expect("Karteneinträge wieder hergestellt.");
+  Take_Replacements_Back(state);
+  EXPECT_EQ(Whole_Table(), before);
+  script.Expect("Tabelle der Einträge bereits wieder hergestellt!");
+  Take_Replacements_Back(state);
+}
+
+TEST_F(QueryTest, StoppedReplacementChangesNothing) {
+  const QStringList before = Whole_Table();
+  struct Stopper : ProgressFace {
+    void Show(const QString&, int) override {}
+    bool Step(int done) override { return done < 3; }
+    int Delay() const override { return 0; }
+  };
+  const ProgressMaker former = Set_Progress_Maker([] { return std::make_unique<Stopper>(); });
+  SearchState state;
+  state.search = {"Eintrag = *"};
+  state.replace = {"VG = 3"};
+  EXPECT_EQ(Replace_All(state), 0);
+  Set_Progress_Maker(former);
+  EXPECT_EQ(Whole_Table(), before);
+}
+
+TEST_F(QueryTest, LookIsCarriedOver) {
+  EntryRow pattern = Make(0, "Text", "12Buche", 5, 5);
+  pattern.Schrift = "Courier New";
+  pattern.Groesse = 20;
+  pattern.VG = 4;
+  Add(pattern);
+  MessageScript script;
+  script.Expect("0 Karteneinträge wurden verändert");
+  EXPECT_EQ(Transfer_Properties({}), 0) << "no other of the same text";
+  TransferRequest request;
+  request.to = TransferTo::Similar;
+  request.size = false;
+  script.Expect("1 Karteneinträge wurden verändert");
+  EXPECT_EQ(Transfer_Properties(request), 1);
+  EXPECT_EQ(Undo_Caption(), "Rückgängig: Eigenschaften übertragen");
+  rsEntries->MoveTo(2);
+  EXPECT_EQ(Read_Entry(*rsEntries).VG, 4);
+  EXPECT_EQ(Read_Entry(*rsEntries).Schrift, "Courier New");
+  EXPECT_EQ(Read_Entry(*rsEntries).Groesse, 10);
+  request.to = TransferTo::Marked;
+  script.Expect("1 Karteneinträge wurden verändert");
+  EXPECT_EQ(Transfer_Properties(request), 1);
+  const QString figure = Add(Make(120, "Figur1", "Kreis", 5, 5));
+  Go(QString::number(figure.toLongLong() - 1));
+  script.Expect("2 Karteneinträge wurden verändert");
+  EXPECT_EQ(Transfer_Properties({.to = TransferTo::Marked}), 2);
+  EXPECT_EQ(Row(figure).Schrift, "Arial") << "there stands the fill of a figure";
+  EXPECT_EQ(Row(figure).VG, 4);
+  rsEntries->MoveFirst();
+  Map.CurBookmark = rsEntries->Bookmark();
+  script.Expect("Kein aktueller Karteneintrag");
+  EXPECT_EQ(Transfer_Properties(request), 0) << "the header row is none";
+}

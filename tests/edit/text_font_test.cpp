@@ -1,0 +1,127 @@
+#include "edit/text_font.h"
+
+#include <cmath>
+
+#include "edit/symbols.h"
+#include "support/hand_fixture.h"
+#include "support/pixels.h"
+
+namespace {
+
+class TextFont : public HandTest {
+ protected:
+  static FontChoice Serif(double size = 20) {
+    FontChoice choice{{.family = QStringLiteral("Times New Roman"), .bold = true, .charset = 238, .angle = -45}, size};
+    return choice;
+  }
+};
+
+}  // namespace
+
+TEST_F(TextFont, AChosenFontGoesToTheRowTheTypedTextOrTheNextOne) {
+  // Nothing in hand: the next text, and the one that is typed then. Angles count modulo 360.
+  EXPECT_EQ(Load_Font_Spec(), FontChoice()) << "Arial 10";
+  EXPECT_EQ(Sample_Text(), QStringLiteral("TTT"));
+  ASSERT_TRUE(Take_Font(Serif()));
+  New_Text(100, 100);
+  EXPECT_EQ(Map.Text2.FontName, QStringLiteral("Times New Roman"));
+  EXPECT_EQ(Font_Target(), FontTarget::Typed);
+  Text_Typed(QStringLiteral("Rohrsänger\nzweite Zeile"));
+  EXPECT_EQ(Sample_Text(), QStringLiteral("Rohrsänger"));
+  FontChoice typed = Load_Font_Spec();
+  EXPECT_EQ(typed.font.angle, 315);
+  typed.font.underline = true;
+  typed.size = 14;
+  ASSERT_TRUE(Take_Font(typed));
+  EXPECT_EQ(Map.Text2.Text, QStringLiteral("Rohrsänger\nzweite Zeile")) << "the text goes on being typed";
+  ASSERT_TRUE(End_Entry());
+  const QString first = Map.CurBookmark;
+  EXPECT_EQ(Row(first).Schrift, QStringLiteral("Times New Roman-B-U-C238<315"));
+  EXPECT_EQ(Row(first).Groesse, 14);
+  // The row in hand; what was typed into it is not lost.
+  ASSERT_TRUE(Take_Entry(first));
+  Text_Typed(QStringLiteral("Rohrammer"));
+  ASSERT_TRUE(Take_Font({{.family = QStringLiteral("Arial"), .italic = true, .angle = 720}, 9}));
+  EXPECT_EQ(Row(first).Schrift, QStringLiteral("Arial-I"));
+  EXPECT_EQ(Row(first).Eintrag, QStringLiteral("Rohrammer"));
+  EXPECT_EQ(Map.InHand, first);
+  // The next text looks like the current row; an area's font is no text's.
+  EXPECT_EQ(Font_Of_New_Text(), FontChoice({.family = QStringLiteral("Arial"), .italic = true}, 9));
+  EntryRow area = Poly_Row(QStringLiteral("Flaeche1"), 300, 300, {{300, 300}, {400, 300}, {400, 400}});
+  area.Groesse = -12;
+  const QString label = Add(area);
+  Map_Redraw();
+  ASSERT_TRUE(Take_Entry(label));
+  EXPECT_EQ(Font_Of_New_Text(), FontChoice());
+  EXPECT_EQ(Load_Font_Spec().size, 12);
+  ASSERT_TRUE(Take_Font(Serif(16)));
+  EXPECT_EQ(Row(label).Groesse, -16) << "the label stays switched off";
+}
+
+TEST_F(TextFont, WhatTheColumnCannotHoldIsRefused) {
+  const QString row = Add(Text_Row(QStringLiteral("Amsel"), 100, 100));
+  Map_Redraw();
+  ASSERT_TRUE(Take_Entry(row));
+  for (const QString& family :
+       {QStringLiteral("Sans-Serif"), QStringLiteral("a<b"), QStringLiteral(" "), QString(76, QChar(u'x'))}) {
+    MessageScript script;
+    script.Expect(QStringLiteral("kann nicht gespeichert werden"), MsgAnswer::Ok);
+    EXPECT_FALSE(Take_Font({{.family = family, .bold = true, .angle = 45}, 10}));
+  }
+  EXPECT_EQ(Row(row).Schrift, QStringLiteral("Arial"));
+  ASSERT_TRUE(Take_Font({{.family = QStringLiteral("Arial")}, 500}));
+  EXPECT_EQ(Row(row).Groesse, 80);
+}
+
+TEST_F(TextFont, ASymbolIsPlacedByItsMiddleAndItsCharacterChanged) {
+  CurVG = 12;
+  Choose_Tool(QStringLiteral("Symb"));
+  EXPECT_EQ(InfoBar.Panel[0].left(7), QStringLiteral("Symbol:"));
+  Click({200, 150});
+  const QString first = Map.InHand;
+  ASSERT_TRUE(Symbol_In_Hand());
+  EXPECT_TRUE(Map.Tool.isEmpty());
+  EXPECT_EQ(Toolbar1.Tag, QStringLiteral("Symbol"));
+  EXPECT_EQ(Row(first).Schrift, QStringLiteral("Wingdings-T"));
+  EXPECT_EQ(Row(first).VG, 12);
+  ASSERT_TRUE(End_Entry());
+  const QRect dot = Extent_Of(Map.canvas.copy(0, 0, 820, 620), [](QRgb at) { return at == (Palette[12] | black); });
+  EXPECT_LE((dot.center() - QPoint(200, 150)).manhattanLength(), 8) << dot.center().x() << ',' << dot.center().y();
+  // Another character and size, in hand; the next one is like it.
+  ASSERT_TRUE(Take_Entry(first));
+  FontChoice larger = Symbol_Font();
+  larger.size = 30;
+  ASSERT_TRUE(Take_Symbol(larger, QStringLiteral("J")));
+  Put_Character(QChar(0xFC));
+  EXPECT_EQ(Row(first).Eintrag, QStringLiteral("ü"));
+  ASSERT_TRUE(End_Entry());
+  ASSERT_TRUE(Place_Symbol({300, 300}));
+  EXPECT_EQ(Row(Map.InHand).Eintrag, QStringLiteral("ü"));
+  EXPECT_EQ(Row(Map.InHand).Groesse, 30);
+  // A text after a symbol is a text again, and characters come behind what was typed.
+  New_Text(400, 400);
+  EXPECT_EQ(EntFont, QStringLiteral("Arial"));
+  Text_Typed(QStringLiteral("Ma"));
+  Put_Character(u'x');
+  EXPECT_EQ(Map.Text2.Text, QStringLiteral("Max"));
+}
+
+TEST_F(TextFont, PerspexLetsTheMapThroughTheBox) {
+  EntryRow row = Text_Row(QStringLiteral(" "), 100, 100);
+  row.HG = 4;  // dark red
+  Add(row);
+  row.Schrift = QStringLiteral("Arial<90");
+  row.Ymap = 300;
+  Add(row);
+  Map_Redraw();
+  const auto at = [](int x, int y) { return Map.canvas.pixel(x, y) | black; };
+  const QRgb solid = Palette[4] | black;
+  EXPECT_EQ(at(102, 104), solid);
+  EXPECT_EQ(at(104, 298), solid);
+  Set_Perspex(true);
+  for (const QPoint& place : {QPoint(102, 104), QPoint(104, 298)}) {
+    EXPECT_NEAR(qRed(at(place.x(), place.y())), (255 + qRed(solid)) / 2, 1);
+    EXPECT_NEAR(qBlue(at(place.x(), place.y())), (255 + qBlue(solid)) / 2, 1);
+  }
+  EXPECT_EQ(at(99, 104), white);
+}

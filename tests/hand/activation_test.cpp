@@ -1,0 +1,299 @@
+#include "hand/activation.h"
+
+#include "edit/order.h"
+#include "edit/row_switches.h"
+#include "edit/visibility.h"
+#include "state/table_state.h"
+#include "support/hand_fixture.h"
+
+namespace {
+
+using Activation = HandTest;
+
+TEST_F(Activation, ClickTypeLeaveWritesTheRow) {
+  const QString amsel = Add(Text_Row("Amsel", 100, 100)), fink = Add(Text_Row("Fink", 300, 300));
+  Map_Redraw();
+  int rowChanges = 0;
+  events.CurrentRowChanged.Connect([&] { ++rowChanges; });
+  Click({110, 108});
+  EXPECT_EQ(Map.InHand, amsel);
+  EXPECT_EQ(Map.CurBookmark, amsel);
+  EXPECT_EQ(rsEntries->Bookmark(), amsel);
+  EXPECT_EQ(rowChanges, 1);
+  EXPECT_EQ(Toolbar1.Tag, QStringLiteral("Text"));
+  EXPECT_TRUE(Map.Text2.Visible);
+  EXPECT_EQ(Map.Text2.Text, QStringLiteral("Amsel"));
+  EXPECT_EQ(Map.Text2.Tag, QStringLiteral("Old"));
+  EXPECT_TRUE(Box(Map.Text2).contains(Map.EntryRegions.Row(1).bounds.toRect().adjusted(0, 0, -1, -1)));
+  EXPECT_EQ(InfoBar.Panel[0], QStringLiteral("Karteneintrag verschieben: Linke Maustaste drücken und bewegen."));
+  const int width = Map.Text2.Width;
+  Text_Typed(QStringLiteral("Amselmännchen"));
+  EXPECT_EQ(Map.Text2.Tag, QStringLiteral("Change"));
+  EXPECT_GT(Map.Text2.Width, width);
+  EXPECT_EQ(Row(amsel).Eintrag, QStringLiteral("Amsel"));
+  Click({305, 308});  // another entry stores it
+  EXPECT_EQ(Row(amsel).Eintrag, QStringLiteral("Amselmännchen"));
+  EXPECT_EQ(Map.InHand, fink);
+  Text_Typed(QStringLiteral("Finken"));
+  Click({700, 500});  // the empty map as well
+  EXPECT_EQ(Row(fink).Eintrag, QStringLiteral("Finken"));
+  EXPECT_FALSE(Entry_In_Hand());
+  EXPECT_FALSE(Map.Text2.Visible);
+  EXPECT_EQ(Toolbar1.Tag, QStringLiteral("Norm"));
+}
+
+// At 50 % a window pixel is two map pixels: typing must not shift the entry.
+TEST_F(Activation, TypingKeepsPositionFontAndColoursAtEveryZoom) {
+  EntryRow row = Text_Row("Amsel", 333, 255);
+  row.Schrift = QStringLiteral("Times New Roman-B-I<30");
+  row.Groesse = 17;
+  row.VG = 3;
+  row.RA = 204;
+  const QString amsel = Add(row);
+  for (const double zoom : {2.0, 0.7, 1.0}) {
+    Set_Zoom(zoom);
+    ASSERT_TRUE(Take_Entry(amsel));
+    Text_Typed(QStringLiteral("Amsel %1").arg(zoom));
+    ASSERT_TRUE(End_Entry());
+    row.Eintrag = QStringLiteral("Amsel %1").arg(zoom);
+    EXPECT_EQ(Row(amsel), row);
+  }
+}
+
+TEST_F(Activation, ScrollingAndZoomingStoreATextAndTakeTheControlsAlong) {
+  const QString amsel = Add(Text_Row("Amsel", 401, 301));
+  Map_Redraw();
+  Click({410, 308});
+  Text_Typed(QStringLiteral("Star"));
+  Scroll_By(100, 50);
+  EXPECT_EQ(Row(amsel).Eintrag, QStringLiteral("Star"));
+  EXPECT_EQ(Map.Text2.Tag, QStringLiteral("Old"));
+  EXPECT_EQ(QPoint(Map.Text2.Left, Map.Text2.Top), QPoint(Window_X(401), Window_Y(301)));
+  Text_Typed(QString(80, u'x'));
+  Set_Zoom(2.0);  // too long to be stored: it stays open and unspoken
+  EXPECT_EQ(Map.Text2.Tag, QStringLiteral("Change"));
+  EXPECT_TRUE(Map.Text2.Visible);
+  EXPECT_EQ(Map.Text2.Left, Window_X(401));
+  Text_Typed(QStringLiteral("Meise"));
+  Set_Zoom(1.0);
+  EXPECT_EQ(Row(amsel).Eintrag, QStringLiteral("Meise"));
+  EXPECT_EQ(At(amsel), QPoint(401, 301));
+}
+
+TEST_F(Activation, LongTextsAreRefusedWhereTheyDoNotFit) {
+  const QString amsel = Add(Text_Row("Amsel", 100, 100));
+  Add(Text_Row("Fink", 300, 300));
+  Map_Redraw();
+  Click({110, 108});
+  const QString text80(80, u'm'), text253(253, u'm'), text254(254, u'm');
+  Text_Typed(text253);
+  {
+    MessageScript script;
+    script.Expect(QStringLiteral("253 Zeichen"));
+    Text_Typed(text254);
+  }
+  EXPECT_EQ(Map.Text2.Text, text253);
+  for (const auto& leave : {+[] { Click({305, 308}); }, +[] { Click({700, 500}); }}) {
+    Text_Typed(text80);
+    MessageScript script;
+    script.Expect(QStringLiteral("80 Zeichen"));
+    leave();
+    EXPECT_EQ(Map.InHand, amsel);
+    EXPECT_EQ(Map.Text2.Text, text80);
+    EXPECT_TRUE(Map.Text2.Visible);
+    EXPECT_EQ(Row(amsel).Eintrag, QStringLiteral("Amsel"));
+    Text_Typed(text80.left(78));
+  }
+  Text_Typed(text80.left(79));
+  EXPECT_TRUE(End_Entry());
+  EXPECT_EQ(Row(amsel).Eintrag, text80.left(79));
+}
+
+TEST_F(Activation, EveryKindHasItsControls) {
+  ASSERT_TRUE(Make_Canvas(40, 30, qRgb(200, 0, 0)).save(Path(QStringLiteral("Vogel.png"))));
+  EntryRow picture = Text_Row("Vogel.png", 500, 100, 5), foot = Text_Row("Fuß", 300, 100, 1);
+  picture.ID = QStringLiteral("Bild");
+  foot.Xline = 400;
+  foot.Yline = 200;
+  EntryRow hiddenLabel = Poly_Row("Linie3", 100, 400, {{100, 450}, {200, 450}});
+  hiddenLabel.Groesse = -8;
+  EntryRow free = Figure_Row(24, {600, 400, 1, 1});
+  free.ID = QStringLiteral("Figur7");
+  Create_Vertex_Table(free.ID);
+  Write_Vertices(free.ID, {{610, 410}, {660, 410}, {630, 440}});
+  struct Case {
+    QString bookmark, state;
+    QRect shape, bild;
+    bool text, foot;
+    int handles;
+  };
+  const std::vector<Case> cases = {
+      {Add(Figure_Row(20, {100, 100, 80, 60})), "Fig", {100, 100, 80, 60}, {}, false, false, 8},
+      {Add(free), "Fig", {610, 410, 50, 30}, {}, false, false, 8},
+      {Add(picture), "Bild", {}, {500, 100, 40, 30}, false, false, 0},
+      {Add(foot), "Text", {}, {}, true, true, 0},
+      {Add(Poly_Row("Flaeche1", 250, 420, {{200, 400}, {350, 400}, {300, 500}})), "Ply", {}, {}, true, false, 0},
+      {Add(Poly_Row("Linie9", 400, 500, {})), "Ln", {}, {}, true, false, 0},  // its vertex table is missing
+      {Add(hiddenLabel), "Ln", {}, {}, false, false, 0},
+      {Add(Text_Row("versteckt", 20, 20, -1)), "Text", {}, {}, false, false, 0},
+  };
+  Map_Redraw();
+  for (const Case& c : cases) {
+    ASSERT_TRUE(Take_Entry(c.bookmark)) << c.state;
+    EXPECT_EQ(Toolbar1.Tag, c.state);
+    EXPECT_EQ(Map.Text2.Visible, c.text) << c.state;
+    EXPECT_EQ(Map.imgRfLine.Visible, c.foot) << c.state;
+    EXPECT_EQ(Map.lblShape.Visible, !c.shape.isNull());
+    if (!c.shape.isNull()) {
+      EXPECT_EQ(Box(Map.lblShape), c.shape);
+    }
+    EXPECT_EQ(Map.imgBild.Visible, !c.bild.isNull());
+    if (!c.bild.isNull()) {
+      EXPECT_EQ(Box(Map.imgBild), c.bild);
+    }
+    EXPECT_EQ(Map.imgHandle.Visible, !c.bild.isNull());
+    EXPECT_EQ(std::count_if(Map.lblHandle.begin(), Map.lblHandle.end(), [](auto& h) { return h.Visible; }), c.handles);
+    if (c.foot) {
+      EXPECT_EQ(Box(Map.imgRfLine), QRect(392, 192, 16, 16));
+    }
+  }
+}
+
+TEST_F(Activation, WhatIsPaintedRoundTheEntryInHandGoesWithoutATrace) {
+  const QString amsel = Add(Text_Row("Amsel", 100, 100));
+  const QString area = Add(Poly_Row("Flaeche1", 250, 420, {{200, 400}, {350, 400}, {300, 500}}));
+  Map_Redraw();
+  const QImage plain = Map.canvas.copy();
+  int redraws = 0;
+  events.TableChanged.Connect([&] { ++redraws; });
+  ASSERT_TRUE(Take_Entry(amsel));
+  EXPECT_EQ(Map.canvas.pixel(100 - 8, 100 - 8) | 0xff000000, HighlightColor);
+  ASSERT_TRUE(Take_Entry(area));
+  EXPECT_EQ(Map.canvas.pixel(92, 92), plain.pixel(92, 92));
+  EXPECT_EQ(Map.canvas.pixel(200, 400) | 0xff000000, HighlightColor);
+  ASSERT_TRUE(End_Entry());
+  EXPECT_EQ(Map.canvas, plain);
+  EXPECT_EQ(redraws, 0);
+}
+
+TEST_F(Activation, OverlappingHiddenInactiveAndUnknownEntries) {
+  Add(Figure_Row(20, {100, 100, 80, 60}));
+  const QString upper = Add(Figure_Row(20, {140, 120, 80, 60}));
+  EntryRow inactive = Figure_Row(20, {400, 100, 80, 60});
+  inactive.ID = QStringLiteral("-Figur3");
+  const QString still = Add(inactive);
+  const QString strange = Add(Text_Row("?", 600, 100, 63));
+  Map_Redraw();
+  Click({160, 140});
+  EXPECT_EQ(Map.InHand, upper);
+  Click({430, 120});
+  EXPECT_FALSE(Entry_In_Hand());
+  EXPECT_TRUE(Take_Entry(still));  // by the table window
+  EXPECT_EQ(Toolbar1.Button("Akt")->ToolTipText, QStringLiteral("-Figur3 aktivieren"));
+  {
+    MessageScript script;
+    script.Expect(QStringLiteral("Karteneintrag: Unbekannter Typ = 63"));
+    EXPECT_FALSE(Take_Entry(strange));
+  }
+  EXPECT_FALSE(Entry_In_Hand());
+  EXPECT_EQ(Toolbar1.Tag, QStringLiteral("Norm"));
+  rsEntries->MoveFirst();
+  EXPECT_FALSE(Take_Entry(rsEntries->Bookmark()));  // the header row
+  EXPECT_FALSE(Take_Entry(QStringLiteral("999999")));
+}
+
+TEST_F(Activation, AssignedRowsTellItFirstAndFarOnesScrollTheMap) {
+  EntryRow row = Text_Row("Amsel", 1500, 1100);
+  row.ID = QStringLiteral("Text>Flaeche3");
+  const QString amsel = Add(row);
+  Map_Redraw();
+  ASSERT_TRUE(Take_Entry(amsel));
+  EXPECT_TRUE(InfoBar.Panel[0].startsWith(QStringLiteral("Zugeordnet: Flaeche3")));
+  EXPECT_GT(Map.ViewLeft, 0);
+  EXPECT_EQ(Map.Text2.Left, Window_X(1500));
+  EXPECT_LT(Map.Text2.Left, Map.ViewWidth);
+}
+
+TEST_F(Activation, ANewTextByTheMouse) {
+  const int before = Entry_Count();
+  Choose_Tool(QStringLiteral("Text"));
+  EXPECT_EQ(Map_Pointer(), MapPointer::Cross);
+  Click({200, 150});
+  EXPECT_EQ(Map.Text2.Tag, QStringLiteral("Neu"));
+  EXPECT_EQ(Toolbar1.Tag, QStringLiteral("Text"));
+  Text_Typed(QStringLiteral("Zaunkönig"));
+  EXPECT_TRUE(Map_Key(Qt::Key_Escape, {}));  // forgotten
+  EXPECT_EQ(Entry_Count(), before);
+  EXPECT_FALSE(Entry_In_Hand());
+  Choose_Tool(QStringLiteral("Text"));
+  Click({200, 150});
+  Text_Typed(QStringLiteral("Zaunkönig"));
+  Click({600, 500});
+  ASSERT_EQ(Entry_Count(), before + 1);
+  rsEntries->MoveLast();
+  const EntryRow row = Read_Entry(*rsEntries);
+  EXPECT_EQ(row.Eintrag, QStringLiteral("Zaunkönig"));
+  EXPECT_EQ(QPoint(row.Xmap, row.Ymap), QPoint(200, 150));
+  EXPECT_EQ(Map.EntryRegions.Count(), 1);  // and it is drawn
+}
+
+// Deleted or replaced under the hand: nothing is left in the air.
+TEST_F(Activation, TheHandLetsGoOfRowsThatVanish) {
+  const QString amsel = Add(Text_Row("Amsel", 100, 100));
+  const QString fink = Add(Text_Row("Fink", 300, 300));
+  Map_Redraw();
+  ASSERT_TRUE(Take_Entry(amsel));
+  {
+    MessageScript script;
+    script.Expect(QStringLiteral("Soll dieser Eintrag gelöscht werden?"), MsgAnswer::Yes);
+    EXPECT_TRUE(Map_Key(Qt::Key_Delete, {}));
+  }
+  EXPECT_FALSE(rsEntries->HasRow(amsel));
+  EXPECT_FALSE(Entry_In_Hand());
+  EXPECT_FALSE(Map.Text2.Visible);
+  EXPECT_EQ(Toolbar1.Tag, QStringLiteral("Norm"));
+  ASSERT_TRUE(Take_Entry(fink));
+  Text_Typed(QStringLiteral("Finken"));
+  rsEntries->Delete();
+  Map_Redraw();
+  EXPECT_FALSE(Entry_In_Hand());
+  EXPECT_EQ(Map.Text2.Tag, QStringLiteral("Old"));
+  Close_Map();
+  EXPECT_FALSE(Map_Key(Qt::Key_Delete, {}));
+  Click({100, 100});
+}
+
+// Rows change their place and their values under the hand: it stays on the entry.
+TEST_F(Activation, TheHandFollowsTheRow) {
+  Add(Text_Row("Amsel", 100, 100));
+  Add(Text_Row("Fink", 300, 300));
+  Map_Redraw();
+  Click({110, 108});
+  Order_Entry(1);
+  EXPECT_EQ(Row(Map.InHand).Eintrag, QStringLiteral("Amsel"));
+  EXPECT_EQ(Map.Text2.Text, QStringLiteral("Amsel"));
+  Text_Typed(QStringLiteral("Star"));
+  ASSERT_TRUE(Store_Pending_Text());
+  EXPECT_EQ(Row(Map.InHand).Eintrag, QStringLiteral("Star"));
+  Hide_Current();
+  EXPECT_FALSE(Map.Text2.Visible);
+  EXPECT_TRUE(Toolbar1.Button("Vis")->Value);
+  Hide_Current();
+  EXPECT_TRUE(Map.Text2.Visible);
+  const QString line = Add(Poly_Row("Linie1", 400, 100, {{400, 150}, {500, 150}, {450, 200}}));
+  ASSERT_TRUE(Take_Entry(line));
+  Text_Typed(QStringLiteral("Bach"));
+  Toggle_Label();
+  EXPECT_FALSE(Map.Text2.Visible);
+  EXPECT_FALSE(Toolbar1.Button("LnBez")->Value);
+  Round_Corners();
+  EXPECT_EQ(Menu("mnuKanten").Caption, QStringLiteral("Kanten eckig"));
+  EntryRow row = Row(line);
+  EXPECT_EQ(std::tuple(row.Eintrag, row.Typ, row.Groesse), std::tuple(QStringLiteral("Bach"), 40, -12.0));
+  Toggle_Label();
+  Round_Corners();
+  EXPECT_EQ(Row(line).Typ, 4);
+  EXPECT_TRUE(Map.Text2.Visible);
+}
+
+}  // namespace

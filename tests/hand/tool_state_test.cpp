@@ -1,0 +1,126 @@
+#include "hand/tool_state.h"
+
+#include "hand/toolbar_table.h"
+#include "state/dialog_hooks.h"
+#include "support/hand_fixture.h"
+
+namespace {
+
+using ToolState = HandTest;
+
+const QStringList closing = {"Del", "vor", "back", "Dupl", "Cpy", "Lupe", "Vis", "Akt"};
+
+TEST_F(ToolState, TheToolbarFollowsTheKindOfTheRow) {
+  const EntryRow text = Text_Row("Amsel", 0, 0), line = Poly_Row("Linie3", 0, 0, {}),
+                 area = Poly_Row("Flaeche3", 0, 0, {});
+  EntryRow symbol = text, odd = line;
+  symbol.Schrift = QStringLiteral("Wingdings-B");
+  odd.ID = QStringLiteral("Weg");
+  struct Case {
+    EntryRow row;
+    int typ;
+    ToolMode mode;
+    QString state;
+    QStringList own;
+  };
+  for (const Case& c : {Case{text, 0, ToolMode::Text, "Text", {"Ok", "Panel", "Mark"}},
+                        Case{text, 203, ToolMode::Text, "Text", {"Ok", "Panel", "Mark"}},
+                        Case{text, 7, ToolMode::Text, "Text", {"Ok", "Panel", "Mark"}},
+                        Case{symbol, 102, ToolMode::Symbol, "Symbol", {"Ok", "Panel", "Mark"}},
+                        Case{text, 105, ToolMode::Picture, "Bild", {"Ok", "Panel", "Mark"}},
+                        Case{area, 140, ToolMode::Area, "Ply", {"Ok", "Panel", "FlBez"}},
+                        Case{line, 240, ToolMode::Line, "Ln", {"Ok", "Panel", "LnBez"}},
+                        Case{text, 123, ToolMode::Figure, "Fig", {"Ok", "Panel", "Curve", "Ein"}},
+                        Case{text, -24, ToolMode::Figure, "Fig", {"Ok", "Panel", "Curve", "Ein"}}}) {
+    EntryRow row = c.row;
+    row.Typ = c.typ;
+    EXPECT_EQ(Tool_Mode_Of(row), c.mode) << c.typ;
+    Set_Toolbar(-1, c.mode);
+    EXPECT_EQ(Toolbar1.Tag, c.state);
+    QStringList expected = c.own + closing;
+    EXPECT_TRUE(std::all_of(expected.begin(), expected.end(), [](auto& key) { return Buttons().contains(key); }))
+        << Buttons().join(u' ');
+    EXPECT_EQ(Buttons().indexOf("Del") + 1, Buttons().indexOf("vor"));
+  }
+  for (const int typ : {11, -12, 16, 17, 4}) {
+    odd.Typ = typ;
+    EXPECT_EQ(Tool_Mode_Of(odd), ToolMode::Norm) << typ;
+  }
+}
+
+TEST_F(ToolState, InNormOnlyTheMenusChange) {
+  Set_Toolbar(0, ToolMode::Norm);
+  Toolbar1.buttons.front().Caption = QStringLiteral("unberührt");
+  Set_Toolbar(-1, ToolMode::Norm);
+  EXPECT_EQ(Toolbar1.buttons.front().Caption, QStringLiteral("unberührt"));
+  EXPECT_TRUE(Menu("mnuObjFore").Enabled);
+  EXPECT_FALSE(Menu("mnuObjInsert").Enabled);
+  Set_Toolbar(0, ToolMode::Norm);
+  EXPECT_NE(Toolbar1.buttons.front().Caption, QStringLiteral("unberührt"));
+  EXPECT_FALSE(Menu("mnuObjFore").Enabled);
+  EXPECT_TRUE(Menu("mnuObjInsert").Enabled);
+}
+
+TEST_F(ToolState, ButtonsOfMarksAndHiddenRowsComeWithTheirNumber) {
+  const QStringList plain = Buttons();
+  for (const char* key : {"rechts", "gleich", "Gruppe", "unmark", "Ein", "Akt"}) EXPECT_FALSE(plain.contains(key));
+  const QString first = Add(Text_Row("A", 100, 100)), second = Add(Text_Row("B", 300, 300));
+  Map_Redraw();
+  const MouseKeys control{.control = true};
+  Click({104, 106}, control);
+  EXPECT_EQ(Row(first).Typ, 200);
+  EXPECT_TRUE(Buttons().contains("rechts"));
+  EXPECT_FALSE(Buttons().contains("gleich"));
+  EXPECT_FALSE(Entry_In_Hand());
+  Click({304, 306}, {.shift = true});
+  EXPECT_EQ(Row(first).Typ, 100);
+  EXPECT_EQ(Row(second).Typ, 200);
+  EXPECT_TRUE(Buttons().contains("gleich"));
+  Click({104, 106}, control);
+  Click({304, 306}, control);
+  EXPECT_EQ(Buttons(), plain);
+  Add(Text_Row("C", 500, 300, -1));
+  Add(Text_Row("D", 500, 350, -101));
+  EntryRow inactive = Text_Row("E", 600, 300);
+  inactive.ID = QStringLiteral("-Text");
+  Add(inactive);
+  Map_Redraw();
+  EXPECT_EQ(Toolbar1.Button("Ein")->ToolTipText, QStringLiteral("2 unsichtbare Karteneinträge"));
+  EXPECT_TRUE(Toolbar1.Button("Ein")->Visible);
+  EXPECT_TRUE(Toolbar1.Button("Akt")->Visible);
+}
+
+TEST_F(ToolState, TipsAndSwitchesTellOfTheRow) {
+  const QString hidden = Add(Figure_Row(-20, {100, 100, 50, 50})), shown = Add(Figure_Row(22, {200, 100, 50, 50}));
+  ASSERT_TRUE(Take_Entry(hidden));
+  EXPECT_EQ(Toolbar1.Button("Ein")->ToolTipText, QStringLiteral("Figur wieder sichtbar machen"));
+  ASSERT_TRUE(Take_Entry(shown));
+  EXPECT_EQ(Toolbar1.Button("Ein")->ToolTipText, QStringLiteral("Figur unsichtbar machen (ausblenden)"));
+  EXPECT_EQ(Toolbar1.Button("Panel")->Caption, QStringLiteral("Figur Figur"));
+  EXPECT_EQ(Toolbar1.Button("Akt")->ToolTipText, QStringLiteral("Figur1 de-aktivieren"));
+  EXPECT_FALSE(Toolbar1.Button("Curve")->Enabled);
+}
+
+TEST_F(ToolState, LupeZoomsToTheClickAndEscEndsIt) {
+  const QString amsel = Add(Text_Row("Amsel", 700, 500));
+  ASSERT_TRUE(Take_Entry(amsel));
+  Toggle_Lupe();
+  EXPECT_EQ(Toolbar1.Button("Lupe")->Tag, QStringLiteral("ein"));
+  const QPoint place(Map_X(600), Map_Y(450));
+  Click({600, 450});
+  EXPECT_FLOAT_EQ(Map.Zoom, 0.5F);
+  EXPECT_NEAR(Map_X(Map.ViewWidth / 2.0), place.x(), 3);
+  EXPECT_NEAR(Map_Y(Map.ViewHeight / 2.0), place.y(), 3);
+  EXPECT_EQ(Map.InHand, amsel);
+  int asked = 0;
+  dialogHooks.ZoomWindow = [&] { ++asked; };
+  Map_Mouse_Down({10, 10}, MouseButton::Right, {});
+  EXPECT_EQ(asked, 1);
+  dialogHooks.ZoomWindow = nullptr;
+  EXPECT_TRUE(Map_Key(Qt::Key_Escape, {}));
+  EXPECT_FALSE(Map.LupeOn);
+  EXPECT_EQ(Toolbar1.Button("Lupe")->Tag, QStringLiteral("aus"));
+  EXPECT_EQ(Map.EntryRegions.Count(), 1);
+}
+
+}  // namespace

@@ -1,0 +1,163 @@
+#include "maps/map_coordinates.h"
+
+#include "maps/map_grid.h"
+#include "maps/map_open.h"
+#include "maps/menu_state.h"
+#include "platform/files.h"
+#include "platform/shell.h"
+#include "state/coordinate_state.h"
+#include "state/dialog_hooks.h"
+#include "state/events.h"
+#include "state/mdi_state.h"
+#include "support/table_fixture.h"
+
+namespace {
+
+QString Utf8(const char* text) { return QString::fromUtf8(text); }
+
+class MapCoordinates : public TableTest {
+ protected:
+  void SetUp() override {
+    TableTest::SetUp();
+    map = Make_Map();
+  }
+  void Calibrate(const QString& name, int right = 646000) {
+    const QStringList lines = {QStringLiteral("Grid UTM Zone: 32U D: WGS-84 R: %1 H: 5512000").arg(right),
+                               Utf8("Gwidth = 1000"),
+                               Utf8("Inclin = 0.01"),
+                               Utf8("Xmap = 100"),
+                               Utf8("Ymap = 150"),
+                               Utf8("Xline = 80"),
+                               Utf8("Yline = 80")};
+    Replace_File(Path(name), To_1252(lines.join(QLatin1String("\r\n"))));
+  }
+  static void Expect_Menus(bool on, const char* shown = nullptr) {
+    for (const char* key : {"mnuGridDel", "mnuGridonoff", "mnuGridXYInput"})
+      EXPECT_EQ(Menu(QLatin1String(key)).Enabled, on) << key;
+    EXPECT_EQ(Menu("mnuGridmake").Caption, on ? Utf8("bearbeiten") : Utf8("erstellen"));
+    EXPECT_TRUE(Menu("mnuGridmake").Enabled);
+    if (shown) {
+      EXPECT_EQ(Menu("mnuGridonoff").Caption, Utf8(shown));
+    }
+  }
+  QString map;
+};
+
+TEST_F(MapCoordinates, ComeWithTheMapAndGoWithIt) {
+  Open_Map(map);
+  EXPECT_EQ(Coord.Grid, gridNone);
+  Expect_Menus(false);
+  Calibrate(Utf8("Karte.cal"));
+  frmMDI.mouseUnit = MouseUnit::Metric;
+  int redraws = 0;
+  events.RedrawWanted.Connect([&redraws] { ++redraws; });
+  Reload_Map();
+  EXPECT_EQ(Coord.GridR, 646000);
+  EXPECT_EQ(QPoint(Coord.MapWidthPx, Coord.MapHeightPx), QPoint(400, 300));
+  EXPECT_EQ(frmMDI.mouseUnit, MouseUnit::Coordinates);
+  EXPECT_EQ(redraws, 1);
+  EXPECT_FALSE(Menu("mnuChooseGrid").Enabled);
+  Expect_Menus(true, "ausblenden");
+  Set_Buttons(Current_Button_State());  // enables everything else
+  Expect_Menus(true, "ausblenden");
+  EXPECT_FALSE(Menu("mnuChooseGrid").Enabled);
+  Close_Map();
+  EXPECT_EQ(Coord.Grid, gridNone);
+}
+
+TEST_F(MapCoordinates, AHiddenNetStaysHidden) {
+  Calibrate(Utf8("Karte.cal"));
+  Open_Map(map);
+  ASSERT_TRUE(GridVisible);
+  Toggle_Grid();
+  EXPECT_FALSE(GridVisible);
+  EXPECT_FALSE(Read_Header().netVisible);
+  Reload_Map();
+  EXPECT_FALSE(GridVisible);
+  Expect_Menus(true, "einblenden");
+  Toggle_Grid();
+  EXPECT_TRUE(Read_Header().netVisible);
+  Expect_Menus(true, "ausblenden");
+}
+
+TEST_F(MapCoordinates, AmongSeveralFilesTheUserChooses) {
+  Calibrate(Utf8("Karte.cal"));
+  Calibrate(Utf8("Karte neu.cal"), 700000);
+  int asked = 0;
+  dialogHooks.ChooseCalibration = [&asked] { ++asked; };
+  Open_Map(map);
+  EXPECT_EQ(asked, 1);
+  EXPECT_EQ(Coord.Grid, gridNone);
+  EXPECT_TRUE(Menu("mnuChooseGrid").Enabled);
+  ASSERT_EQ(CalFileChoice.size(), 2);
+  EXPECT_TRUE(Take_Cal_File(CalFileChoice[0]));
+  EXPECT_EQ(Coord.GridR, 700000);
+  Choose_Cal_File();
+  EXPECT_EQ(asked, 2);
+}
+
+TEST_F(MapCoordinates, AFileThatIsGivenUpLeavesNoNet) {
+  Replace_File(Path(Utf8("Karte.cal")), "Grid UTM Zone: 32U D: WGS-84 R: 1 H: 2\r\n");
+  MessageScript script;
+  script.Expect(Utf8("Metrisches Koordinatennetz fehlerhaft"), MsgAnswer::Cancel);
+  Open_Map(map);
+  EXPECT_TRUE(frmMDI.MapOpen);
+  EXPECT_EQ(Coord.Grid, gridNone);
+  EXPECT_EQ(frmMDI.mouseUnit, MouseUnit::Pixel);
+  Expect_Menus(false);
+}
+
+TEST_F(MapCoordinates, DeletingTakesTheRowOfTheNetAndItsMargins) {
+  Calibrate(Utf8("Karte.cal"));
+  Open_Map(map);
+  EntryRow net = Text(Utf8("Netz"));
+  net.Typ = 15;
+  Append_Row(*dbEntries, net);
+  Append_Row(*dbEntries, Text(Utf8("Fund")));
+  rsEntries->Requery();
+  HeaderRow header = Read_Header();
+  header.left = header.right = header.top = header.bottom = 5;
+  Write_Header(header);
+  Delete_Grid();
+  const auto rows = Rows_Of(*dbEntries);
+  ASSERT_EQ(rows.size(), 2U);
+  EXPECT_EQ(rows[1].Eintrag, Utf8("Fund"));
+  EXPECT_EQ(Read_Header().right, 0);
+  EXPECT_EQ(rsEntries->Text(column::Eintrag), Utf8("Fund"));
+  EXPECT_EQ(Coord.Grid, gridNone);
+  Expect_Menus(false);
+}
+
+TEST_F(MapCoordinates, TheToolGetsTheMapAndTheMapComesBack) {
+  Open_Map(map);
+  {
+    MessageScript script;
+    script.Expect(Utf8("Bitte kopieren Sie das Hilfsprogramm Kalibrix.exe in das Anwendungsverzeichnis\n") +
+                  ProgramFolder);
+    Make_Grid();
+    EXPECT_TRUE(frmMDI.MapOpen);
+  }
+  const QString tool = ProgramFolder + Utf8("/kalibrix.exe");
+  Replace_File(tool, "#!");
+  QFile(tool).setPermissions(QFile::ReadOwner | QFile::ExeOwner);
+  QStringList given;
+  std::function<void()> ended;
+  ShellFace shell;
+  shell.start = [&](const QString&, const QStringList& arguments, std::function<void()> after) {
+    given = arguments;
+    ended = std::move(after);
+    return true;
+  };
+  Set_Shell(shell);
+  Make_Grid();
+  EXPECT_EQ(given, QStringList(map));
+  EXPECT_FALSE(frmMDI.MapOpen);
+  Calibrate(Utf8("Karte.cal"));
+  MessageScript script;
+  script.Expect(map + Utf8("\nSoll die Karte erneut geladen werden ?"), MsgAnswer::Yes);
+  ended();
+  EXPECT_TRUE(frmMDI.MapOpen);
+  EXPECT_EQ(Coord.Grid, gridUtm);
+}
+
+}  // namespace

@@ -1,0 +1,204 @@
+#include "maps/map_open.h"
+
+#include <QFileInfo>
+#include <QtEndian>
+
+#include "maps/program_start.h"
+#include "state/dialog_hooks.h"
+#include "state/events.h"
+#include "state/mdi_state.h"
+#include "support/table_fixture.h"
+
+namespace {
+
+class MapOpen : public TableTest {};
+
+TEST_F(MapOpen, OpensClosesAndOpensAgainWithItsEntries) {
+  int opened = 0, closed = 0;
+  events.MapOpened.Connect([&] { ++opened; });
+  events.MapClosed.Connect([&] { ++closed; });
+  const QString map = Make_Map("Größe mit Blank.bmp", 640, 480);
+  Open_User_Map(map);
+  ASSERT_TRUE(frmMDI.MapOpen);
+  EXPECT_EQ(MapFile, map);
+  EXPECT_TRUE(Map.Caption.endsWith("/GRÖßE MIT BLANK.BMP")) << Map.Caption;
+  EXPECT_EQ(QFileInfo(TableFile).fileName(), "GRÖßE MIT BLANK.MDB");
+  EXPECT_EQ(MapWidthPx, 640);
+  EXPECT_NEAR(MapWidthMm, 640 * 25.4 / 96, 0.01);
+  EXPECT_EQ(Tbl.Tag, "Clean");
+  EXPECT_FALSE(File_Exists(Path("Größe mit Blank.map")));
+  EXPECT_EQ(Menu("mnuMapFile", 1).Tag, map);
+  Add(Text("Amsel"));
+  Program_End();
+  EXPECT_FALSE(frmMDI.MapOpen);
+  EXPECT_TRUE(Find_Files(folder.path(), "*.ldb").isEmpty());
+  Open_Map(map);
+  ASSERT_TRUE(frmMDI.MapOpen);
+  EXPECT_EQ(Entry_Count(), 1);
+  EXPECT_EQ(opened, 2);
+  EXPECT_EQ(closed, 1);
+}
+
+TEST_F(MapOpen, WhatCannotBeOpenedIsToldAndLeavesNothing) {
+  const QString map = Make_Map(), cut = Make_Map("cut.bmp", 300, 300);
+  QFile(cut).resize(5000);
+  Replace_File(Path("text.bmp"), "Das ist kein Bild.");
+  Replace_File(Path("leer.bmp"), "");
+  struct Case {
+    QString path, told;
+  };
+  for (const Case& c : {Case{Path("fehlt.bmp"), {}}, Case{cut, {}}, Case{Path("text.bmp"), "Keine Bitmap!"},
+                        Case{Path("leer.bmp"), "Keine Bitmap!"},
+                        Case{map, "FLURAX kann auf dieses Laufwerk keine Einträge schreiben."}}) {
+    MessageScript script;
+    if (!c.told.isEmpty()) script.Expect(c.told);
+    if (c.path != map) script.Expect("Die Karte kann nicht geladen werden.");
+    if (c.path == map) File_Write_Fault = [](const QString& path, qint64) { return path.contains(".map") ? 70 : 0; };
+    Open_Map(c.path);
+    EXPECT_FALSE(frmMDI.MapOpen) << c.path;
+    EXPECT_EQ(MapHeightMm, -1.0F) << c.path;
+    EXPECT_EQ(InfoBar.Panel[0], "Bitte eine Karte laden");
+  }
+  EXPECT_TRUE(Find_Files(folder.path(), "*.map").isEmpty());
+  EXPECT_TRUE(Find_Files(folder.path(), "*.mdb").isEmpty());
+}
+
+TEST_F(MapOpen, AStaleMarkerIsToldAfterTheMapStands) {
+  const QString map = Make_Map();
+  Write_Lines(Path("Karte.map"), {map});
+  int told = 0;
+  Set_Message_Handler([&](const MsgRequest& request) {
+    ++told;
+    EXPECT_TRUE(frmMDI.MapOpen);
+    EXPECT_EQ(request.title, "Datenbank");
+    EXPECT_TRUE(request.text.contains("Bitte laden Sie zur Karte folgende Einträge:"));
+    EXPECT_TRUE(request.text.contains("KARTE_bak.mdb"));
+    return MsgAnswer::Ok;
+  });
+  Open_Map(map);
+  EXPECT_EQ(told, 1);
+  EXPECT_FALSE(File_Exists(Path("Karte.map")));
+}
+
+TEST_F(MapOpen, ResolutionIsReadAndADistortedScanIsTold) {
+  const QString map = Make_Map();
+  struct Case {
+    int x, y;
+    double width;
+    bool told;
+  };
+  for (const Case& c : {Case{11811, 11811, 400 * 1000.0 / 11811, false}, Case{3937, 3938, 101.6, false},
+                        Case{3937, 7874, 101.6, true}, Case{0, 0, 400 * 25.4 / 96, false}}) {
+    QByteArray bytes(8, '\0');
+    qToLittleEndian(c.x, bytes.data());
+    qToLittleEndian(c.y, bytes.data() + 4);
+    Write_At(map, 38, bytes);
+    MessageScript script;
+    if (c.told) script.Expect("Horizontale Auflösung der Karte: 3937 Bildpunkte pro Meter = 100 dpi");
+    Check_Bitmap(map);
+    EXPECT_EQ(Map.MapXPpM, c.x == 0 ? 3780 : c.x);
+    EXPECT_EQ(MapWidthPx, 400);
+    EXPECT_NEAR(MapWidthMm, c.width, 0.01) << c.x;
+  }
+}
+
+TEST_F(MapOpen, BigMapsGiveAHintAboveSevenMillionPixels) {
+  int hints = 0;
+  dialogHooks.BigMapHint = [&](QSize, int) { ++hints; };
+  Open_Map(Make_Map("genau.bmp", 3500, 2000));
+  EXPECT_EQ(hints, 0);
+  Open_Map(Make_Map("gross.bmp", 3000, 2334));
+  EXPECT_EQ(hints, 1);
+  frmMDI.Tips = false;
+  Reload_Map();
+  EXPECT_EQ(hints, 1);
+  EXPECT_TRUE(frmMDI.MapOpen);
+}
+
+TEST_F(MapOpen, SafeModeOffersItsFourRoads) {
+  const QString map = Make_Map();
+  Open_Map(map);
+  Add(Text("Amsel"));
+  const QString table = TableFile;
+  Close_Map();
+  MessageScript script;
+  script.Expect("auf eine beschädigte Datenbank hindeuten");
+  Toggle_Safe_Mode();
+  EXPECT_EQ(InfoBar.Panel[0], "Bitte eine Karte öffnen (abgesicherter Modus)");
+  struct Road {
+    int choice;
+    QString told;
+    int entries;  // -1: the map stays closed
+  };
+  for (const Road& road :
+       {Road{4, "Die Prozedur wird abgebrochen", -1}, Road{1, "Diese Tabelle wurde repariert", 1},
+        Road{2, "Diese Tabelle wurde umbenannt in:", 0}, Road{3, "unverändert im normalen Modus", 0}}) {
+    dialogHooks.Abgesichert = [&](const SafeModeQuestion& question) {
+      EXPECT_EQ(question.table, table);
+      return road.choice;
+    };
+    script.Expect(road.told);
+    Open_Map(map);
+    ASSERT_EQ(frmMDI.MapOpen, road.entries >= 0) << road.choice;
+    if (!frmMDI.MapOpen) continue;
+    EXPECT_EQ(Entry_Count(), road.entries) << road.choice;
+    EXPECT_TRUE(File_Exists(Path("KARTE_BAK.MDB")));
+    Close_Map();
+  }
+  EXPECT_FALSE(frmMDI.SafeMode);
+  EXPECT_TRUE(File_Exists(Path("KARTE_BAK_1.MDB")));
+}
+
+TEST_F(MapOpen, AnEmptyMapIsNotWrittenOverTheOpenOne) {
+  EXPECT_EQ(Pixels_Of_Mm(210, 297), QSize(794, 1123));
+  Open_Map(Make_Map());
+  const QByteArray before = Read_Bytes(MapFile);
+  FileDialogScript dialog;
+  dialog.Answer(MapFile);
+  MessageScript script;
+  script.Expect("gerade geöffnet");
+  EXPECT_FALSE(New_Map(100, 100));
+  EXPECT_EQ(dialog.Seen().front().title, "Karte mit Einträgen als BITMAP exportieren");
+  EXPECT_EQ(dialog.Seen().front().name, "Leere_Karte");
+  EXPECT_EQ(Read_Bytes(MapFile), before);
+}
+
+TEST_F(MapOpen, TheScaleAndTheMenusFollowAnotherTable) {
+  Open_Map(Make_Map());
+  EntryRow scale = Text(" m");
+  scale.ID = "Maßstab";
+  scale.Schrift = "500";
+  scale.Groesse = 500;
+  scale.Xmap = 100;
+  scale.Xline = 300;
+  scale.Yline = 8;
+  scale.Typ = static_cast<int>(EntryKind::Scale);
+  Add(scale);
+  Table_Replaced();
+  EXPECT_TRUE(MapHasScale);
+  EXPECT_DOUBLE_EQ(MapUnitPerPixel, 2.5);
+  EXPECT_TRUE(Menu("mnuTabComp").Enabled);
+  MessageScript script;
+  script.AllowAny(MsgAnswer::No);
+  New_Table();
+  Table_Replaced();
+  EXPECT_FALSE(MapHasScale);
+  EXPECT_FALSE(Menu("mnuTabComp").Enabled);
+}
+
+TEST_F(MapOpen, StartOpensTheMapOfTheCommandLineOrWaits) {
+  for (const auto& [line, map] : {std::pair{"  Karte.BMP weiter", "Karte.BMP"}, std::pair{"\t/a/b.bmp", "/a/b.bmp"},
+                                  std::pair{"karte.jpg x.bmp", ""}, std::pair{"\"meine karte.bmp\"", ""}})
+    EXPECT_EQ(Command_Line_Map(line), map);
+  Program_Start(QString());
+  EXPECT_FALSE(frmMDI.MapOpen);
+  EXPECT_FALSE(Menu("mnuTableSave").Enabled);
+  EXPECT_TRUE(Menu("mnuFOpen").Enabled);
+  File_Copy(Make_Map(), ProgramFolder + "/start.bmp");
+  Program_Start("start.bmp");
+  EXPECT_TRUE(frmMDI.MapOpen);
+  EXPECT_TRUE(Menu("mnuTableSave").Enabled);
+  EXPECT_EQ(Toolbar1.Tag, "Norm");
+}
+
+}  // namespace

@@ -1,0 +1,583 @@
+#include "store/table_file.h"
+
+#include <sys/resource.h>
+
+#include <QDir>
+#include <QFile>
+#include <csignal>
+
+#include "state/events.h"
+#include "state/mdi_state.h"
+#include "store/vertex_table.h"
+#include "support/table_fixture.h"
+
+namespace {
+const QStringList oneTwo = {"eins", "zwei"}, oneTwoThree = {"eins", "zwei", "drei"};
+}
+
+class TableFileTest : public TableTest {
+ protected:
+  QString Snapshot() const { return ProgramFolder + "/TEMP.MDB"; }
+  QString Table() const { return Path("KARTE.MDB"); }
+  void Open_With(const QStringList& texts, const QString& map = "Karte.bmp") {
+    Open_Table(map);
+    for (const QString& text : texts) Add(Text(text));
+  }
+  void Save_As(const QString& name) {
+    FileDialogScript dialog;
+    dialog.Answer(Path(name));
+    ASSERT_TRUE(Save_Table(SaveStep::SaveAs));
+  }
+  static void Undo() {
+    MessageScript script;
+    script.Expect("Karteneinträge wieder hergestellt.");
+    Undo_Last();
+    EXPECT_EQ(script.Seen()[0].title, "  Karteneinträge sichern");
+  }
+  // A table file of its own beside the map, made for the map `made` with these texts.
+  QString Make_Table(const QString& name, const QStringList& texts, const QString& made = "Karte.bmp") {
+    const auto database = Make_Table_File(Path(name), Path(made));
+    for (const QString& text : texts) Append_Row(*database, Text(text));
+    return Path(name);
+  }
+  // Nothing may be left of what was built aside.
+  void Expect_No_Leftovers() const {
+    for (const QString& place : {folder.path(), ProgramFolder}) {
+      for (const QString& name : QDir(place).entryList(QDir::Files | QDir::Hidden))
+        EXPECT_FALSE(name.endsWith('~') || name.endsWith(".neu") || name.contains("-wal")) << name;
+    }
+  }
+};
+
+// Loading ------------------------------------------------------------------------------------------------------------
+
+TEST_F(TableFileTest, ANewTableComesFromTheTemplate) {
+  int loaded = 0, moved = 0;
+  events.TableChanged.Connect([&] { ++loaded; });
+  events.CurrentRowChanged.Connect([&] { ++moved; });
+  Menu("mnuReset").Enabled = true;
+  Open_Table();
+  EXPECT_EQ(TableFile, Table());
+  EXPECT_EQ(Tbl.DBGrid1.Caption, Table());
+  EXPECT_EQ(Entry_Count(), 0);
+  EXPECT_EQ(Tbl.Tag, "Dirty");
+  HeaderRow header;
+  header.tablePath = Table();
+  header.mapName = Shortened_Path(MapFile);
+  header.width = 400;
+  header.height = 300;
+  EXPECT_EQ(Read_Header(), header);
+  EXPECT_EQ(Tbl.EintragSize, 79);
+  EXPECT_FALSE(Tbl.OldTable || Tbl.HasUserColumns || Menu("mnuReset").Enabled);
+  EXPECT_GT(loaded, 0);
+  EXPECT_GT(moved, 0);
+}
+
+TEST_F(TableFileTest, RowsAndHeaderAreThereAgain) {
+  Open_With(oneTwo);
+  HeaderRow header = Read_Header();
+  header.printFactor = 1.5;
+  header.netVisible = false;
+  Write_Header(header);
+  Write_Font_Factor(0.7F);
+  Write_Vertices("Linie0", {{1, 2}, {3, 4}});
+  dbEntries->AddColumn("MapData", {"Anzahl", FieldType::Text, 20});
+  PrintFactor = FontFactor = 1;
+  Tbl.Tag = "Clean";
+  ASSERT_TRUE(Load_Table(LoadMode::Reload));
+  EXPECT_EQ(Texts(), oneTwo);
+  EXPECT_EQ(rsEntries->Text(column::Eintrag), "zwei");  // the last row is the current one
+  EXPECT_EQ(Map.CurBookmark, rsEntries->Bookmark());
+  EXPECT_EQ(PrintFactor, 1.5F);
+  EXPECT_EQ(FontFactor, 0.7F);
+  EXPECT_FALSE(GridVisible);
+  EXPECT_EQ(Load_Vertices("Linie0").size(), 2U);
+  EXPECT_TRUE(Tbl.HasUserColumns && Menu("mnuSpaltDelete").Enabled);
+  EXPECT_EQ(Tbl.ColumnCount, 12);
+  EXPECT_EQ(Tbl.Tag, "Clean");  // a sound header is not touched
+
+  // A bad one is put right and nothing else.
+  dbEntries->Execute("UPDATE MapData SET ID='Text', Xline=7, Typ=3, VG=11 WHERE Eintrag LIKE '*KARTE.MDB'");
+  ASSERT_TRUE(Load_Table(LoadMode::Reload));
+  const EntryRow row = Rows_Of(*dbEntries)[0];
+  EXPECT_EQ(std::tuple(row.ID, row.Xline, row.Typ, row.VG), std::tuple("!Unbekannt", 1, -1, 11));
+  EXPECT_EQ(Tbl.Tag, "Dirty");
+  EXPECT_EQ(Texts(), oneTwo);
+}
+
+TEST_F(TableFileTest, ATableThatWasCopiedElsewhereNamesItsNewPlace) {
+  Make_Table("KARTE.MDB", oneTwo);
+  Open_Table();
+  EXPECT_EQ(Read_Header().tablePath, Table());
+  EXPECT_EQ(Tbl.Tag, "Clean");
+}
+
+TEST_F(TableFileTest, WithoutTemplateThereIsNoTable) {
+  Name_Map();
+  QFile::remove(ProgramFolder + "/MUSTER.MDB");
+  int ended = 0;
+  events.EndWanted.Connect([&] { ++ended; });
+  for (const MsgAnswer answer : {MsgAnswer::No, MsgAnswer::Yes}) {
+    MessageScript script;
+    script.Expect("von der Programmdiskette\nin folgendes Verzeichnis laden:\n " + ProgramFolder, answer);
+    EXPECT_FALSE(Load_Table(LoadMode::First));
+    EXPECT_EQ(script.Seen()[0].title, "Programmfehler ");
+  }
+  EXPECT_EQ(ended, 1);
+  EXPECT_FALSE(QFile::exists(Table()));
+}
+
+TEST_F(TableFileTest, ForeignFilesAreKeptAndANewTableBegun) {
+  const QByteArray first = "kein Datenbankformat " + QByteArray(3000, 'x'), second = "noch eine";
+  for (const QByteArray& content : {first, second, QByteArray()}) {
+    Close_Table(CloseMode::CloseOnly);
+    Replace_File(Table(), content);
+    MessageScript script;
+    script.Expect("Die Datenbank ist fehlerhaft oder\n gehört nicht zum Programm FLURAX.")
+        .Expect("umbenannt in:\n" + Path("KARTE_err.mdb"));
+    Open_Table();
+    EXPECT_EQ(Entry_Count(), 0);
+    EXPECT_EQ(Read_Bytes(Path("KARTE_err.mdb")), content);
+  }
+  // Earlier copies are never overwritten.
+  EXPECT_EQ(Read_Bytes(Path("KARTE_err_1.mdb")), first);
+  EXPECT_EQ(Read_Bytes(Path("KARTE_err_2.mdb")), second);
+
+  Close_Table(CloseMode::CloseOnly);
+  QFile::remove(Table());
+  Workspace::CreateDatabase(Table())->CreateTable({"MapData", {{"Nummer", FieldType::Long, 0}}});
+  MessageScript script;
+  script.Expect("fehlerhafte Datenbank").Expect("Sie können anschließend eine Sicherheitskopie laden.");
+  Open_Table();
+  EXPECT_EQ(Entry_Count(), 0);
+  EXPECT_TRUE(Workspace::OpenDatabase(Path("KARTE_err.mdb"))->HasTable("MapData"));
+}
+
+TEST_F(TableFileTest, ADamagedTableIsRescuedWithItsRows) {
+  Open_Table();
+  QStringList texts;
+  dbEntries->BeginTrans();
+  for (int i = 0; i < 400; ++i) Add(Text(texts.emplaceBack(QStringLiteral("Eintrag %1").arg(i))));
+  dbEntries->CommitTrans();
+  Write_Vertices("Linie0", {{1, 2}, {3, 4}});
+  Close_Table(CloseMode::CloseOnly);
+  const QByteArray sound = Read_Bytes(Table());
+  QByteArray headless = sound, rubbish = sound;
+  headless.replace(0, 100, QByteArray(100, '#'));
+  rubbish.replace(sound.size() - 6 * 1024, 2 * 1024, QByteArray(2 * 1024, '\x5a'));
+  struct Case {
+    QByteArray bytes;
+    int least;
+    LoadMode mode;
+  };
+  for (const Case& c :
+       {Case{headless, 390, LoadMode::First}, Case{sound.left(sound.size() * 6 / 10), 150, LoadMode::First},
+        Case{rubbish, 350, LoadMode::First}, Case{headless, 390, LoadMode::Reload}}) {
+    Close_Table(CloseMode::CloseOnly);
+    Replace_File(Table(), c.bytes);
+    MessageScript script;
+    script.Expect("gehört nicht zum Programm FLURAX.").Expect("gerettet");
+    ASSERT_TRUE(Load_Table(c.mode));
+    ASSERT_GE(Entry_Count(), c.least);
+    for (const QString& text : Texts()) EXPECT_TRUE(texts.contains(text)) << text;
+    EXPECT_EQ(Read_Header().mapName, Shortened_Path(MapFile));
+    EXPECT_EQ(Tbl.Tag, "dirty");
+    EXPECT_EQ(Read_Bytes(Path("KARTE_err.mdb")), c.bytes);
+  }
+  EXPECT_EQ(Load_Vertices("Linie0"), (std::vector<QPoint>{{1, 2}, {3, 4}}));
+  EXPECT_TRUE(QFile::exists(Path("KARTE_err_3.mdb")));
+}
+
+TEST_F(TableFileTest, ABadFileAtAReloadComesBackFromTheSnapshot) {
+  Open_With(oneTwo);
+  Undo_Point("Rückgängig: Ersetzen");
+  Add(Text("drei"));
+  Close_Table(CloseMode::CloseOnly);
+  Replace_File(Table(), "Müll");
+  MessageScript script;
+  script.Expect("fehlerhafte Datenbank").Expect("Karteneinträge wieder hergestellt.");
+  ASSERT_TRUE(Load_Table(LoadMode::Reload));
+  EXPECT_EQ(Texts(), oneTwo);
+  EXPECT_EQ(Read_Bytes(Path("KARTE_err.mdb")), "Müll");
+  EXPECT_EQ(Tbl.Tag, "dirty");
+}
+
+TEST_F(TableFileTest, ATableInUseIsNotTouched) {
+  Make_Table("KARTE.MDB", oneTwo);
+  const auto other = Workspace::OpenDatabase(Table());
+  Name_Map();
+  MessageScript script;
+  script.Expect("bereits geöffnet", MsgAnswer::Yes).Expect("bereits geöffnet", MsgAnswer::No);
+  EXPECT_FALSE(Load_Table(LoadMode::First));
+  EXPECT_FALSE(rsEntries);
+  EXPECT_FALSE(QFile::exists(Path("KARTE_err.mdb")));
+  other->Close();
+  ASSERT_TRUE(Load_Table(LoadMode::First));
+  EXPECT_EQ(Texts(), oneTwo);
+}
+
+// Checkpoints --------------------------------------------------------------------------------------------------------
+
+TEST_F(TableFileTest, ACheckpointBringsCopiesUpToDateAndKeepsTheRow) {
+  Open_With(oneTwo);
+  Save_As("Sicherung.MDB");
+  EXPECT_EQ(Tbl.DBGrid1.Caption, Path("Sicherung.MDB"));
+  EXPECT_EQ(Tbl.Tag, "Clean");
+  Add(Text("drei"));
+  rsEntries->MoveFirst();
+  rsEntries->MoveNext();
+  Undo_Point("Rückgängig: Justieren");
+  EXPECT_EQ(rsEntries->Text(column::Eintrag), "eins");
+  EXPECT_EQ(Map.CurBookmark, rsEntries->Bookmark());
+  EXPECT_EQ(Menu("mnuReset").Caption, "Rückgängig: Justieren");
+  EXPECT_TRUE(Menu("mnuReset").Enabled);
+  EXPECT_EQ(Tbl.Tag, "Dirty");  // a checkpoint does not set it
+  EXPECT_EQ(Texts_In(Path("Sicherung.MDB")), oneTwoThree);
+  EXPECT_EQ(Texts_In(Snapshot()), oneTwoThree);
+  Expect_No_Leftovers();
+  Table_Idle();  // afterwards the file alone is whole
+  ASSERT_TRUE(QFile::copy(Table(), Path("Kopie.MDB")));
+  EXPECT_EQ(Texts_In(Path("Kopie.MDB")), oneTwoThree);
+}
+
+TEST_F(TableFileTest, UndoGoesBackToThePoint) {
+  Open_With(oneTwo);
+  Write_Vertices("Flaeche0", {{0, 0}, {9, 0}, {9, 9}});
+  Undo_Point("Rückgängig: Verschieben");
+  Add(Text("drei"));
+  dbEntries->DropTable("Flaeche0");
+  Undo();
+  EXPECT_EQ(Texts(), oneTwo);
+  EXPECT_EQ(Load_Vertices("Flaeche0").size(), 3U);
+  EXPECT_FALSE(Menu("mnuReset").Enabled);
+  // Without a change there is nothing to copy.
+  Tbl.Tag = "Clean";
+  QFile::remove(Snapshot());
+  MessageScript script;
+  script.Expect("Karteneinträge wieder hergestellt.");
+  EXPECT_TRUE(Save_Table(SaveStep::Restore));
+  EXPECT_EQ(Texts(), oneTwo);
+}
+
+TEST_F(TableFileTest, ALostSnapshotEmptiesTheTableButKeepsItAside) {
+  for (const QByteArray& snapshot : {QByteArray(), QByteArray("Müll")}) {
+    Open_With(oneTwo);
+    Undo_Point("Rückgängig: Ersetzen");
+    QFile::remove(Snapshot());
+    if (!snapshot.isEmpty()) Replace_File(Snapshot(), snapshot);
+    MessageScript script;
+    script.Expect("Datei kann nicht gesichert werden.");
+    Undo_Last();
+    EXPECT_TRUE(script.Seen()[0].text.startsWith("Step: 3\nQuelle: " + Snapshot() + "\nZiel: " + Table()));
+    EXPECT_TRUE(script.Seen()[0].text.contains(Path("KARTE_bak.mdb")));
+    EXPECT_EQ(Entry_Count(), 0);
+    EXPECT_EQ(Texts_In(Path("KARTE_bak.mdb")), oneTwo);
+  }
+  EXPECT_TRUE(QFile::exists(Path("KARTE_bak_1.mdb")));
+}
+
+TEST_F(TableFileTest, AFullDiskLeavesTheCopiesAndTheTable) {
+  Open_With(oneTwo);
+  Save_As("Sicherung.MDB");
+  Undo_Point("Rückgängig: Ersetzen");
+  Add(Text("drei"));
+  File_Write_Fault = [](const QString&, qint64) { return errors::diskFull; };
+  MessageScript script;
+  script.Expect("Sicherung.MDB").Expect("TEMP.MDB");
+  EXPECT_FALSE(Save_Table(SaveStep::Save));
+  EXPECT_TRUE(script.Seen()[0].text.contains(Table()));
+  EXPECT_EQ(Tbl.Tag, "Dirty");
+  EXPECT_FALSE(Menu("mnuReset").Enabled);  // the old snapshot is not what an undo should bring
+  EXPECT_EQ(Texts(), oneTwoThree);
+  EXPECT_EQ(Texts_In(Path("Sicherung.MDB")), oneTwo);
+  EXPECT_EQ(Texts_In(Snapshot()), oneTwo);
+  Expect_No_Leftovers();
+  // A new table would throw away what was not copied.
+  script.Expect("Wollen Sie die veränderten Einträge sichern", MsgAnswer::No).Expect("Sicherung.MDB").Expect("TEMP");
+  New_Table();
+  EXPECT_EQ(Entry_Count(), 3);
+  File_Write_Fault = nullptr;
+  EXPECT_TRUE(Save_Table(SaveStep::Save));
+  EXPECT_EQ(Texts_In(Path("Sicherung.MDB")), oneTwoThree);
+}
+
+TEST_F(TableFileTest, WhenNoFileCanGrowNoRowIsLost) {
+  Open_With(oneTwo);
+  Undo_Point("Rückgängig: Ersetzen");
+  QStringList texts = oneTwo;
+  dbEntries->BeginTrans();
+  for (int i = 0; i < 300; ++i) Add(Text(texts.emplaceBack(QStringLiteral("Eintrag %1").arg(i))));
+  dbEntries->CommitTrans();
+  {
+    // No file may grow beyond 6000 bytes, whoever writes it.
+    const auto former = std::signal(SIGXFSZ, SIG_IGN);
+    rlimit old{};
+    getrlimit(RLIMIT_FSIZE, &old);
+    const rlimit limit{6000, old.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &limit);
+    MessageScript script;
+    script.AllowAny(MsgAnswer::No);
+    Undo_Point("Rückgängig: Import");
+    setrlimit(RLIMIT_FSIZE, &old);
+    std::signal(SIGXFSZ, former);
+    EXPECT_FALSE(script.Seen().empty());
+    EXPECT_FALSE(Menu("mnuReset").Enabled);
+  }
+  ASSERT_TRUE(Load_Table(LoadMode::Reload));
+  EXPECT_EQ(Texts(), texts);
+  EXPECT_EQ(Texts_In(Snapshot()), oneTwo);
+  EXPECT_FALSE(QFile::exists(Path("KARTE_err.mdb")));
+  Close_Table(CloseMode::CloseOnly);
+  Expect_No_Leftovers();
+}
+
+// Saving -------------------------------------------------------------------------------------------------------------
+
+TEST_F(TableFileTest, SaveReportsTheName) {
+  Open_With(oneTwo);
+  frmMDI.MapOpen = true;
+  int redraws = 0;
+  events.RedrawWanted.Connect([&] { ++redraws; });
+  EXPECT_TRUE(Save_Table(SaveStep::Save));
+  EXPECT_EQ(Tbl.Tag, "Clean");
+  EXPECT_EQ(InfoBar.Panel[2], Table() + " gesichert.");
+  EXPECT_EQ(redraws, 1);
+  EXPECT_EQ(Texts_In(Snapshot()), oneTwo);
+  QFile::remove(Snapshot());
+  EXPECT_TRUE(Save_Table(SaveStep::Save));  // unchanged: the name only
+  EXPECT_FALSE(QFile::exists(Snapshot()));
+  EXPECT_EQ(redraws, 1);
+}
+
+TEST_F(TableFileTest, SaveAsAsksUntilTheNameIsFit) {
+  Open_With(oneTwo);
+  MessageScript script;
+  FileDialogScript dialog;
+  dialog
+      .Answer(Path("Wiese-Nord.MDB"))  // a minus is never taken
+      .Answer(Path("Wiese 1.MDB"))     // faults are told; the user changes the name
+      .Answer(Path("KARTE_Neu.MDB"))   // the map's name: are you sure? No
+      .Answer(Path("KARTE_Neu.MDB"));  // Yes
+  script.Expect("Minuszeichen - im Dateinamen nicht zulässig.")
+      .Expect("Dieser Dateiname ist ungültig", MsgAnswer::Yes)
+      .Expect("in folgender Datei sichern?\n" + Path("KARTE_Neu.MDB"), MsgAnswer::No)
+      .Expect("in folgender Datei sichern?", MsgAnswer::Yes);
+  ASSERT_TRUE(Save_Table(SaveStep::SaveAs));
+  QStringList proposals;
+  for (const FileRequest& request : dialog.Seen()) proposals.append(request.name);
+  EXPECT_EQ(proposals, (QStringList{"KARTE_Neu.MDB", "KARTE_Neu.MDB", "Wiese 1.MDB", "KARTE-Neu.MDB"}));
+  EXPECT_EQ(dialog.Seen()[0].title, "  Karteneinträge sichern");
+  EXPECT_EQ(dialog.Seen()[0].filter, "Datenbank (*.MDB)|*.MDB| Alle Dateien (*.*)|*.*");
+  EXPECT_EQ(Tbl.DBGrid1.Caption, Path("KARTE_Neu.MDB"));
+  EXPECT_EQ(Texts_In(Path("KARTE_Neu.MDB")), oneTwo);
+  EXPECT_EQ(Read_Header().tablePath, Path("KARTE_Neu.MDB"));
+  EXPECT_TRUE(Menu("mnuTableSave").Enabled);
+}
+
+TEST_F(TableFileTest, FoldersMayHaveUmlautsBlanksDotsAndAMinus) {
+  const QString place = "Örtliche Karten-v1.2/";
+  ASSERT_TRUE(QDir().mkpath(Path(place)));
+  Open_With(oneTwo, place + "Große Wiese.bmp");
+  EXPECT_EQ(TableFile, Path(place + "GROßE WIESE.MDB"));
+  FileDialogScript dialog;
+  dialog.Answer(Path(place + "Sicherung.MDB"));
+  ASSERT_TRUE(Save_Table(SaveStep::SaveAs));
+  // Cut at the point of the file name, not of the folder.
+  EXPECT_EQ(dialog.Seen()[0].folder + dialog.Seen()[0].name, Path(place + "GROßE WIESE_Neu.MDB"));
+  EXPECT_EQ(Texts_In(Path(place + "Sicherung.MDB")), oneTwo);
+}
+
+TEST_F(TableFileTest, AFailedSaveAsKeepsNamesAndRows) {
+  Open_With(oneTwo);
+  const QString row = rsEntries->Bookmark();
+  FileDialogScript dialog;
+  dialog.Answer(std::nullopt).Answer(Path("fehlt/Amsel.MDB"));
+  EXPECT_FALSE(Save_Table(SaveStep::SaveAs));
+  MessageScript script;
+  script.Expect("Datei kann nicht gesichert werden.");
+  EXPECT_FALSE(Save_Table(SaveStep::SaveAs));
+  EXPECT_EQ(script.Seen()[0].title, "DBSaveError");
+  EXPECT_TRUE(script.Seen()[0].text.startsWith("Step: 1\nQuelle: " + Table()));
+  EXPECT_EQ(Tbl.DBGrid1.Caption, Table());
+  EXPECT_EQ(Tbl.Tag, "Dirty");
+  EXPECT_EQ(Read_Header().tablePath, Table());
+  EXPECT_EQ(rsEntries->Bookmark(), row);
+  EXPECT_EQ(Texts(), oneTwo);
+}
+
+TEST_F(TableFileTest, AtAMapChange) {
+  Open_With({"eins"});
+  EXPECT_TRUE(Save_Table(SaveStep::AtMapChange));  // fewer than two entries: no question
+  Add(Text("zwei"));
+  const QString old = Path("KARTE_old.MDB");
+  MessageScript script;
+  script.Expect("unter einem eigenen Namen sichern?\n" + old, MsgAnswer::No);
+  EXPECT_TRUE(Save_Table(SaveStep::AtMapChange));
+  EXPECT_FALSE(QFile::exists(old));
+  script.Expect("unter einem eigenen Namen sichern?", MsgAnswer::Yes);
+  EXPECT_TRUE(Save_Table(SaveStep::AtMapChange));
+  EXPECT_EQ(Texts_In(old), oneTwo);
+  EXPECT_TRUE(Save_Table(SaveStep::AtMapChange));  // unchanged: no question
+  Add(Text("drei"));
+  script.Expect("\n\nDie Karteneinträge\nwurden verändert.\nWollen Sie die veränderten Einträge sichern ?",
+                MsgAnswer::Yes);
+  EXPECT_TRUE(Save_Table(SaveStep::AtMapChange));
+  EXPECT_EQ(Texts_In(old), oneTwoThree);
+}
+
+// Another table ------------------------------------------------------------------------------------------------------
+
+TEST_F(TableFileTest, AnotherTableIsLoadedAndUndone) {
+  Open_With(oneTwo);
+  const QStringList birds = {"Amsel", "Drossel", "Fink"};
+  const QString other = Make_Table("Amsel.MDB", birds);
+  {
+    MessageScript script;
+    script.Expect("Wollen Sie die veränderten Einträge sichern ?", MsgAnswer::No);
+    FileDialogScript dialog;
+    dialog.Answer(other);
+    ASSERT_TRUE(Load_Other_Table({}));
+    EXPECT_EQ(dialog.Seen()[0].title, "Einträge laden");
+    EXPECT_EQ(QDir::cleanPath(dialog.Seen()[0].folder), folder.path());
+  }
+  EXPECT_EQ(TableFile, Table());  // the standard table keeps its name
+  EXPECT_EQ(Tbl.DBGrid1.Caption, other);
+  EXPECT_EQ(Tbl.Tag, "Clean");
+  EXPECT_EQ(Read_Header().tablePath, other);
+  EXPECT_EQ(Texts(), birds);
+  EXPECT_EQ(Menu("mnuReset").Caption, "Rückgängig: Einträge laden");
+  ASSERT_TRUE(Menu("mnuReset").Enabled);
+  Undo();
+  EXPECT_EQ(Texts(), oneTwo);
+  // The old entries must not be written over the file that was loaded.
+  Undo_Point("Rückgängig: Ersetzen");
+  EXPECT_EQ(Texts_In(other), birds);
+}
+
+TEST_F(TableFileTest, ATableOfAnotherMapIsAskedAbout) {
+  Open_With(oneTwo);
+  const QString moor = Make_Table("Moor.MDB", {"Moos"}, "Moor.bmp");
+  MessageScript script;
+  for (const MsgAnswer answer : {MsgAnswer::No, MsgAnswer::Yes}) {
+    Tbl.Tag = "dirty";
+    script.Expect("Wollen Sie die veränderten Einträge sichern ?", MsgAnswer::No)
+        .Expect("Diese Tabelle wurde in Verbindung mit folgender Karte erstellt:\n" + Path("Moor.bmp"), answer);
+    const bool loaded = answer == MsgAnswer::Yes;
+    EXPECT_EQ(Load_Other_Table(moor), loaded);
+    EXPECT_EQ(Texts(), loaded ? QStringList{"Moos"} : oneTwo);  // unsaved changes included
+    EXPECT_EQ(Tbl.DBGrid1.Caption, loaded ? moor : Table());
+    EXPECT_EQ(Tbl.Tag, loaded ? "Clean" : "dirty");
+  }
+  // The map of the table is known by its name or its shortened path.
+  const QString other = Make_Table("Amsel.MDB", {"Amsel"});
+  for (const QString& name : {QStringLiteral("C:\\Karten\\karte.BMP"), Shortened_Path("/sehr/langer/weg/zur/Karte.bmp"),
+                              QStringLiteral("/vo...karte.bmp"), QString(), QStringLiteral("ohne Karte")}) {
+    {
+      const auto database = Workspace::OpenDatabase(other);
+      const auto rows = database->OpenRecordset("MapData");
+      rows->MoveFirst();
+      rows->Edit();
+      rows->Set(column::Schrift, name);
+      rows->Update();
+    }
+    EXPECT_TRUE(Load_Other_Table(other)) << name;
+  }
+}
+
+TEST_F(TableFileTest, WhatCannotBeLoadedLeavesTheTableAlone) {
+  Open_With(oneTwo);
+  Tbl.Tag = "Clean";
+  Replace_File(Path("Fremd.MDB"), "keine Datenbank");
+  const QString longName = Make_Table(QString(90, 'x') + ".MDB", {});
+  MessageScript script;
+  script.Expect("gehört nicht zum Programm FLURAX.").Expect("nicht gefunden").Expect("80 Zeichen");
+  EXPECT_FALSE(Load_Other_Table(Path("Fremd.MDB")));
+  EXPECT_FALSE(Load_Other_Table(Path("fehlt.MDB")));
+  EXPECT_FALSE(Load_Other_Table(longName));
+  FileDialogScript dialog;
+  dialog.Answer(std::nullopt);
+  EXPECT_FALSE(Load_Other_Table({}));
+  EXPECT_EQ(Texts(), oneTwo);
+  EXPECT_EQ(Tbl.DBGrid1.Caption, Table());
+  EXPECT_EQ(Read_Bytes(Path("Fremd.MDB")), "keine Datenbank");
+  File_Write_Fault = [](const QString&, qint64) { return errors::diskFull; };
+  const QString other = Make_Table("Amsel.MDB", {"Amsel"});
+  script.AllowAny(MsgAnswer::Ok);
+  EXPECT_FALSE(Load_Other_Table(other));
+  EXPECT_EQ(Texts(), oneTwo);
+}
+
+TEST_F(TableFileTest, ANewTableAndItsUndo) {
+  Open_With(oneTwo);
+  {
+    MessageScript script;
+    script.Expect("Wollen Sie die veränderten Einträge sichern ?", MsgAnswer::Yes);
+    New_Table();
+  }
+  EXPECT_EQ(Entry_Count(), 0);
+  EXPECT_EQ(Menu("mnuReset").Caption, "Rückgängig: Einträge neu");
+  Undo();
+  EXPECT_EQ(Texts(), oneTwo);
+}
+
+// Compressing and repairing ------------------------------------------------------------------------------------------
+
+TEST_F(TableFileTest, CompressingTellsBothSizesAndKeepsTheRows) {
+  Open_Table();
+  dbEntries->BeginTrans();
+  for (int i = 0; i < 2000; ++i) Add(Text(QString(70, 'x')));
+  dbEntries->CommitTrans();
+  dbEntries->Execute("DELETE FROM MapData WHERE Eintrag LIKE 'x*'");
+  rsEntries->Requery();
+  Add(Text("bleibt"));
+  MessageScript script;
+  script.Expect("ursprüngliche Größe: ");
+  Compress_Table();
+  EXPECT_EQ(script.Seen()[0].title, "Tabelle komprimieren");
+  const QStringList lines = script.Seen()[0].text.split('\n');
+  ASSERT_EQ(lines.size(), 3);
+  EXPECT_EQ(lines[0], Tbl.DBGrid1.Caption);
+  const auto bytes = [](const QString& line) { return line.section(": ", 1).section(' ', 0, 0).toInt(); };
+  EXPECT_GT(bytes(lines[1]), 10 * bytes(lines[2]));
+  EXPECT_FALSE(QFile::exists(ProgramFolder + "/SRTDATA.MDB"));
+  for (int i = 0; i < 2; ++i) {
+    EXPECT_EQ(Texts(), QStringList{"bleibt"});
+    EXPECT_EQ(Texts_In(Snapshot()), QStringList{"bleibt"});
+    Repair_Table();  // of a sound table: changes nothing
+  }
+}
+
+TEST_F(TableFileTest, RecoveringLeavesThreeCopies) {
+  for (const bool withSnapshot : {false, true}) {
+    Open_With(oneTwo);
+    MessageScript script;
+    if (withSnapshot) {
+      Undo_Point("Rückgängig: Ersetzen");
+      Add(Text("drei"));
+      script.Expect("Karteneinträge wieder hergestellt.");
+    }
+    Recover_Table();
+    EXPECT_FALSE(QFile::exists(Table()));
+    EXPECT_EQ(Texts_In(Path("KARTE_err.mdb")), withSnapshot ? oneTwoThree : oneTwo);
+    EXPECT_EQ(Texts_In(Path("KARTE_rep.mdb")), withSnapshot ? oneTwoThree : oneTwo);
+    EXPECT_EQ(Texts_In(Path("KARTE_bak.mdb")), oneTwo);
+  }
+  EXPECT_TRUE(QFile::exists(Path("KARTE_err_1.mdb")));
+}
+
+TEST_F(TableFileTest, BackupNamesAndLockFiles) {
+  for (const char* name : {"KARTE_BAK.MDB", "KARTE_BAK_1.MDB", "KARTE_BAK_2.MDB"}) {
+    EXPECT_EQ(Free_Backup_Name(Table()), Path(name));
+    Replace_File(Path(name), "x");
+  }
+  Open_With(oneTwo);
+  ASSERT_TRUE(QDir().mkpath(Path("Sicherung")));
+  Tbl.DBGrid1.Caption = Path("Sicherung/Amsel.MDB");
+  for (const char* name : {"Sicherung/AMSEL.ldb", "Sicherung/alt.ldb", "fremd.ldb"}) Replace_File(Path(name), "");
+  Close_Table(CloseMode::CloseOnly);
+  Replace_File(Path("KARTE.ldb"), "");
+  Delete_Lock_Files();
+  for (const char* name : {"Sicherung/AMSEL.ldb", "Sicherung/alt.ldb", "KARTE.ldb"})
+    EXPECT_FALSE(QFile::exists(Path(name))) << name;
+  EXPECT_TRUE(QFile::exists(Path("fremd.ldb")));
+}

@@ -1,0 +1,70 @@
+#pragma once
+#include "state/table_state.h"
+#include "store/table_file.h"
+#include "support/hand_fixture.h"
+
+// Rows of every kind, and the whole table as text.
+class BulkTest : public HandTest {
+ protected:
+  static EntryRow Make(int typ, const QString& id, const QString& text, int x, int y, int x2 = 0, int y2 = 0) {
+    EntryRow row;
+    row.ID = id;
+    row.Eintrag = text;
+    row.Schrift = QStringLiteral("Arial");
+    row.Groesse = 10;
+    row.HG = 0;
+    row.RA = -1;
+    row.Xmap = x;
+    row.Ymap = y;
+    row.Xline = x2;
+    row.Yline = y2;
+    row.Typ = typ;
+    return row;
+  }
+  // The row is current afterwards; its key.
+  static QString Add(const EntryRow& row) {
+    const QString key = HandTest::Add(row);
+    Go(key);
+    return key;
+  }
+  static QString Add_Text(const QString& text, int x = 10, int y = 20, int typ = 0) {
+    return Add(Make(typ, QStringLiteral("Text"), text, x, y));
+  }
+  static QString Add_Polygon(const QString& name, const std::vector<QPoint>& points, int typ = 4) {
+    Write_Vertices(name, points);
+    return Add(Make(typ, name, name, points[0].x(), points[0].y(), 2, 1));
+  }
+  static void Go(const QString& key) {
+    rsEntries->SetBookmark(key);
+    Map.CurBookmark = key;
+  }
+  static int Typ(const QString& key) { return Row(key).Typ; }
+  static QStringList Texts() {
+    QStringList texts;
+    const KeepCurrentRow keep;
+    rsEntries->MoveFirst();
+    for (rsEntries->MoveNext(); !rsEntries->Eof(); rsEntries->MoveNext())
+      texts.append(rsEntries->Text(column::Eintrag));
+    return texts;
+  }
+  // Everything the table file holds: columns, rows in order, vertex tables.
+  static QStringList Whole_Table() {
+    QStringList all;
+    QStringList names;
+    for (const TableDef& table : dbEntries->TableDefs()) names.append(table.name);
+    names.sort();
+    for (const QString& name : names) {
+      const auto rows = dbEntries->OpenRecordset(name);
+      QString head = name + u':';
+      for (const FieldInfo& field : rows->Fields()) head += u' ' + field.name + u'/' + QString::number(field.size);
+      all.append(head);
+      for (; !rows->Eof(); rows->MoveNext()) {
+        QString line;
+        for (int i = 0; i < static_cast<int>(rows->Fields().size()); ++i)
+          line += rows->Raw(i).index() == 0 ? QStringLiteral("Null|") : rows->Text(i) + u'|';
+        all.append(line);
+      }
+    }
+    return all;
+  }
+};

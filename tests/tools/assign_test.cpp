@@ -1,0 +1,64 @@
+#include "tools/assign.h"
+
+#include "edit/marks.h"
+#include "support/bulk_fixture.h"
+
+namespace {
+
+class Assign : public BulkTest {
+ protected:
+  void SetUp() override {
+    BulkTest::SetUp();
+    text = Add_Text("Fund");
+    other = Add(Make(0, "Text<4", "Fund 2", 5, 60));
+    area = Add_Polygon("Flaeche3", {{1, 1}, {50, 50}, {1, 90}});
+    line = Add(Make(4, "-Linie12 - P0110L1.0B1.0>Flaeche1", "", 1, 1));
+  }
+  QString text, other, area, line;
+};
+
+TEST_F(Assign, MarkedRowsTakeTheAreaOrLineInHand) {
+  Mark_Rows({text, other, area});
+  Go(area);
+  Assign_Entries(AssignKind::MarkedToArea);
+  EXPECT_EQ(Row(text).ID, QString("Text>Flaeche3"));
+  EXPECT_EQ(Row(other).ID, QString("Text>Flaeche3<4"));
+  EXPECT_EQ(Row(area).ID, QString("Flaeche3")) << "not to itself";
+  Go(line);
+  Assign_Entries(AssignKind::MarkedToLine);
+  EXPECT_EQ(Row(text).ID, QString("Text>Linie12")) << "one assignment, by the bare name";
+  EXPECT_EQ(Row(area).ID, QString("Flaeche3>Linie12"));
+  Assign_Entries(AssignKind::None);
+  EXPECT_EQ(Row(other).ID, QString("Text<4"));
+  EXPECT_EQ(Row(line).ID, QString("-Linie12 - P0110L1.0B1.0>Flaeche1")) << "not marked";
+  Unmark_All();
+  Go(line);
+  Assign_Entries(AssignKind::None);
+  EXPECT_EQ(Row(line).ID, QString("-Linie12 - P0110L1.0B1.0"));
+
+  const QString full = Add(Make(100, QString(75, 'x'), "", 1, 1));
+  MessageScript script;
+  script.Expect("Fläche oder Linie").Expect("84 Zeichen");
+  Assign_Entries(AssignKind::MarkedToArea);
+  Go(area);
+  Assign_Entries(AssignKind::MarkedToArea);
+  EXPECT_EQ(Row(full).ID, QString(75, 'x'));
+}
+
+TEST_F(Assign, ObjectWaitsForTheClickOnItsTarget) {
+  Go(text);
+  Assign_Entries(AssignKind::ObjectToArea);
+  ASSERT_TRUE(Assign_Waiting());
+  EXPECT_TRUE(Assign_Clicked(area));
+  EXPECT_FALSE(Assign_Waiting());
+  EXPECT_EQ(Row(text).ID, QString("Text>Flaeche3"));
+  EXPECT_EQ(Map.CurBookmark, text);
+  MessageScript script;
+  Assign_Entries(AssignKind::ObjectToLine);
+  script.Expect("keine Linie");
+  EXPECT_FALSE(Assign_Clicked(area));
+  EXPECT_FALSE(Assign_Waiting());
+  EXPECT_EQ(Row(text).ID, QString("Text>Flaeche3"));
+}
+
+}  // namespace

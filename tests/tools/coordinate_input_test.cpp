@@ -1,0 +1,138 @@
+#include "tools/coordinate_input.h"
+
+#include "coordinates/net_build.h"
+#include "maps/map_coordinates.h"
+#include "state/coordinate_state.h"
+#include "support/hand_fixture.h"
+#include "support/pixels.h"
+
+namespace {
+
+// A map of 1600 x 1200 pixels with kilometre lines every 200 pixels.
+class CoordinateTest : public HandTest {
+ protected:
+  void SetUp() override {
+    HandTest::SetUp();
+    Coord = {};
+    Coord.Grid = gridUtm;
+    Coord.MapWidthPx = 1600;
+    Coord.MapHeightPx = 1200;
+    Coord.Xmap = 100;
+    Coord.Ymap = 1100;
+    Coord.GridR = 646000;
+    Coord.GridH = 5512000;
+    Coord.Gwidth = 1000;
+    Coord.Xline = Coord.Yline = 200;
+    Coord.MeterPerPix = 5;
+    Coord.GridVG = 12;
+    Coord.GridDatum = QStringLiteral("WGS-84");
+    Coord.ZoneText = QStringLiteral("32U");
+    Build_Metric_Net(Coord);
+    frmMDI.mouseUnit = MouseUnit::Coordinates;
+  }
+  TypedCoordinate Typed(const char* right, const char* high) {
+    return {QStringLiteral("R"), QString::fromUtf8(right), QStringLiteral("H"), QString::fromUtf8(high)};
+  }
+  CoordinateForm form() { return Koord_Eingabe_Init(); }
+};
+
+}  // namespace
+
+TEST_F(CoordinateTest, TheStatusBarTellsWhereTheMouseIs) {
+  Map_Mouse_Move({300, 100}, false);
+  EXPECT_EQ(InfoBar.Panel[0], QStringLiteral(" UTM-Koordinaten "));
+  EXPECT_EQ(InfoBar.Panel[1], QStringLiteral("Ost:647 000   Nord:5517 000 m"));
+  EXPECT_EQ(InfoBar.Panel[2], QStringLiteral(" Datum: WGS-84  Zone: 32U"));
+  frmMDI.mouseUnit = MouseUnit::Pixel;
+  Map_Mouse_Move({300, 101}, false);
+  EXPECT_EQ(InfoBar.Panel[0], QString());
+  EXPECT_EQ(InfoBar.Panel[1].simplified(), QStringLiteral("|_ 300 : 101 Pixel"));
+  frmMDI.mouseUnit = MouseUnit::Coordinates;
+  Coord = {};
+  Map_Mouse_Move({300, 102}, false);
+  EXPECT_EQ(InfoBar.Panel[1].simplified(), QStringLiteral("|_ 300 : 102 Pixel"));
+}
+
+TEST_F(CoordinateTest, TypedNumbersComeToTheirPlace) {
+  const std::optional<QPoint> place = QPoint(300, 100);
+  for (const char* right : {"647000", "647 000", "R 647000", "647000,4", "646999.9"})
+    EXPECT_EQ(GridPix(form(), Typed(right, "5517000")), place) << right;
+  const auto clicked = Show_Cursor_Coords({300, 100});
+  ASSERT_TRUE(clicked);
+  EXPECT_EQ(clicked->valueR + clicked->valueH, QStringLiteral("6470005517000"));
+  EXPECT_EQ(Box_Text(form(), true, QStringLiteral(" 47000,6")), QStringLiteral("047001"));
+  EXPECT_EQ(Box_Text(form(), true, QStringLiteral(" ")), QStringLiteral("600000"));
+  EXPECT_EQ(Box_Text(form(), true, QStringLiteral("abc")), QStringLiteral("abc"));
+}
+
+TEST_F(CoordinateTest, PlacesOffTheMapAreTold) {
+  const std::pair<TypedCoordinate, const char*> cases[] = {
+      {Typed("640000", "5512000"), "Eingegebener Rechtswert liegt zu weit links im Westen außerhalb der Karte!"},
+      {Typed("660000", "5512000"), "Eingegebener Rechtswert liegt zu weit rechts im Osten außerhalb der Karte!"},
+      {Typed("640000", "5519000"), "Eingegebener Hochwert liegt zu weit oben im Norden außerhalb der Karte!"},
+      {Typed("646000", "5511000"), "Eingegebener Hochwert liegt zu weit unten im Süden außerhalb der Karte!"},
+      {Typed("6470x", "5512000"), "keine Koordinate"},
+      {Typed("646000", "9e12"), "zu groß"}};
+  for (const auto& [typed, text] : cases) {
+    MessageScript script;
+    script.Expect(QString::fromUtf8(text));
+    EXPECT_FALSE(GridPix(form(), typed)) << text;
+    EXPECT_EQ(script.Seen()[0].title, QStringLiteral("UTM - Koordinateneingabe"));
+  }
+}
+
+TEST_F(CoordinateTest, AnEntryGoesToItsPlaceThenItsFootPoint) {
+  EntryRow row = Text_Row(QStringLiteral("Fund"), 50, 60, 1);
+  row.Xline = 90;
+  row.Yline = 120;
+  Append_Entry(row);
+  rsEntries->MoveLast();
+  const QString key = rsEntries->Bookmark();
+  TakenPosition taken;
+  {
+    MessageScript script;
+    script.Expect(QStringLiteral("Karteneintrag aus"));
+    EXPECT_FALSE(Take_Position(taken, {300, 100}, QStringLiteral("Titel")));
+  }
+  ASSERT_TRUE(Take_Entry(key));
+  ASSERT_TRUE(Take_Position(taken, {300, 100}, QStringLiteral("Titel")));
+  EXPECT_TRUE(Foot_Is_Next(taken));
+  EXPECT_EQ(InfoBar.Panel[1], QStringLiteral("Ost:647 000   Nord:5517 000 m"));
+  ASSERT_TRUE(Take_Position(taken, {320, 150}, QStringLiteral("Titel")));
+  rsEntries->SetBookmark(key);
+  EntryRow now = Read_Entry(*rsEntries);
+  EXPECT_EQ(QPoint(now.Xmap, now.Ymap), QPoint(300, 100));
+  EXPECT_EQ(QPoint(now.Xline, now.Yline), QPoint(320, 150));
+  Take_Position_Back(taken, QStringLiteral("Titel"));
+  rsEntries->SetBookmark(key);
+  now = Read_Entry(*rsEntries);
+  EXPECT_EQ(QPoint(now.Xmap, now.Ymap), QPoint(50, 60));
+  EXPECT_EQ(QPoint(now.Xline, now.Yline), QPoint(90, 120));
+}
+
+TEST_F(CoordinateTest, TheNetLiesOverTheEntriesWhileItIsShown) {
+  EntryRow row = Text_Row(QStringLiteral("breiter Text auf der Linie"), 250, 100);
+  Append_Entry(row);
+  const QPoint onLine(300, 105);
+  const auto color = [&] { return Map.canvas.pixel(onLine) | black; };
+  GridVisible = false;
+  Map_Redraw();
+  EXPECT_NE(color(), red);
+  Toggle_Grid();
+  EXPECT_EQ(color(), red);
+  EXPECT_EQ(Map_Picture_With_Entries().pixel(onLine) | black, red);
+  Toggle_Grid();
+  EXPECT_NE(color(), red);
+  // Hidden it stays when the map is opened once more.
+  Reload_Map();
+  EXPECT_FALSE(GridVisible);
+}
+
+TEST_F(CoordinateTest, AMarkerShowsThePlace) {
+  GridVisible = false;
+  Show_Place({1500, 1100});
+  EXPECT_GT(Map.ViewLeft, 0);
+  EXPECT_EQ(Map.canvas.pixel(Window_X(1500), Window_Y(1100)) | black, red);
+  Hide_Place();
+  EXPECT_EQ(Map.canvas.pixel(Window_X(1500), Window_Y(1100)) | black, white);
+}

@@ -1,0 +1,211 @@
+#include "tools/drag.h"
+
+#include "support/hand_fixture.h"
+
+namespace {
+
+using DragTest = HandTest;
+
+TEST_F(DragTest, ATextGoesWithItsLeadAndLeavesItsFootPoint) {
+  EntryRow row = Text_Row("Amsel", 100, 100, 1);
+  row.Xline = 300;
+  row.Yline = 300;
+  const QString amsel = Add(row);
+  Map_Redraw();
+  Drag({110, 108}, {160, 138});  // taken and dragged in one move
+  EXPECT_EQ(At(amsel), QPoint(150, 130));
+  EXPECT_EQ(Row(amsel).Xline, 300);
+  EXPECT_EQ(Map.InHand, amsel);
+  EXPECT_EQ(Map.Text2.Left, 150);
+  Drag({300, 300}, {420, 380});  // the foot point's grip
+  EXPECT_EQ(QPoint(Row(amsel).Xline, Row(amsel).Yline), QPoint(420, 380));
+  EXPECT_EQ(At(amsel), QPoint(150, 130));
+  Drag({420, 380}, {-50, 900});  // the foot point stays within the view, and is never 0
+  EXPECT_EQ(QPoint(Row(amsel).Xline, Row(amsel).Yline), QPoint(1, Map.ViewHeight - 1));
+  Map_Key(Qt::Key_Right, {.shift = true});
+  Map_Key(Qt::Key_Up, {});
+  EXPECT_EQ(At(amsel), QPoint(160, 129));
+}
+
+TEST_F(DragTest, NothingIsWrittenOrPaintedAnewUntilTheEnd) {
+  const QString box = Add(Figure_Row(20, {100, 100, 80, 60}));
+  Map_Redraw();
+  ASSERT_TRUE(Take_Entry(box));
+  int rows = 0;
+  events.TableChanged.Connect([&] { ++rows; });
+  const EntryRow before = Row(box);
+  Map_Mouse_Down({140, 130}, MouseButton::Left, {});
+  Map_Mouse_Move({142, 131}, true);  // still a click
+  EXPECT_TRUE(dragState.outline.isEmpty());
+  Map_Mouse_Move({240, 180}, true);
+  EXPECT_EQ(dragState.outline.boundingRect().toRect().topLeft(), QPoint(200, 150));
+  EXPECT_EQ(Box(Map.lblShape).topLeft(), QPoint(200, 150));
+  EXPECT_EQ(Row(box), before);
+  Map_Key(Qt::Key_Escape, {});
+  EXPECT_EQ(Box(Map.lblShape).topLeft(), QPoint(100, 100));
+  Map_Mouse_Up({240, 180}, MouseButton::Left);
+  EXPECT_EQ(Row(box), before);
+  Click({141, 131});
+  EXPECT_EQ(Row(box), before);
+  EXPECT_EQ(rows, 0);
+  Drag({140, 130}, {240, 180});
+  EXPECT_EQ(rows, 1);
+  EXPECT_EQ(Row(box).Xmap, 200);
+  EXPECT_EQ(Row(box).Xline, 80);
+}
+
+TEST_F(DragTest, HandlesSizeFigures) {
+  struct Case {
+    int kind, handle;
+    QPoint by;
+    QRect expected;
+  };
+  const QRect start(200, 200, 100, 60), square(200, 200, 100, 100);
+  for (const Case& c : {Case{20, 4, {30, 20}, {200, 200, 130, 80}}, Case{20, 0, {-30, 20}, {170, 220, 130, 40}},
+                        Case{22, 1, {50, -10}, {200, 190, 100, 70}}, Case{22, 7, {10, 99}, {210, 200, 90, 60}},
+                        Case{20, 3, {-500, 0}, {200, 200, 1, 60}}, Case{21, 4, {30, 5}, {200, 200, 130, 130}},
+                        Case{23, 0, {-20, 5}, {180, 180, 120, 120}}, Case{21, 5, {0, -40}, {200, 200, 60, 60}}}) {
+    const QString figure = Add(Figure_Row(c.kind, c.kind == 21 || c.kind == 23 ? square : start));
+    Map_Redraw();
+    ASSERT_TRUE(Take_Entry(figure));
+    const QPoint from = Box(Map.lblHandle[static_cast<size_t>(c.handle)]).center();
+    Drag(from, from + c.by);
+    EXPECT_EQ(entry_box(Row(figure)),
+              (EntryBox{c.expected.x(), c.expected.y(), c.expected.width(), c.expected.height()}))
+        << c.kind << ' ' << c.handle;
+    EXPECT_EQ(Box(Map.lblShape), c.expected);
+    rsEntries->Delete();
+  }
+}
+
+TEST_F(DragTest, LinesGoWithTheirVerticesAndLabelsAlone) {
+  const QString area = Add(Poly_Row("Flaeche1", 250, 420, {{200, 400}, {350, 400}, {300, 500}}));
+  EntryRow lost = Poly_Row("Linie9", 500, 100, {});
+  const QString line = Add(lost);
+  Map_Redraw();
+  Drag({300, 480}, {320, 490});  // an area is taken first, and does not move by accident
+  EXPECT_EQ(At(area), QPoint(250, 420));
+  Drag({300, 480}, {320, 490});
+  EXPECT_EQ(At(area), QPoint(270, 430));
+  EXPECT_EQ(Load_Vertices("Flaeche1"), (std::vector<QPoint>{{220, 410}, {370, 410}, {320, 510}}));
+  Drag({275, 436}, {305, 446});  // the label
+  EXPECT_EQ(At(area), QPoint(300, 440));
+  EXPECT_EQ(Load_Vertices("Flaeche1").front(), QPoint(220, 410));
+  Click({505, 106});
+  Drag({505, 106}, {525, 126});
+  EXPECT_EQ(At(line), QPoint(520, 120));
+  Move_In_Hand(5, 5);
+  EXPECT_EQ(At(line), QPoint(525, 125));
+}
+
+TEST_F(DragTest, FreeFiguresAndPlanSquaresAndScales) {
+  EntryRow free = Figure_Row(24, {200, 200, 100, 50});
+  free.ID = QStringLiteral("Figur7");
+  Create_Vertex_Table(free.ID);
+  Write_Vertices(free.ID, {{200, 200}, {300, 200}, {300, 250}});
+  EntryRow square = Figure_Row(16, {400, 100, 0, 0});
+  square.Xline = 450;
+  square.Yline = 150;
+  EntryRow scale = Text_Row(" m", 100, 500, 11);
+  scale.ID = QStringLiteral("Maßstab");
+  scale.Groesse = 100;
+  scale.Xline = 300;
+  scale.Yline = 500;
+  const QString figure = Add(free), plan = Add(square), bar = Add(scale);
+  Map_Redraw();
+  ASSERT_TRUE(Take_Entry(figure));
+  Drag({300, 250}, {400, 300});  // its lower right handle: twice the size
+  EXPECT_EQ(Load_Vertices("Figur7"), (std::vector<QPoint>{{200, 200}, {400, 200}, {400, 300}}));
+  Drag({380, 220}, {370, 230});
+  EXPECT_EQ(Load_Vertices("Figur7").front(), QPoint(190, 210));
+  EXPECT_EQ(entry_box(Row(figure)), (EntryBox{190, 210, 200, 100}));
+  ASSERT_TRUE(Take_Entry(plan));
+  Move_In_Hand(10, 20);
+  EXPECT_EQ(entry_box(Row(plan)), (EntryBox{410, 120, 50, 50}));
+  ASSERT_TRUE(Take_Entry(bar));
+  Move_In_Hand(10, 20);
+  EXPECT_EQ(QPoint(Row(bar).Xline, Row(bar).Yline), QPoint(310, 520));
+}
+
+TEST_F(DragTest, GroupsGoTogetherOrNotAtAll) {
+  EntryRow first = Text_Row("A", 100, 100), second = Text_Row("B", 200, 150), far = Text_Row("C", 32000, 100);
+  first.ID = second.ID = QStringLiteral("Text<1");
+  const QString a = Add(first), b = Add(second), alone = Add(Text_Row("D", 300, 300));
+  Map_Redraw();
+  Drag({104, 108}, {144, 128});
+  EXPECT_EQ(At(a), QPoint(140, 120));
+  EXPECT_EQ(At(b), QPoint(240, 170));
+  EXPECT_EQ(At(alone), QPoint(300, 300));
+  far.ID = first.ID;
+  const QString c = Add(far);
+  Map_Redraw();
+  MessageScript script;
+  script.Expect(QStringLiteral("32767"));
+  Move_In_Hand(1000, 0);
+  EXPECT_EQ(At(a), QPoint(140, 120));
+  EXPECT_EQ(At(b), QPoint(240, 170));
+  EXPECT_EQ(At(c), QPoint(32000, 100));
+  EXPECT_FALSE(dbEntries->InTrans());
+  EXPECT_EQ(Map.InHand, a);
+}
+
+TEST_F(DragTest, PicturesKeepTheirShapeWhenSized) {
+  ASSERT_TRUE(Make_Canvas(40, 30, qRgb(200, 0, 0)).save(Path(QStringLiteral("Vogel.png"))));
+  EntryRow row = Text_Row("Vogel.png", 100, 100, 5);
+  row.ID = QStringLiteral("Bild");
+  const QString picture = Add(row);
+  Map_Redraw();
+  Drag({120, 115}, {170, 145});
+  EXPECT_EQ(At(picture), QPoint(150, 130));
+  const QPoint corner = Box(Map.imgHandle).center();
+  Drag(corner, corner + QPoint(40, 5));
+  EXPECT_EQ(Box(Map.imgBild), QRect(150, 130, 80, 60));
+  EXPECT_EQ(Map.canvas.pixel(225, 185), qRgb(200, 0, 0));
+}
+
+// A vertex beyond the stop mark would end the outline.
+TEST_F(DragTest, PositionsStayWithinTheirRange) {
+  const QString line = Add(Poly_Row("Linie1", 100, 100, {{-14990, 100}, {200, 200}}));
+  ASSERT_TRUE(Take_Entry(line));
+  MessageScript script;
+  script.Expect(QStringLiteral("zu weit"));
+  Move_In_Hand(-20, 0);
+  EXPECT_EQ(At(line), QPoint(100, 100));
+  EXPECT_EQ(Load_Vertices("Linie1").front(), QPoint(-14990, 100));
+}
+
+TEST_F(DragTest, OutOfTheWindowAsksWhetherToDelete) {
+  const QString amsel = Add(Text_Row("Amsel", 100, 100));
+  Map_Redraw();
+  for (const MsgAnswer answer : {MsgAnswer::No, MsgAnswer::Yes}) {
+    MessageScript script;
+    script.Expect(QStringLiteral("über den Rand der Anwendung hinausbewegt"), answer);
+    Drag({110, 108}, {900, 300});
+    EXPECT_EQ(rsEntries->HasRow(amsel), answer == MsgAnswer::No);
+    if (answer == MsgAnswer::No) {
+      EXPECT_EQ(At(amsel), QPoint(100, 100));
+    }
+  }
+  EXPECT_FALSE(Entry_In_Hand());
+}
+
+TEST_F(DragTest, AChangedTextIsStoredBeforeItMoves) {
+  const QString amsel = Add(Text_Row("Amsel", 101, 101));
+  Map_Redraw();
+  Set_Zoom(2.0);
+  ASSERT_TRUE(Take_Entry(amsel));
+  Text_Typed(QStringLiteral("Star"));
+  const QPoint border(Map.Text2.Left - 5, Map.Text2.Top - 5);
+  Drag(border, border + QPoint(10, 20));
+  EXPECT_EQ(Row(amsel).Eintrag, QStringLiteral("Star"));
+  EXPECT_EQ(At(amsel), QPoint(121, 141));
+  Text_Typed(QString(80, u'x'));
+  MessageScript script;
+  script.Expect(QStringLiteral("80 Zeichen"));
+  const QPoint again(Map.Text2.Left - 5, Map.Text2.Top - 5);
+  Drag(again, again + QPoint(10, 20));
+  EXPECT_EQ(At(amsel), QPoint(121, 141));
+  EXPECT_EQ(Map.Text2.Tag, QStringLiteral("Change"));
+}
+
+}  // namespace

@@ -1,0 +1,343 @@
+#include <gtest/gtest.h>
+#include <qnamespace.h>
+
+#include "edit/bulk_change.h"
+#include "edit/copy.h"
+#include "edit/figure_edit.h"
+#include "edit/figure_extras.h"
+#include "hand/next_shape.h"
+#include "platform/surface.h"
+#include "store/table_file.h"
+#include "support/hand_fixture.h"
+#include "tools/map_tool.h"
+
+namespace {
+
+class FigureTest : public HandTest {
+ protected:
+  static EntryRow InHand() {
+    const auto row = Figure_In_Hand();
+    return row ? *row : EntryRow{};
+  }
+  static QRect Place(const EntryRow& row) { return {row.Xmap, row.Ymap, row.Xline, row.Yline}; }
+  // "ID|Eintrag|Typ" of all entries, as they stand in the table.
+  static QStringList Rows() {
+    QStringList rows;
+    const KeepCurrentRow keep;
+    For_Each_Entry([&rows] {
+      const EntryRow row = Read_Entry(*rsEntries);
+      rows.append(QStringLiteral("%1|%2|%3").arg(row.ID, row.Eintrag).arg(row.Typ));
+    });
+    return rows;
+  }
+  static QString Take(const EntryRow& row) {
+    const QString key = Add(row);
+    Map_Redraw();
+    EXPECT_TRUE(Take_Entry(key));
+    return key;
+  }
+  static EntryRow Named(EntryRow row, const char* id) {
+    row.ID = QLatin1String(id);
+    return row;
+  }
+};
+
+const FigureExtras allExtras{true, true, true, true, true};
+
+}  // namespace
+
+TEST_F(FigureTest, DraggedAndClickedFiguresComeIntoTheHand) {
+  CurHG = 3;
+  NextShape.fill = -4;
+  ASSERT_TRUE(Choose_Figure(EntryKind::Ellipse));
+  EXPECT_TRUE(Toolbar1.Button(QStringLiteral("Fig"))->Value);
+  Map_Mouse_Down({100, 90}, MouseButton::Left, {});
+  Map_Mouse_Move({60, 40}, true);
+  EXPECT_EQ(Map_Tool_In_Use()->Outline().boundingRect(), QRectF(60, 40, 40, 50));
+  EXPECT_FALSE(Map_Tool_In_Use()->Outline().contains(QPointF(62, 42))) << "the outline is no ellipse";
+  Map_Mouse_Up({60, 40}, MouseButton::Left);
+  EXPECT_EQ(Map_Tool_In_Use(), nullptr);
+  EXPECT_EQ(Place(InHand()), QRect(60, 40, 40, 50));
+  EXPECT_EQ(InHand().Schrift, QStringLiteral("F-4"));
+  EXPECT_EQ(InHand().HG, 3);
+  EXPECT_EQ(Toolbar1.Tag, QStringLiteral("Fig"));
+  // A click: the chosen size, to the pixel at any zoom.
+  End_Entry();
+  Set_Zoom(7);
+  Zoom_Map();
+  NextShape.figureWidth = 123;
+  NextShape.figureHeight = 45;
+  ASSERT_TRUE(Choose_Figure(EntryKind::Rectangle));
+  Click({20, 30});
+  EXPECT_EQ(Place(InHand()), QRect(140, 210, 123, 45));
+  EXPECT_EQ(Rows(), QStringList({QStringLiteral("Figur1|Ellipse|22"), QStringLiteral("Figur2|Rechteck|20")}));
+  // Chosen twice, or left by Esc: nothing is made.
+  End_Entry();
+  Choose_Figure(EntryKind::Rectangle);
+  EXPECT_FALSE(Choose_Figure(EntryKind::Rectangle));
+  Choose_Figure(EntryKind::Circle);
+  Map_Mouse_Down({10, 10}, MouseButton::Left, {});
+  Map_Key(Qt::Key_Escape, {});
+  Map_Mouse_Up({50, 50}, MouseButton::Left);
+  EXPECT_EQ(Rows().size(), 2);
+}
+
+TEST_F(FigureTest, SquaresAndCirclesStaySquareAndOnTheMap) {
+  struct Case {
+    EntryKind kind;
+    QPoint from, to;
+    QRect box;
+  };
+  for (const Case& it : {Case{EntryKind::Square, {100, 100}, {180, 120}, {100, 100, 80, 80}},
+                         Case{EntryKind::Circle, {100, 100}, {90, 30}, {30, 30, 70, 70}},
+                         Case{EntryKind::Circle, {40, 100}, {-300, 90}, {0, 60, 40, 40}}}) {
+    Choose_Figure(it.kind);
+    Drag(it.from, it.to);
+    EXPECT_EQ(Place(InHand()), it.box);
+    // By a side handle and by a corner.
+    const QRect right = Box(Map.lblHandle[3]), corner = Box(Map.lblHandle[4]);
+    Drag(right.center(), right.center() + QPoint(15, 4));
+    EXPECT_EQ(InHand().Xline, it.box.width() + 15);
+    EXPECT_EQ(InHand().Xline, InHand().Yline);
+    Drag(corner.center() + QPoint(15, 15), corner.center() + QPoint(20, 45));
+    EXPECT_EQ(InHand().Xline, InHand().Yline);
+    End_Entry();
+  }
+}
+
+TEST_F(FigureTest, WhiteFiguresAndEmptyOnesGetARim) {
+  CurRA = -100;
+  CurHG = 14;
+  Place_Figure({5, 5});
+  EXPECT_EQ(InHand().RA, -100);
+  for (const auto& [fill, ground] : {std::pair(0, 14), std::pair(1, 15)}) {
+    End_Entry();
+    CurRA = -100;
+    NextShape.fill = fill;
+    CurHG = ground;
+    Place_Figure({5, 5});
+    EXPECT_TRUE(FrameWord::Parse(InHand().RA).framed) << fill;
+  }
+}
+
+TEST_F(FigureTest, KindAndSizeOfTheFigureInHandCanBeTakenBack) {
+  EntryRow row = Figure_Row(120, {100, 80, 60, 40});
+  row.Eintrag = QStringLiteral("Rechteck");
+  const QString key = Take(row);
+  ASSERT_TRUE(Change_Figure(EntryKind::Circle, 70, 999));
+  EXPECT_EQ(Place(Row(key)), QRect(100, 80, 70, 70));
+  EXPECT_EQ(Row(key).Typ, 123) << "the mark is lost";
+  EXPECT_EQ(Row(key).Eintrag, QStringLiteral("Kreis"));
+  EXPECT_EQ(Map.InHand, key);
+  EXPECT_EQ(Menu(QStringLiteral("mnuReset")).Caption, QStringLiteral("Rückgängig: Figur ändern"));
+  for (const QSize bad : {QSize(0, 5), QSize(5, -1), QSize(32768, 5), QSize(32700, 32700)}) {
+    MessageScript messages;
+    messages.Expect(QStringLiteral("Figur"));
+    EXPECT_FALSE(Change_Figure(EntryKind::Rectangle, bad.width(), bad.height())) << bad.width();
+    EXPECT_EQ(Place(Row(key)), QRect(100, 80, 70, 70));
+  }
+  End_Entry();
+  MessageScript messages;
+  messages.AllowAny(MsgAnswer::Ok);
+  Undo_Last();
+  EXPECT_EQ(Place(Row(key)), QRect(100, 80, 60, 40));
+}
+
+TEST_F(FigureTest, FreeFiguresAreDrawnPointByPoint) {
+  ASSERT_TRUE(Draw_Free_Figure());
+  for (const QPoint at : {QPoint(10, 10), {90, 20}, {95, 80}, {300, 300}}) Click(at);
+  EXPECT_TRUE(Map_Key(Qt::Key_Backspace, {}));
+  Click({20, 70});
+  Map_Double_Click({20, 70});
+  Map_Mouse_Up({20, 70}, MouseButton::Left);
+  const std::vector<QPoint> drawn = {{10, 10}, {90, 20}, {95, 80}, {20, 70}};
+  EXPECT_EQ(Load_Vertices(QStringLiteral("Figur1")), drawn);
+  EXPECT_EQ(Place(InHand()), QRect(10, 10, 85, 70));
+  EXPECT_EQ(InHand().Typ, 24);
+  // Sized by the window the vertices go along; a duplicate has its own.
+  EXPECT_TRUE(Change_Figure(EntryKind::Rectangle, 170, 140));
+  EXPECT_EQ(InHand().Typ, 24);
+  const std::vector<QPoint> twice = {{10, 10}, {170, 30}, {180, 150}, {30, 130}};
+  EXPECT_EQ(Load_Vertices(QStringLiteral("Figur1")), twice);
+  Map.lblShape.Tag = QStringLiteral("Dup");
+  Map.lblShape.Left += 100;
+  ASSERT_TRUE(Store_Figure());
+  EXPECT_EQ(InHand().ID, QStringLiteral("Figur2"));
+  EXPECT_TRUE(Change_Free_Figure({{0, 0}, {50, 0}, {0, 50}}, true));
+  EXPECT_EQ(InHand().Typ, 25);
+  EXPECT_EQ(Place(InHand()), QRect(0, 0, 50, 50));
+  EXPECT_EQ(Load_Vertices(QStringLiteral("Figur1")), twice);
+  MessageScript messages;
+  messages.Expect(QStringLiteral("mindestens 3")).Expect(QStringLiteral("-15000")).Expect(QStringLiteral("32767"));
+  EXPECT_FALSE(Change_Free_Figure({{0, 0}, {50, 0}}, true));
+  EXPECT_FALSE(Change_Free_Figure({{0, 0}, {50, 0}, {-16000, 5}}, true));
+  EXPECT_FALSE(Change_Free_Figure({{0, 0}, {50, 0}, {40000, 5}}, true));
+  End_Entry();
+  // Too few points for a figure: the tool waits for more; Esc drops it.
+  messages.Expect(QStringLiteral("mindestens 3"));
+  Draw_Free_Figure();
+  Click({10, 10});
+  Click({40, 10});
+  Map_Mouse_Down({40, 10}, MouseButton::Right, {});
+  EXPECT_NE(Map_Tool_In_Use(), nullptr);
+  Map_Key(Qt::Key_Escape, {});
+  EXPECT_EQ(Rows().size(), 2);
+}
+
+TEST_F(FigureTest, AFigureWithoutANumberIsToldAndNothingIsMade) {
+  Add(Named(Figure_Row(20, {1, 1, 9, 9}), "Figur"));
+  MessageScript messages;
+  messages.Expect(QStringLiteral("Keine Nummer ")).Expect(QStringLiteral("Keine Nummer "));
+  EXPECT_FALSE(Place_Figure({5, 5}));
+  EXPECT_FALSE(Add_Free_Figure({{0, 0}, {9, 0}, {0, 9}}, false));
+  ASSERT_EQ(messages.Seen().size(), 2U);
+  EXPECT_EQ(messages.Seen()[0].title, QStringLiteral("Fehler"));
+  EXPECT_EQ(Rows().size(), 1);
+  EXPECT_FALSE(dbEntries->InTrans());
+}
+
+// Axes and foci ------------------------------------------------------------------------------------------------------
+
+TEST(FigureMeasuresTest, AxesAndFociByHand) {
+  struct Case {
+    QRect box;
+    double angle;
+    QPointF focus, alongEnd, acrossEnd;
+  };
+  // Half axes 50 and 30: c = 40. Turned by 90 the right end goes to the top; 36.87 degrees: cos 0.8, sin 0.6.
+  const Case cases[] = {
+      {{100, 200, 100, 60}, 0, {190, 230}, {200, 230}, {150, 260}},
+      {{100, 200, 60, 100}, 0, {130, 290}, {130, 300}, {160, 250}},
+      {{100, 200, 100, 60}, 90, {150, 190}, {150, 180}, {180, 230}},
+      {{100, 200, 100, 60}, 36.8698976, {182, 206}, {190, 200}, {168, 254}},
+      {{0, 0, 80, 80}, 0, {40, 40}, {80, 40}, {40, 80}},
+  };
+  for (const Case& it : cases) {
+    EntryRow row;
+    row.Schrift = FillCode{1}.ToSchrift(it.angle);
+    row.Typ = 22;
+    set_entry_box(row, {it.box.x(), it.box.y(), it.box.width(), it.box.height()});
+    const FigureAxes axes = Axes_Of(GetAbmessungen(row));
+    for (const auto& [is, want] : {std::pair(axes.foci[1], it.focus), std::pair(axes.along[1], it.alongEnd),
+                                   std::pair(axes.across[1], it.acrossEnd)})
+      EXPECT_LT(QLineF(is, want).length(), 0.01) << it.angle << ": " << is.x() << ' ' << is.y();
+  }
+}
+
+TEST(FigureMeasuresTest, AnglesAreNormalised) {
+  const std::pair<double, double> cases[] = {{720, 0}, {-45, 315},        {359.9999, 0},
+                                             {360, 0}, {45.1234, 45.123}, {-720, 0}};
+  for (const auto& [given, want] : cases) EXPECT_DOUBLE_EQ(Normal_Angle(given), want) << given;
+  const std::pair<QPointF, double> mouse[] = {{{9, 0}, 0}, {{0, -9}, 90}, {{-9, 0}, 180}, {{0, 9}, 270}, {{9, 9}, 315}};
+  for (const auto& [way, want] : mouse) EXPECT_DOUBLE_EQ(GetWinkel({5, 5}, QPointF(5, 5) + way), want);
+}
+
+TEST_F(FigureTest, ExtrasBelongToTheirFigureAlone) {
+  // Neighbours whose names hold the figure's.
+  Add(Named(Figure_Row(22, {300, 300, 50, 50}), "Figur10"));
+  Add(Named(Text_Row(QStringLiteral("M"), 1, 1), "-Figur10"));
+  Add(Named(Text_Row(QStringLiteral("Rand"), 1, 1, 7), "-Achse>Figur10"));
+  Add(Named(Text_Row(QStringLiteral("Notiz"), 1, 1), "Figur1"));
+  const QStringList others = Rows();
+  Take(Figure_Row(22, {100, 200, 100, 60}));
+  ASSERT_TRUE(Set_Figure_Properties(0, allExtras));
+  const QStringList extras = {QStringLiteral("-Figur1|M|0"),        QStringLiteral("-Figur1|F1|0"),
+                              QStringLiteral("-Figur1|F2|0"),       QStringLiteral("-Achse>Figur1||7"),
+                              QStringLiteral("-Achse>Figur1||7"),   QStringLiteral("-Figur1|Längsachse|0"),
+                              QStringLiteral("-Figur1|Querachse|0")};
+  const QString figure = QStringLiteral("Figur1|Figur|22");
+  EXPECT_EQ(Rows(), others + QStringList(figure) + extras);
+  EXPECT_EQ(Extras_Of(InHand()), allExtras);
+  // Nothing of them can be hit.
+  EXPECT_FALSE(Map.EntryRegions.AnyAt({205, 230}) && Map.EntryRegions.TopAt({205, 230}) > 0);
+  // The same once more: no second set. Fewer: the others go. A deactivated figure stays what it is.
+  ASSERT_TRUE(Set_Figure_Properties(720, allExtras));
+  EXPECT_EQ(Rows(), others + QStringList(figure) + extras);
+  for (const FigureExtras& one : {FigureExtras{true}, FigureExtras{false, false, true},
+                                  FigureExtras{false, false, false, true}, FigureExtras{false, true}, FigureExtras{}}) {
+    ASSERT_TRUE(Set_Figure_Properties(0, one));
+    EXPECT_EQ(Extras_Of(InHand()), one);
+  }
+  EXPECT_EQ(Rows(), others + QStringList(figure));
+  EntryRow off = InHand();
+  off.ID = QStringLiteral("-Figur1");
+  Update_Entry(off);
+  ASSERT_TRUE(Set_Figure_Properties(10, {true}));
+  AddRowsX(QStringLiteral("Figur1"));
+  EXPECT_EQ(Rows(), others + QStringList(QStringLiteral("-Figur1|Figur|22")));
+}
+
+TEST_F(FigureTest, ExtrasFollowTurningMovingAndSizing) {
+  Take(Figure_Row(22, {100, 200, 100, 60}));
+  ASSERT_TRUE(Set_Figure_Properties(-270, {false, true, true}));
+  EXPECT_EQ(InHand().Schrift, QStringLiteral("F 1<90"));
+  EXPECT_EQ(Menu(QStringLiteral("mnuReset")).Caption, QStringLiteral("Rückgängig: Figur ändern"));
+  const auto extra = [](int number) {
+    const KeepCurrentRow keep;
+    rsEntries->MoveTo(rsEntries->Position() + number);
+    return Read_Entry(*rsEntries);
+  };
+  const auto point = [](const EntryRow& row) { return QPoint(row.Xmap, row.Ymap); };
+  EXPECT_EQ(point(extra(1)), QPoint(150, 270));
+  EXPECT_EQ(point(extra(2)), QPoint(150, 190));
+  EXPECT_EQ(QLine(extra(3).Xmap, extra(3).Ymap, extra(3).Xline, extra(3).Yline), QLine(150, 280, 150, 180));
+  EXPECT_FALSE(FrameWord::Parse(extra(3).RA).framed) << "an axis has no text to frame";
+  Drag({150, 230}, {170, 240});
+  EXPECT_EQ(Place(InHand()), QRect(120, 210, 100, 60));
+  EXPECT_EQ(point(extra(2)), QPoint(170, 200));
+  ASSERT_TRUE(Change_Figure(EntryKind::Ellipse, 60, 60));
+  EXPECT_EQ(point(extra(1)), QPoint(150, 240));
+  // The drawn ellipse is turned, too.
+  ASSERT_TRUE(Change_Figure(EntryKind::Ellipse, 100, 20));
+  EXPECT_NE(Map.canvas.pixel(170, 260), qRgb(255, 255, 255));
+  EXPECT_EQ(Map.canvas.pixel(130, 220), qRgb(255, 255, 255));
+}
+
+TEST_F(FigureTest, ADeletedFigureTakesItsExtrasAlong) {
+  Take(Figure_Row(22, {100, 200, 100, 60}));
+  ASSERT_TRUE(Set_Figure_Properties(0, {true, true, true, true, true}));
+  ASSERT_GT(Entry_Count(), 5);
+  MessageScript messages;
+  messages.AllowAny(MsgAnswer::No);
+  Map_Key(Qt::Key_Delete, {});
+  EXPECT_GT(Entry_Count(), 5) << "the question was answered with no";
+  messages.AllowAny(MsgAnswer::Yes);
+  Map_Key(Qt::Key_Delete, {});
+  EXPECT_EQ(Entry_Count(), 0);
+}
+
+TEST_F(FigureTest, TheMouseTurnsTheFigureInHand) {
+  const QString key = Take(Figure_Row(20, {100, 200, 100, 60}));
+  std::vector<double> moved;
+  std::optional<double> ended = -1;
+  const auto turn = [&] {
+    return Turn_By_Mouse([&](double angle) { moved.push_back(angle); }, [&](std::optional<double> a) { ended = a; });
+  };
+  ASSERT_TRUE(turn());
+  Map_Mouse_Move({150, 100}, false);
+  EXPECT_EQ(moved.back(), 90);
+  Click({100, 280});
+  EXPECT_EQ(ended, 225);
+  EXPECT_EQ(Map.InHand, key);
+  ASSERT_TRUE(turn());
+  Map_Key(Qt::Key_Escape, {});
+  EXPECT_EQ(ended, std::nullopt);
+  EXPECT_EQ(Map.InHand, key);
+  EXPECT_EQ(InHand().Schrift, QStringLiteral("F 1")) << "turning alone writes nothing";
+}
+
+TEST_F(FigureTest, TellsWhereNoFigureIsInHand) {
+  Take(Text_Row(QStringLiteral("Eiche"), 50, 50));
+  MessageScript messages;
+  messages.Expect(QStringLiteral("Keine aktive Figur"));
+  EXPECT_FALSE(Show_Figure());
+  EXPECT_EQ(messages.Seen()[0].title, QStringLiteral("Error"));
+  EXPECT_FALSE(Set_Figure_Properties(10, allExtras));
+  // A bare outline keeps its look when it is turned.
+  EntryRow outline = Figure_Row(20, {10, 10, 40, 20});
+  outline.Schrift = QStringLiteral("Arial");
+  outline.VG = 12;
+  Turn_Row(outline, 30);
+  EXPECT_EQ(outline.Schrift, QStringLiteral("F 0<30"));
+  EXPECT_EQ(outline.RA, 212);
+}

@@ -1,0 +1,101 @@
+#include "tools/foot_point.h"
+
+#include "hand/hand_texts.h"
+#include "state/table_state.h"
+#include "support/hand_fixture.h"
+#include "tools/map_tool.h"
+
+namespace {
+
+class FootPointTest : public HandTest {
+ protected:
+  static QPoint Foot(const QString& bookmark) { return {Row(bookmark).Xline, Row(bookmark).Yline}; }
+};
+
+TEST_F(FootPointTest, IsSetByAClickOrADragAndStaysInHand) {
+  for (const bool drag : {false, true}) {
+    const QString text = Add(Text_Row(QStringLiteral("Elster"), 100, drag ? 300 : 100));
+    ASSERT_TRUE(Take_Entry(text));
+    Move_Foot_Point();
+    EXPECT_TRUE(Map.imgRfLine.Visible);
+    EXPECT_EQ(InfoBar.Panel[0], QStringLiteral("Bezugspunkt verschieben: linke Maustaste drücken und bewegen"));
+    EXPECT_EQ(Map.InHand, text);
+    EXPECT_TRUE(Toolbar1.Button(QStringLiteral("Rfline"))->Value);
+    Map_Redraw();  // the tool lives through it
+    Map_Mouse_Move({300, 200}, false);
+    EXPECT_EQ(Box(Map.imgRfLine), QRect(292, 192, 16, 16));
+    EXPECT_FALSE(Map_Tool_In_Use()->Outline().isEmpty());
+    if (drag)
+      Drag({300, 200}, {400, 250});
+    else
+      Click({400, 250});
+    EXPECT_EQ(Foot(text), QPoint(400, 250));
+    EXPECT_EQ(Row(text).Typ, 1);
+    EXPECT_EQ(Map.InHand, text);
+    EXPECT_EQ(Map_Tool_In_Use(), nullptr);
+    EXPECT_EQ(Box(Map.imgRfLine), QRect(392, 242, 16, 16));
+    EXPECT_TRUE(Has_Foot_Point());
+    End_Entry();
+  }
+}
+
+TEST_F(FootPointTest, StaysInTheViewAndCanBeGivenUp) {
+  Zoom_At(2, 0, 0);
+  const QString text = Add(Text_Row(QStringLiteral("Elster"), 100, 100));
+  ASSERT_TRUE(Take_Entry(text));
+  Move_Foot_Point();
+  Map_Key(Qt::Key_Escape, {});
+  EXPECT_FALSE(Map.imgRfLine.Visible);
+  EXPECT_EQ(std::pair(Map.InHand, Foot(text)), std::pair(text, QPoint(0, 0)));
+  Move_Foot_Point();
+  Move_Foot_Point();  // the button pressed again
+  EXPECT_EQ(Map_Tool_In_Use(), nullptr);
+  Move_Foot_Point();
+  Map_Mouse_Down({200, 100}, MouseButton::Left, {});
+  Map_Mouse_Up({-30, 150}, MouseButton::Left);
+  EXPECT_EQ(Foot(text), QPoint(1, 300)) << "0 would mean none";
+}
+
+TEST_F(FootPointTest, IsRemovedAfterAQuestion) {
+  const QString text = Add([] {
+    EntryRow row = Text_Row(QStringLiteral("Elster"), 100, 100, 2);
+    row.Xline = 300, row.Yline = 200;
+    return row;
+  }());
+  ASSERT_TRUE(Take_Entry(text));
+  Tbl.Tag.clear();
+  MessageScript messages;
+  messages.Expect(QStringLiteral("Fußpunkt für den Text: Elster entfernen?"), MsgAnswer::No);
+  messages.Expect(QStringLiteral("Fußpunkt für den Text: Elster entfernen?"), MsgAnswer::Yes);
+  Change_Foot_Point();
+  EXPECT_EQ(Foot(text), QPoint(300, 200));
+  Change_Foot_Point();
+  EXPECT_EQ(messages.Seen()[0].title, QStringLiteral("Fußpunkt"));
+  EXPECT_EQ(Foot(text), QPoint(0, 0));
+  EXPECT_EQ(Tbl.Tag, QStringLiteral("Dirty"));
+  EXPECT_FALSE(Map.imgRfLine.Visible);
+}
+
+TEST_F(FootPointTest, EndMarkIsTheKind) {
+  struct Case {
+    int typ, shown, after;
+  };
+  for (const Case& c : {Case{0, 1, 3}, {1, 1, 3}, {102, 2, 103}, {3, 3, 3}, {5, 0, 5}, {7, 0, 7}, {-1, 0, -1}}) {
+    EntryRow row = Text_Row(QStringLiteral("Elster"), 100, 100, c.typ);
+    row.Xline = 300, row.Yline = 200;
+    const QString text = Add(row);
+    Map_Redraw();
+    ASSERT_TRUE(Take_Entry(text)) << c.typ;
+    EXPECT_EQ(End_Mark_In_Hand(), c.shown) << c.typ;
+    Set_End_Mark(3);
+    EXPECT_EQ(Row(text).Typ, c.after) << c.typ;
+    End_Entry();
+  }
+  const QString next = Add(Text_Row(QStringLiteral("Star"), 100, 100));
+  ASSERT_TRUE(Take_Entry(next));
+  Move_Foot_Point();
+  Click({200, 200});
+  EXPECT_EQ(Row(next).Typ, 3);
+}
+
+}  // namespace

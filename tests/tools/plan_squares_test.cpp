@@ -1,0 +1,244 @@
+#include "tools/plan_squares.h"
+
+#include "edit/entry_look.h"
+#include "plansquares/raster_rows.h"
+#include "platform/progress.h"
+#include "support/bulk_fixture.h"
+#include "support/pixels.h"
+
+class PlanSquaresTest : public BulkTest {
+ protected:
+  static RasterPreview Raster(int side, LabelPlace labels, int width = 400, int height = 300) {
+    RasterPreview raster;
+    raster.design = Raster_Ini();
+    raster.design.size = QString::number(side);
+    raster.design.labels = labels;
+    raster.plan = Plan({100, 100, static_cast<double>(width), static_cast<double>(height)}, static_cast<float>(side));
+    return raster;
+  }
+  static QString Key_Of(const QString& name) {
+    const KeepCurrentRow keep;
+    for (rsEntries->MoveFirst(); !rsEntries->Eof(); rsEntries->MoveNext())
+      if (rsEntries->Text(column::ID).endsWith(Plan_Id(name))) return rsEntries->Bookmark();
+    return {};
+  }
+  static int Ink(const QRect& area) { return Count_Pixels(Map.canvas, area, Is_Ink); }
+};
+
+TEST_F(PlanSquaresTest, TakenOverAsRowsAndTakenBackByUndo) {
+  Add_Text(QStringLiteral("Wald"), 10, 20);
+  const QStringList before = Whole_Table();
+  CurVG = 15;
+  ASSERT_TRUE(Take_Raster_On_Map(Raster(100, LabelPlace::Centre)));
+  EXPECT_EQ(Entry_Count(), 1 + 12 + 1);
+  const EntryRow square = Row(Key_Of(QStringLiteral("B-3")));
+  EXPECT_EQ(square.Eintrag, "B-3");
+  EXPECT_EQ(entry_box(square), (EntryBox{200, 300, 100, 100}));
+  EXPECT_EQ(square.Xline, 300);
+  EXPECT_EQ(square.VG, 8);
+  const EntryRow design = Row(Key_Of(QStringLiteral("Raster")));
+  EXPECT_EQ(design.Typ, 17);
+  EXPECT_EQ(design.Xmap, 102);
+  EXPECT_EQ(design.Ymap, 4);
+  EXPECT_TRUE(design.Schrift.endsWith(QStringLiteral("0 -")));
+  EXPECT_EQ(Raster_bearbeiten()->labels, LabelPlace::Centre);
+  EXPECT_EQ(Raster_bearbeiten()->font, "Arial");
+  EXPECT_TRUE(frmMDI.HasPlanSquares);
+  EXPECT_EQ(Menu(QStringLiteral("mnuRasterAktiv")).Caption, "de-aktivieren");
+  EXPECT_EQ(Menu(QStringLiteral("mnuReset")).Caption, "Rückgängig: Raster übernehmen");
+  MessageScript messages;
+  messages.AllowAny(MsgAnswer::Ok);
+  Undo_Last();
+  QStringList after = Whole_Table();
+  EXPECT_EQ(after, before);
+  EXPECT_FALSE(frmMDI.HasPlanSquares);
+}
+
+TEST_F(PlanSquaresTest, ASecondRasterAsksAndReplacesTheFirst) {
+  ASSERT_TRUE(Take_Raster_On_Map(Raster(100, LabelPlace::None)));
+  const QStringList first = Whole_Table();
+  {
+    MessageScript messages;
+    messages.Expect(QStringLiteral("Planquadrate sind bereits"), MsgAnswer::Cancel);
+    EXPECT_FALSE(Take_Raster_On_Map(Raster(50, LabelPlace::None)));
+  }
+  EXPECT_EQ(Whole_Table(), first);
+  MessageScript messages;
+  messages.Expect(QStringLiteral("Planquadrate sind bereits"), MsgAnswer::Ok);
+  EXPECT_TRUE(Take_Raster_On_Map(Raster(50, LabelPlace::None)));
+  EXPECT_EQ(Entry_Count(), 48 + 1);
+  const QRectF field = *Raster_Field();
+  EXPECT_EQ(field, QRectF(100, 100, 400, 300));
+  mnuRasterDelete_Click();
+  EXPECT_EQ(Entry_Count(), 0);
+}
+
+TEST_F(PlanSquaresTest, StoppedInTheMiddleNothingHasChanged) {
+  struct Impatient : ProgressFace {
+    void Show(const QString&, int) override {}
+    bool Step(int done) override { return done < 30; }
+    int Delay() const override { return 0; }
+  };
+  ASSERT_TRUE(Take_Raster_On_Map(Raster(100, LabelPlace::None)));
+  const QStringList before = Whole_Table();
+  const ProgressMaker former = Set_Progress_Maker([] { return std::make_unique<Impatient>(); });
+  {
+    MessageScript messages;
+    messages.Expect(QStringLiteral("Planquadrate sind bereits"), MsgAnswer::Ok);
+    EXPECT_FALSE(Take_Raster_On_Map(Raster(10, LabelPlace::None, 400, 400)));
+  }
+  Set_Progress_Maker(former);
+  EXPECT_EQ(Whole_Table(), before);
+  EXPECT_EQ(rsEntries->RecordCount(), 14);
+  EXPECT_EQ(Typ(Key_Of(QStringLiteral("A-1"))), 16);
+}
+
+TEST_F(PlanSquaresTest, ARasterThatDoesNotFitIntoTheColumnsLeavesNoRow) {
+  RasterPreview far = Raster(100, LabelPlace::None);
+  far.plan = Plan({32700, 0, 200, 100}, 50);
+  MessageScript messages;
+  messages.Expect(QStringLiteral("Es wurde nichts verändert."));
+  EXPECT_FALSE(Take_Raster_On_Map(far));
+  EXPECT_EQ(Entry_Count(), 0);
+  EXPECT_FALSE(rsEntries->Editing());
+  EXPECT_EQ(Tbl.Tag, "Clean");
+}
+
+TEST_F(PlanSquaresTest, AFilledSquareKeepsItsLabelAndLine) {
+  ASSERT_TRUE(Take_Raster_On_Map(Raster(100, LabelPlace::Centre)));
+  const int label = Ink(QRect(130, 130, 40, 40));
+  Click({110, 110});
+  ASSERT_TRUE(Change_Color(ColorOf::HG, 14));
+  ASSERT_TRUE(Change_Fill(FillCode::Parse(1)));
+  End_Entry();
+  EXPECT_EQ(Map.canvas.pixel(110, 110), QBColor(14));
+  EXPECT_EQ(Map.canvas.pixel(210, 110), QBColor(15));
+  EXPECT_EQ(Map.canvas.pixel(200, 150), QBColor(0));
+  EXPECT_GT(Count_Pixels(Map.canvas, {130, 130, 40, 40}, [](QRgb color) { return qGray(color) < 100; }), label / 4);
+}
+
+TEST_F(PlanSquaresTest, HidingTakesAllButMarkedRows) {
+  ASSERT_TRUE(Take_Raster_On_Map(Raster(100, LabelPlace::None)));
+  const QString own = Key_Of(QStringLiteral("A-1")), marked = Key_Of(QStringLiteral("B-1"));
+  const auto set = [](const QString& key, int typ) {
+    Go(key);
+    EntryRow row = Read_Entry(*rsEntries);
+    row.Typ = typ;
+    Update_Entry(row);
+  };
+  set(own, -16);
+  set(marked, 116);
+  Toggle_Raster_Visible();
+  EXPECT_EQ(Typ(Key_Of(QStringLiteral("C-3"))), -16);
+  EXPECT_EQ(Typ(Key_Of(QStringLiteral("Raster"))), -17);
+  EXPECT_EQ(Typ(marked), 116);
+  EXPECT_EQ(Map.PlanMode, -1);
+  set(marked, -16);
+  Map_Redraw();
+  EXPECT_EQ(Menu(QStringLiteral("mnuRasterEinblenden")).Caption, "einblenden");
+  Toggle_Raster_Visible();
+  EXPECT_EQ(Typ(own), 16);
+  EXPECT_EQ(Typ(Key_Of(QStringLiteral("Raster"))), 17);
+  EXPECT_EQ(Menu(QStringLiteral("mnuRasterEinblenden")).Tag, "1");
+}
+
+TEST_F(PlanSquaresTest, LabelsStandWhereTheDesignSays) {
+  const QRect middle(130, 130, 40, 40), topEdge(100, 1, 400, 14), leftEdge(1, 100, 14, 300), above(100, 84, 400, 14);
+  const struct {
+    LabelPlace place;
+    bool inMiddle, atMap, atSquares;
+  } cases[] = {{LabelPlace::None, false, false, false},
+               {LabelPlace::MapEdge, false, true, false},
+               {LabelPlace::SquareEdge, false, false, true},
+               {LabelPlace::Centre, true, false, false}};
+  for (const auto& [place, inMiddle, atMap, atSquares] : cases) {
+    Show_Raster_Preview(Raster(100, place));
+    for (const bool table : {false, true}) {
+      if (table) {
+        MessageScript messages;
+        messages.AllowAny(MsgAnswer::Ok);
+        ASSERT_TRUE(Take_Raster_On_Map(Raster(100, place)));
+      }
+      EXPECT_EQ(Ink(middle) > 0, inMiddle) << static_cast<int>(place) << table;
+      EXPECT_EQ(Ink(topEdge) > 0, atMap) << static_cast<int>(place) << table;
+      EXPECT_EQ(Ink(leftEdge) > 0, atMap) << static_cast<int>(place) << table;
+      EXPECT_EQ(Ink(above) > 0, atSquares) << static_cast<int>(place) << table;
+      EXPECT_GT(Ink(QRect(200, 120, 2, 60)), 100) << "the line between two squares";
+      EXPECT_EQ(Ink(QRect(202, 110, 20, 20)), 0);
+    }
+    Delete_Raster();
+  }
+  PlanLabels labels;
+  for (int column = 1; column <= 60; ++column) labels.Plan_Edge_Collect(Square_Name(column, 7), column, 5);
+  EXPECT_EQ(labels.Columns().at(59).Text, "AH");
+  ASSERT_EQ(labels.Rows().size(), 1U);
+  EXPECT_EQ(labels.Rows()[0].Text, "  7");
+}
+
+TEST_F(PlanSquaresTest, SquaresTakeClicksOnlyWhileActive) {
+  const QString area = Add(Figure_Row(20, {90, 90, 500, 400}));
+  ASSERT_TRUE(Take_Raster_On_Map(Raster(100, LabelPlace::None)));
+  const QString text = Add_Text(QStringLiteral("Ort"), 310, 310);
+  Map_Redraw();
+  const QString square = Key_Of(QStringLiteral("B-2"));
+  Map_Mouse_Move({250, 250}, false);
+  EXPECT_TRUE(Map.lblPLQ.Visible);
+  EXPECT_EQ(Map.lblPLQ.Text, "B-2");
+  Drag({250, 250}, {280, 290});
+  EXPECT_EQ(Map.InHand, square);
+  EXPECT_EQ(At(square), QPoint(200, 200)) << "a raster stays in place";
+  EXPECT_EQ(Menu(QStringLiteral("mnuObjVisNo")).Caption, "aktuelles Objekt unsichtbar machen");
+  End_Entry();
+  Go(square);
+  rsEntries->Edit();
+  rsEntries->Set(column::Eintrag, QStringLiteral("Horst"));
+  rsEntries->Update();
+  Click({250, 250}, {.control = true});
+  EXPECT_EQ(Map.lblPLQ.Text, "Horst");
+  Click({315, 318});
+  EXPECT_EQ(Map.InHand, text) << "a small entry in a square is still meant";
+  End_Entry();
+  Toggle_Raster_Active();
+  Map_Mouse_Move({251, 251}, false);
+  EXPECT_FALSE(Map.lblPLQ.Visible);
+  Click({250, 250});
+  EXPECT_EQ(Map.InHand, area);
+}
+
+TEST_F(PlanSquaresTest, AHiddenSquareIsFoundAgain) {
+  ASSERT_TRUE(Take_Raster_On_Map(Raster(100, LabelPlace::None)));
+  const QString square = Key_Of(QStringLiteral("B-2"));
+  Go(square);
+  EntryRow row = Read_Entry(*rsEntries);
+  row.Typ = -16;
+  Update_Entry(row);
+  Map_Redraw();
+  Map_Mouse_Move({250, 250}, false);
+  EXPECT_EQ(Map.lblPLQ.Text, "unsichtbares Planquadrat!");
+  Map_Mouse_Down({250, 250}, MouseButton::Right, {});
+  EXPECT_EQ(Map.InHand, square);
+  EXPECT_EQ(Menu(QStringLiteral("mnuObjVisNo")).Caption, "aktuelles Objekt sichtbar machen");
+}
+
+TEST_F(PlanSquaresTest, AFreeSquareComesIntoTheHandAndMoves) {
+  RasterPreview raster = Raster(100, LabelPlace::None);
+  raster.design.field = RasterField::Free;
+  raster.plan = Plan({300, 200, 60, 60}, 60);
+  ASSERT_TRUE(Take_Raster_On_Map(raster));
+  ASSERT_TRUE(Take_Raster_On_Map(raster));
+  EXPECT_EQ(Entry_Count(), 2);
+  const QString key = Key_Of(QStringLiteral("frei-2"));
+  EXPECT_EQ(Map.InHand, key);
+  Drag({330, 230}, {350, 240});
+  EXPECT_EQ(entry_box(Row(key)), (EntryBox{320, 210, 60, 60}));
+}
+
+TEST_F(PlanSquaresTest, TheFieldIsDraggedOnTheMap) {
+  QRect field;
+  Take_Bereich([&field](QRect taken) { field = taken; }, {});
+  Click({50, 50});
+  EXPECT_TRUE(field.isNull());
+  Drag({300, 260}, {100, 60});
+  EXPECT_EQ(field, QRect(100, 60, 200, 200));
+  EXPECT_TRUE(Map.Tool.isEmpty());
+}

@@ -1,0 +1,181 @@
+#include "view/view.h"
+
+#include <cmath>
+
+#include "maps/map_open.h"
+#include "platform/surface.h"
+#include "state/events.h"
+#include "state/map_state.h"
+#include "state/mdi_state.h"
+#include "state/table_state.h"
+#include "support/fixture.h"
+#include "support/map_room.h"
+#include "view/reduce.h"
+
+namespace {
+
+// A map of 3000 x 2000 pixels in a window of 820 x 620.
+class View : public FluraxTest {
+ protected:
+  void SetUp() override {
+    FluraxTest::SetUp();
+    Open(3000, 2000);
+  }
+  void Open(int width, int height) {
+    Map.ScaleWidth = frmMDI.InnerWidth = 820;
+    Map.ScaleHeight = frmMDI.InnerHeight = 620;
+    Open_Map(Make_Map(QStringLiteral("Karte.bmp"), width, height));
+    ASSERT_TRUE(frmMDI.MapOpen);
+    Give_Map_Room(820, 620);
+  }
+  const MapClipState& Clip() const { return Map.MapClip[static_cast<size_t>(Map.ClipLevel)]; }
+};
+
+TEST_F(View, BandsUseTheRightClipAndPercent) {
+  struct Case {
+    double zoom;
+    int level, percent;
+    QString tag;
+  };
+  const Case cases[] = {{0.5, 0, 200, "1"}, {100.0 / 75, 1, 75, "1.33333"}, {2.0, 1, 50, "1"}, {3.0, 2, 33, "1.5"},
+                        {4.0, 2, 25, "1"},  {10.0, 3, 10, "1000"}};
+  for (const Case& c : cases) {
+    Set_Zoom(c.zoom);
+    EXPECT_EQ(Map.ClipLevel, c.level) << c.zoom;
+    EXPECT_EQ(Zoom_Percent(), c.percent) << c.zoom;
+    EXPECT_TRUE(Clip().Tag.startsWith(c.tag)) << c.zoom << " " << Clip().Tag;
+    EXPECT_EQ(frmMDI.Caption, QStringLiteral("FLURAX - %1%").arg(c.percent));
+    EXPECT_NEAR(Clip().image.width(), std::min(3000.0, 3000 / c.zoom), 1.0) << c.zoom;
+    EXPECT_EQ(Map.ClipScale, std::max(1.0F, Map.Zoom));
+  }
+}
+
+TEST_F(View, GoingBackToAZoomBuildsNothing) {
+  for (const double zoom : {1.5, 2.0, 3.0, 4.0, 8.0}) Set_Zoom(zoom);
+  const int built = Clip_Builds();
+  EXPECT_GT(built, 0);
+  for (const double zoom : {4.0, 1.5, 8.0, 3.0, 2.0, 1.0, 0.5, 4.0}) Set_Zoom(zoom);
+  EXPECT_EQ(Clip_Builds(), built);
+}
+
+TEST_F(View, BarsStandOnlyWhereTheScanDoesNotFit) {
+  Set_Zoom(1.0);
+  EXPECT_TRUE(Map.HScroller.Visible);
+  EXPECT_TRUE(Map.VScroller.Visible);
+  EXPECT_EQ(Map.ViewWidth, 800);
+  EXPECT_EQ(Map.ViewHeight, 600);
+  Set_Zoom(10.0);
+  EXPECT_FALSE(Map.HScroller.Visible);
+  EXPECT_FALSE(Map.VScroller.Visible);
+  EXPECT_EQ(Clip().ClipX, 0);
+  EXPECT_EQ(Clip().ClipY, 0);
+  Close_Map();
+  Open(823, 623);  // three pixels over: no bar; four: both, since each takes the other's room
+  EXPECT_FALSE(Map.HScroller.Visible);
+  EXPECT_FALSE(Map.VScroller.Visible);
+  Close_Map();
+  Open(824, 610);
+  EXPECT_TRUE(Map.HScroller.Visible);
+  EXPECT_TRUE(Map.VScroller.Visible);
+}
+
+TEST_F(View, BarsReachEveryPixelAtEveryZoom) {
+  for (const double zoom : {0.5, 1.0, 100.0 / 75, 2.0}) {
+    Set_Zoom(zoom);
+    Scroll_Changed(true, 100);
+    Scroll_Changed(false, 100);
+    EXPECT_NEAR(Map.ViewLeft + Map.ViewWidth * zoom, 3000, zoom + 1) << zoom;
+    EXPECT_NEAR(Map.ViewTop + Map.ViewHeight * zoom, 2000, zoom + 1) << zoom;
+    Scroll_Changed(true, 0);
+    Scroll_Changed(false, 0);
+    EXPECT_EQ(Map.ViewLeft, 0);
+    EXPECT_EQ(Map.ViewTop, 0);
+  }
+}
+
+TEST_F(View, ZoomKeepsThePositionUnderThePointer) {
+  Set_Zoom(1.0);
+  ScrollMap(1500, 1000);
+  const int x = 300, y = 200;
+  const double mapX = x + Map.ViewLeft, mapY = y + Map.ViewTop;
+  for (const double zoom : {0.5, 1.25, 2.0, 1.0}) {
+    Zoom_At(zoom, x, y);
+    EXPECT_NEAR(x * zoom + Map.ViewLeft, mapX, 3) << zoom;
+    EXPECT_NEAR(y * zoom + Map.ViewTop, mapY, 3) << zoom;
+  }
+}
+
+TEST_F(View, ScrollMapShowsThePosition) {
+  for (const double zoom : {0.5, 1.0, 2.0}) {
+    Set_Zoom(zoom);
+    for (const QPoint p : {QPoint(0, 0), QPoint(1500, 1000), QPoint(2999, 1999)}) {
+      ScrollMap(p.x(), p.y());
+      EXPECT_GE(p.x(), Map.ViewLeft);
+      EXPECT_GE(p.y(), Map.ViewTop);
+      EXPECT_LE(p.x(), Map.ViewLeft + Map.ViewWidth * zoom + 1);
+      EXPECT_LE(p.y(), Map.ViewTop + Map.ViewHeight * zoom + 1);
+    }
+  }
+}
+
+TEST_F(View, MenusCheckOneZoomAndFitTheMap) {
+  for (const char* name : {"mnuZoom200", "mnuZoom75", "mnuZoomBreite", "mnuZoomHoehe", "mnuZoom10"}) {
+    Set_Zoom_By_Menu(QLatin1String(name));
+    int checked = 0;
+    for (const auto& menu : All_Menus().keys())
+      if (menu.startsWith(QLatin1String("mnuZoom")) && Menu(menu).Checked) ++checked;
+    EXPECT_EQ(checked, 1) << name;
+    EXPECT_TRUE(Menu(QLatin1String(name)).Checked);
+  }
+  Set_Zoom_By_Menu(QStringLiteral("mnuZoomBreite"));
+  EXPECT_FALSE(Map.HScroller.Visible);
+  EXPECT_NEAR(3000 / static_cast<double>(Map.Zoom), Map.ScaleWidth - Map.ScrollBarW, 1);
+  Set_Zoom_By_Menu(QStringLiteral("mnuZoomHoehe"));
+  EXPECT_FALSE(Map.VScroller.Visible);
+}
+
+TEST_F(View, ZeroZoomIsRepairedAndLimitsHold) {
+  Map.Zoom = 0.0F;
+  Layout_Map();
+  EXPECT_EQ(Map.Zoom, 1.0F);
+  Set_Zoom(1000);
+  EXPECT_EQ(Map.Zoom, 20.0F);
+  Set_Zoom(0.0001);
+  EXPECT_EQ(Map.Zoom, 0.125F);
+}
+
+TEST_F(View, WindowInNormalStateTakesTheSizeOfTheScan) {
+  frmMDI.TblVisible = false;
+  Set_Window_Layout();
+  EXPECT_EQ(Map.WantWidth, 820);  // wider than the main window: all of it
+  EXPECT_EQ(Map.WantHeight, 620);
+  frmMDI.TblVisible = true;
+  Layout_Map();
+  EXPECT_EQ(Map.WantHeight, 620 * 75 / 100);
+  Tbl.Minimized = true;
+  Layout_Map();
+  EXPECT_EQ(Map.WantHeight, 620);
+  Set_Zoom(10);
+  EXPECT_EQ(Map.WantWidth, 300);
+  EXPECT_EQ(Map.WantHeight, 200);
+}
+
+TEST(Reduce, AveragesAndKeepsPlainAreas) {
+  QImage picture = Make_Canvas(90, 60, qRgb(255, 255, 255));
+  for (const double factor : {1.3333333, 1.5, 2.0, 7.3}) {
+    const QImage small = Reduced_Picture(picture, factor);
+    EXPECT_EQ(small.size(), QSize(static_cast<int>(90 / factor), static_cast<int>(60 / factor)));
+    for (int y = 0; y < small.height(); ++y)
+      for (int x = 0; x < small.width(); ++x) ASSERT_EQ(small.pixel(x, y), qRgb(255, 255, 255)) << factor;
+  }
+  // A black line one pixel wide stays visible as grey, whatever the format.
+  for (int y = 0; y < 60; ++y) picture.setPixel(40, y, qRgb(0, 0, 0));
+  const QImage indexed = picture.convertToFormat(QImage::Format_Indexed8);
+  for (const QImage& source : {picture, indexed}) {
+    EXPECT_NEAR(qRed(Reduced_Picture(source, 2).pixel(20, 10)), 128, 2);
+    EXPECT_NEAR(qRed(Reduced_Picture(source, 4).pixel(10, 5)), 191, 2);
+    EXPECT_EQ(Reduced_Picture(source, 4).pixel(11, 5), qRgb(255, 255, 255));
+  }
+}
+
+}  // namespace
