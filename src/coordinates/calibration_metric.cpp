@@ -85,10 +85,12 @@ QString Metric_Fault_Text(const CoordinateState& state) {
 
 void Close_Metric(CalibrationReader& reader) {
   CoordinateState& state = reader.state;
-  reader.Try([&] {
-    if (state.GridR == 0 || state.GridH == 0 || state.Inclin == 0 || state.Gwidth == 0 || state.Xline == 0)
-      Raise(badMetricNet);
-  });
+  // One fault, one message: who reads them one after the other knows what is missing.
+  for (const bool missing :
+       {state.GridR == 0, state.GridH == 0, state.Inclin == 0, state.Gwidth == 0, state.Xline == 0})
+    reader.Try([&] {
+      if (missing) Raise(badMetricNet);
+    });
   // The user may go on with a slope of 0; without a distance of lines there is no net to go on with.
   if (state.Gwidth == 0 || state.Xline == 0) return;
   const double xline = static_cast<double>(state.Xline);

@@ -140,6 +140,8 @@ void Build_Metric_Net(CoordinateState& state) {
   const int horizontal =
       Build(Horizontal_Family(state, map), state.Yline > 0, state.NetLabelEvery, state.NetBLines, state.NetBLabels);
   const int number = vertical != 0 ? vertical : horizontal;
-  if (number == tooManyLines) Raise(number, QStringLiteral("Fehler: zuviele Teillinien"));
+  if (number == tooManyLines)
+    Raise(number, vertical == number ? QStringLiteral("fehlerhafte Teilung der Längengrade.")
+                                     : QStringLiteral("fehlerhafte Teilung der Breitengrade."));
   if (number != 0) Raise(number);
 }

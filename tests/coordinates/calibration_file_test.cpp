@@ -153,6 +153,12 @@ TEST_F(CalibrationFile, ASlopeOfZeroIsToldAndKept) {
   EXPECT_EQ(Read(Sample("f_6000_inclin.cal")), 0);
   EXPECT_EQ(state.Grid, gridNone);
   Expect_Boxes(script);
+  MessageScript each;  // what is missing is told one by one
+  each.Expect(Text("Referenzpunkt Rechtswert = 0")).Expect(Text("Richtungswinkel d. Grids = 0"));
+  EXPECT_EQ(Read_Text({Text("Grid UTM Zone: 32U D: WGS-84 R: 0 H: 5512000"), Text("Gwidth = 1000"),
+                       Text("Xline = 472.5"), Text("Yline = 472.5"), Text("Xmap = 7"), Text("Ymap = 7")}),
+            -1);
+  Expect_Boxes(each);
 }
 
 TEST_F(CalibrationFile, AMissingFormatIsToldOnce) {

@@ -99,6 +99,20 @@ TEST_F(MetricNet, TellsWhyThereAreNoLines) {
   }
 }
 
+TEST_F(MetricNet, TooManyLinesNameTheirFamily) {
+  for (const bool vertical : {true, false}) {
+    CoordinateState state = Small_Utm(50, 100, 100);
+    (vertical ? state.Xline : state.Yline) = 0.3F;
+    try {
+      Build_Metric_Net(state);
+      FAIL();
+    } catch (const Error& error) {
+      EXPECT_EQ(error.text, vertical ? QStringLiteral("fehlerhafte Teilung der Längengrade.")
+                                     : QStringLiteral("fehlerhafte Teilung der Breitengrade."));
+    }
+  }
+}
+
 TEST_F(MetricNet, LabelsNeedRoom) {
   CoordinateState dense = Small_Utm(0, 0, 10);
   dense.Inclin = 0;
