@@ -58,6 +58,42 @@ QPointF Pixel_To_Koord(const CoordinateState& state, int x, int y) {
 
 namespace {
 
+constexpr double zoneMetres = 1'000'000;  // what stands in front of the last six digits is the zone
+
+// The zone in front of the Rechtswerte of the net; 0 if they have none.
+double Zone_In_Front(const CoordinateState& state) {
+  return std::floor((state.NetPKG ? state.PkgR : state.GridR) / zoneMetres);
+}
+
+}  // namespace
+
+int Net_Zone(const CoordinateState& state) {
+  if (!state.NetPKG) return state.ZoneNumber;
+  QString digits;
+  for (const QChar sign : state.PkgZone.left(3))
+    if (sign >= u'0' && sign <= u'9') digits += sign;
+  return digits.isEmpty() ? To_Int32(Zone_In_Front(state)) : digits.toInt();
+}
+
+double Rechtswert_Of_Net(const CoordinateState& state, double rechtswert) {
+  const double zone = Zone_In_Front(state);
+  if (rechtswert >= 0 && rechtswert < zoneMetres) return rechtswert + std::max(0.0, zone) * zoneMetres;
+  const bool itsOwn = std::floor(rechtswert / zoneMetres) == Net_Zone(state);
+  return zone < 1 && itsOwn ? std::fmod(rechtswert, zoneMetres) : rechtswert;
+}
+
+int Plane_To_Pixel(const CoordinateState& state, double rechtswert, double hochwert, double& x, double& y) {
+  const double right = Rechtswert_Of_Net(state, rechtswert);
+  if (state.NetPKG) return Grad_To_Pixel(state, (right - state.PkgR) / 1000, (hochwert - state.PkgH) / 1000, x, y);
+  int mapX = 0, mapY = 0;
+  const int code = Koord_To_Pixel(state, To_Int32(right), To_Int32(hochwert), mapX, mapY);
+  x = mapX;
+  y = mapY;
+  return code;
+}
+
+namespace {
+
 CoordinateTexts Plane_Texts(const CoordinateState& state, double longitude, double latitude) {
   const auto metres = [](double kilometres, double added) {
     return Format(kilometres * 1000 + added, QStringLiteral("##0 000")) + u'm';

@@ -25,6 +25,17 @@ int Grad_To_Pixel(const CoordinateState& state, double longitude, double latitud
 // Map pixels to longitude and latitude. 1 on success, 0 without curves, -1 when cancelled ("Fehler: Pix->Grad").
 int Pixel_To_Grad(const CoordinateState& state, int x, int y, double& longitude, double& latitude);
 
+// Plane nets are the metric ones, and those of curves that count in kilometres (NetPKG).
+
+// The zone by which a Rechtswert is judged; 0 where the net names none.
+int Net_Zone(const CoordinateState& state);
+// A Rechtswert (metres) as the net counts it. Nets that have the zone in front of theirs (seven digits and more) are
+// given it where only the last six digits were written; nets that have not lose their own zone.
+double Rechtswert_Of_Net(const CoordinateState& state, double rechtswert);
+// Rechtswert, as Rechtswert_Of_Net takes it, and Hochwert (metres) to map pixels in either kind of plane net. Codes and
+// errors of Koord_To_Pixel and Grad_To_Pixel.
+int Plane_To_Pixel(const CoordinateState& state, double rechtswert, double hochwert, double& x, double& y);
+
 // Texts of the status panels for a place, without leading "Panel" matter: what stands in panel 2 and 3.
 struct CoordinateTexts {
   QString first, second;

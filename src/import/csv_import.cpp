@@ -64,13 +64,9 @@ class CsvRun {
       return;
     }
     if (!place.onMap) return Refuse(line, record.text, place);
-    const auto free = taken.Take(place.at);
-    if (!free) {
-      place.reason = QStringLiteral("Für diesen Eintrag ist auf der Karte kein freier Platz neben den gleichen.");
-      return Refuse(line, record.text, place);
-    }
-    if (*free != place.at) ++result.shifted;
-    rows.push_back({Fitting(line, std::move(record.text)), *free});
+    const QPoint free = taken.Take(place.at);
+    if (free != place.at) ++result.shifted;
+    rows.push_back({Fitting(line, std::move(record.text)), free});
   }
 
   void Refuse(const CsvLine& line, const QString& text, const CsvPlace& place) {

@@ -20,15 +20,6 @@ QString Unread(const QString& name, const QString& value) {
   return name + QStringLiteral(" \"") + value + QStringLiteral("\" ist keine lesbare Koordinate");
 }
 
-// The zone by which a Rechtswert is judged: that of a kilometre net stands in its own text.
-int Zone_Of(const CoordinateState& state) {
-  if (!state.NetPKG) return state.ZoneNumber;
-  QString digits;
-  for (const QChar sign : state.PkgZone.left(3))
-    if (sign >= u'0' && sign <= u'9') digits += sign;
-  return digits.toInt();
-}
-
 struct Names {
   QString x, y;
 };
@@ -93,26 +84,19 @@ CsvPlace Place_Metres(const CsvTable& table, const CoordinateState& state, const
   const auto hochwert = high ? high->Value() : std::nullopt;
   const auto unreadX = [&record] { return Refused(Unread(QStringLiteral("Rechtswert"), record.x.toString())); };
   if (!right) return unreadX();
-  int zoneAdded = 0;
   if (right->digits >= zoneFrom) {
     const qint64 zone = right->value / zoneMetres;
-    if (right->negative || zone != Zone_Of(state))
+    if (right->negative || zone != Net_Zone(state))
       return Outside(QStringLiteral("Falsche Zone: ") + QString::number(zone));
     right->value %= zoneMetres;
-    // Such a net counts its Rechtswert with the zone in front.
-    if (!state.NetPKG && state.GridR >= zoneMetres) zoneAdded = static_cast<int>(zone) * zoneMetres;
   }
   if (!right->Value()) return unreadX();
   if (!hochwert) return Refused(Unread(QStringLiteral("Hochwert"), record.y.toString()));
   const int r = right->Value().value_or(0), h = hochwert.value_or(0);
-  if (state.NetPKG) {
-    double x = 0, y = 0;
-    const int code = Grad_To_Pixel(state, (r - state.PkgR) / 1000, (h - state.PkgH) / 1000, x, y);
-    return Judged(code, x, y, table, record, QPoint(r, h));
-  }
-  if (state.Geographic()) return Refused(QStringLiteral("Die Karte hat kein Netz mit Rechts- und Hochwerten."));
-  int x = 0, y = 0;
-  const int code = Koord_To_Pixel(state, r + zoneAdded, h, x, y);
+  if (state.Geographic() && !state.NetPKG)
+    return Refused(QStringLiteral("Die Karte hat kein Netz mit Rechts- und Hochwerten."));
+  double x = 0, y = 0;
+  const int code = Plane_To_Pixel(state, r, h, x, y);
   return Judged(code, x, y, table, record, QPoint(r, h));
 }
 
@@ -120,7 +104,8 @@ CsvPlace Place_Metres(const CsvTable& table, const CoordinateState& state, const
 
 bool Csv_Fits_Net(const CsvTable& table, const CoordinateState& state) {
   if (Is_Geographic(table)) return state.Geographic() && !state.NetPKG;
-  return state.Grid == (table.CsvTyp == QLatin1String("UTM") ? gridUtm : gridGaussKrueger);
+  if (table.CsvTyp == QLatin1String("UTM")) return state.Grid == gridUtm;
+  return state.Grid == gridGaussKrueger || state.NetPKG;
 }
 
 CsvPlace Csv_Place_Of(const CsvTable& table, const CoordinateState& state, const CsvRecord& record) {
@@ -218,14 +203,14 @@ QPoint TakenPositions::Free_Along(Chain& chain, QPoint from, QPoint by) const {
   return Point_Of(end);
 }
 
-std::optional<QPoint> TakenPositions::Take(QPoint wanted) {
+QPoint TakenPositions::Take(QPoint wanted) {
   const auto outside = [this](QPoint at) {
     return at.x() < 0 || at.y() < 0 || at.x() > map.width() || at.y() > map.height();
   };
   QPoint free = wanted;
   if (forward.contains(Key_Of(wanted))) free = Free_Along(forward, wanted, step);
   if (outside(free)) free = Free_Along(backward, wanted, -step);
-  if (outside(free)) return std::nullopt;
+  if (outside(free)) return wanted;
   forward.insert(Key_Of(free), Key_Of(free + step));
   return free;
 }

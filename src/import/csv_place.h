@@ -39,8 +39,9 @@ std::optional<double> Read_Degrees(QStringView text);
 class TakenPositions {
  public:
   TakenPositions(QPoint stepWidth, QSize mapSize);  // 0/0 counts as 1/1
-  // Takes the position or the next free one of its diagonal; nothing if there is none on the map.
-  std::optional<QPoint> Take(QPoint wanted);
+  // Takes the position or the next free one of its diagonal. Where the map has no room on either side of it, an entry
+  // lies on the other: a sound coordinate is never refused.
+  QPoint Take(QPoint wanted);
   void Reserve(int count);
 
  private:

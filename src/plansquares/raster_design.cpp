@@ -92,15 +92,13 @@ double Degrees(const QString& text) {
 
 Corner Read_Coordinates(const QString& textX, const QString& textY) {
   if (!Unit_Possible(CornerUnit::Coordinates)) Bad_Corner();
-  if (Coord.Geographic()) {
-    Corner corner;
-    if (Grad_To_Pixel(Coord, Degrees(textX), Degrees(textY), corner.x, corner.y) == conversionCancelled) Bad_Corner();
-    return corner;
-  }
-  int x = 0, y = 0;
-  if (Koord_To_Pixel(Coord, To_Int32(Corner_Number(textX)), To_Int32(Corner_Number(textY)), x, y) != onMap)
-    Bad_Corner();
-  return {static_cast<double>(x), static_cast<double>(y)};
+  Corner corner;
+  const bool curves = Coord.Geographic();  // they can be followed beyond the map's edge
+  const int code = curves && !Coord.NetPKG
+                       ? Grad_To_Pixel(Coord, Degrees(textX), Degrees(textY), corner.x, corner.y)
+                       : Plane_To_Pixel(Coord, Corner_Number(textX), Corner_Number(textY), corner.x, corner.y);
+  if (curves ? code == conversionCancelled : code != onMap) Bad_Corner();
+  return corner;
 }
 
 Corner Read_Corner(const RasterDesign& design, const QString& textX, const QString& textY) {
@@ -133,12 +131,11 @@ RasterPlan Run_Steps(const RasterDesign& design, const std::optional<QRectF>& ex
   step(2);
   const double side = Side_Pixels(design);
   if (design.field == RasterField::Free)
-    return Plan({middle.x() - side / 2, middle.y() - side / 2, side, side, 0}, static_cast<float>(side));
+    return Plan({middle.x() - side / 2, middle.y() - side / 2, side, side, 0}, static_cast<float>(side), step);
   step(3);
   const PlanField field = Read_Field(design, existing);
   step(4);
-  RasterPlan plan = Plan(field, static_cast<float>(side));
-  step(5);
+  RasterPlan plan = Plan(field, static_cast<float>(side), step);
   if (plan.adjusted) steps.info = raster_texts::adjusted;
   return plan;
 }
@@ -175,13 +172,15 @@ QString Column_Letters(int column) {
 
 QString Square_Name(int column, int row) { return Column_Letters(column) + u'-' + QString::number(row); }
 
-RasterPlan Plan(const PlanField& field, float side) {
+RasterPlan Plan(const PlanField& field, float side, const std::function<void(int)>& step) {
   const auto length = static_cast<double>(side);
   if (!(length > 0)) throw RasterFault{raster_texts::noSize, raster_texts::faultTitle, RasterTab::Size};
   const auto fit = [&](double room) { return std::floor((room + field.slack) / length + nearlyWhole); };
   const double across = fit(field.width), down = fit(field.height);
   if (across < 1) throw RasterFault{raster_texts::tooNarrow + raster_texts::larger, {}, RasterTab::Size};
   if (down < 1) throw RasterFault{raster_texts::tooLow + raster_texts::larger, {}, RasterTab::Size};
+  step(5);  // as many squares as fit
+  step(7);  // their lines and names; step 6 is the map's own, the redraw without the former preview
   if (across * down > mostSquares)
     Raise(tooManySquares, raster_texts::tooMany + u' ' + QString::number(across * down, 'f', 0));
   RasterPlan plan;

@@ -1,6 +1,7 @@
 #pragma once
 #include <QRect>
 #include <QString>
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -60,7 +61,9 @@ struct RasterFault {
 
 // Cols x Rows squares from the upper left corner of the field. Squares of a row have no gaps: each edge is rounded from
 // its own single-precision position. RasterFault if the field is smaller than a square, error 5000 above mostSquares.
-RasterPlan Plan(const PlanField& field, float side);
+// `step` hears the number of each step before it is taken.
+RasterPlan Plan(
+    const PlanField& field, float side, const std::function<void(int)>& step = [](int) {});
 
 struct SizeText {
   double number = 0;

@@ -133,25 +133,15 @@ QString Box_Text(const CoordinateForm& form, bool easting, const QString& value)
   return number ? Value_Text(form.degrees, easting, *number).trimmed() : value;
 }
 
-std::optional<QPoint> GridPix(const CoordinateForm& form, const TypedCoordinate& typed) {
+std::optional<TypedPlace> GridPix(const CoordinateForm& form, const TypedCoordinate& typed) {
   const auto right = Read_Box(form, true, typed.letterR, typed.valueR);
   if (!right) return std::nullopt;
   const auto high = Read_Box(form, false, typed.letterH, typed.valueH);
   if (!high) return std::nullopt;
-  int code = 0;
-  QPoint place;
-  if (Coord.Geographic()) {
-    const double longitude = form.degrees ? *right : (*right - Coord.PkgR) / 1000,
-                 latitude = form.degrees ? *high : (*high - Coord.PkgH) / 1000;
-    double x = 0, y = 0;
-    code = Grad_To_Pixel(Coord, longitude, latitude, x, y);
-    if (code == onMap) place = {To_Int32(x), To_Int32(y)};
-  } else {
-    int x = 0, y = 0;
-    code = Koord_To_Pixel(Coord, To_Int32(*right), To_Int32(*high), x, y);
-    place = {x, y};
-  }
-  if (code == onMap) return place;
+  double x = 0, y = 0;
+  const int code =
+      form.degrees ? Grad_To_Pixel(Coord, *right, *high, x, y) : Plane_To_Pixel(Coord, *right, *high, x, y);
+  if (code == onMap) return TypedPlace{{To_Int32(x), To_Int32(y)}, *right, *high};
   if (code != conversionCancelled) Tell(Far_Text(form, code), form.title);
   return std::nullopt;
 }
@@ -172,7 +162,8 @@ void Hide_Place() {
 
 bool Foot_Is_Next(const TakenPosition& taken) { return taken.step == 1 && Has_Foot(taken.before); }
 
-bool Take_Position(TakenPosition& taken, QPoint map, const QString& title) {
+bool Take_Position(TakenPosition& taken, const TypedPlace& place, const QString& title) {
+  const QPoint map = place.map;
   if (Map.InHand.isEmpty() || !On_Current_Entry()) {
     Tell(QStringLiteral("Bitte wählen Sie zuerst einen Karteneintrag aus."), title);
     return false;
@@ -195,7 +186,7 @@ bool Take_Position(TakenPosition& taken, QPoint map, const QString& title) {
   }
   if (!changes.empty() && Write_Changes(changes, title) == 0) return false;
   taken = next;
-  const PanelTexts texts = Cursor_Texts(map);
+  const PanelTexts texts = Coordinate_Texts(place.right, place.high);
   InfoBar.Panel[1] = texts.position;
   if (!texts.beside.isEmpty()) InfoBar.Panel[2] = texts.beside;
   events.InfoBarChanged.Emit();

@@ -25,9 +25,14 @@ struct TypedCoordinate {
 std::optional<TypedCoordinate> Show_Cursor_Coords(QPoint map);
 // The value as a box shows it after it was left: "000000", "000.000000"; a text that is no number stays.
 QString Box_Text(const CoordinateForm& form, bool easting, const QString& value);
-// The map pixel of the coordinate. Numbers with comma or point, degrees as "49°46'30" as well. What cannot be read and
+// A typed coordinate (metres or degrees) and the map pixel where it lies.
+struct TypedPlace {
+  QPoint map;
+  double right = 0, high = 0;
+};
+// The place of the coordinate. Numbers with comma or point, degrees as "49°46'30" as well. What cannot be read and
 // a place off the map are told under the form's title; nothing then.
-std::optional<QPoint> GridPix(const CoordinateForm& form, const TypedCoordinate& typed);
+std::optional<TypedPlace> GridPix(const CoordinateForm& form, const TypedCoordinate& typed);
 
 // Shows a marker there and scrolls to it; the second takes it away.
 void Show_Place(QPoint map);
@@ -39,9 +44,9 @@ struct TakenPosition {
   EntryRow before;  // as it was at first
   int step = 0;     // 1: its place was taken, 2: its foot point too
 };
-// Moves the entry in hand: its place, at the second press the foot point if it has one. False if nothing was moved; the
-// reason was told.
-bool Take_Position(TakenPosition& taken, QPoint map, const QString& title);
+// Moves the entry in hand: its place, at the second press the foot point if it has one; the status bar shows what was
+// entered. False if nothing was moved; the reason was told.
+bool Take_Position(TakenPosition& taken, const TypedPlace& place, const QString& title);
 // Will the next press move the foot point?
 bool Foot_Is_Next(const TakenPosition& taken);
 // Puts the entry back where it was.

@@ -12,8 +12,7 @@ bool Shows_Coordinates() {
   return frmMDI.mouseUnit == MouseUnit::Coordinates && (Coord.Metric() || (Coord.Geographic() && Coord.NetReady));
 }
 
-PanelTexts Metric_Texts(QPoint map) {
-  const QPointF place = Pixel_To_Koord(Coord, map.x(), map.y());
+PanelTexts Metric_Texts(QPointF place) {
   PanelTexts texts;
   texts.kind =
       Coord.Grid == gridUtm ? QStringLiteral(" UTM-Koordinaten ") : QStringLiteral(" Gauß-Krüger-Koordinaten ");
@@ -23,9 +22,7 @@ PanelTexts Metric_Texts(QPoint map) {
   return texts;
 }
 
-PanelTexts Geographic_Texts(QPoint map) {
-  double longitude = 0, latitude = 0;
-  if (Pixel_To_Grad(Coord, map.x(), map.y(), longitude, latitude) != 1) return {};
+PanelTexts Geographic_Texts(double longitude, double latitude) {
   const CoordinateTexts read = Grad_Texts(Coord, longitude, latitude);
   PanelTexts texts;
   texts.kind = Coord.NetPKG ? QStringLiteral("Gauss-Krüger Koordinaten Zone: ") + Coord.PkgZone
@@ -34,6 +31,13 @@ PanelTexts Geographic_Texts(QPoint map) {
   texts.position = read.first;
   texts.beside = read.second;
   return texts;
+}
+
+PanelTexts Texts_At(QPoint map) {
+  if (Coord.Metric()) return Metric_Texts(Pixel_To_Koord(Coord, map.x(), map.y()));
+  double longitude = 0, latitude = 0;
+  if (Pixel_To_Grad(Coord, map.x(), map.y(), longitude, latitude) != 1) return {};
+  return Geographic_Texts(longitude, latitude);
 }
 
 }  // namespace
@@ -45,9 +49,15 @@ QString Cursor_Tag() {
 
 PanelTexts Cursor_Texts(QPoint map) {
   PanelTexts texts;
-  if (Shows_Coordinates()) texts = Coord.Metric() ? Metric_Texts(map) : Geographic_Texts(map);
+  if (Shows_Coordinates()) texts = Texts_At(map);
   if (texts.position.isEmpty()) texts = {{}, Pixel_Text(map), {}};
   return texts;
+}
+
+PanelTexts Coordinate_Texts(double right, double high) {
+  if (Coord.Metric()) return Metric_Texts({Rechtswert_Of_Net(Coord, right), high});
+  if (!Coord.NetPKG) return Geographic_Texts(right, high);
+  return Geographic_Texts((Rechtswert_Of_Net(Coord, right) - Coord.PkgR) / 1000, (high - Coord.PkgH) / 1000);
 }
 
 QString Pixel_Text(QPoint map) {

@@ -16,5 +16,7 @@ struct PanelTexts {
 // Of a position in map pixels. Where it has no coordinates, `kind` and `beside` are empty and the position is in
 // pixels.
 PanelTexts Cursor_Texts(QPoint map);
+// Of a coordinate as it was entered: Rechtswert and Hochwert in metres, or longitude and latitude in degrees.
+PanelTexts Coordinate_Texts(double right, double high);
 // The position alone, in map pixels or millimetres: "|_ 12 : 34 Pixel".
 QString Pixel_Text(QPoint map);

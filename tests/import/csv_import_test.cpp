@@ -1,6 +1,7 @@
 #include <QFile>
 
 #include "coordinates/calibration_file.h"
+#include "coordinates/conversions.h"
 #include "import/csv_import.h"
 #include "import/csv_place.h"
 #include "platform/progress.h"
@@ -162,6 +163,46 @@ TEST_F(CsvTest, JudgesZonesAndEdgesOfTheMap) {
   EXPECT_EQ(place("4646000", "5512000").at, QPoint(701, 1486)) << "a net that counts with the zone in front";
 }
 
+// Nets differ in whether their Rechtswerte have the zone in front; tables do too, row by row.
+TEST_F(CsvTest, SixAndSevenDigitsMeanTheSameOnEveryPlaneNet) {
+  const auto places = [](std::initializer_list<QStringView> rights, QStringView high) {
+    CsvTable table;
+    table.CsvTyp = QStringLiteral("GAUSS");
+    EXPECT_TRUE(Csv_Fits_Net(table, Coord));
+    QList<QPoint> found;
+    for (const QStringView right : rights) {
+      CsvRecord record;
+      record.x = right;
+      record.y = high;
+      const CsvPlace place = Csv_Place_Of(table, Coord, record);
+      EXPECT_TRUE(place.onMap) << qPrintable(place.reason);
+      found << place.at;
+    }
+    return found;
+  };
+  Coord.Grid = gridGaussKrueger;
+  Coord.ZoneNumber = 4;
+  Coord.GridH = 5511000;
+  Coord.Inclin = 0;
+  for (const int right : {432000, 4432000}) {
+    Coord.GridR = right;
+    const QPoint there(701 + 473, 1486);  // a kilometre east
+    EXPECT_EQ(places({u"433000", u"4433000"}, u"5511000"), QList<QPoint>({there, there})) << right;
+  }
+  // The same numbers in a net of curves that counts in kilometres.
+  ASSERT_EQ(Read_Cal(QStringLiteral(FLURAX_TEST_DATA "/kalibrierung/c_gms.cal"), {3000, 2200}, Coord), -1);
+  Coord.NetPKG = true;
+  Coord.PkgZone = QStringLiteral("4");
+  Coord.PkgH = 5500000;
+  double x = 0, y = 0;
+  ASSERT_EQ(Grad_To_Pixel(Coord, 11.08, 49.76, x, y), onMap);
+  const QPoint there(qRound(x), qRound(y));
+  for (const double right : {400000.0, 4400000.0}) {
+    Coord.PkgR = right;
+    EXPECT_EQ(places({u"411080", u"4411080"}, u"5549760"), QList<QPoint>({there, there})) << right;
+  }
+}
+
 TEST_F(CsvTest, ReadsDegreesInBothWays) {
   EXPECT_DOUBLE_EQ(Read_Degrees(u"11,5").value_or(0), 11.5);
   EXPECT_DOUBLE_EQ(Read_Degrees(u"- 11.25 °").value_or(0), -11.25);
@@ -232,7 +273,7 @@ TEST_F(CsvTest, PushesEqualCoordinatesApartAndKeepsThemOnTheMap) {
   EXPECT_EQ(taken.Take({5, 1}), QPoint(7, 0));
   EXPECT_EQ(taken.Take({3, 2}), QPoint(3, 2));
   EXPECT_EQ(taken.Take({5, 1}), QPoint(1, 3)) << "past those that are taken, the other way";
-  EXPECT_EQ(taken.Take({5, 1}), std::nullopt);
+  EXPECT_EQ(taken.Take({5, 1}), QPoint(5, 1)) << "no room on either side: on the place of the first";
 }
 
 TEST_F(CsvTest, RefusedLinesAreToldAsLongAsTheUserWants) {

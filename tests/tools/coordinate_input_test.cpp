@@ -54,9 +54,8 @@ TEST_F(CoordinateTest, TheStatusBarTellsWhereTheMouseIs) {
 }
 
 TEST_F(CoordinateTest, TypedNumbersComeToTheirPlace) {
-  const std::optional<QPoint> place = QPoint(300, 100);
   for (const char* right : {"647000", "647 000", "R 647000", "647000,4", "646999.9"})
-    EXPECT_EQ(GridPix(form(), Typed(right, "5517000")), place) << right;
+    EXPECT_EQ(GridPix(form(), Typed(right, "5517000")).value().map, QPoint(300, 100)) << right;
   const auto clicked = Show_Cursor_Coords({300, 100});
   ASSERT_TRUE(clicked);
   EXPECT_EQ(clicked->valueR + clicked->valueH, QStringLiteral("6470005517000"));
@@ -92,13 +91,13 @@ TEST_F(CoordinateTest, AnEntryGoesToItsPlaceThenItsFootPoint) {
   {
     MessageScript script;
     script.Expect(QStringLiteral("Karteneintrag aus"));
-    EXPECT_FALSE(Take_Position(taken, {300, 100}, QStringLiteral("Titel")));
+    EXPECT_FALSE(Take_Position(taken, {{300, 100}, 647001, 5517002}, QStringLiteral("Titel")));
   }
   ASSERT_TRUE(Take_Entry(key));
-  ASSERT_TRUE(Take_Position(taken, {300, 100}, QStringLiteral("Titel")));
+  ASSERT_TRUE(Take_Position(taken, {{300, 100}, 647001, 5517002}, QStringLiteral("Titel")));
   EXPECT_TRUE(Foot_Is_Next(taken));
-  EXPECT_EQ(InfoBar.Panel[1], QStringLiteral("Ost:647 000   Nord:5517 000 m"));
-  ASSERT_TRUE(Take_Position(taken, {320, 150}, QStringLiteral("Titel")));
+  EXPECT_EQ(InfoBar.Panel[1], QStringLiteral("Ost:647 001   Nord:5517 002 m")) << "as entered";
+  ASSERT_TRUE(Take_Position(taken, {{320, 150}, 647100, 5516750}, QStringLiteral("Titel")));
   rsEntries->SetBookmark(key);
   EntryRow now = Read_Entry(*rsEntries);
   EXPECT_EQ(QPoint(now.Xmap, now.Ymap), QPoint(300, 100));

@@ -104,7 +104,7 @@ TEST_F(RasterWindow, TheFieldIsDraggedAndFaultsShowTheirTab) {
   EXPECT_FALSE(Raster_Preview_Shown()) << "another size, another preview";
   Press(Frm(), "optGesamt");
   MessageScript messages;
-  messages.Expect(QStringLiteral("Zuviele Planquadrate. 60000"));
+  messages.Expect(QStringLiteral("Step: 7\n\nZuviele Planquadrate. 60000"));
   Press(Frm(), "btnVorschau");
   EXPECT_FALSE(Raster_Preview_Shown());
   Choose(QStringLiteral("mnuMapClose"));

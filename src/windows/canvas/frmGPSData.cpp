@@ -111,7 +111,7 @@ void FrmGPSData::Leave_Box(bool easting) {
   box->setText(Box_Text(form, easting, box->text()));
 }
 
-std::optional<QPoint> FrmGPSData::Typed_Place() {
+std::optional<TypedPlace> FrmGPSData::Typed_Place() {
   for (const auto& [entered, box] : {std::pair(enteredR, ui->txtRW), std::pair(enteredH, ui->txtHW)}) {
     if (entered) continue;
     Message_Box(QStringLiteral("Bitte geben Sie eine Koordinate ein."), MsgButtons::Ok, MsgIcon::Information,
@@ -132,7 +132,7 @@ void FrmGPSData::Show() {
   if (!place) return;
   if (!Map.PositionMark) viewBefore = {Map.ViewLeft, Map.ViewTop};
   taken = {};
-  Show_Place(*place);
+  Show_Place(place->map);
   ui->lblInfo->setText(shown);
   Show_Taken();
 }

@@ -29,7 +29,7 @@ class FrmGPSData : public QDialog {
   void Take_Click(QPoint map);
   void Show_Labels();
   void Leave_Box(bool easting);
-  std::optional<QPoint> Typed_Place();
+  std::optional<TypedPlace> Typed_Place();
   void Show();
   void Take();
   void Set_Back();
