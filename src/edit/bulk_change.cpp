@@ -1,6 +1,5 @@
 #include "edit/bulk_change.h"
 
-#include "edit/visibility.h"
 #include "hand/activation.h"
 #include "hand/tool_state.h"
 #include "platform/message_box.h"
@@ -124,7 +123,6 @@ void Show_Changed_Entries() {
   events.TableChanged.Emit();
   Map_Redraw();
   if (Toolbar1.Tag == QLatin1String("Norm")) Set_Toolbar(0, ToolMode::Norm);
-  Set_Visibility_Menus();
   events.StateChanged.Emit();
 }
 

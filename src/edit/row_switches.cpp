@@ -2,8 +2,6 @@
 
 #include "edit/bulk_change.h"
 #include "hand/activation.h"
-#include "state/events.h"
-#include "state/mdi_state.h"
 
 namespace {
 
@@ -36,8 +34,6 @@ void Round_Corners() {
                   row.Typ = type.ToNumber();
                 }),
                 edgeTitle);
-  Set_Edge_Menu();
-  events.StateChanged.Emit();
 }
 
 void Toggle_Label() {
@@ -46,13 +42,4 @@ void Toggle_Label() {
                   if (EntryType::Parse(row.Typ).IsPolygon()) row.Groesse = row.Groesse == 0 ? -labelSize : -row.Groesse;
                 }),
                 labelTitle);
-}
-
-void Set_Edge_Menu() {
-  MenuState& menu = Menu(QStringLiteral("mnuKanten"));
-  const bool entry = On_Current_Entry();
-  const EntryType type = entry ? EntryType::Parse(static_cast<int>(rsEntries->Integer(column::Typ))) : EntryType{};
-  menu.Enabled = Other_Edges(type.Kind()) != type.Kind();
-  const bool rounded = type.Kind() == EntryKind::PolygonRound || type.Kind() == EntryKind::FreeFigureRound;
-  menu.Caption = rounded ? QStringLiteral("Kanten eckig") : QStringLiteral("Kanten abrunden");
 }

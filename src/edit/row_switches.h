@@ -1,6 +1,4 @@
 #pragma once
 // Switches of the current row. Each is one transaction and one redraw; a row that has no such switch stays as it is.
-void Round_Corners();  // lines, areas and free figures: straight edges or rounded ones; sets the menu's caption
+void Round_Corners();  // lines, areas and free figures: straight edges or rounded ones
 void Toggle_Label();   // lines and areas: label shown or not (sign of Größe)
-// Caption of the menu entry "mnuKanten" by the current row: "Kanten eckig" when rounded, else "Kanten abrunden".
-void Set_Edge_Menu();

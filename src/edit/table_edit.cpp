@@ -5,7 +5,6 @@
 #include <array>
 #include <limits>
 
-#include "edit/visibility.h"
 #include "hand/activation.h"
 #include "objects/scale_bar.h"
 #include "platform/message_box.h"
@@ -162,7 +161,6 @@ void Row_Changed(qint64 key) {
     events.CurrentRowChanged.Emit();
     return;
   }
-  Set_Visibility_Menus();
   Take_Entry(bookmark);
 }
 

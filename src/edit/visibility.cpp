@@ -85,27 +85,3 @@ void Activate_All_Inactive() {
   const auto changes = Collect_Changes([](EntryRow& row, qint64) { Set_Inactive(row, false); });
   Write_Changes(changes, activityTitle, undoActivity);
 }
-
-void Set_Visibility_Menus() {
-  const bool entry = On_Current_Entry();
-  const bool hidden = entry && EntryType::Parse(static_cast<int>(rsEntries->Integer(column::Typ))).hidden &&
-                      !EntryId::Parse(rsEntries->Text(column::ID)).IsNorthArrow();
-  const bool inactive = entry && EntryId::Parse(rsEntries->Text(column::ID)).inactive;
-  const auto mark = [entry](const char* menu, bool yes) {
-    const QString name = QString::fromLatin1(menu);
-    Menu(name + QStringLiteral("Ja")).Checked = entry && yes;
-    Menu(name + QStringLiteral("Nein")).Checked = entry && !yes;
-  };
-  mark("mnuObjVis", hidden);
-  mark("mnuObjActiv", inactive);
-  MenuState& visible = Menu(QStringLiteral("mnuObjVisNo"));
-  visible.Caption = hidden ? QStringLiteral("aktuelles Objekt sichtbar machen")
-                           : QStringLiteral("aktuelles Objekt unsichtbar machen");
-  MenuState& active = Menu(QStringLiteral("mnuObjActNo"));
-  active.Caption =
-      inactive ? QStringLiteral("aktuelles Objekt aktivieren") : QStringLiteral("aktuelles Objekt de-aktivieren");
-  visible.Enabled = active.Enabled = entry;
-  Menu(QStringLiteral("mnuObjVisX")).Enabled = Menu(QStringLiteral("mnuObjActX")).Enabled = Map.MarkCount > 0;
-  Menu(QStringLiteral("mnuObjVisAll")).Enabled = Map.HiddenCount > 0;
-  Menu(QStringLiteral("mnuObjActAll")).Enabled = Map.InactiveCount > 0;
-}

@@ -7,6 +7,3 @@ void Show_All_Hidden();        // mnuObjVisAll
 void Deactivate_Current();     // mnuObjActNo
 void Deactivate_Marked();      // mnuObjActX
 void Activate_All_Inactive();  // mnuObjActAll
-// Captions "aktuelles Objekt unsichtbar machen" / "aktuelles Objekt sichtbar machen" and the "Ja"/"Nein" marks by the
-// current row: mnuObjVisJa (hidden), mnuObjVisNein, mnuObjActivJa (inactive), mnuObjActivNein.
-void Set_Visibility_Menus();

@@ -1,9 +1,7 @@
 #include "hand/activation.h"
 
 #include "edit/marks.h"
-#include "edit/row_switches.h"
 #include "edit/text_font.h"
-#include "edit/visibility.h"
 #include "hand/hand_controls.h"
 #include "hand/hand_texts.h"
 #include "hand/tool_state.h"
@@ -163,8 +161,6 @@ void Activate_Entry() {
   Place_Controls(row);
   Find_Group(row);
   InfoBar.Panel[0] = Entry_Status_Text();
-  Set_Visibility_Menus();
-  Set_Edge_Menu();
   Show_Hand();
   events.InfoBarChanged.Emit();
 }
@@ -295,7 +291,6 @@ void Hand_Before_Redraw() {
 }
 
 void Hand_After_Redraw() {
-  Follow_Counts();
   if (dragState.Active() || (Map.InHand.isEmpty() && !Text_Is_New())) return;
   placedView = View_Now();
   if (Text_Is_New()) {

@@ -37,6 +37,18 @@ void With_Button(const char* key, Change&& change) {
   if (ToolButton* button = Toolbar1.Button(QString::fromLatin1(key))) change(*button);
 }
 
+// Where there is nothing to do for them, buttons of marked, hidden and inactive entries stay away.
+void Dress_Counts() {
+  for (const char* key : {"rechts", "links", "oben", "unten", "gleich", "Gruppe", "MarkDel", "unmark"})
+    With_Button(key, [](ToolButton& button) { button.Visible = Map.MarkCount > 0; });
+  With_Button("gleich", [](ToolButton& button) { button.Visible = Map.MarkCount > 1; });
+  With_Button("Ein", [](ToolButton& button) {
+    button.Visible = Map.HiddenCount > 0;
+    button.ToolTipText = QString::number(Map.HiddenCount) + QStringLiteral(" unsichtbare Karteneinträge");
+  });
+  With_Button("Akt", [](ToolButton& button) { button.Visible = Map.InactiveCount > 0; });
+}
+
 void Dress_Norm() {
   With_Button("Map", [](ToolButton& button) { button.Value = Map.Visible; });
   With_Button("Tbl", [](ToolButton& button) {
@@ -46,7 +58,7 @@ void Dress_Norm() {
   With_Button("Ein", [](ToolButton& button) { button.Tag = QStringLiteral("Ein"); });
   With_Button("Akt", [](ToolButton& button) { button.Tag = QStringLiteral("Nak"); });
   Show_Chosen_Tool();
-  Follow_Counts();
+  Dress_Counts();
 }
 
 // The row whose tools are shown; an empty one for a text that is still being typed.
@@ -117,10 +129,7 @@ void Dress_Entry() {
 void Set_Toolbar(int active, ToolMode mode) {
   const BusyPointer busy;
   const QString state = State_Word(mode);
-  if (mode == ToolMode::Norm && active != 0 && Toolbar1.Tag == QLatin1String("Norm")) {
-    Set_Entry_Menus(true);
-    return events.StateChanged.Emit();
-  }
+  if (mode == ToolMode::Norm && active != 0 && Toolbar1.Tag == QLatin1String("Norm")) return events.StateChanged.Emit();
   Fill_Toolbar(state);
   if (mode == ToolMode::Norm) {
     if (active == 0) Map.LupeOn = false;  // its button is gone
@@ -134,15 +143,7 @@ void Set_Toolbar(int active, ToolMode mode) {
     for (ToolButton& button : Toolbar1.buttons) button.Enabled = true;
     Dress_Entry();
   }
-  Set_Entry_Menus(active != 0);
   events.StateChanged.Emit();
-}
-
-void Set_Entry_Menus(bool entryInHand) {
-  static constexpr const char* ofEntry[] = {"mnuObjFore", "mnuObjBack", "mnuEintrDupl", "mnuEintrCopy",
-                                            "mnuObjDel",  "AdObj",      "AdObjLin",     "AdNo"};
-  for (const char* menu : ofEntry) Menu(QLatin1String(menu)).Enabled = entryInHand;
-  Menu(QStringLiteral("mnuObjInsert")).Enabled = !entryInHand;
 }
 
 ToolMode Tool_Mode_Of(const EntryRow& row) {
@@ -156,21 +157,12 @@ ToolMode Tool_Mode_Of(const EntryRow& row) {
   return FontSpec::Parse(row.Schrift).IsSymbol() ? ToolMode::Symbol : ToolMode::Text;
 }
 
-void Follow_Counts() {
-  if (Toolbar1.Tag != QLatin1String("Norm")) return;
-  for (const char* key : {"rechts", "links", "oben", "unten", "gleich", "Gruppe", "MarkDel", "unmark"})
-    With_Button(key, [](ToolButton& button) { button.Visible = Map.MarkCount > 0; });
-  With_Button("gleich", [](ToolButton& button) { button.Visible = Map.MarkCount > 1; });
-  With_Button("Ein", [](ToolButton& button) {
-    button.Visible = Map.HiddenCount > 0;
-    button.ToolTipText = QString::number(Map.HiddenCount) + QStringLiteral(" unsichtbare Karteneinträge");
-  });
-  With_Button("Akt", [](ToolButton& button) { button.Visible = Map.InactiveCount > 0; });
+void Dress_Toolbar() {
+  if (Toolbar1.Tag == QLatin1String("Norm")) Dress_Norm();
 }
 
 void Insert_Popup(int x, int y) {
   Map.PopupAt = {x, y};
-  Set_Entry_Menus(Entry_In_Hand());
   events.StateChanged.Emit();
   events.PopupWanted.Emit();
 }

@@ -8,14 +8,13 @@
 enum class ToolMode { Norm = 0, Text = 1, Area = 2, Line = 3, Figure = 4, Picture = 5, Symbol = 6 };
 
 // `active` -1: an entry is being edited, 0: none. Rebuilds Toolbar1 (Tag "Norm", "Text", "Ply", "Ln", "Fig", "Bild",
-// "Symbol") with captions, tips and tags, and the entry menus. (-1, Norm) in the state "Norm" only sets the menus.
+// "Symbol") with captions, tips and tags. (-1, Norm) in the state "Norm" leaves the buttons as they are.
 void Set_Toolbar(int active, ToolMode mode);
-// Enables the entry menus by the flag and the second group by its opposite.
-void Set_Entry_Menus(bool entryInHand);
 // State that belongs to a row; Norm for rows without tools of their own (scale bar, north arrow, plan squares).
 ToolMode Tool_Mode_Of(const EntryRow& row);
-// In the state "Norm" the buttons of the marks, "Ein" and "Akt" follow the counts of the last redraw.
-void Follow_Counts();
+// In the state "Norm": pressed buttons, and those of marks, "Ein" and "Akt" by the counts of the last redraw. Asked for
+// when the windows are synced.
+void Dress_Toolbar();
 // Popup of the right mouse button at a window position: "Objekt einfügen" on the empty map, else what an entry can do.
 void Insert_Popup(int x, int y);
 // Toggles the magnifier: on, clicks zoom in; off, a redraw.

@@ -2,13 +2,6 @@
 
 #include <algorithm>
 
-#include "hand/activation.h"
-#include "state/coordinate_state.h"
-#include "state/global_state.h"
-#include "state/map_state.h"
-#include "state/mdi_state.h"
-#include "store/entry.h"
-
 namespace {
 
 constexpr auto menu = MenuKind::Menu;
@@ -17,64 +10,6 @@ constexpr auto list = MenuKind::List;
 constexpr auto entry = MenuKind::Entry;
 
 MenuRow Line(const QString& parent) { return {parent, {}, {}, {}, {}, {}, MenuKind::Separator}; }
-
-// The row of the entry in hand; a row without kind where there is none.
-EntryType Type_In_Hand() {
-  if (!Entry_In_Hand() || !rsEntries || rsEntries->Position() < 1) return {};
-  return EntryType::Parse(static_cast<int>(rsEntries->Integer(column::Typ)));
-}
-
-bool Needs_Met(MenuNeeds needs) {
-  switch (needs) {
-    case MenuNeeds::Nothing:
-      return true;
-    case MenuNeeds::EntryInHand:
-      return Entry_In_Hand();
-    case MenuNeeds::NoEntryInHand:
-      return !Entry_In_Hand();
-    case MenuNeeds::Picture:
-      return Type_In_Hand().Kind() == EntryKind::Picture;
-    case MenuNeeds::Font: {
-      const EntryType type = Type_In_Hand();
-      return !Entry_In_Hand() || Map.InHand.isEmpty() || type.IsText() || type.IsPolygon();
-    }
-    case MenuNeeds::Foot: {
-      const EntryType type = Type_In_Hand();
-      const bool canHaveOne = Entry_In_Hand() && (type.base <= 3 || type.base == 5 || type.base == 7);
-      return canHaveOne && rsEntries->Integer(column::Xline) > 0;
-    }
-    case MenuNeeds::Corners: {
-      const EntryType type = Type_In_Hand();
-      return type.IsPolygon() || type.IsFreeFigure();
-    }
-    case MenuNeeds::Fill: {
-      const EntryType type = Type_In_Hand();
-      if (!Entry_In_Hand() || type.IsFigure() || type.Kind() == EntryKind::PlanSquare) return true;
-      return type.IsPolygon() && EntryId::Parse(rsEntries->Text(column::ID)).IsArea();
-    }
-    case MenuNeeds::Figure:
-      return Type_In_Hand().IsFigure();
-    case MenuNeeds::Marks:
-      return Map.MarkCount > 0;
-    case MenuNeeds::TwoMarks:
-      return Map.MarkCount > 1;
-    case MenuNeeds::Target:
-      return Type_In_Hand().IsPolygon() && Map.MarkCount > 0;
-    case MenuNeeds::Hidden:
-      return Map.HiddenCount > 0;
-    case MenuNeeds::Inactive:
-      return Map.InactiveCount > 0;
-    case MenuNeeds::Template:
-      return frmMDI.HasTemplate;
-    case MenuNeeds::Net:
-      return Coord.Grid != gridNone;
-    case MenuNeeds::PlanSquares:
-      return frmMDI.HasPlanSquares;
-    case MenuNeeds::Entries:
-      return Entry_Count() > 0;
-  }
-  return true;
-}
 
 std::vector<MenuRow> Map_Rows() {
   const QString in = QStringLiteral("mnuKarte");
@@ -549,18 +484,6 @@ const MenuRow* Menu_Row(const QString& key) {
   const auto found = std::find_if(rows.begin(), rows.end(), [&](const MenuRow& row) { return row.key == key; });
   return key.isEmpty() || found == rows.end() ? nullptr : &*found;
 }
-
-QString Menu_Caption(const MenuRow& row) {
-  const QString& told = Menu(row.key).Caption;
-  return told.isEmpty() ? row.caption : told;
-}
-
-bool Menu_Checked(const MenuRow& row) {
-  if (row.key == QLatin1String("mnuGridXYShow")) return frmMDI.mouseUnit == MouseUnit::Coordinates;
-  return Menu(row.key).Checked;
-}
-
-bool Menu_Enabled(const MenuRow& row) { return Menu(row.key).Enabled && (!frmMDI.MapOpen || Needs_Met(row.needs)); }
 
 const QStringList& Popup_Table() {
   static const QStringList keys = {QStringLiteral("mnuObjInsert"),

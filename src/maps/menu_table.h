@@ -53,7 +53,7 @@ const std::vector<MenuRow>& Menu_Table();
 const MenuRow* Menu_Row(const QString& key);
 inline constexpr int menuListLines = 10;
 
-// Caption of the entry as it is to be shown now.
+// What an entry looks like now is a function of the state. Caption of the entry:
 QString Menu_Caption(const MenuRow& row);
 // The check mark of a MenuKind::Check.
 bool Menu_Checked(const MenuRow& row);

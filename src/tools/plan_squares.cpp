@@ -22,12 +22,6 @@ QRgb Color_Of(int number) { return Palette[number >= 0 && number < 16 ? static_c
 
 std::optional<RasterPreview> preview;
 
-void Set_Caption(const char* name, const QString& tag, const QString& caption) {
-  MenuState& menu = Menu(QString::fromLatin1(name));
-  menu.Tag = tag;
-  menu.Caption = caption;
-}
-
 }  // namespace
 
 // Labels -------------------------------------------------------------------------------------------------------------
@@ -227,20 +221,11 @@ void Take_Bereich(std::function<void(QRect)> taken, std::function<void()> droppe
 
 // Switches -----------------------------------------------------------------------------------------------------------
 
-bool Raster_Active() { return Menu(QStringLiteral("mnuRasterAktiv")).Tag == QLatin1String("1"); }
+bool Raster_Active() { return frmMDI.RasterActive; }
 
 void Set_Raster_Active(bool active) {
-  Set_Caption("mnuRasterAktiv", active ? QStringLiteral("1") : QStringLiteral("0"),
-              active ? QStringLiteral("de-aktivieren") : QStringLiteral("aktivieren"));
+  frmMDI.RasterActive = active;
   if (!active) Map.lblPLQ.Visible = false;
-}
-
-void Follow_Plan_Squares(bool any, bool visible) {
-  frmMDI.HasPlanSquares = any;
-  const bool shown = visible || !any;
-  Set_Caption("mnuRasterEinblenden", shown ? QStringLiteral("1") : QStringLiteral("0"),
-              shown ? QStringLiteral("ausblenden") : QStringLiteral("einblenden"));
-  if (!any || Menu(QStringLiteral("mnuRasterAktiv")).Tag.isEmpty()) Set_Raster_Active(false);
 }
 
 void Toggle_Raster_Active() {
@@ -251,7 +236,7 @@ void Toggle_Raster_Active() {
 
 void Toggle_Raster_Visible() {
   if (Entry_In_Hand() && !End_Entry()) return;
-  const bool show = Menu(QStringLiteral("mnuRasterEinblenden")).Tag == QLatin1String("0");
+  const bool show = !frmMDI.RasterShown;
   if (show) Set_Raster_Active(true);
   Show_Raster(show);
 }

@@ -71,8 +71,6 @@ void Take_Bereich(std::function<void(QRect field)> taken, std::function<void()> 
 // Only while the raster is active do its squares take clicks.
 bool Raster_Active();
 void Set_Raster_Active(bool active);
-// Captions of the menu, told by a redraw what the map has.
-void Follow_Plan_Squares(bool any, bool visible);
 void Toggle_Raster_Active();   // mnuRasterAktiv
 void Toggle_Raster_Visible();  // mnuRasterEinblenden
 void mnuRasterDelete_Click();

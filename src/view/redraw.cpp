@@ -55,7 +55,9 @@ void Show_Counts(const DrawCounts& counts) {
   Map.HiddenCount = counts.hidden;
   Map.InactiveCount = counts.inactive;
   frmMDI.HasHidden = counts.hidden > 0;
-  Follow_Plan_Squares(counts.planRows > 0, counts.planShown > 0);
+  frmMDI.HasPlanSquares = counts.planRows > 0;
+  frmMDI.RasterShown = counts.planShown > 0 || !frmMDI.HasPlanSquares;
+  if (!frmMDI.HasPlanSquares) frmMDI.RasterActive = Map.lblPLQ.Visible = false;
   const QString text = Count_Text(counts.hidden, counts.inactive);
   InfoBar.Panel[2] = text.isEmpty() ? Tbl.DBGrid1.Caption : text;
   frmMDI.Enabled = true;

@@ -1,6 +1,7 @@
 #include "edit/visibility.h"
 
 #include "edit/marks.h"
+#include "maps/menu_table.h"
 #include "support/bulk_fixture.h"
 
 namespace {
@@ -11,8 +12,8 @@ TEST_F(Visibility, CurrentRowTogglesAndMenusFollow) {
   const QString text = Add_Text("a"), arrow = Add(Make(3, "Text", "b", 1, 1, 5, 5));
   Hide_Current();
   EXPECT_EQ(Typ(arrow), -3);
-  EXPECT_EQ(Menu("mnuObjVisNo").Caption, QString("aktuelles Objekt sichtbar machen"));
-  EXPECT_TRUE(Menu("mnuObjVisJa").Checked);
+  EXPECT_EQ(Menu_Caption(*Menu_Row("mnuObjVisNo")), QString("aktuelles Objekt sichtbar machen"));
+  EXPECT_TRUE(Menu_Checked(*Menu_Row("mnuObjVisJa")));
   Hide_Current();
   EXPECT_EQ(Typ(arrow), 3);
   Go(text);
@@ -45,7 +46,7 @@ TEST_F(Visibility, InactiveKeepsTheRestOfTheName) {
   const QString full = Add(Make(100, QString(79, 'x'), "", 1, 1)), line = Add(Make(4, name, "", 1, 1));
   Deactivate_Current();
   EXPECT_EQ(Row(line).ID, '-' + name);
-  EXPECT_TRUE(Menu("mnuObjActivJa").Checked);
+  EXPECT_TRUE(Menu_Checked(*Menu_Row("mnuObjActivJa")));
   EXPECT_EQ(Map.InactiveCount, 1);
   MessageScript script;
   script.Expect("80 Zeichen");

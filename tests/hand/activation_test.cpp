@@ -3,6 +3,7 @@
 #include "edit/order.h"
 #include "edit/row_switches.h"
 #include "edit/visibility.h"
+#include "maps/menu_table.h"
 #include "state/table_state.h"
 #include "support/hand_fixture.h"
 
@@ -287,7 +288,7 @@ TEST_F(Activation, TheHandFollowsTheRow) {
   EXPECT_FALSE(Map.Text2.Visible);
   EXPECT_FALSE(Toolbar1.Button("LnBez")->Value);
   Round_Corners();
-  EXPECT_EQ(Menu("mnuKanten").Caption, QStringLiteral("Kanten eckig"));
+  EXPECT_EQ(Menu_Caption(*Menu_Row("mnuKanten")), QStringLiteral("Kanten eckig"));
   EntryRow row = Row(line);
   EXPECT_EQ(std::tuple(row.Eintrag, row.Typ, row.Groesse), std::tuple(QStringLiteral("Bach"), 40, -12.0));
   Toggle_Label();

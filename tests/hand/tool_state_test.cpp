@@ -1,6 +1,7 @@
 #include "hand/tool_state.h"
 
 #include "hand/toolbar_table.h"
+#include "maps/menu_table.h"
 #include "state/dialog_hooks.h"
 #include "support/hand_fixture.h"
 
@@ -49,16 +50,28 @@ TEST_F(ToolState, TheToolbarFollowsTheKindOfTheRow) {
 }
 
 TEST_F(ToolState, InNormOnlyTheMenusChange) {
+  const auto enabled = [](const char* key) { return Menu_Enabled(*Menu_Row(QLatin1String(key))); };
+  const QString arrow = Add(Text_Row("Nordpfeil", 100, 100, -12));
   Set_Toolbar(0, ToolMode::Norm);
   Toolbar1.buttons.front().Caption = QStringLiteral("unberührt");
-  Set_Toolbar(-1, ToolMode::Norm);
+  ASSERT_TRUE(Take_Entry(arrow));
   EXPECT_EQ(Toolbar1.buttons.front().Caption, QStringLiteral("unberührt"));
-  EXPECT_TRUE(Menu("mnuObjFore").Enabled);
-  EXPECT_FALSE(Menu("mnuObjInsert").Enabled);
-  Set_Toolbar(0, ToolMode::Norm);
+  EXPECT_TRUE(enabled("mnuObjFore"));
+  EXPECT_FALSE(enabled("mnuObjInsert"));
+  ASSERT_TRUE(End_Entry());
   EXPECT_NE(Toolbar1.buttons.front().Caption, QStringLiteral("unberührt"));
-  EXPECT_FALSE(Menu("mnuObjFore").Enabled);
-  EXPECT_TRUE(Menu("mnuObjInsert").Enabled);
+  EXPECT_FALSE(enabled("mnuObjFore"));
+  EXPECT_TRUE(enabled("mnuObjInsert"));
+}
+
+TEST_F(ToolState, OfATextThatIsBeingTypedTheRowBelowSaysNothing) {
+  EntryRow picture = Text_Row("Bild.bmp", 100, 100, 5);
+  picture.Xline = 7;
+  Add(picture);
+  rsEntries->MoveLast();
+  New_Text(300, 300);
+  for (const char* key : {"mnuPicSize", "mnuFootDel", "mnuFigFill"})
+    EXPECT_FALSE(Menu_Enabled(*Menu_Row(QLatin1String(key)))) << key;
 }
 
 TEST_F(ToolState, ButtonsOfMarksAndHiddenRowsComeWithTheirNumber) {
@@ -85,6 +98,7 @@ TEST_F(ToolState, ButtonsOfMarksAndHiddenRowsComeWithTheirNumber) {
   inactive.ID = QStringLiteral("-Text");
   Add(inactive);
   Map_Redraw();
+  Dress_Toolbar();
   EXPECT_EQ(Toolbar1.Button("Ein")->ToolTipText, QStringLiteral("2 unsichtbare Karteneinträge"));
   EXPECT_TRUE(Toolbar1.Button("Ein")->Visible);
   EXPECT_TRUE(Toolbar1.Button("Akt")->Visible);

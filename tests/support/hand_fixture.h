@@ -89,6 +89,7 @@ class HandTest : public FluraxTest {
   // Keys of the buttons that can be seen.
   static QStringList Buttons() {
     QStringList keys;
+    Dress_Toolbar();
     for (const ToolButton& button : Toolbar1.buttons)
       if (button.Visible) keys.append(button.Key);
     return keys;

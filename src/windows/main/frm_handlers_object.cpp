@@ -13,6 +13,7 @@
 #include "hand/activation.h"
 #include "hand/tool_state.h"
 #include "maps/map_open.h"
+#include "maps/menu_table.h"
 #include "objects/north_arrow.h"
 #include "state/global_state.h"
 #include "state/map_state.h"
@@ -151,11 +152,11 @@ void Add_Object_Handlers(QHash<QString, Handler>& all) {
   all["mnuObjVisNo"] = Plain(Hide_Current);
   for (const char* key : {"mnuObjVisJa", "mnuObjVisNein"})
     all[key] = [key](QMainWindow&, int) {
-      if (!Menu(QLatin1String(key)).Checked) Hide_Current();
+      if (!Menu_Checked(*Menu_Row(QLatin1String(key)))) Hide_Current();
     };
   for (const char* key : {"mnuObjActivJa", "mnuObjActivNein"})
     all[key] = [key](QMainWindow&, int) {
-      if (!Menu(QLatin1String(key)).Checked) Deactivate_Current();
+      if (!Menu_Checked(*Menu_Row(QLatin1String(key)))) Deactivate_Current();
     };
   all["mnuObjVisX"] = Plain(Hide_Marked);
   all["mnuObjVisAll"] = Plain(Show_All_Hidden);

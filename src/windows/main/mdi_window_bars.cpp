@@ -6,6 +6,7 @@
 #include <QToolButton>
 
 #include "hand/activation.h"
+#include "hand/tool_state.h"
 #include "hand/toolbar_table.h"
 #include "state/map_state.h"
 #include "state/mdi_state.h"
@@ -243,6 +244,7 @@ void MdiWindow::Sync_Tool(QAction& action, const ToolButton& button) {
 }
 
 void MdiWindow::Sync_Toolbar() {
+  Dress_Toolbar();
   QStringList wanted;
   for (const ToolButton& button : Toolbar1.buttons) wanted << Toolbar1.Tag + button.Key;
   if (!toolbar || wanted != toolbarKeys) Rebuild_Toolbar();
