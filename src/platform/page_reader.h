@@ -1,10 +1,15 @@
 #pragma once
+#include <QByteArray>
 #include <optional>
-
-#include "platform/page_scanner.h"
+#include <variant>
+#include <vector>
 
 // The pages of a database file: tree pages, cells, records. All accesses are checked against the page and the file.
 namespace page_scanner {
+
+// Texts are bytes as they stand in the file; blobs are read as Null.
+using Field = std::variant<std::monostate, qint64, double, QByteArray>;
+using Fields = std::vector<Field>;
 
 struct Cell {
   qint64 key = 0;

@@ -6,7 +6,6 @@
 #include <set>
 
 #include "platform/database_inner.h"
-#include "platform/page_reader.h"
 
 namespace page_scanner {
 namespace {

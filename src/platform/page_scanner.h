@@ -2,18 +2,14 @@
 #include <QByteArray>
 #include <QString>
 #include <map>
-#include <variant>
 #include <vector>
 
 #include "platform/database.h"
+#include "platform/page_reader.h"
 
 // Reads the rows out of a damaged database file, page by page, without SQLite. Any content is taken: nothing in the
 // file is trusted.
 namespace page_scanner {
-
-// Texts are bytes as they stand in the file; blobs are read as Null.
-using Field = std::variant<std::monostate, qint64, double, QByteArray>;
-using Fields = std::vector<Field>;
 
 struct Table {
   QString name;  // empty if only the rows are left

@@ -4,7 +4,6 @@
 #include <array>
 
 #include "platform/error.h"
-#include "platform/surface_text.h"
 
 QRgb QBColor(int number) {
   static constexpr std::array<QRgb, 16> table{0xff000000, 0xff000080, 0xff008000, 0xff008080, 0xff800000, 0xff800080,
@@ -20,9 +19,4 @@ QImage Make_Canvas(int width, int height, QRgb color) {
   image.setDotsPerMeterY(3780);
   image.fill(color | 0xff000000);
   return image;
-}
-
-bool FontedSurface::SetFont(const FontKey& font) {
-  if (!(font == face->key)) face = &Font_Face(font);
-  return face->found;
 }

@@ -5,7 +5,10 @@
 // What all surfaces share: the current font, measured in 96-dpi pixels wherever it is drawn.
 class FontedSurface : public Surface {
  public:
-  bool SetFont(const FontKey& font) override;
+  bool SetFont(const FontKey& font) override {
+    if (!(font == face->key)) face = &Font_Face(font);
+    return face->found;
+  }
   const FontKey& Font() const override { return face->key; }
   int TextWidth(const QString& text) override { return face->TextWidth(text); }
   int TextHeight(const QString& text) override { return face->TextHeight(text); }

@@ -7,7 +7,6 @@
 #include "state/global_state.h"
 #include "state/mdi_state.h"
 #include "store/file_names.h"
-#include "store/log_record.h"
 
 namespace {
 constexpr int menuLines = 10, recordLimit = 21, mapKind = 1, tableKind = 2, textKind = 3, deletedKind = -2;

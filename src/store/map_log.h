@@ -2,17 +2,11 @@
 #include <QString>
 #include <vector>
 
-// "Map.log": the recent lists, records of 206 bytes (Kind, Order, MapNo as little-endian 16 bit, Path of 200 bytes).
-struct LogRecord {
-  int Kind = 0;   // 1 map, 2 table of a map, 3 note text, -2 deleted slot
-  int Order = 0;  // kinds 1, 3: 1 = newest; kind 2: running number, highest = newest
-  int MapNo = 0;  // kind 2: Order of its map
-  QString Path;
-  bool operator==(const LogRecord&) const = default;
-};
-// A path is stored in Windows-1252, in UTF-8 where that cannot hold it, and cut at 200 bytes: a cut path that names no
-// file is kept for its tables but shown in no menu. A damaged log is put aside as "Map_alt.log" with a message, and the
-// lists begin anew. Failures are shown, not raised.
+#include "store/log_record.h"
+
+// "Map.log": the recent lists. A path is stored in Windows-1252, in UTF-8 where that cannot hold it, and cut at 200
+// bytes: a cut path that names no file is kept for its tables but shown in no menu. A damaged log is put aside as
+// "Map_alt.log" with a message, and the lists begin anew. Failures are shown, not raised.
 std::vector<LogRecord> Read_Log_Records();
 
 // Fills the menus mnuMapFile (1), mnuOverlay (2, of the open map), mnuRecentFile (3), up to 10 lines each, newest

@@ -2,7 +2,6 @@
 #include <QString>
 
 #include "platform/error.h"
-#include "store/table_file.h"
 
 // What the files of the table file share.
 namespace table_file {

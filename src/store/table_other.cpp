@@ -12,6 +12,7 @@
 #include "store/file_names.h"
 #include "store/header_row.h"
 #include "store/map_log.h"
+#include "store/table_file.h"
 #include "store/table_file_inner.h"
 #include "store/table_file_texts.h"
 

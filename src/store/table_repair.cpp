@@ -9,6 +9,7 @@
 #include "state/table_state.h"
 #include "store/entry.h"
 #include "store/file_names.h"
+#include "store/table_file.h"
 #include "store/table_file_inner.h"
 #include "store/table_file_texts.h"
 

@@ -1,72 +1,33 @@
 #include <gmock/gmock.h>
 
-#include <QDir>
-#include <QDirIterator>
 #include <QFile>
 #include <QLibraryInfo>
-#include <QRegularExpression>
+#include <QSet>
+#include <algorithm>
 #include <functional>
-#include <map>
-#include <optional>
 
-#include "platform/files.h"
+#include "house/source_tree.h"
 #include "support/fixture.h"
 
-// The include lines of the sources, judged by the floors of docs/architecture.md.
+// The include lines of the sources, judged by the floors and knots of docs/architecture.md. A room is the source and
+// the header of one name.
 
 using namespace Qt::StringLiterals;
+using ::testing::IsEmpty;
 using ::testing::UnorderedElementsAre;
 
 namespace {
 
-// Path below src ("store/entry.h") -> content.
-using SourceTree = std::map<QString, QString>;
-
-// From the ground up. A floor names files without ending ("start/events") or patterns ("store/*", "*/frm*"). A full
-// name goes before a pattern, of patterns the topmost one counts.
+// From the ground up, a folder a line. Folders that share a line may know each other.
 using Floors = std::vector<QStringList>;
+using Knots = std::vector<QStringList>;          // rooms that know each other, sorted
+using Rooms = std::map<QString, QSet<QString>>;  // room -> the rooms it includes
 
 struct Include {
   QString name;
   int line = 0;
   bool angled = false;
 };
-
-const SourceTree& House_Tree() {
-  static const SourceTree tree = [] {
-    SourceTree files;
-    const QDir source(QStringLiteral(FLURAX_SOURCE_DIR "/src"));
-    QDirIterator walk(source.path(), {"*.h", "*.cpp"}, QDir::Files, QDirIterator::Subdirectories);
-    while (walk.hasNext()) {
-      const QString path = walk.next();
-      files[source.relativeFilePath(path)] = QString::fromUtf8(Read_Bytes(path));
-    }
-    return files;
-  }();
-  return tree;
-}
-
-// The block ```floors of the document.
-Floors House_Floors() {
-  const QString text = QString::fromUtf8(Read_Bytes(QStringLiteral(FLURAX_SOURCE_DIR "/docs/architecture.md")));
-  Floors floors;
-  for (const QString& line : text.section("```floors\n", 1).section("```", 0, 0).split('\n', Qt::SkipEmptyParts))
-    floors.push_back(line.simplified().split(' '));
-  return floors;
-}
-
-std::optional<size_t> Floor_Of(const QString& path, const Floors& floors) {
-  const QString stem = path.left(path.lastIndexOf('.'));
-  std::optional<size_t> byPattern;
-  for (size_t floor = 0; floor < floors.size(); ++floor) {
-    for (const QString& name : floors[floor]) {
-      if (name == stem) return floor + 1;
-      const QRegularExpression pattern(QRegularExpression::wildcardToRegularExpression(name));
-      if (pattern.match(stem).hasMatch()) byPattern = floor + 1;
-    }
-  }
-  return byPattern;
-}
 
 std::vector<Include> Includes_Of(const QString& content) {
   static const QRegularExpression pattern(uR"(^\s*#\s*include\s*(["<])([^">]+)[">])"_s);
@@ -88,78 +49,120 @@ bool Is_Widget_Header(const QString& name) {
   return false;
 }
 
-// Steps upward, files without a floor, widget headers below the windows.
+bool May_See_Widgets(const QString& path) { return path.startsWith("windows/") || path == "main.cpp"; }
+
+// Files and lines without each other, includes upward, widget headers below the windows.
 std::vector<QString> Floor_Faults(const SourceTree& tree, const Floors& floors) {
+  std::map<QString, size_t> floorOf;
+  for (size_t floor = 0; floor < floors.size(); ++floor)
+    for (const QString& folder : floors[floor]) floorOf[folder] = floor;
   std::vector<QString> faults;
+  QSet<QString> folders;
   for (const auto& [path, content] : tree) {
-    const auto floor = Floor_Of(path, floors);
-    if (!floor) faults.push_back(path + ": no floor");
-    for (const Include& include : Includes_Of(content)) {
-      const auto target = tree.contains(include.name) ? Floor_Of(include.name, floors) : std::nullopt;
-      const bool upward = include.angled ? floor < floors.size() && Is_Widget_Header(include.name) : target > floor;
-      if (upward) faults.push_back(u"%1:%2: %3"_s.arg(path).arg(include.line).arg(include.name));
+    folders << Folder_Of(path);
+    const auto floor = floorOf.find(Folder_Of(path));
+    if (floor == floorOf.end()) faults.push_back(path + ": no floor");
+    for (const auto& [name, line, angled] : Includes_Of(content)) {
+      const auto target = tree.contains(name) ? floorOf.find(Folder_Of(name)) : floorOf.end();
+      const bool upward = floor != floorOf.end() && target != floorOf.end() && target->second > floor->second;
+      if (upward || (angled && !May_See_Widgets(path) && Is_Widget_Header(name)))
+        faults.push_back(u"%1:%2: %3"_s.arg(path).arg(line).arg(name));
     }
   }
+  for (const auto& [folder, floor] : floorOf)
+    if (!folders.contains(folder)) faults.push_back(folder + ": empty floor");
   return faults;
 }
 
-// "a.h -> b.h -> a.h"
-std::vector<QString> Include_Circles(const SourceTree& tree) {
-  enum class State { Unseen, Open, Done };
-  std::map<QString, State> states;
-  QStringList road;
-  std::vector<QString> circles;
-  const std::function<void(const QString&)> visit = [&](const QString& path) {
-    states[path] = State::Open;
-    road << path;
-    for (const Include& include : Includes_Of(tree.at(path))) {
-      if (include.angled || !tree.contains(include.name)) continue;
-      if (states[include.name] == State::Open)
-        circles.push_back((road.mid(road.indexOf(include.name)) << include.name).join(" -> "));
-      else if (states[include.name] == State::Unseen)
-        visit(include.name);
-    }
-    road.removeLast();
-    states[path] = State::Done;
-  };
+Rooms Rooms_Of(const SourceTree& tree) {
+  const auto room = [](const QString& path) { return path.left(path.lastIndexOf('.')); };
+  Rooms rooms;
   for (const auto& [path, content] : tree)
-    if (states[path] == State::Unseen) visit(path);
-  return circles;
+    for (const Include& include : Includes_Of(content))
+      if (tree.contains(include.name) && room(include.name) != room(path)) rooms[room(path)] << room(include.name);
+  return rooms;
+}
+
+// The groups of rooms that reach each other; those of several folders are left to the floors.
+Knots Knots_Of(const Rooms& rooms) {
+  std::map<QString, QSet<QString>> reached;
+  for (const auto& [room, included] : rooms) {
+    const std::function<void(const QString&)> walk = [&, &seen = reached[room]](const QString& from) {
+      for (const QString& next : rooms.contains(from) ? rooms.at(from) : QSet<QString>()) {
+        if (seen.contains(next)) continue;
+        seen << next;
+        walk(next);
+      }
+    };
+    walk(room);
+  }
+  Knots knots;
+  for (const auto& [room, seen] : reached) {
+    QStringList knot;
+    for (const QString& other : seen)
+      if (reached.contains(other) && reached.at(other).contains(room)) knot << other;
+    knot.sort();
+    const bool oneFolder = std::all_of(
+        knot.begin(), knot.end(), [&room = room](const QString& other) { return Folder_Of(other) == Folder_Of(room); });
+    if (oneFolder && !knot.isEmpty() && knot.front() == room) knots.push_back(knot);
+  }
+  return knots;
+}
+
+std::vector<QString> Wide_Rooms(const Rooms& rooms, int most) {
+  std::vector<QString> wide;
+  for (const auto& [room, included] : rooms)
+    if (included.size() > most) wide.push_back(u"%1: %2"_s.arg(room).arg(included.size()));
+  return wide;
 }
 
 }  // namespace
 
-TEST(Floors, IncludesOfTheHouseRunDownwardWithoutACircle) {
-  ASSERT_FALSE(House_Floors().empty()) << "docs/architecture.md has lost its list of floors";
-  ASSERT_GT(House_Tree().size(), 60U);
-  EXPECT_THAT(Floor_Faults(House_Tree(), House_Floors()), ::testing::IsEmpty());
-  EXPECT_THAT(Include_Circles(House_Tree()), ::testing::IsEmpty());
+TEST(Floors, IncludesOfTheHouseRunDownward) {
+  ASSERT_GT(Block_Of_Document("floors").size(), 10U) << "docs/architecture.md has lost its list of floors";
+  ASSERT_GT(House_Tree().size(), 300U);
+  EXPECT_THAT(Floor_Faults(House_Tree(), Block_Of_Document("floors")), IsEmpty());
 }
 
-// What the list calls a window must be what the build puts into the library of windows, else a file could include
-// widgets here and fail to link there, or the other way round.
-TEST(Floors, WindowsOfTheListAreWindowsOfTheBuild) {
-  const Floors floors = House_Floors();
-  for (const char* name : {"windows/maps/frmMDI.h", "windows/canvas/map_window.cpp", "windows/store/tbl_window.h"})
-    EXPECT_EQ(Floor_Of(name, floors), floors.size()) << name;
-  EXPECT_LT(Floor_Of("store/entry.cpp", floors), Floor_Of("maps/map_open.cpp", floors));
+TEST(Floors, OnlyTheNamedRoomsKnowEachOther) {
+  const Knots named = Block_Of_Document("knots");
+  EXPECT_THAT(Knots_Of(Rooms_Of(House_Tree())), ::testing::UnorderedElementsAreArray(named));
+  qsizetype rooms = 0;
+  for (const QStringList& knot : named) rooms += knot.size();
+  EXPECT_LE(rooms, 8);
+}
+
+TEST(Floors, NoRoomIncludesMoreThanEighteenOthers) {
+  Rooms rooms = Rooms_Of(House_Tree());
+  // Still to be divided.
+  for (const char* room : {"hand/activation", "maps/map_open", "tools/mouse", "view/entry_painter",
+                           "windows/main/frm_handlers_object", "windows/main/mdi_window"})
+    rooms.erase(room);
+  EXPECT_THAT(Wide_Rooms(rooms, 18), IsEmpty());
 }
 
 // A made-up house: sound lines beside every kind of fault.
 TEST(Floors, EveryFaultIsToldWithFileAndLine) {
-  const Floors floors = {{"ground/*", "upper/early"}, {"upper/*"}, {"*/frm*", "main"}};
+  const Floors floors = {{"ground"}, {"hall", "stairs"}, {"ruin"}, {"windows/room"}, {"."}};
   const SourceTree tree = {
-      {"ground/a.h", "#pragma once\n#include <QImage>\n  #  include \"upper/b.h\"\n"},
+      {"ground/a.h", "#pragma once\n#include <QImage>\n  #  include \"hall/b.h\"\n"},
       {"ground/c.cpp", "#include <QMessageBox>\n#include <QtWidgets/QDialog>\n#include \"ground/a.h\"\n"},
-      {"ground/self.h", "#include \"ground/self.h\"\n"},
-      {"upper/early.cpp", "#include \"upper/b.h\"\n#include \"ui_made.h\"\n"},
-      {"upper/b.h", "#include \"upper/frmB.h\"\n#include <QPrinter>\n#include <QPainter>\n"},
-      {"upper/frmB.h", "#include <QWidget>\n#include \"ground/a.h\"\n"},
-      {"cellar/d.h", ""}};
-  EXPECT_THAT(Floor_Faults(tree, floors),
-              UnorderedElementsAre("ground/a.h:3: upper/b.h", "ground/c.cpp:1: QMessageBox",
-                                   "ground/c.cpp:2: QtWidgets/QDialog", "upper/early.cpp:1: upper/b.h",
-                                   "upper/b.h:1: upper/frmB.h", "upper/b.h:2: QPrinter", "cellar/d.h: no floor"));
-  EXPECT_THAT(Include_Circles(tree), UnorderedElementsAre("ground/a.h -> upper/b.h -> upper/frmB.h -> ground/a.h",
-                                                          "ground/self.h -> ground/self.h"));
+      {"hall/b.h", "#include \"hall/d.h\"\n#include \"ui_made.h\"\n#include \"stairs/s.h\"\n#include <QPainter>\n"},
+      {"hall/d.cpp", "#include \"hall/d.h\"\n#include \"hall/b.h\"\n#include \"ground/a.h\"\n"},
+      {"hall/d.h", "#include \"windows/room/e.h\"\n#include <QPrinter>\n"},
+      {"stairs/s.h", "#include \"hall/b.h\"\n"},
+      {"windows/room/e.h", "#include <QWidget>\n#include \"main.cpp\"\n"},
+      {"main.cpp", "#include <QWidget>\n"},
+      {"batch.cpp", "#include <QWidget>\n"},
+      {"cellar/x.h", ""}};
+  EXPECT_THAT(
+      Floor_Faults(tree, floors),
+      UnorderedElementsAre("ground/a.h:3: hall/b.h", "ground/c.cpp:1: QMessageBox", "ground/c.cpp:2: QtWidgets/QDialog",
+                           "hall/d.h:1: windows/room/e.h", "hall/d.h:2: QPrinter", "windows/room/e.h:2: main.cpp",
+                           "batch.cpp:1: QWidget", "cellar/x.h: no floor", "ruin: empty floor"));
+  const Rooms rooms = {{"hall/a", {"hall/b"}},   {"hall/b", {"hall/c", "ground/g"}},
+                       {"hall/c", {"hall/a"}},   {"hall/d", {"hall/a", "ground/e"}},
+                       {"ground/e", {"hall/d"}}, {"ground/g", {"ground/h"}}};
+  EXPECT_THAT(Knots_Of(rooms), UnorderedElementsAre(QStringList({"hall/a", "hall/b", "hall/c"})));
+  EXPECT_THAT(Wide_Rooms(Rooms_Of(tree), 1), UnorderedElementsAre("hall/b: 2", "hall/d: 3"));
 }

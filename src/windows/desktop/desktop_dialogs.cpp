@@ -16,7 +16,21 @@
 
 #include "state/dialog_hooks.h"
 #include "state/global_state.h"
-#include "windows/desktop/desktop_services.h"
+
+QWidget* Dialog_Parent() {
+  if (QWidget* active = QApplication::activeModalWidget()) return active;
+  if (QWidget* active = QApplication::activeWindow()) return active;
+  const auto windows = QApplication::topLevelWidgets();
+  for (QWidget* window : windows)
+    if (window->isVisible() && window->windowType() == Qt::Window) return window;
+  return nullptr;
+}
+
+QString Dialog_Text(QString text) {
+  text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
+  text.replace(QLatin1Char('\r'), QLatin1Char('\n'));
+  return text;
+}
 
 ArrowPointer::ArrowPointer() { QApplication::setOverrideCursor(Qt::ArrowCursor); }
 ArrowPointer::~ArrowPointer() { QApplication::restoreOverrideCursor(); }

@@ -1,4 +1,5 @@
 #pragma once
+#include <QStringList>
 #include <memory>
 #include <optional>
 
@@ -6,6 +7,16 @@
 #include "platform/message_box.h"
 #include "platform/progress.h"
 #include "platform/shell.h"
+
+class QWidget;
+
+// The window a dialog belongs to: the active one, else the first visible; may be nullptr.
+QWidget* Dialog_Parent();
+// A service's filter "Text|*.a;*.b|Text|*.c" as the lines of a file dialog: "Text (*.a *.b)". An opening dialog can
+// always be switched to all files.
+QStringList Dialog_Filters(const QString& filter, bool save);
+// CR and CR LF as line feeds.
+QString Dialog_Text(QString text);
 
 // The windows behind the services; Install_Desktop_Services() puts them there.
 MsgAnswer Desktop_Message(const MsgRequest& request);

@@ -13,7 +13,6 @@
 #include "printing/print_texts.h"
 #include "state/global_state.h"
 #include "windows/desktop/desktop_dialogs.h"
-#include "windows/desktop/desktop_services.h"
 
 namespace {
 

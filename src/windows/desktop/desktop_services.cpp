@@ -6,28 +6,12 @@
 #include <QLocale>
 #include <QStyleFactory>
 #include <QTranslator>
-#include <QWidget>
 
 #include "windows/desktop/clipboard.h"
 #include "windows/desktop/desktop_dialogs.h"
 #include "windows/desktop/desktop_printer.h"
 
 static void Load_Icons() { Q_INIT_RESOURCE(icons); }  // a library's resources are not loaded by themselves
-
-QWidget* Dialog_Parent() {
-  if (QWidget* active = QApplication::activeModalWidget()) return active;
-  if (QWidget* active = QApplication::activeWindow()) return active;
-  const auto windows = QApplication::topLevelWidgets();
-  for (QWidget* window : windows)
-    if (window->isVisible() && window->windowType() == Qt::Window) return window;
-  return nullptr;
-}
-
-QString Dialog_Text(QString text) {
-  text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
-  text.replace(QLatin1Char('\r'), QLatin1Char('\n'));
-  return text;
-}
 
 void Install_Desktop_Services() {
   Set_Message_Handler(Desktop_Message);

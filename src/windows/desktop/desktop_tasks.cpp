@@ -7,7 +7,6 @@
 #include <QUrl>
 
 #include "windows/desktop/desktop_dialogs.h"
-#include "windows/desktop/desktop_services.h"
 
 namespace {
 
