@@ -2,6 +2,7 @@
 #include <QByteArray>
 #include <QHash>
 #include <QLockFile>
+#include <QSet>
 #include <QString>
 #include <memory>
 #include <optional>
@@ -21,6 +22,11 @@ inline constexpr int deviceError = 57, tableExists = 3010, noTransaction = 3034,
 namespace database_inner {
 
 [[noreturn]] void Raise_Device();
+
+struct Finalizer {
+  void operator()(sqlite3_stmt* it) const { sqlite3_finalize(it); }
+};
+using Statement = std::unique_ptr<sqlite3_stmt, Finalizer>;
 
 // What is known of one table while the file is open. Never removed, so that pointers to it stay good.
 struct TableState {
@@ -52,7 +58,10 @@ class Engine {
 
   // Turns a result of SQLite into an Error. A transaction SQLite has ended by itself is ended here as well.
   [[noreturn]] void Fail(int rc);
-  sqlite3_stmt* Prepare(const QByteArray& sql, bool lasting = false);
+  Statement Prepare(const QByteArray& sql, bool lasting = false);
+  // One that is kept from call to call; Finish ends it, Close ends what is left.
+  sqlite3_stmt* Prepare_Lasting(const QByteArray& sql);
+  void Finish(sqlite3_stmt*& statement);
   void Run(const char* sql);
   qint64 Number_Of(const QByteArray& sql);  // first column of the first row
 
@@ -98,6 +107,7 @@ class Engine {
   QHash<QString, int> tableIndex;
   qint64 knownSchema = -1;
   sqlite3_stmt* schemaStatement = nullptr;
+  QSet<sqlite3_stmt*> lastingStatements;
   QHash<QString, std::shared_ptr<TableState>> states;
   QHash<QString, std::shared_ptr<PointsEntry>> points;
 };
@@ -208,7 +218,7 @@ struct Recordset::Inner {
 
   std::shared_ptr<database_inner::Engine> engine;
   QString source;
-  bool fixed = false;  // opened as a snapshot
+  bool fixed = false;       // opened as a snapshot
   QString table;            // empty: a snapshot of a statement over several tables
   QByteArray keyStatement;  // the keys in the order of the rows
   std::vector<FieldInfo> fields;

@@ -1,5 +1,7 @@
 #include "platform/database.h"
 
+#include <sqlite3.h>
+
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
@@ -37,6 +39,17 @@ class DatabaseTest : public ::testing::Test {
     rows->Set(u"ID", id);
     rows->Set(u"Xmap", qint64{x});
     rows->Update();
+  }
+  // As another program would write into the closed file.
+  void By_Another_Program(const char* sql) {
+    rows.reset();
+    database->Close();
+    sqlite3* other = nullptr;
+    ASSERT_EQ(sqlite3_open(qPrintable(path), &other), SQLITE_OK);
+    EXPECT_EQ(sqlite3_exec(other, sql, nullptr, nullptr, nullptr), SQLITE_OK) << sqlite3_errmsg(other);
+    sqlite3_close(other);
+    database = Workspace::OpenDatabase(path);
+    rows = database->OpenRecordset("MapData");
   }
   static void Change(Recordset& set, QStringView field, Value value) {
     set.Edit();
@@ -358,6 +371,41 @@ TEST_F(DatabaseTest, Selects) {
     EXPECT_EQ(Error_Of([&] { database->OpenRecordset(sql); }), error) << sql;
   EXPECT_EQ(Error_Of([&] { database->Execute("COMMIT"); }), 3075);
   EXPECT_EQ(database->Execute("DELETE FROM MapData WHERE ID < 'B'"), 3);
+}
+
+// What another program put into the file: it is neither run nor in the way.
+TEST_F(DatabaseTest, ForeignPartsOfTheFileAreLeftAlone) {
+  for (const char* id : {"a", "b", "c"}) Add(id);
+  By_Another_Program(
+      "CREATE VIRTUAL TABLE wort USING fts5(text); INSERT INTO wort VALUES('Eiche am Bach');"
+      "CREATE VIRTUAL TABLE ort USING rtree(nr, x0, x1); INSERT INTO ort VALUES(1, 2.0, 3.0);"
+      "CREATE TRIGGER raeumt AFTER INSERT ON MapData BEGIN DELETE FROM MapData; END;"
+      "CREATE TRIGGER ewig AFTER UPDATE ON MapData BEGIN INSERT INTO MapData(ID) "
+      "  WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i+1 FROM n) SELECT i FROM n LIMIT 100000; END;"
+      "CREATE VIEW endlos AS WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i+1 FROM n) SELECT i FROM n;"
+      "CREATE VIEW alle AS SELECT * FROM MapData;");
+  Add("d");
+  rows->MoveLast();
+  Change(*rows, u"Xmap", qint64{5});
+  rows->Delete();
+  EXPECT_EQ(Ids(*rows), QStringList({"a", "b", "c"}));
+  EXPECT_FALSE(database->HasTable("wort") || database->HasTable("endlos"));
+  EXPECT_NE(Error_Of([&] { database->OpenSnapshot("SELECT * FROM endlos"); }), 0);
+  EXPECT_EQ(Error_Of([&] { database->OpenSnapshot("SELECT * FROM alle"); }), 3075);
+  EXPECT_EQ(Error_Of([&] { database->Execute("DELETE FROM wort_data"); }), 3075) << "its index would break";
+  EXPECT_EQ(Error_Of([&] { database->Execute("PRAGMA writable_schema=ON; DELETE FROM sqlite_master"); }), 3075);
+  database->AddColumn("MapData", {"Höhe", FieldType::Integer, 0});
+  database->DropColumn("MapData", "Höhe");
+  // Statements of its own that such a table keeps are its own to end.
+  const auto found = database->OpenSnapshot("SELECT x0 FROM ort, wort WHERE wort MATCH 'eiche' AND x1 > 2");
+  EXPECT_EQ(found->RecordCount(), 1);
+  rows->MoveFirst();
+  EXPECT_EQ(rows->Text(0), "a");
+  Reopen();
+  database->Close();
+  CompactDatabase(path, folder.filePath("Kopie.MDB"));
+  database = Workspace::OpenDatabase(folder.filePath("Kopie.MDB"));
+  EXPECT_EQ(database->OpenSnapshot("SELECT * FROM wort")->Text(0), "Eiche am Bach");
 }
 
 TEST_F(DatabaseTest, CheckpointAndClosingLeaveOneWholeFile) {
