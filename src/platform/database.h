@@ -118,7 +118,7 @@ class Database {
   void AddColumn(const QString& table, const FieldInfo& field);
   void DropColumn(const QString& table, const QString& column);
   int RowCount(const QString& table);
-  int Execute(const QString& sql);  // rows changed; error 3075 with SQLite's text
+  int Execute(const QString& sql);  // rows changed; error 3075 with a German reason
 
   // Raises what is wrong with a statement; runs nothing.
   void Check_Statement(const QString& sql);

@@ -4,7 +4,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QSet>
-#include <cerrno>
 #include <utility>
 
 #include "platform/database_inner.h"
@@ -20,28 +19,23 @@ QSet<QString>& Open_Files() {
   return files;
 }
 
-// At opening the numbers differ from those of a running file.
+// At opening a description that cannot be read means a damaged file, and of a file that cannot be opened the number
+// says enough.
 [[noreturn]] void Fail_Opening(sqlite3* db, int rc) {
-  switch (rc & 0xff) {
-    case SQLITE_BUSY:
-    case SQLITE_LOCKED:
+  const Error error = Error_Of_Result(db, rc);
+  switch (error.number) {
+    case errors::deviceError:
+    case errors::outOfMemory:
+    case errors::diskFull:
+      throw error;
+    case errors::fileInUse:
       Raise(errors::fileInUse);
-    case SQLITE_NOTADB:
-    case SQLITE_CORRUPT:
-    case SQLITE_FORMAT:
-    case SQLITE_SCHEMA:
-    case SQLITE_ERROR:  // a schema that cannot be read
+    case errors::databaseDamaged:
       Raise(errors::databaseDamaged);
-    case SQLITE_FULL:
-      Raise(errors::diskFull);
-    case SQLITE_NOMEM:
-      Raise(errors::outOfMemory);
-    case SQLITE_IOERR:
-      if (sqlite3_extended_errcode(db) == SQLITE_IOERR_SHORT_READ) Raise(errors::databaseDamaged);
-      if (sqlite3_system_errno(db) == ENOSPC || sqlite3_system_errno(db) == EDQUOT) Raise(errors::diskFull);
-      Raise_Device();
     default:
-      Raise(errors::databaseAccess);
+      const int kind = rc & 0xff;
+      const bool unreadable = kind == SQLITE_FORMAT || kind == SQLITE_SCHEMA || kind == SQLITE_ERROR;
+      Raise(unreadable ? errors::databaseDamaged : errors::databaseAccess);
   }
 }
 
@@ -62,7 +56,10 @@ int Distrust(sqlite3* db) {
 }  // namespace
 
 void Raise_Device() {
-  Raise(errors::deviceError, QStringLiteral("Fehler beim Lesen oder Schreiben des Datenträgers."));
+  Raise(
+      errors::deviceError,
+      QStringLiteral("Fehler beim Lesen oder Schreiben des Datenträgers. Prüfen Sie den Datenträger und die Verbindung "
+                     "zu ihm."));
 }
 
 QString Fold(const QString& name) { return name.toCaseFolded(); }
@@ -150,14 +147,13 @@ void Engine::Close() {
   depth = 0;
   int rc = SQLITE_OK;
   if (logReady) rc = sqlite3_exec(closing, "PRAGMA journal_mode=DELETE", nullptr, nullptr, nullptr);
-  const int systemError = sqlite3_system_errno(closing);
+  const Error fault = rc == SQLITE_OK ? Error() : Error_Of_Result(closing, rc);
   const int closed = sqlite3_close(closing);
   if (closed != SQLITE_OK) sqlite3_close_v2(closing);
   Open_Files().remove(file);
   lock.reset();
-  if (rc == SQLITE_OK) rc = closed;
-  if (rc == SQLITE_OK) return;
-  if ((rc & 0xff) == SQLITE_FULL || systemError == ENOSPC || systemError == EDQUOT) Raise(errors::diskFull);
+  if (rc == SQLITE_OK && closed == SQLITE_OK) return;
+  if (fault.number == errors::diskFull) throw fault;
   Raise_Device();
 }
 
@@ -166,8 +162,7 @@ void Engine::Need_Open() const {
 }
 
 void Engine::Fail(int rc) {
-  const QString text = QString::fromUtf8(sqlite3_errmsg(db));
-  const int systemError = sqlite3_system_errno(db);
+  const Error error = Error_Of_Result(db, rc);
   if (depth > 0 && sqlite3_get_autocommit(db)) {
     depth = 0;
     ++rollbacks;
@@ -175,30 +170,7 @@ void Engine::Fail(int rc) {
     ++schemaChanges;
     knownSchema = -1;
   }
-  switch (rc & 0xff) {
-    case SQLITE_FULL:
-      Raise(errors::diskFull);
-    case SQLITE_IOERR:
-      if (systemError == ENOSPC || systemError == EDQUOT) Raise(errors::diskFull);
-      if (rc == SQLITE_IOERR_SHORT_READ) Raise(errors::databaseDamaged);
-      Raise_Device();
-    case SQLITE_READONLY:
-      Raise(errors::noPermission);
-    case SQLITE_CANTOPEN:
-    case SQLITE_PERM:
-      Raise(errors::databaseAccess);
-    case SQLITE_BUSY:
-    case SQLITE_LOCKED:
-      Raise(errors::fileInUse);
-    case SQLITE_CORRUPT:
-    case SQLITE_NOTADB:
-      Raise(errors::databaseDamaged);
-    case SQLITE_NOMEM:
-      Raise(errors::outOfMemory);
-    default:
-      if (text.startsWith(QLatin1String("no such table"))) Raise(errors::tableNotFound);
-      Raise(errors::sqlSyntax, text);
-  }
+  throw error;
 }
 
 Statement Engine::Prepare(const QByteArray& sql, bool lasting) {

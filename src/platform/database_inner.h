@@ -22,6 +22,10 @@ inline constexpr int deviceError = 57, tableExists = 3010, noTransaction = 3034,
 namespace database_inner {
 
 [[noreturn]] void Raise_Device();
+// The error that a result of SQLite stands for, with a German text: what is wrong and what helps.
+Error Error_Of_Result(sqlite3* db, int rc);
+// What SQLite says about a statement that it does not take, in German.
+QString German_Message(const QString& message);
 
 struct Finalizer {
   void operator()(sqlite3_stmt* it) const { sqlite3_finalize(it); }

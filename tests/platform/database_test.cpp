@@ -373,6 +373,49 @@ TEST_F(DatabaseTest, Selects) {
   EXPECT_EQ(database->Execute("DELETE FROM MapData WHERE ID < 'B'"), 3);
 }
 
+TEST_F(DatabaseTest, FaultsAreToldInGerman) {
+  Add("a");
+  By_Another_Program(
+      "CREATE TABLE streng (nr INTEGER NOT NULL UNIQUE, art TEXT CHECK (art <> 'x'), menge REAL) STRICT;"
+      "CREATE VIEW alle AS SELECT * FROM MapData; INSERT INTO streng VALUES(1, 'a', 1.5);");
+  QString deep = "1";
+  for (int i = 0; i < 1200; ++i) deep = '(' + deep + "+1)";
+  const struct {
+    QString sql;
+    int number;
+    const char* text;
+  } cases[] = {
+      {"INSERT INTO streng VALUES(1, 'b', 2)", 3075, "Der Wert in streng.nr kommt schon vor"},
+      {"INSERT INTO streng VALUES(NULL, 'b', 2)", 3075, "streng.nr darf nicht leer bleiben"},
+      {"INSERT INTO streng VALUES(2, 'x', 2)", 3075, "verletzt eine Regel dieser Tabelle (art <> 'x')"},
+      {"INSERT INTO streng VALUES(2, 'b', 'viel')", 3075, "Der Wert hat nicht die Art, die streng.menge aufnimmt"},
+      {"INSERT INTO MapData(rowid) VALUES('x')", 3075, "Der Wert hat nicht die Art"},
+      {"INSERT INTO streng VALUES(2)", 3075, "Die Zahl der Werte passt nicht"},
+      {"UPDATE alle SET Xmap=1", 3075, "alle gehört einem anderen Programm"},
+      {"UPDATE MapData SET Xmap=fx_short(40000)", 3075, "Überlauf"},
+      {"UPDATE MapData SET ID=hex(zeroblob(60000000))", 3075, "Ein Text ist zu lang"},
+      {"UPDATE MapData SET Xmap=abs(-9223372036854775807-1)", 3075, "Ein Zahlenwert ist zu groß"},
+      {"UPDATE MapData SET Xmap=" + deep, 3075, "zu tief verschachtelt"},
+      {"UPDATE MapData SET Xmap=count(*)", 3075, "Summen und Zählungen"},
+      {"UPDATE MapData SET Xmap=(SELECT nr, art FROM streng)", 3075, "nur eine Spalte"},
+      {"UPDATE MapData SET Xmap=fx_mid(1)", 3075, "zu viele oder zu wenige Werte: mid()"},
+      {"UPDATE MapData SET Xmap=nichts(1)", 3075, "Die Funktion nichts gibt es nicht"},
+      {"UPDATE Nirgends SET Xmap=1", 3078, "namens Nirgends gibt es nicht"},
+      {"UPDATE MapData SET Farbe=1", 3075, "Die Spalte Farbe ist"},
+      {"UPDATE MapData SET", 3075, "nicht vollständig"},
+      {"UPDATE MapData SET = 3", 3075, "wird bei \"=\" nicht verstanden"},
+      {"UPDATE MapData SET ID='offen", 3075, "wird bei \"'offen\" nicht verstanden"},
+      {"CREATE TABLE MapData(a)", 3075, "Die Tabelle MapData gibt es schon"},
+      {"", 0, ""},
+  };
+  for (const auto& it : cases) {
+    const Error error = Raised([&] { database->Execute(it.sql); });
+    EXPECT_EQ(error.number, it.number) << it.sql.left(80);
+    EXPECT_TRUE(error.text.contains(QString::fromUtf8(it.text))) << it.sql.left(80) << ": " << error.text;
+  }
+  EXPECT_EQ(Raised([&] { database->OpenSnapshot("-- nichts"); }).number, 3075);
+}
+
 // What another program put into the file: it is neither run nor in the way.
 TEST_F(DatabaseTest, ForeignPartsOfTheFileAreLeftAlone) {
   for (const char* id : {"a", "b", "c"}) Add(id);
