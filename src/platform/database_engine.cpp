@@ -137,6 +137,7 @@ void Engine::Open(const QString& file, OpenWay way) {
 
 void Engine::Close() {
   if (!db) return;
+  Need_Open();
   sqlite3* closing = std::exchange(db, nullptr);
   ++generation;
   const QString file = QFileInfo(path).canonicalFilePath();
@@ -159,10 +160,12 @@ void Engine::Close() {
 
 void Engine::Need_Open() const {
   if (!db) Raise(errors::objectClosed, QStringLiteral("Die Datenbank ist geschlossen."));
+  if (limit && limit->asking) Raise(errors::databaseBusy);
 }
 
 void Engine::Fail(int rc) {
-  const Error error = Error_Of_Result(db, rc);
+  Error error = Error_Of_Result(db, rc);
+  if ((rc & 0xff) == SQLITE_INTERRUPT && limit && limit->fault.number != 0) error = std::exchange(limit->fault, {});
   if (depth > 0 && sqlite3_get_autocommit(db)) {
     depth = 0;
     ++rollbacks;

@@ -1,5 +1,6 @@
 #pragma once
 #include <QByteArray>
+#include <QElapsedTimer>
 #include <QHash>
 #include <QLockFile>
 #include <QSet>
@@ -52,13 +53,39 @@ struct OpenWay {
   bool lockFile = true;
 };
 
+// What bounds the statements that run now.
+class Limit {
+ public:
+  Limit(const QString& path, int milliseconds, WorkBounds bounds);
+  // Asked by SQLite while it works. Sets `fault` when it has to stop.
+  bool Is_Reached();
+  // Bytes of the rows taken so far. Raises when they are too many.
+  void Charge(qint64 bytes);
+
+  Error fault;
+  bool asking = false;  // the one who wants the rows is being asked
+
+ private:
+  bool Is_Stopped(int milliseconds);
+  qint64 File_Bytes() const;
+  void Set_Too_Large();
+
+  QElapsedTimer clock;
+  QString path;
+  int longest;
+  WorkBounds bounds;
+  qint64 memoryBefore, fileBefore, taken = 0, lastLook = 0;
+};
+
 // One open file. Recordsets share it with the Database and find `db` empty after Close.
 class Engine {
  public:
   ~Engine();
   void Open(const QString& file, OpenWay way);
   void Close();
-  void Need_Open() const;
+  void Need_Open() const;  // raises as well while a statement waits for an answer
+  // Before more rows of a result are kept: their bytes so far.
+  void Charge(qint64 bytes);
 
   // Turns a result of SQLite into an Error. A transaction SQLite has ended by itself is ended here as well.
   [[noreturn]] void Fail(int rc);
@@ -98,6 +125,7 @@ class Engine {
   quint64 rollbacks = 0;   // keysets are taken anew when it has moved
   qint64 schemaChanges = 0;
   qint64 accountedChanges = 0;  // SQLite's count when it was last looked at
+  Limit* limit = nullptr;
 
  private:
   void Read_Tables();

@@ -119,6 +119,7 @@ void Recordset::Inner::Read_Keys() {
     const qint64 key = sqlite3_column_int64(statement.get(), column);
     ascending = ascending && (keys.empty() || keys.back() < key);
     keys.push_back(key);
+    engine->Charge(static_cast<qint64>(keys.capacity() * sizeof(qint64)));
   }
   if (rc != SQLITE_DONE) engine->Fail(rc);
 }
@@ -155,6 +156,8 @@ void Recordset::Inner::Read_Snapshot(sqlite3_stmt* statement) {
     block->cells.resize(block->cells.size() + width);
     Cell* cells = block->cells.data() + static_cast<size_t>(row) * width;
     for (size_t i = 0; i < width; ++i) Read_Cell(*block, cells[i], statement, static_cast<int>(i));
+    engine->Charge(static_cast<qint64>(keys.capacity() * sizeof(qint64) + block->rows.capacity() * sizeof(qint32) +
+                                       block->cells.capacity() * sizeof(Cell) + block->texts.capacity()));
   }
   if (rc != SQLITE_DONE) engine->Fail(rc);
   ascending = true;
@@ -294,6 +297,7 @@ Block* Recordset::Inner::Load(int from, int count) {
     lastBlock = nullptr;
     cachedRows = 0;
   }
+  engine->Need_Open();
   Prepare_Read();
   auto block = std::make_unique<Block>();
   block->first = from;

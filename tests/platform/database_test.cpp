@@ -416,6 +416,61 @@ TEST_F(DatabaseTest, FaultsAreToldInGerman) {
   EXPECT_EQ(Raised([&] { database->OpenSnapshot("-- nichts"); }).number, 3075);
 }
 
+TEST_F(DatabaseTest, StatementsThatGrowAreStopped) {
+  database->BeginTrans();
+  for (int i = 0; i < 92; ++i) Add(QStringLiteral("Eintrag mit etwas Text %1").arg(i), i);
+  database->CommitTrans();
+  const qint64 bytes = 20 << 20;
+  const char* const statements[] = {
+      "SELECT a.*, b.* FROM MapData a, MapData b, MapData c, MapData d",
+      "SELECT a.ID, b.ID FROM MapData a, MapData b, MapData c, MapData d ORDER BY a.ID || b.ID",
+      "SELECT count(*) FROM (SELECT DISTINCT a.ID || b.ID || c.ID || d.ID FROM MapData a, MapData b, MapData c, "
+      "MapData d)",
+      "INSERT INTO MapData(ID) SELECT a.ID || b.ID FROM MapData a, MapData b, MapData c, MapData d"};
+  for (const char* sql : statements) {
+    const TimeLimit limit(*database, 60'000, {.bytes = bytes, .stopped = {}});
+    const qint64 before = sqlite3_memory_highwater(1);
+    const Error error = Raised([&] { *sql == 'I' ? void(database->Execute(sql)) : void(database->OpenSnapshot(sql)); });
+    EXPECT_EQ(error.number, 7) << sql;
+    EXPECT_TRUE(error.text.startsWith("Die Anweisung braucht mehr Speicher, als ihr zusteht (20 MB)")) << error.text;
+    EXPECT_LT(sqlite3_memory_highwater(1) - before, 2 * bytes) << sql;
+  }
+  EXPECT_LT(QFileInfo(path + "-wal").size(), 3 * bytes);
+  EXPECT_EQ(database->RowCount("MapData"), 92);
+  EXPECT_EQ(rows->RecordCount(), 92);
+}
+
+TEST_F(DatabaseTest, RunningStatementIsStoppedByTheUser) {
+  for (int i = 0; i < 30; ++i) Add(QString::number(i), i);
+  auto other = database->OpenRecordset("MapData");
+  const QString forever =
+      "SELECT count(*) FROM MapData a, MapData b, MapData c, MapData d, MapData e, MapData f, MapData g";
+  int asked = 0;
+  const auto stopped = [&](int milliseconds) {
+    EXPECT_GT(milliseconds, 0);
+    // Events that are served here may reach for the rows: the statement must not be disturbed.
+    EXPECT_EQ(Error_Of([&] { other->Text(0); }), 3218);
+    EXPECT_EQ(Error_Of([&] { other->AddNew(); }), 3218);
+    EXPECT_EQ(Error_Of([&] { database->Execute("DELETE FROM MapData"); }), 3218);
+    for (const auto& work : {&Database::Checkpoint, &Database::BeginTrans, &Database::Rollback, &Database::Close})
+      EXPECT_EQ(Error_Of([&] { (*database.*work)(); }), 3218);
+    return ++asked >= 3;
+  };
+  {
+    const TimeLimit outer(*database, 60'000);
+    {
+      const TimeLimit limit(*database, 60'000, {.stopped = stopped});
+      EXPECT_EQ(Error_Of([&] { database->OpenSnapshot(forever); }), 3059);
+      EXPECT_EQ(Error_Of([&] { database->Execute("UPDATE MapData SET Xmap=1 WHERE (" + forever + ") > 0"); }), 3059);
+    }
+    EXPECT_EQ(asked, 4);
+  }
+  const TimeLimit limit(*database, 100);
+  EXPECT_EQ(Error_Of([&] { database->OpenSnapshot(forever); }), 3075);
+  EXPECT_EQ(other->Text(0), "0");
+  EXPECT_EQ(database->OpenSnapshot("SELECT sum(Xmap) FROM MapData")->Integer(0), 435);
+}
+
 // What another program put into the file: it is neither run nor in the way.
 TEST_F(DatabaseTest, ForeignPartsOfTheFileAreLeftAlone) {
   for (const char* id : {"a", "b", "c"}) Add(id);
