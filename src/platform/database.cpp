@@ -32,7 +32,7 @@ std::unique_ptr<Recordset> Database::OpenRecordset(const QString& tableOrSelect)
   return set;
 }
 
-void Database::Check_Statement(const QString& sql) { sqlite3_finalize(inner->engine->Prepare(sql.toUtf8())); }
+void Database::Check_Statement(const QString& sql) { inner->engine->Prepare(sql.toUtf8()); }
 
 std::unique_ptr<Recordset> Database::OpenSnapshot(const QString& select) {
   inner->engine->Need_Open();
@@ -83,20 +83,17 @@ int Database::Execute(const QString& sql) {
   const qint64 before = sqlite3_total_changes64(engine.db);
   const char* rest = text.constData();
   while (*rest != 0) {
-    sqlite3_stmt* statement = nullptr;
-    int rc = sqlite3_prepare_v2(engine.db, rest, -1, &statement, &rest);
+    sqlite3_stmt* prepared = nullptr;
+    int rc = sqlite3_prepare_v2(engine.db, rest, -1, &prepared, &rest);
     if (rc != SQLITE_OK) engine.Fail(rc);
-    if (!statement) continue;
+    if (!prepared) continue;
+    const database_inner::Statement statement(prepared);
     // Transactions are counted, so they begin and end by their own procedures alone.
-    const QByteArray word = QByteArray(sqlite3_sql(statement)).trimmed().left(8).toUpper();
+    const QByteArray word = QByteArray(sqlite3_sql(prepared)).trimmed().left(8).toUpper();
     for (const char* refused : {"BEGIN", "COMMIT", "END", "ROLLBACK", "SAVEPOIN", "RELEASE", "ATTACH", "DETACH"})
-      if (word.startsWith(refused)) {
-        sqlite3_finalize(statement);
-        Raise(errors::sqlSyntax);
-      }
-    while ((rc = sqlite3_step(statement)) == SQLITE_ROW) {
+      if (word.startsWith(refused)) Raise(errors::sqlSyntax);
+    while ((rc = sqlite3_step(prepared)) == SQLITE_ROW) {
     }
-    sqlite3_finalize(statement);
     engine.Drop_Caches();
     if (rc != SQLITE_DONE) engine.Fail(rc);
   }

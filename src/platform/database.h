@@ -2,6 +2,7 @@
 #include <QHash>
 #include <QString>
 #include <QStringList>
+#include <functional>
 #include <memory>
 #include <variant>
 #include <vector>
@@ -118,7 +119,7 @@ class Database {
   void AddColumn(const QString& table, const FieldInfo& field);
   void DropColumn(const QString& table, const QString& column);
   int RowCount(const QString& table);
-  int Execute(const QString& sql);  // rows changed; error 3075 with SQLite's text
+  int Execute(const QString& sql);  // rows changed; error 3075 with a German reason
 
   // Raises what is wrong with a statement; runs nothing.
   void Check_Statement(const QString& sql);
@@ -147,23 +148,32 @@ class Database {
 
  private:
   friend class Workspace;
+  friend class TimeLimit;
   Database();
   struct Inner;
   std::unique_ptr<Inner> inner;
 };
 
-// While it lives, a statement that takes longer is stopped: error 3075, and nothing of it is done. The database must
-// stay open meanwhile.
+// What bounds a statement besides its time.
+struct WorkBounds {
+  // Of the rows it gives together with what the database needs to find them, and of what it adds to the file.
+  qint64 bytes = qint64{256} << 20;
+  // Asked some twenty times a second with the milliseconds since the limit began; true: the user wants no more. It may
+  // serve events; a database that is asked for anything meanwhile refuses with error 3218.
+  std::function<bool(int milliseconds)> stopped;
+};
+
+// While it lives, a statement that goes beyond its bounds is ended and nothing of it is done: error 3075 after the
+// time, 7 beyond the bytes, 3059 if it was stopped.
 class TimeLimit {
  public:
-  TimeLimit(Database& database, int milliseconds);
+  TimeLimit(Database& database, int milliseconds, WorkBounds bounds = {});
   ~TimeLimit();
   TimeLimit(const TimeLimit&) = delete;
   TimeLimit& operator=(const TimeLimit&) = delete;
 
  private:
   struct Inner;
-  sqlite3* db;
   std::unique_ptr<Inner> inner;
 };
 

@@ -4,7 +4,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QSet>
-#include <cerrno>
 #include <utility>
 
 #include "platform/database_inner.h"
@@ -13,41 +12,54 @@ namespace database_inner {
 namespace {
 
 constexpr const char* keepLogSmall = "PRAGMA wal_autocheckpoint=4000";
+constexpr int longestText = 100'000'000;  // bytes; an expression of a statement could ask for ten times as much
 
 QSet<QString>& Open_Files() {
   static QSet<QString> files;
   return files;
 }
 
-// At opening the numbers differ from those of a running file.
+// At opening a description that cannot be read means a damaged file, and of a file that cannot be opened the number
+// says enough.
 [[noreturn]] void Fail_Opening(sqlite3* db, int rc) {
-  switch (rc & 0xff) {
-    case SQLITE_BUSY:
-    case SQLITE_LOCKED:
+  const Error error = Error_Of_Result(db, rc);
+  switch (error.number) {
+    case errors::deviceError:
+    case errors::outOfMemory:
+    case errors::diskFull:
+      throw error;
+    case errors::fileInUse:
       Raise(errors::fileInUse);
-    case SQLITE_NOTADB:
-    case SQLITE_CORRUPT:
-    case SQLITE_FORMAT:
-    case SQLITE_SCHEMA:
-    case SQLITE_ERROR:  // a schema that cannot be read
+    case errors::databaseDamaged:
       Raise(errors::databaseDamaged);
-    case SQLITE_FULL:
-      Raise(errors::diskFull);
-    case SQLITE_NOMEM:
-      Raise(errors::outOfMemory);
-    case SQLITE_IOERR:
-      if (sqlite3_extended_errcode(db) == SQLITE_IOERR_SHORT_READ) Raise(errors::databaseDamaged);
-      if (sqlite3_system_errno(db) == ENOSPC || sqlite3_system_errno(db) == EDQUOT) Raise(errors::diskFull);
-      Raise_Device();
     default:
-      Raise(errors::databaseAccess);
+      const int kind = rc & 0xff;
+      const bool unreadable = kind == SQLITE_FORMAT || kind == SQLITE_SCHEMA || kind == SQLITE_ERROR;
+      Raise(unreadable ? errors::databaseDamaged : errors::databaseAccess);
   }
+}
+
+// A table may come from anybody: nothing that stands in its description is run. Triggers and views are none of ours.
+int Distrust(sqlite3* db) {
+  constexpr std::pair<int, int> settings[] = {{SQLITE_DBCONFIG_ENABLE_TRIGGER, 0},
+                                              {SQLITE_DBCONFIG_ENABLE_VIEW, 0},
+                                              {SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0},
+                                              {SQLITE_DBCONFIG_DEFENSIVE, 1},
+                                              // A name in quotes that nobody has is an error, never a text.
+                                              {SQLITE_DBCONFIG_DQS_DML, 0}};
+  for (const auto& [setting, value] : settings)
+    if (const int rc = sqlite3_db_config(db, setting, value, nullptr); rc != SQLITE_OK) return rc;
+  sqlite3_limit(db, SQLITE_LIMIT_LENGTH, longestText);
+  return SQLITE_OK;
 }
 
 }  // namespace
 
 void Raise_Device() {
-  Raise(errors::deviceError, QStringLiteral("Fehler beim Lesen oder Schreiben des Datenträgers."));
+  Raise(
+      errors::deviceError,
+      QStringLiteral("Fehler beim Lesen oder Schreiben des Datenträgers. Prüfen Sie den Datenträger und die Verbindung "
+                     "zu ihm."));
 }
 
 QString Fold(const QString& name) { return name.toCaseFolded(); }
@@ -93,8 +105,7 @@ void Engine::Open(const QString& file, OpenWay way) {
   };
   if (rc == SQLITE_OK) rc = Register_Collation(db);
   if (rc == SQLITE_OK) rc = Register_Functions(db);
-  // A name in quotes that nobody has is an error, never a text.
-  if (rc == SQLITE_OK) rc = sqlite3_db_config(db, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
+  if (rc == SQLITE_OK) rc = Distrust(db);
   const bool refused = rc == SQLITE_OK && !readOnly && sqlite3_db_readonly(db, "main") == 1;
   if (refused) rc = SQLITE_CANTOPEN;
   if (way.create) step("PRAGMA page_size=1024");
@@ -102,7 +113,7 @@ void Engine::Open(const QString& file, OpenWay way) {
   // Erased rows leave nothing behind that a repair could take for rows.
   step(
       "PRAGMA synchronous=FULL; PRAGMA secure_delete=ON; PRAGMA cell_size_check=ON; PRAGMA temp_store=MEMORY;"
-      "PRAGMA cache_size=-8000; PRAGMA trusted_schema=OFF; SELECT count(*) FROM sqlite_master");
+      "PRAGMA cache_size=-8000; SELECT count(*) FROM sqlite_master");
   if (way.create) step("PRAGMA user_version=1");
   if (rc != SQLITE_OK) {
     sqlite3* broken = std::exchange(db, nullptr);
@@ -126,33 +137,35 @@ void Engine::Open(const QString& file, OpenWay way) {
 
 void Engine::Close() {
   if (!db) return;
+  Need_Open();
   sqlite3* closing = std::exchange(db, nullptr);
   ++generation;
   const QString file = QFileInfo(path).canonicalFilePath();
-  while (sqlite3_stmt* statement = sqlite3_next_stmt(closing, nullptr)) sqlite3_finalize(statement);
+  // Our own alone: virtual tables of a foreign file finalize theirs.
+  for (sqlite3_stmt* statement : std::exchange(lastingStatements, {})) sqlite3_finalize(statement);
   schemaStatement = nullptr;
   if (depth > 0) sqlite3_exec(closing, "ROLLBACK", nullptr, nullptr, nullptr);
   depth = 0;
   int rc = SQLITE_OK;
   if (logReady) rc = sqlite3_exec(closing, "PRAGMA journal_mode=DELETE", nullptr, nullptr, nullptr);
-  const int systemError = sqlite3_system_errno(closing);
+  const Error fault = rc == SQLITE_OK ? Error() : Error_Of_Result(closing, rc);
   const int closed = sqlite3_close(closing);
   if (closed != SQLITE_OK) sqlite3_close_v2(closing);
   Open_Files().remove(file);
   lock.reset();
-  if (rc == SQLITE_OK) rc = closed;
-  if (rc == SQLITE_OK) return;
-  if ((rc & 0xff) == SQLITE_FULL || systemError == ENOSPC || systemError == EDQUOT) Raise(errors::diskFull);
+  if (rc == SQLITE_OK && closed == SQLITE_OK) return;
+  if (fault.number == errors::diskFull) throw fault;
   Raise_Device();
 }
 
 void Engine::Need_Open() const {
   if (!db) Raise(errors::objectClosed, QStringLiteral("Die Datenbank ist geschlossen."));
+  if (limit && limit->asking) Raise(errors::databaseBusy);
 }
 
 void Engine::Fail(int rc) {
-  const QString text = QString::fromUtf8(sqlite3_errmsg(db));
-  const int systemError = sqlite3_system_errno(db);
+  Error error = Error_Of_Result(db, rc);
+  if ((rc & 0xff) == SQLITE_INTERRUPT && limit && limit->fault.number != 0) error = std::exchange(limit->fault, {});
   if (depth > 0 && sqlite3_get_autocommit(db)) {
     depth = 0;
     ++rollbacks;
@@ -160,39 +173,27 @@ void Engine::Fail(int rc) {
     ++schemaChanges;
     knownSchema = -1;
   }
-  switch (rc & 0xff) {
-    case SQLITE_FULL:
-      Raise(errors::diskFull);
-    case SQLITE_IOERR:
-      if (systemError == ENOSPC || systemError == EDQUOT) Raise(errors::diskFull);
-      if (rc == SQLITE_IOERR_SHORT_READ) Raise(errors::databaseDamaged);
-      Raise_Device();
-    case SQLITE_READONLY:
-      Raise(errors::noPermission);
-    case SQLITE_CANTOPEN:
-    case SQLITE_PERM:
-      Raise(errors::databaseAccess);
-    case SQLITE_BUSY:
-    case SQLITE_LOCKED:
-      Raise(errors::fileInUse);
-    case SQLITE_CORRUPT:
-    case SQLITE_NOTADB:
-      Raise(errors::databaseDamaged);
-    case SQLITE_NOMEM:
-      Raise(errors::outOfMemory);
-    default:
-      if (text.startsWith(QLatin1String("no such table"))) Raise(errors::tableNotFound);
-      Raise(errors::sqlSyntax, text);
-  }
+  throw error;
 }
 
-sqlite3_stmt* Engine::Prepare(const QByteArray& sql, bool lasting) {
+Statement Engine::Prepare(const QByteArray& sql, bool lasting) {
   Need_Open();
   sqlite3_stmt* statement = nullptr;
   const int rc = sqlite3_prepare_v3(db, sql.constData(), static_cast<int>(sql.size()) + 1,
                                     lasting ? SQLITE_PREPARE_PERSISTENT : 0u, &statement, nullptr);
   if (rc != SQLITE_OK) Fail(rc);
+  return Statement(statement);
+}
+
+sqlite3_stmt* Engine::Prepare_Lasting(const QByteArray& sql) {
+  sqlite3_stmt* statement = Prepare(sql, true).release();
+  lastingStatements.insert(statement);
   return statement;
+}
+
+void Engine::Finish(sqlite3_stmt*& statement) {
+  if (lastingStatements.remove(statement)) sqlite3_finalize(statement);
+  statement = nullptr;
 }
 
 void Engine::Run(const char* sql) {
@@ -202,31 +203,34 @@ void Engine::Run(const char* sql) {
 }
 
 void Engine::Take_Over_Log() {
-  sqlite3_stmt* statement = Prepare("PRAGMA journal_mode");
-  logReady = sqlite3_step(statement) == SQLITE_ROW &&
-             qstrcmp(reinterpret_cast<const char*>(sqlite3_column_text(statement, 0)), "wal") == 0;
-  sqlite3_finalize(statement);
+  {
+    const Statement statement = Prepare("PRAGMA journal_mode");
+    logReady = sqlite3_step(statement.get()) == SQLITE_ROW &&
+               qstrcmp(reinterpret_cast<const char*>(sqlite3_column_text(statement.get(), 0)), "wal") == 0;
+  }
   if (logReady) Run(keepLogSmall);
 }
 
 qint64 Engine::Number_Of(const QByteArray& sql) {
-  sqlite3_stmt* statement = Prepare(sql);
-  const int rc = sqlite3_step(statement);
-  const qint64 number = rc == SQLITE_ROW ? sqlite3_column_int64(statement, 0) : 0;
-  const int ended = sqlite3_finalize(statement);
-  if (ended != SQLITE_OK) Fail(ended);
-  return number;
+  const Statement statement = Prepare(sql);
+  const int rc = sqlite3_step(statement.get());
+  if (rc != SQLITE_ROW && rc != SQLITE_DONE) Fail(rc);
+  return rc == SQLITE_ROW ? sqlite3_column_int64(statement.get(), 0) : 0;
 }
 
 void Engine::Need_Write() {
   Need_Open();
   if (readOnly) Raise(errors::noPermission);
   if (logReady || depth > 0) return;
-  sqlite3_stmt* statement = Prepare("PRAGMA journal_mode=WAL");
-  const bool hasLog = sqlite3_step(statement) == SQLITE_ROW &&
-                      qstrcmp(reinterpret_cast<const char*>(sqlite3_column_text(statement, 0)), "wal") == 0;
-  const int rc = sqlite3_finalize(statement);
-  if (rc != SQLITE_OK && (rc & 0xff) != SQLITE_PROTOCOL && (rc & 0xff) != SQLITE_CANTOPEN) Fail(rc);
+  bool hasLog = false;
+  {
+    const Statement statement = Prepare("PRAGMA journal_mode=WAL");
+    const int rc = sqlite3_step(statement.get());
+    hasLog =
+        rc == SQLITE_ROW && qstrcmp(reinterpret_cast<const char*>(sqlite3_column_text(statement.get(), 0)), "wal") == 0;
+    const bool cannot = (rc & 0xff) == SQLITE_PROTOCOL || (rc & 0xff) == SQLITE_CANTOPEN;
+    if (rc != SQLITE_ROW && rc != SQLITE_DONE && !cannot) Fail(rc);
+  }
   Run(hasLog ? keepLogSmall : "PRAGMA journal_mode=TRUNCATE");
   logReady = true;
 }
@@ -319,13 +323,13 @@ const std::vector<Database::PointRow>* Engine::Points(const QString& table) {
   entry->table = State_Of(table);
   const TableDef* def = Find_Table(table);
   if (def && def->fields.size() >= 2) {
-    sqlite3_stmt* statement = Prepare("SELECT " + Quoted(def->fields[0].name) + ',' + Quoted(def->fields[1].name) +
-                                      " FROM " + Quoted(def->name) + " ORDER BY rowid");
+    const Statement owner = Prepare("SELECT " + Quoted(def->fields[0].name) + ',' + Quoted(def->fields[1].name) +
+                                    " FROM " + Quoted(def->name) + " ORDER BY rowid");
+    sqlite3_stmt* statement = owner.get();
     int rc;
     while ((rc = sqlite3_step(statement)) == SQLITE_ROW)
       if (sqlite3_column_type(statement, 0) != SQLITE_NULL && sqlite3_column_type(statement, 1) != SQLITE_NULL)
         entry->rows.push_back({sqlite3_column_int(statement, 0), sqlite3_column_int(statement, 1)});
-    sqlite3_finalize(statement);
     if (rc != SQLITE_DONE) Fail(rc);
     entry->exists = true;
   }

@@ -1,6 +1,5 @@
 #include <sqlite3.h>
 
-#include <chrono>
 #include <cmath>
 #include <limits>
 
@@ -316,19 +315,3 @@ int Register_Functions(sqlite3* db) {
 }
 
 }  // namespace database_inner
-
-// Time limit ---------------------------------------------------------------------------------------------------------
-
-struct TimeLimit::Inner {
-  std::chrono::steady_clock::time_point end;
-};
-
-TimeLimit::TimeLimit(Database& database, int milliseconds) : db(database.Handle()), inner(std::make_unique<Inner>()) {
-  inner->end = std::chrono::steady_clock::now() + std::chrono::milliseconds(milliseconds);
-  constexpr int stepsBetween = 10'000;
-  sqlite3_progress_handler(
-      db, stepsBetween,
-      [](void* it) { return std::chrono::steady_clock::now() > static_cast<Inner*>(it)->end ? 1 : 0; }, inner.get());
-}
-
-TimeLimit::~TimeLimit() { sqlite3_progress_handler(db, 0, nullptr, nullptr); }

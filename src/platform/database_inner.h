@@ -1,7 +1,9 @@
 #pragma once
 #include <QByteArray>
+#include <QElapsedTimer>
 #include <QHash>
 #include <QLockFile>
+#include <QSet>
 #include <QString>
 #include <memory>
 #include <optional>
@@ -21,6 +23,15 @@ inline constexpr int deviceError = 57, tableExists = 3010, noTransaction = 3034,
 namespace database_inner {
 
 [[noreturn]] void Raise_Device();
+// The error that a result of SQLite stands for, with a German text: what is wrong and what helps.
+Error Error_Of_Result(sqlite3* db, int rc);
+// What SQLite says about a statement that it does not take, in German.
+QString German_Message(const QString& message);
+
+struct Finalizer {
+  void operator()(sqlite3_stmt* it) const { sqlite3_finalize(it); }
+};
+using Statement = std::unique_ptr<sqlite3_stmt, Finalizer>;
 
 // What is known of one table while the file is open. Never removed, so that pointers to it stay good.
 struct TableState {
@@ -42,17 +53,46 @@ struct OpenWay {
   bool lockFile = true;
 };
 
+// What bounds the statements that run now.
+class Limit {
+ public:
+  Limit(const QString& path, int milliseconds, WorkBounds bounds);
+  // Asked by SQLite while it works. Sets `fault` when it has to stop.
+  bool Is_Reached();
+  // Bytes of the rows taken so far. Raises when they are too many.
+  void Charge(qint64 bytes);
+
+  Error fault;
+  bool asking = false;  // the one who wants the rows is being asked
+
+ private:
+  bool Is_Stopped(int milliseconds);
+  qint64 File_Bytes() const;
+  void Set_Too_Large();
+
+  QElapsedTimer clock;
+  QString path;
+  int longest;
+  WorkBounds bounds;
+  qint64 memoryBefore, fileBefore, taken = 0, lastLook = 0;
+};
+
 // One open file. Recordsets share it with the Database and find `db` empty after Close.
 class Engine {
  public:
   ~Engine();
   void Open(const QString& file, OpenWay way);
   void Close();
-  void Need_Open() const;
+  void Need_Open() const;  // raises as well while a statement waits for an answer
+  // Before more rows of a result are kept: their bytes so far.
+  void Charge(qint64 bytes);
 
   // Turns a result of SQLite into an Error. A transaction SQLite has ended by itself is ended here as well.
   [[noreturn]] void Fail(int rc);
-  sqlite3_stmt* Prepare(const QByteArray& sql, bool lasting = false);
+  Statement Prepare(const QByteArray& sql, bool lasting = false);
+  // One that is kept from call to call; Finish ends it, Close ends what is left.
+  sqlite3_stmt* Prepare_Lasting(const QByteArray& sql);
+  void Finish(sqlite3_stmt*& statement);
   void Run(const char* sql);
   qint64 Number_Of(const QByteArray& sql);  // first column of the first row
 
@@ -85,6 +125,7 @@ class Engine {
   quint64 rollbacks = 0;   // keysets are taken anew when it has moved
   qint64 schemaChanges = 0;
   qint64 accountedChanges = 0;  // SQLite's count when it was last looked at
+  Limit* limit = nullptr;
 
  private:
   void Read_Tables();
@@ -98,6 +139,7 @@ class Engine {
   QHash<QString, int> tableIndex;
   qint64 knownSchema = -1;
   sqlite3_stmt* schemaStatement = nullptr;
+  QSet<sqlite3_stmt*> lastingStatements;
   QHash<QString, std::shared_ptr<TableState>> states;
   QHash<QString, std::shared_ptr<PointsEntry>> points;
 };
@@ -208,7 +250,7 @@ struct Recordset::Inner {
 
   std::shared_ptr<database_inner::Engine> engine;
   QString source;
-  bool fixed = false;  // opened as a snapshot
+  bool fixed = false;       // opened as a snapshot
   QString table;            // empty: a snapshot of a statement over several tables
   QByteArray keyStatement;  // the keys in the order of the rows
   std::vector<FieldInfo> fields;

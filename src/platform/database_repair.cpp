@@ -13,6 +13,7 @@ namespace {
 
 using database_inner::Engine;
 using database_inner::Quoted;
+using database_inner::Statement;
 
 std::vector<TableDef>& Known_Tables() {
   static std::vector<TableDef> tables;
@@ -30,10 +31,12 @@ int Rows_If_Sound(const QString& path) {
   try {
     Engine engine;
     engine.Open(path, {.lockFile = false});
-    sqlite3_stmt* statement = engine.Prepare("PRAGMA integrity_check(1)");
-    const bool sound = sqlite3_step(statement) == SQLITE_ROW &&
-                       qstrcmp(reinterpret_cast<const char*>(sqlite3_column_text(statement, 0)), "ok") == 0;
-    sqlite3_finalize(statement);
+    bool sound = false;
+    {
+      const Statement statement = engine.Prepare("PRAGMA integrity_check(1)");
+      sound = sqlite3_step(statement.get()) == SQLITE_ROW &&
+              qstrcmp(reinterpret_cast<const char*>(sqlite3_column_text(statement.get(), 0)), "ok") == 0;
+    }
     const int rows = sound ? Rows_Of(engine) : -1;
     engine.Close();
     return rows;
@@ -87,8 +90,9 @@ class Rebuilder {
       names += ',' + Quoted(field.name);
       marks += ",?";
     }
-    sqlite3_stmt* insert =
+    const Statement owner =
         engine.Prepare("INSERT INTO " + Quoted(table.name) + " (" + names + ") VALUES (" + marks + ')');
+    sqlite3_stmt* insert = owner.get();
     for (const auto& [key, fields] : table.rows) {
       sqlite3_bind_int64(insert, 1, key);
       for (int i = 0; i < width; ++i) {
@@ -103,7 +107,6 @@ class Rebuilder {
         engine.Fail(rc);
       }
     }
-    sqlite3_finalize(insert);
   }
 
   void Bind(sqlite3_stmt* insert, int parameter, const page_scanner::Field& field) {

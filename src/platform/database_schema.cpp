@@ -67,7 +67,7 @@ std::vector<FieldInfo> Read_Fields(sqlite3* db, const QString& table) {
 }
 
 qint64 Engine::Schema_Version() {
-  if (!schemaStatement) schemaStatement = Prepare("PRAGMA schema_version", true);
+  if (!schemaStatement) schemaStatement = Prepare_Lasting("PRAGMA schema_version");
   const int rc = sqlite3_step(schemaStatement);
   const qint64 version = rc == SQLITE_ROW ? sqlite3_column_int64(schemaStatement, 0) : -1;
   sqlite3_reset(schemaStatement);
@@ -86,12 +86,13 @@ const std::vector<TableDef>& Engine::Tables() {
 
 void Engine::Read_Tables() {
   std::vector<TableDef> found;
-  sqlite3_stmt* statement =
-      Prepare("SELECT name FROM sqlite_master WHERE type='table' AND substr(name, 1, 7) <> 'sqlite_' ORDER BY rowid");
+  // A table without pages of its own is a virtual one of another program.
+  const Statement statement = Prepare(
+      "SELECT name FROM sqlite_master WHERE type='table' AND rootpage>0 AND substr(name, 1, 7) <> 'sqlite_' "
+      "ORDER BY rowid");
   int rc;
-  while ((rc = sqlite3_step(statement)) == SQLITE_ROW)
-    found.push_back({QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(statement, 0))), {}});
-  sqlite3_finalize(statement);
+  while ((rc = sqlite3_step(statement.get())) == SQLITE_ROW)
+    found.push_back({QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(statement.get(), 0))), {}});
   if (rc != SQLITE_DONE) Fail(rc);
   for (TableDef& table : found) table.fields = Read_Fields(db, table.name);
   tables = std::move(found);

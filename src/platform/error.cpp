@@ -26,6 +26,8 @@ constexpr ErrorName names[] = {
     {errors::fieldNotFound, u"Eine Spalte dieses Namens gibt es nicht."},
     {errors::tableNotFound, u"Eine Tabelle oder Abfrage dieses Namens gibt es nicht."},
     {errors::sqlSyntax, u"Syntaxfehler in der Abfrage."},
+    {errors::workStopped, u"Die Anweisung wurde abgebrochen."},
+    {errors::databaseBusy, u"Die Datenbank arbeitet noch an einer Anweisung."},
     {errors::recordDeleted, u"Der Datensatz ist gelöscht."},
     {errors::fileInUse, u"Die Datenbank wird bereits von einem anderen Programm benutzt."},
     {errors::databaseExists, u"Die Datenbank existiert bereits."},

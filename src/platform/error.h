@@ -13,8 +13,9 @@ inline constexpr int overflow = 6, outOfMemory = 7, divisionByZero = 11, typeMis
                      fileExists = 58, diskFull = 61, noPermission = 70, pathNotFound = 76, invalidNull = 94,
                      badPicture = 481, printer = 482;
 inline constexpr int noCurrentRecord = 3021, databaseNotFound = 3024, databaseAccess = 3051, fieldNotFound = 3265,
-                     tableNotFound = 3078, sqlSyntax = 3075, recordDeleted = 3167, fileInUse = 3196,
-                     databaseExists = 3204, databaseDamaged = 3343, databaseInUse = 3356, textTooLong = 3163;
+                     tableNotFound = 3078, sqlSyntax = 3075, workStopped = 3059, databaseBusy = 3218,
+                     recordDeleted = 3167, fileInUse = 3196, databaseExists = 3204, databaseDamaged = 3343,
+                     databaseInUse = 3356, textTooLong = 3163;
 }  // namespace errors
 
 // The system's German text of an error number; "Anwendungs- oder objektdefinierter Fehler" for all others.

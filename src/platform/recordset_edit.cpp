@@ -182,7 +182,7 @@ void Recordset::Inner::Insert() {
       marks += "?,";
     }
     insertStatement =
-        engine->Prepare("INSERT INTO " + Quoted(table) + " (" + names + "rowid) VALUES (" + marks + "?)", true);
+        engine->Prepare_Lasting("INSERT INTO " + Quoted(table) + " (" + names + "rowid) VALUES (" + marks + "?)");
   }
   const qint64 key = engine->Next_Key(state, table);
   for (int i = 0; i < width; ++i) Bind(insertStatement, i + 1, buffer[static_cast<size_t>(i)]);
@@ -202,12 +202,11 @@ void Recordset::Inner::Change() {
   Need_Row();
   if (std::find(dirty.begin(), dirty.end(), 1) == dirty.end()) return;
   if (!changeStatement || changeDirty != dirty) {
-    sqlite3_finalize(changeStatement);
-    changeStatement = nullptr;
+    engine->Finish(changeStatement);
     QByteArray sql;
     for (size_t i = 0; i < fields.size(); ++i)
       if (dirty[i]) sql += (sql.isEmpty() ? "" : ",") + Quoted(fields[i].name) + "=?";
-    changeStatement = engine->Prepare("UPDATE " + Quoted(table) + " SET " + sql + " WHERE rowid=?", true);
+    changeStatement = engine->Prepare_Lasting("UPDATE " + Quoted(table) + " SET " + sql + " WHERE rowid=?");
     changeDirty = dirty;
   }
   int parameter = 0;
@@ -260,7 +259,7 @@ void Recordset::Delete() {
   set.End_Edit();
   set.engine->Need_Write();
   if (!set.deleteStatement)
-    set.deleteStatement = set.engine->Prepare("DELETE FROM " + Quoted(set.table) + " WHERE rowid=?", true);
+    set.deleteStatement = set.engine->Prepare_Lasting("DELETE FROM " + Quoted(set.table) + " WHERE rowid=?");
   const qint64 key = set.keys[static_cast<size_t>(set.position)];
   // Known before the row goes, so that its key is not given again.
   set.engine->Next_Key(set.state, set.table);

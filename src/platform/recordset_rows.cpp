@@ -13,6 +13,7 @@ using database_inner::Block;
 using database_inner::Cell;
 using database_inner::Layout;
 using database_inner::Quoted;
+using database_inner::Statement;
 
 namespace {
 constexpr int mostReadAhead = 256, mostCachedRows = 65536;
@@ -70,11 +71,8 @@ void Recordset::Inner::Open_Table(const QString& name) {
 }
 
 void Recordset::Inner::Open_Select(const QString& sql, bool asSnapshot) {
-  sqlite3_stmt* statement = engine->Prepare(sql.toUtf8());
-  struct Finalizer {
-    sqlite3_stmt* it;
-    ~Finalizer() { sqlite3_finalize(it); }
-  } finalizer{statement};
+  const Statement owner = engine->Prepare(sql.toUtf8());
+  sqlite3_stmt* statement = owner.get();
   if (!sqlite3_stmt_readonly(statement)) Raise(errors::sqlSyntax);
   const int count = sqlite3_column_count(statement);
   const QString single = asSnapshot ? QString() : Single_Table_Of(sql);
@@ -114,28 +112,27 @@ void Recordset::Inner::Read_Keys() {
   seenGeneration = engine->generation;
   exact = wholeTable;
   if (wholeTable && Take_Dense_Keys()) return;
-  sqlite3_stmt* statement = engine->Prepare(keyStatement);
-  const int column = sqlite3_column_count(statement) - 1;
+  const Statement statement = engine->Prepare(keyStatement);
+  const int column = sqlite3_column_count(statement.get()) - 1;
   int rc;
-  while ((rc = sqlite3_step(statement)) == SQLITE_ROW) {
-    const qint64 key = sqlite3_column_int64(statement, column);
+  while ((rc = sqlite3_step(statement.get())) == SQLITE_ROW) {
+    const qint64 key = sqlite3_column_int64(statement.get(), column);
     ascending = ascending && (keys.empty() || keys.back() < key);
     keys.push_back(key);
+    engine->Charge(static_cast<qint64>(keys.capacity() * sizeof(qint64)));
   }
-  sqlite3_finalize(statement);
   if (rc != SQLITE_DONE) engine->Fail(rc);
 }
 
 // Where nothing was deleted the keys follow each other, and the ends tell them all.
 bool Recordset::Inner::Take_Dense_Keys() {
   const QByteArray name = Quoted(table);
-  sqlite3_stmt* statement = engine->Prepare("SELECT (SELECT count(*) FROM " + name + "), (SELECT min(rowid) FROM " +
-                                            name + "), (SELECT max(rowid) FROM " + name + ')');
-  const int rc = sqlite3_step(statement);
+  const Statement owner = engine->Prepare("SELECT (SELECT count(*) FROM " + name + "), (SELECT min(rowid) FROM " +
+                                          name + "), (SELECT max(rowid) FROM " + name + ')');
+  sqlite3_stmt* statement = owner.get();
+  if (const int rc = sqlite3_step(statement); rc != SQLITE_ROW) engine->Fail(rc);
   const qint64 count = sqlite3_column_int64(statement, 0);
   const qint64 first = sqlite3_column_int64(statement, 1), last = sqlite3_column_int64(statement, 2);
-  sqlite3_finalize(statement);
-  if (rc != SQLITE_ROW) engine->Fail(rc);
   if (count > 0 && (first < 0 || last - first != count - 1)) return false;
   keys.resize(static_cast<size_t>(count));
   std::iota(keys.begin(), keys.end(), first);
@@ -159,6 +156,8 @@ void Recordset::Inner::Read_Snapshot(sqlite3_stmt* statement) {
     block->cells.resize(block->cells.size() + width);
     Cell* cells = block->cells.data() + static_cast<size_t>(row) * width;
     for (size_t i = 0; i < width; ++i) Read_Cell(*block, cells[i], statement, static_cast<int>(i));
+    engine->Charge(static_cast<qint64>(keys.capacity() * sizeof(qint64) + block->rows.capacity() * sizeof(qint32) +
+                                       block->cells.capacity() * sizeof(Cell) + block->texts.capacity()));
   }
   if (rc != SQLITE_DONE) engine->Fail(rc);
   ascending = true;
@@ -166,11 +165,9 @@ void Recordset::Inner::Read_Snapshot(sqlite3_stmt* statement) {
 }
 
 void Recordset::Inner::Close_Statements() {
-  for (sqlite3_stmt** statement : {&readStatement, &insertStatement, &changeStatement, &deleteStatement}) {
-    // After Close the connection has taken them along.
-    if (engine && engine->db) sqlite3_finalize(*statement);
-    *statement = nullptr;
-  }
+  if (!engine) return;
+  for (sqlite3_stmt** statement : {&readStatement, &insertStatement, &changeStatement, &deleteStatement})
+    engine->Finish(*statement);
 }
 
 void Recordset::Inner::Drop_Blocks() {
@@ -279,8 +276,7 @@ void Recordset::Inner::Prepare_Read() {
     wanted->columns.push_back(static_cast<int>(i));
   }
   if (readStatement && layout->columns == wanted->columns && readExact == exact) return;
-  sqlite3_finalize(readStatement);
-  readStatement = nullptr;
+  engine->Finish(readStatement);
   layout = std::move(wanted);
   readExact = exact;
   QByteArray sql;
@@ -290,9 +286,8 @@ void Recordset::Inner::Prepare_Read() {
     sql.chop(1);
   else
     sql += "rowid";
-  readStatement = engine->Prepare("SELECT " + sql + " FROM " + Quoted(table) + " WHERE rowid>=?1 " +
-                                      (exact ? "ORDER BY rowid LIMIT ?2" : "AND rowid<=?2 ORDER BY rowid"),
-                                  true);
+  readStatement = engine->Prepare_Lasting("SELECT " + sql + " FROM " + Quoted(table) + " WHERE rowid>=?1 " +
+                                          (exact ? "ORDER BY rowid LIMIT ?2" : "AND rowid<=?2 ORDER BY rowid"));
 }
 
 // Reads the rows of `count` positions, of a key range at once where the keys ascend.
@@ -302,6 +297,7 @@ Block* Recordset::Inner::Load(int from, int count) {
     lastBlock = nullptr;
     cachedRows = 0;
   }
+  engine->Need_Open();
   Prepare_Read();
   auto block = std::make_unique<Block>();
   block->first = from;

@@ -89,12 +89,13 @@ void CompactDatabase(const QString& source, const QString& target) {
     // The source may lie where nothing can be written, the template for one.
     const bool fixed = !QFileInfo(QFileInfo(from).path()).isWritable() || !QFileInfo(from).isWritable();
     engine.Open(from, {.readOnly = fixed, .lockFile = false});
-    sqlite3_stmt* statement = engine.Prepare("VACUUM INTO ?1");
-    const QByteArray name = aside.toUtf8();
-    sqlite3_bind_text(statement, 1, name.constData(), static_cast<int>(name.size()), SQLITE_STATIC);
-    sqlite3_step(statement);
-    const int rc = sqlite3_finalize(statement);
-    if (rc != SQLITE_OK) engine.Fail(rc);
+    {
+      const Statement statement = engine.Prepare("VACUUM INTO ?1");
+      const QByteArray name = aside.toUtf8();
+      sqlite3_bind_text(statement.get(), 1, name.constData(), static_cast<int>(name.size()), SQLITE_STATIC);
+      const int rc = sqlite3_step(statement.get());
+      if (rc != SQLITE_DONE) engine.Fail(rc);
+    }
     engine.Close();
   } catch (const Error& error) {
     if (error.number == errors::fileInUse) Raise(errors::databaseInUse);

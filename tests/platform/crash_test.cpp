@@ -204,7 +204,9 @@ TEST_F(CrashTest, FullDiskLeavesTheOldRow) {
                                            },
                                            [&] { append_many(20000); }};
     for (const auto& work : works) {
-      EXPECT_EQ(Error_Of(work), error);
+      const Error told = Raised(work);
+      EXPECT_EQ(told.number, error);
+      EXPECT_TRUE(told.text.contains(error == 61 ? "Schaffen Sie dort Platz" : "Datenträger")) << told.text;
       EXPECT_FALSE(rows->Editing());
       database->Rollback();  // of the bulk operation, which is gone as a whole
       EXPECT_FALSE(database->InTrans());

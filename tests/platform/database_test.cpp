@@ -1,5 +1,7 @@
 #include "platform/database.h"
 
+#include <sqlite3.h>
+
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
@@ -37,6 +39,17 @@ class DatabaseTest : public ::testing::Test {
     rows->Set(u"ID", id);
     rows->Set(u"Xmap", qint64{x});
     rows->Update();
+  }
+  // As another program would write into the closed file.
+  void By_Another_Program(const char* sql) {
+    rows.reset();
+    database->Close();
+    sqlite3* other = nullptr;
+    ASSERT_EQ(sqlite3_open(qPrintable(path), &other), SQLITE_OK);
+    EXPECT_EQ(sqlite3_exec(other, sql, nullptr, nullptr, nullptr), SQLITE_OK) << sqlite3_errmsg(other);
+    sqlite3_close(other);
+    database = Workspace::OpenDatabase(path);
+    rows = database->OpenRecordset("MapData");
   }
   static void Change(Recordset& set, QStringView field, Value value) {
     set.Edit();
@@ -358,6 +371,139 @@ TEST_F(DatabaseTest, Selects) {
     EXPECT_EQ(Error_Of([&] { database->OpenRecordset(sql); }), error) << sql;
   EXPECT_EQ(Error_Of([&] { database->Execute("COMMIT"); }), 3075);
   EXPECT_EQ(database->Execute("DELETE FROM MapData WHERE ID < 'B'"), 3);
+}
+
+TEST_F(DatabaseTest, FaultsAreToldInGerman) {
+  Add("a");
+  By_Another_Program(
+      "CREATE TABLE streng (nr INTEGER NOT NULL UNIQUE, art TEXT CHECK (art <> 'x'), menge REAL) STRICT;"
+      "CREATE VIEW alle AS SELECT * FROM MapData; INSERT INTO streng VALUES(1, 'a', 1.5);");
+  QString deep = "1";
+  for (int i = 0; i < 1200; ++i) deep = '(' + deep + "+1)";
+  const struct {
+    QString sql;
+    int number;
+    const char* text;
+  } cases[] = {
+      {"INSERT INTO streng VALUES(1, 'b', 2)", 3075, "Der Wert in streng.nr kommt schon vor"},
+      {"INSERT INTO streng VALUES(NULL, 'b', 2)", 3075, "streng.nr darf nicht leer bleiben"},
+      {"INSERT INTO streng VALUES(2, 'x', 2)", 3075, "verletzt eine Regel dieser Tabelle (art <> 'x')"},
+      {"INSERT INTO streng VALUES(2, 'b', 'viel')", 3075, "Der Wert hat nicht die Art, die streng.menge aufnimmt"},
+      {"INSERT INTO MapData(rowid) VALUES('x')", 3075, "Der Wert hat nicht die Art"},
+      {"INSERT INTO streng VALUES(2)", 3075, "Die Zahl der Werte passt nicht"},
+      {"UPDATE alle SET Xmap=1", 3075, "alle gehört einem anderen Programm"},
+      {"UPDATE MapData SET Xmap=fx_short(40000)", 3075, "Überlauf"},
+      {"UPDATE MapData SET ID=hex(zeroblob(60000000))", 3075, "Ein Text ist zu lang"},
+      {"UPDATE MapData SET Xmap=abs(-9223372036854775807-1)", 3075, "Ein Zahlenwert ist zu groß"},
+      {"UPDATE MapData SET Xmap=" + deep, 3075, "zu tief verschachtelt"},
+      {"UPDATE MapData SET Xmap=count(*)", 3075, "Summen und Zählungen"},
+      {"UPDATE MapData SET Xmap=(SELECT nr, art FROM streng)", 3075, "nur eine Spalte"},
+      {"UPDATE MapData SET Xmap=fx_mid(1)", 3075, "zu viele oder zu wenige Werte: mid()"},
+      {"UPDATE MapData SET Xmap=nichts(1)", 3075, "Die Funktion nichts gibt es nicht"},
+      {"UPDATE Nirgends SET Xmap=1", 3078, "namens Nirgends gibt es nicht"},
+      {"UPDATE MapData SET Farbe=1", 3075, "Die Spalte Farbe ist"},
+      {"UPDATE MapData SET", 3075, "nicht vollständig"},
+      {"UPDATE MapData SET = 3", 3075, "wird bei \"=\" nicht verstanden"},
+      {"UPDATE MapData SET ID='offen", 3075, "wird bei \"'offen\" nicht verstanden"},
+      {"CREATE TABLE MapData(a)", 3075, "Die Tabelle MapData gibt es schon"},
+      {"", 0, ""},
+  };
+  for (const auto& it : cases) {
+    const Error error = Raised([&] { database->Execute(it.sql); });
+    EXPECT_EQ(error.number, it.number) << it.sql.left(80);
+    EXPECT_TRUE(error.text.contains(QString::fromUtf8(it.text))) << it.sql.left(80) << ": " << error.text;
+  }
+  EXPECT_EQ(Raised([&] { database->OpenSnapshot("-- nichts"); }).number, 3075);
+}
+
+TEST_F(DatabaseTest, StatementsThatGrowAreStopped) {
+  database->BeginTrans();
+  for (int i = 0; i < 92; ++i) Add(QStringLiteral("Eintrag mit etwas Text %1").arg(i), i);
+  database->CommitTrans();
+  const qint64 bytes = 20 << 20;
+  const char* const statements[] = {
+      "SELECT a.*, b.* FROM MapData a, MapData b, MapData c, MapData d",
+      "SELECT a.ID, b.ID FROM MapData a, MapData b, MapData c, MapData d ORDER BY a.ID || b.ID",
+      "SELECT count(*) FROM (SELECT DISTINCT a.ID || b.ID || c.ID || d.ID FROM MapData a, MapData b, MapData c, "
+      "MapData d)",
+      "INSERT INTO MapData(ID) SELECT a.ID || b.ID FROM MapData a, MapData b, MapData c, MapData d"};
+  for (const char* sql : statements) {
+    const TimeLimit limit(*database, 60'000, {.bytes = bytes, .stopped = {}});
+    const qint64 before = sqlite3_memory_highwater(1);
+    const Error error = Raised([&] { *sql == 'I' ? void(database->Execute(sql)) : void(database->OpenSnapshot(sql)); });
+    EXPECT_EQ(error.number, 7) << sql;
+    EXPECT_TRUE(error.text.startsWith("Die Anweisung braucht mehr Speicher, als ihr zusteht (20 MB)")) << error.text;
+    EXPECT_LT(sqlite3_memory_highwater(1) - before, 2 * bytes) << sql;
+  }
+  EXPECT_LT(QFileInfo(path + "-wal").size(), 3 * bytes);
+  EXPECT_EQ(database->RowCount("MapData"), 92);
+  EXPECT_EQ(rows->RecordCount(), 92);
+}
+
+TEST_F(DatabaseTest, RunningStatementIsStoppedByTheUser) {
+  for (int i = 0; i < 30; ++i) Add(QString::number(i), i);
+  auto other = database->OpenRecordset("MapData");
+  const QString forever =
+      "SELECT count(*) FROM MapData a, MapData b, MapData c, MapData d, MapData e, MapData f, MapData g";
+  int asked = 0;
+  const auto stopped = [&](int milliseconds) {
+    EXPECT_GT(milliseconds, 0);
+    // Events that are served here may reach for the rows: the statement must not be disturbed.
+    EXPECT_EQ(Error_Of([&] { other->Text(0); }), 3218);
+    EXPECT_EQ(Error_Of([&] { other->AddNew(); }), 3218);
+    EXPECT_EQ(Error_Of([&] { database->Execute("DELETE FROM MapData"); }), 3218);
+    for (const auto& work : {&Database::Checkpoint, &Database::BeginTrans, &Database::Rollback, &Database::Close})
+      EXPECT_EQ(Error_Of([&] { (*database.*work)(); }), 3218);
+    return ++asked >= 3;
+  };
+  {
+    const TimeLimit outer(*database, 60'000);
+    {
+      const TimeLimit limit(*database, 60'000, {.stopped = stopped});
+      EXPECT_EQ(Error_Of([&] { database->OpenSnapshot(forever); }), 3059);
+      EXPECT_EQ(Error_Of([&] { database->Execute("UPDATE MapData SET Xmap=1 WHERE (" + forever + ") > 0"); }), 3059);
+    }
+    EXPECT_EQ(asked, 4);
+  }
+  const TimeLimit limit(*database, 100);
+  EXPECT_EQ(Error_Of([&] { database->OpenSnapshot(forever); }), 3075);
+  EXPECT_EQ(other->Text(0), "0");
+  EXPECT_EQ(database->OpenSnapshot("SELECT sum(Xmap) FROM MapData")->Integer(0), 435);
+}
+
+// What another program put into the file: it is neither run nor in the way.
+TEST_F(DatabaseTest, ForeignPartsOfTheFileAreLeftAlone) {
+  for (const char* id : {"a", "b", "c"}) Add(id);
+  By_Another_Program(
+      "CREATE VIRTUAL TABLE wort USING fts5(text); INSERT INTO wort VALUES('Eiche am Bach');"
+      "CREATE VIRTUAL TABLE ort USING rtree(nr, x0, x1); INSERT INTO ort VALUES(1, 2.0, 3.0);"
+      "CREATE TRIGGER raeumt AFTER INSERT ON MapData BEGIN DELETE FROM MapData; END;"
+      "CREATE TRIGGER ewig AFTER UPDATE ON MapData BEGIN INSERT INTO MapData(ID) "
+      "  WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i+1 FROM n) SELECT i FROM n LIMIT 100000; END;"
+      "CREATE VIEW endlos AS WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i+1 FROM n) SELECT i FROM n;"
+      "CREATE VIEW alle AS SELECT * FROM MapData;");
+  Add("d");
+  rows->MoveLast();
+  Change(*rows, u"Xmap", qint64{5});
+  rows->Delete();
+  EXPECT_EQ(Ids(*rows), QStringList({"a", "b", "c"}));
+  EXPECT_FALSE(database->HasTable("wort") || database->HasTable("endlos"));
+  EXPECT_NE(Error_Of([&] { database->OpenSnapshot("SELECT * FROM endlos"); }), 0);
+  EXPECT_EQ(Error_Of([&] { database->OpenSnapshot("SELECT * FROM alle"); }), 3075);
+  EXPECT_EQ(Error_Of([&] { database->Execute("DELETE FROM wort_data"); }), 3075) << "its index would break";
+  EXPECT_EQ(Error_Of([&] { database->Execute("PRAGMA writable_schema=ON; DELETE FROM sqlite_master"); }), 3075);
+  database->AddColumn("MapData", {"Höhe", FieldType::Integer, 0});
+  database->DropColumn("MapData", "Höhe");
+  // Statements of its own that such a table keeps are its own to end.
+  const auto found = database->OpenSnapshot("SELECT x0 FROM ort, wort WHERE wort MATCH 'eiche' AND x1 > 2");
+  EXPECT_EQ(found->RecordCount(), 1);
+  rows->MoveFirst();
+  EXPECT_EQ(rows->Text(0), "a");
+  Reopen();
+  database->Close();
+  CompactDatabase(path, folder.filePath("Kopie.MDB"));
+  database = Workspace::OpenDatabase(folder.filePath("Kopie.MDB"));
+  EXPECT_EQ(database->OpenSnapshot("SELECT * FROM wort")->Text(0), "Eiche am Bach");
 }
 
 TEST_F(DatabaseTest, CheckpointAndClosingLeaveOneWholeFile) {
