@@ -22,8 +22,9 @@ namespace {
   switch (code) {
     case ENOENT:
       Raise(errors::fileNotFound);
-    case ENOTDIR:
     case ENAMETOOLONG:
+      Raise(errors::pathNotFound, QStringLiteral("Der Pfad oder ein Name darin ist zu lang."));
+    case ENOTDIR:
     case ELOOP:
       Raise(errors::pathNotFound);
     case ENOSPC:
@@ -159,6 +160,14 @@ QString Source_Of(const QString& path) {
   if (found.isEmpty() || QFileInfo(found).isDir()) Raise(errors::fileNotFound);
   return found;
 }
+
+// Opening a pipe would wait for its other end.
+QString Content_Of(const QString& path) {
+  const QString found = Source_Of(path);
+  if (const QString flaw = Strange_File(found); !flaw.isEmpty())
+    Raise(errors::noPermission, QStringLiteral("Auf \"%1\" kann nicht zugegriffen werden: %2").arg(found, flaw));
+  return found;
+}
 }  // namespace
 
 void Replace_File(const QString& path, const QByteArray& content) {
@@ -168,7 +177,7 @@ void Replace_File(const QString& path, const QByteArray& content) {
 }
 
 void Write_At(const QString& path, qint64 position, const QByteArray& bytes) {
-  const QString found = Source_Of(path);
+  const QString found = Content_Of(path);
   const Descriptor file(::open(QFile::encodeName(found).constData(), O_WRONLY | O_CLOEXEC));
   if (file.Number() < 0) Raise_System(errno);
   if (const int fault = File_Write_Fault ? File_Write_Fault(found, bytes.size()) : 0; fault != 0) Raise(fault);
@@ -184,7 +193,7 @@ void Write_At(const QString& path, qint64 position, const QByteArray& bytes) {
 }
 
 void File_Copy(const QString& source, const QString& target) {
-  const QByteArray from = QFile::encodeName(Source_Of(source));
+  const QByteArray from = QFile::encodeName(Content_Of(source));
   const QString to = Target_Of(target);
   if (Same_File(from, QFile::encodeName(to))) return;
   const Descriptor file(::open(from.constData(), O_RDONLY | O_CLOEXEC));

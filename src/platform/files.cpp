@@ -1,5 +1,7 @@
 #include "platform/files.h"
 
+#include <sys/stat.h>
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -7,12 +9,15 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <new>
 
 #include "platform/error.h"
 
 QString ProgramFolder;
 
 namespace {
+constexpr qint64 largestWhole = qint64{512} << 20;  // of files read at once; those of ours are a thousandth of it
+
 // Names that look the same to the user are the same: in any case, and with umlauts in one character or in two.
 QString Folded(const QString& name) { return name.normalized(QString::NormalizationForm_C).toCaseFolded(); }
 
@@ -84,8 +89,38 @@ QString Find_File(const QString& path) {
   if (path.isEmpty()) return {};
   const QString clean = Clean_Path(path);
   if (QFileInfo::exists(clean)) return clean;
-  const QString root = clean.startsWith(u'/') ? QStringLiteral("/") : QString();
-  return Find_Below(root, clean.split(u'/', Qt::SkipEmptyParts), 0);
+  if (QFile::encodeName(clean).size() > longestPath) return {};
+  // Steps up and back again would have every folder on the way read once more for each of them.
+  const QString direct = QDir::cleanPath(clean);
+  const QString root = direct.startsWith(u'/') ? QStringLiteral("/") : QString();
+  return Find_Below(root, direct.split(u'/', Qt::SkipEmptyParts), 0);
+}
+
+QString Path_Flaw(const QString& path, int longest) {
+  constexpr int longestName = 255, shownEnd = 80;
+  const QString whole = QFileInfo(Clean_Path(path)).absoluteFilePath();
+  const auto told = [](const QString& what, qsizetype bytes, int most, const QString& text) {
+    return QStringLiteral("%1 ist zu lang: %2 Zeichen, Umlaute doppelt gezählt; höchstens %3 sind möglich:\n%4")
+        .arg(what)
+        .arg(bytes)
+        .arg(most)
+        .arg(text.size() > shownEnd ? QStringLiteral("...") + text.right(shownEnd) : text);
+  };
+  if (const qsizetype bytes = QFile::encodeName(whole).size(); bytes > longest)
+    return told(QStringLiteral("Der Pfad der Datei"), bytes, longest, whole);
+  for (const QString& name : whole.split(u'/', Qt::SkipEmptyParts))
+    if (const qsizetype bytes = QFile::encodeName(name).size(); bytes > longestName)
+      return told(QStringLiteral("Ein Name im Pfad der Datei"), bytes, longestName, name);
+  return {};
+}
+
+QString Strange_File(const QString& path) {
+  struct stat info {};
+  if (::stat(QFile::encodeName(Clean_Path(path)).constData(), &info) != 0 || S_ISREG(info.st_mode)) return {};
+  if (S_ISDIR(info.st_mode)) return QStringLiteral("es ist keine Datei, sondern ein Ordner.");
+  if (S_ISFIFO(info.st_mode)) return QStringLiteral("es ist keine Datei, sondern eine Leitung zwischen Programmen.");
+  if (S_ISSOCK(info.st_mode)) return QStringLiteral("es ist keine Datei, sondern ein Anschluss eines Programms.");
+  return QStringLiteral("es ist keine Datei, sondern ein Gerät.");
 }
 
 bool File_Exists(const QString& path) {
@@ -139,9 +174,20 @@ QByteArray Read_Bytes(const QString& path) {
   if (found.isEmpty() || !QFileInfo(found).isFile()) Raise(errors::fileNotFound);
   QFile file(found);
   if (!file.open(QIODevice::ReadOnly)) Raise(errors::noPermission);
-  const QByteArray bytes = file.readAll();
-  if (file.error() != QFileDevice::NoError) Raise(errors::noPermission, file.errorString());
-  return bytes;
+  const auto raiseTooLarge = [&] {
+    Raise(errors::outOfMemory, QStringLiteral("Die Datei \"%1\" ist zu groß, um sie als Ganzes zu lesen: %2 MB.")
+                                   .arg(found)
+                                   .arg(file.size() >> 20));
+  };
+  if (file.size() > largestWhole) raiseTooLarge();
+  try {
+    const QByteArray bytes = file.readAll();
+    if (file.error() != QFileDevice::NoError) Raise(errors::noPermission, file.errorString());
+    return bytes;
+  } catch (const std::bad_alloc&) {
+    raiseTooLarge();
+    return {};
+  }
 }
 
 QStringList Read_Lines(const QString& path) {

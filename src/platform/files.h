@@ -18,8 +18,17 @@ bool File_Exists(const QString& path);
 // Files of a folder that match a name pattern with "*" and "?", ignoring case, sorted; full paths.
 QStringList Find_Files(const QString& folder, const QString& pattern);
 
+// Why nothing can lie at that path, or be made there: the path or a name in it has too many bytes. A German text with
+// the path in it; empty if nothing speaks against it.
+inline constexpr int longestPath = 4095;      // of the system
+inline constexpr int longestTablePath = 480;  // the database takes 512 bytes, with all endings of its files
+QString Path_Flaw(const QString& path, int longest = longestPath);
+// Why what lies there must not be opened as a file: it is a folder, a pipe, a device. A German half sentence; empty for
+// a file, and if nothing is there.
+QString Strange_File(const QString& path);
+
 // Texts in Windows-1252 with CR LF. Reading takes UTF-8 when the bytes are valid UTF-8 (with or without mark), else
-// Windows-1252; CR, LF and CR LF end a line. Errors 53, 70, 61, 76.
+// Windows-1252; CR, LF and CR LF end a line. Errors 53, 70, 61, 76; 7 if a file is larger than can be read as a whole.
 QString From_1252(const QByteArray& bytes);
 QByteArray To_1252(const QString& text);  // what cannot be written becomes "?"
 QStringList Read_Lines(const QString& path);

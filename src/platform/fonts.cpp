@@ -10,6 +10,7 @@ namespace {
 
 constexpr int maxKeptLines = 20000;
 constexpr double largestPixels = 2880;  // 2160 points; beyond it glyphs cost more than any sheet can show
+constexpr int widest = 1 << 26;         // what a text can measure: coordinates are added to it
 int keptLines = 0;
 
 struct Substitute {
@@ -87,12 +88,12 @@ FontFace::FontFace(const FontKey& wanted)
 }
 
 int FontFace::ShownWidth(QStringView shown) const {
-  int width = 0;
+  qint64 width = 0;
   for (const QChar c : shown) {
-    if (c.unicode() >= advance.size()) return metrics.horizontalAdvance(shown.toString());
+    if (c.unicode() >= advance.size()) return std::clamp(metrics.horizontalAdvance(shown.toString()), 0, widest);
     width += advance[c.unicode()];
   }
-  return width;
+  return static_cast<int>(std::min<qint64>(width, widest));
 }
 
 int FontFace::LineWidth(QStringView line) const {
@@ -100,15 +101,19 @@ int FontFace::LineWidth(QStringView line) const {
 }
 
 int FontFace::TextWidth(const QString& text) const {
-  int widest = 0;
-  For_Each_Line(text, [&](QStringView line, int) { widest = std::max(widest, LineWidth(line)); });
-  return widest;
+  int width = 0;
+  For_Each_Line(text, [&](QStringView line, int) { width = std::max(width, LineWidth(line)); });
+  return width;
 }
 
 int FontFace::TextHeight(const QString& text) const {
   int count = 0;
   For_Each_Line(text, [&](QStringView, int) { ++count; });
-  return count * lineHeight;
+  return LineTop(count);
+}
+
+int FontFace::LineTop(int number) const {
+  return static_cast<int>(std::min<qint64>(qint64{number} * lineHeight, widest));
 }
 
 const QStaticText& FontFace::Prepared(const QString& line, Edge edge) const {
@@ -128,6 +133,11 @@ const QStaticText& FontFace::Prepared(const QString& line, Edge edge) const {
 }
 
 const FontFace& Font_Face(const FontKey& key) {
+  if (!std::isfinite(key.points)) {  // such a key equals none, not even itself
+    FontKey sound = key;
+    sound.points = FontKey().points;
+    return Font_Face(sound);
+  }
   auto& face = All_Faces()[key];
   if (!face) face = std::make_unique<FontFace>(key);
   return *face;

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "platform/error.h"
+#include "platform/near.h"
 #include "platform/pdf_images.h"
 #include "platform/surface_image.h"
 
@@ -42,10 +43,11 @@ class PageSurface final : public FontedSurface {
     if (area.isEmpty())
       painter.setClipping(false);
     else
-      painter.setClipRect(area.normalized());
+      painter.setClipRect(Near(area));
   }
   using Surface::PaintPicture;
-  void PaintPicture(const QRectF& target, const QImage& picture, const QRectF& source) override {
+  void PaintPicture(const QRectF& onto, const QImage& picture, const QRectF& from) override {
+    const QRectF target = Near(onto), source = Near(from);
     if (picture.isNull() || target.isEmpty() || modes == PageModes::CombiningOnly) return;
     painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
     const QRectF whole = QRectF(source.toAlignedRect() & picture.rect());
@@ -63,12 +65,12 @@ class PageSurface final : public FontedSurface {
   void Line(QPointF from, QPointF to) override {
     if (!Begin()) return;
     painter.setPen(Pen());
-    painter.drawLine(from, to);
+    painter.drawLine(Near(from), Near(to));
   }
   void Box(const QRectF& box) override {
     // The pen lies on the rim inside, as on the screen.
-    const double inset = pen.pen == PenStyle::None ? 0 : std::max(pen.DrawWidth, 0.0) / 2;
-    QRectF rim = box.normalized();
+    const double inset = pen.pen == PenStyle::None ? 0 : std::max(Near(pen.DrawWidth), 0.0) / 2;
+    QRectF rim = Near(box);
     if (rim.width() > 2 * inset && rim.height() > 2 * inset) rim.adjust(inset, inset, -inset, -inset);
     QPainterPath path;
     path.addRect(rim);
@@ -77,11 +79,11 @@ class PageSurface final : public FontedSurface {
   void FilledBox(const QRectF& box, QRgb color) override {
     if (pen.mode == DrawMode::Nop || modes == PageModes::CombiningOnly) return;
     painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
-    painter.fillRect(box.normalized(), QColor::fromRgb(color));
+    painter.fillRect(Near(box), QColor::fromRgb(color));
   }
   void Ellipse(const QRectF& box) override {
-    const double inset = pen.pen == PenStyle::None ? 0 : std::max(pen.DrawWidth, 0.0) / 2;
-    QRectF rim = box.normalized();
+    const double inset = pen.pen == PenStyle::None ? 0 : std::max(Near(pen.DrawWidth), 0.0) / 2;
+    QRectF rim = Near(box);
     if (rim.width() > 2 * inset && rim.height() > 2 * inset) rim.adjust(inset, inset, -inset, -inset);
     QPainterPath path;
     path.addEllipse(rim);
@@ -91,30 +93,28 @@ class PageSurface final : public FontedSurface {
     if (points.size() < 2 || !Begin()) return;
     if (pen.mode == DrawMode::Copy) {
       painter.setPen(Pen());
-      return painter.drawPolyline(points.data(), static_cast<int>(points.size()));
+      std::vector<QPointF> held(points.begin(), points.end());
+      for (QPointF& point : held) point = Near(point);
+      return painter.drawPolyline(held.data(), static_cast<int>(held.size()));
     }
     // As one stroke: pieces that meet or cross must not be combined twice.
-    QPainterPath path(points[0]);
-    for (size_t i = 1; i < points.size(); ++i) path.lineTo(points[i]);
-    painter.strokePath(path, Pen());
+    painter.strokePath(Chain(points), Pen());
   }
   void Polygon(std::span<const QPointF> points) override {
     if (points.size() < 2) return;
-    QPainterPath path(points[0]);
-    for (size_t i = 1; i < points.size(); ++i) path.lineTo(points[i]);
+    QPainterPath path = Chain(points);
     path.closeSubpath();
     Draw(path, true, Qt::RoundJoin);
   }
   void Veil(std::span<const QPointF> points, QRgb color) override {
     if (points.size() < 3) return;
-    QPainterPath path(points[0]);
-    for (size_t i = 1; i < points.size(); ++i) path.lineTo(points[i]);
-    painter.fillPath(path, QColor(qRed(color), qGreen(color), qBlue(color), 128));
+    painter.fillPath(Chain(points), QColor(qRed(color), qGreen(color), qBlue(color), 128));
   }
   void Bezier(std::span<const QPointF> points, bool closed) override {
     if (points.size() < 4) return;
-    QPainterPath path(points[0]);
-    for (size_t i = 1; i + 2 < points.size(); i += 3) path.cubicTo(points[i], points[i + 1], points[i + 2]);
+    QPainterPath path(Near(points[0]));
+    for (size_t i = 1; i + 2 < points.size(); i += 3)
+      path.cubicTo(Near(points[i]), Near(points[i + 1]), Near(points[i + 2]));
     if (closed) path.closeSubpath();
     Draw(path, closed, Qt::RoundJoin);
   }
@@ -122,7 +122,12 @@ class PageSurface final : public FontedSurface {
   void PrintRotated(QPointF at, const QString& text, double degrees) override;
 
  private:
-  QPen Pen() const { return Pen_Of(pen, pen.ForeColor, std::max(pen.DrawWidth, 0.05)); }
+  static QPainterPath Chain(std::span<const QPointF> points) {
+    QPainterPath path(Near(points[0]));
+    for (size_t i = 1; i < points.size(); ++i) path.lineTo(Near(points[i]));
+    return path;
+  }
+  QPen Pen() const { return Pen_Of(pen, pen.ForeColor, std::max(Near(pen.DrawWidth), 0.05)); }
   void Draw(const QPainterPath& path, bool filled, Qt::PenJoinStyle join);
   void Hatch(const QPainterPath& path);
   void Draw_Part(const QRectF& target, const QImage& picture, const QRect& part) {
@@ -215,15 +220,15 @@ void PageSurface::PrintRotated(QPointF at, const QString& text, double degrees) 
   painter.save();
   painter.setPen(QColor::fromRgb(pen.ForeColor));
   painter.setFont(face->font);
-  painter.translate(at);
-  painter.rotate(-degrees);
+  painter.translate(Near(at));
+  painter.rotate(std::isfinite(degrees) ? -degrees : 0);
   For_Each_Line(text, [&](QStringView line, int number) {
     const QString shown = face->Shown(line.toString());
     if (shown.isEmpty()) return;
     const double drawn = QFontMetricsF(face->font, painter.device()).horizontalAdvance(shown);
     const double wanted = face->LineWidth(line);
     painter.save();
-    painter.translate(0, number * face->lineHeight + face->ascent);
+    painter.translate(0, face->LineTop(number) + face->ascent);
     if (drawn > 0 && wanted > 0) painter.scale(wanted / drawn, 1);
     painter.drawText(QPointF(0, 0), shown);
     painter.restore();

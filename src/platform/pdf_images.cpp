@@ -60,9 +60,9 @@ Table Read_Table(const QByteArray& file) {
   if (table.at <= 0 || table.at >= file.size() || !QByteArrayView(file).sliced(table.at).startsWith("xref\n0 "))
     Raise(errors::printer);
   const qint64 count = Number_Behind(QByteArrayView(file).sliced(table.at), "xref\n0 ");
+  if (count <= 0 || count > file.size() / 20) Raise(errors::printer);
   const qsizetype lines = file.indexOf('\n', table.at + 5) + 1, trailer = lines + 20 * count;
-  if (count <= 0 || !QByteArrayView(file).sliced(std::min(trailer, file.size())).startsWith("trailer"))
-    Raise(errors::printer);
+  if (!QByteArrayView(file).sliced(std::min(trailer, file.size())).startsWith("trailer")) Raise(errors::printer);
   for (qint64 i = 0; i < count; ++i) {
     const QByteArrayView line = QByteArrayView(file).sliced(lines + 20 * i, 20);
     table.offsets.push_back(line[17] == 'n' ? line.first(10).toLongLong() : 0);
@@ -88,7 +88,7 @@ PdfImages::~PdfImages() { Documents().remove(owner); }
 
 QImage PdfImages::Stand_In(const QImage& picture, const QRect& part) {
   if (picture.format() != QImage::Format_Indexed8 || picture.hasAlphaChannel() || images.size() >= 0xffffff ||
-      part.width() * part.height() < smallestPicture)
+      qsizetype{part.width()} * part.height() < smallestPicture)
     return {};
   Stored stored{part.size(), {}, {}};
   const auto colors = picture.colorTable();

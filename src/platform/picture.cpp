@@ -8,16 +8,20 @@
 #include <QtEndian>
 #include <algorithm>
 #include <climits>
+#include <exception>
+#include <new>
 #include <optional>
 
 #include "platform/error.h"
 #include "platform/files.h"
 #include "platform/picture_check.h"
 #include "platform/wmf_reader.h"
+#include "platform/work_budget.h"
 
 namespace {
 
 constexpr qint64 megabyte = 1024 * 1024;
+constexpr qint64 largestMetafile = 64 * megabyte;
 constexpr qint64 reserve = 64 * megabyte;  // what the rest of the program must keep
 
 qint64 Free_Memory() {
@@ -28,21 +32,62 @@ qint64 Free_Memory() {
   return 2048 * megabyte;
 }
 
-[[noreturn]] void Raise_Too_Large(const QString& path, qint64 need) {
-  Raise(errors::outOfMemory, QStringLiteral("Nicht genügend Speicher: für das Bild \"%1\" werden %2 MB gebraucht.")
+qint64 Whole_Megabytes(qint64 bytes) { return bytes / megabyte + (bytes % megabyte > 0); }
+
+[[noreturn]] void Raise_No_Memory(const QString& path, qint64 need, qint64 most) {
+  Raise(errors::outOfMemory, QStringLiteral("Nicht genügend Speicher: für das Bild \"%1\" werden %2 MB gebraucht, "
+                                            "höchstens %3 MB stehen bereit.")
                                  .arg(QFileInfo(path).fileName())
-                                 .arg(need / megabyte + (need % megabyte > 0)));
+                                 .arg(Whole_Megabytes(need))
+                                 .arg(std::max<qint64>(0, most / megabyte)));
 }
 
 [[noreturn]] void Raise_Damaged(const QString& path, const QString& reason) {
   Raise(errors::badPicture, QStringLiteral("Das Bild \"%1\" kann nicht gelesen werden: %2").arg(path, reason));
 }
 
+// A system's error with the file it is about.
+[[noreturn]] void Raise_Named(int number, const QString& path) {
+  Raise(number, Error_Text(number) + QStringLiteral(": ") + path);
+}
+
+// A file that yields nothing more when the time is up: the image library then gives up wherever it is.
+class TimedFile final : public QFile {
+ public:
+  TimedFile(const QString& path, int milliseconds) : QFile(path), clock(milliseconds) {}
+  bool Late() const { return late; }
+
+ protected:
+  qint64 readData(char* data, qint64 most) override {
+    late = late || clock.Over();
+    return late ? -1 : QFile::readData(data, most);
+  }
+
+ private:
+  WorkClock clock;
+  bool late = false;
+};
+
+// The image library allocates no more than the picture at hand needs, whatever stands deeper in the file.
+class AllocationLimit {
+ public:
+  explicit AllocationLimit(qint64 bytes) : former(QImageReader::allocationLimit()) {
+    QImageReader::setAllocationLimit(static_cast<int>(std::clamp<qint64>(bytes / megabyte + 2, 1, INT_MAX)));
+  }
+  ~AllocationLimit() { QImageReader::setAllocationLimit(former); }
+  AllocationLimit(const AllocationLimit&) = delete;
+  AllocationLimit& operator=(const AllocationLimit&) = delete;
+
+ private:
+  int former;
+};
+
 bool Ends_With(const QString& path, const char* ending) {
   return path.endsWith(QLatin1String(ending), Qt::CaseInsensitive);
 }
 
-// The picture in one of the two forms that are drawn fast: indexed, or 32 bit without transparency (on white).
+// The picture in one of the two forms that are drawn fast: indexed, or 32 bit without transparency (on white). Null if
+// there is no memory for it.
 QImage Plain_Form(QImage image) {
   switch (image.format()) {
     case QImage::Format_RGB32:
@@ -57,6 +102,7 @@ QImage Plain_Form(QImage image) {
     case QImage::Format_Mono:
     case QImage::Format_MonoLSB:
       image.convertTo(QImage::Format_Indexed8);
+      if (image.isNull()) return image;
       [[fallthrough]];
     case QImage::Format_Indexed8: {
       QList<QRgb> colors = image.colorTable();
@@ -87,32 +133,132 @@ QImage Plain_Form(QImage image) {
   return image;
 }
 
-// Lets the reader go as far as the memory does. It counts every picture at 32 bits a pixel, indexed ones too.
-void Allow_Memory(const QString& path, QSize size, int bitsPerPixel) {
-  const qint64 need = Picture_Memory(size, bitsPerPixel);
-  if (need > Free_Memory() - reserve) Raise_Too_Large(path, need);
-  const qint64 counted = Picture_Memory(size, 32) / megabyte + 2;
-  if (counted > QImageReader::allocationLimit())
-    QImageReader::setAllocationLimit(static_cast<int>(std::min<qint64>(counted, INT_MAX)));
+// Kinds made of pixels. Others, such as drawings in XML, know neither a size nor an end.
+bool Is_Pixel_Format(const QByteArray& format) {
+  static const QList<QByteArray> known{"bmp", "jpg", "jpeg", "gif", "png",  "ico", "cur",
+                                       "pbm", "pgm", "ppm",  "tif", "tiff", "webp"};
+  return known.contains(format.toLower());
 }
 
-QImage Load_With_Reader(const QString& path, const std::optional<BmpHead>& bmp) {
-  if (bmp)
-    Allow_Memory(path, QSize(static_cast<int>(bmp->width), static_cast<int>(bmp->height)), bmp->bits <= 8 ? 8 : 32);
-  QImageReader reader(path);
+void Check_Pixels(const QString& path, QSize size, const PictureLimits& limits) {
+  if (static_cast<qint64>(size.width()) * size.height() <= limits.pixels) return;
+  Raise_Damaged(path, QStringLiteral("es hat %1 x %2 Bildpunkte; höchstens %3 Millionen sind möglich.")
+                          .arg(size.width())
+                          .arg(size.height())
+                          .arg(limits.pixels / 1'000'000));
+}
+
+qint64 Memory_At_Hand(const PictureLimits& limits) { return std::min(limits.memory, Free_Memory() - reserve); }
+
+void Check_Memory(const QString& path, qint64 need, const PictureLimits& limits) {
+  if (const qint64 most = Memory_At_Hand(limits); need > most) Raise_No_Memory(path, need, most);
+}
+
+int Plain_Depth(QImage::Format format) {
+  const bool indexed = format == QImage::Format_Indexed8 || format == QImage::Format_Mono ||
+                       format == QImage::Format_MonoLSB || format == QImage::Format_Grayscale8;
+  return indexed ? 8 : 32;
+}
+
+int Depth_Of(QImage::Format format) { return format == QImage::Format_Invalid ? 32 : QImage(1, 1, format).depth(); }
+
+// What reading takes: the pixels as they are stored, and the plain form beside them where it is another.
+qint64 Reading_Memory(QSize size, QImage::Format format, bool turned) {
+  const int stored = Depth_Of(format), plain = Plain_Depth(format);
+  const int copies = (stored == plain ? 0 : 1) + (turned ? 1 : 0);
+  return Picture_Memory(size, stored) + copies * Picture_Memory(size, plain);
+}
+
+// The reader counts every picture at 32 bits a pixel at least, indexed ones too.
+qint64 Counted_Memory(QSize size, QImage::Format format) {
+  return Picture_Memory(size, std::max(32, Depth_Of(format)));
+}
+
+QImage Load_With_Reader(const QString& path, TimedFile& file, const PictureLimits& limits) {
+  const auto bmp = Read_Bmp_Head(file);
+  QImageReader reader(&file);
   reader.setDecideFormatFromContent(true);
   reader.setAutoTransform(true);
-  if (!reader.canRead())
+  if (!reader.canRead() || !Is_Pixel_Format(reader.format()))
     Raise_Damaged(path, QStringLiteral("es ist kein Bild einer bekannten Art (BMP, JPG, GIF, PNG, WMF)."));
-  if (const QSize size = reader.size(); !bmp && size.isValid()) {
-    const QImage::Format format = reader.imageFormat();
-    const bool indexed = format == QImage::Format_Indexed8 || format == QImage::Format_Mono ||
-                         format == QImage::Format_MonoLSB || format == QImage::Format_Grayscale8;
-    Allow_Memory(path, size, indexed ? 8 : 32);
+  const QSize size = bmp ? QSize(static_cast<int>(bmp->width), static_cast<int>(bmp->height)) : reader.size();
+  const QImage::Format format =
+      bmp ? (bmp->bits <= 8 ? QImage::Format_Indexed8 : QImage::Format_RGB32) : reader.imageFormat();
+  const bool turned = !bmp && reader.transformation() != QImageIOHandler::TransformationNone;
+  if (size.isValid()) {
+    Check_Memory(path, Reading_Memory(size, format, turned), limits);
+    Check_Pixels(path, size, limits);
   }
+  const AllocationLimit allocation(size.isValid() ? Counted_Memory(size, format) : limits.memory);
   QImage image;
-  if (!reader.read(&image) || image.isNull()) Raise_Damaged(path, QStringLiteral("die Datei ist beschädigt."));
-  return Plain_Form(std::move(image));
+  const bool read = reader.read(&image);
+  if (file.Late())
+    Raise_Damaged(path, QStringLiteral("das Lesen dauert länger als %1 Sekunden.").arg(limits.milliseconds / 1000.0));
+  if (!read || image.isNull()) Raise_Damaged(path, QStringLiteral("die Datei ist beschädigt."));
+  Check_Pixels(path, image.size(), limits);  // an icon may hold another size than its list tells
+  const qint64 need = Reading_Memory(image.size(), image.format(), false);
+  image = Plain_Form(std::move(image));
+  if (image.isNull()) Raise_No_Memory(path, need, Memory_At_Hand(limits));
+  return image;
+}
+
+QImage Load_Metafile(const QString& path, QFile& file, const PictureLimits& limits) {
+  QImage image;
+  try {
+    image = Read_Wmf(file.readAll(), limits.milliseconds);
+  } catch (const Error& error) {
+    if (error.number == errors::badPicture) Raise_Damaged(path, error.text);
+    throw;
+  }
+  Check_Pixels(path, image.size(), limits);
+  return image;
+}
+
+void Check_File_Size(const QString& path, qint64 bytes, qint64 most) {
+  if (bytes <= most) return;
+  Raise_Damaged(path, QStringLiteral("die Datei ist mit %1 MB zu groß; höchstens %2 MB sind möglich.")
+                          .arg(Whole_Megabytes(bytes))
+                          .arg(most / megabyte));
+}
+
+void Check_Ordinary(const QString& path) {
+  if (const QString flaw = Strange_File(path); !flaw.isEmpty()) Raise_Damaged(path, flaw);
+}
+
+QImage Load_Checked(const QString& path, const PictureLimits& limits) {
+  if (const QString flaw = Path_Flaw(path); !flaw.isEmpty()) Raise(errors::pathNotFound, flaw);
+  if (!QFileInfo::exists(path)) Raise_Named(errors::fileNotFound, path);
+  Check_Ordinary(path);
+  TimedFile file(path, limits.milliseconds);
+  if (!file.open(QIODevice::ReadOnly)) Raise_Named(errors::noPermission, path);
+  if (file.size() == 0) Raise_Damaged(path, QStringLiteral("die Datei ist leer."));
+  const QByteArray head = file.peek(64);
+  if (Is_Wmf(head) || Ends_With(path, ".wmf")) {
+    Check_File_Size(path, file.size(), largestMetafile);
+    return Load_Metafile(path, file, limits);
+  }
+  const auto bmp = Read_Bmp_Head(file);
+  if (!bmp || bmp->compression == 1 || bmp->compression == 2) Check_File_Size(path, file.size(), limits.fileBytes);
+  const QString flaw = Picture_Flaw(file);
+  if (file.Late())
+    Raise_Damaged(path, QStringLiteral("das Lesen dauert länger als %1 Sekunden.").arg(limits.milliseconds / 1000.0));
+  if (!flaw.isEmpty()) Raise_Damaged(path, flaw);
+  return Load_With_Reader(path, file, limits);
+}
+
+QSize Size_Of_File(const QString& path) {
+  if (!QFileInfo(path).isFile()) return {};
+  TimedFile file(path, entryPicture.milliseconds);
+  if (!file.open(QIODevice::ReadOnly)) return {};
+  if (const QByteArray head = file.peek(64); Is_Wmf(head))
+    return file.size() > largestMetafile ? QSize() : Wmf_Size(file.readAll());
+  if (const auto bmp = Read_Bmp_Head(file)) return {static_cast<int>(bmp->width), static_cast<int>(bmp->height)};
+  QImageReader reader(&file);
+  reader.setDecideFormatFromContent(true);
+  if (!reader.canRead() || !Is_Pixel_Format(reader.format())) return {};
+  const QSize size = reader.size();
+  if (!size.isValid()) return {};
+  return reader.transformation() & QImageIOHandler::TransformationRotate90 ? size.transposed() : size;
 }
 
 // 24-bit or indexed rows, lowest first, straight from the pixels: a large map needs no second copy of its picture.
@@ -161,31 +307,31 @@ QByteArray Bmp_Bytes(const QImage& picture, int pointsPerMetre) {
 
 }  // namespace
 
-QImage Load_Picture(const QString& path) {
-  const QFileInfo info(path);
-  if (!info.exists()) Raise(errors::fileNotFound);
-  if (!info.isFile()) Raise_Damaged(path, QStringLiteral("es ist keine Datei."));
-  QFile file(path);
-  if (!file.open(QIODevice::ReadOnly)) Raise(errors::noPermission);
-  const QByteArray head = file.peek(64);
-  if (head.isEmpty()) Raise_Damaged(path, QStringLiteral("die Datei ist leer."));
-  if (Is_Wmf(head) || Ends_With(path, ".wmf")) return Read_Wmf(file.readAll());
-  if (const QString flaw = Picture_Flaw(file); !flaw.isEmpty()) Raise_Damaged(path, flaw);
-  const auto bmp = Read_Bmp_Head(file);
-  file.close();
-  return Load_With_Reader(path, bmp);
+QImage Load_Picture(const QString& path, const PictureLimits& limits) {
+  try {
+    return Load_Checked(path, limits);
+  } catch (const Error&) {
+    throw;
+  } catch (const std::bad_alloc&) {
+    Raise_Named(errors::outOfMemory, path);
+  } catch (const std::exception& failure) {
+    Raise_Damaged(path, QString::fromUtf8(failure.what()));
+  }
 }
 
 QSize Picture_Size(const QString& path) {
-  QFile file(path);
-  if (!file.open(QIODevice::ReadOnly)) return {};
-  if (const QByteArray head = file.peek(64); Is_Wmf(head)) return Wmf_Size(file.readAll());
-  if (const auto bmp = Read_Bmp_Head(file)) return {static_cast<int>(bmp->width), static_cast<int>(bmp->height)};
-  QImageReader reader(&file);
-  reader.setDecideFormatFromContent(true);
-  const QSize size = reader.size();
-  if (!size.isValid()) return {};
-  return reader.transformation() & QImageIOHandler::TransformationRotate90 ? size.transposed() : size;
+  try {
+    return Size_Of_File(path);
+  } catch (const Error&) {
+    return {};
+  } catch (const std::exception&) {
+    return {};
+  }
+}
+
+void Check_Map_File(const QString& path) {
+  if (const QString flaw = Path_Flaw(path, longestTablePath); !flaw.isEmpty()) Raise(errors::pathNotFound, flaw);
+  if (QFileInfo::exists(path)) Check_Ordinary(path);
 }
 
 qint64 Picture_Memory(QSize size, int bitsPerPixel) {

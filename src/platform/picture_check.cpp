@@ -9,13 +9,35 @@ namespace {
 
 const QString cutOff = QStringLiteral("die Datei ist unvollständig (abgeschnitten).");
 
+// Bytes of a file by their place, through a piece of it in memory: a file may be larger than that.
+class FileBytes {
+ public:
+  explicit FileBytes(QFile& source) : file(source), size(source.size()) {}
+  qint64 Size() const { return size; }
+  // The byte, or -1 behind the end or where nothing can be read.
+  int At(qint64 place) {
+    if (place < start || place >= start + piece.size()) {
+      if (place < 0 || place >= size || !file.seek(place)) return -1;
+      start = place;
+      piece = file.read(pieceBytes);
+      if (piece.isEmpty()) return -1;
+    }
+    return static_cast<uchar>(piece[place - start]);
+  }
+
+ private:
+  static constexpr qint64 pieceBytes = 1 << 16;
+  QFile& file;
+  qint64 size, start = 0;
+  QByteArray piece;
+};
+
 // Does the packed stream reach its end mark, or at least fill the last row?
-bool Packed_Rows_Complete(const QByteArray& stream, const BmpHead& head) {
-  const auto* at = reinterpret_cast<const uchar*>(stream.constData());
-  const qint64 size = stream.size();
+bool Packed_Rows_Complete(FileBytes& bytes, const BmpHead& head) {
   qint64 row = 0, column = 0;
-  for (qint64 i = 0; i + 1 < size;) {
-    const int count = at[i], code = at[i + 1];
+  for (qint64 i = head.pixelOffset;;) {
+    const int count = bytes.At(i), code = bytes.At(i + 1);
+    if (count < 0 || code < 0) return false;
     i += 2;
     if (count > 0) {
       column += count;
@@ -25,19 +47,18 @@ bool Packed_Rows_Complete(const QByteArray& stream, const BmpHead& head) {
     } else if (code == 1) {
       return true;
     } else if (code == 2) {
-      if (i + 1 >= size) return false;
-      column += at[i];
-      row += at[i + 1];
+      if (bytes.At(i) < 0 || bytes.At(i + 1) < 0) return false;
+      column += bytes.At(i);
+      row += bytes.At(i + 1);
       i += 2;
     } else {
-      const qint64 bytes = head.bits == 4 ? (code + 1) / 2 : code;
-      if (i + bytes > size) return false;
+      const qint64 packed = head.bits == 4 ? (code + 1) / 2 : code;
+      if (i + packed > bytes.Size()) return false;
       column += code;
-      i += (bytes + 1) / 2 * 2;
+      i += (packed + 1) / 2 * 2;
     }
     if (row >= head.height || (row == head.height - 1 && column >= head.width)) return true;
   }
-  return false;
 }
 
 QString Bmp_Flaw(QFile& file) {
@@ -45,8 +66,8 @@ QString Bmp_Flaw(QFile& file) {
   if (!known) return file.size() < 54 ? cutOff : QStringLiteral("der Kopf der Datei ist beschädigt.");
   const BmpHead& head = *known;
   if (head.compression == 1 || head.compression == 2) {
-    if (!file.seek(head.pixelOffset)) return cutOff;
-    return Packed_Rows_Complete(file.readAll(), head) ? QString() : cutOff;
+    FileBytes bytes(file);
+    return Packed_Rows_Complete(bytes, head) ? QString() : cutOff;
   }
   const qint64 stride = (head.width * head.bits + 31) / 32 * 4;
   // The last row may lack its filling bytes; some programs do not write them.
@@ -54,34 +75,42 @@ QString Bmp_Flaw(QFile& file) {
   return file.size() < need ? cutOff : QString();
 }
 
-// The end mark of the picture must stand somewhere behind the start of its scan; a preview in the head has its own.
+// The end mark of the picture must stand somewhere behind the start of its scan; a preview in the head has its own. It
+// is looked for from the end of the file, where it mostly is.
 QString Jpg_Flaw(QFile& file) {
-  const QByteArray bytes = file.readAll();
-  const auto* at = reinterpret_cast<const uchar*>(bytes.constData());
-  qsizetype i = 2;
-  while (i + 3 < bytes.size() && at[i] == 0xFF && at[i + 1] != 0xDA) {
-    if (at[i + 1] == 0xFF) {
+  FileBytes bytes(file);
+  qint64 i = 2;
+  while (i + 3 < bytes.Size() && bytes.At(i) == 0xFF && bytes.At(i + 1) != 0xDA) {
+    if (bytes.At(i + 1) == 0xFF) {
       ++i;
       continue;
     }
-    i += 2 + (at[i + 2] << 8 | at[i + 3]);
+    i += 2 + (std::max(0, bytes.At(i + 2)) << 8 | std::max(0, bytes.At(i + 3)));
   }
-  return bytes.indexOf("\xFF\xD9", std::min(i, bytes.size())) < 0 ? cutOff : QString();
+  constexpr qint64 piece = 1 << 16;
+  for (qint64 end = file.size(); end > i; end -= piece) {
+    const qint64 from = std::max(i, end - piece - 1);  // a mark may lie across two pieces
+    if (!file.seek(from)) return cutOff;
+    const QByteArray part = file.read(end - from);
+    if (part.isEmpty()) return cutOff;
+    if (part.contains("\xFF\xD9")) return {};
+  }
+  return cutOff;
 }
 
 // The blocks of the first image must come to their end.
 QString Gif_Flaw(QFile& file) {
-  const QByteArray bytes = file.readAll();
-  const auto at = [&](qsizetype i) { return i < bytes.size() ? static_cast<uchar>(bytes[i]) : 0; };
+  FileBytes bytes(file);
+  const auto at = [&](qint64 i) { return std::max(0, bytes.At(i)); };
   const auto tableBytes = [](int flags) { return flags & 0x80 ? 3 << ((flags & 7) + 1) : 0; };
-  const auto skipBlocks = [&](qsizetype i) {
-    while (i < bytes.size() && at(i) != 0) i += 1 + at(i);
+  const auto skipBlocks = [&](qint64 i) {
+    while (at(i) != 0) i += 1 + at(i);
     return i + 1;
   };
-  qsizetype i = 13 + tableBytes(at(10));
+  qint64 i = 13 + tableBytes(at(10));
   while (at(i) == 0x21) i = skipBlocks(i + 2);
   if (at(i) == 0x2C) i = skipBlocks(i + 11 + tableBytes(at(i + 9)));
-  return i > bytes.size() || i == 13 ? cutOff : QString();
+  return i > bytes.Size() || i == 13 ? cutOff : QString();
 }
 
 }  // namespace

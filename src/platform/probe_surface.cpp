@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "platform/near.h"
 #include "platform/surface_text.h"
 
 namespace {
@@ -47,13 +48,14 @@ class Probe final : public ProbeSurface {
  private:
   bool Combines() const { return pen.mode != DrawMode::Copy && pen.mode != DrawMode::Nop; }
   void Touch(const QRectF& box) {
-    const double out = pen.DrawWidth + 1;
-    combined |= box.adjusted(-out, -out, out, out) & (clip.isEmpty() ? extent : clip);
+    const double out = Near(pen.DrawWidth) + 1;
+    combined |= Near(box).adjusted(-out, -out, out, out) & (clip.isEmpty() ? extent : clip);
   }
   void Touch_Points(std::span<const QPointF> points) {
     if (!Combines() || points.empty()) return;
-    QPointF least = points[0], most = points[0];
-    for (const QPointF& point : points) {
+    QPointF least = Near(points[0]), most = least;
+    for (const QPointF& place : points) {
+      const QPointF point = Near(place);
       least = {std::min(least.x(), point.x()), std::min(least.y(), point.y())};
       most = {std::max(most.x(), point.x()), std::max(most.y(), point.y())};
     }

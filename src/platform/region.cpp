@@ -36,7 +36,11 @@ bool Shape_Contains(const RegionShape& shape, QPointF point) {
 QRectF Shape_Bounds(const RegionShape& shape) {
   if (const auto* box = std::get_if<QRectF>(&shape)) return box->normalized();
   if (const auto* ellipse = std::get_if<EllipseShape>(&shape)) return ellipse->box.normalized();
-  return std::get<QPolygonF>(shape).boundingRect();
+  const auto& polygon = std::get<QPolygonF>(shape);
+  // The bounds would pass over a corner that is no number, and the rest would be another shape.
+  for (const QPointF& corner : polygon)
+    if (!std::isfinite(corner.x()) || !std::isfinite(corner.y())) return {corner, corner};
+  return polygon.boundingRect();
 }
 
 void RegionSet::Clear() {

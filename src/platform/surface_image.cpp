@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "platform/error.h"
+#include "platform/near.h"
 #include "platform/pixel_lines.h"
 
 namespace {
@@ -14,16 +15,6 @@ constexpr QRgb fillMark = 0xff000001, penMark = 0xff000002;
 constexpr int scratchPixels = 4 << 20;  // larger shapes are combined in bands
 constexpr int longestKeptLine = 200;
 constexpr int half = 128;  // alpha
-constexpr double farthest = 1e6;  // beyond it a coordinate can only be a slip, and integers would overflow
-
-int Whole(double value) {
-  return std::isfinite(value) ? static_cast<int>(std::lround(std::clamp(value, -farthest, farthest))) : 0;
-}
-QPoint Whole(QPointF point) { return {Whole(point.x()), Whole(point.y())}; }
-QRect Whole(const QRectF& box) {
-  const QRectF b = box.normalized();
-  return {Whole(b.x()), Whole(b.y()), Whole(b.width()), Whole(b.height())};
-}
 
 // Is the pixel on a line of the hatch? Lines are 8 pixels apart and lie fast on the surface.
 bool On_Hatch(FillStyle style, int x, int y) {
@@ -383,7 +374,7 @@ void ImageSurface::Print(QPointF at, const QString& text) {
   if (!Visible(touched)) return;
   const auto draw = [&](QPainter& on, FontFace::Edge edge) {
     For_Each_Line(text, [&](QStringView line, int number) {
-      const QPoint corner = place + QPoint(0, number * face->lineHeight);
+      const QPoint corner = place + QPoint(0, face->LineTop(number));
       if (line.isEmpty()) return;
       // A kept text has its underline a pixel aside.
       if (face->key.underline || line.size() > longestKeptLine)
@@ -412,9 +403,9 @@ void ImageSurface::PrintRotated(QPointF at, const QString& text, double degrees)
   const auto draw = [&](QPainter& on) {
     const QTransform former = on.transform();
     on.translate(place);
-    on.rotate(-degrees);
+    on.rotate(std::isfinite(degrees) ? -degrees : 0);
     For_Each_Line(text, [&](QStringView line, int number) {
-      on.drawText(QPoint(0, number * face->lineHeight + face->ascent), face->Shown(line.toString()));
+      on.drawText(QPoint(0, face->LineTop(number) + face->ascent), face->Shown(line.toString()));
     });
     on.setTransform(former);
   };

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <cstring>
 
+#include "platform/near.h"
 #include "platform/surface_image.h"
 
 namespace {
@@ -26,17 +27,16 @@ bool Plain(const QImage& picture) {
 
 void ImageSurface::PaintPicture(const QRectF& target, const QImage& picture, const QRectF& source) {
   if (picture.isNull() || target.isEmpty() || source.isEmpty()) return;
-  const QRect onto(static_cast<int>(std::lround(target.x())), static_cast<int>(std::lround(target.y())),
-                   std::max(1, static_cast<int>(std::lround(target.width()))),
-                   std::max(1, static_cast<int>(std::lround(target.height()))));
+  const QRect onto(Whole(target.x()), Whole(target.y()), std::max(1, Whole(target.width())),
+                   std::max(1, Whole(target.height())));
   if (!onto.intersects(clip)) return;
   if (!Plain(picture)) {
     painter.drawImage(onto, picture, source);
     return;
   }
-  const QRect from = source.toRect();
+  const QRect from = QRectF(picture.rect()).contains(source) ? source.toRect() : QRect();
   const bool wholePixels = QRectF(from) == source;
-  if (wholePixels && from.size() == onto.size() && picture.rect().contains(from))
+  if (wholePixels && from.size() == onto.size())
     Blit(onto, picture, from.topLeft());
   else
     Stretch(onto, picture, source);
@@ -65,7 +65,7 @@ void ImageSurface::Stretch(const QRect& target, const QImage& picture, const QRe
   const QRect part = target.intersected(clip);
   const double stepX = source.width() / target.width(), stepY = source.height() / target.height();
   const auto place = [](double origin, double step, int i, int limit) {
-    return std::clamp(static_cast<int>(std::floor(origin + (i + 0.5) * step)), 0, limit - 1);
+    return std::clamp(static_cast<int>(std::floor(Near(origin + (i + 0.5) * step))), 0, limit - 1);
   };
   std::vector<int> columns(static_cast<size_t>(part.width()));
   for (size_t x = 0; x < columns.size(); ++x)

@@ -125,6 +125,21 @@ QString Fraction_Part(QStringView pattern, const QByteArray& digits) {
   return text;
 }
 
+// Of a number beyond the range: is it too near to 0, not too large?
+bool Below_One(QByteArrayView number) {
+  qsizetype e = number.indexOf('e');
+  if (e < 0) e = number.indexOf('E');
+  const QByteArrayView digits = e < 0 ? number : number.first(e);
+  const QByteArrayView power = e < 0 ? QByteArrayView() : number.sliced(e + 1);
+  qsizetype point = digits.indexOf('.'), first = 0;
+  if (point < 0) point = digits.size();
+  while (first < digits.size() && (digits[first] == '0' || digits[first] == '.')) ++first;
+  bool readable = true;
+  const qint64 exponent = power.isEmpty() ? 0 : power.toLongLong(&readable);
+  if (!readable) return power.startsWith('-');  // beyond all digits that could make up for it
+  return (first < point ? point - first - 1 : point - first) + exponent < 0;
+}
+
 template <typename Whole>
 Whole To_Whole(double value) {
   const double rounded = std::nearbyint(value);  // the default mode takes halves to the even neighbour
@@ -144,10 +159,7 @@ double Val(QStringView text) {
   double value = 0;
   const auto [last, fault] = std::from_chars(begin, end, value);
   if (fault == std::errc::result_out_of_range) {
-    const QByteArray used(begin, static_cast<qsizetype>(last - begin));
-    const qsizetype e = used.toLower().indexOf('e');
-    const bool tiny = e >= 0 && used.mid(e + 1).startsWith('-');
-    value = tiny ? 0 : std::numeric_limits<double>::max();
+    value = Below_One({begin, last}) ? 0 : std::numeric_limits<double>::max();
   } else if (fault != std::errc()) {
     return 0;
   }

@@ -1,13 +1,14 @@
 #include "platform/picture.h"
 
+#include <sys/stat.h>
+
 #include <QDir>
 #include <QFile>
 #include <QImageReader>
 #include <QTemporaryDir>
-#include <QtEndian>
 
+#include "picture_bytes.h"
 #include "platform/files.h"
-#include "platform/wmf_reader.h"
 #include "support/errors.h"
 #include "support/pixels.h"
 
@@ -28,33 +29,6 @@ class PictureFile : public ::testing::Test {
     return error.number;
   }
 };
-
-template <class Number>
-void Put_Number(QByteArray& bytes, qsizetype at, Number value) {
-  qToLittleEndian(value, bytes.data() + at);
-}
-
-// A bitmap from its parts: head of 40 bytes, colour table, pixel bytes.
-QByteArray Bmp(int width, int height, int bits, int compression, const std::vector<QRgb>& table,
-               const QByteArray& pixels) {
-  const auto offset = static_cast<int>(54 + table.size() * 4);
-  QByteArray bytes(offset, '\0');
-  bytes[0] = 'B';
-  bytes[1] = 'M';
-  Put_Number(bytes, 2, static_cast<qint32>(offset + pixels.size()));
-  Put_Number(bytes, 10, static_cast<qint32>(offset));
-  Put_Number(bytes, 14, qint32{40});
-  Put_Number(bytes, 18, qint32{width});
-  Put_Number(bytes, 22, qint32{height});
-  Put_Number(bytes, 26, qint16{1});
-  Put_Number(bytes, 28, static_cast<qint16>(bits));
-  Put_Number(bytes, 30, qint32{compression});
-  Put_Number(bytes, 34, static_cast<qint32>(pixels.size()));
-  Put_Number(bytes, 46, static_cast<qint32>(table.size()));
-  for (size_t i = 0; i < table.size(); ++i)
-    Put_Number(bytes, 54 + static_cast<qsizetype>(i) * 4, static_cast<quint32>(table[i] & 0xffffff));
-  return bytes + pixels;
-}
 
 const std::vector<QRgb> colors{white, red, green, blue};
 
@@ -241,99 +215,6 @@ TEST_F(PictureFile, AFullDiskLeavesTheFormerPicture) {
   }
 }
 
-// A metafile from its records.
-class Metafile {
- public:
-  Metafile& Add(int number, std::initializer_list<int> words, const QByteArray& tail = {}) {
-    QByteArray record(static_cast<qsizetype>(6 + words.size() * 2), '\0');
-    Put_Number(record, 4, static_cast<qint16>(number));
-    qsizetype at = 6;
-    for (const int word : words) Put_Number(record, std::exchange(at, at + 2), static_cast<qint16>(word));
-    record += tail;
-    if (record.size() % 2) record += '\0';
-    Put_Number(record, 0, static_cast<qint32>(record.size() / 2));
-    records += record;
-    return *this;
-  }
-  // 1440 units an inch: `width` and `height` in pixels of 96 dpi are 15 units each.
-  QByteArray Bytes(int width, int height, bool placeable = true) const {
-    QByteArray bytes;
-    if (placeable) {
-      bytes = QByteArray(22, '\0');
-      Put_Number(bytes, 0, quint32{0x9AC6CDD7});
-      Put_Number(bytes, 10, static_cast<qint16>(width * 15));
-      Put_Number(bytes, 12, static_cast<qint16>(height * 15));
-      Put_Number(bytes, 14, qint16{1440});
-    }
-    QByteArray head(18, '\0');
-    Put_Number(head, 0, qint16{1});
-    Put_Number(head, 2, qint16{9});
-    Put_Number(head, 4, qint16{0x300});
-    return bytes + head + records + QByteArray("\3\0\0\0\0\0", 6);
-  }
-
- private:
-  QByteArray records;
-};
-
-constexpr int setOrg = 0x20B, setExt = 0x20C, createBrush = 0x2FC, createPen = 0x2FA, createFont = 0x2FB,
-              selectObject = 0x12D, deleteObject = 0x1F0, rectangle = 0x41B, ellipse = 0x418, polyPolygon = 0x538,
-              moveTo = 0x214, lineTo = 0x213, textOut = 0x521, setTextColor = 0x209, setBkMode = 0x102, setRop = 0x104,
-              stretchDib = 0xF43, saveState = 0x1E, restoreState = 0x127;
-
-Metafile Sample() {
-  Metafile file;
-  file.Add(setOrg, {0, 0}).Add(setExt, {100, 200}).Add(setBkMode, {1});
-  file.Add(createBrush, {0, 0x00FF, 0, 0})
-      .Add(createPen, {0, 0, 0, 0, 0})
-      .Add(selectObject, {0})
-      .Add(selectObject, {1});
-  file.Add(rectangle, {30, 40, 10, 20});  // red with black rim: x 20..39, y 10..29
-  file.Add(0x7777, {1, 2, 3});            // nobody knows it
-  file.Add(deleteObject, {0}).Add(createBrush, {0, -256, 0, 0}).Add(selectObject, {0});  // green takes the free place
-  file.Add(saveState, {}).Add(createPen, {5, 0, 0, 0, 0}).Add(selectObject, {2});
-  file.Add(ellipse, {90, 90, 50, 50});
-  file.Add(polyPolygon, {2, 4, 4, 100, 50, 140, 50, 140, 90, 100, 90, 110, 60, 130, 60, 130, 80, 110, 80});
-  file.Add(restoreState, {-1}).Add(moveTo, {95, 10}).Add(lineTo, {95, 60});
-  file.Add(setRop, {6}).Add(moveTo, {20, 25}).Add(lineTo, {20, 35}).Add(setRop, {13});
-  QByteArray font(18, '\0');
-  Put_Number(font, 0, qint16{-20});
-  file.Add(createFont, {}, font + QByteArray("Arial\0", 6)).Add(selectObject, {3}).Add(setTextColor, {0, 0xFF});
-  file.Add(textOut, {3, 'M' | 'M' << 8, 'M', 5, 130});
-  const QByteArray dib = Bmp(2, 1, 24, 0, {}, QByteArray("\x00\xFF\x00\xFF\x00\x00\x00\x00", 8)).mid(14);
-  file.Add(stretchDib, {0x20, 0xCC, 0, 1, 2, 0, 0, 10, 20, 5, 60}, dib);
-  return file;
-}
-
-TEST(Metafiles, RecordsArePlayedInPlace) {
-  for (const bool placeable : {true, false}) {
-    const QByteArray bytes = Sample().Bytes(200, 100, placeable);
-    ASSERT_TRUE(Is_Wmf(bytes.left(64)));
-    EXPECT_EQ(Wmf_Size(bytes), QSize(200, 100));
-    const QImage image = Read_Wmf(bytes);
-    ASSERT_EQ(image.size(), QSize(200, 100));
-    Expect_Pixels(image,
-                  {{20, 10, black},
-                   {39, 29, black},
-                   {40, 30, white},
-                   {30, 15, red},
-                   {30, 20, 0xff00ffff},
-                   {70, 70, green},
-                   {52, 52, white},
-                   {102, 70, green},
-                   {120, 70, white},
-                   {30, 95, black},
-                   {60, 95, white},
-                   {62, 8, green},
-                   {78, 8, blue},
-                   {2, 2, white}},
-                  placeable ? "placeable" : "without placeable head");
-    EXPECT_GT(Count_Pixels(image, QRect(130, 5, 70, 35), [](QRgb color) { return color == blue; }), 50);  // the text
-  }
-  // Half the size in the same units: everything comes nearer.
-  EXPECT_EQ(Read_Wmf(Sample().Bytes(100, 50)).pixel(15, 8), red);
-}
-
 TEST_F(PictureFile, MetafilesAreKnownByContentOrEnding) {
   const QString path = Put("Zeichnung.bmp", Sample().Bytes(200, 100));
   EXPECT_EQ(Load_Picture(path).pixel(30, 15), red);
@@ -343,23 +224,138 @@ TEST_F(PictureFile, MetafilesAreKnownByContentOrEnding) {
   EXPECT_EQ(error.text, Error_Text(errors::fileNotFound));
 }
 
-TEST(Metafiles, DamageNeverEndsTheProgram) {
-  const QByteArray sound = Sample().Bytes(200, 100);
-  std::mt19937 random(20240501);
-  int played = 0;
-  for (int round = 0; round < 1500; ++round) {
-    QByteArray bytes = sound;
-    const auto hits = 1 + random() % 6;
-    for (unsigned i = 0; i < hits; ++i)
-      bytes[static_cast<qsizetype>(random() % static_cast<unsigned>(bytes.size()))] = static_cast<char>(random());
-    if (round % 3 == 0) bytes.truncate(static_cast<qsizetype>(random() % static_cast<unsigned>(bytes.size())));
-    const Error error = Raised([&] {
-      const QImage image = Read_Wmf(bytes);
-      played += image.width() > 0 && image.width() <= 4096 && image.height() <= 4096;
-    });
-    ASSERT_TRUE(error.number == 0 || error.number == errors::fileNotFound) << round;
+// Limits ------------------------------------------------------------------------------------------------------------
+
+PictureLimits Limits(qint64 pixels, qint64 memory = qint64{1} << 30, qint64 fileBytes = 1 << 24) {
+  return {pixels, memory, fileBytes, 60'000};
+}
+
+TEST_F(PictureFile, MorePixelsThanAllowedAreToldInFigures) {
+  QImage bare(1500, 1000, QImage::Format_Mono);
+  bare.fill(1);
+  const QString metafile = Put("a.wmf", Metafile().Add(setExt, {1000, 1500}).Bytes(1500, 1000));
+  const QString bitmap = Put("a.bmp", Bmp(1500, 1000, 8, 0, colors, QByteArray(1500000, 2)));
+  for (const char* name : {"a.png", "a.jpg", "a.ppm"}) ASSERT_TRUE(bare.save(Path(name))) << name;
+  for (const char* name : {"a.png", "a.jpg", "a.ppm", "a.wmf", "a.bmp"}) {
+    EXPECT_EQ(Load_Picture(Path(name), Limits(1'500'000)).width(), 1500) << name;
+    const Error error = Raised([&] { Load_Picture(Path(name), Limits(1'499'999)); });
+    EXPECT_EQ(error.number, errors::badPicture) << name;
+    EXPECT_TRUE(error.text.contains(Path(name)) && error.text.contains("1500 x 1000 Bildpunkte") &&
+                error.text.contains("höchstens 1 Millionen"))
+        << qPrintable(error.text);
   }
-  EXPECT_GT(played, 800);
+}
+
+TEST_F(PictureFile, MemoryIsCountedWithTheFormBesideIt) {
+  QImage deep(1000, 1000, QImage::Format_RGBX64), plain(1000, 1000, QImage::Format_RGB32);
+  deep.fill(Qt::red);
+  plain.fill(Qt::red);
+  ASSERT_TRUE(deep.save(Path("tief.png")) && plain.save(Path("glatt.png")));
+  // Four bytes a pixel; eight while it is read and four beside them.
+  const QString tight = Path("glatt.png"), wide = Path("tief.png");
+  EXPECT_EQ(Error_Of([&] { Load_Picture(tight, Limits(1'000'000, 4'000'000)); }), 0);
+  EXPECT_EQ(Error_Of([&] { Load_Picture(wide, Limits(1'000'000, 12'000'000)); }), 0);
+  const Error error = Raised([&] { Load_Picture(wide, Limits(1'000'000, 11'999'999)); });
+  EXPECT_EQ(error.number, errors::outOfMemory);
+  EXPECT_TRUE(error.text.contains("tief.png") && error.text.contains("12 MB")) << qPrintable(error.text);
+}
+
+TEST_F(PictureFile, ReadingEndsWithItsTime) {
+  PictureLimits none = mapPicture;
+  none.milliseconds = 0;
+  for (const char* name : {"a.png", "a.jpg"}) Save_Picture(Motley(60, 50), Path(name));
+  Put("a.bmp", Bmp(3, 2, 8, 1, colors, QByteArray("\3\1\0\0\3\1\0\1", 8)));
+  for (const char* name : {"a.png", "a.jpg", "a.bmp"}) {
+    EXPECT_EQ(Error_Of([&] { Load_Picture(Path(name)); }), 0) << name;
+    const Error error = Raised([&] { Load_Picture(Path(name), none); });
+    EXPECT_EQ(error.number, errors::badPicture) << name;
+    EXPECT_TRUE(error.text.contains("Sekunden") && error.text.contains(name)) << qPrintable(error.text);
+  }
+}
+
+// Files of a hundred gigabytes that take no room: nobody may try to read them whole.
+TEST_F(PictureFile, GiantFilesAreRefusedByTheirSize) {
+  const std::pair<const char*, QByteArray> cases[] = {{"a.wmf", Sample().Bytes(200, 100)},
+                                                      {"a.jpg", "\xFF\xD8\xFF\xE0"},
+                                                      {"a.gif", "GIF89a\1"},
+                                                      {"a.png", "\x89PNG\r\n\x1A\n"},
+                                                      {"rle.bmp", Bmp(3, 2, 8, 1, colors, "\3\1")},
+                                                      {"leer.bmp", "\1"}};
+  for (const auto& [name, bytes] : cases) {
+    Put(name, bytes);
+    ASSERT_TRUE(QFile::resize(Path(name), 100LL << 30));
+    const Error error = Raised([&] { Load_Picture(Path(name)); });
+    EXPECT_EQ(error.number, errors::badPicture) << name;
+    EXPECT_TRUE(error.text.contains(name) && error.text.contains("102400 MB")) << qPrintable(error.text);
+    EXPECT_EQ(Error_Of([&, path = Path(name)] { Read_Bytes(path); }), errors::outOfMemory) << name;
+  }
+  // Of a bitmap in plain rows nothing is read behind them.
+  Put("lang.bmp", Same_Bitmaps()[0].second);
+  ASSERT_TRUE(QFile::resize(Path("lang.bmp"), 100LL << 30));
+  EXPECT_EQ(Load_Picture(Path("lang.bmp")).size(), QSize(3, 2));
+}
+
+// An icon whose list tells 16 x 16 pixels and whose picture has many more.
+TEST_F(PictureFile, IconsCannotHideTheirSize) {
+  QImage large(1200, 1000, QImage::Format_RGB32);
+  large.fill(Qt::blue);
+  ASSERT_TRUE(large.save(Path("a.png")));
+  const QByteArray png = Read_Bytes(Path("a.png"));
+  QByteArray icon("\0\0\1\0\1\0\x10\x10\0\0\1\0\x20\0", 14);
+  icon.resize(22);
+  Put_Number(icon, 14, static_cast<qint32>(png.size()));
+  Put_Number(icon, 18, qint32{22});
+  Put("a.ico", icon + png);
+  EXPECT_EQ(Error_Of([&] { Load_Picture(Path("a.ico"), Limits(1'000'000)); }), errors::badPicture);
+  QImage small(16, 16, QImage::Format_ARGB32);
+  small.fill(Qt::blue);
+  ASSERT_TRUE(small.save(Path("b.ico")));
+  EXPECT_EQ(Load_Picture(Path("b.ico"), Limits(256)).pixel(8, 8), blue);
+}
+
+TEST_F(PictureFile, DrawingsWithoutPixelsAreNoPictures) {
+  const QByteArray drawing =
+      "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"20\" height=\"10\"><rect width=\"20\" height=\"10\"/></svg>";
+  for (const char* name : {"a.svg", "a.png"}) {
+    EXPECT_EQ(Loading_Error(name, drawing), errors::badPicture) << name;
+    EXPECT_TRUE(Picture_Size(Path(name)).isEmpty()) << name;
+  }
+}
+
+TEST_F(PictureFile, WhatIsNoOrdinaryFileIsNotOpened) {
+  QDir(folder.path()).mkdir("Ordner.bmp");
+  ASSERT_EQ(::mkfifo(Path("Leitung.bmp").toUtf8().constData(), 0600), 0);
+  ASSERT_TRUE(QFile::link("/dev/zero", Path("Geraet.bmp")) && QFile::link("/dev/null", Path("Nichts.wmf")));
+  const std::pair<const char*, const char*> cases[] = {
+      {"Ordner.bmp", "Ordner"}, {"Leitung.bmp", "Leitung"}, {"Geraet.bmp", "Gerät"}, {"Nichts.wmf", "Gerät"}};
+  for (const auto& [name, what] : cases) {
+    for (const auto& open :
+         {std::function([](const QString& path) { Load_Picture(path); }), std::function(Check_Map_File)}) {
+      const Error error = Raised([&, path = Path(name)] { open(path); });
+      EXPECT_EQ(error.number, errors::badPicture) << name;
+      EXPECT_TRUE(error.text.contains(name) && error.text.contains(what)) << qPrintable(error.text);
+    }
+    EXPECT_TRUE(Picture_Size(Path(name)).isEmpty()) << name;
+    EXPECT_NE(Error_Of([&, path = Path(name)] { File_Copy(path, Path("Kopie")); }), 0) << name;
+  }
+}
+
+TEST_F(PictureFile, PathsThatAreTooLongAreToldAsThat) {
+  QString deep = folder.path();
+  while (deep.size() < 600) deep += QStringLiteral("/Ordner");
+  QDir().mkpath(deep);
+  const QString map = deep + QStringLiteral("/Karte.bmp");
+  Save_Picture(Motley(4, 4), map);
+  EXPECT_EQ(Load_Picture(map).size(), QSize(4, 4));  // the system takes it, but not the table beside it
+  const QString name = Path(QString(300, u'a') + QStringLiteral(".bmp")), umlauts = Path(QString(130, u'ä'));
+  for (const QString& path : {map, name, umlauts, QString(5000, u'/') + QString(5000, u'a')}) {
+    const Error error = Raised([&] { Check_Map_File(path); });
+    EXPECT_EQ(error.number, errors::pathNotFound) << path.size();
+    EXPECT_TRUE(error.text.contains("zu lang") && error.text.contains("höchstens")) << qPrintable(error.text);
+    if (path == map) continue;
+    EXPECT_EQ(Error_Of([&] { Load_Picture(path); }), errors::pathNotFound) << path.size();
+  }
+  EXPECT_EQ(Error_Of([&] { Check_Map_File(Path("fehlt.bmp")); }), 0);
 }
 
 }  // namespace

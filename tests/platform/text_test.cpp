@@ -56,6 +56,14 @@ TEST(Text, ValReadsTheNumberAtTheStart) {
   for (const Case& c : cases) EXPECT_EQ(Val(QString::fromUtf8(c.text)), c.value) << c.text;
   EXPECT_GT(Val(QStringLiteral("1e999")), 1e300);
   EXPECT_TRUE(std::isfinite(Val(QStringLiteral("-1e999"))));
+  // Beyond the range without a power, or with one that reaches it only with the digits.
+  const QString zeros(400, u'0');
+  for (const QString& large :
+       {u'1' + zeros, zeros + u'9' + zeros, "1" + zeros + "e-50", QString("1e99999999999999999999")})
+    EXPECT_GT(Val(large), 1e300) << qPrintable(large);
+  for (const QString& small : {"0." + zeros + u'1', "." + zeros + "9e20", "0." + zeros + "1e-999", "-0." + zeros + u'1',
+                               QString("1e-99999999999999999999")})
+    EXPECT_EQ(Val(small), 0) << qPrintable(small);
   EXPECT_EQ(Val_Comma(QStringLiteral("1,5")), 1.5);
   EXPECT_EQ(Val_Comma(QStringLiteral("1.5")), 1.5);
   EXPECT_EQ(Val_Comma(QStringLiteral("1,5,7")), 1.5);

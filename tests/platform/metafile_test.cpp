@@ -1,0 +1,214 @@
+#include <QImage>
+
+#include "picture_bytes.h"
+#include "platform/wmf_reader.h"
+#include "support/errors.h"
+#include "support/pixels.h"
+
+namespace {
+
+TEST(Metafiles, RecordsArePlayedInPlace) {
+  for (const bool placeable : {true, false}) {
+    const QByteArray bytes = Sample().Bytes(200, 100, placeable);
+    ASSERT_TRUE(Is_Wmf(bytes.left(64)));
+    EXPECT_EQ(Wmf_Size(bytes), QSize(200, 100));
+    const QImage image = Read_Wmf(bytes);
+    ASSERT_EQ(image.size(), QSize(200, 100));
+    Expect_Pixels(image,
+                  {{20, 10, black},
+                   {39, 29, black},
+                   {40, 30, white},
+                   {30, 15, red},
+                   {30, 20, 0xff00ffff},
+                   {70, 70, green},
+                   {52, 52, white},
+                   {102, 70, green},
+                   {120, 70, white},
+                   {30, 95, black},
+                   {60, 95, white},
+                   {62, 8, green},
+                   {78, 8, blue},
+                   {2, 2, white}},
+                  placeable ? "placeable" : "without placeable head");
+    EXPECT_GT(Count_Pixels(image, QRect(130, 5, 70, 35), [](QRgb color) { return color == blue; }), 50);  // the text
+  }
+  // Half the size in the same units: everything comes nearer.
+  EXPECT_EQ(Read_Wmf(Sample().Bytes(100, 50)).pixel(15, 8), red);
+}
+
+TEST(Metafiles, DamageNeverEndsTheProgram) {
+  const QByteArray sound = Sample().Bytes(200, 100);
+  std::mt19937 random(20240501);
+  int played = 0;
+  for (int round = 0; round < 1500; ++round) {
+    QByteArray bytes = sound;
+    const auto hits = 1 + random() % 6;
+    for (unsigned i = 0; i < hits; ++i)
+      bytes[static_cast<qsizetype>(random() % static_cast<unsigned>(bytes.size()))] = static_cast<char>(random());
+    if (round % 3 == 0) bytes.truncate(static_cast<qsizetype>(random() % static_cast<unsigned>(bytes.size())));
+    const Error error = Raised([&] {
+      const QImage image = Read_Wmf(bytes);
+      played += image.width() > 0 && image.width() <= 4096 && image.height() <= 4096;
+    });
+    ASSERT_TRUE(error.number == 0 || error.number == errors::fileNotFound || error.number == errors::badPicture)
+        << round;
+  }
+  EXPECT_GT(played, 800);
+}
+
+// Three saved states with brushes of their own; what is taken back decides the colour of the box drawn then.
+TEST(Metafiles, SavedStatesNest) {
+  const auto colorAfter = [](std::initializer_list<int> restores) {
+    Metafile file;
+    file.Add(setOrg, {0, 0}).Add(setExt, {100, 200}).Add(createPen, {5, 0, 0, 0, 0}).Add(selectObject, {0});
+    const int brushes[][2] = {{0x00FF, 0}, {-256, 0}, {0, 0xFF}, {-1, 0}};  // red, green, blue, yellow
+    for (int i = 0; i < 4; ++i) {
+      file.Add(createBrush, {0, brushes[i][0], brushes[i][1], 0}).Add(selectObject, {i + 1});
+      if (i < 3) file.Add(saveState, {});
+    }
+    for (const int restore : restores) file.Add(restoreState, {restore});
+    file.Add(rectangle, {30, 40, 10, 20});
+    return Read_Wmf(file.Bytes(200, 100)).pixel(30, 20);
+  };
+  const struct {
+    std::initializer_list<int> restores;
+    QRgb color;
+  } cases[] = {
+      {{}, yellow},     {{-1}, blue},    {{-2}, green},   {{-3}, red},   {{-1, -1}, green}, {{-1, -1, -1}, red},
+      {{-2, -1}, red},  {{-1, -2}, red}, {{1}, red},      {{2}, green},  {{3}, blue},       {{2, -1}, red},
+      {{3, 2, 1}, red}, {{1, -1}, red},  {{0}, yellow},   {{4}, yellow}, {{-4}, yellow},    {{-4, -1}, blue},
+      {{-3, 2}, red},   {{-1, 3}, blue}, {{2, 3}, green},
+  };
+  for (const auto& [restores, color] : cases) {
+    std::string name;
+    for (const int restore : restores) name += ' ' + std::to_string(restore);
+    EXPECT_EQ(colorAfter(restores), color) << "restored" << name;
+  }
+}
+
+// Saved states hold everything that can be set, and what is set later does not reach into them.
+TEST(Metafiles, ARestoredStateIsWhole) {
+  Metafile file;
+  file.Add(setOrg, {0, 0}).Add(setExt, {100, 200}).Add(createPen, {0, 1, 0, 0, 0}).Add(selectObject, {0});
+  file.Add(createBrush, {0, 0x00FF, 0, 0}).Add(selectObject, {1}).Add(moveTo, {50, 10});
+  file.Add(saveState, {}).Add(saveState, {});
+  file.Add(setOrg, {50, 50}).Add(setExt, {10, 10}).Add(setRop, {1}).Add(moveTo, {3, 3});
+  file.Add(createBrush, {1, 0, 0, 0}).Add(selectObject, {2}).Add(createPen, {5, 0, 0, 0, 0}).Add(selectObject, {3});
+  file.Add(restoreState, {-1}).Add(saveState, {}).Add(setOrg, {7, 7}).Add(restoreState, {-2});
+  file.Add(lineTo, {50, 60}).Add(rectangle, {30, 40, 10, 20});
+  const QImage image = Read_Wmf(file.Bytes(200, 100));
+  Expect_Pixels(image, {{10, 50, black}, {59, 50, black}, {61, 50, white}, {20, 10, black}, {30, 20, red}});
+}
+
+TEST(Metafiles, NestingWithoutEndIsRefused) {
+  Metafile file;
+  for (int i = 0; i < 100000; ++i) file.Add(saveState, {});
+  EXPECT_EQ(Error_Of([&] { Read_Wmf(file.Bytes(20, 10)); }), errors::badPicture);
+}
+
+// Window extents that multiply up to the ends of the number range, divided by -1 there.
+TEST(Metafiles, ScalesAtTheEndOfTheNumbersAreHeld) {
+  for (const int width : {-32768, -1, 0, 1, 32767})
+    for (const int factor : {-32768, -2, 2, 32767}) {
+      Metafile file;
+      file.Add(setOrg, {0, 0}).Add(setExt, {width, width});
+      for (int i = 0; i < 6; ++i) file.Add(scaleExt, {1, factor, 1, factor});
+      for (const int divisor : {-1, 0, 1}) file.Add(scaleExt, {divisor, -32768, divisor, -32768});
+      for (int i = 0; i < 70000 / 32; ++i) file.Add(offsetOrg, {-32768, 32767});
+      file.Add(rectangle, {30, 40, 10, 20}).Add(lineTo, {32767, -32768}).Add(ellipse, {-32768, 32767, -32768, 32767});
+      EXPECT_EQ(Read_Wmf(file.Bytes(200, 100)).size(), QSize(200, 100)) << width << ' ' << factor;
+    }
+}
+
+// Every record there is with its words all at one end of their range.
+TEST(Metafiles, ExtremeWordsNeverEndTheProgram) {
+  int drawn = 0;
+  for (const int extent : {1, -1, 32767, -32768})
+    for (const int number : Known_Records())
+      for (const int word : {-32768, -1, 0, 1, 2, 32767}) {
+        Metafile file;
+        file.Add(setExt, {extent, extent}).Add(createPen, {1, 5, 0, 0, 0}).Add(selectObject, {0});
+        const auto w = [word](int i) { return i % 2 ? word : -word; };
+        file.Add(number, {word, word, word, word, word, word, word, word, word, word, word, word});
+        file.Add(number, {w(0), w(1), w(2), w(3), w(4), w(5), w(6), w(7), w(8), w(9), w(10), w(11)});
+        file.Add(rectangle, {30, 40, 10, 20});
+        const int error = Error_Of([&] { drawn += Read_Wmf(file.Bytes(40, 30)).width() == 40; });
+        ASSERT_TRUE(error == 0 || error == errors::badPicture) << std::hex << number << ' ' << word;
+      }
+  EXPECT_GT(drawn, 500);
+}
+
+// Each of these would draw for minutes or hours.
+std::vector<std::pair<const char*, Metafile>> Costly_Drawings() {
+  const auto begun = [] {
+    Metafile file;
+    file.Add(setOrg, {0, 0}).Add(setExt, {4096, 4096}).Add(createBrush, {2, 0, 0, 5}).Add(selectObject, {0});
+    return file;
+  };
+  std::vector<std::pair<const char*, Metafile>> all(6, {"", begun()});
+  all[0].first = "20,000 hatched boxes over all";
+  for (int i = 0; i < 20000; ++i) all[0].second.Add(rectangle, {4096, 4096, 0, 0});
+  QByteArray points(4 * 32000, '\0');
+  for (int i = 0; i < 32000; ++i) {
+    Put_Number(points, 4 * i, static_cast<qint16>(i * 37 % 4096));
+    Put_Number(points, 4 * i + 2, static_cast<qint16>(i % 2 ? 4096 : 0));
+  }
+  all[1].first = "polygon of 32,000 crossing edges";
+  all[1].second.Add(createPen, {5, 0, 0, 0, 0}).Add(selectObject, {1}).Add(polygon, {32000}, points);
+  all[2].first = "wide line of 32,000 pieces with gaps";
+  all[2].second.Add(createPen, {1, 60, 0, 0, 0}).Add(selectObject, {1}).Add(polyline, {32000}, points);
+  all[3].first = "40,000 letters of 1000 pixels";
+  QByteArray font(18, '\0');
+  Put_Number(font, 0, qint16{-1000});
+  all[3].second.Add(createFont, {}, font + QByteArray("Arial\0", 6)).Add(selectObject, {1});
+  all[3].second.Add(textOut, {20000}, QByteArray(20000, 'W') + QByteArray(4, '\0'));
+  all[3].second.Add(textOut, {20000}, QByteArray(20000, 'W') + QByteArray(4, '\0'));
+  all[4].first = "3,000 fonts";
+  for (int i = 0; i < 3000; ++i) {
+    Put_Number(font, 0, static_cast<qint16>(-1 - i % 1000));
+    font[10] = static_cast<char>(i / 1000 % 2);
+    font[11] = static_cast<char>(i / 2000);
+    all[4].second.Add(createFont, {}, font + QByteArray("Arial\0", 6)).Add(selectObject, {1});
+    all[4].second.Add(textOut, {1, 'x', 5, 5}).Add(deleteObject, {1});
+  }
+  all[5].first = "5,000 bitmaps of 20 megapixels in few bytes";
+  const QByteArray packed = Bmp(5000, 4000, 8, 1, {black, white}, QByteArray("\0\1", 2)).mid(14);
+  for (int i = 0; i < 5000; ++i) all[5].second.Add(stretchDib, {0x20, 0xCC, 0, 1, 2, 0, 0, 10, 20, 5, 60}, packed);
+  return all;
+}
+
+TEST(Metafiles, WhatWouldDrawForeverIsRefused) {
+  for (const auto& [name, file] : Costly_Drawings()) {
+    const Error error = Raised([&, &drawing = file] { Read_Wmf(drawing.Bytes(0, 0, false), 3'600'000); });
+    EXPECT_EQ(error.number, errors::badPicture) << name;
+    EXPECT_TRUE(error.text.contains("zu aufwendig")) << name;
+  }
+}
+
+TEST(Metafiles, TheClockEndsADrawing) {
+  Metafile file;
+  file.Add(setExt, {100, 200});
+  for (int i = 0; i < 500; ++i) file.Add(rectangle, {90, 190, 10, 10});
+  EXPECT_EQ(Read_Wmf(file.Bytes(200, 100)).pixel(10, 10), black);
+  const Error error = Raised([&] { Read_Wmf(file.Bytes(200, 100), 0); });
+  EXPECT_EQ(error.number, errors::badPicture);
+  EXPECT_TRUE(error.text.contains("zu lange"));
+}
+
+// A drawing as an office makes it, only larger: its cost is far from the limit.
+TEST(Metafiles, RichDrawingsAreNotRefused) {
+  Metafile file;
+  file.Add(setOrg, {0, 0}).Add(setExt, {4096, 4096}).Add(createBrush, {0, 0x00FF, 0, 0}).Add(selectObject, {0});
+  for (int i = 0; i < 30; ++i) file.Add(rectangle, {4096, 4096, 0, 0});
+  QByteArray points(4 * 20000, '\0');  // a shore: short pieces in turn
+  for (int i = 0; i < 20000; ++i) {
+    Put_Number(points, 4 * i, static_cast<qint16>(i * 4096 / 20000));
+    Put_Number(points, 4 * i + 2, static_cast<qint16>(2000 + i % 7 * 3));
+  }
+  file.Add(polygon, {20000}, points);
+  for (int i = 0; i < 20000; ++i) file.Add(lineTo, {i * 13 % 4096, i * 29 % 4096 / 40});
+  for (int i = 0; i < 300; ++i) file.Add(textOut, {8, 0x6261, 0x6463, 0x6665, 0x6867, i * 13, 100 + i % 9 * 300});
+  EXPECT_EQ(Read_Wmf(file.Bytes(0, 0, false)).pixel(4000, 100), red);
+}
+
+}  // namespace
