@@ -29,6 +29,7 @@ void Program_Start(const QString& commandLine) {
   Menu(QStringLiteral("mnuNoTable")).Caption = map_texts::safeMenuOff;
   Menu(QStringLiteral("mnuBildDunkel")).Checked = true;
   Read_Ini();
+  Clear_Work_Files();
   QDir::setCurrent(ProgramFolder);
   NotePads.clear();
   NotePadState.clear();
@@ -49,8 +50,8 @@ void Program_Start(const QString& commandLine) {
 }
 
 void Program_End() {
-  if (!frmMDI.MapOpen) return;
-  Close_Map();
+  if (frmMDI.MapOpen) Close_Map();
+  Release_Work_Files();
 }
 
 QString Program_Version() { return QStringLiteral(FLURAX_VERSION); }

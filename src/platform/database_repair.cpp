@@ -1,7 +1,6 @@
 #include <sqlite3.h>
 #include <unistd.h>
 
-#include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
 
@@ -164,7 +163,7 @@ RepairReport RepairDatabase(const QString& path) {
 
   std::vector<page_scanner::Table> tables = page_scanner::Scan(Read_Bytes(file), Known_Tables());
   if (tables.empty()) Raise(errors::databaseDamaged);
-  const QString aside = QStringLiteral("%1.%2~").arg(file).arg(QCoreApplication::applicationPid());
+  const QString aside = Aside_Name(file);
   struct Remover {
     QString aside;
     ~Remover() {

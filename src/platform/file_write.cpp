@@ -2,10 +2,13 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <atomic>
 #include <cerrno>
+#include <csignal>
 #include <cstring>
 #include <utility>
 
@@ -128,10 +131,6 @@ class AsideFile {
   }
 
  private:
-  static QString Aside_Name(const QString& target) {
-    static std::atomic<int> counter = 0;
-    return QStringLiteral("%1/.flurax-%2-%3.neu").arg(Folder_Of(target)).arg(::getpid()).arg(++counter);
-  }
   static int Open(const QByteArray& name) {
     const int number = ::open(name.constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW, 0666);
     if (number < 0) Raise_System(errno == ENOENT ? ENOTDIR : errno);
@@ -169,6 +168,26 @@ QString Content_Of(const QString& path) {
   return found;
 }
 }  // namespace
+
+QString Aside_Name(const QString& target) {
+  static std::atomic<int> counter = 0;
+  return QStringLiteral("%1/.flurax-%2-%3.neu").arg(Folder_Of(Clean_Path(target))).arg(::getpid()).arg(++counter);
+}
+
+void Clear_Stale_Asides(const QString& folder) {
+  // The second form is that of earlier versions.
+  static const QRegularExpression pattern(
+      QStringLiteral("^(?:\\.flurax-([0-9]+)-[0-9]+\\.neu|.*\\.(?:mdb|neu)\\.([0-9]+)~)(?:-wal|-journal|-shm)?$"),
+      QRegularExpression::CaseInsensitiveOption);
+  const QDir dir(folder);
+  for (const QString& name : dir.entryList(QDir::Files | QDir::Hidden | QDir::System)) {
+    const auto match = pattern.match(name);
+    if (!match.hasMatch()) continue;
+    const int writer = (match.captured(1) + match.captured(2)).toInt();
+    const bool runs = writer > 0 && writer != ::getpid() && (::kill(writer, 0) == 0 || errno != ESRCH);
+    if (!runs) ::unlink(QFile::encodeName(dir.filePath(name)).constData());
+  }
+}
 
 void Replace_File(const QString& path, const QByteArray& content) {
   AsideFile aside(Target_Of(path));

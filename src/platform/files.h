@@ -48,6 +48,11 @@ void File_Rename(const QString& source, const QString& target);
 void Kill(const QString& path);
 bool Kill_Quietly(const QString& path);  // true if the file is gone afterwards
 
+// A free name in the folder of the target for what is to take its place when it is whole.
+QString Aside_Name(const QString& target);
+// Takes away what programs that no longer run have left under such names. Not while this one is writing.
+void Clear_Stale_Asides(const QString& folder);
+
 // For tests of full disks and failing media: called with the bytes about to be written by any of the above; returns
 // the error number to fail with, or 0.
 extern std::function<int(const QString& path, qint64 bytes)> File_Write_Fault;

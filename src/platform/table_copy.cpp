@@ -74,9 +74,7 @@ void CompactDatabase(const QString& source, const QString& target) {
   if (from.isEmpty()) Raise(errors::databaseNotFound);
   if (File_Exists(target)) Raise(errors::databaseExists);
   if (!QFileInfo(QFileInfo(target).absolutePath()).isDir()) Raise(errors::pathNotFound);
-  const QString aside = target + QStringLiteral(".%1~").arg(QCoreApplication::applicationPid());
-  Remove_Sidecars(aside);
-  QFile::remove(aside);
+  const QString aside = Aside_Name(target);
   struct Remover {
     QString aside;
     ~Remover() {

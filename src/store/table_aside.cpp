@@ -13,8 +13,6 @@
 // Names and copies beside a table. Nothing here overwrites a file that is not replaced as a whole.
 namespace table_file {
 
-QString Snapshot_File() { return Program_File(QStringLiteral("TEMP.MDB")); }
-
 QString Without_Ending(const QString& path) {
   return path.endsWith(QLatin1String(".mdb"), Qt::CaseInsensitive) ? path.chopped(4) : path;
 }
@@ -59,8 +57,7 @@ void Compact_Over(const QString& source, const QString& target) {
     CompactDatabase(source, target);
     return;
   }
-  const QString aside = target + QStringLiteral(".neu");
-  Kill_Quietly(aside);
+  const QString aside = Aside_Name(target);
   try {
     CompactDatabase(source, aside);
     Table_File_Copy(aside, target);

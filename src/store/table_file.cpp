@@ -21,11 +21,6 @@ using namespace table_file;
 
 // Closing ------------------------------------------------------------------------------------------------------------
 
-namespace {
-QString snapshotOf;      // the table the snapshot was taken of in this session
-QString userOfSnapshot;  // "" = the user's table did not change since
-}
-
 void table_file::Close_Quietly() {
   rsAux.reset();
   rsEntries.reset();
@@ -59,52 +54,12 @@ Copies table_file::Close_With_Copies() {
   return copies;
 }
 
-bool table_file::Take_Snapshot() {
-  try {
-    Compact_Over(TableFile, Snapshot_File());
-    snapshotOf = TableFile;
-    userOfSnapshot.clear();
-    return true;
-  } catch (const Error& error) {
-    Forget_Snapshot();
-    if (Is_Access_Error(error)) {
-      Show_No_Access(ProgramFolder);
-    } else {
-      Report_Copy_Error(Snapshot_File(), error);
-    }
-    return false;
-  }
-}
-
 void Close_Table(CloseMode mode) {
   if (mode == CloseMode::CloseOnly) {
     Close_Quietly();
   } else {
     Close_With_Copies();
   }
-}
-
-bool table_file::Snapshot_Fits() {
-  if (!File_Exists(Snapshot_File()) || !Table_Fault(Snapshot_File()).isEmpty()) return false;
-  if (!snapshotOf.isEmpty()) return Same_Name(snapshotOf, TableFile);
-  // Left by an earlier session: perhaps by another map.
-  try {
-    const auto database = Workspace::OpenDatabase(Snapshot_File(), {.readOnly = true});
-    const auto rows = database->OpenRecordset(QStringLiteral("MapData"));
-    rows->MoveFirst();
-    return !rows->Eof() && Same_Name(rows->Text(column::Schrift), Shortened_Path(MapFile));
-  } catch (const Error&) {
-    return false;
-  }
-}
-
-void table_file::Remember_User_Of_Snapshot(const QString& user) { userOfSnapshot = user; }
-QString table_file::User_Of_Snapshot() { return userOfSnapshot; }
-
-void table_file::Forget_Snapshot() {
-  snapshotOf.clear();
-  userOfSnapshot.clear();
-  Disarm_Undo();
 }
 
 // Loading ------------------------------------------------------------------------------------------------------------

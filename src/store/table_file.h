@@ -29,5 +29,9 @@ void Undo_Last();  // mnuReset: back to the snapshot
 void Table_Idle();
 // Free name "<table>_BAK.MDB", "_BAK_1.MDB", ...
 QString Free_Backup_Name(const QString& table);
+// At the start of the program: clears the program folder of what programs that were killed have left of their snapshots
+// and half-written files. At its end: gives its own work files back.
+void Clear_Work_Files();
+void Release_Work_Files();
 // Removes "*.ldb" beside the user table and the standard table.
 void Delete_Lock_Files();

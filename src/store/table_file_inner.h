@@ -6,7 +6,8 @@
 // What the files of the table file share.
 namespace table_file {
 
-QString Snapshot_File();  // "TEMP.MDB" in the program folder
+QString Snapshot_File();  // in the program folder: "TEMP.MDB", of a second program at the same time "TEMP_1.MDB", ...
+QString Sorted_File();    // where a table is compressed: "SRTDATA.MDB" in the same way
 // The path without its ending ".MDB".
 QString Without_Ending(const QString& path);
 // Cut at the first point of the file name; folders keep theirs.
@@ -34,7 +35,7 @@ struct Copies {
   bool user = true, snapshot = true;  // written, or not needed
 };
 Copies Close_With_Copies();
-// Brings "TEMP.MDB" up to date from the closed table; a failure is told and withdraws the undo.
+// Brings the snapshot up to date from the closed table; a failure is told and withdraws the undo.
 bool Take_Snapshot();
 // Close_With_Copies and Load_Table(Reload); the current row stays. `loaded` tells whether the table is open again.
 struct Checkpointed : Copies {
@@ -42,8 +43,10 @@ struct Checkpointed : Copies {
 };
 Checkpointed Checkpoint();
 
-// The snapshot belongs to the table that is open or was open last in this session, or at least to this map.
-bool Snapshot_Fits();
+// Fits: it was taken of this very table of this map, and is as it was written then.
+enum class SnapshotState { Fits, Foreign, Unusable };
+SnapshotState State_Of_Snapshot();
+inline bool Snapshot_Fits() { return State_Of_Snapshot() == SnapshotState::Fits; }
 // The snapshot is that of another user table (one was loaded since): undo goes back to its name as well, so that the
 // next checkpoint does not write the old entries over the file that was loaded.
 void Remember_User_Of_Snapshot(const QString& user);

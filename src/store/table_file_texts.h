@@ -16,6 +16,8 @@ inline const QString askNewTable = QStringLiteral("Möchten Sie eine neue Tabell
 
 inline const QString saveTitle = QStringLiteral("  Karteneinträge sichern");
 inline const QString saved = QStringLiteral(" gesichert.");
+inline const QString foreignSnapshot = QStringLiteral(
+    "\n\nDie Sicherungskopie gehört zu einer anderen Tabelle.\nDie Karteneinträge bleiben, wie sie sind.");
 inline const QString restored = QStringLiteral("Karteneinträge wieder hergestellt.");
 inline const QString askChanged =
     QStringLiteral("\n\nDie Karteneinträge\nwurden verändert.\nWollen Sie die veränderten Einträge sichern ?");

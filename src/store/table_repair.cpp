@@ -27,7 +27,7 @@ QString Bytes_Of(const QString& path) { return QString::number(QFileInfo(path).s
 void Compress_Table() {
   const BusyPointer busy;
   events.BackgroundText.Emit(TableFile);
-  const QString sorted = Program_File(QStringLiteral("SRTDATA.MDB"));
+  const QString sorted = Sorted_File();
   Close_Quietly();
   const QString before = Bytes_Of(TableFile);
   bool done = false;

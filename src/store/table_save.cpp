@@ -82,7 +82,8 @@ bool Save_Now() {
   return true;
 }
 
-// Step 3. Where the snapshot cannot be had, the table is empty afterwards, and what it held is kept beside it.
+// Step 3. Where the snapshot is lost or damaged, the table is empty afterwards, and what it held is kept beside it. One
+// of another table changes nothing.
 bool Restore() {
   if (!Table_Is_Changed()) {
     Message_Box(texts::restored, MsgButtons::Ok, MsgIcon::Information, texts::saveTitle);
@@ -90,14 +91,15 @@ bool Restore() {
   }
   Close_Quietly();
   const SaveJob job{SaveStep::Restore, TableFile};
+  const SnapshotState snapshot = State_Of_Snapshot();
   try {
-    if (!Snapshot_Fits()) Raise(errors::fileNotFound);
+    if (snapshot != SnapshotState::Fits) Raise(errors::fileNotFound);
     Compact_Over(Snapshot_File(), TableFile);
   } catch (const Error& error) {
     QString more;
     try {
-      const bool unusable = !Snapshot_Fits();
-      if (unusable && File_Exists(TableFile)) {
+      if (snapshot == SnapshotState::Foreign) more = texts::foreignSnapshot;
+      if (snapshot == SnapshotState::Unusable && File_Exists(TableFile)) {
         more =
             QStringLiteral("\n\nDie bisherige Tabelle liegt in:\n") + Put_Aside(TableFile, QStringLiteral("_bak.mdb"));
       }

@@ -1,0 +1,122 @@
+#include <QCryptographicHash>
+#include <QFile>
+#include <QRegularExpression>
+
+#include "platform/database.h"
+#include "platform/file_lock.h"
+#include "platform/files.h"
+#include "state/global_state.h"
+#include "store/file_names.h"
+#include "store/table_file.h"
+#include "store/table_file_inner.h"
+
+// The snapshot for undo. Several programs may run in one program folder: each writes a file of its own, and none uses a
+// snapshot that does not prove to be one of its table.
+
+namespace {
+
+QString userOfSnapshot;  // "" = the user's table did not change since
+
+// "TEMP.MDB" is the work file of the first program, "TEMP_1.MDB" that of the second, ...
+QString Numbered_File(const QString& base, int number, const char* ending) {
+  const QString tail = number == 0 ? QString() : u'_' + QString::number(number);
+  return Program_File(base + tail + QLatin1String(ending));
+}
+
+const QString snapshotBase = QStringLiteral("TEMP"), sortedBase = QStringLiteral("SRTDATA");
+constexpr int mostPrograms = 100;
+
+QString Stamp_File(int number) { return Numbered_File(snapshotBase, number, ".stamp"); }
+QString Lock_File(int number) { return Numbered_File(snapshotBase, number, ".lock"); }
+
+// The number of this program among those that run in the program folder, held by a lock.
+struct OwnNumber {
+  QString folder;
+  int number = 0;
+  std::unique_ptr<FileLock> lock;
+};
+OwnNumber own;
+
+int Own_Number() {
+  if (own.lock && own.folder == ProgramFolder) return own.number;
+  own = {ProgramFolder, 0, nullptr};
+  for (int number = 0; number < mostPrograms && !own.lock; ++number) {
+    own.lock = FileLock::Try(Lock_File(number));
+    if (own.lock) own.number = number;
+  }
+  return own.number;
+}
+
+// Fingerprint of the snapshot's bytes, its table and its map: another content or another place has another one.
+QByteArray Fingerprint(const QString& snapshot) {
+  QCryptographicHash hash(QCryptographicHash::Sha256);
+  for (const QString& path : {TableFile, MapFile}) hash.addData(Clean_Path(path).toCaseFolded().toUtf8() + '\n');
+  QFile file(Find_File(snapshot));
+  if (!file.open(QIODevice::ReadOnly) || !hash.addData(&file)) Raise(errors::fileNotFound);
+  return hash.result().toHex();
+}
+
+void Delete_Work_Files(int number) {
+  for (const QString& file :
+       {Numbered_File(snapshotBase, number, ".MDB"), Stamp_File(number), Numbered_File(sortedBase, number, ".MDB")})
+    Kill_Quietly(file);
+}
+
+}  // namespace
+
+QString table_file::Snapshot_File() { return Numbered_File(snapshotBase, Own_Number(), ".MDB"); }
+QString table_file::Sorted_File() { return Numbered_File(sortedBase, Own_Number(), ".MDB"); }
+
+bool table_file::Take_Snapshot() {
+  try {
+    Compact_Over(TableFile, Snapshot_File());
+    Replace_File(Stamp_File(Own_Number()), Fingerprint(Snapshot_File()));
+    userOfSnapshot.clear();
+    return true;
+  } catch (const Error& error) {
+    Forget_Snapshot();
+    if (Is_Access_Error(error)) {
+      Show_No_Access(ProgramFolder);
+    } else {
+      Report_Copy_Error(Snapshot_File(), error);
+    }
+    return false;
+  }
+}
+
+table_file::SnapshotState table_file::State_Of_Snapshot() {
+  const QString file = Snapshot_File();
+  if (!File_Exists(file) || !Table_Fault(file).isEmpty()) return SnapshotState::Unusable;
+  try {
+    const bool fits = Read_Bytes(Stamp_File(Own_Number())) == Fingerprint(file);
+    return fits ? SnapshotState::Fits : SnapshotState::Foreign;
+  } catch (const Error&) {
+    return SnapshotState::Foreign;
+  }
+}
+
+void table_file::Remember_User_Of_Snapshot(const QString& user) { userOfSnapshot = user; }
+QString table_file::User_Of_Snapshot() { return userOfSnapshot; }
+
+void table_file::Forget_Snapshot() {
+  userOfSnapshot.clear();
+  Disarm_Undo();
+}
+
+void Clear_Work_Files() {
+  static const QRegularExpression pattern(QStringLiteral("^TEMP_([0-9]{1,3})\\.(MDB|stamp|lock)$"),
+                                          QRegularExpression::CaseInsensitiveOption);
+  Clear_Stale_Asides(ProgramFolder);
+  for (const QString& path : Find_Files(ProgramFolder, snapshotBase + QStringLiteral("_*"))) {
+    const auto match = pattern.match(path.mid(path.lastIndexOf(u'/') + 1));
+    if (!match.hasMatch()) continue;
+    const int number = match.captured(1).toInt();
+    // Nobody can begin with these files meanwhile.
+    if (const auto lock = FileLock::Try(Lock_File(number))) Delete_Work_Files(number);
+  }
+}
+
+void Release_Work_Files() {
+  if (own.lock && own.folder == ProgramFolder && own.number > 0) Delete_Work_Files(own.number);
+  own = {};
+}
