@@ -54,7 +54,7 @@ class Surface {
 
   virtual QRectF Extent() const = 0;  // the drawable area
   virtual bool IsPaper() const = 0;   // vector output: fractions count
-  virtual void Cls(QRgb color) = 0;
+  virtual void Cls(QRgb color) = 0;   // fills the surface with one colour
   virtual void SetClip(const QRectF& area) = 0;  // an empty rectangle lifts it
 
   // Picture part `source` (picture pixels) onto `target`. Nearest pixel when enlarged.
@@ -106,16 +106,18 @@ struct PageView {
   QPointF origin;                 // device pixel of the surface's origin
   PageModes modes = PageModes::AsCopy;
 };
+// A surface on a page, as the view lays it there.
 std::unique_ptr<Surface> Make_Page_Surface(QPaintDevice& page, const PageView& view);
 // With a painter that lives longer: a document of several pages ends with its painter. Left as it was found.
 std::unique_ptr<Surface> Make_Page_Surface(QPainter& page, const PageView& view);
+// At the corner of the page, `scale` device pixels a surface pixel, modes as Copy.
 inline std::unique_ptr<Surface> Make_Page_Surface(QPaintDevice& page, double scale) {
   return Make_Page_Surface(page, PageView{scale, scale, {}, PageModes::AsCopy});
 }
 // Draws nothing: tells what part of the surface was touched in a combining mode since the last question.
 class ProbeSurface : public Surface {
  public:
-  virtual QRectF Take_Combined() = 0;
+  virtual QRectF Take_Combined() = 0;  // surface pixels; empty: none
 };
 std::unique_ptr<ProbeSurface> Make_Probe_Surface(const QRectF& extent);
 

@@ -14,7 +14,7 @@ using ::testing::IsEmpty;
 namespace {
 
 constexpr int longestFunction = 60, longestFile = 650;
-constexpr double largestFolder = 0.20, leastCommented = 0.75;
+constexpr double largestFolder = 0.20, leastCommented = 0.85;
 
 int Lines_Of(const QString& content) { return static_cast<int>(content.count('\n')); }
 
@@ -87,8 +87,9 @@ struct Procedures {
   QStringList silent;  // "file:line" of those no comment tells of
 };
 
-// Procedures that others may call: free ones and public ones of classes, without constructors, overrides and operators.
-// A comment stands at the procedure, or alone at the head of a group without empty lines.
+// Procedures that others may call: free ones and public ones of classes, without constructors, overrides, operators and
+// methods whose body stands on their line. A comment stands at the procedure, or alone at the head of a group without
+// empty lines.
 Procedures Procedures_Of(const QString& path, const QString& content) {
   static const QRegularExpression procedure(uR"(^(?:  )?[A-Za-z\[][^=({]*[\s&*](?!operator)\w+\()"_s),
       other(
@@ -113,7 +114,7 @@ Procedures Procedures_Of(const QString& path, const QString& content) {
     qsizetype last = i;
     while (last + 1 < lines.size() && !lines[last].contains(';') && !lines[last].contains('{')) ++last;
     const QStringList text = lines.mid(i, last - i + 1);
-    if (other.match(text.join(' ')).hasMatch()) continue;
+    if (other.match(text.join(' ')).hasMatch() || (inType && line.endsWith('}'))) continue;
     ++found.all;
     const QStringList group = lines.mid(head, i - head);
     const qsizetype comments = group.filter(comment).size();
@@ -213,6 +214,7 @@ class K {
   explicit K(int x);
   void F() override;
   int E() const;
+  int I() const { return H(); }
   int G() const;  // told
  private:
   int H();
@@ -224,5 +226,5 @@ inline bool Silent_Too() {
 )"_s;
   const Procedures procedures = Procedures_Of("k.h", header);
   EXPECT_EQ(procedures.all, 8);
-  EXPECT_THAT(procedures.silent, ElementsAre("k.h:5", "k.h:16", "k.h:22"));
+  EXPECT_THAT(procedures.silent, ElementsAre("k.h:5", "k.h:16", "k.h:23"));
 }
