@@ -59,6 +59,7 @@ class Surface {
 
   // Picture part `source` (picture pixels) onto `target`. Nearest pixel when enlarged.
   virtual void PaintPicture(const QRectF& target, const QImage& picture, const QRectF& source) = 0;
+  // The whole picture.
   void PaintPicture(const QRectF& target, const QImage& picture) {
     PaintPicture(target, picture, QRectF(picture.rect()));
   }
@@ -119,7 +120,7 @@ class ProbeSurface : public Surface {
  public:
   virtual QRectF Take_Combined() = 0;  // surface pixels; empty: none
 };
-std::unique_ptr<ProbeSurface> Make_Probe_Surface(const QRectF& extent);
+std::unique_ptr<ProbeSurface> Make_Probe_Surface(const QRectF& extent);  // it measures texts as all surfaces do
 
 // A white or coloured image fit for drawing (RGB32, 96 dpi).
 QImage Make_Canvas(int width, int height, QRgb color = qRgb(255, 255, 255));

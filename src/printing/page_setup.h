@@ -30,8 +30,8 @@ void Set_Anzeige(PageSetup& setup);        // texts from the settings; Eingabe b
 void Fill_Page_Choices(PageSetup& setup);  // PageChoices for margins and paper as they are now
 // What is typed waits; the centimetres work backward to a factor and to the other box.
 void Type_Factor(PageSetup& setup, const QString& text);
-void Type_Width(PageSetup& setup, const QString& text);
-void Type_Height(PageSetup& setup, const QString& text);
+void Type_Width(PageSetup& setup, const QString& text);   // centimetres on paper
+void Type_Height(PageSetup& setup, const QString& text);  // centimetres on paper
 void Take_Typed(PageSetup& setup);              // what waits becomes the setting
 void Step_Factor(PageSetup& setup, int steps);  // of 0.05, not below 0.05
 void Choose_Pages(PageSetup& setup, int index);  // takes the factor of PageChoices[index]
@@ -54,7 +54,7 @@ struct SheetMargins {
   bool operator==(const SheetMargins&) const = default;
 };
 inline constexpr int largestMargin = 100;  // mm, of a scroll bar
-SheetMargins Margins_To_Show(const PrintSettings& settings, const Paper& paper);
+SheetMargins Margins_To_Show(const PrintSettings& settings, const Paper& paper);  // millimetres
 // The way back; what lies in the unprintable border becomes 0.
 PrintSettings With_Margins(PrintSettings settings, const SheetMargins& shown, const Paper& paper);
 QString Print_Margin_Text(QChar side, int mm);  // "L", "R", "O", "U"

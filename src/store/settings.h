@@ -20,6 +20,6 @@ bool Read_Template(AreaTemplate& found);
 void Write_Template(const QString& name, const AreaTemplate& area);
 // "MPG:" lines: paint programs. Setting raises what the file raises.
 QStringList Paint_Programs();
-void Set_Paint_Programs(const QStringList& programs);
+void Set_Paint_Programs(const QStringList& programs);  // in place of those kept
 // Lines of "Tipps.txt" under the heading "Tipp n" (n from 1); the built-in ones if the file is missing.
 QStringList Tip_Text(int number);
