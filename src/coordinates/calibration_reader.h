@@ -39,8 +39,8 @@ inline constexpr int noFormat = 5010, wrongLayout = 5020, wrongLine = 5030, badM
 QString Value_Text(const QString& line);  // behind the first "=", trimmed
 // Numbers: what cannot be a number is 0; beyond the range error 6.
 int Whole(const QString& text);
-std::int16_t Short(const QString& text);
-float Single(const QString& text);
+std::int16_t Short(const QString& text);  // beyond 16 bits error 6
+float Single(const QString& text);        // beyond its range error 6
 // Numbers of reference points: what is no number is error 13.
 int Strict_Whole(const QString& text);
 // Between two marks, the second one behind the first. Error 5 without them.
@@ -49,11 +49,16 @@ QString Between(const QString& text, const QString& from, const QString& to);
 QString Behind(const QString& text, const QString& mark);
 int Digit(QChar c, int largest);  // 0..largest; errors 13, 9
 
+// The line that begins a metric net, and each one after it. A field that is missing or no number is a fault that is
+// shown; what was read before it stays.
 void Read_Metric_Grid(CalibrationReader& reader, const QString& line, bool utm);
 void Read_Metric_Line(CalibrationReader& reader, const QString& line);
+// The lines have ended: checks the whole (error 6000 is shown) and builds the net, unless distances are missing.
 void Close_Metric(CalibrationReader& reader);
+// What was read, for the message of error 6000.
 QString Metric_Fault_Text(const CoordinateState& state);
 
+// The same for a geographic net: its first line, each one after it, the end.
 void Read_Geographic_Grid(CalibrationReader& reader, const QString& line);
 void Read_Geographic_Line(CalibrationReader& reader, const QString& line);
 void Close_Geographic(CalibrationReader& reader);

@@ -40,4 +40,5 @@ int Plane_To_Pixel(const CoordinateState& state, double rechtswert, double hochw
 struct CoordinateTexts {
   QString first, second;
 };
+// Degrees, or kilometres of a plane net. Both are empty beyond 180 degrees of longitude and 90 of latitude.
 CoordinateTexts Grad_Texts(const CoordinateState& state, double longitude, double latitude);

@@ -17,7 +17,7 @@ QString GMS_Short(const QString& text);
 // 1 if the text has the layout of the template "B_DEC", "B_GMS", "L_DEC" or "L_GMS"; else -1, -2, -3.
 int Check_Koord_Format(const QString& text, const QString& templateName);
 QString Point_To_Comma(QString text);  // the first one only
-QString Comma_To_Point(QString text);
+QString Comma_To_Point(QString text);  // the first one only
 // The number at the start by "skip blanks, read as far as a number goes, point as decimal sign"; blanks may stand
 // between sign and digits. 0 without one.
 double Coordinate_Number(const QString& text);

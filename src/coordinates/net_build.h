@@ -14,4 +14,5 @@ int Teilmodus(const CoordinateState& state, char letter, double& perDegree);
 struct Circle {
   double x = 0, y = 0, r = 0;
 };
+// Error 6 where they have none.
 Circle Calc_Circle(double x1, double y1, double x2, double y2, double x3, double y3);

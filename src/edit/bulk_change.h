@@ -17,7 +17,7 @@ void For_Each_Entry(Work&& work) {
   for (; !rsEntries->Eof(); rsEntries->MoveNext()) work();
 }
 
-bool Table_Is_Open();
+bool Table_Is_Open();  // is there a table with rows?
 // Puts the cursor on the current entry. False on the header row and without an entry.
 bool On_Current_Entry();
 // The typed text of an entry in hand is stored and the entry given up. False if it could not be stored.

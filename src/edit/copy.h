@@ -5,7 +5,8 @@
 
 void Copy_Entry();       // mnuEintrCopy, "Cpy": a copy 30 pixels off, "Kopie: " before its text; also on the clipboard
 void Duplicate_Entry();  // mnuEintrDupl, "Dupl": the next click places an exact duplicate
-bool Duplicate_Waiting();
+bool Duplicate_Waiting();  // for the click that places it
+// With its corner at the window position; nothing if none waits.
 void Place_Duplicate(QPoint window);
 // Pictures: from a file (dialog when `file` is empty) or from the clipboard (written to "PicImport/Pic-N.bmp" beside
 // the table). The row is current afterwards.

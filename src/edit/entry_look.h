@@ -21,7 +21,7 @@ struct EntryLook {
   int width = 1;  // pen of line, outline or frame, map pixels
   bool operator==(const EntryLook&) const = default;
 
-  bool Has_Color(ColorOf which) const;
+  bool Has_Color(ColorOf which) const;  // does the kind of entry show that colour?
   bool Has_Fill() const;   // areas and figures
   bool Has_Width() const;  // lines and areas: the width is no frame's
   bool Has_Frame() const;  // the frame can be switched on and off
@@ -36,7 +36,7 @@ EntryLook Next_Look();
 bool Change_Color(ColorOf which, int color);  // 0..15
 // Colour of the frame; whether it is shown, its width and pattern stay. Title of its error: "Error: Change_Rahmen".
 bool Change_Rahmen(int color);
-bool Switch_Frame(bool on);
+bool Switch_Frame(bool on);  // shows the frame or hides it; its colour stays
 // All of the frame but its colour.
 bool Change_Frame(const FrameWord& frame);
 bool Change_Fill(FillCode fill);  // -8..8

@@ -25,12 +25,12 @@ struct FigureMeasures {
   double angle = 0;                               // counter-clockwise, 0..360
   bool Upright() const { return HalfH > HalfW; }  // the long axis runs from top to bottom
 };
-FigureMeasures GetAbmessungen(const EntryRow& row);
+FigureMeasures GetAbmessungen(const EntryRow& row);  // map pixels; angle 0 where none is stored
 
 struct FigureAxes {
   std::array<QPointF, 2> along, across, foci;  // map pixels, turned
 };
-FigureAxes Axes_Of(const FigureMeasures& measures);
+FigureAxes Axes_Of(const FigureMeasures& measures);  // ends of the axes and foci
 // Degrees counter-clockwise from the right at which `to` lies from the centre; y runs downward.
 double GetWinkel(QPointF centre, QPointF to);
 double Normal_Angle(double degrees);  // 0 up to below 360, three decimals

@@ -24,6 +24,7 @@ struct ScaleInput {
 std::optional<double> Scale_Number(const QString& typed);
 // What is wrong with number or length, for a message; empty if nothing is.
 QString Scale_Fault(const ScaleInput& input);
+// Of a sound input; not yet in the table.
 EntryRow Make_Scale_Row(const ScaleInput& input);
 // The scale bar of the open table.
 std::optional<ScaleInput> Scale_Of_Map();
@@ -40,12 +41,12 @@ QString Show_Scale_Text();  // of the map's own scale
 struct MeasuringLine {
   QPoint from, to;  // map pixels
   QString Tag;      // "H" or "V" while there is one
-  int Length() const;
-  QPoint Upper_Left() const;
+  int Length() const;         // map pixels
+  QPoint Upper_Left() const;  // map pixels
 };
 // The tool "Scale": every press on the map begins a new line, which is shown until the tool goes. `drawn` hears of each
 // change, `dropped` when the tool goes unasked.
 void Measure_Scale(std::function<void(const MeasuringLine&)> drawn, std::function<void()> dropped);
 // The same tool waits for one click and tells where it was, in map pixels.
 void Place_Scale(std::function<void(QPoint map)> placed, std::function<void()> dropped);
-bool Scale_Tool_In_Use();
+bool Scale_Tool_In_Use();  // either of the two

@@ -15,7 +15,7 @@ struct Criterion {
   QString column, value;  // the value without its stars
   Kind kind = Kind::Whole;
   bool openEnd = false;  // the value ended in "*"
-  static Criterion Parse(const QString& line);
+  static Criterion Parse(const QString& line);  // without "=" there is no column
   bool operator==(const Criterion&) const = default;
 };
 // Those with a column and a value.
@@ -29,6 +29,7 @@ struct SearchOptions {
 struct Hit {
   qsizetype at = 0, length = 0;
 };
+// The first one.
 std::optional<Hit> Find_In(const QString& text, const Criterion& criterion, const SearchOptions& options);
 // Do all criteria hold for the current row? Error 3265 for a column that is not there.
 bool Match_Row(const Recordset& rows, const std::vector<Criterion>& criteria, const SearchOptions& options);

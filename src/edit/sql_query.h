@@ -21,7 +21,7 @@ void Open_Sql(SqlState& sql);
 bool Apply_Sql(SqlState& sql, const QString& text);
 // Keeps the rows of the selection alone in the table and saves it as UserTable. False with a message if not.
 bool Take_Sql(SqlState& sql);
-void Save_Sql_List(SqlState& sql, const QString& text);
-bool Delete_Sql_Line(SqlState& sql, const QString& text);
+void Save_Sql_List(SqlState& sql, const QString& text);    // info tells why it was not added
+bool Delete_Sql_Line(SqlState& sql, const QString& text);  // False if it is not in the list
 // "KARTE.MDB" -> "KARTE_SQL.mdb"; a name that is taken is passed over, one that ends so already stays.
 QString Sql_Table_Name(const QString& userTable);

@@ -10,7 +10,7 @@
 bool Symbol_In_Hand();
 // Font and character of the symbol in hand, else of the next one.
 FontChoice Symbol_Font();
-QString Symbol_Sign();
+QString Symbol_Sign();  // of the symbol in hand, else of the next one
 // Gives them to the symbol in hand, with a redraw, and to those placed after it.
 bool Take_Symbol(const FontChoice& choice, const QString& sign);
 // Puts the next symbol on the map, with its middle at the window position, and takes it in hand. False if it could not

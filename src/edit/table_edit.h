@@ -25,10 +25,11 @@ void Map_Was_Maximized(bool maximized);
 // that cannot be read.
 void Row_Changed(qint64 key);
 
-bool Is_Header_Row(qint64 key);
+bool Is_Header_Row(qint64 key);  // by its row key
 // Warns once a session that changes in the table can do harm.
 void Warn_Before_Edit();
 enum class CellEdit { Written, Unchanged, Refused };
+// Writes what was typed into a cell as its column takes it; refused with a message.
 CellEdit Edit_Cell(qint64 key, int column, const QString& text);
 // Asks once for all; the header row always stays. Vertex tables go with their rows. Several rows are one transaction
 // with an undo point. False if nothing was deleted.

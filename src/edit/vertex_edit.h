@@ -31,6 +31,6 @@ int Vertex_At(QPoint window);
 int Edge_At(QPoint window);
 // What a moved vertex draws behind it, in window pixels: its neighbours and the vertex itself, at `middle`.
 QPolygonF Vertex_Neighbours(int number, int& middle);
-void Move_Vertex(int number, QPoint by);
+void Move_Vertex(int number, QPoint by);  // map pixels; the vertex counted from 0
 // A new vertex on the edge of the entry in hand under the position. False if there is no edge.
 bool Insert_Vertex_At(QPoint window);

@@ -38,8 +38,8 @@ struct CsvRecord {
 class CsvReader {
  public:
   explicit CsvReader(const CsvTable& columns);
-  CsvRecord Read(const CsvLine& line);
-  bool Has_Text(QStringView line);
+  CsvRecord Read(const CsvLine& line);  // fields that are not there are empty
+  bool Has_Text(QStringView line);      // is there any text in the columns of the entry?
 
  private:
   void Split(QStringView line);

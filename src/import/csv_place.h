@@ -30,7 +30,7 @@ struct WholeNumber {
   bool negative = false;
   std::optional<int> Value() const;  // nothing beyond 32 bits
 };
-std::optional<WholeNumber> Read_Whole(QStringView text);
+std::optional<WholeNumber> Read_Whole(QStringView text);  // decimals behind a comma or point are cut
 // Degrees as decimals or as degrees, minutes, seconds.
 std::optional<double> Read_Degrees(QStringView text);
 
@@ -42,7 +42,7 @@ class TakenPositions {
   // Takes the position or the next free one of its diagonal. Where the map has no room on either side of it, an entry
   // lies on the other: a sound coordinate is never refused.
   QPoint Take(QPoint wanted);
-  void Reserve(int count);
+  void Reserve(int count);  // room for as many positions
 
  private:
   using Chain = QHash<quint64, quint64>;

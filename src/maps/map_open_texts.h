@@ -34,6 +34,7 @@ inline const QString safeOnText = QStringLiteral(
 inline const QString safeOffText =
     QStringLiteral("Die nächste Karte wird zusammen mit den zuletzt bearbeiteten Karteneinträgen geöffnet.");
 
+// The map lies where nothing can be written.
 inline QString Read_Only(const Error& error, const QString& path) {
   return QStringLiteral("Fehler:    %1 %2\nKarte:                    %3").arg(error.number).arg(error.text, path) +
          QStringLiteral(
@@ -55,6 +56,7 @@ inline QString Damaged(const QString& stem) {
              "fortsetzen?");
 }
 
+// A marker file was left behind; `stem` is the map's path without ending.
 inline QString Not_Ended(const QString& stem) {
   return QStringLiteral("\nBitte laden Sie zur Karte folgende Einträge:\n%1_bak.mdb\n%1_rep.mdb\n%1_err.mdb").arg(stem);
 }

@@ -32,4 +32,5 @@ inline double Clip_Margin(double penWidth) { return 5 + 2 * penWidth; }
 QRectF Map_Area(const DrawContext& context, double margin);
 // The rectangle beyond which no coordinate is handed to the painter (surface pixels).
 QRectF Far_Limit(const DrawContext& context);
+// Does any point lie outside the rectangle?
 bool Beyond(std::span<const QPointF> points, const QRectF& limit);

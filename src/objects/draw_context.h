@@ -21,6 +21,7 @@ struct ViewTransform {
   double Y(double mapY) const { return Round((mapY - Top) / Zoom + originY); }
   QPointF Point(QPointF map) const { return {X(map.x()), Y(map.y())}; }
   double Length(double mapLength) const { return Round(mapLength / Zoom); }
+  // A position as it is drawn: whole pixels on the screen, unchanged on paper.
   double Round(double value) const {
     // Adding and taking away 1.5 * 2^52 leaves no room for a fraction: halves to even, without a call per vertex.
     constexpr double shift = 6755399441055744.0;

@@ -27,7 +27,7 @@ struct LineStyle {
   PenStyle pen = PenStyle::Solid;
   bool transparent = false;
 };
-LineStyle Line_Style(int stored);
+LineStyle Line_Style(int stored);  // of a Yline
 
 // Closed strip round a polyline, `offset` pixels to both sides: n points forward on one side, n back on the other.
 QPolygonF Hit_Strip(std::span<const QPointF> points, double offset);

@@ -15,6 +15,7 @@ struct ScaleValue {
   bool vertical = false;    // HG 1; any value but 0 and 1 counts as 0 (HgIsSound tells)
   bool hgIsSound = true;
 };
+// Groesse is the number; where it is 0 or less that of Schrift, which is also the text. Eintrag tells the unit.
 ScaleValue Scale_Of(const EntryRow& row);
 // Takes the row's scale as that of the map: sets MapUnit, MapUnitPerPixel and MapHasScale. False, and no scale, if the
 // row has none.

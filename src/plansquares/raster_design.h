@@ -69,6 +69,7 @@ struct SizeText {
   double number = 0;
   QString unit;  // "mm", "cm", "m", "km", "Pixel", as typed, or empty
 };
+// Of "100 * 100 m" the first number and the unit. "1.000" is a thousand, "2.5" is not.
 SizeText Read_Size(const QString& text);
 // What a side without a unit counts in, for the window: "Pixel", "m", "mm (Papier)", ...
 QString Size_Unit(const RasterDesign& design);

@@ -15,11 +15,14 @@ QString Plan_Name(const QString& id);
 // Column letters and row number of a raster's square; false for free ones.
 bool Split_Name(const QString& name, QString& column, QString& row);
 
+// A square as it stands in the table.
 EntryRow Square_Row(const RasterDesign& design, const PlanSquare& square);
+// Its corner is the first line of the raster.
 EntryRow Design_Row(const RasterDesign& design, const RasterPlan& plan);
+// Without corners; what is out of range becomes the nearest choice.
 RasterDesign Design_Of(const EntryRow& row);
 
-bool Has_Plan_Rows();
+bool Has_Plan_Rows();  // squares or a design
 // From the corner of the first square of the raster to the opposite one of the last.
 std::optional<QRectF> Raster_Field();
 // The design as it is stored, with the corners of the raster; none without a design row.

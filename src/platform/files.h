@@ -14,7 +14,7 @@ QString Clean_Path(const QString& path);
 void Split_Path(QString& path, QString& folder);
 // The path that exists, found ignoring case (exact match first); empty if there is none.
 QString Find_File(const QString& path);
-bool File_Exists(const QString& path);
+bool File_Exists(const QString& path);  // ignoring case
 // Files of a folder that match a name pattern with "*" and "?", ignoring case, sorted; full paths.
 QStringList Find_Files(const QString& folder, const QString& pattern);
 
@@ -34,7 +34,7 @@ QByteArray To_1252(const QString& text);  // what cannot be written becomes "?"
 QStringList Read_Lines(const QString& path);
 void Write_Lines(const QString& path, const QStringList& lines);  // written aside and renamed
 
-QByteArray Read_Bytes(const QString& path);
+QByteArray Read_Bytes(const QString& path);  // the whole file; errors 53, 70
 // Writes aside, flushes to the disk and renames: afterwards the file holds the old content or the new one whole.
 void Replace_File(const QString& path, const QByteArray& content);
 // Overwrites bytes in place (for the resolution fields of a bitmap). Error 53 or 70.

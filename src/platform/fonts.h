@@ -30,11 +30,11 @@ class FontFace {
   int LineWidth(QStringView line) const;
   // Widest of all lines; the text ends a line with CR, LF or CR LF.
   int TextWidth(const QString& text) const;
-  int TextHeight(const QString& text) const;
+  int TextHeight(const QString& text) const;  // lines * lineHeight
   int LineTop(int number) const;  // of a line below the first, which has number 0
   // The line ready to be drawn in `font` or `hard`, kept for the next time. All faces together keep up to 20,000 lines.
   enum class Edge { Smooth, Hard };
-  const QStaticText& Prepared(const QString& line, Edge edge) const;
+  const QStaticText& Prepared(const QString& line, Edge edge) const;  // valid until the next call
 
  private:
   int ShownWidth(QStringView shown) const;

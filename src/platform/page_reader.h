@@ -23,7 +23,7 @@ class PageReader {
   explicit PageReader(const QByteArray& file);
 
   int Count() const { return pageCount; }
-  PageKind Kind(int page) const;
+  PageKind Kind(int page) const;  // what the head of the page says
   // The pages below an inner page, right one last; 0 where the number cannot be one.
   std::vector<int> Children(int page) const;
   // The pages out of use, if their list makes sense.

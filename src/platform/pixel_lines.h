@@ -24,6 +24,7 @@ class PenRhythm {
   // Is the pen down at that pixel of its way?
   bool Down(qint64 step) const { return period == 0 || marks[static_cast<size_t>(step % period)]; }
 
+  // Pixels of mark and gap in turn; empty for pens without gaps.
   static std::span<const int> Lengths(PenStyle style) {
     static constexpr int dash[] = {12, 4}, dot[] = {3, 3}, dashDot[] = {9, 4, 3, 4}, dashDotDot[] = {9, 3, 3, 3, 3, 3};
     switch (style) {
@@ -45,6 +46,7 @@ class PenRhythm {
   std::array<bool, 32> marks{};
 };
 
+// Pixels of a line without its last one.
 inline qint64 Line_Steps(QPoint from, QPoint to) {
   return std::max(std::abs(to.x() - from.x()), std::abs(to.y() - from.y()));
 }

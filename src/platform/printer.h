@@ -27,9 +27,9 @@ Paper Paper_Of(const QString& format, int orientation);
 class PrintJob {
  public:
   virtual ~PrintJob() = default;
-  virtual QPainter& Painter() = 0;
-  virtual void NewPage() = 0;
-  virtual void EndDoc() = 0;
+  virtual QPainter& Painter() = 0;  // of the page in hand
+  virtual void NewPage() = 0;       // the next page; the first is there at once
+  virtual void EndDoc() = 0;        // sends the job off or writes the file
   virtual void KillDoc() = 0;  // nothing is printed; a file is removed
 };
 
@@ -43,6 +43,7 @@ struct PrinterFace {
   std::function<std::optional<PrintRange>(const QString& title, int pages, int orientation)> ask;  // nothing: cancelled
   std::function<std::unique_ptr<PrintJob>(const QString& title, int orientation)> begin;           // after `ask`
 };
+// Puts another printer in place; what the face lacks is as without a printer. Returns the former one.
 PrinterFace Set_Printer(PrinterFace face);
 // The face in use. Without one: A4, every page, and jobs into "Karte.pdf" of the program folder.
 const PrinterFace& The_Printer();

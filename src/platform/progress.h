@@ -10,13 +10,13 @@
 class ProgressFace {
  public:
   virtual ~ProgressFace() = default;
-  virtual void Show(const QString& title, int total) = 0;
+  virtual void Show(const QString& title, int total) = 0;  // `total` units of work
   virtual bool Step(int done) = 0;  // serves waiting events; false: the user wants to stop
   // Milliseconds of work before it is shown. At 0 it is shown at once and hears of every unit.
   virtual int Delay() const { return 300; }
 };
 using ProgressMaker = std::function<std::unique_ptr<ProgressFace>()>;
-ProgressMaker Set_Progress_Maker(ProgressMaker maker);
+ProgressMaker Set_Progress_Maker(ProgressMaker maker);  // returns the former one; without one nothing is shown
 
 class Progress {
  public:

@@ -12,8 +12,8 @@ struct EllipseShape {
   QRectF box;
 };
 using RegionShape = std::variant<QRectF, EllipseShape, QPolygonF>;
-bool Shape_Contains(const RegionShape& shape, QPointF point);
-QRectF Shape_Bounds(const RegionShape& shape);
+bool Shape_Contains(const RegionShape& shape, QPointF point);  // is the point in the shape?
+QRectF Shape_Bounds(const RegionShape& shape);                 // box round the shape
 
 // One row of the hit list. kind 500 marks the foot point of a reference, 0 everything else.
 struct EntryRegion {
@@ -27,8 +27,8 @@ struct EntryRegion {
 // The hit list with its union. Rows are numbered from 1; the row added last lies on top.
 class RegionSet {
  public:
-  void Clear();
-  int Add(RegionShape shape, qint64 key, int kind);
+  void Clear();                                      // no row is left
+  int Add(RegionShape shape, qint64 key, int kind);  // on top; number of the new row
   int Count() const { return static_cast<int>(rows.size()); }
   const EntryRegion& Row(int number) const { return rows[static_cast<size_t>(number - 1)]; }
   // Is there any shape under the point (the union)? Both use a grid over the bounds, built at the first question.

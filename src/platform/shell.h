@@ -9,8 +9,10 @@ struct ShellFace {
   std::function<bool(const QString& program, const QStringList& arguments, std::function<void()> ended)> start;
   std::function<bool(const QString& path)> open;
 };
-ShellFace Set_Shell(ShellFace face);
+ShellFace Set_Shell(ShellFace face);  // returns the former one
+// Starts it and returns at once. False if it cannot be started.
 bool Start_Program(const QString& program, const QStringList& arguments, std::function<void()> ended = {});
+// False if the desktop has no program for the file.
 bool Open_With_Desktop(const QString& path);
 // Program of that name (with or without ".exe") in the program folder, then on PATH; empty if there is none.
 QString Find_Program(const QString& name, const QString& programFolder);

@@ -54,11 +54,12 @@ class Surface {
 
   virtual QRectF Extent() const = 0;  // the drawable area
   virtual bool IsPaper() const = 0;   // vector output: fractions count
-  virtual void Cls(QRgb color) = 0;
+  virtual void Cls(QRgb color) = 0;   // fills the surface with one colour
   virtual void SetClip(const QRectF& area) = 0;  // an empty rectangle lifts it
 
   // Picture part `source` (picture pixels) onto `target`. Nearest pixel when enlarged.
   virtual void PaintPicture(const QRectF& target, const QImage& picture, const QRectF& source) = 0;
+  // The whole picture.
   void PaintPicture(const QRectF& target, const QImage& picture) {
     PaintPicture(target, picture, QRectF(picture.rect()));
   }
@@ -106,18 +107,20 @@ struct PageView {
   QPointF origin;                 // device pixel of the surface's origin
   PageModes modes = PageModes::AsCopy;
 };
+// A surface on a page, as the view lays it there.
 std::unique_ptr<Surface> Make_Page_Surface(QPaintDevice& page, const PageView& view);
 // With a painter that lives longer: a document of several pages ends with its painter. Left as it was found.
 std::unique_ptr<Surface> Make_Page_Surface(QPainter& page, const PageView& view);
+// At the corner of the page, `scale` device pixels a surface pixel, modes as Copy.
 inline std::unique_ptr<Surface> Make_Page_Surface(QPaintDevice& page, double scale) {
   return Make_Page_Surface(page, PageView{scale, scale, {}, PageModes::AsCopy});
 }
 // Draws nothing: tells what part of the surface was touched in a combining mode since the last question.
 class ProbeSurface : public Surface {
  public:
-  virtual QRectF Take_Combined() = 0;
+  virtual QRectF Take_Combined() = 0;  // surface pixels; empty: none
 };
-std::unique_ptr<ProbeSurface> Make_Probe_Surface(const QRectF& extent);
+std::unique_ptr<ProbeSurface> Make_Probe_Surface(const QRectF& extent);  // it measures texts as all surfaces do
 
 // A white or coloured image fit for drawing (RGB32, 96 dpi).
 QImage Make_Canvas(int width, int height, QRgb color = qRgb(255, 255, 255));

@@ -78,4 +78,5 @@ class ImageSurface final : public FontedSurface {
   std::vector<QPoint> pixels;  // points of the shape in hand
 };
 
+// The pen of a state in that colour, `width` device pixels wide, with its gaps.
 QPen Pen_Of(const PenState& state, QRgb color, double width);

@@ -5,7 +5,7 @@
 namespace symbol_fonts {
 
 enum class Table { None, Wingdings, Symbol };
-Table Table_Of(const QString& family);
+Table Table_Of(const QString& family);  // by the name of the family
 
 // Code 0x20..0xFF of a character: its byte in Windows-1252, or the low byte of U+F020..U+F0FF; 0 if it has none.
 int Code_Of(QChar character);

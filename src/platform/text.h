@@ -18,7 +18,7 @@ int16_t To_Int16(double value);
 int32_t To_Int32(double value);
 // Cut toward zero / to the next lower whole number.
 double Fix(double value);
-double Int(double value);
+double Int(double value);  // to the next lower one
 
 // The trimmed text filled up with blanks to the width: on the left (a longer text stays whole), on the right (a longer
 // text is cut to the width).

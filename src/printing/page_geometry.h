@@ -51,7 +51,7 @@ struct Sheet {
   double PageWidthOut = 0, PageHeightOut = 0;  // paper mm used
   double PageDrawX = 0, PageDrawY = 0;         // PageOff * factor: what is taken from paper mm of the whole map
 };
-std::vector<Sheet> Sheet_Walk(const PrintGeometry& geometry);
+std::vector<Sheet> Sheet_Walk(const PrintGeometry& geometry);  // empty if the geometry is not valid
 // The part of the map on the sheet in map pixels.
 QRectF Sheet_Source(const PrintGeometry& geometry, const Sheet& sheet);
 // Where it lies on the page in paper mm.
@@ -64,6 +64,7 @@ struct PageChoice {
   double factor = 1;
   bool operator==(const PageChoice&) const = default;
 };
+// Ascending; empty without room or size.
 std::vector<PageChoice> Calc_Pages(const PrintSettings& settings, const Paper& paper, const PrintedMap& map);
 
 inline constexpr double smallestPrintFactor = 0.05, largestPrintFactor = 20;

@@ -14,7 +14,7 @@ class QPainter;
 class PageSource {
  public:
   virtual ~PageSource() = default;
-  virtual int Plan(const Paper& paper) = 0;
+  virtual int Plan(const Paper& paper) = 0;            // number of pages on that paper
   virtual void Draw(QPainter& painter, int page) = 0;  // from 1
 };
 // Asks for the pages and prints them, with a progress that can be stopped. Faults are told.
@@ -24,5 +24,5 @@ PrintEnd Print_Pages(const QString& title, int orientation, PageSource& source);
 std::unique_ptr<PageSource> Make_Text_Pages(const QString& title, const QString& text);
 // A picture as large as it fits onto one page.
 std::unique_ptr<PageSource> Make_Picture_Page(const QImage& picture);
-void Print_Text(const QString& title, const QString& text);
+void Print_Text(const QString& title, const QString& text);       // both steps in one
 void Print_Picture(const QString& title, const QImage& picture);  // lies as the picture lies

@@ -30,19 +30,20 @@ void Set_Anzeige(PageSetup& setup);        // texts from the settings; Eingabe b
 void Fill_Page_Choices(PageSetup& setup);  // PageChoices for margins and paper as they are now
 // What is typed waits; the centimetres work backward to a factor and to the other box.
 void Type_Factor(PageSetup& setup, const QString& text);
-void Type_Width(PageSetup& setup, const QString& text);
-void Type_Height(PageSetup& setup, const QString& text);
+void Type_Width(PageSetup& setup, const QString& text);   // centimetres on paper
+void Type_Height(PageSetup& setup, const QString& text);  // centimetres on paper
 void Take_Typed(PageSetup& setup);              // what waits becomes the setting
 void Step_Factor(PageSetup& setup, int steps);  // of 0.05, not below 0.05
-void Choose_Pages(PageSetup& setup, int index);
+void Choose_Pages(PageSetup& setup, int index);  // takes the factor of PageChoices[index]
 // Number in the text; error 5000 below 0.3 and above 3.0.
 double Get_FontFactor(const QString& text);
-void Take_Font_Factor(PageSetup& setup);
+void Take_Font_Factor(PageSetup& setup);  // the typed one; error 5000 as above
 void Take_Margins(PageSetup& setup);  // those of the map, which another window has changed
 
 bool Settings_Changed(const PageSetup& setup);  // not as kept with the map
 // Takes what waits, keeps the settings with the map and reports them in a box. False if they could not be kept.
 bool Ok_Butt_Click(PageSetup& setup);
+// What the box says of the settings: sizes and margins in cm, the unprintable border counted in.
 QString Settings_Report(const PageSetup& setup);
 // Asks whether changed settings shall be kept, and keeps them.
 void Offer_Settings(PageSetup& setup);
@@ -53,7 +54,8 @@ struct SheetMargins {
   bool operator==(const SheetMargins&) const = default;
 };
 inline constexpr int largestMargin = 100;  // mm, of a scroll bar
-SheetMargins Margins_To_Show(const PrintSettings& settings, const Paper& paper);
+SheetMargins Margins_To_Show(const PrintSettings& settings, const Paper& paper);  // millimetres
+// The way back; what lies in the unprintable border becomes 0.
 PrintSettings With_Margins(PrintSettings settings, const SheetMargins& shown, const Paper& paper);
 QString Print_Margin_Text(QChar side, int mm);  // "L", "R", "O", "U"
 // Keeps the margins with the map; a message and false if they leave no room.

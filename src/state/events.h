@@ -16,10 +16,12 @@ class Event {
     listeners.emplace_back(++last, std::move(listener));
     return last;
   }
+  // Unknown numbers are passed over.
   void Disconnect(int number) {
     std::erase_if(listeners, [number](const auto& entry) { return entry.first == number; });
   }
   void Clear() { listeners.clear(); }
+  // Calls all who listen when it begins, in the order of connecting.
   void Emit(Args... args) const {
     const auto copy = listeners;  // a listener may disconnect itself
     for (const auto& [number, listener] : copy) listener(args...);

@@ -58,6 +58,6 @@ struct MenuState {
 };
 // The state of a menu entry by its name; made on first use.
 MenuState& Menu(const QString& name);
-QMap<QString, MenuState>& All_Menus();
+QMap<QString, MenuState>& All_Menus();  // by name
 // Entry i (from 1) of a list such as "mnuMapFile".
 MenuState& Menu(const QString& list, int i);

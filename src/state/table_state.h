@@ -25,4 +25,5 @@ struct TableState {
 };
 extern TableState Tbl;
 
+// Is there anything that was not saved under the name of the user?
 inline bool Table_Is_Changed() { return Tbl.Tag != QLatin1String("Clean"); }

@@ -15,4 +15,4 @@ struct NewColumn {
 bool Add_Column(NewColumn column, const QString& defaultTitle);
 // Removes it, asks nothing; False with the told message for one of the twelve.
 bool Remove_Column(const QString& name);
-bool Is_Fixed_Column(const QString& name);
+bool Is_Fixed_Column(const QString& name);  // one of the twelve, ignoring case

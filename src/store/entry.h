@@ -45,7 +45,8 @@ struct EntryBox {
   int x = 0, y = 0, width = 0, height = 0;
   bool operator==(const EntryBox&) const = default;
 };
-EntryBox entry_box(const EntryRow& row);
+EntryBox entry_box(const EntryRow& row);  // of any kind
+// Plan squares hold the opposite corner in place of width and height.
 void set_entry_box(EntryRow& row, const EntryBox& box);
 
 // Name of the current row for messages: "Text" CR, "Bild" CR, ID CR, "Planquadrat" CR, "Maßstab " size " ", "Symbol" CR.

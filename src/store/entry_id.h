@@ -23,8 +23,8 @@ struct EntryId {
   // What was read, where ToText would write it in another way (a foreign ID). Written back while nothing else is changed.
   QString asStored;
 
-  static EntryId Parse(const QString& stored);
-  QString ToText() const;
+  static EntryId Parse(const QString& stored);  // any text: what is not understood belongs to the name
+  QString ToText() const;                       // as it is stored
   bool operator==(const EntryId&) const = default;
 
   QString TableName() const;     // name of the vertex table
@@ -35,6 +35,6 @@ struct EntryId {
   bool IsHeader() const;         // starts with "!"
   // A digit "1" to "4" before "Text".
   bool HasReferenceDigit() const;
-  EntryId WithoutReferenceDigit() const;
+  EntryId WithoutReferenceDigit() const;  // the same where there is none
   int Number() const;            // number behind the kind word, -1 if there is none
 };

@@ -34,12 +34,14 @@ struct EntryType {
   Mark mark = Mark::None;
   bool hidden = false;
 
-  static EntryType Parse(int stored);
-  int ToNumber() const;
+  static EntryType Parse(int stored);  // any number
+  int ToNumber() const;                // as it is stored
   EntryKind Kind() const { return static_cast<EntryKind>(base); }
   bool operator==(const EntryType&) const = default;
 
+  // The same entry hidden; north arrows stay as they are, kind 0 becomes 1.
   EntryType Hidden() const;
+  // The same entry shown, marked, or with its mark taken away.
   EntryType Shown() const;
   EntryType Marked(Mark with) const;
 

@@ -8,10 +8,10 @@
 struct FillCode {
   int code = 0;
 
-  static FillCode Parse(int stored);
+  static FillCode Parse(int stored);  // any number
   // Schrift of a figure: "F", blank or "-" or digit, digit. Nothing else is a fill ("Futura" is a font).
   static bool IsFill(const QString& schrift);
-  static FillCode FromSchrift(const QString& schrift);
+  static FillCode FromSchrift(const QString& schrift);  // 0 where it is no fill
   // The angle behind "<" of a figure's Schrift, degrees 0..360.
   static double AngleOf(const QString& schrift);
   QString ToSchrift(double angle = 0) const;  // "F 1", "F-8", "F 3<45"

@@ -10,8 +10,8 @@ struct FontSpec {
   int charset = 0;           // written only when above 0
   double angle = 0;          // degrees counter-clockwise; 0 <= angle < 360 after reading
 
-  static FontSpec Parse(const QString& stored);
-  QString ToText() const;
+  static FontSpec Parse(const QString& stored);  // any text; unknown marks are passed over
+  QString ToText() const;                        // as it is stored
   bool operator==(const FontSpec&) const = default;
   bool IsSymbol() const;     // family contains "Wing"
 };

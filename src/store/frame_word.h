@@ -8,7 +8,7 @@ struct FrameWord {
   int width = 1;  // 1..8 pixels
   int color = 0;  // 0..15
 
-  static FrameWord Parse(int stored);
+  static FrameWord Parse(int stored);  // any number; the width is cut at 8
   // RA = 0 cannot be negated: a frame switched off there is stored as -100.
   int ToNumber() const;
   bool operator==(const FrameWord&) const = default;

@@ -16,6 +16,7 @@ struct HeaderRow {
   bool operator==(const HeaderRow&) const = default;
 
   static HeaderRow FromEntry(const EntryRow& row, bool* repaired = nullptr);  // *repaired: something was put right
+  // Numbers are brought within 16 bits, texts cut to the column.
   EntryRow ToEntry() const;
 };
 
@@ -24,4 +25,5 @@ HeaderRow Read_Header();
 void Write_Header(const HeaderRow& header);
 // FontFactor from Qdata: the first row's Ort if its Nr is "FSZ", else 1.0.
 float Read_Font_Factor();
+// Makes Qdata where it is missing. Raises what the database raises.
 void Write_Font_Factor(float factor);

@@ -14,10 +14,12 @@ void Write_Ini(const QString& line);
 struct AreaTemplate {
   int VG = 0, HG = 15, RA = 13, TX = -3, SB = 1;  // TX hatching (Yline), SB line width (Xline)
 };
+// The last area's look from the "FL:" line, also into EntVG, EntHG and EntRA. False, and the values above, without one.
 bool Read_Template(AreaTemplate& found);
+// Puts it in place of the stored one. Raises what the file raises.
 void Write_Template(const QString& name, const AreaTemplate& area);
 // "MPG:" lines: paint programs. Setting raises what the file raises.
 QStringList Paint_Programs();
-void Set_Paint_Programs(const QStringList& programs);
+void Set_Paint_Programs(const QStringList& programs);  // in place of those kept
 // Lines of "Tipps.txt" under the heading "Tipp n" (n from 1); the built-in ones if the file is missing.
 QStringList Tip_Text(int number);

@@ -19,7 +19,9 @@ bool Save_Table(SaveStep step);
 // Loads another file into the standard table; an empty path asks. False if it was not loaded.
 bool Load_Other_Table(const QString& path);
 void New_Table();  // mnuTableNeu
+// Writes the file anew without gaps and tells both sizes; a failure is told, the file stays.
 void Compress_Table();
+// Mends the file if it is damaged; rescued rows and the name of the kept file are told.
 void Repair_Table();
 void Recover_Table();  // keeps _err, _rep and _bak copies; the caller raises 5000
 // Checkpoint + caption of mnuReset. The current row stays.

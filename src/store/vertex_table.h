@@ -11,7 +11,6 @@ QString Vertex_Table_Name();
 // are free (never that of the row in hand). Shows "Falscher Id-Tabellen-Name" or "maximale Zahl der Polygone = 1000!"
 // and returns "" where it cannot.
 QString New_Poly_Table(const QString& kind);
-inline QString New_Table_Name(const QString& kind) { return New_Poly_Table(kind); }
 // "Figur" + (highest number + 1), first "Figur1". Raises 5000 "Keine Nummer " if an ID has none.
 QString Next_Figure_ID();
 // Makes the table anew, empty.

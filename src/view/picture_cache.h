@@ -10,4 +10,4 @@ QString Find_Picture(const QString& name);
 const QImage& Entry_Picture(const QString& name);
 // The same reduced by a zoom above 1.
 const QImage& Entry_Picture(const QString& name, double zoom);
-void Forget_Entry_Pictures();
+void Forget_Entry_Pictures();  // they are read anew at the next drawing

@@ -23,7 +23,7 @@ void Draw_Grid(DrawContext& context);
 QImage Map_Picture_With_Entries();
 // Frame word and colours of the current row into the Ent... variables.
 void Load_Rahmen_Style();
-void Load_Entry_Colors();
+void Load_Entry_Colors();  // the colours alone
 // " Objekt(e) unsichtbar", " Objekt(e) inaktiv"; empty when both are 0.
 QString Count_Text(int hidden, int inactive);
 void Connect_Canvas();  // answers RedrawWanted

@@ -208,7 +208,7 @@ TEST_F(VertexTest, TheLowestFreeNumberIsTaken) {
   dbEntries->CreateTable(Vertex_Def("Linie2"));      // left empty
   Write_Vertices("Linie4", {{1, 1}});                // less than two points
   dbEntries->CreateTable({"Linien", {{"xf", FieldType::Integer, 0}, {"yf", FieldType::Integer, 0}}});
-  EXPECT_EQ(New_Table_Name("Linie"), "Linie2");
+  EXPECT_EQ(New_Poly_Table("Linie"), "Linie2");
   EXPECT_FALSE(dbEntries->HasTable("Linie2"));
   EXPECT_FALSE(dbEntries->HasTable("Linie4"));
   EXPECT_TRUE(dbEntries->HasTable("Linien"));  // no number: not ours to drop

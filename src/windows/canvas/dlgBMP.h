@@ -14,12 +14,14 @@ class QLineEdit;
 class PictureSizeNumbers {
  public:
   explicit PictureSizeNumbers(QSize now) : original(now), size(now) {}
+  // Original: the picture's own size again; proportional: the height follows the width.
   void Set_Sizing(PictureSizing how);
   // While the sizing is proportional the other number follows.
   void Set_Width(int width);
+  // The same the other way round.
   void Set_Height(int height);
   QSize Size() const { return size; }
-  bool Usable() const;
+  bool Usable() const;  // can a picture of that size be made?
 
  private:
   QSize original, size;

@@ -11,7 +11,7 @@ class VertexModel : public QAbstractTableModel {
   using QAbstractTableModel::QAbstractTableModel;
 
   const VertexList& List() const { return list; }
-  void Set_List(VertexList vertices);
+  void Set_List(VertexList vertices);  // another row, or the same read anew; the table shows it
   int Count() const { return static_cast<int>(list.points.size()); }
   bool Writing() const { return writing; }
 
@@ -19,7 +19,7 @@ class VertexModel : public QAbstractTableModel {
   bool Insert_After(int row);
   // False if too few would stay.
   bool Delete_Rows(QList<int> rows);
-  bool Put_Back(const VertexList& former);
+  bool Put_Back(const VertexList& former);  // the vertices as they were before; False if they cannot be written
 
   int rowCount(const QModelIndex& parent = {}) const override;
   int columnCount(const QModelIndex& parent = {}) const override;

@@ -44,6 +44,6 @@ class FrmGPSData : public QDialog {
   int closedListener = 0, stateListener = 0, clickListener = 0;
 };
 
-void Show_frmGPSData(QWidget* parent);
+void Show_frmGPSData(QWidget* parent);  // one window, in front; it does not wait
 // Shall a click on the map fill the boxes? It is remembered while the window is closed.
 bool Coordinates_By_Click();

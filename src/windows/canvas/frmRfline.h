@@ -34,4 +34,4 @@ class FrmRfline : public QDialog {
   int formerNext, formerEnd;  // end mark of the next foot points and of the entry in hand, 0 where it has no choice
 };
 
-void Show_frmRfline(QWidget* parent);
+void Show_frmRfline(QWidget* parent);  // one window, in front; it does not wait

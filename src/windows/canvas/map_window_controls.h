@@ -15,7 +15,7 @@ class MapEditor : public QTextEdit {
   explicit MapEditor(QWidget* canvas);
   void Sync();        // state -> widget
   void Begin_Edit();  // takes the keyboard, with the caret at the end
-  QString Typed() const;
+  QString Typed() const;  // lines end as in the text that was shown
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;

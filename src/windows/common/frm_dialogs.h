@@ -13,7 +13,7 @@ void Show_frmMapSize(QWidget* parent);     // millimetres and resolution of the 
 void Show_frmMalprg(QWidget* parent);      // the list of paint programs: add, remove, choose
 void Show_frmMalprgOpen(QWidget* parent);  // starts a paint program with the map file
 void Show_frmTipps(QWidget* parent);       // the tips one after the other
-void Show_frmOptions(QWidget* parent);
+void Show_frmOptions(QWidget* parent);     // the settings of the program; waits
 void Show_frmInfo(QWidget* parent);         // name, version and folders of the program
 void Show_frmBildZoom(QWidget* parent);     // zoom factor of the map
 void Show_frmMoveObjects(QWidget* parent);  // moves entries; stays open beside the map
@@ -26,12 +26,14 @@ struct ClipboardChoice {
   QString kind, text;
   QImage picture;
 };
+// Asks what of the clipboard becomes an entry; waits.
 ClipboardChoice Show_frmClipboard(QWidget* parent);
 // Colours, fill and width of the entry in hand or the next one; they do not wait and follow the entry in hand.
 enum class FarbFor { Entry, Frame, Waypoints };
+// One window for all colours, turned to `what`.
 void Show_frmFarb(QWidget* parent, FarbFor what = FarbFor::Entry);
-void Show_frmFill(QWidget* parent);
-void Show_frmDrawBreite(QWidget* parent);
+void Show_frmFill(QWidget* parent);        // fill of areas and figures
+void Show_frmDrawBreite(QWidget* parent);  // width of lines and outlines, in pixels
 void Show_frmSpalteApp(QWidget* parent);  // a new column of the table
 void Show_frmSpalteDel(QWidget* parent);  // removes one; does not wait: the user clicks on the head of the column
 void Show_frmSpltHide(QWidget* parent);   // hides columns; does not wait either

@@ -28,7 +28,7 @@ class LookWindow : public QDialog {
   int closedListener = 0, stateListener = 0;
 };
 
-EntryColors Colors_Of(const EntryLook& look);
+EntryColors Colors_Of(const EntryLook& look);  // as they are drawn
 
 // One window of its kind is enough. `corner` is the distance of its upper right corner from that of the main window.
 template <typename Window>

@@ -13,7 +13,7 @@ class ElidedLabel : public QLabel {
 
  public:
   explicit ElidedLabel(QWidget* parent = nullptr);
-  void Show_Text(const QString& whole);
+  void Show_Text(const QString& whole);  // one line, cut with dots where it is too wide
   const QString& Whole_Text() const { return text; }
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override;

@@ -31,4 +31,4 @@ class FrmCSVImport : public QDialog {
   int closedListener = 0;
 };
 
-void Show_frmCSVImport(QWidget* parent);
+void Show_frmCSVImport(QWidget* parent);  // waits until it is closed

@@ -19,12 +19,12 @@ class MapSizeNumbers {
   enum Direction { Across, Down };
 
   MapSizeNumbers(QSize pixels, double widthMm, double heightMm);
-  double Get(Direction direction, Unit unit) const;
+  double Get(Direction direction, Unit unit) const;  // 0 where there is no length
   // Numbers of 0 and below are passed over. With `stretch` the other direction changes by the same factor.
   void Set(Direction direction, Unit unit, double number, bool stretch);
   // Resolution of both directions within what a picture's header can say usefully: 10 to 1,000,000 points per metre.
   bool Usable() const;
-  MapSize Result() const;
+  MapSize Result() const;  // millimetres and points per metre
 
  private:
   std::array<double, 2> pixels, mm;

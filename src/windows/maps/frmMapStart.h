@@ -13,7 +13,7 @@ class Butterfly : public QWidget {
 
  public:
   explicit Butterfly(QWidget* parent);
-  void Set_Phase(int number);
+  void Set_Phase(int number);  // the picture of its wings
   QSize sizeHint() const override { return {36, 32}; }
 
  protected:

@@ -15,12 +15,13 @@ class FrmNotePad : public QWidget {
   ~FrmNotePad() override;
 
   int Slot() const { return slot; }
-  QString Text() const;
-  void Show_Title();
-  void Save();
-  void Save_As();
+  QString Text() const;  // what stands in it now
+  void Show_Title();     // the file's name, and whether it is saved
+  void Save();           // what cannot be saved is told
+  void Save_As();        // asks for a name
   void Find();  // asks what to look for
-  void Find_Next();
+  void Find_Next();  // from the caret on; a message if there is none
+  // The marked text, by the clipboard.
   void Cut();
   void Copy();
   void Paste();

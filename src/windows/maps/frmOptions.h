@@ -18,7 +18,7 @@ struct OptionValues {
   std::array<QRgb, 16> palette{};
   bool operator==(const OptionValues&) const = default;
 };
-OptionValues Current_Options();
+OptionValues Current_Options();  // those in force
 // Puts the values into the shared state, writes "TLB:", "Tipps:" and the palette file, and has the windows and the map
 // shown anew. Errors of the files.
 void Take_Options(const OptionValues& values);

@@ -8,17 +8,17 @@ class ColorTable : public QWidget {
 
  public:
   explicit ColorTable(QWidget* parent = nullptr);
-  void Show_Colors(const std::array<QRgb, 16>& shown);
+  void Show_Colors(const std::array<QRgb, 16>& shown);  // the sixteen fields anew
   // The colour in use, marked; -1 = none. The cursor goes to it.
   void Mark_Color(int number);
   int Marked() const { return marked; }
   int Cursor() const { return cursor; }
-  QRect Cell(int number) const;
+  QRect Cell(int number) const;  // field of a colour in widget pixels
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override { return sizeHint(); }
 
  Q_SIGNALS:
-  void Picked(int number);
+  void Picked(int number);  // by a click or a key: 0..15
 
  protected:
   bool event(QEvent* event) override;

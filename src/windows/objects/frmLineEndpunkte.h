@@ -30,4 +30,4 @@ class FrmLineEndpunkte : public QDialog {
   LineEnds former;
 };
 
-void Show_frmLineEndpunkte(QWidget* parent);
+void Show_frmLineEndpunkte(QWidget* parent);  // one window, in front; it does not wait

@@ -25,4 +25,4 @@ class FrmLnStil : public QDialog {
   int former;
 };
 
-void Show_frmLnStil(QWidget* parent);
+void Show_frmLnStil(QWidget* parent);  // one window, in front; it does not wait

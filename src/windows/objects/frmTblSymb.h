@@ -13,10 +13,10 @@ class FrmTblSymb : public QDialog {
  public:
   explicit FrmTblSymb(QWidget* parent = nullptr);
   ~FrmTblSymb() override;
-  void Show_Font(const QString& family, int charset);
+  void Show_Font(const QString& family, int charset);  // the characters of that font
 
  Q_SIGNALS:
-  void Picked(QChar character);
+  void Picked(QChar character);  // by a click or a key
 
  private:
   std::unique_ptr<Ui::FrmTblSymb> ui;

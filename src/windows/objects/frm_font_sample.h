@@ -10,6 +10,7 @@ class FontSample : public QWidget {
 
  public:
   explicit FontSample(QWidget* parent = nullptr);
+  // The text as it will stand on the map.
   void Show_Sample(const FontChoice& choice, const QString& text, const TextLook& look);
   // In the picture of the angle the text starts at the rim; else it lies straight in its box.
   void Set_Turned(bool on) { turned = on; }

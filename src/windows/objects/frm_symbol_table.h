@@ -17,7 +17,7 @@ class SymbolTable : public QWidget {
   QSize minimumSizeHint() const override { return sizeHint(); }
 
  Q_SIGNALS:
-  void Picked(QChar character);
+  void Picked(QChar character);  // by a click or a key
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -43,10 +43,10 @@ struct Script {
   const char* name;
   int charset;
 };
-const std::vector<Script>& Scripts();
+const std::vector<Script>& Scripts();  // in the order of the list
 class QComboBox;
 // Fills the list, and chooses a number; one without a name gets a line of its own.
 void Fill_Scripts(QComboBox& list, int charset);
-int Chosen_Script(const QComboBox& list);
+int Chosen_Script(const QComboBox& list);  // number of the chosen line; 0 without one
 // Sizes 8 to 12 and every second up to 72; another one stands in the edit line.
 void Fill_Font_Sizes(QComboBox& list, double size);

@@ -9,8 +9,8 @@ class PreviewPicture : public QWidget {
 
  public:
   explicit PreviewPicture(QWidget* parent = nullptr);
-  void Show_Map(PreviewMap map);
-  void Show_Sheets(const PrintGeometry& geometry, const Paper& paper);
+  void Show_Map(PreviewMap map);  // draws it anew; a map that cannot be drawn tells why
+  void Show_Sheets(const PrintGeometry& geometry, const Paper& paper);  // the lines between the sheets
   void Show_Text(const QString& text);  // in place of the picture
   const QImage& Picture() const { return image; }
   QSize sizeHint() const override;

@@ -13,7 +13,7 @@ class SqlGridModel : public QAbstractTableModel {
   // The selection stays its owner's and has to outlive the model or the next call; null shows the open table.
   void Show_Rows(Recordset* selection);
 
-  bool Is_Text(int column) const;
+  bool Is_Text(int column) const;  // else a number
 
   int rowCount(const QModelIndex& parent = {}) const override;
   int columnCount(const QModelIndex& parent = {}) const override;

@@ -17,8 +17,8 @@ class TblGrid : public QTableView {
   using QTableView::QTableView;
 
  Q_SIGNALS:
-  void DeleteWanted();
-  void LongTextWanted();
+  void DeleteWanted();    // by key or menu
+  void LongTextWanted();  // a text of several lines would be edited
 
  protected:
   bool edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) override;
@@ -38,10 +38,10 @@ class TblWindow : public QWidget {
   void Take_Row();  // the grid's row -> current row, at once
   TblModel& Model() { return *model; }
   TblGrid& Grid() { return *DBGrid1; }
-  void Delete_Selected_Rows();
+  void Delete_Selected_Rows();  // after asking; the header row stays
 
  Q_SIGNALS:
-  void ColumnClicked(const QString& name);
+  void ColumnClicked(const QString& name);  // by a click on its head
 
  protected:
   void closeEvent(QCloseEvent* event) override;
