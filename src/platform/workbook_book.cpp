@@ -192,7 +192,7 @@ QString Book::Add_Sheet(const QString& name) {
         std::string_view(attribute.value()).ends_with("/relationships"))
       prefix = std::string(attribute.name()).substr(6);
   if (prefix.empty()) {
-    prefix = "r";
+    prefix.assign(1, 'r');
     const QString base = relations->Type_Base();
     Set_Attribute(node, "xmlns:r", base.isEmpty() ? officeBase : base);
   }
