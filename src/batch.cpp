@@ -96,9 +96,8 @@ std::optional<double> Take_Number(QStringList& words, const QString& name, doubl
                                   const QString& missing, const QString& outside) {
   const auto text = Take_Option(words, name, missing);
   if (!text) return std::nullopt;
-  bool isNumber = false;
-  const double number = QString(*text).replace(u',', u'.').toDouble(&isNumber);
-  if (!isNumber || !(number >= smallest && number <= largest)) throw WrongCall{outside + *text};
+  const auto number = Number_Typed(*text);
+  if (!number || !(*number >= smallest && *number <= largest)) throw WrongCall{outside + *text};
   return number;
 }
 

@@ -123,7 +123,7 @@ int Mapped_Color(int color) {
 }
 
 // From column 5 on, whatever stands before.
-int Color_Of(const QString& line, const CoordinateState& state, int otherwise) {
+int Color_In_Line(const QString& line, const CoordinateState& state, int otherwise) {
   int color = Whole(line.mid(4));
   if (state.CalFromTrakkor) color = Mapped_Color(color);
   return color >= 0 && color <= 15 ? color : otherwise;
@@ -176,9 +176,9 @@ bool Read_Common_Line(CalibrationReader& reader, const QString& line) {
   } else if (Holds(line, "Font")) {
     reader.Try([&] { Read_Font(state, value); });
   } else if (line.startsWith(QLatin1String("VG"))) {
-    reader.Try([&] { state.NetVG = state.GridVG = Color_Of(line, state, 0); });
+    reader.Try([&] { state.NetVG = state.GridVG = Color_In_Line(line, state, 0); });
   } else if (line.startsWith(QLatin1String("HG"))) {
-    reader.Try([&] { state.GridHG = Color_Of(line, state, 7); });
+    reader.Try([&] { state.GridHG = Color_In_Line(line, state, 7); });
   } else if (line.startsWith(QLatin1String("RA"))) {
     reader.Try([&] { state.NetLnBreite = Whole(line.mid(4)); });
     state.GridLnBreite = std::clamp(state.GridLnBreite, 1, 10);  // not the width just read

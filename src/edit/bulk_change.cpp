@@ -22,21 +22,10 @@ bool Ready_For_Many() { return Table_Is_Open() && (!Entry_In_Hand() || End_Entry
 
 namespace {
 
-// Raised where another program wrote numbers beyond the columns' range: such a row belongs to the repair.
-bool Read_Sound(EntryRow& row) {
-  try {
-    row = Read_Entry(*rsEntries);
-    return true;
-  } catch (const Error&) {
-    return false;
-  }
-}
-
 void Collect_One(std::vector<RowChange>& changes, const std::function<void(EntryRow&, qint64)>& change) {
-  RowChange it;
-  it.key = rsEntries->Key();
-  if (!Read_Sound(it.before)) return;
-  it.after = it.before;
+  const std::optional<EntryRow> row = Read_Sound_Entry();
+  if (!row) return;
+  RowChange it{rsEntries->Key(), *row, *row};
   change(it.after, it.key);
   if (it.after != it.before) changes.push_back(std::move(it));
 }
@@ -45,7 +34,6 @@ void Collect_One(std::vector<RowChange>& changes, const std::function<void(Entry
 
 std::vector<RowChange> Collect_Changes(const std::function<void(EntryRow&, qint64)>& change) {
   std::vector<RowChange> changes;
-  const KeepCurrentRow keep;
   For_Each_Entry([&] { Collect_One(changes, change); });
   return changes;
 }
@@ -92,7 +80,7 @@ int Write_Changes(const std::vector<RowChange>& changes, const QString& title, c
   if (changes.empty()) return 0;
   const BusyPointer busy;
   if (!undoCaption.isEmpty()) Undo_Point(undoCaption);
-  const bool written = In_One_Transaction(title, [&changes] {
+  const bool written = In_Told_Transaction(title, [&changes] {
     for (const RowChange& change : changes) Write_Change(change);
   });
   if (!written) return 0;
@@ -100,23 +88,12 @@ int Write_Changes(const std::vector<RowChange>& changes, const QString& title, c
   return static_cast<int>(changes.size());
 }
 
-bool In_One_Transaction(const QString& title, const std::function<void()>& work) {
-  if (!dbEntries || !rsEntries) return false;  // the table could not be loaded again; that was told
-  const QString tag = Tbl.Tag;
-  try {
-    const KeepCurrentRow keep;
-    dbEntries->BeginTrans();
-    Tbl.Tag = QStringLiteral("Dirty");
-    work();
-    if (dbEntries->InTrans()) dbEntries->CommitTrans();  // the work may have taken itself back
-    return true;
-  } catch (const Error& error) {
-    if (dbEntries->InTrans()) dbEntries->Rollback();
-    Tbl.Tag = tag;
-    const QString text = error.text.isEmpty() ? QStringLiteral("Error: ") + QString::number(error.number) : error.text;
-    Message_Box(text + QStringLiteral("\n\nEs wurde nichts verändert."), MsgButtons::Ok, MsgIcon::Critical, title);
-    return false;
-  }
+bool Append_In_Transaction(const QString& title, const std::function<void()>& work) {
+  if (!In_Told_Transaction(title, work)) return false;
+  rsEntries->MoveLast();
+  Map.CurBookmark = rsEntries->Bookmark();
+  events.CurrentRowChanged.Emit();
+  return true;
 }
 
 void Show_Changed_Entries() {
@@ -127,13 +104,12 @@ void Show_Changed_Entries() {
 }
 
 bool Id_Fits(const QString& id) {
-  constexpr int longestId = 79;
-  if (id.size() <= longestId) return true;
+  if (id.size() <= textColumnWidth) return true;
   Message_Box(QStringLiteral("Die Kennung \"%1\" wäre %2 Zeichen lang.\nEs können höchstens %3 Zeichen gespeichert "
                              "werden.\n\nEs wurde nichts verändert.")
                   .arg(id)
                   .arg(id.size())
-                  .arg(longestId),
+                  .arg(textColumnWidth),
               MsgButtons::Ok, MsgIcon::Warning, QStringLiteral("Karteneintrag"));
   return false;
 }

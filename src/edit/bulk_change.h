@@ -5,17 +5,9 @@
 
 #include "state/global_state.h"
 #include "store/entry.h"
+#include "store/transaction.h"
 
 // What the changes of many entries have in common: one walk, one undo point, one transaction, one redraw.
-
-// Calls the work for every row but the header, in table order, with the cursor on it. The work may write the row, not
-// delete it.
-template <typename Work>
-void For_Each_Entry(Work&& work) {
-  rsEntries->MoveFirst();
-  if (!rsEntries->Eof()) rsEntries->MoveNext();
-  for (; !rsEntries->Eof(); rsEntries->MoveNext()) work();
-}
 
 bool Table_Is_Open();  // is there a table with rows?
 // Puts the cursor on the current entry. False on the header row and without an entry.
@@ -37,8 +29,9 @@ void Write_Change(const RowChange& change);
 // Nothing to write: nothing happens. An error takes all of it back and is told. The number of rows written.
 int Write_Changes(const std::vector<RowChange>& changes, const QString& title, const QString& undoCaption = {});
 
-// Runs the work in one transaction; the current row stays. False if an error took it back; it was told then.
-bool In_One_Transaction(const QString& title, const std::function<void()>& work);
+// Runs the work, which appends a row at last, in one transaction. That row is the current entry afterwards. False if an
+// error took it back; it was told under the title then.
+bool Append_In_Transaction(const QString& title, const std::function<void()>& work);
 // Tells the table window, redraws, brings menus and tool buttons up to date.
 void Show_Changed_Entries();
 // Does the ID still fit its column? Tells it if not.

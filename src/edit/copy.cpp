@@ -89,7 +89,7 @@ bool Append_Copy(WholeRow row, const QString& text, int dx, int dy) {
                 title);
     return false;
   }
-  const bool done = In_One_Transaction(title, [&] {
+  return Append_In_Transaction(title, [&] {
     copy.Eintrag = text;
     copy.Typ = EntryType::Parse(copy.Typ).Shown().Marked(Mark::None).ToNumber();
     Copy_Vertices(EntryId::Parse(source.ID).TableName(), EntryId::Parse(copy.ID).TableName());
@@ -101,11 +101,6 @@ bool Append_Copy(WholeRow row, const QString& text, int dx, int dy) {
     Write_Entry(*rsEntries, copy);
     rsEntries->Update();
   });
-  if (!done) return false;
-  rsEntries->MoveLast();
-  Map.CurBookmark = rsEntries->Bookmark();
-  events.CurrentRowChanged.Emit();
-  return true;
 }
 
 // The copy lies above all others and is in hand, ready to be moved.

@@ -83,12 +83,9 @@ bool Append_Picture(QPoint window, const QString& name) {
   row.Ymap = std::clamp(Map_Y(window.y()), -32768, 32767);
   row.Typ = static_cast<int>(EntryKind::Picture);
   Map.imgBild.Tag = QStringLiteral("Neu");
-  const bool done = In_One_Transaction(title, [&row] { Append_Entry(row); });
+  const bool done = Append_In_Transaction(title, [&row] { Append_Entry(row); });
   Map.imgBild.Tag = QStringLiteral("Old");
   if (!done) return false;
-  rsEntries->MoveLast();
-  Map.CurBookmark = rsEntries->Bookmark();
-  events.CurrentRowChanged.Emit();
   Show_Changed_Entries();
   return true;
 }
@@ -165,7 +162,7 @@ QSize Wanted_Size(QSize own, PictureSizing sizing, QSize asked) {
 
 bool Size_Picture(PictureSizing sizing, int width, int height) {
   if (!On_Current_Entry()) return false;
-  if (EntryType::Parse(static_cast<int>(rsEntries->Integer(column::Typ))).Kind() != EntryKind::Picture) return false;
+  if (Type_Here().Kind() != EntryKind::Picture) return false;
   const bool given = sizing == PictureSizing::Free ? width > 0 && height > 0 : width > 0 || height > 0;
   if (sizing != PictureSizing::Original && !given) {
     Tell(QStringLiteral("Bitte geben Sie Breite und Höhe des Bildes in Pixeln ein."));

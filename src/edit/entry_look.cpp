@@ -39,19 +39,6 @@ LookOf Look_Kind(const EntryRow& row) {
 // A scale bar keeps its direction where others keep the background colour.
 bool Is_Scale(const EntryRow& row) { return EntryType::Parse(row.Typ).Kind() == EntryKind::Scale; }
 
-bool Row_In_Hand(EntryRow& row) {
-  if (Map.InHand.isEmpty() || !Table_Is_Open() || !rsEntries->HasRow(Map.InHand)) return false;
-  const KeepCurrentRow keep;
-  rsEntries->SetBookmark(Map.InHand);
-  if (rsEntries->Position() < 1) return false;
-  try {
-    row = Read_Entry(*rsEntries);
-    return true;
-  } catch (const Error&) {
-    return false;  // a damaged row is none to be coloured
-  }
-}
-
 void Read_Look(EntryLook& look, const EntryRow& row) {
   look.of = Look_Kind(row);
   look.id = EntryId::Parse(row.ID).name;
@@ -66,8 +53,8 @@ void Read_Look(EntryLook& look, const EntryRow& row) {
 }
 
 void Load_Next_Colors() {
-  EntVGColor = Palette[static_cast<size_t>(Color_Number(CurVG))];
-  EntHGColor = Palette[static_cast<size_t>(Color_Number(CurHG))];
+  EntVGColor = Color_Of(CurVG);
+  EntHGColor = Color_Of(CurHG);
 }
 
 // A new text and the outline of the map's edit box follow.
@@ -134,9 +121,8 @@ EntryLook Next_Look() {
 
 EntryLook Look_In_Hand() {
   EntryLook look = Next_Look();
-  EntryRow row;
-  if (Row_In_Hand(row)) {
-    Read_Look(look, row);
+  if (const auto row = Row_In_Hand()) {
+    Read_Look(look, *row);
   } else if (Map.InHand.isEmpty() && Entry_In_Hand()) {
     look.of = LookOf::NewText;
     look.name = Map.Text2.Text;
@@ -223,8 +209,8 @@ bool Change_Width(double width) {
 void Change_Palette(const std::array<QRgb, 16>& colors) {
   if (colors == Palette) return;
   Palette = colors;
-  EntVGColor = Palette[static_cast<size_t>(Color_Number(EntVG))];
-  EntHGColor = Palette[static_cast<size_t>(Color_Number(EntHG))];
+  EntVGColor = Color_Of(EntVG);
+  EntHGColor = Color_Of(EntHG);
   if (Map.InHand.isEmpty() && Entry_In_Hand()) {
     Load_Next_Colors();
   }

@@ -34,8 +34,7 @@ bool Tell(const QString& problem) {
 int Visible_Frame() {
   FrameWord frame = FrameWord::Parse(CurRA);
   if (NextShape.width > 1) frame.width = std::min(NextShape.width, 8);
-  const auto fill = static_cast<size_t>(std::clamp(CurHG, 0, 15));
-  if (NextShape.fill == 0 || Palette[fill] == qRgb(255, 255, 255)) frame.framed = true;
+  if (NextShape.fill == 0 || Color_Of(CurHG) == qRgb(255, 255, 255)) frame.framed = true;
   return frame.ToNumber();
 }
 
@@ -80,19 +79,15 @@ bool Append_Figure(EntryRow row, const EntryBox& box, const std::vector<QPoint>&
   const QString problem = Figure_Problem(box);
   if (!problem.isEmpty()) return Tell(problem);
   set_entry_box(row, box);
-  const bool done = In_One_Transaction(errorTitle, [&] {
+  const bool done = Append_In_Transaction(errorTitle, [&] {
     row.ID = Next_Figure_ID();
     if (!vertices.empty()) Write_Vertices(row.ID, vertices);
     Append_Entry(row);
   });
   if (!done) return false;
-  rsEntries->MoveLast();
-  const QString bookmark = rsEntries->Bookmark();
-  Map.CurBookmark = bookmark;
   Map.lblShape.Tag = QStringLiteral("Old");
-  events.CurrentRowChanged.Emit();
   Show_Changed_Entries();
-  return Take_Entry(bookmark);
+  return Take_Entry(Map.CurBookmark);
 }
 
 // Undo point and writing of the current figure; nothing to write counts as done.
@@ -101,7 +96,7 @@ bool Write_Figure(const EntryRow& row, const std::vector<QPoint>& vertices = {})
   if (before == row && (vertices.empty() || vertices == Free_Figure_Vertices())) return true;
   Undo_Point(undoCaption);
   if (!On_Current_Entry()) return false;
-  const bool done = In_One_Transaction(title, [&] {
+  const bool done = In_Told_Transaction(title, [&] {
     if (!vertices.empty()) Write_Vertices(EntryId::Parse(row.ID).TableName(), vertices);
     Update_Entry(row);
     Extras_Follow(before, row);
@@ -109,8 +104,6 @@ bool Write_Figure(const EntryRow& row, const std::vector<QPoint>& vertices = {})
   if (done) Show_Changed_Entries();
   return done;
 }
-
-EntryType Current_Type() { return EntryType::Parse(static_cast<int>(rsEntries->Integer(column::Typ))); }
 
 bool Ready_For_Figure() { return Store_Pending_Text() && Current_Is_Figure(); }
 
@@ -228,7 +221,7 @@ bool Add_Free_Figure(const std::vector<QPoint>& vertices, bool rounded) {
 }
 
 bool Change_Free_Figure(const std::vector<QPoint>& vertices, bool rounded) {
-  if (!Ready_For_Figure() || !Current_Type().IsFreeFigure()) return false;
+  if (!Ready_For_Figure() || !Type_Here().IsFreeFigure()) return false;
   const QString problem = Vertices_Problem(vertices);
   if (!problem.isEmpty()) return Tell(problem);
   EntryRow row = Read_Entry(*rsEntries);
@@ -240,7 +233,7 @@ bool Change_Free_Figure(const std::vector<QPoint>& vertices, bool rounded) {
 }
 
 std::vector<QPoint> Free_Figure_Vertices() {
-  if (!Current_Is_Figure() || !Current_Type().IsFreeFigure()) return {};
+  if (!Current_Is_Figure() || !Type_Here().IsFreeFigure()) return {};
   return Load_Vertices(EntryId::Parse(rsEntries->Text(column::ID)).TableName());
 }
 

@@ -87,23 +87,13 @@ ExtraPart Part_Of(const QString& name, const EntryRow& row) {
 }
 
 // Rows that cannot be read belong to the repair.
-bool Read_Row(EntryRow& row) {
-  try {
-    row = Read_Entry(*rsEntries);
-    return true;
-  } catch (const Error&) {
-    return false;
-  }
-}
-
 template <typename Work>
 void For_Each_Extra(const QString& name, Work&& work) {
-  const KeepCurrentRow keep;
-  EntryRow row;
   For_Each_Entry([&] {
-    // Most rows are told by their text alone.
-    if (!rsEntries->Text(column::ID).contains(name) || !Read_Row(row)) return;
-    if (const ExtraPart part = Part_Of(name, row); part != ExtraPart::None) work(row, part);
+    if (!rsEntries->Text(column::ID).contains(name)) return;  // cheaper than the whole row
+    const std::optional<EntryRow> row = Read_Sound_Entry();
+    if (!row) return;
+    if (const ExtraPart part = Part_Of(name, *row); part != ExtraPart::None) work(*row, part);
   });
 }
 
@@ -174,17 +164,11 @@ std::vector<EntryRow> Extra_Rows(const EntryRow& figure, const FigureExtras& ext
   return rows;
 }
 
-bool Current_Is_Figure() {
-  return On_Current_Entry() && EntryType::Parse(static_cast<int>(rsEntries->Integer(column::Typ))).IsFigure();
-}
+bool Current_Is_Figure() { return On_Current_Entry() && Type_Here().IsFigure(); }
 
 std::optional<EntryRow> Figure_In_Hand() {
-  if (!Table_Is_Open() || Map.InHand.isEmpty() || !rsEntries->HasRow(Map.InHand)) return std::nullopt;
-  const KeepCurrentRow keep;
-  rsEntries->SetBookmark(Map.InHand);
-  EntryRow row;
-  if (!Read_Row(row) || !EntryType::Parse(row.Typ).IsFigure()) return std::nullopt;
-  return row;
+  const std::optional<EntryRow> row = Row_In_Hand();
+  return row && EntryType::Parse(row->Typ).IsFigure() ? row : std::nullopt;
 }
 
 FigureExtras Extras_Of(const EntryRow& figure) {
@@ -266,7 +250,7 @@ bool Set_Figure_Properties(double angle, const FigureExtras& extras) {
   if (row == before && Rows_Of(Name_Of(row)) == Extra_Rows(row, extras)) return true;
   Undo_Point(undoCaption);
   if (!On_Current_Entry()) return false;
-  const bool done = In_One_Transaction(title, [&] {
+  const bool done = In_Told_Transaction(title, [&] {
     Update_Entry(row);
     DrawFigNeu(row, extras);
   });
@@ -314,8 +298,7 @@ void Draw_Figure_Preview(Surface& surface, const QRectF& area, const EntryRow& f
   const EntryType type = EntryType::Parse(figure.Typ);
   EntryRow drawn = figure;
   EntryColors colors;
-  const auto color = [](int number) { return Palette[static_cast<size_t>(std::clamp(number, 0, 15))]; };
-  colors = {color(figure.VG), color(figure.HG), color(FrameWord::Parse(figure.RA).color)};
+  colors = {Color_Of(figure.VG), Color_Of(figure.HG), Color_Of(FrameWord::Parse(figure.RA).color)};
   static const std::vector<QPoint> none;
   Draw_Figure(context, drawn, type.Kind(),
               type.IsFreeFigure() ? Load_Vertices(EntryId::Parse(figure.ID).TableName()) : none, colors);

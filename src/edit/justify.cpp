@@ -203,9 +203,8 @@ struct Anchor {
 Anchor Find_Anchor() {
   Anchor anchor;
   bool found = false;
-  const KeepCurrentRow keep;
   For_Each_Entry([&] {
-    const EntryType type = EntryType::Parse(static_cast<int>(rsEntries->Integer(column::Typ)));
+    const EntryType type = Type_Here();
     if (type.mark == Mark::None) return;
     ++anchor.marked;
     if (found) return;
@@ -237,7 +236,7 @@ void Justify(JustifyMode mode) {
     });
     if (changes.empty() && alignment.vertices.empty()) return;
     Undo_Point(QStringLiteral("Rückgängig: Justieren"));
-    const bool written = In_One_Transaction(title, [&] {
+    const bool written = In_Told_Transaction(title, [&] {
       for (const RowChange& change : changes) Write_Change(change);
       for (const VertexChange& change : alignment.vertices) Write_Vertices(change.table, change.points);
     });

@@ -11,22 +11,13 @@
 
 namespace {
 
-constexpr int longestId = 79;
 const QString styleTitle = QStringLiteral("Linienstil");
 const QString endsTitle = QStringLiteral("Linienendpunkte");
 const QString templateTitle = QStringLiteral("Flächenvorlage");
 
 bool In_Hand(ToolMode mode) {
-  if (Map.InHand.isEmpty() || !Entry_In_Hand()) return false;
-  const KeepCurrentRow keep;
-  rsEntries->SetBookmark(Map.InHand);
-  return Tool_Mode_Of(Read_Entry(*rsEntries)) == mode;
-}
-
-EntryRow Row_In_Hand() {
-  const KeepCurrentRow keep;
-  rsEntries->SetBookmark(Map.InHand);
-  return Read_Entry(*rsEntries);
+  const auto row = Row_In_Hand();
+  return row && Tool_Mode_Of(*row) == mode;
 }
 
 template <typename Change>
@@ -45,13 +36,12 @@ bool Area_In_Hand() { return In_Hand(ToolMode::Area); }
 
 QString Line_Look_Of() {
   if (!Line_In_Hand()) return QStringLiteral("nächste Linie");
-  const EntryRow row = Row_In_Hand();
-  const EntryId id = EntryId::Parse(row.ID);
+  const EntryId id = EntryId::Parse(Row_In_Hand()->ID);
   return id.Number() < 0 ? id.name : QStringLiteral("Linie %1").arg(id.Number());
 }
 
 EntryRow Line_Look() {
-  if (Line_In_Hand()) return Row_In_Hand();
+  if (Line_In_Hand()) return *Row_In_Hand();
   EntryRow row;
   EntryId id;
   id.name = QStringLiteral("Linie");
@@ -66,7 +56,7 @@ EntryRow Line_Look() {
   return row;
 }
 
-int Line_Style_Code() { return Line_In_Hand() ? Row_In_Hand().Yline : NextShape.lineStyle; }
+int Line_Style_Code() { return Line_In_Hand() ? Row_In_Hand()->Yline : NextShape.lineStyle; }
 
 void Set_Line_Style_Code(int stored) {
   if (!Line_In_Hand()) {
@@ -77,7 +67,7 @@ void Set_Line_Style_Code(int stored) {
 }
 
 LineEnds Line_Ends_Now() {
-  const std::optional<LineEnds> ends = Line_In_Hand() ? EntryId::Parse(Row_In_Hand().ID).ends : NextShape.ends;
+  const std::optional<LineEnds> ends = Line_In_Hand() ? EntryId::Parse(Row_In_Hand()->ID).ends : NextShape.ends;
   return ends.value_or(firstMarks);
 }
 
@@ -88,10 +78,10 @@ void Set_Line_Ends(const LineEnds& ends) {
     NextShape.ends = marks;
     return;
   }
-  EntryId id = EntryId::Parse(Row_In_Hand().ID);
+  EntryId id = EntryId::Parse(Row_In_Hand()->ID);
   id.ends = marks;
   const QString text = id.ToText();
-  if (text.size() > longestId && !Id_Fits(text)) return;
+  if (!Id_Fits(text)) return;
   Change_Hand(endsTitle, [&text](EntryRow& row) { row.ID = text; });
 }
 
@@ -99,7 +89,7 @@ void Save_Area_Template() {
   AreaTemplate area{.VG = CurVG, .HG = CurHG, .RA = CurRA, .TX = NextShape.fill, .SB = NextShape.width};
   QString name = QStringLiteral("Fläche");
   if (Area_In_Hand()) {
-    const EntryRow row = Row_In_Hand();
+    const EntryRow row = *Row_In_Hand();
     area = {.VG = row.VG, .HG = row.HG, .RA = row.RA, .TX = row.Yline, .SB = row.Xline};
     name = EntryId::Parse(row.ID).name;
   }

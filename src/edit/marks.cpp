@@ -10,14 +10,12 @@
 #include "platform/text.h"
 #include "state/events.h"
 #include "state/map_state.h"
+#include "store/entry_edit.h"
 #include "store/table_file.h"
-#include "store/vertex_table.h"
 
 namespace {
 
 const QString markTitle = QStringLiteral("Markieren");
-
-EntryType Type_Here() { return EntryType::Parse(static_cast<int>(rsEntries->Integer(column::Typ))); }
 
 struct Marks {
   std::vector<qint64> order;   // as they were marked; the last one is the one marked last
@@ -30,16 +28,13 @@ Marks Read_Marks() {
   Marks marks;
   std::vector<qint64> inTable;
   qint64 last = 0;
-  {
-    const KeepCurrentRow keep;
-    For_Each_Entry([&] {
-      const Mark mark = Type_Here().mark;
-      if (mark == Mark::None) return;
-      inTable.push_back(rsEntries->Key());
-      marks.stored.insert(rsEntries->Key(), mark);
-      if (mark == Mark::Last) last = rsEntries->Key();
-    });
-  }
+  For_Each_Entry([&] {
+    const Mark mark = Type_Here().mark;
+    if (mark == Mark::None) return;
+    inTable.push_back(rsEntries->Key());
+    marks.stored.insert(rsEntries->Key(), mark);
+    if (mark == Mark::Last) last = rsEntries->Key();
+  });
   QSet<qint64> remembered;
   for (const qint64 key : Map.MarkOrder)
     if (marks.stored.contains(key)) remembered.insert(key);
@@ -67,7 +62,7 @@ void Write_Marks(const Marks& marks) {
   QHash<qint64, Mark> wanted;
   for (const qint64 key : marks.order) wanted.insert(key, Mark::Marked);
   if (!marks.order.empty()) wanted[marks.order.back()] = Mark::Last;
-  const bool written = In_One_Transaction(markTitle, [&] {
+  const bool written = In_Told_Transaction(markTitle, [&] {
     for (auto it = marks.stored.cbegin(); it != marks.stored.cend(); ++it)
       if (!wanted.contains(it.key())) Write_Mark(it.key(), Mark::None);
     for (const qint64 key : marks.order)
@@ -116,89 +111,31 @@ void Unmark_All() {
 
 namespace {
 
-QString Own_Table(const EntryRow& row) {
-  const EntryType type = EntryType::Parse(row.Typ);
-  return type.IsPolygon() || type.IsFreeFigure() ? EntryId::Parse(row.ID).TableName() : QString();
-}
-
-struct Doomed {
+QSet<qint64> Marked_Keys() {
   QSet<qint64> keys;
-  QSet<QString> tables;  // in small letters; those of rows that stay are left out
-  bool scale = false, current = false;
-};
-
-Doomed Collect_Doomed() {
-  Doomed doomed;
-  QSet<QString> needed;
-  const KeepCurrentRow keep;
-  For_Each_Entry([&] {
-    EntryRow row;
-    row.ID = rsEntries->Text(column::ID);
-    row.Typ = static_cast<int>(rsEntries->Integer(column::Typ));
-    const QString table = Own_Table(row).toLower();
-    const bool goes = EntryType::Parse(row.Typ).mark != Mark::None;
-    if (!table.isEmpty()) (goes ? doomed.tables : needed).insert(table);
-    if (!goes) return;
-    doomed.keys.insert(rsEntries->Key());
-    if (EntryType::Parse(row.Typ).Kind() == EntryKind::Scale) doomed.scale = true;
-    if (rsEntries->Bookmark() == Map.CurBookmark) doomed.current = true;
+  For_Each_Entry([&keys] {
+    if (Type_Here().mark != Mark::None) keys.insert(rsEntries->Key());
   });
-  doomed.tables.subtract(needed);
-  return doomed;
-}
-
-void Delete_Rows(const QSet<qint64>& keys) {
-  rsEntries->MoveFirst();
-  while (!rsEntries->Eof()) {
-    if (keys.contains(rsEntries->Key())) {
-      rsEntries->Delete();
-    } else {
-      rsEntries->MoveNext();
-    }
-  }
-}
-
-// All of them by one statement: the list of tables is read once, not after each of them.
-void Drop_Tables(const QSet<QString>& names) {
-  const TableDef pattern = Vertex_Def({});
-  QString sql;
-  for (const TableDef& table : dbEntries->TableDefs()) {
-    const bool vertices = table.fields.size() == 2 && table.fields[0].name == pattern.fields[0].name &&
-                          table.fields[1].name == pattern.fields[1].name;
-    if (!vertices || !names.contains(table.name.toLower())) continue;
-    sql += QStringLiteral("DROP TABLE \"%1\";").arg(QString(table.name).replace(u'"', QLatin1String("\"\"")));
-  }
-  if (!sql.isEmpty()) dbEntries->Execute(sql);
+  return keys;
 }
 
 }  // namespace
 
 void Delete_Marked() {
   if (!Ready_For_Many()) return;
-  const Doomed doomed = Collect_Doomed();
-  if (doomed.keys.isEmpty()) return;
-  const QString question =
-      doomed.keys.size() == 1
-          ? QStringLiteral("Soll der markierte Eintrag gelöscht werden?")
-          : QStringLiteral("Sollen die %1 markierten Einträge gelöscht werden?").arg(doomed.keys.size());
+  const QSet<qint64> keys = Marked_Keys();
+  if (keys.isEmpty()) return;
+  const QString question = keys.size() == 1
+                               ? QStringLiteral("Soll der markierte Eintrag gelöscht werden?")
+                               : QStringLiteral("Sollen die %1 markierten Einträge gelöscht werden?").arg(keys.size());
   if (Message_Box(question, MsgButtons::YesNo, MsgIcon::Question, QStringLiteral("Markierte löschen"),
                   MsgDefault::Second) != MsgAnswer::Yes)
     return;
   const BusyPointer busy;
   Undo_Point(QStringLiteral("Rückgängig: Markierte löschen"));
-  rsAux.reset();
-  const bool deleted = In_One_Transaction(QStringLiteral("Markierte löschen"), [&doomed] {
-    Delete_Rows(doomed.keys);
-    Drop_Tables(doomed.tables);
-  });
-  if (!deleted) return;
-  if (doomed.scale) {
-    MapHasScale = false;
-    MapUnit.clear();
-    MapUnitPerPixel = 0;
-  }
+  if (!In_Told_Transaction(QStringLiteral("Markierte löschen"), [&keys] { Delete_Entries(keys); })) return;
   Map.MarkOrder.clear();
-  if (doomed.current) {
+  if (!rsEntries->HasRow(Map.CurBookmark)) {
     rsEntries->MoveLast();
     Map.CurBookmark = rsEntries->Bookmark();
     events.CurrentRowChanged.Emit();
@@ -218,7 +155,6 @@ struct GroupState {
 
 GroupState Read_Groups() {
   GroupState state;
-  const KeepCurrentRow keep;
   For_Each_Entry([&] {
     const EntryId id = EntryId::Parse(rsEntries->Text(column::ID));
     if (id.hasGroup) state.highest = std::max(state.highest, static_cast<int>(std::min(Val(id.group), 1e9)));

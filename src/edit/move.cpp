@@ -24,8 +24,6 @@ int Moved(int position, int by) {
   return static_cast<int>(moved);
 }
 
-bool Has_Vertices(const EntryType& type) { return type.IsPolygon() || type.IsFreeFigure(); }
-
 // Is the second position of the row one that moves along?
 bool Second_Moves(const EntryRow& row, const EntryType& type) {
   switch (type.Kind()) {
@@ -85,7 +83,7 @@ void Shift_Row(EntryRow& row, int dx, int dy) {
 }
 
 void Shift_Vertices(const EntryRow& row, int dx, int dy) {
-  if (!Has_Vertices(EntryType::Parse(row.Typ))) return;
+  if (!EntryType::Parse(row.Typ).HasVertices()) return;
   const QString table = EntryId::Parse(row.ID).TableName();
   if (!Vertices_Fit(table, dx, dy)) Raise(errors::overflow);
   Shift_Table(table, dx, dy);
@@ -124,7 +122,7 @@ MoveWork Plan_Move(int dx, int dy, bool markedOnly) {
       work.tooFar = Name_For_Message(row);
       return;
     }
-    if (!Has_Vertices(type)) return;
+    if (!type.HasVertices()) return;
     const QString table = EntryId::Parse(row.ID).TableName();
     if (seen.contains(table.toLower())) return;
     seen.insert(table.toLower());
@@ -159,22 +157,20 @@ int Move_Entries(const MoveRequest& request) {
   }
   if (work.rows.empty()) return 0;
   Undo_Point(undoCaption);
-  bool stopped = false;
-  const bool written = In_One_Transaction(errorTitle, [&] {
+  const bool written = In_Told_Transaction(errorTitle, [&] {
     Progress progress(QStringLiteral("Einträge verschieben"),
                       static_cast<int>(work.rows.size()) + static_cast<int>(work.tables.size()));
     for (const RowChange& change : work.rows) {
       Write_Change(change);
-      if ((stopped = !progress.Advance())) break;
+      if (!progress.Advance()) return false;
     }
     for (const QString& table : work.tables) {
-      if (stopped) break;
       Shift_Table(table, dx, dy);
-      stopped = !progress.Advance();
+      if (!progress.Advance()) return false;
     }
-    if (stopped) dbEntries->Rollback();
+    return true;
   });
-  if (!written || stopped) return 0;
+  if (!written) return 0;
   Show_Changed_Entries();
   return static_cast<int>(work.rows.size());
 }

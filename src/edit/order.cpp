@@ -67,7 +67,7 @@ bool Move_In_Order(int step) {
   const int position = rsEntries->Position(), last = rsEntries->RecordCount() - 1;
   const qint64 key = rsEntries->Key();
   KeyMap newKey;
-  const bool done = In_One_Transaction(orderTitle, [&] {
+  const bool done = In_Told_Transaction(orderTitle, [&] {
     if (step >= 10) {
       newKey = To_Last(key, Key_At(last));
     } else if (step <= -10) {

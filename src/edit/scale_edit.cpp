@@ -29,8 +29,6 @@ double Unit_Mm(const QString& abbreviation) {
   return index < 0 ? 0 : unitMm[static_cast<size_t>(index)];
 }
 
-bool Is_Scale(int typ) { return EntryType::Parse(typ).Kind() == EntryKind::Scale; }
-
 // Millimetres of the scan per map pixel.
 double Scan_Mm(bool vertical) {
   const double mm = static_cast<double>(vertical ? MapHeightMm : MapWidthMm);
@@ -51,14 +49,11 @@ QString Scale_Text(double mmPerPixel) {
 }
 
 void Delete_Scale_Rows() {
-  rsEntries->MoveFirst();
-  if (!rsEntries->Eof()) rsEntries->MoveNext();  // the header row is no entry
-  while (!rsEntries->Eof()) {
-    if (Is_Scale(static_cast<int>(rsEntries->Integer(column::Typ))))
-      rsEntries->Delete();
-    else
-      rsEntries->MoveNext();
-  }
+  For_Each_Entry([] {
+    if (Type_Here().Kind() != EntryKind::Scale) return Walk::On;
+    rsEntries->Delete();
+    return Walk::RowGone;
+  });
 }
 
 }  // namespace
@@ -67,13 +62,6 @@ const QStringList& Scale_Units() {
   static const QStringList words{QStringLiteral("Millimeter"), QStringLiteral("Zentimeter"), QStringLiteral("Meter"),
                                  QStringLiteral("Kilometer")};
   return words;
-}
-
-std::optional<double> Scale_Number(const QString& typed) {
-  bool good = false;
-  const double number = QString(typed).replace(u',', u'.').trimmed().toDouble(&good);
-  if (!good || !std::isfinite(number)) return std::nullopt;
-  return number;
 }
 
 QString Scale_Fault(const ScaleInput& input) {
@@ -105,10 +93,9 @@ EntryRow Make_Scale_Row(const ScaleInput& input) {
 
 std::optional<ScaleInput> Scale_Of_Map() {
   if (!Table_Is_Open()) return std::nullopt;
-  const KeepCurrentRow keep;
   std::optional<ScaleInput> found;
   For_Each_Entry([&found] {
-    if (found || !Is_Scale(static_cast<int>(rsEntries->Integer(column::Typ)))) return;
+    if (Type_Here().Kind() != EntryKind::Scale) return Walk::On;
     const EntryRow row = Read_Entry(*rsEntries);
     const ScaleValue scale = Scale_Of(row);
     const auto unit = Unit_Abbreviations().indexOf(scale.unit);
@@ -119,6 +106,7 @@ std::optional<ScaleInput> Scale_Of_Map() {
     input.vertical = scale.vertical;
     input.at = {std::min(row.Xmap, row.Xline), std::min(row.Ymap, row.Yline)};
     found = input;
+    return Walk::Stop;
   });
   return found;
 }
@@ -130,7 +118,7 @@ bool Add_Scale_Row(const ScaleInput& input) {
   }
   if (!rsEntries || !dbEntries || (Entry_In_Hand() && !End_Entry())) return false;
   const EntryRow row = Make_Scale_Row(input);
-  const bool written = In_One_Transaction(title, [&row] {
+  const bool written = In_Told_Transaction(title, [&row] {
     Delete_Scale_Rows();
     Append_Entry(row);
   });

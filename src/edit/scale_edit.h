@@ -20,8 +20,6 @@ struct ScaleInput {
   QPoint at;  // upper left end of the bar, map pixels
 };
 
-// A typed number, with comma or point. None if it is no number.
-std::optional<double> Scale_Number(const QString& typed);
 // What is wrong with number or length, for a message; empty if nothing is.
 QString Scale_Fault(const ScaleInput& input);
 // Of a sound input; not yet in the table.

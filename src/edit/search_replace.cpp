@@ -344,13 +344,8 @@ std::vector<NewField> Fields_To_Change(Plan& plan) {
 
 void Write_Fields(const std::vector<NewField>& fields) {
   rsEntries->Edit();
-  try {
-    for (const NewField& field : fields) rsEntries->Set(field.column, field.value);
-    rsEntries->Update();
-  } catch (...) {
-    if (rsEntries->Editing()) rsEntries->CancelUpdate();
-    throw;
-  }
+  for (const NewField& field : fields) rsEntries->Set(field.column, field.value);
+  rsEntries->Update();
 }
 
 bool Take_Undo_Point(SearchState& state) {
@@ -378,7 +373,7 @@ bool Replace_Current(SearchState& state) {
     return false;
   }
   if (!Take_Undo_Point(state)) return false;
-  const bool written = In_One_Transaction(replaceTitle, [&] {
+  const bool written = In_Told_Transaction(replaceTitle, [&] {
     if (On_Current_Entry()) Write_Fields(fields);
   });
   if (!written) return false;
@@ -394,19 +389,21 @@ int Replace_All(SearchState& state) {
   const BusyPointer busy;
   int found = 0, changed = 0;
   bool stopped = false;
-  const bool written = In_One_Transaction(replaceTitle, [&] {
+  const bool written = In_Told_Transaction(replaceTitle, [&] {
     Progress progress(replaceTitle, rsEntries->RecordCount());
     For_Each_Entry([&] {
-      if (stopped || (stopped = !progress.Advance()) || !Matches(*rsEntries, plan->sought, plan->options)) return;
+      if ((stopped = !progress.Advance())) return Walk::Stop;
+      if (!Matches(*rsEntries, plan->sought, plan->options)) return Walk::On;
       ++found;
       const std::vector<NewField> fields = Fields_To_Change(*plan);
-      if (fields.empty()) return;
+      if (fields.empty()) return Walk::On;
       Write_Fields(fields);
       ++changed;
+      return Walk::On;
     });
-    if (stopped) dbEntries->Rollback();
+    return !stopped;
   });
-  if (!written || stopped) return 0;
+  if (!written) return 0;
   state.found = found;
   state.changed += changed;
   state.goesOn = false;

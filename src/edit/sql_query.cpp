@@ -129,26 +129,18 @@ qint64 Last_Key(const QString& table) {
 
 // One transaction; an error takes all of it back and is raised.
 void Execute(const SqlTranslation& statement) {
-  const QString tag = Tbl.Tag;
   rsAux.reset();
-  dbEntries->BeginTrans();
-  try {
+  In_Transaction([&statement] {
     const TimeLimit limit(*dbEntries, longestRun);
     const bool adds = statement.kind == SqlKind::Insert, removes = statement.kind == SqlKind::Delete;
     const qint64 last = adds ? Last_Key(statement.table) : 0;
     const KeptHeader header = removes ? Header_Of_Table() : KeptHeader();
-    Tbl.Tag = QStringLiteral("Dirty");
     dbEntries->Execute(statement.sql);
     rsEntries->Requery();
     if (adds) Fit_New_Rows(statement.table, last);
     if (removes) Put_Header_Back(header);
     rsEntries->Requery();
-    dbEntries->CommitTrans();
-  } catch (...) {
-    if (dbEntries->InTrans()) dbEntries->Rollback();
-    Tbl.Tag = tag;
-    throw;
-  }
+  });
 }
 
 // The current row may have gone; a table without any row gets its header by being loaded.
@@ -227,7 +219,7 @@ bool Run(SqlState& sql, const QString& statement) {
 
 QString German(const Error& error) {
   if (error.number == errors::sqlSyntax) return German_Sql_Error(error.text);
-  return error.text.isEmpty() ? Error_Text(error.number) : error.text;
+  return Error_Text(error);
 }
 
 }  // namespace
@@ -289,7 +281,7 @@ namespace {
 
 struct Kept {
   std::vector<std::vector<Value>> rows;  // of the columns of the table, in their order
-  QSet<QString> tables;                  // vertex tables they draw from, folded
+  QSet<QString> tables;                  // vertex tables they draw from, in small letters
 };
 
 // All of them before the first is written: the selection shows the same rows.
@@ -300,7 +292,7 @@ Kept Read_Selection(Recordset& selection) {
   for (selection.MoveFirst(); !selection.Eof(); selection.MoveNext()) {
     const QString id = selection.Text(columns[column::ID]);
     if (id.startsWith(u'!')) continue;
-    kept.tables.insert(EntryId::Parse(id).TableName().toCaseFolded());
+    kept.tables.insert(EntryId::Parse(id).TableName().toLower());
     std::vector<Value>& row = kept.rows.emplace_back();
     for (const int from : columns) row.push_back(selection.Raw(from));
   }
@@ -332,28 +324,19 @@ bool Write_Kept(const Kept& kept) {
 }
 
 void Drop_Other_Tables(const QSet<QString>& kept) {
-  QStringList names;
-  for (const TableDef& def : dbEntries->TableDefs()) names.append(def.name);
-  for (const QString& name : names)
-    if (!kept.contains(name.toCaseFolded())) Drop_Vertex_Table(name);
+  QSet<QString> others;
+  for (const TableDef& def : dbEntries->TableDefs())
+    if (!kept.contains(def.name.toLower())) others.insert(def.name.toLower());
+  Drop_Vertex_Tables(others);
 }
 
 bool Write_In_Transaction(const Kept& kept) {
-  const QString tag = Tbl.Tag;
   rsAux.reset();
-  dbEntries->BeginTrans();
-  try {
-    const bool whole = Write_Kept(kept);
-    if (whole) Drop_Other_Tables(kept.tables);
-    whole ? dbEntries->CommitTrans() : dbEntries->Rollback();
-    Tbl.Tag = whole ? QStringLiteral("Dirty") : tag;
-    return whole;
-  } catch (...) {
-    if (rsEntries->Editing()) rsEntries->CancelUpdate();
-    if (dbEntries->InTrans()) dbEntries->Rollback();
-    Tbl.Tag = tag;
-    throw;
-  }
+  return In_Transaction([&kept] {
+    if (!Write_Kept(kept)) return false;
+    Drop_Other_Tables(kept.tables);
+    return true;
+  });
 }
 
 }  // namespace

@@ -45,22 +45,15 @@ EntryRow Symbol_Row(QPoint window) {
 }  // namespace
 
 bool Symbol_In_Hand() {
-  if (Map.InHand.isEmpty() || !rsEntries || !rsEntries->HasRow(Map.InHand)) return false;
-  const KeepCurrentRow keep;
-  rsEntries->SetBookmark(Map.InHand);
-  const FontSpec font = FontSpec::Parse(rsEntries->Text(column::Schrift));
-  const bool text = EntryType::Parse(static_cast<int>(rsEntries->Integer(column::Typ))).IsText();
-  return text && (font.IsSymbol() || Is_Symbol_Font(font.family));
+  const std::optional<EntryRow> row = Row_In_Hand();
+  if (!row || !EntryType::Parse(row->Typ).IsText()) return false;
+  const FontSpec font = FontSpec::Parse(row->Schrift);
+  return font.IsSymbol() || Is_Symbol_Font(font.family);
 }
 
 FontChoice Symbol_Font() { return Symbol_In_Hand() ? Load_Font_Spec() : NextText.symbol; }
 
-QString Symbol_Sign() {
-  if (!Symbol_In_Hand()) return NextText.sign;
-  const KeepCurrentRow keep;
-  rsEntries->SetBookmark(Map.InHand);
-  return rsEntries->Text(column::Eintrag);
-}
+QString Symbol_Sign() { return Symbol_In_Hand() ? Row_In_Hand()->Eintrag : NextText.sign; }
 
 bool Take_Symbol(const FontChoice& choice, const QString& sign) {
   if (sign.isEmpty()) return false;
@@ -82,18 +75,10 @@ bool Place_Symbol(QPoint window) {
   if (!rsEntries || !dbEntries) return false;
   if (Entry_In_Hand() && !End_Entry()) return false;
   const EntryRow row = Symbol_Row(window);
-  QString bookmark;
-  const bool stored = In_One_Transaction(title, [&] {
-    Append_Entry(row);
-    rsEntries->MoveLast();
-    bookmark = rsEntries->Bookmark();
-  });
-  if (!stored) return false;
+  if (!Append_In_Transaction(title, [&row] { Append_Entry(row); })) return false;
   Map.Tool.clear();
-  rsEntries->SetBookmark(bookmark);
-  Map.CurBookmark = bookmark;
   Show_Changed_Entries();
-  Take_Entry(bookmark);
+  Take_Entry(Map.CurBookmark);
   return true;
 }
 

@@ -17,7 +17,6 @@
 #include "store/entry.h"
 #include "store/entry_edit.h"
 #include "store/table_file.h"
-#include "store/vertex_table.h"
 #include "view/view.h"
 
 namespace {
@@ -195,10 +194,10 @@ bool Value_Of(const FieldInfo& field, const QString& text, Value& value) {
     value = text;
     return true;
   }
-  bool isNumber = false;
-  const double number = text.trimmed().replace(u',', u'.').toDouble(&isNumber);
-  if (!isNumber || !qIsFinite(number) || (Is_Whole(field) && number != Int(number)))
+  const auto typed = Number_Typed(text);
+  if (!typed || (Is_Whole(field) && *typed != Int(*typed)))
     return Refuse(QStringLiteral("Falscher Datentyp in der Tabelle.\nBitte ändern!"));
+  const double number = *typed;
   if (field.type == FieldType::Integer && (number < least || number > most))
     return Refuse(QStringLiteral("Die Spalte '%1' kann nur ganze Zahlen von %2 bis %3 aufnehmen.\nBitte ändern!")
                       .arg(field.name)
@@ -210,8 +209,6 @@ bool Value_Of(const FieldInfo& field, const QString& text, Value& value) {
     value = number;
   return true;
 }
-
-bool Has_Vertices(const EntryType& type) { return type.IsPolygon() || type.IsFreeFigure(); }
 
 bool Is_Known(const EntryType& type) {
   static constexpr std::array known = {0, 1, 2, 3, 4, 5, 7, 11, 12, 15, 16, 17, 18, 20, 21, 22, 23, 24, 25, 40};
@@ -229,7 +226,7 @@ QString Keyword_Of(const QString& id) {
 bool Check_Id(const EntryType& type, const QString& former, const QString& text) {
   if (text.startsWith(u'!'))
     return Refuse(QStringLiteral("Mit einem Ausrufezeichen beginnt nur die Kopfzeile der Tabelle.\nBitte ändern!"));
-  if (Has_Vertices(type)) {
+  if (type.HasVertices()) {
     const QString table = EntryId::Parse(former).TableName();
     if (EntryId::Parse(text).TableName() == table) return true;
     return Refuse(QStringLiteral("Unter dem Namen '%1' sind die Eckpunkte dieses Eintrags gespeichert.\nDer Name muss "
@@ -247,7 +244,7 @@ bool Check_Id(const EntryType& type, const QString& former, const QString& text)
 
 bool Check_Type(const EntryType& former, const EntryType& next) {
   if (!Is_Known(next)) return Refuse(QStringLiteral("Karteneintrag: Unbekannter Typ = %1").arg(next.base));
-  if (Has_Vertices(former) != Has_Vertices(next) || (Has_Vertices(next) && former.IsPolygon() != next.IsPolygon()))
+  if (former.HasVertices() != next.HasVertices() || (next.HasVertices() && former.IsPolygon() != next.IsPolygon()))
     return Refuse(
         QStringLiteral("Linien, Flächen und freie Figuren haben eigene Eckpunkte.\nIhr Typ lässt sich nur "
                        "zwischen eckig und rund ändern (4 und 40, 24 und 25)."));
@@ -264,7 +261,7 @@ bool Check_Frame(const EntryType& type, qint64 number) {
 
 // What the column means to the program, for the current row.
 bool Check_Meaning(int number, const Value& value) {
-  const EntryType type = EntryType::Parse(static_cast<int>(rsEntries->Integer(column::Typ)));
+  const EntryType type = Type_Here();
   switch (number) {
     case column::ID:
       return Check_Id(type, rsEntries->Text(column::ID), std::get<QString>(value));
@@ -279,7 +276,7 @@ bool Check_Meaning(int number, const Value& value) {
 
 void Row_Was_Edited(const QString& bookmark) {
   Tbl.Tag = QStringLiteral("Dirty");
-  const EntryType type = EntryType::Parse(static_cast<int>(rsEntries->Integer(column::Typ)));
+  const EntryType type = Type_Here();
   if (type.Kind() == EntryKind::Scale) Read_Scale(Read_Entry(*rsEntries));
   frmMDI.HasHidden = frmMDI.HasHidden || type.hidden;
   // The controls over the entry show the new values.
@@ -320,21 +317,6 @@ CellEdit Edit_Cell(qint64 key, int number, const QString& text) {
 
 namespace {
 
-// The vertex tables of the rows to go that no other row draws from.
-QStringList Tables_Of(const QSet<qint64>& going) {
-  QSet<QString> wanted, kept;
-  const auto table = [] { return EntryId::Parse(rsEntries->Text(column::ID)).TableName(); };
-  const auto hasTable = [] {
-    return Has_Vertices(EntryType::Parse(static_cast<int>(rsEntries->Integer(column::Typ))));
-  };
-  for (const qint64 key : going)
-    if (Go_To(key) && hasTable()) wanted << table();
-  if (wanted.isEmpty()) return {};
-  for (rsEntries->MoveFirst(); !rsEntries->Eof(); rsEntries->MoveNext())
-    if (!going.contains(rsEntries->Key()) && hasTable()) kept << table();
-  return (wanted - kept).values();
-}
-
 bool Ask_To_Delete_Rows(const QSet<qint64>& going) {
   QString text = QStringLiteral("%1 Einträge löschen ?").arg(going.size());
   if (going.size() == 1 && Go_To(*going.begin()))
@@ -343,41 +325,9 @@ bool Ask_To_Delete_Rows(const QSet<qint64>& going) {
          MsgAnswer::Yes;
 }
 
-struct DeletedKinds {
-  bool scale = false, planSquare = false;
-};
-
-DeletedKinds Delete_In_Transaction(const QSet<qint64>& going) {
-  DeletedKinds kinds;
-  const QStringList tables = Tables_Of(going);
-  rsAux.reset();
-  dbEntries->BeginTrans();
-  try {
-    for (const qint64 key : going) {
-      if (!Go_To(key)) continue;
-      const EntryKind kind = EntryType::Parse(static_cast<int>(rsEntries->Integer(column::Typ))).Kind();
-      kinds.scale |= kind == EntryKind::Scale;
-      kinds.planSquare |= kind == EntryKind::PlanSquare;
-      rsEntries->Delete();
-    }
-    for (const QString& table : tables) Drop_Vertex_Table(table);
-    dbEntries->CommitTrans();
-  } catch (...) {
-    if (dbEntries->InTrans()) dbEntries->Rollback();
-    throw;
-  }
-  return kinds;
-}
-
-void Rows_Were_Deleted(const DeletedKinds& kinds, int position) {
-  Tbl.Tag = QStringLiteral("Dirty");
+void Rows_Were_Deleted(const DeletedEntries& deleted, int position) {
   Map.Text2.Visible = Map.imgBild.Visible = Map.imgRfLine.Visible = Map.lblShape.Visible = false;
-  if (kinds.planSquare) Map.lblPLQ.Visible = false;
-  if (kinds.scale) {
-    MapHasScale = false;
-    MapUnit.clear();
-    MapUnitPerPixel = 0;
-  }
+  if (deleted.planSquare) Map.lblPLQ.Visible = false;
   // The eye stays where the rows were.
   rsEntries->MoveTo(std::clamp(position, 0, rsEntries->RecordCount() - 1));
   Map.CurBookmark = rsEntries->Bookmark();
@@ -409,6 +359,6 @@ bool Delete_Rows(const std::vector<qint64>& keys) {
   if (going.size() > 1) Undo_Point(QStringLiteral("Rückgängig: Zeilen löschen"));
   if (!rsEntries) return false;  // the table could not be opened again
   const BusyPointer busy;
-  Rows_Were_Deleted(Delete_In_Transaction(going), position);
+  Rows_Were_Deleted(Delete_Entries(going), position);
   return true;
 }

@@ -8,12 +8,12 @@
 #include "platform/message_box.h"
 #include "platform/surface.h"
 #include "state/map_state.h"
+#include "state/table_state.h"
 #include "view/redraw.h"
 
 namespace {
 
 const QString title = QStringLiteral("Schrift");
-constexpr int longestSchrift = 79;
 constexpr double standardSize = 10;
 
 bool Is_Sign(const FontSpec& font) { return font.IsSymbol() || Is_Symbol_Font(font.family); }
@@ -50,7 +50,7 @@ void Write_Font(const FontChoice& choice) {
 }
 
 bool Can_Be_Stored(const FontChoice& choice) {
-  if (Family_Fits(choice.font.family) && choice.font.ToText().size() <= longestSchrift) return true;
+  if (Family_Fits(choice.font.family) && choice.font.ToText().size() <= textColumnWidth) return true;
   Message_Box(QStringLiteral("Die Schriftart \"%1\" kann nicht gespeichert werden.\nBitte wählen Sie eine andere.")
                   .arg(choice.font.family),
               MsgButtons::Ok, MsgIcon::Warning, title);
@@ -62,10 +62,8 @@ bool Can_Be_Stored(const FontChoice& choice) {
 FontTarget Font_Target() {
   if (!Entry_In_Hand()) return FontTarget::Next;
   if (Map.InHand.isEmpty()) return FontTarget::Typed;
-  const KeepCurrentRow keep;
-  rsEntries->SetBookmark(Map.InHand);
-  const EntryType type = EntryType::Parse(static_cast<int>(rsEntries->Integer(column::Typ)));
-  return Has_Font(type) ? FontTarget::Entry : FontTarget::Next;
+  const auto row = Row_In_Hand();
+  return row && Has_Font(EntryType::Parse(row->Typ)) ? FontTarget::Entry : FontTarget::Next;
 }
 
 FontChoice Load_Font_Spec() {
@@ -73,9 +71,8 @@ FontChoice Load_Font_Spec() {
     case FontTarget::Typed:
       return Font_Of_Box();
     case FontTarget::Entry: {
-      const KeepCurrentRow keep;
-      rsEntries->SetBookmark(Map.InHand);
-      return Choice_Of(rsEntries->Text(column::Schrift), rsEntries->Number(column::Groesse));
+      const EntryRow row = *Row_In_Hand();
+      return Choice_Of(row.Schrift, row.Groesse);
     }
     case FontTarget::Next:
       break;
@@ -131,11 +128,7 @@ bool Family_Fits(const QString& family) {
 QString Sample_Text() {
   QString text;
   if (Font_Target() != FontTarget::Next) text = Map.Text2.Text;
-  if (Font_Target() == FontTarget::Entry && !Text_Pending()) {
-    const KeepCurrentRow keep;
-    rsEntries->SetBookmark(Map.InHand);
-    text = rsEntries->Text(column::Eintrag);
-  }
+  if (Font_Target() == FontTarget::Entry && !Text_Pending()) text = Row_In_Hand()->Eintrag;
   const auto end = std::find_if(text.cbegin(), text.cend(), [](QChar c) { return c == u'\r' || c == u'\n'; });
   text.truncate(end - text.cbegin());
   return text.trimmed().isEmpty() ? QStringLiteral("TTT") : text;
@@ -144,7 +137,7 @@ QString Sample_Text() {
 FontChoice Font_Of_New_Text() {
   if (NextText.font) return *NextText.font;
   if (!On_Current_Entry()) return {};
-  const EntryType type = EntryType::Parse(static_cast<int>(rsEntries->Integer(column::Typ)));
+  const EntryType type = Type_Here();
   FontChoice choice = Choice_Of(rsEntries->Text(column::Schrift), rsEntries->Number(column::Groesse));
   if (!type.IsText() || Is_Sign(choice.font)) return {};
   choice.font.angle = 0;  // the next one stands elsewhere

@@ -25,21 +25,14 @@ QString Display_Name(const EntryId& id) {
   return id.Number() < 0 ? word : word + QString::number(id.Number());
 }
 
-bool Has_Vertices(const EntryRow& row) {
-  const EntryType type = EntryType::Parse(row.Typ);
-  return type.IsPolygon() || type.IsFreeFigure();
-}
-
 // The outline of the entry in hand while it can be seen; empty without one.
 const std::vector<QPoint>& Outline_In_Hand(bool& closed) {
   static const std::vector<QPoint> none;
-  if (Map.InHand.isEmpty() || !rsEntries || !rsEntries->HasRow(Map.InHand)) return none;
-  const KeepCurrentRow keep;
-  rsEntries->SetBookmark(Map.InHand);
-  if (rsEntries->Integer(column::Typ) < 0) return none;
-  const EntryType type = EntryType::Parse(static_cast<int>(rsEntries->Integer(column::Typ)));
-  if (!type.IsPolygon() && !type.IsFreeFigure()) return none;
-  const EntryId id = EntryId::Parse(rsEntries->Text(column::ID));
+  const auto row = Row_In_Hand();
+  if (!row) return none;
+  const EntryType type = EntryType::Parse(row->Typ);
+  if (type.hidden || !type.HasVertices()) return none;
+  const EntryId id = EntryId::Parse(row->ID);
   closed = !id.IsLine();
   return Load_Vertices(id.TableName());
 }
@@ -87,7 +80,7 @@ std::optional<VertexList> Vertices_Of(qint64 key) {
   const KeepCurrentRow keep;
   rsEntries->SetBookmark(bookmark);
   const EntryRow row = Read_Entry(*rsEntries);
-  if (!Has_Vertices(row)) return std::nullopt;
+  if (!EntryType::Parse(row.Typ).HasVertices()) return std::nullopt;
   const EntryId id = EntryId::Parse(row.ID);
   VertexList list;
   list.key = rsEntries->Key();
@@ -105,7 +98,7 @@ std::optional<VertexList> Vertices_Of(qint64 key) {
 bool Write_Vertex_List(const VertexList& list) {
   std::vector<QPoint> all = list.points;
   all.insert(all.end(), list.rest.begin(), list.rest.end());
-  if (!In_One_Transaction(title, [&] { Write_Vertices(list.table, all); })) return false;
+  if (!In_Told_Transaction(title, [&] { Write_Vertices(list.table, all); })) return false;
   Show_Changed_Entries();
   return true;
 }

@@ -71,19 +71,17 @@ QString One_Cell(QString text) {
 
 QStringList Csv_Export_Lines(const QString& name) {
   QStringList lines = Head(name);
-  const KeepCurrentRow keep;
   int number = 0;
-  for (rsEntries->MoveFirst(); !rsEntries->Eof(); rsEntries->MoveNext()) {
+  For_Each_Entry([&] {
     const EntryRow row = Read_Entry(*rsEntries);
-    const bool header = rsEntries->Position() == 0;
-    if (header || std::find(without.begin(), without.end(), row.Typ) != without.end()) continue;
+    if (std::find(without.begin(), without.end(), row.Typ) != without.end()) return;
     const auto [x, y] = Place_Of(row);
     QString line = QStringLiteral("%1 ; %2 ; %3 ; %4").arg(++number).arg(One_Cell(row.Eintrag)).arg(x).arg(y);
     const auto at = Coordinates(x, y);
     line +=
         at ? QStringLiteral(" ; %1 ; %2").arg(at->first, at->second) : QStringLiteral(" ; Koordinaten nicht gefunden");
     lines << line;
-  }
+  });
   lines << QStringLiteral("Ende");
   return lines;
 }

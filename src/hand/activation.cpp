@@ -13,6 +13,7 @@
 #include "state/mdi_state.h"
 #include "state/table_state.h"
 #include "store/entry_edit.h"
+#include "store/transaction.h"
 #include "tools/drag.h"
 #include "tools/map_tool.h"
 #include "tools/plan_squares.h"
@@ -130,6 +131,8 @@ bool Entry_In_Hand() {
   return rsEntries && rsEntries->HasRow(Map.InHand);
 }
 
+std::optional<EntryRow> Row_In_Hand() { return Sound_Entry_At(Map.InHand); }
+
 bool Take_Entry_At(QPoint window) {
   const int hit = Hit_Entry(window);
   if (hit == 0) return false;
@@ -166,10 +169,9 @@ void Activate_Entry() {
 }
 
 QString Entry_Status_Text() {
-  if (Map.InHand.isEmpty() || !rsEntries || !rsEntries->HasRow(Map.InHand)) return {};
-  const KeepCurrentRow keep;
-  rsEntries->SetBookmark(Map.InHand);
-  const EntryId id = EntryId::Parse(rsEntries->Text(column::ID));
+  const std::optional<EntryRow> row = Row_In_Hand();
+  if (!row) return {};
+  const EntryId id = EntryId::Parse(row->ID);
   const QString assigned =
       id.assignment.isEmpty() ? QString() : QStringLiteral("Zugeordnet: ") + id.assignment + QStringLiteral("  ");
   return assigned + hand_texts::move;
@@ -232,15 +234,15 @@ bool Store_Pending_Text() {
   }
   const QString former = Map.Text2.Tag;
   const QPoint at = Map.TextAt;
-  dbEntries->BeginTrans();
   try {
-    const bool saved = Save_Text_Entry(Window_X(at.x()), Window_Y(at.y()), Map.Text2.Text);
-    if (saved) Write_Exact_Position(at);
-    dbEntries->CommitTrans();
+    const bool saved = In_Transaction([at] {
+      if (!Save_Text_Entry(Window_X(at.x()), Window_Y(at.y()), Map.Text2.Text)) return false;
+      Write_Exact_Position(at);
+      return true;
+    });
     if (saved) Map.InHand = Map.CurBookmark;
     return saved;
   } catch (...) {
-    if (dbEntries->InTrans()) dbEntries->Rollback();
     Map.Text2.Tag = former;
     throw;
   }
@@ -266,8 +268,8 @@ void New_Text(int x, int y) {
   LiveControl& box = Map.Text2;
   box.Text.clear();
   box.Tag = QStringLiteral("Neu");
-  EntVGColor = Palette[static_cast<size_t>(CurVG)];
-  EntHGColor = Palette[static_cast<size_t>(CurHG)];
+  EntVGColor = Color_Of(CurVG);
+  EntHGColor = Color_Of(CurHG);
   Map.TextAt = {Map_X(x), Map_Y(y)};
   EntryRow row;
   row.RA = CurRA;

@@ -1,11 +1,16 @@
 #pragma once
 #include <QPoint>
 #include <QString>
+#include <optional>
+
+#include "store/entry.h"
 
 // The entry in hand. Positions are window pixels. There is one at most, and it is the current row (Map.CurBookmark);
 // Map.InHand is its key. A new text that is still being typed is in hand without a row.
 
 bool Entry_In_Hand();
+// The row in hand; nothing without one and where it cannot be read. The cursor stays.
+std::optional<EntryRow> Row_In_Hand();
 // Takes the entry under the position in hand: current row, grid, tool state, live controls. False on the empty map. If
 // the text of the former entry cannot be stored, that one stays in hand.
 bool Take_Entry_At(QPoint window);

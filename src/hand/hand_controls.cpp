@@ -169,14 +169,12 @@ void Place_Controls(const EntryRow& row) {
 
 namespace {
 
-EntryRow Row_In_Hand() {
+// The row in hand, or the look of the new text.
+EntryRow Row_To_Paint() {
+  if (!Map.InHand.isEmpty()) return Row_In_Hand().value_or(EntryRow());
   EntryRow row;
-  if (Map.InHand.isEmpty()) {
-    row.RA = CurRA;
-    row.HG = CurHG;
-    return row;
-  }
-  if (rsEntries && rsEntries->HasRow(Map.InHand) && rsEntries->Bookmark() == Map.InHand) row = Read_Entry(*rsEntries);
+  row.RA = CurRA;
+  row.HG = CurHG;
   return row;
 }
 
@@ -207,14 +205,13 @@ QRect Group_Frame() {
 void Draw_Text_Frame(Surface& surface, const EntryRow& row) {
   const FrameWord frame = FrameWord::Parse(row.RA);
   const QRectF box = Control_Box(Map.Text2);
-  const auto color = [](int number) { return Palette[number >= 0 && number < 16 ? static_cast<size_t>(number) : 0]; };
   // Where the map or a turned text is to be seen below, the box would hide it until the text is being written.
   const bool seenBelow = Map.Text2.FontTransparent || Map.Perspex || EntAngle != 0;
   if (frame.framed && (!seenBelow || Text_Pending())) {
     const double out = frame.width / 2.0 + 1;
     const QRectF around = box.adjusted(-out, -out, out, out);
-    surface.FilledBox(around, color(row.HG));
-    surface.pen = {.ForeColor = color(frame.color), .DrawWidth = static_cast<double>(frame.width)};
+    surface.FilledBox(around, Color_Of(row.HG));
+    surface.pen = {.ForeColor = Color_Of(frame.color), .DrawWidth = static_cast<double>(frame.width)};
     surface.Box(around);
   }
   surface.pen = {.ForeColor = HighlightColor};
@@ -231,7 +228,7 @@ std::unique_ptr<Surface> Hand_Surface() {
 
 void Akt_Frame() {
   if (!Map.Text2.Visible || Map.canvas.isNull()) return;
-  const EntryRow row = Row_In_Hand();
+  const EntryRow row = Row_To_Paint();
   if (EntryType::Parse(row.Typ).Kind() == EntryKind::Picture) return;
   const auto surface = Hand_Surface();
   Draw_Text_Frame(*surface, row);
@@ -240,7 +237,7 @@ void Akt_Frame() {
 void Paint_Hand() {
   Unpaint_Hand();
   if (!Entry_In_Hand() || Map.canvas.isNull()) return;
-  const EntryRow row = Row_In_Hand();
+  const EntryRow row = Row_To_Paint();
   const std::vector<QPoint> vertices = Shown_Vertices(row);
   const QRect group = Group_Frame();
   QRect area = Frame_Area(row) | group;

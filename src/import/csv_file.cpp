@@ -159,8 +159,7 @@ bool Tell_What_Is_Missing(const CsvTable& table) {
 }  // namespace
 
 bool Csv_Go_On_After(const Error& error) {
-  QStringList lines = {QStringLiteral("Fehler beim Import der CSV-Tabelle"),
-                       error.text.isEmpty() ? Error_Text(error.number) : error.text};
+  QStringList lines = {QStringLiteral("Fehler beim Import der CSV-Tabelle"), Error_Text(error)};
   if (error.number == errNoNet || error.number == errCsvColumns || error.number == errCsvPlace)
     lines << QStringLiteral("Es ist ein Fehler aufgetreten.")
           << QStringLiteral("Die Daten können nicht importiert werden.");

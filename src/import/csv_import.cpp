@@ -58,7 +58,7 @@ class CsvRun {
     try {
       place = Csv_Place_Of(table, Coord, record);
     } catch (const Error& error) {
-      place.reason = error.text.isEmpty() ? Error_Text(error.number) : error.text;
+      place.reason = Error_Text(error);
       result.refused.push_back({line.number, record.text, place.reason});
       result.stopped = !Csv_Go_On_After(error);
       return;
@@ -100,7 +100,7 @@ class CsvRun {
 
   void Write() {
     Undo_Point(undoCaption);
-    const bool written = In_One_Transaction(importTitle, [this] {
+    const bool written = In_Told_Transaction(importTitle, [this] {
       EntryRow row;
       row.ID = QStringLiteral("Text");
       row.Schrift = QStringLiteral("Arial");

@@ -158,11 +158,7 @@ std::optional<double> Read_Degrees(QStringView text) {
     if (!behind.isEmpty()) return GMS_To_Dec(number);
     number.truncate(mark);
   }
-  number.replace(u',', u'.');
-  bool good = false;
-  const double value = number.toDouble(&good);
-  if (!good || !std::isfinite(value)) return std::nullopt;
-  return value;
+  return Number_Typed(number);
 }
 
 // The positions ------------------------------------------------------------------------------------------------------

@@ -77,21 +77,18 @@ void Check_Bitmap(const QString& path) {
 
 bool Scan_Table() {
   frmMDI.HasPlanSquares = frmMDI.HasLines = frmMDI.HasHidden = false;
-  MapHasScale = false;
-  MapUnit.clear();
-  MapUnitPerPixel = 0;
+  Forget_Scale();
   if (!rsEntries) return false;
-  const KeepCurrentRow keep;
   bool pictures = false;
   try {
-    for (rsEntries->MoveFirst(), rsEntries->MoveNext(); !rsEntries->Eof(); rsEntries->MoveNext()) {
-      const EntryType type = EntryType::Parse(static_cast<int>(rsEntries->Integer(column::Typ)));
+    For_Each_Entry([&pictures] {
+      const EntryType type = Type_Here();
       frmMDI.HasHidden |= type.hidden && type.Kind() != EntryKind::NorthArrow;
       frmMDI.HasPlanSquares |= type.Kind() == EntryKind::PlanSquare || type.Kind() == EntryKind::PlanDesign;
       frmMDI.HasLines |= type.IsPolygon();
       pictures |= type.Kind() == EntryKind::Picture;
       if (type.Kind() == EntryKind::Scale) Read_Scale(Read_Entry(*rsEntries));
-    }
+    });
   } catch (const Error& error) {
     // A number out of range is a bad row, not a damaged file.
     if (error.number < errors::noCurrentRecord || error.number >= 5000) return true;

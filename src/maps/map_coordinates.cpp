@@ -30,10 +30,8 @@ bool Has_Header() { return rsEntries && rsEntries->IsOpen() && rsEntries->Record
 // Keys of the rows of the net itself.
 QStringList Net_Rows() {
   QStringList keys;
-  const KeepCurrentRow keep;
   For_Each_Entry([&keys] {
-    if (EntryType::Parse(static_cast<int>(rsEntries->Integer(column::Typ))).Kind() == EntryKind::Net)
-      keys << rsEntries->Bookmark();
+    if (Type_Here().Kind() == EntryKind::Net) keys << rsEntries->Bookmark();
   });
   return keys;
 }

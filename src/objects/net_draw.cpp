@@ -15,8 +15,6 @@ constexpr double labelAir = 2;   // between a label and the start of its line
 const QString labelFont = QStringLiteral("Courier New");
 constexpr double labelSize = 8;
 
-QRgb Net_Color(int number) { return Palette[static_cast<size_t>(std::clamp(number, 0, 15))]; }
-
 struct NetFamily {
   const std::vector<std::vector<NetPt>>& lines;
   const std::vector<NetLabel>& labels;
@@ -108,7 +106,7 @@ class LabelRow {
     for (const QRectF& other : taken)
       if (other.intersects(box)) return {};
     taken.push_back(box);
-    if (!state.NetTransp) surface.FilledBox(box, Net_Color(state.GridHG));
+    if (!state.NetTransp) surface.FilledBox(box, Color_Of(state.GridHG));
     surface.Print(box.topLeft(), text);
     return box;
   }
@@ -207,8 +205,8 @@ void Net_Font(Surface& surface, const CoordinateState& state) {
   surface.SetFont({labelFont, labelSize});
   surface.pen.mode = DrawMode::Copy;
   surface.pen.fill = FillStyle::None;
-  surface.pen.ForeColor = Net_Color(state.GridVG);
-  surface.pen.FillColor = Net_Color(state.GridHG);
+  surface.pen.ForeColor = Color_Of(state.GridVG);
+  surface.pen.FillColor = Color_Of(state.GridHG);
   surface.pen.DrawWidth = state.NetLnBreite >= 1 && state.NetLnBreite <= 19 ? state.NetLnBreite : 1;
   surface.pen.pen = Net_Style(state.NetLnStil);
 }

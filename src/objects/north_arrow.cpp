@@ -9,6 +9,7 @@
 #include "state/events.h"
 #include "state/global_state.h"
 #include "state/map_state.h"
+#include "store/transaction.h"
 
 namespace {
 
@@ -40,15 +41,11 @@ bool Is_North_Arrow(const EntryRow& row) {
 }
 
 void Delete_North_Arrows() {
-  if (rsEntries->RecordCount() < 2) return;
-  rsEntries->MoveFirst();
-  rsEntries->MoveNext();  // the header row is no entry
-  while (!rsEntries->Eof()) {
-    if (Is_North_Arrow(Read_Entry(*rsEntries)))
-      rsEntries->Delete();
-    else
-      rsEntries->MoveNext();
-  }
+  For_Each_Entry([] {
+    if (!Is_North_Arrow(Read_Entry(*rsEntries))) return Walk::On;
+    rsEntries->Delete();
+    return Walk::RowGone;
+  });
 }
 
 }  // namespace
@@ -73,20 +70,13 @@ EntryRow Make_North_Arrow(QPoint foot, int curVG, int curHG, double slope) {
 
 void Add_North_Arrow(QPoint foot) {
   if (!rsEntries || !dbEntries) return;
-  const QString current = rsEntries->Eof() || rsEntries->Bof() ? QString() : rsEntries->Bookmark();
-  dbEntries->BeginTrans();
-  try {
-    Delete_North_Arrows();
-    Append_Entry(Make_North_Arrow(foot, CurVG, CurHG, Coord.Metric() ? Coord.Inclin : 0));
-    dbEntries->CommitTrans();
-  } catch (...) {
-    dbEntries->Rollback();
-    throw;
+  {
+    const KeepCurrentRow keep;
+    In_Transaction([foot] {
+      Delete_North_Arrows();
+      Append_Entry(Make_North_Arrow(foot, CurVG, CurHG, Coord.Metric() ? Coord.Inclin : 0));
+    });
   }
-  if (!current.isEmpty() && rsEntries->HasRow(current))
-    rsEntries->SetBookmark(current);
-  else if (rsEntries->RecordCount() > 0)
-    rsEntries->MoveLast();
   events.TableChanged.Emit();
   events.RedrawWanted.Emit();
 }

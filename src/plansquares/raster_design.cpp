@@ -72,10 +72,9 @@ void Tell_Unit(const QString& unit) {
 double Corner_Number(const QString& text) {
   QString number = text.trimmed();
   while (!number.isEmpty() && (number.back().isLetter() || number.back().isSpace())) number.chop(1);
-  bool good = false;
-  const double value = number.replace(u',', u'.').toDouble(&good);
-  if (!good || !std::isfinite(value)) throw RasterFault{raster_texts::badCorner, {}, RasterTab::Corners};
-  return value;
+  const auto value = Number_Typed(number);
+  if (!value) throw RasterFault{raster_texts::badCorner, {}, RasterTab::Corners};
+  return *value;
 }
 
 struct Corner {

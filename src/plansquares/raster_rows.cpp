@@ -13,6 +13,7 @@
 #include "state/table_state.h"
 #include "store/font_spec.h"
 #include "store/table_file.h"
+#include "store/transaction.h"
 
 namespace {
 
@@ -21,52 +22,20 @@ constexpr char16_t nameMark = 0x1f;
 const QString designMark = QStringLiteral("0 -");  // behind the font of the design row
 const QString freeName = QStringLiteral("frei-");
 
-struct Stopped {};
-
-EntryType Type_Here() { return EntryType::Parse(static_cast<int>(rsEntries->Integer(column::Typ))); }
 bool Is_Plan(const EntryType& type) {
   return type.Kind() == EntryKind::PlanSquare || type.Kind() == EntryKind::PlanDesign;
 }
 
-// The rows of squares and design, the cursor on each. The work may delete the row: it says so by returning true.
-void For_Each_Plan_Row(const std::function<bool()>& work) {
-  rsEntries->MoveFirst();
-  if (!rsEntries->Eof()) rsEntries->MoveNext();
-  while (!rsEntries->Eof()) {
-    const bool gone = Is_Plan(Type_Here()) && work();
-    if (!gone) rsEntries->MoveNext();
-  }
+// The rows of squares and design, the cursor on each.
+void For_Each_Plan_Row(const std::function<Walk()>& work) {
+  For_Each_Entry([&work] { return Is_Plan(Type_Here()) ? work() : Walk::On; });
 }
 
 int Count_Plan_Rows() {
   if (!rsEntries) return 0;
-  const KeepCurrentRow keep;
   int count = 0;
-  For_Each_Plan_Row([&count] { return ++count, false; });
+  For_Each_Plan_Row([&count] { return ++count, Walk::On; });
   return count;
-}
-
-bool Written(const QString& title, const std::function<void()>& work) {
-  if (!dbEntries || !rsEntries) return false;
-  const QString tag = Tbl.Tag;
-  const BusyPointer busy;
-  bool done = false;
-  try {
-    const KeepCurrentRow keep;
-    dbEntries->BeginTrans();
-    Tbl.Tag = QStringLiteral("Dirty");
-    work();
-    dbEntries->CommitTrans();
-    done = true;
-  } catch (const Stopped&) {
-    dbEntries->Rollback();
-  } catch (const Error& error) {
-    if (dbEntries->InTrans()) dbEntries->Rollback();
-    const QString text = error.text.isEmpty() ? Error_Text(error.number) : error.text;
-    Message_Box(text + QStringLiteral("\n\nEs wurde nichts verändert."), MsgButtons::Ok, MsgIcon::Critical, title);
-  }
-  if (!done) Tbl.Tag = tag;
-  return done;
 }
 
 void Show_Change() {
@@ -75,16 +44,15 @@ void Show_Change() {
   events.RedrawWanted.Emit();
 }
 
-void Advance(Progress& progress) {
-  if (!progress.Advance()) throw Stopped{};
-}
-
-void Remove_Rows(Progress& progress) {
+// False if the user stopped it.
+bool Remove_Rows(Progress& progress) {
+  bool goesOn = true;
   For_Each_Plan_Row([&] {
     rsEntries->Delete();
-    Advance(progress);
-    return true;
+    goesOn = progress.Advance();
+    return goesOn ? Walk::RowGone : Walk::Stop;
   });
+  return goesOn;
 }
 
 int Clamped(int value, int most) { return std::clamp(value, 1, most); }
@@ -158,16 +126,15 @@ bool Has_Plan_Rows() { return Count_Plan_Rows() > 0; }
 
 std::optional<QRectF> Raster_Field() {
   if (!rsEntries) return std::nullopt;
-  const KeepCurrentRow keep;
   std::optional<EntryBox> first, last;
   For_Each_Plan_Row([&] {
     QString columnText, rowText;
     const bool square = Type_Here().Kind() == EntryKind::PlanSquare &&
                         Split_Name(Plan_Name(rsEntries->Text(column::ID)), columnText, rowText);
-    if (!square) return false;
+    if (!square) return Walk::On;
     last = entry_box(Read_Entry(*rsEntries));
     if (!first) first = last;
-    return false;
+    return Walk::On;
   });
   if (!first) return std::nullopt;
   const QPointF from(first->x, first->y), to(last->x + last->width, last->y + last->height);
@@ -177,13 +144,11 @@ std::optional<QRectF> Raster_Field() {
 std::optional<RasterDesign> Raster_bearbeiten() {
   if (!rsEntries) return std::nullopt;
   std::optional<RasterDesign> design;
-  {
-    const KeepCurrentRow keep;
-    For_Each_Plan_Row([&] {
-      if (!design && Type_Here().Kind() == EntryKind::PlanDesign) design = Design_Of(Read_Entry(*rsEntries));
-      return false;
-    });
-  }
+  For_Each_Plan_Row([&] {
+    if (Type_Here().Kind() != EntryKind::PlanDesign) return Walk::On;
+    design = Design_Of(Read_Entry(*rsEntries));
+    return Walk::Stop;
+  });
   // Corners that were coordinates or measures are left to the raster itself.
   const bool pixels = design && (design->unit == CornerUnit::Pixel || design->unit == CornerUnit::OnMap);
   const auto field = pixels ? Raster_Field() : std::nullopt;
@@ -203,15 +168,17 @@ bool Take_Raster(const RasterDesign& design, const RasterPlan& plan) {
                                raster_texts::alreadyThereTitle) != MsgAnswer::Ok)
     return false;
   Undo_Point(raster_texts::takeUndo);
-  const bool written = Written(raster_texts::takeTitle, [&] {
+  const BusyPointer busy;
+  const bool written = In_Told_Transaction(raster_texts::takeTitle, [&] {
     Progress progress(raster_texts::takeTitle + u'\n' + raster_texts::taking,
                       there + static_cast<int>(plan.squares.size()));
-    Remove_Rows(progress);
+    if (!Remove_Rows(progress)) return false;
     for (const PlanSquare& square : plan.squares) {
       Append_Entry(Square_Row(design, square));
-      Advance(progress);
+      if (!progress.Advance()) return false;
     }
     Append_Entry(Design_Row(design, plan));
+    return true;
   });
   if (written) Show_Change();
   return written;
@@ -220,18 +187,15 @@ bool Take_Raster(const RasterDesign& design, const RasterPlan& plan) {
 qint64 Take_Free_Square(const RasterDesign& design, const RasterPlan& plan) {
   if (!rsEntries || plan.squares.empty()) return 0;
   int highest = 0;
-  {
-    const KeepCurrentRow keep;
-    For_Each_Plan_Row([&highest] {
-      const QString name = Plan_Name(rsEntries->Text(column::ID));
-      if (name.startsWith(freeName)) highest = std::max(highest, name.mid(freeName.size()).toInt());
-      return false;
-    });
-  }
+  For_Each_Plan_Row([&highest] {
+    const QString name = Plan_Name(rsEntries->Text(column::ID));
+    if (name.startsWith(freeName)) highest = std::max(highest, name.mid(freeName.size()).toInt());
+    return Walk::On;
+  });
   Undo_Point(raster_texts::takeUndo);
   PlanSquare square = plan.squares.front();
   square.name = freeName + QString::number(highest + 1);
-  if (!Written(raster_texts::takeTitle, [&] { Append_Entry(Square_Row(design, square)); })) return 0;
+  if (!In_Told_Transaction(raster_texts::takeTitle, [&] { Append_Entry(Square_Row(design, square)); })) return 0;
   rsEntries->MoveLast();
   const qint64 key = rsEntries->Key();
   Map.CurBookmark = rsEntries->Bookmark();
@@ -243,9 +207,10 @@ int Delete_Raster() {
   const int there = Count_Plan_Rows();
   if (there == 0) return 0;
   Undo_Point(raster_texts::deleteUndo);
-  const bool written = Written(raster_texts::deleteTitle, [there] {
+  const BusyPointer busy;
+  const bool written = In_Told_Transaction(raster_texts::deleteTitle, [there] {
     Progress progress(raster_texts::deleteTitle + u'\n' + raster_texts::deleting, there);
-    Remove_Rows(progress);
+    return Remove_Rows(progress);
   });
   if (!written) return 0;
   Map.lblPLQ.Visible = false;
@@ -255,17 +220,17 @@ int Delete_Raster() {
 
 int Show_Raster(bool visible) {
   int changed = 0;
-  const bool written = Written(QStringLiteral("Planquadrate"), [&] {
+  const BusyPointer busy;
+  const bool written = In_Told_Transaction(QStringLiteral("Planquadrate"), [&] {
     For_Each_Plan_Row([&] {
-      const auto stored = static_cast<int>(rsEntries->Integer(column::Typ));
-      const int base = std::abs(stored), wanted = visible ? base : -base;
+      const EntryType type = Type_Here(), wanted = visible ? type.Shown() : type.Hidden();
       // Marked rows stay as they are.
-      if (Type_Here().mark != Mark::None || stored == wanted) return false;
+      if (type.mark != Mark::None || type == wanted) return Walk::On;
       rsEntries->Edit();
-      rsEntries->Set(column::Typ, static_cast<qint64>(wanted));
+      rsEntries->Set(column::Typ, static_cast<qint64>(wanted.ToNumber()));
       rsEntries->Update();
       ++changed;
-      return false;
+      return Walk::On;
     });
   });
   if (written && changed > 0) Show_Change();

@@ -43,6 +43,8 @@ QString Error_Text(int number) {
   return QStringLiteral("Anwendungs- oder objektdefinierter Fehler");
 }
 
+QString Error_Text(const Error& error) { return error.text.isEmpty() ? Error_Text(error.number) : error.text; }
+
 void Raise(int number, QString text) {
   if (text.isEmpty()) text = Error_Text(number);
   throw Error{number, std::move(text)};

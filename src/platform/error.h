@@ -21,5 +21,8 @@ inline constexpr int noCurrentRecord = 3021, databaseNotFound = 3024, databaseAc
 // The system's German text of an error number; "Anwendungs- oder objektdefinierter Fehler" for all others.
 QString Error_Text(int number);
 
+// What to say of an error: its own text, else that of its number.
+QString Error_Text(const Error& error);
+
 // Throws Error{number, text}; without a text the system's text of the number.
 [[noreturn]] void Raise(int number, QString text = {});

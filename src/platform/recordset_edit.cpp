@@ -25,17 +25,6 @@ qint64 Halves_To_Even(double value) {
   return static_cast<qint64>(whole);
 }
 
-// A typed number with "." or "," as decimal sign, nothing behind it.
-double Typed_Number(const QString& text) {
-  QString number = text.trimmed();
-  const qsizetype comma = number.indexOf(QLatin1Char(','));
-  if (comma >= 0) number[comma] = QLatin1Char('.');
-  bool isNumber = false;
-  const double value = number.toDouble(&isNumber);
-  if (!isNumber || !std::isfinite(value)) Raise(errors::typeMismatch);
-  return value;
-}
-
 }  // namespace
 
 qint64 Whole_Of(const Value& value) {
@@ -68,7 +57,11 @@ void Fit_Value(const FieldInfo& field, Value& value) {
     }
     return;
   }
-  if (const QString* text = std::get_if<QString>(&value)) value = Typed_Number(*text);
+  if (const QString* text = std::get_if<QString>(&value)) {
+    const auto number = Number_Typed(*text);
+    if (!number) Raise(errors::typeMismatch);
+    value = *number;
+  }
   if (const double* real = std::get_if<double>(&value); real && std::isnan(*real)) Raise(errors::overflow);
   if (field.type == FieldType::Double) {
     value = Number_Of(value);

@@ -173,6 +173,13 @@ double Val_Comma(const QString& text) {
   return Val(point);
 }
 
+std::optional<double> Number_Typed(const QString& text) {
+  bool isNumber = false;
+  const double value = text.trimmed().replace(u',', u'.').toDouble(&isNumber);
+  if (!isNumber || !std::isfinite(value)) return std::nullopt;
+  return value;
+}
+
 QString Format(double value, const QString& pattern) {
   if (!std::isfinite(value)) return QStringLiteral("?");
   const qsizetype point = pattern.indexOf(u'.');

@@ -2,11 +2,15 @@
 #include <QString>
 #include <QStringView>
 #include <cstdint>
+#include <optional>
 
 // Number at the start of a text: blanks are passed over, "." is the only decimal sign, 0 if there is none.
 double Val(QStringView text);
 // The same with the first "," read as ".".
 double Val_Comma(const QString& text);
+// What somebody typed as a number: the whole text is one, "," or "." its decimal sign, blanks around it do not count.
+// Nothing for every other text and for what is not finite.
+std::optional<double> Number_Typed(const QString& text);
 
 // Number by a pattern of "#", "0", "." and other characters. Digits fill from the right, "#" without a digit vanishes,
 // every other character of the pattern stays, surplus digits go to the first place. The decimal sign comes out as ",".

@@ -37,15 +37,11 @@ QImage Reduced_Scan() {
 std::vector<PreviewMap::Dot> Entry_Dots() {
   std::vector<PreviewMap::Dot> dots;
   if (!rsEntries) return dots;
-  const KeepCurrentRow keep;
-  rsEntries->MoveFirst();
-  if (!rsEntries->Eof()) rsEntries->MoveNext();
-  for (; !rsEntries->Eof(); rsEntries->MoveNext()) {
-    if (rsEntries->Integer(column::Typ) < 0 || rsEntries->Text(column::ID).startsWith(QLatin1Char('!'))) continue;
-    const qint64 color = rsEntries->Integer(column::VG);
+  For_Each_Entry([&dots] {
+    if (Type_Here().hidden || EntryId::StoredIsHeader(rsEntries->Text(column::ID))) return;
     dots.push_back({QPointF(rsEntries->Number(column::Xmap), rsEntries->Number(column::Ymap)),
-                    Palette.at(static_cast<size_t>(std::clamp<qint64>(color, 0, 15)))});
-  }
+                    Color_Of(rsEntries->Integer(column::VG))});
+  });
   return dots;
 }
 

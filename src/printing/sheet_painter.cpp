@@ -29,19 +29,18 @@ PageView View_Of(const PrintGeometry& geometry, double dpi, PageModes modes) {
 }
 
 // Walks the entries in table order. `visit` draws the current row; false ends the walk.
-void For_Each_Entry(const SheetLook& look, const std::function<bool(qint64 key)>& visit, bool asking) {
+void Draw_Each(const SheetLook& look, const std::function<bool(qint64 key)>& visit, bool asking) {
   if (!rsEntries) return;
-  const KeepCurrentRow keep;
-  rsEntries->MoveFirst();
-  for (rsEntries->MoveNext(); !rsEntries->Eof(); rsEntries->MoveNext()) {
-    if (rsEntries->Text(column::ID).startsWith(QLatin1Char('!'))) continue;
+  For_Each_Entry([&] {
+    if (EntryId::StoredIsHeader(rsEntries->Text(column::ID))) return Walk::On;
     if (look.goOn && !look.goOn()) throw PrintStopped{};
     try {
-      if (!visit(rsEntries->Key())) return;
+      return visit(rsEntries->Key()) ? Walk::On : Walk::Stop;
     } catch (const Error&) {
       if (asking && look.failed && !look.failed(rsEntries->Text(column::Eintrag))) throw PrintStopped{};
+      return Walk::On;
     }
-  }
+  });
 }
 
 // What of the sheet (surface units) each transparent entry touches.
@@ -53,7 +52,7 @@ Touched Find_Combining(const PrintGeometry& geometry, const Sheet& sheet, const 
   DrawContext context = Sheet_Context(*probe, geometry, sheet, look.fontFactor);
   probe->SetClip(context.window);
   EntryPainter painter(context);
-  For_Each_Entry(
+  Draw_Each(
       look,
       [&](qint64 key) {
         painter.Draw_Row(*rsEntries);
@@ -119,7 +118,7 @@ class Band {
       Open(PageModes::Combining);
       Draw_Background(*context);
     }
-    For_Each_Entry(
+    Draw_Each(
         look,
         [&](qint64 key) {
           const auto hit = touched.constFind(key);
@@ -251,7 +250,7 @@ void Draw_Sheet(QPainter& page, int dpi, const PrintGeometry& geometry, const Sh
   if (look.background) Draw_Background(context);
   EntryPainter painter(context);
   if (look.entries)
-    For_Each_Entry(
+    Draw_Each(
         look,
         [&](qint64 key) {
           if (const auto found = patches.constFind(key); found != patches.constEnd())
@@ -275,7 +274,7 @@ void Draw_Sheet_Image(QImage& image, double dpi, const QRectF& area, const Print
   if (look.background) Draw_Background(context);
   if (!look.entries) return;
   EntryPainter painter(context);
-  For_Each_Entry(
+  Draw_Each(
       look, [&](qint64) { return painter.Draw_Row(*rsEntries), true; }, true);
   painter.Finish();
 }

@@ -53,9 +53,7 @@ void Reset_Measures() {
   MapWidthMm = MapHeightMm = 0;
   PrintFactor = FontFactor = 1;
   MapPixelMm = MapPixelMmY = 25.4 / 96;
-  MapUnit.clear();
-  MapUnitPerPixel = 0;
-  MapHasScale = false;
+  Forget_Scale();
   GridVisible = false;
 }
 
@@ -89,6 +87,14 @@ void Reset_Windows() {
   All_Menus().clear();
 }
 }  // namespace
+
+QRgb Color_Of(qint64 number) { return Palette[number >= 0 && number < 16 ? static_cast<size_t>(number) : 0]; }
+
+void Forget_Scale() {
+  MapHasScale = false;
+  MapUnit.clear();
+  MapUnitPerPixel = 0;
+}
 
 void Reset_Global_State() {
   Reset_Files_And_Table();

@@ -38,11 +38,13 @@ extern double MapPixelMm, MapPixelMmY;  // millimetres on paper per map pixel at
 extern QString MapUnit;                 // " mm", " cm", " m", " km"; empty without a scale
 extern double MapUnitPerPixel;          // units per map pixel by the scale bar
 extern bool MapHasScale;
+void Forget_Scale();
 
 // Colours -----------------------------------------------------------------------------------
 extern std::array<QRgb, 16> Palette;
 extern int CurVG, CurHG, CurRA;  // colour numbers of the next entry; CurRA is a frame word
 extern QRgb HighlightColor;
+QRgb Color_Of(qint64 number);  // of the palette; a number that is none of the sixteen counts as 0
 
 // The current entry, decoded ----------------------------------------------------------------
 extern int EntVG, EntHG, EntRA;

@@ -2,6 +2,9 @@
 #include <QSet>
 #include <QString>
 
+// Characters of the text columns the program makes.
+inline constexpr int textColumnWidth = 79;
+
 // State of the table window as plain data.
 struct TableState {
   QString Tag = QStringLiteral("Clean");  // "Clean", "Dirty", "dirty": does UserTable hold what the standard table holds?
@@ -13,8 +16,8 @@ struct TableState {
   } Data1;
   bool Visible = true;
   bool Minimized = false;
-  int EintragSize = 79;       // defined width of the column Eintrag
-  bool OldTable = false;      // that width is below 79
+  int EintragSize = textColumnWidth;  // defined width of the column Eintrag
+  bool OldTable = false;              // that width is below textColumnWidth
   bool HasUserColumns = false;
   int ColumnCount = 0;        // columns shown less 1
   bool WantPlace = false;        // the window shall take its place below the map

@@ -5,10 +5,11 @@
 #include "platform/text.h"
 #include "state/global_state.h"
 #include "state/table_state.h"
+#include "store/transaction.h"
 
 namespace {
 
-FieldInfo Text_Field(const char* name) { return {QString::fromUtf8(name), FieldType::Text, 79}; }
+FieldInfo Text_Field(const char* name) { return {QString::fromUtf8(name), FieldType::Text, textColumnWidth}; }
 FieldInfo Number_Field(const char* name) { return {QString::fromUtf8(name), FieldType::Integer, 0}; }
 
 int Read_Int16(const Recordset& rows, int number) {
@@ -38,8 +39,7 @@ TableDef Qdata_Def() { return {QStringLiteral("Qdata"), {Text_Field("Nr"), Text_
 TableDef Vertex_Def(const QString& name) { return {name, {Number_Field("xf"), Number_Field("yf")}}; }
 
 void Make_Template(Database& database) {
-  database.BeginTrans();
-  try {
+  In_Transaction(database, [&database] {
     database.CreateTable(MapData_Def());
     database.CreateTable(Qdata_Def());
     const auto settings = database.OpenRecordset(QStringLiteral("Qdata"));
@@ -47,11 +47,7 @@ void Make_Template(Database& database) {
     settings->Set(0, QStringLiteral("FSZ"));
     settings->Set(1, QStringLiteral("1"));
     settings->Update();
-  } catch (...) {
-    database.Rollback();
-    throw;
-  }
-  database.CommitTrans();
+  });
 }
 
 EntryRow Read_Entry(const Recordset& rows) {
@@ -70,6 +66,23 @@ EntryRow Read_Entry(const Recordset& rows) {
   row.Typ = Read_Int16(rows, column::Typ);
   return row;
 }
+
+std::optional<EntryRow> Read_Sound_Entry() {
+  try {
+    return Read_Entry(*rsEntries);
+  } catch (const Error&) {
+    return std::nullopt;
+  }
+}
+
+std::optional<EntryRow> Sound_Entry_At(const QString& bookmark) {
+  if (bookmark.isEmpty() || !rsEntries || !rsEntries->IsOpen() || !rsEntries->HasRow(bookmark)) return std::nullopt;
+  const KeepCurrentRow keep;
+  rsEntries->SetBookmark(bookmark);
+  return Read_Sound_Entry();
+}
+
+EntryType Type_Here() { return EntryType::Parse(rsEntries->Integer(column::Typ)); }
 
 void Write_Entry(Recordset& rows, const EntryRow& entry) {
   rows.Set(column::ID, entry.ID);
@@ -128,8 +141,7 @@ void set_entry_box(EntryRow& row, const EntryBox& box) {
 
 QString Entry_Name() {
   const QString id = rsEntries->Text(column::ID);
-  const auto typ = static_cast<int>(rsEntries->Integer(column::Typ));
-  const EntryType type = EntryType::Parse(typ);
+  const EntryType type = Type_Here();
   MsgText = id + u'\n';
   if (type.IsText()) {
     const bool symbol = FontSpec::Parse(rsEntries->Text(column::Schrift)).IsSymbol();

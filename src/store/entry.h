@@ -1,8 +1,11 @@
 #pragma once
 #include <QRect>
 #include <QString>
+#include <optional>
+#include <type_traits>
 
 #include "platform/database.h"
+#include "state/global_state.h"
 #include "store/entry_id.h"
 #include "store/entry_type.h"
 #include "store/fill_code.h"
@@ -32,6 +35,13 @@ void Make_Template(Database& database);
 
 // The current row of the recordset. Integers beyond 16 bits are error 6.
 EntryRow Read_Entry(const Recordset& rows);
+// The current row of rsEntries; nothing where another program wrote numbers beyond the columns' range: such a row is
+// left to the repair.
+std::optional<EntryRow> Read_Sound_Entry();
+// The same of another row, nothing if it is gone; the cursor stays. Raises nothing.
+std::optional<EntryRow> Sound_Entry_At(const QString& bookmark);
+// Kind, mark and visibility of the current row of rsEntries.
+EntryType Type_Here();
 // Between AddNew or Edit and Update.
 void Write_Entry(Recordset& rows, const EntryRow& entry);
 // AddNew, write, Update; the current row stays. Marks the table dirty.
@@ -65,3 +75,24 @@ class KeepCurrentRow {
 };
 // Entries of the open table without the header row; 0 without a table.
 int Entry_Count();
+
+// How a walk through the rows goes on: after a row the work has deleted the cursor stands on the next one already.
+enum class Walk { On, RowGone, Stop };
+
+// Calls the work for every row of rsEntries but the header, in table order, with the cursor on it; afterwards the
+// cursor is where it was. Work returns nothing or how to go on.
+template <typename Work>
+void For_Each_Entry(Work&& work) {
+  const KeepCurrentRow keep;
+  rsEntries->MoveFirst();
+  if (!rsEntries->Eof()) rsEntries->MoveNext();
+  while (!rsEntries->Eof()) {
+    Walk next = Walk::On;
+    if constexpr (std::is_void_v<std::invoke_result_t<Work&>>)
+      work();
+    else
+      next = work();
+    if (next == Walk::Stop) return;
+    if (next == Walk::On) rsEntries->MoveNext();
+  }
+}

@@ -12,6 +12,7 @@
 #include "state/mdi_state.h"
 #include "state/table_state.h"
 #include "store/entry.h"
+#include "store/transaction.h"
 #include "store/vertex_table.h"
 
 namespace {
@@ -150,40 +151,9 @@ bool Ask_To_Delete(const QString& text) {
                      MsgDefault::Second) == MsgAnswer::Yes;
 }
 
-// Does another row draw from the same vertex table?
-bool Is_Shared(const QString& table) {
-  const KeepCurrentRow keep;
-  int users = 0;
-  for (rsEntries->MoveFirst(); !rsEntries->Eof(); rsEntries->MoveNext()) {
-    const EntryType type = EntryType::Parse(static_cast<int>(rsEntries->Integer(column::Typ)));
-    if (!type.IsPolygon() && !type.IsFreeFigure()) continue;
-    if (EntryId::Parse(rsEntries->Text(column::ID)).TableName() == table) ++users;
-  }
-  return users > 1;
-}
-
-// Row and vertex table go together or not at all.
-void Delete_Row_And_Vertices(const EntryType& type) {
-  QString table;
-  if (type.IsPolygon() || type.IsFreeFigure()) table = Vertex_Table_Name();
-  if (!table.isEmpty() && Is_Shared(table)) table.clear();
-  rsAux.reset();
-  dbEntries->BeginTrans();
-  try {
-    rsEntries->Delete();
-    if (!table.isEmpty()) Drop_Vertex_Table(table);
-  } catch (...) {
-    dbEntries->Rollback();
-    throw;
-  }
-  dbEntries->CommitTrans();
-  Tbl.Tag = QStringLiteral("Dirty");
-}
-
-void Forget_Scale() {
-  MapHasScale = false;
-  MapUnit.clear();
-  MapUnitPerPixel = 0;
+// The vertex table of the current row, in small letters; "" without one.
+QString Table_Here() {
+  return Type_Here().HasVertices() ? EntryId::Parse(rsEntries->Text(column::ID)).TableName().toLower() : QString();
 }
 
 void Hide_Controls(const EntryType& type) {
@@ -206,6 +176,31 @@ bool Remove_Reference() {
 
 }  // namespace
 
+DeletedEntries Delete_Entries(const QSet<qint64>& keys) {
+  DeletedEntries deleted;
+  bool scale = false;
+  rsAux.reset();  // it may hold one of the tables that go
+  In_Transaction([&] {
+    QSet<QString> tables, needed;
+    for (const qint64 key : keys) {
+      const int position = rsEntries->PositionOf(key);
+      if (position < 1) continue;
+      rsEntries->MoveTo(position);
+      const EntryType type = Type_Here();
+      if (type.HasVertices()) tables.insert(Table_Here());
+      scale = scale || type.Kind() == EntryKind::Scale;
+      deleted.planSquare = deleted.planSquare || type.Kind() == EntryKind::PlanSquare;
+      rsEntries->Delete();
+      ++deleted.count;
+    }
+    if (tables.isEmpty()) return;
+    For_Each_Entry([&needed] { needed.insert(Table_Here()); });
+    Drop_Vertex_Tables(tables.subtract(needed));
+  });
+  if (scale) Forget_Scale();
+  return deleted;
+}
+
 bool Delete_Entry(bool asked) {
   if (Entry_Count() == 0) {
     Show_How_Entries_Are_Made();
@@ -226,10 +221,9 @@ bool Delete_Entry(bool asked) {
       rsEntries->MoveFirst();
       return false;
     }
-    const EntryType type = EntryType::Parse(static_cast<int>(rsEntries->Integer(column::Typ)));
+    const EntryType type = Type_Here();
     if (!asked && !Ask_To_Delete(rsEntries->Text(column::Eintrag))) return false;
-    Delete_Row_And_Vertices(type);
-    if (type.Kind() == EntryKind::Scale) Forget_Scale();
+    Delete_Entries({rsEntries->Key()});
     Hide_Controls(type);
     rsEntries->MoveLast();
   }
@@ -273,9 +267,7 @@ double Sound_Number(int number, double lowest, double highest, double instead) {
   const Value& value = rsEntries->Raw(number);
   double found = std::numeric_limits<double>::quiet_NaN();
   if (const auto* text = std::get_if<QString>(&value)) {
-    bool isNumber = false;
-    const double read = QString(*text).replace(u',', u'.').toDouble(&isNumber);
-    if (isNumber) found = read;
+    found = Number_Typed(*text).value_or(found);
   } else if (const auto* whole = std::get_if<qint64>(&value)) {
     found = static_cast<double>(*whole);
   } else if (const auto* real = std::get_if<double>(&value)) {
@@ -307,10 +299,10 @@ bool Is_Stored(const EntryRow& row) {
 bool Repair_Row() {
   constexpr int largest = std::numeric_limits<int16_t>::max();
   EntryRow row;
-  row.ID = Without_Outer_Blanks(Raw_Text(column::ID)).left(79);
-  row.Eintrag = Without_Outer_Blanks(Raw_Text(column::Eintrag)).left(std::min(79, Tbl.EintragSize));
+  row.ID = Without_Outer_Blanks(Raw_Text(column::ID)).left(textColumnWidth);
+  row.Eintrag = Without_Outer_Blanks(Raw_Text(column::Eintrag)).left(std::min(textColumnWidth, Tbl.EintragSize));
   row.Schrift = Raw_Text(column::Schrift);
-  if (row.Schrift.isEmpty() || row.Schrift.size() >= 80) row.Schrift = QStringLiteral("Arial");
+  if (row.Schrift.isEmpty() || row.Schrift.size() > textColumnWidth) row.Schrift = QStringLiteral("Arial");
   row.Groesse = Sound_Number(column::Groesse, -80, 80, 10);
   row.VG = Sound_Whole(column::VG, 0, 16, 0);
   row.HG = Sound_Whole(column::HG, 0, 16, 15);

@@ -1,4 +1,5 @@
 #pragma once
+#include <QSet>
 #include <QString>
 
 // Saving a text from the edit box (Map.Text2) at window position x, y. False if nothing was saved (too long: message, and
@@ -8,6 +9,13 @@ inline constexpr int longestText = 253;  // characters the edit box takes
 // Deletes the current entry after a question (unless it was asked already), with its vertex table. False if it stayed.
 // With Map.RemoveReferenceOnly only its reference line goes.
 bool Delete_Entry(bool asked = false);
+// Deletes the rows with the vertex tables that no other row draws from, in one transaction; the header row stays. With
+// the scale bar goes the scale of the map. The cursor is on any row afterwards. Says what of it others have to follow.
+struct DeletedEntries {
+  int count = 0;
+  bool planSquare = false;
+};
+DeletedEntries Delete_Entries(const QSet<qint64>& keys);
 // Foot point of the current text or picture row at window position x, y.
 void Set_Foot_Point(int x, int y);
 // Brings the twelve columns of the current row to sound values. True if something was changed.

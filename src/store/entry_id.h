@@ -24,6 +24,9 @@ struct EntryId {
   QString asStored;
 
   static EntryId Parse(const QString& stored);  // any text: what is not understood belongs to the name
+  // Two questions about a stored ID that are asked of every row that is drawn.
+  static bool StoredIsHeader(const QString& stored) { return stored.startsWith(u'!'); }
+  static bool StoredIsInactive(const QString& stored) { return stored.startsWith(u'-'); }
   QString ToText() const;                       // as it is stored
   bool operator==(const EntryId&) const = default;
 

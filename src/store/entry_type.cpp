@@ -2,10 +2,10 @@
 
 #include <cstdlib>
 
-EntryType EntryType::Parse(int stored) {
-  const int size = std::abs(stored);
+EntryType EntryType::Parse(qint64 stored) {
+  const qint64 size = std::abs(stored);
   EntryType type;
-  type.base = size % 100;
+  type.base = static_cast<int>(size % 100);
   if (size >= 200) {
     type.mark = Mark::Last;
   } else if (size >= 100) {

@@ -1,4 +1,5 @@
 #pragma once
+#include <QtGlobal>
 #include <cstdint>
 
 // Base kinds of a row: the number stored in Typ without marks and sign.
@@ -34,7 +35,7 @@ struct EntryType {
   Mark mark = Mark::None;
   bool hidden = false;
 
-  static EntryType Parse(int stored);  // any number
+  static EntryType Parse(qint64 stored);  // any number
   int ToNumber() const;                // as it is stored
   EntryKind Kind() const { return static_cast<EntryKind>(base); }
   bool operator==(const EntryType&) const = default;
@@ -49,5 +50,6 @@ struct EntryType {
   bool IsPolygon() const;   // 4, 40
   bool IsFigure() const;    // 20..25
   bool IsFreeFigure() const;  // 24, 25
+  bool HasVertices() const { return IsPolygon() || IsFreeFigure(); }  // in a table of its own
   bool HasColors() const;   // all but pictures
 };

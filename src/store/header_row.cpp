@@ -6,16 +6,16 @@
 
 #include "platform/text.h"
 #include "state/global_state.h"
+#include "state/table_state.h"
 
 namespace {
 
 constexpr int largest = std::numeric_limits<int16_t>::max();
-constexpr qsizetype columnWidth = 79;
 
 // Paths beyond the column's width keep their beginning and their end: the end names the file.
 QString Fitted(const QString& path) {
-  if (path.size() <= columnWidth) return path;
-  return path.left(3) + QStringLiteral("...") + path.right(columnWidth - 6);
+  if (path.size() <= textColumnWidth) return path;
+  return path.left(3) + QStringLiteral("...") + path.right(textColumnWidth - 6);
 }
 
 int Margin(double mm) { return static_cast<int>(std::clamp(std::nearbyint(mm), 0.0, 1000.0)); }

@@ -97,7 +97,7 @@ QString Table_Fault(const QString& path) {
     }
     return {};
   } catch (const Error& error) {
-    return error.text.isEmpty() ? Error_Text(error.number) : error.text;
+    return Error_Text(error);
   }
 }
 

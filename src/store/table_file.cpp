@@ -78,8 +78,8 @@ void Check_Columns() {
   Tbl.HasUserColumns = fields.size() > static_cast<size_t>(column::fixedCount);
   Menu(QStringLiteral("mnuSpaltDelete")).Enabled = Tbl.HasUserColumns;
   const int size = fields[column::Eintrag].size;
-  Tbl.EintragSize = size > 0 ? size : 79;
-  Tbl.OldTable = Tbl.EintragSize < 79;
+  Tbl.EintragSize = size > 0 ? size : textColumnWidth;
+  Tbl.OldTable = Tbl.EintragSize < textColumnWidth;
 }
 
 void Write_New_Header() {

@@ -6,8 +6,8 @@
 #include "platform/message_box.h"
 #include "platform/text.h"
 #include "state/global_state.h"
-#include "state/table_state.h"
 #include "store/entry.h"
+#include "store/transaction.h"
 
 namespace {
 
@@ -38,13 +38,12 @@ using NumberFlags = std::array<bool, tableLimit>;
 
 // A row whose table is gone still names its number: a new line there would lend it its shape.
 void Tick_Numbers_Of_Rows(const QString& kind, NumberFlags& used) {
-  const KeepCurrentRow keep;
-  for (rsEntries->MoveFirst(); !rsEntries->Eof(); rsEntries->MoveNext()) {
+  For_Each_Entry([&] {
     const QString id = rsEntries->Text(column::ID);
-    if (!id.contains(kind)) continue;
+    if (!id.contains(kind)) return;
     const int number = Table_Number(EntryId::Parse(id).TableName(), kind);
     if (number >= 0 && number < tableLimit) used[static_cast<size_t>(number)] = true;
-  }
+  });
 }
 
 }  // namespace
@@ -85,17 +84,14 @@ QString New_Poly_Table(const QString& kind) {
 
 QString Next_Figure_ID() {
   int highest = 0;
-  {
-    const KeepCurrentRow keep;
-    for (rsEntries->MoveFirst(); !rsEntries->Eof(); rsEntries->MoveNext()) {
-      if (!EntryType::Parse(static_cast<int>(rsEntries->Integer(column::Typ))).IsFigure()) continue;
-      const EntryId id = EntryId::Parse(rsEntries->Text(column::ID));
-      if (!id.IsFigure()) continue;
-      const int number = id.Number();
-      if (number < 0) Raise(5000, QStringLiteral("Keine Nummer "));
-      highest = std::max(highest, number);
-    }
-  }
+  For_Each_Entry([&highest] {
+    if (!Type_Here().IsFigure()) return;
+    const EntryId id = EntryId::Parse(rsEntries->Text(column::ID));
+    if (!id.IsFigure()) return;
+    const int number = id.Number();
+    if (number < 0) Raise(5000, QStringLiteral("Keine Nummer "));
+    highest = std::max(highest, number);
+  });
   const QString name = QStringLiteral("Figur") + QString::number(highest + 1);
   Drop_Vertex_Table(name);
   return name;
@@ -107,14 +103,23 @@ bool Drop_Vertex_Table(const QString& name) {
   return true;
 }
 
+// By one statement: the list of tables is read once, not after each of them.
+void Drop_Vertex_Tables(const QSet<QString>& lowerNames) {
+  if (lowerNames.isEmpty()) return;
+  QString sql;
+  for (const TableDef& table : dbEntries->TableDefs())
+    if (Has_Vertex_Columns(table) && lowerNames.contains(table.name.toLower()))
+      sql += QStringLiteral("DROP TABLE \"%1\";").arg(QString(table.name).replace(u'"', QLatin1String("\"\"")));
+  if (!sql.isEmpty()) dbEntries->Execute(sql);
+}
+
 void Create_Vertex_Table(const QString& name) {
   Drop_Vertex_Table(name);
   dbEntries->CreateTable(Vertex_Def(name));
 }
 
 void Write_Vertices(const QString& name, const std::vector<QPoint>& points) {
-  dbEntries->BeginTrans();
-  try {
+  In_Transaction([&] {
     Create_Vertex_Table(name);
     const auto rows = dbEntries->OpenRecordset(name);
     for (const QPoint& point : points) {
@@ -123,12 +128,7 @@ void Write_Vertices(const QString& name, const std::vector<QPoint>& points) {
       rows->Set(1, static_cast<qint64>(To_Int16(point.y())));
       rows->Update();
     }
-  } catch (...) {
-    dbEntries->Rollback();
-    throw;
-  }
-  dbEntries->CommitTrans();
-  Tbl.Tag = QStringLiteral("Dirty");
+  });
 }
 
 const std::vector<QPoint>& Load_Vertices(const QString& name) {

@@ -1,5 +1,6 @@
 #pragma once
 #include <QPoint>
+#include <QSet>
 #include <QString>
 #include <vector>
 
@@ -18,6 +19,8 @@ void Create_Vertex_Table(const QString& name);
 void Write_Vertices(const QString& name, const std::vector<QPoint>& points);  // in one transaction
 // Drops the vertex table of that name; anything that is no vertex table stays. False if nothing was dropped.
 bool Drop_Vertex_Table(const QString& name);
+// The same for many, by their names in small letters.
+void Drop_Vertex_Tables(const QSet<QString>& lowerNames);
 // All vertices up to the stop mark (xf below -15000). A missing or damaged table has none. The reference lasts until
 // the next call.
 const std::vector<QPoint>& Load_Vertices(const QString& name);

@@ -19,7 +19,7 @@ void Tell(const QString& text) { Message_Box(text, MsgButtons::Ok, MsgIcon::Info
 // The name by which rows are assigned to the row under the cursor; "" if it is no area (line).
 QString Target_Name(bool area) {
   if (rsEntries->Position() < 1) return {};
-  const EntryType type = EntryType::Parse(static_cast<int>(rsEntries->Integer(column::Typ)));
+  const EntryType type = Type_Here();
   const EntryId id = EntryId::Parse(rsEntries->Text(column::ID));
   if (!type.IsPolygon() || !(area ? id.IsArea() : id.IsLine())) return {};
   return id.name;

@@ -25,10 +25,7 @@ std::optional<double> Number_Of(QString text) {
   text.remove(u' ');
   if (text.startsWith(u'R', Qt::CaseInsensitive) || text.startsWith(u'H', Qt::CaseInsensitive)) text.remove(0, 1);
   if (text.contains(u'°')) return GMS_To_Dec(text);
-  bool good = false;
-  const double value = text.replace(u',', u'.').toDouble(&good);
-  if (!good || !std::isfinite(value)) return std::nullopt;
-  return value;
+  return Number_Typed(text);
 }
 
 QString Value_Text(bool degrees, bool easting, double value) {

@@ -18,6 +18,7 @@
 #include "state/global_state.h"
 #include "state/table_state.h"
 #include "store/entry_edit.h"
+#include "store/transaction.h"
 #include "store/vertex_table.h"
 #include "view/redraw.h"
 
@@ -37,8 +38,6 @@ std::array<LiveControl*, 13> Controls() {
           &Map.lblHandle[5], &Map.lblHandle[6], &Map.lblHandle[7]};
 }
 constexpr size_t footControl = 4;  // its place among them
-
-bool Has_Vertices(const EntryType& type) { return type.IsPolygon() || type.IsFreeFigure(); }
 
 // Moves the cursor to the entry in hand. False if its row is not there any more.
 bool To_Hand() {
@@ -131,7 +130,7 @@ QRect Resized_Window_Box() {
     return {box.topLeft(),
             QSize(std::max(1, qRound(box.width() * factor)), std::max(1, qRound(box.height() * factor)))};
   }
-  const bool square = To_Hand() && Is_Square(EntryType::Parse(static_cast<int>(rsEntries->Integer(column::Typ))));
+  const bool square = To_Hand() && Is_Square(Type_Here());
   return Resized(Sized_Box(), dragState.handle, by.x(), by.y(), square);
 }
 
@@ -140,7 +139,7 @@ void Take_Entry_Outline() {
   const EntryType type = EntryType::Parse(row.Typ);
   if (!Map.GroupInHand.isEmpty()) {
     dragState.base = Box_Outline(Group_Bounds());
-  } else if (Has_Vertices(type) && !dragState.labelOnly) {
+  } else if (type.HasVertices() && !dragState.labelOnly) {
     dragState.base = Window_Outline(Load_Vertices(EntryId::Parse(row.ID).TableName()));
     dragState.closed = !EntryId::Parse(row.ID).IsLine();
   } else {
@@ -178,15 +177,10 @@ bool Tell_Too_Far() {
 
 // All or nothing: an error takes everything back and passes on, positions beyond the range are told. Then one redraw.
 bool Write_In_One(const std::function<void()>& work) {
-  const QString tag = Tbl.Tag;
   bool done = true;
-  dbEntries->BeginTrans();
   try {
-    work();
-    dbEntries->CommitTrans();
+    In_Transaction(work);
   } catch (const Error& error) {
-    if (dbEntries->InTrans()) dbEntries->Rollback();
-    Tbl.Tag = tag;
     To_Hand();
     if (error.number != errors::overflow) {
       Map_Redraw();
@@ -223,7 +217,7 @@ void Shift_Current(int dx, int dy, bool alone) {
   Shift_Row(row, dx, dy);
   Update_Entry(row);
   Extras_Follow(before, row);
-  if (Has_Vertices(EntryType::Parse(row.Typ))) Shift_Vertices(before, dx, dy);
+  if (EntryType::Parse(row.Typ).HasVertices()) Shift_Vertices(before, dx, dy);
 }
 
 bool Shift_Hand(int dx, int dy, bool labelOnly) {
@@ -233,7 +227,7 @@ bool Shift_Hand(int dx, int dy, bool labelOnly) {
     return false;
   }
   const QStringList group = Map.GroupInHand;
-  const EntryType type = EntryType::Parse(static_cast<int>(rsEntries->Integer(column::Typ)));
+  const EntryType type = Type_Here();
   return Write_In_One([&] {
     if (group.isEmpty()) return Shift_Current(dx, dy, Moves_Alone(type, labelOnly));
     for (const QString& bookmark : group) {
@@ -357,7 +351,7 @@ void Begin_Drag(Grip grip, int handle, QPoint window) {
   const auto controls = Controls();
   for (size_t i = 0; i < controls.size(); ++i) drag.controls[i] = *controls[i];
   dragState = drag;
-  const EntryType type = EntryType::Parse(static_cast<int>(rsEntries->Integer(column::Typ)));
+  const EntryType type = Type_Here();
   if (grip == Grip::Entry) {
     dragState.labelOnly = type.IsPolygon() && Map.GroupInHand.isEmpty() && Near_Text(window);
     Take_Entry_Outline();

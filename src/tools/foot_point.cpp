@@ -19,17 +19,10 @@ const QString title = QStringLiteral("Fußpunkt");
 const QString toolName = QStringLiteral("Rfline");
 constexpr int markerSize = 16, firstDistance = 40;
 
-// The row in hand; one without kind and ID where there is none.
-EntryRow Row_In_Hand() {
-  if (Map.InHand.isEmpty() || !rsEntries || !rsEntries->HasRow(Map.InHand)) return {};
-  const KeepCurrentRow keep;
-  rsEntries->SetBookmark(Map.InHand);
-  return Read_Entry(*rsEntries);
-}
-
-bool Takes_Foot(const EntryRow& row) {
-  const EntryType type = EntryType::Parse(row.Typ);
-  return !row.ID.isEmpty() && !type.hidden && (type.IsText() || type.Kind() == EntryKind::Picture);
+bool Takes_Foot(const std::optional<EntryRow>& row) {
+  if (!row || row->ID.isEmpty()) return false;
+  const EntryType type = EntryType::Parse(row->Typ);
+  return !type.hidden && (type.IsText() || type.Kind() == EntryKind::Picture);
 }
 
 bool Has_End_Mark(const EntryType& type) {
@@ -92,8 +85,8 @@ class FootTool : public MapTool {
   }
   void Dropped() override {
     Map.imgRfLine.Visible = false;
-    const EntryRow row = Row_In_Hand();
-    if (row.Xline > 0) Show_Marker({Window_X(row.Xline), Window_Y(row.Yline)});
+    const auto row = Row_In_Hand();
+    if (row && row->Xline > 0) Show_Marker({Window_X(row->Xline), Window_Y(row->Yline)});
   }
   void Show_At(QPoint window) {
     foot = In_View(window);
@@ -118,8 +111,8 @@ class FootTool : public MapTool {
 bool Can_Have_Foot_Point() { return Takes_Foot(Row_In_Hand()); }
 
 bool Has_Foot_Point() {
-  const EntryRow row = Row_In_Hand();
-  return Takes_Foot(row) && row.Xline > 0;
+  const auto row = Row_In_Hand();
+  return Takes_Foot(row) && row->Xline > 0;
 }
 
 void Move_Foot_Point() {
@@ -128,7 +121,7 @@ void Move_Foot_Point() {
   auto tool = std::make_unique<FootTool>();
   FootTool& inUse = *tool;
   if (!Use_Map_Tool(std::move(tool))) return;
-  const EntryRow row = Row_In_Hand();
+  const EntryRow row = Row_In_Hand().value_or(EntryRow());
   const QRect box = Entry_Box();
   inUse.Show_At(row.Xline > 0 ? QPoint(Window_X(row.Xline), Window_Y(row.Yline))
                               : QPoint(box.left(), box.bottom() + firstDistance));
@@ -136,7 +129,7 @@ void Move_Foot_Point() {
 
 bool Remove_Foot_Point() {
   if (!Store_Pending_Text() || !Has_Foot_Point()) return false;
-  const QString text = QStringLiteral("Fußpunkt für den Text: %1 entfernen?").arg(Row_In_Hand().Eintrag);
+  const QString text = QStringLiteral("Fußpunkt für den Text: %1 entfernen?").arg(Row_In_Hand()->Eintrag);
   if (Message_Box(text, MsgButtons::YesNo, MsgIcon::Question, title) != MsgAnswer::Yes) return false;
   Map.CurBookmark = Map.InHand;
   return Write_Changes(Change_Of_Current([](EntryRow& row, qint64) { row.Xline = row.Yline = 0; }), title) > 0;
@@ -150,9 +143,10 @@ void Change_Foot_Point() {
 }
 
 int End_Mark_In_Hand() {
-  const EntryRow row = Row_In_Hand();
-  const EntryType type = EntryType::Parse(row.Typ);
-  if (!Takes_Foot(row) || !Has_End_Mark(type)) return 0;
+  const auto row = Row_In_Hand();
+  if (!Takes_Foot(row)) return 0;
+  const EntryType type = EntryType::Parse(row->Typ);
+  if (!Has_End_Mark(type)) return 0;
   return std::max(1, type.base);
 }
 

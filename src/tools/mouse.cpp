@@ -103,7 +103,7 @@ void Press_Entry(QPoint window) {
   if (Map.InHand != region.Bookmark()) return;
   if (region.kind == footRegion && Map.imgRfLine.Visible) return Begin_Drag(Grip::FootPoint, -1, window);
   if (Is_Raster_Square(hit)) return;
-  if (Is_Outline(EntryType::Parse(static_cast<int>(rsEntries->Integer(column::Typ))))) return;
+  if (Is_Outline(Type_Here())) return;
   Begin_Drag(Grip::Entry, -1, window);
 }
 

@@ -18,8 +18,6 @@ namespace {
 constexpr double smallestFont = 5, firstFont = 6;
 constexpr int edgeLetters = 3;
 
-QRgb Color_Of(int number) { return Palette[number >= 0 && number < 16 ? static_cast<size_t>(number) : 0]; }
-
 std::optional<RasterPreview> preview;
 
 }  // namespace

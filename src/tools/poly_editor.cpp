@@ -117,25 +117,21 @@ QPainterPath PolyEditor::Outline() const {
 void PolyEditor::Finish() {
   const int slip = qRound(slipReach * static_cast<double>(Map.Zoom));
   if (points.size() > 1 && (points.back() - points[points.size() - 2]).manhattanLength() <= slip) points.pop_back();
-  QString bookmark;
-  if (points.size() >= Least(kind) && !Write(bookmark)) return;
+  const bool enough = points.size() >= Least(kind);
+  if (enough && !Write()) return;
   End_Map_Tool();
-  if (bookmark.isEmpty()) return;
+  if (!enough) return;
   Show_Changed_Entries();
-  Take_Entry(bookmark);
+  Take_Entry(Map.CurBookmark);
 }
 
-bool PolyEditor::Write(QString& bookmark) const {
+bool PolyEditor::Write() const {
   const QString table = New_Poly_Table(Table_Kind(kind));
   if (table.isEmpty()) return false;
-  const bool written = In_One_Transaction(Status().section(u':', 0, 0), [&] {
+  return Append_In_Transaction(Status().section(u':', 0, 0), [&] {
     Write_Vertices(table, points);
     Append_Entry(New_Row(kind, table, points.front()));
   });
-  if (!written) return false;
-  rsEntries->MoveLast();
-  bookmark = Map.CurBookmark = rsEntries->Bookmark();
-  return true;
 }
 
 void Poly_Editor(PolyEditor::Kind kind) {

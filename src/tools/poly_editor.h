@@ -23,7 +23,7 @@ class PolyEditor final : public MapTool {
 
  private:
   void Finish();
-  bool Write(QString& bookmark) const;
+  bool Write() const;
 
   Kind kind;
   std::vector<QPoint> points;  // map pixels

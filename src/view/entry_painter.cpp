@@ -46,10 +46,7 @@ EntryPainter::EntryPainter(DrawContext& drawContext)
   Map.lblPLQ.Visible = false;  // until the mouse moves over a square again
 }
 
-QRgb EntryPainter::Color(qint64 number) const {
-  const QRgb color = Palette[number >= 0 && number < 16 ? static_cast<size_t>(number) : 0];
-  return greyed ? Greyed(color) : color;
-}
+QRgb EntryPainter::Color(qint64 number) const { return greyed ? Greyed(Color_Of(number)) : Color_Of(number); }
 
 const FontSpec& EntryPainter::Font_Of(const QString& schrift) {
   const auto found = fonts.constFind(schrift);
@@ -363,7 +360,7 @@ void EntryPainter::Draw_Marks(const Row& row, const QRectF& box) {
 void Load_Rahmen_Style() {
   const FrameWord frame = FrameWord::Parse(static_cast<int>(rsEntries->Integer(column::RA)));
   EntRA = static_cast<int>(rsEntries->Integer(column::RA));
-  EntRAColor = Palette[static_cast<size_t>(frame.color)];
+  EntRAColor = Color_Of(frame.color);
 }
 
 void Load_Entry_Colors() {
@@ -373,8 +370,8 @@ void Load_Entry_Colors() {
   };
   EntVG = CurVG = color(column::VG);
   EntHG = CurHG = color(column::HG);
-  EntVGColor = Palette[static_cast<size_t>(EntVG)];
-  EntHGColor = Palette[static_cast<size_t>(EntHG)];
+  EntVGColor = Color_Of(EntVG);
+  EntHGColor = Color_Of(EntHG);
   Load_Rahmen_Style();
   CurRA = EntRA;
 }

@@ -113,22 +113,15 @@ void Draw_Background(DrawContext& context) {
 
 DrawCounts Draw_Entries(DrawContext& context) {
   if (!rsEntries) return {};
-  const KeepCurrentRow keep;
   EntryPainter painter(context);
-  rsEntries->MoveFirst();
-  if (!rsEntries->Eof()) rsEntries->MoveNext();  // the header row is no entry
-  while (!rsEntries->Eof()) {
+  For_Each_Entry([&painter] {
     try {
       painter.Draw_Row(*rsEntries);
     } catch (const Error& error) {
-      if (Ask_Delete(error)) {
-        Map.DrawAbort = true;
-        break;
-      }
+      if (Ask_Delete(error)) Map.DrawAbort = true;
     }
-    if (Map.DrawAbort) break;
-    rsEntries->MoveNext();
-  }
+    return Map.DrawAbort ? Walk::Stop : Walk::On;
+  });
   painter.Finish();
   return painter.Counts();
 }

@@ -69,6 +69,13 @@ TEST(Text, ValReadsTheNumberAtTheStart) {
   EXPECT_EQ(Val_Comma(QStringLiteral("1,5,7")), 1.5);
 }
 
+TEST(Text, ATypedNumberIsTheWholeText) {
+  for (const auto& [text, number] : {std::pair{" 2,5", 2.5}, {"2.5 ", 2.5}, {"-3", -3.0}, {"1e2", 100.0}})
+    EXPECT_EQ(Number_Typed(QString::fromUtf8(text)), number) << text;
+  for (const char* bad : {"", " ", "zwei", "1.000,5", "1,5,7", "1e999", "nan", "inf", "5 km", "1 000"})
+    EXPECT_FALSE(Number_Typed(QString::fromUtf8(bad))) << bad;
+}
+
 TEST(Text, AssignmentToWholeNumbersTakesHalvesToTheEvenNeighbour) {
   const std::pair<double, int> cases[] = {{0.5, 0},  {1.5, 2},  {2.5, 2},         {-0.5, 0},         {-1.5, -2},
                                           {2.51, 3}, {2.49, 2}, {32767.4, 32767}, {-32768.5, -32768}};

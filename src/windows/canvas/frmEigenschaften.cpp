@@ -100,10 +100,9 @@ void FrmEigenschaften::Show_Row() {
 void FrmEigenschaften::Show_Angle(double angle) { ui->txtWinkel->setText(Format(angle, QStringLiteral("##0.000"))); }
 
 std::optional<double> FrmEigenschaften::Angle() const {
-  bool good = false;
-  const double angle = ui->txtWinkel->text().replace(u',', u'.').trimmed().toDouble(&good);
-  if (!good || !std::isfinite(angle)) return std::nullopt;
-  return Normal_Angle(angle);
+  const auto angle = Number_Typed(ui->txtWinkel->text());
+  if (!angle) return std::nullopt;
+  return Normal_Angle(*angle);
 }
 
 FigureExtras FrmEigenschaften::Chosen() const {

@@ -54,10 +54,9 @@ bool Figure_Tool_In_Use() {
 }  // namespace
 
 std::optional<int> Pixels_Of(const QString& text) {
-  bool good = false;
-  const double value = QString(text).replace(u',', u'.').trimmed().toDouble(&good);
-  if (!good || !(std::abs(value) < 1e6)) return std::nullopt;
-  return static_cast<int>(std::lrint(value));
+  const auto value = Number_Typed(text);
+  if (!value || std::abs(*value) >= 1e6) return std::nullopt;
+  return static_cast<int>(std::lrint(*value));
 }
 
 QString Pixels_Text(double pixels, bool vertical) {

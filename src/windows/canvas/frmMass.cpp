@@ -78,11 +78,11 @@ void FrmMass::Fill() {
   Mass_Show();
 }
 
-double FrmMass::Typed_Length() const { return Scale_Number(ui->txtLaenge->text()).value_or(0); }
+double FrmMass::Typed_Length() const { return Number_Typed(ui->txtLaenge->text()).value_or(0); }
 
 ScaleInput FrmMass::Input() const {
   ScaleInput input;
-  input.ScaleValue = Scale_Number(ui->txtZahl->text()).value_or(0);
+  input.ScaleValue = Number_Typed(ui->txtZahl->text()).value_or(0);
   input.unit = static_cast<ScaleUnit>(ui->cmbEinheit->currentIndex());
   input.ScaleLenPx = lengthPx;
   input.vertical = ui->optV->isChecked();

@@ -28,10 +28,9 @@ QString Unit_Text(double pixels, double mmPerPixel) {
 }
 
 // A number and nothing else: a slip of the fingers shall not move the map's entries.
-bool Is_Number(const QString& text) {
-  bool good = false;
-  QString(text).replace(QLatin1Char(','), QLatin1Char('.')).trimmed().toDouble(&good);
-  return good && std::abs(Val_Comma(text.trimmed())) <= farthest;
+bool Is_Amount(const QString& text) {
+  const auto number = Number_Typed(text);
+  return number && std::abs(*number) <= farthest;
 }
 
 }  // namespace
@@ -127,7 +126,7 @@ void FrmMoveObjects::Set_Distance(double x, double y) {
 
 void FrmMoveObjects::accept() {
   for (QLineEdit* field : {ui->txtX, ui->txtY}) {
-    if (Is_Number(field->text())) continue;
+    if (Is_Amount(field->text())) continue;
     Message_Box(QStringLiteral("Bitte geben Sie eine Zahl zwischen -32767 und 32767 ein."), MsgButtons::Ok,
                 MsgIcon::Information, windowTitle());
     field->setFocus();

@@ -34,6 +34,5 @@ void LookWindow::showEvent(QShowEvent* event) {
 }
 
 EntryColors Colors_Of(const EntryLook& look) {
-  const auto color = [](int number) { return Palette[static_cast<size_t>(number)]; };
-  return {color(look.VG), color(look.HG), color(look.frame.color)};
+  return {Color_Of(look.VG), Color_Of(look.HG), Color_Of(look.frame.color)};
 }

@@ -29,7 +29,7 @@ QString Where(const CsvTable& table, const CsvRecord& record) {
     const CsvPlace place = Csv_Place_Of(table, Coord, record);
     return place.onMap ? QStringLiteral("%1 : %2 Pixel").arg(place.at.x()).arg(place.at.y()) : place.reason;
   } catch (const Error& error) {
-    return error.text.isEmpty() ? Error_Text(error.number) : error.text;
+    return Error_Text(error);
   }
 }
 

@@ -33,12 +33,6 @@ QStringList Families() {
   return families;
 }
 
-bool Is_Number(const QString& text) {
-  bool good = false;
-  QString(text).replace(u',', u'.').trimmed().toDouble(&good);
-  return good;
-}
-
 QString Comma_Number(double value) { return Number_Text(value).replace(u'.', u','); }
 
 // Colours of the target: of its row, else of the next entry.
@@ -47,13 +41,8 @@ EntryRow Row_Of_Target() {
   row.VG = CurVG;
   row.HG = CurHG;
   row.RA = CurRA;
-  if (Font_Target() != FontTarget::Entry) return row;
-  const KeepCurrentRow keep;
-  rsEntries->SetBookmark(Map.InHand);
-  return Read_Entry(*rsEntries);
+  return Font_Target() == FontTarget::Entry ? *Row_In_Hand() : row;
 }
-
-QRgb Color(int number) { return Palette[number >= 0 && number < 16 ? static_cast<size_t>(number) : 0]; }
 
 }  // namespace
 
@@ -169,7 +158,7 @@ FontChoice FrmSchrift::Read_Controls() const {
   font.underline = ui->chkUnterstr->isChecked();
   font.transparent = ui->chkTransp->isChecked();
   font.charset = Chosen_Script(*ui->cmbScript);
-  if (Is_Number(ui->cmbWinkel->currentText())) font.angle = Val_Comma(ui->cmbWinkel->currentText().trimmed());
+  if (const auto angle = Number_Typed(ui->cmbWinkel->currentText())) font.angle = *angle;
   const double size = Val_Comma(ui->cmbFontsize->currentText().trimmed());
   if (size >= smallestFontSize && size <= largestFontSize) choice.size = size;
   return choice;
@@ -181,7 +170,7 @@ TextLook FrmSchrift::Look() const {
   const EntryRow row = Row_Of_Target();
   TextLook look;
   look.frame = FrameWord::Parse(row.RA);
-  look.colors = {Color(row.VG), Color(row.HG), Color(look.frame.color)};
+  look.colors = {Color_Of(row.VG), Color_Of(row.HG), Color_Of(look.frame.color)};
   look.perspex = ui->chkPerspex->isChecked();
   return look;
 }
@@ -199,7 +188,7 @@ void FrmSchrift::Show_Preview() {
 void FrmSchrift::Set_Buttons() {
   const bool pending = !other && Map.Text2.Tag == QLatin1String("Change");
   const bool changed = Read_Controls() != shown || ui->chkPerspex->isChecked() != Map.Perspex;
-  const bool odd = !Is_Number(ui->cmbWinkel->currentText()) || !Is_Number(ui->cmbFontsize->currentText());
+  const bool odd = !Number_Typed(ui->cmbWinkel->currentText()) || !Number_Typed(ui->cmbFontsize->currentText());
   ui->cmdTake->setEnabled(changed || pending || odd || other);
   ui->cmdZeichen->setEnabled(!other);
   ui->cmdFarbe->setEnabled(!other && dialogHooks.ColorWindow);
@@ -235,10 +224,9 @@ void FrmSchrift::Put(QChar character) {
 }
 
 bool FrmSchrift::Check_Numbers() {
-  const double size = Val_Comma(ui->cmbFontsize->currentText().trimmed());
-  const bool goodSize =
-      Is_Number(ui->cmbFontsize->currentText()) && size >= smallestFontSize && size <= largestFontSize;
-  if (goodSize && Is_Number(ui->cmbWinkel->currentText())) return true;
+  const double size = Number_Typed(ui->cmbFontsize->currentText()).value_or(0);
+  const bool goodSize = size >= smallestFontSize && size <= largestFontSize;
+  if (goodSize && Number_Typed(ui->cmbWinkel->currentText())) return true;
   Message_Box(goodSize ? QStringLiteral("Bitte geben Sie den Winkel in Grad als Zahl ein.")
                        : QStringLiteral("Bitte geben Sie eine Schriftgröße zwischen 1 und 80 ein."),
               MsgButtons::Ok, MsgIcon::Information, title);

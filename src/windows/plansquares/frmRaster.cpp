@@ -261,7 +261,7 @@ void FrmRaster::Show_Sample() {
   QPixmap picture(64, 64);
   picture.fill(Qt::white);
   QPainter painter(&picture);
-  painter.setPen(QPen(QColor::fromRgb(Palette[static_cast<size_t>(design.VG)]), 2));
+  painter.setPen(QPen(QColor::fromRgb(Color_Of(design.VG)), 2));
   painter.drawRect(4, 4, 56, 56);
   QFont font(design.font);
   font.setPointSizeF(std::min(20.0, design.fontSize > 0 ? design.fontSize : 8));

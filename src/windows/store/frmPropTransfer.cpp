@@ -45,7 +45,7 @@ void FrmPropTransfer::Show_Pattern() {
   const QString name = row.Eintrag.isEmpty() ? row.ID : row.Eintrag;
   ui->lblMuster->setText(ui->lblMuster->fontMetrics().elidedText(
       QString(name).replace(QLatin1String("\r\n"), QLatin1String(" ")), Qt::ElideRight, 420));
-  const auto color = [](int number) { return QColor(Palette[static_cast<size_t>(std::clamp(number, 0, 15))]).name(); };
+  const auto color = [](int number) { return QColor(Color_Of(number)).name(); };
   const QString frame = FrameWord::Parse(row.RA).framed ? QStringLiteral("border: %1px solid %2;")
                                                               .arg(FrameWord::Parse(row.RA).width)
                                                               .arg(color(FrameWord::Parse(row.RA).color))
