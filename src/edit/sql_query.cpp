@@ -225,11 +225,6 @@ bool Run(SqlState& sql, const QString& statement) {
   return true;
 }
 
-QString German(const Error& error) {
-  if (error.number == errors::sqlSyntax) return German_Sql_Error(error.text);
-  return error.text.isEmpty() ? Error_Text(error.number) : error.text;
-}
-
 }  // namespace
 
 QString Sql_Table_Name(const QString& userTable) {
@@ -255,7 +250,7 @@ void Open_Sql(SqlState& sql) {
       sql.list.removeIf([](const QString& line) { return line.trimmed().isEmpty(); });
     }
   } catch (const Error& error) {
-    Tell_Error(German(error));
+    Tell_Error(error.text);
   }
   sql.info = QStringLiteral(
                  "Anzahl der Datensätze in der untenstehenden Tabelle der Einträge = %1\nBitte wählen Sie ganz oben "
@@ -278,7 +273,7 @@ bool Apply_Sql(SqlState& sql, const QString& text) {
   try {
     return Run(sql, statement);
   } catch (const Error& error) {
-    Tell_Error(German(error));
+    Tell_Error(error.text);
     return false;
   }
 }
@@ -378,7 +373,7 @@ bool Take_Sql(SqlState& sql) {
     Show_Changed_Entries();
     return true;
   } catch (const Error& error) {
-    Tell_Error(German(error));
+    Tell_Error(error.text);
     return false;
   }
 }
@@ -392,7 +387,7 @@ void Write_List(SqlState& sql) {
   try {
     Write_Lines(List_File(), lines);
   } catch (const Error& error) {
-    Tell_Error(List_File() + u'\n' + German(error));
+    Tell_Error(List_File() + u'\n' + error.text);
   }
 }
 }  // namespace
