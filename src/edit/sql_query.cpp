@@ -3,6 +3,7 @@
 #include <QRegularExpression>
 #include <QSet>
 #include <algorithm>
+#include <utility>
 
 #include "edit/bulk_change.h"
 #include "platform/files.h"
@@ -127,13 +128,22 @@ qint64 Last_Key(const QString& table) {
 
 // Running ------------------------------------------------------------------------------------------------------------
 
+// While it lives, the statement that runs shows a bar with «Abbrechen» and keeps to its bounds.
+class Running {
+  bool Is_Stopped(int milliseconds) { return !progress.Advance(milliseconds - std::exchange(shown, milliseconds)); }
+
+  Progress progress{title + QStringLiteral("\nDie Anweisung wird ausgeführt ..."), longestRun};
+  int shown = 0;
+  TimeLimit limit{*dbEntries, longestRun, {.stopped = [this](int milliseconds) { return Is_Stopped(milliseconds); }}};
+};
+
 // One transaction; an error takes all of it back and is raised.
 void Execute(const SqlTranslation& statement) {
   const QString tag = Tbl.Tag;
   rsAux.reset();
   dbEntries->BeginTrans();
   try {
-    const TimeLimit limit(*dbEntries, longestRun);
+    const Running running;
     const bool adds = statement.kind == SqlKind::Insert, removes = statement.kind == SqlKind::Delete;
     const qint64 last = adds ? Last_Key(statement.table) : 0;
     const KeptHeader header = removes ? Header_Of_Table() : KeptHeader();
@@ -180,7 +190,7 @@ void Run_Change(SqlState& sql, const SqlTranslation& statement, bool deletes, in
 }
 
 std::unique_ptr<Recordset> Open_Selection(const SqlTranslation& statement) {
-  const TimeLimit limit(*dbEntries, longestRun);
+  const Running running;
   return statement.ownRows ? dbEntries->OpenRecordset(statement.sql) : dbEntries->OpenSnapshot(statement.sql);
 }
 
@@ -273,7 +283,11 @@ bool Apply_Sql(SqlState& sql, const QString& text) {
   try {
     return Run(sql, statement);
   } catch (const Error& error) {
-    Tell_Error(error.text);
+    if (error.number == errors::workStopped)
+      sql.info = error.text;
+    else
+      Tell_Error(error.text);
+    events.TableChanged.Emit();  // windows that found the database busy look again
     return false;
   }
 }
