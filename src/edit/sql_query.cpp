@@ -3,6 +3,7 @@
 #include <QRegularExpression>
 #include <QSet>
 #include <algorithm>
+#include <utility>
 
 #include "edit/bulk_change.h"
 #include "platform/files.h"
@@ -127,11 +128,20 @@ qint64 Last_Key(const QString& table) {
 
 // Running ------------------------------------------------------------------------------------------------------------
 
+// While it lives, the statement that runs shows a bar with «Abbrechen» and keeps to its bounds.
+class Running {
+  bool Is_Stopped(int milliseconds) { return !progress.Advance(milliseconds - std::exchange(shown, milliseconds)); }
+
+  Progress progress{title + QStringLiteral("\nDie Anweisung wird ausgeführt ..."), longestRun};
+  int shown = 0;
+  TimeLimit limit{*dbEntries, longestRun, {.stopped = [this](int milliseconds) { return Is_Stopped(milliseconds); }}};
+};
+
 // One transaction; an error takes all of it back and is raised.
 void Execute(const SqlTranslation& statement) {
   rsAux.reset();
   In_Transaction([&statement] {
-    const TimeLimit limit(*dbEntries, longestRun);
+    const Running running;
     const bool adds = statement.kind == SqlKind::Insert, removes = statement.kind == SqlKind::Delete;
     const qint64 last = adds ? Last_Key(statement.table) : 0;
     const KeptHeader header = removes ? Header_Of_Table() : KeptHeader();
@@ -172,7 +182,7 @@ void Run_Change(SqlState& sql, const SqlTranslation& statement, bool deletes, in
 }
 
 std::unique_ptr<Recordset> Open_Selection(const SqlTranslation& statement) {
-  const TimeLimit limit(*dbEntries, longestRun);
+  const Running running;
   return statement.ownRows ? dbEntries->OpenRecordset(statement.sql) : dbEntries->OpenSnapshot(statement.sql);
 }
 
@@ -217,11 +227,6 @@ bool Run(SqlState& sql, const QString& statement) {
   return true;
 }
 
-QString German(const Error& error) {
-  if (error.number == errors::sqlSyntax) return German_Sql_Error(error.text);
-  return Error_Text(error);
-}
-
 }  // namespace
 
 QString Sql_Table_Name(const QString& userTable) {
@@ -247,7 +252,7 @@ void Open_Sql(SqlState& sql) {
       sql.list.removeIf([](const QString& line) { return line.trimmed().isEmpty(); });
     }
   } catch (const Error& error) {
-    Tell_Error(German(error));
+    Tell_Error(error.text);
   }
   sql.info = QStringLiteral(
                  "Anzahl der Datensätze in der untenstehenden Tabelle der Einträge = %1\nBitte wählen Sie ganz oben "
@@ -270,7 +275,11 @@ bool Apply_Sql(SqlState& sql, const QString& text) {
   try {
     return Run(sql, statement);
   } catch (const Error& error) {
-    Tell_Error(German(error));
+    if (error.number == errors::workStopped)
+      sql.info = error.text;
+    else
+      Tell_Error(error.text);
+    events.TableChanged.Emit();  // windows that found the database busy look again
     return false;
   }
 }
@@ -361,7 +370,7 @@ bool Take_Sql(SqlState& sql) {
     Show_Changed_Entries();
     return true;
   } catch (const Error& error) {
-    Tell_Error(German(error));
+    Tell_Error(error.text);
     return false;
   }
 }
@@ -375,7 +384,7 @@ void Write_List(SqlState& sql) {
   try {
     Write_Lines(List_File(), lines);
   } catch (const Error& error) {
-    Tell_Error(List_File() + u'\n' + German(error));
+    Tell_Error(List_File() + u'\n' + error.text);
   }
 }
 }  // namespace

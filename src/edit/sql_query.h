@@ -11,8 +11,9 @@
 struct SqlState {
   QStringList list;  // statements with their descriptions, "statement : description"
   QString info;      // lblInfo
-  // The rows of the last Select; null: the table itself is shown.
-  std::unique_ptr<Recordset> selection;
+  // The rows of the last Select; null: the table itself is shown. A window that shows them owns them as well, since it
+  // is painted while the next statement asks and tells.
+  std::shared_ptr<Recordset> selection;
 };
 
 // The list of "\SQL.ini", or the six statements of a fresh program; the info of the open table.

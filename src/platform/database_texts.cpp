@@ -68,7 +68,7 @@ struct MessageText {
 
 // From the narrower to the wider. %1 is what the pattern caught.
 constexpr MessageText messageTexts[] = {
-    {R"x(^near "(.*)": syntax error$)x", u"Die Anweisung wird bei \"%1\" nicht verstanden."},
+    {R"x(^near "+(.*?)"+: syntax error$)x", u"Die Anweisung wird bei \"%1\" nicht verstanden."},
     {R"x(^unrecognized token: "?(.*?)"?$)x", u"Die Anweisung wird bei \"%1\" nicht verstanden."},
     {R"x(^incomplete input)x", u"Die Anweisung ist nicht vollständig."},
     {R"x(^no such table: (?:main\.)?(.*)$)x", u"Eine Tabelle oder Abfrage namens %1 gibt es nicht."},

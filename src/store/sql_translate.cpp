@@ -432,34 +432,3 @@ SqlTranslation Translate_Sql(const QString& statement, const std::vector<TableDe
     return failed;
   }
 }
-
-QString German_Sql_Error(const QString& text) {
-  const auto behind = [&text](const char* start) {
-    const qsizetype at = QLatin1String(start).size();
-    return text.startsWith(QLatin1String(start)) ? text.mid(at).trimmed() : QString();
-  };
-  if (text.startsWith(QLatin1String("near ")) && text.endsWith(QLatin1String("syntax error")))
-    return QStringLiteral("Die Anweisung wird bei \"%1\" nicht verstanden.")
-        .arg(text.mid(5, text.lastIndexOf(u':') - 5).remove(u'"'));
-  if (text.startsWith(QLatin1String("incomplete input"))) return QStringLiteral("Die Anweisung ist nicht vollständig.");
-  if (const QString name = behind("ambiguous column name:"); !name.isEmpty())
-    return QStringLiteral("Die Spalte %1 kommt in mehreren Tabellen vor; stellen Sie den Namen der Tabelle davor.")
-        .arg(name);
-  if (const QString name = behind("no such column:"); !name.isEmpty())
-    return QStringLiteral("Die Spalte %1 ist an dieser Stelle nicht bekannt.").arg(name);
-  if (text.startsWith(QLatin1String("wrong number of arguments")))
-    return QStringLiteral("Eine Funktion hat zu viele oder zu wenige Werte: %1").arg(text.section(u' ', -1));
-  if (text.contains(QLatin1String("aggregate")))
-    return QStringLiteral("Summen und Zählungen können an dieser Stelle nicht stehen.");
-  if (text == QLatin1String("interrupted"))
-    return QStringLiteral("Die Anweisung dauerte zu lange und wurde abgebrochen.");
-  if (text.contains(QLatin1String("values for")) || text.contains(QLatin1String("columns but")))
-    return QStringLiteral("Die Zahl der Werte passt nicht zur Zahl der Spalten.");
-  if (text.contains(QLatin1String("same number of result columns")))
-    return QStringLiteral("Die vereinigten Abfragen haben nicht gleich viele Spalten.");
-  // Texts of our own functions are German already; anything else names what the database did not take.
-  for (const char* english : {"no such", "must", "not", "cannot", "too many", "error"})
-    if (text.contains(QLatin1String(english)))
-      return QStringLiteral("Die Anweisung kann so nicht ausgeführt werden (%1).").arg(text);
-  return text;
-}

@@ -21,5 +21,3 @@ struct SqlTranslation {
 
 // Looks at the text and the description of the tables alone.
 SqlTranslation Translate_Sql(const QString& statement, const std::vector<TableDef>& tables);
-// What the database says about a statement that cannot be run, in German.
-QString German_Sql_Error(const QString& text);

@@ -4,6 +4,7 @@
 #include "hand/next_shape.h"
 #include "store/file_names.h"
 #include "support/hand_fixture.h"
+#include "support/refused_writes.h"
 
 namespace {
 
@@ -147,8 +148,7 @@ TEST_F(EntryLookTest, VanishedOrLockedRowsAreNotWritten) {
   EXPECT_TRUE(Change_Color(ColorOf::VG, color == 3 ? 4 : 3));
 
   const QString bookmark = In_Hand(Text_Row(QStringLiteral("Reiher"), 50, 50));
-  dbEntries->Execute(
-      QStringLiteral("CREATE TRIGGER locked BEFORE UPDATE ON MapData BEGIN SELECT RAISE(ABORT, 'no'); END"));
+  Refuse_Rows(*dbEntries, QStringLiteral("RA = -105"));
   MessageScript messages;
   messages.Expect(QStringLiteral("Error: Change_Rahmen"));
   EXPECT_FALSE(Change_Rahmen(5));

@@ -260,6 +260,35 @@ TEST_F(QueryTest, StoppedReplacementChangesNothing) {
   EXPECT_EQ(Whole_Table(), before);
 }
 
+TEST_F(QueryTest, RunningStatementsAreStoppedByAbbrechen) {
+  const QStringList before = Whole_Table();
+  struct Stopper : ProgressFace {
+    explicit Stopper(QStringList& titles) : shown(titles) {}
+    void Show(const QString& text, int) override { shown << text; }
+    bool Step(int) override { return false; }
+    QStringList& shown;
+  };
+  QStringList shown;
+  const ProgressMaker former = Set_Progress_Maker([&] { return std::make_unique<Stopper>(shown); });
+  QString joins = "(Select Count(*) from MapData as a";
+  for (char alias = 'b'; alias < 'n'; ++alias) joins += QString(", MapData as ") + alias;
+  for (const QString& statement :
+       {"Select * from MapData where Typ < " + joins + ")", "Update MapData set VG = 3 where Typ < " + joins + ")"}) {
+    sql.info.clear();
+    EXPECT_FALSE(Apply_Sql(sql, statement)) << "without a message";
+    EXPECT_EQ(sql.info, "Die Anweisung wurde abgebrochen.");
+  }
+  Set_Progress_Maker(former);
+  EXPECT_EQ(shown, QStringList(2, "SQL-Abfrage\nDie Anweisung wird ausgeführt ..."));
+  EXPECT_EQ(Whole_Table(), before);
+  // A join of few rows that needs more than there is.
+  MessageScript script;
+  script.Expect("Die Anweisung braucht mehr Speicher, als ihr zusteht (256 MB)");
+  EXPECT_FALSE(Apply_Sql(sql,
+                         "Select a.* from MapData as a, MapData as b, MapData as c, MapData as d, MapData as e, "
+                         "MapData as f, MapData as g, MapData as h, MapData as i, MapData as j"));
+}
+
 TEST_F(QueryTest, LookIsCarriedOver) {
   EntryRow pattern = Make(0, "Text", "12Buche", 5, 5);
   pattern.Schrift = "Courier New";

@@ -7,6 +7,7 @@
 #include "platform/progress.h"
 #include "state/coordinate_state.h"
 #include "state/mdi_state.h"
+#include "support/refused_writes.h"
 #include "support/table_fixture.h"
 
 namespace {
@@ -340,9 +341,7 @@ TEST_F(CsvTest, StoppedInTheMiddleTheRowsSoFarStay) {
 
 TEST_F(CsvTest, AFaultOfTheTableTakesAllBack) {
   const CsvTable table = Analyse(Csv(head + "a;646000;5512000\nb;646000;5512000\n"));
-  dbEntries->Execute(
-      QStringLiteral("CREATE TRIGGER voll BEFORE INSERT ON MapData WHEN NEW.Eintrag = 'b' "
-                     "BEGIN SELECT RAISE(ABORT, 'voll'); END"));
+  Refuse_Rows(*dbEntries, QStringLiteral("Eintrag = 'b'"));
   MessageScript messages;
   messages.Expect(QStringLiteral("Es wurde nichts verändert."));
   const CsvResult result = Csv_Import(table, {1, 1});

@@ -46,7 +46,7 @@ class SqlTranslate : public FluraxTest {
         values << rows->Text(rows->HasField(u"Eintrag") ? rows->FieldIndex(u"Eintrag") : 0);
       return values.join(u'|');
     } catch (const Error& error) {
-      return "Fehler: " + German_Sql_Error(error.text);
+      return "Fehler: " + error.text;
     }
   }
   std::unique_ptr<Database> database;
@@ -184,7 +184,7 @@ TEST_F(SqlTranslate, EndlessWorkIsStopped) {
     database->Execute(it.sql);
     FAIL() << "it should not have ended";
   } catch (const Error& error) {
-    EXPECT_EQ(German_Sql_Error(error.text), "Die Anweisung dauerte zu lange und wurde abgebrochen.");
+    EXPECT_EQ(error.text, "Die Anweisung dauerte zu lange und wurde abgebrochen.");
   }
   EXPECT_FALSE(database->InTrans());
   EXPECT_EQ(Rows_Of(*database)[1].VG, 0);

@@ -67,6 +67,32 @@ TEST_F(QueryWindowsTest, SelectionIsShownAndTaken) {
   EXPECT_EQ(Entry_Count(), 3);
 }
 
+// While a message is shown the grid is painted: its rows must not have gone with the statement that failed.
+TEST_F(QueryWindowsTest, SelectionOutlivesTheNextStatement) {
+  When_Shown([](QWidget& dialog) {
+    auto* grid = Part<QTableView>(dialog, "sqlGrid");
+    auto* text = Part<QComboBox>(dialog, "cmbSqlText");
+    text->setEditText("Select * from MapData where Eintrag like 'b*'");
+    Press(dialog, "btnApply");
+    QStringList painted;
+    const MsgHandler former = Set_Message_Handler([&](const MsgRequest& request) {
+      grid->viewport()->repaint();
+      painted << request.text.section(u'\n', 0, 0) << grid->model()->index(1, 1).data().toString();
+      return MsgAnswer::No;
+    });
+    for (const char* statement : {"Select * from Nirgends", ""}) {
+      text->setEditText(QLatin1String(statement));
+      Press(dialog, "btnApply");
+      text->setEditText("Select * from MapData where Eintrag like 'b*'");
+      Press(dialog, "btnApply");
+    }
+    Set_Message_Handler(former);
+    EXPECT_EQ(painted, QStringList({"SQL-Fehler.", "Buche", "SQL-Fehler:", "Buche"}));
+    Press(dialog, "cmdCancel");
+  });
+  Choose("mnuSql");
+}
+
 TEST_F(QueryWindowsTest, HitsAreTakenInHandAndReplaced) {
   Choose("mnuReplace");
   auto* dialog = window->findChild<FrmReplace*>();

@@ -19,7 +19,8 @@ bool Run_Guarded(const std::function<void()>& work) {
     work();
     return true;
   } catch (const Error& error) {
-    Show_Program_Error(error);
+    // An event that came while a statement runs: who is heard then is told again when it has ended.
+    if (error.number != errors::databaseBusy) Show_Program_Error(error);
   } catch (const std::bad_alloc&) {
     Show_Program_Error({errors::outOfMemory, Error_Text(errors::outOfMemory)});
   } catch (const std::exception& error) {

@@ -31,8 +31,7 @@ FrmSql::FrmSql(QWidget* parent) : QDialog(parent), ui(std::make_unique<Ui::FrmSq
   Show_State();
 }
 
-// The grid's rows go before the selection they stand on.
-FrmSql::~FrmSql() { delete model; }
+FrmSql::~FrmSql() = default;
 
 void FrmSql::Fill_List() {
   const QString typed = ui->cmbSqlText->currentText();
@@ -45,7 +44,7 @@ void FrmSql::Fill_List() {
 }
 
 void FrmSql::Show_State() {
-  model->Show_Rows(sql.selection.get());
+  model->Show_Rows(sql.selection);
   const int digits = fontMetrics().horizontalAdvance(u'0');
   for (int i = 0; i < model->columnCount(); ++i) ui->sqlGrid->setColumnWidth(i, (model->Is_Text(i) ? 22 : 9) * digits);
   ui->lblInfo->setText(sql.info);

@@ -3,12 +3,12 @@
 #include "edit/table_edit.h"
 #include "state/global_state.h"
 
-void SqlGridModel::Show_Rows(Recordset* selection) {
+void SqlGridModel::Show_Rows(std::shared_ptr<Recordset> selection) {
+  if (!selection && dbEntries) selection = dbEntries->OpenRecordset(QStringLiteral("MapData"));
+  const int records = selection ? selection->RecordCount() : 0;
   beginResetModel();
-  own.reset();
-  if (!selection && dbEntries) own = dbEntries->OpenRecordset(QStringLiteral("MapData"));
-  rows = selection ? selection : own.get();
-  count = rows ? rows->RecordCount() : 0;
+  rows = std::move(selection);
+  count = records;
   endResetModel();
 }
 

@@ -10,8 +10,8 @@ class SqlGridModel : public QAbstractTableModel {
 
  public:
   using QAbstractTableModel::QAbstractTableModel;
-  // The selection stays its owner's and has to outlive the model or the next call; null shows the open table.
-  void Show_Rows(Recordset* selection);
+  // Null shows the open table.
+  void Show_Rows(std::shared_ptr<Recordset> selection);
 
   bool Is_Text(int column) const;  // else a number
 
@@ -21,7 +21,6 @@ class SqlGridModel : public QAbstractTableModel {
   QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
  private:
-  std::unique_ptr<Recordset> own;
-  Recordset* rows = nullptr;
+  std::shared_ptr<Recordset> rows;
   int count = 0;
 };
