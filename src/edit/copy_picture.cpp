@@ -171,7 +171,7 @@ bool Size_Picture(PictureSizing sizing, int width, int height) {
   const QString file = Find_Picture(rsEntries->Text(column::Eintrag));
   QString name;
   try {
-    const QImage picture = Load_Picture(file);
+    const QImage picture = Load_Picture(file, entryPicture);
     const QSize size = Wanted_Size(picture.size(), sizing, {width, height});
     if (size == picture.size()) return true;
     if (Too_Large(size.width(), size.height())) return false;

@@ -1,6 +1,8 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QtEndian>
+#include <algorithm>
+#include <climits>
 #include <cstdlib>
 
 #include "maps/map_open.h"
@@ -57,7 +59,7 @@ void Check_Bitmap(const QString& path) {
   }
   const auto number = [&header](int position) { return qFromLittleEndian<qint32>(header.constData() + position); };
   MapWidthPx = number(18);
-  MapHeightPx = std::abs(number(22));  // a bitmap stored from the top down has a negative height
+  MapHeightPx = std::abs(std::max(number(22), -INT_MAX));  // a bitmap stored from the top down has a negative height
   int xPpM = number(38), yPpM = number(42);
   MapWidthMm = MapHeightMm = 0;
   if (xPpM >= 10) {

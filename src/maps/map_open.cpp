@@ -204,6 +204,7 @@ void Report(const Error& error, OpenMarker& marker) {
 
 void Open_Steps(const QString& path, OpenMarker& marker) {
   const QString found = Find_File(Clean_Path(path));
+  Check_Map_File(found.isEmpty() ? path : found);
   if (found.isEmpty()) Raise(errors::fileNotFound, Error_Text(errors::fileNotFound) + QLatin1Char('\n') + path);
   Begin_Marker(marker, found);
   Map.Text2 = {};

@@ -189,9 +189,9 @@ void EntryPainter::Draw_Picture_Row(const Recordset& rows, const Row& row) {
   if (frmMDI.overview) return Draw_Overview_Box(row);
   const QString name = rows.Text(column::Eintrag);
   const double zoom = context.view.Zoom;
-  const QImage& full = Entry_Picture(name);
+  const QImage full = Entry_Picture(name);
   QRectF box(row.at, QSizeF(context.view.Length(full.width()), context.view.Length(full.height())));
-  const QString missing = QStringLiteral("Bild fehlt: ") + name;
+  const QString missing = full.isNull() ? Entry_Picture_Flaw(name) : QString();
   if (full.isNull()) {
     surface.SetFont({});
     box.setSize(QSizeF(surface.TextWidth(missing) + 2, surface.TextHeight(missing) + 2));

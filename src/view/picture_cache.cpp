@@ -3,6 +3,9 @@
 #include <QDateTime>
 #include <QFileInfo>
 #include <QHash>
+#include <exception>
+#include <numeric>
+#include <utility>
 
 #include "platform/error.h"
 #include "platform/files.h"
@@ -13,31 +16,59 @@
 
 namespace {
 
-constexpr int mostPictures = 500;
+constexpr qsizetype mostPictures = 500;
 
 struct Kept {
   QString path;
   QDateTime changed;
   QImage picture, reduced;
   double zoom = 0;
+  QString flaw;
+  quint64 asked = 0;
 };
 
 QHash<QString, Kept> pictures;
+quint64 questions = 0;
+qint64 mostBytes = qint64{512} << 20;
 
+// Runs the work; its failure becomes the flaw of the picture.
+template <class Work>
+void Try(Kept& kept, const QString& name, Work work) {
+  const QString failed = QStringLiteral("Bild nicht lesbar: ") + name;
+  try {
+    work();
+  } catch (const Error& error) {
+    kept.flaw = failed + u'\n' + error.text;
+  } catch (const std::exception& failure) {
+    kept.flaw = failed + u'\n' + QString::fromUtf8(failure.what());
+  }
+}
+
+qint64 Bytes_Of(const Kept& kept) { return kept.picture.sizeInBytes() + kept.reduced.sizeInBytes(); }
+
+void Drop_Oldest(const QString& name) {
+  while (pictures.size() > 1 && (pictures.size() > mostPictures || Entry_Pictures_Kept() > mostBytes)) {
+    auto oldest = pictures.end();
+    for (auto it = pictures.begin(); it != pictures.end(); ++it)
+      if (it.key() != name && (oldest == pictures.end() || it->asked < oldest->asked)) oldest = it;
+    pictures.erase(oldest);
+  }
+}
+
+// Valid until the next question.
 Kept& Kept_Picture(const QString& name) {
-  if (pictures.size() > mostPictures) pictures.clear();
   Kept& kept = pictures[name];
+  kept.asked = ++questions;
   const QString path = kept.path.isEmpty() ? Find_Picture(name) : kept.path;
   const QDateTime changed = path.isEmpty() ? QDateTime() : QFileInfo(path).lastModified();
   if (!path.isEmpty() && kept.path == path && kept.changed == changed) return kept;
-  kept = {changed.isValid() ? path : QString(), changed, {}, {}, 0};
-  if (kept.path.isEmpty()) return kept;
-  try {
-    kept.picture = Load_Picture(kept.path);
-  } catch (const Error&) {
-    kept.picture = {};  // shown as missing
-  }
-  return kept;
+  kept = {changed.isValid() ? path : QString(), changed, {}, {}, 0, {}, questions};
+  if (kept.path.isEmpty())
+    kept.flaw = QStringLiteral("Bild fehlt: ") + name;
+  else
+    Try(kept, name, [&] { kept.picture = Load_Picture(kept.path, entryPicture); });
+  Drop_Oldest(name);
+  return pictures[name];
 }
 
 }  // namespace
@@ -59,16 +90,29 @@ QString Find_Picture(const QString& name) {
   return {};
 }
 
-const QImage& Entry_Picture(const QString& name) { return Kept_Picture(name).picture; }
+QImage Entry_Picture(const QString& name) { return Kept_Picture(name).picture; }
 
-const QImage& Entry_Picture(const QString& name, double zoom) {
+QImage Entry_Picture(const QString& name, double zoom) {
   Kept& kept = Kept_Picture(name);
   if (zoom <= 1 || kept.picture.isNull()) return kept.picture;
   if (kept.zoom != zoom) {
-    kept.reduced = Reduced_Picture(kept.picture, zoom);
+    kept.reduced = {};
+    Try(kept, name, [&] { kept.reduced = Reduced_Picture(kept.picture, zoom); });
     kept.zoom = zoom;
+    const QImage reduced = kept.reduced;
+    Drop_Oldest(name);
+    return reduced;
   }
   return kept.reduced;
 }
 
+QString Entry_Picture_Flaw(const QString& name) { return Kept_Picture(name).flaw; }
+
 void Forget_Entry_Pictures() { pictures.clear(); }
+
+qint64 Entry_Pictures_Kept() {
+  return std::accumulate(pictures.begin(), pictures.end(), qint64{0},
+                         [](qint64 sum, const Kept& kept) { return sum + Bytes_Of(kept); });
+}
+
+qint64 Bound_Entry_Pictures(qint64 bytes) { return std::exchange(mostBytes, bytes); }

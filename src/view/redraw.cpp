@@ -16,6 +16,7 @@
 #include "store/entry_edit.h"
 #include "tools/plan_squares.h"
 #include "view/entry_painter.h"
+#include "view/picture_cache.h"
 
 namespace {
 
@@ -205,6 +206,7 @@ void Connect_Canvas() {
   static int closed = 0;
   events.MapClosed.Disconnect(closed);
   closed = events.MapClosed.Connect([] {
+    Forget_Entry_Pictures();
     Show_Raster_Preview({});
     Set_Raster_Active(false);
   });

@@ -1,5 +1,8 @@
 #include "maps/map_open.h"
 
+#include <sys/stat.h>
+
+#include <QDir>
 #include <QFileInfo>
 #include <QtEndian>
 
@@ -61,6 +64,47 @@ TEST_F(MapOpen, WhatCannotBeOpenedIsToldAndLeavesNothing) {
   }
   EXPECT_TRUE(Find_Files(folder.path(), "*.map").isEmpty());
   EXPECT_TRUE(Find_Files(folder.path(), "*.mdb").isEmpty());
+}
+
+TEST_F(MapOpen, WhatIsNoFileIsRefusedBeforeItIsTouched) {
+  ASSERT_EQ(::mkfifo(Path("Leitung.bmp").toUtf8().constData(), 0600), 0);
+  ASSERT_TRUE(QFile::link("/dev/zero", Path("Geraet.bmp")));
+  QDir(folder.path()).mkdir("Ordner.bmp");
+  for (const auto& [name, told] : {std::pair("Leitung.bmp", "eine Leitung"), std::pair("Geraet.bmp", "ein Gerät"),
+                                   std::pair("Ordner.bmp", "ein Ordner")}) {
+    MessageScript script;
+    script.Expect(told);
+    Open_Map(Path(name));
+    EXPECT_FALSE(frmMDI.MapOpen) << name;
+  }
+  EXPECT_TRUE(Find_Files(folder.path(), "*.map").isEmpty());
+}
+
+TEST_F(MapOpen, PathsAreTakenAsLongAsTheTableFits) {
+  const auto mapAt = [&](qsizetype length) {
+    QString path = folder.path();
+    while (path.size() + 60 < length) path += u'/' + QString(40, u'o');
+    path += u'/' + QString(length - path.size() - 5, u'k') + ".bmp";
+    QDir().mkpath(QFileInfo(path).path());
+    EXPECT_TRUE(Make_Canvas(30, 20).save(path));
+    return path;
+  };
+  const QString longest = mapAt(480);
+  Open_Map(longest);
+  ASSERT_TRUE(frmMDI.MapOpen);
+  Add(Text("Amsel"));
+  Undo_Point("Test");
+  Close_Map();
+  Open_Map(longest);
+  EXPECT_EQ(Entry_Count(), 1);
+  Close_Map();
+  for (const QString& path : {mapAt(481), mapAt(600), Path(QString(600, u'n') + ".bmp")}) {
+    MessageScript script;
+    script.Expect("ist zu lang");
+    Open_Map(path);
+    EXPECT_FALSE(frmMDI.MapOpen) << path.size();
+    EXPECT_TRUE(script.Seen().at(0).text.contains("Die Karte kann nicht geladen werden."));
+  }
 }
 
 TEST_F(MapOpen, AStaleMarkerIsToldAfterTheMapStands) {
