@@ -6,6 +6,7 @@
 #include <stdexcept>
 
 #include "edit/table_edit.h"
+#include "maps/map_close.h"
 #include "maps/map_open.h"
 #include "platform/database.h"
 #include "platform/message_box.h"

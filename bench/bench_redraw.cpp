@@ -2,6 +2,7 @@
 
 #include <QPainter>
 
+#include "maps/map_close.h"
 #include "bench_map.h"
 #include "view/hit_test.h"
 

@@ -11,6 +11,7 @@
 #include <optional>
 
 #include "exchange/csv_export.h"
+#include "maps/map_close.h"
 #include "maps/map_open.h"
 #include "objects/draw_context.h"
 #include "objects/palette.h"

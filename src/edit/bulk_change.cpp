@@ -1,11 +1,9 @@
 #include "edit/bulk_change.h"
 
 #include "hand/activation.h"
-#include "hand/tool_state.h"
 #include "platform/message_box.h"
 #include "state/events.h"
 #include "state/map_state.h"
-#include "state/mdi_state.h"
 #include "state/table_state.h"
 #include "store/table_file.h"
 #include "view/redraw.h"
@@ -99,7 +97,6 @@ bool Append_In_Transaction(const QString& title, const std::function<void()>& wo
 void Show_Changed_Entries() {
   events.TableChanged.Emit();
   Map_Redraw();
-  if (Toolbar1.Tag == QLatin1String("Norm")) Set_Toolbar(0, ToolMode::Norm);
   events.StateChanged.Emit();
 }
 

@@ -32,7 +32,7 @@ int Write_Changes(const std::vector<RowChange>& changes, const QString& title, c
 // Runs the work, which appends a row at last, in one transaction. That row is the current entry afterwards. False if an
 // error took it back; it was told under the title then.
 bool Append_In_Transaction(const QString& title, const std::function<void()>& work);
-// Tells the table window, redraws, brings menus and tool buttons up to date.
+// Tells the table window, redraws; menus and tool buttons follow.
 void Show_Changed_Entries();
 // Does the ID still fit its column? Tells it if not.
 bool Id_Fits(const QString& id);

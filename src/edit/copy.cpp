@@ -172,9 +172,7 @@ bool Add_Text(QPoint window, const QString& text) {
   lines.replace(QLatin1String("\r\n"), QLatin1String("\n")).replace(u'\r', u'\n').remove(QChar(0));
   while (lines.endsWith(u'\n')) lines.chop(1);
   if (lines.trimmed().isEmpty()) return false;
-  Map.Text2.Tag = QStringLiteral("Neu");
-  const bool saved = Save_Text_Entry(window.x(), window.y(), lines);
-  Map.Text2.Tag = QStringLiteral("Old");
-  if (saved) Show_Changed_Entries();
-  return saved;
+  if (!Append_Text_Entry({Map_X(window.x()), Map_Y(window.y())}, lines)) return false;
+  Show_Changed_Entries();
+  return true;
 }

@@ -217,7 +217,7 @@ Anchor Find_Anchor() {
 }  // namespace
 
 void Justify(JustifyMode mode) {
-  if (!Ready_For_Many()) return;
+  if (!Table_Is_Open()) return;
   try {
     const Anchor anchor = Find_Anchor();
     if (anchor.marked < 2) return;

@@ -4,7 +4,6 @@
 #include <algorithm>
 
 #include "edit/bulk_change.h"
-#include "hand/activation.h"
 #include "hand/tool_state.h"
 #include "platform/message_box.h"
 #include "platform/text.h"
@@ -122,7 +121,7 @@ QSet<qint64> Marked_Keys() {
 }  // namespace
 
 void Delete_Marked() {
-  if (!Ready_For_Many()) return;
+  if (!Table_Is_Open()) return;
   const QSet<qint64> keys = Marked_Keys();
   if (keys.isEmpty()) return;
   const QString question = keys.size() == 1
@@ -171,7 +170,7 @@ GroupState Read_Groups() {
 }  // namespace
 
 void Group_Marked() {
-  if (!Ready_For_Many()) return;
+  if (!Table_Is_Open()) return;
   const GroupState state = Read_Groups();
   const bool dissolve = !state.ungrouped && state.groups.size() == 1;
   const QString number = QString::number(state.highest + 1);

@@ -1,7 +1,6 @@
 #include "edit/row_switches.h"
 
 #include "edit/bulk_change.h"
-#include "hand/activation.h"
 
 namespace {
 
@@ -27,7 +26,6 @@ EntryKind Other_Edges(EntryKind kind) {
 }  // namespace
 
 void Round_Corners() {
-  if (!Store_Pending_Text()) return;
   Write_Changes(Change_Of_Current([](EntryRow& row, qint64) {
                   EntryType type = EntryType::Parse(row.Typ);
                   type.base = static_cast<int>(Other_Edges(type.Kind()));
@@ -37,7 +35,6 @@ void Round_Corners() {
 }
 
 void Toggle_Label() {
-  if (!Store_Pending_Text()) return;
   Write_Changes(Change_Of_Current([](EntryRow& row, qint64) {
                   if (EntryType::Parse(row.Typ).IsPolygon()) row.Groesse = row.Groesse == 0 ? -labelSize : -row.Groesse;
                 }),

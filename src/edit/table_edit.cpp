@@ -25,20 +25,12 @@ const QString errorTitle = QStringLiteral("Fehler in der Tabelle");
 const QString on = QStringLiteral("On"), off = QStringLiteral("Off");
 constexpr int least = std::numeric_limits<qint16>::min(), most = std::numeric_limits<qint16>::max();
 
-void Show_Table_State(const QString& hiddenCaption = QStringLiteral("&Einblenden")) {
-  Menu(QStringLiteral("mnuDBGridOn")).Caption = frmMDI.TblVisible ? QStringLiteral("&Ausblenden") : hiddenCaption;
-  if (ToolButton* button = Toolbar1.Button(QStringLiteral("Tbl"))) {
-    button->Tag = frmMDI.TblVisible ? on : off;
-    button->Value = frmMDI.TblVisible;
-  }
-}
-
 }  // namespace
 
 void Table_On_Off(const QString& state) {
   frmMDI.TblVisible = frmMDI.MapOpen && state == on;
   if (frmMDI.TblVisible) Tbl.Minimized = false;
-  Show_Table_State();
+  Tbl.Switched = TableSwitch::ByUser;
   Arrange_Windows();
 }
 
@@ -68,7 +60,7 @@ void Table_Moved_Off() {
                      "Sie die Taste F4,\n nachdem Sie diese Meldung bestätigt haben."),
       MsgButtons::Ok, MsgIcon::Information);
   Table_On_Off(off);
-  Show_Table_State(QStringLiteral("&Liste einblenden"));
+  Tbl.Switched = TableSwitch::MovedOff;
   events.StateChanged.Emit();
 }
 
@@ -76,7 +68,7 @@ void Map_Was_Maximized(bool maximized) {
   if (!maximized || !frmMDI.TblVisible) return;
   frmMDI.TblVisible = false;
   Tbl.MapFilledWindow = false;  // the map fills the window by the user's own wish
-  Show_Table_State();
+  Tbl.Switched = TableSwitch::ByUser;
 }
 
 // The row the grid stands on ------------------------------------------------------------------------------------------

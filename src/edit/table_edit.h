@@ -8,7 +8,7 @@
 // Rows are named by their key (Recordset::Key). Whatever the user types is refused with a message where the table
 // cannot take it as it is; nothing is cut or rounded.
 
-// Shows ("On") or hides ("Off") the table, with caption of mnuDBGridOn and tool button, and arranges the windows.
+// Shows ("On") or hides ("Off") the table, and arranges the windows.
 void Table_On_Off(const QString& state);
 void Toggle_Table();  // F4, button "Tbl"
 // Map above, table below. A maximised map would cover the table: it goes back to the normal state while the table is

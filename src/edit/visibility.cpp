@@ -1,10 +1,7 @@
 #include "edit/visibility.h"
 
 #include "edit/bulk_change.h"
-#include "hand/activation.h"
-#include "hand/tool_state.h"
 #include "state/events.h"
-#include "state/map_state.h"
 #include "state/mdi_state.h"
 
 namespace {
@@ -34,23 +31,16 @@ bool All_Ids_Fit(const std::vector<RowChange>& changes) {
   return true;
 }
 
-// The buttons of an entry in hand tell its state.
-void Refresh_Tools() {
-  if (Entry_In_Hand() && On_Current_Entry()) Set_Toolbar(-1, Tool_Mode_Of(Read_Entry(*rsEntries)));
-}
-
 }  // namespace
 
 void Hide_Current() {
-  // The text of a hidden row is not stored: what was typed goes first.
-  if (Map.Text2.Tag == QLatin1String("Change") && !End_Entry()) return;
   const auto changes =
       Change_Of_Current([](EntryRow& row, qint64) { Set_Hidden(row, !EntryType::Parse(row.Typ).hidden); });
-  if (Write_Changes(changes, visibilityTitle) > 0) Refresh_Tools();
+  Write_Changes(changes, visibilityTitle);
 }
 
 void Hide_Marked() {
-  if (!Ready_For_Many()) return;
+  if (!Table_Is_Open()) return;
   const auto changes = Collect_Changes([](EntryRow& row, qint64) {
     if (Is_Marked(row)) Set_Hidden(row, true);
   });
@@ -58,7 +48,7 @@ void Hide_Marked() {
 }
 
 void Show_All_Hidden() {
-  if (!Ready_For_Many()) return;
+  if (!Table_Is_Open()) return;
   const auto changes = Collect_Changes([](EntryRow& row, qint64) { Set_Hidden(row, false); });
   Write_Changes(changes, visibilityTitle, undoVisibility);
 }
@@ -67,13 +57,12 @@ void Deactivate_Current() {
   const auto changes =
       Change_Of_Current([](EntryRow& row, qint64) { Set_Inactive(row, !EntryId::Parse(row.ID).inactive); });
   if (!All_Ids_Fit(changes) || Write_Changes(changes, activityTitle) == 0) return;
-  Refresh_Tools();
   InfoBar.Panel[0] = EntryId::Parse(changes[0].after.ID).inactive ? QStringLiteral("deaktiviert") : QString();
   events.StateChanged.Emit();
 }
 
 void Deactivate_Marked() {
-  if (!Ready_For_Many()) return;
+  if (!Table_Is_Open()) return;
   const auto changes = Collect_Changes([](EntryRow& row, qint64) {
     if (Is_Marked(row)) Set_Inactive(row, true);
   });
@@ -81,7 +70,7 @@ void Deactivate_Marked() {
 }
 
 void Activate_All_Inactive() {
-  if (!Ready_For_Many()) return;
+  if (!Table_Is_Open()) return;
   const auto changes = Collect_Changes([](EntryRow& row, qint64) { Set_Inactive(row, false); });
   Write_Changes(changes, activityTitle, undoActivity);
 }

@@ -1,3 +1,5 @@
+#include "maps/map_check.h"
+
 #include <QFile>
 #include <QFileInfo>
 #include <QtEndian>
@@ -5,7 +7,6 @@
 #include <climits>
 #include <cstdlib>
 
-#include "maps/map_open.h"
 #include "objects/scale_bar.h"
 #include "platform/files.h"
 #include "platform/message_box.h"

@@ -2,7 +2,6 @@
 
 #include "coordinates/calibration_file.h"
 #include "edit/bulk_change.h"
-#include "hand/activation.h"
 #include "platform/message_box.h"
 #include "state/coordinate_state.h"
 #include "state/dialog_hooks.h"
@@ -19,10 +18,7 @@ QStringList CalFileChoice;
 namespace {
 
 const QString many = QStringLiteral("many");
-const QString netMenusOn = QStringLiteral("on");  // tag of the menu of the net
-constexpr int marginOfNet = 5;                    // millimetres beside a printed net
-
-MenuState& Grid_Menu() { return Menu(QStringLiteral("mnu_Grid")); }
+constexpr int marginOfNet = 5;  // millimetres beside a printed net
 
 // The table is there, be it without an entry.
 bool Has_Header() { return rsEntries && rsEntries->IsOpen() && rsEntries->RecordCount() > 0; }
@@ -61,14 +57,12 @@ void Go_To_Last_Row() {
 
 QString getCalFileName() {
   CalFileChoice = Cal_Files_Of(MapFile);
-  Menu(QStringLiteral("mnuChooseGrid")).Enabled = CalFileChoice.size() > 1;
   if (CalFileChoice.isEmpty()) return {};
   return CalFileChoice.size() == 1 ? CalFileChoice.first() : many;
 }
 
 int Load_Cal() {
   Drop_Coordinates();
-  Menu(QStringLiteral("mnuChooseGrid")).Enabled = false;
   frmMDI.mouseUnit = MouseUnit::Pixel;
   if (!(MapHeightMm > 0)) return 0;
   const QString found = getCalFileName();
@@ -109,34 +103,22 @@ bool Take_Cal_File(const QString& calFile) {
 }
 
 void Set_Grid_Menus(bool on) {
-  Grid_Menu().Tag = on ? netMenusOn : QString();
+  frmMDI.HasCalibration = on;
   if (!on)
     Coord = {};
   else if (Has_Header())
     GridVisible = Read_Header().netVisible;
-  Show_Grid_Menus();
   events.StateChanged.Emit();
-}
-
-void Show_Grid_Menus() {
-  const bool on = Grid_Menu().Tag == netMenusOn;
-  Grid_Menu().Enabled = true;
-  for (const char* key : {"mnuGridDel", "mnuGridonoff", "mnuGridXYInput"}) Menu(QLatin1String(key)).Enabled = on;
-  Menu(QStringLiteral("mnuGridmake")).Enabled = true;
-  Menu(QStringLiteral("mnuGridmake")).Caption = on ? QStringLiteral("bearbeiten") : QStringLiteral("erstellen");
-  Menu(QStringLiteral("mnuGridonoff")).Caption =
-      GridVisible ? QStringLiteral("ausblenden") : QStringLiteral("einblenden");
-  Menu(QStringLiteral("mnuChooseGrid")).Enabled = CalFileChoice.size() > 1;
 }
 
 void Drop_Coordinates() {
   Coord = {};
   CalFileChoice.clear();
-  Grid_Menu().Tag.clear();
+  frmMDI.HasCalibration = false;
 }
 
 void Toggle_Grid() {
-  if (!Has_Header() || !Store_Pending_Text()) return;
+  if (!Has_Header()) return;
   const Step step = Guarded(QStringLiteral("Koordinatennetz"), [] {
     HeaderRow header = Read_Header();
     header.netVisible = !GridVisible;
@@ -144,13 +126,12 @@ void Toggle_Grid() {
     GridVisible = header.netVisible;
   });
   if (step != Step::Done) return;
-  Show_Grid_Menus();
   events.RedrawWanted.Emit();
   events.StateChanged.Emit();
 }
 
 void Delete_Grid() {
-  if (!Has_Header() || (Entry_In_Hand() && !End_Entry())) return;
+  if (!Has_Header()) return;
   try {
     const QStringList rows = Net_Rows();
     if (!rows.isEmpty()) Undo_Point(QStringLiteral("Rückgängig: Netz löschen"));
@@ -166,4 +147,11 @@ void Delete_Grid() {
   if (!Has_Header()) return;  // could not be loaded again after the undo point; that was told
   Go_To_Last_Row();
   Show_Changed_Entries();
+}
+
+bool Toggle_Position_Unit() {
+  const bool coordinates = frmMDI.mouseUnit != MouseUnit::Coordinates;
+  frmMDI.mouseUnit = coordinates ? MouseUnit::Coordinates : MouseUnit::Pixel;
+  events.StateChanged.Emit();
+  return coordinates;
 }

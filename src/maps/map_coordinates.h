@@ -17,14 +17,14 @@ bool Take_Cal_File(const QString& calFile);
 QString getCalFileName();
 // mnuChooseGrid: looks for the files again; several are offered in the window, a single one is read.
 void Choose_Cal_File();
-// Enables or disables the menus of the net, with their captions; off drops the coordinates (Coord.Grid = 0). Whether
-// the net is shown is told by the header row.
+// A calibration was found or not (frmMDI.HasCalibration); off drops the coordinates (Coord.Grid = 0). Whether the net
+// is shown is told by the header row.
 void Set_Grid_Menus(bool on);
-// The same state once more, after all menus were enabled or another table was loaded.
-void Show_Grid_Menus();
 // The map closes: no coordinates, no choice.
 void Drop_Coordinates();
 // Shows or hides the net; the header row keeps it (Typ -1, -2).
 void Toggle_Grid();
 // mnuGridDel: deletes the net's row (Typ 15), resets margins made for it, switches the menus off.
 void Delete_Grid();
+// mnuGridXYShow: the status bar tells the position in coordinates or, switched back, in pixels. True: in coordinates.
+bool Toggle_Position_Unit();

@@ -1,5 +1,6 @@
 #include "maps/map_grid.h"
 
+#include "maps/map_close.h"
 #include "maps/map_open.h"
 #include "platform/files.h"
 #include "platform/message_box.h"
@@ -42,9 +43,7 @@ void Make_Grid() {
   }
   const QString map = MapFile;
   if (!Save_Table(SaveStep::AtMapChange)) return;
-  Map.Tag = QStringLiteral("Grid");
   Close_Map();  // so that the tool can open the picture
-  Map.Tag.clear();
   if (Start_Program(program, {map}, [map] { Offer_Reload(map); })) return;
   Message_Box(QStringLiteral("Das Hilfsprogramm kann nicht gestartet werden:\n") + program, MsgButtons::Ok,
               MsgIcon::Information, faultTitle);

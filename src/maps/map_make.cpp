@@ -2,6 +2,7 @@
 #include <QtEndian>
 #include <cmath>
 
+#include "maps/map_load.h"
 #include "maps/map_open.h"
 #include "platform/file_dialog.h"
 #include "platform/files.h"
@@ -56,8 +57,7 @@ bool New_Map(double widthMm, double heightMm) {
                 MsgIcon::Critical, QStringLiteral("Dateinamen für eine neue, leere Karte"));
     return false;
   }
-  Open_User_Map(*path);
-  return MapHeightMm >= 0;
+  return Open_User_Map(*path);
 }
 
 void Take_Map_Size(const MapSize& size) {

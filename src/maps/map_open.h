@@ -4,19 +4,17 @@
 
 // Opening, closing, making and sizing maps.
 
-void Open_Map(const QString& path);       // MapHeightMm = -1 tells that it failed
-void Open_User_Map(const QString& path);  // the same, and on success the recent lists follow
-void Choose_Map();                   // asks for the map
-void Open_Recent_Map(int index);     // mnuMapFile(index)
-void Reload_Map();                   // mnuMapLoad: the same map once more
-void Close_Map();                    // the map window closes
-// Reads the header of a bitmap: size and resolution, warns of a distorted scan. Not a bitmap: a hint, nothing else.
-void Check_Bitmap(const QString& path);
-// Scale bar, plan squares, lines, hidden rows: sets frmMDI's flags. False on a database error in any row.
-bool Scan_Table();
-void Table_Replaced();  // other entries stand in the table: flags, menus and buttons follow them
-void Toggle_Safe_Mode();  // mnuNoTable
-void Map_Geometry();      // millimetres on paper per map pixel at PrintFactor
+// Every way to another map and out of one passes Leave_Hand: what is being typed is stored first, and where that cannot
+// be done the map stays open.
+
+// True if it is open now. MapHeightMm = -1 tells that it failed; a fault was told.
+bool Open_Map(const QString& path);
+bool Open_User_Map(const QString& path);  // the same, and on success the recent lists follow
+void Choose_Map();                        // asks for the map
+void Open_Recent_Map(int index);          // mnuMapFile(index)
+bool Reload_Map();                        // mnuMapLoad: the same map once more
+bool Leave_Map();                         // the user closes the map. True: none is open now
+void Table_Replaced();                    // other entries stand in the table: flags, menus and buttons follow them
 
 // A white map of the size in millimetres at 96 dpi, written and opened. The path was asked by a dialog.
 bool New_Map(double widthMm, double heightMm);

@@ -1,8 +1,6 @@
 #pragma once
-// Enables and captions menus and tool buttons for a state of the program.
-enum class ButtonState { NoMap = 0, NoEntries = 1, Entries = 2 };
-void Set_Buttons(ButtonState state, bool enabled = true);
-// The state that fits the open map and table.
-ButtonState Current_Button_State();
+// A map was opened or closed, or another table stands in it: nothing is in hand, the tool state is "Norm", the status
+// bar tells the table.
+void Set_Buttons();
 // Panels of the status bar when no map is open.
 void Reset_InfoBar();

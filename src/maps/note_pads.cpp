@@ -116,12 +116,7 @@ QString NotePad_Title(int slot) {
   return NotePad_Changed(slot) ? name + QStringLiteral(" *") : name;
 }
 
-void Set_Active_NotePad(int slot) {
-  ActiveNotePad = Is_Open_NotePad(slot) ? slot : -1;
-  for (const char* key :
-       {"mnuTextSave", "mnuResultSaveAs", "mnuTextFind", "mnuTextCut", "mnuTextCopy", "mnuTextPaste", "mnuPrintTxt"})
-    Menu(QString::fromLatin1(key)).Enabled = ActiveNotePad >= 0;
-}
+void Set_Active_NotePad(int slot) { ActiveNotePad = Is_Open_NotePad(slot) ? slot : -1; }
 
 bool Read_NotePad(const QString& path, QString& text) {
   try {

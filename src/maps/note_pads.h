@@ -17,8 +17,8 @@ bool NotePad_Changed(int slot);
 void Set_NotePad_Changed(int slot, bool changed);
 // The slot that shows the file, -1 if none does.
 int NotePad_Of(const QString& path);
-QString NotePad_Title(int slot);    // file name, "Notiz 1" for a new text; "*" behind a changed one
-void Set_Active_NotePad(int slot);  // with the state of the text menus
+QString NotePad_Title(int slot);  // file name, "Notiz 1" for a new text; "*" behind a changed one
+void Set_Active_NotePad(int slot);
 
 // Reads the text of a file, lines ended by LF. Nothing, with a message, if it cannot be read or is no text.
 bool Read_NotePad(const QString& path, QString& text);

@@ -66,7 +66,7 @@ bool Reload_Changed_Map() {
   }
   const FileStamp now = Stamp_Of(MapFile);
   if (now.size == 0 || now == watched.stamp) return false;
+  if (!Reload_Map()) return false;
   watched.stamp = now;
-  Reload_Map();
   return true;
 }

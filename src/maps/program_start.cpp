@@ -4,7 +4,6 @@
 #include <QRegularExpression>
 
 #include "maps/map_open.h"
-#include "maps/map_open_texts.h"
 #include "maps/menu_state.h"
 #include "objects/palette.h"
 #include "state/events.h"
@@ -25,9 +24,6 @@ QString Command_Line_Map(const QString& commandLine) {
 
 void Program_Start(const QString& commandLine) {
   frmMDI.SafeMode = false;
-  Menu(QStringLiteral("mnuNoTable")).Checked = false;
-  Menu(QStringLiteral("mnuNoTable")).Caption = map_texts::safeMenuOff;
-  Menu(QStringLiteral("mnuBildDunkel")).Checked = true;
   Read_Ini();
   Clear_Work_Files();
   QDir::setCurrent(ProgramFolder);
@@ -42,16 +38,17 @@ void Program_Start(const QString& commandLine) {
   Read_Log(1);
   Read_Log(3);
   Reset_InfoBar();
-  Set_Buttons(ButtonState::NoMap);
+  Set_Buttons();
   QString map = Command_Line_Map(commandLine);
   if (map.isEmpty()) return;  // the start window stands there
   if (!map.contains(QLatin1Char('/')) && !map.contains(QLatin1Char('\\'))) map = Program_File(map);
   Open_User_Map(map);
 }
 
-void Program_End() {
-  if (frmMDI.MapOpen) Close_Map();
+bool Program_End() {
+  if (!Leave_Map()) return false;
   Release_Work_Files();
+  return true;
 }
 
 QString Program_Version() { return QStringLiteral(FLURAX_VERSION); }

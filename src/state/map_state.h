@@ -47,7 +47,6 @@ struct PlanLabel {
 
 struct MapState {
   QString Caption;  // "Map: " + the map's path in capitals
-  QString Tag;      // "MDI" while the main window is closing, "Map" while only the map is
   bool Visible = false, Minimized = false;
   bool Maximized = true;  // fills the main window; in the normal state the layout step sizes it
   int Left = 0, Top = 0, ScaleWidth = 800, ScaleHeight = 600;  // inside of the window, bars included
@@ -55,6 +54,7 @@ struct MapState {
 
   float Zoom = 1.0F;                  // map pixels per window pixel
   float ClipScale = 1.0F;             // max(1, Zoom)
+  QString ZoomMenu;                   // menu entry the zoom was chosen by; empty = by other means
   int ClipLevel = 0;                  // 0..3: the clip in use
   int ViewLeft = 0, ViewTop = 0;      // map position of the upper left window pixel
   int ViewWidth = 0, ViewHeight = 0;  // painted size, window pixels

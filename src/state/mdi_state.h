@@ -2,7 +2,6 @@
 #include <QMap>
 #include <QString>
 #include <array>
-#include <vector>
 
 // State of the main window, its toolbar, its status bar and its menus, as plain data. The windows show it.
 
@@ -28,20 +27,15 @@ struct MdiState {
   bool HasPlanSquares = false, HasLines = false, HasHidden = false, HasTemplate = false;
   bool RasterShown = true;    // told by the redraw: plan squares are drawn, or there are none
   bool RasterActive = false;  // plan squares take clicks
+  bool HasCalibration = false;  // a calibration file was found, or there are several to choose from
   int PageCounter = 1;
   bool Enabled = true;
 };
 extern MdiState frmMDI;
 
-struct ToolButton {
-  QString Key, Caption, ToolTipText, Tag;
-  bool Visible = true, Enabled = true, Value = false;
-};
 struct ToolbarState {
   QString Tag;  // the tool state: "Norm", "Text", "Symbol", "Bild", "Ply", "Ln", "Fig"
   bool Visible = false;
-  std::vector<ToolButton> buttons;
-  ToolButton* Button(const QString& key);  // nullptr if the state has none
 };
 extern ToolbarState Toolbar1;
 
@@ -51,12 +45,14 @@ struct InfoBarState {
 };
 extern InfoBarState InfoBar;
 
+// What the state of a menu entry is that cannot be told from anything else: the lines of the recent lists, and mnuReset
+// (Caption names what it takes back, Enabled tells whether it can).
 struct MenuState {
   QString Caption;
-  bool Enabled = true, Visible = true, Checked = false;
+  bool Enabled = false, Visible = true;
   QString Tag;
 };
-// The state of a menu entry by its name; made on first use.
+// By its name; made on first use.
 MenuState& Menu(const QString& name);
 QMap<QString, MenuState>& All_Menus();  // by name
 // Entry i (from 1) of a list such as "mnuMapFile".

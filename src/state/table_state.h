@@ -5,6 +5,9 @@
 // Characters of the text columns the program makes.
 inline constexpr int textColumnWidth = 79;
 
+// What showed or hid the table last.
+enum class TableSwitch { AtOpening, ByUser, MovedOff };
+
 // State of the table window as plain data.
 struct TableState {
   QString Tag = QStringLiteral("Clean");  // "Clean", "Dirty", "dirty": does UserTable hold what the standard table holds?
@@ -16,6 +19,7 @@ struct TableState {
   } Data1;
   bool Visible = true;
   bool Minimized = false;
+  TableSwitch Switched = TableSwitch::AtOpening;
   int EintragSize = textColumnWidth;  // defined width of the column Eintrag
   bool OldTable = false;              // that width is below textColumnWidth
   bool HasUserColumns = false;

@@ -37,9 +37,9 @@ void Tell_Row_Changed() {
   events.CurrentRowChanged.Emit();
 }
 
-QString Text_To_Save(const QString& typed) {
+QString Text_To_Save(const QString& typed, bool isNew) {
   QString text = Trimmed_Input(typed);
-  if (Map.Text2.Tag == QLatin1String("Neu") && Without_Outer_Blanks(text).isEmpty()) return emptyMark;
+  if (isNew && Without_Outer_Blanks(text).isEmpty()) return emptyMark;
   if (text.size() > 1 && text[0] == emptyMark) text.remove(0, 1);
   return text;
 }
@@ -100,12 +100,29 @@ EntryRow New_Text_Row() {
 
 QString Trimmed_Input(const QString& text) { return frmMDI.trimInput ? Without_Outer_Blanks(text) : text; }
 
+bool Append_Text_Entry(QPoint map, const QString& typed) {
+  if (!rsEntries) return false;
+  const QString text = Text_To_Save(typed, true);
+  if (!Fits_Column(text)) return false;
+  EntryRow row = New_Text_Row();
+  row.Eintrag = text;
+  row.Xmap = map.x();
+  row.Ymap = map.y();
+  Set_Colors(row, EntryType::Parse(row.Typ));
+  row.Schrift = Font_Of_Box(FontSpec::Parse(row.Schrift));
+  row.Groesse = Box_Font_Size();
+  Append_Entry(row);
+  rsEntries->MoveLast();
+  Tell_Row_Changed();
+  return true;
+}
+
 bool Save_Text_Entry(int x, int y, QString text) {
   if (!rsEntries) return false;
   Back_To_Current();
   const bool isNew = Map.Text2.Tag == QLatin1String("Neu");
   if (!isNew && Map.Text2.Tag != QLatin1String("Change")) return false;
-  text = Text_To_Save(text);
+  text = Text_To_Save(text, isNew);
   if (!isNew && (rsEntries->Position() < 1 || rsEntries->Integer(column::Typ) < 0)) return false;
   EntryRow row = isNew ? New_Text_Row() : Read_Entry(*rsEntries);
   const EntryType type = EntryType::Parse(row.Typ);

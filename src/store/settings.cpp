@@ -113,7 +113,6 @@ void Read_Ini() {
   } catch (const Error&) {
     // A file that cannot be read leaves the defaults.
   }
-  Menu(QStringLiteral("mnuFlTemplateGet")).Enabled = frmMDI.HasTemplate;
 }
 
 void Write_Ini(const QString& line) {

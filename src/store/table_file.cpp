@@ -76,7 +76,6 @@ void Check_Columns() {
   if (!ours) Raise(errors::databaseDamaged, QStringLiteral("Die Spalten der Tabelle MapData stimmen nicht."));
   Tbl.ColumnCount = static_cast<int>(fields.size()) - 1;
   Tbl.HasUserColumns = fields.size() > static_cast<size_t>(column::fixedCount);
-  Menu(QStringLiteral("mnuSpaltDelete")).Enabled = Tbl.HasUserColumns;
   const int size = fields[column::Eintrag].size;
   Tbl.EintragSize = size > 0 ? size : textColumnWidth;
   Tbl.OldTable = Tbl.EintragSize < textColumnWidth;
@@ -151,7 +150,6 @@ void Set_Current_Row() {
 
 void Bind() {
   dbEntries = Workspace::OpenDatabase(TableFile);
-  if (ToolButton* button = Toolbar1.Button(QStringLiteral("Tbl"))) button->Tag = QStringLiteral("Off");
   if (!dbEntries->HasTable(QStringLiteral("MapData")))
     Raise(errors::databaseDamaged, QStringLiteral("Die Tabelle MapData fehlt."));
   rsEntries = dbEntries->OpenRecordset(QStringLiteral("MapData"));
@@ -159,7 +157,6 @@ void Bind() {
   Tbl.Data1.RecordSource = QStringLiteral("MapData");
   Check_Columns();
   if (Tbl.DBGrid1.Caption.isEmpty()) Tbl.DBGrid1.Caption = TableFile;
-  if (!Same_Name(TableFile, Tbl.DBGrid1.Caption)) Menu(QStringLiteral("mnuTableSave")).Enabled = true;
   if (rsEntries->RecordCount() == 0) {
     PrintFactor = 1.0F;
     Write_New_Header();

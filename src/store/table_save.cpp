@@ -205,7 +205,6 @@ bool Copy_To_Target(SaveJob job) {
   if (job.step == SaveStep::AtMapChange || job.step == SaveStep::SaveAs) {
     Write_Log(job.target, 2);
     Read_Log(2);
-    Menu(QStringLiteral("mnuTableSave")).Enabled = true;
   }
   if (loaded) Tbl.Tag = QStringLiteral("Clean");
   Show_Saved(job.target);

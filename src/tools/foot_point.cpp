@@ -117,7 +117,7 @@ bool Has_Foot_Point() {
 
 void Move_Foot_Point() {
   if (Map_Tool_In_Use() && Map.Tool == toolName) return Drop_Map_Tool();
-  if (!Store_Pending_Text() || !Can_Have_Foot_Point()) return;
+  if (!Can_Have_Foot_Point()) return;
   auto tool = std::make_unique<FootTool>();
   FootTool& inUse = *tool;
   if (!Use_Map_Tool(std::move(tool))) return;
@@ -128,7 +128,7 @@ void Move_Foot_Point() {
 }
 
 bool Remove_Foot_Point() {
-  if (!Store_Pending_Text() || !Has_Foot_Point()) return false;
+  if (!Has_Foot_Point()) return false;
   const QString text = QStringLiteral("Fußpunkt für den Text: %1 entfernen?").arg(Row_In_Hand()->Eintrag);
   if (Message_Box(text, MsgButtons::YesNo, MsgIcon::Question, title) != MsgAnswer::Yes) return false;
   Map.CurBookmark = Map.InHand;

@@ -1,7 +1,6 @@
 #include "tools/map_tool.h"
 
 #include "hand/activation.h"
-#include "hand/tool_state.h"
 #include "state/events.h"
 #include "state/map_state.h"
 #include "state/mdi_state.h"
@@ -14,7 +13,6 @@ std::unique_ptr<MapTool> gone;
 
 void Show_Change() {
   InfoBar.Panel[0] = inUse ? inUse->Status() : Entry_Status_Text();
-  Show_Chosen_Tool();
   events.StateChanged.Emit();
   events.HandChanged.Emit();
 }

@@ -227,22 +227,17 @@ void Set_Raster_Active(bool active) {
 }
 
 void Toggle_Raster_Active() {
-  if (Entry_In_Hand() && !End_Entry()) return;
   Set_Raster_Active(!Raster_Active());
   Map_Redraw();
 }
 
 void Toggle_Raster_Visible() {
-  if (Entry_In_Hand() && !End_Entry()) return;
   const bool show = !frmMDI.RasterShown;
   if (show) Set_Raster_Active(true);
   Show_Raster(show);
 }
 
-void mnuRasterDelete_Click() {
-  if (Entry_In_Hand() && !End_Entry()) return;
-  Delete_Raster();
-}
+void mnuRasterDelete_Click() { Delete_Raster(); }
 
 bool Take_Raster_On_Map(const RasterPreview& wanted) {
   if (Entry_In_Hand() && !End_Entry()) return false;

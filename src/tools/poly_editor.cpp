@@ -138,7 +138,6 @@ void Poly_Editor(PolyEditor::Kind kind) {
   if (!frmMDI.MapOpen || !rsEntries) return;
   auto tool = std::make_unique<PolyEditor>(kind);
   if (Map.Tool == tool->Name()) return Drop_Map_Tool();
-  if (Entry_In_Hand() && !End_Entry()) return;
   // Better told now than after the last vertex.
   if (New_Poly_Table(Table_Kind(kind)).isEmpty()) return;
   Use_Map_Tool(std::move(tool));

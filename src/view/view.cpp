@@ -26,9 +26,6 @@ constexpr qint64 copiesLimit = 512LL << 20;  // bytes of reduced copies kept for
 std::map<float, QImage> reducedCopies;
 int builds = 0;
 
-const char* const zoomMenus[] = {"mnuZoom200", "mnuZoom100", "mnuZoom75",     "mnuZoom50",   "mnuZoom25",
-                                 "mnuZoom10",  "mnuZoomFak", "mnuZoomBreite", "mnuZoomHoehe"};
-
 MapClipState& Current_Clip() { return Map.MapClip[static_cast<size_t>(Map.ClipLevel)]; }
 
 // Map pixels per pixel of the current clip.
@@ -246,16 +243,14 @@ void Clear_Map_Picture() {
 }
 
 void Set_Zoom(double factor) {
-  Hide_Floating();
   Fit_Map_Window();
   const float wanted = std::clamp(static_cast<float>(factor), zoomMin, zoomMax);
-  if (wanted == Map.Zoom) return;
+  if (wanted == Map.Zoom) return;  // nothing is painted anew: what floats over the map stays
+  Hide_Floating();
   Apply_Zoom(wanted, View_Centre());
 }
 
-void Clear_Zoom_Checks() {
-  for (const char* name : zoomMenus) Menu(QLatin1String(name)).Checked = false;
-}
+void Clear_Zoom_Checks() { Map.ZoomMenu.clear(); }
 
 void Set_Zoom_By_Menu(const QString& menuName) {
   static const std::map<QString, double> fixed = {
@@ -277,7 +272,7 @@ void Set_Zoom_By_Menu(const QString& menuName) {
     const bool bar = other / full > otherRoom + overhangAllowed / full;
     Set_Zoom(bar ? size / std::max(1, room - barThickness) : full);
   }
-  Menu(menuName).Checked = true;
+  Map.ZoomMenu = menuName;
   events.StateChanged.Emit();
 }
 
@@ -370,17 +365,15 @@ void ScrollMap(int mapX, int mapY) {
 void Scroll_By(int dx, int dy) {
   if (Map.MapClip[0].image.isNull()) return;
   const int oldLeft = Map.ViewLeft, oldTop = Map.ViewTop;
-  Map.imgBild.Visible = Map.imgRfLine.Visible = Map.lblShape.Visible = false;
   Place_Clip(Map.ViewLeft + dx * static_cast<double>(Map.Zoom), Map.ViewTop + dy * static_cast<double>(Map.Zoom));
   if (oldLeft == Map.ViewLeft && oldTop == Map.ViewTop) return;
+  Map.imgBild.Visible = Map.imgRfLine.Visible = Map.lblShape.Visible = false;
   events.StateChanged.Emit();
   Map_Redraw();
 }
 
 void Set_Light(bool light) {
   frmMDI.Light = light;
-  Menu(QStringLiteral("mnuBildHell")).Checked = light;
-  Menu(QStringLiteral("mnuBildDunkel")).Checked = !light;
   Layout_Map();
   events.StateChanged.Emit();
 }

@@ -6,6 +6,7 @@
 #include "state/events.h"
 #include "state/mdi_state.h"
 #include "store/vertex_table.h"
+#include "support/looks.h"
 #include "support/table_fixture.h"
 
 namespace {
@@ -219,10 +220,10 @@ TEST_F(TableEditTest, ShowingTheTableGivesTheMapItsNormalStateForAWhile) {
   Toggle_Table();
   EXPECT_TRUE(frmMDI.TblVisible);
   EXPECT_FALSE(Map.Maximized);
-  EXPECT_EQ(Menu("mnuDBGridOn").Caption, QStringLiteral("&Ausblenden"));
+  EXPECT_EQ(Text_Now("mnuDBGridOn"), QStringLiteral("&Ausblenden"));
   Toggle_Table();
   EXPECT_TRUE(Map.Maximized);
-  EXPECT_EQ(Menu("mnuDBGridOn").Caption, QStringLiteral("&Einblenden"));
+  EXPECT_EQ(Text_Now("mnuDBGridOn"), QStringLiteral("&Einblenden"));
   Toggle_Table();
   Map.Maximized = true;  // by the user, over the table
   Map_Was_Maximized(true);
@@ -236,6 +237,6 @@ TEST_F(TableEditTest, ShowingTheTableGivesTheMapItsNormalStateForAWhile) {
   messages.Expect("Drücken Sie die Taste F4");
   Table_Moved_Off();
   EXPECT_FALSE(frmMDI.TblVisible);
-  EXPECT_EQ(Menu("mnuDBGridOn").Caption, QStringLiteral("&Liste einblenden"));
+  EXPECT_EQ(Text_Now("mnuDBGridOn"), QStringLiteral("&Liste einblenden"));
   frmMDI.MapOpen = false;
 }

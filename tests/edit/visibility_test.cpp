@@ -1,8 +1,8 @@
 #include "edit/visibility.h"
 
 #include "edit/marks.h"
-#include "maps/menu_table.h"
 #include "support/bulk_fixture.h"
+#include "support/looks.h"
 
 namespace {
 
@@ -12,8 +12,8 @@ TEST_F(Visibility, CurrentRowTogglesAndMenusFollow) {
   const QString text = Add_Text("a"), arrow = Add(Make(3, "Text", "b", 1, 1, 5, 5));
   Hide_Current();
   EXPECT_EQ(Typ(arrow), -3);
-  EXPECT_EQ(Menu_Caption(*Menu_Row("mnuObjVisNo")), QString("aktuelles Objekt sichtbar machen"));
-  EXPECT_TRUE(Menu_Checked(*Menu_Row("mnuObjVisJa")));
+  EXPECT_EQ(Text_Now("mnuObjVisNo"), QString("aktuelles Objekt sichtbar machen"));
+  EXPECT_TRUE(Command_Checked("mnuObjVisJa"));
   Hide_Current();
   EXPECT_EQ(Typ(arrow), 3);
   Go(text);
@@ -46,7 +46,7 @@ TEST_F(Visibility, InactiveKeepsTheRestOfTheName) {
   const QString full = Add(Make(100, QString(79, 'x'), "", 1, 1)), line = Add(Make(4, name, "", 1, 1));
   Deactivate_Current();
   EXPECT_EQ(Row(line).ID, '-' + name);
-  EXPECT_TRUE(Menu_Checked(*Menu_Row("mnuObjActivJa")));
+  EXPECT_TRUE(Command_Checked("mnuObjActivJa"));
   EXPECT_EQ(Map.InactiveCount, 1);
   MessageScript script;
   script.Expect("80 Zeichen");

@@ -3,9 +3,10 @@
 #include "edit/order.h"
 #include "edit/row_switches.h"
 #include "edit/visibility.h"
-#include "maps/menu_table.h"
+#include "maps/map_close.h"
 #include "state/table_state.h"
 #include "support/hand_fixture.h"
+#include "support/looks.h"
 
 namespace {
 
@@ -190,7 +191,7 @@ TEST_F(Activation, OverlappingHiddenInactiveAndUnknownEntries) {
   Click({430, 120});
   EXPECT_FALSE(Entry_In_Hand());
   EXPECT_TRUE(Take_Entry(still));  // by the table window
-  EXPECT_EQ(Toolbar1.Button("Akt")->ToolTipText, QStringLiteral("-Figur3 aktivieren"));
+  EXPECT_EQ(Button_Now("Akt").ToolTipText, QStringLiteral("-Figur3 aktivieren"));
   {
     MessageScript script;
     script.Expect(QStringLiteral("Karteneintrag: Unbekannter Typ = 63"));
@@ -278,17 +279,17 @@ TEST_F(Activation, TheHandFollowsTheRow) {
   EXPECT_EQ(Row(Map.InHand).Eintrag, QStringLiteral("Star"));
   Hide_Current();
   EXPECT_FALSE(Map.Text2.Visible);
-  EXPECT_TRUE(Toolbar1.Button("Vis")->Value);
+  EXPECT_TRUE(Button_Now("Vis").Value);
   Hide_Current();
   EXPECT_TRUE(Map.Text2.Visible);
   const QString line = Add(Poly_Row("Linie1", 400, 100, {{400, 150}, {500, 150}, {450, 200}}));
   ASSERT_TRUE(Take_Entry(line));
   Text_Typed(QStringLiteral("Bach"));
-  Toggle_Label();
+  EXPECT_TRUE(Run_Command("Label"));
   EXPECT_FALSE(Map.Text2.Visible);
-  EXPECT_FALSE(Toolbar1.Button("LnBez")->Value);
+  EXPECT_FALSE(Button_Now("LnBez").Value);
   Round_Corners();
-  EXPECT_EQ(Menu_Caption(*Menu_Row("mnuKanten")), QStringLiteral("Kanten eckig"));
+  EXPECT_EQ(Text_Now("mnuKanten"), QStringLiteral("Kanten eckig"));
   EntryRow row = Row(line);
   EXPECT_EQ(std::tuple(row.Eintrag, row.Typ, row.Groesse), std::tuple(QStringLiteral("Bach"), 40, -12.0));
   Toggle_Label();

@@ -1,9 +1,9 @@
 #include "hand/tool_state.h"
 
-#include "hand/toolbar_table.h"
 #include "maps/menu_table.h"
 #include "state/dialog_hooks.h"
 #include "support/hand_fixture.h"
+#include "support/looks.h"
 
 namespace {
 
@@ -50,18 +50,15 @@ TEST_F(ToolState, TheToolbarFollowsTheKindOfTheRow) {
 }
 
 TEST_F(ToolState, InNormOnlyTheMenusChange) {
-  const auto enabled = [](const char* key) { return Menu_Enabled(*Menu_Row(QLatin1String(key))); };
   const QString arrow = Add(Text_Row("Nordpfeil", 100, 100, -12));
-  Set_Toolbar(0, ToolMode::Norm);
-  Toolbar1.buttons.front().Caption = QStringLiteral("unberührt");
+  const QStringList plain = Buttons();
   ASSERT_TRUE(Take_Entry(arrow));
-  EXPECT_EQ(Toolbar1.buttons.front().Caption, QStringLiteral("unberührt"));
-  EXPECT_TRUE(enabled("mnuObjFore"));
-  EXPECT_FALSE(enabled("mnuObjInsert"));
+  EXPECT_EQ(Buttons(), plain);
+  EXPECT_TRUE(Usable("mnuObjFore"));
+  EXPECT_FALSE(Needs_Met(Find_Menu("mnuObjInsert")->needs));
   ASSERT_TRUE(End_Entry());
-  EXPECT_NE(Toolbar1.buttons.front().Caption, QStringLiteral("unberührt"));
-  EXPECT_FALSE(enabled("mnuObjFore"));
-  EXPECT_TRUE(enabled("mnuObjInsert"));
+  EXPECT_FALSE(Usable("mnuObjFore"));
+  EXPECT_TRUE(Needs_Met(Find_Menu("mnuObjInsert")->needs));
 }
 
 TEST_F(ToolState, OfATextThatIsBeingTypedTheRowBelowSaysNothing) {
@@ -70,8 +67,7 @@ TEST_F(ToolState, OfATextThatIsBeingTypedTheRowBelowSaysNothing) {
   Add(picture);
   rsEntries->MoveLast();
   New_Text(300, 300);
-  for (const char* key : {"mnuPicSize", "mnuFootDel", "mnuFigFill"})
-    EXPECT_FALSE(Menu_Enabled(*Menu_Row(QLatin1String(key)))) << key;
+  for (const char* key : {"mnuPicSize", "mnuFootDel", "mnuFigFill"}) EXPECT_FALSE(Usable(key)) << key;
 }
 
 TEST_F(ToolState, ButtonsOfMarksAndHiddenRowsComeWithTheirNumber) {
@@ -98,28 +94,27 @@ TEST_F(ToolState, ButtonsOfMarksAndHiddenRowsComeWithTheirNumber) {
   inactive.ID = QStringLiteral("-Text");
   Add(inactive);
   Map_Redraw();
-  Dress_Toolbar();
-  EXPECT_EQ(Toolbar1.Button("Ein")->ToolTipText, QStringLiteral("2 unsichtbare Karteneinträge"));
-  EXPECT_TRUE(Toolbar1.Button("Ein")->Visible);
-  EXPECT_TRUE(Toolbar1.Button("Akt")->Visible);
+  EXPECT_EQ(Button_Now("Ein").ToolTipText, QStringLiteral("2 unsichtbare Karteneinträge"));
+  EXPECT_TRUE(Button_Now("Ein").Visible);
+  EXPECT_TRUE(Button_Now("Akt").Visible);
 }
 
 TEST_F(ToolState, TipsAndSwitchesTellOfTheRow) {
   const QString hidden = Add(Figure_Row(-20, {100, 100, 50, 50})), shown = Add(Figure_Row(22, {200, 100, 50, 50}));
   ASSERT_TRUE(Take_Entry(hidden));
-  EXPECT_EQ(Toolbar1.Button("Ein")->ToolTipText, QStringLiteral("Figur wieder sichtbar machen"));
+  EXPECT_EQ(Button_Now("Ein").ToolTipText, QStringLiteral("Figur wieder sichtbar machen"));
   ASSERT_TRUE(Take_Entry(shown));
-  EXPECT_EQ(Toolbar1.Button("Ein")->ToolTipText, QStringLiteral("Figur unsichtbar machen (ausblenden)"));
-  EXPECT_EQ(Toolbar1.Button("Panel")->Caption, QStringLiteral("Figur Figur"));
-  EXPECT_EQ(Toolbar1.Button("Akt")->ToolTipText, QStringLiteral("Figur1 de-aktivieren"));
-  EXPECT_FALSE(Toolbar1.Button("Curve")->Enabled);
+  EXPECT_EQ(Button_Now("Ein").ToolTipText, QStringLiteral("Figur unsichtbar machen (ausblenden)"));
+  EXPECT_EQ(Button_Now("Panel").Caption, QStringLiteral("Figur Figur"));
+  EXPECT_EQ(Button_Now("Akt").ToolTipText, QStringLiteral("Figur1 de-aktivieren"));
+  EXPECT_FALSE(Button_Now("Curve").Enabled);
 }
 
 TEST_F(ToolState, LupeZoomsToTheClickAndEscEndsIt) {
   const QString amsel = Add(Text_Row("Amsel", 700, 500));
   ASSERT_TRUE(Take_Entry(amsel));
   Toggle_Lupe();
-  EXPECT_EQ(Toolbar1.Button("Lupe")->Tag, QStringLiteral("ein"));
+  EXPECT_EQ(Button_Now("Lupe").Value, true);
   const QPoint place(Map_X(600), Map_Y(450));
   Click({600, 450});
   EXPECT_FLOAT_EQ(Map.Zoom, 0.5F);
@@ -133,7 +128,7 @@ TEST_F(ToolState, LupeZoomsToTheClickAndEscEndsIt) {
   dialogHooks.ZoomWindow = nullptr;
   EXPECT_TRUE(Map_Key(Qt::Key_Escape, {}));
   EXPECT_FALSE(Map.LupeOn);
-  EXPECT_EQ(Toolbar1.Button("Lupe")->Tag, QStringLiteral("aus"));
+  EXPECT_EQ(Button_Now("Lupe").Value, false);
   EXPECT_EQ(Map.EntryRegions.Count(), 1);
 }
 

@@ -7,6 +7,7 @@
 #include <map>
 #include <set>
 
+#include "maps/map_close.h"
 #include "maps/map_open.h"
 #include "platform/picture.h"
 #include "support/table_fixture.h"

@@ -6,10 +6,14 @@
 #include <QFileInfo>
 #include <QtEndian>
 
+#include "maps/map_check.h"
+#include "maps/map_close.h"
 #include "maps/program_start.h"
+#include "maps/safe_mode.h"
 #include "state/dialog_hooks.h"
 #include "state/events.h"
 #include "state/mdi_state.h"
+#include "support/looks.h"
 #include "support/table_fixture.h"
 
 namespace {
@@ -221,13 +225,13 @@ TEST_F(MapOpen, TheScaleAndTheMenusFollowAnotherTable) {
   Table_Replaced();
   EXPECT_TRUE(MapHasScale);
   EXPECT_DOUBLE_EQ(MapUnitPerPixel, 2.5);
-  EXPECT_TRUE(Menu("mnuTabComp").Enabled);
+  EXPECT_TRUE(Usable("mnuTabComp"));
   MessageScript script;
   script.AllowAny(MsgAnswer::No);
   New_Table();
   Table_Replaced();
   EXPECT_FALSE(MapHasScale);
-  EXPECT_FALSE(Menu("mnuTabComp").Enabled);
+  EXPECT_FALSE(Usable("mnuTabComp"));
 }
 
 TEST_F(MapOpen, StartOpensTheMapOfTheCommandLineOrWaits) {
@@ -236,12 +240,12 @@ TEST_F(MapOpen, StartOpensTheMapOfTheCommandLineOrWaits) {
     EXPECT_EQ(Command_Line_Map(line), map);
   Program_Start(QString());
   EXPECT_FALSE(frmMDI.MapOpen);
-  EXPECT_FALSE(Menu("mnuTableSave").Enabled);
-  EXPECT_TRUE(Menu("mnuFOpen").Enabled);
+  EXPECT_FALSE(Usable("mnuTableSave"));
+  EXPECT_TRUE(Usable("mnuFOpen"));
   File_Copy(Make_Map(), ProgramFolder + "/start.bmp");
   Program_Start("start.bmp");
   EXPECT_TRUE(frmMDI.MapOpen);
-  EXPECT_TRUE(Menu("mnuTableSave").Enabled);
+  EXPECT_TRUE(Usable("mnuTableSave"));
   EXPECT_EQ(Toolbar1.Tag, "Norm");
 }
 

@@ -3,6 +3,7 @@
 #include <QPainter>
 #include <QProcess>
 
+#include "maps/map_close.h"
 #include "maps/map_open.h"
 #include "platform/picture.h"
 #include "printing/map_export.h"

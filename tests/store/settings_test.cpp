@@ -19,18 +19,18 @@ TEST_F(Settings, AreReadFromTheIni) {
   Read_Ini();  // no file: defaults
   EXPECT_TRUE(frmMDI.Tips);
   EXPECT_EQ(frmMDI.toolbarPlace, ToolbarPlace::Top);
-  EXPECT_FALSE(Menu("mnuFlTemplateGet").Enabled);
+  EXPECT_FALSE(frmMDI.HasTemplate);
   Put_Ini({"TLB: vbAlignLeft", "Tipps: TippsNo", "DGS: 1.25", "Templates:", "FL: Wiese |VG=2|"});
   Read_Ini();
   EXPECT_EQ(frmMDI.toolbarPlace, ToolbarPlace::Left);
   EXPECT_FALSE(frmMDI.Tips);
   EXPECT_EQ(frmMDI.Dgs, 1.25);
-  EXPECT_TRUE(Menu("mnuFlTemplateGet").Enabled);
+  EXPECT_TRUE(frmMDI.HasTemplate);
   Put_Ini({" TLB: vbAlignMitte", "x Tipps: TippsYes", "MPG: /opt/FL: TLB: vbAlignTop"});
   Read_Ini();
   EXPECT_EQ(frmMDI.toolbarPlace, ToolbarPlace::Left);  // any other value leaves it
   EXPECT_TRUE(frmMDI.Tips);
-  EXPECT_FALSE(Menu("mnuFlTemplateGet").Enabled);
+  EXPECT_FALSE(frmMDI.HasTemplate);
 }
 
 TEST_F(Settings, GarbageLeavesTheDefaults) {
@@ -92,7 +92,6 @@ TEST_F(Settings, TemplatesOfAreas) {
   EXPECT_EQ(area.TX, -3);
   Write_Template("Feuchte|Wiese VG=9", {2, 10, -113, 5, 4});
   EXPECT_TRUE(frmMDI.HasTemplate);
-  EXPECT_TRUE(Menu("mnuFlTemplateGet").Enabled);
   EXPECT_EQ(Ini(), QStringList({"Templates:", "FL: Feuchte Wiese VG=9|VG=2|HG=10|RA=-113|TX=5|SB=4|"}));
   EXPECT_TRUE(Read_Template(area));
   EXPECT_EQ(EntVG, 2);

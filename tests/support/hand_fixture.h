@@ -86,12 +86,4 @@ class HandTest : public FluraxTest {
     Map_Mouse_Up(to, MouseButton::Left);
   }
   static QRect Box(const LiveControl& control) { return {control.Left, control.Top, control.Width, control.Height}; }
-  // Keys of the buttons that can be seen.
-  static QStringList Buttons() {
-    QStringList keys;
-    Dress_Toolbar();
-    for (const ToolButton& button : Toolbar1.buttons)
-      if (button.Visible) keys.append(button.Key);
-    return keys;
-  }
 };

@@ -9,6 +9,7 @@
 #include "platform/surface.h"
 #include "store/table_file.h"
 #include "support/hand_fixture.h"
+#include "support/looks.h"
 #include "tools/map_tool.h"
 
 namespace {
@@ -50,7 +51,7 @@ TEST_F(FigureTest, DraggedAndClickedFiguresComeIntoTheHand) {
   CurHG = 3;
   NextShape.fill = -4;
   ASSERT_TRUE(Choose_Figure(EntryKind::Ellipse));
-  EXPECT_TRUE(Toolbar1.Button(QStringLiteral("Fig"))->Value);
+  EXPECT_TRUE(Button_Now("Fig").Value);
   Map_Mouse_Down({100, 90}, MouseButton::Left, {});
   Map_Mouse_Move({60, 40}, true);
   EXPECT_EQ(Map_Tool_In_Use()->Outline().boundingRect(), QRectF(60, 40, 40, 50));

@@ -3,6 +3,7 @@
 #include "hand/hand_texts.h"
 #include "state/table_state.h"
 #include "support/hand_fixture.h"
+#include "support/looks.h"
 #include "tools/map_tool.h"
 
 namespace {
@@ -20,7 +21,7 @@ TEST_F(FootPointTest, IsSetByAClickOrADragAndStaysInHand) {
     EXPECT_TRUE(Map.imgRfLine.Visible);
     EXPECT_EQ(InfoBar.Panel[0], QStringLiteral("Bezugspunkt verschieben: linke Maustaste drücken und bewegen"));
     EXPECT_EQ(Map.InHand, text);
-    EXPECT_TRUE(Toolbar1.Button(QStringLiteral("Rfline"))->Value);
+    EXPECT_TRUE(Button_Now("Rfline").Value);
     Map_Redraw();  // the tool lives through it
     Map_Mouse_Move({300, 200}, false);
     EXPECT_EQ(Box(Map.imgRfLine), QRect(292, 192, 16, 16));

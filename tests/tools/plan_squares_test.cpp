@@ -1,10 +1,10 @@
 #include "tools/plan_squares.h"
 
 #include "edit/entry_look.h"
-#include "maps/menu_table.h"
 #include "plansquares/raster_rows.h"
 #include "platform/progress.h"
 #include "support/bulk_fixture.h"
+#include "support/looks.h"
 #include "support/pixels.h"
 
 class PlanSquaresTest : public BulkTest {
@@ -45,7 +45,7 @@ TEST_F(PlanSquaresTest, TakenOverAsRowsAndTakenBackByUndo) {
   EXPECT_EQ(Raster_bearbeiten()->labels, LabelPlace::Centre);
   EXPECT_EQ(Raster_bearbeiten()->font, "Arial");
   EXPECT_TRUE(frmMDI.HasPlanSquares);
-  EXPECT_EQ(Menu_Caption(*Menu_Row(QStringLiteral("mnuRasterAktiv"))), "de-aktivieren");
+  EXPECT_EQ(Text_Now("mnuRasterAktiv"), "de-aktivieren");
   EXPECT_EQ(Menu(QStringLiteral("mnuReset")).Caption, "Rückgängig: Raster übernehmen");
   MessageScript messages;
   messages.AllowAny(MsgAnswer::Ok);
@@ -136,11 +136,11 @@ TEST_F(PlanSquaresTest, HidingTakesAllButMarkedRows) {
   EXPECT_EQ(Map.PlanMode, -1);
   set(marked, -16);
   Map_Redraw();
-  EXPECT_EQ(Menu_Caption(*Menu_Row(QStringLiteral("mnuRasterEinblenden"))), "einblenden");
+  EXPECT_EQ(Text_Now("mnuRasterEinblenden"), "einblenden");
   Toggle_Raster_Visible();
   EXPECT_EQ(Typ(own), 16);
   EXPECT_EQ(Typ(Key_Of(QStringLiteral("Raster"))), 17);
-  EXPECT_EQ(Menu_Caption(*Menu_Row(QStringLiteral("mnuRasterEinblenden"))), "ausblenden");
+  EXPECT_EQ(Text_Now("mnuRasterEinblenden"), "ausblenden");
 }
 
 TEST_F(PlanSquaresTest, LabelsStandWhereTheDesignSays) {
@@ -188,7 +188,7 @@ TEST_F(PlanSquaresTest, SquaresTakeClicksOnlyWhileActive) {
   Drag({250, 250}, {280, 290});
   EXPECT_EQ(Map.InHand, square);
   EXPECT_EQ(At(square), QPoint(200, 200)) << "a raster stays in place";
-  EXPECT_EQ(Menu_Caption(*Menu_Row(QStringLiteral("mnuObjVisNo"))), "aktuelles Objekt unsichtbar machen");
+  EXPECT_EQ(Text_Now("mnuObjVisNo"), "aktuelles Objekt unsichtbar machen");
   End_Entry();
   Go(square);
   rsEntries->Edit();
@@ -218,7 +218,7 @@ TEST_F(PlanSquaresTest, AHiddenSquareIsFoundAgain) {
   EXPECT_EQ(Map.lblPLQ.Text, "unsichtbares Planquadrat!");
   Map_Mouse_Down({250, 250}, MouseButton::Right, {});
   EXPECT_EQ(Map.InHand, square);
-  EXPECT_EQ(Menu_Caption(*Menu_Row(QStringLiteral("mnuObjVisNo"))), "aktuelles Objekt sichtbar machen");
+  EXPECT_EQ(Text_Now("mnuObjVisNo"), "aktuelles Objekt sichtbar machen");
 }
 
 TEST_F(PlanSquaresTest, AFreeSquareComesIntoTheHandAndMoves) {

@@ -1,5 +1,6 @@
 #include "view/redraw.h"
 
+#include "maps/map_close.h"
 #include "maps/map_open.h"
 #include "platform/files.h"
 #include "platform/surface.h"

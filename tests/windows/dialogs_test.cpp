@@ -10,6 +10,7 @@
 #include <QTextBrowser>
 #include <QtTest>
 
+#include "maps/map_close.h"
 #include "maps/map_open.h"
 #include "platform/files.h"
 #include "platform/shell.h"
@@ -20,8 +21,8 @@
 #include "store/settings.h"
 #include "support/fixture.h"
 #include "windows/canvas/frmBildZoom.h"
-#include "windows/common/frm_dialogs.h"
 #include "windows/dialog_parts.h"
+#include "windows/main/dialog_hooks.h"
 #include "windows/maps/frmAbgesichert.h"
 #include "windows/maps/frmMalprg.h"
 #include "windows/maps/frmMalprgOpen.h"
@@ -379,7 +380,7 @@ TEST_F(DialogTest, AZoomFactorIsTakenWithCommaOrPointWithinItsRange) {
                         Case{"8,01", 0}, Case{"x", 0}, Case{"-1", 0}}) {
     Open();
     Map.Zoom = 1;
-    Menu("mnuZoom100").Checked = true;
+    Map.ZoomMenu = "mnuZoom100";
     FrmBildZoom dialog;
     dialog.show();
     MessageScript script;
@@ -388,8 +389,7 @@ TEST_F(DialogTest, AZoomFactorIsTakenWithCommaOrPointWithinItsRange) {
     QTest::keyClick(&dialog, Qt::Key_Return);
     EXPECT_FLOAT_EQ(Map.Zoom, c.zoom == 0 ? 1 : c.zoom) << c.typed;
     EXPECT_EQ(dialog.isVisible(), c.zoom == 0) << c.typed;
-    EXPECT_EQ(Menu("mnuZoomFak").Checked, c.zoom != 0) << c.typed;
-    EXPECT_EQ(Menu("mnuZoom100").Checked, c.zoom == 0) << c.typed;
+    EXPECT_EQ(Map.ZoomMenu, c.zoom != 0 ? "mnuZoomFak" : "mnuZoom100") << c.typed;
     Close_Map();
   }
 }

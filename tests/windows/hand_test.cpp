@@ -14,7 +14,6 @@
 #include "windows/canvas/frmClipboard.h"
 #include "windows/canvas/map_window_controls.h"
 #include "windows/desktop/clipboard.h"
-#include "windows/main/frm_handlers.h"
 #include "windows/window_fixture.h"
 
 // The hand on the map through the windows: mouse, keys, edit box, popup, tool buttons.
@@ -254,7 +253,6 @@ TEST_F(HandTest, PopupOffersWhatCanBeDone) {
   EXPECT_TRUE(Entry_In_Hand());
   EXPECT_TRUE(window->Action("mnuObjDel")->isEnabled());
   popup->close();
-  for (const QString& key : Popup_Table()) EXPECT_TRUE(key.isEmpty() || Menu_Row(key) != nullptr) << key;
 }
 
 TEST_F(HandTest, ControlClickMarksTheEntryInHandToo) {

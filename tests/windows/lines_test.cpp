@@ -15,7 +15,6 @@
 #include "tools/mouse.h"
 #include "windows/canvas/frmFlKord.h"
 #include "windows/dialog_parts.h"
-#include "windows/main/frm_handlers.h"
 #include "windows/objects/frmLineEndpunkte.h"
 #include "windows/objects/frmLnStil.h"
 #include "windows/window_fixture.h"
@@ -44,7 +43,6 @@ class LinesWindowTest : public WindowTest {
     rsEntries->SetBookmark(Map.InHand);
     return Read_Entry(*rsEntries);
   }
-  void Press_Tool(const char* key) { Tool_Handlers().value(QLatin1String(key))(*window, 0); }
 };
 
 TEST_F(LinesWindowTest, StyleAndEndsAreWrittenAtOnceAndTakenBack) {

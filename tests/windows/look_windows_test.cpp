@@ -9,7 +9,6 @@
 #include "state/dialog_hooks.h"
 #include "store/entry.h"
 #include "windows/dialog_parts.h"
-#include "windows/main/frm_handlers.h"
 #include "windows/objects/frmDrawBreite.h"
 #include "windows/objects/frmFarb.h"
 #include "windows/objects/frmFarb_table.h"
@@ -55,7 +54,6 @@ class LookWindowsTest : public WindowTest {
     EXPECT_NE(found, nullptr);
     return *found;
   }
-  void Tool(const char* key, int line = 0) { Tool_Handlers().value(QLatin1String(key))(*window, line); }
   static void Pick(const QWidget& colors, int number) {
     auto* table = Part<ColorTable>(colors, "tabFarben");
     QTest::mouseClick(table, Qt::LeftButton, {}, table->Cell(number).center());
@@ -165,7 +163,7 @@ TEST_F(LookWindowsTest, WidthAndFrameOfWhatIsInHand) {
   EXPECT_EQ(width.windowTitle(), "Strichbreite");
 
   Take_Entry(text);
-  Tool("Rahmen");
+  Press_Tool("Rahmen");
   auto& colors = Shown<FrmFarb>();
   EXPECT_EQ(colors.windowTitle(), "Rahmenfarbe für Text: Reiher");
   Pick(colors, 9);
@@ -177,7 +175,7 @@ TEST_F(LookWindowsTest, WidthAndFrameOfWhatIsInHand) {
   Press(width, "ckRahmen");
   Press(width, "btnTake");
   EXPECT_EQ(Row(text).RA, -2809);
-  Tool("Rahmen", rightButton);
+  Press_Tool("Rahmen", true);
   EXPECT_EQ(Row(text).RA, 2809);
   EXPECT_TRUE(Part<QAbstractButton>(width, "ckRahmen")->isChecked());
 }

@@ -9,14 +9,14 @@
 #include <QToolBar>
 #include <QToolButton>
 
-#include "hand/toolbar_table.h"
+#include "maps/commands.h"
 #include "maps/menu_table.h"
+#include "maps/toolbar_table.h"
 #include "platform/files.h"
 #include "state/events.h"
 #include "state/global_state.h"
 #include "store/entry.h"
 #include "windows/common/window_support.h"
-#include "windows/main/frm_handlers.h"
 #include "windows/window_fixture.h"
 
 namespace {
@@ -33,41 +33,48 @@ QString Access_Key(const QString& caption) {
 
 }  // namespace
 
-TEST(MenuTableTest, EveryEntryCanBeReachedAndDoesSomething) {
-  QSet<QString> menus = {QString()}, keys, shortcuts, access, done;
-  for (const MenuRow& row : Menu_Table()) {
-    EXPECT_TRUE(menus.contains(row.parent)) << row.key << " before its menu " << row.parent;
-    if (row.kind == MenuKind::Separator) continue;
-    EXPECT_FALSE(keys.contains(row.key)) << row.key;
-    keys << row.key;
-    if (row.kind == MenuKind::Menu)
-      menus << row.key;
-    else
-      EXPECT_TRUE(Menu_Handlers().contains(row.key)) << row.key << " has no handler";
-    for (const QString& shortcut : row.shortcut.split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
+TEST(MenuTableTest, EveryCommandStandsInOneMenuUnderItsOwnKeys) {
+  QSet<QString> shown, shortcuts, buttons;
+  for (const MenuRow& menu : Menu_Table()) {
+    QSet<QString> letters;
+    for (const QString& key : menu.rows) {
+      if (key.startsWith(QLatin1Char('-'))) continue;
+      const Command* command = Find_Command(key);
+      const MenuRow* inner = Find_Menu(key);
+      ASSERT_TRUE((command == nullptr) != (inner == nullptr)) << key << " is not one of both";
+      EXPECT_FALSE(shown.contains(key)) << key << " twice";
+      shown << key;
+      const QString letter = Access_Key(inner ? inner->text : command->text);
+      EXPECT_FALSE(!letter.isEmpty() && letters.contains(letter)) << key << ": access key " << letter << " twice";
+      letters << letter;
+    }
+  }
+  for (const ToolRow& row : Toolbar_Table()) buttons << row.command << row.rightCommand;
+  for (const Command& command : Command_Table()) {
+    EXPECT_TRUE(shown.contains(command.key) || buttons.contains(command.key)) << command.key << " is nowhere";
+    EXPECT_FALSE(command.help.isEmpty()) << command.key;
+    for (const QString& shortcut : command.shortcut.split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
       EXPECT_FALSE(shortcuts.contains(shortcut)) << shortcut << " twice";
       EXPECT_FALSE(QKeySequence(shortcut, QKeySequence::PortableText).isEmpty()) << shortcut;
       shortcuts << shortcut;
     }
-    const QString letter = Access_Key(row.caption);
-    if (letter.isEmpty()) continue;
-    EXPECT_FALSE(access.contains(row.parent + letter)) << row.key << ": access key " << letter << " twice in a menu";
-    access << row.parent + letter;
   }
-  for (auto handler = Menu_Handlers().keyBegin(); handler != Menu_Handlers().keyEnd(); ++handler)
-    EXPECT_TRUE(keys.contains(*handler)) << *handler << " has no entry";
+  for (const QString& key : Popup_Table()) EXPECT_TRUE(key == QLatin1String("-") || shown.contains(key)) << key;
 }
 
-TEST(ToolbarTableTest, OnlyBuiltButtonsAreShownAndEachDoesSomething) {
+TEST(ToolbarTableTest, OnlyButtonsOfCommandsAreShown) {
+  Reset_Global_State();
+  Toolbar1.Tag = QStringLiteral("Norm");
+  QStringList norm;
+  for (const ToolButton& button : Toolbar_Now()) norm << button.Key;
+  EXPECT_EQ(norm.first(), QStringLiteral("Map"));
+  // Neither what does not exist yet nor what belongs to an entry in hand.
+  for (const char* key : {"Excel", "Fd", "Del"}) EXPECT_FALSE(norm.contains(QLatin1String(key))) << key;
   for (const ToolRow& row : Toolbar_Table())
-    EXPECT_TRUE(!row.built || row.panel || Tool_Handlers().contains(row.key)) << row.key;
-  const auto norm = Toolbar_Buttons(QStringLiteral("Norm"));
-  ASSERT_FALSE(norm.empty());
-  EXPECT_EQ(norm.front().Key, QStringLiteral("Map"));
-  EXPECT_FALSE(Tool_Help(QStringLiteral("Norm"), QStringLiteral("SAV")).isEmpty());
-  // What belongs to an entry in hand is not there without one.
-  for (const ToolButton& button : norm) EXPECT_NE(button.Key, QStringLiteral("Del"));
+    EXPECT_TRUE(row.rightCommand.isEmpty() || Find_Command(row.rightCommand)) << row.key;
 }
+
+TEST_F(WindowTest, EveryCommandIsBound) { EXPECT_EQ(Unbound_Commands(), QStringList()); }
 
 TEST_F(WindowTest, WithoutMapOnlyOpeningAndHelpAreOffered) {
   QStringList enabled;
@@ -164,37 +171,6 @@ TEST_F(WindowTest, KeysReachTheirEntriesWithAMapOpen) {
   EXPECT_FALSE(frmMDI.MapOpen);
 }
 
-// Each entry once, every question cancelled and every dialog closed: the map stays or can be opened again, and nothing
-// comes to the error of last resort.
-TEST_F(WindowTest, EveryEntryCanBeChosenAndCancelled) {
-  Open(300, 200);
-  MessageScript messages;
-  messages.AllowAny(MsgAnswer::Cancel);
-  Set_File_Dialog_Handler([](const FileRequest&) { return std::nullopt; });
-  QTimer closer;
-  QObject::connect(&closer, &QTimer::timeout, [] {
-    if (QWidget* dialog = QApplication::activeModalWidget()) dialog->close();
-  });
-  closer.start(20);
-  for (const MenuRow& row : Menu_Table()) {
-    const bool single = row.kind == MenuKind::Entry || row.kind == MenuKind::Check;
-    if (!single || row.key == QLatin1String("mnuFluraxFini")) continue;
-    QAction* action = window->Action(row.key);
-    if (!action->isEnabled()) continue;
-    const size_t seen = messages.Seen().size();
-    action->trigger();
-    Settle();
-    for (size_t i = seen; i < messages.Seen().size(); ++i)
-      EXPECT_NE(messages.Seen()[i].title, QStringLiteral("Programmfehler ")) << row.key << messages.Seen()[i].text;
-    if (row.key == QLatin1String("mnuNoTable")) action->trigger();  // back to the normal mode
-    if (row.key == QLatin1String("mnuMapClose")) Choose(QStringLiteral("mnuMapFile"), 1);
-    EXPECT_TRUE(frmMDI.MapOpen) << row.key;
-    EXPECT_EQ(QApplication::overrideCursor(), nullptr) << row.key << " leaves the hourglass";
-  }
-  for (QWidget* open : QApplication::topLevelWidgets())
-    if (open != window.get()) open->close();
-}
-
 // Two seconds after the last key or button what waits in the log is folded into the table file.
 TEST_F(WindowTest, IdleTimeBringsTheTableFileUpToDate) {
   Open(300, 200);
@@ -252,7 +228,7 @@ TEST_F(WindowTest, SafeModeTellsItsStateInTheMenu) {
   Choose(QStringLiteral("mnuNoTable"));
   EXPECT_TRUE(window->Action("mnuNoTable")->isChecked());
   EXPECT_TRUE(frmMDI.SafeMode);
-  EXPECT_EQ(window->Action("mnuNoTable")->text(), Menu(QStringLiteral("mnuNoTable")).Caption);
+  EXPECT_EQ(window->Action("mnuNoTable")->text(), QStringLiteral("im abgesicherten Modus öffnen - ja"));
   messages.Expect(QStringLiteral("zuletzt bearbeiteten Karteneinträgen"));
   Choose(QStringLiteral("mnuNoTable"));
   EXPECT_FALSE(window->Action("mnuNoTable")->isChecked());
@@ -260,6 +236,7 @@ TEST_F(WindowTest, SafeModeTellsItsStateInTheMenu) {
 
 TEST_F(WindowTest, ListLinesShowPathsAsTheyAre) {
   Menu(QStringLiteral("mnuMapFile"), 1).Caption = QStringLiteral("/karten/Tier & Pflanze.bmp");
+  Menu(QStringLiteral("mnuMapFile"), 1).Visible = true;
   Menu(QStringLiteral("mnuMapFile"), 2).Caption.clear();
   events.StateChanged.Emit();
   EXPECT_EQ(window->Action("mnuMapFile", 1)->text(), QStringLiteral("/karten/Tier && Pflanze.bmp"));
@@ -291,10 +268,6 @@ TEST_F(WindowTest, ToolbarFollowsItsStateAndTheOptions) {
     for (QAction* action : toolbar->actions())
       EXPECT_NE(qobject_cast<QToolButton*>(toolbar->widgetForAction(action))->autoRaise(), raised);
   }
-  ASSERT_NE(Toolbar1.Button(QStringLiteral("SAV")), nullptr);
-  Toolbar1.Button(QStringLiteral("SAV"))->Enabled = false;
-  events.StateChanged.Emit();
-  EXPECT_FALSE(toolbar->findChild<QAction*>("SAV")->isEnabled());
   // Full text, picture and explanation: nothing is left to guess.
   for (const QAction* action : toolbar->actions()) {
     EXPECT_FALSE(action->icon().isNull()) << action->objectName();
@@ -349,15 +322,13 @@ TEST_F(WindowTest, DroppedMapOpensOtherFilesDoNot) {
 }
 
 TEST_F(WindowTest, MapButtonOpensMenuOrFitsTheWindow) {
-  const auto press = [this] { Tool_Handlers().value(QStringLiteral("Map"))(*window, 0); };
-  press();
+  Press_Tool("Map");
   EXPECT_EQ(window->menuBar()->activeAction(), window->Action("mnuKarte"));
   window->menuBar()->setActiveAction(nullptr);
   Open(300, 200);
   Choose(QStringLiteral("mnuDBGridOn"));  // without the table the map fills the window
   ASSERT_TRUE(Map.Maximized);
-  press();
-  Settle();
+  Press_Tool("Map");
   EXPECT_FALSE(Map.Maximized);
   EXPECT_EQ(window->Map_Window().size(), QSize(300, 200));
 }

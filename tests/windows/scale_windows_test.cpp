@@ -21,12 +21,6 @@ class ScaleWindowsTest : public WindowTest {
     Open(600, 400);
   }
   FrmMass* Mass() const { return window->findChild<FrmMass*>(); }
-  void Press_Tool(const char* key) {
-    auto* button = window->findChild<QAction*>(QString::fromLatin1(key));
-    ASSERT_NE(button, nullptr) << key;
-    button->trigger();
-    Settle();
-  }
   static void Drag(QPoint from, QPoint to) {
     Map_Mouse_Down(from, MouseButton::Left, {});
     Map_Mouse_Move(to, true);

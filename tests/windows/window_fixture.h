@@ -1,6 +1,7 @@
 #pragma once
 #include <QAction>
 #include <QTest>
+#include <QToolBar>
 #include <memory>
 
 #include "maps/program_start.h"
@@ -37,6 +38,20 @@ class WindowTest : public FluraxTest {
     ASSERT_TRUE(action->isVisible()) << key.toStdString() << " is hidden";
     action->trigger();
     Settle();
+  }
+  // A tool button; with the right mouse button.
+  void Press_Tool(const char* key, bool right = false) {
+    auto* bar = Child<QToolBar>("Toolbar1");
+    for (QAction* action : bar->actions()) {
+      if (action->objectName() != QLatin1String(key)) continue;
+      ASSERT_TRUE(action->isEnabled()) << key << " is disabled";
+      if (right)
+        QMetaObject::invokeMethod(bar->widgetForAction(action), "customContextMenuRequested", Q_ARG(QPoint, QPoint()));
+      else
+        action->trigger();
+      return Settle();
+    }
+    FAIL() << "no button " << key;
   }
   // Opens a white map of the size through the menu.
   void Open(int width, int height) {

@@ -47,3 +47,6 @@ class DlgBMP : public QDialog {
   std::unique_ptr<Ui::DlgBMP> ui;
   PictureSizeNumbers numbers;
 };
+
+// Size of the picture in hand.
+void Show_dlgBMP(QWidget* parent);

@@ -6,7 +6,6 @@
 #include "platform/text.h"
 #include "state/events.h"
 #include "state/map_state.h"
-#include "state/mdi_state.h"
 #include "ui_frmBildZoom.h"
 #include "view/view.h"
 #include "windows/common/frm_dialogs.h"
@@ -71,7 +70,7 @@ void FrmBildZoom::accept() {
   QDialog::accept();
   Clear_Zoom_Checks();
   Set_Zoom(1 / factor);
-  Menu(QStringLiteral("mnuZoomFak")).Checked = true;
+  Map.ZoomMenu = QStringLiteral("mnuZoomFak");
   events.StateChanged.Emit();
 }
 

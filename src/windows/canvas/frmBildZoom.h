@@ -26,3 +26,6 @@ class FrmBildZoom : public QDialog {
   std::unique_ptr<Ui::FrmBildZoom> ui;
   QString before;  // the factor as it was shown at first
 };
+
+// Zoom factor of the map.
+void Show_frmBildZoom(QWidget* parent);

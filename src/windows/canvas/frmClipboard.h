@@ -25,3 +25,10 @@ class FrmClipboard : public QDialog {
 
   std::unique_ptr<Ui::FrmClipboard> ui;
 };
+
+// What of the clipboard shall come into the map: kind "Txt", "Img", or "" for nothing.
+struct ClipboardChoice {
+  QString kind, text;
+  QImage picture;
+};
+ClipboardChoice Show_frmClipboard(QWidget* parent);

@@ -10,7 +10,7 @@
 #include "state/events.h"
 #include "tools/map_tool.h"
 #include "ui_frmEigenschaften.h"
-#include "windows/canvas/frmFigur.h"
+#include "windows/canvas/figure_fields.h"
 #include "windows/common/frm_dialogs.h"
 #include "windows/common/window_support.h"
 #include "windows/desktop/application.h"

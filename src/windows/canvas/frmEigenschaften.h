@@ -40,3 +40,6 @@ class FrmEigenschaften : public QDialog {
   int syncing = 0;
   int closedListener = 0, stateListener = 0, tableListener = 0;
 };
+
+// Axes, foci and angle of the figure in hand; stays open beside the map.
+void Show_frmEigenschaften(QWidget* parent);

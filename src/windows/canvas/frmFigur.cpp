@@ -15,6 +15,8 @@
 #include "state/map_state.h"
 #include "tools/map_tool.h"
 #include "ui_frmFigur.h"
+#include "windows/canvas/figure_fields.h"
+#include "windows/canvas/frmFigurDraw.h"
 #include "windows/common/frm_dialogs.h"
 #include "windows/common/window_support.h"
 #include "windows/desktop/application.h"
@@ -52,28 +54,6 @@ bool Figure_Tool_In_Use() {
 }
 
 }  // namespace
-
-std::optional<int> Pixels_Of(const QString& text) {
-  const auto value = Number_Typed(text);
-  if (!value || std::abs(*value) >= 1e6) return std::nullopt;
-  return static_cast<int>(std::lrint(*value));
-}
-
-QString Pixels_Text(double pixels, bool vertical) {
-  const QString text = QStringLiteral("Pixel");
-  const double mm = vertical ? MapPixelMmY : MapPixelMm;
-  if (MapHasScale && MapUnitPerPixel > 0)
-    return text + QStringLiteral("  (%1%2)").arg(Format(pixels * MapUnitPerPixel, QStringLiteral("###0.0##")), MapUnit);
-  return mm > 0 ? text + QStringLiteral("  (%1 mm)").arg(Format(pixels * mm, QStringLiteral("###0.0"))) : text;
-}
-
-void Place_Beside_Map(QDialog& window) {
-  const QWidget* parent = window.parentWidget();
-  if (!parent) return;
-  window.adjustSize();
-  const QPoint corner = parent->mapToGlobal(QPoint(parent->width(), 0));
-  window.move(std::max(0, corner.x() - window.width() - 30), corner.y() + 110);
-}
 
 FrmFigur::FrmFigur(QWidget* parent) : QDialog(parent), ui(std::make_unique<Ui::FrmFigur>()) {
   ui->setupUi(this);

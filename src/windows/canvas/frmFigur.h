@@ -36,9 +36,5 @@ class FrmFigur : public QDialog {
   int closedListener = 0, stateListener = 0, tableListener = 0;
 };
 
-// A window that stays open comes to lie at the right edge of the main window: the middle of the map stays free.
-void Place_Beside_Map(QDialog& window);
-// A whole number of map pixels and nothing else.
-std::optional<int> Pixels_Of(const QString& text);
-// Length in the map's unit, else in millimetres on paper: "Pixel  (1,2 km)".
-QString Pixels_Text(double pixels, bool vertical);
+// Kind and size of figures; stays open beside the map.
+void Show_frmFigur(QWidget* parent);

@@ -8,7 +8,7 @@
 #include "store/vertex_table.h"
 #include "tools/map_tool.h"
 #include "ui_frmFigurDraw.h"
-#include "windows/canvas/frmFigur.h"
+#include "windows/canvas/figure_fields.h"
 #include "windows/common/frm_dialogs.h"
 #include "windows/common/window_support.h"
 #include "windows/desktop/application.h"

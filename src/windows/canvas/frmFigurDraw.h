@@ -40,3 +40,6 @@ class FrmFigurDraw : public QDialog {
   int syncing = 0;
   int closedListener = 0, stateListener = 0, tableListener = 0;
 };
+
+// A free figure and its vertices; stays open beside the map.
+void Show_frmFigurDraw(QWidget* parent);

@@ -159,7 +159,6 @@ void FrmFlKord::End_Check(const QString& told, int goOn) {
 }
 
 void Open_Vertex_Table(QWidget* parent) {
-  if (!Store_Pending_Text()) return;
   if (!Map.InHand.isEmpty()) Map.CurBookmark = Map.InHand;
   const std::optional<VertexList> list = Vertices_Of_Current();
   if (!list) {

@@ -37,3 +37,6 @@ class FrmMoveObjects : public QDialog {
   std::optional<QPoint> fix;  // map pixels
   int closedListener = 0, stateListener = 0;
 };
+
+// Moves entries; stays open beside the map.
+void Show_frmMoveObjects(QWidget* parent);

@@ -355,8 +355,5 @@ void MapWindow::closeEvent(QCloseEvent* event) {
   // The window stays for the next map; the state tells that it is hidden.
   event->ignore();
   if (!Map.Visible) return;
-  Run_Guarded([] {
-    if (Map.Tag != QLatin1String("MDI")) Map.Tag = QStringLiteral("Map");
-    Close_Map();
-  });
+  Run_Guarded([] { Leave_Map(); });
 }

@@ -1,34 +1,5 @@
 #include "windows/desktop/application.h"
 
-#include <exception>
-#include <new>
-
-#include "platform/error.h"
-#include "platform/message_box.h"
-#include "state/events.h"
-
-static void Show_Program_Error(const Error& error) {
-  // The question is the told one; ending goes through the main window, so that the table is closed in order.
-  const auto answer = Message_Box(Error_Message(error, QStringLiteral("Programm beenden ?")), MsgButtons::YesNo,
-                                  MsgIcon::Critical, QStringLiteral("Programmfehler "), MsgDefault::Second);
-  if (answer == MsgAnswer::Yes) events.EndWanted.Emit();
-}
-
-bool Run_Guarded(const std::function<void()>& work) {
-  try {
-    work();
-    return true;
-  } catch (const Error& error) {
-    // An event that came while a statement runs: who is heard then is told again when it has ended.
-    if (error.number != errors::databaseBusy) Show_Program_Error(error);
-  } catch (const std::bad_alloc&) {
-    Show_Program_Error({errors::outOfMemory, Error_Text(errors::outOfMemory)});
-  } catch (const std::exception& error) {
-    Show_Program_Error({0, QString::fromLocal8Bit(error.what())});
-  }
-  return false;
-}
-
 bool Application::notify(QObject* receiver, QEvent* event) {
   bool result = false;
   Run_Guarded([&] { result = QApplication::notify(receiver, event); });

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "maps/menu_table.h"
+#include "maps/toolbar_table.h"
 
 class ElidedLabel;
 class MapWindow;
@@ -14,8 +15,8 @@ class QMdiArea;
 class QMdiSubWindow;
 class TblWindow;
 
-// The main window: menus, Toolbar1, InfoBar and the area of the child windows. It shows frmMDI, the menu states,
-// Toolbar1, InfoBar and Map, and calls the handler of what the user chooses.
+// The main window: menus, Toolbar1, InfoBar and the area of the child windows. It shows frmMDI, the looks of the
+// commands, Toolbar1, InfoBar and Map, and runs the command that the user chooses.
 class MdiWindow : public QMainWindow {
   Q_OBJECT
 
@@ -24,7 +25,7 @@ class MdiWindow : public QMainWindow {
   ~MdiWindow() override;
 
   void Sync();  // state -> widgets
-  // Action of a menu entry; of line 1..10 of a list. nullptr if there is none.
+  // Action of a menu or of a command in it; of line 1..10 of a list. nullptr if there is none.
   QAction* Action(const QString& key, int line = 0) const;
   MapWindow& Map_Window() { return *mapWindow; }
   TblWindow& Table_Window() { return *tblWindow; }
@@ -38,24 +39,27 @@ class MdiWindow : public QMainWindow {
 
  private:
   struct MenuItem {
-    const MenuRow* row = nullptr;
+    const MenuRow* menu = nullptr;
+    const Command* command = nullptr;  // or a menu
     int line = 0;
     QAction* action = nullptr;
+    const QString& Key() const { return menu ? menu->key : command->key; }
   };
 
   void Build_Menus();
-  QAction* Add_Entry(QMenu& menu, const MenuRow& row, int line);
+  void Build_Menu(QMenu& menu, const MenuRow& row);
+  void Add_Command(QMenu& menu, const Command& command, int line);
   void Build_Child_Windows();
   void Build_InfoBar();
   void Connect_Events();
-  void Call_Handler(const QString& key, int line);
-  void Call_Tool(const QString& key, int line);
+  void Run(const QString& command, int line = 0);
   void Show_Popup();
 
   void Sync_Menus();
   void Sync_Toolbar();
-  void Rebuild_Toolbar();
-  void Sync_Tool(QAction& action, const struct ToolButton& button);
+  void Rebuild_Toolbar(const std::vector<ToolButton>& buttons);
+  void Add_Tool(const ToolButton& button);
+  void Sync_Tool(QAction& action, const ToolButton& button);
   void Sync_InfoBar();
   void Sync_Map();
   void Place_Map();

@@ -5,15 +5,12 @@
 #include <QToolBar>
 #include <QToolButton>
 
-#include "hand/activation.h"
-#include "hand/tool_state.h"
-#include "hand/toolbar_table.h"
+#include "maps/command_look.h"
+#include "maps/commands.h"
 #include "state/map_state.h"
 #include "state/mdi_state.h"
 #include "windows/canvas/map_window.h"
 #include "windows/common/window_support.h"
-#include "windows/desktop/application.h"
-#include "windows/main/frm_handlers.h"
 #include "windows/main/mdi_window.h"
 
 namespace {
@@ -32,56 +29,7 @@ Qt::ToolBarArea Area_Of(ToolbarPlace place) {
   return Qt::TopToolBarArea;
 }
 
-QString Tool_Icon(const QString& key) {
-  static const QHash<QString, QString> names = {{"Map", "map"},
-                                                {"SAV", "save"},
-                                                {"Tbl", "table"},
-                                                {"Daten", "data"},
-                                                {"Linie", "line"},
-                                                {"Fl", "area"},
-                                                {"LnStil", "line_style"},
-                                                {"LnEnd", "line_ends"},
-                                                {"LnKorr", "vertices"},
-                                                {"PKorr", "vertices"},
-                                                {"Bild", "picture"},
-                                                {"Text", "text"},
-                                                {"Symb", "symbol"},
-                                                {"Fig", "figure"},
-                                                {"Ein", "show"},
-                                                {"Akt", "active"},
-                                                {"rechts", "align_right"},
-                                                {"links", "align_left"},
-                                                {"oben", "align_top"},
-                                                {"unten", "align_bottom"},
-                                                {"gleich", "equal"},
-                                                {"Gruppe", "group"},
-                                                {"MarkDel", "mark_delete"},
-                                                {"unmark", "unmark"},
-                                                {"Ok", "ok"},
-                                                {"Schrift", "font"},
-                                                {"Rahmen", "frame"},
-                                                {"Fill", "fill"},
-                                                {"Breite", "width"},
-                                                {"Rfline", "footpoint"},
-                                                {"Scale", "scale"},
-                                                {"Mark", "mark"},
-                                                {"Curve", "curve"},
-                                                {"FlBez", "label"},
-                                                {"LnBez", "label"},
-                                                {"Del", "delete"},
-                                                {"vor", "front"},
-                                                {"back", "back"},
-                                                {"Dupl", "duplicate"},
-                                                {"Cpy", "copy"},
-                                                {"Lupe", "zoom"},
-                                                {"Vis", "hide"},
-                                                {"Farbe", "color"}};
-  return names.value(key);
-}
-
 constexpr int panelWidth = 220;
-const QStringList rightButtonKeys = {QStringLiteral("vor"), QStringLiteral("back"), QStringLiteral("Lupe"),
-                                     QStringLiteral("Rahmen"), QStringLiteral("Rfline")};
 
 // What stands below belongs together; it cannot be chosen.
 void Add_Heading(QMenu& menu, const QString& caption) {
@@ -108,60 +56,67 @@ void MdiWindow::Build_Menus() {
   connect(popup, &QMenu::aboutToShow, this, [this] { popup->setProperty("chosen", true); });
   connect(popup, &QMenu::aboutToHide, this,
           [this] { QTimer::singleShot(0, this, [this] { popup->setProperty("chosen", false); }); });
-  QHash<QString, QMenu*> menus;
-  for (const MenuRow& row : Menu_Table()) {
-    QMenu* parent = menus.value(row.parent);
-    if (row.kind == MenuKind::Separator) {
-      if (row.caption.isEmpty())
-        parent->addSeparator();
-      else
-        Add_Heading(*parent, row.caption);
-    } else if (row.kind == MenuKind::Menu) {
-      QMenu* menu = parent ? parent->addMenu(row.caption) : menuBar()->addMenu(row.caption);
-      menu->setToolTipsVisible(true);
-      menu->menuAction()->setObjectName(row.key);
-      menu->setIcon(Program_Icon(row.icon));
-      menus.insert(row.key, menu);
-      items.push_back({&row, 0, menu->menuAction()});
+  for (const QString& key : Menu_Bar()) {
+    const MenuRow& row = *Find_Menu(key);
+    Build_Menu(*menuBar()->addMenu(row.text), row);
+  }
+}
+
+void MdiWindow::Build_Menu(QMenu& menu, const MenuRow& row) {
+  menu.setToolTipsVisible(true);
+  menu.menuAction()->setObjectName(row.key);
+  menu.setIcon(Program_Icon(row.icon));
+  items.push_back({&row, nullptr, 0, menu.menuAction()});
+  for (const QString& key : row.rows) {
+    if (key == QLatin1String("-")) {
+      menu.addSeparator();
+    } else if (key.startsWith(QLatin1String("- "))) {
+      Add_Heading(menu, key.mid(2));
+    } else if (const MenuRow* inner = Find_Menu(key)) {
+      Build_Menu(*menu.addMenu(inner->text), *inner);
+    } else if (const Command& command = *Find_Command(key); command.kind != CommandKind::List) {
+      Add_Command(menu, command, 0);
     } else {
-      const bool list = row.kind == MenuKind::List;
-      for (int line = list ? 1 : 0; line <= (list ? menuListLines : 0); ++line) Add_Entry(*parent, row, line);
+      for (int line = 1; line <= menuListLines; ++line) Add_Command(menu, command, line);
     }
   }
 }
 
-QAction* MdiWindow::Add_Entry(QMenu& menu, const MenuRow& row, int line) {
-  QAction* action = menu.addAction(row.caption);
-  action->setObjectName(line == 0 ? row.key : QStringLiteral("%1(%2)").arg(row.key).arg(line));
-  action->setCheckable(row.kind == MenuKind::Check);
-  action->setStatusTip(row.help);
-  action->setIcon(Program_Icon(row.icon));
-  action->setShortcuts(Shortcuts(row.shortcut));
-  if (Shortcut_Of_Map(row) && !row.shortcut.isEmpty()) {
+void MdiWindow::Add_Command(QMenu& menu, const Command& command, int line) {
+  QAction* action = menu.addAction(command.text);
+  action->setObjectName(line == 0 ? command.key : QStringLiteral("%1(%2)").arg(command.key).arg(line));
+  action->setCheckable(command.kind == CommandKind::Check);
+  action->setStatusTip(command.help);
+  action->setIcon(Program_Icon(command.icon));
+  action->setShortcuts(Shortcuts(command.shortcut));
+  if (!command.shortcut.isEmpty() && Shortcut_Of_Map(command.key)) {
     action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
     mapWindow->addAction(action);
   }
   action->setMenuRole(QAction::NoRole);
-  connect(action, &QAction::triggered, this, [this, key = row.key, line] { Call_Handler(key, line); });
-  items.push_back({&row, line, action});
-  return action;
+  connect(action, &QAction::triggered, this, [this, key = command.key, line] { Run(key, line); });
+  items.push_back({nullptr, &command, line, action});
 }
 
 QAction* MdiWindow::Action(const QString& key, int line) const {
   for (const MenuItem& item : items)
-    if (item.line == line && item.row->key == key) return item.action;
+    if (item.line == line && item.Key() == key) return item.action;
   return nullptr;
 }
 
 void MdiWindow::Sync_Menus() {
   for (const MenuItem& item : items) {
-    const bool list = item.line > 0;
-    const MenuState& state = list ? Menu(item.row->key, item.line) : Menu(item.row->key);
-    const QString caption = list ? Escaped_Caption(state.Caption) : Menu_Caption(*item.row);
-    if (item.action->text() != caption) item.action->setText(caption);
-    item.action->setVisible(state.Visible && !caption.isEmpty());
-    item.action->setEnabled(list ? state.Enabled : Menu_Enabled(*item.row));
-    if (item.action->isCheckable()) item.action->setChecked(Menu_Checked(*item.row));
+    if (item.menu) {
+      item.action->setEnabled(Needs_Met(item.menu->needs));
+      continue;
+    }
+    const Command& command = *item.command;
+    const MenuState* line = item.line > 0 ? &Menu(command.key, item.line) : nullptr;
+    const QString text = line ? Escaped_Caption(line->Caption) : Command_Text(command);
+    if (item.action->text() != text) item.action->setText(text);
+    item.action->setVisible(!text.isEmpty() && (!line || line->Visible));
+    item.action->setEnabled(Needs_Met(command.needs) && (!line || line->Enabled));
+    if (item.action->isCheckable()) item.action->setChecked(Command_Checked(command.key));
   }
 }
 
@@ -174,7 +129,7 @@ void MdiWindow::Show_Popup() {
   }
   popup->clear();
   for (const QString& key : Popup_Table()) {
-    if (key.isEmpty())
+    if (key == QLatin1String("-"))
       popup->addSeparator();
     else
       popup->addAction(Action(key));
@@ -182,17 +137,7 @@ void MdiWindow::Show_Popup() {
   popup->popup(at);
 }
 
-void MdiWindow::Call_Tool(const QString& key, int line) {
-  const auto handler = Tool_Handlers().constFind(key);
-  if (handler == Tool_Handlers().constEnd()) return;
-  Run_Guarded([&] {
-    // What was typed comes before what is done to the entry; "Ok" stores it itself.
-    if (key == QLatin1String("Ok") || Store_Pending_Text()) (*handler)(*this, line);
-  });
-  Sync();
-}
-
-void MdiWindow::Rebuild_Toolbar() {
+void MdiWindow::Rebuild_Toolbar(const std::vector<ToolButton>& buttons) {
   if (!toolbar) {
     toolbar = new QToolBar(QStringLiteral("Werkzeuge"), this);
     toolbar->setObjectName(QStringLiteral("Toolbar1"));
@@ -200,29 +145,35 @@ void MdiWindow::Rebuild_Toolbar() {
     toolbar->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
     toolbar->setIconSize({28, 28});
   }
+  // The bar only lets go of its actions; one of them may be the one that is being carried out.
+  const auto former = toolbar->actions();
   toolbar->clear();
+  for (QAction* action : former) action->deleteLater();
   toolbarKeys.clear();
-  for (const ToolButton& button : Toolbar1.buttons) {
+  for (const ToolButton& button : buttons) {
     toolbarKeys << Toolbar1.Tag + button.Key;
-    if (button.Key == QLatin1String("Panel")) {
-      auto* label = new QLabel(toolbar);
-      label->setTextFormat(Qt::PlainText);
-      label->setMargin(4);
-      label->setMaximumWidth(panelWidth);
-      toolbar->addWidget(label)->setObjectName(button.Key);
-      continue;
-    }
-    QAction* action = toolbar->addAction(Program_Icon(Tool_Icon(button.Key)), button.Caption);
-    action->setObjectName(button.Key);
-    action->setStatusTip(Tool_Help(Toolbar1.Tag, button.Key));
-    connect(action, &QAction::triggered, this, [this, key = button.Key] { Call_Tool(key, 0); });
-    // Some buttons have a second meaning for the right mouse button.
-    QWidget* widget = toolbar->widgetForAction(action);
-    widget->setContextMenuPolicy(Qt::CustomContextMenu);
-    if (rightButtonKeys.contains(button.Key))
-      connect(widget, &QWidget::customContextMenuRequested, this,
-              [this, key = button.Key] { Call_Tool(key, rightButton); });
+    Add_Tool(button);
   }
+}
+
+void MdiWindow::Add_Tool(const ToolButton& button) {
+  if (button.Command.isEmpty()) {
+    auto* label = new QLabel(toolbar);
+    label->setTextFormat(Qt::PlainText);
+    label->setMargin(4);
+    label->setMaximumWidth(panelWidth);
+    toolbar->addWidget(label)->setObjectName(button.Key);
+    return;
+  }
+  QAction* action = toolbar->addAction(Program_Icon(Find_Command(button.Command)->icon), button.Caption);
+  action->setObjectName(button.Key);
+  action->setStatusTip(button.Help);
+  connect(action, &QAction::triggered, this, [this, key = button.Command] { Run(key); });
+  // Some buttons have a second meaning for the right mouse button.
+  QWidget* widget = toolbar->widgetForAction(action);
+  widget->setContextMenuPolicy(Qt::CustomContextMenu);
+  if (!button.RightCommand.isEmpty())
+    connect(widget, &QWidget::customContextMenuRequested, this, [this, key = button.RightCommand] { Run(key); });
 }
 
 void MdiWindow::Sync_Tool(QAction& action, const ToolButton& button) {
@@ -244,13 +195,13 @@ void MdiWindow::Sync_Tool(QAction& action, const ToolButton& button) {
 }
 
 void MdiWindow::Sync_Toolbar() {
-  Dress_Toolbar();
+  const std::vector<ToolButton> buttons = Toolbar_Now();
   QStringList wanted;
-  for (const ToolButton& button : Toolbar1.buttons) wanted << Toolbar1.Tag + button.Key;
-  if (!toolbar || wanted != toolbarKeys) Rebuild_Toolbar();
+  for (const ToolButton& button : buttons) wanted << Toolbar1.Tag + button.Key;
+  if (!toolbar || wanted != toolbarKeys) Rebuild_Toolbar(buttons);
   const Qt::ToolBarArea place = Area_Of(frmMDI.toolbarPlace);
   if (toolBarArea(toolbar) != place) addToolBar(place, toolbar);
-  toolbar->setVisible(Toolbar1.Visible && !Toolbar1.buttons.empty());
+  toolbar->setVisible(Toolbar1.Visible && !buttons.empty());
   const auto actions = toolbar->actions();
-  for (qsizetype i = 0; i < actions.size(); ++i) Sync_Tool(*actions[i], Toolbar1.buttons[static_cast<size_t>(i)]);
+  for (qsizetype i = 0; i < actions.size(); ++i) Sync_Tool(*actions[i], buttons[static_cast<size_t>(i)]);
 }

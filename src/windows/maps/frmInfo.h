@@ -17,3 +17,6 @@ class FrmInfo : public QDialog {
  private:
   std::unique_ptr<Ui::FrmInfo> ui;
 };
+
+// Name, version and folders of the program.
+void Show_frmInfo(QWidget* parent);

@@ -24,3 +24,6 @@ class FrmMalprg : public QDialog {
 
   std::unique_ptr<Ui::FrmMalprg> ui;
 };
+
+// The list of paint programs: add, remove, choose.
+void Show_frmMalprg(QWidget* parent);

@@ -8,6 +8,7 @@
 #include "store/settings.h"
 #include "ui_frmMalprgOpen.h"
 #include "windows/common/frm_dialogs.h"
+#include "windows/maps/frmMalprg.h"
 
 FrmMalprgOpen::FrmMalprgOpen(QWidget* parent) : QDialog(parent), ui(std::make_unique<Ui::FrmMalprgOpen>()) {
   ui->setupUi(this);

@@ -23,3 +23,6 @@ class FrmMalprgOpen : public QDialog {
 
   std::unique_ptr<Ui::FrmMalprgOpen> ui;
 };
+
+// Starts a paint program with the map file.
+void Show_frmMalprgOpen(QWidget* parent);

@@ -26,3 +26,6 @@ class FrmMapNeu : public QDialog {
   std::unique_ptr<Ui::FrmMapNeu> ui;
   QButtonGroup *formats, *directions;
 };
+
+// An empty map.
+void Show_frmMapNeu(QWidget* parent);

@@ -48,3 +48,6 @@ class FrmMapSize : public QDialog {
   std::unique_ptr<Ui::FrmMapSize> ui;
   MapSizeNumbers numbers;
 };
+
+// Millimetres and resolution of the open map.
+void Show_frmMapSize(QWidget* parent);

@@ -48,3 +48,6 @@ class FrmMapStart : public QWidget {
   int step = 0;
   int listener = 0;  // of StateChanged, while the window is shown
 };
+
+// The window shown while no map is open; `parent` places it. Its timer runs while it is visible.
+QWidget* Make_frmMapStart(QWidget* parent);

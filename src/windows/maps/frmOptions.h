@@ -52,3 +52,5 @@ class FrmOptions : public QDialog {
   std::array<QRgb, 16> palette;
   QString tag;
 };
+
+void Show_frmOptions(QWidget* parent);

@@ -26,3 +26,6 @@ class FrmTipps : public QDialog {
   std::unique_ptr<Ui::FrmTipps> ui;
   int tip = 1;
 };
+
+// The tips one after the other.
+void Show_frmTipps(QWidget* parent);

@@ -7,7 +7,6 @@
 #include "platform/text.h"
 #include "state/global_state.h"
 #include "ui_frmDrawBreite.h"
-#include "windows/common/frm_dialogs.h"
 #include "windows/desktop/application.h"
 
 namespace {

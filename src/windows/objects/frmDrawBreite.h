@@ -26,3 +26,6 @@ class FrmDrawBreite : public LookWindow {
 
   std::unique_ptr<Ui::FrmDrawBreite> ui;
 };
+
+// Of the entry in hand or the next one; stays open and follows the entry in hand.
+void Show_frmDrawBreite(QWidget* parent);

@@ -1,12 +1,13 @@
 #pragma once
 #include <memory>
 
-#include "windows/common/frm_dialogs.h"
 #include "windows/common/frm_look_window.h"
 
 namespace Ui {
 class FrmFarb;
 }
+
+enum class FarbFor { Entry, Frame, Waypoints };
 
 // The colours of the entry in hand or of the next one. A click on the table takes effect at once.
 class FrmFarb : public LookWindow {
@@ -37,3 +38,6 @@ class FrmFarb : public LookWindow {
   ColorOf chosen = ColorOf::VG;
   FarbFor purpose = FarbFor::Entry;
 };
+
+// Colours of the entry in hand or the next one; stays open and follows the entry in hand.
+void Show_frmFarb(QWidget* parent, FarbFor what = FarbFor::Entry);

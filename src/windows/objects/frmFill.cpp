@@ -6,8 +6,9 @@
 
 #include "objects/look_samples.h"
 #include "ui_frmFill.h"
-#include "windows/common/frm_dialogs.h"
 #include "windows/desktop/application.h"
+#include "windows/objects/frmDrawBreite.h"
+#include "windows/objects/frmFarb.h"
 
 namespace {
 

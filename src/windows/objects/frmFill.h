@@ -27,3 +27,6 @@ class FrmFill : public LookWindow {
   std::unique_ptr<Ui::FrmFill> ui;
   EntryLook shown;
 };
+
+// Of the entry in hand or the next one; stays open and follows the entry in hand.
+void Show_frmFill(QWidget* parent);

@@ -62,3 +62,7 @@ class FrmSchrift : public QDialog {
 
 // At the right rim of the main window, where it hides little of the map.
 void Place_Beside_Map(QWidget& window);
+
+// Font of the entry in hand or of the next text; stays open beside the map. While that entry is in hand the title is the
+// caption.
+void Show_frmSchrift(QWidget* parent, const QString& bookmark = {}, const QString& caption = {});

@@ -32,3 +32,6 @@ class FrmSymbol : public QDialog {
   int syncing = 0;
   int closedListener = 0, stateListener = 0;
 };
+
+// Font and character of symbols; stays open beside the map.
+void Show_frmSymbol(QWidget* parent);

@@ -19,6 +19,7 @@
 #include "windows/common/frm_look_window.h"
 #include "windows/common/window_support.h"
 #include "windows/desktop/application.h"
+#include "windows/objects/frmFarb.h"
 
 namespace {
 

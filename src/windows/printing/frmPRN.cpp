@@ -2,12 +2,12 @@
 
 #include <QApplication>
 
+#include "hand/leave_hand.h"
 #include "printing/page_setup.h"
 #include "printing/print_texts.h"
 #include "ui_frmPRN.h"
 #include "windows/common/frm_dialogs.h"
 #include "windows/desktop/desktop_dialogs.h"
-#include "windows/main/frm_handlers_object.h"
 #include "windows/printing/frmSeiten.h"
 #include "windows/printing/frm_print.h"
 
@@ -42,7 +42,7 @@ bool FrmPRN::Step(int sheet, const QString& note) {
 void FrmPRN::reject() { Cancelled = true; }
 
 void Print_Whole_Map(QWidget* parent) {
-  if (!Hands_Free()) return;
+  if (!Leave_Hand()) return;  // the preview asks for it too
   if (auto* preview = parent->findChild<FrmSeiten*>()) preview->Offer();
   const auto order = Ask_Print_Order();
   if (!order) return;

@@ -70,6 +70,4 @@ void FrmPropTransfer::accept() {
 }
 
 // What is being typed belongs to the pattern.
-void Show_frmPropTransfer(QWidget* parent) {
-  if (Store_Pending_Text()) FrmPropTransfer(parent).exec();
-}
+void Show_frmPropTransfer(QWidget* parent) { FrmPropTransfer(parent).exec(); }

@@ -22,3 +22,6 @@ class FrmPropTransfer : public QDialog {
 
   std::unique_ptr<Ui::FrmPropTransfer> ui;
 };
+
+// The look of an entry for others.
+void Show_frmPropTransfer(QWidget* parent);

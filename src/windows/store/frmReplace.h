@@ -31,3 +31,6 @@ class FrmReplace : public QDialog {
   QPlainTextEdit* list;  // the one that was used last; the buttons add to it
   int closedListener = 0;
 };
+
+// Search and replace; stays open beside the map.
+void Show_frmReplace(QWidget* parent);

@@ -20,3 +20,6 @@ class FrmSpalteApp : public QDialog {
  private:
   std::unique_ptr<Ui::FrmSpalteApp> ui;
 };
+
+// A new column of the table.
+void Show_frmSpalteApp(QWidget* parent);

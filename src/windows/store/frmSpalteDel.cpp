@@ -3,7 +3,6 @@
 #include "platform/message_box.h"
 #include "store/columns.h"
 #include "ui_frmSpalteDel.h"
-#include "windows/common/frm_dialogs.h"
 #include "windows/desktop/application.h"
 #include "windows/store/tbl_window.h"
 #include "windows/store/tbl_window_columns.h"

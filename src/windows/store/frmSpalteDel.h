@@ -21,3 +21,6 @@ class FrmSpalteDel : public QDialog {
   QString chosen;
   std::unique_ptr<Ui::FrmSpalteDel> ui;
 };
+
+// Removes a column; does not wait: the user clicks on the head of the column.
+void Show_frmSpalteDel(QWidget* parent);

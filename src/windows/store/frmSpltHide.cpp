@@ -1,7 +1,6 @@
 #include "windows/store/frmSpltHide.h"
 
 #include "ui_frmSpltHide.h"
-#include "windows/common/frm_dialogs.h"
 #include "windows/store/tbl_window.h"
 #include "windows/store/tbl_window_columns.h"
 

@@ -17,3 +17,6 @@ class FrmSpltHide : public QDialog {
  private:
   std::unique_ptr<Ui::FrmSpltHide> ui;
 };
+
+// Hides columns; does not wait: the user clicks on their heads.
+void Show_frmSpltHide(QWidget* parent);

@@ -30,3 +30,6 @@ class FrmSql : public QDialog {
   SqlState sql;
   SqlGridModel* model;
 };
+
+// The user's statements on the table.
+void Show_frmSql(QWidget* parent);

@@ -12,6 +12,7 @@
 #include <QVBoxLayout>
 
 #include "edit/table_edit.h"
+#include "hand/leave_hand.h"
 #include "platform/message_box.h"
 #include "state/events.h"
 #include "state/global_state.h"
@@ -53,6 +54,15 @@ bool TblGrid::edit(const QModelIndex& index, EditTrigger trigger, QEvent* event)
   return QTableView::edit(index, trigger, event);
 }
 
+bool TblGrid::Store_Editor() {
+  QWidget* editor = state() == EditingState ? indexWidget(currentIndex()) : nullptr;
+  if (!editor) return true;
+  commitData(editor);
+  if (static_cast<TblModel*>(model())->Refused()) return false;
+  closeEditor(editor, QAbstractItemDelegate::NoHint);
+  return true;
+}
+
 static bool Is_Grid_Key(const QKeyEvent& event) {
   return (event.key() == Qt::Key_Delete && event.modifiers() == Qt::NoModifier) ||
          (event.key() == Qt::Key_F1 && event.modifiers() == Qt::NoModifier);
@@ -89,10 +99,12 @@ TblWindow::TblWindow(QWidget* parent)
       btnTake(new QPushButton(QStringLiteral("Ü&bernehmen"), this)) {
   Build();
   Connect();
+  typing = Watch_Typing([this] { return Store_Typed(); });
   Sync();
 }
 
 TblWindow::~TblWindow() {
+  Forget_Typing(typing);
   for (const auto& disconnect : disconnects) disconnect();
 }
 
@@ -274,6 +286,12 @@ bool TblWindow::Take_Text() {
   Text1->document()->setModified(false);
   Sync();
   return true;
+}
+
+bool TblWindow::Store_Typed() {
+  if (!DBGrid1->Store_Editor()) return false;
+  const int row = Text1->document()->isModified() ? model->Row_Of(textKey) : -1;
+  return row < 0 || model->Text_Of(model->index(row, textColumn)) == Typed_Text() || Take_Text();
 }
 
 void TblWindow::Offer_Text() {

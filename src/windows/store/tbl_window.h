@@ -15,6 +15,8 @@ class TblGrid : public QTableView {
 
  public:
   using QTableView::QTableView;
+  // The cell that is being typed goes into the table. False if the table refused it: its editor stays open.
+  bool Store_Editor();
 
  Q_SIGNALS:
   void DeleteWanted();    // by key or menu
@@ -54,6 +56,7 @@ class TblWindow : public QWidget {
   void Show_Current_Row();
   void Show_Cell_Text();
   bool Take_Text();   // btnTake: Text1 -> the cell. False if it was refused
+  bool Store_Typed();  // a cell or Text1, wherever something is being typed
   void Offer_Text();  // another cell is shown: what was typed for the former one is taken or given up
   QString Typed_Text() const;
 
@@ -68,5 +71,6 @@ class TblWindow : public QWidget {
   qint64 shownKey = -1;  // current row as the grid shows it
   int columnsShown = 0;
   int syncing = 0;
+  int typing = 0;  // number of Watch_Typing
   std::vector<std::function<void()>> disconnects;
 };

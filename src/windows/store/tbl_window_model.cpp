@@ -140,5 +140,7 @@ Qt::ItemFlags TblModel::flags(const QModelIndex& index) const {
 bool TblModel::setData(const QModelIndex& index, const QVariant& value, int role) {
   const qint64 key = index.isValid() ? Key_Of(index.row()) : -1;
   if (role != Qt::EditRole || key < 0) return false;
-  return Edit_Cell(key, index.column(), value.toString()) == CellEdit::Written;
+  const CellEdit edit = Edit_Cell(key, index.column(), value.toString());
+  refused = edit == CellEdit::Refused;
+  return edit == CellEdit::Written;
 }

@@ -20,6 +20,7 @@ class TblModel : public QAbstractTableModel {
   int Row_Of(qint64 key) const;  // -1 where there is none
   QString Name_Of(int column) const;
   QString Text_Of(const QModelIndex& index) const;  // with its line breaks
+  bool Refused() const { return refused; }           // what was typed last into a cell
 
   int rowCount(const QModelIndex& parent = {}) const override;
   int columnCount(const QModelIndex& parent = {}) const override;
@@ -39,4 +40,5 @@ class TblModel : public QAbstractTableModel {
   qint64 changes = -1;  // state of the database that is shown
   int count = 0;
   qint64 lastKey = -1;
+  bool refused = false;
 };

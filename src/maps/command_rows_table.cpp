@@ -1,0 +1,106 @@
+#include "edit/table_edit.h"
+#include "import/csv_import.h"
+#include "maps/command_rows.h"
+#include "maps/map_open.h"
+#include "printing/table_print.h"
+#include "state/global_state.h"
+#include "state/mdi_state.h"
+#include "store/table_file.h"
+
+namespace {
+
+// Other entries may stand in the table afterwards.
+template <typename Work>
+Procedure Replacing(Work work) {
+  return [work](const CommandCall&) {
+    work();
+    Table_Replaced();
+  };
+}
+
+void Load_Overlay(const CommandCall& call) {
+  const QString path = Menu(QStringLiteral("mnuOverlay"), call.line).Tag;
+  // The line of the open table itself only tells its name.
+  if (path.isEmpty() || path == TableFile) return;
+  Load_Other_Table(path);
+  Table_Replaced();
+}
+
+// clang-format off
+
+std::vector<Command> File_Rows() {
+  return {
+      {"mnuReset", "Rückgängig", "undo", "Ctrl+Z", Needs::UndoPoint, Hand::Free, "Rückgängig",
+       "Die letzte große Änderung zurücknehmen", Replacing(Undo_Last)},
+      {"mnuTableNeu", "&Neu", {}, {}, Needs::OpenMap, Hand::Free, "Einträge neu",
+       "Mit einer leeren Tabelle der Einträge beginnen", Replacing(New_Table)},
+      {"mnuTableLoad", "&Laden ...", {}, {}, Needs::OpenMap, Hand::Free, "Einträge laden",
+       "Einträge einer anderen Tabelle in diese Karte laden", Replacing([] { Load_Other_Table({}); })},
+      {"mnuTableSave", "&Sichern", "save", "Ctrl+S", Needs::OpenMap, Hand::StoreText, {},
+       "Die Einträge in ihrer Tabelle sichern", Do([] { Save_Table(SaveStep::Save); })},
+      {"mnuTableSaveAs", "Sichern &als...", {}, "Ctrl+Shift+S", Needs::OpenMap, Hand::StoreText, {},
+       "Die Einträge unter einem anderen Namen sichern", Do([] { Save_Table(SaveStep::SaveAs); })},
+      {"mnuTableRe", "&Wiederherstellen", {}, {}, Needs::OpenMap, Hand::Free, "Einträge wiederherstellen",
+       "Die zuletzt gesicherten Einträge wieder laden", Replacing([] { Save_Table(SaveStep::Restore); })},
+      {"mnuOverlay", {}, {}, {}, Needs::OpenMap, Hand::Free, "Einträge laden", "Diese Einträge in die Karte laden",
+       Load_Overlay, CommandKind::List},
+      {"mnuImportCSV", "komma separierte Datei *.csv", {}, {}, Needs::OpenMap, Hand::StoreText, "CSV - Import",
+       "Funde mit ihren Koordinaten aus einer CSV-Tabelle einlesen", opensWindow},
+      {"mnuImportXL", "Excel-Tabelle", {}, {}, Needs::OpenMap, Hand::StoreText, {},
+       "Wie eine Excel-Tabelle in die Karte kommt", Do(Tell_Excel_Import)},
+  };
+}
+
+std::vector<Command> Window_Rows() {
+  return {
+      {"mnuDBGridOn", "&Ausblenden", "table", "F4", Needs::OpenMap, Hand::StoreText, {},
+       "Die Tabelle der Einträge zeigen oder verbergen", Do(Toggle_Table)},
+      {"mnuSpaltAppend", "&Spalte hinzufügen ...", {}, {}, Needs::OpenMap, Hand::StoreText, "Spalte hinzufügen",
+       "Der Tabelle eine eigene Spalte geben", opensWindow},
+      {"mnuSpaltDelete", "Spalte &löschen ...", {}, {}, Needs::UserColumns, Hand::StoreText, {},
+       "Eine eigene Spalte aus der Tabelle entfernen", opensWindow},
+      {"mnuSpaltHide", "Spalte &verbergen ...", {}, {}, Needs::OpenMap, Hand::StoreText, {},
+       "Eine Spalte der Tabelle nicht mehr zeigen", opensWindow},
+      {"mnuSpaltShow", "alle Spalten &zeigen", {}, {}, Needs::OpenMap, Hand::StoreText, {},
+       "Die verborgenen Spalten wieder zeigen", opensWindow},
+      {"mnuTabComp", "Tabelle &komprimieren", {}, {}, Needs::Entries, Hand::Free, {},
+       "Die Datei der Tabelle verkleinern", Replacing(Compress_Table)},
+      {"mnuTabRep", "Tabelle &reparieren", {}, {}, Needs::OpenMap, Hand::Free, {},
+       "Eine beschädigte Tabelle wieder lesbar machen", Replacing(Repair_Table)},
+      {"mnuTblPrint", "Tabelle &drucken", "print", {}, Needs::OpenMap, Hand::Free, {}, "Die Zeilen der Tabelle drucken",
+       Do(Print_Table)},
+  };
+}
+
+// clang-format on
+
+}  // namespace
+
+std::vector<Command> Table_Commands() {
+  std::vector<Command> all = File_Rows();
+  const auto more = Window_Rows();
+  all.insert(all.end(), more.begin(), more.end());
+  return all;
+}
+
+// clang-format off
+
+std::vector<Command> Text_Commands() {
+  constexpr auto needs = Needs::NotePad;
+  return {
+      {"mnuTextNew", "&Neu", {}, {}, Needs::OpenMap, Hand::Keep, {}, "Eine neue Notiz schreiben", opensWindow},
+      {"mnuTextOpen", "Ö&ffnen ...", {}, {}, Needs::OpenMap, Hand::Keep, {}, "Einen Text der Karte öffnen", opensWindow},
+      {"mnuTextSave", "&Speichern", {}, {}, needs, Hand::Keep, {}, "Den Text in seiner Datei speichern", opensWindow},
+      {"mnuResultSaveAs", "Speichern &unter ...", {}, {}, needs, Hand::Keep, {},
+       "Den Text unter einem anderen Namen speichern", opensWindow},
+      {"mnuPrintTxt", "&Drucken", "print", {}, needs, Hand::Keep, {}, "Den Text drucken", opensWindow},
+      {"mnuTextFind", "Su&chen ...", {}, {}, needs, Hand::Keep, {}, "Im Text suchen; F3 sucht weiter", opensWindow},
+      {"mnuTextCut", "&Ausschneiden", {}, {}, needs, Hand::Keep, {}, "Das Ausgewählte in die Zwischenablage nehmen",
+       opensWindow},
+      {"mnuTextCopy", "&Kopieren", {}, {}, needs, Hand::Keep, {}, "Das Ausgewählte in die Zwischenablage kopieren",
+       opensWindow},
+      {"mnuTextPaste", "&Einfügen", {}, {}, needs, Hand::Keep, {}, "Den Text der Zwischenablage einfügen", opensWindow},
+      {"mnuRecentFile", {}, {}, {}, Needs::OpenMap, Hand::Keep, {}, "Diesen Text öffnen", opensWindow, CommandKind::List},
+  };
+}
+// clang-format on
