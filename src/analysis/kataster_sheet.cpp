@@ -15,7 +15,7 @@ struct Block {
 
 class Listing {
  public:
-  Listing(const KatasterInput& values, Sheet& target) : input(values), assigned(values.map.rows), sheet(target) {}
+  Listing(const SortedMapInput& values, Sheet& target) : input(values), assigned(values.map.rows), sheet(target) {}
 
   void Write() {
     sheet.SetColumnWidth(idColumn, 24);
@@ -104,7 +104,7 @@ class Listing {
     }
   }
 
-  const KatasterInput& input;
+  const SortedMapInput& input;
   const AssignedEntries assigned;
   const PaletteColors colors = QB_Colors();
   Sheet& sheet;
@@ -113,7 +113,7 @@ class Listing {
 
 }  // namespace
 
-Sheet Kataster_Sheet_Of(const KatasterInput& input) {
+Sheet Kataster_Sheet_Of(const SortedMapInput& input) {
   Sheet sheet(QStringLiteral("Kataster"));
   Listing(input, sheet).Write();
   return sheet;

@@ -2,6 +2,7 @@
 #include <QColor>
 #include <QPoint>
 #include <QString>
+#include <QStringList>
 #include <array>
 #include <functional>
 #include <vector>
@@ -22,5 +23,12 @@ struct MapInput {
 // Of the open map: rows by one pass over the table (the current row stays), measures, palette. Without a scale bar the
 // unit is " mm".
 MapInput Read_Map_Input();
+// The same with the rows in the order of their texts, and the user's columns: the listing's input.
+struct SortedMapInput {
+  MapInput map;
+  QStringList columns;              // titles
+  std::vector<QStringList> values;  // of each row in turn, one for each of these columns
+};
+SortedMapInput Read_Sorted_Map_Input();
 // The measures alone.
 MapMeasure Read_Map_Measure();

@@ -18,7 +18,7 @@ class AreaBlocks {
   AreaBlocks(const MapInput& map, Sheet& target) : input(map), measure(map.measure), sheet(target) {
     sheet.SetColumnWidth(1, 34);
     sheet.SetColumnWidth(2, 24);
-    for (int column = 3; column <= columns; ++column) sheet.SetColumnWidth(column, 18);
+    for (int column = 3; column <= columns; ++column) sheet.SetColumnWidth(column, 21);
     Put_Cell(sheet, row, 1, QStringLiteral("Flächenstatistik"), {.bold = true});
   }
 

@@ -221,7 +221,7 @@ TEST(KatasterSheetTest, BlocksWithWhatIsAssigned) {
   map.rows[1].VG = 4;
   map.rows[1].HG = 14;
   map.rows[1].RA = 1;
-  KatasterInput input{map, {"Datum", "Wer"}, std::vector<QStringList>(map.rows.size(), QStringList{"", ""})};
+  SortedMapInput input{map, {"Datum", "Wer"}, std::vector<QStringList>(map.rows.size(), QStringList{"", ""})};
   input.values[3] = QStringList{"14.5.", "=Huber"};
   const Sheet sheet = Kataster_Sheet_Of(input);
   Expect_Row(sheet, 1, {"Einträge in der Karte:"});
