@@ -14,6 +14,15 @@ constexpr const char* styleType = "application/vnd.openxmlformats-officedocument
 
 QString Folder_Of(const QString& part) { return part.left(part.lastIndexOf(u'/') + 1); }
 
+// The prefix of identifiers, as the workbook declares it; "" if it does not.
+QByteArray Id_Prefix(const pugi::xml_node& root) {
+  for (const pugi::xml_attribute& attribute : root.attributes()) {
+    const QByteArray name(attribute.name()), value(attribute.value());
+    if (name.startsWith("xmlns:") && value.endsWith("/relationships")) return name.mid(6);
+  }
+  return {};
+}
+
 const char* const newTypes =
     "<Types xmlns=\"http://schemas.openxmlformats.org/package/2006/content-types\">"
     "<Default Extension=\"rels\" ContentType=\"application/vnd.openxmlformats-package.relationships+xml\"/>"
@@ -185,18 +194,13 @@ QString Book::Add_Sheet(const QString& name) {
   pugi::xml_node node = Append_Child(Child(Root(), "sheets"), "sheet");
   Set_Attribute(node, "name", name);
   Set_Attribute(node, "sheetId", QString::number(highestId + 1));
-  // The prefix of identifiers, as the workbook declares it.
-  std::string prefix;
-  for (const pugi::xml_attribute& attribute : Root().attributes())
-    if (std::string_view(attribute.name()).starts_with("xmlns:") &&
-        std::string_view(attribute.value()).ends_with("/relationships"))
-      prefix = std::string(attribute.name()).substr(6);
-  if (prefix.empty()) {
-    prefix.assign(1, 'r');
+  QByteArray prefix = Id_Prefix(Root());
+  if (prefix.isEmpty()) {
+    prefix = "r";
     const QString base = relations->Type_Base();
     Set_Attribute(node, "xmlns:r", base.isEmpty() ? officeBase : base);
   }
-  Set_Attribute(node, (prefix + ":id").c_str(), relations->Id_Of(added));
+  Set_Attribute(node, (prefix + ":id").constData(), relations->Id_Of(added));
   return added;
 }
 

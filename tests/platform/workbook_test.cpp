@@ -333,6 +333,8 @@ TEST_F(WorkbookTest, NothingIsLostWhenItCannotBeWritten) {
     EXPECT_EQ(fails(), errors::noPermission);
     QFile::setPermissions(folder.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
   }
+  // Nobody can make files there, the administrator included.
+  EXPECT_EQ(Error_Of([&] { Write("/sys/KARTE.XLS", Plain("Linien")); }), errors::noPermission);
   EXPECT_EQ(Error_Of([&] { Write(Path("weg/KARTE.XLS"), Plain("Linien")); }), errors::pathNotFound);
   EXPECT_EQ(Read_Bytes(path), before);
   EXPECT_EQ(Names(), QStringList{"KARTE.XLS"});

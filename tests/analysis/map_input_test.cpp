@@ -1,0 +1,51 @@
+#include "analysis/map_input.h"
+
+#include "store/columns.h"
+#include "store/vertex_table.h"
+#include "support/table_fixture.h"
+
+namespace {
+class MapInputTest : public TableTest {};
+}  // namespace
+
+TEST_F(MapInputTest, RowsOfTheOpenTable) {
+  EXPECT_TRUE(Read_Map_Input().rows.empty());
+  EXPECT_TRUE(Read_Sorted_Map_Input().map.rows.empty());
+  Open_Table();
+  for (const char* text : {"Zebra", "ähre", "=Ahorn", "Bär"}) Add(Text(text));
+  Add(Entry("Flaeche3 - P0110L5.0B3.0", 4));
+  Write_Vertices("Flaeche3", {{1, 1}, {5, 1}, {5, 5}});
+  ASSERT_TRUE(Add_Column({"Datum", FieldType::Text, 20}, {}));
+  rsEntries->MoveFirst();
+  rsEntries->MoveNext();
+  rsEntries->Edit();
+  rsEntries->Set(u"Datum", QStringLiteral("14.5."));
+  rsEntries->Update();
+  const QString current = rsEntries->Bookmark();
+
+  const MapInput input = Read_Map_Input();
+  EXPECT_EQ(rsEntries->Bookmark(), current);
+  ASSERT_EQ(input.rows.size(), 5U);
+  EXPECT_EQ(input.rows[0].Eintrag, "Zebra");
+  EXPECT_EQ(input.mapName, "Karte.bmp");
+  EXPECT_EQ(input.vertices(input.rows[4]).size(), 3U);
+  EXPECT_TRUE(input.vertices(input.rows[0]).empty());
+  const SortedMapInput sorted = Read_Sorted_Map_Input();
+  QStringList texts;
+  for (const EntryRow& row : sorted.map.rows) texts += row.Eintrag;
+  EXPECT_EQ(texts, (QStringList{"=Ahorn", "ähre", "Bär", "x", "Zebra"}));
+  EXPECT_EQ(sorted.columns, QStringList{"Datum"});
+  EXPECT_EQ(sorted.values[4], QStringList{"14.5."});
+}
+
+TEST_F(MapInputTest, MeasureWithAndWithoutAScale) {
+  MapPixelMm = 0.25;
+  MapUnit.clear();
+  MapUnitPerPixel = 0;
+  EXPECT_EQ(Read_Map_Measure(), (MapMeasure{0.25, 0.25, " mm", false}));
+  MapUnit = " km";
+  MapUnitPerPixel = 3;
+  EXPECT_EQ(Read_Map_Measure(), (MapMeasure{0.25, 0.25, " mm", false}));
+  MapHasScale = true;
+  EXPECT_EQ(Read_Map_Measure(), (MapMeasure{0.25, 3, " km", true}));
+}

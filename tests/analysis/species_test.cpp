@@ -1,0 +1,214 @@
+#include "analysis/species.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <numeric>
+
+#include "analysis/diversity.h"
+#include "analysis/leading_count.h"
+#include "analysis/population.h"
+#include "analysis/species_matrix.h"
+#include "analysis_rows.h"
+#include "support/errors.h"
+#include "support/fixture.h"
+
+namespace {
+// "name 3, other 1"
+QString Shown(const SpeciesList& list) {
+  QStringList parts;
+  for (const SpeciesCount& species : list.species) parts += species.name + u' ' + QString::number(species.total);
+  return parts.join(", ");
+}
+SpeciesList Listed(const QStringList& texts) { return List_Species(std::vector<QString>(texts.begin(), texts.end())); }
+}  // namespace
+
+TEST(LeadingCounts, TwoRules) {
+  const struct {
+    const char* text;
+    int count, strictCount;
+    const char *name, *strictName;
+  } cases[] = {
+      {"13P.mont.", 13, 13, "P.mont.", "P.mont."},
+      {" 3  Falter ", 3, 3, "Falter", "Falter"},
+      {"*18N", 1, 1, "*18N", "*18N"},
+      {"Käfer 3", 1, 1, "Käfer 3", "Käfer 3"},
+      {"12/5 Larven", 12, 12, "Larven", "/5 Larven"},
+      {"8:30 Ruf", 8, 8, "Ruf", ":30 Ruf"},
+      {"/5 Larven", 1, 1, "/5 Larven", "/5 Larven"},  // does not begin with a digit
+      {"1.5 m", 1, 1, ".5 m", ".5 m"},
+      {"2E5 x", 2, 2, "E5 x", "E5 x"},
+      {"0 Ex.", 0, 0, "Ex.", "Ex."},
+      {"007", 7, 7, "", ""},
+      {"32767 Mücken", 32767, 32767, "Mücken", "Mücken"},
+      {"", 1, 1, "", ""},
+  };
+  for (const auto& c : cases) {
+    const CountedName wide = Population_Count(c.text), strict = Leading_Count(c.text);
+    EXPECT_EQ(wide.count, c.count) << c.text;
+    EXPECT_EQ(wide.name, c.name) << c.text;
+    EXPECT_EQ(strict.count, c.strictCount) << c.text;
+    EXPECT_EQ(strict.name, c.strictName) << c.text;
+    EXPECT_FALSE(wide.tooLarge) << c.text;
+  }
+  EXPECT_TRUE(Population_Count("40000 Mücken").tooLarge);
+  EXPECT_EQ(Leading_Count("40000 Mücken").count, 40000);
+  EXPECT_TRUE(Leading_Count("99999999999999999999 Mücken").tooLarge);
+}
+
+TEST(SpeciesLists, OrderByFallingThreshold) {
+  EXPECT_EQ(Shown(Listed({"13P.mont.", "2P.mont."})), "P.mont. 15");
+  // The single 500 raises no threshold: it stands where the highest merged total begins, in table order.
+  EXPECT_EQ(Shown(Listed({"a", "b", "500c", "b", "a", "b", "d"})), "b 3, c 500, a 2, d 1");
+  EXPECT_EQ(Shown(Listed({"x", "500c", "y"})), "x 1, c 500, y 1");
+  EXPECT_EQ(Shown(Listed({"0a", "b", "0a", "B"})), "b 1, B 1");  // letter by letter; none of a
+  EXPECT_EQ(Shown(Listed({"7", "3"})), " 10");
+  const SpeciesList list = Listed({"3a", "b", "40000 c", "c"});
+  EXPECT_EQ(list.individuals, 5);
+  EXPECT_EQ(list.tooLarge, QStringList{"40000 c"});
+  EXPECT_TRUE(list.digitsSeen);
+  EXPECT_FLOAT_EQ(list.species[0].dominance, 60);
+  EXPECT_FLOAT_EQ(list.percentSum, 100);
+  EXPECT_FALSE(Listed({"a", "*3"}).digitsSeen);
+  // Two of the largest numbers are more than 16 bits hold.
+  EXPECT_EQ(Shown(Listed({"32767a", "32767a"})), "a 65534");
+}
+
+TEST(SpeciesLists, DensityByDecades) {
+  const auto check = [](double part, double whole, double value, qint64 decade) {
+    const auto density = Scaled_Density(part, whole);
+    ASSERT_TRUE(density);
+    EXPECT_FLOAT_EQ(density->value, static_cast<float>(value));
+    EXPECT_EQ(density->decade, decade);
+  };
+  check(5, 2, 2.5, 1);
+  check(1, 1, 1, 1);
+  check(3, 40, 7.5, 100);
+  check(1, 10000, 1, 10000);
+  check(1, 1e9, 1, 1'000'000'000);
+  EXPECT_FALSE(Scaled_Density(3, 0));
+  EXPECT_FALSE(Scaled_Density(0, 3));
+}
+
+TEST(DiversityTest, IndicesOfOneCommunity) {
+  const std::vector<qint64> counts = {10, 0, 5, 3, 1, 1};
+  const DiversityIndices all = Diversity_Indices(counts);
+  EXPECT_EQ(all.individuals, 20);
+  EXPECT_EQ(all.species, 5);
+  const double h = -(0.5 * std::log(0.5) + 0.25 * std::log(0.25) + 0.15 * std::log(0.15) + 0.1 * std::log(0.05));
+  EXPECT_NEAR(*all.shannon, h, 1e-14);
+  EXPECT_NEAR(*all.evenness, h / std::log(5.0), 1e-14);
+  EXPECT_NEAR(*all.simpson, 0.66, 1e-14);
+  EXPECT_NEAR(*all.inverse, 1 / 0.34, 1e-13);
+  EXPECT_EQ(*all.chao1, 6);  // two singles, no pair
+  EXPECT_EQ(*all.bergerParker, 0.5);
+  EXPECT_EQ(*Diversity_Indices(std::vector<qint64>{1, 1, 1, 2, 2}).chao1, 6);  // 5 + 3 * 2 / (2 * 3)
+  const DiversityIndices one = Diversity_Indices(std::vector<qint64>{7});
+  EXPECT_EQ(*one.shannon, 0);
+  EXPECT_FALSE(one.evenness);
+  EXPECT_EQ(*one.inverse, 1);
+  EXPECT_FALSE(Diversity_Indices(std::vector<qint64>{0, 0}).shannon);
+
+  const std::vector<SpeciesCount> species = {{"a", 10, 0}, {"b", 5, 0}, {"c", 3, 0}, {"d", 1, 0}, {"e", 1, 0}};
+  const Diversity block = Shannon_Diversity(species);
+  EXPECT_NEAR(block.HS, h, 1e-14);
+  EXPECT_NEAR(block.Hmax, std::log(5.0), 1e-14);
+  EXPECT_FLOAT_EQ(*block.evenness, static_cast<float>(h / std::log(5.0)));
+  EXPECT_NEAR(block.shares[1].pLogP, 0.25 * std::log(0.25), 1e-15);
+  EXPECT_FALSE(Shannon_Diversity(std::span(species).first(1)).evenness);
+}
+
+TEST(DiversityTest, AccumulationIsTheMeanOverAllOrders) {
+  const std::vector<std::vector<int>> areas = {{1, 0, 0, 2, 0}, {1, 3, 0, 0, 0}, {0, 1, 1, 1, 0}, {0, 0, 0, 0, 0}};
+  std::vector<size_t> order(areas.size());
+  std::iota(order.begin(), order.end(), size_t{0});
+  std::vector<double> mean(areas.size(), 0);
+  int orders = 0;
+  do {
+    std::vector<bool> seen(5, false);
+    for (size_t k = 0; k < order.size(); ++k) {
+      for (size_t s = 0; s < 5; ++s) seen[s] = seen[s] || areas[order[k]][s] > 0;
+      mean[k] += static_cast<double>(std::count(seen.begin(), seen.end(), true));
+    }
+    ++orders;
+  } while (std::next_permutation(order.begin(), order.end()));
+  const SpeciesAccumulation result = Accumulate_Species(areas);
+  EXPECT_EQ(result.collected, (std::vector<int>{2, 3, 4, 4}));
+  for (size_t k = 0; k < mean.size(); ++k) EXPECT_NEAR(result.expected[k], mean[k] / orders, 1e-12) << k;
+  EXPECT_TRUE(Accumulate_Species({}).collected.empty());
+}
+
+TEST(PopulationTest, EntriesOfAnAreaAreThoseOfItsWholeName) {
+  TestMap map;
+  map.Add_Square("Flaeche1", 100);
+  map.Add_Square("Flaeche10", 10);
+  map.Add_Square("-Flaeche2", 10);
+  map.Add("Text>Flaeche1", 0, "a");
+  map.Add("Text>Flaeche10", 0, "10b");
+  map.Add("-Text>Flaeche2<4", -101, "c");  // inactive, marked, hidden
+  map.Add("1Text>Flaeche1>Flaeche2", 1, "d");
+  map.Add("Flaeche3>Flaeche1", 4, "no area of its own");
+  map.Add("-Achse>Flaeche1", 7, "only drawn");
+  map.Add_Square("Flaeche5", 10, 104);
+  map.Add_Square("Flaeche6", 10, -40);
+  map.Add("Flaeche7", 4);  // without vertices
+  map.Add("Text>Flaeche7", 0, "e");
+  const auto result = Calc_Population_Values(map, First_Area_Row(map.rows));
+  ASSERT_TRUE(result);
+  ASSERT_EQ(result->areas.size(), 4U);
+  EXPECT_EQ(result->leftOut, 2);
+  EXPECT_EQ(Shown(result->areas[0].species), "a 1, d 1, no area of its own 1");
+  EXPECT_EQ(Shown(result->areas[1].species), "b 10");
+  EXPECT_EQ(Shown(result->areas[2].species), "c 1, d 1");
+  EXPECT_EQ(result->areas[0].size.areaNat, 40000);
+  EXPECT_EQ(result->areas[0].density->decade, 100000);
+  EXPECT_FLOAT_EQ(result->areas[0].inverse->value, 40000.F / 3);
+  EXPECT_EQ(result->areas[3].assigned, 1);
+  EXPECT_FALSE(result->areas[3].density || result->areas[3].inverse);
+  EXPECT_TRUE(result->digitsSeen);
+  // The first may be marked; what stands before it is not in it.
+  EXPECT_EQ(Calc_Population_Values(map, 9)->areas.size(), 2U);
+  EXPECT_TRUE(Calc_Population_Values(map, 3)->areas.empty());
+  int steps = 0;
+  EXPECT_FALSE(Calc_Population_Values(map, 0, [&steps] { return ++steps < 5; }));
+}
+
+TEST(MatrixTest, WhateverEntriesAreAssignedTo) {
+  TestMap map;
+  map.Add_Square("Flaeche1", 10, 4, "Wiese");
+  map.Add_Square("Flaeche2", 10, -104, "Moor");
+  map.Add("Figur1", 23, "Kreis");
+  map.Add("Figur2", 23, "leer");
+  map.Add("Linie4 - P0110L5.0B3.0", 4, "Bach");
+  map.Add("Text>Flaeche1", 0, "2 Öchsel");
+  map.Add("Text>Flaeche1", 0, "Zikade");
+  map.Add("Text>Figur1<Nord", 0, "Öchsel");
+  map.Add("Text>Linie4", 0, "ameise");
+  map.Add("Text>Linie4 - P0110L5.0B3.0", 0, "40000 ameise");  // as older tables have it
+  map.Add("Text>Linie4", 0, "3 ameise");
+  map.Add("Text<Nord", 0, "17");
+  map.Add("-Achse>Figur1", 7);
+  const auto matrix = Calc_Species_Matrix(map);
+  ASSERT_TRUE(matrix);
+  EXPECT_EQ(matrix->species, (std::vector<QString>{"", "ameise", "Öchsel", "Zikade"}));
+  const struct {
+    const char* id;
+    MatrixKind kind;
+    std::vector<int> counts;
+  } rows[] = {{"Flaeche1", MatrixKind::Area, {0, 0, 2, 1}},
+              {"Flaeche2", MatrixKind::Area, {0, 0, 0, 0}},
+              {"Figur1", MatrixKind::Figure, {0, 0, 1, 0}},
+              {"Linie4", MatrixKind::Line, {0, 4, 0, 0}},
+              {"Nord", MatrixKind::Group, {17, 0, 1, 0}}};
+  ASSERT_EQ(matrix->rows.size(), std::size(rows));
+  for (size_t i = 0; i < std::size(rows); ++i) {
+    EXPECT_EQ(matrix->rows[i].id, rows[i].id);
+    EXPECT_EQ(matrix->rows[i].kind, rows[i].kind);
+    EXPECT_EQ(matrix->rows[i].counts, rows[i].counts) << rows[i].id;
+  }
+  EXPECT_EQ(matrix->rows[0].indices.individuals, 3);
+  EXPECT_EQ(matrix->totals, (std::vector<qint64>{17, 4, 4, 1}));
+  EXPECT_EQ(matrix->all.species, 4);
+  EXPECT_EQ(matrix->tooLarge, QStringList{"40000 ameise"});
+}
