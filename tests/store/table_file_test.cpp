@@ -511,13 +511,76 @@ TEST_F(TableFileTest, ANewTableAndItsUndo) {
   Open_With(oneTwo);
   {
     MessageScript script;
-    script.Expect("Wollen Sie die veränderten Einträge sichern ?", MsgAnswer::Yes);
+    script.Expect("Wollen Sie die veränderten Einträge sichern ?", MsgAnswer::No);
     New_Table();
   }
   EXPECT_EQ(Entry_Count(), 0);
   EXPECT_EQ(Menu("mnuReset").Caption, "Rückgängig: Einträge neu");
+  EXPECT_FALSE(QFile::exists(Path("KARTE_old.MDB")));
   Undo();
   EXPECT_EQ(Texts(), oneTwo);
+}
+
+TEST_F(TableFileTest, EntriesThatStandNowhereElseAreKeptBeforeOthersTakeTheirPlace) {
+  QString other = Make_Table("Amsel.MDB", {"Amsel"});
+  QStringList kept;
+  for (const bool changed : {true, false}) {
+    for (const bool load : {true, false}) {
+      QFile::remove(Table());
+      const QStringList mine = {"eins", QString::number(kept.size())};
+      Open_With(mine);
+      if (!changed) Tbl.Tag = "Clean";
+      kept.append(Path(QStringLiteral("KARTE_old%1.MDB").arg(kept.empty() ? "" : '_' + QString::number(kept.size()))));
+      MessageScript script;
+      if (changed) {
+        script.Expect("Wollen Sie die veränderten Einträge sichern ?", MsgAnswer::Yes)
+            .Expect("liegen jetzt in:\n" + kept.back());
+      } else {
+        script.Expect("unter einem eigenen Namen sichern?\n" + kept.back(), MsgAnswer::Yes);
+      }
+      load ? static_cast<void>(Load_Other_Table(other)) : New_Table();
+      EXPECT_EQ(Texts(), load ? QStringList{"Amsel"} : QStringList{});
+      EXPECT_EQ(Texts_In(kept.back()), mine);
+      script.Expect("wieder hergestellt");
+      Undo_Last();
+      EXPECT_EQ(Tbl.DBGrid1.Caption, kept.back());
+      Undo_Point("Rückgängig: Ersetzen");
+      EXPECT_EQ(Texts_In(other), QStringList{"Amsel"});
+    }
+  }
+  // Entries that were saved or loaded stand in their own file: nothing to ask, unless that has gone.
+  MessageScript script;
+  Tbl.Tag = "Clean";
+  New_Table();
+  EXPECT_TRUE(Load_Other_Table(other));
+  QFile::remove(other);
+  script.Expect("unter einem eigenen Namen sichern?", MsgAnswer::Yes);
+  New_Table();
+  EXPECT_EQ(Texts_In(Path("KARTE_old_4.MDB")), QStringList{"Amsel"});
+  // After the map was opened anew nothing is asked while a table of the map holds the same, vertices included.
+  Add(Text("eins"));
+  Write_Vertices("Linie0", {{1, 2}, {3, 4}});
+  Save_As("Sicherung.MDB");
+  ASSERT_TRUE(Load_Table(LoadMode::First));
+  EXPECT_TRUE(Load_Other_Table(other = Make_Table("Fink.MDB", {"Fink"})));
+  EXPECT_TRUE(Load_Other_Table(Path("Sicherung.MDB")));
+  ASSERT_TRUE(Load_Table(LoadMode::First));
+  {
+    const auto database = Workspace::OpenDatabase(Path("Sicherung.MDB"));
+    const auto points = database->OpenRecordset("Linie0");
+    points->MoveLast();
+    points->Delete();
+  }
+  script.Expect("unter einem eigenen Namen sichern?", MsgAnswer::No);
+  New_Table();
+  // What cannot be kept is not replaced.
+  Add(Text("eins"));
+  File_Write_Fault = [](const QString&, qint64) { return errors::diskFull; };
+  script.Expect("Wollen Sie die veränderten Einträge sichern ?", MsgAnswer::Yes)
+      .Expect("Datei kann nicht gesichert werden.")
+      .Expect("Datei kann nicht gesichert werden.");
+  New_Table();
+  EXPECT_EQ(Texts(), QStringList{"eins"});
 }
 
 // Compressing and repairing ------------------------------------------------------------------------------------------
