@@ -39,11 +39,8 @@ std::optional<QString> Choose_Other_Table() {
 
 // What speaks against loading the file, before anything is touched.
 QString Fault_Of(const QString& path) {
+  if (const QString flaw = Path_Flaw(path, longestTablePath); !flaw.isEmpty()) return flaw;
   if (!File_Exists(path)) return path + QStringLiteral("\n\nDiese Datei wurde nicht gefunden.");
-  if (path.size() > 80) {
-    return path + QStringLiteral("\n\nLänge des Dateinamens = ") + QString::number(path.size()) +
-           QStringLiteral(" Zeichen.\nDie Datei kann nicht geladen werden: zulässig sind 80 Zeichen.");
-  }
   if (Same_Name(path, TableFile)) return {};
   const QString fault = Table_Fault(path);
   if (fault.isEmpty()) return {};

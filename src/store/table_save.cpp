@@ -153,6 +153,10 @@ std::optional<QString> Ask_Target() {
       proposal = base + QStringLiteral("_Neu.MDB");
       continue;
     }
+    if (const QString flaw = Path_Flaw(chosen, longestTablePath, longestTableName); !flaw.isEmpty()) {
+      Message_Box(flaw, MsgButtons::Ok, MsgIcon::Warning, texts::saveErrorTitle);
+      continue;
+    }
     if (Check_File_Name(chosen)) {
       proposal = chosen;
       continue;
@@ -166,17 +170,8 @@ std::optional<QString> Ask_Target() {
   }
 }
 
-QString Shortened_Target(const QString& target) {
-  if (target.size() < 80) return target;
-  const QString text = QStringLiteral("Länge des Dateinamens = ") + QString::number(target.size()) +
-                       QStringLiteral(" Zeichen.\n\nMöchten Sie die Kurzform des Namens verwenden?");
-  const MsgAnswer answer = Message_Box(text, MsgButtons::YesNo, MsgIcon::Question, texts::saveTitle);
-  return answer == MsgAnswer::Yes ? Short_Name(target) : target;
-}
-
 // Steps 6 to 8: header, copy, names.
-bool Copy_To_Target(SaveJob job) {
-  job.target = Shortened_Target(job.target);
+bool Copy_To_Target(const SaveJob& job) {
   const QString former = Tbl.DBGrid1.Caption;
   QString row;
   if (rsEntries->Position() >= 0) row = rsEntries->Bookmark();

@@ -387,6 +387,36 @@ TEST_F(TableFileTest, FoldersMayHaveUmlautsBlanksDotsAndAMinus) {
   EXPECT_EQ(Texts_In(Path(place + "Sicherung.MDB")), oneTwo);
 }
 
+TEST_F(TableFileTest, LongPathsAreSavedAndLoadedAgain) {
+  const QString place = QString(100, 'o') + '/' + QString(60, 'p') + '/';
+  ASSERT_TRUE(QDir().mkpath(Path(place)));
+  Open_With(oneTwo, place + QString(140, 'k') + ".bmp");
+  ASSERT_GT(TableFile.size(), 300);
+  const QString target = place + QString(243, 's') + ".MDB";  // the longest name that can have a log beside it
+  {
+    MessageScript script;
+    FileDialogScript dialog;
+    dialog.Answer(Path(place + QString(244, 's') + ".MDB"))
+        .Answer(Path(place + place + place + "Amsel.MDB"))
+        .Answer(Path(target));
+    script.Expect("Ein Name im Pfad der Datei ist zu lang: 248 Zeichen").Expect("Der Pfad der Datei ist zu lang");
+    ASSERT_TRUE(Save_Table(SaveStep::SaveAs));
+  }
+  Add(Text("drei"));
+  Undo_Point("Rückgängig: Ersetzen");  // brings it up to date
+  EXPECT_EQ(Texts_In(Path(target)), oneTwoThree);
+  Recover_Table();
+  const QString stem = Path(place + QString(140, 'K'));
+  ASSERT_TRUE(Load_Table(LoadMode::First));
+  for (const QString& path : {Path(target), stem + "_rep.mdb", stem + "_bak.mdb"}) {
+    EXPECT_TRUE(Load_Other_Table(path)) << path;
+    EXPECT_EQ(Texts(), oneTwoThree) << path;
+    EXPECT_EQ(Tbl.DBGrid1.Caption, path);
+    Tbl.Tag = "Clean";
+  }
+  Expect_No_Leftovers();
+}
+
 TEST_F(TableFileTest, AFailedSaveAsKeepsNamesAndRows) {
   Open_With(oneTwo);
   const QString row = rsEntries->Bookmark();
@@ -488,9 +518,9 @@ TEST_F(TableFileTest, WhatCannotBeLoadedLeavesTheTableAlone) {
   Open_With(oneTwo);
   Tbl.Tag = "Clean";
   Replace_File(Path("Fremd.MDB"), "keine Datenbank");
-  const QString longName = Make_Table(QString(90, 'x') + ".MDB", {});
+  const QString longName = Path(QString(252, 'x') + ".MDB");
   MessageScript script;
-  script.Expect("gehört nicht zum Programm FLURAX.").Expect("nicht gefunden").Expect("80 Zeichen");
+  script.Expect("gehört nicht zum Programm FLURAX.").Expect("nicht gefunden").Expect("höchstens 255 sind möglich");
   EXPECT_FALSE(Load_Other_Table(Path("Fremd.MDB")));
   EXPECT_FALSE(Load_Other_Table(Path("fehlt.MDB")));
   EXPECT_FALSE(Load_Other_Table(longName));
