@@ -96,8 +96,8 @@ QString Find_File(const QString& path) {
   return Find_Below(root, direct.split(u'/', Qt::SkipEmptyParts), 0);
 }
 
-QString Path_Flaw(const QString& path, int longest) {
-  constexpr int longestName = 255, shownEnd = 80;
+QString Path_Flaw(const QString& path, int longest, int longestOfName) {
+  constexpr int shownEnd = 80;
   const QString whole = QFileInfo(Clean_Path(path)).absoluteFilePath();
   const auto told = [](const QString& what, qsizetype bytes, int most, const QString& text) {
     return QStringLiteral("%1 ist zu lang: %2 Zeichen, Umlaute doppelt gezählt; höchstens %3 sind möglich:\n%4")
@@ -109,8 +109,8 @@ QString Path_Flaw(const QString& path, int longest) {
   if (const qsizetype bytes = QFile::encodeName(whole).size(); bytes > longest)
     return told(QStringLiteral("Der Pfad der Datei"), bytes, longest, whole);
   for (const QString& name : whole.split(u'/', Qt::SkipEmptyParts))
-    if (const qsizetype bytes = QFile::encodeName(name).size(); bytes > longestName)
-      return told(QStringLiteral("Ein Name im Pfad der Datei"), bytes, longestName, name);
+    if (const qsizetype bytes = QFile::encodeName(name).size(); bytes > longestOfName)
+      return told(QStringLiteral("Ein Name im Pfad der Datei"), bytes, longestOfName, name);
   return {};
 }
 

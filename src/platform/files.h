@@ -22,7 +22,9 @@ QStringList Find_Files(const QString& folder, const QString& pattern);
 // the path in it; empty if nothing speaks against it.
 inline constexpr int longestPath = 4095;      // of the system
 inline constexpr int longestTablePath = 480;  // the database takes 512 bytes, with all endings of its files
-QString Path_Flaw(const QString& path, int longest = longestPath);
+inline constexpr int longestName = 255;
+inline constexpr int longestTableName = 247;  // the database puts "-journal" behind it
+QString Path_Flaw(const QString& path, int longest = longestPath, int longestOfName = longestName);
 // Why what lies there must not be opened as a file: it is a folder, a pipe, a device. A German half sentence; empty for
 // a file, and if nothing is there.
 QString Strange_File(const QString& path);

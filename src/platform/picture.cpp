@@ -330,7 +330,9 @@ QSize Picture_Size(const QString& path) {
 }
 
 void Check_Map_File(const QString& path) {
-  if (const QString flaw = Path_Flaw(path, longestTablePath); !flaw.isEmpty()) Raise(errors::pathNotFound, flaw);
+  // Its table has a name of the same length.
+  if (const QString flaw = Path_Flaw(path, longestTablePath, longestTableName); !flaw.isEmpty())
+    Raise(errors::pathNotFound, flaw);
   if (QFileInfo::exists(path)) Check_Ordinary(path);
 }
 

@@ -130,8 +130,6 @@ QString Capitals(const QString& text) {
   return capitals;
 }
 
-QString Short_Name(const QString& path) { return path; }
-
 QString Table_Name_Of_Map() {
   const QString map = Clean_Path(Map.Caption.mid(5));
   const QStringList endings = {QStringLiteral(".BMP"), QStringLiteral(".RLE"), QStringLiteral(".JPG"),

@@ -19,8 +19,6 @@ std::vector<NameFault> File_Name_Faults(const QString& path);
 bool Check_File_Name(const QString& path);
 // Capitals character by character: "ß" stays, so that two names never become one.
 QString Capitals(const QString& text);
-// The path itself: long names need no short form here.
-QString Short_Name(const QString& path);
 
 // Name of the standard table from the map window's caption ("Map: " + path in capitals). The file that is really there
 // is found ignoring case; a new one gets the capital name in the real folder.

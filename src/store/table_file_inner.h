@@ -53,6 +53,13 @@ void Remember_User_Of_Snapshot(const QString& user);
 QString User_Of_Snapshot();
 void Forget_Snapshot();
 
+// Before other entries take the place of those in the standard table: asks where they are changed or in no other file.
+// An answer that would save the standard table onto itself keeps them beside it as "_old". False if they should have
+// been saved and were not.
+bool Save_Before_Replacing();
+// Another table of this map, in its list or beside it, holds the very entries of the open table.
+bool Stand_In_Another_File();
+
 // State of mnuReset.
 void Arm_Undo(const QString& caption);
 void Disarm_Undo();

@@ -22,6 +22,7 @@ inline const QString restored = QStringLiteral("Karteneinträge wieder hergestel
 inline const QString askChanged =
     QStringLiteral("\n\nDie Karteneinträge\nwurden verändert.\nWollen Sie die veränderten Einträge sichern ?");
 inline const QString askOwnName = QStringLiteral("Möchten Sie die Karteneinträge unter einem eigenen Namen sichern?");
+inline const QString keptUnder = QStringLiteral("Die bisherigen Karteneinträge liegen jetzt in:\n");
 inline const QString askReally = QStringLiteral("Möchten Sie die Karteneinträge wirklich in folgender Datei sichern?");
 inline const QString saveFilter = QStringLiteral("Datenbank (*.MDB)|*.MDB| Alle Dateien (*.*)|*.*");
 inline const QString minus = QStringLiteral("Minuszeichen - im Dateinamen nicht zulässig.");

@@ -25,16 +25,6 @@ namespace {
 
 void Report_Load_Error(const QString& text) { Message_Box(text, MsgButtons::Ok, MsgIcon::Critical, texts::loadTitle); }
 
-// False if the changed entries should have been saved and were not.
-bool Save_Changed_First() {
-  if (!Table_Is_Changed() || Entry_Count() < 1) return true;
-  if (Message_Box(texts::askChanged, MsgButtons::YesNo, MsgIcon::Question, texts::saveTitle) != MsgAnswer::Yes)
-    return true;
-  if (Save_Table(SaveStep::Save)) return true;
-  Message_Box(texts::notSaved, MsgButtons::Ok, MsgIcon::Warning, texts::saveTitle);
-  return false;
-}
-
 std::optional<QString> Choose_Other_Table() {
   FileRequest request;
   request.title = texts::loadTitle;
@@ -49,11 +39,8 @@ std::optional<QString> Choose_Other_Table() {
 
 // What speaks against loading the file, before anything is touched.
 QString Fault_Of(const QString& path) {
+  if (const QString flaw = Path_Flaw(path, longestTablePath); !flaw.isEmpty()) return flaw;
   if (!File_Exists(path)) return path + QStringLiteral("\n\nDiese Datei wurde nicht gefunden.");
-  if (path.size() > 80) {
-    return path + QStringLiteral("\n\nLänge des Dateinamens = ") + QString::number(path.size()) +
-           QStringLiteral(" Zeichen.\nDie Datei kann nicht geladen werden: zulässig sind 80 Zeichen.");
-  }
   if (Same_Name(path, TableFile)) return {};
   const QString fault = Table_Fault(path);
   if (fault.isEmpty()) return {};
@@ -96,7 +83,8 @@ bool Take_Other_Map() {
 }  // namespace
 
 bool Load_Other_Table(const QString& wanted) {
-  if (!Save_Changed_First()) return false;
+  const bool asked = Table_Is_Changed();
+  if (asked && !Save_Before_Replacing()) return false;
   QString path = Clean_Path(wanted);
   if (path.isEmpty()) {
     const std::optional<QString> chosen = Choose_Other_Table();
@@ -107,6 +95,7 @@ bool Load_Other_Table(const QString& wanted) {
     Report_Load_Error(fault);
     return false;
   }
+  if (!asked && !Same_Name(path, TableFile) && !Save_Before_Replacing()) return false;
   const QString user = Tbl.DBGrid1.Caption, tag = Tbl.Tag;
   const BusyPointer busy;
   Close_Quietly();
@@ -142,7 +131,7 @@ bool Load_Other_Table(const QString& wanted) {
 }
 
 void New_Table() {
-  if (!rsEntries || !Save_Changed_First()) return;
+  if (!rsEntries || !Save_Before_Replacing()) return;
   const BusyPointer busy;
   const QString user = Tbl.DBGrid1.Caption;
   const Copies copies = Close_With_Copies();

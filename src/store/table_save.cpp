@@ -153,6 +153,10 @@ std::optional<QString> Ask_Target() {
       proposal = base + QStringLiteral("_Neu.MDB");
       continue;
     }
+    if (const QString flaw = Path_Flaw(chosen, longestTablePath, longestTableName); !flaw.isEmpty()) {
+      Message_Box(flaw, MsgButtons::Ok, MsgIcon::Warning, texts::saveErrorTitle);
+      continue;
+    }
     if (Check_File_Name(chosen)) {
       proposal = chosen;
       continue;
@@ -166,17 +170,8 @@ std::optional<QString> Ask_Target() {
   }
 }
 
-QString Shortened_Target(const QString& target) {
-  if (target.size() < 80) return target;
-  const QString text = QStringLiteral("Länge des Dateinamens = ") + QString::number(target.size()) +
-                       QStringLiteral(" Zeichen.\n\nMöchten Sie die Kurzform des Namens verwenden?");
-  const MsgAnswer answer = Message_Box(text, MsgButtons::YesNo, MsgIcon::Question, texts::saveTitle);
-  return answer == MsgAnswer::Yes ? Short_Name(target) : target;
-}
-
 // Steps 6 to 8: header, copy, names.
-bool Copy_To_Target(SaveJob job) {
-  job.target = Shortened_Target(job.target);
+bool Copy_To_Target(const SaveJob& job) {
   const QString former = Tbl.DBGrid1.Caption;
   QString row;
   if (rsEntries->Position() >= 0) row = rsEntries->Bookmark();
@@ -211,21 +206,39 @@ bool Copy_To_Target(SaveJob job) {
   return loaded;
 }
 
+QString Old_Name() { return Free_Proposal(Cut_At_First_Point(TableFile), QStringLiteral("_old.MDB")); }
+bool Is_Standard(const QString& user) { return user.isEmpty() || Same_Name(user, TableFile); }
+bool Ask_To_Save(const QString& question) {
+  return Message_Box(question, MsgButtons::YesNo, MsgIcon::Question, texts::saveTitle) == MsgAnswer::Yes;
+}
+
 // Step 0. False only if the entries should have been saved and were not.
 bool Save_At_Map_Change() {
   if (Entry_Count() < 2 || !Table_Is_Changed()) return true;
   const QString user = Tbl.DBGrid1.Caption;
-  QString target = user;
-  QString question = texts::askChanged;
-  if (user.isEmpty() || Same_Name(user, TableFile)) {
-    target = Free_Proposal(Cut_At_First_Point(TableFile), QStringLiteral("_old.MDB"));
-    question = texts::askOwnName + u'\n' + target;
-  }
-  if (Message_Box(question, MsgButtons::YesNo, MsgIcon::Question, texts::saveTitle) != MsgAnswer::Yes) return true;
+  const QString target = Is_Standard(user) ? Old_Name() : user;
+  if (!Ask_To_Save(Is_Standard(user) ? texts::askOwnName + u'\n' + target : texts::askChanged)) return true;
   return Copy_To_Target({SaveStep::AtMapChange, target});
 }
 
+// UserTable is a file of its own that holds the entries as they were when they were last saved.
+bool Have_Own_File() { return !Is_Standard(Tbl.DBGrid1.Caption) && File_Exists(Tbl.DBGrid1.Caption); }
+
 }  // namespace
+
+bool table_file::Save_Before_Replacing() {
+  if (Entry_Count() < 1) return true;
+  const bool changed = Table_Is_Changed(), alone = !Have_Own_File();
+  if (!changed && (!alone || Stand_In_Another_File())) return true;
+  const QString old = Old_Name();
+  if (!Ask_To_Save(changed ? texts::askChanged : texts::askOwnName + u'\n' + old)) return true;
+  if (!(alone ? Copy_To_Target({SaveStep::AtMapChange, old}) : Save_Now())) {
+    Message_Box(texts::notSaved, MsgButtons::Ok, MsgIcon::Warning, texts::saveTitle);
+    return false;
+  }
+  if (changed && alone) Message_Box(texts::keptUnder + old, MsgButtons::Ok, MsgIcon::Information, texts::saveTitle);
+  return true;
+}
 
 bool Save_Table(SaveStep step) {
   const BusyPointer busy;

@@ -386,6 +386,36 @@ TEST_F(TableFileTest, FoldersMayHaveUmlautsBlanksDotsAndAMinus) {
   EXPECT_EQ(Texts_In(Path(place + "Sicherung.MDB")), oneTwo);
 }
 
+TEST_F(TableFileTest, LongPathsAreSavedAndLoadedAgain) {
+  const QString place = QString(100, 'o') + '/' + QString(60, 'p') + '/';
+  ASSERT_TRUE(QDir().mkpath(Path(place)));
+  Open_With(oneTwo, place + QString(140, 'k') + ".bmp");
+  ASSERT_GT(TableFile.size(), 300);
+  const QString target = place + QString(243, 's') + ".MDB";  // the longest name that can have a log beside it
+  {
+    MessageScript script;
+    FileDialogScript dialog;
+    dialog.Answer(Path(place + QString(244, 's') + ".MDB"))
+        .Answer(Path(place + place + place + "Amsel.MDB"))
+        .Answer(Path(target));
+    script.Expect("Ein Name im Pfad der Datei ist zu lang: 248 Zeichen").Expect("Der Pfad der Datei ist zu lang");
+    ASSERT_TRUE(Save_Table(SaveStep::SaveAs));
+  }
+  Add(Text("drei"));
+  Undo_Point("Rückgängig: Ersetzen");  // brings it up to date
+  EXPECT_EQ(Texts_In(Path(target)), oneTwoThree);
+  Recover_Table();
+  const QString stem = Path(place + QString(140, 'K'));
+  ASSERT_TRUE(Load_Table(LoadMode::First));
+  for (const QString& path : {Path(target), stem + "_rep.mdb", stem + "_bak.mdb"}) {
+    EXPECT_TRUE(Load_Other_Table(path)) << path;
+    EXPECT_EQ(Texts(), oneTwoThree) << path;
+    EXPECT_EQ(Tbl.DBGrid1.Caption, path);
+    Tbl.Tag = "Clean";
+  }
+  Expect_No_Leftovers();
+}
+
 TEST_F(TableFileTest, AFailedSaveAsKeepsNamesAndRows) {
   Open_With(oneTwo);
   const QString row = rsEntries->Bookmark();
@@ -487,9 +517,9 @@ TEST_F(TableFileTest, WhatCannotBeLoadedLeavesTheTableAlone) {
   Open_With(oneTwo);
   Tbl.Tag = "Clean";
   Replace_File(Path("Fremd.MDB"), "keine Datenbank");
-  const QString longName = Make_Table(QString(90, 'x') + ".MDB", {});
+  const QString longName = Path(QString(252, 'x') + ".MDB");
   MessageScript script;
-  script.Expect("gehört nicht zum Programm FLURAX.").Expect("nicht gefunden").Expect("80 Zeichen");
+  script.Expect("gehört nicht zum Programm FLURAX.").Expect("nicht gefunden").Expect("höchstens 255 sind möglich");
   EXPECT_FALSE(Load_Other_Table(Path("Fremd.MDB")));
   EXPECT_FALSE(Load_Other_Table(Path("fehlt.MDB")));
   EXPECT_FALSE(Load_Other_Table(longName));
@@ -510,13 +540,76 @@ TEST_F(TableFileTest, ANewTableAndItsUndo) {
   Open_With(oneTwo);
   {
     MessageScript script;
-    script.Expect("Wollen Sie die veränderten Einträge sichern ?", MsgAnswer::Yes);
+    script.Expect("Wollen Sie die veränderten Einträge sichern ?", MsgAnswer::No);
     New_Table();
   }
   EXPECT_EQ(Entry_Count(), 0);
   EXPECT_EQ(Menu("mnuReset").Caption, "Rückgängig: Einträge neu");
+  EXPECT_FALSE(QFile::exists(Path("KARTE_old.MDB")));
   Undo();
   EXPECT_EQ(Texts(), oneTwo);
+}
+
+TEST_F(TableFileTest, EntriesThatStandNowhereElseAreKeptBeforeOthersTakeTheirPlace) {
+  QString other = Make_Table("Amsel.MDB", {"Amsel"});
+  QStringList kept;
+  for (const bool changed : {true, false}) {
+    for (const bool load : {true, false}) {
+      QFile::remove(Table());
+      const QStringList mine = {"eins", QString::number(kept.size())};
+      Open_With(mine);
+      if (!changed) Tbl.Tag = "Clean";
+      kept.append(Path(QStringLiteral("KARTE_old%1.MDB").arg(kept.empty() ? "" : '_' + QString::number(kept.size()))));
+      MessageScript script;
+      if (changed) {
+        script.Expect("Wollen Sie die veränderten Einträge sichern ?", MsgAnswer::Yes)
+            .Expect("liegen jetzt in:\n" + kept.back());
+      } else {
+        script.Expect("unter einem eigenen Namen sichern?\n" + kept.back(), MsgAnswer::Yes);
+      }
+      load ? static_cast<void>(Load_Other_Table(other)) : New_Table();
+      EXPECT_EQ(Texts(), load ? QStringList{"Amsel"} : QStringList{});
+      EXPECT_EQ(Texts_In(kept.back()), mine);
+      script.Expect("wieder hergestellt");
+      Undo_Last();
+      EXPECT_EQ(Tbl.DBGrid1.Caption, kept.back());
+      Undo_Point("Rückgängig: Ersetzen");
+      EXPECT_EQ(Texts_In(other), QStringList{"Amsel"});
+    }
+  }
+  // Entries that were saved or loaded stand in their own file: nothing to ask, unless that has gone.
+  MessageScript script;
+  Tbl.Tag = "Clean";
+  New_Table();
+  EXPECT_TRUE(Load_Other_Table(other));
+  QFile::remove(other);
+  script.Expect("unter einem eigenen Namen sichern?", MsgAnswer::Yes);
+  New_Table();
+  EXPECT_EQ(Texts_In(Path("KARTE_old_4.MDB")), QStringList{"Amsel"});
+  // After the map was opened anew nothing is asked while a table of the map holds the same, vertices included.
+  Add(Text("eins"));
+  Write_Vertices("Linie0", {{1, 2}, {3, 4}});
+  Save_As("Sicherung.MDB");
+  ASSERT_TRUE(Load_Table(LoadMode::First));
+  EXPECT_TRUE(Load_Other_Table(other = Make_Table("Fink.MDB", {"Fink"})));
+  EXPECT_TRUE(Load_Other_Table(Path("Sicherung.MDB")));
+  ASSERT_TRUE(Load_Table(LoadMode::First));
+  {
+    const auto database = Workspace::OpenDatabase(Path("Sicherung.MDB"));
+    const auto points = database->OpenRecordset("Linie0");
+    points->MoveLast();
+    points->Delete();
+  }
+  script.Expect("unter einem eigenen Namen sichern?", MsgAnswer::No);
+  New_Table();
+  // What cannot be kept is not replaced.
+  Add(Text("eins"));
+  File_Write_Fault = [](const QString&, qint64) { return errors::diskFull; };
+  script.Expect("Wollen Sie die veränderten Einträge sichern ?", MsgAnswer::Yes)
+      .Expect("Datei kann nicht gesichert werden.")
+      .Expect("Datei kann nicht gesichert werden.");
+  New_Table();
+  EXPECT_EQ(Texts(), QStringList{"eins"});
 }
 
 // Compressing and repairing ------------------------------------------------------------------------------------------
