@@ -4,15 +4,11 @@
 #include <memory>
 #include <optional>
 
-#include "platform/error.h"
+#include "platform/workbook_errors.h"
 #include "platform/workbook_sheet.h"
 
 // Workbooks: one file of many sheets, Office Open XML whatever its name ends with. Sheets are replaced or added one at
 // a time; every other sheet, chart, picture or part of the file stays byte for byte.
-
-namespace workbook_errors {
-inline constexpr int openElsewhere = 55, changed = 75, damaged = 321, bounds = 1004;
-}
 
 // The workbook beside a table: its name cut at the last point and ".XLS" behind. Error 1004 with the told text for a
 // name without a point.

@@ -6,7 +6,7 @@
 #include <cstring>
 #include <memory>
 
-#include "platform/workbook.h"
+#include "platform/workbook_errors.h"
 #include "platform/workbook_xml.h"
 
 namespace workbook_inner {

@@ -4,7 +4,7 @@
 #include <cmath>
 
 #include "platform/text.h"
-#include "platform/workbook.h"
+#include "platform/workbook_errors.h"
 
 namespace {
 constexpr double standardSize = 10, standardWidth = 10, highestRow = 409;

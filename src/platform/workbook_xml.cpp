@@ -2,7 +2,7 @@
 
 #include <QRegularExpression>
 
-#include "platform/workbook.h"
+#include "platform/workbook_errors.h"
 
 namespace workbook_inner {
 namespace {

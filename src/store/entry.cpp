@@ -156,23 +156,6 @@ QString Entry_Name() {
   return MsgText;
 }
 
-KeepCurrentRow::KeepCurrentRow() {
-  if (rsEntries && rsEntries->Position() >= 0) bookmark = rsEntries->Bookmark();
-}
-
-KeepCurrentRow::~KeepCurrentRow() {
-  if (!rsEntries || !rsEntries->IsOpen() || bookmark.isEmpty()) return;
-  try {
-    if (rsEntries->HasRow(bookmark)) {
-      rsEntries->SetBookmark(bookmark);
-    } else {
-      rsEntries->MoveLast();
-    }
-  } catch (const Error&) {
-    // The table went away under the cursor; whoever loads it again sets the row.
-  }
-}
-
 int Entry_Count() {
   if (!rsEntries || !rsEntries->IsOpen()) return 0;
   return std::max(0, rsEntries->RecordCount() - 1);

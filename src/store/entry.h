@@ -6,6 +6,7 @@
 
 #include "platform/database.h"
 #include "state/global_state.h"
+#include "store/current_row.h"
 #include "store/entry_id.h"
 #include "store/entry_type.h"
 #include "store/fill_code.h"
@@ -62,17 +63,6 @@ void set_entry_box(EntryRow& row, const EntryBox& box);
 // Name of the current row for messages: "Text" CR, "Bild" CR, ID CR, "Planquadrat" CR, "Maßstab " size " ", "Symbol" CR.
 // Sets MsgText and returns it.
 QString Entry_Name();
-// Saves the cursor of rsEntries and puts it back at the end of the scope, even when an error passes through.
-class KeepCurrentRow {
- public:
-  KeepCurrentRow();
-  ~KeepCurrentRow();
-  KeepCurrentRow(const KeepCurrentRow&) = delete;
-  KeepCurrentRow& operator=(const KeepCurrentRow&) = delete;
-
- private:
-  QString bookmark;
-};
 // Entries of the open table without the header row; 0 without a table.
 int Entry_Count();
 

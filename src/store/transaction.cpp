@@ -3,7 +3,7 @@
 #include "platform/message_box.h"
 #include "state/global_state.h"
 #include "state/table_state.h"
-#include "store/entry.h"
+#include "store/current_row.h"
 
 bool transaction::Run(Database& database, const TransactionWork& work) {
   database.BeginTrans();
