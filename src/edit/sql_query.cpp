@@ -203,9 +203,10 @@ bool Run_Select(SqlState& sql, const SqlTranslation& statement, int oldCount) {
                  .arg(oldCount)
                  .arg(count);
   sql.selection = std::move(rows);
+  sql.formerTable = Tbl.DBGrid1.Caption;
+  sql.formerTag = Tbl.Tag;
   Tbl.Tag = QStringLiteral("Dirty");
-  Tbl.DBGrid1.Caption = Sql_Table_Name(Tbl.DBGrid1.Caption);
-  events.StateChanged.Emit();
+  Name_User_Table(Sql_Table_Name(Tbl.DBGrid1.Caption));
   return true;
 }
 
@@ -260,8 +261,15 @@ void Open_Sql(SqlState& sql) {
                  .arg(rsEntries ? rsEntries->RecordCount() : 0);
 }
 
-bool Apply_Sql(SqlState& sql, const QString& text) {
+void Close_Sql(SqlState& sql) {
   sql.selection.reset();
+  if (!sql.formerTable || Tbl.DBGrid1.Caption.isEmpty()) return;
+  Name_User_Table(*std::exchange(sql.formerTable, {}));
+  Tbl.Tag = sql.formerTag;
+}
+
+bool Apply_Sql(SqlState& sql, const QString& text) {
+  Close_Sql(sql);  // the undo point brings the user's own table up to date
   if (!rsEntries || rsEntries->RecordCount() < 2) {
     Tell({QStringLiteral("SQL-Fehler:"), QStringLiteral("Zu wenig Datensätze in der Tabelle.")});
     return false;
@@ -361,6 +369,7 @@ bool Take_Sql(SqlState& sql) {
     const BusyPointer busy;
     if (!Write_In_Transaction(kept)) return false;
     sql.selection.reset();
+    Undo_Goes_Back_To(*std::exchange(sql.formerTable, {}));
     rsEntries->MoveLast();
     Map.CurBookmark = rsEntries->Bookmark();
     Save_Table(SaveStep::GivenName);

@@ -2,6 +2,7 @@
 #include <QString>
 #include <QStringList>
 #include <memory>
+#include <optional>
 
 #include "platform/database.h"
 
@@ -14,12 +15,17 @@ struct SqlState {
   // The rows of the last Select; null: the table itself is shown. A window that shows them owns them as well, since it
   // is painted while the next statement asks and tells.
   std::shared_ptr<Recordset> selection;
+  // While a selection is shown UserTable has a name of its own; this one comes back when it is not taken.
+  std::optional<QString> formerTable;
+  QString formerTag;
 };
 
 // The list of "\SQL.ini", or the six statements of a fresh program; the info of the open table.
 void Open_Sql(SqlState& sql);
 // Runs the statement, what stands before the first ":". False if nothing was done.
 bool Apply_Sql(SqlState& sql, const QString& text);
+// Leaves the selection that was not taken: UserTable has its name again.
+void Close_Sql(SqlState& sql);
 // Keeps the rows of the selection alone in the table and saves it as UserTable. False with a message if not.
 bool Take_Sql(SqlState& sql);
 void Save_Sql_List(SqlState& sql, const QString& text);    // info tells why it was not added

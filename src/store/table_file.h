@@ -27,6 +27,11 @@ void Recover_Table();  // keeps _err, _rep and _bak copies; the caller raises 50
 // Checkpoint + caption of mnuReset. The current row stays.
 void Undo_Point(const QString& caption);
 void Undo_Last();  // mnuReset: back to the snapshot
+// UserTable under another name, wherever it is shown.
+void Name_User_Table(const QString& path);
+// The last undo point was taken under another UserTable: undo goes back to its name as well, so that the next
+// checkpoint does not write the old entries over the file of now.
+void Undo_Goes_Back_To(const QString& user);
 // Idle work: folds the log into the table file.
 void Table_Idle();
 // Free name "<table>_BAK.MDB", "_BAK_1.MDB", ...

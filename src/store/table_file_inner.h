@@ -47,10 +47,7 @@ Checkpointed Checkpoint();
 enum class SnapshotState { Fits, Foreign, Unusable };
 SnapshotState State_Of_Snapshot();
 inline bool Snapshot_Fits() { return State_Of_Snapshot() == SnapshotState::Fits; }
-// The snapshot is that of another user table (one was loaded since): undo goes back to its name as well, so that the
-// next checkpoint does not write the old entries over the file that was loaded.
-void Remember_User_Of_Snapshot(const QString& user);
-QString User_Of_Snapshot();
+QString User_Of_Snapshot();  // "" = the present one
 void Forget_Snapshot();
 
 // Before other entries take the place of those in the standard table: asks where they are changed or in no other file.

@@ -125,7 +125,7 @@ bool Load_Other_Table(const QString& wanted) {
   Write_Log(path, 2);
   Read_Log(2);
   Draw_If_Open();
-  Remember_User_Of_Snapshot(user);
+  Undo_Goes_Back_To(user);
   Arm_Undo(texts::undoLoad);
   return true;
 }
@@ -152,6 +152,6 @@ void New_Table() {
     return;
   }
   Draw_If_Open();
-  Remember_User_Of_Snapshot(user);
+  Undo_Goes_Back_To(user);
   Arm_Undo(texts::undoNew);
 }

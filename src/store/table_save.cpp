@@ -240,6 +240,13 @@ bool table_file::Save_Before_Replacing() {
   return true;
 }
 
+void Name_User_Table(const QString& path) {
+  QString& user = Tbl.DBGrid1.Caption;
+  if (!user.isEmpty() && InfoBar.Panel[2].startsWith(user)) InfoBar.Panel[2] = path;
+  user = path;
+  events.StateChanged.Emit();
+}
+
 bool Save_Table(SaveStep step) {
   const BusyPointer busy;
   if (step == SaveStep::Restore) return Restore();

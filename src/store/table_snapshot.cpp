@@ -95,7 +95,7 @@ table_file::SnapshotState table_file::State_Of_Snapshot() {
   }
 }
 
-void table_file::Remember_User_Of_Snapshot(const QString& user) { userOfSnapshot = user; }
+void Undo_Goes_Back_To(const QString& user) { userOfSnapshot = user; }
 QString table_file::User_Of_Snapshot() { return userOfSnapshot; }
 
 void table_file::Forget_Snapshot() {

@@ -10,6 +10,7 @@
 #include "store/file_names.h"
 #include "store/header_row.h"
 #include "support/bulk_fixture.h"
+#include "support/table_fixture.h"
 
 namespace {
 
@@ -31,6 +32,10 @@ class QueryTest : public BulkTest {
     MessageScript script;
     script.Expect("Karteneinträge wieder hergestellt.");
     Undo_Last();
+  }
+  bool Stands_In(const QString& file, const QString& text) const {
+    const std::vector<EntryRow> rows = Rows_Of(*Workspace::OpenDatabase(Path(file)));
+    return std::any_of(rows.begin(), rows.end(), [&](const EntryRow& row) { return row.Eintrag == text; });
   }
   SqlState sql;
 };
@@ -81,8 +86,38 @@ TEST_F(QueryTest, SelectionIsTakenWithItsUserColumnsAndVertices) {
   EXPECT_TRUE(dbEntries->HasTable("Qdata"));
   EXPECT_FALSE(dbEntries->HasTable("Flaeche0"));
   EXPECT_TRUE(File_Exists(Path("KARTE_SQL.mdb")));
+  Close_Sql(sql);
+  EXPECT_EQ(Tbl.DBGrid1.Caption, Path("KARTE_SQL.mdb")) << "it was taken";
   Undo();
   EXPECT_EQ(Whole_Table(), before);
+  EXPECT_EQ(Tbl.DBGrid1.Caption, Path("KARTE.MDB")) << "all entries are not written over the selection";
+}
+
+TEST_F(QueryTest, ASelectionThatIsNotTakenLeavesTheNameOfTheTable) {
+  FileDialogScript dialog;
+  dialog.Answer(Path("Wiese.MDB"));
+  ASSERT_TRUE(Save_Table(SaveStep::SaveAs));
+  Add_Text("Ulme", 10, 20);
+  const QString tag = Tbl.Tag;
+  for (int i = 0; i < 2; ++i) {
+    ASSERT_TRUE(Apply_Sql(sql, "Select * from MapData where Eintrag like 'b*'"));
+    EXPECT_EQ(Tbl.DBGrid1.Caption, Path("Wiese_SQL.mdb"));
+    EXPECT_EQ(InfoBar.Panel[2], Path("Wiese_SQL.mdb"));
+  }
+  EXPECT_FALSE(File_Exists(Path("Wiese_SQL.mdb"))) << "its undo points belong to the user's own table";
+  EXPECT_TRUE(Stands_In("Wiese.MDB", "Ulme"));
+  Close_Sql(sql);
+  EXPECT_EQ(Tbl.DBGrid1.Caption, Path("Wiese.MDB"));
+  EXPECT_EQ(InfoBar.Panel[2], Path("Wiese.MDB"));
+  EXPECT_EQ(Tbl.Tag, tag);
+  Add_Text("Esche", 10, 20);
+  ASSERT_TRUE(Save_Table(SaveStep::Save));
+  EXPECT_TRUE(Stands_In("Wiese.MDB", "Esche"));
+  // A statement that changes something ends the selection as well.
+  ASSERT_TRUE(Apply_Sql(sql, "Select * from MapData where Eintrag like 'b*'"));
+  ASSERT_TRUE(Apply_Sql(sql, "Update MapData set RA = 1 where Typ = 0"));
+  EXPECT_EQ(Tbl.DBGrid1.Caption, Path("Wiese.MDB"));
+  EXPECT_EQ(Tbl.Tag, "Dirty");
 }
 
 TEST_F(QueryTest, AsksTellsAndLeavesTheTableAlone) {

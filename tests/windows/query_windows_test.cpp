@@ -4,12 +4,15 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QStatusBar>
 #include <QTableView>
 
 #include "state/events.h"
+#include "state/table_state.h"
 #include "store/entry.h"
 #include "windows/dialog_parts.h"
 #include "windows/store/frmReplace.h"
+#include "windows/store/tbl_window.h"
 #include "windows/window_fixture.h"
 
 namespace {
@@ -65,6 +68,23 @@ TEST_F(QueryWindowsTest, SelectionIsShownAndTaken) {
   script.Expect("Karteneinträge wieder hergestellt.");
   Choose("mnuReset");
   EXPECT_EQ(Entry_Count(), 3);
+}
+
+TEST_F(QueryWindowsTest, LeavingASelectionPutsTheNameOfTheTableBack) {
+  const auto shown = [this] {
+    QStringList texts = {window->Table_Window().windowTitle()};
+    for (const QLabel* label : window->statusBar()->findChildren<QLabel*>()) texts << label->accessibleName();
+    return texts.join(u'\n');
+  };
+  When_Shown([&](QWidget& dialog) {
+    Part<QComboBox>(dialog, "cmbSqlText")->setEditText("Select * from MapData where Eintrag like 'b*'");
+    Press(dialog, "btnApply");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return shown().count("_SQL.mdb") == 2; })) << shown();
+    QTest::keyClick(&dialog, Qt::Key_Escape);
+  });
+  Choose("mnuSql");
+  EXPECT_TRUE(QTest::qWaitFor([&] { return !shown().contains("_SQL.mdb"); })) << shown();
+  EXPECT_EQ(Tbl.DBGrid1.Caption, TableFile);
 }
 
 // While a message is shown the grid is painted: its rows must not have gone with the statement that failed.

@@ -31,7 +31,7 @@ FrmSql::FrmSql(QWidget* parent) : QDialog(parent), ui(std::make_unique<Ui::FrmSq
   Show_State();
 }
 
-FrmSql::~FrmSql() = default;
+FrmSql::~FrmSql() { Close_Sql(sql); }
 
 void FrmSql::Fill_List() {
   const QString typed = ui->cmbSqlText->currentText();
