@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QFile>
 
+#include "maps/map_close.h"
 #include "maps/map_open.h"
 #include "platform/files.h"
 #include "platform/surface.h"
