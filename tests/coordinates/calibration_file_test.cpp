@@ -144,8 +144,7 @@ TEST_F(CalibrationFile, ASlopeOfZeroIsToldAndKept) {
       "Metrisches Koordinatennetz fehlerhaft:\nUTM-Gitter\nReferenzpunkt Rechtswert = 646000\n"
       "Referenzpunkt   Hochwert = 5512000\nRichtungswinkel d. Grids = 0\nAbstand der Gitterlinien = 1000 Grad\n"
       "Abstand der Gitterlinien = 472.5472");
-  MessageScript script;
-  script.Expect(whole).Expect(whole, MsgAnswer::Cancel);
+  MessageScript script{{whole}, {whole, MsgAnswer::Cancel}};
   EXPECT_EQ(Read(Sample("f_6000_inclin.cal")), -1);
   EXPECT_EQ(state.Grid, gridUtm);
   EXPECT_GT(state.MeterPerPix, 2);
@@ -163,8 +162,7 @@ TEST_F(CalibrationFile, ASlopeOfZeroIsToldAndKept) {
 
 TEST_F(CalibrationFile, AMissingFormatIsToldOnce) {
   const QString part = Text("Keine Formatangabe für die Koordinaten: Dezimal oder GG°MM'SS ?");
-  MessageScript script;
-  script.Expect(part).Expect(part, MsgAnswer::Cancel);
+  MessageScript script{{part}, {part, MsgAnswer::Cancel}};
   EXPECT_EQ(Read(Sample("f_5010.cal")), -1);
   EXPECT_EQ(state.NetB[3].Count, 301);
   EXPECT_EQ(state.RefPoints[9].X, 2696);
@@ -182,8 +180,7 @@ TEST_F(CalibrationFile, EachFaultIsToldAndReadingGoesOn) {
       Text("b1x0y0S0R49.765/10/40000/12/13"),  // 5030, overflow
       Text("l3x0y0S0R11.08/2687/2688/2689/2690"),
       Text("l7x0y0S0R11.08/1/2/3/4")};  // no such line
-  MessageScript script;
-  script.Expect(Text("Ungültiger Prozeduraufruf"));
+  MessageScript script(Text("Ungültiger Prozeduraufruf"));
   script.Expect(Text("Anwendungs- oder objektdefinierter Fehler\nEinlesen")).Expect(Text("Typen unverträglich"));
   script.Expect(Text("Koordinatenlinie gebogen oder gerade?")).Expect(Text("Überlauf"));
   script.Expect(Text("Index außerhalb")).AllowAny(MsgAnswer::Ok);  // then the net cannot be divided
@@ -199,8 +196,7 @@ TEST_F(CalibrationFile, EachFaultIsToldAndReadingGoesOn) {
 
 // Whatever stands in a file: the reader comes to an end, and so do the conversions with what it read.
 TEST_F(CalibrationFile, DamagedFilesDoNoHarm) {
-  MessageScript script;
-  script.AllowAny(MsgAnswer::Ok);
+  MessageScript script(MsgAnswer::Ok);
   QRandomGenerator random(7);
   for (const char* name : {"c_gms.cal", "a_utm.cal", "f_5010.cal"}) {
     const QByteArray whole = Read_Bytes(Sample(name));
@@ -227,8 +223,7 @@ TEST_F(CalibrationFile, FindsTheFilesOfAMap) {
   const QString map = Path(QStringLiteral("Karte1.Ausschnitt.bmp"));
   EXPECT_EQ(Cal_Files_Of(map), QStringList({Path(Text("Karte1 neu.cal")), Path(Text("Karte1.cal"))}));
   for (int i = 0; i < 9; ++i) Replace_File(Path(QStringLiteral("Karte1 %1.cal").arg(i)), "x");
-  MessageScript script;
-  script.Expect(Text("Maximale Anzahl = 10.  Überflüssige Cal-Dateien bitte entfernen."));
+  MessageScript script(Text("Maximale Anzahl = 10.  Überflüssige Cal-Dateien bitte entfernen."));
   EXPECT_EQ(Cal_Files_Of(map).size(), 10);
 }
 

@@ -3,24 +3,15 @@
 #include <cmath>
 
 #include "coordinates/geometry.h"
+#include "support/errors.h"
 #include "support/fixture.h"
+#include "support/nets.h"
 
 namespace {
 
 CoordinateState Metric_Net(double inclination) {
-  CoordinateState state;
-  state.Grid = gridUtm;
-  state.MapWidthPx = 3000;
-  state.MapHeightPx = 2200;
-  state.Xmap = 701;
-  state.Ymap = 1486;
-  state.GridR = 646000;
-  state.GridH = 5512000;
-  state.Inclin = inclination;
-  state.Xline = 472.5472F;
+  CoordinateState state = Utm_Net({3000, 2200}, {701, 1486}, 472.5472F, inclination);
   state.Yline = 400;
-  state.Gwidth = 1000;
-  state.MeterPerPix = state.Gwidth / static_cast<double>(state.Xline);
   return state;
 }
 
@@ -85,12 +76,7 @@ TEST(Conversions, MetricEdgesAndFaults) {
   EXPECT_EQ(Koord_To_Pixel(state, 640000, 5512000, x, y), tooFarLeft);
   EXPECT_EQ(Koord_To_Pixel(state, 660000, 5512000, x, y), tooFarRight);
   EXPECT_EQ(Koord_To_Pixel(state, 647000, 5500000, x, y), tooFarDown);
-  try {
-    Koord_To_Pixel(state, INT32_MIN, 0, x, y);
-    FAIL() << "no overflow";
-  } catch (const Error& error) {
-    EXPECT_EQ(error.number, errors::overflow);
-  }
+  EXPECT_EQ(Error_Of([&] { Koord_To_Pixel(state, INT32_MIN, 0, x, y); }), errors::overflow);
 }
 
 TEST(Conversions, EveryPixelOfABentNetComesBack) {

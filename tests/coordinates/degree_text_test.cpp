@@ -57,8 +57,7 @@ TEST(DegreeText, ValuesBeyondThePoleStopThere) {
                {"z11", "Längen- oder Breitengrad?", "011°00'00,00¨"},
                {"xelf", "Falscher Dezimalwert, ohne Komma", ""}};
   for (const auto& c : cases) {
-    MessageScript script;
-    script.Expect(Text(c.box)).Expect(Text(c.box), MsgAnswer::Cancel);
+    MessageScript script{{Text(c.box)}, {Text(c.box), MsgAnswer::Cancel}};
     EXPECT_EQ(Dec_To_GMS(Text(c.text)), Text(c.shown)) << c.text;
     EXPECT_EQ(Dec_To_GMS(Text(c.text)), QString()) << c.text;
   }
@@ -99,8 +98,7 @@ TEST(DegreeText, ReadsNumbersAndZones) {
   EXPECT_EQ(getZoneNumber(Text("32U")), 32);
   EXPECT_EQ(getZoneNumber(Text("U32")), 32);
   EXPECT_EQ(getZoneNumber(Text("4")), 4);
-  MessageScript script;
-  script.Expect(Text("Keine Zonennummer gefunden."));
+  MessageScript script(Text("Keine Zonennummer gefunden."));
   EXPECT_EQ(getZoneNumber(Text("UTM32")), -1);
 }
 

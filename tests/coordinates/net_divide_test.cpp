@@ -143,8 +143,7 @@ TEST_F(GeographicNet, SpacingsThatDifferByMoreThanTwoPercentAreBent) {
 TEST_F(GeographicNet, TooManyLinesEndTheNetWithWhatThereIs) {
   for (const auto answer : {MsgAnswer::Ok, MsgAnswer::Cancel}) {
     CoordinateState state = GeoNet{.division = QStringLiteral("0.0005")}.Make();
-    MessageScript script;
-    script.Expect(QStringLiteral("Fehler: zuviele Teillinien"), answer);
+    MessageScript script(QStringLiteral("Fehler: zuviele Teillinien"), answer);
     if (answer == MsgAnswer::Ok) script.Expect(QStringLiteral("Fehler: zuviele Teillinien"));
     Net_Divide(state);
     EXPECT_EQ(script.Seen()[0].title, QStringLiteral("Fehler: geogr. Breitengrade unterteilen"));
@@ -168,8 +167,7 @@ TEST_F(GeographicNet, FaultsOfTheFileAreTold) {
   for (const Case& c : cases) {
     CoordinateState state = GeoNet{.division = QStringLiteral("0.05")}.Make();
     c.spoil(state);
-    MessageScript script;
-    script.Expect(QString::fromUtf8(c.text));
+    MessageScript script(QString::fromUtf8(c.text));
     Net_Divide(state);
     EXPECT_EQ(script.Seen()[0].title, QString::fromUtf8(c.title));
     EXPECT_EQ(state.NetBLines.size(), 9U);

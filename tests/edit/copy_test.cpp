@@ -38,9 +38,7 @@ TEST_F(Copies, TextIsPrefixedOnceAndNeverCut) {
   EXPECT_EQ(Copied(Map.CurBookmark).Eintrag, QString("Kopie: Fund"));
   EXPECT_EQ(Copied(Add_Text(QString(73, 'x'))).Eintrag, QString(73, 'x'));
   EXPECT_EQ(Copied(Add(Make(5, "Bild", "Bild.bmp", 10, 10))).Eintrag, QString("Bild.bmp"));
-  EntryRow symbol = Make(0, "Text", "J", 10, 10);
-  symbol.Schrift = QStringLiteral("Wingdings");
-  EXPECT_EQ(Copied(Add(symbol)).Eintrag, QString("J"));
+  EXPECT_EQ(Copied(Add({"Text", "J", "Wingdings", 10, 0, 0, -1, 10, 10, 0, 0, 0})).Eintrag, QString("J"));
   clipboardFace = {};
 }
 
@@ -100,8 +98,7 @@ TEST_F(Copies, ACopyThatFailsLeavesNoTrace) {
   Add_Polygon("Linie0", {{10, 10}, {32760, 20}});
   const QString damaged = Add(Make(20, "Figur", "", 1, 1, 9, 9));
   const QStringList before = Whole_Table();
-  MessageScript script;
-  script.Expect("Keine Nummer");
+  MessageScript script("Keine Nummer");
   Go(damaged);
   Copy_Entry();
   rsEntries->MovePrevious();
@@ -140,8 +137,7 @@ TEST_F(Copies, PicturesFromFileAndClipboard) {
 TEST_F(Copies, PicturesThatCannotBeHadAddNoRow) {
   const QStringList before = Whole_Table();
   Write_Lines(Path("Text.bmp"), {"kein Bild"});
-  MessageScript script;
-  script.Expect("kein lesbares Bild");
+  MessageScript script("kein lesbares Bild");
   EXPECT_FALSE(Add_Picture({1, 1}, Path("Text.bmp")));
   File_Write_Fault = [](const QString& path, qint64) { return path.contains("PicImport") ? 61 : 0; };
   script.Expect("kann nicht gespeichert werden");
@@ -157,8 +153,7 @@ TEST_F(Copies, PastedText) {
   ASSERT_TRUE(::Add_Text(QPoint(40, 50), QStringLiteral("eins\r\nzwei\r\n")));
   EXPECT_EQ(rsEntries->Text(column::Eintrag), QString("eins\nzwei"));
   EXPECT_EQ(Map.Text2.Tag, QString("Old"));
-  MessageScript script;
-  script.Expect("5000000 Zeichen");
+  MessageScript script("5000000 Zeichen");
   EXPECT_FALSE(::Add_Text(QPoint(40, 50), QString(5'000'000, 'x')));
   EXPECT_EQ(Entry_Count(), 1);
 }

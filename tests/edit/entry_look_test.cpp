@@ -28,16 +28,9 @@ TEST_F(EntryLookTest, FrameColourKeepsTheRestOfTheWord) {
     int before, color, after;
   };
   // Width, pattern, mode and sign stay; 0 cannot be negated; colours above 15 are overwritten whole.
-  for (const Case& c : {Case{0, 5, 5},
-                        {-1, 12, -12},
-                        {-5, 0, -100},
-                        {216, 7, 207},
-                        {-11315, 2, -11302},
-                        {399, 15, 315},
-                        {-100, 0, -100},
-                        {7, 16, 7},
-                        {7, -1, 7},
-                        {32767, 9, 32709}}) {
+  const Case cases[] = {{0, 5, 5},      {-1, 12, -12},   {-5, 0, -100}, {216, 7, 207}, {-11315, 2, -11302},
+                        {399, 15, 315}, {-100, 0, -100}, {7, 16, 7},    {7, -1, 7},    {32767, 9, 32709}};
+  for (const Case& c : cases) {
     EntryRow row = Text_Row(QStringLiteral("Reiher"), 50, 50);
     row.RA = c.before;
     const QString bookmark = In_Hand(row);
@@ -107,7 +100,7 @@ TEST_F(EntryLookTest, EveryKindTakesWhatItHas) {
   const QString bar = In_Hand(scale);
   Change_Color(ColorOf::HG, 7);  // its direction
   Change_Color(ColorOf::RA, 7);
-  EXPECT_EQ(Row(bar), [&] { return scale; }());
+  EXPECT_EQ(Row(bar), scale);
 }
 
 TEST_F(EntryLookTest, NothingInHandMeansTheNextEntry) {
@@ -149,8 +142,7 @@ TEST_F(EntryLookTest, VanishedOrLockedRowsAreNotWritten) {
 
   const QString bookmark = In_Hand(Text_Row(QStringLiteral("Reiher"), 50, 50));
   Refuse_Rows(*dbEntries, QStringLiteral("RA = -105"));
-  MessageScript messages;
-  messages.Expect(QStringLiteral("Error: Change_Rahmen"));
+  MessageScript messages(QStringLiteral("Error: Change_Rahmen"));
   EXPECT_FALSE(Change_Rahmen(5));
   EXPECT_EQ(Row(bookmark).RA, -100);
 }

@@ -68,14 +68,12 @@ TEST_F(Marks, DeletingTakesVertexTablesUnlessTheyAreShared) {
   const QString shares = Add(Make(104, "-Linie1", "", 1, 1));
   Mark_Rows({keys[0], line, shares, area});
   {
-    MessageScript script;
-    script.Expect("4 markierten", MsgAnswer::No);
+    MessageScript script("4 markierten", MsgAnswer::No);
     Delete_Marked();
     EXPECT_EQ(script.Seen()[0].defaultButton, MsgDefault::Second);
   }
   EXPECT_EQ(Entry_Count(), 8);
-  MessageScript script;
-  script.Expect("4 markierten", MsgAnswer::Yes);
+  MessageScript script("4 markierten", MsgAnswer::Yes);
   Delete_Marked();
   EXPECT_EQ(Entry_Count(), 4);
   EXPECT_TRUE(rsEntries->HasRow(twin));
@@ -104,8 +102,7 @@ TEST_F(Marks, GroupsAreNumberedAndDissolved) {
   EXPECT_EQ(Row(keys[1]).ID, QString("Text<1"));
 
   const QString full = Add(Make(100, QString(79, 'x'), "lang", 1, 1));
-  MessageScript script;
-  script.Expect("81 Zeichen");
+  MessageScript script("81 Zeichen");
   Group_Marked();
   EXPECT_EQ(Row(keys[0]).ID, QString("Text"));
 }
@@ -155,8 +152,7 @@ TEST_F(Marks, EqualSizesShapesOnly) {
   EXPECT_EQ(Load_Vertices("Figur3"), (std::vector<QPoint>{{0, 0}, {80, 0}, {80, 30}}));
   EXPECT_EQ(Row(keys[0]).Xmap, 0);
   Mark_Rows({keys[0]});
-  MessageScript script;
-  script.Expect("keine Figur");
+  MessageScript script("keine Figur");
   const QStringList before = Whole_Table();
   Justify(JustifyMode::Equal);
   EXPECT_EQ(Whole_Table(), before);

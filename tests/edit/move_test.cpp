@@ -1,6 +1,5 @@
 #include "edit/move.h"
 
-#include "platform/progress.h"
 #include "support/bulk_fixture.h"
 
 namespace {
@@ -54,8 +53,7 @@ TEST_F(Move, VerticesGoAlongOnceAndTakeTheirStopMark) {
   EXPECT_EQ(points[2].x, stopMark);
   EXPECT_EQ(points[3].y, 34);
   EXPECT_EQ(Load_Vertices("Figur1"), (std::vector<QPoint>{{13, 14}, {23, 24}, {3, 13}}));
-  MessageScript script;
-  script.Expect("wieder hergestellt");
+  MessageScript script("wieder hergestellt");
   Move_Back();
   EXPECT_EQ(Whole_Table(), before);
   Move_Back();  // nothing more to take back
@@ -74,8 +72,7 @@ TEST_F(Move, MarkedOnlyAndPositionsOutOfRange) {
     const char* named;
   };
   for (const Case& it : {Case{{32700, 0}, "Text: a"}, Case{{0, -32868}, "zu groß"}, Case{{-11, 0}, "Linie4"}}) {
-    MessageScript script;
-    script.Expect(it.named);
+    MessageScript script(it.named);
     EXPECT_EQ(Move_Entries(it.request), 0);
     EXPECT_EQ(script.Seen()[0].title, QString("Fehler - Einträge verchieben"));
   }
@@ -87,14 +84,9 @@ TEST_F(Move, MarkedOnlyAndPositionsOutOfRange) {
 }
 
 TEST_F(Move, StoppedHalfWayNothingIsMoved) {
-  struct Stopper : ProgressFace {
-    void Show(const QString&, int) override {}
-    bool Step(int done) override { return done < 3; }
-    int Delay() const override { return 0; }
-  };
   for (int i = 0; i < 6; ++i) Add_Text("a", 10 * i, 5);
   const QStringList before = Whole_Table();
-  Set_Progress_Maker([] { return std::make_unique<Stopper>(); });
+  const StopWorkAt third(3);
   EXPECT_EQ(Move_Entries({5, 5}), 0);
   EXPECT_EQ(Whole_Table(), before);
 }

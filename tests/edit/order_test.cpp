@@ -55,8 +55,7 @@ TEST_F(Order, TheEndsAreToldAndNothingChanges) {
   Menu("mnuReset").Enabled = false;
   const QStringList before = Whole_Table();
   for (const int step : {1, 10}) {
-    MessageScript script;
-    script.Expect("bereits ganz vorne").Expect("bereits ganz hinten");
+    MessageScript script{{"bereits ganz vorne"}, {"bereits ganz hinten"}};
     Order_Of("e", step);
     Order_Of("a", -step);
   }

@@ -85,8 +85,7 @@ TEST_F(ScaleEditTest, FaultsAreToldAndChangeNothing) {
   const double nan = std::numeric_limits<double>::quiet_NaN();
   for (const auto& [number, length, x] :
        {std::tuple(0.0, 200, 0), {-5.0, 200, 0}, {nan, 200, 0}, {5.0, 0, 0}, {5.0, 200, 32700}, {1e300, 200, 0}}) {
-    MessageScript messages;
-    messages.Expect(QStringLiteral("Maßstab - Fehler"));
+    MessageScript messages(QStringLiteral("Maßstab - Fehler"));
     EXPECT_FALSE(Add_Scale_Row({number, ScaleUnit::Meter, length, false, {x, 0}})) << number << ' ' << length;
   }
   EXPECT_EQ(Row(Find(EntryKind::Scale)), before);
@@ -104,8 +103,7 @@ TEST_F(ScaleEditTest, BarAndNorthArrowAreDraggedAsAWhole) {
   const EntryRow north = Row(arrow);
   EXPECT_EQ(QRect(north.Xmap, north.Ymap, north.Xline, north.Yline), QRect(480, 210, 480, 150));
   ASSERT_TRUE(Take_Entry(bar));
-  MessageScript messages;
-  messages.AllowAny(MsgAnswer::Yes);
+  MessageScript messages(MsgAnswer::Yes);
   Map_Key(Qt::Key_Delete, {});
   EXPECT_FALSE(Scale_Of_Map());
   EXPECT_FALSE(MapHasScale);

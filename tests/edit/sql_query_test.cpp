@@ -29,8 +29,7 @@ class QueryTest : public BulkTest {
   }
   static QString Undo_Caption() { return Menu("mnuReset").Caption; }
   static void Undo() {
-    MessageScript script;
-    script.Expect("Karteneinträge wieder hergestellt.");
+    MessageScript script("Karteneinträge wieder hergestellt.");
     Undo_Last();
   }
   bool Stands_In(const QString& file, const QString& text) const {
@@ -72,8 +71,7 @@ TEST_F(QueryTest, SelectionIsTakenWithItsUserColumnsAndVertices) {
   rsEntries->Update();
   const QStringList before = Whole_Table();
   {
-    MessageScript script;
-    script.Expect("verändert die Reihenfolge", MsgAnswer::Yes);
+    MessageScript script("verändert die Reihenfolge", MsgAnswer::Yes);
     ASSERT_TRUE(Apply_Sql(sql, "Select * from MapData where Eintrag like 'b*' or ID = 'Linie1' order by Eintrag desc"));
   }
   EXPECT_EQ(sql.info, "ursprüngliche Anzahl der Datensätze: 6\nAnzahl der ausgewählten Datensätze: 3");
@@ -94,8 +92,7 @@ TEST_F(QueryTest, SelectionIsTakenWithItsUserColumnsAndVertices) {
 }
 
 TEST_F(QueryTest, ASelectionThatIsNotTakenLeavesTheNameOfTheTable) {
-  FileDialogScript dialog;
-  dialog.Answer(Path("Wiese.MDB"));
+  FileDialogScript dialog{Path("Wiese.MDB")};
   ASSERT_TRUE(Save_Table(SaveStep::SaveAs));
   Add_Text("Ulme", 10, 20);
   const QString tag = Tbl.Tag;
@@ -139,14 +136,12 @@ TEST_F(QueryTest, AsksTellsAndLeavesTheTableAlone) {
       {"Select Count(*) from MapData, MapData as b where MapData.Farbe = 1", "gibt es nicht"},
   };
   for (const auto& it : cases) {
-    MessageScript script;
-    script.Expect(it.message, it.answer);
+    MessageScript script(it.message, it.answer);
     EXPECT_FALSE(Apply_Sql(sql, it.statement)) << it.statement;
     EXPECT_EQ(script.Seen().back().title, "SQL-Abfrage");
   }
   EXPECT_EQ(Whole_Table(), before);
-  MessageScript script;
-  script.Expect("Zu wenig Datensätze in der Sql-Tabelle.");
+  MessageScript script("Zu wenig Datensätze in der Sql-Tabelle.");
   EXPECT_FALSE(Take_Sql(sql)) << "the last statement failed";
   ASSERT_TRUE(Apply_Sql(sql, "Delete from MapData where ID <> 'x' and ID not like '!*'"));
   script.Expect("Zu wenig Datensätze in der Tabelle.");
@@ -162,8 +157,7 @@ TEST_F(QueryTest, ListOfStatements) {
   Save_Sql_List(sql, "Select * from MapData where Größe > 9 : größere");
   Delete_Sql_Line(sql, "fehlt");
   EXPECT_EQ(sql.info, "SQL-Anweisung in der Auflistung nicht gefunden.");
-  MessageScript script;
-  script.Expect("Wollen Sie diese SQL-Abfrage wirklich löschen?", MsgAnswer::Yes);
+  MessageScript script("Wollen Sie diese SQL-Abfrage wirklich löschen?", MsgAnswer::Yes);
   EXPECT_TRUE(Delete_Sql_Line(sql, sql.list[0]));
   SqlState again;
   Open_Sql(again);
@@ -208,8 +202,7 @@ TEST(FindIn, KindsOfMatch) {
 
 TEST_F(QueryTest, SearchGoesFromHitToHit) {
   SearchState state;
-  MessageScript script;
-  script.Expect("mindestens ein Kriterium");
+  MessageScript script("mindestens ein Kriterium");
   EXPECT_FALSE(Search_Next(state));
   state.search = {"Eintrag = *buche*", "Größe = 10"};
   ASSERT_TRUE(Search_Next(state)) << "the current row is the last: it goes on at the top";
@@ -238,8 +231,7 @@ TEST_F(QueryTest, ReplacesOneAndAllAndTakesThemBack) {
   SearchState state;
   state.search = {"Eintrag = *"};
   state.replace = {"RA = 216"};
-  MessageScript script;
-  script.Expect("Die Rahmenfarbe RA  kann nur Werte");
+  MessageScript script("Die Rahmenfarbe RA  kann nur Werte");
   EXPECT_EQ(Replace_All(state), 0);
   EXPECT_EQ(Whole_Table(), before);
   state.replace = {"RA = 215", "Eintrag ="};
@@ -281,17 +273,11 @@ TEST_F(QueryTest, ReplacesOneAndAllAndTakesThemBack) {
 
 TEST_F(QueryTest, StoppedReplacementChangesNothing) {
   const QStringList before = Whole_Table();
-  struct Stopper : ProgressFace {
-    void Show(const QString&, int) override {}
-    bool Step(int done) override { return done < 3; }
-    int Delay() const override { return 0; }
-  };
-  const ProgressMaker former = Set_Progress_Maker([] { return std::make_unique<Stopper>(); });
+  const StopWorkAt third(3);
   SearchState state;
   state.search = {"Eintrag = *"};
   state.replace = {"VG = 3"};
   EXPECT_EQ(Replace_All(state), 0);
-  Set_Progress_Maker(former);
   EXPECT_EQ(Whole_Table(), before);
 }
 
@@ -317,21 +303,15 @@ TEST_F(QueryTest, RunningStatementsAreStoppedByAbbrechen) {
   EXPECT_EQ(shown, QStringList(2, "SQL-Abfrage\nDie Anweisung wird ausgeführt ..."));
   EXPECT_EQ(Whole_Table(), before);
   // A join of few rows that needs more than there is.
-  MessageScript script;
-  script.Expect("Die Anweisung braucht mehr Speicher, als ihr zusteht (256 MB)");
+  MessageScript script("Die Anweisung braucht mehr Speicher, als ihr zusteht (256 MB)");
   EXPECT_FALSE(Apply_Sql(sql,
                          "Select a.* from MapData as a, MapData as b, MapData as c, MapData as d, MapData as e, "
                          "MapData as f, MapData as g, MapData as h, MapData as i, MapData as j"));
 }
 
 TEST_F(QueryTest, LookIsCarriedOver) {
-  EntryRow pattern = Make(0, "Text", "12Buche", 5, 5);
-  pattern.Schrift = "Courier New";
-  pattern.Groesse = 20;
-  pattern.VG = 4;
-  Add(pattern);
-  MessageScript script;
-  script.Expect("0 Karteneinträge wurden verändert");
+  Add({"Text", "12Buche", "Courier New", 20, 4, 0, -1, 5, 5, 0, 0, 0});
+  MessageScript script("0 Karteneinträge wurden verändert");
   EXPECT_EQ(Transfer_Properties({}), 0) << "no other of the same text";
   TransferRequest request;
   request.to = TransferTo::Similar;

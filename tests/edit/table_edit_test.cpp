@@ -23,12 +23,9 @@ class TableEditTest : public TableTest {
     return rsEntries->Key();
   }
   static qint64 Add_Area(const QString& name, int type = 4) {
-    EntryRow row = Text(QStringLiteral("Wiese"));
-    row.ID = name;
-    row.Typ = type;
     Create_Vertex_Table(name);
     Write_Vertices(name, {{1, 1}, {50, 1}, {50, 50}});
-    return Add_Row(row);
+    return Add_Row(Entry(name, type, "Wiese"));
   }
   static qint64 Header() {
     rsEntries->MoveFirst();
@@ -105,19 +102,13 @@ TEST_F(TableEditTest, CellsTakeWhatFitsAndRefuseTheRest) {
       EXPECT_EQ(Edit_Cell(key, test.column, test.stored), CellEdit::Unchanged);
     }
   }
-  MessageScript messages;
-  messages.Expect("Kopfzeile");
+  MessageScript messages("Kopfzeile");
   EXPECT_EQ(Edit_Cell(Header(), column::Xline, "2"), CellEdit::Refused);
 }
 
 TEST_F(TableEditTest, NamesThatLeadToVerticesStay) {
   const qint64 area = Add_Area("Flaeche3");
-  const qint64 figure = Add_Row([] {
-    EntryRow row = Text("Rechteck");
-    row.ID = QStringLiteral("Figur1");
-    row.Typ = 20;
-    return row;
-  }());
+  const qint64 figure = Add_Row(Entry("Figur1", 20, "Rechteck"));
   MessageScript messages;
   for (const char* taken : {"-Flaeche3", "Flaeche3>Linie0", "Flaeche3<1"})
     EXPECT_EQ(Edit_Cell(area, column::ID, taken), CellEdit::Written) << taken;
@@ -137,8 +128,7 @@ TEST_F(TableEditTest, NamesThatLeadToVerticesStay) {
 TEST_F(TableEditTest, TheFirstChangeWarnsOnceASession) {
   const qint64 key = Add_Row(Text("Amsel"));
   Tbl.EditWarned = false;
-  MessageScript messages;
-  messages.Expect("Vorsicht! - Veränderungen in der Tabelle können Fehler verursachen.");
+  MessageScript messages("Vorsicht! - Veränderungen in der Tabelle können Fehler verursachen.");
   EXPECT_EQ(Edit_Cell(key, column::Eintrag, "Drossel"), CellEdit::Written);
   EXPECT_EQ(Edit_Cell(key, column::Eintrag, "Fink"), CellEdit::Written);
 }
@@ -157,8 +147,7 @@ TEST_F(TableEditTest, ChangingACellLeavesTheCurrentRow) {
 TEST_F(TableEditTest, DeletingARowTakesItsVerticesUnlessShared) {
   const qint64 area = Add_Area("Flaeche0"), twin = Add_Area("Flaeche1"), other = Add_Area("Flaeche1");
   const qint64 header = Header();
-  MessageScript messages;
-  messages.Expect("Kopfzeile");
+  MessageScript messages("Kopfzeile");
   EXPECT_FALSE(Delete_Rows({header}));
   messages.Expect("Wiese löschen ?", MsgAnswer::No);
   EXPECT_FALSE(Delete_Rows({area}));
@@ -177,8 +166,7 @@ TEST_F(TableEditTest, SeveralRowsAreAskedOnceAndComeBackWithUndo) {
   for (int i = 0; i < 40; ++i)
     keys.push_back(i % 5 == 0 ? Add_Area(QStringLiteral("Linie%1").arg(i)) : Add_Row(Text("T")));
   const QStringList before = Dump();
-  MessageScript messages;
-  messages.Expect("30 Einträge löschen ?", MsgAnswer::Yes);
+  MessageScript messages("30 Einträge löschen ?", MsgAnswer::Yes);
   ASSERT_TRUE(Delete_Rows({keys.begin() + 5, keys.begin() + 35}));
   EXPECT_EQ(Entry_Count(), 10);
   EXPECT_FALSE(dbEntries->HasTable("Linie10"));
@@ -198,8 +186,7 @@ TEST_F(TableEditTest, ADamagedRowIsShownAndRepairedOrLeft) {
   Store_Foreign(key, "Xmap", "'links'");
   Store_Foreign(key, "VG", "70000");
   const QStringList damaged = Dump();
-  MessageScript messages;
-  messages.Expect("Xmap:    \tlinks\n", MsgAnswer::No);
+  MessageScript messages("Xmap:    \tlinks\n", MsgAnswer::No);
   Row_Changed(key);
   EXPECT_EQ(Dump(), damaged);
   Row_Changed(key);  // refused once: not asked again

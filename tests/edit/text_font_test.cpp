@@ -64,8 +64,7 @@ TEST_F(TextFont, WhatTheColumnCannotHoldIsRefused) {
   ASSERT_TRUE(Take_Entry(row));
   for (const QString& family :
        {QStringLiteral("Sans-Serif"), QStringLiteral("a<b"), QStringLiteral(" "), QString(76, QChar(u'x'))}) {
-    MessageScript script;
-    script.Expect(QStringLiteral("kann nicht gespeichert werden"), MsgAnswer::Ok);
+    MessageScript script(QStringLiteral("kann nicht gespeichert werden"), MsgAnswer::Ok);
     EXPECT_FALSE(Take_Font({{.family = family, .bold = true, .angle = 45}, 10}));
   }
   EXPECT_EQ(Row(row).Schrift, QStringLiteral("Arial"));

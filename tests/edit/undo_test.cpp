@@ -73,8 +73,7 @@ class Undo : public BulkTest {
 
 TEST_F(Undo, EveryChangeOfManyEntriesIsTakenBackWhole) {
   Fill();
-  MessageScript script;
-  script.AllowAny(MsgAnswer::Yes);
+  MessageScript script(MsgAnswer::Yes);
   int changed[9] = {};
   for (int round = 0; round < 36; ++round) {
     Prepare();

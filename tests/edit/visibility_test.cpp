@@ -48,8 +48,7 @@ TEST_F(Visibility, InactiveKeepsTheRestOfTheName) {
   EXPECT_EQ(Row(line).ID, '-' + name);
   EXPECT_TRUE(Command_Checked("mnuObjActivJa"));
   EXPECT_EQ(Map.InactiveCount, 1);
-  MessageScript script;
-  script.Expect("80 Zeichen");
+  MessageScript script("80 Zeichen");
   Deactivate_Marked();
   EXPECT_EQ(Row(full).ID, QString(79, 'x'));
   Activate_All_Inactive();

@@ -46,11 +46,7 @@ TEST_F(Activation, ClickTypeLeaveWritesTheRow) {
 
 // At 50 % a window pixel is two map pixels: typing must not shift the entry.
 TEST_F(Activation, TypingKeepsPositionFontAndColoursAtEveryZoom) {
-  EntryRow row = Text_Row("Amsel", 333, 255);
-  row.Schrift = QStringLiteral("Times New Roman-B-I<30");
-  row.Groesse = 17;
-  row.VG = 3;
-  row.RA = 204;
+  EntryRow row{"Text", "Amsel", "Times New Roman-B-I<30", 17, 3, 14, 204, 333, 255, 0, 0, 0};
   const QString amsel = Add(row);
   for (const double zoom : {2.0, 0.7, 1.0}) {
     Set_Zoom(zoom);
@@ -89,16 +85,11 @@ TEST_F(Activation, LongTextsAreRefusedWhereTheyDoNotFit) {
   Click({110, 108});
   const QString text80(80, u'm'), text253(253, u'm'), text254(254, u'm');
   Text_Typed(text253);
-  {
-    MessageScript script;
-    script.Expect(QStringLiteral("253 Zeichen"));
-    Text_Typed(text254);
-  }
+  With_Box(QStringLiteral("253 Zeichen"), [&] { Text_Typed(text254); });
   EXPECT_EQ(Map.Text2.Text, text253);
   for (const auto& leave : {+[] { Click({305, 308}); }, +[] { Click({700, 500}); }}) {
     Text_Typed(text80);
-    MessageScript script;
-    script.Expect(QStringLiteral("80 Zeichen"));
+    MessageScript script(QStringLiteral("80 Zeichen"));
     leave();
     EXPECT_EQ(Map.InHand, amsel);
     EXPECT_EQ(Map.Text2.Text, text80);
@@ -113,14 +104,11 @@ TEST_F(Activation, LongTextsAreRefusedWhereTheyDoNotFit) {
 
 TEST_F(Activation, EveryKindHasItsControls) {
   ASSERT_TRUE(Make_Canvas(40, 30, qRgb(200, 0, 0)).save(Path(QStringLiteral("Vogel.png"))));
-  EntryRow picture = Text_Row("Vogel.png", 500, 100, 5), foot = Text_Row("Fuß", 300, 100, 1);
-  picture.ID = QStringLiteral("Bild");
-  foot.Xline = 400;
-  foot.Yline = 200;
+  const EntryRow picture{"Bild", "Vogel.png", "Arial", 12, 0, 14, -100, 500, 100, 0, 0, 5},
+      foot{"Text", "Fuß", "Arial", 12, 0, 14, -100, 300, 100, 400, 200, 1},
+      free{"Figur7", "Figur", "F 1", 12, 0, 14, -100, 600, 400, 1, 1, 24};
   EntryRow hiddenLabel = Poly_Row("Linie3", 100, 400, {{100, 450}, {200, 450}});
   hiddenLabel.Groesse = -8;
-  EntryRow free = Figure_Row(24, {600, 400, 1, 1});
-  free.ID = QStringLiteral("Figur7");
   Create_Vertex_Table(free.ID);
   Write_Vertices(free.ID, {{610, 410}, {660, 410}, {630, 440}});
   struct Case {
@@ -192,11 +180,7 @@ TEST_F(Activation, OverlappingHiddenInactiveAndUnknownEntries) {
   EXPECT_FALSE(Entry_In_Hand());
   EXPECT_TRUE(Take_Entry(still));  // by the table window
   EXPECT_EQ(Button_Now("Akt").ToolTipText, QStringLiteral("-Figur3 aktivieren"));
-  {
-    MessageScript script;
-    script.Expect(QStringLiteral("Karteneintrag: Unbekannter Typ = 63"));
-    EXPECT_FALSE(Take_Entry(strange));
-  }
+  With_Box(QStringLiteral("Karteneintrag: Unbekannter Typ = 63"), [&] { EXPECT_FALSE(Take_Entry(strange)); });
   EXPECT_FALSE(Entry_In_Hand());
   EXPECT_EQ(Toolbar1.Tag, QStringLiteral("Norm"));
   rsEntries->MoveFirst();
@@ -205,9 +189,7 @@ TEST_F(Activation, OverlappingHiddenInactiveAndUnknownEntries) {
 }
 
 TEST_F(Activation, AssignedRowsTellItFirstAndFarOnesScrollTheMap) {
-  EntryRow row = Text_Row("Amsel", 1500, 1100);
-  row.ID = QStringLiteral("Text>Flaeche3");
-  const QString amsel = Add(row);
+  const QString amsel = Add({"Text>Flaeche3", "Amsel", "Arial", 12, 0, 14, -100, 1500, 1100, 0, 0, 0});
   Map_Redraw();
   ASSERT_TRUE(Take_Entry(amsel));
   EXPECT_TRUE(InfoBar.Panel[0].startsWith(QStringLiteral("Zugeordnet: Flaeche3")));
@@ -233,9 +215,8 @@ TEST_F(Activation, ANewTextByTheMouse) {
   Click({600, 500});
   ASSERT_EQ(Entry_Count(), before + 1);
   rsEntries->MoveLast();
-  const EntryRow row = Read_Entry(*rsEntries);
-  EXPECT_EQ(row.Eintrag, QStringLiteral("Zaunkönig"));
-  EXPECT_EQ(QPoint(row.Xmap, row.Ymap), QPoint(200, 150));
+  EXPECT_EQ(rsEntries->Text(column::Eintrag), QStringLiteral("Zaunkönig"));
+  EXPECT_EQ(At(rsEntries->Bookmark()), QPoint(200, 150));
   EXPECT_EQ(Map.EntryRegions.Count(), 1);  // and it is drawn
 }
 
@@ -245,11 +226,8 @@ TEST_F(Activation, TheHandLetsGoOfRowsThatVanish) {
   const QString fink = Add(Text_Row("Fink", 300, 300));
   Map_Redraw();
   ASSERT_TRUE(Take_Entry(amsel));
-  {
-    MessageScript script;
-    script.Expect(QStringLiteral("Soll dieser Eintrag gelöscht werden?"), MsgAnswer::Yes);
-    EXPECT_TRUE(Map_Key(Qt::Key_Delete, {}));
-  }
+  With_Box(QStringLiteral("Soll dieser Eintrag gelöscht werden?"), MsgAnswer::Yes,
+           [&] { EXPECT_TRUE(Map_Key(Qt::Key_Delete, {})); });
   EXPECT_FALSE(rsEntries->HasRow(amsel));
   EXPECT_FALSE(Entry_In_Hand());
   EXPECT_FALSE(Map.Text2.Visible);

@@ -43,11 +43,9 @@ std::map<QString, QByteArray> Snapshot(const QString& folder) {
 }
 
 int Differing_Pixels(const QImage& left, const QImage& right) {
-  const QImage a = left.convertToFormat(QImage::Format_RGB32), b = right.convertToFormat(QImage::Format_RGB32);
   int count = 0;
-  for (int y = 0; y < a.height(); ++y) {
-    for (int x = 0; x < a.width(); ++x) count += a.pixel(x, y) != b.pixel(x, y);
-  }
+  for (int y = 0; y < left.height(); ++y)
+    for (int x = 0; x < left.width(); ++x) count += left.pixel(x, y) != right.pixel(x, y);
   return count;
 }
 
@@ -60,13 +58,6 @@ class BatchTest : public FluraxTest {
     map = Make_Map(u"Größe 2.5 ä/Karte.bmp"_s);
     target = Path(u"aus.png"_s);
     qputenv("FLURAX_HOME", ProgramFolder.toLocal8Bit());
-    redBox.ID = u"Figur1"_s;
-    redBox.Eintrag = u"Rechteck"_s;
-    redBox.Schrift = u"F 1"_s;
-    redBox.HG = 12;
-    redBox.RA = -100;
-    redBox.Typ = 20;
-    set_entry_box(redBox, {100, 80, 60, 40});
   }
   void TearDown() override {
     qunsetenv("FLURAX_HOME");
@@ -74,7 +65,7 @@ class BatchTest : public FluraxTest {
   }
   std::unique_ptr<Database> New_Table_File() const { return Make_Table_File(home + u"/KARTE.MDB"_s, u"Karte.bmp"_s); }
   QString home, map, target;
-  EntryRow redBox;
+  const EntryRow redBox{"Figur1", "Rechteck", "F 1", 0, 0, 12, -100, 100, 80, 60, 40, 20};
 };
 
 }  // namespace
@@ -228,10 +219,7 @@ TEST_F(BatchTest, PrintsAsManySheetsAsTheMapNeeds) {
   const auto info = [&](const QStringList& words) {
     const Outcome outcome = Batch(QStringList{u"druck"_s, map, pdf} + words);
     EXPECT_EQ(outcome.status, 0) << outcome.err;
-    QProcess program;
-    program.start(u"pdfinfo"_s, {pdf});
-    EXPECT_TRUE(program.waitForFinished());
-    return QString::fromUtf8(program.readAllStandardOutput()).simplified();
+    return Run_Tool(u"pdfinfo"_s, {pdf}).simplified();
   };
   EXPECT_TRUE(info({}).contains(u"Pages: 4"_s));
   const QString upright = info({u"--format"_s, u"A4"_s, u"hoch"_s, u"--faktor"_s, u"1,5"_s});
@@ -248,18 +236,8 @@ TEST_F(BatchTest, ListsEntriesWithTheirCoordinates) {
   {
     const auto database = New_Table_File();
     Append_Row(*database, redBox);
-    EntryRow text;
-    text.ID = u"Text"_s;
-    text.Eintrag = u"Höckerschrecke; 2 Ex.\r\nWiese"_s;
-    text.Xmap = text.Ymap = 10;
-    text.Xline = 110;
-    text.Yline = 190;
-    text.Typ = 1;
-    Append_Row(*database, text);
-    EntryRow area = text;
-    area.ID = u"Flaeche0"_s;
-    area.Typ = 4;
-    Append_Row(*database, area);
+    for (const auto& [id, typ] : {std::pair("Text", 1), {"Flaeche0", 4}})
+      Append_Row(*database, {id, u"Höckerschrecke; 2 Ex.\r\nWiese"_s, {}, 0, 0, 0, 0, 10, 10, 110, 190, typ});
   }
   const QStringList head{u"Export der Datei: KARTE.MDB in eine CSV-Datei."_s, {}};
   // A folder that stands where the file shall come.

@@ -4,9 +4,9 @@
 #include "coordinates/conversions.h"
 #include "import/csv_import.h"
 #include "import/csv_place.h"
-#include "platform/progress.h"
 #include "state/coordinate_state.h"
 #include "state/mdi_state.h"
+#include "support/nets.h"
 #include "support/refused_writes.h"
 #include "support/table_fixture.h"
 
@@ -14,29 +14,13 @@ namespace {
 
 const QString sampleFolder = QStringLiteral(FLURAX_TEST_DATA "/csv/");
 
-// The UTM map that fits the sample tables.
-void Set_Utm_Map() {
-  MapWidthPx = Coord.MapWidthPx = 3000;
-  MapHeightPx = Coord.MapHeightPx = 2200;
-  Coord.Grid = gridUtm;
-  Coord.Xmap = 701;
-  Coord.Ymap = 1486;
-  Coord.GridR = 646000;
-  Coord.GridH = 5512000;
-  Coord.Inclin = 0.02120933;
-  Coord.Gwidth = 1000;
-  Coord.Xline = 472.5472F;
-  Coord.MeterPerPix = 1000 / 472.5472;
-  Coord.ZoneText = QStringLiteral("32U");
-  Coord.ZoneNumber = 32;
-}
-
 class CsvTest : public TableTest {
  protected:
   void SetUp() override {
     TableTest::SetUp();
     Open_Table();
-    Set_Utm_Map();
+    MapWidthPx = 3000, MapHeightPx = 2200;
+    Coord = Utm_Net({3000, 2200}, {701, 1486}, 472.5472F, 0.02120933);  // fits the sample tables
   }
   void TearDown() override {
     Coord = {};
@@ -121,12 +105,10 @@ TEST_F(CsvTest, TellsWhatAFileLacks) {
   };
   CsvTable table;
   for (const auto& it : cases) {
-    MessageScript messages;
-    messages.Expect(QString::fromUtf8(it.told));
+    MessageScript messages(QString::fromUtf8(it.told));
     EXPECT_FALSE(Csv_Analyse(Csv(it.content), table)) << it.content.toStdString();
   }
-  MessageScript messages;
-  messages.Expect(QStringLiteral("Datei nicht gefunden")).Expect(QStringLiteral("Es ist ein Fehler aufgetreten."));
+  MessageScript messages{{QStringLiteral("Datei nicht gefunden")}, {QStringLiteral("Es ist ein Fehler aufgetreten.")}};
   EXPECT_FALSE(Csv_Analyse(Path(QStringLiteral("fehlt.csv")), table));
   Coord = {};
   EXPECT_FALSE(Csv_Analyse(Csv(head + "a;1;2"), table));
@@ -148,12 +130,9 @@ TEST_F(CsvTest, JudgesZonesAndEdgesOfTheMap) {
   EXPECT_EQ(place("700000", "5512000").reason, QStringLiteral("Igel Rechtswert 700000 liegt zu weit rechts im Osten"));
   EXPECT_EQ(place("646000", "5612000").reason, QStringLiteral("Igel Hochwert 5612000 liegt zu weit oben im Norden"));
   EXPECT_EQ(place("646000", "5412000").reason, QStringLiteral("Igel Hochwert 5412000 + liegt zu weit unten im Süden"));
-  for (const auto& [x, y] : {std::pair{"", "5512000"},
-                             {"646000", "o.A."},
-                             {"646.000.1", "5512000"},
-                             {"1e5", "5512000"},
-                             {"646000", "99999999999"},
-                             {",5", "5512000"}}) {
+  using Texts = std::pair<const char*, const char*>;
+  for (const auto& [x, y] : {Texts{"", "5512000"}, Texts{"646000", "o.A."}, Texts{"646.000.1", "5512000"},
+                             Texts{"1e5", "5512000"}, Texts{"646000", "99999999999"}, Texts{",5", "5512000"}}) {
     const CsvPlace unread = place(x, y);
     EXPECT_TRUE(unread.reason.contains(QStringLiteral("keine lesbare Koordinate"))) << x << ' ' << unread.reason;
     EXPECT_FALSE(unread.outside);
@@ -216,8 +195,7 @@ TEST_F(CsvTest, ReadsDegreesInBothWays) {
 // Measured points of the sample map, in both ways of writing degrees; one lies west of the map.
 TEST_F(CsvTest, GeographicTablesComeToTheirPlaces) {
   ASSERT_EQ(Read_Cal(QStringLiteral(FLURAX_TEST_DATA "/kalibrierung/c_gms.cal"), {3000, 2200}, Coord), -1);
-  MessageScript script;
-  script.Expect(QStringLiteral("liegt zu weit links im Westen"), MsgAnswer::Yes);
+  MessageScript script(QStringLiteral("liegt zu weit links im Westen"), MsgAnswer::Yes);
   const CsvResult result = Import(
       "#Eintrag;#X;#Y;#GEO\r\nMitte;11,05;49.75\r\nEcke;+011\xB0"
       "01'00,00\xA8;+ 49\xB0"
@@ -238,21 +216,11 @@ TEST_F(CsvTest, MakesTheRowsAsToldAndTakesThemBackAtOnce) {
   const CsvResult result = Csv_Import(Analyse(sampleFolder + QStringLiteral("utm_umlaute_cp1252.csv")), {1, 1});
   EXPECT_EQ(result.imported, 10);
   rsEntries->MoveLast();
-  EntryRow row = Read_Entry(*rsEntries);
   const CsvPlace place = Csv_Place_Of({{}, {}, 0, 0, QStringLiteral("UTM"), {}, 0}, Coord, {{}, u"648923", u"5513832"});
-  EntryRow wanted;
-  wanted.ID = QStringLiteral("Text");
-  wanted.Eintrag = QStringLiteral("Fähnchen-Moos");
-  wanted.Schrift = QStringLiteral("Arial");
-  wanted.Groesse = 12;
-  wanted.VG = 15;
-  wanted.Xmap = wanted.Xline = place.at.x();
-  wanted.Ymap = wanted.Yline = place.at.y();
-  wanted.Typ = 1;
-  EXPECT_EQ(row, wanted);
+  const int x = place.at.x(), y = place.at.y();
+  EXPECT_EQ(Read_Entry(*rsEntries), (EntryRow{"Text", "Fähnchen-Moos", "Arial", 12, 15, 0, 0, x, y, x, y, 1}));
   EXPECT_EQ(Menu(QStringLiteral("mnuReset")).Caption, QStringLiteral("Rückgängig: CSV - Import"));
-  MessageScript messages;
-  messages.AllowAny(MsgAnswer::Ok);
+  MessageScript messages(MsgAnswer::Ok);
   Undo_Last();
   EXPECT_EQ(Texts(), QStringList(QStringLiteral("alt")));
 }
@@ -278,11 +246,9 @@ TEST_F(CsvTest, PushesEqualCoordinatesApartAndKeepsThemOnTheMap) {
 }
 
 TEST_F(CsvTest, RefusedLinesAreToldAsLongAsTheUserWants) {
-  MessageScript messages;
-  messages
-      .Expect(QStringLiteral("Falsche Zone: 33 außerhalb der Karte oder Zone!\n Soll diese Meldung"), MsgAnswer::Yes)
-      .Expect(QStringLiteral("Eintrag: falsche Zone 31 1\n kann nicht importiert werden. \nFalsche Zone: 31"),
-              MsgAnswer::No);
+  MessageScript messages{
+      {QStringLiteral("Falsche Zone: 33 außerhalb der Karte oder Zone!\n Soll diese Meldung"), MsgAnswer::Yes},
+      {QStringLiteral("Eintrag: falsche Zone 31 1\n kann nicht importiert werden. \nFalsche Zone: 31"), MsgAnswer::No}};
   const CsvTable zones = Analyse(sampleFolder + QStringLiteral("utm_zonen.csv"));
   CsvResult result = Csv_Import(zones, {1, 1});
   EXPECT_EQ(result.imported, 10);
@@ -317,24 +283,11 @@ TEST_F(CsvTest, LongTextsAreCutWithTheWholeInTheReport) {
   EXPECT_TRUE(Read_Lines(report).join(u'\n').contains(longText));
 }
 
-namespace {
-// The user presses "Abbrechen" at the unit.
-struct StopAt : ProgressFace {
-  explicit StopAt(int unit) : last(unit) {}
-  void Show(const QString&, int) override {}
-  bool Step(int done) override { return done < last; }
-  int Delay() const override { return 0; }
-  int last;
-};
-}  // namespace
-
 TEST_F(CsvTest, StoppedInTheMiddleTheRowsSoFarStay) {
   const QByteArray lines = head + "a;646000;5512000\nb;646000;5512000\nc;646000;5512000\n";
   for (const auto& [unit, rows] : {std::pair{2, 2}, {5, 4}}) {
-    const ProgressMaker former = Set_Progress_Maker([at = unit] { return std::make_unique<StopAt>(at); });
-    const CsvResult result = Import(lines);
-    Set_Progress_Maker(former);
-    EXPECT_TRUE(result.stopped);
+    const StopWorkAt stop(unit);
+    EXPECT_TRUE(Import(lines).stopped);
     EXPECT_EQ(Texts().size(), rows) << "stopped at unit " << unit;
   }
 }
@@ -342,8 +295,7 @@ TEST_F(CsvTest, StoppedInTheMiddleTheRowsSoFarStay) {
 TEST_F(CsvTest, AFaultOfTheTableTakesAllBack) {
   const CsvTable table = Analyse(Csv(head + "a;646000;5512000\nb;646000;5512000\n"));
   Refuse_Rows(*dbEntries, QStringLiteral("Eintrag = 'b'"));
-  MessageScript messages;
-  messages.Expect(QStringLiteral("Es wurde nichts verändert."));
+  MessageScript messages(QStringLiteral("Es wurde nichts verändert."));
   const CsvResult result = Csv_Import(table, {1, 1});
   EXPECT_TRUE(result.failed);
   EXPECT_EQ(result.imported, 0);

@@ -10,6 +10,7 @@
 #include "state/events.h"
 #include "state/mdi_state.h"
 #include "support/looks.h"
+#include "support/nets.h"
 #include "support/table_fixture.h"
 
 namespace {
@@ -23,14 +24,7 @@ class MapCoordinates : public TableTest {
     map = Make_Map();
   }
   void Calibrate(const QString& name, int right = 646000) {
-    const QStringList lines = {QStringLiteral("Grid UTM Zone: 32U D: WGS-84 R: %1 H: 5512000").arg(right),
-                               Utf8("Gwidth = 1000"),
-                               Utf8("Inclin = 0.01"),
-                               Utf8("Xmap = 100"),
-                               Utf8("Ymap = 150"),
-                               Utf8("Xline = 80"),
-                               Utf8("Yline = 80")};
-    Replace_File(Path(name), To_1252(lines.join(QLatin1String("\r\n"))));
+    Write_Lines(Path(name), Utm_Calibration({100, 150}, 80, 0.01, right));
   }
   static void Expect_Menus(bool on, const char* shown = nullptr) {
     for (const char* key : {"mnuGridDel", "mnuGridonoff", "mnuGridXYInput"}) EXPECT_EQ(Usable(key), on) << key;
@@ -95,8 +89,7 @@ TEST_F(MapCoordinates, AmongSeveralFilesTheUserChooses) {
 
 TEST_F(MapCoordinates, AFileThatIsGivenUpLeavesNoNet) {
   Replace_File(Path(Utf8("Karte.cal")), "Grid UTM Zone: 32U D: WGS-84 R: 1 H: 2\r\n");
-  MessageScript script;
-  script.Expect(Utf8("Metrisches Koordinatennetz fehlerhaft"), MsgAnswer::Cancel);
+  MessageScript script(Utf8("Metrisches Koordinatennetz fehlerhaft"), MsgAnswer::Cancel);
   Open_Map(map);
   EXPECT_TRUE(frmMDI.MapOpen);
   EXPECT_EQ(Coord.Grid, gridNone);
@@ -107,9 +100,7 @@ TEST_F(MapCoordinates, AFileThatIsGivenUpLeavesNoNet) {
 TEST_F(MapCoordinates, DeletingTakesTheRowOfTheNetAndItsMargins) {
   Calibrate(Utf8("Karte.cal"));
   Open_Map(map);
-  EntryRow net = Text(Utf8("Netz"));
-  net.Typ = 15;
-  Append_Row(*dbEntries, net);
+  Append_Row(*dbEntries, Entry("Text", 15, "Netz"));
   Append_Row(*dbEntries, Text(Utf8("Fund")));
   rsEntries->Requery();
   HeaderRow header = Read_Header();
@@ -128,9 +119,8 @@ TEST_F(MapCoordinates, DeletingTakesTheRowOfTheNetAndItsMargins) {
 TEST_F(MapCoordinates, TheToolGetsTheMapAndTheMapComesBack) {
   Open_Map(map);
   {
-    MessageScript script;
-    script.Expect(Utf8("Bitte kopieren Sie das Hilfsprogramm Kalibrix.exe in das Anwendungsverzeichnis\n") +
-                  ProgramFolder);
+    MessageScript script(Utf8("Bitte kopieren Sie das Hilfsprogramm Kalibrix.exe in das Anwendungsverzeichnis\n") +
+                         ProgramFolder);
     Make_Grid();
     EXPECT_TRUE(frmMDI.MapOpen);
   }
@@ -150,8 +140,7 @@ TEST_F(MapCoordinates, TheToolGetsTheMapAndTheMapComesBack) {
   EXPECT_EQ(given, QStringList(map));
   EXPECT_FALSE(frmMDI.MapOpen);
   Calibrate(Utf8("Karte.cal"));
-  MessageScript script;
-  script.Expect(map + Utf8("\nSoll die Karte erneut geladen werden ?"), MsgAnswer::Yes);
+  MessageScript script(map + Utf8("\nSoll die Karte erneut geladen werden ?"), MsgAnswer::Yes);
   ended();
   EXPECT_TRUE(frmMDI.MapOpen);
   EXPECT_EQ(Coord.Grid, gridUtm);

@@ -76,8 +76,7 @@ TEST_F(MapOpen, WhatIsNoFileIsRefusedBeforeItIsTouched) {
   QDir(folder.path()).mkdir("Ordner.bmp");
   for (const auto& [name, told] : {std::pair("Leitung.bmp", "eine Leitung"), std::pair("Geraet.bmp", "ein Gerät"),
                                    std::pair("Ordner.bmp", "ein Ordner")}) {
-    MessageScript script;
-    script.Expect(told);
+    MessageScript script(told);
     Open_Map(Path(name));
     EXPECT_FALSE(frmMDI.MapOpen) << name;
   }
@@ -103,8 +102,7 @@ TEST_F(MapOpen, PathsAreTakenAsLongAsTheTableFits) {
   EXPECT_EQ(Entry_Count(), 1);
   Close_Map();
   for (const QString& path : {mapAt(481), mapAt(600), Path(QString(600, u'n') + ".bmp")}) {
-    MessageScript script;
-    script.Expect("ist zu lang");
+    MessageScript script("ist zu lang");
     Open_Map(path);
     EXPECT_FALSE(frmMDI.MapOpen) << path.size();
     EXPECT_TRUE(script.Seen().at(0).text.contains("Die Karte kann nicht geladen werden."));
@@ -169,8 +167,7 @@ TEST_F(MapOpen, SafeModeOffersItsFourRoads) {
   Add(Text("Amsel"));
   const QString table = TableFile;
   Close_Map();
-  MessageScript script;
-  script.Expect("auf eine beschädigte Datenbank hindeuten");
+  MessageScript script("auf eine beschädigte Datenbank hindeuten");
   Toggle_Safe_Mode();
   EXPECT_EQ(InfoBar.Panel[0], "Bitte eine Karte öffnen (abgesicherter Modus)");
   struct Road {
@@ -201,10 +198,8 @@ TEST_F(MapOpen, AnEmptyMapIsNotWrittenOverTheOpenOne) {
   EXPECT_EQ(Pixels_Of_Mm(210, 297), QSize(794, 1123));
   Open_Map(Make_Map());
   const QByteArray before = Read_Bytes(MapFile);
-  FileDialogScript dialog;
-  dialog.Answer(MapFile);
-  MessageScript script;
-  script.Expect("gerade geöffnet");
+  FileDialogScript dialog{MapFile};
+  MessageScript script("gerade geöffnet");
   EXPECT_FALSE(New_Map(100, 100));
   EXPECT_EQ(dialog.Seen().front().title, "Karte mit Einträgen als BITMAP exportieren");
   EXPECT_EQ(dialog.Seen().front().name, "Leere_Karte");
@@ -213,21 +208,12 @@ TEST_F(MapOpen, AnEmptyMapIsNotWrittenOverTheOpenOne) {
 
 TEST_F(MapOpen, TheScaleAndTheMenusFollowAnotherTable) {
   Open_Map(Make_Map());
-  EntryRow scale = Text(" m");
-  scale.ID = "Maßstab";
-  scale.Schrift = "500";
-  scale.Groesse = 500;
-  scale.Xmap = 100;
-  scale.Xline = 300;
-  scale.Yline = 8;
-  scale.Typ = static_cast<int>(EntryKind::Scale);
-  Add(scale);
+  Add({"Maßstab", " m", "500", 500, 0, 15, 0, 100, 20, 300, 8, static_cast<int>(EntryKind::Scale)});
   Table_Replaced();
   EXPECT_TRUE(MapHasScale);
   EXPECT_DOUBLE_EQ(MapUnitPerPixel, 2.5);
   EXPECT_TRUE(Usable("mnuTabComp"));
-  MessageScript script;
-  script.AllowAny(MsgAnswer::No);
+  MessageScript script(MsgAnswer::No);
   New_Table();
   Table_Replaced();
   EXPECT_FALSE(MapHasScale);

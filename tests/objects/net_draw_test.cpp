@@ -3,26 +3,27 @@
 #include "coordinates/net_build.h"
 #include "objects/net_print.h"
 #include "support/fixture.h"
+#include "support/nets.h"
 #include "support/pixels.h"
 
 namespace {
 
 // Kilometre lines at x = 50, 150, 250 and y = 30, 130.
 CoordinateState Plain_Net() {
-  CoordinateState state;
-  state.Grid = gridUtm;
-  state.MapWidthPx = 300;
-  state.MapHeightPx = 200;
-  state.Xmap = 50;
-  state.Ymap = 130;
-  state.GridR = 646000;
-  state.GridH = 5512000;
-  state.Gwidth = 1000;
-  state.Xline = state.Yline = 100;
+  CoordinateState state = Utm_Net({300, 200}, {50, 130}, 100);
   state.GridVG = 12;
-  state.ZoneText = QStringLiteral("32U");
-  state.GridDatum = QStringLiteral("WGS-84");
   Build_Metric_Net(state);
+  return state;
+}
+
+// One line that is no line of a net.
+CoordinateState One_Line(const std::vector<NetPt>& line) {
+  CoordinateState state = Plain_Net();
+  state.NetLLines.clear();
+  state.NetLLabels.clear();
+  state.NetBLabels.resize(1);
+  state.NetBLabels[0].Text.clear();
+  state.NetBLines = {line};
   return state;
 }
 
@@ -36,6 +37,10 @@ QImage Drawn(const CoordinateState& state, const ViewTransform& view, int width 
 
 constexpr QRgb lightRed = 0xffff0000;
 bool Is_Red(QRgb color) { return color == lightRed; }
+void Expect_Lines(const QImage& image, const std::vector<QPoint>& on, const std::vector<QPoint>& beside) {
+  for (const QPoint at : on) Expect_Pixels(image, {{at.x(), at.y(), lightRed}});
+  for (const QPoint at : beside) Expect_Pixels(image, {{at.x(), at.y(), white}});
+}
 int Red_In(const QImage& image, const QRect& area) { return Count_Pixels(image, area, Is_Red); }
 
 class NetDrawing : public FluraxTest {};
@@ -45,18 +50,13 @@ class NetDrawing : public FluraxTest {};
 TEST_F(NetDrawing, LinesAndLabelsByZoomAndScroll) {
   const CoordinateState state = Plain_Net();
   const QImage whole = Drawn(state, {});
-  Expect_Pixels(whole, {{50, 100, lightRed},
-                        {150, 199, lightRed},
-                        {200, 30, lightRed},
-                        {299, 130, lightRed},
-                        {100, 100, white},
-                        {200, 31, white}});
+  Expect_Lines(whole, {{50, 100}, {150, 199}, {200, 30}, {299, 130}}, {{100, 100}, {200, 31}});
   // Labels at the left and upper edge; their line begins behind them.
   EXPECT_GT(Count_Pixels(whole, {2, 124, 60, 12}, Is_Ink), 100);
   EXPECT_GT(Count_Pixels(whole, {120, 2, 60, 12}, Is_Ink), 100);
   // Twice as large from (100, 100) on: x = 150 comes to 100, y = 130 to 60; its label stays at the edge.
   const QImage large = Drawn(state, {.Left = 100, .Top = 100, .Zoom = 0.5});
-  Expect_Pixels(large, {{100, 150, lightRed}, {200, 60, lightRed}, {200, 61, white}});
+  Expect_Lines(large, {{100, 150}, {200, 60}}, {{200, 61}});
   EXPECT_GT(Count_Pixels(large, {2, 54, 60, 12}, Is_Ink), 100);
   // Where lines come too close their labels are left out, not printed over each other.
   const QImage small = Drawn(state, {.Zoom = 10}, 30, 20);
@@ -83,23 +83,13 @@ TEST_F(NetDrawing, WidthStyleAndGround) {
 }
 
 TEST_F(NetDrawing, GapsAndSlantsOfCurves) {
-  CoordinateState state = Plain_Net();
-  state.NetLLines.clear();
-  state.NetLLabels.clear();
-  state.NetBLabels.resize(1);
-  state.NetBLabels[0].Text.clear();
-  state.NetBLines = {{{0, 20}, {50, 20}, {100, 20}, {netGap, netGap}, {150, 60}, {200, 110}, {netGap, netGap}}};
-  const QImage image = Drawn(state, {});
-  Expect_Pixels(image, {{0, 20, lightRed},
-                        {99, 20, lightRed},
-                        {125, 40, white},
-                        {150, 60, lightRed},
-                        {175, 85, lightRed},
-                        {202, 112, white}});
+  const std::vector<NetPt> line{{0, 20},   {50, 20},   {100, 20},       {netGap, netGap},
+                                {150, 60}, {200, 110}, {netGap, netGap}};
+  const QImage image = Drawn(One_Line(line), {});
+  Expect_Lines(image, {{0, 20}, {99, 20}, {150, 60}, {175, 85}}, {{125, 40}, {202, 112}});
   EXPECT_EQ(Red_In(image, image.rect()), 150);
 }
 
-// Zoomed out, close samples are drawn several at a time; kinks and gaps stay.
 // Curves begin with two points at one place, and reduced ones may have many.
 TEST_F(NetDrawing, ALineWhosePointsFallTogetherHasItsLabel) {
   CoordinateState state = Plain_Net();
@@ -111,28 +101,18 @@ TEST_F(NetDrawing, ALineWhosePointsFallTogetherHasItsLabel) {
   }
 }
 
+// Zoomed out, close samples are drawn several at a time; kinks and gaps stay.
 TEST_F(NetDrawing, ReducedCurvesKeepTheirShape) {
-  CoordinateState state = Plain_Net();
-  state.NetLLines.clear();
-  state.NetLLabels.clear();
-  state.NetBLabels.resize(1);
-  state.NetBLabels[0].Text.clear();
-  state.NetB[1].Step = 5;
   std::vector<NetPt> line;
   for (int x = 0; x <= 1200; x += 5) {
     const int y = x < 400 ? 100 : 100 + x - 400;  // a bend of 45 degrees at 400
     const bool gap = x > 600 && x < 700;
     line.push_back(gap ? NetPt{netGap, netGap} : NetPt{static_cast<std::int16_t>(x), static_cast<std::int16_t>(y)});
   }
-  state.NetBLines = {line};
-  const QImage image = Drawn(state, {.Zoom = 4});
-  Expect_Pixels(image, {{50, 25, lightRed},
-                        {99, 25, lightRed},
-                        {110, 35, lightRed},
-                        {148, 73, lightRed},
-                        {160, 85, white},
-                        {180, 105, lightRed},
-                        {220, 145, lightRed}});
+  CoordinateState state = One_Line(line);
+  state.NetB[1].Step = 5;
+  Expect_Lines(Drawn(state, {.Zoom = 4}), {{50, 25}, {99, 25}, {110, 35}, {148, 73}, {180, 105}, {220, 145}},
+               {{160, 85}});
 }
 
 TEST_F(NetDrawing, SheetsCarryLabelsInTheirMargins) {
@@ -146,7 +126,7 @@ TEST_F(NetDrawing, SheetsCarryLabelsInTheirMargins) {
   };
   const QImage sheet = printed({40, 40, 40, 40});
   // The line at x = 250 lies beyond the printed area, its label with it.
-  Expect_Pixels(sheet, {{100, 60, lightRed}, {200, 240, lightRed}, {280, 180, lightRed}, {300, 130, white}});
+  Expect_Lines(sheet, {{100, 60}, {200, 240}, {280, 180}}, {{300, 130}});
   const auto extent = [&](const QRect& area) {
     return Extent_Of(sheet.copy(area), [](QRgb color) { return color != white; });
   };

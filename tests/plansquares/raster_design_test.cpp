@@ -1,6 +1,7 @@
 #include "plansquares/raster_design.h"
 
 #include "state/coordinate_state.h"
+#include "support/errors.h"
 #include "support/fixture.h"
 
 class RasterDesignTest : public FluraxTest {
@@ -59,13 +60,8 @@ TEST_F(RasterDesignTest, FieldsShrinkToWholeSquaresAndSquaresLeaveNoGaps) {
 
 TEST_F(RasterDesignTest, TooManyAndTooSmallAreRefusedBeforeAnythingIsMade) {
   EXPECT_EQ(Plan({0, 0, 400, 500}, 10).squares.size(), 2000U);
-  try {
-    Plan({0, 0, 450, 450}, 10);
-    ADD_FAILURE() << "2025 squares";
-  } catch (const Error& error) {
-    EXPECT_EQ(error.number, 5000);
-    EXPECT_EQ(error.text, "Zuviele Planquadrate. 2025");
-  }
+  const Error error = Raised([] { Plan({0, 0, 450, 450}, 10); });
+  EXPECT_EQ(std::tie(error.number, error.text), std::tuple(5000, "Zuviele Planquadrate. 2025"));
   EXPECT_THROW(Plan({0, 0, 1e9, 1e9}, 0.001F), Error);
   EXPECT_THROW(Plan({0, 0, 99, 500}, 100), RasterFault);
   EXPECT_THROW(Plan({0, 0, 500, 99}, 100), RasterFault);
@@ -95,8 +91,7 @@ TEST_F(RasterDesignTest, SidesFollowScalePaperAndNet) {
   design.size = QStringLiteral("100");
   EXPECT_DOUBLE_EQ(Side_Pixels(design), 20);
   design = Part(CornerUnit::Measure, QStringLiteral("100"), {"0", "0", "1000", "500,5"});
-  MessageScript messages;
-  messages.Expect(QStringLiteral("Die Maßeinheit fehlt")).Expect(QStringLiteral("Meter"));
+  MessageScript messages{{QStringLiteral("Die Maßeinheit fehlt")}, {QStringLiteral("Meter")}};
   EXPECT_DOUBLE_EQ(Side_Pixels(design), 20);
   design.size = QStringLiteral("100 km");
   EXPECT_DOUBLE_EQ(Side_Pixels(design), 20);  // told to be metres
@@ -129,16 +124,14 @@ TEST_F(RasterDesignTest, CornersMayBeSwappedMissingOrNonsense) {
   for (const char* wrong : {"", "abc", "1e99", "12 34"}) {
     design.P2x = QString::fromLatin1(wrong);
     design.P2y = QStringLiteral("50");
-    MessageScript messages;
-    messages.Expect(QStringLiteral("Ungültige(r) Wert(e)"));
+    MessageScript messages(QStringLiteral("Ungültige(r) Wert(e)"));
     EXPECT_FALSE(Design_Raster(design, {}, {}, steps)) << wrong;
     EXPECT_EQ(steps.Mode, "Step: 3");
     EXPECT_EQ(steps.tab, RasterTab::Corners);
   }
   design.unit = CornerUnit::Coordinates;
   design.size = QStringLiteral("50 mm");
-  MessageScript messages;
-  messages.Expect(QStringLiteral("Kein Koordinatennetz")).Expect(QStringLiteral("Ungültige"));
+  MessageScript messages{{QStringLiteral("Kein Koordinatennetz")}, {QStringLiteral("Ungültige")}};
   EXPECT_FALSE(Design_Raster(design, {}, {}, steps));
 }
 

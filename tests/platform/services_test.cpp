@@ -11,10 +11,9 @@
 #include "support/fixture.h"
 
 TEST(Guarded, AsksAndObeys) {
-  MessageScript script;
-  script.Expect("Prozedur beenden?", MsgAnswer::Yes)
-      .Expect("Linie zeichnen", MsgAnswer::No)
-      .Expect("Nicht genügend Speicher", MsgAnswer::No);
+  MessageScript script{{"Prozedur beenden?", MsgAnswer::Yes},
+                       {"Linie zeichnen", MsgAnswer::No},
+                       {"Nicht genügend Speicher", MsgAnswer::No}};
   EXPECT_EQ(Guarded({}, [] {}), Step::Done);
   EXPECT_EQ(Guarded({}, [] { Raise(errors::fileNotFound); }), Step::Stopped);
   EXPECT_EQ(MsgResult, MsgAnswer::Yes);

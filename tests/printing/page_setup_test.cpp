@@ -1,7 +1,6 @@
 #include "printing/page_setup.h"
 
 #include <QPainter>
-#include <QProcess>
 
 #include "maps/map_close.h"
 #include "maps/map_open.h"
@@ -49,27 +48,12 @@ class PageSetupTest : public FluraxTest {
     Set_Printer(former);
     FluraxTest::TearDown();
   }
-  QString Tool(const QString& tool, const QStringList& words) const {
-    QProcess process;
-    process.start(tool, words);
-    EXPECT_TRUE(process.waitForFinished()) << tool;
-    return QString::fromUtf8(process.readAllStandardOutput());
-  }
   QString Page_Text(int page) const {
     const QString number = QString::number(page);
-    return Tool(u"pdftotext"_s, {u"-layout"_s, u"-f"_s, number, u"-l"_s, number, Path(u"aus.pdf"_s), u"-"_s});
+    return Run_Tool(u"pdftotext"_s, {u"-layout"_s, u"-f"_s, number, u"-l"_s, number, Path(u"aus.pdf"_s), u"-"_s});
   }
   static void Text(const QString& text, int x, int y) {
-    EntryRow row;
-    row.ID = u"Text"_s;
-    row.Eintrag = text;
-    row.Schrift = u"Arial"_s;
-    row.Groesse = 12;
-    row.VG = 12;
-    row.HG = 15;
-    row.Xmap = x;
-    row.Ymap = y;
-    Append_Entry(row);
+    Append_Entry({"Text", text, "Arial", 12, 12, 15, 0, x, y, 0, 0, 0});
   }
 
   QString map;
@@ -119,13 +103,9 @@ TEST_F(PageSetupTest, FontFactorHasItsRange) {
   EXPECT_DOUBLE_EQ(Get_FontFactor(u"0.3"_s), 0.3);
   EXPECT_DOUBLE_EQ(Get_FontFactor(u"3,0"_s), 3.0);
   for (const QString& bad : {u"0.29"_s, u"3.01"_s, u""_s, u"groß"_s}) {
-    try {
-      Get_FontFactor(bad);
-      ADD_FAILURE() << bad;
-    } catch (const Error& error) {
-      EXPECT_EQ(error.number, 5000);
-      EXPECT_TRUE(error.text.contains(u"Wertebereich:  0.3 - 3.0"_s));
-    }
+    const Error error = Raised([&] { Get_FontFactor(bad); });
+    EXPECT_EQ(error.number, 5000) << bad;
+    EXPECT_TRUE(error.text.contains(u"Wertebereich:  0.3 - 3.0"_s));
   }
 }
 
@@ -137,8 +117,7 @@ TEST_F(PageSetupTest, SettingsStayWithTheMap) {
   Type_Factor(setup, u"1,234"_s);
   Take_Typed(setup);
   EXPECT_TRUE(Settings_Changed(setup));
-  MessageScript box;
-  box.Expect(u"übernommen und gespeichert"_s);
+  MessageScript box(u"übernommen und gespeichert"_s);
   ASSERT_TRUE(Ok_Butt_Click(setup));
   const QString& report = box.Seen().back().text;
   for (const QString& part : {u"1,234fach"_s, u"quer"_s, u"* 1,50"_s, u"52,2 cm"_s, u"0,5 cm"_s})
@@ -160,8 +139,7 @@ TEST_F(PageSetupTest, SettingsStayWithTheMap) {
 }
 
 TEST_F(PageSetupTest, MarginsMustLeaveRoom) {
-  MessageScript box;
-  box.Expect(u"keinen Platz"_s);
+  MessageScript box(u"keinen Platz"_s);
   EXPECT_FALSE(Take_Sheet_Margins({150, 150, 5, 5}));
   EXPECT_EQ(Read_Print_Settings().left, 0);
   PrintSettings wide = Read_Print_Settings();
@@ -212,7 +190,7 @@ TEST_F(PageSetupTest, TableAndTextRunOverPages) {
   answer = [](int pages) { return PrintRange{1, pages}; };
   Print_Table();
   ASSERT_GT(asked, 2);
-  EXPECT_TRUE(Tool(u"pdfinfo"_s, {Path(u"aus.pdf"_s)}).simplified().contains(u"Pages: %1"_s.arg(asked)));
+  EXPECT_TRUE(Run_Tool(u"pdfinfo"_s, {Path(u"aus.pdf"_s)}).simplified().contains(u"Pages: %1"_s.arg(asked)));
   QString all;
   for (int page = 1; page <= asked; ++page) {
     const QString text = Page_Text(page);
@@ -240,11 +218,9 @@ TEST_F(PageSetupTest, TableAndTextRunOverPages) {
 
 TEST_F(PageSetupTest, TheMapIsExportedWithItsEntries) {
   Text(u"Sumpf"_s, 100, 100);
-  FileDialogScript files;
-  files.Answer(std::nullopt).Answer(map).Answer(Path(u"neu.bmp"_s)).Answer(Path(u"gibt/es/nicht.bmp"_s));
+  FileDialogScript files{std::nullopt, map, Path(u"neu.bmp"_s), Path(u"gibt/es/nicht.bmp"_s)};
   EXPECT_FALSE(Export_Map_Picture());
-  MessageScript box;
-  box.Expect(u"nicht überschrieben"_s);
+  MessageScript box(u"nicht überschrieben"_s);
   EXPECT_FALSE(Export_Map_Picture());
   EXPECT_TRUE(Export_Map_Picture());
   EXPECT_EQ(Load_Picture(Path(u"neu.bmp"_s)).convertToFormat(QImage::Format_RGB32), Map_Picture_With_Entries());

@@ -2,7 +2,6 @@
 
 #include <QImage>
 #include <QPainter>
-#include <QProcess>
 
 #include "maps/map_open.h"
 #include "plansquares/raster_rows.h"
@@ -15,6 +14,7 @@
 #include "store/entry.h"
 #include "store/vertex_table.h"
 #include "support/fixture.h"
+#include "support/nets.h"
 #include "view/redraw.h"
 
 using namespace Qt::StringLiterals;
@@ -41,30 +41,10 @@ class SheetPainter : public FluraxTest {
     sheets = Sheet_Walk(geometry);
   }
   static void Figure(QRect box, int color, const QString& fill = u"F 1"_s, int typ = 20) {
-    EntryRow row;
-    row.ID = u"Figur1"_s;
-    row.Schrift = fill;
-    row.HG = color;
-    row.RA = -100;
-    row.Xmap = box.x();
-    row.Ymap = box.y();
-    row.Xline = box.width();
-    row.Yline = box.height();
-    row.Typ = typ;
-    Append_Entry(row);
+    Append_Entry({"Figur1", {}, fill, 0, 0, color, -100, box.x(), box.y(), box.width(), box.height(), typ});
   }
   static void Text(const QString& text, int x, int y, int typ = 0) {
-    EntryRow row;
-    row.ID = u"Text"_s;
-    row.Eintrag = text;
-    row.Schrift = u"Arial"_s;
-    row.Groesse = 12;
-    row.HG = 15;
-    row.RA = -100;
-    row.Xmap = x;
-    row.Ymap = y;
-    row.Typ = typ;
-    Append_Entry(row);
+    Append_Entry({"Text", text, "Arial", 12, 0, 15, -100, x, y, 0, 0, typ});
   }
   QImage Page(int dpi) const {
     QImage page(qRound(paper.PrintableWidth() * dpi / 25.4), qRound(paper.PrintableHeight() * dpi / 25.4),
@@ -147,16 +127,8 @@ TEST_F(SheetPainter, TransparentFillsLookAsOnTheScreen) {
   Figure({100, 100, 300, 200}, 14);            // yellow
   Text(u"Unter der Fläche"_s, 150, 150);       // below the transparent ones
   Figure({200, 150, 300, 200}, 11, u"F-1"_s);  // not-xor with cyan
-  EntryRow area;
-  area.ID = u"Flaeche1"_s;
-  area.Typ = 4;
-  area.HG = 13;
-  area.Yline = -1;  // and with magenta
-  area.Xline = 1;
-  area.RA = -100;
-  area.Groesse = -8;
   Write_Vertices(u"Flaeche1"_s, {{50, 50}, {350, 50}, {350, 260}, {50, 260}});
-  Append_Entry(area);
+  Append_Entry({"Flaeche1", {}, {}, -8, 0, 13, -100, 0, 0, 1, -1, 4});  // and with magenta
   Figure({310, 160, 30, 20}, 10);  // green above all
   const QImage screen = Map_Picture_With_Entries();
   const int dpi = 300;
@@ -195,18 +167,12 @@ TEST_F(SheetPainter, ThePdfHoldsTheTextAndTrueMillimetres) {
                          [&](int, const QString&) { return ++steps > 0; }};
   ASSERT_EQ(Print_Map(order, hooks), PrintEnd::Done);
   EXPECT_GE(steps, 2);
-  const auto run = [&](const QString& tool, const QStringList& arguments) {
-    QProcess process;
-    process.start(tool, arguments);
-    EXPECT_TRUE(process.waitForFinished()) << tool << " is missing";
-    return QString::fromUtf8(process.readAllStandardOutput());
-  };
-  const QString first = run(u"pdftotext"_s, {u"-l"_s, u"1"_s, path, u"-"_s});
+  const QString first = Run_Tool(u"pdftotext"_s, {u"-l"_s, u"1"_s, path, u"-"_s});
   EXPECT_TRUE(first.contains(u"Sumpfdotterblume")) << first;
   EXPECT_FALSE(first.contains(u"Wollgras")) << "text of another sheet";
-  EXPECT_TRUE(run(u"pdftotext"_s, {u"-f"_s, u"2"_s, path, u"-"_s}).contains(u"Wollgras"));
-  EXPECT_TRUE(run(u"pdfinfo"_s, {path}).contains(u"Pages:           2"));
-  run(u"pdftoppm"_s, {u"-r"_s, u"150"_s, u"-png"_s, u"-l"_s, u"1"_s, path, Path(u"Seite"_s)});
+  EXPECT_TRUE(Run_Tool(u"pdftotext"_s, {u"-f"_s, u"2"_s, path, u"-"_s}).contains(u"Wollgras"));
+  EXPECT_TRUE(Run_Tool(u"pdfinfo"_s, {path}).contains(u"Pages:           2"));
+  Run_Tool(u"pdftoppm"_s, {u"-r"_s, u"150"_s, u"-png"_s, u"-l"_s, u"1"_s, path, Path(u"Seite"_s)});
   QImage page(Path(u"Seite-1.png"_s));
   ASSERT_FALSE(page.isNull());
   // Now from the corner of the sheet, border included.
@@ -221,9 +187,7 @@ TEST_F(SheetPainter, ThePdfHoldsTheTextAndTrueMillimetres) {
 }
 
 TEST_F(SheetPainter, TheNetIsLabelledOnBothPaths) {
-  Write_Lines(Path(u"Karte.cal"_s),
-              {u"Grid UTM Zone: 32U D: WGS-84 R: 646000 H: 5512000"_s, u"Gwidth = 1000"_s, u"Inclin = 0.01"_s,
-               u"Xmap = 100"_s, u"Ymap = 150"_s, u"Xline = 80"_s, u"Yline = 80"_s});
+  Write_Lines(Path(u"Karte.cal"_s), Utm_Calibration({100, 150}, 80));
   Reload_Map();
   settings = Read_Print_Settings();
   EXPECT_EQ(settings.left, 5) << "room for the labels";
@@ -232,10 +196,7 @@ TEST_F(SheetPainter, TheNetIsLabelledOnBothPaths) {
     const QString pdf = Path(u"Netz.pdf"_s);
     PrintOrder order{.settings = settings, .paper = paper, .map = Map_To_Print(), .range = {1, 1}, .path = way};
     ASSERT_EQ(Print_Map(order, {[&] { return Make_Pdf_Job(pdf, paper, {}); }, {}}), PrintEnd::Done);
-    QProcess reader;
-    reader.start(u"pdftotext"_s, {pdf, u"-"_s});
-    ASSERT_TRUE(reader.waitForFinished());
-    const QString text = QString::fromUtf8(reader.readAllStandardOutput());
+    const QString text = Run_Tool(u"pdftotext"_s, {pdf, u"-"_s});
     EXPECT_TRUE(text.contains(u"UTM"_s) && text.contains(u"647 000"_s)) << text;
   }
 }
@@ -244,8 +205,7 @@ TEST_F(SheetPainter, AStoppedOrFailingJobLeavesNothing) {
   Figure({100, 100, 200, 150}, 12);
   const QString path = Path(u"Blatt.pdf"_s);
   PrintOrder order{.settings = settings, .paper = paper, .map = Map_To_Print(), .range = {1, 4}};
-  MessageScript box;
-  box.Expect(u"wird abgebrochen"_s);
+  MessageScript box(u"wird abgebrochen"_s);
   EXPECT_EQ(Print_Map(order, {[&] { return Make_Pdf_Job(path, paper, {}); },
                               [](int sheet, const QString&) { return sheet < 2; }}),
             PrintEnd::Cancelled);

@@ -37,8 +37,7 @@ TEST_F(Columns, AddedColumnsHaveTheirKindAndKeepRows) {
 
 TEST_F(Columns, NamesThatCannotBeUsed) {
   for (const char* name : {"typ", "RowId", "a.b", "x]", "Größe"}) {
-    MessageScript script;
-    script.Expect("Spalte");
+    MessageScript script("Spalte");
     EXPECT_FALSE(Add_Column({QString::fromUtf8(name), FieldType::Text, 5}, {})) << name;
   }
   EXPECT_FALSE(Tbl.HasUserColumns);
@@ -49,8 +48,7 @@ TEST_F(Columns, RemovedColumnsComeBackWithUndo) {
   rsEntries->Edit();
   rsEntries->Set(QStringLiteral("Fundort"), QStringLiteral("Wald"));
   rsEntries->Update();
-  MessageScript script;
-  script.Expect("wird vom Programm benötigt");
+  MessageScript script("wird vom Programm benötigt");
   EXPECT_FALSE(Remove_Column("größe"));
   script.Expect("rechts von der Spalte 'Typ' aus");
   EXPECT_FALSE(Remove_Column("fehlt"));

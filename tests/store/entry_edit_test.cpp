@@ -68,8 +68,7 @@ TEST_F(EntryEditTest, ATooLongTextIsRefusedNotCut) {
   for (const char* tag : {"Neu", "Change"}) {
     Add(Text("vorher"));
     Edit_Box(tag);
-    MessageScript script;
-    script.Expect("80 Zeichen");
+    MessageScript script("80 Zeichen");
     const int count = Entry_Count();
     EXPECT_FALSE(Save_Text_Entry(0, 0, QString(80, 'x')));
     EXPECT_EQ(Row().Eintrag, "vorher");
@@ -102,26 +101,13 @@ TEST_F(EntryEditTest, AChangeRespectsTheKindOfTheRow) {
     Map.Text2.FontBold = true;
     Map.Text2.FontTransparent = c.transparent;
     ASSERT_TRUE(Save_Text_Entry(0, 0, "neu"));
-    EntryRow expected = c.before;
-    expected.Eintrag = "neu";
-    expected.Schrift = c.schrift;
-    expected.Groesse = c.size;
-    expected.VG = 4;
-    expected.HG = c.hg;
-    expected.RA = 215;
-    expected.Xmap = 100;
-    expected.Ymap = 50;
+    const EntryRow expected{c.before.ID, "neu", c.schrift, c.size, 4, c.hg, 215, 100, 50, 0, 0, c.before.Typ};
     EXPECT_EQ(Row(), expected) << c.schrift;
   }
 }
 
 TEST_F(EntryEditTest, ScaleBarHiddenRowsAndHeaderAreNotWritten) {
-  EntryRow scale = Entry("Maßstab", 11, " km");
-  scale.Schrift = "2";
-  scale.Groesse = 2;
-  scale.HG = 1;
-  scale.VG = 4;
-  scale.RA = 215;
+  const EntryRow scale{"Maßstab", " km", "2", 2, 4, 1, 215, 10, 20, 0, 0, 11};
   for (const EntryRow& row : {scale, Entry("Text", -1), Read_Header().ToEntry()}) {
     if (row.ID.startsWith('!')) {
       rsEntries->MoveFirst();
@@ -150,8 +136,7 @@ TEST_F(EntryEditTest, DeletingAsksAndTakesTheVertexTableAlong) {
   Add(Text("bleibt"));
   Write_Vertices("Flaeche0", {{0, 0}, {5, 5}, {5, 0}});
   Add(Entry("Flaeche0 - P1101L5.0B2.5", 240, "Feuchtwiese"));
-  MessageScript script;
-  script.Expect("Feuchtwiese\n\nSoll dieser Eintrag gelöscht werden?", MsgAnswer::No);
+  MessageScript script("Feuchtwiese\n\nSoll dieser Eintrag gelöscht werden?", MsgAnswer::No);
   EXPECT_FALSE(Delete_Entry());
   EXPECT_EQ(Entry_Count(), 2);
   EXPECT_TRUE(dbEntries->HasTable("Flaeche0"));
@@ -176,8 +161,7 @@ TEST_F(EntryEditTest, DeletingAsksAndTakesTheVertexTableAlong) {
 }
 
 TEST_F(EntryEditTest, WhatDeletingRefusesAndSpares) {
-  MessageScript script;
-  script.Expect("Die Karte enthält noch keine Einträge");
+  MessageScript script("Die Karte enthält noch keine Einträge");
   EXPECT_FALSE(Delete_Entry());
   Add(Text("eins"));
   Map.Text2.Tag = "Neu";

@@ -2,6 +2,7 @@
 
 #include "state/mdi_state.h"
 #include "store/vertex_table.h"
+#include "support/errors.h"
 #include "support/table_fixture.h"
 
 class EntryTest : public TableTest {
@@ -13,18 +14,8 @@ class EntryTest : public TableTest {
 };
 
 TEST_F(EntryTest, RowsComeBackAsTheyWereWritten) {
-  const EntryRow area{"-Flaeche0 - P1101L5.0B2.5>Linie3",
-                      "Größe „ß“ \r\nzweite Zeile",
-                      "Times New Roman-B<45",
-                      -8.5,
-                      15,
-                      0,
-                      -215,
-                      -32768,
-                      32767,
-                      3,
-                      -7,
-                      -240};
+  const QString id = "-Flaeche0 - P1101L5.0B2.5>Linie3", text = "Größe „ß“ \r\nzweite Zeile";
+  const EntryRow area{id, text, "Times New Roman-B<45", -8.5, 15, 0, -215, -32768, 32767, 3, -7, -240};
   Add(area);
   EXPECT_EQ(Read_Entry(*rsEntries), area);
   EXPECT_EQ(Tbl.Tag, "Dirty");
@@ -41,12 +32,7 @@ TEST_F(EntryTest, NumbersBeyondSixteenBitAreRefusedAndNothingIsLeftBehind) {
   EntryRow tooFar = Text("zwei");
   tooFar.Xmap = 40000;
   for (const bool append : {true, false}) {
-    try {
-      append ? Append_Entry(tooFar) : Update_Entry(tooFar);
-      ADD_FAILURE() << "40000 was taken";
-    } catch (const Error& error) {
-      EXPECT_EQ(error.number, errors::overflow);
-    }
+    EXPECT_EQ(Error_Of([&] { append ? Append_Entry(tooFar) : Update_Entry(tooFar); }), errors::overflow);
     EXPECT_FALSE(rsEntries->Editing());
   }
   EXPECT_EQ(Texts(), QStringList{"eins"});
@@ -59,11 +45,7 @@ TEST_F(EntryTest, BoxOfFiguresAndSquares) {
   for (const Case& c :
        {Case{20, 30, 40, 30, 40}, Case{223, 300, 400, 300, 400}, Case{16, 130, 240, 30, 40},  // lower right corner
         Case{-116, 130, 240, 30, 40}, Case{16, 30, 240, 30, 240}}) {  // an older row with a size
-    EntryRow row = Entry("Figur1", c.typ);
-    row.Xmap = 100;
-    row.Ymap = 200;
-    row.Xline = c.xline;
-    row.Yline = c.yline;
+    EntryRow row{"Figur1", "x", "F 1", 10, 0, 15, 0, 100, 200, c.xline, c.yline, c.typ};
     EXPECT_EQ(entry_box(row), (EntryBox{100, 200, c.width, c.height})) << c.typ;
     const EntryBox moved{5, 6, c.width, c.height};
     set_entry_box(row, moved);
@@ -85,10 +67,7 @@ TEST_F(EntryTest, NamesForMessages) {
                              "A1",
                              "Arial", 16, 8, "Planquadrat\n"},
                         Case{"Figur2", "F 1", 22, 8, "Figur2\n"}}) {
-    EntryRow row = Entry(c.id, c.typ);
-    row.Schrift = c.schrift;
-    row.Groesse = c.size;
-    Add(row);
+    Add({c.id, "x", c.schrift, c.size, 0, 15, 0, 10, 20, 0, 0, c.typ});
     EXPECT_EQ(Entry_Name(), c.name);
     EXPECT_EQ(MsgText, c.name);
   }
@@ -99,15 +78,13 @@ TEST_F(EntryTest, TheCursorSurvivesErrorsAndDeletedRows) {
   const QString first = rsEntries->Bookmark();
   Add(Text("zwei"));
   rsEntries->SetBookmark(first);
-  try {
+  const auto beyondTheEnd = [] {
     const KeepCurrentRow keep;
     rsEntries->MoveLast();
-    rsEntries->MoveNext();
-    rsEntries->MoveNext();  // beyond the end
-    ADD_FAILURE();
-  } catch (const Error&) {
-    EXPECT_EQ(rsEntries->Bookmark(), first);
-  }
+    for (int i = 0; i < 2; ++i) rsEntries->MoveNext();
+  };
+  EXPECT_THROW(beyondTheEnd(), Error);
+  EXPECT_EQ(rsEntries->Bookmark(), first);
   {
     const KeepCurrentRow keep;
     rsEntries->Delete();
@@ -246,13 +223,8 @@ TEST_F(VertexTest, FigureNumbersAndTheNameOfTheCurrentTable) {
   EXPECT_EQ(Next_Figure_ID(), "Figur12");
   EXPECT_FALSE(dbEntries->HasTable("Figur12"));
   Add(Entry("Figur", 23));
-  try {
-    Next_Figure_ID();
-    ADD_FAILURE();
-  } catch (const Error& error) {
-    EXPECT_EQ(error.number, 5000);
-    EXPECT_EQ(error.text, "Keine Nummer ");
-  }
+  const Error error = Raised([] { Next_Figure_ID(); });
+  EXPECT_EQ(std::tie(error.number, error.text), std::tuple(5000, "Keine Nummer "));
   Add_Line("-Linie5 - C1000L1.0B1.0>Flaeche2<1");
   EXPECT_EQ(Vertex_Table_Name(), "Linie5");
   EXPECT_EQ(EntID, "Linie5");

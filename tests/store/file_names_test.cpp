@@ -4,6 +4,7 @@
 #include <QFile>
 
 #include "state/map_state.h"
+#include "support/errors.h"
 #include "support/fixture.h"
 
 namespace {
@@ -49,10 +50,7 @@ TEST_F(FileNames, FaultsOfTheNameAndTheirPlaces) {
 }
 
 TEST_F(FileNames, TheCheckTellsEveryFault) {
-  MessageScript script;
-  script.Expect("Dateiname", MsgAnswer::Yes)
-      .Expect("Dateiname", MsgAnswer::No)
-      .Expect("Überprüfung dieses Dateinamens");
+  MessageScript script{{"Dateiname", MsgAnswer::Yes}, {"Dateiname", MsgAnswer::No}, {"Überprüfung dieses Dateinamens"}};
   EXPECT_FALSE(Check_File_Name("/k/Karte.bmp"));
   EXPECT_TRUE(Check_File_Name("/k/1 K.a.bmp"));
   EXPECT_FALSE(Check_File_Name("/k/a b.bmp"));
@@ -91,8 +89,7 @@ TEST_F(FileNames, TheTableLiesBesideTheMapInCapitals) {
 }
 
 TEST_F(FileNames, AnotherEndingIsAWrongMapButHasATable) {
-  MessageScript script;
-  script.Expect("Falsche Map");
+  MessageScript script("Falsche Map");
   const QString map = Put("Karte.tif");
   EXPECT_EQ(Table_Of(map, Capitals(map)), Path("KARTE.MDB"));
   EXPECT_TRUE(script.Seen()[0].text.contains("Map: " + Capitals(map)));
@@ -124,12 +121,7 @@ TEST_F(FileNames, TheProgramFolderIsFilledWithWhatIsMissing) {
 
   const auto fails = [&](const QString& wanted) {
     qputenv("FLURAX_HOME", wanted.toUtf8());
-    try {
-      Prepare_Program_Folder(delivered);
-    } catch (const Error& error) {
-      return error.number;
-    }
-    return 0;
+    return Error_Of([&] { Prepare_Program_Folder(delivered); });
   };
   EXPECT_EQ(fails(home + "/MUSTER.MDB/Flurax"), errors::pathNotFound);
   EXPECT_NE(fails("/proc/flurax"), 0);
@@ -141,8 +133,7 @@ TEST_F(FileNames, TheProgramFolderIsFilledWithWhatIsMissing) {
 TEST_F(FileNames, ShortenedPathsAndRefusedAccess) {
   EXPECT_EQ(Shortened_Path("/k/123456789012345678901234567"), "/k/123456789012345678901234567");
   EXPECT_EQ(Shortened_Path("/home/erika/Karten/Oberlausitz/KARTE.MDB"), "/ho...n/Oberlausitz/KARTE.MDB");
-  MessageScript script;
-  script.Expect("Windows: Kein Dateizugriff erlaubt  ");
+  MessageScript script("Windows: Kein Dateizugriff erlaubt  ");
   Show_No_Access("/k/KARTE.MDB\n/k/KARTE.ldb");
   EXPECT_TRUE(script.Seen()[0].text.startsWith("/k/KARTE.MDB\n/k/KARTE.ldb\nWindows - Dateisicherheit:\nDer Zugriff"));
 }

@@ -164,8 +164,7 @@ TEST_F(MapLog, ADamagedLogIsKeptAsideAndARewritingCutOffIsFinished) {
       {sound.left(300), "Map_alt.log"}, {strange, "Map_alt_1.log"}, {"TLB: vbAlignTop\r\n", "Map_alt_2.log"}};
   for (const auto& [damaged, aside] : cases) {
     Replace_File(Log(), damaged);
-    MessageScript script;
-    script.Expect("Bitte benennen Sie die Datei um z.B. in Map_alt.log");
+    MessageScript script("Bitte benennen Sie die Datei um z.B. in Map_alt.log");
     EXPECT_EQ(Listed(1), QStringList(ProgramFolder + "/Beispiele/Karte.bmp"));
     EXPECT_EQ(Read_Bytes(Program_File(aside)), damaged);
     EXPECT_TRUE(script.Seen()[0].text.startsWith("Diese Datei ist wahrscheinlich beschädigt\n"));
@@ -182,8 +181,7 @@ TEST_F(MapLog, AFullDiskKeepsTheLog) {
   Read_Log(1);
   const QByteArray before = Read_Bytes(Log());
   File_Write_Fault = [](const QString&, qint64) { return errors::diskFull; };
-  MessageScript script;
-  script.Expect("Datenträger voll").Expect("Datenträger voll");
+  MessageScript script{{"Datenträger voll"}, {"Datenträger voll"}};
   Write_Log(Path("A.bmp"), 1);
   Compress_Log();
   EXPECT_EQ(Listed(1).size(), 1);

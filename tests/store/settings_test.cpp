@@ -47,8 +47,7 @@ TEST_F(Settings, GarbageLeavesTheDefaults) {
   ASSERT_TRUE(QDir().mkpath(Program_File("Flurax.ini")));  // a folder in its place
   Read_Ini();
   EXPECT_TRUE(Paint_Programs().isEmpty());
-  MessageScript script;
-  script.Expect("Windows: Kein Dateizugriff erlaubt");
+  MessageScript script("Windows: Kein Dateizugriff erlaubt");
   Write_Ini("TLB: vbAlignTop");
 }
 
@@ -76,8 +75,7 @@ TEST_F(Settings, ALineReplacesTheOneOfItsKey) {
 TEST_F(Settings, AFullDiskLosesNoSetting) {
   Put_Ini({"TLB: vbAlignLeft", "FL: Wiese |VG=2|"});
   File_Write_Fault = [](const QString&, qint64) { return errors::diskFull; };
-  MessageScript script;
-  script.Expect("Datenträger voll");
+  MessageScript script("Datenträger voll");
   Write_Ini("Tipps: TippsNo");
   Write_Ini("DGS: 2");  // at every resizing: no box
   File_Write_Fault = nullptr;
@@ -87,18 +85,12 @@ TEST_F(Settings, AFullDiskLosesNoSetting) {
 TEST_F(Settings, TemplatesOfAreas) {
   AreaTemplate area;
   EXPECT_FALSE(Read_Template(area));
-  EXPECT_EQ(EntHG, 15);
-  EXPECT_EQ(EntRA, 13);
-  EXPECT_EQ(area.TX, -3);
+  EXPECT_EQ(std::tuple(EntHG, EntRA, area.TX), std::tuple(15, 13, -3));
   Write_Template("Feuchte|Wiese VG=9", {2, 10, -113, 5, 4});
   EXPECT_TRUE(frmMDI.HasTemplate);
   EXPECT_EQ(Ini(), QStringList({"Templates:", "FL: Feuchte Wiese VG=9|VG=2|HG=10|RA=-113|TX=5|SB=4|"}));
   EXPECT_TRUE(Read_Template(area));
-  EXPECT_EQ(EntVG, 2);
-  EXPECT_EQ(EntHG, 10);
-  EXPECT_EQ(EntRA, -113);
-  EXPECT_EQ(area.TX, 5);
-  EXPECT_EQ(area.SB, 4);
+  EXPECT_EQ(std::tuple(EntVG, EntHG, EntRA, area.TX, area.SB), std::tuple(2, 10, -113, 5, 4));
   const struct {
     const char* line;
     AreaTemplate area;

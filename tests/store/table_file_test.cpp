@@ -24,13 +24,11 @@ class TableFileTest : public TableTest {
     for (const QString& text : texts) Add(Text(text));
   }
   void Save_As(const QString& name) {
-    FileDialogScript dialog;
-    dialog.Answer(Path(name));
+    FileDialogScript dialog{Path(name)};
     ASSERT_TRUE(Save_Table(SaveStep::SaveAs));
   }
   static void Undo() {
-    MessageScript script;
-    script.Expect("Karteneinträge wieder hergestellt.");
+    MessageScript script("Karteneinträge wieder hergestellt.");
     Undo_Last();
     EXPECT_EQ(script.Seen()[0].title, "  Karteneinträge sichern");
   }
@@ -118,8 +116,7 @@ TEST_F(TableFileTest, WithoutTemplateThereIsNoTable) {
   int ended = 0;
   events.EndWanted.Connect([&] { ++ended; });
   for (const MsgAnswer answer : {MsgAnswer::No, MsgAnswer::Yes}) {
-    MessageScript script;
-    script.Expect("von der Programmdiskette\nin folgendes Verzeichnis laden:\n " + ProgramFolder, answer);
+    MessageScript script("von der Programmdiskette\nin folgendes Verzeichnis laden:\n " + ProgramFolder, answer);
     EXPECT_FALSE(Load_Table(LoadMode::First));
     EXPECT_EQ(script.Seen()[0].title, "Programmfehler ");
   }
@@ -132,9 +129,8 @@ TEST_F(TableFileTest, ForeignFilesAreKeptAndANewTableBegun) {
   for (const QByteArray& content : {first, second, QByteArray()}) {
     Close_Table(CloseMode::CloseOnly);
     Replace_File(Table(), content);
-    MessageScript script;
-    script.Expect("Die Datenbank ist fehlerhaft oder\n gehört nicht zum Programm FLURAX.")
-        .Expect("umbenannt in:\n" + Path("KARTE_err.mdb"));
+    MessageScript script{{"Die Datenbank ist fehlerhaft oder\n gehört nicht zum Programm FLURAX."},
+                         {"umbenannt in:\n" + Path("KARTE_err.mdb")}};
     Open_Table();
     EXPECT_EQ(Entry_Count(), 0);
     EXPECT_EQ(Read_Bytes(Path("KARTE_err.mdb")), content);
@@ -146,8 +142,7 @@ TEST_F(TableFileTest, ForeignFilesAreKeptAndANewTableBegun) {
   Close_Table(CloseMode::CloseOnly);
   QFile::remove(Table());
   Workspace::CreateDatabase(Table())->CreateTable({"MapData", {{"Nummer", FieldType::Long, 0}}});
-  MessageScript script;
-  script.Expect("fehlerhafte Datenbank").Expect("Sie können anschließend eine Sicherheitskopie laden.");
+  MessageScript script{{"fehlerhafte Datenbank"}, {"Sie können anschließend eine Sicherheitskopie laden."}};
   Open_Table();
   EXPECT_EQ(Entry_Count(), 0);
   EXPECT_TRUE(Workspace::OpenDatabase(Path("KARTE_err.mdb"))->HasTable("MapData"));
@@ -175,8 +170,7 @@ TEST_F(TableFileTest, ADamagedTableIsRescuedWithItsRows) {
         Case{rubbish, 350, LoadMode::First}, Case{headless, 390, LoadMode::Reload}}) {
     Close_Table(CloseMode::CloseOnly);
     Replace_File(Table(), c.bytes);
-    MessageScript script;
-    script.Expect("gehört nicht zum Programm FLURAX.").Expect("gerettet");
+    MessageScript script{{"gehört nicht zum Programm FLURAX."}, {"gerettet"}};
     ASSERT_TRUE(Load_Table(c.mode));
     ASSERT_GE(Entry_Count(), c.least);
     for (const QString& text : Texts()) EXPECT_TRUE(texts.contains(text)) << text;
@@ -194,8 +188,7 @@ TEST_F(TableFileTest, ABadFileAtAReloadComesBackFromTheSnapshot) {
   Add(Text("drei"));
   Close_Table(CloseMode::CloseOnly);
   Replace_File(Table(), "Müll");
-  MessageScript script;
-  script.Expect("fehlerhafte Datenbank").Expect("Karteneinträge wieder hergestellt.");
+  MessageScript script{{"fehlerhafte Datenbank"}, {"Karteneinträge wieder hergestellt."}};
   ASSERT_TRUE(Load_Table(LoadMode::Reload));
   EXPECT_EQ(Texts(), oneTwo);
   EXPECT_EQ(Read_Bytes(Path("KARTE_err.mdb")), "Müll");
@@ -206,8 +199,7 @@ TEST_F(TableFileTest, ATableInUseIsNotTouched) {
   Make_Table("KARTE.MDB", oneTwo);
   const auto other = Workspace::OpenDatabase(Table());
   Name_Map();
-  MessageScript script;
-  script.Expect("bereits geöffnet", MsgAnswer::Yes).Expect("bereits geöffnet", MsgAnswer::No);
+  MessageScript script{{"bereits geöffnet", MsgAnswer::Yes}, {"bereits geöffnet", MsgAnswer::No}};
   EXPECT_FALSE(Load_Table(LoadMode::First));
   EXPECT_FALSE(rsEntries);
   EXPECT_FALSE(QFile::exists(Path("KARTE_err.mdb")));
@@ -253,8 +245,7 @@ TEST_F(TableFileTest, UndoGoesBackToThePoint) {
   // Without a change there is nothing to copy.
   Tbl.Tag = "Clean";
   QFile::remove(Snapshot());
-  MessageScript script;
-  script.Expect("Karteneinträge wieder hergestellt.");
+  MessageScript script("Karteneinträge wieder hergestellt.");
   EXPECT_TRUE(Save_Table(SaveStep::Restore));
   EXPECT_EQ(Texts(), oneTwo);
 }
@@ -265,8 +256,7 @@ TEST_F(TableFileTest, ALostSnapshotEmptiesTheTableButKeepsItAside) {
     Undo_Point("Rückgängig: Ersetzen");
     QFile::remove(Snapshot());
     if (!snapshot.isEmpty()) Replace_File(Snapshot(), snapshot);
-    MessageScript script;
-    script.Expect("Datei kann nicht gesichert werden.");
+    MessageScript script("Datei kann nicht gesichert werden.");
     Undo_Last();
     EXPECT_TRUE(script.Seen()[0].text.startsWith("Step: 3\nQuelle: " + Snapshot() + "\nZiel: " + Table()));
     EXPECT_TRUE(script.Seen()[0].text.contains(Path("KARTE_bak.mdb")));
@@ -282,8 +272,7 @@ TEST_F(TableFileTest, AFullDiskLeavesTheCopiesAndTheTable) {
   Undo_Point("Rückgängig: Ersetzen");
   Add(Text("drei"));
   File_Write_Fault = [](const QString&, qint64) { return errors::diskFull; };
-  MessageScript script;
-  script.Expect("Sicherung.MDB").Expect("TEMP.MDB");
+  MessageScript script{{"Sicherung.MDB"}, {"TEMP.MDB"}};
   EXPECT_FALSE(Save_Table(SaveStep::Save));
   EXPECT_TRUE(script.Seen()[0].text.contains(Table()));
   EXPECT_EQ(Tbl.Tag, "Dirty");
@@ -315,8 +304,7 @@ TEST_F(TableFileTest, WhenNoFileCanGrowNoRowIsLost) {
     getrlimit(RLIMIT_FSIZE, &old);
     const rlimit limit{6000, old.rlim_max};
     setrlimit(RLIMIT_FSIZE, &limit);
-    MessageScript script;
-    script.AllowAny(MsgAnswer::No);
+    MessageScript script(MsgAnswer::No);
     Undo_Point("Rückgängig: Import");
     setrlimit(RLIMIT_FSIZE, &old);
     std::signal(SIGXFSZ, former);
@@ -378,8 +366,7 @@ TEST_F(TableFileTest, FoldersMayHaveUmlautsBlanksDotsAndAMinus) {
   ASSERT_TRUE(QDir().mkpath(Path(place)));
   Open_With(oneTwo, place + "Große Wiese.bmp");
   EXPECT_EQ(TableFile, Path(place + "GROßE WIESE.MDB"));
-  FileDialogScript dialog;
-  dialog.Answer(Path(place + "Sicherung.MDB"));
+  FileDialogScript dialog{Path(place + "Sicherung.MDB")};
   ASSERT_TRUE(Save_Table(SaveStep::SaveAs));
   // Cut at the point of the file name, not of the folder.
   EXPECT_EQ(dialog.Seen()[0].folder + dialog.Seen()[0].name, Path(place + "GROßE WIESE_Neu.MDB"));
@@ -394,10 +381,8 @@ TEST_F(TableFileTest, LongPathsAreSavedAndLoadedAgain) {
   const QString target = place + QString(243, 's') + ".MDB";  // the longest name that can have a log beside it
   {
     MessageScript script;
-    FileDialogScript dialog;
-    dialog.Answer(Path(place + QString(244, 's') + ".MDB"))
-        .Answer(Path(place + place + place + "Amsel.MDB"))
-        .Answer(Path(target));
+    FileDialogScript dialog{Path(place + QString(244, 's') + ".MDB"), Path(place + place + place + "Amsel.MDB"),
+                            Path(target)};
     script.Expect("Ein Name im Pfad der Datei ist zu lang: 248 Zeichen").Expect("Der Pfad der Datei ist zu lang");
     ASSERT_TRUE(Save_Table(SaveStep::SaveAs));
   }
@@ -419,11 +404,9 @@ TEST_F(TableFileTest, LongPathsAreSavedAndLoadedAgain) {
 TEST_F(TableFileTest, AFailedSaveAsKeepsNamesAndRows) {
   Open_With(oneTwo);
   const QString row = rsEntries->Bookmark();
-  FileDialogScript dialog;
-  dialog.Answer(std::nullopt).Answer(Path("fehlt/Amsel.MDB"));
+  FileDialogScript dialog{std::nullopt, Path("fehlt/Amsel.MDB")};
   EXPECT_FALSE(Save_Table(SaveStep::SaveAs));
-  MessageScript script;
-  script.Expect("Datei kann nicht gesichert werden.");
+  MessageScript script("Datei kann nicht gesichert werden.");
   EXPECT_FALSE(Save_Table(SaveStep::SaveAs));
   EXPECT_EQ(script.Seen()[0].title, "DBSaveError");
   EXPECT_TRUE(script.Seen()[0].text.startsWith("Step: 1\nQuelle: " + Table()));
@@ -439,8 +422,7 @@ TEST_F(TableFileTest, AtAMapChange) {
   EXPECT_TRUE(Save_Table(SaveStep::AtMapChange));  // fewer than two entries: no question
   Add(Text("zwei"));
   const QString old = Path("KARTE_old.MDB");
-  MessageScript script;
-  script.Expect("unter einem eigenen Namen sichern?\n" + old, MsgAnswer::No);
+  MessageScript script("unter einem eigenen Namen sichern?\n" + old, MsgAnswer::No);
   EXPECT_TRUE(Save_Table(SaveStep::AtMapChange));
   EXPECT_FALSE(QFile::exists(old));
   script.Expect("unter einem eigenen Namen sichern?", MsgAnswer::Yes);
@@ -461,10 +443,8 @@ TEST_F(TableFileTest, AnotherTableIsLoadedAndUndone) {
   const QStringList birds = {"Amsel", "Drossel", "Fink"};
   const QString other = Make_Table("Amsel.MDB", birds);
   {
-    MessageScript script;
-    script.Expect("Wollen Sie die veränderten Einträge sichern ?", MsgAnswer::No);
-    FileDialogScript dialog;
-    dialog.Answer(other);
+    MessageScript script("Wollen Sie die veränderten Einträge sichern ?", MsgAnswer::No);
+    FileDialogScript dialog{other};
     ASSERT_TRUE(Load_Other_Table({}));
     EXPECT_EQ(dialog.Seen()[0].title, "Einträge laden");
     EXPECT_EQ(QDir::cleanPath(dialog.Seen()[0].folder), folder.path());
@@ -518,13 +498,11 @@ TEST_F(TableFileTest, WhatCannotBeLoadedLeavesTheTableAlone) {
   Tbl.Tag = "Clean";
   Replace_File(Path("Fremd.MDB"), "keine Datenbank");
   const QString longName = Path(QString(252, 'x') + ".MDB");
-  MessageScript script;
-  script.Expect("gehört nicht zum Programm FLURAX.").Expect("nicht gefunden").Expect("höchstens 255 sind möglich");
+  MessageScript script{{"gehört nicht zum Programm FLURAX."}, {"nicht gefunden"}, {"höchstens 255 sind möglich"}};
   EXPECT_FALSE(Load_Other_Table(Path("Fremd.MDB")));
   EXPECT_FALSE(Load_Other_Table(Path("fehlt.MDB")));
   EXPECT_FALSE(Load_Other_Table(longName));
-  FileDialogScript dialog;
-  dialog.Answer(std::nullopt);
+  FileDialogScript dialog{std::nullopt};
   EXPECT_FALSE(Load_Other_Table({}));
   EXPECT_EQ(Texts(), oneTwo);
   EXPECT_EQ(Tbl.DBGrid1.Caption, Table());
@@ -538,11 +516,7 @@ TEST_F(TableFileTest, WhatCannotBeLoadedLeavesTheTableAlone) {
 
 TEST_F(TableFileTest, ANewTableAndItsUndo) {
   Open_With(oneTwo);
-  {
-    MessageScript script;
-    script.Expect("Wollen Sie die veränderten Einträge sichern ?", MsgAnswer::No);
-    New_Table();
-  }
+  With_Box("Wollen Sie die veränderten Einträge sichern ?", MsgAnswer::No, [&] { New_Table(); });
   EXPECT_EQ(Entry_Count(), 0);
   EXPECT_EQ(Menu("mnuReset").Caption, "Rückgängig: Einträge neu");
   EXPECT_FALSE(QFile::exists(Path("KARTE_old.MDB")));
@@ -622,8 +596,7 @@ TEST_F(TableFileTest, CompressingTellsBothSizesAndKeepsTheRows) {
   dbEntries->Execute("DELETE FROM MapData WHERE Eintrag LIKE 'x*'");
   rsEntries->Requery();
   Add(Text("bleibt"));
-  MessageScript script;
-  script.Expect("ursprüngliche Größe: ");
+  MessageScript script("ursprüngliche Größe: ");
   Compress_Table();
   EXPECT_EQ(script.Seen()[0].title, "Tabelle komprimieren");
   const QStringList lines = script.Seen()[0].text.split('\n');

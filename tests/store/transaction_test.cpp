@@ -58,8 +58,7 @@ TEST_F(TransactionTest, WhatIsTakenBackInsideTakesTheOuterOneBack) {
 TEST_F(TransactionTest, AToldTransactionKeepsTheRowAndTellsTheFault) {
   rsEntries->MoveFirst();
   rsEntries->MoveNext();
-  MessageScript script;
-  script.Expect("Es wurde nichts verändert.");
+  MessageScript script("Es wurde nichts verändert.");
   const bool written = In_Told_Transaction("Titel", [] {
     rsEntries->MoveLast();
     rsEntries->Delete();

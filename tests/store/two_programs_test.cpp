@@ -27,8 +27,7 @@ class TwoPrograms : public TableTest {
     Add(Text("zwei"));
   }
   static void Undo() {
-    MessageScript script;
-    script.Expect("Karteneinträge wieder hergestellt.");
+    MessageScript script("Karteneinträge wieder hergestellt.");
     Undo_Last();
   }
   // Files of the program folder beside those that every program finds there.
@@ -93,8 +92,7 @@ TEST_F(TwoPrograms, NoSnapshotOfAnotherMapIsTaken) {
   }
   ASSERT_EQ(Texts_In(ProgramFolder + "/TEMP.MDB"), QStringList{"Moos"});
   const auto refused = [this] {
-    MessageScript script;
-    script.Expect("Die Sicherungskopie gehört zu einer anderen Tabelle.");
+    MessageScript script("Die Sicherungskopie gehört zu einer anderen Tabelle.");
     EXPECT_FALSE(Save_Table(SaveStep::Restore));
     EXPECT_EQ(Texts(), (QStringList{"eins", "zwei"}));
     EXPECT_FALSE(QFile::exists(Path("Ordner A/langer Name des Ordners/KARTE_bak.mdb")));

@@ -7,19 +7,7 @@
 class BulkTest : public HandTest {
  protected:
   static EntryRow Make(int typ, const QString& id, const QString& text, int x, int y, int x2 = 0, int y2 = 0) {
-    EntryRow row;
-    row.ID = id;
-    row.Eintrag = text;
-    row.Schrift = QStringLiteral("Arial");
-    row.Groesse = 10;
-    row.HG = 0;
-    row.RA = -1;
-    row.Xmap = x;
-    row.Ymap = y;
-    row.Xline = x2;
-    row.Yline = y2;
-    row.Typ = typ;
-    return row;
+    return {id, text, "Arial", 10, 0, 0, -1, x, y, x2, y2, typ};
   }
   // The row is current afterwards; its key.
   static QString Add(const EntryRow& row) {

@@ -10,30 +10,47 @@
 
 #include "platform/file_dialog.h"
 #include "platform/message_box.h"
+#include "platform/progress.h"
 #include "state/global_state.h"
 
 // Scripted message boxes: each expectation is one box with its answer. A box that was not expected, and an expectation
 // without a box, fail the test.
+struct ExpectedBox {
+  QString part;  // stands in the text or the title
+  MsgAnswer answer = MsgAnswer::Ok;
+};
 class MessageScript {
  public:
-  MessageScript();
+  MessageScript(std::initializer_list<ExpectedBox> boxes = {});
+  explicit MessageScript(const QString& part, MsgAnswer answer = MsgAnswer::Ok) : MessageScript({{part, answer}}) {}
+  explicit MessageScript(MsgAnswer toAll) : MessageScript() { AllowAny(toAll); }
   ~MessageScript();
-  // `part` must stand in the text or the title.
   MessageScript& Expect(const QString& part, MsgAnswer answer = MsgAnswer::Ok);
   MessageScript& AllowAny(MsgAnswer answer);  // every further box gets this answer
   const std::vector<MsgRequest>& Seen() const { return seen; }
 
  private:
-  std::deque<std::pair<QString, MsgAnswer>> expected;
+  std::deque<ExpectedBox> expected;
   std::optional<MsgAnswer> any;
   std::vector<MsgRequest> seen;
   MsgHandler former;
 };
 
+// Work that shows one box, and what the work gives.
+template <class Work>
+auto With_Box(const QString& part, MsgAnswer answer, Work work) {
+  const MessageScript script(part, answer);
+  return work();
+}
+template <class Work>
+auto With_Box(const QString& part, Work work) {
+  return With_Box(part, MsgAnswer::Ok, work);
+}
+
 // Scripted file dialogs: answers in order; an unexpected dialog fails the test.
 class FileDialogScript {
  public:
-  FileDialogScript();
+  FileDialogScript(std::initializer_list<std::optional<QString>> paths = {});
   ~FileDialogScript();
   FileDialogScript& Answer(std::optional<QString> path);
   const std::vector<FileRequest>& Seen() const { return seen; }
@@ -55,6 +72,19 @@ class FluraxTest : public ::testing::Test {
 
   QTemporaryDir folder;
 };
+
+// While it lives the user stops all work at that unit.
+class StopWorkAt {
+ public:
+  explicit StopWorkAt(int unit);
+  ~StopWorkAt();
+
+ private:
+  ProgressMaker former;
+};
+
+// What a program of the machine writes; it must be there.
+QString Run_Tool(const QString& program, const QStringList& arguments);
 
 std::ostream& operator<<(std::ostream& out, const QString& text);
 // The test framework would print a text as a list of characters.

@@ -9,13 +9,14 @@
 #include "store/vertex_table.h"
 #include "support/fixture.h"
 #include "support/map_room.h"
+#include "support/rows.h"
 #include "tools/drag.h"
 #include "tools/mouse.h"
 #include "view/redraw.h"
 #include "view/view.h"
 
 // An open map of 1600 x 1200 pixels in a window of 820 x 620, and the ways of a user's hand on it.
-class HandTest : public FluraxTest {
+class HandTest : public FluraxTest, public RowsOfTable {
  protected:
   void SetUp() override {
     FluraxTest::SetUp();
@@ -32,48 +33,17 @@ class HandTest : public FluraxTest {
   }
 
   static EntryRow Text_Row(const QString& text, int x, int y, int typ = 0) {
-    EntryRow row;
-    row.ID = QStringLiteral("Text");
-    row.Eintrag = text;
-    row.Schrift = QStringLiteral("Arial");
-    row.Groesse = 12;
-    row.HG = 14;
-    row.RA = -100;
-    row.Xmap = x;
-    row.Ymap = y;
-    row.Typ = typ;
-    return row;
+    return {"Text", text, "Arial", 12, 0, 14, -100, x, y, 0, 0, typ};
   }
   static EntryRow Figure_Row(int kind, QRect box) {
-    EntryRow row = Text_Row(QStringLiteral("Figur"), box.x(), box.y(), kind);
-    row.ID = QStringLiteral("Figur1");
-    row.Schrift = QStringLiteral("F 1");
-    row.Xline = box.width();
-    row.Yline = box.height();
-    return row;
+    return {"Figur1", "Figur", "F 1", 12, 0, 14, -100, box.x(), box.y(), box.width(), box.height(), kind};
   }
   // A line or area; without vertices its table is missing.
   static EntryRow Poly_Row(const QString& name, int labelX, int labelY, const std::vector<QPoint>& vertices) {
-    EntryRow row = Text_Row(name, labelX, labelY, 4);
-    row.ID = name;
-    row.Xline = row.Yline = 1;
-    if (vertices.empty()) return row;
-    Create_Vertex_Table(name);
-    Write_Vertices(name, vertices);
-    return row;
+    if (!vertices.empty()) Create_Vertex_Table(name);
+    if (!vertices.empty()) Write_Vertices(name, vertices);
+    return {name, name, "Arial", 12, 0, 14, -100, labelX, labelY, 1, 1, 4};
   }
-  static QString Add(const EntryRow& row) {
-    Append_Entry(row);
-    const KeepCurrentRow keep;
-    rsEntries->MoveLast();
-    return rsEntries->Bookmark();
-  }
-  static EntryRow Row(const QString& bookmark) {
-    const KeepCurrentRow keep;
-    rsEntries->SetBookmark(bookmark);
-    return Read_Entry(*rsEntries);
-  }
-  static QPoint At(const QString& bookmark) { return {Row(bookmark).Xmap, Row(bookmark).Ymap}; }
 
   static void Click(QPoint at, MouseKeys keys = {}) {
     Map_Mouse_Down(at, MouseButton::Left, keys);

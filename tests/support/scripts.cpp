@@ -1,12 +1,33 @@
+#include <QProcess>
 #include <ostream>
 #include <utility>
 
 #include "support/fixture.h"
 
+namespace {
+struct Stopper : ProgressFace {
+  explicit Stopper(int unit) : last(unit) {}
+  void Show(const QString&, int) override {}
+  bool Step(int done) override { return done < last; }
+  int Delay() const override { return 0; }
+  int last;
+};
+}  // namespace
+
+StopWorkAt::StopWorkAt(int unit) : former(Set_Progress_Maker([unit] { return std::make_unique<Stopper>(unit); })) {}
+StopWorkAt::~StopWorkAt() { Set_Progress_Maker(std::move(former)); }
+
+QString Run_Tool(const QString& program, const QStringList& arguments) {
+  QProcess process;
+  process.start(program, arguments);
+  EXPECT_TRUE(process.waitForFinished()) << program << " is missing";
+  return QString::fromUtf8(process.readAllStandardOutput());
+}
+
 std::ostream& operator<<(std::ostream& out, const QString& text) { return out << '"' << text.toStdString() << '"'; }
 void PrintTo(const QString& text, std::ostream* out) { *out << text; }
 
-MessageScript::MessageScript() {
+MessageScript::MessageScript(std::initializer_list<ExpectedBox> boxes) : expected(boxes) {
   former = Set_Message_Handler([this](const MsgRequest& request) {
     seen.push_back(request);
     if (!expected.empty()) {
@@ -33,7 +54,7 @@ MessageScript::~MessageScript() {
 }
 
 MessageScript& MessageScript::Expect(const QString& part, MsgAnswer answer) {
-  expected.emplace_back(part, answer);
+  expected.push_back({part, answer});
   return *this;
 }
 
@@ -42,7 +63,7 @@ MessageScript& MessageScript::AllowAny(MsgAnswer answer) {
   return *this;
 }
 
-FileDialogScript::FileDialogScript() {
+FileDialogScript::FileDialogScript(std::initializer_list<std::optional<QString>> paths) : answers(paths) {
   former = Set_File_Dialog_Handler([this](const FileRequest& request) -> std::optional<QString> {
     seen.push_back(request);
     if (answers.empty()) {

@@ -53,15 +53,7 @@ class TableTest : public FluraxTest {
     FluraxTest::TearDown();
   }
   static EntryRow Text(const QString& text, int x = 10, int y = 20) {
-    EntryRow row;
-    row.ID = QStringLiteral("Text");
-    row.Eintrag = text;
-    row.Schrift = QStringLiteral("Arial");
-    row.Groesse = 10;
-    row.HG = 15;
-    row.Xmap = x;
-    row.Ymap = y;
-    return row;
+    return {.ID = "Text", .Eintrag = text, .Schrift = "Arial", .Groesse = 10, .HG = 15, .Xmap = x, .Ymap = y};
   }
   static EntryRow Entry(const QString& id, int typ, const QString& text = QStringLiteral("x")) {
     EntryRow row = Text(text);

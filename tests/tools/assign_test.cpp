@@ -37,8 +37,7 @@ TEST_F(Assign, MarkedRowsTakeTheAreaOrLineInHand) {
   EXPECT_EQ(Row(line).ID, QString("-Linie12 - P0110L1.0B1.0"));
 
   const QString full = Add(Make(100, QString(75, 'x'), "", 1, 1));
-  MessageScript script;
-  script.Expect("Fläche oder Linie").Expect("84 Zeichen");
+  MessageScript script{{"Fläche oder Linie"}, {"84 Zeichen"}};
   Assign_Entries(AssignKind::MarkedToArea);
   Go(area);
   Assign_Entries(AssignKind::MarkedToArea);

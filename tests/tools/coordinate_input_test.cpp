@@ -4,6 +4,7 @@
 #include "maps/map_coordinates.h"
 #include "state/coordinate_state.h"
 #include "support/hand_fixture.h"
+#include "support/nets.h"
 #include "support/pixels.h"
 
 namespace {
@@ -13,20 +14,8 @@ class CoordinateTest : public HandTest {
  protected:
   void SetUp() override {
     HandTest::SetUp();
-    Coord = {};
-    Coord.Grid = gridUtm;
-    Coord.MapWidthPx = 1600;
-    Coord.MapHeightPx = 1200;
-    Coord.Xmap = 100;
-    Coord.Ymap = 1100;
-    Coord.GridR = 646000;
-    Coord.GridH = 5512000;
-    Coord.Gwidth = 1000;
-    Coord.Xline = Coord.Yline = 200;
-    Coord.MeterPerPix = 5;
+    Coord = Utm_Net({1600, 1200}, {100, 1100}, 200);
     Coord.GridVG = 12;
-    Coord.GridDatum = QStringLiteral("WGS-84");
-    Coord.ZoneText = QStringLiteral("32U");
     Build_Metric_Net(Coord);
     frmMDI.mouseUnit = MouseUnit::Coordinates;
   }
@@ -73,45 +62,31 @@ TEST_F(CoordinateTest, PlacesOffTheMapAreTold) {
       {Typed("6470x", "5512000"), "keine Koordinate"},
       {Typed("646000", "9e12"), "zu groß"}};
   for (const auto& [typed, text] : cases) {
-    MessageScript script;
-    script.Expect(QString::fromUtf8(text));
+    MessageScript script(QString::fromUtf8(text));
     EXPECT_FALSE(GridPix(form(), typed)) << text;
     EXPECT_EQ(script.Seen()[0].title, QStringLiteral("UTM - Koordinateneingabe"));
   }
 }
 
 TEST_F(CoordinateTest, AnEntryGoesToItsPlaceThenItsFootPoint) {
-  EntryRow row = Text_Row(QStringLiteral("Fund"), 50, 60, 1);
-  row.Xline = 90;
-  row.Yline = 120;
-  Append_Entry(row);
-  rsEntries->MoveLast();
-  const QString key = rsEntries->Bookmark();
+  const QString key = Add({"Text", "Fund", "Arial", 12, 0, 14, -100, 50, 60, 90, 120, 1});
+  const auto places = [&key] { return std::pair(At(key), QPoint(Row(key).Xline, Row(key).Yline)); };
   TakenPosition taken;
-  {
-    MessageScript script;
-    script.Expect(QStringLiteral("Karteneintrag aus"));
+  With_Box(QStringLiteral("Karteneintrag aus"), [&] {
     EXPECT_FALSE(Take_Position(taken, {{300, 100}, 647001, 5517002}, QStringLiteral("Titel")));
-  }
+  });
   ASSERT_TRUE(Take_Entry(key));
   ASSERT_TRUE(Take_Position(taken, {{300, 100}, 647001, 5517002}, QStringLiteral("Titel")));
   EXPECT_TRUE(Foot_Is_Next(taken));
   EXPECT_EQ(InfoBar.Panel[1], QStringLiteral("Ost:647 001   Nord:5517 002 m")) << "as entered";
   ASSERT_TRUE(Take_Position(taken, {{320, 150}, 647100, 5516750}, QStringLiteral("Titel")));
-  rsEntries->SetBookmark(key);
-  EntryRow now = Read_Entry(*rsEntries);
-  EXPECT_EQ(QPoint(now.Xmap, now.Ymap), QPoint(300, 100));
-  EXPECT_EQ(QPoint(now.Xline, now.Yline), QPoint(320, 150));
+  EXPECT_EQ(places(), std::pair(QPoint(300, 100), QPoint(320, 150)));
   Take_Position_Back(taken, QStringLiteral("Titel"));
-  rsEntries->SetBookmark(key);
-  now = Read_Entry(*rsEntries);
-  EXPECT_EQ(QPoint(now.Xmap, now.Ymap), QPoint(50, 60));
-  EXPECT_EQ(QPoint(now.Xline, now.Yline), QPoint(90, 120));
+  EXPECT_EQ(places(), std::pair(QPoint(50, 60), QPoint(90, 120)));
 }
 
 TEST_F(CoordinateTest, TheNetLiesOverTheEntriesWhileItIsShown) {
-  EntryRow row = Text_Row(QStringLiteral("breiter Text auf der Linie"), 250, 100);
-  Append_Entry(row);
+  Append_Entry(Text_Row(QStringLiteral("breiter Text auf der Linie"), 250, 100));
   const QPoint onLine(300, 105);
   const auto color = [&] { return Map.canvas.pixel(onLine) | black; };
   GridVisible = false;

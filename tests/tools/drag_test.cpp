@@ -7,10 +7,7 @@ namespace {
 using DragTest = HandTest;
 
 TEST_F(DragTest, ATextGoesWithItsLeadAndLeavesItsFootPoint) {
-  EntryRow row = Text_Row("Amsel", 100, 100, 1);
-  row.Xline = 300;
-  row.Yline = 300;
-  const QString amsel = Add(row);
+  const QString amsel = Add({"Text", "Amsel", "Arial", 12, 0, 14, -100, 100, 100, 300, 300, 1});
   Map_Redraw();
   Drag({110, 108}, {160, 138});  // taken and dragged in one move
   EXPECT_EQ(At(amsel), QPoint(150, 130));
@@ -99,19 +96,11 @@ TEST_F(DragTest, LinesGoWithTheirVerticesAndLabelsAlone) {
 }
 
 TEST_F(DragTest, FreeFiguresAndPlanSquaresAndScales) {
-  EntryRow free = Figure_Row(24, {200, 200, 100, 50});
-  free.ID = QStringLiteral("Figur7");
-  Create_Vertex_Table(free.ID);
-  Write_Vertices(free.ID, {{200, 200}, {300, 200}, {300, 250}});
-  EntryRow square = Figure_Row(16, {400, 100, 0, 0});
-  square.Xline = 450;
-  square.Yline = 150;
-  EntryRow scale = Text_Row(" m", 100, 500, 11);
-  scale.ID = QStringLiteral("Maßstab");
-  scale.Groesse = 100;
-  scale.Xline = 300;
-  scale.Yline = 500;
-  const QString figure = Add(free), plan = Add(square), bar = Add(scale);
+  Create_Vertex_Table("Figur7");
+  Write_Vertices("Figur7", {{200, 200}, {300, 200}, {300, 250}});
+  const QString figure = Add({"Figur7", "Figur", "F 1", 12, 0, 14, -100, 200, 200, 100, 50, 24}),
+                plan = Add(Figure_Row(16, {400, 100, 450, 150})),
+                bar = Add({"Maßstab", " m", "Arial", 100, 0, 14, -100, 100, 500, 300, 500, 11});
   Map_Redraw();
   ASSERT_TRUE(Take_Entry(figure));
   Drag({300, 250}, {400, 300});  // its lower right handle: twice the size
@@ -139,8 +128,7 @@ TEST_F(DragTest, GroupsGoTogetherOrNotAtAll) {
   far.ID = first.ID;
   const QString c = Add(far);
   Map_Redraw();
-  MessageScript script;
-  script.Expect(QStringLiteral("32767"));
+  MessageScript script(QStringLiteral("32767"));
   Move_In_Hand(1000, 0);
   EXPECT_EQ(At(a), QPoint(140, 120));
   EXPECT_EQ(At(b), QPoint(240, 170));
@@ -151,9 +139,7 @@ TEST_F(DragTest, GroupsGoTogetherOrNotAtAll) {
 
 TEST_F(DragTest, PicturesKeepTheirShapeWhenSized) {
   ASSERT_TRUE(Make_Canvas(40, 30, qRgb(200, 0, 0)).save(Path(QStringLiteral("Vogel.png"))));
-  EntryRow row = Text_Row("Vogel.png", 100, 100, 5);
-  row.ID = QStringLiteral("Bild");
-  const QString picture = Add(row);
+  const QString picture = Add({"Bild", "Vogel.png", "Arial", 12, 0, 14, -100, 100, 100, 0, 0, 5});
   Map_Redraw();
   Drag({120, 115}, {170, 145});
   EXPECT_EQ(At(picture), QPoint(150, 130));
@@ -167,8 +153,7 @@ TEST_F(DragTest, PicturesKeepTheirShapeWhenSized) {
 TEST_F(DragTest, PositionsStayWithinTheirRange) {
   const QString line = Add(Poly_Row("Linie1", 100, 100, {{-14990, 100}, {200, 200}}));
   ASSERT_TRUE(Take_Entry(line));
-  MessageScript script;
-  script.Expect(QStringLiteral("zu weit"));
+  MessageScript script(QStringLiteral("zu weit"));
   Move_In_Hand(-20, 0);
   EXPECT_EQ(At(line), QPoint(100, 100));
   EXPECT_EQ(Load_Vertices("Linie1").front(), QPoint(-14990, 100));
@@ -178,8 +163,7 @@ TEST_F(DragTest, OutOfTheWindowAsksWhetherToDelete) {
   const QString amsel = Add(Text_Row("Amsel", 100, 100));
   Map_Redraw();
   for (const MsgAnswer answer : {MsgAnswer::No, MsgAnswer::Yes}) {
-    MessageScript script;
-    script.Expect(QStringLiteral("über den Rand der Anwendung hinausbewegt"), answer);
+    MessageScript script(QStringLiteral("über den Rand der Anwendung hinausbewegt"), answer);
     Drag({110, 108}, {900, 300});
     EXPECT_EQ(rsEntries->HasRow(amsel), answer == MsgAnswer::No);
     if (answer == MsgAnswer::No) {
@@ -200,8 +184,7 @@ TEST_F(DragTest, AChangedTextIsStoredBeforeItMoves) {
   EXPECT_EQ(Row(amsel).Eintrag, QStringLiteral("Star"));
   EXPECT_EQ(At(amsel), QPoint(121, 141));
   Text_Typed(QString(80, u'x'));
-  MessageScript script;
-  script.Expect(QStringLiteral("80 Zeichen"));
+  MessageScript script(QStringLiteral("80 Zeichen"));
   const QPoint again(Map.Text2.Left - 5, Map.Text2.Top - 5);
   Drag(again, again + QPoint(10, 20));
   EXPECT_EQ(At(amsel), QPoint(121, 141));

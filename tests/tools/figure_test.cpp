@@ -132,14 +132,12 @@ TEST_F(FigureTest, KindAndSizeOfTheFigureInHandCanBeTakenBack) {
   EXPECT_EQ(Map.InHand, key);
   EXPECT_EQ(Menu(QStringLiteral("mnuReset")).Caption, QStringLiteral("Rückgängig: Figur ändern"));
   for (const QSize bad : {QSize(0, 5), QSize(5, -1), QSize(32768, 5), QSize(32700, 32700)}) {
-    MessageScript messages;
-    messages.Expect(QStringLiteral("Figur"));
+    MessageScript messages(QStringLiteral("Figur"));
     EXPECT_FALSE(Change_Figure(EntryKind::Rectangle, bad.width(), bad.height())) << bad.width();
     EXPECT_EQ(Place(Row(key)), QRect(100, 80, 70, 70));
   }
   End_Entry();
-  MessageScript messages;
-  messages.AllowAny(MsgAnswer::Ok);
+  MessageScript messages(MsgAnswer::Ok);
   Undo_Last();
   EXPECT_EQ(Place(Row(key)), QRect(100, 80, 60, 40));
 }
@@ -168,8 +166,7 @@ TEST_F(FigureTest, FreeFiguresAreDrawnPointByPoint) {
   EXPECT_EQ(InHand().Typ, 25);
   EXPECT_EQ(Place(InHand()), QRect(0, 0, 50, 50));
   EXPECT_EQ(Load_Vertices(QStringLiteral("Figur1")), twice);
-  MessageScript messages;
-  messages.Expect(QStringLiteral("mindestens 3")).Expect(QStringLiteral("-15000")).Expect(QStringLiteral("32767"));
+  MessageScript messages{{QStringLiteral("mindestens 3")}, {QStringLiteral("-15000")}, {QStringLiteral("32767")}};
   EXPECT_FALSE(Change_Free_Figure({{0, 0}, {50, 0}}, true));
   EXPECT_FALSE(Change_Free_Figure({{0, 0}, {50, 0}, {-16000, 5}}, true));
   EXPECT_FALSE(Change_Free_Figure({{0, 0}, {50, 0}, {40000, 5}}, true));
@@ -187,8 +184,7 @@ TEST_F(FigureTest, FreeFiguresAreDrawnPointByPoint) {
 
 TEST_F(FigureTest, AFigureWithoutANumberIsToldAndNothingIsMade) {
   Add(Named(Figure_Row(20, {1, 1, 9, 9}), "Figur"));
-  MessageScript messages;
-  messages.Expect(QStringLiteral("Keine Nummer ")).Expect(QStringLiteral("Keine Nummer "));
+  MessageScript messages{{QStringLiteral("Keine Nummer ")}, {QStringLiteral("Keine Nummer ")}};
   EXPECT_FALSE(Place_Figure({5, 5}));
   EXPECT_FALSE(Add_Free_Figure({{0, 0}, {9, 0}, {0, 9}}, false));
   ASSERT_EQ(messages.Seen().size(), 2U);
@@ -298,8 +294,7 @@ TEST_F(FigureTest, ADeletedFigureTakesItsExtrasAlong) {
   Take(Figure_Row(22, {100, 200, 100, 60}));
   ASSERT_TRUE(Set_Figure_Properties(0, {true, true, true, true, true}));
   ASSERT_GT(Entry_Count(), 5);
-  MessageScript messages;
-  messages.AllowAny(MsgAnswer::No);
+  MessageScript messages(MsgAnswer::No);
   Map_Key(Qt::Key_Delete, {});
   EXPECT_GT(Entry_Count(), 5) << "the question was answered with no";
   messages.AllowAny(MsgAnswer::Yes);
@@ -329,8 +324,7 @@ TEST_F(FigureTest, TheMouseTurnsTheFigureInHand) {
 
 TEST_F(FigureTest, TellsWhereNoFigureIsInHand) {
   Take(Text_Row(QStringLiteral("Eiche"), 50, 50));
-  MessageScript messages;
-  messages.Expect(QStringLiteral("Keine aktive Figur"));
+  MessageScript messages(QStringLiteral("Keine aktive Figur"));
   EXPECT_FALSE(Show_Figure());
   EXPECT_EQ(messages.Seen()[0].title, QStringLiteral("Error"));
   EXPECT_FALSE(Set_Figure_Properties(10, allExtras));

@@ -58,16 +58,11 @@ TEST_F(FootPointTest, StaysInTheViewAndCanBeGivenUp) {
 }
 
 TEST_F(FootPointTest, IsRemovedAfterAQuestion) {
-  const QString text = Add([] {
-    EntryRow row = Text_Row(QStringLiteral("Elster"), 100, 100, 2);
-    row.Xline = 300, row.Yline = 200;
-    return row;
-  }());
+  const QString text = Add({"Text", "Elster", "Arial", 12, 0, 14, -100, 100, 100, 300, 200, 2});
   ASSERT_TRUE(Take_Entry(text));
   Tbl.Tag.clear();
-  MessageScript messages;
-  messages.Expect(QStringLiteral("Fußpunkt für den Text: Elster entfernen?"), MsgAnswer::No);
-  messages.Expect(QStringLiteral("Fußpunkt für den Text: Elster entfernen?"), MsgAnswer::Yes);
+  const QString question = "Fußpunkt für den Text: Elster entfernen?";
+  MessageScript messages{{question, MsgAnswer::No}, {question, MsgAnswer::Yes}};
   Change_Foot_Point();
   EXPECT_EQ(Foot(text), QPoint(300, 200));
   Change_Foot_Point();
@@ -82,9 +77,7 @@ TEST_F(FootPointTest, EndMarkIsTheKind) {
     int typ, shown, after;
   };
   for (const Case& c : {Case{0, 1, 3}, {1, 1, 3}, {102, 2, 103}, {3, 3, 3}, {5, 0, 5}, {7, 0, 7}, {-1, 0, -1}}) {
-    EntryRow row = Text_Row(QStringLiteral("Elster"), 100, 100, c.typ);
-    row.Xline = 300, row.Yline = 200;
-    const QString text = Add(row);
+    const QString text = Add({"Text", "Elster", "Arial", 12, 0, 14, -100, 100, 100, 300, 200, c.typ});
     Map_Redraw();
     ASSERT_TRUE(Take_Entry(text)) << c.typ;
     EXPECT_EQ(End_Mark_In_Hand(), c.shown) << c.typ;

@@ -55,10 +55,7 @@ TEST_F(Mouse, AClickThroughTheEntryInHandMeansTheOneAbove) {
 }
 
 TEST_F(Mouse, FootPointsAreGrippedAtOnce) {
-  EntryRow row = Text_Row("Amsel", 100, 100, 3);
-  row.Xline = 300;
-  row.Yline = 300;
-  const QString amsel = Add(row);
+  const QString amsel = Add({"Text", "Amsel", "Arial", 12, 0, 14, -100, 100, 100, 300, 300, 3});
   Map_Redraw();
   Drag({300, 300}, {350, 320});
   EXPECT_EQ(Map.InHand, amsel);
@@ -92,8 +89,7 @@ TEST_F(Mouse, KeysForTheEntryInHand) {
   int ends = 0;
   events.EndWanted.Connect([&] { ++ends; });
   for (const MsgAnswer answer : {MsgAnswer::No, MsgAnswer::Yes}) {
-    MessageScript script;
-    script.Expect(QStringLiteral("Pause / Unterbrechen"), answer);
+    MessageScript script(QStringLiteral("Pause / Unterbrechen"), answer);
     EXPECT_TRUE(Map_Key(Qt::Key_Pause, {}));
   }
   EXPECT_EQ(ends, 1);

@@ -2,7 +2,6 @@
 
 #include "edit/entry_look.h"
 #include "plansquares/raster_rows.h"
-#include "platform/progress.h"
 #include "support/bulk_fixture.h"
 #include "support/looks.h"
 #include "support/pixels.h"
@@ -47,8 +46,7 @@ TEST_F(PlanSquaresTest, TakenOverAsRowsAndTakenBackByUndo) {
   EXPECT_TRUE(frmMDI.HasPlanSquares);
   EXPECT_EQ(Text_Now("mnuRasterAktiv"), "de-aktivieren");
   EXPECT_EQ(Menu(QStringLiteral("mnuReset")).Caption, "Rückgängig: Raster übernehmen");
-  MessageScript messages;
-  messages.AllowAny(MsgAnswer::Ok);
+  MessageScript messages(MsgAnswer::Ok);
   Undo_Last();
   QStringList after = Whole_Table();
   EXPECT_EQ(after, before);
@@ -58,14 +56,10 @@ TEST_F(PlanSquaresTest, TakenOverAsRowsAndTakenBackByUndo) {
 TEST_F(PlanSquaresTest, ASecondRasterAsksAndReplacesTheFirst) {
   ASSERT_TRUE(Take_Raster_On_Map(Raster(100, LabelPlace::None)));
   const QStringList first = Whole_Table();
-  {
-    MessageScript messages;
-    messages.Expect(QStringLiteral("Planquadrate sind bereits"), MsgAnswer::Cancel);
-    EXPECT_FALSE(Take_Raster_On_Map(Raster(50, LabelPlace::None)));
-  }
+  With_Box(QStringLiteral("Planquadrate sind bereits"), MsgAnswer::Cancel,
+           [&] { EXPECT_FALSE(Take_Raster_On_Map(Raster(50, LabelPlace::None))); });
   EXPECT_EQ(Whole_Table(), first);
-  MessageScript messages;
-  messages.Expect(QStringLiteral("Planquadrate sind bereits"), MsgAnswer::Ok);
+  MessageScript messages(QStringLiteral("Planquadrate sind bereits"), MsgAnswer::Ok);
   EXPECT_TRUE(Take_Raster_On_Map(Raster(50, LabelPlace::None)));
   EXPECT_EQ(Entry_Count(), 48 + 1);
   const QRectF field = *Raster_Field();
@@ -75,20 +69,11 @@ TEST_F(PlanSquaresTest, ASecondRasterAsksAndReplacesTheFirst) {
 }
 
 TEST_F(PlanSquaresTest, StoppedInTheMiddleNothingHasChanged) {
-  struct Impatient : ProgressFace {
-    void Show(const QString&, int) override {}
-    bool Step(int done) override { return done < 30; }
-    int Delay() const override { return 0; }
-  };
   ASSERT_TRUE(Take_Raster_On_Map(Raster(100, LabelPlace::None)));
   const QStringList before = Whole_Table();
-  const ProgressMaker former = Set_Progress_Maker([] { return std::make_unique<Impatient>(); });
-  {
-    MessageScript messages;
-    messages.Expect(QStringLiteral("Planquadrate sind bereits"), MsgAnswer::Ok);
-    EXPECT_FALSE(Take_Raster_On_Map(Raster(10, LabelPlace::None, 400, 400)));
-  }
-  Set_Progress_Maker(former);
+  const StopWorkAt thirtieth(30);
+  MessageScript messages(QStringLiteral("Planquadrate sind bereits"), MsgAnswer::Ok);
+  EXPECT_FALSE(Take_Raster_On_Map(Raster(10, LabelPlace::None, 400, 400)));
   EXPECT_EQ(Whole_Table(), before);
   EXPECT_EQ(rsEntries->RecordCount(), 14);
   EXPECT_EQ(Typ(Key_Of(QStringLiteral("A-1"))), 16);
@@ -97,8 +82,7 @@ TEST_F(PlanSquaresTest, StoppedInTheMiddleNothingHasChanged) {
 TEST_F(PlanSquaresTest, ARasterThatDoesNotFitIntoTheColumnsLeavesNoRow) {
   RasterPreview far = Raster(100, LabelPlace::None);
   far.plan = Plan({32700, 0, 200, 100}, 50);
-  MessageScript messages;
-  messages.Expect(QStringLiteral("Es wurde nichts verändert."));
+  MessageScript messages(QStringLiteral("Es wurde nichts verändert."));
   EXPECT_FALSE(Take_Raster_On_Map(far));
   EXPECT_EQ(Entry_Count(), 0);
   EXPECT_FALSE(rsEntries->Editing());
@@ -156,8 +140,7 @@ TEST_F(PlanSquaresTest, LabelsStandWhereTheDesignSays) {
     Show_Raster_Preview(Raster(100, place));
     for (const bool table : {false, true}) {
       if (table) {
-        MessageScript messages;
-        messages.AllowAny(MsgAnswer::Ok);
+        MessageScript messages(MsgAnswer::Ok);
         ASSERT_TRUE(Take_Raster_On_Map(Raster(100, place)));
       }
       EXPECT_EQ(Ink(middle) > 0, inMiddle) << static_cast<int>(place) << table;

@@ -41,20 +41,7 @@ TEST_F(PolyEditorTest, WritesWhatWasClicked) {
   CurRA = 204;
   NextShape = {.width = 3, .lineStyle = -2, .ends = LineEnds{.atEnd = true}, .fill = -8};
   EntryRow row = Draw(Kind::Line, {{100, 100}, {200, 150}, {300, 100}});
-  EntryRow expected;
-  expected.ID = "Linie0 - P0010L1.0B1.0";
-  expected.Eintrag = "Linie0";
-  expected.Schrift = "Arial";
-  expected.Groesse = 8;
-  expected.VG = 9;
-  expected.HG = 3;
-  expected.RA = 204;
-  expected.Xmap = 100;
-  expected.Ymap = 100;
-  expected.Xline = 3;
-  expected.Yline = -2;
-  expected.Typ = 4;
-  EXPECT_EQ(row, expected);
+  EXPECT_EQ(row, (EntryRow{"Linie0 - P0010L1.0B1.0", "Linie0", "Arial", 8, 9, 3, 204, 100, 100, 3, -2, 4}));
   EXPECT_EQ(Vertices(row), (std::vector<QPoint>{{100, 100}, {200, 150}, {300, 100}}));
   EXPECT_EQ(Toolbar1.Tag, QStringLiteral("Ln"));
   EXPECT_TRUE(Map.Tool.isEmpty());
@@ -62,10 +49,7 @@ TEST_F(PolyEditorTest, WritesWhatWasClicked) {
 
   NextShape.rounded = true;
   row = Draw(Kind::Area, {{100, 300}, {200, 300}, {150, 400}});
-  EXPECT_EQ(row.ID, QStringLiteral("Flaeche0"));
-  EXPECT_EQ(row.Eintrag, "Flaeche0");
-  EXPECT_EQ(row.Yline, -8);
-  EXPECT_EQ(row.Typ, 40);
+  EXPECT_EQ(std::tie(row.ID, row.Eintrag, row.Yline, row.Typ), std::tuple("Flaeche0", "Flaeche0", -8, 40));
   EXPECT_EQ(Toolbar1.Tag, QStringLiteral("Ply"));
 }
 
@@ -124,8 +108,7 @@ TEST_F(PolyEditorTest, TheThousandAndFirstIsRefusedUnlessATableIsGivenBack) {
   for (int i = 0; i < 1000; ++i) Write_Vertices(QStringLiteral("Flaeche%1").arg(i), {{1, 1}, {2, 2}, {3, 1}});
   dbEntries->CommitTrans();
   {
-    MessageScript script;
-    script.Expect(QStringLiteral("maximale Zahl der Polygone = 1000!"), MsgAnswer::Ok);
+    MessageScript script(QStringLiteral("maximale Zahl der Polygone = 1000!"), MsgAnswer::Ok);
     Poly_Editor(Kind::Area);
     EXPECT_TRUE(Map.Tool.isEmpty());
   }
@@ -231,11 +214,7 @@ TEST_F(LineLookTest, ChangesTheLineInHandElseTheNext) {
 TEST_F(LineLookTest, AreaTemplateGoesRound) {
   const QString source = Take("Flaeche1", {{100, 100}, {300, 100}, {200, 300}});
   EntryRow look = Row(source);
-  look.VG = 4;
-  look.HG = 6;
-  look.RA = -205;
-  look.Yline = -4;
-  look.Xline = 3;
+  std::tie(look.VG, look.HG, look.RA, look.Yline, look.Xline) = std::tuple(4, 6, -205, -4, 3);
   rsEntries->SetBookmark(source);
   Update_Entry(look);
   EXPECT_FALSE(frmMDI.HasTemplate);

@@ -1,67 +1,36 @@
 #include "view/redraw.h"
 
 #include "maps/map_close.h"
-#include "maps/map_open.h"
+#include "plansquares/raster_rows.h"
 #include "platform/files.h"
 #include "platform/surface.h"
 #include "state/dialog_hooks.h"
-#include "state/events.h"
-#include "state/map_state.h"
-#include "state/mdi_state.h"
 #include "state/table_state.h"
-#include "store/entry.h"
-#include "store/vertex_table.h"
-#include "support/fixture.h"
-#include "support/map_room.h"
+#include "support/hand_fixture.h"
+#include "support/pixels.h"
 #include "view/hit_test.h"
 #include "view/picture_cache.h"
-#include "view/view.h"
 
 namespace {
 
-constexpr int frameOff = -100;  // RA without a frame
-
-class Redraw : public FluraxTest {
+class Redraw : public HandTest {
  protected:
-  void SetUp() override {
-    FluraxTest::SetUp();
-    Map.ScaleWidth = frmMDI.InnerWidth = 820;
-    Map.ScaleHeight = frmMDI.InnerHeight = 620;
-    Open_Map(Make_Map(QStringLiteral("Karte.bmp"), 1600, 1200));
-    ASSERT_TRUE(frmMDI.MapOpen);
-    Give_Map_Room(820, 620);
-  }
   static EntryRow Text_Row(int x, int y, const QString& text = QStringLiteral("Text"), int typ = 0) {
-    EntryRow row;
-    row.ID = QStringLiteral("Text");
-    row.Eintrag = text;
-    row.Schrift = QStringLiteral("Arial");
-    row.Groesse = 12;
-    row.VG = 0;
-    row.HG = 14;
-    row.RA = frameOff;
-    row.Xmap = x;
-    row.Ymap = y;
-    row.Typ = typ;
-    return row;
+    return HandTest::Text_Row(text, x, y, typ);
   }
   static EntryRow Figure_Row(int kind, QRect box, const QString& fill = QStringLiteral("F 1")) {
-    EntryRow row = Text_Row(box.x(), box.y(), QStringLiteral("Figur"), kind);
-    row.ID = QStringLiteral("Figur1");
-    row.Schrift = fill;
-    row.HG = 10;
-    row.RA = 12;
-    row.Xline = box.width();
-    row.Yline = box.height();
-    return row;
+    return {"Figur1", "Figur", fill, 12, 0, 10, 12, box.x(), box.y(), box.width(), box.height(), kind};
   }
   static QRgb Pixel(int x, int y) { return Map.canvas.pixel(x, y) | 0xff000000; }
   // Is there any pixel of the colour in the box?
   static bool Has(QRgb color, QRect box) {
-    for (int y = box.top(); y <= box.bottom(); ++y)
-      for (int x = box.left(); x <= box.right(); ++x)
-        if (Pixel(x, y) == color) return true;
-    return false;
+    return Count_Pixels(Map.canvas, box, [color](QRgb at) { return at == color; }) > 0;
+  }
+  // Gives the last row these values, and draws.
+  static void Draw_Last(const EntryRow& row) {
+    rsEntries->MoveLast();
+    Update_Entry(row);
+    Map_Redraw();
   }
 };
 
@@ -117,21 +86,16 @@ TEST_F(Redraw, MarksFrameTheEntryAndVanishWithIt) {
   Map_Redraw();
   const QImage plain = Map.canvas.copy();
   EntryRow row = Text_Row(200, 200, QStringLiteral("Amsel"), 101);
-  rsEntries->MoveLast();
-  Map.CurBookmark = rsEntries->Bookmark();
-  Update_Entry(row);
-  Map_Redraw();
+  Draw_Last(row);
   EXPECT_EQ(Map.MarkCount, 1);
   EXPECT_EQ(Pixel(200, 202), plain.pixel(200, 202));
   EXPECT_TRUE(Has(qRgb(0, 0, 0), {198, 198, 60, 1}));
   EXPECT_FALSE(Has(qRgb(0, 0, 0), {195, 195, 60, 1}));
   row.Typ = 201;
-  Update_Entry(row);
-  Map_Redraw();
+  Draw_Last(row);
   EXPECT_TRUE(Has(qRgb(0, 0, 0), {195, 195, 60, 1}));
   row.Typ = 0;
-  Update_Entry(row);
-  Map_Redraw();
+  Draw_Last(row);
   EXPECT_EQ(Map.canvas, plain);
   EXPECT_EQ(Map.MarkCount, 0);
 }
@@ -145,17 +109,12 @@ TEST_F(Redraw, SmallSizesKeepTwelvePointsAtEveryZoom) {
   Set_Zoom(2.0);
   EXPECT_EQ(Map.EntryRegions.Row(1).bounds.size(), at100.size());
   row.Groesse = 12;
-  rsEntries->MoveLast();
-  Update_Entry(row);
-  Map_Redraw();
+  Draw_Last(row);
   EXPECT_LT(Map.EntryRegions.Row(1).bounds.width(), at100.width() * 0.7);
 }
 
 TEST_F(Redraw, NothingRightOfOrBelowTheViewButLinesComeInFromTheLeft) {
-  EntryRow row = Text_Row(1000, 100, QStringLiteral("Amsel"), 1);
-  row.HG = 12;
-  row.Xline = 700;
-  row.Yline = 100;
+  EntryRow row{"Text", "Amsel", "Arial", 12, 0, 12, -100, 1000, 100, 700, 100, 1};
   Append_Entry(row);
   Map_Redraw();
   EXPECT_FALSE(Has(QBColor(12), {690, 80, 100, 50}));
@@ -163,31 +122,22 @@ TEST_F(Redraw, NothingRightOfOrBelowTheViewButLinesComeInFromTheLeft) {
   EXPECT_TRUE(Has(QBColor(12), {0, 80, 400, 50}));
   row.Xmap = 700;
   row.Xline = 1000;
-  rsEntries->MoveLast();
-  Update_Entry(row);
-  Map_Redraw();
+  Draw_Last(row);
   EXPECT_TRUE(Has(QBColor(12), {50, 80, 100, 50}));
   EXPECT_EQ(Map.EntryRegions.Count(), 1);  // the foot point alone
   EXPECT_EQ(Map.EntryRegions.Row(1).kind, 500);
 }
 
 TEST_F(Redraw, NorthArrowIsDrawnThoughStoredNegative) {
-  EntryRow row = Text_Row(300, 300, QStringLiteral("Nordpfeil"), -12);
-  row.ID = QStringLiteral("Np");
-  row.Groesse = -8;
-  Append_Entry(row);
+  Append_Entry({"Np", "Nordpfeil", "Arial", -8, 0, 14, -100, 300, 300, 0, 0, -12});
   Map_Redraw();
   EXPECT_EQ(Map.HiddenCount, 0);
   EXPECT_EQ(Map.EntryRegions.Count(), 1);
 }
 
 TEST_F(Redraw, PlanSquaresAreListedInsteadOfHit) {
-  EntryRow row = Figure_Row(16, {100, 100, 200, 200}, QStringLiteral("Arial"));
-  row.ID = QStringLiteral("Plan") + QChar(31) + QStringLiteral("A-1");
-  row.Eintrag = QStringLiteral("A-1");
-  row.Xline = 300;  // the lower right corner
-  row.Yline = 300;
-  Append_Entry(row);
+  const int right = 300, low = 300;  // the lower right corner
+  Append_Entry({Plan_Id("A-1"), "A-1", "Arial", 12, 0, 10, 12, 100, 100, right, low, 16});
   Map_Redraw();
   ASSERT_EQ(Map.PlanLabels.size(), 1U);
   EXPECT_EQ(Map.PlanLabels.front().text, QStringLiteral("A-1"));
@@ -200,13 +150,8 @@ TEST_F(Redraw, PlanSquaresAreListedInsteadOfHit) {
 TEST_F(Redraw, PicturesAreFoundBesideTheMapAndMissingOnesNamed) {
   QImage picture = Make_Canvas(40, 30, qRgb(200, 0, 0));
   ASSERT_TRUE(picture.save(Path(QStringLiteral("Vogel.png"))));
-  EntryRow row = Text_Row(100, 100, QStringLiteral("vogel.PNG"), 5);
-  row.ID = QStringLiteral("Bild");
-  row.Schrift = QStringLiteral("-");
-  Append_Entry(row);
-  row.Ymap = 300;
-  row.Eintrag = QStringLiteral("fehlt.png");
-  Append_Entry(row);
+  Append_Entry({"Bild", "vogel.PNG", "-", 12, 0, 14, -100, 100, 100, 0, 0, 5});
+  Append_Entry({"Bild", "fehlt.png", "-", 12, 0, 14, -100, 100, 300, 0, 0, 5});
   Map_Redraw();
   EXPECT_EQ(Pixel(120, 115), qRgb(200, 0, 0));
   EXPECT_NE(Pixel(140, 115), qRgb(200, 0, 0));
@@ -220,13 +165,7 @@ TEST_F(Redraw, PicturesAreFoundBesideTheMapAndMissingOnesNamed) {
 }
 
 TEST_F(Redraw, LinesAndAreasComeFromTheirTables) {
-  EntryRow row = Text_Row(150, 150, QStringLiteral("Wald"), 4);
-  row.ID = QStringLiteral("Flaeche0");
-  row.Groesse = -8;
-  row.HG = 10;
-  row.RA = 12;
-  row.Xline = 1;
-  row.Yline = 1;
+  EntryRow row{"Flaeche0", "Wald", "Arial", -8, 0, 10, 12, 150, 150, 1, 1, 4};
   Create_Vertex_Table(row.ID);
   Write_Vertices(row.ID, {{100, 100}, {300, 100}, {300, 300}, {100, 300}});
   Append_Entry(row);
@@ -264,16 +203,13 @@ TEST_F(Redraw, AMissingFontIsAskedForOnceAnEntry) {
   QStringList opened;
   dialogHooks.FontWindow = [&](const QString&, const QString& caption) { opened << caption; };
   const QString question = QStringLiteral("Gibt Es Nicht Sans");
-  {
-    MessageScript script;
-    script.Expect(question, MsgAnswer::Cancel);
+  With_Box(question, MsgAnswer::Cancel, [&] {
     Map_Redraw();
     Map_Redraw();
-  }
+  });
   add(2);
   {
-    MessageScript script;
-    script.Expect(question, MsgAnswer::No);
+    MessageScript script(question, MsgAnswer::No);
     script.Expect(question, MsgAnswer::Yes);
     Map_Redraw();
   }
@@ -281,8 +217,7 @@ TEST_F(Redraw, AMissingFontIsAskedForOnceAnEntry) {
   add(2);
   {
     // The next question waits until the font of this one was chosen.
-    MessageScript script;
-    script.Expect(question, MsgAnswer::Yes);
+    MessageScript script(question, MsgAnswer::Yes);
     Map_Redraw();
     script.Expect(question, MsgAnswer::Cancel);
     Map_Redraw();

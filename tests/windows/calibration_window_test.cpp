@@ -1,10 +1,6 @@
-#include <QComboBox>
-#include <QLabel>
-
-#include "dialog_parts.h"
 #include "maps/map_coordinates.h"
 #include "platform/files.h"
-#include "state/coordinate_state.h"
+#include "support/nets.h"
 #include "window_fixture.h"
 
 namespace {
@@ -12,15 +8,10 @@ namespace {
 using CalibrationWindow = WindowTest;
 
 TEST_F(CalibrationWindow, OffersTheFilesAndTakesTheChosenOne) {
-  const QByteArray net =
-      "Grid UTM Zone: 32U D: WGS-84 R: 646000 H: 5512000\nGwidth = 1000\nInclin = 0.01\nXmap = 100\nYmap = 150\n"
-      "Xline = 80\nYline = 80\n";
-  Replace_File(Path(QStringLiteral("Karte.cal")), net);
-  Replace_File(Path(QStringLiteral("Karte neu.cal")), net);
+  for (const char* name : {"Karte.cal", "Karte neu.cal"}) Write_Lines(Path(name), Utm_Calibration({100, 150}, 80));
   When_Shown([](QWidget& dialog) {
     EXPECT_EQ(Part<QComboBox>(dialog, "cmbFiles")->count(), 3);
-    MessageScript script;
-    script.Expect(QStringLiteral("Bitte wählen Sie aus der Auflistung eine Datei aus."));
+    MessageScript script(QStringLiteral("Bitte wählen Sie aus der Auflistung eine Datei aus."));
     Press(dialog, "btnOK");
     Press(dialog, "btnCancel");
   });

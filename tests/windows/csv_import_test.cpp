@@ -1,11 +1,8 @@
-#include <QComboBox>
-#include <QLabel>
-#include <QLineEdit>
-
 #include "maps/note_pads.h"
 #include "platform/files.h"
 #include "state/coordinate_state.h"
 #include "store/entry.h"
+#include "support/nets.h"
 #include "windows/import/frmCSVImport.h"
 #include "windows/window_fixture.h"
 
@@ -16,16 +13,10 @@ class CsvWindowTest : public WindowTest {
   void SetUp() override {
     WindowTest::SetUp();
     Open(600, 400);
-    Coord = {};
-    Coord.Grid = gridUtm;
-    Coord.MapWidthPx = 600;
-    Coord.MapHeightPx = 400;
-    Coord.Ymap = 400;
-    Coord.MeterPerPix = 1;
-    Coord.ZoneNumber = 32;
+    Coord = Utm_Net({600, 400}, {0, 400}, 1000);  // a metre a pixel
+    Coord.GridR = Coord.GridH = 0;
     Choose(QStringLiteral("mnuImportCSV"));
-    dialog = window->findChild<FrmCSVImport*>();
-    ASSERT_NE(dialog, nullptr);
+    dialog = &Shown<FrmCSVImport>();
   }
   void TearDown() override {
     WindowTest::TearDown();
@@ -38,8 +29,7 @@ class CsvWindowTest : public WindowTest {
   void Open_Csv(const QStringList& lines) {
     const QString path = Path(QStringLiteral("Funde.csv"));
     Write_Lines(path, lines);
-    FileDialogScript files;
-    files.Answer(path);
+    FileDialogScript files{path};
     In<QAction>("mnuOpenFile")->trigger();
     EXPECT_EQ(files.Seen().at(0).title, QStringLiteral("CSV-Tabelle Import: Datei (*.csv;*.txt)"));
   }
@@ -59,9 +49,8 @@ TEST_F(CsvWindowTest, ShowsImportsAndOffersTheListOfTheRefused) {
   In<QComboBox>("cmbEintrag")->setCurrentIndex(2);
   EXPECT_TRUE(In<QLabel>("lblWo")->text().contains(QStringLiteral("zu weit rechts")));
   In<QLineEdit>("txtXPix")->setText(QStringLiteral("7"));
-  MessageScript messages;
-  messages.Expect(QStringLiteral("Dachs"), MsgAnswer::No)
-      .Expect(QStringLiteral("1 versetzt, 1 Zeilen"), MsgAnswer::Yes);
+  MessageScript messages{{QStringLiteral("Dachs"), MsgAnswer::No},
+                         {QStringLiteral("1 versetzt, 1 Zeilen"), MsgAnswer::Yes}};
   In<QAction>("mnuImport")->trigger();
   EXPECT_EQ(In<QLabel>("lblMsg")->text(), QStringLiteral("2 Karteneinträge wurden importiert."));
   rsEntries->MoveLast();
@@ -73,8 +62,7 @@ TEST_F(CsvWindowTest, ShowsImportsAndOffersTheListOfTheRefused) {
 
 TEST_F(CsvWindowTest, AFileThatIsRefusedLeavesNothingToImport) {
   Open_Csv({QStringLiteral("#Eintrag;#X;#Y;#UTM"), QStringLiteral("Igel;100;300")});
-  MessageScript messages;
-  messages.Expect(QStringLiteral("Koordinatentyp gefunden"));
+  MessageScript messages(QStringLiteral("Koordinatentyp gefunden"));
   Open_Csv({QStringLiteral("#Eintrag;#X;#Y"), QStringLiteral("Igel;100;300")});
   EXPECT_FALSE(In<QAction>("mnuImport")->isEnabled());
   EXPECT_EQ(In<QComboBox>("cmbEintrag")->count(), 0);

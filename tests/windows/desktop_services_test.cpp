@@ -2,8 +2,6 @@
 
 #include <QMessageBox>
 #include <QProgressDialog>
-#include <QPushButton>
-#include <QTest>
 
 #include "support/fixture.h"
 #include "windows/desktop/desktop_dialogs.h"

@@ -1,14 +1,7 @@
-#include <QCheckBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QListWidget>
 #include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
-#include <QPushButton>
-#include <QRadioButton>
 #include <QTextBrowser>
-#include <QtTest>
 
 #include "maps/map_close.h"
 #include "maps/map_open.h"
@@ -52,24 +45,15 @@ class DialogTest : public FluraxTest {
   }
 };
 
-// Typed over what stands there, as with the keys, so that textEdited is heard.
-void Type(const QWidget& window, const char* name, const QString& text) {
-  auto* edit = Part<QLineEdit>(window, name);
-  edit->selectAll();
-  QTest::keyClicks(edit, text);
-}
-QString Text(const QWidget& window, const char* name) { return Part<QLineEdit>(window, name)->text(); }
-QString Label(const QWidget& window, const char* name) { return Part<QLabel>(window, name)->text(); }
-
 }  // namespace
 
 TEST_F(DialogTest, PaperSizesTurnWithTheOrientation) {
   const FrmMapNeu dialog;
-  EXPECT_EQ(Label(dialog, "lblGroesse"), "210 x 297 mm");
-  EXPECT_EQ(Label(dialog, "lblPixel"), "794 x 1123 Bildpunkte");
+  EXPECT_EQ(Text_In(dialog, "lblGroesse"), "210 x 297 mm");
+  EXPECT_EQ(Text_In(dialog, "lblPixel"), "794 x 1123 Bildpunkte");
   Press(dialog, "optQuer");
-  EXPECT_EQ(Label(dialog, "lblGroesse"), "297 x 210 mm");
-  EXPECT_EQ(Label(dialog, "lblDIN0"), "1189 x 841 mm");
+  EXPECT_EQ(Text_In(dialog, "lblGroesse"), "297 x 210 mm");
+  EXPECT_EQ(Text_In(dialog, "lblDIN0"), "1189 x 841 mm");
   Press(dialog, "optDIN6");
   EXPECT_EQ(dialog.Chosen_Size(), QSizeF(148, 105));
   // Every sheet is half of the one before it, cut to whole millimetres.
@@ -95,11 +79,11 @@ TEST_F(DialogTest, OwnSizesAreTakenWithCommaAndWithinTheLimits) {
     MessageScript script;
     if (!c.good) script.Expect("Bitte geben Sie Breite und Höhe zwischen 10 und 3000 mm ein.");
     if (*c.width)
-      Type(dialog, "txtBreite", QLatin1String(c.width));
+      Type(dialog, "txtBreite", c.width);
     else
       Part<QLineEdit>(dialog, "txtBreite")->clear();
-    Type(dialog, "txtHoehe", QLatin1String(c.height));
-    EXPECT_TRUE(Part<QRadioButton>(dialog, "optUser")->isChecked());
+    Type(dialog, "txtHoehe", c.height);
+    EXPECT_TRUE(Is_Checked(dialog, "optUser"));
     Press(dialog, "cmdOK");
     EXPECT_EQ(dialog.result() == QDialog::Accepted, c.good) << c.width << " x " << c.height;
     EXPECT_EQ(dialog.isVisible(), !c.good);
@@ -107,8 +91,7 @@ TEST_F(DialogTest, OwnSizesAreTakenWithCommaAndWithinTheLimits) {
 }
 
 TEST_F(DialogTest, ANewMapIsWrittenAndOpened) {
-  FileDialogScript files;
-  files.Answer(Path("Leere_Karte.BMP"));
+  FileDialogScript files{Path("Leere_Karte.BMP")};
   When_Shown([](QWidget& dialog) {
     Type(dialog, "txtBreite", "100,5");
     Type(dialog, "txtHoehe", "50");
@@ -136,11 +119,11 @@ TEST_F(DialogTest, TheNumbersOfAMapSizeStayInStep) {
                         Case{false, "txtBildbr", "200", "200 50,00 5000 10000 127,00 254,00"},
                         Case{false, "txtvdpi", "50,8", "200,00 250,00 5000 2000 127,00 50,8"},
                         Case{true, "txthPpM", "10000", "100,00 125,00 10000 4000 254,00 101,60"}}) {
-    Part<QCheckBox>(dialog, "chkStretch")->setChecked(c.stretch);
+    Fill(dialog, "chkStretch", c.stretch);
     if (c.field) Type(dialog, c.field, c.typed);
     QStringList shown;
     for (const char* field : {"txtBildbr", "txtBildho", "txthPpM", "txtvPpM", "txthdpi", "txtvdpi"})
-      shown << Text(dialog, field);
+      shown << Text_In(dialog, field);
     EXPECT_EQ(shown.join(' '), c.after);
   }
 }
@@ -183,8 +166,7 @@ TEST_F(DialogTest, UnusableMapSizesAreRefusedAndEscChangesNothing) {
   for (const char* typed : {"0", "abc", "-5", "0,0001", "200000"}) {
     FrmMapSize dialog;
     dialog.show();
-    MessageScript script;
-    script.Expect("Bitte geben Sie");
+    MessageScript script("Bitte geben Sie");
     Type(dialog, "txtBildbr", QLatin1String(typed));
     Press(dialog, "btnTake");
     EXPECT_TRUE(dialog.isVisible()) << typed;
@@ -202,16 +184,14 @@ TEST_F(DialogTest, PaintProgramsAreAddedChosenAndRemovedWithOkOnly) {
     FrmMalprg dialog;
     Press(dialog, "cmdRemove");
     Press(dialog, "cmdRemove");
-    EXPECT_FALSE(Part<QPushButton>(dialog, "cmdRemove")->isEnabled());
+    EXPECT_FALSE(Is_Enabled(dialog, "cmdRemove"));
     QTest::keyClick(&dialog, Qt::Key_Escape);
     EXPECT_EQ(Paint_Programs(), two);
   }
   const QString plain = Path("text.txt");
   Replace_File(plain, "kein Programm");
-  FileDialogScript files;
-  files.Answer(plain).Answer("/bin/sh").Answer(std::nullopt);
-  MessageScript script;
-  script.Expect("kein Programm, das gestartet werden kann");
+  FileDialogScript files{plain, "/bin/sh", std::nullopt};
+  MessageScript script("kein Programm, das gestartet werden kann");
   FrmMalprg dialog;
   for (int i = 0; i < 3; ++i) Press(dialog, "cmdAdd");
   Press(dialog, "cmdOK");
@@ -230,8 +210,7 @@ TEST_F(DialogTest, AMissingPaintProgramIsToldAndTheListStays) {
   Set_Shell(face);
   FrmMalprgOpen dialog;
   dialog.show();
-  MessageScript script;
-  script.Expect("Dieses Programm wurde nicht gefunden");
+  MessageScript script("Dieses Programm wurde nicht gefunden");
   Press(dialog, "cmdOK");
   EXPECT_TRUE(dialog.isVisible());
   Part<QListWidget>(dialog, "lstMalprg")->setCurrentRow(1);
@@ -247,8 +226,8 @@ TEST_F(DialogTest, TheHooksShowTheWindowsAndBringTheAnswerBack) {
   const SafeModeQuestion question{"/k/Karte.bmp", "/k/KARTE.MDB", "/k/KARTE_BAK.MDB"};
   for (int choice = 0; choice <= 4; ++choice) {
     When_Shown([&](QWidget& dialog) {
-      EXPECT_EQ(Label(dialog, "lblDB"), question.table);
-      EXPECT_EQ(Label(dialog, "lblBakName"), question.backup);
+      EXPECT_EQ(Text_In(dialog, "lblDB"), question.table);
+      EXPECT_EQ(Text_In(dialog, "lblBakName"), question.backup);
       if (choice == 4) return QTest::keyClick(&dialog, Qt::Key_Escape);
       const QByteArray number = QByteArray::number(choice);
       QTest::mouseClick(Part<QLabel>(dialog, "lblChoice" + number), Qt::LeftButton);
@@ -260,7 +239,7 @@ TEST_F(DialogTest, TheHooksShowTheWindowsAndBringTheAnswerBack) {
   QString caption, size;
   When_Shown([&](QWidget& dialog) {
     caption = dialog.windowTitle();
-    size = Label(dialog, "lblGroesse");
+    size = Text_In(dialog, "lblGroesse");
     dialog.close();
   });
   dialogHooks.BigMapHint({3000, 2334}, 24);
@@ -275,14 +254,14 @@ TEST_F(DialogTest, TipsAreTurnedOverAndSwitchedOff) {
   FrmTipps dialog;
   auto* text = Part<QTextBrowser>(dialog, "txtTipp");
   EXPECT_EQ(text->toPlainText(), "Erster");
-  EXPECT_FALSE(Part<QPushButton>(dialog, "cmdBack")->isEnabled());
+  EXPECT_FALSE(Is_Enabled(dialog, "cmdBack"));
   Press(dialog, "cmdNext");
   EXPECT_EQ(text->toPlainText(), "Zweiter\nweiter");
   Press(dialog, "cmdNext");
   EXPECT_EQ(text->toPlainText(), "Dritter");
-  EXPECT_FALSE(Part<QPushButton>(dialog, "cmdNext")->isEnabled());
+  EXPECT_FALSE(Is_Enabled(dialog, "cmdNext"));
 
-  Part<QCheckBox>(dialog, "ckTipps")->setChecked(false);
+  Fill(dialog, "ckTipps", false);
   Press(dialog, "cmdOK");
   EXPECT_FALSE(frmMDI.Tips);
   frmMDI.Tips = true;
@@ -290,7 +269,7 @@ TEST_F(DialogTest, TipsAreTurnedOverAndSwitchedOff) {
   EXPECT_FALSE(frmMDI.Tips);
 
   FrmTipps again;
-  Part<QCheckBox>(again, "ckTipps")->setChecked(true);
+  Fill(again, "ckTipps", true);
   QTest::keyClick(&again, Qt::Key_Escape);
   EXPECT_FALSE(frmMDI.Tips);
 }
@@ -365,8 +344,7 @@ TEST_F(DialogTest, AFullDiskIsToldAndTheOptionsHoldForTheSession) {
   File_Write_Fault = [](const QString&, qint64) { return errors::diskFull; };
   FrmOptions dialog;
   Press(dialog, "ckText");
-  MessageScript script;
-  script.Expect("Error: 61", MsgAnswer::No);
+  MessageScript script("Error: 61", MsgAnswer::No);
   Press(dialog, "cmdApply");
   EXPECT_FALSE(frmMDI.showTexts);
 }
@@ -385,7 +363,7 @@ TEST_F(DialogTest, AZoomFactorIsTakenWithCommaOrPointWithinItsRange) {
     dialog.show();
     MessageScript script;
     if (c.zoom == 0) script.Expect("Bitte geben Sie einen Faktor zwischen 0,05 und 8 ein.");
-    Type(dialog, "txtFaktor", QLatin1String(c.typed));
+    Type(dialog, "txtFaktor", c.typed);
     QTest::keyClick(&dialog, Qt::Key_Return);
     EXPECT_FLOAT_EQ(Map.Zoom, c.zoom == 0 ? 1 : c.zoom) << c.typed;
     EXPECT_EQ(dialog.isVisible(), c.zoom == 0) << c.typed;
@@ -403,7 +381,7 @@ TEST_F(DialogTest, TheZoomWindowStandsAtTheRightEdgeAndRoundsNothingIntoTheMap) 
   FrmBildZoom dialog(&mainWindow);
   dialog.show();
   EXPECT_EQ(dialog.frameGeometry().right() + 1, 50 + 600 - 6);
-  EXPECT_EQ(Text(dialog, "txtFaktor"), "0,33");
+  EXPECT_EQ(Text_In(dialog, "txtFaktor"), "0,33");
   Press(dialog, "cmdOK");
   EXPECT_EQ(Map.Zoom, 3.0F);
 }

@@ -1,10 +1,5 @@
-#include <QCheckBox>
 #include <QGroupBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QListWidget>
 #include <QPointer>
-#include <QRadioButton>
 #include <QTableWidget>
 
 #include "edit/figure_edit.h"
@@ -15,7 +10,6 @@
 #include "windows/canvas/frmEigenschaften.h"
 #include "windows/canvas/frmFigur.h"
 #include "windows/canvas/frmFigurDraw.h"
-#include "windows/dialog_parts.h"
 #include "windows/window_fixture.h"
 
 namespace {
@@ -26,10 +20,6 @@ class FigureWindowsTest : public WindowTest {
     WindowTest::SetUp();
     Open(600, 400);
   }
-  template <typename Dialog>
-  Dialog* Shown() const {
-    return window->findChild<Dialog*>();
-  }
   static EntryRow Figure() { return Figure_In_Hand().value_or(EntryRow{}); }
   static QRect Place() { return {Figure().Xmap, Figure().Ymap, Figure().Xline, Figure().Yline}; }
   void Drag(QPoint from, QPoint to) const {
@@ -37,10 +27,6 @@ class FigureWindowsTest : public WindowTest {
     QTest::mouseMove(Canvas(), (from + to) / 2);
     QTest::mouseMove(Canvas(), to);
     QTest::mouseRelease(Canvas(), Qt::LeftButton, {}, to);
-  }
-  static void Type(const QWidget& dialog, const char* field, const char* text) {
-    Part<QLineEdit>(dialog, field)->selectAll();
-    QTest::keyClicks(Part<QLineEdit>(dialog, field), QLatin1String(text));
   }
 };
 
@@ -50,12 +36,11 @@ TEST_F(FigureWindowsTest, AFigureIsPlacedChangedAndFollowed) {
   int colors = 0;
   dialogHooks.ColorWindow = [&colors] { ++colors; };
   Choose(QStringLiteral("mnuInsFigur"));
-  auto* dialog = Shown<FrmFigur>();
-  ASSERT_NE(dialog, nullptr);
+  auto* dialog = &Shown<FrmFigur>();
   EXPECT_EQ(Canvas()->cursor().shape(), Qt::CrossCursor);
   auto* list = Part<QListWidget>(*dialog, "lstFigur");
   list->setCurrentRow(1);
-  EXPECT_FALSE(Part<QLineEdit>(*dialog, "txtBreite")->isEnabled());
+  EXPECT_FALSE(Is_Enabled(*dialog, "txtBreite"));
   Type(*dialog, "txtLaenge", "80");
   QTest::mouseClick(Canvas(), Qt::LeftButton, {}, {50, 40});
   EXPECT_EQ(Place(), QRect(50, 40, 80, 80));
@@ -69,11 +54,10 @@ TEST_F(FigureWindowsTest, AFigureIsPlacedChangedAndFollowed) {
   Drag({90, 55}, {190, 155});
   EXPECT_EQ(Place(), QRect(150, 140, 80, 30));
   Drag({230, 170}, {250, 200});
-  EXPECT_EQ(Part<QLineEdit>(*dialog, "txtLaenge")->text(), QStringLiteral("100"));
+  EXPECT_EQ(Text_In(*dialog, "txtLaenge"), QStringLiteral("100"));
   for (const char* bad : {"0", "zehn", "-4", "99999"}) {
     Type(*dialog, "txtLaenge", bad);
-    MessageScript messages;
-    messages.Expect(QStringLiteral("Figur"));
+    MessageScript messages(QStringLiteral("Figur"));
     Press(*dialog, "cmdOK");
     EXPECT_EQ(Place().size(), QSize(100, 60)) << bad;
   }
@@ -86,14 +70,13 @@ TEST_F(FigureWindowsTest, AFigureIsPlacedChangedAndFollowed) {
 
 TEST_F(FigureWindowsTest, AFreeFigureIsDrawnAndItsVerticesAreEdited) {
   Choose(QStringLiteral("mnuInsFigur"));
-  Part<QListWidget>(*Shown<FrmFigur>(), "lstFigur")->setCurrentRow(4);
-  auto* dialog = Shown<FrmFigurDraw>();
-  ASSERT_NE(dialog, nullptr);
+  Part<QListWidget>(Shown<FrmFigur>(), "lstFigur")->setCurrentRow(4);
+  auto* dialog = &Shown<FrmFigurDraw>();
   for (const QPoint at : {QPoint(20, 20), {120, 20}, {120, 90}}) QTest::mouseClick(Canvas(), Qt::LeftButton, {}, at);
   QTest::mouseClick(Canvas(), Qt::RightButton, {}, {20, 20});
   auto* table = Part<QTableWidget>(*dialog, "tblPunkte");
   ASSERT_EQ(table->rowCount(), 3);
-  EXPECT_FALSE(Part<QAbstractButton>(*dialog, "btnRemove")->isEnabled());
+  EXPECT_FALSE(Is_Enabled(*dialog, "btnRemove"));
   table->setCurrentCell(2, 0);
   Press(*dialog, "btnInsert");
   table->item(3, 1)->setText(QStringLiteral("150"));
@@ -103,8 +86,7 @@ TEST_F(FigureWindowsTest, AFreeFigureIsDrawnAndItsVerticesAreEdited) {
   Press(*dialog, "optRund");
   EXPECT_EQ(Figure().Typ, 25);
   table->item(0, 0)->setText(QStringLiteral("links"));
-  MessageScript messages;
-  messages.Expect(QStringLiteral("Eckpunkt 1")).Expect(QStringLiteral("32767"));
+  MessageScript messages{{QStringLiteral("Eckpunkt 1")}, {QStringLiteral("32767")}};
   Press(*dialog, "cmdOK");
   table->item(0, 0)->setText(QStringLiteral("70000"));
   Press(*dialog, "cmdOK");
@@ -116,34 +98,32 @@ TEST_F(FigureWindowsTest, PropertiesShowTurnAndMarkTheFigure) {
   NextShape.figure = 22;
   Place_Figure({100, 100});
   Choose(QStringLiteral("mnuEigenschaften"));
-  auto* dialog = Shown<FrmEigenschaften>();
-  ASSERT_NE(dialog, nullptr);
+  auto* dialog = &Shown<FrmEigenschaften>();
   const QImage plain = Part<QLabel>(*dialog, "picFigur")->pixmap().toImage();
   Press(*dialog, "ckLaengsachse");
   Press(*dialog, "ckAchsenText");
   EXPECT_NE(Part<QLabel>(*dialog, "picFigur")->pixmap().toImage(), plain);
   Type(*dialog, "txtWinkel", "-90");
   Press(*dialog, "cmdOK");
-  EXPECT_EQ(Part<QLineEdit>(*dialog, "txtWinkel")->text(), QStringLiteral("270,000"));
+  EXPECT_EQ(Text_In(*dialog, "txtWinkel"), QStringLiteral("270,000"));
   EXPECT_EQ(Figure().Schrift, QStringLiteral("F 1<270"));
   EXPECT_EQ(Extras_Of(Figure()), (FigureExtras{false, false, true, false, true}));
   // A click on the frame, then the mouse on the map; the angle is written where it is clicked.
   QTest::mouseClick(Part<QGroupBox>(*dialog, "fraWinkel"), Qt::LeftButton, {}, {4, 4});
   QTest::mouseMove(Canvas(), {160, 20});
-  EXPECT_EQ(Part<QLineEdit>(*dialog, "txtWinkel")->text(), QStringLiteral("90,000"));
+  EXPECT_EQ(Text_In(*dialog, "txtWinkel"), QStringLiteral("90,000"));
   QTest::mouseClick(Canvas(), Qt::LeftButton, {}, {300, 140});
   EXPECT_EQ(Figure().Schrift, QStringLiteral("F 1"));
   EXPECT_EQ(Extras_Of(Figure()).Laengsachse, true);
-  EXPECT_FALSE(Part<QAbstractButton>(*dialog, "btnDrehen")->isChecked());
+  EXPECT_FALSE(Is_Checked(*dialog, "btnDrehen"));
   // Esc on the map leaves the angle as it was.
   Press(*dialog, "btnDrehen");
   QTest::mouseMove(Canvas(), {160, 20});
   QTest::keyClick(window->findChild<MapWindow*>(), Qt::Key_Escape);
-  EXPECT_EQ(Part<QLineEdit>(*dialog, "txtWinkel")->text(), QStringLiteral("0,000"));
+  EXPECT_EQ(Text_In(*dialog, "txtWinkel"), QStringLiteral("0,000"));
   EXPECT_FALSE(Figure().ID.isEmpty());
   Type(*dialog, "txtWinkel", "schief");
-  MessageScript messages;
-  messages.Expect(QStringLiteral("Winkel"));
+  MessageScript messages(QStringLiteral("Winkel"));
   Press(*dialog, "cmdOK");
   EXPECT_EQ(Figure().Schrift, QStringLiteral("F 1"));
 }

@@ -1,13 +1,7 @@
-#include <QCheckBox>
-#include <QComboBox>
-#include <QLabel>
-#include <QRadioButton>
-
 #include "edit/symbols.h"
 #include "hand/activation.h"
 #include "state/dialog_hooks.h"
 #include "store/entry.h"
-#include "windows/dialog_parts.h"
 #include "windows/objects/frmSchrift.h"
 #include "windows/objects/frmSymbol.h"
 #include "windows/objects/frmTblSymb.h"
@@ -24,31 +18,7 @@ class FontWindows : public WindowTest {
     Open(600, 400);
   }
   static QString Add(const QString& text, const QString& schrift, double size) {
-    EntryRow row;
-    row.ID = QStringLiteral("Text");
-    row.Eintrag = text;
-    row.Schrift = schrift;
-    row.Groesse = size;
-    row.HG = 15;
-    row.Xmap = row.Ymap = 50;
-    Append_Entry(row);
-    const KeepCurrentRow keep;
-    rsEntries->MoveLast();
-    return rsEntries->Bookmark();
-  }
-  static EntryRow Row(const QString& bookmark) {
-    const KeepCurrentRow keep;
-    rsEntries->SetBookmark(bookmark);
-    return Read_Entry(*rsEntries);
-  }
-  template <typename T>
-  T* Shown() const {
-    T* found = window->findChild<T*>();
-    EXPECT_NE(found, nullptr);
-    return found;
-  }
-  static void Set_List(QWidget& dialog, const char* name, const QString& text) {
-    Part<QComboBox>(dialog, name)->setCurrentText(text);
+    return WindowTest::Add({"Text", text, schrift, size, 0, 15, 0, 50, 50, 0, 0, 0});
   }
 };
 
@@ -60,15 +30,15 @@ TEST_F(FontWindows, TheWindowShowsTheRowAndWritesItBack) {
   Map_Redraw();
   ASSERT_TRUE(Take_Entry(bookmark));
   Choose(QStringLiteral("mnuSchrift"));
-  auto& dialog = *Shown<FrmSchrift>();
+  auto& dialog = Shown<FrmSchrift>();
   EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Schrift ändern: Text"));
-  EXPECT_EQ(Part<QComboBox>(dialog, "cmbScript")->currentText(), QStringLiteral("Kyrillisch"));
-  EXPECT_EQ(Part<QComboBox>(dialog, "cmbWinkel")->currentText(), QStringLiteral("22,5"));
-  EXPECT_EQ(Part<QComboBox>(dialog, "cmbFontsize")->currentText(), QStringLiteral("13"));
-  EXPECT_FALSE(Part<QAbstractButton>(dialog, "cmdTake")->isEnabled()) << "nothing to take";
+  EXPECT_EQ(Text_In(dialog, "cmbScript"), QStringLiteral("Kyrillisch"));
+  EXPECT_EQ(Text_In(dialog, "cmbWinkel"), QStringLiteral("22,5"));
+  EXPECT_EQ(Text_In(dialog, "cmbFontsize"), QStringLiteral("13"));
+  EXPECT_FALSE(Is_Enabled(dialog, "cmdTake")) << "nothing to take";
   // The preview changes first, the map when it is taken.
   const QImage before = Part<FontSample>(dialog, "txtMuster")->grab().toImage();
-  Part<QCheckBox>(dialog, "chkTransp")->setChecked(false);
+  Fill(dialog, "chkTransp", false);
   Press(dialog, "cmdRotate");
   EXPECT_NE(Part<FontSample>(dialog, "txtMuster")->grab().toImage(), before);
   EXPECT_EQ(Row(bookmark).Schrift, stored);
@@ -76,50 +46,43 @@ TEST_F(FontWindows, TheWindowShowsTheRowAndWritesItBack) {
   EXPECT_EQ(Row(bookmark).Schrift, QStringLiteral("Courier New-B-I-U-C204<112.5"));
   EXPECT_EQ(Row(bookmark).Groesse, 13);
   // All of it once more by Enter; nonsense is told and nothing written.
-  Part<QRadioButton>(dialog, "optNorm")->setChecked(true);
-  Part<QCheckBox>(dialog, "chkFett")->setChecked(false);
-  Set_List(dialog, "cmbScript", QStringLiteral("Western"));
-  Set_List(dialog, "cmbFontsize", QStringLiteral("riesig"));
-  {
-    MessageScript messages;
-    messages.Expect(QStringLiteral("zwischen 1 und 80"), MsgAnswer::Ok);
-    Press(dialog, "cmdTake");
-  }
-  Set_List(dialog, "cmbFontsize", QStringLiteral("18"));
-  Set_List(dialog, "cmbWinkel", QStringLiteral("-45"));
+  Fill(dialog, "optNorm", true);
+  Fill(dialog, "chkFett", false);
+  Fill(dialog, "cmbScript", QStringLiteral("Western"));
+  Fill(dialog, "cmbFontsize", QStringLiteral("riesig"));
+  With_Box(QStringLiteral("zwischen 1 und 80"), MsgAnswer::Ok, [&] { Press(dialog, "cmdTake"); });
+  Fill(dialog, "cmbFontsize", QStringLiteral("18"));
+  Fill(dialog, "cmbWinkel", QStringLiteral("-45"));
   QTest::keyClick(&dialog, Qt::Key_Return);
   EXPECT_EQ(Row(bookmark).Schrift, QStringLiteral("Courier New-U<315"));
   EXPECT_EQ(Row(bookmark).Groesse, 18);
   // It follows the hand; with nothing in it the next text is meant.
   ASSERT_TRUE(End_Entry());
-  EXPECT_TRUE(
-      Part<QLabel>(dialog, "lblHinweis")->text().startsWith(QStringLiteral("Hinweis: Kein Eintrag aktiviert!")));
+  EXPECT_TRUE(Text_In(dialog, "lblHinweis").startsWith(QStringLiteral("Hinweis: Kein Eintrag aktiviert!")));
   EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Schrift"));
   QTest::keyClick(&dialog, Qt::Key_Escape);
   Settle();
-  EXPECT_EQ(window->findChild<FrmSchrift*>(), nullptr);
+  EXPECT_FALSE(Is_Open<FrmSchrift>());
 }
 
 TEST_F(FontWindows, AMissingFontIsReplacedOnTheWayTheQuestionOpens) {
   const QString bookmark = Add(QStringLiteral("Alt"), QStringLiteral("Gibt Es Nicht-B"), 12);
-  {
-    MessageScript messages;
-    messages.Expect(QStringLiteral("Gibt Es Nicht"), MsgAnswer::Yes);
+  With_Box(QStringLiteral("Gibt Es Nicht"), MsgAnswer::Yes, [&] {
     Map_Redraw();
     Settle();
-  }
-  auto& dialog = *Shown<FrmSchrift>();
+  });
+  auto& dialog = Shown<FrmSchrift>();
   EXPECT_EQ(Map.InHand, bookmark);
   EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Schrift ändern: Gibt Es Nicht"));
-  EXPECT_TRUE(Part<QLabel>(dialog, "lblHinweis")->text().contains(QStringLiteral("nicht vorhanden")));
-  Set_List(dialog, "cmbFont", QStringLiteral("Times New Roman"));
+  EXPECT_TRUE(Text_In(dialog, "lblHinweis").contains(QStringLiteral("nicht vorhanden")));
+  Fill(dialog, "cmbFont", QStringLiteral("Times New Roman"));
   Press(dialog, "cmdTake");
   EXPECT_EQ(Row(bookmark).Schrift, QStringLiteral("Times New Roman-B"));
 }
 
 TEST_F(FontWindows, SymbolsArePickedByMouseAndKeys) {
   Choose(QStringLiteral("mnuInsSymbol"));
-  auto& dialog = *Shown<FrmSymbol>();
+  auto& dialog = Shown<FrmSymbol>();
   EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Schriftart: Wingdings"));
   auto* table = Part<SymbolTable>(dialog, "rgcard");
   EXPECT_EQ(table->Selected(), QChar(u'l'));
@@ -132,7 +95,7 @@ TEST_F(FontWindows, SymbolsArePickedByMouseAndKeys) {
   EXPECT_EQ(Symbol_Sign(), QStringLiteral("J")) << "only Enter takes it";
   QTest::keyClick(table, Qt::Key_Return);
   EXPECT_EQ(Symbol_Sign(), QStringLiteral("["));
-  Set_List(dialog, "cmbFont", QStringLiteral("Symbol"));
+  Fill(dialog, "cmbFont", QStringLiteral("Symbol"));
   EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Schriftart: Symbol"));
   QTest::keyClick(table, Qt::Key_Return);
   EXPECT_EQ(Row(Map.InHand).Schrift, QStringLiteral("Symbol-T"));
@@ -157,8 +120,8 @@ TEST_F(FontWindows, TheTableShowsSignsScriptsAndBoxesWithCodes) {
   Map_Redraw();
   ASSERT_TRUE(Take_Entry(bookmark));
   Choose(QStringLiteral("mnuSchrift"));
-  auto& dialog = *Shown<FrmSchrift>();
-  Set_List(dialog, "cmbScript", QStringLiteral("Griechisch"));
+  auto& dialog = Shown<FrmSchrift>();
+  Fill(dialog, "cmbScript", QStringLiteral("Griechisch"));
   Press(dialog, "cmdZeichen");
   auto* signs = Part<SymbolTable>(*dialog.findChild<FrmTblSymb*>(), "rgcard");
   signs->Select(QChar(0x03B1));

@@ -1,11 +1,9 @@
-#include <QLabel>
-#include <QLineEdit>
-#include "state/coordinate_state.h"
+#include "platform/files.h"
 #include "state/events.h"
+#include "support/nets.h"
 #include "tools/coordinate_input.h"
 #include "view/hit_test.h"
 #include "windows/canvas/frmGPSData.h"
-#include "windows/dialog_parts.h"
 #include "windows/window_fixture.h"
 
 namespace {
@@ -15,20 +13,14 @@ class GpsWindow : public WindowTest {
   void SetUp() override {
     WindowTest::SetUp();
     const QString map = Make_Map(QStringLiteral("Karte.bmp"), 1600, 1200);
-    QFile cal(Path(QStringLiteral("Karte.cal")));
-    ASSERT_TRUE(cal.open(QIODevice::WriteOnly));
-    cal.write(
-        "ID = Test\r\nGrid UTM Zone: 32U D: WGS-84 R: 646000 H: 5512000\r\nGwidth = 1000\r\nInclin = 0.0000001\r\n"
-        "Xmap = 100\r\nYmap = 1100\r\nXline = 200\r\nYline = 200\r\nVG = 12\r\nHG = 15\r\n");
-    cal.close();
-    FileDialogScript files;
-    files.Answer(map);
+    Write_Lines(Path(QStringLiteral("Karte.cal")), Utm_Calibration({100, 1100}, 200, 0.0000001));
+    FileDialogScript files{map};
     Choose(QStringLiteral("mnuFOpen"));
     ASSERT_EQ(Coord.Grid, gridUtm);
   }
   FrmGPSData& Input() {
     Choose(QStringLiteral("mnuGridXYInput"));
-    return *window->findChild<FrmGPSData*>();
+    return Shown<FrmGPSData>();
   }
 };
 
@@ -37,12 +29,11 @@ class GpsWindow : public WindowTest {
 TEST_F(GpsWindow, TypedAndClickedCoordinates) {
   FrmGPSData& input = Input();
   EXPECT_EQ(input.windowTitle(), QStringLiteral("UTM - Koordinateneingabe"));
-  EXPECT_EQ(Part<QLabel>(input, "lblZone")->text(), QStringLiteral("32U"));
+  EXPECT_EQ(Text_In(input, "lblZone"), QStringLiteral("32U"));
   auto* right = Part<QLineEdit>(input, "txtRW");
   auto* high = Part<QLineEdit>(input, "txtHW");
   {  // the start value is no coordinate
-    MessageScript script;
-    script.Expect(QStringLiteral("Bitte geben Sie eine Koordinate ein."));
+    MessageScript script(QStringLiteral("Bitte geben Sie eine Koordinate ein."));
     Press(input, "btnShow");
   }
   events.MapClicked.Emit({300, 100});
@@ -53,8 +44,8 @@ TEST_F(GpsWindow, TypedAndClickedCoordinates) {
   EXPECT_EQ(high->text(), QStringLiteral("5516500"));
   Press(input, "btnShow");
   EXPECT_EQ(Map.PositionMark, QPoint(300, 200));
-  EXPECT_EQ(Part<QAbstractButton>(input, "btnSetback")->text(), QStringLiteral("Zurück"));
-  EXPECT_FALSE(Part<QAbstractButton>(input, "btnTake")->isEnabled());
+  EXPECT_EQ(Text_In(input, "btnSetback"), QStringLiteral("Zurück"));
+  EXPECT_FALSE(Is_Enabled(input, "btnTake"));
   Press(input, "btnSetback");
   EXPECT_FALSE(Map.PositionMark);
   auto* letter = Part<QLineEdit>(input, "txtR");
@@ -83,5 +74,5 @@ TEST_F(GpsWindow, TheMenuFollowsTheNet) {
   EXPECT_EQ(Coord.Grid, gridNone);
   EXPECT_FALSE(window->Action(QStringLiteral("mnuGridXYInput"))->isEnabled());
   QTest::qWait(20);
-  EXPECT_EQ(window->findChild<FrmGPSData*>(), nullptr);
+  EXPECT_FALSE(Is_Open<FrmGPSData>());
 }

@@ -1,7 +1,5 @@
 #include <QClipboard>
-#include <QLabel>
 #include <QMenu>
-#include <QPushButton>
 #include <QTextEdit>
 #include <QToolBar>
 #include <QToolButton>
@@ -31,23 +29,7 @@ class HandTest : public WindowTest {
     Settle();
   }
   static QString Add(const QString& text, int x, int y) {
-    EntryRow row;
-    row.ID = QStringLiteral("Text");
-    row.Eintrag = text;
-    row.Schrift = QStringLiteral("Arial");
-    row.Groesse = 14;
-    row.HG = 15;
-    row.RA = -1;
-    row.Xmap = x;
-    row.Ymap = y;
-    Append_Entry(row);
-    rsEntries->MoveLast();
-    return rsEntries->Bookmark();
-  }
-  static EntryRow Row(const QString& bookmark) {
-    const KeepCurrentRow keep;
-    rsEntries->SetBookmark(bookmark);
-    return Read_Entry(*rsEntries);
+    return WindowTest::Add({"Text", text, "Arial", 14, 0, 15, -1, x, y, 0, 0, 0});
   }
   static QPoint On(const QString& bookmark) {
     const EntryRow row = Row(bookmark);
@@ -154,8 +136,7 @@ TEST_F(HandTest, TextsOf80And254CharactersAreNotCut) {
   const QString typed(75, QLatin1Char('x'));
   Editor()->insertPlainText(typed);
   {
-    MessageScript messages;
-    messages.AllowAny(MsgAnswer::Ok);
+    MessageScript messages(MsgAnswer::Ok);
     QTest::keyClick(Editor(), Qt::Key_Return, Qt::ControlModifier);
     Settle();
     EXPECT_EQ(messages.Seen().size(), 1U);
@@ -163,8 +144,7 @@ TEST_F(HandTest, TextsOf80And254CharactersAreNotCut) {
   EXPECT_TRUE(Editor()->isVisible()) << "the box closed over a text that is not in the table";
   EXPECT_EQ(Editor()->toPlainText(), QStringLiteral("Biber") + typed);
   EXPECT_EQ(Row(second).Eintrag, QStringLiteral("Biber"));
-  MessageScript messages;
-  messages.AllowAny(MsgAnswer::Ok);
+  MessageScript messages(MsgAnswer::Ok);
   Editor()->insertPlainText(QString(200, QLatin1Char('y')));
   EXPECT_EQ(messages.Seen().size(), 1U);
   EXPECT_EQ(Editor()->toPlainText(), QStringLiteral("Biber") + typed) << "the refused text stays in the box";
@@ -184,8 +164,7 @@ TEST_F(HandTest, EditorKeepsItsOwnKeys) {
   QTest::keyClick(Editor(), Qt::Key_Escape);
   // On the map Entf means the entry.
   Click(On(first));
-  MessageScript messages;
-  messages.AllowAny(MsgAnswer::Yes);
+  MessageScript messages(MsgAnswer::Yes);
   Press(Qt::Key_Delete);
   EXPECT_EQ(Entry_Count(), 1);
 }
@@ -203,11 +182,7 @@ TEST_F(HandTest, MarksAlignGroupAndUndo) {
   Settle();
   EXPECT_EQ(Row(first).Xmap, 300);
   EXPECT_EQ(window->Action("mnuReset")->text(), QStringLiteral("Rückgängig: Justieren"));
-  {
-    MessageScript messages;
-    messages.AllowAny(MsgAnswer::Ok);
-    Choose(QStringLiteral("mnuReset"));
-  }
+  With_Box(QStringLiteral("wieder hergestellt"), [&] { Choose(QStringLiteral("mnuReset")); });
   rsEntries->MoveFirst();
   rsEntries->MoveNext();
   EXPECT_EQ(rsEntries->Integer(column::Xmap), 50);
@@ -278,13 +253,7 @@ TEST_F(HandTest, EscEndsTheWaitingForADuplicate) {
 
 // The state of some entries is told only after the entry is in hand: the menus must not lag behind.
 TEST_F(HandTest, MenusBelongToTheEntryInHand) {
-  const QString round = Add(QStringLiteral("Figur"), 400, 60);
-  rsEntries->SetBookmark(round);
-  EntryRow row = Read_Entry(*rsEntries);
-  row.ID = QStringLiteral("Figur1");
-  row.Typ = static_cast<int>(EntryKind::FreeFigureRound);
-  row.Xline = row.Yline = 80;
-  Update_Entry(row);
+  const QString round = WindowTest::Add({"Figur1", "Figur", "Arial", 14, 0, 15, -1, 400, 60, 80, 80, 25});
   for (const auto& [bookmark, kanten] : {std::pair(first, false), std::pair(round, true), std::pair(second, false)}) {
     ASSERT_TRUE(Take_Entry(bookmark));
     EXPECT_EQ(window->Action("mnuKanten")->isEnabled(), kanten) << bookmark;

@@ -1,10 +1,3 @@
-#include <QCheckBox>
-#include <QComboBox>
-#include <QDoubleSpinBox>
-#include <QLabel>
-#include <QRadioButton>
-#include <QTableView>
-
 #include "hand/activation.h"
 #include "hand/next_shape.h"
 #include "state/events.h"
@@ -14,7 +7,6 @@
 #include "store/vertex_table.h"
 #include "tools/mouse.h"
 #include "windows/canvas/frmFlKord.h"
-#include "windows/dialog_parts.h"
 #include "windows/objects/frmLineEndpunkte.h"
 #include "windows/objects/frmLnStil.h"
 #include "windows/window_fixture.h"
@@ -23,45 +15,36 @@ namespace {
 
 class LinesWindowTest : public WindowTest {
  protected:
+  void SetUp() override {
+    WindowTest::SetUp();
+    Open(800, 600);
+  }
   QString Take(const QString& id, const std::vector<QPoint>& vertices, int typ = 4) {
-    EntryRow row;
-    row.ID = id;
-    row.Eintrag = "Weg";
-    row.Schrift = "Arial";
-    row.Groesse = 8;
-    row.Xline = row.Yline = 1;
-    row.Typ = typ;
     Write_Vertices(EntryId::Parse(id).TableName(), vertices);
-    Append_Entry(row);
-    rsEntries->MoveLast();
-    const QString bookmark = rsEntries->Bookmark();
+    const QString bookmark = Add({id, "Weg", "Arial", 8, 0, 0, 0, 0, 0, 1, 1, typ});
     Map_Redraw();
     EXPECT_TRUE(Take_Entry(bookmark));
     return bookmark;
   }
-  static EntryRow Now() {
-    rsEntries->SetBookmark(Map.InHand);
-    return Read_Entry(*rsEntries);
-  }
+  static EntryRow Now() { return Row(Map.InHand); }
 };
 
 TEST_F(LinesWindowTest, StyleAndEndsAreWrittenAtOnceAndTakenBack) {
-  Open(800, 600);
   Take("Linie1", {{100, 100}, {300, 200}});
   When_Shown([](QWidget& dialog) {
     Part<QComboBox>(dialog, "cmbStil")->setCurrentIndex(2);
-    Part<QRadioButton>(dialog, "optTransparent")->setChecked(true);
+    Fill(dialog, "optTransparent", true);
     EXPECT_EQ(Now().Yline, -3);
     Press(dialog, "cmdCancel");
   });
   Press_Tool("LnStil");
   EXPECT_EQ(Now().Yline, 1);
   When_Shown([](QWidget& dialog) {
-    EXPECT_FALSE(Part<QCheckBox>(dialog, "chkEnde")->isChecked());
+    EXPECT_FALSE(Is_Checked(dialog, "chkEnde"));
     Part<QComboBox>(dialog, "cmbForm")->setCurrentIndex(2);
-    Part<QCheckBox>(dialog, "chkEnde")->setChecked(true);
-    Part<QRadioButton>(dialog, "optTeilstrecke")->setChecked(true);
-    Part<QDoubleSpinBox>(dialog, "txtLaenge")->setValue(5);
+    Fill(dialog, "chkEnde", true);
+    Fill(dialog, "optTeilstrecke", true);
+    Fill(dialog, "txtLaenge", 5);
     Press(dialog, "cmdOK");
   });
   Press_Tool("LnEnd");
@@ -69,11 +52,9 @@ TEST_F(LinesWindowTest, StyleAndEndsAreWrittenAtOnceAndTakenBack) {
 }
 
 TEST_F(LinesWindowTest, VertexTableEditsDeletesInsertsAndPutsBack) {
-  Open(800, 600);
   Take("Linie1 - P0010L1.0B1.0", {{100, 100}, {200, 100}, {300, 200}});
   Press_Tool("LnKorr");
-  auto* dialog = window->findChild<FrmFlKord*>();
-  ASSERT_NE(dialog, nullptr);
+  auto* dialog = &Shown<FrmFlKord>();
   EXPECT_EQ(dialog->windowTitle(), QStringLiteral("Linie1 Korrektur"));
   auto* table = Part<QTableView>(*dialog, "DBGrid1");
   auto* count = Part<QLabel>(*dialog, "lblCount");
@@ -103,20 +84,17 @@ TEST_F(LinesWindowTest, VertexTableEditsDeletesInsertsAndPutsBack) {
   Press(*dialog, "btnReset");
   EXPECT_EQ(Load_Vertices("Linie1"), (std::vector<QPoint>{{100, 100}, {200, 100}, {300, 200}}));
   // The entry goes, and the window with it.
-  MessageScript script;
-  script.AllowAny(MsgAnswer::Yes);
+  MessageScript script(MsgAnswer::Yes);
   Map_Key(Qt::Key_Delete, {});
   Settle();
-  EXPECT_EQ(window->findChild<FrmFlKord*>(), nullptr);
+  EXPECT_FALSE(Is_Open<FrmFlKord>());
   EXPECT_FALSE(Map.Circled);
 }
 
 TEST_F(LinesWindowTest, TheCheckStopsAtEveryDisturbingVertex) {
-  Open(800, 600);
   Take("Figur1", {{100, 100}, {300, 300}, {300, 100}, {100, 300}}, 24);
   Choose(QStringLiteral("mnuFigKorr"));
-  auto* dialog = window->findChild<FrmFlKord*>();
-  ASSERT_NE(dialog, nullptr);
+  auto* dialog = &Shown<FrmFlKord>();
   auto* button = Part<QAbstractButton>(*dialog, "btnPruefen");
   auto* table = Part<QTableView>(*dialog, "DBGrid1");
   auto* found = Part<QLabel>(*dialog, "lblFound");

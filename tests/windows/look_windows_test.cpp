@@ -1,14 +1,9 @@
 #include <QColorDialog>
-#include <QComboBox>
-#include <QDoubleSpinBox>
-#include <QLabel>
-#include <QRadioButton>
 
 #include "hand/activation.h"
 #include "hand/next_shape.h"
 #include "state/dialog_hooks.h"
 #include "store/entry.h"
-#include "windows/dialog_parts.h"
 #include "windows/objects/frmDrawBreite.h"
 #include "windows/objects/frmFarb.h"
 #include "windows/objects/frmFarb_table.h"
@@ -28,31 +23,8 @@ class LookWindowsTest : public WindowTest {
     Map_Redraw();
   }
   static QString Add(const QString& id, int typ, const QString& schrift) {
-    EntryRow row;
-    row.ID = id;
-    row.Eintrag = QStringLiteral("Reiher");
-    row.Schrift = schrift;
-    row.Groesse = 12;
-    row.HG = 14;
-    row.Xmap = row.Ymap = 100 + 20 * typ;
-    if (typ == 20) row.Xline = row.Yline = 30;
-    row.Typ = typ;
-    Append_Entry(row);
-    const KeepCurrentRow keep;
-    rsEntries->MoveLast();
-    return rsEntries->Bookmark();
-  }
-  static EntryRow Row(const QString& bookmark) {
-    const KeepCurrentRow keep;
-    rsEntries->SetBookmark(bookmark);
-    return Read_Entry(*rsEntries);
-  }
-  template <typename Window>
-  Window& Shown() {
-    Settle();
-    auto* found = window->findChild<Window*>();
-    EXPECT_NE(found, nullptr);
-    return *found;
+    const int at = 100 + 20 * typ, size = typ == 20 ? 30 : 0;
+    return WindowTest::Add({id, "Reiher", schrift, 12, 0, 14, 0, at, at, size, size, typ});
   }
   static void Pick(const QWidget& colors, int number) {
     auto* table = Part<ColorTable>(colors, "tabFarben");
@@ -74,7 +46,7 @@ TEST_F(LookWindowsTest, ColoursFollowTheEntryInHandAndApplyAtOnce) {
   Take_Entry(text);
   EXPECT_EQ(colors.windowTitle(), " Farbe für: Text Reiher");
   Press(colors, "btnHG");
-  EXPECT_EQ(Part<QLabel>(colors, "lblHint")->text(), "Wählen Sie hier eine Hintergrundfarbe aus");
+  EXPECT_EQ(Text_In(colors, "lblHint"), "Wählen Sie hier eine Hintergrundfarbe aus");
   Pick(colors, 11);
   EXPECT_EQ(Row(text).HG, 11);
   auto* table = Part<ColorTable>(colors, "tabFarben");
@@ -91,7 +63,7 @@ TEST_F(LookWindowsTest, ColoursFollowTheEntryInHandAndApplyAtOnce) {
   EXPECT_EQ(colors.windowTitle(), " Farbe für Figur: Figur1");
   Take_Entry(picture);
   EXPECT_EQ(colors.windowTitle(), " Rahmenfarbe für Bild: Reiher");
-  EXPECT_FALSE(Part<QWidget>(colors, "btnVG")->isEnabled());
+  EXPECT_FALSE(Is_Enabled(colors, "btnVG"));
   Pick(colors, 3);
   EXPECT_EQ(Row(picture).RA, 3);
 
@@ -102,7 +74,7 @@ TEST_F(LookWindowsTest, ColoursFollowTheEntryInHandAndApplyAtOnce) {
   Pick(colors, 7);
   EXPECT_EQ(Row(figure).VG, 0);
   Choose(QStringLiteral("mnuMapClose"));
-  EXPECT_EQ(window->findChild<FrmFarb*>(), nullptr);
+  EXPECT_FALSE(Is_Open<FrmFarb>());
 }
 
 TEST_F(LookWindowsTest, PaletteIsMixedAndPutBack) {
@@ -120,10 +92,8 @@ TEST_F(LookWindowsTest, PaletteIsMixedAndPutBack) {
   Pick(colors, 14);
   EXPECT_EQ(Palette[14], qRgb(10, 20, 30));
   EXPECT_EQ(Row(figure).HG, 14);
-  EXPECT_FALSE(Part<QAbstractButton>(colors, "btnPalette")->isChecked());
-  MessageScript messages;
-  messages.Expect(QStringLiteral("Standardfarben"), MsgAnswer::Yes);
-  Press(colors, "cmdStandart");
+  EXPECT_FALSE(Is_Checked(colors, "btnPalette"));
+  With_Box(QStringLiteral("Standardfarben"), MsgAnswer::Yes, [&] { Press(colors, "cmdStandart"); });
   EXPECT_EQ(Palette[14], former);
 }
 
@@ -136,7 +106,7 @@ TEST_F(LookWindowsTest, FillIsTakenByTheEntryShownThen) {
 
   Take_Entry(figure);
   EXPECT_EQ(fill.windowTitle(), "Figur1 füllen");
-  EXPECT_TRUE(Part<QAbstractButton>(fill, "OptBut1")->isChecked());
+  EXPECT_TRUE(Is_Checked(fill, "OptBut1"));
   Press(fill, "OptBut6");
   Press(fill, "optTransparent");
   const QImage before = Part<QLabel>(fill, "picVorschau")->pixmap().toImage();
@@ -148,17 +118,17 @@ TEST_F(LookWindowsTest, FillIsTakenByTheEntryShownThen) {
   EXPECT_EQ(Row(figure).Schrift, "F-6");
   EXPECT_EQ(Row(figure).VG, 12);
   Take_Entry(text);
-  EXPECT_FALSE(Part<QWidget>(fill, "btnTake")->isEnabled());
+  EXPECT_FALSE(Is_Enabled(fill, "btnTake"));
 }
 
 TEST_F(LookWindowsTest, WidthAndFrameOfWhatIsInHand) {
   dialogHooks.WidthWindow();
   auto& width = Shown<FrmDrawBreite>();
   EXPECT_EQ(width.windowTitle(), "Linienbreite");
-  Part<QDoubleSpinBox>(width, "txtBreite")->setValue(6.6);
+  Fill(width, "txtBreite", 6.6);
   Press(width, "btnTake");
   EXPECT_EQ(NextShape.width, 7);
-  EXPECT_EQ(Part<QDoubleSpinBox>(width, "txtBreite")->text(), "7,0");
+  EXPECT_EQ(Text_In(width, "txtBreite"), "7,0");
   Take_Entry(figure);
   EXPECT_EQ(width.windowTitle(), "Strichbreite");
 
@@ -169,7 +139,7 @@ TEST_F(LookWindowsTest, WidthAndFrameOfWhatIsInHand) {
   Pick(colors, 9);
   EXPECT_EQ(width.windowTitle(), "Rahmenbreite");
   Part<QComboBox>(width, "cboMuster")->setCurrentIndex(1);
-  Part<QDoubleSpinBox>(width, "txtBreite")->setValue(20);
+  Fill(width, "txtBreite", 20);
   Press(width, "btnTake");
   EXPECT_EQ(Row(text).RA, 2809);
   Press(width, "ckRahmen");
@@ -177,5 +147,5 @@ TEST_F(LookWindowsTest, WidthAndFrameOfWhatIsInHand) {
   EXPECT_EQ(Row(text).RA, -2809);
   Press_Tool("Rahmen", true);
   EXPECT_EQ(Row(text).RA, 2809);
-  EXPECT_TRUE(Part<QAbstractButton>(width, "ckRahmen")->isChecked());
+  EXPECT_TRUE(Is_Checked(width, "ckRahmen"));
 }

@@ -19,8 +19,7 @@ class MapWindowTest : public WindowTest {
       for (int x = 0; x < width; ++x) picture.setPixel(x, y, qRgb(x / 16, y / 16, 0));
     const QString path = Path(QStringLiteral("Farbkarte.bmp"));
     ASSERT_TRUE(picture.save(path));
-    FileDialogScript files;
-    files.Answer(path);
+    FileDialogScript files{path};
     Choose(QStringLiteral("mnuFOpen"));
     ASSERT_TRUE(frmMDI.MapOpen);
   }

@@ -1,11 +1,9 @@
 #include <QDragEnterEvent>
-#include <QListWidget>
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMimeData>
 #include <QSet>
-#include <QTimer>
 #include <QToolBar>
 #include <QToolButton>
 
@@ -179,9 +177,7 @@ TEST_F(WindowTest, IdleTimeBringsTheTableFileUpToDate) {
     const auto copy = Workspace::OpenDatabase(Path(name));
     return copy->RowCount(QStringLiteral("MapData"));
   };
-  EntryRow entry;
-  entry.ID = entry.Eintrag = QStringLiteral("Text");
-  Append_Entry(entry);
+  Append_Entry({"Text", "Text", {}, 0, 0, 0, 0, 0, 0, 0, 0, 0});
   const int before = rowsInCopy(QStringLiteral("vorher.mdb"));
   QTest::mouseClick(Canvas(), Qt::LeftButton);
   QTest::qWait(2400);
@@ -223,8 +219,7 @@ TEST_F(WindowTest, LightAndDarkAreAPair) {
 }
 
 TEST_F(WindowTest, SafeModeTellsItsStateInTheMenu) {
-  MessageScript messages;
-  messages.Expect(QStringLiteral("Wählen Sie diese Option"));
+  MessageScript messages(QStringLiteral("Wählen Sie diese Option"));
   Choose(QStringLiteral("mnuNoTable"));
   EXPECT_TRUE(window->Action("mnuNoTable")->isChecked());
   EXPECT_TRUE(frmMDI.SafeMode);
@@ -357,8 +352,7 @@ TEST_F(WindowTest, UncaughtErrorIsToldAndTheProgramGoesOn) {
   Open(300, 200);
   Thrower thrower;
   {
-    MessageScript messages;
-    messages.Expect(QStringLiteral("Programmfehler "), MsgAnswer::No);
+    MessageScript messages(QStringLiteral("Programmfehler "), MsgAnswer::No);
     QApplication::postEvent(&thrower, new QEvent(QEvent::User));
     Settle();
     ASSERT_EQ(messages.Seen().size(), 1U);
@@ -367,8 +361,7 @@ TEST_F(WindowTest, UncaughtErrorIsToldAndTheProgramGoesOn) {
   }
   EXPECT_TRUE(window->isVisible());
   EXPECT_TRUE(frmMDI.MapOpen);
-  MessageScript messages;
-  messages.Expect(QStringLiteral("Programmfehler "), MsgAnswer::Yes);
+  MessageScript messages(QStringLiteral("Programmfehler "), MsgAnswer::Yes);
   QApplication::postEvent(&thrower, new QEvent(QEvent::User));
   Settle();
   EXPECT_FALSE(window->isVisible());

@@ -1,8 +1,3 @@
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QRadioButton>
-
 #include "state/events.h"
 #include "store/entry.h"
 #include "windows/canvas/dlgBMP.h"
@@ -16,19 +11,10 @@ class MoveObjectsTest : public WindowTest {
   void SetUp() override {
     WindowTest::SetUp();
     Open(600, 400);
-    for (const int typ : {0, 100}) {
-      EntryRow row;
-      row.ID = row.Eintrag = QStringLiteral("Text");
-      row.Schrift = QStringLiteral("Arial");
-      row.Groesse = 12;
-      row.Xmap = row.Ymap = 50;
-      row.Typ = typ;
-      Append_Entry(row);
-    }
+    for (const int typ : {0, 100}) Add({"Text", "Text", "Arial", 12, 0, 0, 0, 50, 50, 0, 0, typ});
     Map_Redraw();
     Choose(QStringLiteral("mnuMoveObjects"));
-    dialog = window->findChild<FrmMoveObjects*>();
-    ASSERT_NE(dialog, nullptr);
+    dialog = &Shown<FrmMoveObjects>();
   }
   template <typename T>
   T* In(const char* name) {
@@ -36,14 +22,8 @@ class MoveObjectsTest : public WindowTest {
   }
   // X and Y of both entries.
   static std::vector<int> Places() {
-    const KeepCurrentRow keep;
-    std::vector<int> places;
-    rsEntries->MoveFirst();
-    for (rsEntries->MoveNext(); !rsEntries->Eof(); rsEntries->MoveNext()) {
-      places.push_back(static_cast<int>(rsEntries->Integer(column::Xmap)));
-      places.push_back(static_cast<int>(rsEntries->Integer(column::Ymap)));
-    }
-    return places;
+    const QPoint first = At("2"), second = At("3");
+    return {first.x(), first.y(), second.x(), second.y()};
   }
   void Type(const char* x, const char* y) {
     In<QLineEdit>("txtX")->setText(QLatin1String(x));
@@ -65,8 +45,7 @@ TEST_F(MoveObjectsTest, MovesAllOrTheMarkedOnesAndTakesItBack) {
   In<QPushButton>("cmdOK")->click();
   EXPECT_EQ(Places(), Numbers({50, 50, 60, 47}));
   EXPECT_TRUE(dialog->isVisible()) << "the window stays for the next distance";
-  MessageScript messages;
-  messages.AllowAny(MsgAnswer::Ok);
+  MessageScript messages(MsgAnswer::Ok);
   In<QPushButton>("btnBack")->click();
   EXPECT_EQ(Places(), Numbers({50, 50, 50, 50}));
   EXPECT_FALSE(In<QPushButton>("btnBack")->isEnabled());
@@ -79,8 +58,7 @@ TEST_F(MoveObjectsTest, MovesAllOrTheMarkedOnesAndTakesItBack) {
 TEST_F(MoveObjectsTest, RefusesWhatIsNoDistance) {
   for (const char* bad : {"", "zehn", "40000", "1,2,3"}) {
     Type(bad, "1");
-    MessageScript messages;
-    messages.Expect(QStringLiteral("Einträge verschieben"));
+    MessageScript messages(QStringLiteral("Einträge verschieben"));
     In<QPushButton>("cmdOK")->click();
     EXPECT_EQ(Places(), Numbers({50, 50, 50, 50})) << bad;
   }

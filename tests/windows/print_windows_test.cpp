@@ -1,15 +1,9 @@
-#include <QComboBox>
-#include <QLabel>
-#include <QLineEdit>
 #include <QPainter>
-#include <QPushButton>
-#include <QRadioButton>
 #include <QScrollBar>
 
 #include "platform/printer.h"
 #include "printing/print_map.h"
 #include "store/entry.h"
-#include "windows/dialog_parts.h"
 #include "windows/main/mdi_window_pads.h"
 #include "windows/maps/frmNotePad.h"
 #include "windows/printing/frmDruckpfad.h"
@@ -83,11 +77,6 @@ class PrintWindowsTest : public WindowTest {
     Set_Printer(former);
   }
   FrmSeiten* Preview() const { return window->findChild<FrmSeiten*>(); }
-  static void Type(QWidget& dialog, const char* box, const char* text) {
-    auto* edit = Part<QLineEdit>(dialog, box);
-    edit->selectAll();
-    QTest::keyClicks(edit, QLatin1String(text));
-  }
 
   PrinterFace former;
   Printed printed;
@@ -101,26 +90,25 @@ TEST_F(PrintWindowsTest, ThePreviewFitsTheMapAndKeepsIt) {
   Choose(S("mnuBlattschnitt"));
   ASSERT_NE(Preview(), nullptr);
   FrmSeiten& form = *Preview();
-  EXPECT_EQ(Part<QLineEdit>(form, "txtFaktor")->text(), S("1,000"));
-  EXPECT_TRUE(Part<QLabel>(form, "Label2")->text().startsWith(S("6 Druckseiten")));
-  EXPECT_FALSE(Part<QPushButton>(form, "btnShow")->isEnabled());
+  EXPECT_EQ(Text_In(form, "txtFaktor"), S("1,000"));
+  EXPECT_TRUE(Text_In(form, "Label2").startsWith(S("6 Druckseiten")));
+  EXPECT_FALSE(Is_Enabled(form, "btnShow"));
   Type(form, "txtBreite", "84,7");
-  EXPECT_EQ(Part<QLineEdit>(form, "txtHoehe")->text(), S("63,5"));
-  EXPECT_TRUE(Part<QPushButton>(form, "btnShow")->isEnabled());
-  EXPECT_TRUE(Part<QLabel>(form, "Label2")->text().startsWith(S("6 "))) << "waits for the preview";
+  EXPECT_EQ(Text_In(form, "txtHoehe"), S("63,5"));
+  EXPECT_TRUE(Is_Enabled(form, "btnShow"));
+  EXPECT_TRUE(Text_In(form, "Label2").startsWith(S("6 "))) << "waits for the preview";
   Press(form, "btnShow");
-  EXPECT_EQ(Part<QLineEdit>(form, "txtFaktor")->text(), S("2,001"));
-  EXPECT_TRUE(Part<QLabel>(form, "Label2")->text().startsWith(S("15 ")));
+  EXPECT_EQ(Text_In(form, "txtFaktor"), S("2,001"));
+  EXPECT_TRUE(Text_In(form, "Label2").startsWith(S("15 ")));
   Press(form, "btnSpinDown");
-  EXPECT_EQ(Part<QLineEdit>(form, "txtFaktor")->text(), S("2,000"));
+  EXPECT_EQ(Text_In(form, "txtFaktor"), S("2,000"));
   auto* pages = Part<QComboBox>(form, "cmbPages");
   QTest::keyClick(pages, Qt::Key_Down);
-  EXPECT_TRUE(Part<QLabel>(form, "Label2")->text().startsWith(S("1 Druckseite"))) << pages->currentText();
+  EXPECT_TRUE(Text_In(form, "Label2").startsWith(S("1 Druckseite"))) << pages->currentText();
   Press(form, "btnDF");
   EXPECT_EQ(form.Setup().settings.orientation, landscape);
 
-  MessageScript box;
-  box.Expect(S("Wertebereich"));
+  MessageScript box(S("Wertebereich"));
   Type(form, "txtFtSize", "3,01");
   Press(form, "Ok_Butt");
   Type(form, "txtFtSize", "1,5");
@@ -152,8 +140,7 @@ TEST_F(PrintWindowsTest, PrintingClosesThePreviewAndCanBeStopped) {
     for (QWidget* top : QApplication::topLevelWidgets())
       if (auto* progress = qobject_cast<FrmPRN*>(top)) Press(*progress, "cmdCancel");
   };
-  MessageScript box;
-  box.Expect(S("wird abgebrochen"));
+  MessageScript box(S("wird abgebrochen"));
   Choose(S("mnuPrintMap"));
   EXPECT_EQ(std::tuple(printed.jobs, printed.ended, printed.killed), std::tuple(2, 1, 1));
   // With the map the preview goes as well.
@@ -169,10 +156,10 @@ TEST_F(PrintWindowsTest, MarginsKnowTheBorderOfThePrinter) {
   };
   MessageScript box;
   When_Shown([&](QWidget& form) {
-    EXPECT_EQ(Part<QLineEdit>(form, "txtLR")->text(), S("4"));
+    EXPECT_EQ(Text_In(form, "txtLR"), S("4"));
     EXPECT_EQ(Part<QScrollBar>(form, "scrLR")->value(), 100);
     Part<QScrollBar>(form, "scrLR")->setValue(85);
-    EXPECT_EQ(Part<QLineEdit>(form, "txtLR")->text(), S("19"));
+    EXPECT_EQ(Text_In(form, "txtLR"), S("19"));
     Type(form, "txtOR", "24");
     EXPECT_EQ(Part<QScrollBar>(form, "scrOR")->value(), 80);
     Type(form, "txtUR", "1");
@@ -195,8 +182,8 @@ TEST_F(PrintWindowsTest, MarginsKnowTheBorderOfThePrinter) {
 
 TEST_F(PrintWindowsTest, PathTableTextAndWindow) {
   When_Shown([](QWidget& form) {
-    EXPECT_TRUE(Part<QRadioButton>(form, "optDruckdirekt")->isChecked());
-    Part<QRadioButton>(form, "optDruckFlurax")->setChecked(true);
+    EXPECT_TRUE(Is_Checked(form, "optDruckdirekt"));
+    Fill(form, "optDruckFlurax", true);
     Press(form, "cmdOK");
   });
   Choose(S("mnuDruckpfad"));

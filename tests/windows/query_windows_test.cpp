@@ -1,16 +1,8 @@
-#include <QComboBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPlainTextEdit>
-#include <QPushButton>
-#include <QRadioButton>
 #include <QStatusBar>
-#include <QTableView>
 
 #include "state/events.h"
 #include "state/table_state.h"
 #include "store/entry.h"
-#include "windows/dialog_parts.h"
 #include "windows/store/frmReplace.h"
 #include "windows/store/tbl_window.h"
 #include "windows/window_fixture.h"
@@ -22,15 +14,7 @@ class QueryWindowsTest : public WindowTest {
   void SetUp() override {
     WindowTest::SetUp();
     Open(600, 400);
-    for (const char* text : {"Ahorn", "Buche", "Buche"}) {
-      EntryRow row;
-      row.ID = QStringLiteral("Text");
-      row.Eintrag = QString::fromLatin1(text);
-      row.Schrift = QStringLiteral("Arial");
-      row.Groesse = 12;
-      row.Xmap = row.Ymap = 50;
-      Append_Entry(row);
-    }
+    for (const char* text : {"Ahorn", "Buche", "Buche"}) Add({"Text", text, "Arial", 12, 0, 0, 0, 50, 50, 0, 0, 0});
     rsEntries->MoveTo(1);
     Map.CurBookmark = rsEntries->Bookmark();
     Map_Redraw();
@@ -51,8 +35,8 @@ TEST_F(QueryWindowsTest, SelectionIsShownAndTaken) {
     auto* text = Part<QComboBox>(dialog, "cmbSqlText");
     EXPECT_EQ(text->count(), 6);
     EXPECT_EQ(grid->model()->rowCount(), 4) << "the table with its header row";
-    EXPECT_TRUE(Part<QLabel>(dialog, "lblInfo")->text().startsWith("Anzahl der Datensätze in der untenstehenden"));
-    EXPECT_FALSE(Part<QPushButton>(dialog, "btnTake")->isEnabled());
+    EXPECT_TRUE(Text_In(dialog, "lblInfo").startsWith("Anzahl der Datensätze in der untenstehenden"));
+    EXPECT_FALSE(Is_Enabled(dialog, "btnTake"));
     text->setEditText("Select * from MapData where Eintrag like 'b*' : Buchen");
     Press(dialog, "btnApply");
     ASSERT_EQ(grid->model()->rowCount(), 2);
@@ -64,8 +48,7 @@ TEST_F(QueryWindowsTest, SelectionIsShownAndTaken) {
   });
   Choose("mnuSql");
   EXPECT_EQ(Entry_Count(), 2);
-  MessageScript script;
-  script.Expect("Karteneinträge wieder hergestellt.");
+  MessageScript script("Karteneinträge wieder hergestellt.");
   Choose("mnuReset");
   EXPECT_EQ(Entry_Count(), 3);
 }
@@ -77,7 +60,7 @@ TEST_F(QueryWindowsTest, LeavingASelectionPutsTheNameOfTheTableBack) {
     return texts.join(u'\n');
   };
   When_Shown([&](QWidget& dialog) {
-    Part<QComboBox>(dialog, "cmbSqlText")->setEditText("Select * from MapData where Eintrag like 'b*'");
+    Fill(dialog, "cmbSqlText", "Select * from MapData where Eintrag like 'b*'");
     Press(dialog, "btnApply");
     EXPECT_TRUE(QTest::qWaitFor([&] { return shown().count("_SQL.mdb") == 2; })) << shown();
     QTest::keyClick(&dialog, Qt::Key_Escape);
@@ -115,13 +98,12 @@ TEST_F(QueryWindowsTest, SelectionOutlivesTheNextStatement) {
 
 TEST_F(QueryWindowsTest, HitsAreTakenInHandAndReplaced) {
   Choose("mnuReplace");
-  auto* dialog = window->findChild<FrmReplace*>();
-  ASSERT_NE(dialog, nullptr);
+  auto* dialog = &Shown<FrmReplace>();
   auto* search = Part<QPlainTextEdit>(*dialog, "cmbSearch");
   EXPECT_EQ(search->toPlainText(), "Eintrag =");
   search->setPlainText("Eintrag = b*");
   Press(*dialog, "btnSearch");
-  EXPECT_EQ(Part<QPushButton>(*dialog, "btnSearch")->text(), "Weitersuchen");
+  EXPECT_EQ(Text_In(*dialog, "btnSearch"), "Weitersuchen");
   rsEntries->MoveTo(2);
   EXPECT_EQ(Map.InHand, rsEntries->Bookmark());
   Part<QPlainTextEdit>(*dialog, "cmbReplace")->setFocus();
@@ -131,24 +113,22 @@ TEST_F(QueryWindowsTest, HitsAreTakenInHandAndReplaced) {
   Press(*dialog, "btnReplace");
   EXPECT_EQ(Text_Of_Row(2), "Linde");
   EXPECT_EQ(Text_Of_Row(3), "Buche");
-  MessageScript script;
-  script.Expect("Karteneinträge wieder hergestellt.");
+  MessageScript script("Karteneinträge wieder hergestellt.");
   Press(*dialog, "btnBack");
   EXPECT_EQ(Text_Of_Row(2), "Buche");
   dialog->close();
 }
 
 TEST_F(QueryWindowsTest, LookGoesToOthers) {
-  MessageScript script;
-  script.AllowAny(MsgAnswer::Ok);
+  MessageScript script(MsgAnswer::Ok);
   rsEntries->MoveTo(3);
   Map.CurBookmark = rsEntries->Bookmark();
   rsEntries->Edit();
   rsEntries->Set(column::VG, qint64{5});
   rsEntries->Update();
   When_Shown([](QWidget& dialog) {
-    EXPECT_TRUE(Part<QLabel>(dialog, "lblInfo")->text().startsWith("Möchten Sie die Eigenschaften"));
-    EXPECT_EQ(Part<QLabel>(dialog, "lblMuster")->text(), "Buche");
+    EXPECT_TRUE(Text_In(dialog, "lblInfo").startsWith("Möchten Sie die Eigenschaften"));
+    EXPECT_EQ(Text_In(dialog, "lblMuster"), "Buche");
     Press(dialog, "OKButton");
   });
   Choose("mnuPropTransfer");

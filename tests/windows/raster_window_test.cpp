@@ -1,21 +1,15 @@
-#include <QComboBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QRadioButton>
 #include <QTabWidget>
 
 #include "tools/plan_squares.h"
-#include "windows/dialog_parts.h"
 #include "windows/plansquares/frmRaster.h"
 #include "windows/window_fixture.h"
 
 class RasterWindow : public WindowTest {
  protected:
   FrmRaster& Frm() { return *window->findChild<FrmRaster*>(); }
-  QString Info() { return Part<QLabel>(Frm(), "lblInfo")->text(); }
-  QString Preview() { return Part<QPushButton>(Frm(), "btnVorschau")->text(); }
-  void Size(const QString& text) { Part<QComboBox>(Frm(), "cmbSize")->setEditText(text); }
+  QString Info() { return Text_In(Frm(), "lblInfo"); }
+  QString Preview() { return Text_In(Frm(), "btnVorschau"); }
+  void Size(const QString& text) { Fill(Frm(), "cmbSize", text); }
   void Write(const char* name, const QString& text) { Part<QLineEdit>(Frm(), name)->setText(text); }
 };
 
@@ -25,20 +19,12 @@ TEST_F(RasterWindow, FromTheSizeToTheTableAndBack) {
   Choose(QStringLiteral("mnuRasterErstellen"));
   ASSERT_TRUE(Frm().isVisible());
   EXPECT_EQ(Frm().windowTitle(), "Raster-  oder Planquadrate erstellen");
-  {
-    MessageScript messages;
-    messages.Expect(QStringLiteral("Keine Größe"));
-    Press(Frm(), "btnVorschau");
-  }
-  EXPECT_FALSE(Part<QPushButton>(Frm(), "btnTake")->isEnabled());
+  With_Box(QStringLiteral("Keine Größe"), [&] { Press(Frm(), "btnVorschau"); });
+  EXPECT_FALSE(Is_Enabled(Frm(), "btnTake"));
   Press(Frm(), "optTeil");
   Press(Frm(), "optPixel");
   Size(QStringLiteral("   100 * 100"));
-  {
-    MessageScript messages;
-    messages.Expect(QStringLiteral("alle vier Eingabefelder"));
-    Press(Frm(), "btnGetTxt");
-  }
+  With_Box(QStringLiteral("alle vier Eingabefelder"), [&] { Press(Frm(), "btnGetTxt"); });
   Write("txt1x", QStringLiteral("50"));
   Write("txt1y", QStringLiteral("50"));
   Write("txt2x", QStringLiteral("390"));
@@ -60,12 +46,11 @@ TEST_F(RasterWindow, FromTheSizeToTheTableAndBack) {
   Frm().close();
   Settle();
   Choose(QStringLiteral("mnuRasterBearbeiten"));
-  EXPECT_EQ(Part<QComboBox>(Frm(), "cmbSize")->currentText(), "100 * 100");
-  EXPECT_TRUE(Part<QRadioButton>(Frm(), "optZentrSchrift")->isChecked());
-  EXPECT_EQ(Part<QLineEdit>(Frm(), "txt2x")->text(), "350");
+  EXPECT_EQ(Text_In(Frm(), "cmbSize"), "100 * 100");
+  EXPECT_TRUE(Is_Checked(Frm(), "optZentrSchrift"));
+  EXPECT_EQ(Text_In(Frm(), "txt2x"), "350");
   {
-    MessageScript messages;
-    messages.Expect(QStringLiteral("bereits übernommen"), MsgAnswer::Yes);
+    MessageScript messages(QStringLiteral("bereits übernommen"), MsgAnswer::Yes);
     messages.Expect(QStringLiteral("bereits in der Karte"), MsgAnswer::Ok);
     Size(QStringLiteral("50 px"));
     Press(Frm(), "btnVorschau");
@@ -83,13 +68,12 @@ TEST_F(RasterWindow, TheFieldIsDraggedAndFaultsShowTheirTab) {
   Size(QStringLiteral("20 px"));
   Press(Frm(), "optTeil");
   {
-    MessageScript messages;
-    messages.Expect(QStringLiteral("Ungültige(r) Wert(e)"), MsgAnswer::Cancel);
+    MessageScript messages(QStringLiteral("Ungültige(r) Wert(e)"), MsgAnswer::Cancel);
     Press(Frm(), "btnVorschau");
     EXPECT_EQ(Part<QTabWidget>(Frm(), "TabStrip")->currentIndex(), 1);
     messages.Expect(QStringLiteral("Kein Koordinatennetz"));
     Press(Frm(), "optKoordinaten");
-    EXPECT_TRUE(Part<QRadioButton>(Frm(), "optPixel")->isChecked());
+    EXPECT_TRUE(Is_Checked(Frm(), "optPixel"));
   }
   Press(Frm(), "optMap");
   QWidget* canvas = Canvas();
@@ -97,14 +81,13 @@ TEST_F(RasterWindow, TheFieldIsDraggedAndFaultsShowTheirTab) {
   QTest::mouseMove(canvas, {60, 40});
   QTest::mouseMove(canvas, {110, 70});
   QTest::mouseRelease(canvas, Qt::LeftButton, {}, {110, 70});
-  EXPECT_EQ(Part<QLineEdit>(Frm(), "txt1x")->text(), QString::number(Map_X(10)));
+  EXPECT_EQ(Text_In(Frm(), "txt1x"), QString::number(Map_X(10)));
   Press(Frm(), "btnVorschau");
   EXPECT_TRUE(Raster_Preview_Shown());
   Size(QStringLiteral("2 px"));
   EXPECT_FALSE(Raster_Preview_Shown()) << "another size, another preview";
   Press(Frm(), "optGesamt");
-  MessageScript messages;
-  messages.Expect(QStringLiteral("Step: 7\n\nZuviele Planquadrate. 60000"));
+  MessageScript messages(QStringLiteral("Step: 7\n\nZuviele Planquadrate. 60000"));
   Press(Frm(), "btnVorschau");
   EXPECT_FALSE(Raster_Preview_Shown());
   Choose(QStringLiteral("mnuMapClose"));

@@ -1,15 +1,8 @@
-#include <QComboBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QRadioButton>
-#include <QSpinBox>
-
 #include "hand/activation.h"
 #include "store/entry.h"
+#include "support/pixels.h"
 #include "tools/mouse.h"
 #include "windows/canvas/frmMass.h"
-#include "windows/dialog_parts.h"
 #include "windows/window_fixture.h"
 
 namespace {
@@ -26,11 +19,6 @@ class ScaleWindowsTest : public WindowTest {
     Map_Mouse_Move(to, true);
     Map_Mouse_Up(to, MouseButton::Left);
   }
-  static EntryRow Last_Row() {
-    const KeepCurrentRow keep;
-    rsEntries->MoveLast();
-    return Read_Entry(*rsEntries);
-  }
 };
 
 }  // namespace
@@ -38,20 +26,20 @@ class ScaleWindowsTest : public WindowTest {
 TEST_F(ScaleWindowsTest, LineIsDrawnAndTheBarStandsAtItsBeginning) {
   Choose(QStringLiteral("mnuInsMass"));
   ASSERT_NE(Mass(), nullptr);
-  EXPECT_TRUE(Part<QPushButton>(*Mass(), "btnLinie")->isChecked());
+  EXPECT_TRUE(Is_Checked(*Mass(), "btnLinie"));
   Drag({100, 300}, {104, 100});
-  EXPECT_EQ(Part<QLineEdit>(*Mass(), "txtLaenge")->text(), QStringLiteral("200"));
+  EXPECT_EQ(Text_In(*Mass(), "txtLaenge"), QStringLiteral("200"));
   EXPECT_EQ(Part<QLabel>(*Mass(), "pic")->property("Tag").toString(), QStringLiteral("V"));
-  EXPECT_EQ(Part<QLabel>(*Mass(), "lblMass")->text(), QStringLiteral("Maßstab = 1 : ?"));
+  EXPECT_EQ(Text_In(*Mass(), "lblMass"), QStringLiteral("Maßstab = 1 : ?"));
   MessageScript messages;
   for (const char* bad : {"", "0", "-1", "viel"}) {
     messages.Expect(QStringLiteral("Maßstab - Fehler"));
-    Part<QLineEdit>(*Mass(), "txtZahl")->setText(QLatin1String(bad));
+    Fill(*Mass(), "txtZahl", QLatin1String(bad));
     Press(*Mass(), "cmdOK");
     ASSERT_TRUE(Mass()->isVisible());
   }
-  Part<QLineEdit>(*Mass(), "txtZahl")->setText(QStringLiteral("2.5"));
-  Part<QComboBox>(*Mass(), "cmbEinheit")->setCurrentText(QStringLiteral("Meter"));
+  Fill(*Mass(), "txtZahl", QStringLiteral("2.5"));
+  Fill(*Mass(), "cmbEinheit", QStringLiteral("Meter"));
   Press(*Mass(), "cmdOK");
   const EntryRow row = Last_Row();
   EXPECT_EQ(std::tuple(row.Schrift, row.Eintrag, row.HG), std::tuple(QStringLiteral("2,5"), QStringLiteral(" m"), 1));
@@ -61,8 +49,8 @@ TEST_F(ScaleWindowsTest, LineIsDrawnAndTheBarStandsAtItsBeginning) {
   Settle();
   // Opened again it shows what is there; closing asks for what was changed.
   Choose(QStringLiteral("mnuMass"));
-  EXPECT_EQ(Part<QLineEdit>(*Mass(), "txtZahl")->text(), QStringLiteral("2,5"));
-  EXPECT_TRUE(Part<QRadioButton>(*Mass(), "optV")->isChecked());
+  EXPECT_EQ(Text_In(*Mass(), "txtZahl"), QStringLiteral("2,5"));
+  EXPECT_TRUE(Is_Checked(*Mass(), "optV"));
   QTest::keyClicks(Part<QLineEdit>(*Mass(), "txtZahl"), QStringLiteral("5"));
   messages.Expect(QStringLiteral("Maßstab sichern?"), MsgAnswer::Cancel);
   Mass()->reject();
@@ -77,9 +65,9 @@ TEST_F(ScaleWindowsTest, TypedLengthWaitsForAClick) {
   MapWidthMm = 1200;  // 2 mm a pixel
   Press_Tool("Scale");
   ASSERT_NE(Mass(), nullptr);
-  Part<QComboBox>(*Mass(), "cmbArt")->setCurrentText(QStringLiteral("Millimeter"));
+  Fill(*Mass(), "cmbArt", QStringLiteral("Millimeter"));
   QTest::keyClicks(Part<QLineEdit>(*Mass(), "txtLaenge"), QStringLiteral("100,4"));
-  Part<QLineEdit>(*Mass(), "txtZahl")->setText(QStringLiteral("1"));
+  Fill(*Mass(), "txtZahl", QStringLiteral("1"));
   Press(*Mass(), "cmdOK");
   ASSERT_TRUE(Mass()->isVisible());
   EXPECT_EQ(Map.Tool, QStringLiteral("Scale"));
@@ -97,29 +85,16 @@ TEST_F(ScaleWindowsTest, TypedLengthWaitsForAClick) {
 }
 
 TEST_F(ScaleWindowsTest, ReferenceStyleIsSeenAtOnceAndTakenBack) {
-  EntryRow text;
-  text.ID = text.Eintrag = QStringLiteral("Text");
-  text.Schrift = QStringLiteral("Arial");
-  text.Groesse = 12;
-  text.Xmap = text.Ymap = 50;
-  text.Xline = text.Yline = 200;
-  Append_Entry(text);
+  const QString bookmark = Add({"Text", "Text", "Arial", 12, 0, 0, 0, 50, 50, 200, 200, 0});
   Map_Redraw();
-  rsEntries->MoveLast();
-  const QString bookmark = rsEntries->Bookmark();
   ASSERT_TRUE(Take_Entry(bookmark));
-  const auto ink = [] {
-    int count = 0;
-    for (int y = 100; y < 220; ++y)
-      for (int x = 100; x < 220; ++x) count += (Map.canvas.pixel(x, y) & 0xFFFFFF) != 0xFFFFFF;
-    return count;
-  };
+  const auto ink = [] { return Count_Pixels(Map.canvas, {100, 100, 120, 120}, Is_Ink); };
   const int thin = ink();
   for (const bool keep : {false, true}) {
     When_Shown([&](QWidget& dialog) {
       Press(dialog, "btnArrow");
-      Part<QSpinBox>(dialog, "numBreite")->setValue(4);
-      Part<QSpinBox>(dialog, "numPfeil")->setValue(30);
+      Fill(dialog, "numBreite", 4);
+      Fill(dialog, "numPfeil", 30);
       EXPECT_GT(ink(), 2 * thin);
       EXPECT_EQ(Last_Row().Typ, 2);
       Press(dialog, keep ? "cmdOK" : "cmdCancel");

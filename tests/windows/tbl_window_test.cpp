@@ -2,11 +2,7 @@
 
 #include <QDialog>
 #include <QHeaderView>
-#include <QLineEdit>
 #include <QMdiSubWindow>
-#include <QPlainTextEdit>
-#include <QPushButton>
-#include <QTimer>
 
 #include "edit/table_edit.h"
 #include "hand/activation.h"
@@ -23,15 +19,9 @@ class TblWindowTest : public WindowTest {
   void Open_With(int texts, int width = 1200, int height = 900) {
     Open(width, height);
     dbEntries->BeginTrans();
-    EntryRow row;
-    row.ID = QStringLiteral("Text");
-    row.Schrift = QStringLiteral("Arial");
-    row.Groesse = 10;
     for (int i = 0; i < texts; ++i) {
-      row.Eintrag = QStringLiteral("Ort %1").arg(i);
-      row.Xmap = 10 + 37 * i % (width - 60);
-      row.Ymap = 10 + 53 * i % (height - 40);
-      Append_Entry(row);
+      const int x = 10 + 37 * i % (width - 60), y = 10 + 53 * i % (height - 40);
+      Append_Entry({"Text", QStringLiteral("Ort %1").arg(i), "Arial", 10, 0, 0, 0, x, y, 0, 0, 0});
     }
     dbEntries->CommitTrans();
     events.TableChanged.Emit();
@@ -123,9 +113,7 @@ TEST_F(TblWindowTest, TheGridFollowsRowsThatComeGoAndChange) {
   Open_With(30);
   ASSERT_EQ(Model().rowCount(), 31);
   Click(20, column::Xmap);
-  EntryRow row;
-  row.ID = row.Eintrag = QStringLiteral("Text");
-  Append_Entry(row);
+  Append_Entry({"Text", "Text", {}, 0, 0, 0, 0, 0, 0, 0, 0, 0});
   rsEntries->SetBookmark(QString::number(Model().Key_Of(5)));
   rsEntries->Delete();
   rsEntries->MoveTo(7);
@@ -141,8 +129,7 @@ TEST_F(TblWindowTest, TheGridFollowsRowsThatComeGoAndChange) {
     EXPECT_EQ(Model().index(i, column::Eintrag).data().toString(), rsEntries->Text(column::Eintrag)) << i;
   }
   // Closed and loaded once more: nothing of the old table is asked.
-  MessageScript messages;
-  messages.Expect("unter einem eigenen Namen sichern?", MsgAnswer::No);
+  MessageScript messages("unter einem eigenen Namen sichern?", MsgAnswer::No);
   Choose(QStringLiteral("mnuMapLoad"));
   EXPECT_EQ(Model().rowCount(), 31);
   Choose(QStringLiteral("mnuMapClose"));
@@ -154,8 +141,7 @@ TEST_F(TblWindowTest, CellsAreEditedInPlaceAndInTheLineAbove) {
   Open_With(5);
   Tbl.EditWarned = false;
   Click(2, column::Xmap);
-  MessageScript messages;
-  messages.Expect("Vorsicht!");
+  MessageScript messages("Vorsicht!");
   QTest::keyClick(&Grid(), Qt::Key_F2);
   auto* editor = Grid().viewport()->findChild<QLineEdit*>();
   ASSERT_TRUE(editor);
@@ -196,8 +182,7 @@ TEST_F(TblWindowTest, TheDeleteKeyDeletesTheChosenRows) {
   Click(2, column::ID);
   QTest::mouseClick(Grid().viewport(), Qt::LeftButton, Qt::ShiftModifier, Cell(4, column::ID));
   Settle();
-  MessageScript messages;
-  messages.Expect("3 Einträge löschen ?", MsgAnswer::Yes);
+  MessageScript messages("3 Einträge löschen ?", MsgAnswer::Yes);
   QTest::keyClick(&Grid(), Qt::Key_Delete);
   Settle();
   EXPECT_EQ(Model().rowCount(), 4);
@@ -238,8 +223,7 @@ TEST_F(TblWindowTest, ColumnsAreAddedHiddenAndRemovedByTheirHeads) {
   Choose(QStringLiteral("mnuSpaltDelete"));
   auto* dialog = Child<QDialog>("FrmSpalteDel");
   ASSERT_TRUE(dialog);
-  MessageScript messages;
-  messages.Expect("Bitte wählen Sie eine Spalte rechts");
+  MessageScript messages("Bitte wählen Sie eine Spalte rechts");
   dialog->findChild<QPushButton*>(QStringLiteral("comRemove"))->click();
   messages.Expect("Typ:  Diese ausgewählte Spalte wird vom Programm benötigt.");
   head(column::Typ);
@@ -260,12 +244,10 @@ TEST_F(TblWindowTest, NotePadsAreOpenedAndAskedBeforeTheProgramEnds) {
   EXPECT_TRUE(window->Action("mnuTextSave")->isEnabled());
   text->insertPlainText(QStringLiteral("Fund"));
   EXPECT_EQ(Child<QWidget>("frmNotePad")->windowTitle(), QStringLiteral("Notiz 1 *"));
-  MessageScript messages;
-  messages.Expect("wurde geändert.", MsgAnswer::Cancel);
+  MessageScript messages("wurde geändert.", MsgAnswer::Cancel);
   EXPECT_FALSE(window->close());
   EXPECT_TRUE(frmMDI.MapOpen);
-  FileDialogScript files;
-  files.Answer(Path("Fund.txt"));
+  FileDialogScript files{Path("Fund.txt")};
   Choose(QStringLiteral("mnuTextSave"));
   EXPECT_TRUE(QFile::exists(Path("Fund.txt")));
   // The same file again shows the same window.

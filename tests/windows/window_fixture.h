@@ -8,12 +8,14 @@
 #include "state/map_state.h"
 #include "state/mdi_state.h"
 #include "support/fixture.h"
+#include "support/rows.h"
 #include "view/redraw.h"
 #include "windows/canvas/map_window.h"
+#include "windows/dialog_parts.h"
 #include "windows/main/mdi_window.h"
 
 // A main window that has started without a map.
-class WindowTest : public FluraxTest {
+class WindowTest : public FluraxTest, public RowsOfTable {
  protected:
   void SetUp() override {
     FluraxTest::SetUp();
@@ -60,6 +62,17 @@ class WindowTest : public FluraxTest {
     files.Answer(path);
     Choose(QStringLiteral("mnuFOpen"));
     ASSERT_TRUE(frmMDI.MapOpen);
+  }
+  // The one open window of its kind.
+  template <typename Window>
+  Window& Shown() const {
+    auto* found = window->findChild<Window*>();
+    EXPECT_NE(found, nullptr);
+    return *found;
+  }
+  template <typename Window>
+  bool Is_Open() const {
+    return window->findChild<Window*>() != nullptr;
   }
   template <typename T>
   T* Child(const char* name) const {

@@ -1,0 +1,30 @@
+#pragma once
+#include <QStringList>
+
+#include "state/coordinate_state.h"
+
+// A kilometre net of the zone 32 on a map: R 646 000, H 5 512 000 lie at `origin`, a line every `distance` pixels.
+inline CoordinateState Utm_Net(QSize map, QPoint origin, float distance, double slope = 0) {
+  CoordinateState net;
+  net.Grid = gridUtm;
+  net.MapWidthPx = map.width(), net.MapHeightPx = map.height();
+  net.Xmap = origin.x(), net.Ymap = origin.y();
+  net.GridR = 646000, net.GridH = 5512000, net.Gwidth = 1000;
+  net.Xline = net.Yline = distance;
+  net.Inclin = slope;
+  net.MeterPerPix = 1000 / static_cast<double>(distance);
+  net.ZoneText = QStringLiteral("32U"), net.ZoneNumber = 32;
+  net.GridDatum = QStringLiteral("WGS-84");
+  return net;
+}
+
+// The lines of a calibration file of such a net.
+inline QStringList Utm_Calibration(QPoint origin, int distance, double slope = 0.01, int right = 646000) {
+  return {QStringLiteral("Grid UTM Zone: 32U D: WGS-84 R: %1 H: 5512000").arg(right),
+          QStringLiteral("Gwidth = 1000"),
+          QStringLiteral("Inclin = %1").arg(slope, 0, 'f', 7),
+          QStringLiteral("Xmap = %1").arg(origin.x()),
+          QStringLiteral("Ymap = %1").arg(origin.y()),
+          QStringLiteral("Xline = %1").arg(distance),
+          QStringLiteral("Yline = %1").arg(distance)};
+}
