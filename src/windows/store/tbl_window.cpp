@@ -164,6 +164,7 @@ void TblWindow::Connect() {
   // Many changes in one go are shown once.
   listen(events.TableChanged, [this] { syncTimer.start(); });
   listen(events.CurrentRowChanged, [this] { syncTimer.start(); });
+  listen(events.StateChanged, [this] { Show_Title(); });
   listen(events.MapOpened, [this] {
     Tbl.HiddenColumns.clear();
     Sync();
@@ -215,12 +216,15 @@ void TblWindow::Sync() {
           QItemSelectionModel::NoUpdate);
     }
     Show_Current_Row();
-    const QString title = Tbl.DBGrid1.Caption.isEmpty()
-                              ? QStringLiteral("Tabelle der Einträge")
-                              : QStringLiteral("Tabelle der Einträge: ") + Tbl.DBGrid1.Caption;
-    if (windowTitle() != title) setWindowTitle(title);
+    Show_Title();
   }
   if (!Text1->document()->isModified()) Show_Cell_Text();
+}
+
+void TblWindow::Show_Title() {
+  const QString title = Tbl.DBGrid1.Caption.isEmpty() ? QStringLiteral("Tabelle der Einträge")
+                                                      : QStringLiteral("Tabelle der Einträge: ") + Tbl.DBGrid1.Caption;
+  if (windowTitle() != title) setWindowTitle(title);
 }
 
 void TblWindow::Show_Columns() {

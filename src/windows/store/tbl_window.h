@@ -53,6 +53,7 @@ class TblWindow : public QWidget {
   void Build();
   void Connect();
   void Show_Columns();
+  void Show_Title();
   void Show_Current_Row();
   void Show_Cell_Text();
   bool Take_Text();   // btnTake: Text1 -> the cell. False if it was refused
