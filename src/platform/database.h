@@ -190,17 +190,25 @@ class Workspace {
 void CompactDatabase(const QString& source, const QString& target);
 
 struct RepairReport {
+  struct TableRows {
+    QString table;
+    int rows = 0;
+  };
   bool wasSound = false;
-  int rows = 0;          // rows in the repaired file
-  int droppedTexts = 0;  // texts that were no valid UTF-8
-  QString damagedCopy;   // where the damaged file is kept; empty when it was sound
+  std::vector<TableRows> tables;  // of the repaired file
+  int rows = 0;                   // of all of them
+  int droppedTexts = 0;           // texts that were no valid UTF-8
+  QString damagedCopy;            // where the damaged file is kept; empty when it was sound
+
+  int Rows_In(const QString& table) const;  // ignoring case; 0 if it is not there
 };
 // Makes a damaged file readable: a sound one stays as it is, else its pages are scanned into a new file that takes its
 // place; the damaged one is kept beside it. 3343 if nothing at all can be read (the file then stays).
 RepairReport RepairDatabase(const QString& path);
 
-// Tables with their columns that a repair shall recognise when a file has lost its own description of them. One without
-// a name stands for all tables with such columns; they then get the names "Gerettet0", "Gerettet1", ...
+// Tables with their first columns that a repair shall recognise when a file has lost its own description of them, and
+// whose description it shall not believe where it tells other columns. One without a name stands for all tables with
+// such columns; they then get the names "Gerettet0", "Gerettet1", ...
 void Set_Known_Tables(std::vector<TableDef> tables);
 
 // Files of tables are copied, renamed and deleted through these: they fold a waiting log into the file first and take

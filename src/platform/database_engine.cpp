@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "platform/database_inner.h"
+#include "platform/page_log.h"
 
 namespace database_inner {
 namespace {
@@ -51,6 +52,35 @@ int Distrust(sqlite3* db) {
     if (const int rc = sqlite3_db_config(db, setting, value, nullptr); rc != SQLITE_OK) return rc;
   sqlite3_limit(db, SQLITE_LIMIT_LENGTH, longestText);
   return SQLITE_OK;
+}
+
+// The first hundred bytes of the open file, empty if there are not so many. They are read through the file's own
+// handle: closing another one would drop the lock.
+QByteArray Head_Of(sqlite3* db, qint64& size) {
+  sqlite3_file* handle = nullptr;
+  sqlite3_file_control(db, "main", SQLITE_FCNTL_FILE_POINTER, &handle);
+  sqlite3_int64 bytes = 0;
+  QByteArray head(100, '\0');
+  if (!handle || !handle->pMethods || handle->pMethods->xFileSize(handle, &bytes) != SQLITE_OK || bytes < head.size() ||
+      handle->pMethods->xRead(handle, head.data(), static_cast<int>(head.size()), 0) != SQLITE_OK)
+    return {};
+  size = bytes;
+  return head;
+}
+
+// Does the file say of itself that it can only be read? None of ours does.
+bool Is_Head_Damaged(sqlite3* db) {
+  constexpr qsizetype writeVersion = 18;
+  qint64 size = 0;
+  const QByteArray head = Head_Of(db, size);
+  return !head.isEmpty() && static_cast<uchar>(head[writeVersion]) > 2;
+}
+
+// SQLite takes a last page that is there in part for a whole one and fills it up with zeros.
+bool Is_Cut(sqlite3* db, const QString& file) {
+  qint64 size = 0;
+  const QByteArray head = Head_Of(db, size);
+  return Lacks_Pages(head, size, Read_Log(file + QStringLiteral("-wal")));
 }
 
 }  // namespace
@@ -106,15 +136,19 @@ void Engine::Open(const QString& file, OpenWay way) {
   if (rc == SQLITE_OK) rc = Register_Collation(db);
   if (rc == SQLITE_OK) rc = Register_Functions(db);
   if (rc == SQLITE_OK) rc = Distrust(db);
+  // What cannot be opened stays as it is, its log too.
+  if (rc == SQLITE_OK) rc = sqlite3_db_config(db, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
   const bool refused = rc == SQLITE_OK && !readOnly && sqlite3_db_readonly(db, "main") == 1;
   if (refused) rc = SQLITE_CANTOPEN;
   if (way.create) step("PRAGMA page_size=1024");
   if (!readOnly) step("PRAGMA locking_mode=EXCLUSIVE; BEGIN EXCLUSIVE; COMMIT");
+  if ((rc & 0xff) == SQLITE_READONLY && Is_Head_Damaged(db)) rc = SQLITE_CORRUPT;
   // Erased rows leave nothing behind that a repair could take for rows.
   step(
       "PRAGMA synchronous=FULL; PRAGMA secure_delete=ON; PRAGMA cell_size_check=ON; PRAGMA temp_store=MEMORY;"
       "PRAGMA cache_size=-8000; SELECT count(*) FROM sqlite_master");
   if (way.create) step("PRAGMA user_version=1");
+  if (rc == SQLITE_OK && !way.create && Is_Cut(db, file)) rc = SQLITE_CORRUPT;
   if (rc != SQLITE_OK) {
     sqlite3* broken = std::exchange(db, nullptr);
     struct Closer {
@@ -123,6 +157,7 @@ void Engine::Open(const QString& file, OpenWay way) {
     } closer{broken};
     Fail_Opening(broken, rc);
   }
+  sqlite3_db_config(db, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 0, nullptr);
   path = file;
   // A writer that was killed leaves the log switched on; Close then has to switch it off.
   if (!readOnly) Take_Over_Log();

@@ -3,9 +3,13 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <algorithm>
+#include <numeric>
+#include <optional>
 
 #include "platform/database_inner.h"
 #include "platform/files.h"
+#include "platform/page_log.h"
 #include "platform/page_scanner.h"
 
 namespace {
@@ -19,33 +23,85 @@ std::vector<TableDef>& Known_Tables() {
   return tables;
 }
 
-int Rows_Of(Engine& engine) {
-  qint64 rows = 0;
-  for (const TableDef& table : engine.Tables()) rows += engine.Number_Of("SELECT count(*) FROM " + Quoted(table.name));
-  return static_cast<int>(rows);
+std::vector<RepairReport::TableRows> Count_Rows(Engine& engine) {
+  std::vector<RepairReport::TableRows> counts;
+  for (const TableDef& table : engine.Tables())
+    counts.push_back({table.name, static_cast<int>(engine.Number_Of("SELECT count(*) FROM " + Quoted(table.name)))});
+  return counts;
 }
 
-// Rows of a sound file, -1 for a damaged one.
-int Rows_If_Sound(const QString& path) {
+bool Is_Whole(Engine& engine) {
+  const Statement statement = engine.Prepare("PRAGMA integrity_check(1)");
+  return sqlite3_step(statement.get()) == SQLITE_ROW &&
+         qstrcmp(reinterpret_cast<const char*>(sqlite3_column_text(statement.get(), 0)), "ok") == 0;
+}
+
+bool Same_Column(const FieldInfo& one, const FieldInfo& other) {
+  return one.name.compare(other.name, Qt::CaseInsensitive) == 0 &&
+         (one.type == FieldType::Text) == (other.type == FieldType::Text);
+}
+
+// Does a known table still have its columns? A damaged description can be one that SQLite takes: a comma that has
+// become a blank makes one column of two.
+bool Has_Its_Columns(Engine& engine, const TableDef& table) {
+  for (const TableDef& known : Known_Tables()) {
+    const bool named = !known.name.isEmpty();
+    if (named && known.name.compare(table.name, Qt::CaseInsensitive) != 0) continue;
+    const bool fewer = table.fields.size() < known.fields.size();
+    if (named && (fewer || !std::equal(known.fields.begin(), known.fields.end(), table.fields.begin(), Same_Column)))
+      return false;
+    if (!named && fewer && !table.fields.empty() && Same_Column(table.fields[0], known.fields[0])) return false;
+  }
+  // Raises if a name cannot be read, or a column is to be sorted in a way that is not known.
+  QByteArray sorted;
+  for (const FieldInfo& field : table.fields) sorted += (sorted.isEmpty() ? "" : ",") + Quoted(field.name);
+  if (!sorted.isEmpty()) engine.Prepare("SELECT 1 FROM " + Quoted(table.name) + " ORDER BY " + sorted);
+  return true;
+}
+
+bool Has_Its_Tables(Engine& engine) {
+  const std::vector<TableDef>& tables = engine.Tables();
+  return std::all_of(tables.begin(), tables.end(), [&](const TableDef& it) { return Has_Its_Columns(engine, it); }) &&
+         engine.Number_Of(
+             "SELECT count(*) FROM sqlite_master WHERE substr(sql, 1, 12)='CREATE TABLE' AND (type<>'table' OR "
+             "name<>tbl_name)") == 0;
+}
+
+struct Sound {
+  std::vector<TableDef> tables;
+  std::vector<RepairReport::TableRows> rows;
+};
+// What a file holds that SQLite takes for sound; none of a damaged one.
+std::optional<Sound> Read_If_Sound(const QString& path) {
   try {
     Engine engine;
     engine.Open(path, {.lockFile = false});
-    bool sound = false;
-    {
-      const Statement statement = engine.Prepare("PRAGMA integrity_check(1)");
-      sound = sqlite3_step(statement.get()) == SQLITE_ROW &&
-              qstrcmp(reinterpret_cast<const char*>(sqlite3_column_text(statement.get(), 0)), "ok") == 0;
-    }
-    const int rows = sound ? Rows_Of(engine) : -1;
+    std::optional<Sound> sound;
+    if (Is_Whole(engine) && Has_Its_Tables(engine)) sound = {engine.Tables(), Count_Rows(engine)};
     engine.Close();
-    return rows;
+    return sound;
   } catch (const Error& error) {
     if (error.number == errors::fileInUse) Raise(errors::databaseInUse);
     if (error.number == errors::databaseDamaged || error.number == errors::sqlSyntax ||
         error.number == errors::tableNotFound)
-      return -1;
+      return {};
     throw;
   }
+}
+
+// Rows that are wider than their table is told to be: a comma of its description has gone.
+bool Has_Wider_Rows(const std::vector<TableDef>& tables, const std::vector<page_scanner::Table>& scanned) {
+  return std::any_of(scanned.begin(), scanned.end(), [&](const page_scanner::Table& it) {
+    const auto def =
+        std::find_if(tables.begin(), tables.end(), [&](const TableDef& table) { return table.name == it.name; });
+    return def != tables.end() && std::any_of(it.rows.begin(), it.rows.end(),
+                                              [&](const auto& row) { return row.second.size() > def->fields.size(); });
+  });
+}
+
+int Sum_Of(const std::vector<RepairReport::TableRows>& tables) {
+  return std::accumulate(tables.begin(), tables.end(), 0,
+                         [](int sum, const RepairReport::TableRows& it) { return sum + it.rows; });
 }
 
 // Writes what was found into a new file.
@@ -57,14 +113,16 @@ class Rebuilder {
     engine.Begin();
     for (page_scanner::Table& table : tables) {
       if (table.name.isEmpty()) table.name = Free_Name();
-      if (!Create(table)) continue;
-      Insert(table);
+      if (engine.Find_Table(table.name)) continue;
+      Fill(table);
     }
     engine.Commit();
+    report.tables = Count_Rows(engine);
+    report.rows = Sum_Of(report.tables);
     engine.Close();
   }
 
-  int rows = 0, droppedTexts = 0;
+  RepairReport report;
 
  private:
   QString Free_Name() {
@@ -74,38 +132,45 @@ class Rebuilder {
     return name;
   }
 
-  bool Create(const page_scanner::Table& table) {
-    if (engine.Find_Table(table.name)) return false;
-    if (!table.sql.isEmpty() && sqlite3_exec(engine.db, table.sql.constData(), nullptr, nullptr, nullptr) == SQLITE_OK)
-      return true;
+  // As it was described if it takes all its rows so, else as a plain table: no rule of it may cost a row.
+  void Fill(const page_scanner::Table& table) {
+    const int before = report.droppedTexts;
+    if (!table.sql.isEmpty() &&
+        sqlite3_exec(engine.db, table.sql.constData(), nullptr, nullptr, nullptr) == SQLITE_OK) {
+      if (Insert(table)) return;
+      report.droppedTexts = before;
+      engine.Drop(table.name);
+    }
     engine.Create({table.name, table.fields});
-    return true;
+    Insert(table);
   }
 
-  void Insert(const page_scanner::Table& table) {
+  // False if a row was refused.
+  bool Insert(const page_scanner::Table& table) {
     const int width = static_cast<int>(table.fields.size());
-    QByteArray names = "rowid", marks = "?";
+    QByteArray names, marks;
     for (const FieldInfo& field : table.fields) {
-      names += ',' + Quoted(field.name);
-      marks += ",?";
+      names += Quoted(field.name) + ',';
+      marks += "?,";
     }
+    // The key comes last: it counts more than a column that is declared as one and holds nothing itself.
     const Statement owner =
-        engine.Prepare("INSERT INTO " + Quoted(table.name) + " (" + names + ") VALUES (" + marks + ')');
+        engine.Prepare("INSERT INTO " + Quoted(table.name) + " (" + names + "rowid) VALUES (" + marks + "?)");
     sqlite3_stmt* insert = owner.get();
+    bool allTaken = true;
     for (const auto& [key, fields] : table.rows) {
-      sqlite3_bind_int64(insert, 1, key);
+      sqlite3_bind_int64(insert, width + 1, key);
       for (int i = 0; i < width; ++i) {
         const auto index = static_cast<size_t>(i);
-        Bind(insert, i + 2, index < fields.size() ? fields[index] : page_scanner::Field());
+        Bind(insert, i + 1, index < fields.size() ? fields[index] : page_scanner::Field());
       }
       sqlite3_step(insert);
       const int rc = sqlite3_reset(insert);
-      if (rc == SQLITE_OK) {
-        ++rows;
-      } else if ((rc & 0xff) != SQLITE_CONSTRAINT && (rc & 0xff) != SQLITE_MISMATCH) {
-        engine.Fail(rc);
-      }
+      const bool refused = (rc & 0xff) == SQLITE_CONSTRAINT || (rc & 0xff) == SQLITE_MISMATCH;
+      if (rc != SQLITE_OK && !refused) engine.Fail(rc);
+      allTaken = allTaken && !refused;
     }
+    return allTaken;
   }
 
   void Bind(sqlite3_stmt* insert, int parameter, const page_scanner::Field& field) {
@@ -122,7 +187,7 @@ class Rebuilder {
 
   bool Is_Text(const QByteArray& bytes) {
     const bool valid = QString::fromUtf8(bytes).toUtf8() == bytes;
-    if (!valid) ++droppedTexts;
+    if (!valid) ++report.droppedTexts;
     return valid;
   }
 
@@ -150,19 +215,27 @@ void Keep_Damaged(const QString& path, const QString& kept) {
 
 }  // namespace
 
+int RepairReport::Rows_In(const QString& table) const {
+  const auto found = std::find_if(tables.begin(), tables.end(), [&](const TableRows& it) {
+    return it.table.compare(table, Qt::CaseInsensitive) == 0;
+  });
+  return found == tables.end() ? 0 : found->rows;
+}
+
 void Set_Known_Tables(std::vector<TableDef> tables) { Known_Tables() = std::move(tables); }
 
 RepairReport RepairDatabase(const QString& path) {
   const QString file = Find_File(path);
   if (file.isEmpty()) Raise(errors::databaseNotFound);
   if (database_inner::Is_Open_Here(file)) Raise(errors::databaseInUse);
-  RepairReport report;
-  report.rows = Rows_If_Sound(file);
-  report.wasSound = report.rows >= 0;
-  if (report.wasSound) return report;
-
-  std::vector<page_scanner::Table> tables = page_scanner::Scan(Read_Bytes(file), Known_Tables());
+  std::optional<Sound> sound = Read_If_Sound(file);
+  std::vector<page_scanner::Table> tables = page_scanner::Scan(Read_With_Log(file), Known_Tables());
+  if (sound && !Has_Wider_Rows(sound->tables, tables)) {
+    const int rows = Sum_Of(sound->rows);
+    return {.wasSound = true, .tables = std::move(sound->rows), .rows = rows, .droppedTexts = 0, .damagedCopy = {}};
+  }
   if (tables.empty()) Raise(errors::databaseDamaged);
+  RepairReport report;
   const QString aside = Aside_Name(file);
   struct Remover {
     QString aside;
@@ -176,8 +249,7 @@ RepairReport RepairDatabase(const QString& path) {
   {
     Rebuilder rebuilder(aside);
     rebuilder.Write(tables);
-    report.rows = rebuilder.rows;
-    report.droppedTexts = rebuilder.droppedTexts;
+    report = std::move(rebuilder.report);
   }
   report.damagedCopy = Name_For_Damaged(file);
   Keep_Damaged(file, report.damagedCopy);

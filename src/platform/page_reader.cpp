@@ -95,21 +95,32 @@ PageKind PageReader::Kind(int page) const {
   return mark == leafMark ? PageKind::Leaf : mark == innerMark ? PageKind::Inner : PageKind::Other;
 }
 
-std::vector<int> PageReader::Children(int page) const {
-  std::vector<int> pages;
-  if (Kind(page) != PageKind::Inner) return pages;
+std::vector<Child> PageReader::Children(int page) const {
+  std::vector<Child> children;
+  if (Kind(page) != PageKind::Inner) return children;
   const uchar* start = Start(page);
   const uchar* head = start + Header(page);
   const int cells = std::min(Word(head + 3), (usable - Header(page) - innerHead) / 2);
-  const auto add = [&](quint32 number) {
-    pages.push_back(number > 1 && number <= static_cast<quint32>(pageCount) ? static_cast<int>(number) : 0);
+  qint64 behind = std::numeric_limits<qint64>::min();
+  const auto add = [&](quint32 number, qint64 last) {
+    const bool possible = number > 1 && number <= static_cast<quint32>(pageCount);
+    children.push_back({possible ? static_cast<int>(number) : 0, behind, last});
+    behind = last;
   };
   for (int i = 0; i < cells; ++i) {
     const int offset = Word(head + innerHead + 2 * i);
-    add(offset >= innerHead && offset + 5 <= usable ? Long_Word(start + offset) : 0);
+    const bool inside = offset >= innerHead && offset + 5 <= usable;
+    const uchar* at = start + offset + 4;
+    quint64 key = 0;
+    const bool hasKey = inside && Read_Number(at, start + usable, key);
+    add(inside ? Long_Word(start + offset) : 0, hasKey ? static_cast<qint64>(key) : behind);
   }
-  add(Long_Word(head + 8));
-  return pages;
+  add(Long_Word(head + 8), std::numeric_limits<qint64>::max());
+  return children;
+}
+
+QByteArray PageReader::Bytes(int page) const {
+  return page < 1 || page > pageCount ? QByteArray() : content.mid(static_cast<qint64>(page - 1) * pageSize, pageSize);
 }
 
 std::vector<int> PageReader::Erased() const {
@@ -166,7 +177,7 @@ std::optional<Cell> PageReader::Read_Cell(int page, int offset) const {
     if (local > most) local = least;
   }
   const bool continues = local < total;
-  if (at + local + (continues ? 4 : 0) > end) return {};
+  if (local + (continues ? 4 : 0) > end - at) return {};
   std::optional<Fields> fields = Read_Record(Payload(at, static_cast<int>(local), total, continues), total);
   if (!fields) return {};
   return Cell{static_cast<qint64>(key), std::move(*fields)};

@@ -1,5 +1,6 @@
 #pragma once
 #include <QByteArray>
+#include <limits>
 #include <optional>
 #include <variant>
 #include <vector>
@@ -16,6 +17,12 @@ struct Cell {
   Fields fields;
 };
 
+struct Child {
+  int page = 0;  // 0 where the number cannot be one
+  // The keys below it lie behind the first and up to the second.
+  qint64 behind = std::numeric_limits<qint64>::min(), last = std::numeric_limits<qint64>::max();
+};
+
 enum class PageKind { Other, Inner, Leaf };
 
 class PageReader {
@@ -24,8 +31,9 @@ class PageReader {
 
   int Count() const { return pageCount; }
   PageKind Kind(int page) const;  // what the head of the page says
-  // The pages below an inner page, right one last; 0 where the number cannot be one.
-  std::vector<int> Children(int page) const;
+  // The pages below an inner page, right one last.
+  std::vector<Child> Children(int page) const;
+  QByteArray Bytes(int page) const;
   // The pages out of use, if their list makes sense.
   std::vector<int> Erased() const;
   // The rows of a leaf whose records are sound. `force` reads a page whose head does not say that it is a leaf.

@@ -1,11 +1,10 @@
 #include "platform/page_scanner.h"
 
-#include <sqlite3.h>
-
 #include <algorithm>
+#include <map>
 #include <set>
 
-#include "platform/database_inner.h"
+#include "platform/page_schema.h"
 
 namespace page_scanner {
 namespace {
@@ -20,8 +19,9 @@ bool Fits(const FieldInfo& field, const Field& value) {
 // A table on the way out of the file.
 struct Found {
   Table table;
-  int root = 0;
+  Described described;
   bool incomplete = false;  // a part of its tree cannot be read
+  bool guessed = false;     // found by the text of its statement alone
 };
 
 // Rows that hang together.
@@ -37,12 +37,13 @@ class Scanner {
 
   std::vector<Table> Run() {
     Read_Schema();
-    for (const Found& found : tables) roots.insert(found.root);
+    Drop_Wrong_Roots();
     for (Found& found : tables) Walk_Table(found);
     Place_Orphans();
     std::vector<Table> result;
     for (Found& found : tables)
-      if (!found.table.fields.empty()) result.push_back(std::move(found.table));
+      if (!found.table.fields.empty() && !(found.guessed && found.table.rows.empty()))
+        result.push_back(std::move(found.table));
     return result;
   }
 
@@ -57,7 +58,7 @@ class Scanner {
     if (pages.Kind(page) == PageKind::Inner) {
       Visit(page);
       bool whole = true;
-      for (const int child : pages.Children(page)) whole = Walk(child, depth + 1, rows) && whole;
+      for (const Child& child : pages.Children(page)) whole = Walk(child.page, depth + 1, rows) && whole;
       return whole;
     }
     const bool isLeaf = pages.Kind(page) == PageKind::Leaf;
@@ -68,59 +69,75 @@ class Scanner {
     return isLeaf;
   }
 
-  static bool Is_Schema_Row(const Fields& fields) {
-    if (fields.size() != 5) return false;
-    const auto* kind = std::get_if<QByteArray>(&fields[0]);
-    const auto* name = std::get_if<QByteArray>(&fields[1]);
-    const auto* sql = std::get_if<QByteArray>(&fields[4]);
-    return kind && *kind == "table" && name && !name->startsWith("sqlite_") &&
-           std::holds_alternative<qint64>(fields[3]) && sql && sql->startsWith("CREATE TABLE");
+  static bool Is_Schema_Row(const Cell& row) {
+    const auto* kind = row.fields.size() == 5 ? std::get_if<QByteArray>(&row.fields[0]) : nullptr;
+    return kind && (*kind == "index" || *kind == "view" || *kind == "trigger" || Read_Description(row.fields));
+  }
+
+  // The rows of the description from a page on; false if a part is missing. A page of other rows is left to its table.
+  bool Walk_Schema(int page, int depth, std::vector<Cell>& rows) {
+    if (depth > deepestTree || !Is_New(page)) return false;
+    if (pages.Kind(page) == PageKind::Inner) {
+      Visit(page);
+      bool whole = true;
+      for (const Child& child : pages.Children(page)) whole = Walk_Schema(child.page, depth + 1, rows) && whole;
+      return whole;
+    }
+    std::vector<Cell> found = pages.Rows(page, true);
+    const auto fitting = std::count_if(found.begin(), found.end(), Is_Schema_Row);
+    if (page > 1 && (fitting == 0 || fitting * 2 < static_cast<qsizetype>(found.size()))) return false;
+    Visit(page);
+    std::move(found.begin(), found.end(), std::back_inserter(rows));
+    return pages.Kind(page) == PageKind::Leaf;
   }
 
   void Read_Schema() {
     std::vector<Cell> rows;
-    schemaLost = pages.Count() == 0 || pages.Kind(1) == PageKind::Other || !Walk(1, 0, rows);
+    schemaLost = !Walk_Schema(1, 0, rows);
     // Parts of the description that the first page no longer leads to.
-    for (int page = 2; schemaLost && page <= pages.Count(); ++page) {
-      if (!Is_New(page) || pages.Kind(page) != PageKind::Leaf) continue;
-      std::vector<Cell> found = pages.Rows(page);
-      if (found.empty() ||
-          !std::all_of(found.begin(), found.end(), [](const Cell& it) { return Is_Schema_Row(it.fields); }))
-        continue;
-      Visit(page);
-      std::move(found.begin(), found.end(), std::back_inserter(rows));
-    }
+    for (int page = 2; schemaLost && page <= pages.Count(); ++page)
+      if (pages.Kind(page) == PageKind::Leaf) Walk_Schema(page, 1, rows);
     std::stable_sort(rows.begin(), rows.end(), [](const Cell& a, const Cell& b) { return a.key < b.key; });
     for (const Cell& row : rows)
-      if (Is_Schema_Row(row.fields)) Add_Described(row.fields);
+      if (std::optional<Described> it = Read_Description(row.fields)) Add_Described(std::move(*it), false);
+    for (int page = 1; page <= pages.Count(); ++page)
+      if (!Is_New(page))
+        for (Described& it : Find_Descriptions(pages.Bytes(page))) Add_Described(std::move(it), true);
   }
 
-  void Add_Described(const Fields& fields) {
+  void Add_Described(Described described, bool guessed) {
+    if (Find_Named(described.name)) return;
+    if (described.root > pages.Count()) described.root = 0;
     Found found;
-    found.table.name = QString::fromUtf8(std::get<QByteArray>(fields[1]));
-    const qint64 root = std::get<qint64>(fields[3]);
-    found.root = root > 1 && root <= pages.Count() ? static_cast<int>(root) : 0;
-    if (Find_Named(found.table.name)) return;
-    const QByteArray& sql = std::get<QByteArray>(fields[4]);
-    const std::vector<FieldInfo> columns = Columns_Of(sql, found.table.name);
-    if (!columns.empty()) {
-      found.table.sql = sql;
-      found.table.fields = columns;
-    } else if (const TableDef* def = Find_Known(found.table.name)) {
-      found.table.fields = def->fields;
-    }
+    found.table.name = described.name;
+    found.described = std::move(described);
+    found.guessed = guessed;
     tables.push_back(std::move(found));
   }
 
-  // Lets SQLite read the description, which may be damaged itself.
-  static std::vector<FieldInfo> Columns_Of(const QByteArray& sql, const QString& name) {
-    std::vector<FieldInfo> columns;
-    sqlite3* db = nullptr;
-    if (sqlite3_open(":memory:", &db) == SQLITE_OK && !sql.contains(';') &&
-        sqlite3_exec(db, sql.constData(), nullptr, nullptr, nullptr) == SQLITE_OK)
-      columns = database_inner::Read_Fields(db, name);
-    sqlite3_close(db);
-    return columns;
+  // A damaged number leads into the midst of another table or to its top: rows are rather found without it.
+  void Drop_Wrong_Roots() {
+    std::map<int, int> uses;
+    for (const Found& found : tables) ++uses[found.described.root];
+    std::set<int> inside;
+    for (int page = 2; page <= pages.Count(); ++page)
+      for (const Child& child : pages.Children(page))
+        if (uses.count(child.page) > 0 && child.page != page && Has_Keys(child)) inside.insert(child.page);
+    for (Found& found : tables) {
+      int& root = found.described.root;
+      if (uses[root] > 1 || inside.count(root) > 0 || !Is_New(root)) root = 0;
+      if (root > 0) roots.insert(root);
+    }
+  }
+
+  // Are the keys of the page those that its place in the tree wants?
+  bool Has_Keys(const Child& child) const {
+    std::vector<qint64> keys;
+    for (const Cell& row : pages.Rows(child.page)) keys.push_back(row.key);
+    for (const Child& below : pages.Children(child.page))
+      if (below.last != std::numeric_limits<qint64>::max()) keys.push_back(below.last);
+    return !keys.empty() &&
+           std::all_of(keys.begin(), keys.end(), [&](qint64 key) { return key > child.behind && key <= child.last; });
   }
 
   Found* Find_Named(const QString& name) {
@@ -138,14 +155,22 @@ class Scanner {
 
   void Walk_Table(Found& found) {
     Group group;
-    found.incomplete = !Walk(found.root, 0, group.rows);
+    found.incomplete = !Walk(found.described.root, 0, group.rows);
+    const TableDef* def = Find_Known(found.table.name);
+    const auto take_columns = [&](size_t width) {
+      Columns columns = Columns_Of(found.described, width, def, known);
+      found.table.sql = columns.asDescribed ? found.described.sql : QByteArray();
+      found.table.fields = std::move(columns.fields);
+    };
+    take_columns(Measured(group).width);
+    if (found.table.fields.empty()) found.table.fields = Fields_Of(group);
     // A root that has become something else gives rows that do not fit; they find their own table later.
-    if (!found.table.fields.empty() && !group.rows.empty() && !Suits(Measured(group), found.table.fields, false)) {
+    if (!group.rows.empty() && !Suits(group, found.table.fields, false)) {
       found.incomplete = true;
+      take_columns(0);
       strays.push_back(std::move(group));
       return;
     }
-    if (found.table.fields.empty()) found.table.fields = Fields_Of(Measured(group));
     Take(found.table, std::move(group.rows));
   }
 
@@ -191,7 +216,7 @@ class Scanner {
     std::set<int> below;
     for (int page = 2; page <= pages.Count(); ++page)
       if (Is_New(page))
-        for (const int child : pages.Children(page)) below.insert(child);
+        for (const Child& child : pages.Children(page)) below.insert(child.page);
     // Whole trees first, from their tops; then what is left.
     for (const bool tops : {true, false})
       for (int page = 2; page <= pages.Count(); ++page) {
@@ -245,7 +270,8 @@ class Scanner {
         best = &def;
     }
     Found* found = best ? Find_Named(best->name) : nullptr;
-    if (!found) {
+    if (found && !Has_Room(found->table, group)) best = nullptr;
+    if (!found || !best) {
       Found fresh;
       if (best) {
         fresh.table.name = best->name;
@@ -256,7 +282,8 @@ class Scanner {
       found = &tables.back();
     }
     std::vector<FieldInfo>& fields = found->table.fields;
-    if (group.width > fields.size() && found->table.sql.isEmpty()) {
+    if (group.width > fields.size()) {
+      found->table.sql.clear();
       const std::vector<FieldInfo> further = Fields_Of(group, fields.size(), fields.empty() ? "Feld" : "Spalte");
       fields.insert(fields.end(), further.begin(), further.end());
     }

@@ -12,6 +12,8 @@
 
 #include "platform/database.h"
 #include "platform/fault_vfs.h"
+#include "platform/files.h"
+#include "platform/page_log.h"
 #include "support/errors.h"
 #include "support/fixture.h"
 
@@ -359,6 +361,79 @@ TEST_F(CrashTest, FilesWithAWaitingLog) {
   Table_File_Delete(path);
   EXPECT_FALSE(QFile::exists(path) || QFile::exists(path + "-wal"));
   EXPECT_EQ(Error_Of([&] { Table_File_Delete(path); }), 53);
+}
+
+// SQLite fills a last page that is there in part with zeros; rows of it would be wrong without a word.
+TEST_F(CrashTest, CutFileIsDamaged) {
+  Make(path);
+  Open();
+  database->BeginTrans();
+  for (int i = 0; i < 500; ++i) Append(*rows, i);
+  database->CommitTrans();
+  database->Close();
+  const QByteArray whole = Read_Bytes(path);
+  for (const int missing : {1, 200, 1023, 1024, 3000}) {
+    Replace_File(path, whole.chopped(missing));
+    for (const bool readOnly : {false, true})
+      EXPECT_EQ(Error_Of([&] { Workspace::OpenDatabase(path, {.readOnly = readOnly}); }), 3343) << missing;
+    EXPECT_EQ(Error_Of([&] { CompactDatabase(path, target); }), 3343);
+    EXPECT_EQ(Read_Bytes(path), whole.chopped(missing));
+    const RepairReport report = RepairDatabase(path);
+    EXPECT_GT(report.Rows_In("MapData"), 300);
+    Open();
+    EXPECT_EQ(rows->RecordCount(), report.Rows_In("MapData"));
+    for (; !rows->Eof(); rows->MoveNext())
+      EXPECT_EQ(rows->Text(0), QStringLiteral("Zeile %1").arg(rows->Integer(1))) << rows->Key();
+    database->Close();
+  }
+  Replace_File(path, whole + QByteArray(700, '\0'));
+  EXPECT_EQ(Error_Of([&] { Open(); }), 0) << "what is behind the end does no harm";
+}
+
+// With a log the file may be shorter than it will be, and its head may tell more pages than are there yet.
+TEST_F(CrashTest, CutFileWithALog) {
+  Make(path);
+  Open();
+  for (int i = 0; i < 3; ++i) Append(*rows, i);
+  database->CreateTable({"Linie0", Numbers().fields});
+  database->Checkpoint();
+  const QByteArray before = Read_Bytes(path);
+  database->BeginTrans();
+  for (int i = 3; i < 400; ++i) Append(*rows, i);
+  database->CommitTrans();
+  const QByteArray log = Read_Bytes(path + "-wal");
+  const PageLog pages = Read_Log(path + "-wal");
+  database->Close();
+  ASSERT_GT(pages.pages * 1024, before.size() + 5000);
+  const QString copy = folder.filePath("Kopie.MDB");
+  const auto put = [&](const QByteArray& file, const QByteArray& beside) {
+    Replace_File(copy, file);
+    Replace_File(copy + "-wal", beside);
+  };
+  const auto rows_in_copy = [&] { return Workspace::OpenDatabase(copy)->RowCount("MapData"); };
+  QByteArray begun = before;  // the first page of a checkpoint that did not end
+  begun.replace(0, 1024, log.mid(pages.places.value(1), 1024));
+  QByteArray torn = log;
+  torn[log.size() - 5] = static_cast<char>(torn[log.size() - 5] ^ 1);
+  for (const QByteArray& file : {before, begun, begun + QByteArray(300, 'x')}) {
+    put(file, log);
+    EXPECT_EQ(rows_in_copy(), 400);
+    EXPECT_FALSE(QFile::exists(copy + "-wal"));
+  }
+  put(before, torn);
+  EXPECT_EQ(rows_in_copy(), 3) << "a transaction that was not finished";
+  put(begun, torn);
+  EXPECT_EQ(Error_Of(rows_in_copy), 3343);
+  // The page of the second table, which the log does not hold, is there in part: nothing of file and log may be
+  // touched.
+  ASSERT_FALSE(pages.places.contains(static_cast<quint32>(before.size() / 1024)));
+  const QByteArray cut = before.chopped(100);
+  put(cut, log);
+  EXPECT_EQ(Error_Of(rows_in_copy), 3343);
+  EXPECT_EQ(Read_Bytes(copy), cut);
+  EXPECT_EQ(Read_Bytes(copy + "-wal"), log);
+  // The log's rows are rescued as well.
+  EXPECT_GT(RepairDatabase(copy).Rows_In("MapData"), 390);
 }
 
 TEST_F(CrashTest, CompactingKeepsTablesRowsAndKeys) {
