@@ -5,6 +5,7 @@
 #include "hand/hand_controls.h"
 #include "hand/hand_texts.h"
 #include "hand/tool_state.h"
+#include "plansquares/plan_map.h"
 #include "plansquares/raster_texts.h"
 #include "platform/message_box.h"
 #include "state/events.h"
@@ -16,7 +17,6 @@
 #include "store/transaction.h"
 #include "tools/drag.h"
 #include "tools/map_tool.h"
-#include "tools/plan_squares.h"
 #include "view/hit_test.h"
 #include "view/redraw.h"
 #include "view/view.h"
@@ -281,7 +281,9 @@ void New_Text(int x, int y) {
 
 // Redraw -------------------------------------------------------------------------------------------------------------
 
-void Hand_Before_Redraw() {
+namespace {
+
+void Before_Redraw() {
   Map.HandUnder = {};  // the whole canvas is painted anew
   // Scrolling or zooming away from a changed text stores it; a text that does not fit stays open and goes along.
   if (!Text_Pending() || placedView == View_Now() || Map.Text2.Text.size() > Tbl.EintragSize) return;
@@ -292,14 +294,14 @@ void Hand_Before_Redraw() {
   }
 }
 
-void Hand_After_Redraw() {
+void After_Redraw() {
   if (dragState.Active() || (Map.InHand.isEmpty() && !Text_Is_New())) return;
   placedView = View_Now();
   if (Text_Is_New()) {
     EntryRow row;
     row.RA = CurRA;
     Place_Text_Box(row);
-    return Paint_Hand();
+    return;
   }
   if (!rsEntries->HasRow(Map.InHand)) return Give_Up();
   if (Map.CurBookmark != Map.InHand) {
@@ -320,5 +322,12 @@ void Hand_After_Redraw() {
   Place_Controls(row);
   Find_Group(row);
   if (Tool_Mode_Of(row) != ToolMode::Norm) Set_Toolbar(-1, Tool_Mode_Of(row));
-  Paint_Hand();
+}
+
+}  // namespace
+
+void Connect_Hand() {
+  static int before = 0, after = 0;
+  Reconnect(events.BeforeRedraw, before, Before_Redraw);
+  Reconnect(events.AfterRedraw, after, After_Redraw);
 }

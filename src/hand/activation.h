@@ -41,10 +41,9 @@ void Discard_Pending_Text();
 void New_Text(int x, int y);
 
 // Frame of the active text, vertices of a line or area, frame of a group: painted on the canvas over the entries.
-void Akt_Frame();
+// A redraw paints them by itself.
 void Paint_Hand();
 // Gives the canvas back what they cover.
 void Unpaint_Hand();
-// Called by the redraw before and after its pass.
-void Hand_Before_Redraw();
-void Hand_After_Redraw();
+// Stores typed text before a redraw that leaves it behind, places the live controls anew after each.
+void Connect_Hand();

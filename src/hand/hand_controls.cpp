@@ -12,7 +12,9 @@
 #include "state/events.h"
 #include "state/global_state.h"
 #include "store/vertex_table.h"
+#include "view/overlay.h"
 #include "view/picture_cache.h"
+#include "view/redraw.h"
 
 namespace {
 
@@ -121,6 +123,19 @@ void Hide_Live_Controls() {
   for (LiveControl& handle : Map.lblHandle) handle.Visible = false;
 }
 
+void Load_Entry_Colors() {
+  const auto color = [](int col) {
+    const qint64 number = rsEntries->Integer(col);
+    return number >= 0 && number < 16 ? static_cast<int>(number) : 0;
+  };
+  EntVG = CurVG = color(column::VG);
+  EntHG = CurHG = color(column::HG);
+  EntVGColor = Color_Of(EntVG);
+  EntHGColor = Color_Of(EntHG);
+  EntRA = CurRA = static_cast<int>(rsEntries->Integer(column::RA));
+  EntRAColor = Color_Of(FrameWord::Parse(EntRA).color);
+}
+
 void Load_Text_Box(const EntryRow& row) {
   const FontSpec font = FontSpec::Parse(row.Schrift);
   EntFont = font.family.isEmpty() ? Map.Text2.FontName : font.family;
@@ -202,7 +217,7 @@ QRect Group_Frame() {
   return Map.GroupInHand.size() < 2 || bounds.isEmpty() ? QRect() : bounds.toAlignedRect().adjusted(-4, -4, 4, 4);
 }
 
-void Draw_Text_Frame(Surface& surface, const EntryRow& row) {
+void Akt_Frame(Surface& surface, const EntryRow& row) {
   const FrameWord frame = FrameWord::Parse(row.RA);
   const QRectF box = Control_Box(Map.Text2);
   // Where the map or a turned text is to be seen below, the box would hide it until the text is being written.
@@ -218,25 +233,18 @@ void Draw_Text_Frame(Surface& surface, const EntryRow& row) {
   for (int g = frame.width + gripFrom; g <= frame.width + gripTo; ++g) surface.Box(box.adjusted(-g, -g, g, g));
 }
 
-std::unique_ptr<Surface> Hand_Surface() {
-  auto surface = Make_Surface(Map.canvas);
-  surface->SetClip(QRectF(0, 0, Map.ViewWidth, Map.ViewHeight));
-  return surface;
+void Draw_Vertices(Surface& surface, const std::vector<QPoint>& vertices) {
+  for (const QPoint& vertex : vertices) {
+    const QRectF box(vertex.x() - vertexBox / 2, vertex.y() - vertexBox / 2, vertexBox, vertexBox);
+    surface.FilledBox(box, HighlightColor);
+    surface.pen = {};
+    surface.Box(box);
+  }
 }
 
-}  // namespace
-
-void Akt_Frame() {
-  if (!Map.Text2.Visible || Map.canvas.isNull()) return;
-  const EntryRow row = Row_To_Paint();
-  if (EntryType::Parse(row.Typ).Kind() == EntryKind::Picture) return;
-  const auto surface = Hand_Surface();
-  Draw_Text_Frame(*surface, row);
-}
-
-void Paint_Hand() {
-  Unpaint_Hand();
-  if (!Entry_In_Hand() || Map.canvas.isNull()) return;
+// Keeps what lies below and paints over it.
+void Paint_Over(Surface& surface) {
+  if (!Entry_In_Hand()) return;
   const EntryRow row = Row_To_Paint();
   const std::vector<QPoint> vertices = Shown_Vertices(row);
   const QRect group = Group_Frame();
@@ -247,17 +255,24 @@ void Paint_Hand() {
   if (area.isEmpty()) return;
   Map.HandUnder = Map.canvas.copy(area);
   Map.HandUnderAt = area.topLeft();
-  Akt_Frame();
-  const auto surface = Hand_Surface();
-  for (const QPoint& vertex : vertices) {
-    const QRectF box(vertex.x() - vertexBox / 2, vertex.y() - vertexBox / 2, vertexBox, vertexBox);
-    surface->FilledBox(box, HighlightColor);
-    surface->pen = {};
-    surface->Box(box);
-  }
+  if (Map.Text2.Visible && EntryType::Parse(row.Typ).Kind() != EntryKind::Picture) Akt_Frame(surface, row);
+  Draw_Vertices(surface, vertices);
   if (group.isEmpty()) return;
-  surface->pen = {.mode = DrawMode::Invert, .pen = PenStyle::Dash};
-  surface->Box(group);
+  surface.pen = {.mode = DrawMode::Invert, .pen = PenStyle::Dash};
+  surface.Box(group);
+}
+
+const Overlay frame(OverlayLayer::Hand, [](DrawContext& context) { Paint_Over(context.surface); });
+
+}  // namespace
+
+void Paint_Hand() {
+  if (Redraw_Running()) return;  // it comes with the other overlays
+  Unpaint_Hand();
+  if (Map.canvas.isNull()) return;
+  const auto surface = Make_Surface(Map.canvas);
+  surface->SetClip(QRectF(0, 0, Map.ViewWidth, Map.ViewHeight));
+  Paint_Over(*surface);
 }
 
 void Unpaint_Hand() {

@@ -8,6 +8,8 @@
 // The live controls over the entry in hand. All positions are window pixels.
 
 void Hide_Live_Controls();
+// Colours and frame word of the current row into the Ent... variables and those of the next entry.
+void Load_Entry_Colors();
 // Font, styles and text of the row into the edit box and the Ent... variables.
 void Load_Text_Box(const EntryRow& row);
 // Size and place of the edit box for the text in it.

@@ -6,6 +6,7 @@
 #include "maps/map_open.h"
 #include "maps/menu_state.h"
 #include "objects/palette.h"
+#include "platform/surface.h"
 #include "state/events.h"
 #include "state/global_state.h"
 #include "state/mdi_state.h"
@@ -13,7 +14,7 @@
 #include "store/map_log.h"
 #include "store/settings.h"
 #include "store/table_file.h"
-#include "view/redraw.h"
+#include "tools/canvas.h"
 
 QString Command_Line_Map(const QString& commandLine) {
   static const QRegularExpression blanks(QStringLiteral("[ \\t]+"));

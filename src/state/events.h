@@ -11,7 +11,7 @@ template <typename... Args>
 class Event {
  public:
   using Listener = std::function<void(Args...)>;
-  // Returns a number for Disconnect.
+  // Returns a number for Disconnect; none is given twice, also not after the events were made anew.
   int Connect(Listener listener) {
     listeners.emplace_back(++last, std::move(listener));
     return last;
@@ -29,11 +29,21 @@ class Event {
 
  private:
   std::vector<std::pair<int, Listener>> listeners;
-  int last = 0;
+  inline static int last = 0;
 };
+
+// Connects a listener that stays for good, once however often it is called: `number` is the caller's, kept between the
+// calls.
+template <typename... Args>
+void Reconnect(Event<Args...>& event, int& number, typename Event<Args...>::Listener listener) {
+  event.Disconnect(number);
+  number = event.Connect(std::move(listener));
+}
 
 struct Events {
   Event<> RedrawWanted;       // answered by the canvas with Map_Redraw
+  Event<> BeforeRedraw;       // a redraw begins; the view is the new one, the canvas still the old picture
+  Event<> AfterRedraw;        // the entries are painted, hit regions and counts are theirs; the overlays come next
   Event<> MapPainted;         // the canvas image changed: the window shows it
   Event<> TableChanged;       // rows or columns changed, the table was loaded or closed
   Event<> CurrentRowChanged;  // rsEntries stands on another row

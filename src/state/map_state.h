@@ -79,7 +79,6 @@ struct MapState {
   int PlanMode = 0;                  // negative: plan squares hidden
   int BoxMode = 0;                   // -1: text boxes in the not-xor mode
   bool Perspex = false;              // the boxes behind texts are half transparent; for the session
-  bool DrawAbort = false;            // an entry was deleted while it was drawn: the pass stops
   int ReferenceWidth = 1;            // pen width of reference lines, pixels
   double ReferenceCircle = 4;        // radius of the foot point circle, pixels
   double ReferenceArrow = 6;         // width of the arrow head, pixels

@@ -14,8 +14,6 @@
 #include "state/mdi_state.h"
 #include "store/entry_type.h"
 #include "view/cursor_coordinates.h"
-#include "view/redraw.h"
-#include "view/view.h"
 
 namespace {
 
@@ -141,20 +139,6 @@ std::optional<TypedPlace> GridPix(const CoordinateForm& form, const TypedCoordin
   if (code == onMap) return TypedPlace{{To_Int32(x), To_Int32(y)}, *right, *high};
   if (code != conversionCancelled) Tell(Far_Text(form, code), form.title);
   return std::nullopt;
-}
-
-void Show_Place(QPoint map) {
-  Map.PositionMark = map;
-  if (Map.HScroller.Visible || Map.VScroller.Visible)
-    ScrollMap(map.x(), map.y());
-  else
-    Map_Redraw();
-}
-
-void Hide_Place() {
-  if (!Map.PositionMark) return;
-  Map.PositionMark.reset();
-  Map_Redraw();
 }
 
 bool Foot_Is_Next(const TakenPosition& taken) { return taken.step == 1 && Has_Foot(taken.before); }

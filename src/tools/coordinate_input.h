@@ -34,10 +34,6 @@ struct TypedPlace {
 // a place off the map are told under the form's title; nothing then.
 std::optional<TypedPlace> GridPix(const CoordinateForm& form, const TypedCoordinate& typed);
 
-// Shows a marker there and scrolls to it; the second takes it away.
-void Show_Place(QPoint map);
-void Hide_Place();
-
 // An entry that is moved to a typed place.
 struct TakenPosition {
   qint64 key = 0;

@@ -4,6 +4,8 @@
 #include <memory>
 
 #include "hand/activation.h"
+#include "plansquares/plan_labels.h"
+#include "plansquares/plan_map.h"
 #include "plansquares/raster_rows.h"
 #include "plansquares/raster_texts.h"
 #include "state/events.h"
@@ -11,118 +13,14 @@
 #include "state/map_state.h"
 #include "state/mdi_state.h"
 #include "tools/map_tool.h"
+#include "view/overlay.h"
 #include "view/redraw.h"
 
 namespace {
 
-constexpr double smallestFont = 5, firstFont = 6;
-constexpr int edgeLetters = 3;
-
 std::optional<RasterPreview> preview;
 
 }  // namespace
-
-// Labels -------------------------------------------------------------------------------------------------------------
-
-void PlanLabels::Set_Design(const RasterDesign& raster) { design = raster; }
-
-void PlanLabels::Add_Square(const QString& name, const QString& label, const QRectF& box, bool shown) {
-  QString columnText, rowText;
-  if (!Split_Name(name, columnText, rowText)) return;
-  firstLeft = any ? std::min(firstLeft, box.left()) : box.left();
-  firstTop = any ? std::min(firstTop, box.top()) : box.top();
-  any = true;
-  if (!shown) return;
-  width = labels.empty() ? box.width() : std::min(width, box.width());
-  height = labels.empty() ? box.height() : std::min(height, box.height());
-  labels.push_back({label, box});
-  Plan_Edge_Collect(name, box.left(), box.top());
-}
-
-void PlanLabels::Plan_Edge_Collect(const QString& name, double x, double y) {
-  const qsizetype dash = name.indexOf(u'-');
-  if (dash < 0) return;
-  const QString columnText = name.left(dash).left(edgeLetters), rowText = name.mid(dash + 1);
-  if (!knownCols.contains(columnText)) {
-    knownCols.insert(columnText);
-    PlanCols.push_back({columnText, x});
-  }
-  if (knownRows.contains(rowText)) return;
-  knownRows.insert(rowText);
-  PlanRows.push_back({rowText.rightJustified(edgeLetters), y});
-}
-
-// The largest size at which the widest text fits into a square; 5 points at least. False if not even they do.
-bool PlanLabels::Fit_Font(DrawContext& context) {
-  FontKey font;
-  font.family = design->font.isEmpty() ? QStringLiteral("Arial") : design->font;
-  const double scale = context.fontScale > 0 ? context.fontScale : 1 / context.view.Zoom;
-  font.points = std::max(smallestFont, (design->fontSize > 0 ? design->fontSize : firstFont) * scale);
-  const bool centred = design->labels == LabelPlace::Centre;
-  const auto fits = [&] {
-    context.surface.SetFont(font);
-    double widest = 0;
-    if (centred)
-      for (const Label& label : labels) widest = std::max<double>(widest, context.surface.TextWidth(label.text));
-    else
-      for (const PlanEdge& edge : PlanCols) widest = std::max<double>(widest, context.surface.TextWidth(edge.Text));
-    return widest <= width && context.surface.TextHeight(QStringLiteral("0")) <= height;
-  };
-  while (!fits()) {
-    if (font.points <= smallestFont) return false;
-    font.points = std::max(smallestFont, font.points - 1);
-  }
-  return true;
-}
-
-void PlanLabels::Print(DrawContext& context) {
-  if (!design || labels.empty() || design->labels == LabelPlace::None) return;
-  const KeepPen keep(context.surface);
-  const bool fits = Fit_Font(context);
-  context.surface.pen = {};
-  context.surface.pen.ForeColor = Color_Of(design->VG);
-  if (design->labels != LabelPlace::Centre)
-    Plan_Edge_Print(context, EdgePart::Both);
-  else if (fits)
-    Print_Centred(context);
-}
-
-void PlanLabels::Print_Edge(DrawContext& context, QPointF at, const QString& text) {
-  Surface& surface = context.surface;
-  const QPointF place(context.view.Round(at.x()), context.view.Round(at.y()));
-  const QSizeF size(surface.TextWidth(text), surface.TextHeight(text));
-  // On a ground of its own: it stands over whatever the map shows there.
-  surface.FilledBox({place, size}, Color_Of(design->HG));
-  surface.Print(place, text);
-}
-
-void PlanLabels::Plan_Edge_Print(DrawContext& context, EdgePart which) {
-  const bool atSquares = design->labels == LabelPlace::SquareEdge;
-  const double line = context.surface.TextHeight(QStringLiteral("0"));
-  const double room = 2.0 * context.surface.TextWidth(QStringLiteral("0"));
-  const double top = atSquares ? firstTop - line - 1 : context.window.top() + 1;
-  const double left = atSquares ? firstLeft - room - 2 : context.window.left() + 1;
-  const auto middle = [](double pos, double square, double text) { return pos + (square - text) / 2; };
-  if (which != EdgePart::Rows)
-    for (const PlanEdge& edge : PlanCols)
-      Print_Edge(context, {middle(edge.Pos, width, context.surface.TextWidth(edge.Text)), top}, edge.Text);
-  if (which == EdgePart::Columns) return;
-  for (const PlanEdge& edge : PlanRows) {
-    const QString text = edge.Text.trimmed();
-    // Numbers stand under each other by their last digit.
-    const double indent = std::max(0.0, room - context.surface.TextWidth(text));
-    Print_Edge(context, {left + indent, middle(edge.Pos, height, line)}, text);
-  }
-}
-
-void PlanLabels::Print_Centred(DrawContext& context) {
-  Surface& surface = context.surface;
-  for (const Label& label : labels) {
-    const QSizeF size(surface.TextWidth(label.text), surface.TextHeight(label.text));
-    const QPointF at = label.box.center() - QPointF(size.width() / 2, size.height() / 2);
-    surface.Print({context.view.Round(at.x()), context.view.Round(at.y())}, label.text);
-  }
-}
 
 // Preview ------------------------------------------------------------------------------------------------------------
 
@@ -134,7 +32,9 @@ void Show_Raster_Preview(std::optional<RasterPreview> wanted) {
 
 bool Raster_Preview_Shown() { return preview.has_value(); }
 
-void Draw_Raster_Preview(DrawContext& context) {
+namespace {
+
+void Draw_Preview(DrawContext& context) {
   if (!preview) return;
   const RasterPlan& plan = preview->plan;
   Surface& surface = context.surface;
@@ -159,6 +59,10 @@ void Draw_Raster_Preview(DrawContext& context) {
   }
   labels.Print(context);
 }
+
+const Overlay shownPreview(OverlayLayer::Preview, Draw_Preview);
+
+}  // namespace
 
 // The field on the map -----------------------------------------------------------------------------------------------
 
@@ -219,13 +123,6 @@ void Take_Bereich(std::function<void(QRect)> taken, std::function<void()> droppe
 
 // Switches -----------------------------------------------------------------------------------------------------------
 
-bool Raster_Active() { return frmMDI.RasterActive; }
-
-void Set_Raster_Active(bool active) {
-  frmMDI.RasterActive = active;
-  if (!active) Map.lblPLQ.Visible = false;
-}
-
 void Toggle_Raster_Active() {
   Set_Raster_Active(!Raster_Active());
   Map_Redraw();
@@ -261,40 +158,10 @@ bool Take_Raster_On_Map(const RasterPreview& wanted) {
   return false;
 }
 
-// The square under the mouse -----------------------------------------------------------------------------------------
-
-namespace {
-
-const PlanLabel* Square_Of(int hit) {
-  if (hit < 1) return nullptr;
-  const EntryRegion& region = Map.EntryRegions.Row(hit);
-  if (region.kind != planRegion) return nullptr;
-  const auto found = std::find_if(Map.PlanLabels.begin(), Map.PlanLabels.end(),
-                                  [&region](const PlanLabel& label) { return label.key == region.key; });
-  return found == Map.PlanLabels.end() ? nullptr : &*found;
-}
-
-}  // namespace
-
-bool Show_Plan_Label(int hit) {
-  const PlanLabel* square = Square_Of(hit);
-  LiveControl& label = Map.lblPLQ;
-  if (!square) return std::exchange(label.Visible, false);
-  constexpr int inset = 3, perLetter = 9, line = 18;
-  const QString text = square->text.isEmpty() ? raster_texts::hiddenSquare : square->text;
-  const int left = std::max(0, square->offsetX) + inset, top = std::max(0, square->offsetY) + inset;
-  if (label.Visible && label.Text == text && label.Left == left && label.Top == top) return false;
-  label.Visible = true;
-  label.Text = text;
-  label.Left = left;
-  label.Top = top;
-  label.Width = static_cast<int>(text.size()) * perLetter + 2 * inset;
-  label.Height = line;
-  return true;
-}
-
-bool Is_Raster_Square(int hit) {
-  const PlanLabel* square = Square_Of(hit);
-  QString columnText, rowText;
-  return square && Split_Name(square->name, columnText, rowText);
+void Connect_Plan_Squares() {
+  static int closed = 0;
+  Reconnect(events.MapClosed, closed, [] {
+    Show_Raster_Preview({});
+    Set_Raster_Active(false);
+  });
 }

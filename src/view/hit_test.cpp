@@ -1,7 +1,7 @@
 #include "view/hit_test.h"
 
+#include "plansquares/plan_map.h"
 #include "state/map_state.h"
-#include "tools/plan_squares.h"
 
 int Hit_Entry(QPoint window) {
   const QPointF point(window);

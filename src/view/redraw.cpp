@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "hand/activation.h"
 #include "objects/net_draw.h"
+#include "platform/for_now.h"
 #include "platform/message_box.h"
 #include "state/coordinate_state.h"
 #include "state/events.h"
@@ -14,8 +14,8 @@
 #include "state/table_state.h"
 #include "store/entry.h"
 #include "store/entry_edit.h"
-#include "tools/plan_squares.h"
 #include "view/entry_painter.h"
+#include "view/overlay.h"
 #include "view/picture_cache.h"
 
 namespace {
@@ -23,7 +23,9 @@ namespace {
 constexpr int windowGrey = 7;  // colour numbers of the window's ground and pen
 constexpr int windowBlue = 9;
 
-bool passRunning = false;
+bool running = false, wantedAgain = false;
+
+const Overlay net(OverlayLayer::Net, Draw_Grid);
 
 // The scan half mixed with white, so that the entries stand out.
 void Lighten(QImage& picture, int width, int height) {
@@ -64,22 +66,6 @@ void Show_Counts(const DrawCounts& counts) {
   frmMDI.Enabled = true;
 }
 
-// A ring and a cross round the place that was found.
-void Draw_Position_Mark(DrawContext& context) {
-  if (!Map.PositionMark) return;
-  constexpr double radius = 9, arm = 16;
-  const QPointF at = context.view.Point(*Map.PositionMark);
-  const KeepPen keep(context.surface);
-  context.surface.pen = {};
-  for (const auto& [color, width] : {std::pair(QBColor(15), 3.0), std::pair(QBColor(12), 1.0)}) {
-    context.surface.pen.ForeColor = color;
-    context.surface.pen.DrawWidth = width;
-    context.surface.Ellipse(QRectF(at.x() - radius, at.y() - radius, 2 * radius + 1, 2 * radius + 1));
-    context.surface.Line(at - QPointF(arm, 0), at + QPointF(arm + 1, 0));
-    context.surface.Line(at - QPointF(0, arm), at + QPointF(0, arm + 1));
-  }
-}
-
 // The entry that could not be drawn stands as the current row: the user may delete it.
 bool Ask_Delete(const Error& error) {
   const MsgAnswer answer =
@@ -93,6 +79,54 @@ bool Ask_Delete(const Error& error) {
   Map.CurBookmark.clear();
   events.TableChanged.Emit();
   return true;
+}
+
+bool Can_Redraw() { return frmMDI.MapOpen && rsEntries && !Map.MapClip[0].image.isNull(); }
+
+void Paint_Ground() {
+  const int width = std::max(1, Map.ScaleWidth), height = std::max(1, Map.ScaleHeight);
+  if (Map.canvas.size() != QSize(width, height)) Map.canvas = Make_Canvas(width, height);
+  Paint_Clip(Map.canvas);
+  if (frmMDI.Light) Lighten(Map.canvas, Map.ViewWidth, Map.ViewHeight);
+}
+
+// Calls the work with a context on the painted part of the canvas.
+template <typename Work>
+void On_Canvas(RegionSet* regions, Work&& work) {
+  const auto surface = Make_Surface(Map.canvas);
+  surface->pen.ForeColor = QBColor(windowBlue);
+  const QRectF window(0, 0, Map.ViewWidth, Map.ViewHeight);
+  surface->SetClip(window);
+  DrawContext context{
+      *surface,
+      {static_cast<double>(Map.ViewLeft), static_cast<double>(Map.ViewTop), static_cast<double>(Map.Zoom)},
+      window,
+      regions};
+  work(context);
+  surface->SetClip({});
+  Fill_Corner(*surface);
+}
+
+// Ground and entries. What was deleted on the way may have left something behind: then all of it once more.
+void Paint_Map() {
+  DrawCounts counts;
+  do {
+    Map.FontMissingAnswer.clear();
+    Delete_Regions();
+    Paint_Ground();
+    On_Canvas(&Map.EntryRegions, [&counts](DrawContext& context) { counts = Draw_Entries(context); });
+  } while (counts.deleted > 0);
+  Show_Counts(counts);
+}
+
+void Redraw_Once() {
+  events.BeforeRedraw.Emit();
+  Map.Minimized = false;
+  if (!Map.CurBookmark.isEmpty() && rsEntries->HasRow(Map.CurBookmark)) rsEntries->SetBookmark(Map.CurBookmark);
+  Paint_Map();
+  if (!rsEntries->Eof() && !rsEntries->Bof()) Map.CurBookmark = rsEntries->Bookmark();
+  events.AfterRedraw.Emit();
+  On_Canvas(nullptr, Draw_Overlays);
 }
 
 }  // namespace
@@ -115,16 +149,21 @@ void Draw_Background(DrawContext& context) {
 DrawCounts Draw_Entries(DrawContext& context) {
   if (!rsEntries) return {};
   EntryPainter painter(context);
-  For_Each_Entry([&painter] {
+  int deleted = 0;
+  For_Each_Entry([&] {
     try {
       painter.Draw_Row(*rsEntries);
     } catch (const Error& error) {
-      if (Ask_Delete(error)) Map.DrawAbort = true;
+      if (!Ask_Delete(error)) return Walk::On;
+      ++deleted;
+      return Walk::RowGone;
     }
-    return Map.DrawAbort ? Walk::Stop : Walk::On;
+    return Walk::On;
   });
   painter.Finish();
-  return painter.Counts();
+  DrawCounts counts = painter.Counts();
+  counts.deleted = deleted;
+  return counts;
 }
 
 void Draw_Grid(DrawContext& context) {
@@ -132,47 +171,23 @@ void Draw_Grid(DrawContext& context) {
 }
 
 void Map_Redraw() {
-  if (!frmMDI.MapOpen || !rsEntries || Map.MapClip[0].image.isNull() || passRunning) return;
-  passRunning = true;
-  Hand_Before_Redraw();
-  Map.FontMissingAnswer.clear();
-  Delete_Regions();
-  Map.Minimized = false;
-  if (!Map.CurBookmark.isEmpty() && rsEntries->HasRow(Map.CurBookmark)) rsEntries->SetBookmark(Map.CurBookmark);
-  const int width = std::max(1, Map.ScaleWidth), height = std::max(1, Map.ScaleHeight);
-  if (Map.canvas.size() != QSize(width, height)) Map.canvas = Make_Canvas(width, height);
-  Paint_Clip(Map.canvas);
-  if (frmMDI.Light) Lighten(Map.canvas, Map.ViewWidth, Map.ViewHeight);
-  bool aborted = false;
-  {
-    const auto surface = Make_Surface(Map.canvas);
-    surface->pen.ForeColor = QBColor(windowBlue);
-    const QRectF window(0, 0, Map.ViewWidth, Map.ViewHeight);
-    surface->SetClip(window);
-    DrawContext context{
-        *surface,
-        {static_cast<double>(Map.ViewLeft), static_cast<double>(Map.ViewTop), static_cast<double>(Map.Zoom)},
-        window,
-        &Map.EntryRegions};
-    Map.DrawAbort = false;
-    Show_Counts(Draw_Entries(context));
-    aborted = Map.DrawAbort;
-    if (!aborted) {
-      Draw_Grid(context);
-      Draw_Position_Mark(context);
-      Draw_Raster_Preview(context);
-    }
-    Map.DrawAbort = false;
-    surface->SetClip({});
-    Fill_Corner(*surface);
+  if (!Can_Redraw()) return;
+  if (running) {
+    wantedAgain = true;
+    return;
   }
-  passRunning = false;
-  if (!rsEntries->Eof() && !rsEntries->Bof()) Map.CurBookmark = rsEntries->Bookmark();
-  if (aborted) return Map_Redraw();  // the rest of the entries, without the one deleted
-  Hand_After_Redraw();
+  wantedAgain = false;
+  {
+    const ForNow isRunning(running, true);
+    Redraw_Once();
+    // A question on the way has let the user go on: another size, another font. Once, whatever the second one asks.
+    if (wantedAgain && Can_Redraw()) Redraw_Once();
+  }
   events.StateChanged.Emit();
   events.MapPainted.Emit();
 }
+
+bool Redraw_Running() { return running; }
 
 void Delete_Regions() { Map.EntryRegions.Clear(); }
 
@@ -199,15 +214,9 @@ QString Count_Text(int hidden, int inactive) {
   return first + (first.isEmpty() || second.isEmpty() ? QString() : QStringLiteral("  ")) + second;
 }
 
-void Connect_Canvas() {
+void Connect_Redraw() {
   static int listener = 0;
-  events.RedrawWanted.Disconnect(listener);
-  listener = events.RedrawWanted.Connect([] { Map_Redraw(); });
+  Reconnect(events.RedrawWanted, listener, [] { Map_Redraw(); });
   static int closed = 0;
-  events.MapClosed.Disconnect(closed);
-  closed = events.MapClosed.Connect([] {
-    Forget_Entry_Pictures();
-    Show_Raster_Preview({});
-    Set_Raster_Active(false);
-  });
+  Reconnect(events.MapClosed, closed, Forget_Entry_Pictures);
 }

@@ -25,7 +25,6 @@ class PageSetupTest : public FluraxTest {
  protected:
   void SetUp() override {
     FluraxTest::SetUp();
-    Connect_Canvas();
     map = Make_Map(u"Karte.bmp"_s, 1600, 1200);
     Open_Map(map);
     ASSERT_TRUE(frmMDI.MapOpen);

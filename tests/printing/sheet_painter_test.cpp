@@ -28,7 +28,6 @@ class SheetPainter : public FluraxTest {
  protected:
   void SetUp() override {
     FluraxTest::SetUp();
-    Connect_Canvas();
     Open_Map(Make_Map(u"Karte.bmp"_s, 1600, 1200));
     ASSERT_TRUE(frmMDI.MapOpen);
     paper = Paper_Of(u"A4"_s, landscape);

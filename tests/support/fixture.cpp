@@ -11,6 +11,7 @@
 #include "state/dialog_hooks.h"
 #include "state/events.h"
 #include "store/entry.h"
+#include "tools/canvas.h"
 
 namespace {
 // The template is made once a run; every test gets a copy.
@@ -44,6 +45,7 @@ void FluraxTest::SetUp() {
   Reset_Services();
   Reset_Global_State();
   Drop_Coordinates();
+  Connect_Canvas();
   NextShape = {};
   NextText = {};
   ProgramFolder = Path(QStringLiteral("Programm"));

@@ -20,7 +20,6 @@ class HandTest : public FluraxTest, public RowsOfTable {
  protected:
   void SetUp() override {
     FluraxTest::SetUp();
-    Connect_Canvas();
     Map.ScaleWidth = frmMDI.InnerWidth = 820;
     Map.ScaleHeight = frmMDI.InnerHeight = 620;
     Open_Map(Make_Map(QStringLiteral("Karte.bmp"), 1600, 1200));

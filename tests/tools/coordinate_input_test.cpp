@@ -6,6 +6,7 @@
 #include "support/hand_fixture.h"
 #include "support/nets.h"
 #include "support/pixels.h"
+#include "tools/position_mark.h"
 
 namespace {
 

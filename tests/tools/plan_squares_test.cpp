@@ -1,6 +1,8 @@
 #include "tools/plan_squares.h"
 
 #include "edit/entry_look.h"
+#include "plansquares/plan_labels.h"
+#include "plansquares/plan_map.h"
 #include "plansquares/raster_rows.h"
 #include "support/bulk_fixture.h"
 #include "support/looks.h"

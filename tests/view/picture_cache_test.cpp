@@ -21,7 +21,6 @@ class PictureCache : public FluraxTest {
  protected:
   void SetUp() override {
     FluraxTest::SetUp();
-    Connect_Canvas();
     Forget_Entry_Pictures();
     former = Bound_Entry_Pictures(qint64{1} << 30);
   }

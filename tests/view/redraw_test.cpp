@@ -9,6 +9,7 @@
 #include "support/hand_fixture.h"
 #include "support/pixels.h"
 #include "view/hit_test.h"
+#include "view/overlay.h"
 #include "view/picture_cache.h"
 
 namespace {
@@ -20,6 +21,13 @@ class Redraw : public HandTest {
   }
   static EntryRow Figure_Row(int kind, QRect box, const QString& fill = QStringLiteral("F 1")) {
     return {"Figur1", "Figur", fill, 12, 0, 10, 12, box.x(), box.y(), box.width(), box.height(), kind};
+  }
+  // A figure whose width another program wrote: too large to be read.
+  static void Append_Damaged(int kind) {
+    EntryRow row = Figure_Row(kind, {50, 50, 80, 80});
+    row.Eintrag = QStringLiteral("beschädigt");
+    Append_Entry(row);
+    dbEntries->Execute(QStringLiteral("UPDATE MapData SET Xline = 99999 WHERE Eintrag = 'beschädigt'"));
   }
   static QRgb Pixel(int x, int y) { return Map.canvas.pixel(x, y) | 0xff000000; }
   // Is there any pixel of the colour in the box?
@@ -248,6 +256,67 @@ TEST_F(Redraw, TheWholePictureIsTheSameDrawing) {
   EXPECT_EQ(whole.copy(0, 0, 800, 600), Map.canvas.copy(0, 0, 800, 600));
   EXPECT_EQ(whole.pixel(1460, 1040), QBColor(10));
   EXPECT_EQ(Map.EntryRegions.Count(), 1);  // the map's hit list is untouched
+}
+
+TEST_F(Redraw, AHiddenRowThatCannotBeDrawnLeavesTheOthersTheirRegions) {
+  Append_Damaged(-20);
+  Append_Entry(Figure_Row(20, {200, 200, 80, 80}));
+  frmMDI.showHidden = true;
+  MessageScript script;
+  script.Expect(QStringLiteral("Soll dieser Eintrag gelöscht werden?"), MsgAnswer::No);
+  Map_Redraw();
+  EXPECT_EQ(Map.EntryRegions.Count(), 1);
+  EXPECT_EQ(Hit_Entry({240, 240}), 1);
+}
+
+TEST_F(Redraw, AFailureOnTheWayDoesNotStopTheRedrawsAfterIt) {
+  {
+    const Overlay failing(OverlayLayer::Mark, [](DrawContext&) { Raise(errors::diskFull); });
+    EXPECT_THROW(Map_Redraw(), Error);
+  }
+  EXPECT_FALSE(Redraw_Running());
+  Append_Entry(Figure_Row(20, {200, 200, 80, 80}));
+  Map_Redraw();
+  EXPECT_EQ(Pixel(240, 240), QBColor(10));
+}
+
+TEST_F(Redraw, APictureGoesOnBehindAnEntryThatIsDeleted) {
+  for (const int x : {100, 300}) {
+    Append_Damaged(20);
+    Append_Entry(Figure_Row(20, {x, 200, 80, 80}));
+  }
+  MessageScript script;
+  for (int i = 0; i < 2; ++i) script.Expect(QStringLiteral("Soll dieser Eintrag"), MsgAnswer::Yes);
+  const QImage picture = Map_Picture_With_Entries();
+  EXPECT_EQ(picture.pixel(140, 240), QBColor(10));
+  EXPECT_EQ(picture.pixel(340, 240), QBColor(10));
+  EXPECT_EQ(Map_Picture_With_Entries(), picture);
+}
+
+TEST_F(Redraw, OverlaysLieOverTheEntriesInTheirOrder) {
+  Append_Entry(Figure_Row(20, {50, 50, 80, 80}));
+  QStringList heard;
+  events.BeforeRedraw.Connect([&] { heard << "before" + QString::number(Map.EntryRegions.Count()); });
+  events.AfterRedraw.Connect([&] {
+    heard << "after" + QString::number(Map.EntryRegions.Count());
+    Map_Redraw();  // wanted while it runs: once more at the end
+  });
+  events.MapPainted.Connect([&] { heard << "painted"; });
+  const auto box = [&heard](int color) {
+    return [&heard, color](DrawContext& context) {
+      context.surface.FilledBox(QRectF(60, 60, 10, 10), QBColor(color));
+      heard << QString::number(color);
+    };
+  };
+  {
+    const Overlay above(OverlayLayer::Hand, box(4)), below(OverlayLayer::Net, box(1));
+    Map_Redraw();
+  }
+  EXPECT_EQ(Pixel(65, 65), QBColor(4));
+  EXPECT_EQ(Pixel(80, 80), QBColor(10));
+  EXPECT_EQ(heard.join(u' '), QStringLiteral("before0 after1 1 4 before1 after1 1 4 painted"));
+  Map_Redraw();
+  EXPECT_EQ(Pixel(65, 65), QBColor(10)) << "an overlay goes with its object";
 }
 
 TEST_F(Redraw, TheCurrentRowStaysTheCurrentRow) {

@@ -1,5 +1,6 @@
 #include <QTabWidget>
 
+#include "store/entry.h"
 #include "tools/plan_squares.h"
 #include "windows/plansquares/frmRaster.h"
 #include "windows/window_fixture.h"

@@ -6,6 +6,7 @@
 #include "state/coordinate_state.h"
 #include "state/events.h"
 #include "state/map_state.h"
+#include "tools/position_mark.h"
 #include "ui_frmGPSData.h"
 #include "view/view.h"
 #include "windows/common/frm_beside.h"

@@ -1,0 +1,11 @@
+#include "tools/canvas.h"
+
+#include "hand/activation.h"
+#include "tools/plan_squares.h"
+#include "view/redraw.h"
+
+void Connect_Canvas() {
+  Connect_Redraw();
+  Connect_Hand();
+  Connect_Plan_Squares();
+}
