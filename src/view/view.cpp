@@ -5,6 +5,7 @@
 #include <cmath>
 #include <map>
 
+#include "platform/for_now.h"
 #include "platform/text.h"
 #include "state/events.h"
 #include "state/global_state.h"
@@ -26,6 +27,8 @@ constexpr qint64 copiesLimit = 512LL << 20;  // bytes of reduced copies kept for
 std::map<float, QImage> reducedCopies;
 int builds = 0;
 
+bool layingOut = false;  // the windows are taking their places
+
 MapClipState& Current_Clip() { return Map.MapClip[static_cast<size_t>(Map.ClipLevel)]; }
 
 // Map pixels per pixel of the current clip.
@@ -36,11 +39,6 @@ void Hide_Floating() {
   Map.imgRfLine.Visible = false;
   Map.imgBild.Visible = false;
   Map.lblShape.Visible = false;
-}
-
-void Show_Zoom_Text(const QString& text) {
-  InfoBar.Zoom = text;
-  events.StateChanged.Emit();
 }
 
 void Forget_Distant_Copies(float wanted) {
@@ -64,10 +62,11 @@ const QImage& Reduced_Copy(float factor) {
   const float base = factor > 4.0F ? 4.0F : factor > 2.0F ? 2.0F : 1.0F;
   const QImage source = factor == 4.0F ? Reduced_Copy(2.0F) : base == 1.0F ? Map.MapClip[0].image : Reduced_Copy(base);
   const float step = factor == 4.0F ? 2.0F : factor / base;
-  Show_Zoom_Text(QStringLiteral("Karte wird gezoomt. Bitte warten."));
+  // The status bar alone: windows that were synced now would ask for a picture of a zoom that is not there yet.
+  const ForNow notice(InfoBar.Zoom, QStringLiteral("Karte wird gezoomt. Bitte warten."));
+  events.InfoBarChanged.Emit();
   QImage copy = Reduced_Picture(source, static_cast<double>(step));
   ++builds;
-  Show_Zoom_Text({});
   const QImage& kept = reducedCopies[factor] = std::move(copy);
   Forget_Distant_Copies(factor);
   return kept;
@@ -198,8 +197,9 @@ void Choose_Window_Size() {
   Map.ScaleHeight = std::max(1, Map.WantHeight);
 }
 
-void Lay_Out_Around(MapPoint centre) {
-  if (!Map.Visible || Map.Minimized || Map.MapClip[0].image.isNull()) return;
+// False without a window that can be seen: nothing is laid out then.
+bool Lay_Out_Around(MapPoint centre) {
+  if (!Map.Visible || Map.Minimized || Map.MapClip[0].image.isNull()) return false;
   const BusyPointer busy;
   Map.imgRfLine.Visible = false;
   Map.Text2.Visible = false;
@@ -207,8 +207,14 @@ void Lay_Out_Around(MapPoint centre) {
   if (Current_Clip().image.isNull()) Choose_Clip();
   Choose_Window_Size();
   Set_Bars(centre);
-  events.StateChanged.Emit();
+  {
+    // The window takes the place it is given, or what there is room for: it is painted for that, once.
+    const ForNow settling(layingOut, true);
+    events.StateChanged.Emit();
+  }
+  Set_Bars(centre);
   Map_Redraw();
+  return true;
 }
 
 void Apply_Zoom(float factor, MapPoint centre) {
@@ -219,9 +225,8 @@ void Apply_Zoom(float factor, MapPoint centre) {
     FensterSize();
   }
   ReduceMap();
-  Lay_Out_Around(centre);
   InfoBar.Zoom = QStringLiteral("%1 %").arg(Zoom_Percent());
-  events.StateChanged.Emit();
+  if (!Lay_Out_Around(centre)) events.StateChanged.Emit();
 }
 
 }  // namespace
@@ -313,12 +318,11 @@ void FensterSize() {
 void Layout_Map() { Lay_Out_Around(View_Centre()); }
 
 void Map_Resized() {
-  if (!Map.Visible || Map.Minimized || Map.MapClip[0].image.isNull()) return;
+  if (layingOut || !Map.Visible || Map.Minimized || Map.MapClip[0].image.isNull()) return;
   // The upper left corner stays where it is while the user drags the window's edge.
   const MapPoint corner{static_cast<double>(Map.ViewLeft), static_cast<double>(Map.ViewTop)};
   Set_Bars(corner);
   Place_Clip(corner.x, corner.y);
-  events.StateChanged.Emit();
   Map_Redraw();
 }
 
@@ -358,7 +362,6 @@ void ScrollMap(int mapX, int mapY) {
   if (valueX < 0 && valueY < 0) return;
   Place_Clip(valueX < 0 ? Map.ViewLeft : valueX * static_cast<double>(Map.ScrollUnitX),
              valueY < 0 ? Map.ViewTop : valueY * static_cast<double>(Map.ScrollUnitY));
-  events.StateChanged.Emit();
   Map_Redraw();
 }
 
@@ -368,7 +371,6 @@ void Scroll_By(int dx, int dy) {
   Place_Clip(Map.ViewLeft + dx * static_cast<double>(Map.Zoom), Map.ViewTop + dy * static_cast<double>(Map.Zoom));
   if (oldLeft == Map.ViewLeft && oldTop == Map.ViewTop) return;
   Map.imgBild.Visible = Map.imgRfLine.Visible = Map.lblShape.Visible = false;
-  events.StateChanged.Emit();
   Map_Redraw();
 }
 

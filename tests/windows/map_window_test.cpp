@@ -1,3 +1,4 @@
+#include <QLabel>
 #include <QMdiSubWindow>
 #include <QPainter>
 #include <QScrollBar>
@@ -139,6 +140,31 @@ TEST_F(MapWindowTest, NormalWindowShrinksToASmallMapAndObeysTheUser) {
   const QImage shown = Canvas()->grab().toImage();
   EXPECT_EQ(shown.pixel(shown.width() - 2, shown.height() - 2), QBColor(7));
   EXPECT_EQ(shown.pixel(398, 318), qRgb(398 / 16, 318 / 16, 0));
+}
+
+TEST_F(MapWindowTest, AZoomPaintsTheMapOnceAndTellsOfTheWork) {
+  Open_Colored(1200, 900);
+  int painted = 0;
+  QStringList told;
+  const int painting = events.MapPainted.Connect([&painted] { ++painted; });
+  const int telling = events.InfoBarChanged.Connect([&told] { told << InfoBar.Zoom; });
+  for (const bool normal : {false, true}) {
+    if (normal) Choose(QStringLiteral("mnuWEinpass"));
+    for (const char* zoom : {"mnuZoom50", "mnuZoom25", "mnuZoom100", "mnuZoom200", "mnuZoomBreite", "mnuZoom75"}) {
+      painted = 0;
+      Choose(QLatin1String(zoom));
+      EXPECT_EQ(painted, 1) << zoom << normal;
+      EXPECT_EQ(Map.ScaleWidth, window->Map_Window().width());
+      Check_Picture();
+    }
+  }
+  EXPECT_TRUE(told.contains(QStringLiteral("Karte wird gezoomt. Bitte warten.")));
+  EXPECT_EQ(Child<QLabel>("Zm")->text(), QStringLiteral("75 %"));
+  painted = 0;
+  Wheel({200, 200}, {0, -120}, Qt::NoModifier);
+  EXPECT_EQ(painted, 1);
+  events.MapPainted.Disconnect(painting);
+  events.InfoBarChanged.Disconnect(telling);
 }
 
 TEST_F(MapWindowTest, MinimisingAndMaximisingByTheUserIsTold) {

@@ -153,7 +153,9 @@ void MdiWindow::Sync() {
 
 void MdiWindow::Sync_InfoBar() {
   for (size_t i = 0; i < panels.size(); ++i) panels[i]->Show_Text(InfoBar.Panel[i]);
+  if (zoomPanel->text() == InfoBar.Zoom) return;
   zoomPanel->setText(InfoBar.Zoom);
+  zoomPanel->repaint();  // the work it tells of goes on in the same call
 }
 
 void MdiWindow::Idle() {
