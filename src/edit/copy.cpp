@@ -135,35 +135,16 @@ void Copy_Entry() {
   if (Append_Copy(row, text, Map_X(place.x()) - corner.x(), Map_Y(place.y()) - corner.y())) Take_Copy(inHand);
 }
 
-void Duplicate_Entry() {
-  if (!On_Current_Entry()) return;
-  const QString source = rsEntries->Bookmark();
-  if (std::exchange(Map.WaitingDuplicate, QString()) == source) {
-    InfoBar.Panel[0].clear();  // pressed again: given up
-  } else {
-    if (Entry_In_Hand() && Map.Text2.Tag == QLatin1String("Change") && !End_Entry()) return;
-    Map.WaitingDuplicate = source;
-    Map.lblShape.Tag = QStringLiteral("Dup");
-    InfoBar.Panel[0] = QStringLiteral("Duplikat: Bitte klicken Sie auf die Stelle, an der es liegen soll.");
-  }
-  events.StateChanged.Emit();
-}
-
-bool Duplicate_Waiting() { return !Map.WaitingDuplicate.isEmpty(); }
-
-void Place_Duplicate(QPoint window) {
-  const QString source = std::exchange(Map.WaitingDuplicate, QString());
-  if (source.isEmpty() || !Table_Is_Open() || !rsEntries->HasRow(source)) return;
+void Place_Duplicate(const QString& source, QPoint window) {
+  if (!Table_Is_Open() || !rsEntries->HasRow(source)) return;
   const bool inHand = Entry_In_Hand();
   if (inHand && !End_Entry()) return;
   Map.CurBookmark = source;
   if (!On_Current_Entry()) return;
   const WholeRow row = Read_Whole_Row();
   const QPoint corner = Corner_Of(row.entry);
-  if (!Append_Copy(row, row.entry.Eintrag, Map_X(window.x()) - corner.x(), Map_Y(window.y()) - corner.y())) return;
-  Map.lblShape.Tag = QStringLiteral("Old");
-  InfoBar.Panel[0].clear();
-  Take_Copy(inHand);
+  if (Append_Copy(row, row.entry.Eintrag, Map_X(window.x()) - corner.x(), Map_Y(window.y()) - corner.y()))
+    Take_Copy(inHand);
 }
 
 bool Add_Text(QPoint window, const QString& text) {

@@ -19,9 +19,6 @@ bool Show_Figure();
 bool Store_Figure();
 // A new figure of the next kind and size with its upper left corner there.
 bool Place_Figure(QPoint map);
-// Tool "Fig": the next press on the map begins a figure of this kind, dragging gives its size, a click alone the size
-// chosen. Chosen again it goes. False without a map, or if the text in hand could not be stored.
-bool Choose_Figure(EntryKind kind);
 
 // Kind, width and height (map pixels) of the current figure. Squares and circles take the width for both. The vertices
 // of a free figure, whose kind stays, go along. False if nothing was written; a size that cannot be is told.
@@ -30,13 +27,7 @@ bool Keeps_Square(EntryKind kind);
 // "" or why a figure cannot have this box.
 QString Figure_Problem(const EntryBox& box);
 
-// Tool "Fig" for a free figure: clicks set the vertices, Backspace takes the last one back, a double or right click or
-// Enter ends, Esc drops it. Its edges are those of NextShape.
-bool Draw_Free_Figure();
-// Tool "Dreh": the figure in hand turns after the mouse until a click. `moved` gets the angle while it turns, `ended`
-// the angle of the click, or nothing where it was given up. The figure is in hand again then, unless another tool or
-// entry was chosen.
-bool Turn_By_Mouse(std::function<void(double)> moved, std::function<void(std::optional<double>)> ended);
+// A new free figure. False, and a message, with too few vertices or if it could not be stored.
 bool Add_Free_Figure(const std::vector<QPoint>& vertices, bool rounded);
 // Writes vertices and edges of the current free figure; its box becomes theirs.
 bool Change_Free_Figure(const std::vector<QPoint>& vertices, bool rounded);

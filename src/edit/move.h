@@ -16,4 +16,4 @@ void Move_Back();
 // Adds dx, dy to every position of one row, vertices included. Shared by drag, keys, Move_Entries and copies. Error 6
 // where a position would leave 16 bits; nothing is changed then. Shift_Vertices leaves stop marks alone.
 void Shift_Row(EntryRow& row, int dx, int dy);
-void Shift_Vertices(const EntryRow& row, int dx, int dy);
+void Shift_Vertices(const EntryRow& row, int dx, int dy);  // of its vertex table, if it has one

@@ -29,8 +29,7 @@ void Follow_Keys(NewKey&& newKey) {
   };
   for (qint64& key : Map.MarkOrder) key = newKey(key);
   for (QString& bookmark : Map.GroupInHand) follow(bookmark);
-  for (QString* bookmark : {&Map.CurBookmark, &Map.InHand, &Map.WaitingDuplicate, &Map.WaitingAssignment})
-    follow(*bookmark);
+  for (QString* bookmark : {&Map.CurBookmark, &Map.InHand, &Map.ToolRow}) follow(*bookmark);
 }
 
 // The order of the table is that of its keys, so rows change places by their keys: all columns go along and none is

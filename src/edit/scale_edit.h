@@ -30,21 +30,7 @@ std::optional<ScaleInput> Scale_Of_Map();
 bool Add_Scale_Row(const ScaleInput& input);
 // Millimetres of the scan in map pixels and back; 0 where the map's size is not known.
 int Scale_Pixels(double mm, bool vertical);
-double Scale_Mm(int pixels, bool vertical);
+double Scale_Mm(int pixels, bool vertical);  // its inverse
 // "Maßstab = 1 : " with the number, or "?" while there is none; in a second line the print factor if it is not 1.
 QString Show_Scale_Text(const ScaleInput& input);
 QString Show_Scale_Text();  // of the map's own scale
-
-// The measuring line: lies or stands, by its longer direction.
-struct MeasuringLine {
-  QPoint from, to;  // map pixels
-  QString Tag;      // "H" or "V" while there is one
-  int Length() const;         // map pixels
-  QPoint Upper_Left() const;  // map pixels
-};
-// The tool "Scale": every press on the map begins a new line, which is shown until the tool goes. `drawn` hears of each
-// change, `dropped` when the tool goes unasked.
-void Measure_Scale(std::function<void(const MeasuringLine&)> drawn, std::function<void()> dropped);
-// The same tool waits for one click and tells where it was, in map pixels.
-void Place_Scale(std::function<void(QPoint map)> placed, std::function<void()> dropped);
-bool Scale_Tool_In_Use();  // either of the two

@@ -76,7 +76,6 @@ bool Place_Symbol(QPoint window) {
   if (Entry_In_Hand() && !End_Entry()) return false;
   const EntryRow row = Symbol_Row(window);
   if (!Append_In_Transaction(title, [&row] { Append_Entry(row); })) return false;
-  Map.Tool.clear();
   Show_Changed_Entries();
   Take_Entry(Map.CurBookmark);
   return true;

@@ -16,7 +16,6 @@
 #include "store/entry_edit.h"
 #include "store/transaction.h"
 #include "tools/drag.h"
-#include "tools/map_tool.h"
 #include "view/hit_test.h"
 #include "view/redraw.h"
 #include "view/view.h"
@@ -88,16 +87,16 @@ bool Take_Row(const QString& bookmark) {
   try {
     row = Read_Entry(*rsEntries);
   } catch (const Error&) {
-    Set_Toolbar(0, ToolMode::Norm);  // a damaged row: the table window repairs it
+    Set_Toolbar(ToolMode::Norm);  // a damaged row: the table window repairs it
     throw;
   }
   const bool taken = rsEntries->Position() > 0 && !Tell_Unknown(row);
   if (taken) {
     Map.InHand = bookmark;
-    Set_Toolbar(-1, Tool_Mode_Of(row));
+    Set_Toolbar(Tool_Mode_Of(row));
     Activate_Entry();
   } else {
-    Set_Toolbar(0, ToolMode::Norm);
+    Set_Toolbar(ToolMode::Norm);
   }
   events.CurrentRowChanged.Emit();
   if (redraw) Map_Redraw();
@@ -112,7 +111,7 @@ bool In_View(int mapX, int mapY) {
 void Give_Up() {
   Drop_Hand();
   InfoBar.Panel[0].clear();
-  Set_Toolbar(0, ToolMode::Norm);
+  Set_Toolbar(ToolMode::Norm);
 }
 
 // The row the saved text went to gets the exact position back: on the way through window pixels a zoomed map loses it.
@@ -192,8 +191,7 @@ void Drop_Hand() {
   Map.Text2.Tag = QStringLiteral("Old");
   Map.InHand.clear();
   Map.GroupInHand.clear();
-  Drop_Map_Tool();
-  Map.Tool.clear();
+  events.HandDropped.Emit();
 }
 
 // The edit box -------------------------------------------------------------------------------------------------------
@@ -263,7 +261,6 @@ void New_Text(int x, int y) {
   if (!rsEntries || (Entry_In_Hand() && !End_Entry())) return;
   const FontChoice font = Font_Of_New_Text();
   Drop_Hand();
-  Map.Tool.clear();
   Load_Font_Into_Box(font);
   LiveControl& box = Map.Text2;
   box.Text.clear();
@@ -274,7 +271,7 @@ void New_Text(int x, int y) {
   EntryRow row;
   row.RA = CurRA;
   Place_Text_Box(row);
-  Set_Toolbar(-1, ToolMode::Text);
+  Set_Toolbar(ToolMode::Text);
   InfoBar.Panel[0].clear();
   Show_Hand();
 }
@@ -321,7 +318,7 @@ void After_Redraw() {
   }
   Place_Controls(row);
   Find_Group(row);
-  if (Tool_Mode_Of(row) != ToolMode::Norm) Set_Toolbar(-1, Tool_Mode_Of(row));
+  if (Tool_Mode_Of(row) != ToolMode::Norm) Set_Toolbar(Tool_Mode_Of(row));
 }
 
 }  // namespace

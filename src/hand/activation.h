@@ -8,6 +8,7 @@
 // The entry in hand. Positions are window pixels. There is one at most, and it is the current row (Map.CurBookmark);
 // Map.InHand is its key. A new text that is still being typed is in hand without a row.
 
+// A row that is in the table, or a new text that is being typed.
 bool Entry_In_Hand();
 // The row in hand; nothing without one and where it cannot be read. The cursor stays.
 std::optional<EntryRow> Row_In_Hand();

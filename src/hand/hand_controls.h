@@ -7,7 +7,7 @@
 
 // The live controls over the entry in hand. All positions are window pixels.
 
-void Hide_Live_Controls();
+void Hide_Live_Controls();  // all of them; the frame on the canvas stays
 // Colours and frame word of the current row into the Ent... variables and those of the next entry.
 void Load_Entry_Colors();
 // Font, styles and text of the row into the edit box and the Ent... variables.
@@ -16,7 +16,7 @@ void Load_Text_Box(const EntryRow& row);
 void Place_Text_Box(const EntryRow& row);
 // All controls the kind of the row has. The text in the edit box stays as it is.
 void Place_Controls(const EntryRow& row);
-QRect Control_Box(const LiveControl& control);
+QRect Control_Box(const LiveControl& control);  // whether it can be seen or not
 // Union of the hit regions of a row; empty if it has none.
 QRectF Region_Bounds(qint64 key);
 // The same of all rows of the group in hand.

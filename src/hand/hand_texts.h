@@ -34,6 +34,5 @@ inline const QString drawLine = QStringLiteral(
 inline const QString drawArea = QStringLiteral(
     "Fläche: Klicken setzt einen Eckpunkt, Rücktaste nimmt ihn zurück. Ende: Doppelklick oder rechte Maustaste. Esc: "
     "verwerfen.");
-inline const QString chooseTarget = QStringLiteral("Zuordnen: Klicken Sie auf die Fläche oder Linie.");
 inline const QString fromCorner = QStringLiteral(" Abstand vom linken oberen Karteneck ");
 }  // namespace hand_texts

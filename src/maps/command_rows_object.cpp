@@ -5,26 +5,19 @@
 #include "edit/order.h"
 #include "edit/row_switches.h"
 #include "edit/visibility.h"
-#include "hand/activation.h"
-#include "hand/tool_state.h"
 #include "maps/command_look.h"
 #include "maps/command_rows.h"
 #include "objects/north_arrow.h"
 #include "state/map_state.h"
 #include "tools/assign.h"
+#include "tools/duplicate_tool.h"
 #include "tools/foot_point.h"
+#include "tools/magnifier.h"
 #include "tools/mouse.h"
 #include "tools/poly_editor.h"
+#include "tools/text_tool.h"
 
 namespace {
-
-// From the menu of the right mouse button where it was opened, else at the next click.
-void Insert_Text(const CommandCall& call) {
-  if (call.at)
-    New_Text(call.at->x(), call.at->y());
-  else
-    Choose_Tool(QStringLiteral("Text"));
-}
 
 void Insert_North_Arrow(const CommandCall& call) {
   if (call.at)
@@ -64,7 +57,7 @@ constexpr auto text = Hand::StoreText;
 std::vector<Command> Insert_Rows() {
   return {
       {"mnuInsText", "&Text", "text", {}, Needs::OpenMap, Hand::Free, {}, "Einen Text auf die Karte schreiben",
-       Insert_Text},
+       [](const CommandCall& call) { Insert_Text(call.at); }},
       {"mnuInsSymbol", "&Symbol ...", "symbol", {}, Needs::OpenMap, Hand::Free, "Symbol einfügen",
        "Ein Symbol auf die Karte setzen", opensWindow},
       {"mnuInsBild", "&Bild ...", "picture", {}, Needs::OpenMap, Hand::Free, "Bild einfügen",

@@ -24,7 +24,7 @@ void Show_Table_Name() {
 void Set_Buttons() {
   try {
     Drop_Hand();
-    Set_Toolbar(0, ToolMode::Norm);
+    Set_Toolbar(ToolMode::Norm);
     Toolbar1.Visible = frmMDI.MapOpen;
     if (frmMDI.MapOpen) Show_Table_Name();
   } catch (const Error& error) {

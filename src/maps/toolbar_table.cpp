@@ -156,9 +156,7 @@ void Dress_Norm(ToolButton& button) {
     button.Visible = Needs_Met(needs);
   else if (needs == Needs::Marks || needs == Needs::TwoMarks)
     button.Visible = Needs_Met(Needs::Marks);
-  button.Value = key == QLatin1String("Map")   ? Map.Visible
-                 : key == QLatin1String("Tbl") ? frmMDI.TblVisible
-                                               : Map.Tool == key;
+  button.Value = key == QLatin1String("Map") ? Map.Visible : key == QLatin1String("Tbl") && frmMDI.TblVisible;
 }
 
 // Switches and tips that tell of the entry in hand.
@@ -219,14 +217,12 @@ std::vector<ToolButton> Toolbar_Now() {
     ToolButton button{row.key, row.command, row.rightCommand, row.caption, row.tip, row.help};
     if (button.Help.isEmpty()) button.Help = row.tip;
     if (command) button.Enabled = Needs_Met(command->needs);
-    if (row.key == QLatin1String("Lupe"))
-      button.Value = Map.LupeOn;
-    else if (norm)
+    if (norm)
       Dress_Norm(button);
     else
       Dress_Entry(button, look);
-    // The tool of a foot point is in use while its button is pressed.
-    if (row.key == QLatin1String("Rfline")) button.Value = Map.Tool == row.key;
+    // The button of a tool is pressed while the tool is in use.
+    if (row.key == Map.Tool || row.key == Map.ToolOver) button.Value = true;
     buttons.push_back(std::move(button));
   }
   return buttons;

@@ -24,6 +24,7 @@ class PlanLabels {
   void Set_Design(const RasterDesign& raster);
   // `shown`: the square lies in the window. `label` is what stands in its middle.
   void Add_Square(const QString& name, const QString& label, const QRectF& box, bool shown);
+  // All of them, where the design says.
   void Print(DrawContext& context);
 
   // Remembers column and row of a square's name once each.

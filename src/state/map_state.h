@@ -62,7 +62,6 @@ struct MapState {
   int ScrollBarW = 0, ScrollBarH = 0;
   std::array<MapClipState, 4> MapClip;
   ScrollState HScroller, VScroller;
-  bool LupeOn = false;
 
   int MapXPpM = 3780, MapYPpM = 3780;  // resolution in the picture file, points per metre
 
@@ -89,14 +88,12 @@ struct MapState {
   std::array<LiveControl, 8> lblHandle;  // size handles of the frame: upper left, clockwise
   LiveControl imgHandle;                 // handle of a picture, lower right
   std::vector<qint64> MarkOrder;  // keys of the marked rows in the order they were marked; a hint, the rows decide
-  QString WaitingDuplicate;       // row to be duplicated at the next click
-  QString WaitingAssignment;      // row that waits for the click on its area or line
-  bool AssignToArea = false;
   // The entry in hand.
   QString InHand;           // its row key, "" = none. The current row may be another one only while nothing is in hand.
   QStringList GroupInHand;  // rows that move with it, itself included; empty without a group
   QPoint TextAt;            // map position of the text in the edit box
-  QString Tool;             // what the next click makes: "Text", "Bild", "" = nothing
+  QString Tool, ToolOver;   // names of the tool in use and of one laid over it, "" = none; kept by tools/map_tool
+  QString ToolRow;          // key of the row the tool in use works on, "" = none; it follows when rows change places
   QImage HandUnder;         // what frame and vertices of the entry in hand cover of the canvas
   QPoint HandUnderAt;
   std::optional<QPoint> Circled;       // map position of the vertex that is being corrected: circled on the window

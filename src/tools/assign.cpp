@@ -1,13 +1,13 @@
 #include "tools/assign.h"
 
-#include <utility>
-
 #include "edit/bulk_change.h"
 #include "hand/activation.h"
 #include "platform/message_box.h"
 #include "state/events.h"
 #include "state/map_state.h"
 #include "state/mdi_state.h"
+#include "tools/map_tool.h"
+#include "view/hit_test.h"
 
 namespace {
 
@@ -69,11 +69,53 @@ void Clear_Assignments() {
   Write_Assigned(changes, anyMarked ? undoCaption : QString());
 }
 
+// The row to the area or line under the cursor of the table.
+void Assign_To(const QString& source, const QString& target, bool area) {
+  if (!Table_Is_Open() || !rsEntries->HasRow(source)) return;
+  QString name;
+  if (rsEntries->HasRow(target) && target != source) {
+    const KeepCurrentRow keep;
+    rsEntries->SetBookmark(target);
+    name = Target_Name(area);
+  }
+  if (name.isEmpty())
+    return Tell(area ? QStringLiteral("Das ist keine Fläche. Der Eintrag wurde nicht zugeordnet.")
+                     : QStringLiteral("Das ist keine Linie. Der Eintrag wurde nicht zugeordnet."));
+  if (!Store_Pending_Text()) return;
+  const auto changes = Collect_Changes([&](EntryRow& row, qint64 key) {
+    if (QString::number(key) == source) Set_Assignment(row, name);
+  });
+  Write_Assigned(changes, {});
+  InfoBar.Panel[0] = QStringLiteral("Zugeordnet: ") + name;
+  events.StateChanged.Emit();
+}
+
+// Waits for the click on the area or line the entry is assigned to. A click on the empty map chooses nothing.
+class AssignTool final : public MapTool {
+ public:
+  explicit AssignTool(bool toArea) : area(toArea) {}
+  QString Name() const override { return area ? QStringLiteral("AdObj") : QStringLiteral("AdObjLin"); }
+  QString Status() const override {
+    return area ? QStringLiteral("Zuordnen: Bitte klicken Sie auf die Fläche.")
+                : QStringLiteral("Zuordnen: Bitte klicken Sie auf die Linie.");
+  }
+  bool Keeps_Hand() const override { return true; }
+  void Press(QPoint window, MouseKeys) override {
+    const int hit = Hit_Entry(window);
+    if (hit == 0) return;
+    const QString source = Map.ToolRow;
+    End_Map_Tool();
+    Assign_To(source, Map.EntryRegions.Row(hit).Bookmark(), area);
+  }
+
+ private:
+  bool area;
+};
+
 }  // namespace
 
 void Assign_Entries(AssignKind kind) {
   if (!Table_Is_Open()) return;
-  Map.WaitingAssignment.clear();
   switch (kind) {
     case AssignKind::None:
       return Clear_Assignments();
@@ -85,35 +127,5 @@ void Assign_Entries(AssignKind kind) {
       break;
   }
   if (!On_Current_Entry()) return Tell(QStringLiteral("Bitte wählen Sie zuerst den Eintrag aus, der zugeordnet wird."));
-  Map.WaitingAssignment = rsEntries->Bookmark();
-  Map.AssignToArea = kind == AssignKind::ObjectToArea;
-  InfoBar.Panel[0] = Map.AssignToArea ? QStringLiteral("Zuordnen: Bitte klicken Sie auf die Fläche.")
-                                      : QStringLiteral("Zuordnen: Bitte klicken Sie auf die Linie.");
-  events.StateChanged.Emit();
-}
-
-bool Assign_Waiting() { return !Map.WaitingAssignment.isEmpty(); }
-
-bool Assign_Clicked(const QString& targetBookmark) {
-  const QString waiting = std::exchange(Map.WaitingAssignment, QString());
-  if (waiting.isEmpty() || !Table_Is_Open() || !rsEntries->HasRow(waiting)) return false;
-  QString target;
-  if (rsEntries->HasRow(targetBookmark) && targetBookmark != waiting) {
-    const KeepCurrentRow keep;
-    rsEntries->SetBookmark(targetBookmark);
-    target = Target_Name(Map.AssignToArea);
-  }
-  if (target.isEmpty()) {
-    Tell(Map.AssignToArea ? QStringLiteral("Das ist keine Fläche. Der Eintrag wurde nicht zugeordnet.")
-                          : QStringLiteral("Das ist keine Linie. Der Eintrag wurde nicht zugeordnet."));
-    return false;
-  }
-  if (Entry_In_Hand() && Map.Text2.Tag == QLatin1String("Change") && !End_Entry()) return false;
-  const QString current = std::exchange(Map.CurBookmark, waiting);
-  const auto changes = Change_Of_Current([&target](EntryRow& row, qint64) { Set_Assignment(row, target); });
-  if (rsEntries->HasRow(current)) rsEntries->SetBookmark(Map.CurBookmark = current);
-  Write_Assigned(changes, {});
-  InfoBar.Panel[0] = QStringLiteral("Zugeordnet: ") + target;
-  events.StateChanged.Emit();
-  return true;
+  Use_Map_Tool(std::make_unique<AssignTool>(kind == AssignKind::ObjectToArea), rsEntries->Bookmark());
 }

@@ -1,5 +1,4 @@
 #pragma once
-#include <QString>
 
 enum class AssignKind {
   None,
@@ -8,8 +7,6 @@ enum class AssignKind {
   ObjectToArea,
   ObjectToLine
 };  // AdNo, AdMark, AdMarkLin, AdObj, AdObjLin
-// Appends ">" + the ID of the area or line to the ID of the rows, or cuts it. Object: the entry waits in hand until the
-// next click chooses the area or line.
+// Appends ">" + the ID of the area or line to the ID of the rows, or cuts it. Object: the next click on an entry
+// chooses the area or line, and the entry in hand stays there meanwhile.
 void Assign_Entries(AssignKind kind);
-bool Assign_Waiting();
-bool Assign_Clicked(const QString& targetBookmark);  // true if it was taken as the target

@@ -14,7 +14,7 @@ struct CoordinateForm {
   QString tipR, tipH;
   bool degrees = false;  // the letters are signs
 };
-CoordinateForm Koord_Eingabe_Init();
+CoordinateForm Koord_Eingabe_Init();  // of the open map
 // "Rechtswert (nach Osten)", "westl. Länge" by the letter beside the box.
 QString Coordinate_Label(const CoordinateForm& form, bool easting, const QString& letter);
 

@@ -60,28 +60,28 @@ void Write_Foot_Point(QPoint window) {
                 title);
 }
 
-class FootTool : public MapTool {
+class FootTool final : public MapTool {
  public:
   QString Name() const override { return toolName; }
   QString Status() const override { return hand_texts::footMove; }
   bool Keeps_Hand() const override { return true; }
-  void Down(QPoint window, MouseKeys) override {
+  void Press(QPoint window, MouseKeys) override {
     pressed = true;
     Show_At(window);
   }
   void Move(QPoint window, bool) override { Show_At(window); }
-  void Up(QPoint window) override {
+  void Release(QPoint window) override {
     if (!pressed) return;  // the press was not on the map
     End_Map_Tool();
     Write_Foot_Point(window);
   }
-  QPainterPath Outline() const override {
-    QPainterPath path;
+  OverPaint Paint_Over() const override {
     const auto start = Reference_Start(Entry_Box(), foot);
-    if (!start) return path;
+    if (!start) return {};
+    QPainterPath path;
     path.moveTo(*start);
     path.lineTo(foot);
-    return path;
+    return Dashed(path);
   }
   void Dropped() override {
     Map.imgRfLine.Visible = false;

@@ -3,8 +3,8 @@
 // The foot point of the entry in hand: the place on the map to which its reference line runs. Texts, symbols and
 // pictures can have one.
 
-bool Can_Have_Foot_Point();
-bool Has_Foot_Point();
+bool Can_Have_Foot_Point();  // is one in hand that can have one?
+bool Has_Foot_Point();       // and has it one?
 // Starts the tool that sets the foot point by a click or a drag; called again it drops the tool.
 void Move_Foot_Point();
 // Asks, then takes the reference line away. False if it stayed.

@@ -1,5 +1,7 @@
 #include "tools/map_tool.h"
 
+#include <utility>
+
 #include "hand/activation.h"
 #include "state/events.h"
 #include "state/map_state.h"
@@ -7,44 +9,79 @@
 
 namespace {
 
-std::unique_ptr<MapTool> inUse;
-// A tool that ended itself lives on until its call has returned: it goes when the next one comes or nothing is asked.
-std::unique_ptr<MapTool> gone;
+std::shared_ptr<MapTool> inUse, over;
 
 void Show_Change() {
-  InfoBar.Panel[0] = inUse ? inUse->Status() : Entry_Status_Text();
+  const MapTool* tool = over ? over.get() : inUse.get();
+  Map.lblPLQ.Visible = false;
+  InfoBar.Panel[0] = tool ? tool->Status() : Entry_Status_Text();
   events.StateChanged.Emit();
   events.HandChanged.Emit();
 }
 
-void Take_Away() {
-  gone = std::move(inUse);
+std::shared_ptr<MapTool> Take_Away() {
   Map.Tool.clear();
+  Map.ToolRow.clear();
+  return std::exchange(inUse, nullptr);
 }
 
 }  // namespace
 
-bool Use_Map_Tool(std::unique_ptr<MapTool> tool) {
+OverPaint Dashed(const QPainterPath& path) { return path.isEmpty() ? OverPaint() : OverPaint{{path, {}, 1}}; }
+
+bool Use_Map_Tool(std::unique_ptr<MapTool> tool, const QString& row) {
+  Take_Tool_Off();
   Drop_Map_Tool();
   if (Entry_In_Hand() && !(tool->Keeps_Hand() ? Store_Pending_Text() : End_Entry())) return false;
   inUse = std::move(tool);
   Map.Tool = inUse->Name();
+  Map.ToolRow = row;
   Show_Change();
   return true;
 }
 
+bool Toggle_Map_Tool(std::unique_ptr<MapTool> tool) {
+  if (!Map_Tool_In_Use() || Map.Tool != tool->Name()) return Use_Map_Tool(std::move(tool));
+  Drop_Map_Tool();
+  return false;
+}
+
 void End_Map_Tool() {
-  if (!inUse) return;
-  Take_Away();
-  Show_Change();
+  if (Take_Away()) Show_Change();
 }
 
 void Drop_Map_Tool() {
-  if (!inUse) return;
-  Take_Away();
-  gone->Dropped();
+  const auto tool = Take_Away();
+  if (!tool) return;
+  tool->Dropped();
   Show_Change();
 }
 
-// Who clears Map.Tool takes the tool away.
-MapTool* Map_Tool_In_Use() { return inUse && Map.Tool == inUse->Name() ? inUse.get() : nullptr; }
+// The state may have been made anew under a tool: it is none any more.
+MapTool* Map_Tool_In_Use() { return inUse && inUse->Name() == Map.Tool ? inUse.get() : nullptr; }
+
+void Lay_Tool_Over(std::unique_ptr<MapTool> tool) {
+  over = std::move(tool);
+  Map.ToolOver = over->Name();
+  Show_Change();
+}
+
+void Take_Tool_Off() {
+  Map.ToolOver.clear();
+  if (std::exchange(over, nullptr)) Show_Change();
+}
+
+MapTool* Tool_Laid_Over() { return over && over->Name() == Map.ToolOver ? over.get() : nullptr; }
+
+std::shared_ptr<MapTool> Tool_With_The_Mouse() {
+  if (Tool_Laid_Over()) return over;
+  return Map_Tool_In_Use() ? inUse : nullptr;
+}
+
+void Connect_Map_Tools() {
+  static int dropped = 0;
+  Reconnect(events.HandDropped, dropped, [] {
+    Take_Tool_Off();
+    Drop_Map_Tool();
+  });
+}

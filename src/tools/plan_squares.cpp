@@ -70,20 +70,20 @@ namespace {
 
 const QString toolName = QStringLiteral("Raster");
 
-class FieldTool : public MapTool {
+class FieldTool final : public MapTool {
  public:
   FieldTool(std::function<void(QRect)> heard, std::function<void()> gone)
       : taken(std::move(heard)), dropped(std::move(gone)) {}
   QString Name() const override { return toolName; }
   QString Status() const override { return raster_texts::dragField; }
-  void Down(QPoint window, MouseKeys) override {
+  void Press(QPoint window, MouseKeys) override {
     from = to = Map_At(window);
     dragging = true;
   }
   void Move(QPoint window, bool leftDown) override {
     if (dragging && leftDown) to = Map_At(window);
   }
-  void Up(QPoint window) override {
+  void Release(QPoint window) override {
     if (!dragging) return;
     dragging = false;
     to = Map_At(window);
@@ -94,12 +94,12 @@ class FieldTool : public MapTool {
     End_Map_Tool();
     heard(field);
   }
-  QPainterPath Outline() const override {
+  OverPaint Paint_Over() const override {
     QPainterPath path;
     if (dragging)
       path.addRect(QRectF(QPointF(Window_X(from.x()), Window_Y(from.y())), QPointF(Window_X(to.x()), Window_Y(to.y())))
                        .normalized());
-    return path;
+    return Dashed(path);
   }
   void Dropped() override {
     if (dropped) dropped();

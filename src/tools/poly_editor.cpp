@@ -66,7 +66,7 @@ QString PolyEditor::Name() const { return kind == Kind::Area ? QStringLiteral("F
 
 QString PolyEditor::Status() const { return kind == Kind::Area ? hand_texts::drawArea : hand_texts::drawLine; }
 
-void PolyEditor::Down(QPoint window, [[maybe_unused]] MouseKeys keys) {
+void PolyEditor::Press(QPoint window, [[maybe_unused]] MouseKeys keys) {
   mouse = window;
   const QPoint at(std::clamp(Map_X(window.x()), stopLimit, farthest),
                   std::clamp(Map_Y(window.y()), stopLimit, farthest));
@@ -102,15 +102,15 @@ bool PolyEditor::Key(int key, [[maybe_unused]] MouseKeys keys) {
   }
 }
 
-QPainterPath PolyEditor::Outline() const {
+OverPaint PolyEditor::Paint_Over() const {
   QPainterPath path;
-  if (points.empty()) return path;
+  if (points.empty()) return {};
   const auto at = [](QPoint map) { return QPointF(Window_X(map.x()), Window_Y(map.y())); };
   path.moveTo(at(points.front()));
   for (size_t i = 1; i < points.size(); ++i) path.lineTo(at(points[i]));
   path.lineTo(mouse);
   if (kind == Kind::Area) path.closeSubpath();
-  return path;
+  return Dashed(path);
 }
 
 // Too few vertices make nothing. What cannot be written stays in the hand, to be tried again or dropped.

@@ -14,12 +14,12 @@ class PolyEditor final : public MapTool {
 
   QString Name() const override;
   QString Status() const override;
-  void Down(QPoint window, MouseKeys keys) override;
+  void Press(QPoint window, MouseKeys keys) override;
   void Move(QPoint window, bool leftDown) override;
   void Double_Click(QPoint window) override;
   bool Right_Click(QPoint window) override;
   bool Key(int key, MouseKeys keys) override;
-  QPainterPath Outline() const override;
+  OverPaint Paint_Over() const override;
 
  private:
   void Finish();

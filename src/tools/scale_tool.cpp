@@ -1,17 +1,20 @@
+#include "tools/scale_tool.h"
+
 #include <algorithm>
 #include <cstdlib>
+#include <utility>
 
-#include "edit/scale_edit.h"
 #include "hand/hand_texts.h"
 #include "state/map_state.h"
 #include "tools/map_tool.h"
+#include "tools/pick_tool.h"
 
 namespace {
 
 const QString toolName = QStringLiteral("Scale");
 constexpr int clickReach = 3, tick = 8;  // window pixels
 
-class MeasureTool : public MapTool {
+class MeasureTool final : public MapTool {
  public:
   MeasureTool(std::function<void(const MeasuringLine&)> heard, std::function<void()> gone)
       : drawn(std::move(heard)), dropped(std::move(gone)) {}
@@ -19,7 +22,7 @@ class MeasureTool : public MapTool {
   QString Status() const override { return hand_texts::measure; }
 
   // A line is drawn by dragging, or by a click at either end.
-  void Down(QPoint window, MouseKeys) override {
+  void Press(QPoint window, MouseKeys) override {
     if (!drawing) {
       start = window;
       line.from = line.to = Map_At(window);
@@ -31,15 +34,15 @@ class MeasureTool : public MapTool {
   void Move(QPoint window, bool) override {
     if (drawing) Draw_To(window);
   }
-  void Up(QPoint window) override {
+  void Release(QPoint window) override {
     if (!drawing) return;
     Draw_To(window);
     const QPoint by = window - start;
     drawing = std::max(std::abs(by.x()), std::abs(by.y())) < clickReach;
   }
-  QPainterPath Outline() const override {
+  OverPaint Paint_Over() const override {
     QPainterPath path;
-    if (line.Tag.isEmpty()) return path;
+    if (line.Tag.isEmpty()) return {};
     const QPoint from(Window_X(line.from.x()), Window_Y(line.from.y())),
         to(Window_X(line.to.x()), Window_Y(line.to.y()));
     const QPoint across = line.Tag == QLatin1String("H") ? QPoint(0, tick) : QPoint(tick, 0);
@@ -49,7 +52,7 @@ class MeasureTool : public MapTool {
       path.moveTo(end - across);
       path.lineTo(end + across);
     }
-    return path;
+    return Dashed(path);
   }
   void Dropped() override {
     if (dropped) dropped();
@@ -73,25 +76,6 @@ class MeasureTool : public MapTool {
   bool drawing = false;
 };
 
-class PlaceTool : public MapTool {
- public:
-  PlaceTool(std::function<void(QPoint)> heard, std::function<void()> gone)
-      : placed(std::move(heard)), dropped(std::move(gone)) {}
-  QString Name() const override { return toolName; }
-  QString Status() const override { return hand_texts::placeScale; }
-  void Down(QPoint window, MouseKeys) override {
-    End_Map_Tool();
-    placed({Map_X(window.x()), Map_Y(window.y())});
-  }
-  void Dropped() override {
-    if (dropped) dropped();
-  }
-
- private:
-  std::function<void(QPoint)> placed;
-  std::function<void()> dropped;
-};
-
 }  // namespace
 
 int MeasuringLine::Length() const { return std::max(std::abs(to.x() - from.x()), std::abs(to.y() - from.y())); }
@@ -103,7 +87,7 @@ void Measure_Scale(std::function<void(const MeasuringLine&)> drawn, std::functio
 }
 
 void Place_Scale(std::function<void(QPoint map)> placed, std::function<void()> dropped) {
-  Use_Map_Tool(std::make_unique<PlaceTool>(std::move(placed), std::move(dropped)));
+  Pick_Point({toolName, hand_texts::placeScale, std::move(placed), std::move(dropped)});
 }
 
 bool Scale_Tool_In_Use() { return Map_Tool_In_Use() && Map.Tool == toolName; }

@@ -28,7 +28,7 @@ class DrawPass {
       : context(drawContext), surface(drawContext.surface), onMap(drawContext.regions != nullptr) {}
   // Hit region of an entry that can be hit, and its marks.
   void Add_Region(const PaintedRow& row, const QRectF& box, RegionShape shape);
-  void Draw_Marks(const PaintedRow& row, const QRectF& box);
+  void Draw_Marks(const PaintedRow& row, const QRectF& box);  // the dotted frames of a marked row
   // What stands for texts and pictures in the overview.
   void Draw_Overview_Box(const PaintedRow& row);
 

@@ -14,6 +14,7 @@ class PlanPainter {
   explicit PlanPainter(DrawPass& drawPass);
   // Takes the row of a square or of the design into account, also a hidden one. Errors pass through.
   void Note(const Recordset& rows, const PaintedRow& row, DrawCounts& counts);
+  // The square where its row stands.
   void Draw(const Recordset& rows, const PaintedRow& row);
   // Labels and, on the map window, the hit regions: they lie below those of smaller entries.
   void Finish();

@@ -10,7 +10,7 @@
 void Map_Redraw();
 // A redraw is under way: what is changed now comes with it.
 bool Redraw_Running();
-void Delete_Regions();
+void Delete_Regions();  // nothing can be hit until the next redraw
 
 // The one drawing path: every row of rsEntries onto a surface by a transform. Fills the hit list of the context if it
 // has one. An entry that cannot be drawn is asked for: deleted, or left out.

@@ -75,10 +75,7 @@ TEST_F(Copies, ShapesGetTheirOwnNumberAndVertices) {
   Add(Make(20, "Figur6", "", 1, 1, 9, 9));
   const QString free = Add_Polygon("Figur2", {{50, 60}, {80, 70}, {50, 90}}, 25);
   Go(free);
-  Duplicate_Entry();
-  ASSERT_TRUE(Duplicate_Waiting());
-  Place_Duplicate({200, 100});
-  EXPECT_FALSE(Duplicate_Waiting());
+  Place_Duplicate(free, {200, 100});
   EXPECT_EQ(rsEntries->Text(column::ID), QString("Figur7"));
   EXPECT_EQ(rsEntries->Text(column::Eintrag), QString("Figur2"));
   EXPECT_EQ(Load_Vertices("Figur7"), (std::vector<QPoint>{{200, 100}, {230, 110}, {200, 130}}));

@@ -2,7 +2,7 @@
 
 #include "objects/north_arrow.h"
 #include "support/hand_fixture.h"
-#include "tools/map_tool.h"
+#include "tools/scale_tool.h"
 
 namespace {
 
@@ -120,7 +120,7 @@ TEST_F(ScaleEditTest, MeasuringLineLiesOrStandsByItsLongerDirection) {
             std::tuple(QStringLiteral("H"), 180, QPoint(120, 100)));
   Map_Mouse_Move({400, 400}, false);  // done: the line stays
   EXPECT_EQ(line.Length(), 180);
-  EXPECT_EQ(Map_Tool_In_Use()->Outline().boundingRect(), QRectF(120, 92, 180, 16));
+  EXPECT_EQ(Painted_Over().boundingRect(), QRectF(120, 92, 180, 16));
   Click({50, 60});  // the next line, by two clicks
   Map_Mouse_Move({70, 200}, false);
   Click({70, 260});

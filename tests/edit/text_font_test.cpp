@@ -5,6 +5,7 @@
 #include "edit/symbols.h"
 #include "support/hand_fixture.h"
 #include "support/pixels.h"
+#include "tools/symbol_tool.h"
 
 namespace {
 
@@ -74,7 +75,7 @@ TEST_F(TextFont, WhatTheColumnCannotHoldIsRefused) {
 
 TEST_F(TextFont, ASymbolIsPlacedByItsMiddleAndItsCharacterChanged) {
   CurVG = 12;
-  Choose_Tool(QStringLiteral("Symb"));
+  Toggle_Symbol_Tool();
   EXPECT_EQ(InfoBar.Panel[0].left(7), QStringLiteral("Symbol:"));
   Click({200, 150});
   const QString first = Map.InHand;

@@ -7,6 +7,7 @@
 #include "state/table_state.h"
 #include "support/hand_fixture.h"
 #include "support/looks.h"
+#include "tools/text_tool.h"
 
 namespace {
 
@@ -200,7 +201,7 @@ TEST_F(Activation, AssignedRowsTellItFirstAndFarOnesScrollTheMap) {
 
 TEST_F(Activation, ANewTextByTheMouse) {
   const int before = Entry_Count();
-  Choose_Tool(QStringLiteral("Text"));
+  Toggle_Text_Tool();
   EXPECT_EQ(Map_Pointer(), MapPointer::Cross);
   Click({200, 150});
   EXPECT_EQ(Map.Text2.Tag, QStringLiteral("Neu"));
@@ -209,7 +210,7 @@ TEST_F(Activation, ANewTextByTheMouse) {
   EXPECT_TRUE(Map_Key(Qt::Key_Escape, {}));  // forgotten
   EXPECT_EQ(Entry_Count(), before);
   EXPECT_FALSE(Entry_In_Hand());
-  Choose_Tool(QStringLiteral("Text"));
+  Toggle_Text_Tool();
   Click({200, 150});
   Text_Typed(QStringLiteral("Zaunkönig"));
   Click({600, 500});

@@ -4,6 +4,7 @@
 #include "state/dialog_hooks.h"
 #include "support/hand_fixture.h"
 #include "support/looks.h"
+#include "tools/magnifier.h"
 
 namespace {
 
@@ -36,7 +37,7 @@ TEST_F(ToolState, TheToolbarFollowsTheKindOfTheRow) {
     EntryRow row = c.row;
     row.Typ = c.typ;
     EXPECT_EQ(Tool_Mode_Of(row), c.mode) << c.typ;
-    Set_Toolbar(-1, c.mode);
+    Set_Toolbar(c.mode);
     EXPECT_EQ(Toolbar1.Tag, c.state);
     QStringList expected = c.own + closing;
     EXPECT_TRUE(std::all_of(expected.begin(), expected.end(), [](auto& key) { return Buttons().contains(key); }))
@@ -127,8 +128,8 @@ TEST_F(ToolState, LupeZoomsToTheClickAndEscEndsIt) {
   EXPECT_EQ(asked, 1);
   dialogHooks.ZoomWindow = nullptr;
   EXPECT_TRUE(Map_Key(Qt::Key_Escape, {}));
-  EXPECT_FALSE(Map.LupeOn);
-  EXPECT_EQ(Button_Now("Lupe").Value, false);
+  EXPECT_EQ(Map_Pointer(), MapPointer::Arrow);
+  EXPECT_FALSE(Button_Now("Lupe").Value);
   EXPECT_EQ(Map.EntryRegions.Count(), 1);
 }
 

@@ -54,5 +54,11 @@ class HandTest : public FluraxTest, public RowsOfTable {
     Map_Mouse_Move(to, true);
     Map_Mouse_Up(to, MouseButton::Left);
   }
+  // What the tools paint over the map, as one path.
+  static QPainterPath Painted_Over() {
+    QPainterPath path;
+    for (const OverLine& line : Map_Paint_Over()) path.addPath(line.path);
+    return path;
+  }
   static QRect Box(const LiveControl& control) { return {control.Left, control.Top, control.Width, control.Height}; }
 };

@@ -45,19 +45,25 @@ TEST_F(Assign, MarkedRowsTakeTheAreaOrLineInHand) {
 }
 
 TEST_F(Assign, ObjectWaitsForTheClickOnItsTarget) {
-  Go(text);
+  Map_Redraw();
+  ASSERT_TRUE(Take_Entry(text));
   Assign_Entries(AssignKind::ObjectToArea);
-  ASSERT_TRUE(Assign_Waiting());
-  EXPECT_TRUE(Assign_Clicked(area));
-  EXPECT_FALSE(Assign_Waiting());
+  EXPECT_EQ(InfoBar.Panel[0], QString("Zuordnen: Bitte klicken Sie auf die Fläche."));
+  Click({700, 500});  // nothing lies there: it waits on
+  EXPECT_EQ(Map_Pointer(), MapPointer::Cross);
+  Click({20, 50});
+  EXPECT_EQ(Map_Tool_In_Use(), nullptr);
   EXPECT_EQ(Row(text).ID, QString("Text>Flaeche3"));
-  EXPECT_EQ(Map.CurBookmark, text);
+  EXPECT_EQ(Map.InHand, text);
   MessageScript script;
   Assign_Entries(AssignKind::ObjectToLine);
   script.Expect("keine Linie");
-  EXPECT_FALSE(Assign_Clicked(area));
-  EXPECT_FALSE(Assign_Waiting());
+  Click({20, 50});
+  EXPECT_EQ(Map_Tool_In_Use(), nullptr);
   EXPECT_EQ(Row(text).ID, QString("Text>Flaeche3"));
+  Assign_Entries(AssignKind::ObjectToArea);
+  ASSERT_TRUE(Take_Entry(other));
+  EXPECT_EQ(Map_Tool_In_Use(), nullptr) << "it waited for another entry";
 }
 
 }  // namespace

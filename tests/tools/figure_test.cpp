@@ -10,7 +10,10 @@
 #include "store/table_file.h"
 #include "support/hand_fixture.h"
 #include "support/looks.h"
+#include "tools/figure_tool.h"
+#include "tools/free_figure_tool.h"
 #include "tools/map_tool.h"
+#include "tools/turn_tool.h"
 
 namespace {
 
@@ -54,8 +57,8 @@ TEST_F(FigureTest, DraggedAndClickedFiguresComeIntoTheHand) {
   EXPECT_TRUE(Button_Now("Fig").Value);
   Map_Mouse_Down({100, 90}, MouseButton::Left, {});
   Map_Mouse_Move({60, 40}, true);
-  EXPECT_EQ(Map_Tool_In_Use()->Outline().boundingRect(), QRectF(60, 40, 40, 50));
-  EXPECT_FALSE(Map_Tool_In_Use()->Outline().contains(QPointF(62, 42))) << "the outline is no ellipse";
+  EXPECT_EQ(Painted_Over().boundingRect(), QRectF(60, 40, 40, 50));
+  EXPECT_FALSE(Painted_Over().contains(QPointF(62, 42))) << "the outline is no ellipse";
   Map_Mouse_Up({60, 40}, MouseButton::Left);
   EXPECT_EQ(Map_Tool_In_Use(), nullptr);
   EXPECT_EQ(Place(InHand()), QRect(60, 40, 40, 50));

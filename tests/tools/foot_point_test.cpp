@@ -25,7 +25,7 @@ TEST_F(FootPointTest, IsSetByAClickOrADragAndStaysInHand) {
     Map_Redraw();  // the tool lives through it
     Map_Mouse_Move({300, 200}, false);
     EXPECT_EQ(Box(Map.imgRfLine), QRect(292, 192, 16, 16));
-    EXPECT_FALSE(Map_Tool_In_Use()->Outline().isEmpty());
+    EXPECT_FALSE(Map_Paint_Over().empty());
     if (drag)
       Drag({300, 200}, {400, 250});
     else

@@ -89,7 +89,7 @@ TEST_F(PolyEditorTest, VerticesStayWhereTheyAreWhenTheMapMoves) {
   Zoom_At(0.5, 400, 300);
   Scroll_By(60, 40);
   Map_Mouse_Move({500, 350}, false);
-  const QPainterPath outline = Map_Tool_In_Use()->Outline();
+  const QPainterPath outline = Painted_Over();
   EXPECT_EQ(outline.elementAt(0).x, Window_X(first.x()));
   EXPECT_EQ(outline.elementAt(1).y, 350);
   const QPoint second(Map_X(500), Map_Y(350));

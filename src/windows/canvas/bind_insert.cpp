@@ -3,14 +3,14 @@
 #include <QCursor>
 
 #include "edit/copy.h"
-#include "edit/figure_edit.h"
-#include "edit/scale_edit.h"
 #include "hand/activation.h"
 #include "hand/next_shape.h"
-#include "hand/tool_state.h"
 #include "state/global_state.h"
 #include "state/map_state.h"
+#include "tools/figure_tool.h"
 #include "tools/map_tool.h"
+#include "tools/picture_tool.h"
+#include "tools/scale_tool.h"
 #include "view/picture_cache.h"
 #include "windows/canvas/dlgBMP.h"
 #include "windows/canvas/frmClipboard.h"
@@ -39,7 +39,7 @@ void Picture_Added(QWidget* mainWindow) {
 
 void Insert_Picture(QWidget* mainWindow, const CommandCall& call) {
   if (!call.at)
-    Choose_Tool(QStringLiteral("Bild"));
+    Toggle_Picture_Tool();
   else if (Add_Picture(*call.at, QString()))
     Picture_Added(mainWindow);
 }

@@ -9,6 +9,7 @@
 #include "platform/text.h"
 #include "state/events.h"
 #include "tools/map_tool.h"
+#include "tools/turn_tool.h"
 #include "ui_frmEigenschaften.h"
 #include "windows/canvas/figure_fields.h"
 #include "windows/common/frm_dialogs.h"

@@ -13,7 +13,8 @@
 #include "state/events.h"
 #include "state/global_state.h"
 #include "state/map_state.h"
-#include "tools/map_tool.h"
+#include "tools/figure_tool.h"
+#include "tools/free_figure_tool.h"
 #include "ui_frmFigur.h"
 #include "windows/canvas/figure_fields.h"
 #include "windows/canvas/frmFigurDraw.h"
@@ -46,11 +47,6 @@ QIcon Kind_Icon(EntryKind kind) {
   const std::vector<QPoint> vertices = {{5, 24}, {9, 6}, {21, 13}, {34, 4}, {38, 22}, {22, 26}};
   Draw_Figure(context, row, kind, vertices, {qRgb(0, 0, 0), qRgb(255, 240, 150), qRgb(40, 80, 130)});
   return QPixmap::fromImage(image);
-}
-
-bool Figure_Tool_In_Use() {
-  const MapTool* tool = Map_Tool_In_Use();
-  return tool && tool->Name() == QLatin1String("Fig");
 }
 
 }  // namespace
@@ -193,7 +189,7 @@ void FrmFigur::accept() {
 }
 
 void FrmFigur::done(int result) {
-  if (Figure_Tool_In_Use()) Drop_Map_Tool();
+  Drop_Figure_Tool();
   QDialog::done(result);
 }
 

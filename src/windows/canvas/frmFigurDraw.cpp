@@ -6,7 +6,8 @@
 #include "platform/message_box.h"
 #include "state/events.h"
 #include "store/vertex_table.h"
-#include "tools/map_tool.h"
+#include "tools/figure_tool.h"
+#include "tools/free_figure_tool.h"
 #include "ui_frmFigurDraw.h"
 #include "windows/canvas/figure_fields.h"
 #include "windows/common/frm_dialogs.h"
@@ -133,8 +134,7 @@ void FrmFigurDraw::accept() {
 }
 
 void FrmFigurDraw::done(int result) {
-  const MapTool* tool = Map_Tool_In_Use();
-  if (tool && tool->Name() == QLatin1String("Fig")) Drop_Map_Tool();
+  Drop_Figure_Tool();
   QDialog::done(result);
 }
 

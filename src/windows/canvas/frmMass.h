@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "edit/scale_edit.h"
+#include "tools/scale_tool.h"
 
 namespace Ui {
 class FrmMass;

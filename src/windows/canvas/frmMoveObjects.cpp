@@ -1,5 +1,6 @@
 #include "windows/canvas/frmMoveObjects.h"
 
+#include <QPointer>
 #include <cmath>
 
 #include "edit/move.h"
@@ -8,14 +9,15 @@
 #include "state/events.h"
 #include "state/global_state.h"
 #include "state/map_state.h"
+#include "tools/pick_tool.h"
 #include "ui_frmMoveObjects.h"
-#include "windows/canvas/map_window.h"
 #include "windows/common/frm_dialogs.h"
 #include "windows/desktop/application.h"
 
 namespace {
 
 const QString pattern = QStringLiteral("###0.0");
+const QString pickName = QStringLiteral("Fixpunkt");
 constexpr double farthest = 32767;
 
 QString Decimal(double value) {
@@ -35,8 +37,7 @@ bool Is_Amount(const QString& text) {
 
 }  // namespace
 
-FrmMoveObjects::FrmMoveObjects(MapCanvas* map, QWidget* parent)
-    : QDialog(parent), ui(std::make_unique<Ui::FrmMoveObjects>()), canvas(map) {
+FrmMoveObjects::FrmMoveObjects(QWidget* parent) : QDialog(parent), ui(std::make_unique<Ui::FrmMoveObjects>()) {
   ui->setupUi(this);
   Prepare_Dialog(*this, QStringLiteral("Verschieben.htm"));
   setWindowModality(Qt::NonModal);
@@ -74,7 +75,7 @@ FrmMoveObjects::~FrmMoveObjects() {
 void FrmMoveObjects::Tell(const QString& text) { ui->lblFix->setText(text); }
 
 void FrmMoveObjects::Choose_Fix() {
-  if (canvas) canvas->Pick_Point({});
+  Give_Up_Picking(pickName);
   fix.reset();
   if (ui->optFixZero->isChecked()) fix = QPoint(0, 0);
   Show_Fix();
@@ -96,27 +97,42 @@ void FrmMoveObjects::Show_Amount() {
 }
 
 void FrmMoveObjects::Ask_Fix_Point() {
-  if (!canvas) return;
-  Tell(QStringLiteral("Klicken Sie auf den Fixpunkt in der Karte."));
-  canvas->Pick_Point([this](QPoint at) {
-    fix = QPoint(Map_X(at.x()), Map_Y(at.y()));
-    ui->optFix->setChecked(true);
-    Ask_Target();
-  });
+  Pick(QStringLiteral("Klicken Sie auf den Fixpunkt in der Karte."), &FrmMoveObjects::Fix_Picked);
 }
 
 void FrmMoveObjects::Ask_Target() {
-  if (!canvas) return;
   if (!fix) return Ask_Fix_Point();
-  Tell(QStringLiteral("Fixpunkt = %1,%2\nKlicken Sie auf die Stelle, an die er kommen soll.")
+  Pick(QStringLiteral("Fixpunkt = %1,%2\nKlicken Sie auf die Stelle, an die er kommen soll.")
            .arg(fix->x())
-           .arg(fix->y()));
-  canvas->Pick_Point([this](QPoint at) {
-    Set_Distance(Map_X(at.x()) - fix->x(), Map_Y(at.y()) - fix->y());
-    Show_Fix();
-    activateWindow();
-    ui->cmdOK->setFocus();
+           .arg(fix->y()),
+       &FrmMoveObjects::Target_Picked);
+}
+
+void FrmMoveObjects::Pick(const QString& text, void (FrmMoveObjects::*taken)(QPoint map)) {
+  const QPointer<FrmMoveObjects> self(this);
+  Run_Guarded([&] {
+    Pick_Point({pickName, text.section(u'\n', -1),
+                [self, taken](QPoint map) {
+                  if (self) (self->*taken)(map);
+                },
+                [self] {
+                  if (self) self->Show_Fix();
+                }});
   });
+  Tell(text);
+}
+
+void FrmMoveObjects::Fix_Picked(QPoint map) {
+  fix = map;
+  ui->optFix->setChecked(true);
+  Ask_Target();
+}
+
+void FrmMoveObjects::Target_Picked(QPoint map) {
+  Set_Distance(map.x() - fix->x(), map.y() - fix->y());
+  Show_Fix();
+  activateWindow();
+  ui->cmdOK->setFocus();
 }
 
 void FrmMoveObjects::Set_Distance(double x, double y) {
@@ -154,19 +170,18 @@ void FrmMoveObjects::Take_Back() {
 }
 
 void FrmMoveObjects::done(int result) {
-  if (canvas) canvas->Pick_Point({});
+  Give_Up_Picking(pickName);
   QDialog::done(result);
 }
 
 void Show_frmMoveObjects(QWidget* parent) {
-  auto* map = parent->findChild<MapWindow*>();
   // One is enough.
   if (auto* open = parent->findChild<FrmMoveObjects*>()) {
     open->raise();
     open->activateWindow();
     return;
   }
-  auto* window = new FrmMoveObjects(&map->Canvas(), parent);
+  auto* window = new FrmMoveObjects(parent);
   window->setAttribute(Qt::WA_DeleteOnClose);
   window->show();
 }

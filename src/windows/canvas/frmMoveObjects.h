@@ -7,7 +7,6 @@
 namespace Ui {
 class FrmMoveObjects;
 }
-class MapCanvas;
 
 // Moving all or the marked entries by a distance. It stays open beside the map, so that the distance can be shown by
 // two clicks: from the fixed point to where it shall come.
@@ -15,7 +14,7 @@ class FrmMoveObjects : public QDialog {
   Q_OBJECT
 
  public:
-  explicit FrmMoveObjects(MapCanvas* map = nullptr, QWidget* parent = nullptr);
+  explicit FrmMoveObjects(QWidget* parent = nullptr);
   ~FrmMoveObjects() override;
 
  public Q_SLOTS:
@@ -28,12 +27,14 @@ class FrmMoveObjects : public QDialog {
   void Show_Amount();
   void Ask_Fix_Point();
   void Ask_Target();
+  void Pick(const QString& text, void (FrmMoveObjects::*taken)(QPoint map));
+  void Fix_Picked(QPoint map);
+  void Target_Picked(QPoint map);
   void Set_Distance(double x, double y);
   void Take_Back();
   void Tell(const QString& text);
 
   std::unique_ptr<Ui::FrmMoveObjects> ui;
-  MapCanvas* canvas;
   std::optional<QPoint> fix;  // map pixels
   int closedListener = 0, stateListener = 0;
 };

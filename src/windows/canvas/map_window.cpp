@@ -15,8 +15,6 @@
 #include "state/events.h"
 #include "state/map_state.h"
 #include "state/mdi_state.h"
-#include "tools/drag.h"
-#include "tools/map_tool.h"
 #include "tools/mouse.h"
 #include "view/view.h"
 #include "windows/common/window_support.h"
@@ -115,40 +113,31 @@ void MapCanvas::Paint_Circle(QPainter& painter) {
 }
 
 void MapCanvas::Paint_Outline(QPainter& painter) {
-  if (const MapTool* tool = Map_Tool_In_Use()) {
-    painter.setBrush(Qt::NoBrush);
-    const QPainterPath outline = tool->Outline();
-    for (const QPen& pen : {QPen(Qt::white, 1), QPen(Qt::black, 1, Qt::DashLine)}) painter.strokePath(outline, pen);
-    return;
-  }
-  if (!dragState.Active() || dragState.outline.size() < 2) return;
   painter.setBrush(Qt::NoBrush);
-  for (const QPen& pen : {QPen(Qt::white, 1), QPen(Qt::black, 1, Qt::DashLine)}) {
-    painter.setPen(pen);
-    if (dragState.closed)
-      painter.drawPolygon(dragState.outline);
-    else
-      painter.drawPolyline(dragState.outline);
+  for (const OverLine& line : Map_Paint_Over()) {
+    if (line.color) {
+      painter.strokePath(line.path, QPen(QColor::fromRgb(*line.color), line.width));
+      continue;
+    }
+    painter.strokePath(line.path, QPen(Qt::white, line.width));
+    painter.strokePath(line.path, QPen(Qt::black, line.width, Qt::DashLine));
   }
 }
 
 // Only what the outline leaves and where it comes is painted anew.
 void MapCanvas::Show_Outline() {
   QRect now;
-  const auto room = [](const QRectF& box) {
-    return box.toAlignedRect().adjusted(-outlineRoom, -outlineRoom, outlineRoom, outlineRoom);
-  };
-  if (const MapTool* tool = Map_Tool_In_Use(); tool && !tool->Outline().isEmpty())
-    now = room(tool->Outline().boundingRect());
-  else if (dragState.Active() && !dragState.outline.isEmpty())
-    now = room(dragState.outline.boundingRect());
+  for (const OverLine& line : Map_Paint_Over()) {
+    const double room = line.width + outlineRoom;
+    now |= line.path.boundingRect().adjusted(-room, -room, room, room).toAlignedRect();
+  }
   if (!outlined.isEmpty()) update(outlined);
   if (!now.isEmpty()) update(now);
   outlined = now;
 }
 
 void MapCanvas::Show_Pointer() {
-  const Qt::CursorShape shape = Picking() ? Qt::CrossCursor : Cursor_Of(Map_Pointer());
+  const Qt::CursorShape shape = Cursor_Of(Map_Pointer());
   if (cursor().shape() != shape) setCursor(shape);
 }
 
@@ -158,35 +147,21 @@ void MapCanvas::Sync_Controls() {
   Show_Pointer();
 }
 
-void MapCanvas::Pick_Point(std::function<void(QPoint)> taken) {
-  picked = std::move(taken);
-  Show_Pointer();
-}
-
 void MapCanvas::mousePressEvent(QMouseEvent* event) {
   if (!Map.Visible || Loading()) return;
   const QPoint at = event->position().toPoint();
   const bool left = event->button() == Qt::LeftButton;
   if (!left && event->button() != Qt::RightButton) return;
-  if (Picking()) {
-    const auto taken = std::exchange(picked, {});
-    if (left) Run_Guarded([&] { taken(at); });
-  } else {
-    const MouseButton button = left ? MouseButton::Left : MouseButton::Right;
-    Run_Guarded([&] { Map_Mouse_Down(at, button, Keys_Of(event->modifiers())); });
-  }
+  const MouseButton button = left ? MouseButton::Left : MouseButton::Right;
+  Run_Guarded([&] { Map_Mouse_Down(at, button, Keys_Of(event->modifiers())); });
   Sync_Controls();
 }
 
 void MapCanvas::mouseMoveEvent(QMouseEvent* event) {
   if (!Map.Visible || Loading()) return;
   const bool leftDown = event->buttons().testFlag(Qt::LeftButton);
-  Run_Guarded([&] {
-    // A question has swallowed the release.
-    if (!leftDown && dragState.Active()) Cancel_Drag();
-    Map_Mouse_Move(event->position().toPoint(), leftDown && !Picking());
-  });
-  if (dragState.Active() || Map_Tool_In_Use() || !outlined.isEmpty())
+  Run_Guarded([&] { Map_Mouse_Move(event->position().toPoint(), leftDown); });
+  if (!outlined.isEmpty() || !Map_Paint_Over().empty())
     Sync_Controls();
   else
     Show_Pointer();
@@ -318,7 +293,6 @@ bool MapWindow::Type_Into_Entry(const QKeyEvent& event) {
 }
 
 void MapWindow::keyPressEvent(QKeyEvent* event) {
-  if (canvas->Picking() && event->key() == Qt::Key_Escape) return canvas->Pick_Point({});
   bool used = false;
   Run_Guarded([&] { used = Map_Key(event->key(), Keys_Of(event->modifiers())); });
   used = used || Type_Into_Entry(*event);

@@ -1,7 +1,6 @@
 #pragma once
 #include <QTimer>
 #include <QWidget>
-#include <functional>
 
 #include "windows/canvas/map_window_controls.h"
 
@@ -15,10 +14,6 @@ class MapCanvas : public QWidget {
  public:
   explicit MapCanvas(QWidget* parent = nullptr);
   void Sync_Controls();  // live controls, pointer, outline
-  // The next click on the map gives its position, in window pixels, instead of meaning an entry. Esc or a second wish
-  // ends the waiting; an empty function only ends it.
-  void Pick_Point(std::function<void(QPoint window)> taken);
-  bool Picking() const { return static_cast<bool>(picked); }
   MapEditor& Editor() { return controls.Editor(); }
 
  protected:
@@ -35,7 +30,6 @@ class MapCanvas : public QWidget {
   void Show_Pointer();
 
   MapControls controls;
-  std::function<void(QPoint)> picked;
   QRect outlined;  // where the outline was painted last
 };
 

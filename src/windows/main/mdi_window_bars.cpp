@@ -123,10 +123,6 @@ void MdiWindow::Sync_Menus() {
 // The menu of the right mouse button, with the menus and entries of the menu bar.
 void MdiWindow::Show_Popup() {
   const QPoint at = mapWindow->Canvas().mapToGlobal(Map.PopupAt);
-  if (Map.LupeOn) {
-    Action(QStringLiteral("mnuZoom"))->menu()->popup(at);
-    return;
-  }
   popup->clear();
   for (const QString& key : Popup_Table()) {
     if (key == QLatin1String("-"))

@@ -1,8 +1,7 @@
 #include "windows/objects/bind_objects.h"
 
 #include "edit/symbols.h"
-#include "hand/tool_state.h"
-#include "state/map_state.h"
+#include "tools/symbol_tool.h"
 #include "windows/common/bind_window.h"
 #include "windows/objects/frmDrawBreite.h"
 #include "windows/objects/frmFarb.h"
@@ -17,8 +16,7 @@ namespace {
 // From the menu of the right mouse button where it was opened; else the window stands beside the map while the next
 // click places the symbol.
 void Insert_Symbol(QWidget* mainWindow, const CommandCall& call) {
-  if (call.at ? Place_Symbol(*call.at) : (Choose_Tool(QStringLiteral("Symb")), Map.Tool == QLatin1String("Symb")))
-    Show_frmSymbol(mainWindow);
+  if (call.at ? Place_Symbol(*call.at) : Toggle_Symbol_Tool()) Show_frmSymbol(mainWindow);
 }
 
 void Font_Window(QWidget* mainWindow) {
