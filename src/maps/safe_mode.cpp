@@ -22,6 +22,7 @@ bool Ask_Safe_Mode(const QString& table) {
   const int choice = dialogHooks.Abgesichert ? dialogHooks.Abgesichert({MapFile, table, backup}) : 0;
   if (choice == 1) {
     Table_File_Copy(table, backup);
+    Tell_Known_Tables();
     RepairDatabase(table);
     Tell_Safe(map_texts::repaired);
     Write_Log(backup, 2);

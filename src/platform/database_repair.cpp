@@ -11,6 +11,7 @@
 #include "platform/files.h"
 #include "platform/page_log.h"
 #include "platform/page_scanner.h"
+#include "platform/page_schema.h"
 
 namespace {
 
@@ -48,8 +49,8 @@ bool Has_Its_Columns(Engine& engine, const TableDef& table) {
     const bool named = !known.name.isEmpty();
     if (named && known.name.compare(table.name, Qt::CaseInsensitive) != 0) continue;
     const bool fewer = table.fields.size() < known.fields.size();
-    if (named && (fewer || !std::equal(known.fields.begin(), known.fields.end(), table.fields.begin(), Same_Column)))
-      return false;
+    const bool same = !fewer && std::equal(known.fields.begin(), known.fields.end(), table.fields.begin(), Same_Column);
+    if (named && !same && page_scanner::Is_Akin(table.fields, known.fields)) return false;
     if (!named && fewer && !table.fields.empty() && Same_Column(table.fields[0], known.fields[0])) return false;
   }
   // Raises if a name cannot be read, or a column is to be sorted in a way that is not known.

@@ -202,22 +202,28 @@ std::vector<Described> Find_Descriptions(const QByteArray& page) {
   return found;
 }
 
+bool Is_Akin(const std::vector<FieldInfo>& fields, const std::vector<FieldInfo>& known) {
+  const auto there = std::count_if(known.begin(), known.end(), [&](const FieldInfo& field) {
+    return std::any_of(fields.begin(), fields.end(), [&](const FieldInfo& it) { return Same_Name(it, field); });
+  });
+  const size_t lost = known.size() - static_cast<size_t>(there);
+  return lost <= std::max<size_t>(1, known.size() / 4);
+}
+
 Columns Columns_Of(const Described& table, size_t width, const TableDef* def, const std::vector<TableDef>& alike) {
   Columns columns;
   columns.fields = Exact_Fields(table.sql, table.name);
   columns.asDescribed = !columns.fields.empty() && columns.fields.size() >= width;
   const std::vector<FieldInfo> rough = Rough_Fields(table.sql);
   if (def) {
-    if (columns.asDescribed && Begins_With(columns.fields, def->fields)) return columns;
+    const bool foreign = !Is_Akin(columns.fields, def->fields);
+    if (columns.asDescribed && (foreign || Begins_With(columns.fields, def->fields))) return columns;
     columns = {With_Added(def->fields, rough), false};
   } else {
     // A name that one of its columns still bears tells that it is one of those without a name.
     for (const TableDef& other : alike) {
       if (!other.name.isEmpty() || other.fields.size() < width || Begins_With(columns.fields, other.fields)) continue;
-      const bool akin = std::any_of(other.fields.begin(), other.fields.end(), [&](const FieldInfo& field) {
-        return std::any_of(rough.begin(), rough.end(), [&](const FieldInfo& it) { return Same_Name(it, field); });
-      });
-      if (akin && rough.size() <= other.fields.size()) columns = {other.fields, false};
+      if (Is_Akin(rough, other.fields) && rough.size() <= other.fields.size()) columns = {other.fields, false};
     }
     if (!columns.asDescribed && columns.fields.size() < width && rough.size() >= width) columns.fields = rough;
   }

@@ -19,6 +19,9 @@ std::optional<Described> Read_Description(const Fields& row);
 // Tables in the bytes of a page of the description, whatever became of its rows.
 std::vector<Described> Find_Descriptions(const QByteArray& page);
 
+// Are these the known columns but for a few that damage has made unreadable? All else is a table of another program.
+bool Is_Akin(const std::vector<FieldInfo>& fields, const std::vector<FieldInfo>& known);
+
 struct Columns {
   std::vector<FieldInfo> fields;
   bool asDescribed = false;  // the statement can be taken as it stands

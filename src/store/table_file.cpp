@@ -189,8 +189,9 @@ bool Make_New_Table() {
 }
 
 void Tell_Rescued(const RepairReport& report, const QString& damagedCopy) {
-  QString text = texts::renamed + u'\n' + damagedCopy +
-                 QStringLiteral("\n\nAus ihr wurden %1 Datensätze gerettet und geladen.").arg(report.rows);
+  QString text =
+      texts::renamed + u'\n' + damagedCopy +
+      QStringLiteral("\n\nAus ihr wurden %1 Karteneinträge gerettet und geladen.").arg(Rescued_Entries(report));
   if (report.droppedTexts > 0) text += QStringLiteral("\nUnlesbare Texte: %1.").arg(report.droppedTexts);
   Message_Box(text, MsgButtons::Ok, MsgIcon::Information, texts::errorTitle);
 }
@@ -207,7 +208,7 @@ bool Rescue() {
   QString kept = report.damagedCopy;
   try {
     kept = Free_Aside_Name(TableFile, QStringLiteral("_err.mdb"));
-    File_Rename(report.damagedCopy, kept);
+    Table_File_Rename(report.damagedCopy, kept);
   } catch (const Error&) {
     kept = report.damagedCopy;
   }

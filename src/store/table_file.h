@@ -40,5 +40,7 @@ QString Free_Backup_Name(const QString& table);
 // and half-written files. At its end: gives its own work files back.
 void Clear_Work_Files();
 void Release_Work_Files();
+// The database service has to know our tables to put a damaged file together again; before every RepairDatabase.
+void Tell_Known_Tables();
 // Removes "*.ldb" beside the user table and the standard table.
 void Delete_Lock_Files();

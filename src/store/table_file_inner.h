@@ -1,6 +1,7 @@
 #pragma once
 #include <QString>
 
+#include "platform/database.h"
 #include "platform/error.h"
 
 // What the files of the table file share.
@@ -26,8 +27,8 @@ bool Is_Access_Error(const Error& error);
 void Report_Copy_Error(const QString& target, const Error& error);
 // "" for a table of ours, else what is wrong with it.
 QString Table_Fault(const QString& path);
-// The database service has to know our tables to put a damaged file together again.
-void Tell_Known_Tables();
+// Entries of a repaired table, without its header row.
+int Rescued_Entries(const RepairReport& report);
 
 // Closes recordsets and database; errors are ignored, what waits in the log is read at the next opening.
 void Close_Quietly();

@@ -1,4 +1,5 @@
 #include <QFileInfo>
+#include <algorithm>
 
 #include "platform/database.h"
 #include "platform/files.h"
@@ -16,7 +17,11 @@
 namespace texts = table_texts;
 using namespace table_file;
 
-void table_file::Tell_Known_Tables() { Set_Known_Tables({MapData_Def(), Qdata_Def(), Vertex_Def({})}); }
+void Tell_Known_Tables() { Set_Known_Tables({MapData_Def(), Qdata_Def(), Vertex_Def({})}); }
+
+int table_file::Rescued_Entries(const RepairReport& report) {
+  return std::max(0, report.Rows_In(MapData_Def().name) - 1);
+}
 
 namespace {
 
@@ -65,7 +70,8 @@ void Repair_Table() {
     const RepairReport report = RepairDatabase(TableFile);
     if (!report.wasSound) {
       text = QStringLiteral("Diese Tabelle wurde repariert:\n") + TableFile +
-             QStringLiteral("\n\nGerettete Datensätze: %1\nDie beschädigte Datei liegt in:\n").arg(report.rows) +
+             QStringLiteral("\n\nGerettete Karteneinträge: %1\nDie beschädigte Datei liegt in:\n")
+                 .arg(Rescued_Entries(report)) +
              report.damagedCopy;
       Tbl.Tag = QStringLiteral("dirty");
     }
@@ -89,7 +95,7 @@ void Recover_Table() {
   Table_File_Copy(TableFile, err);
   try {
     const RepairReport report = RepairDatabase(TableFile);
-    if (!report.wasSound) Kill_Quietly(report.damagedCopy);  // the same as "_err.mdb"
+    if (!report.wasSound) Table_File_Delete(report.damagedCopy);  // the same as "_err.mdb"
   } catch (const Error&) {
     // Nothing can be read any more: then "_rep" is as damaged as "_err".
   }

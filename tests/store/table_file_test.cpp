@@ -160,6 +160,12 @@ TEST_F(TableFileTest, ADamagedTableIsRescuedWithItsRows) {
   QByteArray headless = sound, rubbish = sound;
   headless.replace(0, 100, QByteArray(100, '#'));
   rubbish.replace(sound.size() - 6 * 1024, 2 * 1024, QByteArray(2 * 1024, '\x5a'));
+  // One byte in what the file tells about its columns, and a page that is not whole.
+  const QByteArray misnamed = QByteArray(sound).replace("\"Eintrag\"", "\"Eintrbg\"");
+  const QByteArray merged = QByteArray(sound).replace("\"VG\" INTEGER,", "\"VG\" INTEGER ");
+  const QByteArray nameless = QByteArray(sound).replace("tableMapData", "tableMapDatb");
+  const QByteArray cut = sound.chopped(100);
+  ASSERT_TRUE(misnamed != sound && merged != sound && nameless != sound);
   struct Case {
     QByteArray bytes;
     int least;
@@ -167,19 +173,21 @@ TEST_F(TableFileTest, ADamagedTableIsRescuedWithItsRows) {
   };
   for (const Case& c :
        {Case{headless, 390, LoadMode::First}, Case{sound.left(sound.size() * 6 / 10), 150, LoadMode::First},
-        Case{rubbish, 350, LoadMode::First}, Case{headless, 390, LoadMode::Reload}}) {
+        Case{rubbish, 350, LoadMode::First}, Case{misnamed, 400, LoadMode::First}, Case{merged, 400, LoadMode::First},
+        Case{nameless, 400, LoadMode::First}, Case{cut, 380, LoadMode::First}, Case{headless, 390, LoadMode::Reload}}) {
     Close_Table(CloseMode::CloseOnly);
     Replace_File(Table(), c.bytes);
     MessageScript script{{"gehört nicht zum Programm FLURAX."}, {"gerettet"}};
     ASSERT_TRUE(Load_Table(c.mode));
     ASSERT_GE(Entry_Count(), c.least);
+    EXPECT_TRUE(script.Seen().back().text.contains(QStringLiteral(" %1 Karteneinträge").arg(Entry_Count())));
     for (const QString& text : Texts()) EXPECT_TRUE(texts.contains(text)) << text;
     EXPECT_EQ(Read_Header().mapName, Shortened_Path(MapFile));
     EXPECT_EQ(Tbl.Tag, "dirty");
     EXPECT_EQ(Read_Bytes(Path("KARTE_err.mdb")), c.bytes);
   }
   EXPECT_EQ(Load_Vertices("Linie0"), (std::vector<QPoint>{{1, 2}, {3, 4}}));
-  EXPECT_TRUE(QFile::exists(Path("KARTE_err_3.mdb")));
+  EXPECT_TRUE(QFile::exists(Path("KARTE_err_7.mdb")));
 }
 
 TEST_F(TableFileTest, ABadFileAtAReloadComesBackFromTheSnapshot) {
