@@ -110,6 +110,12 @@ class Database {
   void Close();
   bool IsOpen() const;
   QString Name() const;
+  // Where the open file lies now: Name() while it is at its place, another path if it or its folder was moved or
+  // renamed since, "" if it was deleted or another file took its place.
+  QString Place_Now() const;
+  // The tables as they stand, wherever the file is, into another: built aside, flushed, renamed. A target that exists
+  // is replaced.
+  void Copy_To(const QString& target);
 
   std::unique_ptr<Recordset> OpenRecordset(const QString& tableOrSelect);  // error 3078 for an unknown table
   const std::vector<TableDef>& TableDefs();  // in order of creation; reread when the schema changed

@@ -162,7 +162,9 @@ void Engine::Open(const QString& file, OpenWay way) {
   // A writer that was killed leaves the log switched on; Close then has to switch it off.
   if (!readOnly) Take_Over_Log();
   accountedChanges = sqlite3_total_changes64(db);
-  Open_Files().insert(QFileInfo(path).canonicalFilePath());
+  openName = QFileInfo(path).canonicalFilePath();  // it may be another one when it is closed
+  openedAs = OpenedAs(path);
+  Open_Files().insert(openName);
   if (way.lockFile && !readOnly) {
     lock = std::make_unique<QLockFile>(Lock_File_Of(path));
     lock->setStaleLockTime(0);
@@ -175,7 +177,6 @@ void Engine::Close() {
   Need_Open();
   sqlite3* closing = std::exchange(db, nullptr);
   ++generation;
-  const QString file = QFileInfo(path).canonicalFilePath();
   // Our own alone: virtual tables of a foreign file finalize theirs.
   for (sqlite3_stmt* statement : std::exchange(lastingStatements, {})) sqlite3_finalize(statement);
   schemaStatement = nullptr;
@@ -186,7 +187,7 @@ void Engine::Close() {
   const Error fault = rc == SQLITE_OK ? Error() : Error_Of_Result(closing, rc);
   const int closed = sqlite3_close(closing);
   if (closed != SQLITE_OK) sqlite3_close_v2(closing);
-  Open_Files().remove(file);
+  Open_Files().remove(openName);
   lock.reset();
   if (rc == SQLITE_OK && closed == SQLITE_OK) return;
   if (fault.number == errors::diskFull) throw fault;

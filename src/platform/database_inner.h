@@ -77,6 +77,25 @@ class Limit {
   qint64 memoryBefore, fileBefore, taken = 0, lastLook = 0;
 };
 
+// What the system calls an open file: that follows it wherever it goes.
+struct OpenedAs {
+  OpenedAs() = default;
+  explicit OpenedAs(const QString& path);
+  QString Place_Now(const QString& path) const;
+
+  int descriptor = -1;
+  QByteArray target;  // empty: the system does not tell
+};
+
+// The name of a file that is built beside its target; what is left of it goes in the end.
+struct AsideDatabase {
+  explicit AsideDatabase(const QString& target);
+  ~AsideDatabase();
+  AsideDatabase(const AsideDatabase&) = delete;
+  AsideDatabase& operator=(const AsideDatabase&) = delete;
+  const QString path;
+};
+
 // One open file. Recordsets share it with the Database and find `db` empty after Close.
 class Engine {
  public:
@@ -117,6 +136,9 @@ class Engine {
 
   const std::vector<Database::PointRow>* Points(const QString& table);
 
+  QString Place_Now() const;
+  void Write_Whole_To(const QString& file);  // every table as it stands; the file must not be there
+
   sqlite3* db = nullptr;
   QString path;
   bool readOnly = false;
@@ -134,6 +156,8 @@ class Engine {
   void Take_Over_Log();
 
   bool logReady = false;
+  QString openName;  // among the open files
+  OpenedAs openedAs;
   std::unique_ptr<QLockFile> lock;
   std::vector<TableDef> tables;
   QHash<QString, int> tableIndex;

@@ -237,23 +237,14 @@ RepairReport RepairDatabase(const QString& path) {
   }
   if (tables.empty()) Raise(errors::databaseDamaged);
   RepairReport report;
-  const QString aside = Aside_Name(file);
-  struct Remover {
-    QString aside;
-    ~Remover() {
-      QFile::remove(aside);
-      database_inner::Remove_Sidecars(aside);
-    }
-  } remover{aside};
-  QFile::remove(aside);
-  database_inner::Remove_Sidecars(aside);
+  const database_inner::AsideDatabase aside(file);
   {
-    Rebuilder rebuilder(aside);
+    Rebuilder rebuilder(aside.path);
     rebuilder.Write(tables);
     report = std::move(rebuilder.report);
   }
   report.damagedCopy = Name_For_Damaged(file);
   Keep_Damaged(file, report.damagedCopy);
-  database_inner::Put_In_Place(aside, file);
+  database_inner::Put_In_Place(aside.path, file);
   return report;
 }

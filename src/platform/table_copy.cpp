@@ -26,6 +26,13 @@ void Remove_Sidecars(const QString& path) {
   for (const char* ending : sidecarEndings) QFile::remove(path + QLatin1String(ending));
 }
 
+AsideDatabase::AsideDatabase(const QString& target) : path(Aside_Name(target)) {}
+
+AsideDatabase::~AsideDatabase() {
+  QFile::remove(path);
+  Remove_Sidecars(path);
+}
+
 bool Flush_File(const QString& path) {
   const int file = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC);
   if (file < 0) return false;
@@ -74,32 +81,19 @@ void CompactDatabase(const QString& source, const QString& target) {
   if (from.isEmpty()) Raise(errors::databaseNotFound);
   if (File_Exists(target)) Raise(errors::databaseExists);
   if (!QFileInfo(QFileInfo(target).absolutePath()).isDir()) Raise(errors::pathNotFound);
-  const QString aside = Aside_Name(target);
-  struct Remover {
-    QString aside;
-    ~Remover() {
-      QFile::remove(aside);
-      Remove_Sidecars(aside);
-    }
-  } remover{aside};
+  const AsideDatabase aside(target);
   try {
     Engine engine;
     // The source may lie where nothing can be written, the template for one.
     const bool fixed = !QFileInfo(QFileInfo(from).path()).isWritable() || !QFileInfo(from).isWritable();
     engine.Open(from, {.readOnly = fixed, .lockFile = false});
-    {
-      const Statement statement = engine.Prepare("VACUUM INTO ?1");
-      const QByteArray name = aside.toUtf8();
-      sqlite3_bind_text(statement.get(), 1, name.constData(), static_cast<int>(name.size()), SQLITE_STATIC);
-      const int rc = sqlite3_step(statement.get());
-      if (rc != SQLITE_DONE) engine.Fail(rc);
-    }
+    engine.Write_Whole_To(aside.path);
     engine.Close();
   } catch (const Error& error) {
     if (error.number == errors::fileInUse) Raise(errors::databaseInUse);
     throw;
   }
-  Put_In_Place(aside, target);
+  Put_In_Place(aside.path, target);
 }
 
 void Table_File_Copy(const QString& source, const QString& target) {

@@ -36,7 +36,7 @@ template <typename Work>
 bool Change_Columns(const QString& title, const QString& undoCaption, Work&& work) {
   const BusyPointer busy;
   Undo_Point(undoCaption);
-  if (!dbEntries || !rsEntries) return false;
+  if (!dbEntries || !rsEntries || !Table_In_Place()) return false;
   const QString row = rsEntries->Position() >= 0 ? rsEntries->Bookmark() : QString();
   rsAux.reset();
   rsEntries.reset();

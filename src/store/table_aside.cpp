@@ -27,22 +27,18 @@ bool Same_Name(const QString& path, const QString& other) {
   return Clean_Path(path).compare(Clean_Path(other), Qt::CaseInsensitive) == 0;
 }
 
-namespace {
-// "<base><ending>", then "<base>_err_1.mdb", ...
-QString Numbered(const QString& base, const QString& ending, int number) {
-  if (number == 0) return base + ending;
+QString Free_Name(const QString& base, const QString& ending) {
   const qsizetype point = ending.lastIndexOf(u'.');
-  return base + ending.left(point) + u'_' + QString::number(number) + ending.mid(point);
+  QString name = base + ending;
+  for (int number = 1; File_Exists(name); ++number)
+    name = base + ending.left(point) + u'_' + QString::number(number) + ending.mid(point);
+  return name;
 }
-}  // namespace
 
 QString Free_Aside_Name(const QString& table, const QString& ending) {
   const QString base = Without_Ending(table);
   const QString wanted = base + ending;
-  if (!File_Exists(wanted)) return wanted;
-  int number = 1;
-  while (File_Exists(Numbered(base, ending, number))) ++number;
-  File_Rename(wanted, Numbered(base, ending, number));
+  if (File_Exists(wanted)) File_Rename(wanted, Free_Name(base, ending));
   return wanted;
 }
 
@@ -80,7 +76,8 @@ void Report_Copy_Error(const QString& target, const Error& error) {
   QString text =
       QStringLiteral("Diese Datei konnte nicht geschrieben werden:\n") + target + QStringLiteral("\n\n") + error.text;
   if (File_Exists(target)) text += QStringLiteral("\n\nIhr bisheriger Inhalt blieb erhalten.");
-  text += QStringLiteral("\nDie Karteneinträge sind vollständig in:\n") + TableFile;
+  if (!Stands_Away() && File_Exists(TableFile))
+    text += QStringLiteral("\nDie Karteneinträge sind vollständig in:\n") + TableFile;
   Message_Box(text, MsgButtons::Ok, MsgIcon::Warning, table_texts::saveTitle);
 }
 
@@ -104,12 +101,7 @@ QString Table_Fault(const QString& path) {
 }  // namespace table_file
 
 QString Free_Backup_Name(const QString& table) {
-  const QString base = table_file::Without_Ending(table) + QStringLiteral("_BAK");
-  QString name = base + QStringLiteral(".MDB");
-  for (int number = 1; File_Exists(name); ++number) {
-    name = base + u'_' + QString::number(number) + QStringLiteral(".MDB");
-  }
-  return name;
+  return table_file::Free_Name(table_file::Without_Ending(table), QStringLiteral("_BAK.MDB"));
 }
 
 void Delete_Lock_Files() {

@@ -56,6 +56,7 @@ Copies table_file::Close_With_Copies() {
 
 void Close_Table(CloseMode mode) {
   if (mode == CloseMode::CloseOnly) {
+    Keep_Before_Closing();
     Close_Quietly();
   } else {
     Close_With_Copies();
@@ -334,17 +335,26 @@ bool Load_Table(LoadMode mode) {
   return true;
 }
 
+void table_file::Go_Back_To(const QString& row) {
+  if (row.isEmpty() || !rsEntries->HasRow(row)) return;
+  rsEntries->SetBookmark(row);
+  Map.CurBookmark = row;
+  events.CurrentRowChanged.Emit();
+}
+
 table_file::Checkpointed table_file::Checkpoint() {
+  Checkpointed result;
+  if (const Standing standing = Stand(); standing != Standing::InPlace) {
+    result.user = standing == Standing::Kept;
+    result.snapshot = false;  // an undo would have no place to go back to
+    result.loaded = dbEntries != nullptr;
+    return result;
+  }
   QString row;
   if (rsEntries && rsEntries->Position() >= 0) row = rsEntries->Bookmark();
-  Checkpointed result;
   static_cast<Copies&>(result) = Close_With_Copies();
   result.loaded = Load_Table(LoadMode::Reload);
-  if (result.loaded && !row.isEmpty() && rsEntries->HasRow(row)) {
-    rsEntries->SetBookmark(row);
-    Map.CurBookmark = row;
-    events.CurrentRowChanged.Emit();
-  }
+  if (result.loaded) Go_Back_To(row);
   return result;
 }
 

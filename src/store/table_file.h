@@ -27,6 +27,9 @@ void Recover_Table();  // keeps _err, _rep and _bak copies; the caller raises 50
 // Checkpoint + caption of mnuReset. The current row stays.
 void Undo_Point(const QString& caption);
 void Undo_Last();  // mnuReset: back to the snapshot
+// Before the table is closed to be opened again. Where its file was deleted, moved or renamed under the program, the
+// user is told and asked where the rows shall go; False if it is not back at its place: then it has to stay open.
+bool Table_In_Place();
 // UserTable under another name, wherever it is shown.
 void Name_User_Table(const QString& path);
 // The last undo point was taken under another UserTable: undo goes back to its name as well, so that the next
@@ -39,7 +42,7 @@ QString Free_Backup_Name(const QString& table);
 // At the start of the program: clears the program folder of what programs that were killed have left of their snapshots
 // and half-written files. At its end: gives its own work files back.
 void Clear_Work_Files();
-void Release_Work_Files();
+void Release_Work_Files();  // nothing of them stays but "TEMP.MDB"
 // The database service has to know our tables to put a damaged file together again; before every RepairDatabase.
 void Tell_Known_Tables();
 // Removes "*.ldb" beside the user table and the standard table.

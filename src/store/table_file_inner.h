@@ -14,6 +14,8 @@ QString Without_Ending(const QString& path);
 // Cut at the first point of the file name; folders keep theirs.
 QString Cut_At_First_Point(const QString& path);
 bool Same_Name(const QString& path, const QString& other);  // ignoring case
+// "<base>_old.MDB", "<base>_old_1.MDB", ...: the first that is not taken.
+QString Free_Name(const QString& base, const QString& ending);
 // "<base>_err.mdb": an earlier copy of that name is moved to "<base>_err_1.mdb", ... first, so that nothing is
 // overwritten and the name just told is the newest.
 QString Free_Aside_Name(const QString& table, const QString& ending);
@@ -30,6 +32,15 @@ QString Table_Fault(const QString& path);
 // Entries of a repaired table, without its header row.
 int Rescued_Entries(const RepairReport& report);
 
+// Is the open table's file still where it was? Where it is not, the user is told and asked where the rows shall go.
+// InPlace: it is, or is again. Kept: the rows are in UserTable, elsewhere; the table stays open. Away: it stays open,
+// and the rows are nowhere else.
+enum class Standing { InPlace, Kept, Away };
+Standing Stand();
+bool Stands_Away();                     // asks nothing
+void Keep_Before_Closing();             // what would be lost is kept in the program folder at the worst
+bool Save_Away(const QString& target);  // of a table that stands away; it stays open
+
 // Closes recordsets and database; errors are ignored, what waits in the log is read at the next opening.
 void Close_Quietly();
 struct Copies {
@@ -38,6 +49,7 @@ struct Copies {
 Copies Close_With_Copies();
 // Brings the snapshot up to date from the closed table; a failure is told and withdraws the undo.
 bool Take_Snapshot();
+void Go_Back_To(const QString& row);  // if the table still has it
 // Close_With_Copies and Load_Table(Reload); the current row stays. `loaded` tells whether the table is open again.
 struct Checkpointed : Copies {
   bool loaded = false;

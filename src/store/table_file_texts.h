@@ -39,6 +39,15 @@ inline const QString otherMapCheck = QStringLiteral(
     "\nBitte überprüfen Sie,\nob die Einträge auch für die geladene Karte passen.\nFalls Sie die aktuellen Einträge in "
     "die Karte noch nicht gesichert haben, \nwählen Sie 'Nein'.");
 
+inline const QString away = QStringLiteral("Die Datei der Karteneinträge ist nicht mehr an ihrem Ort:\n");
+inline const QString deleted = QStringLiteral("\n\nSie wurde gelöscht oder durch eine andere ersetzt.");
+inline const QString moved =
+    QStringLiteral("\n\nSie oder ihr Ordner wurde verschoben oder umbenannt. Jetzt liegt sie hier:\n");
+inline const QString stillThere = QStringLiteral("\n\nDie Karteneinträge sind alle noch da.");
+inline const QString askBack =
+    QStringLiteral("\nSollen sie wieder an diesen Ort geschrieben werden?\n'Nein': Sie wählen einen anderen Ort.");
+inline const QString askPlace = QStringLiteral("\nBitte wählen Sie einen Ort, an den sie geschrieben werden.");
+
 inline const QString compressTitle = QStringLiteral("Tabelle komprimieren");
 inline const QString sizeBefore = QStringLiteral("ursprüngliche Größe: ");
 inline const QString sizeAfter = QStringLiteral("komprimiert: ");

@@ -83,6 +83,7 @@ bool Take_Other_Map() {
 }  // namespace
 
 bool Load_Other_Table(const QString& wanted) {
+  if (!Table_In_Place()) return false;
   const bool asked = Table_Is_Changed();
   if (asked && !Save_Before_Replacing()) return false;
   QString path = Clean_Path(wanted);
@@ -131,7 +132,7 @@ bool Load_Other_Table(const QString& wanted) {
 }
 
 void New_Table() {
-  if (!rsEntries || !Save_Before_Replacing()) return;
+  if (!rsEntries || !Table_In_Place() || !Save_Before_Replacing()) return;
   const BusyPointer busy;
   const QString user = Tbl.DBGrid1.Caption;
   const Copies copies = Close_With_Copies();

@@ -30,6 +30,7 @@ QString Bytes_Of(const QString& path) { return QString::number(QFileInfo(path).s
 }  // namespace
 
 void Compress_Table() {
+  if (!Table_In_Place()) return;
   const BusyPointer busy;
   events.BackgroundText.Emit(TableFile);
   const QString sorted = Sorted_File();
@@ -62,6 +63,7 @@ void Compress_Table() {
 
 // The copies are made of the repaired file: a damaged one would spoil them.
 void Repair_Table() {
+  if (!Table_In_Place()) return;
   const BusyPointer busy;
   Tell_Known_Tables();
   Close_Quietly();

@@ -89,6 +89,7 @@ bool Restore() {
     Message_Box(texts::restored, MsgButtons::Ok, MsgIcon::Information, texts::saveTitle);
     return true;
   }
+  if (!Table_In_Place()) return false;
   Close_Quietly();
   const SaveJob job{SaveStep::Restore, TableFile};
   const SnapshotState snapshot = State_Of_Snapshot();
@@ -121,14 +122,6 @@ bool Restore() {
 bool Holds_Map_Name(const QString& path) {
   const QString map = File_Name(Cut_At_First_Point(Clean_Path(MapFile)));
   return !map.isEmpty() && File_Name(path).contains(map, Qt::CaseInsensitive);
-}
-
-QString Free_Proposal(const QString& base, const QString& ending) {
-  QString name = base + ending;
-  const qsizetype point = ending.lastIndexOf(u'.');
-  for (int number = 1; File_Exists(name); ++number)
-    name = base + ending.left(point) + u'_' + QString::number(number) + ending.mid(point);
-  return name;
 }
 
 // Asks for the target until the name is fit; nothing if the user cancels.
@@ -172,15 +165,13 @@ std::optional<QString> Ask_Target() {
 
 // Steps 6 to 8: header, copy, names.
 bool Copy_To_Target(const SaveJob& job) {
+  if (Stands_Away()) return Save_Away(job.target);
   const QString former = Tbl.DBGrid1.Caption;
   QString row;
   if (rsEntries->Position() >= 0) row = rsEntries->Bookmark();
-  const auto reload = [&row] {
+  const auto reload = [&] {
     if (!Load_Table(LoadMode::Reload)) return false;
-    if (row.isEmpty() || !rsEntries->HasRow(row)) return true;
-    rsEntries->SetBookmark(row);
-    Map.CurBookmark = row;
-    events.CurrentRowChanged.Emit();
+    Go_Back_To(row);
     return true;
   };
   const QString tag = Tbl.Tag;
@@ -206,7 +197,7 @@ bool Copy_To_Target(const SaveJob& job) {
   return loaded;
 }
 
-QString Old_Name() { return Free_Proposal(Cut_At_First_Point(TableFile), QStringLiteral("_old.MDB")); }
+QString Old_Name() { return Free_Name(Cut_At_First_Point(TableFile), QStringLiteral("_old.MDB")); }
 bool Is_Standard(const QString& user) { return user.isEmpty() || Same_Name(user, TableFile); }
 bool Ask_To_Save(const QString& question) {
   return Message_Box(question, MsgButtons::YesNo, MsgIcon::Question, texts::saveTitle) == MsgAnswer::Yes;
