@@ -10,6 +10,7 @@
 #include <cstdio>
 #include <optional>
 
+#include "analysis/all_results.h"
 #include "exchange/csv_export.h"
 #include "maps/map_close.h"
 #include "maps/map_open.h"
@@ -30,15 +31,16 @@
 
 using namespace Qt::StringLiterals;
 
-// flurax-batch: draws a map with its entries into a picture, prints it into a PDF or lists its entries, without a
-// window. Writes nothing but that file: the map is opened in a temporary folder that holds a copy of its table and
-// links to everything else.
+// flurax-batch: draws a map with its entries into a picture, prints it into a PDF, lists its entries or evaluates them,
+// without a window. Writes nothing but that file: the map is opened in a temporary folder that holds a copy of its
+// table and links to everything else.
 
 namespace {
 
 enum ExitStatus { done = 0, failed = 1, wrongCall = 2 };
 
 constexpr double smallestFactor = 0.05, largestFactor = 8;
+constexpr int mostNeighbours = 1000;
 
 const QString helpText =
     uR"(flurax-batch: zeichnet Karten mit ihren Einträgen in Bilddateien und druckt sie in PDF-Dateien.
@@ -55,6 +57,11 @@ const QString helpText =
       Was nicht genannt ist, und die Seitenränder, stehen in der Tabelle (Menü "Karte - Druckvorschau").
   flurax-batch csv KARTE.bmp
       Schreibt die Texte, Symbole und Figuren mit ihren Koordinaten in die Datei KARTE.csv neben der Karte.
+  flurax-batch statistik KARTE.bmp AUS.xls [--matrix AUS.csv] [--nachbarn N]
+      Schreibt die Auswertungen der Karte in die Arbeitsmappe AUS.xls: Flächen mit ihren Arten und deren Diversität,
+      Linien, Zuordnung zur Farbe der Karte, Kataster, Matrix der Arten. Andere Blätter darin bleiben, wie sie sind.
+      --matrix AUS.csv   die Matrix auch als Text für andere Programme.
+      --nachbarn N       dazu die N nächsten Nachbarn jedes Eintrags in der Datei Distanz.erg neben der Arbeitsmappe.
   flurax-batch --hilfe
       Zeigt diesen Text.
 
@@ -71,7 +78,9 @@ void Tell(const QString& text) { std::fprintf(stderr, "%s\n", qUtf8Printable(tex
 
 struct BatchOrder {
   QString map, target;
-  bool print = false, csv = false;
+  bool print = false, csv = false, results = false;
+  QString matrix;
+  int neighbours = 0;
   double zoom = 1;
   std::optional<double> factor;
   QString format = u"A4"_s;
@@ -131,7 +140,21 @@ PrintRange Parse_Range(const QString& text) {
   return range;
 }
 
+void Parse_Result_Options(QStringList& words, BatchOrder& order) {
+  if (const auto matrix = Take_Option(words, u"--matrix"_s, u"Hinter --matrix fehlt die Datei."_s)) {
+    if (QFileInfo(*matrix).suffix().toLower() != "csv"_L1)
+      throw WrongCall{u"Die Datei der Matrix muss auf .csv enden: "_s + *matrix};
+    order.matrix = QFileInfo(Clean_Path(*matrix)).absoluteFilePath();
+  }
+  const QString wanted = u"Hinter --nachbarn wird eine ganze Zahl von 1 bis 1000 erwartet: "_s;
+  const auto count = Take_Number(words, u"--nachbarn"_s, 1, mostNeighbours, wanted.chopped(2) + u'.', wanted);
+  if (!count) return;
+  order.neighbours = static_cast<int>(*count);
+  if (order.neighbours != *count) throw WrongCall{wanted + Number_Text(*count)};
+}
+
 void Parse_Options(QStringList& words, BatchOrder& order) {
+  if (order.results) return Parse_Result_Options(words, order);
   if (!order.print) {
     order.zoom = Take_Number(words, u"--zoom"_s, smallestFactor, largestFactor, u"Hinter --zoom fehlt der Faktor."_s,
                              u"Der Zoom-Faktor muss zwischen 0,05 und 8 liegen: "_s)
@@ -148,7 +171,9 @@ void Parse_Options(QStringList& words, BatchOrder& order) {
 void Check_Target(const BatchOrder& order) {
   const QString format = QFileInfo(order.target).suffix().toLower();
   if (order.print && format != "pdf"_L1) throw WrongCall{u"Die Druckdatei muss auf .pdf enden: "_s + order.target};
-  if (!order.print && !QStringList{u"png"_s, u"bmp"_s, u"jpg"_s, u"jpeg"_s}.contains(format))
+  if (order.results && format != "xls"_L1 && format != "xlsx"_L1)
+    throw WrongCall{u"Die Arbeitsmappe muss auf .xls oder .xlsx enden: "_s + order.target};
+  if (!order.print && !order.results && !QStringList{u"png"_s, u"bmp"_s, u"jpg"_s, u"jpeg"_s}.contains(format))
     throw WrongCall{u"Die Bilddatei muss auf .png, .bmp oder .jpg enden: "_s + order.target};
   const QString mapThere = QFileInfo(order.map).canonicalFilePath();
   if (!mapThere.isEmpty() && mapThere == QFileInfo(order.target).canonicalFilePath())
@@ -158,8 +183,10 @@ void Check_Target(const BatchOrder& order) {
 BatchOrder Parse_Order(QStringList words) {
   BatchOrder order;
   const QString command = words.takeFirst();
-  if (command != "bild"_L1 && command != "druck"_L1 && command != "csv"_L1) throw WrongCall{u"Unbekannter Befehl."_s};
+  if (!QStringList{u"bild"_s, u"druck"_s, u"csv"_s, u"statistik"_s}.contains(command))
+    throw WrongCall{u"Unbekannter Befehl."_s};
   order.print = command == "druck"_L1;
+  order.results = command == "statistik"_L1;
   order.csv = command == "csv"_L1;
   if (!order.csv) Parse_Options(words, order);
   for (const QString& word : words) {
@@ -294,6 +321,15 @@ void Write_Csv(const BatchOrder& order) {
   }
 }
 
+// The rest is written even if one of the evaluations fails.
+ExitStatus Write_Results(const BatchOrder& order) {
+  const ResultFiles files = Write_All_Results({order.target, order.matrix, order.neighbours}, Load_Picture(order.map));
+  if (!files.aside.isEmpty())
+    Tell(u"Die vorhandene Arbeitsmappe hat ein altes Format. Sie heißt jetzt: "_s + files.aside);
+  for (const QString& problem : files.problems) Tell(problem);
+  return files.problems.isEmpty() ? done : failed;
+}
+
 // The table must be closed while the program still stands, whatever goes wrong meanwhile.
 struct CloseAtEnd {
   ~CloseAtEnd() {
@@ -329,6 +365,7 @@ ExitStatus Carry_Out(const BatchOrder& order) {
     return failed;
   }
   if (order.print) return Print_Into_Pdf(order);
+  if (order.results) return Write_Results(order);
   if (order.csv)
     Write_Csv(order);
   else

@@ -14,8 +14,7 @@ MapMeasure Read_Map_Measure() {
   return measure;
 }
 
-namespace {
-MapInput Without_Rows() {
+MapInput Map_Input_Without_Rows() {
   MapInput input;
   input.mapName = QFileInfo(MapFile).fileName();
   input.tableName = QFileInfo(TableFile).fileName();
@@ -27,10 +26,9 @@ MapInput Without_Rows() {
   };
   return input;
 }
-}  // namespace
 
 MapInput Read_Map_Input() {
-  MapInput input = Without_Rows();
+  MapInput input = Map_Input_Without_Rows();
   if (!rsEntries || !rsEntries->IsOpen()) return input;
   const KeepCurrentRow keep;
   input.rows.reserve(static_cast<size_t>(Entry_Count()));
@@ -41,7 +39,7 @@ MapInput Read_Map_Input() {
 }
 
 SortedMapInput Read_Sorted_Map_Input() {
-  SortedMapInput input{Without_Rows(), {}, {}};
+  SortedMapInput input{Map_Input_Without_Rows(), {}, {}};
   if (!dbEntries) return input;
   const auto rows = dbEntries->OpenSnapshot(QStringLiteral("SELECT * FROM MapData ORDER BY Eintrag, rowid"));
   const auto columns = static_cast<int>(rows->Fields().size());

@@ -30,5 +30,7 @@ struct SortedMapInput {
   std::vector<QStringList> values;  // of each row in turn, one for each of these columns
 };
 SortedMapInput Read_Sorted_Map_Input();
+// Names, measures, palette and vertices, for work on a single row.
+MapInput Map_Input_Without_Rows();
 // The measures alone.
 MapMeasure Read_Map_Measure();

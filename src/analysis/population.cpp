@@ -25,6 +25,12 @@ int First_Area_Row(std::span<const EntryRow> rows) {
   return -1;
 }
 
+int First_Area(std::span<const EntryRow> rows) {
+  for (size_t i = 0; i < rows.size(); ++i)
+    if (Is_Area_Row(rows[i], EntryId::Parse(rows[i].ID))) return static_cast<int>(i);
+  return -1;
+}
+
 AreaPopulation Population_Of(const MapInput& input, int row, const AssignedEntries& assigned) {
   const EntryRow& area = input.rows[static_cast<size_t>(row)];
   AreaPopulation result;

@@ -34,6 +34,9 @@ bool Is_Line_Row(const EntryRow& row, const EntryId& id);
 // Number of the first row whose ID begins with "Fl"; -1 if there is none: the map has no area.
 int First_Area_Row(std::span<const EntryRow> rows);
 
+// Number of the first row that is an area; -1 if there is none. Hidden and marked ones count.
+int First_Area(std::span<const EntryRow> rows);
+
 // Species, density and sizes of what is given by its row; for areas and figures.
 AreaPopulation Population_Of(const MapInput& input, int row, const AssignedEntries& assigned);
 

@@ -11,9 +11,8 @@ ResultBook Write_Once(const QString& path, const std::vector<Sheet>& sheets) {
 }
 }  // namespace
 
-std::optional<ResultBook> Write_Result_Sheets(const QString& table, const std::vector<Sheet>& sheets,
-                                              const std::function<bool(const QString& text)>& retry) {
-  const QString path = Workbook_Name(table);
+std::optional<ResultBook> Write_Sheets_Into(const QString& path, const std::vector<Sheet>& sheets,
+                                            const std::function<bool(const QString& text)>& retry) {
   // Saved elsewhere while it was read here: read anew. Who saves that often is told.
   for (int changes = 0;;) {
     try {
@@ -24,4 +23,9 @@ std::optional<ResultBook> Write_Result_Sheets(const QString& table, const std::v
       if (!retry(error.text)) return {};
     }
   }
+}
+
+std::optional<ResultBook> Write_Result_Sheets(const QString& table, const std::vector<Sheet>& sheets,
+                                              const std::function<bool(const QString& text)>& retry) {
+  return Write_Sheets_Into(Workbook_Name(table), sheets, retry);
 }

@@ -8,6 +8,7 @@
 std::vector<Command> Map_Commands();      // maps, zoom, printing, help, program
 std::vector<Command> Table_Commands();    // the table of the entries: files, columns, imports
 std::vector<Command> Text_Commands();     // note pads
+std::vector<Command> Result_Commands();   // evaluations
 std::vector<Command> Entry_Commands();    // all entries or many of them
 std::vector<Command> Object_Commands();   // a new entry, or the one in hand
 std::vector<Command> Grid_Commands();     // net and plan squares

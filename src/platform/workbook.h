@@ -10,7 +10,7 @@
 // Workbooks: one file of many sheets, Office Open XML whatever its name ends with. Sheets are replaced or added one at
 // a time; every other sheet, chart, picture or part of the file stays byte for byte.
 
-// The workbook beside a table: its name cut at the last point and ".XLS" behind. Error 1004 with the told text for a
+// The workbook beside a table: its name cut at the last point and ".XLS" behind. Error 1004, naming the table, for a
 // name without a point.
 QString Workbook_Name(const QString& table);
 

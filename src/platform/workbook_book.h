@@ -52,7 +52,7 @@ class Book {
   QString Add_Part(const QString& kind, const QString& name);
   // Adds a sheet at the end; gives the name of its part.
   QString Add_Sheet(const QString& name);
-  // Moves it behind the last one and forgets what was told about its former cells; it is shown again if it was hidden.
+  // Moves it behind the last one and forgets the names of its former cells; it is shown again if it was hidden.
   void Renew_Sheet(int index);
   void Remove_Sheet(int index);
   int Visible_Count() const;

@@ -60,13 +60,13 @@ PrintGeometry Print_Geometry(const PrintSettings& settings, const Paper& paper, 
   return g;
 }
 
-std::vector<Sheet> Sheet_Walk(const PrintGeometry& g) {
-  std::vector<Sheet> sheets;
+std::vector<PrintSheet> Sheet_Walk(const PrintGeometry& g) {
+  std::vector<PrintSheet> sheets;
   if (!g.valid) return sheets;
   const double stepX = g.PageWidthMm / g.factor, stepY = g.PageHeightMm / g.factor;
   for (int row = 0; row < g.down; ++row) {
     for (int column = 0; column < g.across; ++column) {
-      Sheet sheet;
+      PrintSheet sheet;
       sheet.number = static_cast<int>(sheets.size()) + 1;
       sheet.column = column;
       sheet.row = row;
@@ -85,13 +85,13 @@ std::vector<Sheet> Sheet_Walk(const PrintGeometry& g) {
   return sheets;
 }
 
-QRectF Sheet_Source(const PrintGeometry& g, const Sheet& sheet) {
+QRectF Sheet_Source(const PrintGeometry& g, const PrintSheet& sheet) {
   const double perPixelX = g.MapPixelMm / g.factor, perPixelY = g.MapPixelMmY / g.factor;
   return {sheet.PageOffX / perPixelX, sheet.PageOffY / perPixelY, sheet.PageStepX / perPixelX,
           sheet.PageStepY / perPixelY};
 }
 
-QRectF Sheet_Target(const PrintGeometry& g, const Sheet& sheet) {
+QRectF Sheet_Target(const PrintGeometry& g, const PrintSheet& sheet) {
   return {g.marginLeft, g.marginTop, sheet.PageWidthOut, sheet.PageHeightOut};
 }
 

@@ -43,7 +43,7 @@ PrintGeometry Print_Geometry(const PrintSettings& settings, const Paper& paper, 
                              double lineWidth = 1);
 
 // One sheet of the walk, from left to right, then downward.
-struct Sheet {
+struct PrintSheet {
   int number = 1;  // from 1
   int column = 0, row = 0;
   double PageOffX = 0, PageOffY = 0;           // map mm of the sheet's upper left corner
@@ -51,11 +51,11 @@ struct Sheet {
   double PageWidthOut = 0, PageHeightOut = 0;  // paper mm used
   double PageDrawX = 0, PageDrawY = 0;         // PageOff * factor: what is taken from paper mm of the whole map
 };
-std::vector<Sheet> Sheet_Walk(const PrintGeometry& geometry);  // empty if the geometry is not valid
+std::vector<PrintSheet> Sheet_Walk(const PrintGeometry& geometry);  // empty if the geometry is not valid
 // The part of the map on the sheet in map pixels.
-QRectF Sheet_Source(const PrintGeometry& geometry, const Sheet& sheet);
+QRectF Sheet_Source(const PrintGeometry& geometry, const PrintSheet& sheet);
 // Where it lies on the page in paper mm.
-QRectF Sheet_Target(const PrintGeometry& geometry, const Sheet& sheet);
+QRectF Sheet_Target(const PrintGeometry& geometry, const PrintSheet& sheet);
 
 // For each number of sheets that can be reached the largest factor with three decimals; at most ten pairs, up to 50
 // sheets.

@@ -51,7 +51,7 @@ struct Cells {
   QPointF Corner(int column, int row) const {
     return {gap + column * (paper.widthMm + gap), gap + row * (paper.heightMm + gap)};
   }
-  QRectF Target(const Sheet& sheet) const {
+  QRectF Target(const PrintSheet& sheet) const {
     return Sheet_Target(geometry, sheet)
         .translated(Corner(sheet.column, sheet.row) + QPointF(paper.unprintableX, paper.unprintableY));
   }
@@ -69,7 +69,7 @@ void Linieren(QPainter& painter, const QRectF& sheet, double scale) {
     painter.drawLine(sheet.topLeft() + QPointF(0, y), sheet.topLeft() + QPointF(length, y));
 }
 
-void Draw_Cell(QPainter& painter, const Cells& cells, const Sheet& sheet, const PreviewMap& map, QSize pixels,
+void Draw_Cell(QPainter& painter, const Cells& cells, const PrintSheet& sheet, const PreviewMap& map, QSize pixels,
                double scale) {
   const QRectF paper(cells.Corner(sheet.column, sheet.row), QSizeF(cells.paper.widthMm, cells.paper.heightMm));
   painter.fillRect(paper, Qt::white);
@@ -88,7 +88,7 @@ void Draw_Cell(QPainter& painter, const Cells& cells, const Sheet& sheet, const 
   Linieren(painter, paper, scale);
 }
 
-void Draw_Dots(QPainter& painter, const Cells& cells, const std::vector<Sheet>& sheets, const PreviewMap& map,
+void Draw_Dots(QPainter& painter, const Cells& cells, const std::vector<PrintSheet>& sheets, const PreviewMap& map,
                double scale) {
   const PrintGeometry& g = cells.geometry;
   const double size = 3 / scale;
@@ -96,7 +96,7 @@ void Draw_Dots(QPainter& painter, const Cells& cells, const std::vector<Sheet>& 
     const QPointF mm(dot.at.x() * g.MapPixelMm, dot.at.y() * g.MapPixelMmY);
     const int column = std::clamp(static_cast<int>(mm.x() / g.PageWidthMm), 0, g.across - 1);
     const int row = std::clamp(static_cast<int>(mm.y() / g.PageHeightMm), 0, g.down - 1);
-    const Sheet& sheet = sheets[static_cast<size_t>(row * g.across + column)];
+    const PrintSheet& sheet = sheets[static_cast<size_t>(row * g.across + column)];
     const QPointF at = cells.Target(sheet).topLeft() + mm - QPointF(sheet.PageDrawX, sheet.PageDrawY);
     painter.fillRect(QRectF(at.x() - size / 2, at.y() - size / 2, size, size), QColor::fromRgb(dot.color));
   }
@@ -127,10 +127,10 @@ QImage Draw_Preview(const PreviewMap& map, const PrintGeometry& geometry, const 
   painter.scale(scale, scale);
   painter.translate(-corner);
   painter.setRenderHint(QPainter::SmoothPixmapTransform);
-  const std::vector<Sheet> sheets = Sheet_Walk(geometry);
+  const std::vector<PrintSheet> sheets = Sheet_Walk(geometry);
   const Cells cells{geometry, paper};
   const QSize pixels(MapWidthPx, MapHeightPx);
-  for (const Sheet& sheet : sheets)
+  for (const PrintSheet& sheet : sheets)
     if (QRectF(cells.Corner(sheet.column, sheet.row), QSizeF(paper.widthMm, paper.heightMm)).intersects(window))
       Draw_Cell(painter, cells, sheet, map, pixels, scale);
   Draw_Dots(painter, cells, sheets, map, scale);

@@ -34,7 +34,7 @@ SheetLook Look_Of(const PrintOrder& order, const std::function<bool()>& goOn) {
 }
 
 // One sheet as a picture, in two halves beside each other.
-void Draw_As_Bitmap(QPainter& page, const Paper& paper, const PrintGeometry& geometry, const Sheet& sheet,
+void Draw_As_Bitmap(QPainter& page, const Paper& paper, const PrintGeometry& geometry, const PrintSheet& sheet,
                     const SheetLook& look, double sharpness) {
   const double dpi = screenDpi * sharpness, dots = dpi / 25.4, scale = paper.dpi / screenDpi;
   {
@@ -91,7 +91,7 @@ class MapPrinter {
     job = hooks.begin();
     if (!job) throw PrintStopped{};
     bool first = true;
-    for (const Sheet& sheet : Sheet_Walk(geometry)) {
+    for (const PrintSheet& sheet : Sheet_Walk(geometry)) {
       if (sheet.number < order.range.from || sheet.number > order.range.to) continue;
       if (!first) job->NewPage();
       first = false;

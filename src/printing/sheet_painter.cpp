@@ -46,7 +46,7 @@ void Draw_Each(const SheetLook& look, const std::function<bool(qint64 key)>& vis
 // What of the sheet (surface units) each transparent entry touches.
 using Touched = QHash<qint64, QRectF>;
 
-Touched Find_Combining(const PrintGeometry& geometry, const Sheet& sheet, const SheetLook& look) {
+Touched Find_Combining(const PrintGeometry& geometry, const PrintSheet& sheet, const SheetLook& look) {
   Touched touched;
   const auto probe = Make_Probe_Surface({0, 0, 1e6, 1e6});
   DrawContext context = Sheet_Context(*probe, geometry, sheet, look.fontFactor);
@@ -97,7 +97,7 @@ QImage Changed_Pixels(const QImage& before, const QImage& after, QPoint& at) {
 // one changes are taken.
 class Band {
  public:
-  Band(const PrintGeometry& g, const Sheet& s, const SheetLook& l, double dpi, const QRectF& stripArea)
+  Band(const PrintGeometry& g, const PrintSheet& s, const SheetLook& l, double dpi, const QRectF& stripArea)
       : geometry(g), sheet(s), look(l), view(View_Of(g, dpi, PageModes::Combining)), strip(stripArea) {
     pixels = QRectF(strip.x() * view.scaleX, strip.y() * view.scaleY, strip.width() * view.scaleX,
                     strip.height() * view.scaleY)
@@ -178,7 +178,7 @@ class Band {
   }
 
   const PrintGeometry& geometry;
-  const Sheet& sheet;
+  const PrintSheet& sheet;
   const SheetLook& look;
   PageView view;
   QRectF strip;
@@ -190,7 +190,8 @@ class Band {
   PageModes opened = PageModes::Combining;
 };
 
-Patches Make_Patches(const PrintGeometry& geometry, const Sheet& sheet, const SheetLook& look, const Touched& touched) {
+Patches Make_Patches(const PrintGeometry& geometry, const PrintSheet& sheet, const SheetLook& look,
+                     const Touched& touched) {
   QRectF all;
   for (const QRectF& area : touched) all |= area;
   Patches patches;
@@ -212,7 +213,7 @@ Patches Make_Patches(const PrintGeometry& geometry, const Sheet& sheet, const Sh
 }
 
 // Lines over the entries, labels in the margins round them.
-void Draw_Sheet_Net(DrawContext context, const PrintGeometry& g, const Sheet& sheet) {
+void Draw_Sheet_Net(DrawContext context, const PrintGeometry& g, const PrintSheet& sheet) {
   if (!GridVisible || Coord.Grid == gridNone) return;
   const double stretch = Stretch(g);
   context.surface.SetClip({});
@@ -224,7 +225,7 @@ void Draw_Sheet_Net(DrawContext context, const PrintGeometry& g, const Sheet& sh
 
 }  // namespace
 
-DrawContext Sheet_Context(Surface& surface, const PrintGeometry& g, const Sheet& sheet, double fontFactor) {
+DrawContext Sheet_Context(Surface& surface, const PrintGeometry& g, const PrintSheet& sheet, double fontFactor) {
   const double stretch = Stretch(g);
   const QRectF target = Sheet_Target(g, sheet), source = Sheet_Source(g, sheet);
   ViewTransform view;
@@ -240,7 +241,8 @@ DrawContext Sheet_Context(Surface& surface, const PrintGeometry& g, const Sheet&
   return context;
 }
 
-void Draw_Sheet(QPainter& page, int dpi, const PrintGeometry& geometry, const Sheet& sheet, const SheetLook& look) {
+void Draw_Sheet(QPainter& page, int dpi, const PrintGeometry& geometry, const PrintSheet& sheet,
+                const SheetLook& look) {
   const Touched touched = look.entries ? Find_Combining(geometry, sheet, look) : Touched();
   const Patches patches = touched.isEmpty() ? Patches() : Make_Patches(geometry, sheet, look, touched);
   const auto surface =
@@ -263,8 +265,8 @@ void Draw_Sheet(QPainter& page, int dpi, const PrintGeometry& geometry, const Sh
   if (look.net) Draw_Sheet_Net(context, geometry, sheet);
 }
 
-void Draw_Sheet_Image(QImage& image, double dpi, const QRectF& area, const PrintGeometry& geometry, const Sheet& sheet,
-                      const SheetLook& look) {
+void Draw_Sheet_Image(QImage& image, double dpi, const QRectF& area, const PrintGeometry& geometry,
+                      const PrintSheet& sheet, const SheetLook& look) {
   PageView view = View_Of(geometry, dpi, PageModes::Combining);
   view.origin = -QPointF(area.left() * dpi / 25.4, area.top() * dpi / 25.4);
   const auto surface = Make_Page_Surface(image, view);

@@ -9,6 +9,7 @@
 
 #include "platform/files.h"
 #include "platform/picture.h"
+#include "platform/workbook.h"
 #include "support/table_fixture.h"
 
 using namespace Qt::StringLiterals;
@@ -155,7 +156,7 @@ TEST_F(BatchTest, DamagedTableIsToldAndStaysAsItIs) {
 }
 
 TEST_F(BatchTest, FaultsHaveAStatusAndGermanWords) {
-  const QString noPicture = home + u"/Text.bmp"_s, pdf = Path(u"aus.pdf"_s);
+  const QString noPicture = home + u"/Text.bmp"_s, pdf = Path(u"aus.pdf"_s), xls = Path(u"aus.xls"_s);
   Replace_File(noPicture, "kein Bild");
   const auto before = Snapshot(home);
   struct Case {
@@ -182,6 +183,11 @@ TEST_F(BatchTest, FaultsHaveAStatusAndGermanWords) {
       {{u"druck"_s, map, pdf, u"--seiten"_s, u"9"_s}, 1, u"braucht 1"_s},
       {{u"druck"_s, map, home + u"/gibt/es/nicht/aus.pdf"_s}, 1, u"aus.pdf"_s},
       {{u"csv"_s, map, target}, 2, u"genau eine Karte"_s},
+      {{u"statistik"_s, map, target}, 2, u".xls"_s},
+      {{u"statistik"_s, map, xls, u"--matrix"_s, xls}, 2, u".csv"_s},
+      {{u"statistik"_s, map, xls, u"--nachbarn"_s, u"2,5"_s}, 2, u"ganze Zahl"_s},
+      {{u"statistik"_s, map, xls, u"--nachbarn"_s, u"0"_s}, 2, u"ganze Zahl"_s},
+      {{u"statistik"_s, map, home + u"/gibt/es/nicht/aus.xls"_s}, 1, u"aus.xls"_s},
       {{u"bild"_s, home + u"/fehlt.bmp"_s, target}, 1, u"fehlt.bmp"_s},
       {{u"bild"_s, noPicture, target}, 1, u"Text.bmp"_s},
       {{u"bild"_s, map, home + u"/gibt/es/nicht/aus.png"_s}, 1, u"Fehler"_s},
@@ -196,6 +202,7 @@ TEST_F(BatchTest, FaultsHaveAStatusAndGermanWords) {
   EXPECT_TRUE(Snapshot(home) == before);
   EXPECT_FALSE(QFile::exists(target));
   EXPECT_FALSE(QFile::exists(pdf));
+  EXPECT_FALSE(QFile::exists(xls));
 
   const Outcome help = Batch({u"--hilfe"_s});
   EXPECT_EQ(help.status, 0);
@@ -266,4 +273,52 @@ TEST_F(BatchTest, ListsEntriesWithTheirCoordinates) {
                                 u"1 ; Rechteck ; 100 ; 80 ; 654000 ; 5511120"_s,
                                 u"2 ; Höckerschrecke, 2 Ex. Wiese ; 110 ; 190 ; 654010 ; 5511010"_s,
                                 u"Ende"_s}));
+}
+
+TEST_F(BatchTest, WritesTheEvaluationsBesideTheUsersOwnSheets) {
+  {
+    const auto database = New_Table_File();
+    Append_Row(*database, {"Flaeche0", u"Wiese"_s, {}, 0, 0, 0, 0, 10, 10, 0, 0, 4});
+    Append_Row(*database, {"Text>Flaeche0", u"3Höckerschrecke"_s, {}, 0, 0, 0, 0, 10, 10, 0, 0, 0});
+    Append_Row(*database, {"Text>Flaeche0", u"=Falter"_s, {}, 0, 0, 0, 0, 40, 50, 0, 0, 0});
+  }
+  const QString xls = Path(u"Auswertung 1.xls"_s), csv = Path(u"matrix.csv"_s);
+  Workbook own(xls);
+  Sheet notes(u"Notizen"_s);
+  notes.Put(1, 1, u"bleibt"_s);
+  own.Put(notes);
+  own.Save();
+  const auto before = Snapshot(home);
+  for (int time = 0; time < 2; ++time) {
+    const Outcome outcome = Batch({u"statistik"_s, map, xls, u"--nachbarn"_s, u"5"_s, u"--matrix"_s, csv});
+    ASSERT_EQ(outcome.status, 0) << outcome.err;
+  }
+  EXPECT_TRUE(Snapshot(home) == before);
+  const Workbook book(xls);
+  EXPECT_EQ(book.SheetNames(), QStringList({u"Notizen"_s, u"Flächen"_s, u"Zuordnung"_s, u"Kataster"_s, u"Matrix"_s}));
+  EXPECT_EQ(book.Read(u"Notizen"_s).Text(1, 1), u"bleibt"_s);
+  const auto numberBeside = [&](const QString& sheetName, const QString& text, int away) {
+    const Sheet sheet = book.Read(sheetName);
+    for (int row = 1; row <= sheet.RowCount(); ++row)
+      for (int column = 1; column <= sheet.ColumnCount(); ++column)
+        if (sheet.Text(row, column) == text) return sheet.Number(row, column + away);
+    ADD_FAILURE() << sheetName << " without " << text;
+    return -1.0;
+  };
+  EXPECT_EQ(numberBeside(u"Flächen"_s, u"Höckerschrecke"_s, 1), 3);
+  EXPECT_NEAR(numberBeside(u"Flächen"_s, u"HS ="_s, 1), 0.562335, 1e-6);  // 3 and 1: -(3/4 ln 3/4 + 1/4 ln 1/4)
+  EXPECT_EQ(numberBeside(u"Matrix"_s, u"Wiese"_s, 1), 4);
+  EXPECT_EQ(numberBeside(u"Zuordnung"_s, u"Höckerschrecke"_s, -1), 3);
+  const QString matrix = QString::fromUtf8(Read_Bytes(csv));
+  EXPECT_TRUE(matrix.contains(u"Flaeche0;Wiese;4;2;0,5623"_s)) << matrix;
+  const QStringList neighbours = Read_Lines(Path(u"Distanz.erg"_s));
+  EXPECT_EQ(neighbours.value(0), u"Distanz zu den 1 naechstgelegenen Eintraegen."_s);  // of two entries
+
+  // While the spreadsheet program has it open.
+  Replace_File(Path(u".~lock.Auswertung 1.xls#"_s), ",Erna,rechner,14.05.2026 10:00,file:///x;");
+  const QByteArray bytes = Read_Bytes(xls);
+  const Outcome locked = Batch({u"statistik"_s, map, xls});
+  EXPECT_EQ(locked.status, 1);
+  EXPECT_TRUE(locked.err.contains(u"Erna"_s)) << locked.err;
+  EXPECT_EQ(Read_Bytes(xls), bytes);
 }

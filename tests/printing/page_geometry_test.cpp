@@ -25,13 +25,13 @@ TEST(PrintGeometryTest, SheetsCoverTheMapWithoutGapAndOverlap) {
     const auto sheets = Sheet_Walk(g);
     ASSERT_EQ(static_cast<int>(sheets.size()), g.Pages());
     double covered = 0;
-    for (const Sheet& sheet : sheets) {
+    for (const PrintSheet& sheet : sheets) {
       EXPECT_LE(sheet.PageWidthOut, g.PageWidthMm + 1e-9);
       EXPECT_LE(sheet.PageHeightOut, g.PageHeightMm + 1e-9);
       EXPECT_GT(sheet.PageWidthOut, 0);
       // The right edge of a sheet is the left one of the next.
       if (sheet.column + 1 < g.across) {
-        const Sheet& next = sheets[static_cast<size_t>(sheet.number)];
+        const PrintSheet& next = sheets[static_cast<size_t>(sheet.number)];
         EXPECT_NEAR(sheet.PageOffX + sheet.PageStepX, next.PageOffX, 1e-9);
       }
       covered += sheet.PageStepX * sheet.PageStepY;
@@ -54,7 +54,7 @@ TEST(PrintGeometryTest, MillimetresAreTrueAtEveryResolution) {
     EXPECT_NEAR(g.DotsPerMmX, dpi / 25.4, 0.01);
     EXPECT_DOUBLE_EQ(g.MapPixelMm, 0.2);
     // Map pixel 1500 of the third sheet across: 300 mm on paper, less two sheets, behind the margin.
-    const Sheet third = Sheet_Walk(g)[2];
+    const PrintSheet third = Sheet_Walk(g)[2];
     EXPECT_NEAR(1500 * g.MapPixelMm - third.PageDrawX + g.marginLeft, 300 - 280 + 10, 1e-9);
     EXPECT_GE(g.PenMmX, 0.1);
   }

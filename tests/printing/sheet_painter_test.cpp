@@ -67,7 +67,7 @@ class SheetPainter : public FluraxTest {
   Paper paper;
   PrintSettings settings;
   PrintGeometry geometry;
-  std::vector<Sheet> sheets;
+  std::vector<PrintSheet> sheets;
 };
 
 TEST_F(SheetPainter, LabelsOfPlanSquaresStandAtTheEdgeOfTheSheet) {
@@ -128,7 +128,7 @@ TEST_F(SheetPainter, TransparentFillsLookAsOnTheScreen) {
   Figure({200, 150, 300, 200}, 11, u"F-1"_s);  // not-xor with cyan
   Write_Vertices(u"Flaeche1"_s, {{50, 50}, {350, 50}, {350, 260}, {50, 260}});
   Append_Entry({"Flaeche1", {}, {}, -8, 0, 13, -100, 0, 0, 1, -1, 4});  // and with magenta
-  Figure({310, 160, 30, 20}, 10);  // green above all
+  Figure({310, 160, 30, 20}, 10);                                       // green above all
   const QImage screen = Map_Picture_With_Entries();
   const int dpi = 300;
   const QImage page = Drawn(0, dpi);

@@ -38,6 +38,8 @@ void Choose_Front(QMainWindow& window) {
 void Show_NotePad(QMainWindow& window, const QString& path) {
   const int shown = path.isEmpty() ? -1 : NotePad_Of(path);
   if (QMdiSubWindow* child = shown < 0 ? nullptr : Child_Of_Slot(window, shown)) {
+    // A report may have been written anew.
+    if (QString now; !NotePad_Changed(shown) && Read_NotePad(path, now)) Pad_In(child)->Show_Text(now);
     child->showNormal();
     Area(window).setActiveSubWindow(child);
     child->widget()->setFocus();

@@ -38,6 +38,10 @@ FrmNotePad::~FrmNotePad() { Free_NotePad(slot); }
 
 QString FrmNotePad::Text() const { return ui->Text1->toPlainText(); }
 
+void FrmNotePad::Show_Text(const QString& text) {
+  if (text != Text()) ui->Text1->setPlainText(text);
+}
+
 void FrmNotePad::Show_Title() {
   const QString title = NotePad_Title(slot);
   if (!title.isEmpty() && windowTitle() != title) setWindowTitle(title);

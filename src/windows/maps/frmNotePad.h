@@ -16,6 +16,7 @@ class FrmNotePad : public QWidget {
 
   int Slot() const { return slot; }
   QString Text() const;  // what stands in it now
+  void Show_Text(const QString& text);  // in place of what stands in it; nothing is left to save
   void Show_Title();     // the file's name, and whether it is saved
   void Save();           // what cannot be saved is told
   void Save_As();        // asks for a name
