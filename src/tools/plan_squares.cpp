@@ -1,6 +1,7 @@
 #include "tools/plan_squares.h"
 
 #include <algorithm>
+#include <cmath>
 #include <memory>
 
 #include "hand/activation.h"
@@ -52,14 +53,16 @@ void PlanLabels::Plan_Edge_Collect(const QString& name, double x, double y) {
   PlanRows.push_back({rowText.rightJustified(edgeLetters), y});
 }
 
-// The largest size at which the widest text fits into a square; 5 points at least. False if not even they do.
+// The design's size, or as many whole points less as let the widest text fit into a square; 5 points at least. False if
+// not even they do.
 bool PlanLabels::Fit_Font(DrawContext& context) {
   FontKey font;
   font.family = design->font.isEmpty() ? QStringLiteral("Arial") : design->font;
   const double scale = context.fontScale > 0 ? context.fontScale : 1 / context.view.Zoom;
-  font.points = std::max(smallestFont, (design->fontSize > 0 ? design->fontSize : firstFont) * scale);
+  const double largest = std::max(smallestFont, (design->fontSize > 0 ? design->fontSize : firstFont) * scale);
   const bool centred = design->labels == LabelPlace::Centre;
-  const auto fits = [&] {
+  const auto fits = [&](int less) {
+    font.points = std::max(smallestFont, largest - less);
     context.surface.SetFont(font);
     double widest = 0;
     if (centred)
@@ -68,11 +71,15 @@ bool PlanLabels::Fit_Font(DrawContext& context) {
       for (const PlanEdge& edge : PlanCols) widest = std::max<double>(widest, context.surface.TextWidth(edge.Text));
     return widest <= width && context.surface.TextHeight(QStringLiteral("0")) <= height;
   };
-  while (!fits()) {
-    if (font.points <= smallestFont) return false;
-    font.points = std::max(smallestFont, font.points - 1);
+  if (fits(0)) return true;
+  // Halving the steps: each of them measures every label.
+  int tooLarge = 0, good = static_cast<int>(std::ceil(largest - smallestFont));
+  if (!fits(good)) return false;
+  while (good - tooLarge > 1) {
+    const int middle = (good + tooLarge) / 2;
+    (fits(middle) ? good : tooLarge) = middle;
   }
-  return true;
+  return fits(good);
 }
 
 void PlanLabels::Print(DrawContext& context) {

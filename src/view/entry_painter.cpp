@@ -55,7 +55,7 @@ const FontSpec& EntryPainter::Font_Of(const QString& schrift) {
 
 void EntryPainter::Draw_Row(Recordset& rows) {
   Row row;
-  row.type = EntryType::Parse(static_cast<int>(rows.Integer(column::Typ)));
+  row.type = EntryType::Parse(rows.Integer(column::Typ));
   row.id = rows.Text(column::ID);
   const bool northArrow = row.type.Kind() == EntryKind::NorthArrow && EntryId::Parse(row.id).IsNorthArrow();
   context.key = rows.Key();
@@ -65,7 +65,7 @@ void EntryPainter::Draw_Row(Recordset& rows) {
     ++counts.hidden;
     if (!frmMDI.showHidden || surface.IsPaper()) return;
   }
-  context.inactive = row.id.startsWith(QLatin1Char('-'));
+  context.inactive = EntryId::StoredIsInactive(row.id);
   // Inactive and marked rows count wherever they lie: the numbers must not change with the scroll position.
   if (context.inactive && !greyed) ++counts.inactive;
   if (row.type.mark != Mark::None && !greyed) ++counts.marked;
@@ -73,7 +73,7 @@ void EntryPainter::Draw_Row(Recordset& rows) {
   RegionSet* const regions = context.regions;
   if (greyed) context.regions = nullptr;
   row.colors = {Color(rows.Integer(column::VG)), Color(rows.Integer(column::HG)), 0};
-  row.frame = FrameWord::Parse(static_cast<int>(rows.Integer(column::RA)));
+  row.frame = FrameWord::Parse(rows.Integer(column::RA));
   row.colors.RA = Color(row.frame.color);
   if (row.type.IsPolygon()) Draw_Polygon_Row(rows, row);
   const bool labelOff = row.type.IsPolygon() && rows.Number(column::Groesse) < 0;
@@ -112,13 +112,14 @@ void EntryPainter::Draw_Row(Recordset& rows) {
 }
 
 bool EntryPainter::Read_Row(const Recordset& rows, Row& row) {
-  const auto x = static_cast<double>(rows.Integer(column::Xmap)), y = static_cast<double>(rows.Integer(column::Ymap));
+  const auto number = [&rows](int where) { return Stored_Number(rows.Integer(where)); };
+  const int x = number(column::Xmap), y = number(column::Ymap);
   if (x > rightLimit || y > bottomLimit) return false;
-  row.at = context.view.Point({x, y});
-  row.xLine = static_cast<int>(rows.Integer(column::Xline));
+  row.at = context.view.Point(QPoint(x, y));
+  row.xLine = number(column::Xline);
   // Lines and areas keep their width and style where others keep the foot point.
   if (row.xLine > 0 && !row.type.IsPolygon())
-    row.foot = context.view.Point({static_cast<double>(row.xLine), static_cast<double>(rows.Integer(column::Yline))});
+    row.foot = context.view.Point(QPoint(row.xLine, number(column::Yline)));
   return true;
 }
 
@@ -145,8 +146,8 @@ void EntryPainter::Draw_Text_Row(const Recordset& rows, Row& row) {
   if (!frmMDI.showTexts) return;
   if (frmMDI.overview) return Draw_Overview_Box(row);
   const FontSpec& font = Font_Of(rows.Text(column::Schrift));
-  const bool fontFound = Set_Row_Font(font, rows.Number(column::Groesse));
-  const QString text = rows.Text(column::Eintrag);
+  const bool fontFound = Set_Row_Font(font, Stored_Size(rows.Number(column::Groesse)));
+  const QString text = Shown_Text(rows.Text(column::Eintrag));
   const QSizeF size(surface.TextWidth(text), surface.TextHeight(text));
   TextLook look;
   look.frame = row.frame;
@@ -187,7 +188,7 @@ void EntryPainter::Draw_Rotated_Row(const FontSpec& font, const QString& text, c
 void EntryPainter::Draw_Picture_Row(const Recordset& rows, const Row& row) {
   if (!frmMDI.showPictures) return;
   if (frmMDI.overview) return Draw_Overview_Box(row);
-  const QString name = rows.Text(column::Eintrag);
+  const QString name = Shown_Text(rows.Text(column::Eintrag));
   const double zoom = context.view.Zoom;
   const QImage full = Entry_Picture(name);
   QRectF box(row.at, QSizeF(context.view.Length(full.width()), context.view.Length(full.height())));
@@ -294,16 +295,17 @@ void EntryPainter::Note_Plan_Row(const Recordset& rows, const Row& row) {
   }
   Square square;
   square.box = Square_Box(context.view, entry_box(entry));
-  square.inactive = row.id.startsWith(QLatin1Char('-'));
+  square.inactive = context.inactive;
   square.label.key = context.key;
   square.label.name = Plan_Name(row.id);
-  square.label.text = row.type.mark == Mark::None ? square.label.name : entry.Eintrag;
-  if (square.label.text.isEmpty()) square.label.text = entry.Eintrag;
+  const QString text = Shown_Text(entry.Eintrag);
+  square.label.text = row.type.mark == Mark::None ? square.label.name : text;
+  if (square.label.text.isEmpty()) square.label.text = text;
   if (row.type.hidden) square.label.text.clear();
   square.label.offsetX = static_cast<int>(square.box.x());
   square.label.offsetY = static_cast<int>(square.box.y());
   const bool inWindow = square.box.intersects(context.window);
-  if (!row.type.hidden) planLabels.Add_Square(square.label.name, entry.Eintrag, square.box, inWindow);
+  if (!row.type.hidden) planLabels.Add_Square(square.label.name, text, square.box, inWindow);
   if (onMap && inWindow) squares.push_back(std::move(square));
 }
 
@@ -358,8 +360,8 @@ void EntryPainter::Draw_Marks(const Row& row, const QRectF& box) {
 }
 
 void Load_Rahmen_Style() {
-  const FrameWord frame = FrameWord::Parse(static_cast<int>(rsEntries->Integer(column::RA)));
-  EntRA = static_cast<int>(rsEntries->Integer(column::RA));
+  EntRA = Stored_Number(rsEntries->Integer(column::RA));
+  const FrameWord frame = FrameWord::Parse(EntRA);
   EntRAColor = Color_Of(frame.color);
 }
 
