@@ -21,7 +21,7 @@ struct Family {
   QPointF from, to;  // line 0
   QPointF step;      // to the next line
   QRectF map;
-  int first = 0, perLine = 0;  // metres of line 0, and added a line
+  double first = 0, perLine = 0;  // metres of line 0, and added a line
   char16_t letter = u'R';
 
   bool Meets(int k) const {
@@ -94,8 +94,8 @@ Family Vertical_Family(const CoordinateState& state, const QRectF& map) {
           {std::nearbyint(state.Xmap + (state.Ymap - map.height()) * t), map.height()},
           {static_cast<double>(state.Xline), 0},
           map,
-          state.GridR,
-          state.Gwidth,
+          static_cast<double>(state.GridR),
+          static_cast<double>(state.Gwidth),
           u'R'};
 }
 
@@ -105,8 +105,8 @@ Family Horizontal_Family(const CoordinateState& state, const QRectF& map) {
           {map.width(), std::nearbyint(state.Ymap - (state.Xmap - map.width()) * t)},
           {0, static_cast<double>(state.Yline)},
           map,
-          state.GridH,
-          -state.Gwidth,
+          static_cast<double>(state.GridH),
+          -static_cast<double>(state.Gwidth),
           u'H'};
 }
 

@@ -240,7 +240,7 @@ bool Check_Color(const FieldInfo& field, const QString& value) {
   if (!frame && !Is_Column(field, "VG") && !Is_Column(field, "HG")) return true;
   bool isNumber = false;
   const int number = value.toInt(&isNumber);
-  const int color = frame ? std::abs(number) % 100 : number;
+  const int color = frame ? FrameWord::StoredColor(number) : number;
   if (isNumber && color >= 0 && color <= 15) return true;
   const QString text =
       frame ? QStringLiteral(

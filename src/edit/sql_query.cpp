@@ -308,7 +308,7 @@ Kept Read_Selection(Recordset& selection) {
   Kept kept;
   for (selection.MoveFirst(); !selection.Eof(); selection.MoveNext()) {
     const QString id = selection.Text(columns[column::ID]);
-    if (id.startsWith(u'!')) continue;
+    if (EntryId::StoredIsHeader(id)) continue;
     kept.tables.insert(EntryId::Parse(id).TableName().toLower());
     std::vector<Value>& row = kept.rows.emplace_back();
     for (const int from : columns) row.push_back(selection.Raw(from));

@@ -216,7 +216,7 @@ QString Keyword_Of(const QString& id) {
 }
 
 bool Check_Id(const EntryType& type, const QString& former, const QString& text) {
-  if (text.startsWith(u'!'))
+  if (EntryId::StoredIsHeader(text))
     return Refuse(QStringLiteral("Mit einem Ausrufezeichen beginnt nur die Kopfzeile der Tabelle.\nBitte ändern!"));
   if (type.HasVertices()) {
     const QString table = EntryId::Parse(former).TableName();
@@ -245,7 +245,7 @@ bool Check_Type(const EntryType& former, const EntryType& next) {
 
 bool Check_Frame(const EntryType& type, qint64 number) {
   // A scale bar keeps its direction there.
-  if (type.Kind() == EntryKind::Scale || number < 0 || number % 100 <= 15) return true;
+  if (type.Kind() == EntryKind::Scale || number < 0 || FrameWord::StoredColor(number) <= 15) return true;
   return Refuse(
       QStringLiteral("Die Rahmenfarbe RA  kann nur Werte zwischen 0-15 plus ein Vielfaches von hundert für die "
                      "Rahmenbreite annehmen."));

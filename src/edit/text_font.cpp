@@ -9,6 +9,7 @@
 #include "platform/surface.h"
 #include "state/map_state.h"
 #include "state/table_state.h"
+#include "store/stored_number.h"
 #include "view/redraw.h"
 
 namespace {
@@ -22,7 +23,7 @@ bool Is_Sign(const FontSpec& font) { return font.IsSymbol() || Is_Symbol_Font(fo
 bool Has_Font(const EntryType& type) { return type.IsText() || type.IsPolygon(); }
 
 FontChoice Choice_Of(const QString& schrift, double size) {
-  FontChoice choice{FontSpec::Parse(schrift), std::abs(size)};
+  FontChoice choice{FontSpec::Parse(schrift), std::abs(Stored_Size(size))};
   if (choice.font.family.isEmpty()) choice.font.family = QStringLiteral("Arial");
   if (choice.size == 0) choice.size = standardSize;
   return choice;

@@ -11,6 +11,7 @@
 #include "platform/surface.h"
 #include "state/events.h"
 #include "state/global_state.h"
+#include "store/stored_number.h"
 #include "store/vertex_table.h"
 #include "view/overlay.h"
 #include "view/picture_cache.h"
@@ -56,7 +57,8 @@ void Place_Handles(const QRect& box) {
 }
 
 void Place_Picture(const EntryRow& row) {
-  const QImage& picture = Entry_Picture(row.Eintrag);
+  const QString name = Shown_Text(row.Eintrag);
+  const QImage& picture = Entry_Picture(name);
   const auto zoom = static_cast<double>(Map.Zoom);
   QRect box(Window_X(row.Xmap), Window_Y(row.Ymap), qRound(picture.width() / zoom), qRound(picture.height() / zoom));
   if (picture.isNull()) {
@@ -64,7 +66,7 @@ void Place_Picture(const EntryRow& row) {
     box.setSize(region.isEmpty() ? QSize(40, 20) : region.size().toSize());
   }
   Place(Map.imgBild, box);
-  Map.imgBild.Text = row.Eintrag;
+  Map.imgBild.Text = name;
   if (!picture.isNull())
     Place(Map.imgHandle, {box.left() + box.width() - handleSize / 2, box.top() + box.height() - handleSize / 2,
                           handleSize, handleSize});
@@ -141,7 +143,7 @@ void Load_Text_Box(const EntryRow& row) {
   EntFont = font.family.isEmpty() ? Map.Text2.FontName : font.family;
   EntAngle = font.angle;
   EntCharset = font.charset;
-  EntFontSize = row.Groesse > 0 ? row.Groesse : 10;
+  EntFontSize = row.Groesse > 0 ? Stored_Size(row.Groesse) : 10;
   LiveControl& box = Map.Text2;
   box.FontName = Font_Installed(EntFont) ? EntFont : QStringLiteral("Arial");
   box.FontSize = EntFontSize;
@@ -149,7 +151,7 @@ void Load_Text_Box(const EntryRow& row) {
   box.FontItalic = font.italic;
   box.FontUnderline = font.underline;
   box.FontTransparent = font.transparent;
-  box.Text = row.Eintrag;
+  box.Text = Shown_Text(row.Eintrag);  // a longer one can be changed nowhere
   Map.TextAt = {row.Xmap, row.Ymap};
 }
 

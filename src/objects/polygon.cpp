@@ -8,6 +8,7 @@
 #include "objects/clip.h"
 #include "objects/hatch.h"
 #include "objects/line_ends.h"
+#include "store/stored_number.h"
 
 namespace {
 
@@ -143,7 +144,7 @@ QPointF Across(QPointF from, QPointF to) {
 LineStyle Line_Style(int stored) {
   static constexpr PenStyle styles[] = {PenStyle::Solid, PenStyle::Solid,   PenStyle::Dash,
                                         PenStyle::Dot,   PenStyle::DashDot, PenStyle::DashDotDot};
-  const int number = std::abs(stored);
+  const int number = std::abs(Stored_Number(stored));
   return {number <= 5 ? styles[number] : PenStyle::Solid, stored < 0};
 }
 

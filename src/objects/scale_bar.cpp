@@ -5,6 +5,7 @@
 
 #include "platform/text.h"
 #include "state/global_state.h"
+#include "store/stored_number.h"
 
 namespace {
 
@@ -79,14 +80,15 @@ ScaleValue Scale_Of(const EntryRow& row) {
   ScaleValue scale;
   scale.hgIsSound = row.HG == 0 || row.HG == 1;
   scale.vertical = row.HG == 1;
-  scale.unit = Unit_Of(row.Eintrag);
+  scale.unit = Unit_Of(Shown_Text(row.Eintrag));
   scale.number = row.Groesse;
-  const bool typed = Is_Number(row.Schrift);
-  if (scale.number <= 0 && typed) scale.number = Val_Comma(row.Schrift);
+  const QString schrift = row.Schrift.left(longestSchrift);
+  const bool typed = Is_Number(schrift);
+  if (scale.number <= 0 && typed) scale.number = Val_Comma(schrift);
   scale.text =
-      (typed ? row.Schrift.trimmed() : Number_Text(row.Groesse).replace(u'.', u',')) + u' ' + scale.unit.trimmed();
+      (typed ? schrift.trimmed() : Number_Text(row.Groesse).replace(u'.', u',')) + u' ' + scale.unit.trimmed();
   const int length = std::abs(row.Xline - row.Xmap);
-  scale.valid = length > 0 && scale.number > 0;
+  scale.valid = length > 0 && scale.number > 0 && std::isfinite(scale.number);
   if (scale.valid) scale.unitPerPixel = scale.number / length;
   return scale;
 }

@@ -1,6 +1,7 @@
 #include "plansquares/plan_labels.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "plansquares/raster_rows.h"
 #include "state/global_state.h"
@@ -45,9 +46,10 @@ bool PlanLabels::Fit_Font(DrawContext& context) {
   FontKey font;
   font.family = design->font.isEmpty() ? QStringLiteral("Arial") : design->font;
   const double scale = context.fontScale > 0 ? context.fontScale : 1 / context.view.Zoom;
-  font.points = std::max(smallestFont, (design->fontSize > 0 ? design->fontSize : firstFont) * scale);
+  const double largest = std::max(smallestFont, (design->fontSize > 0 ? design->fontSize : firstFont) * scale);
   const bool centred = design->labels == LabelPlace::Centre;
-  const auto fits = [&] {
+  const auto fits = [&](int less) {
+    font.points = std::max(smallestFont, largest - less);
     context.surface.SetFont(font);
     double widest = 0;
     if (centred)
@@ -56,11 +58,15 @@ bool PlanLabels::Fit_Font(DrawContext& context) {
       for (const PlanEdge& edge : PlanCols) widest = std::max<double>(widest, context.surface.TextWidth(edge.Text));
     return widest <= width && context.surface.TextHeight(QStringLiteral("0")) <= height;
   };
-  while (!fits()) {
-    if (font.points <= smallestFont) return false;
-    font.points = std::max(smallestFont, font.points - 1);
+  if (fits(0)) return true;
+  // Halving the steps: each of them measures every label.
+  int tooLarge = 0, good = static_cast<int>(std::ceil(largest - smallestFont));
+  if (!fits(good)) return false;
+  while (good - tooLarge > 1) {
+    const int middle = (good + tooLarge) / 2;
+    (fits(middle) ? good : tooLarge) = middle;
   }
-  return true;
+  return fits(good);
 }
 
 void PlanLabels::Print(DrawContext& context) {

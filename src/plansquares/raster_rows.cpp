@@ -11,7 +11,7 @@
 #include "state/global_state.h"
 #include "state/map_state.h"
 #include "state/table_state.h"
-#include "store/font_spec.h"
+#include "store/stored_number.h"
 #include "store/table_file.h"
 #include "store/transaction.h"
 
@@ -108,14 +108,14 @@ EntryRow Design_Row(const RasterDesign& design, const RasterPlan& plan) {
 
 RasterDesign Design_Of(const EntryRow& row) {
   RasterDesign design;
-  design.size = row.Eintrag;
+  design.size = Shown_Text(row.Eintrag);
   design.field = static_cast<RasterField>(Clamped(row.Xmap / 100, 2));
   design.unit = static_cast<CornerUnit>(Clamped(row.Xmap % 100, 4));
   design.labels = static_cast<LabelPlace>(Clamped(row.Ymap, 4));
-  design.font = row.Schrift;
+  design.font = row.Schrift.left(longestSchrift);
   if (design.font.endsWith(designMark)) design.font.chop(designMark.size());
   if (design.font.isEmpty()) design.font = QStringLiteral("Arial");
-  design.fontSize = row.Groesse;
+  design.fontSize = Stored_Size(row.Groesse);
   design.VG = row.VG;
   design.HG = row.HG;
   Sound_Colors(design.VG, design.HG);

@@ -9,10 +9,11 @@ constexpr double mmPerInch = 25.4;
 constexpr double tolerance = 0.01;  // mm: a map that fills its sheets exactly needs no further one
 constexpr double thinnestPen = 0.1;
 constexpr int most = 10, mostPages = 50, mostThousandths = 20000;
+constexpr int mostSheets = 1000;  // beside each other, and below
 
 // Sheets needed for a length, both in paper mm.
 int Count_Sheets(double length, double room) {
-  return std::max(1, static_cast<int>(std::min(1e6, std::ceil((length - tolerance) / room))));
+  return static_cast<int>(std::clamp(std::ceil((length - tolerance) / room), 1.0, double{mostSheets} + 1));
 }
 
 int Pages_At(PrintSettings settings, const Paper& paper, const PrintedMap& map, int thousandths) {
@@ -57,6 +58,7 @@ PrintGeometry Print_Geometry(const PrintSettings& settings, const Paper& paper, 
   g.PenMmY = std::max(thinnestPen, g.PenDots / g.DotsPerMmY);
   g.across = Count_Sheets(g.mapWidthMm * g.factor, g.PageWidthMm);
   g.down = Count_Sheets(g.mapHeightMm * g.factor, g.PageHeightMm);
+  g.valid = g.across <= mostSheets && g.down <= mostSheets;
   return g;
 }
 

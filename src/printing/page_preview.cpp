@@ -39,7 +39,8 @@ std::vector<PreviewMap::Dot> Entry_Dots() {
   if (!rsEntries) return dots;
   For_Each_Entry([&dots] {
     if (Type_Here().hidden || EntryId::StoredIsHeader(rsEntries->Text(column::ID))) return;
-    dots.push_back({QPointF(rsEntries->Number(column::Xmap), rsEntries->Number(column::Ymap)),
+    dots.push_back({QPoint(Stored_Number(rsEntries->Integer(column::Xmap)),
+                           Stored_Number(rsEntries->Integer(column::Ymap))),
                     Color_Of(rsEntries->Integer(column::VG))});
   });
   return dots;
@@ -94,8 +95,8 @@ void Draw_Dots(QPainter& painter, const Cells& cells, const std::vector<PrintShe
   const double size = 3 / scale;
   for (const PreviewMap::Dot& dot : map.dots) {
     const QPointF mm(dot.at.x() * g.MapPixelMm, dot.at.y() * g.MapPixelMmY);
-    const int column = std::clamp(static_cast<int>(mm.x() / g.PageWidthMm), 0, g.across - 1);
-    const int row = std::clamp(static_cast<int>(mm.y() / g.PageHeightMm), 0, g.down - 1);
+    const int column = static_cast<int>(std::clamp(mm.x() / g.PageWidthMm, 0.0, g.across - 1.0));
+    const int row = static_cast<int>(std::clamp(mm.y() / g.PageHeightMm, 0.0, g.down - 1.0));
     const PrintSheet& sheet = sheets[static_cast<size_t>(row * g.across + column)];
     const QPointF at = cells.Target(sheet).topLeft() + mm - QPointF(sheet.PageDrawX, sheet.PageDrawY);
     painter.fillRect(QRectF(at.x() - size / 2, at.y() - size / 2, size, size), QColor::fromRgb(dot.color));

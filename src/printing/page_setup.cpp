@@ -8,10 +8,11 @@
 #include "printing/print_texts.h"
 #include "state/events.h"
 #include "state/mdi_state.h"
+#include "store/header_row.h"
 
 namespace {
 
-constexpr double factorStep = 0.05, smallestFontFactor = 0.3, largestFontFactor = 3.0;
+constexpr double factorStep = 0.05;
 constexpr int wrongFontFactor = 5000;
 constexpr double tolerance = 1e-9;
 

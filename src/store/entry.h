@@ -12,6 +12,7 @@
 #include "store/fill_code.h"
 #include "store/font_spec.h"
 #include "store/frame_word.h"
+#include "store/stored_number.h"
 
 // Numbers of the twelve fixed columns of MapData, in their order.
 namespace column {

@@ -13,12 +13,12 @@ inline constexpr int longestText = 253;  // characters the edit box takes
 // Deletes the current entry after a question (unless it was asked already), with its vertex table. False if it stayed.
 // With Map.RemoveReferenceOnly only its reference line goes.
 bool Delete_Entry(bool asked = false);
-// Deletes the rows with the vertex tables that no other row draws from, in one transaction; the header row stays. With
-// the scale bar goes the scale of the map. The cursor is on any row afterwards. Says what of it others have to follow.
 struct DeletedEntries {
   int count = 0;
-  bool planSquare = false;
+  bool planSquare = false;  // was one among them?
 };
+// Deletes the rows with the vertex tables that no other row draws from, in one transaction; the header row stays. With
+// the scale bar goes the scale of the map. The cursor is on any row afterwards.
 DeletedEntries Delete_Entries(const QSet<qint64>& keys);
 // Foot point of the current text or picture row at window position x, y.
 void Set_Foot_Point(int x, int y);

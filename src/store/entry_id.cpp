@@ -23,9 +23,12 @@ QChar Shape_Letter(LineEnds::Shape shape) {
   return u'P';
 }
 
+// Of an end mark; "9e9" is a number as well.
+double Sound_Length(double mm) { return std::clamp(mm, 1.0, 99.0); }
+
 // Millimetres in three characters: "5.0", "12.".
 QString Size_Text(double mm) {
-  const double tenths = std::round(std::clamp(mm, 1.0, 99.0) * 10) / 10;
+  const double tenths = std::round(Sound_Length(mm) * 10) / 10;
   if (tenths < 10) return QString::number(tenths, 'f', 1);
   return QString::number(std::lround(tenths)) + u'.';
 }
@@ -57,8 +60,8 @@ std::optional<LineEnds> Read_Ends(QStringView text) {
   ends.atStart = flags[1] == u'1';
   ends.atEnd = flags[2] == u'1';
   ends.partial = flags[3] == u'1';
-  ends.lengthMm = std::max(1.0, Val_Comma(text.mid(lengthAt + 1, 3).toString()));
-  ends.widthMm = std::max(1.0, Val_Comma(text.mid(widthAt + 1, 3).toString()));
+  ends.lengthMm = Sound_Length(Val_Comma(text.mid(lengthAt + 1, 3).toString()));
+  ends.widthMm = Sound_Length(Val_Comma(text.mid(widthAt + 1, 3).toString()));
   return ends;
 }
 

@@ -7,7 +7,7 @@ struct LineEnds {
   enum class Shape { Arrow, Circle, Rectangle };
   Shape shape = Shape::Arrow;
   bool filled = false, atStart = false, atEnd = false, partial = false;
-  double lengthMm = 1.0, widthMm = 1.0;  // read as at least 1.0
+  double lengthMm = 1.0, widthMm = 1.0;  // read as 1.0 to 99.0
   bool operator==(const LineEnds&) const = default;
 };
 

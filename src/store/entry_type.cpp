@@ -2,10 +2,12 @@
 
 #include <cstdlib>
 
+#include "store/stored_number.h"
+
 EntryType EntryType::Parse(qint64 stored) {
-  const qint64 size = std::abs(stored);
+  const int size = std::abs(Stored_Number(stored));
   EntryType type;
-  type.base = static_cast<int>(size % 100);
+  type.base = size % 100;
   if (size >= 200) {
     type.mark = Mark::Last;
   } else if (size >= 100) {

@@ -1,12 +1,12 @@
 #include "store/fill_code.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstdlib>
 
 #include "platform/text.h"
+#include "store/stored_number.h"
 
-FillCode FillCode::Parse(int stored) { return FillCode{stored}; }
+FillCode FillCode::Parse(qint64 stored) { return FillCode{Stored_Number(stored)}; }
 
 bool FillCode::IsFill(const QString& schrift) {
   const auto digit = [](QChar c) { return c >= u'0' && c <= u'9'; };
@@ -19,12 +19,7 @@ FillCode FillCode::FromSchrift(const QString& schrift) {
   return FillCode{static_cast<int>(Val(QStringView(schrift).mid(1, 2)))};
 }
 
-double FillCode::AngleOf(const QString& schrift) {
-  const qsizetype mark = schrift.indexOf(u'<');
-  if (mark < 0) return 0;
-  const double angle = std::fmod(Val_Comma(schrift.mid(mark + 1)), 360.0);
-  return angle < 0 ? angle + 360 : angle;
-}
+double FillCode::AngleOf(const QString& schrift) { return Stored_Angle(schrift); }
 
 // The code has two places: a sign or blank and one digit, or two digits.
 QString FillCode::ToSchrift(double angle) const {

@@ -8,7 +8,7 @@
 struct FillCode {
   int code = 0;
 
-  static FillCode Parse(int stored);  // any number
+  static FillCode Parse(qint64 stored);  // any number
   // Schrift of a figure: "F", blank or "-" or digit, digit. Nothing else is a fill ("Futura" is a font).
   static bool IsFill(const QString& schrift);
   static FillCode FromSchrift(const QString& schrift);  // 0 where it is no fill

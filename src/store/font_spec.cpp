@@ -1,18 +1,15 @@
 #include "store/font_spec.h"
 
-#include <cmath>
+#include <algorithm>
 
 #include "platform/text.h"
+#include "store/stored_number.h"
 
 FontSpec FontSpec::Parse(const QString& stored) {
   FontSpec font;
-  QStringView text(stored);
-  const qsizetype mark = text.indexOf(u'<');
-  if (mark >= 0) {
-    font.angle = std::fmod(Val_Comma(stored.mid(mark + 1)), 360.0);
-    if (font.angle < 0) font.angle += 360;
-    text = text.left(mark);
-  }
+  font.angle = Stored_Angle(stored);
+  QStringView text = QStringView(stored).left(longestSchrift);
+  if (const qsizetype mark = text.indexOf(u'<'); mark >= 0) text = text.left(mark);
   const qsizetype dash = text.indexOf(u'-');
   if (dash < 0) {
     font.family = text.trimmed().toString();
@@ -36,13 +33,12 @@ FontSpec FontSpec::Parse(const QString& stored) {
         font.transparent = true;
         break;
       case u'C':
-        if (font.charset == 0) font.charset = static_cast<int>(Val(styles.mid(i + 2, 3)));
+        if (font.charset == 0) font.charset = static_cast<int>(std::clamp(Val(styles.mid(i + 2, 3)), 0.0, 255.0));
         break;
       default:
         break;
     }
   }
-  if (font.charset < 0) font.charset = 0;
   return font;
 }
 

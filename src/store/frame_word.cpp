@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <cstdlib>
 
-FrameWord FrameWord::Parse(int stored) {
+#include "store/stored_number.h"
+
+FrameWord FrameWord::Parse(qint64 stored) {
   FrameWord word;
   word.framed = stored >= 0;
-  int rest = std::abs(stored);
+  int rest = std::abs(Stored_Number(stored));
   if (rest >= 10000) {
     word.notXor = true;
     rest %= 10000;
@@ -32,10 +34,14 @@ int FrameWord::ToNumber() const {
   return number == 0 ? -100 : -number;
 }
 
+int FrameWord::StoredColor(qint64 stored) { return std::abs(Stored_Number(stored)) % 100; }
+
 namespace {
 int Signed_Frame(int size, bool framed) { return framed ? size : size == 0 ? -100 : -size; }
 }  // namespace
 
-int Frame_With_Color(int stored, int color) { return Signed_Frame(std::abs(stored) / 100 * 100 + color, stored >= 0); }
+int Frame_With_Color(int stored, int color) {
+  return Signed_Frame(std::abs(Stored_Number(stored)) / 100 * 100 + color, stored >= 0);
+}
 
-int Frame_Switched(int stored, bool on) { return Signed_Frame(std::abs(stored), on); }
+int Frame_Switched(int stored, bool on) { return Signed_Frame(std::abs(Stored_Number(stored)), on); }

@@ -1,4 +1,6 @@
 #pragma once
+#include <QtGlobal>
+
 // The column RA of a row: frame colour + 100 x width + 1000 x pattern step + 10000 for the not-xor mode; negative = no
 // frame. Nobody else takes the number apart.
 struct FrameWord {
@@ -8,7 +10,9 @@ struct FrameWord {
   int width = 1;  // 1..8 pixels
   int color = 0;  // 0..15
 
-  static FrameWord Parse(int stored);  // any number; the width is cut at 8
+  static FrameWord Parse(qint64 stored);  // any number; the width is cut at 8
+  // The colour as it is stored, sound (0..15) or not (to 99).
+  static int StoredColor(qint64 stored);
   // RA = 0 cannot be negated: a frame switched off there is stored as -100.
   int ToNumber() const;
   bool operator==(const FrameWord&) const = default;

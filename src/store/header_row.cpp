@@ -25,7 +25,7 @@ int Margin(double mm) { return static_cast<int>(std::clamp(std::nearbyint(mm), 0
 HeaderRow HeaderRow::FromEntry(const EntryRow& row, bool* repaired) {
   HeaderRow header;
   bool changed = false;
-  if (row.ID.startsWith(u'!')) {
+  if (EntryId::StoredIsHeader(row.ID)) {
     header.ID = row.ID;
   } else {
     changed = true;
@@ -82,8 +82,8 @@ float Read_Font_Factor() {
     const auto settings = dbEntries->OpenRecordset(QStringLiteral("Qdata"));
     settings->MoveFirst();
     if (settings->Eof() || settings->Text(u"Nr") != QLatin1String("FSZ")) return 1.0F;
-    const auto factor = static_cast<float>(Val_Comma(settings->Text(u"Ort")));
-    return factor > 0 ? factor : 1.0F;
+    const double factor = Val_Comma(settings->Text(u"Ort"));
+    return factor > 0 ? static_cast<float>(std::clamp(factor, smallestFontFactor, largestFontFactor)) : 1.0F;
   } catch (const Error&) {
     return 1.0F;  // an older table without settings
   }

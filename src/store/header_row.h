@@ -23,7 +23,8 @@ struct HeaderRow {
 // Header of the open table (first row of rsEntries); the cursor stays.
 HeaderRow Read_Header();
 void Write_Header(const HeaderRow& header);
-// FontFactor from Qdata: the first row's Ort if its Nr is "FSZ", else 1.0.
+// FontFactor from Qdata: the first row's Ort if its Nr is "FSZ", within its limits, else 1.0.
 float Read_Font_Factor();
+inline constexpr double smallestFontFactor = 0.3, largestFontFactor = 3.0;
 // Makes Qdata where it is missing. Raises what the database raises.
 void Write_Font_Factor(float factor);

@@ -13,6 +13,7 @@
 #include "store/entry.h"
 #include "store/file_names.h"
 #include "store/header_row.h"
+#include "store/stored_number.h"
 #include "store/table_file_inner.h"
 #include "store/table_file_texts.h"
 
@@ -97,9 +98,7 @@ void Write_New_Header() {
 
 // The header row, even where numbers in it are beyond the columns' range.
 EntryRow Read_Header_Row() {
-  const auto number = [](int where) {
-    return static_cast<int>(std::clamp<qint64>(rsEntries->Integer(where), -32768, 32767));
-  };
+  const auto number = [](int where) { return Stored_Number(rsEntries->Integer(where)); };
   EntryRow row;
   row.ID = rsEntries->Text(column::ID);
   row.Eintrag = rsEntries->Text(column::Eintrag);

@@ -7,6 +7,7 @@
 #include "platform/text.h"
 #include "state/global_state.h"
 #include "store/entry.h"
+#include "store/stored_number.h"
 #include "store/transaction.h"
 
 namespace {
@@ -141,7 +142,7 @@ const std::vector<QPoint>& Load_Vertices(const QString& name) {
     vertices.reserve(rows->size());
     for (const Database::PointRow& row : *rows) {
       if (row.x < stopLimit) break;
-      vertices.emplace_back(row.x, row.y);
+      vertices.emplace_back(Stored_Number(row.x), Stored_Number(row.y));
     }
   } catch (const Error&) {
     vertices.clear();

@@ -33,7 +33,7 @@ QRgb EntryPainter::Color(qint64 number) const { return greyed ? Greyed(Color_Of(
 // position.
 bool EntryPainter::Is_Shown(const PaintedRow& row, bool northArrow) {
   greyed = row.type.hidden && !northArrow;
-  pass.context.inactive = row.id.startsWith(QLatin1Char('-'));
+  pass.context.inactive = EntryId::StoredIsInactive(row.id);
   if (greyed) {
     ++counts.hidden;
     return frmMDI.showHidden && !pass.surface.IsPaper();
@@ -45,7 +45,7 @@ bool EntryPainter::Is_Shown(const PaintedRow& row, bool northArrow) {
 
 void EntryPainter::Draw_Row(Recordset& rows) {
   PaintedRow row;
-  row.type = EntryType::Parse(static_cast<int>(rows.Integer(column::Typ)));
+  row.type = EntryType::Parse(rows.Integer(column::Typ));
   row.id = rows.Text(column::ID);
   const bool northArrow = row.type.Kind() == EntryKind::NorthArrow && EntryId::Parse(row.id).IsNorthArrow();
   pass.context.key = rows.Key();
@@ -55,7 +55,7 @@ void EntryPainter::Draw_Row(Recordset& rows) {
   // Hidden rows shown for looking cannot be hit.
   const ForNow regions(pass.context.regions, greyed ? nullptr : pass.context.regions);
   row.colors = {Color(rows.Integer(column::VG)), Color(rows.Integer(column::HG)), 0};
-  row.frame = FrameWord::Parse(static_cast<int>(rows.Integer(column::RA)));
+  row.frame = FrameWord::Parse(rows.Integer(column::RA));
   row.colors.RA = Color(row.frame.color);
   if (row.type.IsPolygon()) Draw_Polygon_Row(rows, row);
   const bool labelOff = row.type.IsPolygon() && rows.Number(column::Groesse) < 0;
@@ -89,14 +89,15 @@ void EntryPainter::Draw_Kind(Recordset& rows, PaintedRow& row) {
 }
 
 bool EntryPainter::Read_Place(const Recordset& rows, PaintedRow& row) const {
-  const auto x = static_cast<double>(rows.Integer(column::Xmap)), y = static_cast<double>(rows.Integer(column::Ymap));
+  const auto number = [&rows](int where) { return Stored_Number(rows.Integer(where)); };
+  const int x = number(column::Xmap), y = number(column::Ymap);
   if (x > rightLimit || y > bottomLimit) return false;
   const ViewTransform& view = pass.context.view;
-  row.at = view.Point({x, y});
-  row.xLine = static_cast<int>(rows.Integer(column::Xline));
+  row.at = view.Point(QPoint(x, y));
+  row.xLine = number(column::Xline);
   // Lines and areas keep their width and style where others keep the foot point.
   if (row.xLine > 0 && !row.type.IsPolygon())
-    row.foot = view.Point({static_cast<double>(row.xLine), static_cast<double>(rows.Integer(column::Yline))});
+    row.foot = view.Point(QPoint(row.xLine, number(column::Yline)));
   return true;
 }
 
@@ -113,7 +114,7 @@ void EntryPainter::Draw_Picture_Row(const Recordset& rows, const PaintedRow& row
   if (frmMDI.overview) return pass.Draw_Overview_Box(row);
   DrawContext& context = pass.context;
   Surface& surface = pass.surface;
-  const QString name = rows.Text(column::Eintrag);
+  const QString name = Shown_Text(rows.Text(column::Eintrag));
   const double zoom = context.view.Zoom;
   const QImage full = Entry_Picture(name);
   QRectF box(row.at, QSizeF(context.view.Length(full.width()), context.view.Length(full.height())));

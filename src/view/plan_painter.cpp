@@ -33,16 +33,17 @@ void PlanPainter::Note(const Recordset& rows, const PaintedRow& row, DrawCounts&
   }
   Square square;
   square.box = Square_Box(pass.context.view, entry_box(entry));
-  square.inactive = row.id.startsWith(QLatin1Char('-'));
+  square.inactive = EntryId::StoredIsInactive(row.id);
   square.label.key = pass.context.key;
   square.label.name = Plan_Name(row.id);
-  square.label.text = row.type.mark == Mark::None ? square.label.name : entry.Eintrag;
-  if (square.label.text.isEmpty()) square.label.text = entry.Eintrag;
+  const QString text = Shown_Text(entry.Eintrag);
+  square.label.text = row.type.mark == Mark::None ? square.label.name : text;
+  if (square.label.text.isEmpty()) square.label.text = text;
   if (row.type.hidden) square.label.text.clear();
   square.label.offsetX = static_cast<int>(square.box.x());
   square.label.offsetY = static_cast<int>(square.box.y());
   const bool inWindow = square.box.intersects(pass.context.window);
-  if (!row.type.hidden) labels.Add_Square(square.label.name, entry.Eintrag, square.box, inWindow);
+  if (!row.type.hidden) labels.Add_Square(square.label.name, text, square.box, inWindow);
   if (pass.onMap && inWindow) squares.push_back(std::move(square));
 }
 

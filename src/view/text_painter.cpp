@@ -41,8 +41,8 @@ void TextPainter::Draw(const Recordset& rows, const PaintedRow& row) {
   if (!frmMDI.showTexts) return;
   if (frmMDI.overview) return pass.Draw_Overview_Box(row);
   const FontSpec& font = Font_Of(rows.Text(column::Schrift));
-  const bool fontFound = Set_Row_Font(font, rows.Number(column::Groesse));
-  const QString text = rows.Text(column::Eintrag);
+  const bool fontFound = Set_Row_Font(font, Stored_Size(rows.Number(column::Groesse)));
+  const QString text = Shown_Text(rows.Text(column::Eintrag));
   TextLook look;
   look.frame = row.frame;
   look.colors = row.colors;

@@ -1,10 +1,13 @@
 #include <gtest/gtest.h>
+#include <cmath>
+#include <limits>
 
 #include "store/entry_id.h"
 #include "store/entry_type.h"
 #include "store/fill_code.h"
 #include "store/font_spec.h"
 #include "store/frame_word.h"
+#include "store/stored_number.h"
 #include "support/fixture.h"
 
 TEST(EntryType, TakesTheNumberApart) {
@@ -160,4 +163,37 @@ TEST(EntryId, LineEndsAndReferenceDigit) {
   for (const auto& [text, without] : {std::pair{"3Text>Linie1", "Text>Linie1"}, std::pair{"5Text", "5Text"},
                                       std::pair{"2Bild", "2Bild"}})  // only before a text
     EXPECT_EQ(EntryId::Parse(text).WithoutReferenceDigit().ToText(), without);
+}
+
+// What other programs write may be anything; the parts of it stay within what can be drawn and stored.
+TEST(StoredValues, StayWithinBoundsWhateverIsStored) {
+  constexpr qint64 least = std::numeric_limits<qint64>::min(), most = std::numeric_limits<qint64>::max();
+  for (const qint64 stored : {least, qint64{-2147483648}, qint64{-32769}, qint64{32768}, qint64{2147483647}, most}) {
+    const FrameWord frame = FrameWord::Parse(stored);
+    EXPECT_TRUE(frame.color >= 0 && frame.color <= 15 && frame.width >= 1 && frame.width <= 8) << stored;
+    EXPECT_EQ(FrameWord::Parse(frame.ToNumber()), frame) << stored;
+    EXPECT_EQ(EntryType::Parse(stored).hidden, stored < 0);
+    EXPECT_FALSE(EntryType::Parse(stored).IsText() || EntryType::Parse(stored).IsFigure());
+    EXPECT_EQ(FillCode::Parse(stored).Hatch(), FillStyle::None);
+    EXPECT_LE(std::abs(FillCode::Parse(stored).ToNumber()), 32768);
+  }
+  const int smallest = std::numeric_limits<int>::min();
+  EXPECT_EQ(Frame_Switched(smallest, true), 32768);
+  EXPECT_LE(Frame_With_Color(smallest, 3), 0);
+
+  for (const char* text : {"Arial-C9e9", "Arial-C-99", "Arial<1e308", "Arial<-1e-300", "Arial<-0,000000000000000001"}) {
+    const FontSpec font = FontSpec::Parse(text);
+    EXPECT_TRUE(font.charset >= 0 && font.charset <= 255) << text;
+    EXPECT_TRUE(font.angle >= 0 && font.angle < 360) << text << font.angle;
+    EXPECT_EQ(FillCode::AngleOf(text), font.angle);
+  }
+  EXPECT_LE(FontSpec::Parse(QString(1'000'000, 'A')).family.size(), longestSchrift);
+  EXPECT_EQ(Shown_Text(QString(1'000'000, 'A')).size(), longestShown);
+  for (const double points : {1e17, HUGE_VAL, 2000.0}) EXPECT_EQ(Stored_Size(points), largestStoredSize);
+  EXPECT_EQ(Stored_Size(-8), -8);
+  EXPECT_EQ(Stored_Size(std::nan("")), 0);
+  const EntryId id = EntryId::Parse("Linie99999999999 - P1111L9e9B9e9");
+  EXPECT_EQ(id.ends->lengthMm, 99);
+  EXPECT_EQ(id.ends->widthMm, 99);
+  EXPECT_GT(id.Number(), 0);
 }
