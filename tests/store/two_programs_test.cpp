@@ -72,10 +72,10 @@ TEST_F(TwoPrograms, WhatAKilledOneLeftIsClearedAtTheNextStart) {
   killed.Kill();
   const QString gone = QString::number(999'999'999), alive = QString::number(QCoreApplication::applicationPid());
   for (const QString& name : {"TEMP.MDB.neu." + gone + "~", ".flurax-" + gone + "-3.neu", "Vogel.neu." + gone,
-                              ".flurax-" + alive + "-9.neu", QString("TEMP_alt.MDB")})
+                              ".flurax-" + alive + "-999999.neu", QString("TEMP_alt.MDB")})
     Replace_File(ProgramFolder + '/' + name, "x");
   third.Do("beginn");
-  EXPECT_EQ(Work_Files(), (QStringList{".flurax-" + alive + "-9.neu", "TEMP.MDB", "TEMP.lock", "TEMP.stamp",
+  EXPECT_EQ(Work_Files(), (QStringList{".flurax-" + alive + "-999999.neu", "TEMP.MDB", "TEMP.lock", "TEMP.stamp",
                                        "TEMP_alt.MDB", "Vogel.neu." + gone}));
   Add(Text("drei"));
   Undo();
