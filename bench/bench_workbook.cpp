@@ -4,7 +4,7 @@
 #include <random>
 
 #include "platform/files.h"
-#include "platform/workbook.h"
+#include "workbook/workbook.h"
 
 // Sheets into workbooks on the disk: flushing included in the wall time, not in the processor's.
 

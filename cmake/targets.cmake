@@ -2,7 +2,7 @@
 
 set(core_folders state store coordinates objects plansquares view hand edit tools import exchange analysis printing maps)
 
-file(GLOB platform_sources CONFIGURE_DEPENDS src/platform/*.cpp)
+file(GLOB platform_sources CONFIGURE_DEPENDS src/platform/*.cpp src/workbook/*.cpp)
 set(core_sources)
 foreach(folder ${core_folders})
   file(GLOB found CONFIGURE_DEPENDS src/${folder}/*.cpp)

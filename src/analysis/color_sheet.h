@@ -1,7 +1,7 @@
 #pragma once
 #include "analysis/color_assignment.h"
 #include "analysis/map_input.h"
-#include "platform/workbook_sheet.h"
+#include "workbook/workbook_sheet.h"
 
 // The sheet "Zuordnung": every entry with its colour of the map, then the species with their numbers per colour.
 Sheet Color_Sheet(const MapInput& input, const ColorAssignment& assignment, const ColorOptions& options);

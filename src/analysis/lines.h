@@ -3,7 +3,7 @@
 #include <vector>
 
 #include "analysis/map_input.h"
-#include "platform/workbook_sheet.h"
+#include "workbook/workbook_sheet.h"
 
 // The lengths of all lines with their stretches.
 

@@ -2,7 +2,7 @@
 #include <QByteArray>
 
 #include "analysis/species_matrix.h"
-#include "platform/workbook_sheet.h"
+#include "workbook/workbook_sheet.h"
 
 // The sheet "Matrix": a row an area, figure, line or group, indices, then a column a species; totals in the last row.
 // Error 1004 for more species than a sheet has columns.

@@ -3,7 +3,7 @@
 #include <optional>
 
 #include "analysis/population.h"
-#include "platform/workbook_sheet.h"
+#include "workbook/workbook_sheet.h"
 
 struct PopulationSheetOptions {
   bool diversity = false;

@@ -3,7 +3,7 @@
 #include <optional>
 #include <vector>
 
-#include "platform/workbook.h"
+#include "workbook/workbook.h"
 
 // The workbook of results.
 

@@ -2,8 +2,8 @@
 #include <QColor>
 #include <array>
 
-#include "platform/workbook_sheet.h"
 #include "store/entry.h"
+#include "workbook/workbook_sheet.h"
 
 // What the result sheets have in common.
 

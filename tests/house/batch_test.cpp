@@ -9,8 +9,8 @@
 
 #include "platform/files.h"
 #include "platform/picture.h"
-#include "platform/workbook.h"
 #include "support/table_fixture.h"
+#include "workbook/workbook.h"
 
 using namespace Qt::StringLiterals;
 

@@ -4,8 +4,8 @@
 #include <memory>
 #include <vector>
 
-#include "platform/workbook_package.h"
-#include "platform/workbook_xml.h"
+#include "workbook/workbook_package.h"
+#include "workbook/workbook_xml.h"
 
 namespace workbook_inner {
 

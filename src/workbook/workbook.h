@@ -4,8 +4,8 @@
 #include <memory>
 #include <optional>
 
-#include "platform/workbook_errors.h"
-#include "platform/workbook_sheet.h"
+#include "workbook/workbook_errors.h"
+#include "workbook/workbook_sheet.h"
 
 // Workbooks: one file of many sheets, Office Open XML whatever its name ends with. Sheets are replaced or added one at
 // a time; every other sheet, chart, picture or part of the file stays byte for byte.

@@ -1,7 +1,7 @@
-#include "platform/workbook_styles.h"
+#include "workbook/workbook_styles.h"
 
 #include "platform/text.h"
-#include "platform/workbook_xml.h"
+#include "workbook/workbook_xml.h"
 
 namespace workbook_inner {
 namespace {

@@ -1,4 +1,4 @@
-#include "platform/workbook_book.h"
+#include "workbook/workbook_book.h"
 
 #include <QUrl>
 #include <algorithm>

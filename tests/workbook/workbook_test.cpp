@@ -1,4 +1,4 @@
-#include "platform/workbook.h"
+#include "workbook/workbook.h"
 
 #include <QDir>
 #include <QFile>
@@ -7,9 +7,9 @@
 #include <limits>
 
 #include "platform/files.h"
-#include "platform/workbook_package.h"
 #include "support/errors.h"
 #include "support/fixture.h"
+#include "workbook/workbook_package.h"
 
 using workbook_inner::Package;
 

@@ -5,7 +5,7 @@
 #include <array>
 #include <pugixml.hpp>
 
-#include "platform/workbook_sheet.h"
+#include "workbook/workbook_sheet.h"
 
 namespace workbook_inner {
 

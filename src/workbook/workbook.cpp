@@ -1,10 +1,10 @@
-#include "platform/workbook.h"
+#include "workbook/workbook.h"
 
 #include <QFileInfo>
 
 #include "platform/files.h"
-#include "platform/workbook_book.h"
-#include "platform/workbook_sheet_xml.h"
+#include "workbook/workbook_book.h"
+#include "workbook/workbook_sheet_xml.h"
 
 using namespace workbook_inner;
 

@@ -1,4 +1,4 @@
-#include "platform/workbook_package.h"
+#include "workbook/workbook_package.h"
 
 #include <zip.h>
 
@@ -6,8 +6,8 @@
 #include <cstring>
 #include <memory>
 
-#include "platform/workbook_errors.h"
-#include "platform/workbook_xml.h"
+#include "workbook/workbook_errors.h"
+#include "workbook/workbook_xml.h"
 
 namespace workbook_inner {
 namespace {

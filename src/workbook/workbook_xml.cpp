@@ -1,8 +1,8 @@
-#include "platform/workbook_xml.h"
+#include "workbook/workbook_xml.h"
 
 #include <QRegularExpression>
 
-#include "platform/workbook_errors.h"
+#include "workbook/workbook_errors.h"
 
 namespace workbook_inner {
 namespace {

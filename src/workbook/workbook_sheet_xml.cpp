@@ -1,9 +1,9 @@
-#include "platform/workbook_sheet_xml.h"
+#include "workbook/workbook_sheet_xml.h"
 
 #include <array>
 #include <charconv>
 
-#include "platform/workbook_xml.h"
+#include "workbook/workbook_xml.h"
 
 namespace workbook_inner {
 namespace {

@@ -3,8 +3,8 @@
 #include <QStringList>
 #include <string>
 
-#include "platform/workbook_sheet.h"
-#include "platform/workbook_styles.h"
+#include "workbook/workbook_sheet.h"
+#include "workbook/workbook_styles.h"
 
 namespace workbook_inner {
 

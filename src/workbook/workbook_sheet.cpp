@@ -1,10 +1,10 @@
-#include "platform/workbook_sheet.h"
+#include "workbook/workbook_sheet.h"
 
 #include <algorithm>
 #include <cmath>
 
 #include "platform/text.h"
-#include "platform/workbook_errors.h"
+#include "workbook/workbook_errors.h"
 
 namespace {
 constexpr double standardSize = 10, standardWidth = 10, highestRow = 409;
