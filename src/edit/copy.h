@@ -10,7 +10,7 @@ void Place_Duplicate(const QString& source, QPoint window);
 // the table). The row is current afterwards.
 bool Add_Picture(QPoint window, const QString& file);
 bool Add_Picture(QPoint window, const QImage& picture);  // from the clipboard
-bool Add_Text(QPoint window, const QString& text);  // a text row, current afterwards
+bool Add_Text(QPoint window, const QString& text);       // a text row, current afterwards
 enum class PictureSizing { Original, Proportional, Free };
 // Writes a resized copy of the current picture row's file into "PicImport" and stores its name. Map pixels.
 bool Size_Picture(PictureSizing sizing, int width, int height);

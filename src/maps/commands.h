@@ -6,7 +6,7 @@
 
 // The one table of commands, and the one way they are carried out.
 
-const std::vector<Command>& Command_Table();
+const std::vector<Command>& Command_Table();  // all, by the menus they stand in
 // nullptr if there is none.
 const Command* Find_Command(const QString& key);
 

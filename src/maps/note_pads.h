@@ -18,7 +18,7 @@ void Set_NotePad_Changed(int slot, bool changed);
 // The slot that shows the file, -1 if none does.
 int NotePad_Of(const QString& path);
 QString NotePad_Title(int slot);  // file name, "Notiz 1" for a new text; "*" behind a changed one
-void Set_Active_NotePad(int slot);
+void Set_Active_NotePad(int slot);  // the one in front; -1 or a free slot: none
 
 // Reads the text of a file, lines ended by LF. Nothing, with a message, if it cannot be read or is no text.
 bool Read_NotePad(const QString& path, QString& text);

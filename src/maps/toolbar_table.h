@@ -13,7 +13,7 @@ struct ToolRow {
   QString help;          // for the status bar while the pointer is over the button; empty: the tip
   QString rightCommand;  // of a click with the right mouse button
 };
-const std::vector<ToolRow>& Toolbar_Table();
+const std::vector<ToolRow>& Toolbar_Table();  // of all states, in the order shown
 
 // A button as it is to be shown now.
 struct ToolButton {

@@ -38,5 +38,5 @@ void Drag_To(QPoint window);  // moves outline and controls; no redraw
 // outside the window asks whether to delete the entry; if not, it goes back. A position beyond 16 bits refuses the
 // whole with a message. Less than 3 pixels are a click: nothing is written.
 void End_Drag(QPoint window);
-void Cancel_Drag();  // everything is where it was; nothing is written
+void Cancel_Drag();                 // everything is where it was; nothing is written
 void Move_In_Hand(int dx, int dy);  // arrow keys: map pixels

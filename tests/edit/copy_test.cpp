@@ -3,10 +3,13 @@
 #include <QDir>
 
 #include "edit/marks.h"
+#include "hand/leave_hand.h"
 #include "platform/files.h"
 #include "platform/picture.h"
 #include "store/columns.h"
 #include "support/bulk_fixture.h"
+#include "support/errors.h"
+#include "support/refused_writes.h"
 #include "view/picture_cache.h"
 
 namespace {
@@ -153,6 +156,17 @@ TEST_F(Copies, PastedText) {
   MessageScript script("5000000 Zeichen");
   EXPECT_FALSE(::Add_Text(QPoint(40, 50), QString(5'000'000, 'x')));
   EXPECT_EQ(Entry_Count(), 1);
+}
+
+TEST_F(Copies, APastedTextThatCannotBeWrittenLeavesNothingBehind) {
+  Add_Text("Elster");
+  Refuse_Rows(*dbEntries, QStringLiteral("Eintrag = 'Zettel'"));
+  EXPECT_NE(Error_Of([] { ::Add_Text({50, 50}, QStringLiteral("Zettel")); }), 0);
+  EXPECT_TRUE(Leave_Hand()) << "what was not pasted is not stored later";
+  EXPECT_FALSE(Entry_In_Hand());
+  EXPECT_EQ(Texts(), QStringList("Elster"));
+  EXPECT_TRUE(::Add_Text({50, 50}, QStringLiteral("Notiz\n")));
+  EXPECT_EQ(Texts(), QStringList({"Elster", "Notiz"}));
 }
 
 }  // namespace

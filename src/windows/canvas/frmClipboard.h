@@ -31,4 +31,5 @@ struct ClipboardChoice {
   QString kind, text;
   QImage picture;
 };
+// Asks what of the clipboard becomes an entry; waits.
 ClipboardChoice Show_frmClipboard(QWidget* parent);

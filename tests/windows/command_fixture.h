@@ -1,0 +1,60 @@
+#pragma once
+#include <QMap>
+#include <QMenu>
+#include <QTimer>
+
+#include "hand/activation.h"
+#include "maps/commands.h"
+#include "maps/map_close.h"
+#include "maps/map_open.h"
+#include "maps/note_pads.h"
+#include "platform/files.h"
+#include "platform/printer.h"
+#include "platform/shell.h"
+#include "state/coordinate_state.h"
+#include "state/events.h"
+#include "state/table_state.h"
+#include "store/table_file.h"
+#include "store/vertex_table.h"
+#include "support/nets.h"
+#include "tools/map_tool.h"
+#include "windows/window_fixture.h"
+
+// A map on which every command is of use, and eyes for whatever a command does: windows, boxes, rows, state.
+class CommandTest : public WindowTest {
+ protected:
+  void SetUp() override;
+  void TearDown() override;
+
+  // The map as it was in the beginning; nothing is in hand and no window is open.
+  void Begin_Anew();
+  // Where something can be typed when a command comes.
+  enum class Typing { Nothing, NewText, Text, Cell, Line };
+  void Type(Typing where, const QString& text);
+  // Is the typed text in the table that is open, or still to be seen where it was typed?
+  bool Is_There(const QString& text) const;
+
+  // What comes of the work, in one line.
+  QString Effect_Of(const std::function<void()>& work);
+  void Close_Windows();
+
+  static QString Name_Here();  // of the current row
+  static QString Key_Of(const QString& name);
+  static QMap<QString, EntryRow> Rows();  // by their names, without the header row
+  static QMap<QString, QString> State();
+  static QString Order();
+
+  QString map;
+  QStringList seen;
+
+ private:
+  void Make_Entries();
+  void Watch_Services();
+  void Close_Waiting();
+  static QStringList Changes(const QMap<QString, EntryRow>& before, const QMap<QString, EntryRow>& after);
+
+  QTimer closer;
+  int opened = 0;
+  ShellFace shell;
+  PrinterFace printer;
+};

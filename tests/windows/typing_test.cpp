@@ -1,0 +1,101 @@
+#include "edit/table_edit.h"
+#include "hand/leave_hand.h"
+#include "maps/command_look.h"
+#include "maps/menu_state.h"
+#include "view/view.h"
+#include "windows/command_fixture.h"
+
+// What is being typed when something else begins: a new text on the map, a text that is being changed, a cell of the
+// table, the line above it.
+
+namespace {
+
+const QString typed = QStringLiteral("Uhu");
+
+class TypingTest : public CommandTest {
+ protected:
+  void SetUp() override {
+    CommandTest::SetUp();
+    untouched = Rows();
+  }
+  // The same, if a command before has left its traces.
+  void Begin_Again() {
+    Close_Windows();
+    if (!frmMDI.MapOpen || !window->isVisible() || Rows() != untouched || MapFile != map) return Begin_Anew();
+    Drop_Hand();
+    Set_Buttons();
+    seen.clear();
+  }
+  // The table file of the map, whether it is open or not.
+  bool Stands_In_Table(const QString& text) const {
+    if (frmMDI.MapOpen && MapFile == map) return Rows().contains(text);
+    const auto database = Workspace::OpenDatabase(Path("KARTE.MDB"));
+    const auto rows = database->OpenRecordset("MapData");
+    for (; !rows->Eof(); rows->MoveNext())
+      if (rows->Text(column::Eintrag) == text) return true;
+    return false;
+  }
+
+  QMap<QString, EntryRow> untouched;
+};
+
+class TypingIn : public TypingTest, public testing::WithParamInterface<CommandTest::Typing> {
+ public:
+  using CommandTest::Typing;
+};
+
+}  // namespace
+
+INSTANTIATE_TEST_SUITE_P(EveryPlace, TypingIn,
+                         testing::Values(TypingIn::Typing::NewText, TypingIn::Typing::Text, TypingIn::Typing::Cell,
+                                         TypingIn::Typing::Line));
+
+TEST_P(TypingIn, NoCommandLosesIt) {
+  // What takes the table back to an earlier state, or deletes the entry, takes the text along.
+  const QStringList meant = {"mnuReset", "mnuTableRe", "mnuTableNeu", "mnuObjDel"};
+  for (const Command& command : Command_Table()) {
+    if (meant.contains(command.key)) continue;
+    Begin_Again();
+    Type(GetParam(), typed);
+    if (!Needs_Met(command.needs)) continue;
+    Run_Command(command.key, {1, {}});
+    EXPECT_TRUE(Stands_In_Table(typed) || Is_There(typed)) << command.key;
+    EXPECT_FALSE(seen.join(u' ').contains("Programmfehler")) << command.key;
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr) << command.key;
+    if (!frmMDI.MapOpen || !command.step.isEmpty()) continue;
+    // Nothing else comes into the table: no second entry, and none of the others changes.
+    auto rows = Rows(), before = untouched;
+    for (const QString& name : {typed, QStringLiteral("Otter"), QStringLiteral("Stein")})
+      rows.remove(name), before.remove(name);
+    EXPECT_EQ(rows, before) << command.key;
+  }
+}
+
+TEST_F(TypingTest, ASetZoomLeavesANewTextWhereItIs) {
+  Table_On_Off("Off");
+  ASSERT_TRUE(Map.Maximized);
+  Choose("mnuZoom100");
+  Type(Typing::NewText, typed);
+  Choose("mnuZoom100");
+  EXPECT_TRUE(Is_There(typed));
+  EXPECT_TRUE(Entry_In_Hand());
+  Choose("mnuZoom50");
+  EXPECT_TRUE(Rows().contains(typed));
+}
+
+TEST_F(TypingTest, TheToolBarKeepsNoButtonsOfFormerEntries) {
+  const QString otter = Key_Of("Otter"), moor = Key_Of("Moor");
+  const auto objects = [this] {
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    return window->findChildren<QObject*>().size();
+  };
+  const auto round = [&] {
+    Take_Entry(otter);
+    Take_Entry(moor);
+    End_Entry();
+  };
+  round();
+  const auto before = objects();
+  for (int i = 0; i < 100; ++i) round();
+  EXPECT_EQ(objects(), before);
+}
