@@ -25,8 +25,9 @@ bool Plain(const QImage& picture) {
 
 }  // namespace
 
-void ImageSurface::PaintPicture(const QRectF& target, const QImage& picture, const QRectF& source) {
-  if (picture.isNull() || target.isEmpty() || source.isEmpty()) return;
+void ImageSurface::PaintPicture(const QRectF& target, const QImage& picture, const QRectF& part) {
+  const QRectF source = Near(part);
+  if (picture.isNull() || target.isEmpty() || part.isEmpty() || source.isEmpty()) return;
   const QRect onto(Whole(target.x()), Whole(target.y()), std::max(1, Whole(target.width())),
                    std::max(1, Whole(target.height())));
   if (!onto.intersects(clip)) return;
