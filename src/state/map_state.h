@@ -69,6 +69,7 @@ struct MapState {
   QString HeaderBookmark;     // row key of the header row
   QString FontMissingAnswer;  // of this pass: "No" the question is not asked again, "Later" only in the next one
   QSet<QString> FontsAsked;   // entries whose missing font was asked for: once is enough
+  QSet<QByteArray> LeftFaulty;  // rows that cannot be drawn and that the user has left, by their fingerprints
   QString PicText;            // what is written on the window while a map is being loaded
 
   RegionSet EntryRegions;  // hit list and union of the last redraw
