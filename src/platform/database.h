@@ -57,7 +57,7 @@ class Recordset {
   bool HasField(QStringView name) const;
 
   // Values of the current row (of the edit buffer between Edit/AddNew and Update). The reference lasts until the next
-  // move. Null reads as "" or 0. A text in a number column reads by Val; error 13 for Integer of a non-number is not
+  // move. Null reads as "" or 0, and so does a number without bounds. A text in a number column reads by Val; error 13 for Integer of a non-number is not
   // raised: ask Raw for what is stored.
   const Value& Raw(int column) const;
   QString Text(int column) const;

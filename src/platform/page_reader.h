@@ -50,6 +50,8 @@ class PageReader {
   QByteArray content;
   const uchar* bytes = nullptr;
   qint64 realSize = 0;
+  // Bytes that may still be read of continuations: damaged ones can run in circles and be those of every row.
+  mutable qint64 continued = 0;
   int pageSize = 1024, usable = 1024, pageCount = 0;
 };
 
