@@ -4,6 +4,7 @@
 
 #include "edit/figure_edit.h"
 #include "hand/next_shape.h"
+#include "platform/for_now.h"
 #include "state/global_state.h"
 #include "state/map_state.h"
 #include "state/mdi_state.h"
@@ -56,9 +57,9 @@ class FigureTool final : public MapTool {
     shape.Top = box.top();
     shape.Width = std::max(1, box.width());
     shape.Height = std::max(1, box.height());
-    shape.Tag = QStringLiteral("Neu");
-    Store_Figure();
     shape.Tag = QStringLiteral("Old");
+    const ForNow tag(shape.Tag, QStringLiteral("Neu"));
+    Store_Figure();
   }
   OverPaint Paint_Over() const override {
     return pressed && dragged ? Dashed(Figure_Outline(Kind(), QRectF(Window_Box()))) : OverPaint();

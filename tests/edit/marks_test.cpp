@@ -1,5 +1,6 @@
 #include "edit/marks.h"
 
+#include "hand/group.h"
 #include "support/bulk_fixture.h"
 #include "view/redraw.h"
 
