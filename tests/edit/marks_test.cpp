@@ -1,7 +1,6 @@
 #include "edit/marks.h"
 
 #include "support/bulk_fixture.h"
-#include "view/redraw.h"
 
 namespace {
 

@@ -4,7 +4,6 @@
 #include "coordinates/conversions.h"
 #include "import/csv_import.h"
 #include "import/csv_place.h"
-#include "state/coordinate_state.h"
 #include "state/mdi_state.h"
 #include "support/nets.h"
 #include "support/refused_writes.h"

@@ -5,7 +5,6 @@
 #include <QWheelEvent>
 
 #include "state/events.h"
-#include "state/global_state.h"
 #include "view/view.h"
 #include "windows/window_fixture.h"
 
