@@ -1,4 +1,3 @@
-#include <QLabel>
 #include <QMdiSubWindow>
 #include <QPainter>
 #include <QScrollBar>
