@@ -2,7 +2,6 @@
 
 #include "hand/group.h"
 #include "support/bulk_fixture.h"
-#include "view/redraw.h"
 
 namespace {
 

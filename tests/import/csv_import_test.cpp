@@ -5,7 +5,6 @@
 #include "exchange/csv_export.h"
 #include "import/csv_import.h"
 #include "import/csv_place.h"
-#include "state/coordinate_state.h"
 #include "state/mdi_state.h"
 #include "support/nets.h"
 #include "support/refused_writes.h"

@@ -67,8 +67,7 @@ class ExtremeRows : public BulkTest {
 constexpr int kinds[] = {0, 1, 2, 3, 4, 5, 7, 11, -12, 15, 16, 17, 18, 20, 21, 22, 23, 24, 25, 40};
 
 TEST_F(ExtremeRows, NumbersBeyondEveryColumn) {
-  MessageScript script;
-  script.AllowAny(MsgAnswer::No);
+  MessageScript script(MsgAnswer::No);
   Write_Vertices("Flaeche1", {{10, 10}, {60, 10}, {60, 60}});
   Write_Vertices("Figur2", {{10, 10}, {60, 10}, {60, 60}});
   const QStringList values = {QString::number(least), QString::number(most), "-32768", "32767", "1e300", "-9e999"};
@@ -84,8 +83,7 @@ TEST_F(ExtremeRows, NumbersBeyondEveryColumn) {
 }
 
 TEST_F(ExtremeRows, TextsThatMeanNothing) {
-  MessageScript script;
-  script.AllowAny(MsgAnswer::No);
+  MessageScript script(MsgAnswer::No);
   Write_Vertices("Linie1", {{10, 10}, {60, 10}, {60, 60}});
   for (const int typ : kinds) {
     for (const char* schrift : {"'Arial-C9e9<-1e308'", "'F9<9e999'", "'F-1'", "'<<<---'", "'1e999'"})
@@ -112,8 +110,7 @@ TEST_F(ExtremeRows, VerticesBeyondTheMap) {
 
 // Each of these took seconds, and the largest font had no end.
 TEST_F(ExtremeRows, MegabytesAndHugeFonts) {
-  MessageScript script;
-  script.AllowAny(MsgAnswer::No);
+  MessageScript script(MsgAnswer::No);
   Write_Vertices("Flaeche1", {{10, 10}, {60, 10}, {60, 60}});
   const QString letters = "replace(hex(zeroblob(5000000)), '0', 'W')";
   for (const int typ : {0, 2, 4, 5, 11, 16, 17, 20})

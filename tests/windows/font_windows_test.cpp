@@ -1,7 +1,6 @@
 #include "edit/symbols.h"
 #include "hand/activation.h"
 #include "state/dialog_hooks.h"
-#include "store/entry.h"
 #include "windows/objects/frmSchrift.h"
 #include "windows/objects/frmSymbol.h"
 #include "windows/objects/frmTblSymb.h"

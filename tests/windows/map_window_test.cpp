@@ -1,11 +1,9 @@
-#include <QLabel>
 #include <QMdiSubWindow>
 #include <QPainter>
 #include <QScrollBar>
 #include <QWheelEvent>
 
 #include "state/events.h"
-#include "state/global_state.h"
 #include "view/view.h"
 #include "windows/window_fixture.h"
 

@@ -12,8 +12,6 @@
 #include "maps/toolbar_table.h"
 #include "platform/files.h"
 #include "state/events.h"
-#include "state/global_state.h"
-#include "store/entry.h"
 #include "windows/common/window_support.h"
 #include "windows/window_fixture.h"
 

@@ -1,5 +1,4 @@
 #include "state/events.h"
-#include "store/entry.h"
 #include "windows/canvas/dlgBMP.h"
 #include "windows/canvas/frmMoveObjects.h"
 #include "windows/window_fixture.h"

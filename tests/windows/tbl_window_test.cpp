@@ -8,7 +8,6 @@
 #include "hand/activation.h"
 #include "state/events.h"
 #include "state/table_state.h"
-#include "store/entry.h"
 #include "windows/store/tbl_window_model.h"
 #include "windows/window_fixture.h"
 
