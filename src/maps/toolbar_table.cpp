@@ -205,6 +205,7 @@ const std::vector<ToolRow>& Toolbar_Table() {
 
 std::vector<ToolButton> Toolbar_Now() {
   std::vector<ToolButton> buttons;
+  if (Toolbar1.Tag.isEmpty()) return buttons;  // the program has not started yet
   const bool norm = Toolbar1.Tag == QLatin1String("Norm");
   // A text that is still being typed has no row yet: it looks like the next one.
   RowLook typed;
