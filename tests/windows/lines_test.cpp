@@ -103,17 +103,14 @@ TEST_F(LinesWindowTest, TheCheckStopsAtEveryDisturbingVertex) {
   EXPECT_EQ(button->text(), QStringLiteral("Prüfen | "));
   EXPECT_EQ(table->currentIndex().row(), 1);
   EXPECT_EQ(Map.Circled, QPoint(300, 300));
-  button->click();
-  Settle();
+  Push(button);
   EXPECT_EQ(table->currentIndex().row(), 3);
-  button->click();
-  Settle();
+  Push(button);
   EXPECT_EQ(button->text(), QStringLiteral("Prüfen "));
   EXPECT_EQ(found->text(), QStringLiteral("Kein weiterer störender Polygoneckpunkt gefunden."));
   Write_Vertices("Figur1", {{100, 100}, {300, 100}, {300, 300}});
   events.TableChanged.Emit();
-  button->click();
-  Settle();
+  Push(button);
   EXPECT_EQ(found->text(), QStringLiteral("Kein störender Polygoneckpunkt gefunden."));
 }
 

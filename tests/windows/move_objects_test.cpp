@@ -79,8 +79,7 @@ TEST_F(MoveObjectsTest, TwoClicksOnTheMapShowTheDistance) {
   EXPECT_EQ(In<QLineEdit>("txtX")->text(), QStringLiteral("33,0"));
   // Closing in the middle of showing gives the mouse back to the map.
   In<QPushButton>("btnPoint")->click();
-  QTest::keyClick(dialog, Qt::Key_Escape);
-  Settle();
+  Key_On(dialog, Qt::Key_Escape);
   QTest::mouseClick(Canvas(), Qt::LeftButton, {}, {60, 58});
   EXPECT_FALSE(Map.InHand.isEmpty());
 }
