@@ -3,7 +3,6 @@
 #include "maps/map_close.h"
 #include "maps/map_grid.h"
 #include "maps/map_open.h"
-#include "platform/files.h"
 #include "platform/shell.h"
 #include "state/dialog_hooks.h"
 #include "state/events.h"

@@ -2,10 +2,6 @@
 
 #include <sys/stat.h>
 
-#include <QDir>
-#include <QFileInfo>
-#include <QtEndian>
-
 #include "maps/map_check.h"
 #include "maps/map_close.h"
 #include "maps/program_start.h"

@@ -1,7 +1,5 @@
 #include "printing/page_geometry.h"
 
-#include <gtest/gtest.h>
-
 namespace {
 
 // Room of 170 x 250 mm on a sheet, whatever the printer.

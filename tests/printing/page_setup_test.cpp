@@ -12,11 +12,7 @@
 #include "state/map_state.h"
 #include "state/mdi_state.h"
 #include "store/entry.h"
-#include "support/errors.h"
-#include "support/fixture.h"
 #include "view/redraw.h"
-
-using namespace Qt::StringLiterals;
 
 namespace {
 

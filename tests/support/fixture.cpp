@@ -40,6 +40,16 @@ void Reset_Services() {
 }
 }  // namespace
 
+QString FolderTest::Put(const QString& name, const QByteArray& content) const {
+  QFile file(Path(name));
+  QDir().mkpath(QFileInfo(file).path());
+  EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(content) == content.size()) << name.toStdString();
+  return file.fileName();
+}
+QStringList FolderTest::Names() const {
+  return QDir(folder.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+}
+
 void FluraxTest::SetUp() {
   ASSERT_TRUE(folder.isValid()) << folder.errorString().toStdString();
   Reset_Services();

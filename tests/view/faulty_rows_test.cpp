@@ -1,12 +1,8 @@
 #include "view/faulty_rows.h"
 
-#include "maps/map_open.h"
-#include "state/mdi_state.h"
 #include "state/table_state.h"
 #include "store/table_file.h"
-#include "store/vertex_table.h"
 #include "support/hand_fixture.h"
-#include "view/redraw.h"
 
 namespace {
 

@@ -2,7 +2,6 @@
 
 #include "maps/map_close.h"
 #include "plansquares/raster_rows.h"
-#include "platform/files.h"
 #include "platform/surface.h"
 #include "state/dialog_hooks.h"
 #include "state/table_state.h"

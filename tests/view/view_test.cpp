@@ -1,13 +1,10 @@
 #include "view/view.h"
 
-#include <cmath>
-
 #include "maps/map_close.h"
 #include "maps/map_open.h"
 #include "platform/surface.h"
 #include "state/events.h"
 #include "state/table_state.h"
-#include "support/fixture.h"
 #include "support/looks.h"
 #include "support/map_room.h"
 #include "view/reduce.h"
