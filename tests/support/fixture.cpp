@@ -13,8 +13,6 @@
 #include "store/entry.h"
 #include "tools/canvas.h"
 
-namespace {
-// The template is made once a run; every test gets a copy.
 const QByteArray& Template_Bytes() {
   static const QByteArray bytes = [] {
     const QTemporaryDir folder;
@@ -28,6 +26,7 @@ const QByteArray& Template_Bytes() {
   return bytes;
 }
 
+namespace {
 void Reset_Services() {
   File_Write_Fault = nullptr;
   Set_Message_Handler(nullptr);

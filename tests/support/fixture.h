@@ -72,6 +72,9 @@ class FolderTest : public ::testing::Test {
   QTemporaryDir folder;
 };
 
+// The empty table that every program folder holds as "MUSTER.MDB"; made once a run.
+const QByteArray& Template_Bytes();
+
 // Fresh state, a temporary folder, a program folder with the template in it.
 class FluraxTest : public FolderTest {
  protected:
