@@ -18,18 +18,16 @@ class EntryLookTest : public HandTest {
 }  // namespace
 
 TEST_F(EntryLookTest, FrameColourKeepsTheRestOfTheWord) {
-  struct Case {
-    int before, color, after;
-  };
   // Width, pattern, mode and sign stay; 0 cannot be negated; colours above 15 are overwritten whole.
-  const Case cases[] = {{0, 5, 5},      {-1, 12, -12},   {-5, 0, -100}, {216, 7, 207}, {-11315, 2, -11302},
-                        {399, 15, 315}, {-100, 0, -100}, {7, 16, 7},    {7, -1, 7},    {32767, 9, 32709}};
-  for (const Case& c : cases) {
+  const std::tuple<int, int, int> cases[] = {{0, 5, 5},           {-1, 12, -12},    {-5, 0, -100},   {216, 7, 207},
+                                             {-11315, 2, -11302}, {399, 15, 315},   {-100, 0, -100}, {7, 16, 7},
+                                             {7, -1, 7},          {32767, 9, 32709}};
+  for (const auto& [before, color, after] : cases) {
     EntryRow row = Text_Row(QStringLiteral("Reiher"), 50, 50);
-    row.RA = c.before;
+    row.RA = before;
     const QString bookmark = Take(row);
-    EXPECT_TRUE(Change_Rahmen(c.color));
-    EXPECT_EQ(Row(bookmark).RA, c.after) << c.before << " " << c.color;
+    EXPECT_TRUE(Change_Rahmen(color));
+    EXPECT_EQ(Row(bookmark).RA, after) << before << " " << color;
   }
   EXPECT_EQ(FrameWord::Parse(216).color, 0);
 }
