@@ -15,6 +15,23 @@ QRectF Square_Box(const ViewTransform& view, const EntryBox& box) {
 
 }  // namespace
 
+// The design stands behind its squares, at the end of most tables; a hidden one hides them all. Asked once a pass.
+int PlanPainter::Plan_Mode() {
+  if (planMode) return *planMode;
+  planMode = 0;
+  if (!rsEntries || rsEntries->RecordCount() < 2) return 0;
+  const KeepCurrentRow keep;
+  for (rsEntries->MoveLast(); rsEntries->Position() > 0; rsEntries->MovePrevious()) {
+    const EntryType type = Type_Here();
+    if (type.Kind() != EntryKind::PlanDesign) continue;
+    const std::optional<EntryRow> design = Read_Sound_Entry();
+    if (!design) continue;
+    planMode = static_cast<int>(Design_Of(*design).labels) * (type.hidden ? -1 : 1);
+    break;
+  }
+  return *planMode;
+}
+
 PlanPainter::PlanPainter(DrawPass& drawPass) : pass(drawPass) {
   if (!pass.onMap) return;
   Map.PlanLabels.clear();
@@ -24,11 +41,12 @@ PlanPainter::PlanPainter(DrawPass& drawPass) : pass(drawPass) {
 void PlanPainter::Note(const Recordset& rows, const PaintedRow& row, DrawCounts& counts) {
   const EntryRow entry = Read_Entry(rows);
   ++counts.planRows;
-  if (!row.type.hidden) ++counts.planShown;
+  if (row.type.mark == Mark::None) {
+    ++counts.planUnmarked;
+    if (!row.type.hidden) ++counts.planShown;
+  }
   if (row.type.Kind() == EntryKind::PlanDesign) {
-    const RasterDesign design = Design_Of(entry);
-    planMode = static_cast<int>(design.labels) * (row.type.hidden ? -1 : 1);
-    labels.Set_Design(design);
+    labels.Set_Design(Design_Of(entry));
     return;
   }
   Square square;
@@ -48,6 +66,8 @@ void PlanPainter::Note(const Recordset& rows, const PaintedRow& row, DrawCounts&
 }
 
 void PlanPainter::Draw(const Recordset& rows, const PaintedRow& row) {
+  // Marks keep a square from being hidden by the menu; it goes from sight with the others all the same.
+  if (Plan_Mode() < 0 && !row.type.hidden) return;
   EntryRow entry = Read_Entry(rows);
   const ViewTransform& view = pass.context.view;
   const QRectF box = Square_Box(view, entry_box(entry));
@@ -72,14 +92,14 @@ void PlanPainter::Draw(const Recordset& rows, const PaintedRow& row) {
 }
 
 void PlanPainter::Finish() {
-  labels.Print(pass.context);
+  if (Plan_Mode() >= 0) labels.Print(pass.context);
   if (pass.onMap) Add_Regions();
 }
 
 // A square that was hidden by itself keeps its place: it can be found there and shown again.
 void PlanPainter::Add_Regions() {
-  Map.PlanMode = planMode;
-  const bool active = Raster_Active() && planMode >= 0;
+  Map.PlanMode = Plan_Mode();
+  const bool active = Raster_Active() && Plan_Mode() >= 0;
   for (Square& square : squares) {
     const bool hidden = square.label.text.isEmpty();
     RegionSet* const regions = pass.context.regions;

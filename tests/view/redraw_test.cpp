@@ -231,6 +231,18 @@ TEST_F(Redraw, AMissingFontIsAskedForOnceAnEntry) {
     Map_Redraw();
     Map_Redraw();
   }
+  // Lines and areas of other programs have a fill there: their labels are in Arial, and nobody is asked.
+  for (const int typ : {4, 40})
+    for (const char* fill : {"F 1", "F-1", "F 8", "F-8", "F 3"}) {
+      row.Typ = typ;
+      row.Schrift = QLatin1String(fill);
+      add(1);
+    }
+  Map_Redraw();
+  EXPECT_EQ(opened.size(), 2);
+  rsEntries->MoveLast();
+  ASSERT_TRUE(Take_Entry(rsEntries->Bookmark()));
+  EXPECT_EQ(EntFont, QStringLiteral("Arial"));
 }
 
 TEST_F(Redraw, LightMixesTheScanWithWhiteButNotTheEntries) {
