@@ -31,3 +31,8 @@ bool Progress::Advance(int units) {
   lastShown = clock.elapsed();
   return !stopped;
 }
+
+void Progress::Say(const QString& step) {
+  title = title.section(QLatin1Char('\n'), 0, 0) + QLatin1Char('\n') + step;
+  if (face && lastShown >= 0) face->Say(step);
+}
