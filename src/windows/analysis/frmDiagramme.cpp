@@ -42,7 +42,10 @@ FrmDiagramme::FrmDiagramme(QWidget* parent)
   connect(ui->cmdHelp, &QPushButton::clicked, this, [this] { Show_Help(this, helpPage); });
   connect(ui->cmdClose, &QPushButton::clicked, this, &QDialog::reject);
   closedListener = events.MapClosed.Connect([this] { reject(); });
+  // Not every change of an entry is told as one of the table, but each is drawn.
   tableListener = events.TableChanged.Connect([this] { later->start(); });
+  redrawListener = events.AfterRedraw.Connect([this] { later->start(); });
+  resize(860, 620);
   Run_Guarded([this] { Read_Map(); });
   ui->cboArt->setFocus();
 }
@@ -50,6 +53,7 @@ FrmDiagramme::FrmDiagramme(QWidget* parent)
 FrmDiagramme::~FrmDiagramme() {
   events.MapClosed.Disconnect(closedListener);
   events.TableChanged.Disconnect(tableListener);
+  events.AfterRedraw.Disconnect(redrawListener);
 }
 
 void FrmDiagramme::Read_Map() {

@@ -30,7 +30,7 @@ class FrmDiagramme : public QDialog {
   QTimer* later;  // many changes in a row are one
   MapInput input;
   SpeciesMatrix matrix;
-  int closedListener = 0, tableListener = 0;
+  int closedListener = 0, tableListener = 0, redrawListener = 0;
 };
 
 // mnuDiagramme. One window is enough.

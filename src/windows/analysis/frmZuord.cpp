@@ -23,7 +23,9 @@ FrmZuord::FrmZuord(QWidget* parent)
   ui->setupUi(this);
   Prepare_Dialog(*this, helpPage);
   setWindowTitle(before);
-  ui->Label1->setMinimumHeight(2 * ui->Label1->fontMetrics().lineSpacing());
+  // Its longest line, and room for a second one: the window does not jump.
+  ui->Label1->setMinimumSize(ui->Label1->fontMetrics().horizontalAdvance(heading + u' '),
+                             2 * ui->Label1->fontMetrics().lineSpacing());
   ui->lblBar->setMinimumWidth(ui->lblBar->fontMetrics().horizontalAdvance(QString(barLength, u'I')));
   for (QCheckBox* box : {ui->chkSichtbar, ui->chkMarkiert, ui->chkAktivierbar, ui->chkUnsichtbar})
     connect(box, &QCheckBox::clicked, ui->optWahl, [this] {

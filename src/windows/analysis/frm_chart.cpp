@@ -29,22 +29,25 @@ QString Decimal(double value, const char* pattern) {
   return (value < 0 ? QStringLiteral("−") : QString()) + Format(std::abs(value), QLatin1String(pattern)).trimmed();
 }
 
-QChart* New_Chart(const QString& heading, const QString& figures) {
+// What does not fit into a line of the title would be cut: `figures` are lines.
+QChart* New_Chart(const QString& heading, const QStringList& figures) {
   auto* chart = new QChart;
-  chart->setTitle(QStringLiteral("<b>%1</b><br>%2").arg(Shown(heading), Shown(figures)));
+  QString title = QStringLiteral("<b>%1</b>").arg(Shown(heading));
+  for (const QString& line : figures) title += QStringLiteral("<br>") + Shown(line);
+  chart->setTitle(title);
   chart->legend()->hide();
   chart->setBackgroundRoundness(0);
   return chart;
 }
 
-// Whole numbers at round places, from 0 on.
+// Whole numbers at 1, 2, 5, 10, ..., not more than ten of them.
 QValueAxis* Count_Axis(const QString& title, double largest) {
   auto* axis = new QValueAxis;
   axis->setTitleText(title);
   axis->setLabelFormat(QStringLiteral("%d"));
-  double step = std::pow(10, std::floor(std::log10(std::max(1.0, largest))));
-  while (step > 1 && largest / step < 5) step = step / (std::fmod(std::log10(step), 1) == 0 ? 2 : 2.5);
-  step = std::max(1.0, std::ceil(step));
+  double step = 1;
+  constexpr double growth[] = {2, 2.5, 2};
+  for (size_t i = 0; largest / step > 10; ++i) step *= growth[i % 3];
   axis->setTickType(QValueAxis::TicksDynamic);
   axis->setTickInterval(step);
   axis->setRange(0, std::max(1.0, std::ceil(largest / step) * step));
@@ -77,31 +80,31 @@ void Add_Bars(QChart& chart, const std::vector<double>& values, const QStringLis
   series->attachAxis(counts);
 }
 
-QString Index_Text(const DiversityIndices& indices) {
-  QString text = QStringLiteral("N = %1, S = %2").arg(indices.individuals).arg(indices.species);
-  const auto add = [&text](const char* name, const std::optional<double>& value) {
-    if (value)
-      text += QStringLiteral(", ") + QString::fromUtf8(name) + QStringLiteral(" = ") + Decimal(*value, "0.000");
+QStringList Index_Texts(const DiversityIndices& indices) {
+  QStringList line;
+  const auto add = [&line](const char* name, const std::optional<double>& value) {
+    if (value) line += QStringLiteral("%1 = %2").arg(QString::fromUtf8(name), Decimal(*value, "0.000"));
   };
   add("H'", indices.shannon);
   add("Evenness", indices.evenness);
   add("Simpson 1-D", indices.simpson);
   add("Chao1", indices.chao1);
   add("Berger-Parker", indices.bergerParker);
-  return text;
+  return {QStringLiteral("N = %1 Individuen, S = %2 Arten").arg(indices.individuals).arg(indices.species),
+          line.join(QStringLiteral(", "))};
 }
 
-QString Pattern_Text(const NearestDistances& nearest, const QString& unit) {
+QStringList Pattern_Texts(const NearestDistances& nearest, const QString& unit) {
   double mean = 0;
   for (const double distance : nearest.distances) mean += distance;
   const auto count = static_cast<double>(nearest.distances.size());
-  QString text = QStringLiteral("M = %1 Einträge, mittlere Distanz = %2%3")
-                     .arg(QString::number(nearest.distances.size()), Decimal(mean / count, "### ##0.00"), unit);
-  if (!nearest.pattern) return text + QStringLiteral("; ohne Fläche kein Index");
-  return text + QStringLiteral(", erwartet = %1%2, R = %3, z = %4: %5")
-                    .arg(Decimal(nearest.pattern->expected, "### ##0.00"), unit,
-                         Decimal(nearest.pattern->index, "0.000"), Decimal(nearest.pattern->z, "0.00"),
-                         Pattern_Word(*nearest.pattern));
+  const char* length = "### ##0.00";
+  const QString first = QStringLiteral("M = %1 Einträge, mittlere Distanz = %2%3")
+                            .arg(QString::number(nearest.distances.size()), Decimal(mean / count, length), unit);
+  if (!nearest.pattern) return {first, QStringLiteral("ohne Fläche kein Index")};
+  return {first, QStringLiteral("erwartet = %1%2, R = %3, z = %4: %5")
+                     .arg(Decimal(nearest.pattern->expected, length), unit, Decimal(nearest.pattern->index, "0.000"),
+                          Decimal(nearest.pattern->z, "0.00"), Pattern_Word(*nearest.pattern))};
 }
 
 class ChartPage final : public PageSource {
@@ -126,8 +129,8 @@ class ChartPage final : public PageSource {
 
 QChart* Make_Rank_Chart(const std::vector<RankedSpecies>& ranked, const DiversityIndices& indices, const QString& of) {
   const QString heading = QStringLiteral("Rang-Abundanz: ") + of;
-  if (ranked.empty()) return New_Chart(heading, QStringLiteral("Es sind keine Einträge zugeordnet."));
-  QChart* chart = New_Chart(heading, Index_Text(indices));
+  if (ranked.empty()) return New_Chart(heading, {QStringLiteral("Es sind keine Einträge zugeordnet.")});
+  QChart* chart = New_Chart(heading, Index_Texts(indices));
   std::vector<double> values;
   QStringList labels;
   const bool named = ranked.size() <= mostNames;
@@ -146,10 +149,13 @@ QChart* Make_Accumulation_Chart(const AreaAccumulation& accumulation) {
   const QString heading = QStringLiteral("Artenzahl über den Flächen");
   const auto& collected = accumulation.species.collected;
   if (collected.empty())
-    return New_Chart(heading, QStringLiteral("Keiner Fläche oder Figur sind Einträge zugeordnet."));
-  QChart* chart = New_Chart(heading, QStringLiteral("%1 Arten auf %2 Flächen und Figuren mit zugeordneten Einträgen")
-                                         .arg(collected.back())
-                                         .arg(collected.size()));
+    return New_Chart(heading, {QStringLiteral("Keiner Fläche oder Figur sind Einträge zugeordnet.")});
+  QChart* chart = New_Chart(
+      heading, {QStringLiteral("%1 %2 auf %3 mit zugeordneten Einträgen")
+                    .arg(QString::number(collected.back()),
+                         collected.back() == 1 ? QStringLiteral("Art") : QStringLiteral("Arten"),
+                         collected.size() == 1 ? QStringLiteral("einer Fläche oder Figur")
+                                               : QStringLiteral("%1 Flächen und Figuren").arg(collected.size()))});
   auto* table = new QLineSeries;
   table->setName(QStringLiteral("in der Reihenfolge der Tabelle"));
   auto* expected = new QLineSeries;
@@ -179,8 +185,8 @@ QChart* Make_Accumulation_Chart(const AreaAccumulation& accumulation) {
 QChart* Make_Nearest_Chart(const NearestDistances& nearest, const QString& unit, const QString& of) {
   const QString heading = QStringLiteral("Abstand zum nächsten Nachbarn: ") + of;
   if (nearest.distances.empty())
-    return New_Chart(heading, QStringLiteral("Nachbarn gibt es erst von zwei Einträgen an."));
-  QChart* chart = New_Chart(heading, Pattern_Text(nearest, unit));
+    return New_Chart(heading, {QStringLiteral("Nachbarn gibt es erst von zwei Einträgen an.")});
+  QChart* chart = New_Chart(heading, Pattern_Texts(nearest, unit));
   const auto& [width, counts] = nearest.histogram;
   const char* pattern = width < 1 ? "0.00" : width < 10 ? "0.0" : "0";
   std::vector<double> values;
