@@ -70,12 +70,27 @@ struct Results {
   QStringList tooLarge;
 };
 
+// An area whose table of vertices is missing has no size. That is told; false if the user stops.
+bool Tell_Without_Outline(const MapInput& input, const Population& population) {
+  QStringList names;
+  for (const AreaPopulation& area : population.areas) {
+    const EntryRow& row = input.rows[static_cast<size_t>(area.row)];
+    if (input.vertices(row).empty()) names += EntryId::Parse(row.ID).name;
+  }
+  return names.isEmpty() ||
+         Message_Box(QStringLiteral("\nBei der Berechnung des Polygons ist ein Fehler aufgetreten.\nDie Eckpunkte "
+                                    "fehlen: ") +
+                         names.join(QStringLiteral(", ")),
+                     MsgButtons::OkCancel, MsgIcon::Warning,
+                     QStringLiteral("Fehler - Polygon berechnen")) == MsgAnswer::Ok;
+}
+
 // Both give false if the user stops.
 bool Add_Population(const MapInput& input, const PopOptions& options, Progress& steps, Results& results) {
   const int first = First_Area(input.rows);
   if (first < 0) return true;
   const auto population = Calc_Population_Values(input, first, [&] { return steps.Advance(); });
-  if (!population) return false;
+  if (!population || !Tell_Without_Outline(input, *population)) return false;
   results.tooLarge = population->tooLarge;
   auto sheet = Population_Sheet(input, *population, {options.diversity, [&](const AreaPopulation& area) {
                                                        return Go_On_With_One_Species(input, area);

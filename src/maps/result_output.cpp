@@ -72,6 +72,9 @@ bool Show_Report(const QString& path, const QString& text) {
 }
 
 bool Tell_Too_Large(const QStringList& texts, const QString& title) {
-  return texts.isEmpty() ||
-         Message_Box(analysis_texts::Too_Large(texts), MsgButtons::OkCancel, MsgIcon::Warning, title) == MsgAnswer::Ok;
+  if (texts.isEmpty()) return true;
+  constexpr qsizetype shown = 10;
+  QString text = analysis_texts::Too_Large(texts.mid(0, shown));
+  if (texts.size() > shown) text += QStringLiteral(" und %1 weitere").arg(texts.size() - shown);
+  return Message_Box(text, MsgButtons::OkCancel, MsgIcon::Warning, title) == MsgAnswer::Ok;
 }

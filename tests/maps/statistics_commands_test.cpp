@@ -44,9 +44,10 @@ class StatisticsCommands : public FluraxTest, public RowsOfTable {
   // Every text of a sheet that was written.
   QString Written(const QString& name) const {
     const Sheet sheet = Workbook(book).Read(name);
+    const int columns = sheet.ColumnCount();
     QStringList texts;
     for (int row = 1; row <= sheet.RowCount(); ++row)
-      for (int column = 1; column <= sheet.ColumnCount(); ++column) texts += sheet.Text(row, column);
+      for (int column = 1; column <= columns; ++column) texts += sheet.Text(row, column);
     return texts.join(u'|');
   }
 
@@ -129,6 +130,25 @@ TEST_F(StatisticsCommands, OneSpeciesAndLargeNumbersAreToldAndNothingIsLostByCan
   const MessageScript script({{"40000 Ameisen"}, {"Pfad nicht gefunden"}});
   Calc_Chosen_Population({.diversity = false});
   EXPECT_EQ(script.Seen()[1].title, "Fehler - Flächenstatistik");
+}
+
+TEST_F(StatisticsCommands, AreasWithoutVerticesAreToldAndNamesAreNoFormulas) {
+  Add_Area("Flaeche1");
+  Add_Area("Flaeche10");
+  for (const char* id : {"Flaeche1", "Flaeche3", "Flaeche10"}) Add_Text(QStringLiteral("Text>") + id, "=1+1");
+  for (const char* name : {"+x", "@y", "-z", "a\x01\x02z", "0 Nichts", "77", "&<b>"}) Add_Text("Text>Flaeche10", name);
+  Write_Vertices("Flaeche2", {{5, 5}});  // a point has no size, and nothing is wrong with it
+  for (const char* id : {"Flaeche2", "Flaeche3"}) Add({id, "Punkt", "Arial", 8, 0, 0, 0, 10, 10, 1, 1, 4});
+  With_Box("ein Fehler aufgetreten.\nDie Eckpunkte fehlen: Flaeche3", MsgAnswer::Cancel,
+           [] { Calc_Chosen_Population({}); });
+  EXPECT_EQ(Sheets(), QStringList());
+  const MessageScript script({{"fehlen: Flaeche3"}, {"Flaeche1: Von"}, {"Flaeche3: Von"}, written});
+  Calc_Chosen_Population({.from = SpeciesFrom::Groups});
+  EXPECT_TRUE(Written("Flächen").contains("zugeordnete Einträge:|8|")) << "Flaeche1 is not Flaeche10";
+  const Sheet matrix = Workbook(book).Read("Matrix");
+  EXPECT_EQ(Written("Matrix").count("=1+1"), 1);
+  for (int column = 1; column <= matrix.ColumnCount(); ++column)
+    EXPECT_NE(matrix.Text(3, column), "2") << "computed as a formula";
 }
 
 TEST_F(StatisticsCommands, ColoursComeFromThePictureAndThe501stEndsTheWork) {

@@ -22,8 +22,12 @@ namespace {
 const QColor barColor(46, 110, 60), lineColor(170, 60, 20);
 constexpr int mostNames = 45, mostUpright = 6;
 
-// Titles and labels are rich text.
-QString Shown(const QString& text) { return text.simplified().toHtmlEscaped(); }
+// Titles and labels are rich text, and no picture can hold control characters.
+QString Shown(QString text) {
+  for (QChar& c : text)
+    if (c.category() == QChar::Other_Control) c = u' ';
+  return text.simplified().toHtmlEscaped();
+}
 
 QString Decimal(double value, const char* pattern) {
   return (value < 0 ? QStringLiteral("−") : QString()) + Format(std::abs(value), QLatin1String(pattern)).trimmed();
@@ -215,6 +219,7 @@ QByteArray Chart_Svg(QGraphicsScene& scene, const QString& title) {
   QSvgGenerator generator;
   generator.setOutputDevice(&buffer);
   generator.setTitle(title);
+  generator.setResolution(96);
   const QSize size = scene.sceneRect().size().toSize();
   generator.setSize(size);
   generator.setViewBox(QRect(QPoint(), size));
