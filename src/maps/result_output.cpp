@@ -44,8 +44,9 @@ bool Tell_Result_Error(const QString& title, const std::function<void()>& work) 
 }
 
 bool Write_Result(const std::vector<Sheet>& sheets, std::unique_ptr<Progress> steps) {
-  if (steps) steps->Say(QStringLiteral("Arbeitsmappe sichern."));
-  const auto book = Write_Result_Sheets(TableFile, sheets, Ask_Again);
+  const auto book = Write_Result_Sheets(TableFile, sheets, Ask_Again, [&steps](const QString& step) {
+    if (steps) steps->Say(step);
+  });
   steps.reset();
   if (!book) return false;
   const auto answer = Message_Box(Where_They_Are(sheets, *book), MsgButtons::YesNo, MsgIcon::Question,

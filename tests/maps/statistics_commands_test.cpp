@@ -132,6 +132,28 @@ TEST_F(StatisticsCommands, OneSpeciesAndLargeNumbersAreToldAndNothingIsLostByCan
   EXPECT_EQ(script.Seen()[1].title, "Fehler - Flächenstatistik");
 }
 
+// Hears of the steps of long work.
+struct StepsHeard : ProgressFace {
+  explicit StepsHeard(QStringList& list) : heard(list) {}
+  void Show(const QString& title, int) override { heard += title; }
+  bool Step(int) override { return true; }
+  void Say(const QString& step) override { heard += step; }
+  int Delay() const override { return 0; }
+  QStringList& heard;
+};
+
+TEST_F(StatisticsCommands, LongWorkNamesItsSteps) {
+  Add_Area("Flaeche1");
+  Add_Text("Text>Flaeche1", "Amsel");
+  QStringList steps;
+  const ProgressMaker former = Set_Progress_Maker([&steps] { return std::make_unique<StepsHeard>(steps); });
+  const MessageScript script({written});
+  Calc_Chosen_Population({.from = SpeciesFrom::Groups, .diversity = false});
+  Set_Progress_Maker(former);
+  EXPECT_EQ(steps, QStringList({"Flächenstatistik\nFlächen werden berechnet.", "Arten werden gezählt.",
+                                "Arbeitsmappe öffnen", "Arbeitsmappe sichern."}));
+}
+
 TEST_F(StatisticsCommands, AreasWithoutVerticesAreToldAndNamesAreNoFormulas) {
   Add_Area("Flaeche1");
   Add_Area("Flaeche10");

@@ -1,3 +1,5 @@
+#include <QBarSeries>
+#include <QBarSet>
 #include <QChart>
 #include <QChartView>
 #include <QClipboard>
@@ -19,6 +21,7 @@
 #include "windows/analysis/frmNachbar.h"
 #include "windows/analysis/frmPopOptions.h"
 #include "windows/analysis/frmZuord.h"
+#include "windows/analysis/frm_chart.h"
 #include "windows/maps/frmNotePad.h"
 #include "windows/window_fixture.h"
 #include "workbook/workbook.h"
@@ -64,13 +67,15 @@ TEST_F(StatisticsWindows, DistancesFollowTheClicksOnEntries) {
   Add_Text("Text", "Amsel", {100, 100});
   Add_Text("Text", "Igel", {300, 40}, {148, 155});
   Add({"Figur1", "Haus", "0", 10, 0, 15, 1, 80, 300, 136, 8, 20});
+  Write_Vertices("Flaeche1", {{400, 200}, {500, 200}, {500, 300}, {400, 300}});
+  Add({"Flaeche1", "Wiese", "Arial", 8, 0, 0, 0, 560, 10, 1, 1, 4});
   Map_Redraw();
   events.StateChanged.Emit();
   Choose(QStringLiteral("mnuDistPoly"));
   auto* distances = &Shown<FrmDistanz>();
   EXPECT_TRUE(Is_Checked(*distances, "optPolygon"));
   EXPECT_EQ(Canvas()->cursor().shape(), Qt::CrossCursor);
-  Click({500, 300});  // nothing there
+  Click({550, 350});  // nothing there
   EXPECT_TRUE(Text_In(*distances, "lblPrompt").startsWith("Mauscursor auf einen Eintrag"));
   Click({105, 106});
   Click({108, 108});  // the same entry
@@ -92,6 +97,12 @@ TEST_F(StatisticsWindows, DistancesFollowTheClicksOnEntries) {
   EXPECT_EQ(Figures(*distances).mid(0, 3), QStringList({"298,00 m", "1", "298,00 m"})) << "the last two are left";
   Click({105, 106});
   EXPECT_EQ(Text_In(*distances, "lblDist"), "419,14 m");
+
+  Click({420, 220});
+  const QStringList toArea = Figures(*distances);
+  EXPECT_NE(toArea[0], "419,14 m") << "an area counts where it is clicked";
+  Click({480, 280});
+  EXPECT_EQ(Figures(*distances), toArea) << "the same area once more";
 
   const QPointer<FrmDistanz> open = distances;
   Toggle_Text_Tool();  // somebody else takes the mouse
@@ -191,6 +202,21 @@ TEST_F(StatisticsWindows, NeighboursAreReportedAndTheReducedNumberIsShown) {
   });
   Choose(QStringLiteral("mnuNachbar"));
   EXPECT_TRUE(Shown<FrmNotePad>().Text().startsWith("Distanz zu den 2 naechstgelegenen Eintraegen."));
+}
+
+// Of very many species the first ones are drawn, and it is said.
+TEST_F(StatisticsWindows, ThousandsOfSpeciesStayReadable) {
+  std::vector<RankedSpecies> ranked(5000, {"Art", 1});
+  const std::unique_ptr<QChart> all(Make_Rank_Chart(ranked, {}, "Karte"));
+  const auto bars = [](const QChart& chart) {
+    return static_cast<const QBarSeries*>(chart.series().constFirst())->barSets().constFirst()->count();
+  };
+  EXPECT_EQ(bars(*all), 200);
+  EXPECT_TRUE(all->title().contains("die 200 häufigsten")) << all->title();
+  ranked.resize(200);
+  const std::unique_ptr<QChart> few(Make_Rank_Chart(ranked, {}, "Karte"));
+  EXPECT_EQ(bars(*few), 200);
+  EXPECT_FALSE(few->title().contains("häufigsten"));
 }
 
 TEST_F(StatisticsWindows, DiagramsFollowTheTableAndCanBeTakenAway) {

@@ -20,7 +20,8 @@
 namespace {
 
 const QColor barColor(46, 110, 60), lineColor(170, 60, 20);
-constexpr int mostNames = 45, mostUpright = 6;
+constexpr size_t mostBars = 200, mostNames = 45;
+constexpr int mostUpright = 6;
 
 // Titles and labels are rich text, and no picture can hold control characters.
 QString Shown(QString text) {
@@ -134,15 +135,18 @@ class ChartPage final : public PageSource {
 QChart* Make_Rank_Chart(const std::vector<RankedSpecies>& ranked, const DiversityIndices& indices, const QString& of) {
   const QString heading = QStringLiteral("Rang-Abundanz: ") + of;
   if (ranked.empty()) return New_Chart(heading, {QStringLiteral("Es sind keine Einträge zugeordnet.")});
-  QChart* chart = New_Chart(heading, Index_Texts(indices));
+  QStringList figures = Index_Texts(indices);
+  const size_t bars = std::min(ranked.size(), mostBars);
+  if (bars < ranked.size()) figures += QStringLiteral("Gezeigt sind die %1 häufigsten.").arg(bars);
+  QChart* chart = New_Chart(heading, figures);
   std::vector<double> values;
   QStringList labels;
-  const bool named = ranked.size() <= mostNames;
-  for (const auto& [name, count] : ranked) {
-    values.push_back(static_cast<double>(count));
-    const QString rank = QString::number(values.size());
+  const bool named = bars <= mostNames;
+  for (size_t i = 0; i < bars; ++i) {
+    values.push_back(static_cast<double>(ranked[i].count));
+    const QString rank = QString::number(i + 1);
     // Labels name the bars: two that are alike would be one.
-    labels += named ? rank + QStringLiteral(". ") + Shown(name) : rank;
+    labels += named ? rank + QStringLiteral(". ") + Shown(ranked[i].name) : rank;
   }
   Add_Bars(*chart, values, labels, named ? QStringLiteral("Art") : QStringLiteral("Rang der Art"),
            QStringLiteral("Individuen"));
