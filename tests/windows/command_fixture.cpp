@@ -17,6 +17,7 @@
 #include "store/settings.h"
 #include "support/errors.h"
 #include "view/view.h"
+#include "windows/analysis/frmDistanz.h"
 #include "windows/canvas/map_window_controls.h"
 #include "windows/common/help_window.h"
 #include "windows/desktop/clipboard.h"
@@ -45,6 +46,9 @@ QString Window_Name(const QWidget& shown) {
   if (const auto* help = qobject_cast<const HelpWindow*>(&shown)) name += u' ' + help->Page();
   if (const auto* raster = qobject_cast<const FrmRaster*>(&shown))
     name += u' ' + raster->findChild<QComboBox*>("cmbSize")->currentText();
+  if (qobject_cast<const FrmDistanz*>(&shown))
+    for (const auto* mode : shown.findChildren<QRadioButton*>())
+      if (mode->isChecked()) name += u' ' + mode->text().remove(u'&');
   return name;
 }
 

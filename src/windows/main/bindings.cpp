@@ -7,6 +7,7 @@
 
 #include "state/mdi_state.h"
 #include "view/view.h"
+#include "windows/analysis/bind_analysis.h"
 #include "windows/canvas/bind_canvas.h"
 #include "windows/common/bind_window.h"
 #include "windows/common/frm_dialogs.h"
@@ -60,5 +61,6 @@ void Bind_All_Windows(QMainWindow& window) {
   Bind_Store_Windows(&window);
   Bind_Raster_Windows(&window);
   Bind_Print_Windows(&window);
+  Bind_Analysis_Windows(&window);
   Bind_Window("mnuImportCSV", &window, Show_frmCSVImport);
 }
