@@ -9,6 +9,7 @@
 #include "platform/text.h"
 #include "state/events.h"
 #include "state/map_state.h"
+#include "state/task_line.h"
 #include "store/entry_edit.h"
 #include "store/table_file.h"
 
@@ -184,5 +185,7 @@ void Group_Marked() {
   });
   for (const RowChange& change : changes)
     if (!Id_Fits(change.after.ID)) return;
-  Write_Changes(changes, QStringLiteral("Gruppe"), QStringLiteral("Rückgängig: Gruppieren"));
+  if (Write_Changes(changes, QStringLiteral("Gruppe"), QStringLiteral("Rückgängig: Gruppieren")) == 0) return;
+  Tell_Done(dissolve ? QStringLiteral("Die Gruppe ist aufgelöst.")
+                     : QStringLiteral("Gruppiert: ") + Entries_Text(std::ssize(changes)));
 }

@@ -1,3 +1,4 @@
+#include "edit/blanks.h"
 #include "edit/table_edit.h"
 #include "import/csv_import.h"
 #include "maps/command_rows.h"
@@ -5,6 +6,7 @@
 #include "printing/table_print.h"
 #include "state/global_state.h"
 #include "state/mdi_state.h"
+#include "state/task_line.h"
 #include "store/table_file.h"
 
 namespace {
@@ -16,6 +18,12 @@ Procedure Replacing(Work work) {
     work();
     Table_Replaced();
   };
+}
+
+void Repair_And_Tell() {
+  const QString told = Repair_Table();
+  Table_Replaced();
+  if (!told.isEmpty()) Tell_Done(told);
 }
 
 void Load_Overlay(const CommandCall& call) {
@@ -63,10 +71,12 @@ std::vector<Command> Window_Rows() {
        "Eine Spalte der Tabelle nicht mehr zeigen", opensWindow},
       {"mnuSpaltShow", "alle Spalten &zeigen", {}, {}, Needs::OpenMap, Hand::StoreText, {},
        "Die verborgenen Spalten wieder zeigen", opensWindow},
+      {"mnuSpaceDel", "Leer&zeichen entfernen", {}, {}, Needs::Entries, Hand::Free, "Leerzeichen entfernen",
+       "Leerzeichen aus den Texten der Einträge nehmen", Do(Remove_Blanks)},
       {"mnuTabComp", "Tabelle &komprimieren", {}, {}, Needs::Entries, Hand::Free, {},
        "Die Datei der Tabelle verkleinern", Replacing(Compress_Table)},
       {"mnuTabRep", "Tabelle &reparieren", {}, {}, Needs::OpenMap, Hand::Free, {},
-       "Eine beschädigte Tabelle wieder lesbar machen", Replacing(Repair_Table)},
+       "Eine beschädigte Tabelle wieder lesbar machen", Do(Repair_And_Tell)},
       {"mnuTblPrint", "Tabelle &drucken", "print", {}, Needs::OpenMap, Hand::Free, {}, "Die Zeilen der Tabelle drucken",
        Do(Print_Table)},
   };

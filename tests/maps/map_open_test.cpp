@@ -126,6 +126,22 @@ TEST_F(MapOpen, AStaleMarkerIsToldAfterTheMapStands) {
   EXPECT_FALSE(File_Exists(Path("Karte.map")));
 }
 
+TEST_F(MapOpen, WithoutAPrinterTheMapIsShownAllTheSame) {
+  const QString map = Make_Map();
+  {
+    const MessageScript script("Es gibt ein Problem mit dem Drucker.\nEntweder ist der Drucker nicht angeschlossen");
+    bool failing = true;
+    const int once = events.BackgroundText.Connect([&failing](const QString& text) {
+      if (text.isEmpty() && std::exchange(failing, false)) Raise(errors::printer);
+    });
+    Open_Map(map);
+    events.BackgroundText.Disconnect(once);
+  }
+  EXPECT_TRUE(frmMDI.MapOpen);
+  EXPECT_TRUE(Map.Visible);
+  EXPECT_FALSE(File_Exists(Path("Karte.map")));
+}
+
 TEST_F(MapOpen, ResolutionIsReadAndADistortedScanIsTold) {
   const QString map = Make_Map();
   struct Case {

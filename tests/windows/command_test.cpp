@@ -19,6 +19,7 @@ class Commands : public CommandTest {
     if (key == "mnuSpaltShow") Tbl.HiddenColumns << "Finder";
     if (key == "mnuReset" || key == "mnuTableRe")
       Append_Entry({"Text", "Neu", "Arial", 10, 0, 14, -1, 10, 10, 0, 0, 0});
+    if (key == "mnuSpaceDel") Append_Entry({"Text", " Roter Milan", "Arial", 10, 0, 14, -1, 10, 10, 0, 0, 0});
     if (key == "mnuWEinpass" || key == "MapButton") Table_On_Off("Off");
     if (key == "mnuTextSave")
       window->findChild<FrmNotePad*>()->findChild<QPlainTextEdit*>("Text1")->insertPlainText("Neues");
@@ -62,6 +63,7 @@ const Expected expected[] = {
     {"mnuBildHell", "", "hell=an"},
     {"mnuBildDunkel", "", "hell=aus"},
     {"mnuWEinpass", "", "Karte maximiert=aus"},
+    {"mnuWindow", "", "vorn=Map"},
     {"mnuBlattschnitt", "", "FrmSeiten 'Druckvorschau'"},
     {"mnuRand", "", "FrmRand 'Seitenränder'"},
     {"mnuDruckpfad", "", "FrmDruckpfad 'Druckpfad'"},
@@ -84,24 +86,24 @@ const Expected expected[] = {
     {"mnuOverlay", "", "Tabelle geladen; Rückgängig=Rückgängig: Einträge laden"},
     {"mnuImportCSV", "", "FrmCSVImport 'CSV-Tabelle Import:'"},
     {"mnuImportXL", "", "Frage 'Import|Bitte speichern Sie die Tabelle,'"},
-    {"mnuDBGridOn", "", "Karte maximiert=an; Tabelle=aus"},
+    {"mnuDBGridOn", "", "Karte maximiert=an; Tabelle=aus; vorn=Map"},
     {"mnuSpaltAppend", "", "FrmSpalteApp 'Spalte hinzufügen'"},
     {"mnuSpaltDelete", "", "FrmSpalteDel 'Spalte in der Tabelle löschen'"},
     {"mnuSpaltHide", "", "FrmSpltHide 'Tabellenspalte verbergen'"},
     {"mnuSpaltShow", "", "Spalten verborgen=0"},
     {"mnuTabComp", "", "Frage 'Tabelle komprimieren'; Tabelle geladen"},
-    {"mnuTabRep", "", "Tabelle geladen"},
+    {"mnuTabRep", "", "Tabelle geladen; Status=Tabelle geprüft und in Ordnung*"},
     {"mnuTblPrint", "", "Drucken 'Tabelle drucken'"},
     {"mnuTextNew", "", "Notizen=Notiz.txt Notiz 2 "},
     {"mnuTextOpen", "", "Datei 'Text öffnen'"},
     {"mnuTextSave", "", "Notiz=Neues; Notizen=Notiz.txt "},
     {"mnuResultSaveAs", "", "Datei 'Text speichern unter'"},
     {"mnuPrintTxt", "", "Drucken 'Notiz.txt'"},
-    {"mnuTextFind", "", "Eingabe 'Suchen nach:'"},
+    {"mnuTextFind", "", "Eingabe 'Geben Sie den Suchtext ein:'"},
     {"mnuTextCut", "", "Ablage=Text der Notiz; Notizen=Notiz.txt * ; Text der Notiz="},
     {"mnuTextCopy", "", "Ablage=Text der Notiz"},
     {"mnuTextPaste", "", "Notizen=Notiz.txt * ; Text der Notiz=Ablage"},
-    {"mnuRecentFile", "", "Notizen=Notiz.txt ; Text der Notiz=Text der Notiz"},
+    {"mnuRecentFile", "", "Notizen=Notiz.txt ; Text der Notiz=Text der Notiz; vorn=frmNotePad"},
     {"mnuOverView", "", "Notizen=Notiz.txt OverView.inf "},
     {"mnuKataster", "", "Frage 'Arbeitsmappe gesichert|Das Blatt \"Kataster\" steht in der Arbeitsmappe:'; *"},
     {"mnuLaengeTxt", "", "Notizen=Notiz.txt Linien.stk "},
@@ -113,16 +115,21 @@ const Expected expected[] = {
     {"mnuReplace", "", "FrmReplace 'Karteneintrag suchen und ersetzen'"},
     {"mnuPropTransfer", "", "FrmPropTransfer 'Eigenschaften übertragen'"},
     {"mnuSql", "", "FrmSql 'SQL-Abfrage'"},
+    {"mnuSpaceDel", "",
+     "Frage 'Leerzeichen entfernen|Sollen aus den Texten aller Einträge sämtliche Leerzeichen entfernt werden,'; "
+     "Tabelle geladen; - Roter Milan; +RoterMilan; Rückgängig=Rückgängig: Leerzeichen entfernen; Status=Leerzeichen entfernt: 1 Eintrag"},
     {"mnuObjVisX", "", "*Biber.Typ=-101; Stall.Typ=-120; Turm.Typ=-220; Rückgängig=Rückgängig: Sichtbarkeit ändern"},
     {"mnuObjVisAll", "", "*Geist.Typ=1; Rückgängig=Rückgängig: Sichtbarkeit ändern"},
     {"mnuObjActX", "",
-     "*Biber.ID=-Text; Stall.ID=-Figur3>Linie1; Turm.ID=-Figur4; Rückgängig=Rückgängig: Aktivität ändern"},
-    {"mnuObjActAll", "", "*Stein.ID=Text; Rückgängig=Rückgängig: Aktivität ändern"},
+     "*Biber.ID=-Text; Stall.ID=-Figur3>Linie1; Turm.ID=-Figur4; Rückgängig=Rückgängig: Aktivität ändern; "
+     "Status=De-aktiviert: 3 Einträge"},
+    {"mnuObjActAll", "", "*Stein.ID=Text; Rückgängig=Rückgängig: Aktivität ändern; Status=Aktiviert: 1 Eintrag"},
     {"mnuUnmark", "", "Biber.Typ=0; Stall.Typ=20; Turm.Typ=20"},
     {"mnuMarkDel", "",
      "Frage 'Markierte löschen|Sollen die 3 markierten Einträge gelöscht werden?'; Tabelle geladen; -Biber; "
      "-Stall; -Turm; Rückgängig=Rückgängig: Markierte löschen"},
-    {"mnuGroup", "", "*Biber.ID=Text<1; Stall.ID=Figur3>Linie1<1; Turm.ID=Figur4<1; Rückgängig=Rückgängig: Gruppieren"},
+    {"mnuGroup", "", "*Biber.ID=Text<1; Stall.ID=Figur3>Linie1<1; Turm.ID=Figur4<1; Rückgängig=Rückgängig: Gruppieren; "
+     "Status=Gruppiert: 3 Einträge"},
     {"mnuJustLinks", "", "*Biber.Xmap=250; Stall.Xmap=250; Rückgängig=Rückgängig: Justieren"},
     {"mnuJustRechts", "", "*Biber.Xmap=238; Stall.Xmap=230; Rückgängig=Rückgängig: Justieren"},
     {"mnuJustOben", "", "*Biber.Ymap=310; Stall.Ymap=310; Rückgängig=Rückgängig: Justieren"},
@@ -151,7 +158,7 @@ const Expected expected[] = {
     {"mnuFigur", "Haus", "FrmFigur 'Figur'"},
     {"mnuEigenschaften", "Haus", "FrmEigenschaften 'Eigenschaften'"},
     {"mnuFigKorr", "Zaun", "FrmFlKord 'Figur2 Korrektur'"},
-    {"mnuFlTemplateSave", "Moor", "Vorlage=FL: Flaeche1|VG=0|HG=14|RA=-101|TX=1|SB=1|"},
+    {"mnuFlTemplateSave", "Moor", "Status=Flächenvorlage gesichert: Flaeche1; Vorlage=FL: Flaeche1|VG=0|HG=14|RA=-101|TX=1|SB=1|"},
     {"mnuFlTemplateGet", "Moor", "Moor.VG=3; Moor.RA=2; Moor.Xline=6; Moor.Yline=4"},
     {"mnuPicSize", "Bild", "DlgBMP 'Bildgröße'"},
     {"mnuFootDel", "Otter", "Frage 'Fußpunkt|Fußpunkt für den Text: Otter entfernen?'; Otter.Xline=0; Otter.Yline=0"},
@@ -181,7 +188,8 @@ const Expected expected[] = {
     {"mnuGridXYInput", "", "FrmGPSData 'UTM - Koordinateneingabe'"},
     {"mnuRasterErstellen", "", "FrmRaster 'Raster-  oder Planquadrate erstellen' Größe"},
     {"mnuRasterBearbeiten", "", "FrmRaster 'Raster-  oder Planquadrate erstellen' 50"},
-    {"mnuRasterEinblenden", "", "50.Typ=-17; A-1.Typ=-16; B-1.Typ=-16"},
+    {"mnuRasterEinblenden", "",
+     "Tabelle geladen; 50.Typ=-17; A-1.Typ=-16; B-1.Typ=-16; Rückgängig=Rückgängig: Planquadrat ändern"},
     {"mnuRasterAktiv", "", "Raster aktiv=aus"},
     {"mnuRasterDelete", "", "*-50; -A-1; -B-1; Raster aktiv=aus; Rückgängig=Rückgängig: Planquadrate löschen"},
     {"Ok", "Otter", "Hand="},

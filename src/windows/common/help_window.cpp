@@ -14,6 +14,7 @@
 #include "platform/files.h"
 #include "store/file_names.h"
 #include "windows/common/frm_dialogs.h"
+#include "windows/common/tool_place.h"
 
 namespace {
 
@@ -100,7 +101,8 @@ void Show_Help(QWidget* parent, const QString& page) {
     // No parent: it stays usable beside a dialog and behind other windows.
     theWindow = new HelpWindow;
     QObject::connect(qApp, &QCoreApplication::aboutToQuit, theWindow, [] { delete theWindow.data(); });
-    if (parent) theWindow->move(parent->mapToGlobal(QPoint(40, 40)));
+    const QWidget* caller = parent ? parent->window() : nullptr;
+    Place_Beside(*theWindow, caller ? caller->frameGeometry() : QRect(QCursor::pos(), QSize(1, 1)));
   }
   theWindow->Show_Page(page);
   theWindow->show();

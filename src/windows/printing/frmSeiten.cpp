@@ -24,7 +24,7 @@ FrmSeiten::FrmSeiten(QWidget* parent)
   setWindowFlag(Qt::WindowMaximizeButtonHint);
   for (QLineEdit* box : {ui->txtFaktor, ui->txtBreite, ui->txtHoehe, ui->txtFtSize}) {
     box->setAlignment(Qt::AlignRight);
-    box->setMaximumWidth(90);
+    Give_Room(*box, QStringLiteral("000,0000"));
   }
   Kill_Quietly(ProgramFolder + QStringLiteral("/Temp.bmp"));  // of former versions
   try {
