@@ -3,6 +3,7 @@
 #include "import/csv_import.h"
 #include "maps/command_rows.h"
 #include "maps/map_open.h"
+#include "maps/recent_lists.h"
 #include "printing/table_print.h"
 #include "state/global_state.h"
 #include "state/mdi_state.h"
@@ -29,7 +30,7 @@ void Repair_And_Tell() {
 void Load_Overlay(const CommandCall& call) {
   const QString path = Menu(QStringLiteral("mnuOverlay"), call.line).Tag;
   // The line of the open table itself only tells its name.
-  if (path.isEmpty() || path == TableFile) return;
+  if (path.isEmpty() || path == TableFile || !Recent_Is_There(path, 2)) return;
   Load_Other_Table(path);
   Table_Replaced();
 }

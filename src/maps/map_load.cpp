@@ -180,7 +180,9 @@ void Report(const Error& error, OpenMarker& marker) {
 }
 
 void Open_Steps(const QString& path, OpenMarker& marker) {
-  const QString found = Find_File(Clean_Path(path));
+  QString found = Find_File(Clean_Path(path));
+  // Whoever writes beside the map need not know what the working folder was.
+  if (!found.isEmpty()) found = QFileInfo(found).absoluteFilePath();
   Check_Map_File(found.isEmpty() ? path : found);
   if (found.isEmpty()) Raise(errors::fileNotFound, Error_Text(errors::fileNotFound) + QLatin1Char('\n') + path);
   Begin_Marker(marker, found);

@@ -9,6 +9,7 @@
 #include "maps/map_load.h"
 #include "maps/map_open_texts.h"
 #include "maps/menu_state.h"
+#include "maps/recent_lists.h"
 #include "platform/file_dialog.h"
 #include "platform/files.h"
 #include "platform/message_box.h"
@@ -23,9 +24,9 @@
 namespace {
 
 // What is gone cannot be opened: for that no open map is closed.
-bool Tell_Missing(const QString& path, const QString& also = {}) {
+bool Is_Missing(const QString& path) {
   if (File_Exists(Clean_Path(path))) return false;
-  Message_Box(QStringLiteral("Diese Karte wurde nicht gefunden:\n") + path + also, MsgButtons::Ok, MsgIcon::Information,
+  Message_Box(QStringLiteral("Diese Karte wurde nicht gefunden:\n") + path, MsgButtons::Ok, MsgIcon::Information,
               map_texts::openTitle);
   return true;
 }
@@ -34,7 +35,7 @@ bool Tell_Missing(const QString& path, const QString& also = {}) {
 
 bool Open_Map(const QString& path) {
   if (frmMDI.MapOpen) {
-    if (Tell_Missing(path)) return false;
+    if (Is_Missing(path)) return false;
     if (!Leave_Hand() || !Save_Table(SaveStep::AtMapChange)) return false;
     Close_Map();
   }
@@ -68,13 +69,7 @@ void Choose_Map() {
 
 void Open_Recent_Map(int index) {
   const QString path = Menu(QStringLiteral("mnuMapFile"), index).Tag;
-  if (path.isEmpty()) return;
-  if (!Tell_Missing(path, QStringLiteral("\n\nSie wird aus der Liste der zuletzt geöffneten Karten genommen."))) {
-    Open_User_Map(path);
-    return;
-  }
-  Delete_From_Log(path);
-  Read_Log(1);
+  if (!path.isEmpty() && Recent_Is_There(path, 1)) Open_User_Map(path);
 }
 
 bool Reload_Map() {

@@ -70,6 +70,16 @@ TEST_F(MapOpen, WhatCannotBeOpenedIsToldAndLeavesNothing) {
   EXPECT_TRUE(Find_Files(folder.path(), "*.mdb").isEmpty());
 }
 
+TEST_F(MapOpen, ARelativePathIsMadeWhole) {
+  const QString map = Make_Map(), before = QDir::currentPath();
+  QDir::setCurrent(folder.path());
+  Open_Map("./Karte.bmp");
+  QDir::setCurrent(before);
+  EXPECT_EQ(QFileInfo(MapFile).canonicalFilePath(), QFileInfo(map).canonicalFilePath());
+  EXPECT_TRUE(QFileInfo(TableFile).isAbsolute()) << TableFile;
+  EXPECT_TRUE(File_Exists(TableFile)) << TableFile;
+}
+
 TEST_F(MapOpen, WhatIsNoFileIsRefusedBeforeItIsTouched) {
   ASSERT_EQ(::mkfifo(Path("Leitung.bmp").toUtf8().constData(), 0600), 0);
   ASSERT_TRUE(QFile::link("/dev/zero", Path("Geraet.bmp")));

@@ -8,6 +8,7 @@
 #include "maps/commands.h"
 #include "state/dialog_hooks.h"
 #include "state/table_state.h"
+#include "store/map_log.h"
 #include "support/rows.h"
 #include "view/view.h"
 #include "windows/canvas/frmMass.h"
@@ -247,12 +248,22 @@ TEST_F(UserWays, AMapThatIsGoneLeavesTheListAndNothingElse) {
   ASSERT_EQ(Menu("mnuMapFile", 2).Tag, gone);
   ASSERT_TRUE(QFile::remove(gone));
   {
-    const MessageScript messages("Diese Karte wurde nicht gefunden:");
+    const MessageScript messages("Diese Datei wurde nicht gefunden:");
     Choose("mnuMapFile", 2);
   }
   EXPECT_EQ(MapFile, open);
   EXPECT_TRUE(frmMDI.MapOpen);
   EXPECT_NE(Menu("mnuMapFile", 2).Tag, gone);
+  for (const auto& [list, name] : {std::pair("mnuRecentFile", "Notiz.txt"), std::pair("mnuOverlay", "ANDERE.MDB")}) {
+    Write_Log(Path(name), QLatin1String(list) == "mnuOverlay" ? 2 : 3);
+    Read_Log(2);
+    Read_Log(3);
+    ASSERT_EQ(Menu(list, 1).Tag, Path(name));
+    const MessageScript messages("Diese Datei wurde nicht gefunden:");
+    Choose(list, 1);
+    EXPECT_NE(Menu(list, 1).Tag, Path(name));
+    EXPECT_EQ(Entry_Count(), 0);
+  }
   // Whatever way it is asked for.
   const MessageScript messages("nicht gefunden");
   Open_User_Map(gone);
