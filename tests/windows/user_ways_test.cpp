@@ -242,6 +242,8 @@ TEST_F(UserWays, AMapThatIsGoneLeavesTheListAndNothingElse) {
   {
     const FileDialogScript files({gone});
     Choose("mnuFOpen");
+    for (const char* kind : {"*.bmp", "*.rle", "*.gif", "*.jpg", "*.jpeg", "*.png", "*.wmf"})
+      EXPECT_TRUE(files.Seen()[0].filter.section(u'|', 1, 1).split(u';').contains(kind)) << kind;
   }
   Open(300, 200);
   const QString open = MapFile;

@@ -14,7 +14,7 @@
 namespace {
 
 constexpr QSize frameRoom(4, 32);  // of a window that has none yet
-constexpr int movedByUser = 8;     // pixels: less is the desktop's own correction
+constexpr int movedByUser = 48;    // pixels: less may be the frame the desktop has put round it
 const char *const placedAt = "placedAt", *const askedFor = "askedFor";
 
 // Places -------------------------------------------------------------------------------------------------------------
@@ -112,6 +112,7 @@ void Keep_On_Screen(QWidget& window) {
   Fit_Size(window, screen);
   const QRect place = On_Screen({window.pos(), Outer_Size(window)}, screen);
   if (place.topLeft() != window.pos()) window.move(place.topLeft());
+  if (window.property(placedAt).isValid()) window.setProperty(placedAt, window.pos());
 }
 
 void Place_Beside(QWidget& window, const QRect& asked) {

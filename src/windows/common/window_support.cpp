@@ -4,6 +4,7 @@
 #include <QLineEdit>
 #include <QPainter>
 #include <QStyleOption>
+#include <cmath>
 #include <numeric>
 
 static constexpr int textMargin = 2, betweenPanels = 4, leastPanel = 60;
@@ -31,7 +32,9 @@ void ElidedLabel::Show_Text(const QString& whole) {
 static QString One_Line(const QString& text) { return text.simplified(); }
 
 int ElidedLabel::Whole_Width() const {
-  return fontMetrics().horizontalAdvance(One_Line(text)) + 2 * (frameWidth() + textMargin);
+  // On scaled screens letters are parts of a pixel wide.
+  const double letters = QFontMetricsF(font()).horizontalAdvance(One_Line(text));
+  return static_cast<int>(std::ceil(letters)) + 1 + 2 * (frameWidth() + textMargin);
 }
 
 void ElidedLabel::Update_Tip() { setToolTip(Whole_Width() <= width() ? QString() : text); }
