@@ -104,7 +104,7 @@ std::vector<Command> Look_Rows() {
        "Winkel, Mittelpunkt, Brennpunkte und Achsen der Figur", opensWindow},
       {"mnuFigKorr", "Eckpunkte &korrigieren ...", "vertices", {}, Needs::Corners, text, {},
        "Die Eckpunkte in einer Tabelle ändern und prüfen", opensWindow},
-      {"mnuFlTemplateSave", "Flächenvorlage si&chern", {}, {}, Needs::OpenMap, text, {},
+      {"mnuFlTemplateSave", "Flächenvorlage si&chern", {}, {}, Needs::Area, text, {},
        "Farben, Füllung und Linienbreite der Fläche aufheben", Do(Save_Area_Template)},
       {"mnuFlTemplateGet", "Flächenvorlage übernehmen", {}, {}, Needs::Template, text, "Flächenvorlage",
        "Der Fläche das Aussehen der Vorlage geben", Do(Take_Area_Template)},

@@ -30,7 +30,7 @@ const std::vector<MenuRow>& Menu_Table() {
         "-", "mnuTableNeu", "mnuTableLoad", "mnuTableSave", "mnuTableSaveAs", "mnuTableRe",
         "-", "mnuImportMenu",
         "-", "mnuEintrDupl", "mnuEintrCopy", "mnuEintrPaste", "mnuMoveObjects", "mnuReplace", "mnuPropTransfer",
-        "mnuSql",
+        "mnuSql", "mnuSpaceDel",
         "-", "mnuTabelle",
         "-", "mnuOverlay"}},
       {"mnuImportMenu", "&importieren", {"mnuImportCSV", "mnuImportXL"}},
@@ -79,7 +79,7 @@ const std::vector<MenuRow>& Menu_Table() {
        {"mnuTextNew", "mnuTextOpen", "mnuTextSave", "mnuResultSaveAs",
         "-", "mnuPrintTxt", "mnuTextFind", "mnuTextCut", "mnuTextCopy", "mnuTextPaste"}, Needs::OpenMap, "note"},
 
-      {"mnuFenster", "&Fenster", {"mnuWEinpass"}},
+      {"mnuFenster", "&Fenster", {"mnuWEinpass", "-", "mnuWindow"}},
       {"mnuHilfe", "&Hilfe", {"mnuHelpIndex", "mnuHelpSettings", "mnuTipps", "-", "mnuInfo"}, Needs::Nothing},
   };
   return menus;

@@ -221,6 +221,8 @@ int Delete_Raster() {
 }
 
 int Show_Raster(bool visible) {
+  if (Count_Plan_Rows() == 0) return 0;
+  Undo_Point(raster_texts::changeUndo);
   int changed = 0;
   const BusyPointer busy;
   const bool written = In_Told_Transaction(QStringLiteral("Planquadrate"), [&] {

@@ -10,7 +10,8 @@ enum class TableSwitch { AtOpening, ByUser, MovedOff };
 
 // State of the table window as plain data.
 struct TableState {
-  QString Tag = QStringLiteral("Clean");  // "Clean", "Dirty", "dirty": does UserTable hold what the standard table holds?
+  QString Tag =
+      QStringLiteral("Clean");  // "Clean", "Dirty", "dirty": does UserTable hold what the standard table holds?
   struct {
     QString Caption;  // the table file the user thinks of as open (UserTable)
   } DBGrid1;
@@ -23,7 +24,8 @@ struct TableState {
   int EintragSize = textColumnWidth;  // defined width of the column Eintrag
   bool OldTable = false;              // that width is below textColumnWidth
   bool HasUserColumns = false;
-  int ColumnCount = 0;        // columns shown less 1
+  int LeastHeight = 0;           // pixels its window needs at least, kept by the window
+  int ColumnCount = 0;           // columns shown less 1
   bool WantPlace = false;        // the window shall take its place below the map
   bool MapFilledWindow = false;  // the map was maximised before the table was shown
   bool EditWarned = false;       // the warning before the first change was shown in this session
