@@ -214,3 +214,11 @@ QString Number_Text(double value) {
   }
   return text == QLatin1String("-0") ? QStringLiteral("0") : text;
 }
+
+QString First_Characters(const QString& text, int count) {
+  if (text.size() <= count) return text;
+  qsizetype end = 0;
+  for (int characters = 0; end < text.size() && characters < count; ++characters)
+    end += text[end].isHighSurrogate() && end + 1 < text.size() ? 2 : 1;
+  return text.left(end);
+}

@@ -29,5 +29,8 @@ double Int(double value);  // to the next lower one
 QString Pad_Left(const QString& text, int width = 10);
 QString Pad_Right(const QString& text, int width = 10);
 
+// The first characters of a text; a character of two units counts once and is not cut apart.
+QString First_Characters(const QString& text, int count);
+
 // A number as the program writes it into texts and files: no leading blank, "." as decimal sign, no superfluous zeros.
 QString Number_Text(double value);
