@@ -25,10 +25,14 @@ const QString exportTitle = QStringLiteral("Karteinträge in eine Trakkor-Datei 
               filter = QStringLiteral("Trakkor-Datei (*.tkr)|*.tkr");
 constexpr int emptyTable = 5000, tablesOfAKind = 1000, toldRefusals = 10;
 
-FileRequest Name_Request(bool save) {
+const QString exportName = QStringLiteral("Name der Exportdatei:"),
+              importName = QStringLiteral("Name der Importdatei:"),
+              importAllName = QStringLiteral("Name der Importdatei, alle Objekte:");
+
+FileRequest Name_Request(const QString& title) {
   const QFileInfo table(Tbl.DBGrid1.Caption.isEmpty() ? TableFile : Tbl.DBGrid1.Caption);
-  return {.save = save,
-          .title = save ? QStringLiteral("Name der Exportdatei:") : QStringLiteral("Name der Importdatei:"),
+  return {.save = title == exportName,
+          .title = title,
           .folder = table.path(),
           .name = table.completeBaseName(),
           .defaultExtension = QStringLiteral("tkr"),
@@ -37,7 +41,7 @@ FileRequest Name_Request(bool save) {
 
 // The name of a file to be written; "" if the user gave up.
 QString Ask_Export_Name() {
-  while (const auto path = File_Dialog(Name_Request(true))) {
+  while (const auto path = File_Dialog(Name_Request(exportName))) {
     if (!File_Exists(*path)) return *path;
     const auto answer =
         Message_Box(QStringLiteral("\r\rDiese Datei existiert bereits.\rSoll sie überschrieben werden?"),
@@ -48,8 +52,8 @@ QString Ask_Export_Name() {
 }
 
 // The name of a file that is there; "" if the user gave up. After either answer the name is asked for again.
-QString Ask_Import_Name() {
-  while (const auto path = File_Dialog(Name_Request(false))) {
+QString Ask_Import_Name(const QString& title) {
+  while (const auto path = File_Dialog(Name_Request(title))) {
     if (File_Exists(*path)) return Find_File(*path);
     Message_Box(
         QStringLiteral("Diese Datei existiert nicht.\rBitte wählen Sie eine andere Datei mit der Endung *.tkr für "
@@ -129,8 +133,8 @@ void Tell_Import_Error() {
 
 using Reader = std::function<ExchangeContent(const QStringList&, const std::function<bool()>&)>;
 
-void Import(const Reader& read) {
-  const QString path = Ask_Import_Name();
+void Import(const QString& title, const Reader& read) {
+  const QString path = Ask_Import_Name(title);
   if (path.isEmpty() || !rsEntries || (Entry_In_Hand() && !End_Entry())) return;
   try {
     const QStringList lines = Read_Lines(path);
@@ -219,7 +223,8 @@ void Export_Trakkor() {
 }
 
 void Import_Trakkor() {
-  Import([](const QStringList& lines, const std::function<bool()>&) { return Read_Exchange_Entries(lines); });
+  Import(importName,
+         [](const QStringList& lines, const std::function<bool()>&) { return Read_Exchange_Entries(lines); });
 }
 
-void Import_All_Trakkor() { Import(Read_Exchange_All); }
+void Import_All_Trakkor() { Import(importAllName, Read_Exchange_All); }

@@ -48,7 +48,7 @@ const std::vector<MenuRow>& Menu_Table() {
         "-", "mnuMark", "mnuJust", "mnuAssign",
         "-", "mnuObjDel"}},
       {"mnuObjInsert", "Objekt &einfügen",
-       {"mnuInsText", "mnuInsSymbol", "mnuInsBild", "mnuInsLinie", "mnuInsFl", "mnuInsMass", "mnuInsFigur",
+       {"mnuInsText", "mnuInsSymbol", "mnuInsBild", "mnuInsLinie", "mnuInsFl", "mnuInsDigi", "mnuInsMass", "mnuInsFigur",
         "mnuInsNord"}, Needs::NoEntryInHand},
       {"mnuObjVis", "&unsichtbar",
        {"mnuObjVisJa", "mnuObjVisNein", "-", "mnuObjVisNo", "mnuObjVisX", "mnuObjVisAll"}},
