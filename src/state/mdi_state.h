@@ -29,6 +29,8 @@ struct MdiState {
   bool RasterActive = false;    // plan squares take clicks
   bool HasCalibration = false;  // a calibration file was found, or there are several to choose from
   int PageCounter = 1;
+  int DigiTolerance = 10;  // percent of colour tolerance when areas are digitised
+  bool DigiFill = false;   // they are filled, not followed along their edge
   bool Enabled = true;
 };
 extern MdiState frmMDI;
