@@ -2,7 +2,6 @@
 #include <array>
 #include <cmath>
 #include <memory>
-#include <optional>
 
 #include "tools/area_trace.h"
 
@@ -180,12 +179,14 @@ class Cone {
   // Against the direction of the first point asked for.
   double Turn_To(QPointF point) {
     const double angle = std::atan2(point.y() - from.y(), point.x() - from.x());
-    if (!reference) reference = angle;
-    return std::remainder(angle - *reference, 2 * M_PI);
+    if (!known) reference = angle;
+    known = true;
+    return std::remainder(angle - reference, 2 * M_PI);
   }
 
   QPointF from;
-  std::optional<double> reference;
+  bool known = false;
+  double reference = 0;
   double low = -M_PI, high = M_PI;
 };
 
