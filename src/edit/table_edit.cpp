@@ -5,6 +5,7 @@
 #include <array>
 #include <limits>
 
+#include "edit/figure_extras.h"
 #include "hand/activation.h"
 #include "objects/scale_bar.h"
 #include "platform/message_box.h"
@@ -351,6 +352,6 @@ bool Delete_Rows(const std::vector<qint64>& keys) {
   if (going.size() > 1) Undo_Point(QStringLiteral("Rückgängig: Zeilen löschen"));
   if (!rsEntries) return false;  // the table could not be opened again
   const BusyPointer busy;
-  Rows_Were_Deleted(Delete_Entries(going), position);
+  Rows_Were_Deleted(Delete_Entries(going + Extras_Of_All(going)), position);
   return true;
 }

@@ -23,7 +23,7 @@ void Set_Inactive(EntryRow& row, bool inactive) {
   row.ID = id.ToText();
 }
 
-bool Is_Marked(const EntryRow& row) { return EntryType::Parse(row.Typ).mark != Mark::None; }
+bool Is_Marked(const EntryRow& row) { return EntryType::Parse(row.Typ).Chosen(); }
 
 bool All_Ids_Fit(const std::vector<RowChange>& changes) {
   for (const RowChange& change : changes)
@@ -66,7 +66,9 @@ void Deactivate_Marked() {
   const auto changes = Collect_Changes([](EntryRow& row, qint64) {
     if (Is_Marked(row)) Set_Inactive(row, true);
   });
-  if (All_Ids_Fit(changes)) Write_Changes(changes, activityTitle, undoActivity);
+  if (!All_Ids_Fit(changes)) return;
+  Write_Changes(changes, activityTitle, undoActivity);
+  Tell_Hidden_Stayed();
 }
 
 void Activate_All_Inactive() {

@@ -25,8 +25,9 @@ void Write_Exact_Position(QPoint at) {
 
 }  // namespace
 
-void Text_Typed(const QString& text) {
-  if (!Map.Text2.Visible || text == Map.Text2.Text) return;
+void Text_Typed(const QString& typed) {
+  const QString text = Stored_Lines(typed);
+  if (!Map.Text2.Visible || text == Stored_Lines(Map.Text2.Text)) return;
   if (text.size() > longestText) {
     Message_Box(hand_texts::textTooLong, MsgButtons::Ok, MsgIcon::Warning, hand_texts::title);
     return events.HandChanged.Emit();

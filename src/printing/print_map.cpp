@@ -2,6 +2,7 @@
 
 #include <QImage>
 #include <QPainter>
+#include <QSet>
 #include <algorithm>
 #include <cmath>
 
@@ -22,15 +23,12 @@ constexpr double sharpest = 3.0, coarsest = 1.0, sharpnessStep = 0.5;
 constexpr double screenDpi = 96;
 constexpr double frameMargin = 5;  // mm for the labels of the net
 
-SheetLook Look_Of(const PrintOrder& order, const std::function<bool()>& goOn) {
-  SheetLook look;
-  look.fontFactor = order.settings.fontFactor;
-  look.goOn = goOn;
-  look.failed = [](const QString& entry) {
-    return Message_Box(print_texts::entryFailed.arg(entry), MsgButtons::YesNo, MsgIcon::Question,
-                       print_texts::problemTitle) == MsgAnswer::Yes;
-  };
-  return look;
+// Asks once an entry in a job: it may reach over many sheets.
+bool Go_On_After(const FailedEntry& entry, QSet<qint64>& asked) {
+  if (asked.contains(entry.key)) return true;
+  asked.insert(entry.key);
+  return Message_Box(print_texts::entryFailed.arg(entry.text), MsgButtons::YesNo, MsgIcon::Question,
+                     entry.figure ? print_texts::figureTitle : print_texts::problemTitle) == MsgAnswer::Yes;
 }
 
 // One sheet as a picture, in two halves beside each other.
@@ -97,7 +95,10 @@ class MapPrinter {
       first = false;
       const auto goOn = [this, number = sheet.number] { return !hooks.step || hooks.step(number, note); };
       if (!goOn()) throw PrintStopped{};
-      const SheetLook look = Look_Of(order, goOn);
+      SheetLook look;
+      look.fontFactor = order.settings.fontFactor;
+      look.goOn = goOn;
+      look.failed = [this](const FailedEntry& entry) { return Go_On_After(entry, asked); };
       if (order.path == PrintPath::Bitmap)
         Draw_As_Bitmap(job->Painter(), order.paper, geometry, sheet, look, sharpness);
       else
@@ -131,6 +132,7 @@ class MapPrinter {
   PrintGeometry geometry;
   std::unique_ptr<PrintJob> job;
   double sharpness = sharpest;
+  QSet<qint64> asked;  // entries that could not be drawn
   QString note;
 };
 

@@ -17,6 +17,7 @@
 struct LiveControl {
   bool Visible = false;
   int Left = 0, Top = 0, Width = 0, Height = 0;
+  double Angle = 0;  // lblShape: degrees counter-clockwise about its middle
   QString Tag, Text;
   // Font of the edit box.
   QString FontName = QStringLiteral("Arial");

@@ -18,7 +18,7 @@ struct DeletedEntries {
   bool planSquare = false;  // was one among them?
 };
 // Deletes the rows with the vertex tables that no other row draws from, in one transaction; the header row stays. With
-// the scale bar goes the scale of the map. The cursor is on any row afterwards.
+// the scale bar goes the scale of the map; the one marked before it follows the one marked last. The cursor is on any row afterwards.
 DeletedEntries Delete_Entries(const QSet<qint64>& keys);
 // Foot point of the current text or picture row at window position x, y.
 void Set_Foot_Point(int x, int y);

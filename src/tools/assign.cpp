@@ -38,7 +38,7 @@ int Write_Assigned(const std::vector<RowChange>& changes, const QString& undo) {
   return Write_Changes(changes, title, undo);
 }
 
-bool Is_Marked(const EntryRow& row) { return EntryType::Parse(row.Typ).mark != Mark::None; }
+bool Is_Marked(const EntryRow& row) { return EntryType::Parse(row.Typ).Chosen(); }
 
 // The marked rows to the area or line in hand; it is not assigned to itself.
 void Assign_Marked(bool area) {
@@ -54,6 +54,7 @@ void Assign_Marked(bool area) {
   if (marked == 0) return Tell(QStringLiteral("Es ist kein Eintrag markiert."));
   if (Entry_In_Hand() && !End_Entry()) return;
   Write_Assigned(changes, undoCaption);
+  Tell_Hidden_Stayed();
 }
 
 // The assignments of the marked rows, or of the current one where none is marked.

@@ -7,6 +7,7 @@
 
 #include "platform/for_now.h"
 #include "platform/text.h"
+#include "state/dialog_hooks.h"
 #include "state/events.h"
 #include "state/global_state.h"
 #include "state/map_state.h"
@@ -248,9 +249,10 @@ void Clear_Map_Picture() {
 }
 
 void Set_Zoom(double factor) {
-  Fit_Map_Window();
   const float wanted = std::clamp(static_cast<float>(factor), zoomMin, zoomMax);
-  if (wanted == Map.Zoom) return;  // nothing is painted anew: what floats over the map stays
+  // Nothing is laid out: a window that took all the room now would keep it, and cover the table.
+  if (wanted == Map.Zoom) return events.HandHidden.Emit();
+  Fit_Map_Window();
   Hide_Floating();
   Apply_Zoom(wanted, View_Centre());
 }
@@ -336,6 +338,7 @@ void Fit_Map_Window() {
 void Set_Window_Layout() {
   Map.Maximized = false;
   Layout_Map();
+  if (dialogHooks.FitNotePad) dialogHooks.FitNotePad();
 }
 
 void Scroll_Changed(bool horizontal, int value) {

@@ -1,12 +1,4 @@
-#include <gmock/gmock.h>
-
-#include <QDir>
-#include <QDirIterator>
 #include <QPolygon>
-#include <QProcess>
-#include <QTemporaryDir>
-#include <map>
-#include <set>
 
 #include "analysis/assigned_entries.h"
 #include "analysis/species_matrix.h"
@@ -16,7 +8,6 @@
 #include "support/table_fixture.h"
 #include "view/redraw.h"
 
-using namespace Qt::StringLiterals;
 using ::testing::IsSupersetOf;
 
 namespace {

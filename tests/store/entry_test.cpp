@@ -224,7 +224,7 @@ TEST_F(VertexTest, FigureNumbersAndTheNameOfTheCurrentTable) {
   EXPECT_FALSE(dbEntries->HasTable("Figur12"));
   Add(Entry("Figur", 23));
   const Error error = Raised([] { Next_Figure_ID(); });
-  EXPECT_EQ(std::tie(error.number, error.text), std::tuple(5000, "Keine Nummer "));
+  EXPECT_EQ(std::tie(error.number, error.text), std::tuple(5000, "Keine Nummer \nError: 5000"));
   Add_Line("-Linie5 - C1000L1.0B1.0>Flaeche2<1");
   EXPECT_EQ(Vertex_Table_Name(), "Linie5");
   EXPECT_EQ(EntID, "Linie5");

@@ -1,5 +1,8 @@
 #include "tools/drag.h"
 
+#include "edit/vertex_edit.h"
+#include "hand/hand_controls.h"
+#include "store/entry_edit.h"
 #include "support/hand_fixture.h"
 
 namespace {
@@ -25,9 +28,7 @@ TEST_F(DragTest, ATextGoesWithItsLeadAndLeavesItsFootPoint) {
 }
 
 TEST_F(DragTest, NothingIsWrittenOrPaintedAnewUntilTheEnd) {
-  const QString box = Add(Figure_Row(20, {100, 100, 80, 60}));
-  Map_Redraw();
-  ASSERT_TRUE(Take_Entry(box));
+  const QString box = Take(Figure_Row(20, {100, 100, 80, 60}));
   int rows = 0;
   events.TableChanged.Connect([&] { ++rows; });
   const EntryRow before = Row(box);
@@ -53,9 +54,7 @@ TEST_F(DragTest, NothingIsWrittenOrPaintedAnewUntilTheEnd) {
 
 // The outline would stay where it is while the map moves away under it.
 TEST_F(DragTest, ScrollingOrZoomingPutsWhatIsDraggedBack) {
-  const QString box = Add(Figure_Row(20, {300, 300, 80, 60})), text = Add(Text_Row("Amsel", 600, 400));
-  Map_Redraw();
-  ASSERT_TRUE(Take_Entry(box));
+  const QString box = Take(Figure_Row(20, {300, 300, 80, 60})), text = Add(Text_Row("Amsel", 600, 400));
   const std::function<void()> moves[] = {[] { Scroll_By(60, 0); }, [] { Scroll_Changed(false, 20); },
                                          [] { Zoom_At(2, 100, 100); }, [] { Set_Zoom(1); }};
   for (const auto& move : moves) {
@@ -95,9 +94,7 @@ TEST_F(DragTest, HandlesSizeFigures) {
                         Case{22, 1, {50, -10}, {200, 190, 100, 70}}, Case{22, 7, {10, 99}, {210, 200, 90, 60}},
                         Case{20, 3, {-500, 0}, {200, 200, 1, 60}}, Case{21, 4, {30, 5}, {200, 200, 130, 130}},
                         Case{23, 0, {-20, 5}, {180, 180, 120, 120}}, Case{21, 5, {0, -40}, {200, 200, 60, 60}}}) {
-    const QString figure = Add(Figure_Row(c.kind, c.kind == 21 || c.kind == 23 ? square : start));
-    Map_Redraw();
-    ASSERT_TRUE(Take_Entry(figure));
+    const QString figure = Take(Figure_Row(c.kind, c.kind == 21 || c.kind == 23 ? square : start));
     const QPoint from = Box(Map.lblHandle[static_cast<size_t>(c.handle)]).center();
     Drag(from, from + c.by);
     EXPECT_EQ(entry_box(Row(figure)),
@@ -105,6 +102,76 @@ TEST_F(DragTest, HandlesSizeFigures) {
         << c.kind << ' ' << c.handle;
     EXPECT_EQ(Box(Map.lblShape), c.expected);
     rsEntries->Delete();
+  }
+}
+
+// Turned by 90 degrees the upper right corner is seen where the upper left one of the standing box is.
+TEST_F(DragTest, TurnedFiguresAreGrippedWhereTheyAreSeen) {
+  EntryRow row = Figure_Row(20, {200, 200, 100, 60});
+  row.Schrift = QStringLiteral("F 1<90");
+  const QString figure = Add(row);
+  Map_Redraw();
+  ASSERT_TRUE(Take_Entry(figure));
+  const auto handle = [](size_t i) { return Box(Map.lblHandle[i]).center(); };
+  const auto near = [](QPoint a, QPoint b) { return (a - b).manhattanLength() <= 2; };
+  EXPECT_TRUE(near(handle(2), {220, 180}));
+  EXPECT_TRUE(near(handle(6), {280, 280}));
+  EXPECT_EQ(Grip_At({205, 230}), Grip::None) << "in the box, beside the figure";
+  EXPECT_EQ(Grip_At({240, 205}), Grip::Entry);
+  // The right edge is seen above: up is longer, and the lower end stays where it is.
+  Drag(handle(3), handle(3) + QPoint(0, -40));
+  EXPECT_EQ(Row(figure).Xline, 140);
+  EXPECT_EQ(Row(figure).Yline, 60);
+  EXPECT_TRUE(near(handle(6), {280, 280}));
+  EXPECT_TRUE(near(handle(2), {220, 140}));
+  Drag({250, 200}, {300, 250});
+  EXPECT_TRUE(near(handle(6), {330, 330}));
+}
+
+TEST_F(DragTest, AVertexOfATurnedFigureGoesWithTheMouseAndTheOthersStay) {
+  Write_Vertices("Figur7", {{200, 200}, {300, 200}, {300, 250}, {200, 250}});
+  const QString figure = Add({"Figur7", "Figur", "F 1<90", 12, 0, 14, -100, 200, 200, 100, 50, 24});
+  Map_Redraw();
+  ASSERT_TRUE(Take_Entry(figure));
+  const auto seen = [&figure] {
+    std::vector<QPoint> points;
+    const auto list = *Vertices_Of(figure.toLongLong());
+    for (int i = 0; i < static_cast<int>(list.points.size()); ++i) points.push_back(Seen_Vertex(list, i));
+    return points;
+  };
+  const std::vector<QPoint> before = seen();
+  ASSERT_EQ(before[1], QPoint(225, 175));
+  EXPECT_EQ(Vertex_At(before[1]), 1);
+  int number = -1;
+  // The handles of the box lie on the corners; a vertex between them is free.
+  ASSERT_TRUE(Insert_Vertex_At({250, 175}));
+  ASSERT_EQ(Grip_At({240, 175}, &number), Grip::Entry);
+  Move_Vertex(2, {-5, -60});
+  std::vector<QPoint> wanted = before;
+  wanted.insert(wanted.begin() + 2, QPoint(245, 115));
+  const std::vector<QPoint> after = seen();
+  ASSERT_EQ(after.size(), wanted.size());
+  for (size_t i = 0; i < wanted.size(); ++i)
+    EXPECT_LE((after[i] - wanted[i]).manhattanLength(), 2) << i << ": " << after[i].x() << ' ' << after[i].y();
+  const QRect region = Region_Bounds(figure.toLongLong()).toRect();
+  EXPECT_LE(std::abs(region.top() - 115), 2) << "and so it is drawn";
+}
+
+TEST_F(DragTest, AnEllipseInHandIsHitInItself) {
+  for (const auto& [schrift, corner] : {std::pair("F 1", QPoint(310, 308)), std::pair("F 1<90", QPoint(326, 290))}) {
+    EntryRow row = Figure_Row(22, {300, 300, 120, 80});
+    row.Schrift = QLatin1String(schrift);
+    const QString below = Add(Figure_Row(20, {290, 280, 140, 140})), ellipse = Add(row);
+    Map_Redraw();
+    Click(corner);
+    ASSERT_EQ(Map.InHand, ellipse) << "until it is in hand its box counts";
+    EXPECT_EQ(Grip_At({360, 340}), Grip::Entry);
+    Click(corner);
+    EXPECT_EQ(Map.InHand, below) << schrift;
+    Click(corner);
+    EXPECT_EQ(Map.InHand, ellipse) << "let go it counts with its box again";
+    End_Entry();
+    Delete_Entries({below.toLongLong(), ellipse.toLongLong()});
   }
 }
 
@@ -131,11 +198,9 @@ TEST_F(DragTest, LinesGoWithTheirVerticesAndLabelsAlone) {
 TEST_F(DragTest, FreeFiguresAndPlanSquaresAndScales) {
   Create_Vertex_Table("Figur7");
   Write_Vertices("Figur7", {{200, 200}, {300, 200}, {300, 250}});
-  const QString figure = Add({"Figur7", "Figur", "F 1", 12, 0, 14, -100, 200, 200, 100, 50, 24}),
+  const QString figure = Take({"Figur7", "Figur", "F 1", 12, 0, 14, -100, 200, 200, 100, 50, 24}),
                 plan = Add(Figure_Row(16, {400, 100, 450, 150})),
                 bar = Add({"Maßstab", " m", "Arial", 100, 0, 14, -100, 100, 500, 300, 500, 11});
-  Map_Redraw();
-  ASSERT_TRUE(Take_Entry(figure));
   Drag({300, 250}, {400, 300});  // its lower right handle: twice the size
   EXPECT_EQ(Load_Vertices("Figur7"), (std::vector<QPoint>{{200, 200}, {400, 200}, {400, 300}}));
   Drag({380, 220}, {370, 230});
@@ -184,8 +249,7 @@ TEST_F(DragTest, PicturesKeepTheirShapeWhenSized) {
 
 // A vertex beyond the stop mark would end the outline.
 TEST_F(DragTest, PositionsStayWithinTheirRange) {
-  const QString line = Add(Poly_Row("Linie1", 100, 100, {{-14990, 100}, {200, 200}}));
-  ASSERT_TRUE(Take_Entry(line));
+  const QString line = Take(Poly_Row("Linie1", 100, 100, {{-14990, 100}, {200, 200}}));
   MessageScript script(QStringLiteral("zu weit"));
   Move_In_Hand(-20, 0);
   EXPECT_EQ(At(line), QPoint(100, 100));

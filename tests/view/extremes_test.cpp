@@ -1,9 +1,7 @@
 #include <QBuffer>
 #include <QPainter>
 #include <QPdfWriter>
-#include <limits>
 
-#include "hand/activation.h"
 #include "plansquares/raster_rows.h"
 #include "platform/surface.h"
 #include "printing/page_preview.h"
@@ -117,8 +115,7 @@ TEST_F(ExtremeRows, MegabytesAndHugeFonts) {
     for (const char* column : {"ID", "Eintrag", "Schrift"}) Insert(typ, QString::fromUtf8(column), letters, Id_Of(typ));
   dbEntries->Execute("DELETE FROM MapData WHERE Typ = 17");
   for (int row = 1; row <= 20; ++row)
-    for (int col = 1; col <= 20; ++col)
-      Insert(16, "Xmap", QString::number(40 * col), Plan_Id(Square_Name(col, row)));
+    for (int col = 1; col <= 20; ++col) Insert(16, "Xmap", QString::number(40 * col), Plan_Id(Square_Name(col, row)));
   Insert(17, "Größe", "1e17", Plan_Id("Raster"));
   dbEntries->Execute("UPDATE MapData SET Xmap = 101, Ymap = 2 WHERE Typ = 17");
   rsEntries->Requery();

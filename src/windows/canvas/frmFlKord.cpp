@@ -93,7 +93,7 @@ void FrmFlKord::Show_State() {
 void FrmFlKord::Circle_Current() {
   const int row = ui->DBGrid1->currentIndex().row();
   Map.Circled.reset();
-  if (row >= 0 && row < model.Count()) Map.Circled = model.List().points[static_cast<size_t>(row)];
+  if (row >= 0 && row < model.Count()) Map.Circled = Seen_Vertex(model.List(), row);
   events.MapPainted.Emit();
 }
 

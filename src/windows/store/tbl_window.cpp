@@ -30,7 +30,6 @@ namespace {
 constexpr int settleAfter = 40;  // ms: a key that repeats passes over rows without taking each in hand
 
 QString Window_Lines(QString text) { return text.replace(QLatin1String("\r\n"), QLatin1String("\n")); }
-QString Stored_Lines(QString text) { return text.replace(u'\n', QLatin1String("\r\n")); }
 
 }  // namespace
 
