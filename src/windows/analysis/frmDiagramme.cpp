@@ -5,6 +5,7 @@
 #include <QClipboard>
 #include <QFileInfo>
 #include <QGuiApplication>
+#include <QScreen>
 #include <QTimer>
 
 #include "platform/file_dialog.h"
@@ -45,7 +46,9 @@ FrmDiagramme::FrmDiagramme(QWidget* parent)
   // Not every change of an entry is told as one of the table, but each is drawn.
   tableListener = events.TableChanged.Connect([this] { later->start(); });
   redrawListener = events.AfterRedraw.Connect([this] { later->start(); });
-  resize(860, 620);
+  // Room for the labels below the bars in larger letters too, as far as the screen has it.
+  const QSize letters(fontMetrics().averageCharWidth(), fontMetrics().lineSpacing());
+  resize(QSize(120 * letters.width(), 42 * letters.height()).boundedTo(screen()->availableSize() * 0.9));
   Run_Guarded([this] { Read_Map(); });
   ui->cboArt->setFocus();
 }

@@ -85,18 +85,20 @@ void Add_Bars(QChart& chart, const std::vector<double>& values, const QStringLis
   series->attachAxis(counts);
 }
 
+// Two lines of about the same length.
 QStringList Index_Texts(const DiversityIndices& indices) {
-  QStringList line;
-  const auto add = [&line](const char* name, const std::optional<double>& value) {
+  QStringList first{QStringLiteral("N = %1 Individuen").arg(indices.individuals),
+                    QStringLiteral("S = %1 Arten").arg(indices.species)},
+      second;
+  const auto add = [](QStringList& line, const char* name, const std::optional<double>& value) {
     if (value) line += QStringLiteral("%1 = %2").arg(QString::fromUtf8(name), Decimal(*value, "0.000"));
   };
-  add("H'", indices.shannon);
-  add("Evenness", indices.evenness);
-  add("Simpson 1-D", indices.simpson);
-  add("Chao1", indices.chao1);
-  add("Berger-Parker", indices.bergerParker);
-  return {QStringLiteral("N = %1 Individuen, S = %2 Arten").arg(indices.individuals).arg(indices.species),
-          line.join(QStringLiteral(", "))};
+  add(first, "H'", indices.shannon);
+  add(first, "Evenness", indices.evenness);
+  add(second, "Simpson 1-D", indices.simpson);
+  add(second, "Chao1", indices.chao1);
+  add(second, "Berger-Parker", indices.bergerParker);
+  return {first.join(QStringLiteral(", ")), second.join(QStringLiteral(", "))};
 }
 
 QStringList Pattern_Texts(const NearestDistances& nearest, const QString& unit) {
