@@ -68,6 +68,10 @@ TEST(PrintGeometryTest, BadSettings) {
   EXPECT_TRUE(Sheet_Walk(Print_Geometry(wide, Paper_With_Room(), Map_Of(100, 100))).empty());
   EXPECT_TRUE(Calc_Pages(wide, Paper_With_Room(), Map_Of(100, 100)).empty());
   EXPECT_FALSE(Print_Geometry({}, Paper_With_Room(), Map_Of(0, 0)).valid);
+  // A scan that says of itself that it has ten points a metre: no number of sheets to be counted or walked.
+  const PrintGeometry endless = Print_Geometry({.factor = 20}, Paper_With_Room(), Map_Of(6e6, 6e6));
+  EXPECT_FALSE(endless.valid);
+  EXPECT_GT(endless.Pages(), 0);
 }
 
 TEST(PrintGeometryTest, ChoicesAreTheLargestFactorsThatFit) {
