@@ -29,18 +29,6 @@ FontChoice Choice_Of(const QString& schrift, double size) {
   return choice;
 }
 
-FontChoice Font_Of_Box() {
-  const LiveControl& box = Map.Text2;
-  return {{.family = EntFont,
-           .bold = box.FontBold,
-           .italic = box.FontItalic,
-           .underline = box.FontUnderline,
-           .transparent = box.FontTransparent,
-           .charset = EntCharset,
-           .angle = EntAngle},
-          box.FontSize};
-}
-
 void Write_Font(const FontChoice& choice) {
   Write_Changes(Change_Of_Current([&](EntryRow& row, qint64) {
                   if (!Has_Font(EntryType::Parse(row.Typ))) return;
@@ -59,6 +47,18 @@ bool Can_Be_Stored(const FontChoice& choice) {
 }
 
 }  // namespace
+
+FontChoice Font_Of_Box() {
+  const LiveControl& box = Map.Text2;
+  return {{.family = EntFont.isEmpty() ? box.FontName : EntFont,
+           .bold = box.FontBold,
+           .italic = box.FontItalic,
+           .underline = box.FontUnderline,
+           .transparent = box.FontTransparent,
+           .charset = EntCharset,
+           .angle = EntAngle},
+          box.FontSize > 0 ? box.FontSize : EntFontSize};
+}
 
 FontTarget Font_Target() {
   if (!Entry_In_Hand()) return FontTarget::Next;

@@ -36,7 +36,8 @@ bool Family_Fits(const QString& family);
 // The text of the target, up to its first line end; "TTT" where there is none.
 QString Sample_Text();
 
-// Into the edit box and the Ent... variables.
+// The font of the edit box, and what is given it: the box and the Ent... variables.
+FontChoice Font_Of_Box();
 void Load_Font_Into_Box(const FontChoice& choice);
 
 // Chosen, else of the current row if that is a text, else Arial 10.

@@ -13,8 +13,6 @@
 #include "state/map_state.h"
 #include "state/mdi_state.h"
 #include "state/table_state.h"
-#include "store/entry_edit.h"
-#include "store/transaction.h"
 #include "tools/drag.h"
 #include "view/hit_test.h"
 #include "view/redraw.h"
@@ -112,15 +110,6 @@ void Give_Up() {
   Drop_Hand();
   InfoBar.Panel[0].clear();
   Set_Toolbar(ToolMode::Norm);
-}
-
-// The row the saved text went to gets the exact position back: on the way through window pixels a zoomed map loses it.
-void Write_Exact_Position(QPoint at) {
-  EntryRow row = Read_Entry(*rsEntries);
-  if (EntryType::Parse(row.Typ).Kind() == EntryKind::Scale || QPoint(row.Xmap, row.Ymap) == at) return;
-  row.Xmap = at.x();
-  row.Ymap = at.y();
-  Update_Entry(row);
 }
 
 }  // namespace
@@ -224,26 +213,22 @@ bool Store_Pending_Text() {
     // A row that was hidden or deleted meanwhile takes no text.
     const bool there = rsEntries->HasRow(Map.InHand);
     if (there) rsEntries->SetBookmark(Map.InHand);
-    if (!there || rsEntries->Integer(column::Typ) < 0) {
+    if (!there || Type_Here().hidden) {
       Map.Text2.Tag = QStringLiteral("Old");
       return true;
     }
     Map.CurBookmark = Map.InHand;
   }
-  const QString former = Map.Text2.Tag;
-  const QPoint at = Map.TextAt;
-  try {
-    const bool saved = In_Transaction([at] {
-      if (!Save_Text_Entry(Window_X(at.x()), Window_Y(at.y()), Map.Text2.Text)) return false;
-      Write_Exact_Position(at);
-      return true;
-    });
-    if (saved) Map.InHand = Map.CurBookmark;
-    return saved;
-  } catch (...) {
-    Map.Text2.Tag = former;
-    throw;
-  }
+  const TextRow row = Text_Is_New() ? TextRow::New : TextRow::Current;
+  if (!Save_Text_Entry(Typed_Text(Map.TextAt, Map.Text2.Text), row)) return false;
+  Map.Text2.Tag = QStringLiteral("Old");
+  Map.InHand = Map.CurBookmark;
+  return true;
+}
+
+TypedText Typed_Text(QPoint map, const QString& text) {
+  const FontChoice choice = Font_Of_Box();
+  return {map, text, choice.font, choice.size, CurVG, CurHG, CurRA};
 }
 
 void Discard_Pending_Text() {

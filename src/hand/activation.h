@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "store/entry.h"
+#include "store/entry_edit.h"
 
 // The entry in hand. Positions are window pixels. There is one at most, and it is the current row (Map.CurBookmark);
 // Map.InHand is its key. A new text that is still being typed is in hand without a row.
@@ -36,6 +37,8 @@ void Text_Typed(const QString& text);
 bool Text_Pending();
 // Stores it, at its exact map position. True if nothing is pending afterwards.
 bool Store_Pending_Text();
+// A text as the edit box stores it: in its font and the colours of the next entry.
+TypedText Typed_Text(QPoint map, const QString& text);
 // The typed text is forgotten; a new one goes altogether.
 void Discard_Pending_Text();
 // Opens the edit box for a new text with its upper left corner there, in Font_Of_New_Text and the current colours.

@@ -82,7 +82,6 @@ struct MapState {
   double ReferenceCircle = 4;        // radius of the foot point circle, pixels
   double ReferenceArrow = 6;         // width of the arrow head, pixels
   int ReferenceEnd = 1;              // end mark of the next foot point: 1 plain, 2 arrow, 3 circle
-  bool RemoveReferenceOnly = false;  // Delete_Entry only takes the reference line away
 
   LiveControl Text2, imgBild, imgRfLine, lblShape, lblPLQ;
   std::array<LiveControl, 8> lblHandle;  // size handles of the frame: upper left, clockwise

@@ -115,7 +115,6 @@ TEST_F(Copies, PicturesFromFileAndClipboard) {
   ASSERT_TRUE(Add_Picture({30, 40}, file));
   EXPECT_EQ(Read_Entry(*rsEntries).Eintrag, file);
   EXPECT_EQ(Read_Entry(*rsEntries).Typ, 5);
-  EXPECT_EQ(Map.imgBild.Tag, QString("Old"));
 
   const QString longName = Path(QString(80, 'l') + ".bmp");
   Save_Picture(Picture(21, 10), longName);

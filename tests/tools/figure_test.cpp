@@ -161,9 +161,7 @@ TEST_F(FigureTest, FreeFiguresAreDrawnPointByPoint) {
   EXPECT_EQ(InHand().Typ, 24);
   const std::vector<QPoint> twice = {{10, 10}, {170, 30}, {180, 150}, {30, 130}};
   EXPECT_EQ(Load_Vertices(QStringLiteral("Figur1")), twice);
-  Map.lblShape.Tag = QStringLiteral("Dup");
-  Map.lblShape.Left += 100;
-  ASSERT_TRUE(Store_Figure());
+  ASSERT_TRUE(Store_Figure(FigureOf::Duplicate, {110, 10, 170, 140}));
   EXPECT_EQ(InHand().ID, QStringLiteral("Figur2"));
   EXPECT_TRUE(Change_Free_Figure({{0, 0}, {50, 0}, {0, 50}}, true));
   EXPECT_EQ(InHand().Typ, 25);
