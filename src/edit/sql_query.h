@@ -17,7 +17,7 @@ struct SqlState {
   std::shared_ptr<Recordset> selection;
   // While a selection is shown UserTable has a name of its own; this one comes back when it is not taken.
   std::optional<QString> formerTable;
-  QString formerTag;
+  TableTag formerTag = TableTag::Clean;
 };
 
 // The list of "\SQL.ini", or the six statements of a fresh program; the info of the open table.

@@ -262,7 +262,7 @@ bool Check_Meaning(int number, const Value& value) {
 }
 
 void Row_Was_Edited(const QString& bookmark) {
-  Tbl.Tag = QStringLiteral("Dirty");
+  Tbl.Tag = TableTag::Dirty;
   const EntryType type = Type_Here();
   if (type.Kind() == EntryKind::Scale) Read_Scale(Read_Entry(*rsEntries));
   frmMDI.HasHidden = frmMDI.HasHidden || type.hidden;

@@ -49,7 +49,7 @@ bool Can_Be_Stored(const FontChoice& choice) {
 }  // namespace
 
 FontChoice Font_Of_Box() {
-  const LiveControl& box = Map.Text2;
+  const EditBox& box = Map.Text2;
   return {{.family = EntFont.isEmpty() ? box.FontName : EntFont,
            .bold = box.FontBold,
            .italic = box.FontItalic,
@@ -110,7 +110,7 @@ bool Take_Font(FontChoice choice) {
 }
 
 void Load_Font_Into_Box(const FontChoice& choice) {
-  LiveControl& box = Map.Text2;
+  EditBox& box = Map.Text2;
   EntFont = choice.font.family;
   EntAngle = choice.font.angle;
   EntCharset = choice.font.charset;

@@ -29,7 +29,7 @@ struct PlacedView {
 
 PlacedView View_Now() { return {Map.Zoom, Map.ViewLeft, Map.ViewTop}; }
 
-bool Text_Is_New() { return Map.Text2.Tag == QLatin1String("Neu"); }
+bool Text_Is_New() { return Map.Text2.Tag == EditTag::New; }
 
 bool Known_Kind(const EntryType& type) {
   switch (type.Kind()) {
@@ -145,7 +145,7 @@ void Activate_Entry() {
   if (!rsEntries || rsEntries->Position() < 1) return;
   const EntryRow row = Read_Entry(*rsEntries);
   Map.InHand = Map.CurBookmark = rsEntries->Bookmark();
-  Map.Text2.Tag = QStringLiteral("Old");
+  Map.Text2.Tag = EditTag::Old;
   Load_Entry_Colors();
   Load_Text_Box(row);
   Remember_Text_Look(row.Typ, row.Schrift, row.Groesse, row.Eintrag);
@@ -177,7 +177,7 @@ void Drop_Hand() {
   Cancel_Drag();
   Unpaint_Hand();
   Hide_Live_Controls();
-  Map.Text2.Tag = QStringLiteral("Old");
+  Map.Text2.Tag = EditTag::Old;
   Map.InHand.clear();
   Map.GroupInHand.clear();
   events.HandDropped.Emit();
@@ -191,7 +191,7 @@ void Text_Typed(const QString& text) {
     Message_Box(hand_texts::textTooLong, MsgButtons::Ok, MsgIcon::Warning, hand_texts::title);
     return events.HandChanged.Emit();
   }
-  if (!Text_Is_New()) Map.Text2.Tag = QStringLiteral("Change");
+  if (!Text_Is_New()) Map.Text2.Tag = EditTag::Change;
   Map.Text2.Text = text;
   Unpaint_Hand();
   EntryRow row;
@@ -204,7 +204,7 @@ void Text_Typed(const QString& text) {
   Show_Hand();
 }
 
-bool Text_Pending() { return Text_Is_New() || Map.Text2.Tag == QLatin1String("Change"); }
+bool Text_Pending() { return Text_Is_New() || Map.Text2.Tag == EditTag::Change; }
 
 bool Store_Pending_Text() {
   if (!Text_Pending()) return true;
@@ -214,14 +214,14 @@ bool Store_Pending_Text() {
     const bool there = rsEntries->HasRow(Map.InHand);
     if (there) rsEntries->SetBookmark(Map.InHand);
     if (!there || Type_Here().hidden) {
-      Map.Text2.Tag = QStringLiteral("Old");
+      Map.Text2.Tag = EditTag::Old;
       return true;
     }
     Map.CurBookmark = Map.InHand;
   }
   const TextRow row = Text_Is_New() ? TextRow::New : TextRow::Current;
   if (!Save_Text_Entry(Typed_Text(Map.TextAt, Map.Text2.Text), row)) return false;
-  Map.Text2.Tag = QStringLiteral("Old");
+  Map.Text2.Tag = EditTag::Old;
   Map.InHand = Map.CurBookmark;
   return true;
 }
@@ -247,9 +247,9 @@ void New_Text(int x, int y) {
   const FontChoice font = Font_Of_New_Text();
   Drop_Hand();
   Load_Font_Into_Box(font);
-  LiveControl& box = Map.Text2;
+  EditBox& box = Map.Text2;
   box.Text.clear();
-  box.Tag = QStringLiteral("Neu");
+  box.Tag = EditTag::New;
   EntVGColor = Color_Of(CurVG);
   EntHGColor = Color_Of(CurHG);
   Map.TextAt = {Map_X(x), Map_Y(y)};

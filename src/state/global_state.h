@@ -62,7 +62,8 @@ extern QString MsgText;
 
 // Note pads ---------------------------------------------------------------------------------
 extern QStringList NotePads;  // files of the open note pads
-extern QStringList NotePadState;
+enum class PadState { Free, Clean, Dirty };
+extern std::vector<PadState> NotePadState;  // by the same numbers
 extern int ActiveNotePad;  // -1 = none
 
 // Coordinates (filled by the coordinate subsystem) ------------------------------------------

@@ -97,7 +97,8 @@ bool Load_Other_Table(const QString& wanted) {
     return false;
   }
   if (!asked && !Same_Name(path, TableFile) && !Save_Before_Replacing()) return false;
-  const QString user = Tbl.DBGrid1.Caption, tag = Tbl.Tag;
+  const QString user = Tbl.DBGrid1.Caption;
+  const TableTag tag = Tbl.Tag;
   const BusyPointer busy;
   Close_Quietly();
   if (!Take_Snapshot()) {
@@ -122,7 +123,7 @@ bool Load_Other_Table(const QString& wanted) {
     return false;
   }
   Tbl.DBGrid1.Caption = path;
-  Tbl.Tag = QStringLiteral("Clean");
+  Tbl.Tag = TableTag::Clean;
   Write_Log(path, 2);
   Read_Log(2);
   Draw_If_Open();

@@ -19,7 +19,7 @@ bool transaction::Run(Database& database, const TransactionWork& work) {
 }
 
 bool transaction::Run_On_Table(const TransactionWork& work) {
-  const QString tag = Tbl.Tag;
+  const TableTag tag = Tbl.Tag;
   const auto takenBack = [&tag] {
     if (rsEntries && rsEntries->Editing()) rsEntries->CancelUpdate();
     Tbl.Tag = tag;

@@ -75,7 +75,7 @@ bool Ask_Delete(const Error& error) {
                   MsgButtons::YesNo, MsgIcon::Question, QStringLiteral("Fehler"), MsgDefault::Second);
   if (answer != MsgAnswer::Yes) return false;
   rsEntries->Delete();
-  Tbl.Tag = QStringLiteral("Dirty");
+  Tbl.Tag = TableTag::Dirty;
   Map.CurBookmark.clear();
   events.TableChanged.Emit();
   return true;
@@ -111,7 +111,7 @@ void On_Canvas(RegionSet* regions, Work&& work) {
 void Paint_Map() {
   DrawCounts counts;
   do {
-    Map.FontMissingAnswer.clear();
+    Map.FontMissing = FontQuestion::Ask;
     Delete_Regions();
     Paint_Ground();
     On_Canvas(&Map.EntryRegions, [&counts](DrawContext& context) { counts = Draw_Entries(context); });

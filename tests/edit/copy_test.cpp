@@ -151,7 +151,7 @@ TEST_F(Copies, PicturesThatCannotBeHadAddNoRow) {
 TEST_F(Copies, PastedText) {
   ASSERT_TRUE(::Add_Text(QPoint(40, 50), QStringLiteral("eins\r\nzwei\r\n")));
   EXPECT_EQ(rsEntries->Text(column::Eintrag), QString("eins\nzwei"));
-  EXPECT_EQ(Map.Text2.Tag, QString("Old"));
+  EXPECT_EQ(Map.Text2.Tag, EditTag::Old);
   MessageScript script("5000000 Zeichen");
   EXPECT_FALSE(::Add_Text(QPoint(40, 50), QString(5'000'000, 'x')));
   EXPECT_EQ(Entry_Count(), 1);

@@ -127,11 +127,11 @@ TEST_F(EntryEditTest, DeletingAsksAndTakesTheVertexTableAlong) {
   EXPECT_TRUE(dbEntries->HasTable("Flaeche0"));
   EXPECT_EQ(script.Seen().back().defaultButton, MsgDefault::Second);
   script.Expect("Flaeche0 - P1101L5.0B2.5\nFeuchtwiese", MsgAnswer::Yes);
-  Tbl.Tag = "Clean";
+  Tbl.Tag = TableTag::Clean;
   EXPECT_TRUE(Delete_Entry());
   EXPECT_EQ(Texts(), QStringList{"bleibt"});
   EXPECT_FALSE(dbEntries->HasTable("Flaeche0"));
-  EXPECT_EQ(Tbl.Tag, "Dirty");
+  EXPECT_EQ(Tbl.Tag, TableTag::Dirty);
   EXPECT_EQ(Map.CurBookmark, rsEntries->Bookmark());
   EXPECT_EQ(redraws, 1);
 
@@ -165,9 +165,9 @@ TEST_F(EntryEditTest, FootPointOfTextsOnly) {
   text.Xline = 160;
   text.Yline = 130;
   EXPECT_EQ(Row(), text);
-  Tbl.Tag = "Clean";
+  Tbl.Tag = TableTag::Clean;
   Set_Foot_Point({160, 130});  // already there
-  EXPECT_EQ(Tbl.Tag, "Clean");
+  EXPECT_EQ(Tbl.Tag, TableTag::Clean);
   for (const int typ : {4, 140, 11, 20, 16}) {
     Add(Entry("Text", typ));
     Set_Foot_Point({160, 130});

@@ -64,7 +64,7 @@ TEST_F(FigureTest, DraggedAndClickedFiguresComeIntoTheHand) {
   EXPECT_EQ(Place(InHand()), QRect(60, 40, 40, 50));
   EXPECT_EQ(InHand().Schrift, QStringLiteral("F-4"));
   EXPECT_EQ(InHand().HG, 3);
-  EXPECT_EQ(Toolbar1.Tag, QStringLiteral("Fig"));
+  EXPECT_EQ(Toolbar1.Tag, ToolMode::Figure);
   // A click: the chosen size, to the pixel at any zoom.
   End_Entry();
   Set_Zoom(7);
