@@ -269,6 +269,8 @@ MsgHandler Teller(const QString& temporary, const QString& real) {
       case MsgButtons::OkCancel:
       case MsgButtons::YesNoCancel:
         return MsgAnswer::Cancel;
+      case MsgButtons::YesNoAll:
+        return MsgAnswer::NoAll;
       case MsgButtons::YesNo:
         return MsgAnswer::No;
       case MsgButtons::Ok:

@@ -6,6 +6,7 @@
 #include "maps/program_start.h"
 #include "platform/message_box.h"
 #include "state/global_state.h"
+#include "state/run_guarded.h"
 #include "store/file_names.h"
 #include "windows/desktop/application.h"
 #include "windows/desktop/desktop_services.h"

@@ -15,7 +15,7 @@ class AssignedEntries {
   explicit AssignedEntries(std::span<const EntryRow> rows);
   // Numbers of the rows that are assigned to the area, figure or line with the ID, in table order.
   const std::vector<int>& To(const EntryId& target) const;
-  const std::vector<int>& In_Group(const QString& group) const;
+  const std::vector<int>& In_Group(const QString& group) const;  // in table order; empty if there is none
   const std::vector<QString>& Groups() const { return groups; }  // in the order in which they first appear
 
  private:

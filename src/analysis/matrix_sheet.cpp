@@ -3,6 +3,7 @@
 #include "analysis/analysis_texts.h"
 #include "analysis/result_cells.h"
 #include "platform/text.h"
+#include "store/csv_cell.h"
 
 namespace {
 
@@ -41,10 +42,8 @@ void Put_Row(Sheet& sheet, int row, const DiversityIndices& indices, const Count
     sheet.Put(row, firstSpecies + static_cast<int>(i), static_cast<double>(counts[i]), looks.whole);
 }
 
-QString Quoted(QString text) {
-  text.replace(QLatin1String("\r\n"), QLatin1String(" "));
-  for (const QChar c : {u'\r', u'\n'}) text.replace(c, u' ');
-  if (!text.isEmpty() && QStringLiteral("=+-@\t").contains(text[0])) text.prepend(u'\'');
+QString Quoted(const QString& cell) {
+  QString text = Csv_Guarded(Csv_One_Line(cell));
   if (!text.contains(u';') && !text.contains(u'"')) return text;
   return u'"' + text.replace(u'"', QLatin1String("\"\"")) + u'"';
 }

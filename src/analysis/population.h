@@ -29,6 +29,7 @@ struct Population {
 bool Is_Area_Row(const EntryRow& row, const EntryId& id);
 // Figures of kind 20 to 25, not assigned to anything.
 bool Is_Figure_Row(const EntryRow& row, const EntryId& id);
+// Lines, straight and rounded.
 bool Is_Line_Row(const EntryRow& row, const EntryId& id);
 
 // Number of the first row whose ID begins with "Fl"; -1 if there is none: the map has no area.

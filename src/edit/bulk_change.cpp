@@ -8,14 +8,6 @@
 #include "store/table_file.h"
 #include "view/redraw.h"
 
-bool Table_Is_Open() { return rsEntries && rsEntries->IsOpen() && Entry_Count() > 0; }
-
-bool On_Current_Entry() {
-  if (!Table_Is_Open()) return false;
-  if (!Map.CurBookmark.isEmpty() && rsEntries->HasRow(Map.CurBookmark)) rsEntries->SetBookmark(Map.CurBookmark);
-  return rsEntries->Position() > 0;
-}
-
 bool Ready_For_Many() { return Table_Is_Open() && (!Entry_In_Hand() || End_Entry()); }
 
 namespace {

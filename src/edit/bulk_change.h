@@ -9,9 +9,6 @@
 
 // What the changes of many entries have in common: one walk, one undo point, one transaction, one redraw.
 
-bool Table_Is_Open();  // is there a table with rows?
-// Puts the cursor on the current entry. False on the header row and without an entry.
-bool On_Current_Entry();
 // The typed text of an entry in hand is stored and the entry given up. False if it could not be stored.
 bool Ready_For_Many();
 

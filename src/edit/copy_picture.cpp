@@ -82,8 +82,7 @@ bool Append_Picture(QPoint window, const QString& name) {
   row.Xmap = std::clamp(Map_X(window.x()), -32768, 32767);
   row.Ymap = std::clamp(Map_Y(window.y()), -32768, 32767);
   row.Typ = static_cast<int>(EntryKind::Picture);
-  const bool done = Append_In_Transaction(title, [&row] { Append_Entry(row); });
-  if (!done) return false;
+  if (!Append_In_Transaction(title, [&row] { Append_Entry(row); })) return false;
   Show_Changed_Entries();
   return true;
 }

@@ -7,7 +7,6 @@ void Mark_Rows(const QStringList& bookmarks);  // marks these too; the last of t
 void Unmark_All();                             // "zurück"
 void Delete_Marked();                          // asks once; undo point "Rückgängig: Markierte löschen"
 void Group_Marked();  // "<" + number behind the IDs; pressed again for one group it dissolves it
-QStringList Group_Of(const QString& bookmark);  // row keys of its group, itself included; only itself without a group
 
 // Aligns the marked rows with the one marked last. Texts, lines, areas and pictures move their label or upper left
 // corner and keep their foot point; figures, plan squares, scale bars and north arrows move as a whole. Equal gives

@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "platform/database.h"
+#include "state/table_state.h"
 
 // The statements of the user on the open table. State of the window as plain data; the procedures ask and tell by
 // message boxes.

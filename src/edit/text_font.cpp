@@ -6,28 +6,16 @@
 #include "edit/bulk_change.h"
 #include "hand/activation.h"
 #include "platform/message_box.h"
-#include "platform/surface.h"
 #include "state/map_state.h"
 #include "state/table_state.h"
-#include "store/stored_number.h"
 #include "view/redraw.h"
 
 namespace {
 
 const QString title = QStringLiteral("Schrift");
-constexpr double standardSize = 10;
-
-bool Is_Sign(const FontSpec& font) { return font.IsSymbol() || Is_Symbol_Font(font.family); }
 
 // Lines and areas have the font of their label there.
 bool Has_Font(const EntryType& type) { return type.IsText() || type.IsPolygon(); }
-
-FontChoice Choice_Of(const QString& schrift, double size) {
-  FontChoice choice{FontSpec::Parse(schrift), std::abs(Stored_Size(size))};
-  if (choice.font.family.isEmpty()) choice.font.family = QStringLiteral("Arial");
-  if (choice.size == 0) choice.size = standardSize;
-  return choice;
-}
 
 void Write_Font(const FontChoice& choice) {
   Write_Changes(Change_Of_Current([&](EntryRow& row, qint64) {
@@ -48,18 +36,6 @@ bool Can_Be_Stored(const FontChoice& choice) {
 
 }  // namespace
 
-FontChoice Font_Of_Box() {
-  const EditBox& box = Map.Text2;
-  return {{.family = EntFont.isEmpty() ? box.FontName : EntFont,
-           .bold = box.FontBold,
-           .italic = box.FontItalic,
-           .underline = box.FontUnderline,
-           .transparent = box.FontTransparent,
-           .charset = EntCharset,
-           .angle = EntAngle},
-          box.FontSize > 0 ? box.FontSize : EntFontSize};
-}
-
 FontTarget Font_Target() {
   if (!Entry_In_Hand()) return FontTarget::Next;
   if (Map.InHand.isEmpty()) return FontTarget::Typed;
@@ -73,7 +49,7 @@ FontChoice Load_Font_Spec() {
       return Font_Of_Box();
     case FontTarget::Entry: {
       const EntryRow row = *Row_In_Hand();
-      return Choice_Of(row.Schrift, row.Groesse);
+      return Font_Choice_Of(row.Schrift, row.Groesse);
     }
     case FontTarget::Next:
       break;
@@ -100,26 +76,13 @@ bool Take_Font(FontChoice choice) {
       Map_Redraw();
       return true;
     case FontTarget::Next:
-      if (Is_Sign(font))
+      if (Is_Sign_Font(font))
         NextText.symbol = choice;
       else
         NextText.font = choice;
       return true;
   }
   return false;
-}
-
-void Load_Font_Into_Box(const FontChoice& choice) {
-  EditBox& box = Map.Text2;
-  EntFont = choice.font.family;
-  EntAngle = choice.font.angle;
-  EntCharset = choice.font.charset;
-  EntFontSize = box.FontSize = choice.size;
-  box.FontName = Font_Installed(EntFont) ? EntFont : QStringLiteral("Arial");
-  box.FontBold = choice.font.bold;
-  box.FontItalic = choice.font.italic;
-  box.FontUnderline = choice.font.underline;
-  box.FontTransparent = choice.font.transparent;
 }
 
 bool Family_Fits(const QString& family) {
@@ -133,27 +96,6 @@ QString Sample_Text() {
   const auto end = std::find_if(text.cbegin(), text.cend(), [](QChar c) { return c == u'\r' || c == u'\n'; });
   text.truncate(end - text.cbegin());
   return text.trimmed().isEmpty() ? QStringLiteral("TTT") : text;
-}
-
-FontChoice Font_Of_New_Text() {
-  if (NextText.font) return *NextText.font;
-  if (!On_Current_Entry()) return {};
-  const EntryType type = Type_Here();
-  FontChoice choice = Choice_Of(rsEntries->Text(column::Schrift), rsEntries->Number(column::Groesse));
-  if (!type.IsText() || Is_Sign(choice.font)) return {};
-  choice.font.angle = 0;  // the next one stands elsewhere
-  return choice;
-}
-
-void Remember_Text_Look(int typ, const QString& schrift, double size, const QString& text) {
-  if (!EntryType::Parse(typ).IsText()) return;
-  const FontChoice choice = Choice_Of(schrift, size);
-  if (!Is_Sign(choice.font)) {
-    NextText.font.reset();
-  } else {
-    NextText.symbol = choice;
-    if (!text.isEmpty()) NextText.sign = text.left(1);
-  }
 }
 
 void Set_Perspex(bool on) {

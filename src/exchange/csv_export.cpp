@@ -9,6 +9,7 @@
 #include "coordinates/degree_text.h"
 #include "platform/text.h"
 #include "state/global_state.h"
+#include "store/csv_cell.h"
 #include "store/entry.h"
 
 namespace {
@@ -61,11 +62,7 @@ std::pair<int, int> Place_Of(const EntryRow& row) {
 }
 
 // Line breaks and semicolons of a text would tear the line apart.
-QString One_Cell(QString text) {
-  text.replace(QLatin1String("\r\n"), QLatin1String(" "));
-  for (const QChar c : {u'\r', u'\n'}) text.replace(c, u' ');
-  return text.replace(u';', u',').trimmed();
-}
+QString One_Cell(const QString& text) { return Csv_Guarded(Csv_One_Line(text).replace(u';', u',').trimmed()); }
 
 }  // namespace
 

@@ -1,35 +1,23 @@
 #include "hand/activation.h"
 
-#include "edit/marks.h"
-#include "edit/text_font.h"
+#include "hand/drag_state.h"
+#include "hand/group.h"
 #include "hand/hand_controls.h"
+#include "hand/hand_frame.h"
 #include "hand/hand_texts.h"
+#include "hand/text_look.h"
 #include "hand/tool_state.h"
 #include "plansquares/plan_map.h"
-#include "plansquares/raster_texts.h"
 #include "platform/message_box.h"
 #include "state/events.h"
 #include "state/global_state.h"
 #include "state/map_state.h"
 #include "state/mdi_state.h"
-#include "state/table_state.h"
-#include "tools/drag.h"
 #include "view/hit_test.h"
 #include "view/redraw.h"
 #include "view/view.h"
 
 namespace {
-
-// The view the controls were placed for.
-struct PlacedView {
-  float zoom = 0;
-  int left = 0, top = 0;
-  bool operator==(const PlacedView&) const = default;
-} placedView;
-
-PlacedView View_Now() { return {Map.Zoom, Map.ViewLeft, Map.ViewTop}; }
-
-bool Text_Is_New() { return Map.Text2.Tag == EditTag::New; }
 
 bool Known_Kind(const EntryType& type) {
   switch (type.Kind()) {
@@ -59,13 +47,6 @@ void Find_Group(const EntryRow& row) {
   Map.GroupInHand.clear();
   if (EntryId::Parse(row.ID).hasGroup) Map.GroupInHand = Group_Of(Map.InHand);
   if (Map.GroupInHand.size() < 2) Map.GroupInHand.clear();
-}
-
-void Show_Hand() {
-  placedView = View_Now();
-  Paint_Hand();
-  events.MapPainted.Emit();
-  events.HandChanged.Emit();
 }
 
 // False if the row does not come into the hand.
@@ -114,13 +95,6 @@ void Give_Up() {
 
 }  // namespace
 
-bool Entry_In_Hand() {
-  if (Map.InHand.isEmpty()) return Map.Text2.Visible && Text_Is_New();
-  return rsEntries && rsEntries->HasRow(Map.InHand);
-}
-
-std::optional<EntryRow> Row_In_Hand() { return Sound_Entry_At(Map.InHand); }
-
 bool Take_Entry_At(QPoint window) {
   const int hit = Hit_Entry(window);
   if (hit == 0) return false;
@@ -129,7 +103,7 @@ bool Take_Entry_At(QPoint window) {
     Take_Row(region.Bookmark());
   } catch (const Error& error) {
     if (region.kind != planRegion) throw;
-    Message_Box(error.text, MsgButtons::Ok, MsgIcon::Warning, raster_texts::faultOfSquare);
+    Tell_Square_Fault(error.text);
   }
   return true;
 }
@@ -156,15 +130,6 @@ void Activate_Entry() {
   events.InfoBarChanged.Emit();
 }
 
-QString Entry_Status_Text() {
-  const std::optional<EntryRow> row = Row_In_Hand();
-  if (!row) return {};
-  const EntryId id = EntryId::Parse(row->ID);
-  const QString assigned =
-      id.assignment.isEmpty() ? QString() : QStringLiteral("Zugeordnet: ") + id.assignment + QStringLiteral("  ");
-  return assigned + hand_texts::move;
-}
-
 bool End_Entry() {
   if (!Store_Pending_Text()) return false;
   Give_Up();
@@ -181,54 +146,6 @@ void Drop_Hand() {
   Map.InHand.clear();
   Map.GroupInHand.clear();
   events.HandDropped.Emit();
-}
-
-// The edit box -------------------------------------------------------------------------------------------------------
-
-void Text_Typed(const QString& text) {
-  if (!Map.Text2.Visible || text == Map.Text2.Text) return;
-  if (text.size() > longestText) {
-    Message_Box(hand_texts::textTooLong, MsgButtons::Ok, MsgIcon::Warning, hand_texts::title);
-    return events.HandChanged.Emit();
-  }
-  if (!Text_Is_New()) Map.Text2.Tag = EditTag::Change;
-  Map.Text2.Text = text;
-  Unpaint_Hand();
-  EntryRow row;
-  row.RA = CurRA;
-  if (!Map.InHand.isEmpty() && rsEntries->HasRow(Map.InHand)) {
-    rsEntries->SetBookmark(Map.InHand);
-    row = Read_Entry(*rsEntries);
-  }
-  Place_Text_Box(row);
-  Show_Hand();
-}
-
-bool Text_Pending() { return Text_Is_New() || Map.Text2.Tag == EditTag::Change; }
-
-bool Store_Pending_Text() {
-  if (!Text_Pending()) return true;
-  if (!rsEntries || !dbEntries) return false;
-  if (!Text_Is_New()) {
-    // A row that was hidden or deleted meanwhile takes no text.
-    const bool there = rsEntries->HasRow(Map.InHand);
-    if (there) rsEntries->SetBookmark(Map.InHand);
-    if (!there || Type_Here().hidden) {
-      Map.Text2.Tag = EditTag::Old;
-      return true;
-    }
-    Map.CurBookmark = Map.InHand;
-  }
-  const TextRow row = Text_Is_New() ? TextRow::New : TextRow::Current;
-  if (!Save_Text_Entry(Typed_Text(Map.TextAt, Map.Text2.Text), row)) return false;
-  Map.Text2.Tag = EditTag::Old;
-  Map.InHand = Map.CurBookmark;
-  return true;
-}
-
-TypedText Typed_Text(QPoint map, const QString& text) {
-  const FontChoice choice = Font_Of_Box();
-  return {map, text, choice.font, choice.size, CurVG, CurHG, CurRA};
 }
 
 void Discard_Pending_Text() {
@@ -267,18 +184,13 @@ namespace {
 
 void Before_Redraw() {
   Map.HandUnder = {};  // the whole canvas is painted anew
-  // Scrolling or zooming away from a changed text stores it; a text that does not fit stays open and goes along.
-  if (!Text_Pending() || placedView == View_Now() || Map.Text2.Text.size() > Tbl.EintragSize) return;
-  try {
-    Store_Pending_Text();
-  } catch (const Error&) {
-    // The text stays open; leaving the entry tells what is wrong.
-  }
+  Drop_Drag_Of_Other_View();
+  Store_Text_Left_Behind();
 }
 
 void After_Redraw() {
   if (dragState.Active() || (Map.InHand.isEmpty() && !Text_Is_New())) return;
-  placedView = View_Now();
+  Hand_Is_Shown();
   if (Text_Is_New()) {
     EntryRow row;
     row.RA = CurRA;

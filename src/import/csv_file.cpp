@@ -6,6 +6,7 @@
 #include "platform/files.h"
 #include "platform/message_box.h"
 #include "state/coordinate_state.h"
+#include "store/csv_cell.h"
 
 QString CsvFile;
 
@@ -71,7 +72,7 @@ CsvRecord CsvReader::Read(const CsvLine& line) {
   Split(line.text);
   CsvRecord record{{}, Field(table.XCol), Field(table.YCol)};
   for (const int column : table.EintragCol) {
-    const QStringView part = Field(column);
+    const QStringView part = Csv_Unguarded(Field(column));
     if (part.isEmpty()) continue;
     if (!record.text.isEmpty()) record.text += u' ';
     record.text += part;

@@ -29,7 +29,7 @@ struct CsvTable {
 // The last file chosen; empty at first.
 extern QString CsvFile;
 
-// One line taken apart. The views last until the next Read.
+// One line taken apart. The views last until the reader is used again.
 struct CsvRecord {
   QString text;
   QStringView x, y;  // trimmed; empty where the line is too short

@@ -69,7 +69,7 @@ class PlzRun {
   // Beyond the edge only what follows a point on the map, so that the cut with the edge stays closed.
   void Boundary_Point(const QString& line) {
     if (!Convert(line)) return;
-    if (hasLast && std::abs(at.x() - last.x()) < nearBy && std::abs(at.y() - last.y()) < nearBy) return;
+    if (hasLast && std::abs(qint64{at.x()} - last.x()) < nearBy && std::abs(qint64{at.y()} - last.y()) < nearBy) return;
     if (!inside && !wasOnMap) return;
     wasOnMap = wasOnMap || inside;
     hasLast = true;

@@ -70,6 +70,8 @@ bool Leave_Map() {
 
 void Table_Replaced() {
   if (!frmMDI.MapOpen) return;
+  const bool shown = frmMDI.TblVisible;
   Scan_Table();
+  frmMDI.TblVisible = shown;  // pictures in a table hide its window only when the map is opened
   Set_Buttons();
 }

@@ -12,9 +12,9 @@ bool RowLook::IsRounded() const {
 
 std::optional<RowLook> Look_Of(const QString& bookmark) {
   if (bookmark.isEmpty() || !rsEntries || !rsEntries->IsOpen() || rsEntries->Editing()) return {};
-  if (!rsEntries->HasRow(bookmark)) return {};
   const KeepCurrentRow keep;
   try {
+    if (!rsEntries->HasRow(bookmark)) return {};
     rsEntries->SetBookmark(bookmark);
     if (rsEntries->Position() < 1) return {};
     RowLook look{Read_Entry(*rsEntries), {}, {}, Entry_Name()};

@@ -5,6 +5,7 @@
 
 #include "plansquares/raster_rows.h"
 #include "plansquares/raster_texts.h"
+#include "platform/message_box.h"
 #include "state/map_state.h"
 #include "state/mdi_state.h"
 
@@ -43,6 +44,10 @@ bool Show_Plan_Label(int hit) {
   label.Width = static_cast<int>(text.size()) * perLetter + 2 * inset;
   label.Height = line;
   return true;
+}
+
+void Tell_Square_Fault(const QString& text) {
+  Message_Box(text, MsgButtons::Ok, MsgIcon::Warning, raster_texts::faultOfSquare);
 }
 
 bool Is_Raster_Square(int hit) {

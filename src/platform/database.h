@@ -35,15 +35,15 @@ class Recordset {
   Recordset(const Recordset&) = delete;
   Recordset& operator=(const Recordset&) = delete;
 
-  bool Eof() const;
-  bool Bof() const;
-  int RecordCount() const;
+  bool Eof() const;         // behind the last row; both are true without rows
+  bool Bof() const;         // before the first row
+  int RecordCount() const;  // of the keyset, vanished rows included
   void MoveFirst();  // on an empty recordset Eof and Bof become true
-  void MoveLast();
+  void MoveLast();   // on an empty recordset as MoveFirst
   void MoveNext();       // at Eof: error 3021
   void MovePrevious();   // at Bof: error 3021
   int Position() const;  // 0-based, -1 without a current row
-  void MoveTo(int position);
+  void MoveTo(int position);  // by position; error 3021 where there is no row
 
   // The row's key as text. SetBookmark of a vanished row is error 3167.
   QString Bookmark() const;
@@ -52,12 +52,12 @@ class Recordset {
   qint64 Key() const;                // the same key as a number
   int PositionOf(qint64 key) const;  // -1 if there is none
 
-  const std::vector<FieldInfo>& Fields() const;
+  const std::vector<FieldInfo>& Fields() const;  // in the order of the columns
   int FieldIndex(QStringView name) const;  // ignoring case; error 3265 if there is none
-  bool HasField(QStringView name) const;
+  bool HasField(QStringView name) const;   // ignoring case
 
   // Values of the current row (of the edit buffer between Edit/AddNew and Update). The reference lasts until the next
-  // move. Null reads as "" or 0. A text in a number column reads by Val; error 13 for Integer of a non-number is not
+  // move. Null reads as "" or 0, and so does a number without bounds. A text in a number column reads by Val; error 13 for Integer of a non-number is not
   // raised: ask Raw for what is stored.
   const Value& Raw(int column) const;
   QString Text(int column) const;
@@ -73,14 +73,14 @@ class Recordset {
   // number column, 3020 outside of an edit. Any move ends an edit without writing.
   void Set(int column, Value value);
   void Set(QStringView name, Value value) { Set(FieldIndex(name), std::move(value)); }
-  bool Editing() const;
+  bool Editing() const;  // between Edit or AddNew and its end
   // Writes only what was set. After AddNew the current row stays where it was; MoveLast goes to the new one. If the
   // write fails (61, 57, 70, 3167) the edit is over and the row is as before.
   void Update();
-  void CancelUpdate();
+  void CancelUpdate();  // ends the edit; the row is as before
   void Delete();  // the cursor stands on the following row, or Eof
 
-  void Requery();
+  void Requery();  // takes the keys anew; the cursor goes to the first row
   bool IsOpen() const;
 
  private:
@@ -120,11 +120,12 @@ class Database {
   std::unique_ptr<Recordset> OpenRecordset(const QString& tableOrSelect);  // error 3078 for an unknown table
   const std::vector<TableDef>& TableDefs();  // in order of creation; reread when the schema changed
   bool HasTable(const QString& name);        // ignoring case
-  void CreateTable(const TableDef& table);
+  void CreateTable(const TableDef& table);   // error 3010 if it is there
   void DropTable(const QString& name);  // error 3078 if it is not there
+  // At the end, Null in every row; error 3191 if it is there.
   void AddColumn(const QString& table, const FieldInfo& field);
-  void DropColumn(const QString& table, const QString& column);
-  int RowCount(const QString& table);
+  void DropColumn(const QString& table, const QString& column);  // error 3265 if it is not there
+  int RowCount(const QString& table);                            // error 3078 if it is not there
   int Execute(const QString& sql);  // rows changed; error 3075 with a German reason
 
   // Raises what is wrong with a statement; runs nothing.
@@ -148,9 +149,10 @@ class Database {
   struct PointRow {
     int x = 0, y = 0;
   };
+  // Nullptr without such a table; valid until the next write.
   const std::vector<PointRow>* Points(const QString& table);
 
-  sqlite3* Handle() const;
+  sqlite3* Handle() const;  // for what has no procedure here
 
  private:
   friend class Workspace;

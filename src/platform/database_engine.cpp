@@ -83,6 +83,12 @@ bool Is_Cut(sqlite3* db, const QString& file) {
   return Lacks_Pages(head, size, Read_Log(file + QStringLiteral("-wal")));
 }
 
+// The first column of the first row; empty without one.
+QByteArray Text_Of_First(const Statement& statement) {
+  if (sqlite3_step(statement.get()) != SQLITE_ROW) return {};
+  return reinterpret_cast<const char*>(sqlite3_column_text(statement.get(), 0));
+}
+
 }  // namespace
 
 void Raise_Device() {
@@ -159,6 +165,7 @@ void Engine::Open(const QString& file, OpenWay way) {
   }
   sqlite3_db_config(db, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 0, nullptr);
   path = file;
+  hasUtf8 = Text_Of_First(Prepare("PRAGMA encoding")) == "UTF-8";
   // A writer that was killed leaves the log switched on; Close then has to switch it off.
   if (!readOnly) Take_Over_Log();
   accountedChanges = sqlite3_total_changes64(db);
@@ -239,11 +246,7 @@ void Engine::Run(const char* sql) {
 }
 
 void Engine::Take_Over_Log() {
-  {
-    const Statement statement = Prepare("PRAGMA journal_mode");
-    logReady = sqlite3_step(statement.get()) == SQLITE_ROW &&
-               qstrcmp(reinterpret_cast<const char*>(sqlite3_column_text(statement.get(), 0)), "wal") == 0;
-  }
+  logReady = Text_Of_First(Prepare("PRAGMA journal_mode")) == "wal";
   if (logReady) Run(keepLogSmall);
 }
 
@@ -347,6 +350,14 @@ qint64 Engine::Next_Key(TableState* state, const QString& table) {
   return state->nextKey;
 }
 
+namespace {
+// What is beyond the range stands at its end.
+int Int_At(sqlite3_stmt* statement, int column) {
+  return static_cast<int>(std::clamp<qint64>(sqlite3_column_int64(statement, column), std::numeric_limits<int>::min(),
+                                             std::numeric_limits<int>::max()));
+}
+}  // namespace
+
 const std::vector<Database::PointRow>* Engine::Points(const QString& table) {
   Need_Open();
   Notice_Changes();
@@ -365,7 +376,7 @@ const std::vector<Database::PointRow>* Engine::Points(const QString& table) {
     int rc;
     while ((rc = sqlite3_step(statement)) == SQLITE_ROW)
       if (sqlite3_column_type(statement, 0) != SQLITE_NULL && sqlite3_column_type(statement, 1) != SQLITE_NULL)
-        entry->rows.push_back({sqlite3_column_int(statement, 0), sqlite3_column_int(statement, 1)});
+        entry->rows.push_back({Int_At(statement, 0), Int_At(statement, 1)});
     if (rc != SQLITE_DONE) Fail(rc);
     entry->exists = true;
   }

@@ -229,7 +229,9 @@ void Fix_Function(sqlite3_context* context, int, Arguments arguments) {
 void Round(sqlite3_context* context, int count, Arguments arguments) {
   if (Is_Null(arguments[0])) return;
   const double scale = std::pow(10.0, count > 1 ? std::clamp(sqlite3_value_int(arguments[1]), 0, 15) : 0);
-  sqlite3_result_double(context, std::nearbyint(sqlite3_value_double(arguments[0]) * scale) / scale);
+  const double value = sqlite3_value_double(arguments[0]), scaled = std::nearbyint(value * scale);
+  // So large a number has no places behind its point.
+  sqlite3_result_double(context, std::isfinite(scaled) ? scaled / scale : value);
 }
 
 // Values for a column: as Recordset::Set takes them.

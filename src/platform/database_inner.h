@@ -142,6 +142,7 @@ class Engine {
   sqlite3* db = nullptr;
   QString path;
   bool readOnly = false;
+  bool hasUtf8 = true;  // texts of a foreign file may stand there in UTF-16
   int depth = 0;
   quint64 generation = 1;  // moves when every cache has to be dropped
   quint64 rollbacks = 0;   // keysets are taken anew when it has moved

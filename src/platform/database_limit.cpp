@@ -10,7 +10,7 @@ namespace database_inner {
 namespace {
 
 constexpr int betweenLooks = 50;          // milliseconds
-constexpr int stepsBetween = 10'000;      // of SQLite, less than a millisecond
+constexpr int stepsBetween = 1000;        // of SQLite, less than a millisecond
 constexpr qint64 most = qint64{2} << 30;  // bytes of a result that nobody has bounded
 
 QString Too_Large(qint64 bytes) {

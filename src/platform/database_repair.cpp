@@ -180,14 +180,16 @@ class Rebuilder {
     } else if (const double* real = std::get_if<double>(&field)) {
       sqlite3_bind_double(insert, parameter, *real);
     } else if (const QByteArray* text = std::get_if<QByteArray>(&field); text && Is_Text(*text)) {
-      sqlite3_bind_text(insert, parameter, text->constData(), static_cast<int>(text->size()), SQLITE_STATIC);
+      sqlite3_bind_text64(insert, parameter, text->constData(), static_cast<sqlite3_uint64>(text->size()),
+                          SQLITE_STATIC, SQLITE_UTF8);
     } else {
       sqlite3_bind_null(insert, parameter);
     }
   }
 
   bool Is_Text(const QByteArray& bytes) {
-    const bool valid = QString::fromUtf8(bytes).toUtf8() == bytes;
+    const bool valid = bytes.size() <= sqlite3_limit(engine.db, SQLITE_LIMIT_LENGTH, -1) / 2 &&
+                       QString::fromUtf8(bytes).toUtf8() == bytes;
     if (!valid) ++report.droppedTexts;
     return valid;
   }

@@ -15,6 +15,8 @@ MsgAnswer Careful_Answer(MsgButtons buttons) {
       return MsgAnswer::Ok;
     case MsgButtons::YesNo:
       return MsgAnswer::No;
+    case MsgButtons::YesNoAll:
+      return MsgAnswer::NoAll;
     case MsgButtons::OkCancel:
     case MsgButtons::YesNoCancel:
       return MsgAnswer::Cancel;

@@ -4,9 +4,9 @@
 
 #include "platform/error.h"
 
-enum class MsgButtons { Ok, OkCancel, YesNo, YesNoCancel };
+enum class MsgButtons { Ok, OkCancel, YesNo, YesNoCancel, YesNoAll };  // YesNoAll: for this one or for all
 enum class MsgIcon { None, Information, Question, Warning, Critical };
-enum class MsgAnswer { Ok = 1, Cancel = 2, Yes = 6, No = 7 };
+enum class MsgAnswer { Ok = 1, Cancel = 2, Yes = 6, No = 7, YesAll = 8, NoAll = 9 };
 enum class MsgDefault { First, Second, Third };
 
 extern MsgAnswer MsgResult;  // the last answer; not valid across a call
@@ -26,7 +26,7 @@ MsgAnswer Message_Box(const QString& text, MsgButtons buttons = MsgButtons::Ok, 
 MsgAnswer Message_Box(const MsgRequest& request);
 
 // Who shows the box. The program sets a window, tests a script. Without one the text goes to the standard error output
-// and the careful answer is given: Cancel where there is one, then No, then Ok.
+// and the careful answer is given: Cancel where there is one, then No (for all), then Ok.
 using MsgHandler = std::function<MsgAnswer(const MsgRequest&)>;
 MsgHandler Set_Message_Handler(MsgHandler handler);  // returns the former one
 

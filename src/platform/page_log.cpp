@@ -65,7 +65,7 @@ bool Lacks_Pages(const QByteArray& head, qint64 fileSize, const PageLog& log) {
   if (pageSize < 512) return false;
   // The count of pages holds if the last writer knew of it.
   const bool counted = Word(head, 24) == Word(head, 92);
-  const qint64 needed = log.pages > 0 ? log.pages : counted ? Word(head, 28) : (fileSize + pageSize - 1) / pageSize;
+  const qint64 needed = counted ? Word(head, 28) : (fileSize + pageSize - 1) / pageSize;
   const qint64 lockPage = (qint64{1} << 30) / pageSize + 1;  // never written
   for (qint64 page = fileSize / pageSize + 1; page <= needed; ++page)
     if (page != lockPage && (log.pageSize != pageSize || !log.places.contains(static_cast<quint32>(page)))) return true;

@@ -59,6 +59,7 @@ PageReader::PageReader(const QByteArray& file) : content(file) {
   bytes = reinterpret_cast<const uchar*>(content.constData());
   pageSize = usable = Guess_Page_Size();
   realSize = content.size();
+  continued = 4 * realSize;
   // A file that was cut ends within a page.
   const qsizetype over = content.size() % pageSize;
   if (over != 0) content.append(pageSize - over, '\0');
@@ -191,8 +192,9 @@ QByteArray PageReader::Payload(const uchar* local, int localSize, qint64 size, b
   while (payload.size() < size && next > 1 && next <= static_cast<quint32>(pageCount)) {
     const uchar* page = Start(static_cast<int>(next));
     const qint64 there = realSize - (page + 4 - bytes);  // less than a page where the file was cut
-    const qint64 part = std::min<qint64>({usable - 4, size - payload.size(), there});
+    const qint64 part = std::min<qint64>({usable - 4, size - payload.size(), there, continued});
     if (part <= 0) break;
+    continued -= part;
     payload.append(reinterpret_cast<const char*>(page) + 4, static_cast<qsizetype>(part));
     next = Long_Word(page);
   }

@@ -33,7 +33,7 @@ class PageReader {
   PageKind Kind(int page) const;  // what the head of the page says
   // The pages below an inner page, right one last.
   std::vector<Child> Children(int page) const;
-  QByteArray Bytes(int page) const;
+  QByteArray Bytes(int page) const;  // the whole page
   // The pages out of use, if their list makes sense.
   std::vector<int> Erased() const;
   // The rows of a leaf whose records are sound. `force` reads a page whose head does not say that it is a leaf.
@@ -50,6 +50,8 @@ class PageReader {
   QByteArray content;
   const uchar* bytes = nullptr;
   qint64 realSize = 0;
+  // Bytes that may still be read of continuations: damaged ones can run in circles and be those of every row.
+  mutable qint64 continued = 0;
   int pageSize = 1024, usable = 1024, pageCount = 0;
 };
 

@@ -62,7 +62,7 @@ void Fit_Value(const FieldInfo& field, Value& value) {
     if (!number) Raise(errors::typeMismatch);
     value = *number;
   }
-  if (const double* real = std::get_if<double>(&value); real && std::isnan(*real)) Raise(errors::overflow);
+  if (const double* real = std::get_if<double>(&value); real && !std::isfinite(*real)) Raise(errors::overflow);
   if (field.type == FieldType::Double) {
     value = Number_Of(value);
     return;
@@ -156,7 +156,9 @@ void Recordset::Inner::Bind(sqlite3_stmt* statement, int parameter, const Value&
     bytes.resize(text->size() * 3);  // its memory is kept from row to row
     const char* end = QStringEncoder(QStringEncoder::Utf8).appendToBuffer(bytes.data(), *text);
     bytes.truncate(end - bytes.constData());
-    sqlite3_bind_text(statement, parameter, bytes.constData(), static_cast<int>(bytes.size()), SQLITE_STATIC);
+    const int rc = sqlite3_bind_text64(statement, parameter, bytes.constData(),
+                                       static_cast<sqlite3_uint64>(bytes.size()), SQLITE_STATIC, SQLITE_UTF8);
+    if (rc != SQLITE_OK) engine->Fail(rc);
   } else if (const qint64* whole = std::get_if<qint64>(&value)) {
     sqlite3_bind_int64(statement, parameter, *whole);
   } else if (const double* real = std::get_if<double>(&value)) {
@@ -184,7 +186,7 @@ void Recordset::Inner::Insert() {
   const int rc = sqlite3_reset(insertStatement);
   if (rc != SQLITE_OK) engine->Fail(rc);
   engine->Wrote(state);
-  ++state->nextKey;
+  state->nextKey = key < std::numeric_limits<qint64>::max() ? key + 1 : 0;  // 0: the table is asked, and is full
   seenVersion = state->version;
   ascending = ascending && (keys.empty() || keys.back() < key);
   if (positionsKnown) positions.insert(key, static_cast<int>(keys.size()));

@@ -2,6 +2,7 @@
 
 #include <QRegularExpression>
 #include <algorithm>
+#include <cmath>
 #include <numeric>
 
 #include "platform/database_inner.h"
@@ -372,14 +373,16 @@ void Recordset::Inner::Read_Cell(Block& block, Cell& cell, sqlite3_stmt* stateme
       cell.whole = sqlite3_value_int64(value);
       break;
     case SQLITE_FLOAT:
-      cell.kind = Cell::Kind::Real;
       cell.real = sqlite3_value_double(value);
+      cell.kind = std::isfinite(cell.real) ? Cell::Kind::Real : Cell::Kind::Null;
       break;
     case SQLITE_NULL:
       cell.kind = Cell::Kind::Null;
       break;
     default: {
-      const auto* text = static_cast<const char*>(sqlite3_value_blob(value));
+      const bool asItStands = engine->hasUtf8 || sqlite3_value_type(value) == SQLITE_BLOB;
+      const auto* text = static_cast<const char*>(asItStands ? sqlite3_value_blob(value)
+                                                             : static_cast<const void*>(sqlite3_value_text(value)));
       cell.kind = Cell::Kind::Text;
       cell.bytes = static_cast<quint32>(sqlite3_value_bytes(value));
       cell.offset = static_cast<qint64>(block.texts.size());

@@ -64,7 +64,7 @@ extern QString MsgText;
 extern QStringList NotePads;  // files of the open note pads
 enum class PadState { Free, Clean, Dirty };
 extern std::vector<PadState> NotePadState;  // by the same numbers
-extern int ActiveNotePad;  // -1 = none
+extern int ActiveNotePad;                   // -1 = none
 
 // Coordinates (filled by the coordinate subsystem) ------------------------------------------
 extern bool GridVisible;  // the net is shown; the state itself is coordinates/coordinate_state.h

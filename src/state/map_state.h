@@ -33,7 +33,7 @@ struct EditBox : LiveControl {
 
 struct MapClipState {
   QImage image;
-  float factor = 0;  // by which it is reduced against its source; 0 = not built
+  float factor = 0;                                         // by which it is reduced against its source; 0 = not built
   int ClipX = 0, ClipY = 0, ClipWidth = 0, ClipHeight = 0;  // pixels of this clip
 };
 
@@ -73,23 +73,24 @@ struct MapState {
 
   int MapXPpM = 3780, MapYPpM = 3780;  // resolution in the picture file, points per metre
 
-  QString CurBookmark;        // row key of the current entry
-  QString HeaderBookmark;     // row key of the header row
+  QString CurBookmark;     // row key of the current entry
+  QString HeaderBookmark;  // row key of the header row
   FontQuestion FontMissing = FontQuestion::Ask;
-  QSet<QString> FontsAsked;   // entries whose missing font was asked for: once is enough
-  QString PicText;            // what is written on the window while a map is being loaded
+  QSet<QString> FontsAsked;     // entries whose missing font was asked for: once is enough
+  QSet<QByteArray> LeftFaulty;  // rows that cannot be drawn and that the user has left, by their fingerprints
+  QString PicText;              // what is written on the window while a map is being loaded
 
   RegionSet EntryRegions;  // hit list and union of the last redraw
   int MarkCount = 0;       // marked entries drawn in the last redraw
   int HiddenCount = 0, InactiveCount = 0;
   std::vector<PlanLabel> PlanLabels;
-  int PlanMode = 0;                  // negative: plan squares hidden
-  int BoxMode = 0;                   // -1: text boxes in the not-xor mode
-  bool Perspex = false;              // the boxes behind texts are half transparent; for the session
-  int ReferenceWidth = 1;            // pen width of reference lines, pixels
-  double ReferenceCircle = 4;        // radius of the foot point circle, pixels
-  double ReferenceArrow = 6;         // width of the arrow head, pixels
-  int ReferenceEnd = 1;              // end mark of the next foot point: 1 plain, 2 arrow, 3 circle
+  int PlanMode = 0;            // negative: plan squares hidden
+  int BoxMode = 0;             // -1: text boxes in the not-xor mode
+  bool Perspex = false;        // the boxes behind texts are half transparent; for the session
+  int ReferenceWidth = 1;      // pen width of reference lines, pixels
+  double ReferenceCircle = 4;  // radius of the foot point circle, pixels
+  double ReferenceArrow = 6;   // width of the arrow head, pixels
+  int ReferenceEnd = 1;        // end mark of the next foot point: 1 plain, 2 arrow, 3 circle
 
   EditBox Text2;
   LiveControl imgBild, imgRfLine, lblShape, lblPLQ;

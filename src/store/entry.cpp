@@ -4,6 +4,7 @@
 
 #include "platform/text.h"
 #include "state/global_state.h"
+#include "state/map_state.h"
 #include "state/table_state.h"
 #include "store/transaction.h"
 
@@ -159,4 +160,12 @@ QString Entry_Name() {
 int Entry_Count() {
   if (!rsEntries || !rsEntries->IsOpen()) return 0;
   return std::max(0, rsEntries->RecordCount() - 1);
+}
+
+bool Table_Is_Open() { return rsEntries && rsEntries->IsOpen() && Entry_Count() > 0; }
+
+bool On_Current_Entry() {
+  if (!Table_Is_Open()) return false;
+  if (!Map.CurBookmark.isEmpty() && rsEntries->HasRow(Map.CurBookmark)) rsEntries->SetBookmark(Map.CurBookmark);
+  return rsEntries->Position() > 0;
 }

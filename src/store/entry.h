@@ -61,9 +61,13 @@ EntryBox entry_box(const EntryRow& row);  // of any kind
 // Plan squares hold the opposite corner in place of width and height.
 void set_entry_box(EntryRow& row, const EntryBox& box);
 
-// Name of the current row for messages: "Text" CR, "Bild" CR, ID CR, "Planquadrat" CR, "Maßstab " size " ", "Symbol" CR.
-// Sets MsgText and returns it.
+// Name of the current row for messages: "Text" CR, "Bild" CR, ID CR, "Planquadrat" CR, "Maßstab " size " ", "Symbol"
+// CR. Sets MsgText and returns it.
 QString Entry_Name();
+// Is a table open that holds entries?
+bool Table_Is_Open();
+// Puts the cursor on the current entry (Map.CurBookmark). False on the header row and without an entry.
+bool On_Current_Entry();
 // Entries of the open table without the header row; 0 without a table.
 int Entry_Count();
 

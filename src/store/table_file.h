@@ -26,6 +26,8 @@ void Repair_Table();
 void Recover_Table();  // keeps _err, _rep and _bak copies; the caller raises 5000
 // Checkpoint + caption of mnuReset. The current row stays.
 void Undo_Point(const QString& caption);
+// The same in the middle of work that needs the table open: the rows are copied as they stand, UserTable is not.
+void Undo_Point_Of_Open_Table(const QString& caption);
 void Undo_Last();  // mnuReset: back to the snapshot
 // Before the table is closed to be opened again. Where its file was deleted, moved or renamed under the program, the
 // user is told and asked where the rows shall go; False if it is not back at its place: then it has to stay open.

@@ -59,7 +59,7 @@ bool Same_Map(const QString& stored) {
 }
 
 // Back to what was there before, from the snapshot: it holds changes that were not saved elsewhere as well.
-void Put_Back(const QString& user, const QString& tag) {
+void Put_Back(const QString& user, TableTag tag) {
   Close_Quietly();
   Tbl.DBGrid1.Caption = user;
   try {
@@ -150,7 +150,7 @@ void New_Table() {
     Report_Copy_Error(TableFile, error);
   }
   if (!loaded) {
-    Put_Back(user, QStringLiteral("Clean"));
+    Put_Back(user, TableTag::Clean);
     return;
   }
   Draw_If_Open();

@@ -1,6 +1,7 @@
 #include <QCryptographicHash>
 #include <QFile>
 #include <QRegularExpression>
+#include <functional>
 
 #include "platform/database.h"
 #include "platform/file_lock.h"
@@ -12,6 +13,8 @@
 
 // The snapshot for undo. Several programs may run in one program folder: each writes a file of its own, and none uses a
 // snapshot that does not prove to be one of its table.
+
+using namespace table_file;
 
 namespace {
 
@@ -67,9 +70,11 @@ void Delete_Work_Files(int number) {
 QString table_file::Snapshot_File() { return Numbered_File(snapshotBase, Own_Number(), ".MDB"); }
 QString table_file::Sorted_File() { return Numbered_File(sortedBase, Own_Number(), ".MDB"); }
 
-bool table_file::Take_Snapshot() {
+namespace {
+
+bool Take_By(const std::function<void(const QString& target)>& write) {
   try {
-    Compact_Over(TableFile, Snapshot_File());
+    write(Snapshot_File());
     Replace_File(Stamp_File(Own_Number()), Fingerprint(Snapshot_File()));
     userOfSnapshot.clear();
     return true;
@@ -82,6 +87,16 @@ bool table_file::Take_Snapshot() {
     }
     return false;
   }
+}
+
+}  // namespace
+
+bool table_file::Take_Snapshot() {
+  return Take_By([](const QString& target) { Compact_Over(TableFile, target); });
+}
+
+void Undo_Point_Of_Open_Table(const QString& caption) {
+  if (Take_By([](const QString& target) { dbEntries->Copy_To(target); })) Arm_Undo(caption);
 }
 
 table_file::SnapshotState table_file::State_Of_Snapshot() {

@@ -26,7 +26,7 @@ bool transaction::Run_On_Table(const TransactionWork& work) {
   };
   try {
     const bool whole = Run(*dbEntries, work);
-    whole ? void(Tbl.Tag = QStringLiteral("Dirty")) : takenBack();
+    whole ? void(Tbl.Tag = TableTag::Dirty) : takenBack();
     return whole;
   } catch (...) {
     takenBack();

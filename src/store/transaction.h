@@ -20,6 +20,7 @@ TransactionWork Wrapped(Work&& work) {
     return std::forward<Work>(work);
   }
 }
+// What the procedures below share.
 bool Run(Database& database, const TransactionWork& work);
 bool Run_On_Table(const TransactionWork& work);
 bool Run_Or_Tell(const QString& title, const TransactionWork& work);

@@ -1,6 +1,7 @@
 #include "tools/drag.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <functional>
 #include <limits>
@@ -12,6 +13,7 @@
 #include "edit/vertex_edit.h"
 #include "hand/activation.h"
 #include "hand/hand_controls.h"
+#include "hand/hand_frame.h"
 #include "hand/hand_texts.h"
 #include "platform/message_box.h"
 #include "state/events.h"
@@ -22,8 +24,6 @@
 #include "store/vertex_table.h"
 #include "view/redraw.h"
 
-DragState dragState;
-
 namespace {
 
 constexpr int clickReach = 3;         // less than that is a click
@@ -31,13 +31,6 @@ constexpr int gripBorder = 10;        // of the active text, beside its frame's 
 constexpr int handleReach = 2;        // round a handle
 constexpr int lineReach = 6;          // beside a line
 constexpr size_t outlineMost = 2000;  // vertices of an outline; a longer one shows every n-th
-
-std::array<LiveControl*, 13> Controls() {
-  return {&Map.Text2,        &Map.imgBild,      &Map.lblShape,     &Map.imgHandle,    &Map.imgRfLine,
-          &Map.lblHandle[0], &Map.lblHandle[1], &Map.lblHandle[2], &Map.lblHandle[3], &Map.lblHandle[4],
-          &Map.lblHandle[5], &Map.lblHandle[6], &Map.lblHandle[7]};
-}
-constexpr size_t footControl = 4;  // its place among them
 
 // Moves the cursor to the entry in hand. False if its row is not there any more.
 bool To_Hand() {
@@ -143,28 +136,20 @@ void Take_Entry_Outline() {
     dragState.base = Window_Outline(Load_Vertices(EntryId::Parse(row.ID).TableName()));
     dragState.closed = !EntryId::Parse(row.ID).IsLine();
   } else {
-    for (const LiveControl* control : {&Map.Text2, &Map.imgBild, &Map.lblShape})
+    for (const LiveControl* control : std::array<LiveControl*, 3>{&Map.Text2, &Map.imgBild, &Map.lblShape})
       if (control->Visible) dragState.base = Box_Outline(Control_Box(*control));
   }
 }
 
 // The foot point's marker stays where it is unless all of a group goes.
 void Move_Controls(QPoint by) {
-  const auto controls = Controls();
+  const auto controls = Dragged_Controls();
   const bool group = !Map.GroupInHand.isEmpty();
   for (size_t i = 0; i < controls.size(); ++i) {
     const bool foot = i == footControl;
     if (dragState.grip == Grip::Entry ? foot && !group : !foot) continue;
     controls[i]->Left = dragState.controls[i].Left + by.x();
     controls[i]->Top = dragState.controls[i].Top + by.y();
-  }
-}
-
-void Put_Controls_Back() {
-  const auto controls = Controls();
-  for (size_t i = 0; i < controls.size(); ++i) {
-    controls[i]->Left = dragState.controls[i].Left;
-    controls[i]->Top = dragState.controls[i].Top;
   }
 }
 
@@ -348,7 +333,8 @@ void Begin_Drag(Grip grip, int handle, QPoint window) {
   drag.grip = grip;
   drag.handle = handle;
   drag.start = drag.now = window;
-  const auto controls = Controls();
+  drag.view = View_Now();
+  const auto controls = Dragged_Controls();
   for (size_t i = 0; i < controls.size(); ++i) drag.controls[i] = *controls[i];
   dragState = drag;
   const EntryType type = Type_Here();
@@ -405,7 +391,7 @@ void End_Drag(QPoint window) {
     Cancel_Drag();
     return Ask_To_Delete_Outside();
   }
-  if (drag.grip != Grip::Handle) Put_Controls_Back();
+  if (drag.grip != Grip::Handle) Put_Dragged_Back();
   const int dx = Map_X(window.x()) - Map_X(drag.start.x()), dy = Map_Y(window.y()) - Map_Y(drag.start.y());
   if (drag.handle == pictureHandle) return Resize_Picture();
   dragState = {};
@@ -428,17 +414,6 @@ void End_Drag(QPoint window) {
     case Grip::None:
       break;
   }
-}
-
-void Cancel_Drag() {
-  if (!dragState.Active()) return;
-  Put_Controls_Back();
-  const bool moved = dragState.moved;
-  dragState = {};
-  if (!moved) return;
-  Paint_Hand();
-  events.MapPainted.Emit();
-  events.HandChanged.Emit();
 }
 
 void Move_In_Hand(int dx, int dy) {

@@ -6,4 +6,4 @@
 bool Choose_Figure(EntryKind kind);
 // The tool "Fig", of either kind: is it in use? Gives it up if it is.
 bool Figure_Tool_In_Use();
-void Drop_Figure_Tool();
+void Drop_Figure_Tool();  // nothing if another one is in use

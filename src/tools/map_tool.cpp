@@ -51,13 +51,14 @@ void End_Map_Tool() {
 }
 
 void Drop_Map_Tool() {
+  const bool known = Map_Tool_In_Use() != nullptr;
   const auto tool = Take_Away();
-  if (!tool) return;
+  if (!known) return;
   tool->Dropped();
   Show_Change();
 }
 
-// The state may have been made anew under a tool: it is none any more.
+// The state may have been made anew under a tool: it is none any more, and whoever it would tell may be gone.
 MapTool* Map_Tool_In_Use() { return inUse && inUse->Name() == Map.Tool ? inUse.get() : nullptr; }
 
 void Lay_Tool_Over(std::unique_ptr<MapTool> tool) {

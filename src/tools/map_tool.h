@@ -42,6 +42,7 @@ class MapTool {
   virtual ~MapTool() = default;
   // Map.Tool while it is in use. Two tools have not the same.
   virtual QString Name() const = 0;
+  // Pointer over the map while it is in use.
   virtual MapPointer Cursor(QPoint window) const {
     Q_UNUSED(window)
     return MapPointer::Cross;

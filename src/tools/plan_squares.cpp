@@ -8,6 +8,7 @@
 #include "plansquares/plan_map.h"
 #include "plansquares/raster_rows.h"
 #include "plansquares/raster_texts.h"
+#include "platform/for_now.h"
 #include "state/events.h"
 #include "state/global_state.h"
 #include "state/map_state.h"
@@ -136,26 +137,36 @@ void Toggle_Raster_Visible() {
 
 void mnuRasterDelete_Click() { Delete_Raster(); }
 
+namespace {
+
+// Writes the raster; its key if it is a free square, else 1. 0 if nothing was written.
+qint64 Write_Raster(const RasterPreview& wanted) {
+  // Its rows are the first thing the redraw at the end shall find active, without the preview that they replace.
+  const ForNow withoutPreview(preview, std::optional<RasterPreview>());
+  const ForNow active(frmMDI.RasterActive, true);
+  frmMDI.HasPlanSquares = true;
+  const bool free = wanted.design.field == RasterField::Free;
+  const qint64 key = free                                      ? Take_Free_Square(wanted.design, wanted.plan)
+                     : Take_Raster(wanted.design, wanted.plan) ? 1
+                                                               : 0;
+  // A redraw on the way, without squares, has switched it off.
+  if (key != 0 && !Raster_Active()) Set_Raster_Active(true), Map_Redraw();
+  return key;
+}
+
+}  // namespace
+
 bool Take_Raster_On_Map(const RasterPreview& wanted) {
   if (Entry_In_Hand() && !End_Entry()) return false;
-  const bool wasActive = Raster_Active();
-  const std::optional<RasterPreview> shown = std::exchange(preview, std::nullopt);
-  // Its rows are the first thing the redraw at the end shall find active.
-  Set_Raster_Active(true);
-  frmMDI.HasPlanSquares = true;
-  qint64 key = 0;
-  const bool free = wanted.design.field == RasterField::Free;
-  const bool taken =
-      free ? (key = Take_Free_Square(wanted.design, wanted.plan)) != 0 : Take_Raster(wanted.design, wanted.plan);
-  if (taken) {
-    if (!Raster_Active()) Set_Raster_Active(true), Map_Redraw();
-    if (free) Take_Entry(QString::number(key));
-    return true;
+  const qint64 key = Write_Raster(wanted);
+  if (key == 0) {
+    Map_Redraw();
+    return false;
   }
-  Set_Raster_Active(wasActive);
-  preview = shown;
-  Map_Redraw();
-  return false;
+  preview.reset();
+  Set_Raster_Active(true);
+  if (wanted.design.field == RasterField::Free) Take_Entry(QString::number(key));
+  return true;
 }
 
 void Connect_Plan_Squares() {

@@ -17,4 +17,4 @@ void Forget_Entry_Pictures();
 // Bytes of all that are kept. Beyond the bound those go that were not asked for the longest; the one last asked for
 // stays in any case. Setting gives the former bound.
 qint64 Entry_Pictures_Kept();
-qint64 Bound_Entry_Pictures(qint64 bytes);
+qint64 Bound_Entry_Pictures(qint64 bytes);  // bytes

@@ -5,7 +5,6 @@
 
 #include "objects/net_draw.h"
 #include "platform/for_now.h"
-#include "platform/message_box.h"
 #include "state/coordinate_state.h"
 #include "state/events.h"
 #include "state/global_state.h"
@@ -13,8 +12,8 @@
 #include "state/mdi_state.h"
 #include "state/table_state.h"
 #include "store/entry.h"
-#include "store/entry_edit.h"
 #include "view/entry_painter.h"
+#include "view/faulty_rows.h"
 #include "view/overlay.h"
 #include "view/picture_cache.h"
 
@@ -64,21 +63,6 @@ void Show_Counts(const DrawCounts& counts) {
   const QString text = Count_Text(counts.hidden, counts.inactive);
   InfoBar.Panel[2] = text.isEmpty() ? Tbl.DBGrid1.Caption : text;
   frmMDI.Enabled = true;
-}
-
-// The entry that could not be drawn stands as the current row: the user may delete it.
-bool Ask_Delete(const Error& error) {
-  const MsgAnswer answer =
-      Message_Box(QStringLiteral("Fehler: %1 %2\n%3\n\nSoll dieser Eintrag gelöscht werden?")
-                      .arg(error.number)
-                      .arg(error.text, Entry_Name()),
-                  MsgButtons::YesNo, MsgIcon::Question, QStringLiteral("Fehler"), MsgDefault::Second);
-  if (answer != MsgAnswer::Yes) return false;
-  rsEntries->Delete();
-  Tbl.Tag = TableTag::Dirty;
-  Map.CurBookmark.clear();
-  events.TableChanged.Emit();
-  return true;
 }
 
 bool Can_Redraw() { return frmMDI.MapOpen && rsEntries && !Map.MapClip[0].image.isNull(); }
@@ -149,20 +133,17 @@ void Draw_Background(DrawContext& context) {
 DrawCounts Draw_Entries(DrawContext& context) {
   if (!rsEntries) return {};
   EntryPainter painter(context);
-  int deleted = 0;
+  FaultyRows faulty;
   For_Each_Entry([&] {
     try {
       painter.Draw_Row(*rsEntries);
     } catch (const Error& error) {
-      if (!Ask_Delete(error)) return Walk::On;
-      ++deleted;
-      return Walk::RowGone;
+      faulty.Meet(error);
     }
-    return Walk::On;
   });
   painter.Finish();
   DrawCounts counts = painter.Counts();
-  counts.deleted = deleted;
+  counts.deleted = faulty.Delete();
   return counts;
 }
 
@@ -218,5 +199,8 @@ void Connect_Redraw() {
   static int listener = 0;
   Reconnect(events.RedrawWanted, listener, [] { Map_Redraw(); });
   static int closed = 0;
-  Reconnect(events.MapClosed, closed, Forget_Entry_Pictures);
+  Reconnect(events.MapClosed, closed, [] {
+    Forget_Entry_Pictures();
+    Map.LeftFaulty.clear();
+  });
 }

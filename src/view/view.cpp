@@ -379,6 +379,8 @@ void Set_Light(bool light) {
   events.StateChanged.Emit();
 }
 
+ViewPlace View_Now() { return {Map.Zoom, Map.ViewLeft, Map.ViewTop}; }
+
 int Zoom_Percent() { return static_cast<int>(std::floor(100.0F / Map.Zoom)); }
 
 int Clip_Builds() { return builds; }

@@ -19,7 +19,7 @@ struct WorkbookLock {
   QString file;         // path of the lock file
   QString user, since;  // may be empty
 };
-std::optional<WorkbookLock> Workbook_Lock(const QString& path);
+std::optional<WorkbookLock> Workbook_Lock(const QString& path);  // nothing if nobody has it open
 // What to tell the user of it: the workbook, who has it and since when.
 QString Lock_Text(const QString& path, const WorkbookLock& lock);
 
@@ -32,11 +32,11 @@ class Workbook {
   Workbook(const Workbook&) = delete;
   Workbook& operator=(const Workbook&) = delete;
 
-  bool IsNew() const;
+  bool IsNew() const;  // there is no file yet
   // A file of the former binary kind lies under the name: the path it is put aside to when this one is saved; else "".
   QString AsidePath() const;
 
-  QStringList SheetNames() const;
+  QStringList SheetNames() const;            // in the order of the book
   bool HasSheet(const QString& name) const;  // in any case
   // Values, looks, widths of a sheet. A formula gives the value it had last, a truth value 1 or 0, an error its text.
   // Colours by theme are left out. Error 9 if there is no such sheet, 321 if it is damaged.

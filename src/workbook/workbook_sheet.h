@@ -57,7 +57,7 @@ class Sheet {
   const CellValue& Value(int row, int column) const;  // empty beyond the cells that are there
   QString Text(int row, int column) const;            // a number as plain text with "."; "" for an empty cell
   double Number(int row, int column) const;           // 0 if it holds none
-  const CellStyle& Style(int row, int column) const;
+  const CellStyle& Style(int row, int column) const;  // that of an empty cell without one
 
   void SetColumnWidth(int column, double characters) { widths[column] = characters; }
   void SetRowHeight(int row, double points) { heights[row] = points; }
@@ -88,6 +88,6 @@ class Sheet {
 QString Sheet_Text(QString text);
 // "A", "Z", "AA"; "B7".
 QString Column_Name(int column);
-QString Cell_Name(int row, int column);
+QString Cell_Name(int row, int column);  // rows and columns from 1
 // Whether a sheet can have this name: 1 to 31 characters, none of []:*?/\ and no control character, no "'" at its ends.
 bool Is_Sheet_Name(const QString& name);

@@ -1,7 +1,7 @@
 #include "edit/marks.h"
 
+#include "hand/group.h"
 #include "support/bulk_fixture.h"
-#include "view/redraw.h"
 
 namespace {
 

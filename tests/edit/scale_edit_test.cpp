@@ -132,6 +132,8 @@ TEST_F(ScaleEditTest, MeasuringLineLiesOrStandsByItsLongerDirection) {
   measure();
   Drag({100, 100}, {300, 100});
   EXPECT_EQ(line.Length(), 100) << "map pixels";
+  Map_Key(Qt::Key_Escape, {});
+  EXPECT_EQ(dropped, 2);
 }
 
 }  // namespace

@@ -5,10 +5,7 @@
 #include "edit/property_transfer.h"
 #include "edit/search_replace.h"
 #include "platform/files.h"
-#include "platform/progress.h"
 #include "store/columns.h"
-#include "store/file_names.h"
-#include "store/header_row.h"
 #include "support/bulk_fixture.h"
 #include "support/table_fixture.h"
 

@@ -135,8 +135,7 @@ TEST(Floors, OnlyTheNamedRoomsKnowEachOther) {
 TEST(Floors, NoRoomIncludesMoreThanEighteenOthers) {
   Rooms rooms = Rooms_Of(House_Tree());
   // Still to be divided.
-  for (const char* room : {"hand/activation", "tools/mouse", "view/entry_painter"})
-    rooms.erase(room);
+  for (const char* room : {"hand/activation", "tools/mouse", "view/entry_painter"}) rooms.erase(room);
   EXPECT_THAT(Wide_Rooms(rooms, 18), IsEmpty());
 }
 

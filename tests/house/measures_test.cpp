@@ -1,7 +1,5 @@
 #include <gmock/gmock.h>
 
-#include <QSet>
-
 #include "house/source_tree.h"
 #include "support/fixture.h"
 
@@ -14,7 +12,7 @@ using ::testing::IsEmpty;
 namespace {
 
 constexpr int longestFunction = 60, longestFile = 650;
-constexpr double largestFolder = 0.20, leastCommented = 0.94;
+constexpr double largestFolder = 0.20, leastCommented = 0.955;
 
 int Lines_Of(const QString& content) { return static_cast<int>(content.count('\n')); }
 
@@ -88,7 +86,7 @@ struct Procedures {
 };
 
 // Procedures that others may call: free ones and public ones of classes, without constructors, overrides, operators and
-// methods whose body stands on their line. A comment stands at the procedure, or alone at the head of a group without
+// those whose body stands on their line. A comment stands at the procedure, or alone at the head of a group without
 // empty lines.
 Procedures Procedures_Of(const QString& path, const QString& content) {
   static const QRegularExpression procedure(uR"(^(?:  )?[A-Za-z\[][^=({]*[\s&*](?!operator)\w+\()"_s),
@@ -114,7 +112,7 @@ Procedures Procedures_Of(const QString& path, const QString& content) {
     qsizetype last = i;
     while (last + 1 < lines.size() && !lines[last].contains(';') && !lines[last].contains('{')) ++last;
     const QStringList text = lines.mid(i, last - i + 1);
-    if (other.match(text.join(' ')).hasMatch() || (inType && line.endsWith('}'))) continue;
+    if (other.match(text.join(' ')).hasMatch() || line.endsWith('}')) continue;
     ++found.all;
     const qsizetype before = i - 1 - (i > 0 && lines[i - 1].startsWith("template"));
     const QString above = lines.value(before);
@@ -131,16 +129,13 @@ Procedures Procedures_Of(const QString& path, const QString& content) {
 }  // namespace
 
 TEST(Measures, FunctionsAndFilesAreShort) {
-  // A list of the records of a picture, each with one line or two.
-  const QSet<QString> longAndPlain = {"bool Player::Play_Shape(quint16 number, const Words& words)"};
   std::vector<QString> faults;
   size_t functions = 0;
   for (const auto& [path, content] : House_Tree()) {
     if (Lines_Of(content) > longestFile) faults.push_back(u"%1: %2 lines"_s.arg(path).arg(Lines_Of(content)));
     for (const auto& [head, line, lines] : Functions_Of(content)) {
       ++functions;
-      if (lines > longestFunction && !longAndPlain.contains(head))
-        faults.push_back(u"%1:%2: %3 lines: %4"_s.arg(path).arg(line).arg(lines).arg(head));
+      if (lines > longestFunction) faults.push_back(u"%1:%2: %3 lines: %4"_s.arg(path).arg(line).arg(lines).arg(head));
     }
   }
   EXPECT_GT(functions, 2500U);

@@ -2,9 +2,9 @@
 
 #include "coordinates/calibration_file.h"
 #include "coordinates/conversions.h"
+#include "exchange/csv_export.h"
 #include "import/csv_import.h"
 #include "import/csv_place.h"
-#include "state/coordinate_state.h"
 #include "state/mdi_state.h"
 #include "support/nets.h"
 #include "support/refused_writes.h"
@@ -300,4 +300,31 @@ TEST_F(CsvTest, AFaultOfTheTableTakesAllBack) {
   EXPECT_TRUE(result.failed);
   EXPECT_EQ(result.imported, 0);
   EXPECT_EQ(Texts(), QStringList());
+}
+
+// Texts that a spreadsheet program would compute leave guarded and come back as they were; numbers stay numbers.
+TEST_F(CsvTest, NoTextLeavesAsAFormula) {
+  const QStringList texts = {
+      "=SUMME(A1:A9)", "+49 Brutpaare",           "-Nord", "@Feld", "'=x", "''-y", "'n Nest", "-3,5", "+12",
+      "Amsel=1",       "=HYPERLINK(\"http://x\")"};
+  const QStringList guarded = {
+      "'=SUMME(A1:A9)", "'+49 Brutpaare",           "'-Nord", "'@Feld", "''=x", "'''-y", "'n Nest", "-3,5", "+12",
+      "Amsel=1",        "'=HYPERLINK(\"http://x\")"};
+  for (const QString& text : texts) Add(Text(text, 700, 1400));
+  QStringList lines = Csv_Export_Lines("KARTE.MDB"), cells;
+  while (!lines.isEmpty() && !lines.first().startsWith("1 ;")) lines.removeFirst();
+  lines.removeLast();
+  for (const QString& line : lines) {
+    cells << line.section(" ; ", 1, 1);
+    EXPECT_EQ(line.section(" ; ", 2, 3), "700 ; 1400");
+  }
+  EXPECT_EQ(cells, guarded);
+  lines.prepend("Nr;#Eintrag;x;y;#X;#Y;#UTM");
+  EXPECT_EQ(Import(lines.join("\r\n").toUtf8()).imported, texts.size());
+  EXPECT_EQ(Texts(), texts + texts);
+  // Coordinates are read as they stand.
+  MessageScript script;
+  script.Expect("\"'-701\" ist keine lesbare Koordinate", MsgAnswer::Yes);
+  EXPECT_EQ(Import(head + "'-Rain;'-701;5514415;\r\n-Rain;645460;5514415;\r\n").imported, 1);
+  EXPECT_EQ(Texts().back(), "-Rain");
 }

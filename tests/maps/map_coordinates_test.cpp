@@ -5,7 +5,6 @@
 #include "maps/map_open.h"
 #include "platform/files.h"
 #include "platform/shell.h"
-#include "state/coordinate_state.h"
 #include "state/dialog_hooks.h"
 #include "state/events.h"
 #include "state/mdi_state.h"

@@ -5,6 +5,8 @@
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
+#include <cmath>
+#include <limits>
 #include <random>
 
 #include "platform/files.h"
@@ -426,11 +428,13 @@ TEST_F(DatabaseTest, StatementsThatGrowAreStopped) {
       "SELECT a.ID, b.ID FROM MapData a, MapData b, MapData c, MapData d ORDER BY a.ID || b.ID",
       "SELECT count(*) FROM (SELECT DISTINCT a.ID || b.ID || c.ID || d.ID FROM MapData a, MapData b, MapData c, "
       "MapData d)",
-      "INSERT INTO MapData(ID) SELECT a.ID || b.ID FROM MapData a, MapData b, MapData c, MapData d"};
+      "INSERT INTO MapData(ID) SELECT a.ID || b.ID FROM MapData a, MapData b, MapData c, MapData d",
+      "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i+1 FROM n) "
+      "INSERT INTO MapData(ID) SELECT hex(zeroblob(5000)) FROM n"};
   for (const char* sql : statements) {
     const TimeLimit limit(*database, 60'000, {.bytes = bytes, .stopped = {}});
     const qint64 before = sqlite3_memory_highwater(1);
-    const Error error = Raised([&] { *sql == 'I' ? void(database->Execute(sql)) : void(database->OpenSnapshot(sql)); });
+    const Error error = Raised([&] { *sql != 'S' ? void(database->Execute(sql)) : void(database->OpenSnapshot(sql)); });
     EXPECT_EQ(error.number, 7) << sql;
     EXPECT_TRUE(error.text.startsWith("Die Anweisung braucht mehr Speicher, als ihr zusteht (20 MB)")) << error.text;
     EXPECT_LT(sqlite3_memory_highwater(1) - before, 2 * bytes) << sql;
@@ -469,6 +473,73 @@ TEST_F(DatabaseTest, RunningStatementIsStoppedByTheUser) {
   EXPECT_EQ(Error_Of([&] { database->OpenSnapshot(forever); }), 3075);
   EXPECT_EQ(other->Text(0), "0");
   EXPECT_EQ(database->OpenSnapshot("SELECT sum(Xmap) FROM MapData")->Integer(0), 435);
+}
+
+// Values that we would never write.
+TEST_F(DatabaseTest, ForeignValuesAreRead) {
+  database->CreateTable(Points_Def("Linie0"));
+  By_Another_Program(
+      "INSERT INTO MapData(ID, Größe, VG, Xmap, Summe) VALUES"
+      "('a', 9e999, -9e999, -9223372036854775807 - 1, 9223372036854775807), ('b', -1e300, 1e300, '1e999', '-1e999'),"
+      "(replace(hex(zeroblob(5000000)), '00', 'ä-'), x'80ff', 'viel', 2.5, 1e19);"
+      "INSERT INTO Linie0 VALUES(5000000000, -9e999), (1e300, '7 m')");
+  const double largest = std::numeric_limits<double>::max();
+  const qint64 least = std::numeric_limits<qint64>::min(), most = std::numeric_limits<qint64>::max();
+  EXPECT_EQ(rows->Raw(2), Value());
+  EXPECT_EQ(rows->Number(u"Größe"), 0);
+  EXPECT_EQ(rows->Integer(u"VG"), 0);
+  EXPECT_EQ(rows->Text(u"VG"), "");
+  EXPECT_EQ(rows->Integer(u"Xmap"), least);
+  EXPECT_EQ(rows->Number(u"Summe"), 9223372036854775808.0);
+  rows->MoveNext();
+  EXPECT_EQ(rows->Integer(u"Größe"), least);
+  EXPECT_EQ(rows->Integer(u"VG"), most);
+  for (const char16_t* field : {u"Xmap", u"Summe"})
+    EXPECT_LE(std::fabs(rows->Number(QStringView(field))), largest) << rows->Text(QStringView(field));
+  rows->MoveNext();
+  EXPECT_EQ(rows->Text(0).size(), 10'000'000);
+  EXPECT_EQ(rows->Text(0).right(2), "ä-");
+  EXPECT_EQ(rows->Number(u"VG"), 0);
+  EXPECT_EQ(rows->Integer(u"Xmap"), 2);
+  const int intMost = std::numeric_limits<int>::max(), intLeast = std::numeric_limits<int>::min();
+  const auto& points = *database->Points("Linie0");
+  EXPECT_EQ(points[0].x, intMost);
+  EXPECT_EQ(points[0].y, intLeast);
+  EXPECT_EQ(points[1].x, intMost);
+  EXPECT_EQ(points[1].y, 7);
+  rows->MoveFirst();
+  rows->Edit();
+  for (const double value : {std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::quiet_NaN()})
+    EXPECT_EQ(Error_Of([&] { rows->Set(u"Größe", value); }), 6);
+  database->AddColumn("MapData", {"Lang", FieldType::Text, 0});
+  rows->Requery();
+  rows->Edit();
+  rows->Set(u"Lang", QString(50'000'001, u'ä'));
+  EXPECT_EQ(Error_Of([&] { rows->Update(); }), 3075) << "more than a row can hold";
+  EXPECT_EQ(rows->Raw(6), Value());
+  EXPECT_EQ(database->OpenSnapshot("SELECT fx_round(1.5e308, 15), fx_round(2.345, 2)")->Number(0), 1.5e308);
+}
+
+TEST_F(DatabaseTest, KeysAtTheirEnd) {
+  Add("a");
+  database->Execute("UPDATE MapData SET rowid=9223372036854775806");
+  rows->Requery();
+  Add("b");
+  EXPECT_EQ(Error_Of([&] { Add("c"); }), 6);
+  EXPECT_EQ(Ids(*rows), QStringList({"a", "b"}));
+}
+
+TEST_F(DatabaseTest, TextsInUtf16AreRead) {
+  const QString other = folder.filePath("Fremd.MDB");
+  sqlite3* foreign = nullptr;
+  ASSERT_EQ(sqlite3_open(qPrintable(other), &foreign), SQLITE_OK);
+  EXPECT_EQ(sqlite3_exec(foreign, "PRAGMA encoding='UTF-16'; CREATE TABLE t(ID TEXT); INSERT INTO t VALUES('Bär')",
+                         nullptr, nullptr, nullptr),
+            SQLITE_OK);
+  sqlite3_close(foreign);
+  const auto open = Workspace::OpenDatabase(other);
+  EXPECT_EQ(open->OpenRecordset("t")->Text(0), "Bär");
+  EXPECT_EQ(open->OpenSnapshot("SELECT ID || 'en' FROM t WHERE ID = 'BÄR' COLLATE NOCASE")->Text(0), "Bären");
 }
 
 // What another program put into the file: it is neither run nor in the way.

@@ -39,6 +39,39 @@ class Files : public ::testing::Test {
 };
 }  // namespace
 
+// What a kill leaves behind, beside what others still write and what is none of ours.
+TEST_F(Files, AsidesOfProgramsThatEndedAreCleared) {
+  const pid_t ended = ::fork();
+  if (ended == 0) ::_exit(0);
+  ::waitpid(ended, nullptr, 0);
+  const pid_t running = ::getppid();
+  const auto put_all = [&](const QStringList& patterns, pid_t writer) {
+    for (const QString& pattern : patterns) Put(pattern.arg(writer), "halb");
+  };
+  const QStringList ours = {".flurax-%1-1.neu", ".flurax-%1-12.neu-wal", "TEMP.MDB.neu.%1~", "Karte ä.mdb.%1~-journal"};
+  put_all(ours, ended);
+  put_all(ours, running);
+  const QStringList foreign = {"flurax-%1-1.neu", ".flurax-%1.neu", "Brief.txt.%1~", "Karte.mdb.%1", "Karte.mdb~%1~"};
+  put_all(foreign, ended);
+  Put(".flurax-x-1.neu", "");
+  Put("Unter/.flurax-1-1.neu", "");
+  QStringList kept{".flurax-x-1.neu", "Unter"};
+  for (const QString& pattern : ours) kept << pattern.arg(running);
+  for (const QString& pattern : foreign) kept << pattern.arg(ended);
+  Clear_Stale_Asides(folder.path());
+  QStringList names = Names();
+  kept.sort();
+  names.sort();
+  EXPECT_EQ(names, kept);
+  EXPECT_EQ(QFileInfo(Aside_Name(Path("Karte.MDB"))).path(), folder.path());
+  Put(QFileInfo(Aside_Name(Path("Karte.MDB"))).fileName(), "eigen");
+  Clear_Stale_Asides(folder.path());
+  Clear_Stale_Asides(Path("fehlt"));
+  names = Names();
+  names.sort();
+  EXPECT_EQ(names, kept) << "of an earlier program with our number";
+}
+
 TEST_F(Files, EveryByteOfTheCodePageComesBack) {
   QByteArray all;
   for (int i = 1; i < 256; ++i) all.append(static_cast<char>(i));

@@ -48,6 +48,7 @@ class Metafile {
     records += record;
     return *this;
   }
+  const QByteArray& Records() const { return records; }
   // 1440 units an inch: `width` and `height` in pixels of 96 dpi are 15 units each.
   QByteArray Bytes(int width, int height, bool placeable = true) const {
     QByteArray bytes;

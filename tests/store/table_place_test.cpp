@@ -38,8 +38,7 @@ TEST_F(TablePlace, ADeletedFileIsWrittenAgainAndUndoGoesOn) {
     const QStringList rows = Texts();
     rsEntries->MoveTo(1);
     ASSERT_TRUE(QFile::remove(Table()));
-    MessageScript script;
-    script.Expect(away + Table() + "\n\nSie wurde gelöscht", MsgAnswer::Yes);
+    MessageScript script(away + Table() + "\n\nSie wurde gelöscht", MsgAnswer::Yes);
     Undo_Point("Rückgängig: Ersetzen");
     EXPECT_EQ(rsEntries->Text(column::Eintrag), "eins");
     EXPECT_EQ(Texts_In(ProgramFolder + "/TEMP.MDB"), rows);
@@ -122,18 +121,13 @@ TEST_F(TablePlace, ClosingLosesNoRows) {
   // Moved: they are where the file is. Deleted: at the worst they lie in the program folder.
   Open_Written();
   ASSERT_TRUE(QFile::rename(Table(), Path("Karten/alt.MDB")));
-  {
-    MessageScript script;
-    script.Expect("Jetzt liegt sie hier:\n" + Path("Karten/alt.MDB"));
-    Close_Table(CloseMode::CloseOnly);
-  }
+  With_Box("Jetzt liegt sie hier:\n" + Path("Karten/alt.MDB"), [&] { Close_Table(CloseMode::CloseOnly); });
   EXPECT_EQ(Texts_In(Path("Karten/alt.MDB")), oneTwoThree);
   for (const MsgAnswer answer : {MsgAnswer::Yes, MsgAnswer::Cancel}) {
     QFile::remove(Table());
     Open_Written();
     ASSERT_TRUE(QFile::remove(Table()));
-    MessageScript script;
-    script.Expect(away, answer);
+    MessageScript script(away, answer);
     const QString last = ProgramFolder + "/KARTE_old.MDB";
     if (answer == MsgAnswer::Cancel) script.Expect("liegen jetzt in:\n" + last);
     Close_Table(CloseMode::CloseOnly);

@@ -2,7 +2,6 @@
 
 #include "coordinates/net_build.h"
 #include "maps/map_coordinates.h"
-#include "state/coordinate_state.h"
 #include "support/hand_fixture.h"
 #include "support/nets.h"
 #include "support/pixels.h"

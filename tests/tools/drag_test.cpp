@@ -51,6 +51,39 @@ TEST_F(DragTest, NothingIsWrittenOrPaintedAnewUntilTheEnd) {
   EXPECT_EQ(Row(box).Xline, 80);
 }
 
+// The outline would stay where it is while the map moves away under it.
+TEST_F(DragTest, ScrollingOrZoomingPutsWhatIsDraggedBack) {
+  const QString box = Add(Figure_Row(20, {300, 300, 80, 60})), text = Add(Text_Row("Amsel", 600, 400));
+  Map_Redraw();
+  ASSERT_TRUE(Take_Entry(box));
+  const std::function<void()> moves[] = {[] { Scroll_By(60, 0); }, [] { Scroll_Changed(false, 20); },
+                                         [] { Zoom_At(2, 100, 100); }, [] { Set_Zoom(1); }};
+  for (const auto& move : moves) {
+    const QPoint from(Window_X(340), Window_Y(330)), to = from + QPoint(40, 25);
+    Map_Mouse_Down(from, MouseButton::Left, {});
+    Map_Mouse_Move(to, true);
+    ASSERT_FALSE(Map_Paint_Over().empty());
+    int painted = 0;
+    const int listener = events.MapPainted.Connect([&painted] { ++painted; });
+    move();
+    events.MapPainted.Disconnect(listener);
+    EXPECT_EQ(painted, 1);
+    EXPECT_TRUE(Map_Paint_Over().empty());
+    EXPECT_EQ(Box(Map.lblShape).topLeft(), QPoint(Window_X(300), Window_Y(300)));
+    Map_Mouse_Move(to + QPoint(10, 10), true);
+    Map_Mouse_Up(to + QPoint(10, 10), MouseButton::Left);
+    EXPECT_EQ(At(box), QPoint(300, 300));
+    EXPECT_EQ(Map.InHand, box);
+  }
+  Scroll_By(-9999, -9999);
+  Map_Mouse_Down({340, 330}, MouseButton::Left, {});
+  Map_Mouse_Move({380, 360}, true);
+  Map_Redraw();  // the view is the same: the drag goes on
+  Map_Mouse_Up({380, 360}, MouseButton::Left);
+  EXPECT_EQ(At(box), QPoint(340, 330));
+  EXPECT_EQ(At(text), QPoint(600, 400));
+}
+
 TEST_F(DragTest, HandlesSizeFigures) {
   struct Case {
     int kind, handle;

@@ -81,8 +81,7 @@ TEST_F(MapTools, OneAtATime) {
   const QString text = Add_Text("Amsel");
   ASSERT_TRUE(Take_Entry(text));
   Text_Typed(QString(100, 'x'));
-  MessageScript script;
-  script.Expect("zu lang");
+  MessageScript script("zu lang");
   EXPECT_FALSE(pick("A"));
   EXPECT_EQ(Map.InHand, text);
 }

@@ -1,6 +1,5 @@
 #include "tools/mouse.h"
 
-#include "state/global_state.h"
 #include "support/hand_fixture.h"
 
 namespace {

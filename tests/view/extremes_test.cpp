@@ -70,8 +70,7 @@ class ExtremeRows : public BulkTest {
 constexpr int kinds[] = {0, 1, 2, 3, 4, 5, 7, 11, -12, 15, 16, 17, 18, 20, 21, 22, 23, 24, 25, 40};
 
 TEST_F(ExtremeRows, NumbersBeyondEveryColumn) {
-  MessageScript script;
-  script.AllowAny(MsgAnswer::No);
+  MessageScript script(MsgAnswer::No);
   Write_Vertices("Flaeche1", {{10, 10}, {60, 10}, {60, 60}});
   Write_Vertices("Figur2", {{10, 10}, {60, 10}, {60, 60}});
   Map.ScaleWidth = Map.ScaleHeight = 120;  // less to paint for each row
@@ -90,8 +89,7 @@ TEST_F(ExtremeRows, NumbersBeyondEveryColumn) {
 }
 
 TEST_F(ExtremeRows, TextsThatMeanNothing) {
-  MessageScript script;
-  script.AllowAny(MsgAnswer::No);
+  MessageScript script(MsgAnswer::No);
   Write_Vertices("Linie1", {{10, 10}, {60, 10}, {60, 60}});
   Map.ScaleWidth = Map.ScaleHeight = 120;
   In_Transaction([] {
@@ -121,8 +119,7 @@ TEST_F(ExtremeRows, VerticesBeyondTheMap) {
 
 // Each of these took seconds, and the largest font had no end.
 TEST_F(ExtremeRows, MegabytesAndHugeFonts) {
-  MessageScript script;
-  script.AllowAny(MsgAnswer::No);
+  MessageScript script(MsgAnswer::No);
   Write_Vertices("Flaeche1", {{10, 10}, {60, 10}, {60, 60}});
   const QString letters = "replace(hex(zeroblob(1000000)), '0', 'W')";
   In_Transaction([&letters] {

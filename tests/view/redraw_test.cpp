@@ -262,8 +262,7 @@ TEST_F(Redraw, AHiddenRowThatCannotBeDrawnLeavesTheOthersTheirRegions) {
   Append_Damaged(-20);
   Append_Entry(Figure_Row(20, {200, 200, 80, 80}));
   frmMDI.showHidden = true;
-  MessageScript script;
-  script.Expect(QStringLiteral("Soll dieser Eintrag gelöscht werden?"), MsgAnswer::No);
+  MessageScript script(QStringLiteral("Soll dieser Eintrag gelöscht werden?"), MsgAnswer::No);
   Map_Redraw();
   EXPECT_EQ(Map.EntryRegions.Count(), 1);
   EXPECT_EQ(Hit_Entry({240, 240}), 1);

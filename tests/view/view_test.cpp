@@ -6,8 +6,6 @@
 #include "maps/map_open.h"
 #include "platform/surface.h"
 #include "state/events.h"
-#include "state/map_state.h"
-#include "state/mdi_state.h"
 #include "state/table_state.h"
 #include "support/fixture.h"
 #include "support/looks.h"

@@ -1,4 +1,3 @@
-#include <QPlainTextEdit>
 
 #include "hand/activation.h"
 #include "platform/files.h"

@@ -1,12 +1,14 @@
 #include "windows/command_fixture.h"
 
 #include <QClipboard>
+#include <QComboBox>
+#include <QDir>
 #include <QLineEdit>
 #include <QMdiSubWindow>
 #include <QPlainTextEdit>
-#include <QTabWidget>
 
 #include "edit/table_edit.h"
+#include "maps/menu_state.h"
 #include "plansquares/raster_rows.h"
 #include "platform/file_dialog.h"
 #include "platform/text.h"
@@ -16,15 +18,18 @@
 #include "support/errors.h"
 #include "view/view.h"
 #include "windows/canvas/map_window_controls.h"
+#include "windows/common/help_window.h"
 #include "windows/desktop/clipboard.h"
 #include "windows/maps/frmNotePad.h"
+#include "windows/plansquares/frmRaster.h"
 #include "windows/store/tbl_window.h"
 #include "windows/store/tbl_window_model.h"
 
 namespace {
 
 QString First_Line(const MsgRequest& request) {
-  return request.title.trimmed().isEmpty() ? request.text.trimmed().section(u'\n', 0, 0) : request.title.trimmed();
+  const QString line = request.text.trimmed().section(u'\n', 0, 0);
+  return request.title.trimmed() + (line.contains(u'/') ? QString() : u'|' + line);
 }
 
 void Serve_Events() {
@@ -37,7 +42,9 @@ void Serve_Events() {
 QString Window_Name(const QWidget& shown) {
   QString name = QString::fromLatin1(shown.metaObject()->className());
   if (!shown.windowTitle().isEmpty()) name += QStringLiteral(" '%1'").arg(shown.windowTitle().trimmed());
-  if (const auto* tabs = shown.findChild<QTabWidget*>()) name += u' ' + tabs->tabText(tabs->currentIndex());
+  if (const auto* help = qobject_cast<const HelpWindow*>(&shown)) name += u' ' + help->Page();
+  if (const auto* raster = qobject_cast<const FrmRaster*>(&shown))
+    name += u' ' + raster->findChild<QComboBox*>("cmbSize")->currentText();
   return name;
 }
 
@@ -56,13 +63,17 @@ void CommandTest::SetUp() {
   picture.fill(Qt::red);
   ASSERT_TRUE(picture.save(Path("Foto.bmp")));
   Write_Lines(Path("Karte.cal"), Utm_Calibration({100, 300}, 80));
-  Write_Template(QStringLiteral("Wiese"), {.VG = 3, .HG = 5, .RA = 2, .TX = 4, .SB = 6});
+  QDir().mkpath(Program_File("Hilfe"));
+  for (const char* page : {"index.htm", "Einstellungen.htm"})
+    Write_Lines(Program_File("Hilfe/") + QLatin1String(page), {QStringLiteral("<p>Seite</p>")});
+  ASSERT_TRUE(Open_User_Map(Make_Map(QStringLiteral("Andere.bmp"), 300, 200)));
   ASSERT_TRUE(Open_User_Map(map));
   Make_Entries();
   Close_Map();
   Table_File_Copy(Path("KARTE.MDB"), Path("Anfang.sav"));
   Watch_Services();
   Begin_Anew();
+  untouched = Rows();
 }
 
 void CommandTest::TearDown() {
@@ -72,6 +83,7 @@ void CommandTest::TearDown() {
   WindowTest::TearDown();
   Set_Message_Handler({});
   Set_File_Dialog_Handler({});
+  Set_Input_Box_Handler({});
   Set_Shell(shell);
   Set_Printer(printer);
 }
@@ -114,6 +126,10 @@ void CommandTest::Watch_Services() {
     seen << QStringLiteral("Datei '%1'").arg(request.title.trimmed());
     return std::optional<QString>();
   });
+  Set_Input_Box_Handler([this](const QString& prompt, const QString&, const QString&) {
+    seen << QStringLiteral("Eingabe '%1'").arg(prompt.simplified());
+    return std::optional<QString>();
+  });
   shell = Set_Shell({[this](const QString& program, const QStringList&, const std::function<void()>&) {
                        seen << QStringLiteral("Programm ") + program.section(u'/', -1);
                        return true;
@@ -145,13 +161,16 @@ void CommandTest::Close_Windows() {
       seen << QStringLiteral("Menü ") + menu->menuAction()->objectName();
     popup->close();
   }
+  QStringList names;
   for (QWidget* open : QApplication::topLevelWidgets()) {
     if (!open->isVisible() || open == window.get() || open->windowType() == Qt::Popup ||
         open->windowType() == Qt::ToolTip)
       continue;
-    seen << Window_Name(*open);
+    names << Window_Name(*open);
     open->close();
   }
+  names.sort();
+  seen += names;
   Serve_Events();
 }
 
@@ -166,6 +185,8 @@ void CommandTest::Begin_Anew() {
   Table_File_Delete(Path("KARTE.MDB"));
   Table_File_Copy(Path("Anfang.sav"), Path("KARTE.MDB"));
   frmMDI.Light = frmMDI.SafeMode = false;
+  Write_Template(QStringLiteral("Wiese"), {.VG = 3, .HG = 5, .RA = 2, .TX = 4, .SB = 6});
+  Kill_Quietly(Path("Karte neu.cal"));
   ASSERT_TRUE(Open_User_Map(map));
   Tbl.EditWarned = true;
   Map.Maximized = true;
@@ -178,6 +199,14 @@ void CommandTest::Begin_Anew() {
   window->findChild<FrmNotePad*>()->findChild<QPlainTextEdit*>()->selectAll();
   QGuiApplication::clipboard()->setText(QStringLiteral("Ablage"));
   Serve_Events();
+  seen.clear();
+}
+
+void CommandTest::Begin_Again() {
+  Close_Windows();
+  if (!frmMDI.MapOpen || !window->isVisible() || Rows() != untouched || MapFile != map) return Begin_Anew();
+  Drop_Hand();
+  Set_Buttons();
   seen.clear();
 }
 
@@ -207,7 +236,7 @@ QMap<QString, EntryRow> CommandTest::Rows() {
   return rows;
 }
 
-QMap<QString, QString> CommandTest::State() {
+QMap<QString, QString> CommandTest::State() const {
   QMap<QString, QString> state;
   const auto flag = [&state](const char* name, bool on) { state[QString::fromUtf8(name)] = on ? "an" : "aus"; };
   state["Zoom"] = QString::number(std::lround(100 / static_cast<double>(Map.Zoom)));
@@ -224,12 +253,13 @@ QMap<QString, QString> CommandTest::State() {
   state["Karte"] = MapFile.section(u'/', -1);
   state["Spalten verborgen"] = QString::number(Tbl.HiddenColumns.size());
   state["Rückgängig"] = Menu("mnuReset").Enabled ? Menu("mnuReset").Caption : QString();
-  state["Ablage"] = QGuiApplication::clipboard()->text();
+  state["Ablage"] = QGuiApplication::clipboard()->text().trimmed();
   state["Vorlage"] = Read_Lines(Program_File("Flurax.ini")).filter("FL:").join(u' ');
+  state["Notiz"] = Read_Lines(Path("Notiz.txt")).join(u' ');
   flag("gesichert", InfoBar.Panel[2].endsWith(QLatin1String(" gesichert.")));
-  int pads = 0;
-  for (int slot = 0; slot < NotePads.size(); ++slot) pads += Is_Open_NotePad(slot);
-  state["Notizen"] = QString::number(pads);
+  for (int slot = 0; slot < NotePads.size(); ++slot)
+    if (Is_Open_NotePad(slot)) state["Notizen"] += NotePad_Title(slot) + u' ';
+  if (const auto* pad = window->findChild<FrmNotePad*>()) state["Text der Notiz"] = pad->Text().trimmed();
   QString hand;
   if (Entry_In_Hand()) {
     hand = QStringLiteral("neuer Text");

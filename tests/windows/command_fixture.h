@@ -28,6 +28,8 @@ class CommandTest : public WindowTest {
 
   // The map as it was in the beginning; nothing is in hand and no window is open.
   void Begin_Anew();
+  // The same, if a command before has left its traces.
+  void Begin_Again();
   // Where something can be typed when a command comes.
   enum class Typing { Nothing, NewText, Text, Cell, Line };
   void Type(Typing where, const QString& text);
@@ -41,10 +43,11 @@ class CommandTest : public WindowTest {
   static QString Name_Here();  // of the current row
   static QString Key_Of(const QString& name);
   static QMap<QString, EntryRow> Rows();  // by their names, without the header row
-  static QMap<QString, QString> State();
+  QMap<QString, QString> State() const;
   static QString Order();
 
   QString map;
+  QMap<QString, EntryRow> untouched;  // the rows of the beginning
   QStringList seen;
 
  private:

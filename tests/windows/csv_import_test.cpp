@@ -1,7 +1,5 @@
 #include "maps/note_pads.h"
 #include "platform/files.h"
-#include "state/coordinate_state.h"
-#include "store/entry.h"
 #include "support/nets.h"
 #include "windows/import/frmCSVImport.h"
 #include "windows/window_fixture.h"

@@ -28,6 +28,7 @@ TEST(DesktopMessageTest, ButtonsAreGermanAndEscapeIsTheCarefulAnswer) {
       {MsgButtons::OkCancel, {"Abbrechen", "OK"}, MsgAnswer::Ok, MsgAnswer::Cancel},
       {MsgButtons::YesNo, {"Ja", "Nein"}, MsgAnswer::Yes, MsgAnswer::No},
       {MsgButtons::YesNoCancel, {"Abbrechen", "Ja", "Nein"}, MsgAnswer::Yes, MsgAnswer::Cancel},
+      {MsgButtons::YesNoAll, {"Ja", "Ja, für alle", "Nein", "Nein, für alle"}, MsgAnswer::Yes, MsgAnswer::NoAll},
   };
   for (const auto& [buttons, captions, first, careful] : cases) {
     MsgRequest request;

@@ -1,7 +1,6 @@
 #include "edit/symbols.h"
 #include "hand/activation.h"
 #include "state/dialog_hooks.h"
-#include "store/entry.h"
 #include "windows/objects/frmSchrift.h"
 #include "windows/objects/frmSymbol.h"
 #include "windows/objects/frmTblSymb.h"
@@ -60,8 +59,7 @@ TEST_F(FontWindows, TheWindowShowsTheRowAndWritesItBack) {
   ASSERT_TRUE(End_Entry());
   EXPECT_TRUE(Text_In(dialog, "lblHinweis").startsWith(QStringLiteral("Hinweis: Kein Eintrag aktiviert!")));
   EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Schrift"));
-  QTest::keyClick(&dialog, Qt::Key_Escape);
-  Settle();
+  Key_On(&dialog, Qt::Key_Escape);
   EXPECT_FALSE(Is_Open<FrmSchrift>());
 }
 

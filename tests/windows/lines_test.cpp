@@ -1,9 +1,7 @@
 #include "hand/activation.h"
 #include "hand/next_shape.h"
 #include "state/events.h"
-#include "state/global_state.h"
 #include "state/table_state.h"
-#include "store/entry.h"
 #include "store/vertex_table.h"
 #include "tools/mouse.h"
 #include "windows/canvas/frmFlKord.h"
@@ -105,17 +103,14 @@ TEST_F(LinesWindowTest, TheCheckStopsAtEveryDisturbingVertex) {
   EXPECT_EQ(button->text(), QStringLiteral("Prüfen | "));
   EXPECT_EQ(table->currentIndex().row(), 1);
   EXPECT_EQ(Map.Circled, QPoint(300, 300));
-  button->click();
-  Settle();
+  Push(button);
   EXPECT_EQ(table->currentIndex().row(), 3);
-  button->click();
-  Settle();
+  Push(button);
   EXPECT_EQ(button->text(), QStringLiteral("Prüfen "));
   EXPECT_EQ(found->text(), QStringLiteral("Kein weiterer störender Polygoneckpunkt gefunden."));
   Write_Vertices("Figur1", {{100, 100}, {300, 100}, {300, 300}});
   events.TableChanged.Emit();
-  button->click();
-  Settle();
+  Push(button);
   EXPECT_EQ(found->text(), QStringLiteral("Kein störender Polygoneckpunkt gefunden."));
 }
 

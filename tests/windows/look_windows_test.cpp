@@ -3,7 +3,6 @@
 #include "hand/activation.h"
 #include "hand/next_shape.h"
 #include "state/dialog_hooks.h"
-#include "store/entry.h"
 #include "windows/objects/frmDrawBreite.h"
 #include "windows/objects/frmFarb.h"
 #include "windows/objects/frmFarb_table.h"

@@ -1,11 +1,9 @@
-#include <QLabel>
 #include <QMdiSubWindow>
 #include <QPainter>
 #include <QScrollBar>
 #include <QWheelEvent>
 
 #include "state/events.h"
-#include "state/global_state.h"
 #include "view/view.h"
 #include "windows/window_fixture.h"
 
@@ -163,6 +161,11 @@ TEST_F(MapWindowTest, AZoomPaintsTheMapOnceAndTellsOfTheWork) {
   painted = 0;
   Wheel({200, 200}, {0, -120}, Qt::NoModifier);
   EXPECT_EQ(painted, 1);
+  painted = 0;
+  Set_Zoom(20);  // smaller than a window can be
+  Settle();
+  EXPECT_EQ(painted, 1);
+  EXPECT_EQ(Map.ScaleWidth, window->Map_Window().width());
   events.MapPainted.Disconnect(painting);
   events.InfoBarChanged.Disconnect(telling);
 }

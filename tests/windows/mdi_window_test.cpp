@@ -12,8 +12,6 @@
 #include "maps/toolbar_table.h"
 #include "platform/files.h"
 #include "state/events.h"
-#include "state/global_state.h"
-#include "store/entry.h"
 #include "windows/common/window_support.h"
 #include "windows/window_fixture.h"
 
@@ -149,10 +147,7 @@ TEST_F(WindowTest, ClosingTheMapWindowClosesTheMapOnce) {
 TEST_F(WindowTest, KeysReachTheirEntriesWithAMapOpen) {
   Open(2400, 1800);
   QApplication::setActiveWindow(window.get());
-  const auto press = [this](Qt::Key key, Qt::KeyboardModifiers with) {
-    QTest::keyClick(&window->Map_Window(), key, with);
-    Settle();
-  };
+  const auto press = [this](Qt::Key key, Qt::KeyboardModifiers with) { Key_On(&window->Map_Window(), key, with); };
   press(Qt::Key_5, Qt::ControlModifier);
   EXPECT_EQ(Map.Zoom, 2.0F);
   press(Qt::Key_Plus, Qt::ControlModifier);

@@ -1,5 +1,4 @@
 #include "state/events.h"
-#include "store/entry.h"
 #include "windows/canvas/dlgBMP.h"
 #include "windows/canvas/frmMoveObjects.h"
 #include "windows/window_fixture.h"
@@ -80,8 +79,7 @@ TEST_F(MoveObjectsTest, TwoClicksOnTheMapShowTheDistance) {
   EXPECT_EQ(In<QLineEdit>("txtX")->text(), QStringLiteral("33,0"));
   // Closing in the middle of showing gives the mouse back to the map.
   In<QPushButton>("btnPoint")->click();
-  QTest::keyClick(dialog, Qt::Key_Escape);
-  Settle();
+  Key_On(dialog, Qt::Key_Escape);
   QTest::mouseClick(Canvas(), Qt::LeftButton, {}, {60, 58});
   EXPECT_FALSE(Map.InHand.isEmpty());
 }

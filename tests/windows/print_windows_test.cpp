@@ -3,7 +3,6 @@
 
 #include "platform/printer.h"
 #include "printing/print_map.h"
-#include "store/entry.h"
 #include "windows/main/mdi_window_pads.h"
 #include "windows/maps/frmNotePad.h"
 #include "windows/printing/frmDruckpfad.h"

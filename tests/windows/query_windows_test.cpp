@@ -2,7 +2,6 @@
 
 #include "state/events.h"
 #include "state/table_state.h"
-#include "store/entry.h"
 #include "windows/store/frmReplace.h"
 #include "windows/store/tbl_window.h"
 #include "windows/window_fixture.h"

@@ -1,5 +1,4 @@
 #include "hand/activation.h"
-#include "store/entry.h"
 #include "support/pixels.h"
 #include "tools/mouse.h"
 #include "windows/canvas/frmMass.h"

@@ -8,7 +8,6 @@
 #include "hand/activation.h"
 #include "state/events.h"
 #include "state/table_state.h"
-#include "store/entry.h"
 #include "windows/store/tbl_window_model.h"
 #include "windows/window_fixture.h"
 
@@ -104,8 +103,7 @@ TEST_F(TblWindowTest, MapAndGridShareTheCurrentRow) {
   EXPECT_EQ(Grid().currentIndex().column(), column::Eintrag) << "sideways the grid stays";
   // Keys pass over rows; the last one counts.
   QTest::keyClick(&Grid(), Qt::Key_Down);
-  QTest::keyClick(&Grid(), Qt::Key_Down);
-  Settle();
+  Key_On(&Grid(), Qt::Key_Down);
   EXPECT_EQ(Map.CurBookmark.toLongLong(), Model().Key_Of(5));
 }
 
@@ -146,8 +144,7 @@ TEST_F(TblWindowTest, CellsAreEditedInPlaceAndInTheLineAbove) {
   auto* editor = Grid().viewport()->findChild<QLineEdit*>();
   ASSERT_TRUE(editor);
   editor->setText(QStringLiteral("123"));
-  QTest::keyClick(editor, Qt::Key_Return);
-  Settle();
+  Key_On(editor, Qt::Key_Return);
   EXPECT_EQ(Model().index(2, column::Xmap).data().toString(), QStringLiteral("123"));
   EXPECT_EQ(Tbl.Tag, TableTag::Dirty);
   // A text of two lines goes by Text1; Enter takes it, Esc gives it up.
@@ -160,8 +157,7 @@ TEST_F(TblWindowTest, CellsAreEditedInPlaceAndInTheLineAbove) {
   EXPECT_EQ(Text1->toPlainText(), QStringLiteral("Ort 1"));
   Text1->setPlainText(QStringLiteral("oben\nunten"));
   Text1->document()->setModified(true);
-  QTest::keyClick(Text1, Qt::Key_Return);
-  Settle();
+  Key_On(Text1, Qt::Key_Return);
   EXPECT_EQ(Model().Text_Of(Model().index(2, column::Eintrag)), QStringLiteral("oben\r\nunten"));
   // Left without taking it: asked, not lost.
   Text1->setPlainText(QStringLiteral("fast vergessen"));
@@ -183,8 +179,7 @@ TEST_F(TblWindowTest, TheDeleteKeyDeletesTheChosenRows) {
   QTest::mouseClick(Grid().viewport(), Qt::LeftButton, Qt::ShiftModifier, Cell(4, column::ID));
   Settle();
   MessageScript messages("3 Einträge löschen ?", MsgAnswer::Yes);
-  QTest::keyClick(&Grid(), Qt::Key_Delete);
-  Settle();
+  Key_On(&Grid(), Qt::Key_Delete);
   EXPECT_EQ(Model().rowCount(), 4);
   EXPECT_EQ(Grid().currentIndex().row(), 2) << "the eye stays where the rows were";
 }

@@ -1,7 +1,10 @@
+#include <QDropEvent>
+#include <QMimeData>
+
 #include "edit/table_edit.h"
 #include "hand/leave_hand.h"
 #include "maps/command_look.h"
-#include "maps/menu_state.h"
+#include "maps/paint_program.h"
 #include "view/view.h"
 #include "windows/command_fixture.h"
 
@@ -14,18 +17,6 @@ const QString typed = QStringLiteral("Uhu");
 
 class TypingTest : public CommandTest {
  protected:
-  void SetUp() override {
-    CommandTest::SetUp();
-    untouched = Rows();
-  }
-  // The same, if a command before has left its traces.
-  void Begin_Again() {
-    Close_Windows();
-    if (!frmMDI.MapOpen || !window->isVisible() || Rows() != untouched || MapFile != map) return Begin_Anew();
-    Drop_Hand();
-    Set_Buttons();
-    seen.clear();
-  }
   // The table file of the map, whether it is open or not.
   bool Stands_In_Table(const QString& text) const {
     if (frmMDI.MapOpen && MapFile == map) return Rows().contains(text);
@@ -36,7 +27,15 @@ class TypingTest : public CommandTest {
     return false;
   }
 
-  QMap<QString, EntryRow> untouched;
+  void Drop(const QString& path) {
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(path)});
+    QDragEnterEvent enter({10, 10}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(window.get(), &enter);
+    QDropEvent event({10, 10}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(window.get(), &event);
+    Settle();
+  }
 };
 
 class TypingIn : public TypingTest, public testing::WithParamInterface<CommandTest::Typing> {
@@ -68,6 +67,46 @@ TEST_P(TypingIn, NoCommandLosesIt) {
     for (const QString& name : {typed, QStringLiteral("Otter"), QStringLiteral("Stein")})
       rows.remove(name), before.remove(name);
     EXPECT_EQ(rows, before) << command.key;
+  }
+}
+
+TEST_P(TypingIn, NoWayOutOfTheMapLosesIt) {
+  const QString other = Make_Map("Dritte.bmp", 300, 200), fresh = Path("Neu.bmp");
+  const std::pair<const char*, std::function<void()>> ways[] = {
+      {"close button of the map", [this] { window->Map_Window().parentWidget()->close(); }},
+      {"map dropped", [&] { Drop(other); }},
+      {"map changed by a paint program",
+       [this] {
+         Write_Lines(Path("malen"), {});
+         Start_Paint_Program(Path("malen"));
+         Make_Map("Karte.bmp", 500, 401);
+         Reload_Changed_Map();
+       }},
+      {"new map",
+       [&] {
+         Kill_Quietly(fresh);
+         const FileDialogScript files({fresh});
+         New_Map(50, 40);
+       }},
+      {"recent map", [] { Open_Recent_Map(2); }},
+      {"menu", [] { Run_Command("mnuMapClose"); }},
+      {"main window closed", [this] { window->close(); }}};
+  for (const auto& [way, go] : ways) {
+    Make_Map("Karte.bmp", 500, 400);
+    Begin_Anew();
+    Type(GetParam(), typed);
+    go();
+    EXPECT_TRUE(Stands_In_Table(typed)) << way;
+    EXPECT_EQ(frmMDI.MapOpen && MapFile == map, QLatin1String(way).contains(QLatin1String("paint"))) << way;
+    // What does not fit stays where it was typed, and the map with it.
+    Make_Map("Karte.bmp", 500, 400);
+    Begin_Anew();
+    const QString tooLong(100, QLatin1Char('x'));
+    Type(GetParam(), tooLong);
+    go();
+    EXPECT_TRUE(frmMDI.MapOpen && MapFile == map && window->isVisible()) << way;
+    EXPECT_TRUE(Is_There(tooLong)) << way;
+    EXPECT_TRUE(Rows() == untouched) << way;
   }
 }
 

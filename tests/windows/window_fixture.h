@@ -33,6 +33,14 @@ class WindowTest : public FluraxTest, public RowsOfTable {
 
   // Time for the sizes to settle and for what was put off.
   static void Settle() { QTest::qWait(60); }
+  static void Key_On(QWidget* part, Qt::Key key, Qt::KeyboardModifiers with = Qt::NoModifier) {
+    QTest::keyClick(part, key, with);
+    Settle();
+  }
+  static void Push(QAbstractButton* button) {
+    button->click();
+    Settle();
+  }
   void Choose(const QString& key, int line = 0) {
     QAction* action = window->Action(key, line);
     ASSERT_NE(action, nullptr) << key.toStdString();

@@ -7,11 +7,11 @@
 #include "platform/text.h"
 #include "state/global_state.h"
 #include "state/map_state.h"
+#include "state/run_guarded.h"
 #include "store/entry.h"
 #include "ui_dlgBMP.h"
 #include "view/picture_cache.h"
 #include "windows/common/frm_dialogs.h"
-#include "windows/desktop/application.h"
 
 namespace {
 

@@ -8,13 +8,13 @@
 #include "platform/message_box.h"
 #include "platform/text.h"
 #include "state/events.h"
+#include "state/run_guarded.h"
 #include "tools/map_tool.h"
 #include "tools/turn_tool.h"
 #include "ui_frmEigenschaften.h"
 #include "windows/canvas/figure_fields.h"
 #include "windows/common/frm_dialogs.h"
 #include "windows/common/window_support.h"
-#include "windows/desktop/application.h"
 
 namespace {
 

@@ -13,6 +13,7 @@
 #include "state/events.h"
 #include "state/global_state.h"
 #include "state/map_state.h"
+#include "state/run_guarded.h"
 #include "tools/figure_tool.h"
 #include "tools/free_figure_tool.h"
 #include "ui_frmFigur.h"
@@ -20,7 +21,6 @@
 #include "windows/canvas/frmFigurDraw.h"
 #include "windows/common/frm_dialogs.h"
 #include "windows/common/window_support.h"
-#include "windows/desktop/application.h"
 
 namespace {
 

@@ -5,6 +5,7 @@
 #include "hand/next_shape.h"
 #include "platform/message_box.h"
 #include "state/events.h"
+#include "state/run_guarded.h"
 #include "store/vertex_table.h"
 #include "tools/figure_tool.h"
 #include "tools/free_figure_tool.h"
@@ -12,7 +13,6 @@
 #include "windows/canvas/figure_fields.h"
 #include "windows/common/frm_dialogs.h"
 #include "windows/common/window_support.h"
-#include "windows/desktop/application.h"
 
 FrmFigurDraw::FrmFigurDraw(QWidget* parent) : QDialog(parent), ui(std::make_unique<Ui::FrmFigurDraw>()) {
   ui->setupUi(this);

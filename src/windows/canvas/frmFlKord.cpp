@@ -8,11 +8,11 @@
 #include "platform/message_box.h"
 #include "state/events.h"
 #include "state/map_state.h"
+#include "state/run_guarded.h"
 #include "ui_frmFlKord.h"
 #include "view/view.h"
 #include "windows/common/frm_beside.h"
 #include "windows/common/frm_dialogs.h"
-#include "windows/desktop/application.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "windows/desktop/application.h"
+#include "state/run_guarded.h"
 
 void VertexModel::Set_List(VertexList vertices) {
   beginResetModel();

@@ -6,12 +6,12 @@
 #include "state/coordinate_state.h"
 #include "state/events.h"
 #include "state/map_state.h"
+#include "state/run_guarded.h"
 #include "tools/position_mark.h"
 #include "ui_frmGPSData.h"
 #include "view/view.h"
 #include "windows/common/frm_beside.h"
 #include "windows/common/frm_dialogs.h"
-#include "windows/desktop/application.h"
 
 namespace {
 

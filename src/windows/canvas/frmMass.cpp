@@ -10,11 +10,11 @@
 #include "platform/text.h"
 #include "state/events.h"
 #include "state/mdi_state.h"
+#include "state/run_guarded.h"
 #include "tools/map_tool.h"
 #include "ui_frmMass.h"
 #include "windows/common/frm_dialogs.h"
 #include "windows/common/window_support.h"
-#include "windows/desktop/application.h"
 
 namespace {
 

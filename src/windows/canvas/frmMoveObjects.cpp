@@ -9,10 +9,10 @@
 #include "state/events.h"
 #include "state/global_state.h"
 #include "state/map_state.h"
+#include "state/run_guarded.h"
 #include "tools/pick_tool.h"
 #include "ui_frmMoveObjects.h"
 #include "windows/common/frm_dialogs.h"
-#include "windows/desktop/application.h"
 
 namespace {
 

@@ -6,11 +6,11 @@
 #include "platform/surface.h"
 #include "state/map_state.h"
 #include "state/mdi_state.h"
+#include "state/run_guarded.h"
 #include "tools/foot_point.h"
 #include "ui_frmRfline.h"
 #include "view/redraw.h"
 #include "windows/common/frm_dialogs.h"
-#include "windows/desktop/application.h"
 
 namespace {
 

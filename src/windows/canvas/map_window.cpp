@@ -15,10 +15,10 @@
 #include "state/events.h"
 #include "state/map_state.h"
 #include "state/mdi_state.h"
+#include "state/run_guarded.h"
 #include "tools/mouse.h"
 #include "view/view.h"
 #include "windows/common/window_support.h"
-#include "windows/desktop/application.h"
 
 namespace {
 

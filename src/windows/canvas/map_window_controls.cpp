@@ -12,8 +12,8 @@
 #include "state/events.h"
 #include "state/global_state.h"
 #include "state/map_state.h"
+#include "state/run_guarded.h"
 #include "windows/common/window_support.h"
-#include "windows/desktop/application.h"
 
 namespace {
 

@@ -73,6 +73,11 @@ std::vector<ButtonChoice> Choices(MsgButtons buttons) {
       return {yes, no};
     case MsgButtons::YesNoCancel:
       return {yes, no, cancel};
+    case MsgButtons::YesNoAll:
+      return {yes,
+              no,
+              {QMessageBox::YesToAll, "Ja, für &alle", MsgAnswer::YesAll},
+              {QMessageBox::NoToAll, "Nein, für a&lle", MsgAnswer::NoAll}};
   }
   return {ok};
 }

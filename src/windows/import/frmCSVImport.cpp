@@ -10,9 +10,9 @@
 #include "platform/message_box.h"
 #include "state/dialog_hooks.h"
 #include "state/events.h"
+#include "state/run_guarded.h"
 #include "ui_frmCSVImport.h"
 #include "windows/common/frm_dialogs.h"
-#include "windows/desktop/application.h"
 
 namespace {
 

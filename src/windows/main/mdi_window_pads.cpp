@@ -9,7 +9,7 @@
 #include "state/dialog_hooks.h"
 #include "state/events.h"
 #include "state/global_state.h"
-#include "windows/desktop/application.h"
+#include "state/run_guarded.h"
 #include "windows/maps/frmNotePad.h"
 
 namespace {

@@ -7,10 +7,10 @@
 #include "edit/table_edit.h"
 #include "state/map_state.h"
 #include "state/mdi_state.h"
+#include "state/run_guarded.h"
 #include "state/table_state.h"
 #include "view/view.h"
 #include "windows/common/window_support.h"
-#include "windows/desktop/application.h"
 #include "windows/main/mdi_window.h"
 #include "windows/store/tbl_window.h"
 

@@ -7,10 +7,10 @@
 #include "maps/note_pads.h"
 #include "platform/file_dialog.h"
 #include "platform/message_box.h"
+#include "state/run_guarded.h"
 #include "ui_frmNotePad.h"
 #include "windows/common/frm_dialogs.h"
 #include "windows/common/window_support.h"
-#include "windows/desktop/application.h"
 
 FrmNotePad::FrmNotePad(int slotNumber, const QString& text, QWidget* parent)
     : QWidget(parent), ui(std::make_unique<Ui::FrmNotePad>()), slot(slotNumber) {

@@ -53,4 +53,4 @@ class FrmOptions : public QDialog {
   QString tag;
 };
 
-void Show_frmOptions(QWidget* parent);
+void Show_frmOptions(QWidget* parent);  // waits until it is closed

@@ -6,8 +6,8 @@
 #include "objects/text_box.h"
 #include "platform/text.h"
 #include "state/global_state.h"
+#include "state/run_guarded.h"
 #include "ui_frmDrawBreite.h"
-#include "windows/desktop/application.h"
 
 namespace {
 

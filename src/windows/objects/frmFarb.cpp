@@ -7,8 +7,8 @@
 #include "platform/surface.h"
 #include "state/events.h"
 #include "state/global_state.h"
+#include "state/run_guarded.h"
 #include "ui_frmFarb.h"
-#include "windows/desktop/application.h"
 
 namespace {
 

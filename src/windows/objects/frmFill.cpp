@@ -5,8 +5,8 @@
 #include <cstdlib>
 
 #include "objects/look_samples.h"
+#include "state/run_guarded.h"
 #include "ui_frmFill.h"
-#include "windows/desktop/application.h"
 #include "windows/objects/frmDrawBreite.h"
 #include "windows/objects/frmFarb.h"
 

@@ -5,10 +5,10 @@
 
 #include "edit/line_look.h"
 #include "objects/line_sample.h"
+#include "state/run_guarded.h"
 #include "ui_frmLineEndpunkte.h"
 #include "windows/common/frm_beside.h"
 #include "windows/common/frm_dialogs.h"
-#include "windows/desktop/application.h"
 
 namespace {
 

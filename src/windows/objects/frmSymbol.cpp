@@ -7,10 +7,10 @@
 #include "platform/text.h"
 #include "state/dialog_hooks.h"
 #include "state/events.h"
+#include "state/run_guarded.h"
 #include "ui_frmSymbol.h"
 #include "windows/common/frm_dialogs.h"
 #include "windows/common/window_support.h"
-#include "windows/desktop/application.h"
 #include "windows/objects/frmSchrift.h"
 
 namespace {

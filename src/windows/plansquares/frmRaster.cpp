@@ -13,12 +13,12 @@
 #include "state/global_state.h"
 #include "state/map_state.h"
 #include "state/mdi_state.h"
+#include "state/run_guarded.h"
 #include "tools/map_tool.h"
 #include "ui_frmRaster.h"
 #include "windows/common/frm_dialogs.h"
 #include "windows/common/frm_look_window.h"
 #include "windows/common/window_support.h"
-#include "windows/desktop/application.h"
 #include "windows/objects/frmFarb.h"
 
 namespace {

@@ -9,10 +9,10 @@
 #include "printing/print_texts.h"
 #include "state/events.h"
 #include "state/global_state.h"
+#include "state/run_guarded.h"
 #include "ui_frmSeiten.h"
 #include "windows/common/frm_dialogs.h"
 #include "windows/common/window_support.h"
-#include "windows/desktop/application.h"
 #include "windows/printing/frm_preview_picture.h"
 #include "windows/printing/frm_print.h"
 

@@ -7,10 +7,10 @@
 #include "platform/fonts.h"
 #include "state/global_state.h"
 #include "state/map_state.h"
+#include "state/run_guarded.h"
 #include "store/entry.h"
 #include "ui_frmPropTransfer.h"
 #include "windows/common/frm_dialogs.h"
-#include "windows/desktop/application.h"
 
 FrmPropTransfer::FrmPropTransfer(QWidget* parent) : QDialog(parent), ui(std::make_unique<Ui::FrmPropTransfer>()) {
   ui->setupUi(this);

@@ -2,10 +2,10 @@
 
 #include <QIntValidator>
 
+#include "state/run_guarded.h"
 #include "store/columns.h"
 #include "ui_frmSpalteApp.h"
 #include "windows/common/frm_dialogs.h"
-#include "windows/desktop/application.h"
 
 namespace {
 const QString defaultTitle = QStringLiteral("Neue Spalte");

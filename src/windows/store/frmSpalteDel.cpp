@@ -1,9 +1,9 @@
 #include "windows/store/frmSpalteDel.h"
 
 #include "platform/message_box.h"
+#include "state/run_guarded.h"
 #include "store/columns.h"
 #include "ui_frmSpalteDel.h"
-#include "windows/desktop/application.h"
 #include "windows/store/tbl_window.h"
 #include "windows/store/tbl_window_columns.h"
 

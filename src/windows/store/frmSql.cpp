@@ -3,9 +3,9 @@
 #include <QLineEdit>
 
 #include "maps/map_open.h"
+#include "state/run_guarded.h"
 #include "ui_frmSql.h"
 #include "windows/common/frm_dialogs.h"
-#include "windows/desktop/application.h"
 #include "windows/store/frmSql_model.h"
 
 FrmSql::FrmSql(QWidget* parent) : QDialog(parent), ui(std::make_unique<Ui::FrmSql>()), model(new SqlGridModel(this)) {

@@ -18,11 +18,11 @@
 #include "state/global_state.h"
 #include "state/map_state.h"
 #include "state/mdi_state.h"
+#include "state/run_guarded.h"
 #include "state/table_state.h"
 #include "store/entry.h"
 #include "windows/common/frm_dialogs.h"
 #include "windows/common/window_support.h"
-#include "windows/desktop/application.h"
 #include "windows/store/tbl_window_model.h"
 
 namespace {
@@ -169,7 +169,10 @@ void TblWindow::Connect() {
     Tbl.HiddenColumns.clear();
     Sync();
   });
-  listen(events.MapClosed, [this] { Sync(); });
+  listen(events.MapClosed, [this] {
+    Text1->document()->setModified(false);  // what was typed there belonged to that map
+    Sync();
+  });
   syncTimer.setSingleShot(true);
   connect(&syncTimer, &QTimer::timeout, this, [this] { Run_Guarded([this] { Sync(); }); });
   rowTimer.setSingleShot(true);

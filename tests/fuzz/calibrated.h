@@ -1,0 +1,14 @@
+#pragma once
+#include <QByteArrayList>
+#include <vector>
+
+#include "state/coordinate_state.h"
+
+inline constexpr int netMapWidth = 3000, netMapHeight = 2200;
+
+// The files of a folder, in order of their names.
+QByteArrayList Files_Of(const QString& folder);
+// One calibrated map of every kind of net: UTM, degrees, Gauss-Krüger, kilometres.
+const std::vector<CoordinateState>& Some_Nets();
+// The calibration files they are read from, and more.
+QByteArrayList Calibration_Seeds();

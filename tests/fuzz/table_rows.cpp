@@ -1,0 +1,212 @@
+#include <sqlite3.h>
+
+#include <QFile>
+#include <QPdfWriter>
+#include <stdexcept>
+
+#include "fuzz/driver.h"
+#include "maps/map_open.h"
+#include "platform/database.h"
+#include "platform/files.h"
+#include "platform/surface.h"
+#include "state/global_state.h"
+#include "state/map_state.h"
+#include "state/mdi_state.h"
+#include "state/table_state.h"
+#include "store/entry.h"
+#include "store/header_row.h"
+#include "store/table_file.h"
+#include "store/vertex_table.h"
+#include "view/hit_test.h"
+#include "view/redraw.h"
+#include "view/view.h"
+
+// Rows of a table as another program may have left them: any number or text in any column. They are loaded as the
+// program does it, decoded and drawn. An input is a text: a row a line, its columns parted by "|"; "~" is Null, a text
+// stands behind "'", a line with "@" at its head is a vertex of the table named behind it.
+
+namespace {
+
+constexpr int mapWidth = 400, mapHeight = 300, mostRows = 60;
+
+QByteArrayList Seeds() {
+  const QByteArray header = "'!Kopf|'/k/KARTE.MDB|'Karte|10|10|10|10|400|300|1|1000|-1\n";
+  return {
+      header +
+          "'Text|'Amsel|'Arial|12|0|15|12|50|60|120|140|0\n"
+          "'2Text<3|'Dros\rsel|'Arial,F,K,T<45|9.5|1|14|-12|90|60|20|30|2\n"
+          "'-Text|'\x41|'Wingdings|24|3|7|0|200|100|0|0|103\n",
+      header +
+          "'Linie1|''|'-|-3|4|4|3|0|0|2|0|4\n@Linie1|10|10\n@Linie1|300|200\n@Linie1|20|250\n@Linie1|-16000|0\n"
+          "'Flaeche0(P211)|'Wald|'F 3|4|2|10|12|0|0|1|-4|40\n@Flaeche0|50|50\n@Flaeche0|350|60\n@Flaeche0|200|280\n",
+      header +
+          "'Figur1|'|'F 1<30|1|0|9|2|20|20|80|60|20\n'Figur2|'|'F-8|1|0|9|-2|120|20|80|60|22\n"
+          "'Figur3|'|'F 5|1|0|9|2|20|120|80|60|24\n@Figur3|0|0\n@Figur3|1000|0\n@Figur3|500|1000\n"
+          "'Np|'N|'Arial|1|0|15|3|300|40|40|60|-12\n'Scale|'1000 m|'Arial|8|0|15|1|50|280|250|280|11\n",
+      header +
+          "'Planquadrat|'A1|'Arial|8|0|10|1|0|0|100|100|16\n'Planquadrat|'A2|'Arial|8|0|10|1|100|0|200|100|16\n"
+          "'Raster|'x|'Arial|8|0|10|1|0|0|50|50|17\n'Bild|'Bild.bmp|'-|0|0|0|1|30|30|90|90|5\n"
+          "'Bild|'fehlt.wmf|'-|0|0|0|1|30|30|90|90|205\n'3Text|'|'Arial|8|0|10|1|10|20|90|80|7\n",
+      "~|~|~|~|~|~|~|~|~|~|~|~\n'|'|'|'|'|'|'|'|'|'|'|'\n" + header};
+}
+
+struct Statement {
+  Statement(sqlite3* db, const QByteArray& sql) { sqlite3_prepare_v2(db, sql.constData(), -1, &handle, nullptr); }
+  ~Statement() { sqlite3_finalize(handle); }
+  Statement(const Statement&) = delete;
+  Statement& operator=(const Statement&) = delete;
+  sqlite3_stmt* handle = nullptr;
+};
+
+void Bind(sqlite3_stmt* statement, int at, const QByteArray& field) {
+  bool whole = false, number = false;
+  const qint64 integer = field.toLongLong(&whole);
+  const double real = field.toDouble(&number);
+  if (field == "~")
+    sqlite3_bind_null(statement, at);
+  else if (field.startsWith('#'))
+    sqlite3_bind_blob(statement, at, field.constData() + 1, static_cast<int>(field.size()) - 1, SQLITE_TRANSIENT);
+  else if (whole)
+    sqlite3_bind_int64(statement, at, integer);
+  else if (number)
+    sqlite3_bind_double(statement, at, real);
+  else
+    sqlite3_bind_text(statement, at, field.constData() + (field.startsWith('\'') ? 1 : 0),
+                      static_cast<int>(field.size()) - (field.startsWith('\'') ? 1 : 0), SQLITE_TRANSIENT);
+}
+
+void Insert(sqlite3* db, const QByteArray& table, const QByteArrayList& fields, int count) {
+  QByteArray places = "?";
+  for (int i = 1; i < count; ++i) places += ",?";
+  const Statement statement(db, "INSERT INTO \"" + table + "\" VALUES(" + places + ")");
+  if (!statement.handle) return;
+  for (int i = 0; i < count; ++i) Bind(statement.handle, i + 1, fields.value(i, "~"));
+  sqlite3_step(statement.handle);
+}
+
+// The declarations the program itself makes, taken from a file of its own.
+const QByteArray& Empty_Table() {
+  static const QByteArray bytes = [] {
+    const QString path = Work_Folder() + QStringLiteral("/Leer.MDB");
+    auto database = Workspace::CreateDatabase(path);
+    Make_Template(*database);
+    for (const char* name : {"Linie1", "Flaeche0", "Figur3"})
+      database->CreateTable(Vertex_Def(QString::fromLatin1(name)));
+    database->Close();
+    database.reset();
+    return Read_Bytes(path);
+  }();
+  return bytes;
+}
+
+void Make_Table(const QByteArray& input) {
+  const QString path = Put_File(QStringLiteral("KARTE.MDB"), Empty_Table());
+  sqlite3* db = nullptr;
+  if (sqlite3_open(path.toUtf8().constData(), &db) != SQLITE_OK) std::abort();
+  sqlite3_exec(db, "PRAGMA journal_mode=OFF; PRAGMA synchronous=OFF; BEGIN", nullptr, nullptr, nullptr);
+  int rows = 0;
+  for (const QByteArray& line : input.split('\n')) {
+    const QByteArrayList fields = line.split('|');
+    if (line.startsWith('@'))
+      Insert(db, fields[0].mid(1).replace('"', ""), fields.mid(1), 2);
+    else if (!line.isEmpty() && rows++ < mostRows)
+      Insert(db, "MapData", fields, column::fixedCount);
+  }
+  sqlite3_exec(db, "COMMIT", nullptr, nullptr, nullptr);
+  sqlite3_close(db);
+}
+
+template <class Type, class Stored>
+void Check_Number(Stored stored) {
+  const Type once = Type::Parse(stored);
+  if (!(Type::Parse(once.ToNumber()) == once)) throw std::runtime_error("a number is not read as it was written");
+}
+template <class Type>
+void Check_Text(const QString& stored) {
+  const Type once = Type::Parse(stored);
+  const QString written = once.ToText();
+  if (Type::Parse(written).ToText() != written) throw std::runtime_error("a text changes by being written");
+}
+
+void Decode_Rows() {
+  for (rsEntries->MoveFirst(); !rsEntries->Eof(); rsEntries->MoveNext()) {
+    try {
+      const EntryRow row = Read_Entry(*rsEntries);
+      Check_Number<EntryType>(row.Typ);
+      Check_Number<FrameWord>(row.RA);
+      Check_Number<FillCode>(row.Yline);
+      Check_Text<EntryId>(row.ID);
+      Check_Text<FontSpec>(row.Schrift);
+      FillCode::FromSchrift(row.Schrift);
+      FillCode::AngleOf(row.Schrift);
+      EntryRow moved = row;
+      set_entry_box(moved, entry_box(row));
+      HeaderRow::FromEntry(row).ToEntry();
+      Load_Vertices(EntryId::Parse(row.ID).TableName());
+      Entry_Name();
+    } catch (const Error&) {
+      // Beyond 16 bits.
+    }
+  }
+}
+
+void Draw_Everywhere(int number) {
+  Set_Zoom(number % 3 == 0 ? 0.25 : number % 3 == 1 ? 1.0 : 7.0);
+  Zoom_Map();
+  Map_Redraw();
+  for (const QPoint at : {QPoint(50, 60), QPoint(200, 150), QPoint(0, 0)}) Hit_Entry(at);
+  if (number % 10 != 0) return;
+  QPdfWriter writer(Work_Folder() + QStringLiteral("/Blatt.pdf"));
+  const auto page = Make_Page_Surface(writer, 4);
+  DrawContext context{*page, {0, 0, 1, false}, QRectF(0, 0, mapWidth, mapHeight)};
+  Draw_Entries(context);
+  const auto probe = Make_Probe_Surface(QRectF(0, 0, mapWidth, mapHeight));
+  DrawContext probing{*probe, {0, 0, 1, false}, QRectF(0, 0, mapWidth, mapHeight)};
+  Draw_Entries(probing);
+}
+
+void Open_Fresh(const QByteArray& input) {
+  Fresh_Program();
+  for (const QString& path : Find_Files(Work_Folder(), QStringLiteral("KARTE*.*"))) QFile::remove(path);
+  Make_Table(input);
+  MapFile = Work_Folder() + QStringLiteral("/Karte.bmp");
+  MapWidthPx = mapWidth;
+  MapHeightPx = mapHeight;
+  MapWidthMm = MapHeightMm = 100;
+  Map.Caption = QStringLiteral("Map: ") + MapFile.toUpper();
+  Map.ScaleWidth = frmMDI.InnerWidth = mapWidth;
+  Map.ScaleHeight = frmMDI.InnerHeight = mapHeight;
+}
+
+bool Run(const QByteArray& input) {
+  static int number = 0;
+  static const QImage scan = Make_Canvas(mapWidth, mapHeight, qRgb(250, 250, 200));
+  Open_Fresh(input);
+  const bool loaded = Load_Table(LoadMode::First);
+  int drawn = 0;
+  if (loaded) {
+    frmMDI.MapOpen = Map.Visible = true;
+    Set_Map_Picture(scan);
+    Decode_Rows();
+    Scan_Table();
+    Draw_Everywhere(++number);
+    drawn = Map.EntryRegions.Count();
+  }
+  frmMDI.MapOpen = false;
+  Close_Table(CloseMode::CloseOnly);
+  return drawn > 0;
+}
+
+}  // namespace
+
+FuzzTarget Make_Target() {
+  Put_File(QStringLiteral("Bild.bmp"), {});
+  Make_Canvas(30, 20, qRgb(9, 99, 199)).save(Work_Folder() + QStringLiteral("/Bild.bmp"));
+  return {"table_rows",
+          Seeds(),
+          {"|",     "~",        "'",          "#",        "\n",    "|4\n",    "|5\n",      "|24\n",     "|40\n",
+           "|16\n", "|11\n",    "|-12\n",     "|22\n",    "'Text", "'Linie1", "'Flaeche0", "'Figur3",   "'Bild",
+           "'!",    "@Linie1|", "@Flaeche0|", "@Figur3|", "<45",   "(P211)",  "'F 3",      "'Wingdings"},
+          Run,
+          {}};
+}

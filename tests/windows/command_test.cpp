@@ -1,0 +1,254 @@
+#include <QPlainTextEdit>
+#include <QRegularExpression>
+
+#include "edit/table_edit.h"
+#include "edit/visibility.h"
+#include "maps/map_coordinates.h"
+#include "windows/command_fixture.h"
+#include "windows/maps/frmNotePad.h"
+
+namespace {
+
+class Commands : public CommandTest {
+ protected:
+  // What has to be so that the command has something to do.
+  void Prepare(const QString& key) {
+    if (key == "mnuBildDunkel") frmMDI.Light = true;
+    if (key == "mnuObjVisNein") Hide_Current();
+    if (key == "mnuObjActivNein") Deactivate_Current();
+    if (key == "mnuSpaltShow") Tbl.HiddenColumns << "Finder";
+    if (key == "mnuReset" || key == "mnuTableRe")
+      Append_Entry({"Text", "Neu", "Arial", 10, 0, 14, -1, 10, 10, 0, 0, 0});
+    if (key == "mnuWEinpass" || key == "MapButton") Table_On_Off("Off");
+    if (key == "mnuTextSave")
+      window->findChild<FrmNotePad*>()->findChild<QPlainTextEdit*>("Text1")->insertPlainText("Neues");
+    if (key == "mnuRecentFile") window->findChild<FrmNotePad*>()->parentWidget()->close();
+    if (key == "mnuChooseGrid") {
+      Write_Lines(Path("Karte neu.cal"), Utm_Calibration({100, 300}, 80));
+      CalFileChoice = {Path("Karte.cal"), Path("Karte neu.cal")};
+    }
+  }
+};
+
+// What is taken in hand first, and what the user sees come of the command; "*" stands for anything.
+struct Expected {
+  const char *command, *hand, *effect;
+};
+
+// clang-format off
+const Expected expected[] = {
+    {"mnuMapNeu", "", "FrmMapNeu 'Neue Karte'"},
+    {"mnuFOpen", "", "Datei 'Karte laden'"},
+    {"mnuMapLoad", "", "Karte geöffnet; *"},
+    {"mnuNoTable", "", "Frage 'Karten im abgesicherten Modus öffnen|Wählen Sie diese Option,'; abgesichert=an"},
+    {"mnuMapClose", "", "Karte=; *"},
+    {"mnuMapSize", "", "FrmMapSize 'Kartengröße'"},
+    {"mnuMalprgOpen", "", "FrmMalprgOpen 'Malprogramm'"},
+    {"mnuMalprg", "", "FrmMalprg 'Malprogramm'"},
+    {"mnuOptionen", "", "FrmOptions 'Optionen'"},
+    {"mnuMapFile", "", "Karte geöffnet; *Karte=Andere.bmp; *"},
+    {"mnuFluraxFini", "", "Ende"},
+    {"mnuZoomIn", "", "Zoom=112; Zoommenü="},
+    {"mnuZoomOut", "", "Zoom=72; Zoommenü="},
+    {"mnuZoom200", "", "Zoom=200; Zoommenü=mnuZoom200"},
+    {"mnuZoom100", "", "Zoom=100"},
+    {"mnuZoom75", "", "Zoom=75; Zoommenü=mnuZoom75"},
+    {"mnuZoom50", "", "Zoom=50; Zoommenü=mnuZoom50"},
+    {"mnuZoom25", "", "Zoom=25; Zoommenü=mnuZoom25"},
+    {"mnuZoom10", "", "Zoom=10; Zoommenü=mnuZoom10"},
+    {"mnuZoomBreite", "", "Zoom=*; Zoommenü=mnuZoomBreite"},
+    {"mnuZoomHoehe", "", "Zoom=*; Zoommenü=mnuZoomHoehe"},
+    {"mnuZoomFak", "", "FrmBildZoom 'Zoom-Faktor'"},
+    {"mnuBildHell", "", "hell=an"},
+    {"mnuBildDunkel", "", "hell=aus"},
+    {"mnuWEinpass", "", "Karte maximiert=aus"},
+    {"mnuBlattschnitt", "", "FrmSeiten 'Druckvorschau'"},
+    {"mnuRand", "", "FrmRand 'Seitenränder'"},
+    {"mnuDruckpfad", "", "FrmDruckpfad 'Druckpfad'"},
+    {"mnuPrintMap", "", "Drucken 'Karte drucken'"},
+    {"mnuPrintScreen", "", "Drucken 'Bildschirm drucken'"},
+    {"mnuMapExport", "", "Datei 'Karte mit Einträgen als BITMAP exportieren'"},
+    {"mnuHelpIndex", "", "HelpWindow 'Hilfe' index.htm"},
+    {"mnuHelpSettings", "", "HelpWindow 'Hilfe' Einstellungen.htm"},
+    {"mnuTipps", "", "FrmTipps 'Tipps & Tricks'"},
+    {"mnuInfo", "", "FrmInfo 'Info'"},
+    {"mnuReset", "",
+     "Frage 'Karteneinträge sichern|Karteneinträge wieder hergestellt.'; Tabelle geladen; -Neu; Rückgängig="},
+    {"mnuTableNeu", "",
+     "Frage 'Karteneinträge sichern|Möchten Sie die Karteneinträge unter einem eigenen Namen sichern?'; "
+     "Tabelle geladen; keine Einträge; Raster aktiv=aus; Rückgängig=Rückgängig: Einträge neu"},
+    {"mnuTableLoad", "", "Datei 'Einträge laden'"},
+    {"mnuTableSave", "", "gesichert=an"},
+    {"mnuTableSaveAs", "", "Datei 'Karteneinträge sichern'"},
+    {"mnuTableRe", "", "Frage 'Karteneinträge sichern|Karteneinträge wieder hergestellt.'; Tabelle geladen; -Neu"},
+    {"mnuOverlay", "", "Tabelle geladen; Rückgängig=Rückgängig: Einträge laden"},
+    {"mnuImportCSV", "", "FrmCSVImport 'CSV-Tabelle Import:'"},
+    {"mnuImportXL", "", "Frage 'Import|Bitte speichern Sie die Tabelle,'"},
+    {"mnuDBGridOn", "", "Karte maximiert=an; Tabelle=aus"},
+    {"mnuSpaltAppend", "", "FrmSpalteApp 'Spalte hinzufügen'"},
+    {"mnuSpaltDelete", "", "FrmSpalteDel 'Spalte in der Tabelle löschen'"},
+    {"mnuSpaltHide", "", "FrmSpltHide 'Tabellenspalte verbergen'"},
+    {"mnuSpaltShow", "", "Spalten verborgen=0"},
+    {"mnuTabComp", "", "Frage 'Tabelle komprimieren'; Tabelle geladen"},
+    {"mnuTabRep", "", "Tabelle geladen"},
+    {"mnuTblPrint", "", "Drucken 'Tabelle drucken'"},
+    {"mnuTextNew", "", "Notizen=Notiz.txt Notiz 2 "},
+    {"mnuTextOpen", "", "Datei 'Text öffnen'"},
+    {"mnuTextSave", "", "Notiz=Neues; Notizen=Notiz.txt "},
+    {"mnuResultSaveAs", "", "Datei 'Text speichern unter'"},
+    {"mnuPrintTxt", "", "Drucken 'Notiz.txt'"},
+    {"mnuTextFind", "", "Eingabe 'Suchen nach:'"},
+    {"mnuTextCut", "", "Ablage=Text der Notiz; Notizen=Notiz.txt * ; Text der Notiz="},
+    {"mnuTextCopy", "", "Ablage=Text der Notiz"},
+    {"mnuTextPaste", "", "Notizen=Notiz.txt * ; Text der Notiz=Ablage"},
+    {"mnuRecentFile", "", "Notizen=Notiz.txt ; Text der Notiz=Text der Notiz"},
+    {"mnuOverView", "", "Notizen=Notiz.txt OverView.inf "},
+    {"mnuKataster", "", "Frage 'Arbeitsmappe gesichert|Das Blatt \"Kataster\" steht in der Arbeitsmappe:'; *"},
+    {"mnuLaengeTxt", "", "Notizen=Notiz.txt Linien.stk "},
+    {"mnuLaengeXL", "", "Frage 'Arbeitsmappe gesichert|Das Blatt \"Linien\" steht in der Arbeitsmappe:'; *"},
+    {"mnuFlGrosTxt", "", "Notizen=Notiz.txt Flaechen.stk "},
+    {"mnuFlExcel", "", "Frage 'Arbeitsmappe gesichert|Das Blatt \"Flächen\" steht in der Arbeitsmappe:'; *"},
+    {"mnuCalc", "Moor", "Frage 'Flächenstatistik|Flaeche1'"},
+    {"mnuMoveObjects", "", "FrmMoveObjects 'Einträge verschieben'"},
+    {"mnuReplace", "", "FrmReplace 'Karteneintrag suchen und ersetzen'"},
+    {"mnuPropTransfer", "", "FrmPropTransfer 'Eigenschaften übertragen'"},
+    {"mnuSql", "", "FrmSql 'SQL-Abfrage'"},
+    {"mnuObjVisX", "", "*Biber.Typ=-101; Stall.Typ=-120; Turm.Typ=-220; Rückgängig=Rückgängig: Sichtbarkeit ändern"},
+    {"mnuObjVisAll", "", "*Geist.Typ=1; Rückgängig=Rückgängig: Sichtbarkeit ändern"},
+    {"mnuObjActX", "",
+     "*Biber.ID=-Text; Stall.ID=-Figur3>Linie1; Turm.ID=-Figur4; Rückgängig=Rückgängig: Aktivität ändern"},
+    {"mnuObjActAll", "", "*Stein.ID=Text; Rückgängig=Rückgängig: Aktivität ändern"},
+    {"mnuUnmark", "", "Biber.Typ=0; Stall.Typ=20; Turm.Typ=20"},
+    {"mnuMarkDel", "",
+     "Frage 'Markierte löschen|Sollen die 3 markierten Einträge gelöscht werden?'; Tabelle geladen; -Biber; "
+     "-Stall; -Turm; Rückgängig=Rückgängig: Markierte löschen"},
+    {"mnuGroup", "", "*Biber.ID=Text<1; Stall.ID=Figur3>Linie1<1; Turm.ID=Figur4<1; Rückgängig=Rückgängig: Gruppieren"},
+    {"mnuJustLinks", "", "*Biber.Xmap=250; Stall.Xmap=250; Rückgängig=Rückgängig: Justieren"},
+    {"mnuJustRechts", "", "*Biber.Xmap=238; Stall.Xmap=230; Rückgängig=Rückgängig: Justieren"},
+    {"mnuJustOben", "", "*Biber.Ymap=310; Stall.Ymap=310; Rückgängig=Rückgängig: Justieren"},
+    {"mnuJustUnten", "", "*Biber.Ymap=343; Stall.Ymap=330; Rückgängig=Rückgängig: Justieren"},
+    {"mnuJustGleich", "", "*Stall.Xline=20; Stall.Yline=50; Rückgängig=Rückgängig: Justieren"},
+    {"mnuInsText", "", "Status=Text: Klicken Sie auf die St*; Werkzeug=Text"},
+    {"mnuInsSymbol", "", "FrmSymbol 'Schriftart: Wingdings'; Status=Symbol: Klicken Sie auf die *; Werkzeug=Symb"},
+    {"mnuInsBild", "", "Status=Bild: Klicken Sie auf die St*; Werkzeug=Bild"},
+    {"mnuInsLinie", "", "Status=Linie: Klicken setzt einen E*; Werkzeug=Linie"},
+    {"mnuInsFl", "", "Status=Fläche: Klicken setzt einen *; Werkzeug=Fl"},
+    {"mnuInsMass", "", "FrmMass 'Maßstab'; Status=Maßstab: Ziehen Sie eine Mes*; Werkzeug=Scale"},
+    {"mnuInsFigur", "", "FrmFigur 'Figur'; Status=Rechteck: Linke Maustaste dr*; Werkzeug=Fig"},
+    {"mnuInsNord", "", "Nordpfeil.*"},
+    {"mnuMass", "", "FrmMass 'Maßstab'"},
+    {"mnuSchrift", "Otter", "FrmSchrift 'Schrift ändern: Text'"},
+    {"mnuFarbe", "", "FrmFarb 'Farbe für den nächsten Eintrag'"},
+    {"mnuFigFill", "Haus", "FrmFill 'Figur1 füllen'"},
+    {"mnuBreite", "", "FrmDrawBreite 'Linienbreite'"},
+    {"mnuRahmen", "Otter", "FrmDrawBreite 'Rahmenbreite'; FrmFarb 'Rahmenfarbe für Text: Otter'"},
+    {"mnuRfline", "", "FrmRfline 'Bezugslinie'"},
+    {"mnuObjFore", "Moor", "*Reihenfolge ReOtJBiBaHaMoZaMaNoBiStTuGeStA-B-50; Rückgängig=Rückgängig: Verschieben"},
+    {"mnuObjBack", "Moor", "*Reihenfolge ReOtJBiMoBaHaZaMaNoBiStTuGeStA-B-50; Rückgängig=Rückgängig: Verschieben"},
+    {"mnuLnStil", "Bach", "FrmLnStil 'Linienstil'"},
+    {"mnuLnEnd", "Bach", "FrmLineEndpunkte 'Linienendpunkte'"},
+    {"mnuKanten", "Zaun", "Zaun.Typ=25"},
+    {"mnuFigur", "Haus", "FrmFigur 'Figur'"},
+    {"mnuEigenschaften", "Haus", "FrmEigenschaften 'Eigenschaften'"},
+    {"mnuFigKorr", "Zaun", "FrmFlKord 'Figur2 Korrektur'"},
+    {"mnuFlTemplateSave", "Moor", "Vorlage=FL: Flaeche1|VG=0|HG=14|RA=-101|TX=1|SB=1|"},
+    {"mnuFlTemplateGet", "Moor", "Moor.VG=3; Moor.RA=2; Moor.Xline=6; Moor.Yline=4"},
+    {"mnuPicSize", "Bild", "DlgBMP 'Bildgröße'"},
+    {"mnuFootDel", "Otter", "Frage 'Fußpunkt|Fußpunkt für den Text: Otter entfernen?'; Otter.Xline=0; Otter.Yline=0"},
+    {"mnuObjDel", "Otter", "Frage 'Eintrag löschen|Text'; -Otter; Hand="},
+    {"mnuEintrDupl", "Otter", "Status=Duplikat: Klicken Sie auf di*; Werkzeug=Dupl"},
+    {"mnuEintrCopy", "Otter", "+Kopie: Otter; Ablage=Otter; Hand=Kopie: Otter"},
+    {"mnuEintrPaste", "", "FrmClipboard 'Zwischenablage'"},
+    {"mnuObjVisJa", "Otter", "Otter.Typ=-1"},
+    {"mnuObjVisNein", "Otter", "Otter.Typ=1"},
+    {"mnuObjVisNo", "Otter", "Otter.Typ=-1"},
+    {"mnuObjActivJa", "Otter", "Otter.ID=-Text>Flaeche1; Status=deaktiviert"},
+    {"mnuObjActivNein", "Otter", "Otter.ID=Text>Flaeche1"},
+    {"mnuObjActNo", "Otter", "Otter.ID=-Text>Flaeche1; Status=deaktiviert"},
+    {"mnuMarkObj", "Otter", "Otter.Typ=201; Turm.Typ=120"},
+    {"AdMark", "Moor",
+     "*Biber.ID=Text>Flaeche1; Stall.ID=Figur3>Flaeche1; Turm.ID=Figur4>Flaeche1; Hand=; "
+     "Rückgängig=Rückgängig: Zuordnen"},
+    {"AdMarkLin", "Bach", "*Biber.ID=Text>Linie1; Turm.ID=Figur4>Linie1; Hand=; Rückgängig=Rückgängig: Zuordnen"},
+    {"AdObj", "Otter", "Status=Zuordnen: Bitte klicken Sie *; Werkzeug=AdObj"},
+    {"AdObjLin", "Otter", "Status=Zuordnen: Bitte klicken Sie *; Werkzeug=AdObjLin"},
+    {"AdNo", "Otter", "*Stall.ID=Figur3; Rückgängig=Rückgängig: Zuordnen"},
+    {"mnuGridmake", "", "Frage 'Fehler:    Koordinatennetz|Datei nicht gefunden'"},
+    {"mnuChooseGrid", "", "FrmDialog 'Kalibrierungsdatei auswählen'"},
+    {"mnuGridonoff", "", "Netz=aus"},
+    {"mnuGridDel", "", "Koordinaten=aus; Netz=aus"},
+    {"mnuGridXYShow", "", "Koordinaten=aus"},
+    {"mnuGridXYInput", "", "FrmGPSData 'UTM - Koordinateneingabe'"},
+    {"mnuRasterErstellen", "", "FrmRaster 'Raster-  oder Planquadrate erstellen' Größe"},
+    {"mnuRasterBearbeiten", "", "FrmRaster 'Raster-  oder Planquadrate erstellen' 50"},
+    {"mnuRasterEinblenden", "", "50.Typ=-17; A-1.Typ=-16; B-1.Typ=-16"},
+    {"mnuRasterAktiv", "", "Raster aktiv=aus"},
+    {"mnuRasterDelete", "", "*-50; -A-1; -B-1; Raster aktiv=aus; Rückgängig=Rückgängig: Planquadrate löschen"},
+    {"Ok", "Otter", "Hand="},
+    {"ObjForeAll", "Moor", "*Reihenfolge ReOtJBiBaHaZaMaNoBiStTuGeStA-B-50Mo; Rückgängig=Rückgängig: Verschieben"},
+    {"ObjBackAll", "Moor", "*Reihenfolge MoReOtJBiBaHaZaMaNoBiStTuGeStA-B-50; Rückgängig=Rückgängig: Verschieben"},
+    {"FrameOnOff", "Otter", "Otter.RA=101"},
+    {"FootPoint", "Reh", "Status=Bezugspunkt verschieben: lin*; Werkzeug=Rfline"},
+    {"Label", "Bach", "Bach.Größe=-10"},
+    {"Lupe", "", "Lupe=an; Status=Lupe: Klicken vergrößert die*"},
+    {"ZoomMenu", "", "Menü mnuZoom"},
+    {"MapButton", "", "Karte maximiert=aus"},
+    {"DataMenu", "", "Menü mnuDaten"},
+};
+// clang-format on
+
+// One effect, told by two commands on purpose.
+const QStringList alike = {"mnuObjVisJa", "mnuObjActivJa", "MapButton"};
+
+class WithInHand : public Commands, public testing::WithParamInterface<const char*> {};
+
+}  // namespace
+
+INSTANTIATE_TEST_SUITE_P(EveryKind, WithInHand,
+                         testing::Values("J", "Bild", "Bach", "Moor", "Haus", "Zaun", "Mass", "Nordpfeil", "A-1",
+                                         "Geist", "Stein", "Turm"));
+
+// Symbol, picture, line, area, figures, scale, arrow, square, one that is hidden, inactive or marked.
+TEST_P(WithInHand, NoCommandGoesWrong) {
+  for (const Command& command : Command_Table()) {
+    if (command.hand == Hand::Free && command.key != "mnuMapClose") continue;  // the kind does not matter to it
+    Begin_Again();
+    ASSERT_TRUE(Take_Entry(Key_Of(QString::fromUtf8(GetParam())))) << command.key;
+    Run_Command(command.key, {1, {}});
+    Close_Windows();
+    EXPECT_FALSE(seen.join(u' ').contains(QLatin1String("Programmfehler"))) << command.key << seen.join(u' ');
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr) << command.key;
+    if (!frmMDI.MapOpen || MapFile != map) continue;
+    EXPECT_TRUE(Map.InHand.isEmpty() || rsEntries->HasRow(Map.InHand)) << command.key;
+    EXPECT_TRUE(!command.step.isEmpty() || Rows() == untouched) << command.key << " changes the table";
+  }
+}
+
+// By the menu or, where it stands in none, as a button calls it.
+TEST_F(Commands, EachDoesWhatItSays) {
+  QMap<QString, QString> told;
+  for (const auto& [key, hand, effect] : expected) {
+    const Command* command = Find_Command(key);
+    ASSERT_NE(command, nullptr) << key;
+    Begin_Anew();
+    if (*hand) {
+      ASSERT_TRUE(Take_Entry(Key_Of(QString::fromUtf8(hand)))) << key;
+    }
+    Prepare(key);
+    events.StateChanged.Emit();
+    const auto before = Rows();
+    const int line = command->kind != CommandKind::List ? 0 : command->key == "mnuMapFile" ? 2 : 1;
+    QAction* action = window->Action(key, line);
+    const QString done = Effect_Of([&] { action ? action->trigger() : (void)Run_Command(key); });
+    const QString wanted = QString::fromUtf8(effect);
+    EXPECT_TRUE(QRegularExpression(QRegularExpression::wildcardToRegularExpression(wanted)).match(done).hasMatch())
+        << key << ":\n  " << done.toStdString() << "\n  " << wanted.toStdString();
+    EXPECT_TRUE(!command->step.isEmpty() || !frmMDI.MapOpen || MapFile != map || Rows() == before)
+        << key << " changes the table without a name for its step";
+    // Exchanged wires are seen only where no two effects are the same.
+    if (alike.contains(key)) continue;
+    EXPECT_FALSE(told.contains(done)) << key << " does the same as " << told[done];
+    told[done] = key;
+  }
+  EXPECT_EQ(std::size(expected), Command_Table().size());
+}
