@@ -8,7 +8,6 @@
 #include "hand/activation.h"
 #include "platform/file_dialog.h"
 #include "platform/files.h"
-#include "platform/for_now.h"
 #include "platform/message_box.h"
 #include "platform/picture.h"
 #include "state/events.h"
@@ -83,11 +82,7 @@ bool Append_Picture(QPoint window, const QString& name) {
   row.Xmap = std::clamp(Map_X(window.x()), -32768, 32767);
   row.Ymap = std::clamp(Map_Y(window.y()), -32768, 32767);
   row.Typ = static_cast<int>(EntryKind::Picture);
-  {
-    Map.imgBild.Tag = QStringLiteral("Old");
-    const ForNow tag(Map.imgBild.Tag, QStringLiteral("Neu"));
-    if (!Append_In_Transaction(title, [&row] { Append_Entry(row); })) return false;
-  }
+  if (!Append_In_Transaction(title, [&row] { Append_Entry(row); })) return false;
   Show_Changed_Entries();
   return true;
 }

@@ -118,7 +118,7 @@ void Check_Table(OpenMarker& marker) {
 }
 
 void Finish_Open() {
-  Tbl.Tag = QStringLiteral("Clean");
+  Tbl.Tag = TableTag::Clean;
   Menu(QStringLiteral("mnuReset")).Enabled = false;
   Menu(QStringLiteral("mnuReset")).Caption = QStringLiteral("Rückgängig");
   Set_Buttons();

@@ -4,10 +4,6 @@
 // Note pads: text files of the map in small windows. NotePads holds the file of every slot ("" = a new text without a
 // file), NotePadState whether the slot is free and whether its text was changed; ActiveNotePad is the one in front.
 
-namespace note_pad {
-inline const QString free = QStringLiteral("Free"), clean = QStringLiteral("Clean"), dirty = QStringLiteral("Dirty");
-}  // namespace note_pad
-
 // The first free slot, or a new one, for the file. "MAP" is no note pad and takes none (Palette always has its sixteen
 // colours): -1.
 int New_NotePad(const QString& name);

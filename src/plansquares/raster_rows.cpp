@@ -215,7 +215,6 @@ int Delete_Raster() {
     return Remove_Rows(progress);
   });
   if (!written) return 0;
-  Map.lblPLQ.Visible = false;
   Show_Change();
   return there;
 }

@@ -185,7 +185,7 @@ bool Save_Print_Settings(const PrintSettings& settings) {
     header.orientation = settings.orientation;
     Write_Header(header);
     Write_Font_Factor(static_cast<float>(settings.fontFactor));
-    Tbl.Tag = QStringLiteral("Dirty");
+    Tbl.Tag = TableTag::Dirty;
     events.TableChanged.Emit();
     return true;
   } catch (const Error& error) {

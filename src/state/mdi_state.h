@@ -35,8 +35,12 @@ struct MdiState {
 };
 extern MdiState frmMDI;
 
+// The tool state: which buttons the toolbar has, by what the user has in hand.
+enum class ToolMode { Norm, Text, Area, Line, Figure, Picture, Symbol };
+QString Tool_Word(ToolMode mode);  // "Norm", "Text", "Ply", "Ln", "Fig", "Bild", "Symbol"
+
 struct ToolbarState {
-  QString Tag;  // the tool state: "Norm", "Text", "Symbol", "Bild", "Ply", "Ln", "Fig"
+  ToolMode Tag = ToolMode::Norm;
   bool Visible = false;
 };
 extern ToolbarState Toolbar1;

@@ -60,7 +60,7 @@ bool Same_Map(const QString& stored) {
 }
 
 // Back to what was there before, from the snapshot: it holds changes that were not saved elsewhere as well.
-void Put_Back(const QString& user, const QString& tag) {
+void Put_Back(const QString& user, TableTag tag) {
   Close_Quietly();
   Tbl.DBGrid1.Caption = user;
   try {
@@ -98,7 +98,8 @@ bool Load_Other_Table(const QString& wanted) {
     return false;
   }
   if (!asked && !Same_Name(path, TableFile) && !Save_Before_Replacing()) return false;
-  const QString user = Tbl.DBGrid1.Caption, tag = Tbl.Tag;
+  const QString user = Tbl.DBGrid1.Caption;
+  const TableTag tag = Tbl.Tag;
   const BusyPointer busy;
   Close_Quietly();
   if (!Take_Snapshot()) {
@@ -123,7 +124,7 @@ bool Load_Other_Table(const QString& wanted) {
     return false;
   }
   Tbl.DBGrid1.Caption = path;
-  Tbl.Tag = QStringLiteral("Clean");
+  Tbl.Tag = TableTag::Clean;
   Write_Log(path, 2);
   Read_Log(2);
   Draw_If_Open();
@@ -150,7 +151,7 @@ void New_Table() {
     Report_Copy_Error(TableFile, error);
   }
   if (!loaded) {
-    Put_Back(user, QStringLiteral("Clean"));
+    Put_Back(user, TableTag::Clean);
     return;
   }
   Draw_If_Open();

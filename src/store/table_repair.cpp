@@ -76,7 +76,7 @@ QString Repair_Table() {
              QStringLiteral("\n\nGerettete Karteneinträge: %1\nDie beschädigte Datei liegt in:\n")
                  .arg(Rescued_Entries(report)) +
              report.damagedCopy;
-      Tbl.Tag = QStringLiteral("dirty");
+      Tbl.Tag = TableTag::Dirty;
     }
     Close_With_Copies();
   } catch (const Error& error) {
@@ -105,7 +105,7 @@ void Recover_Table() {
     // Nothing can be read any more: then "_rep" is as damaged as "_err".
   }
   Table_File_Rename(TableFile, rep);
-  Tbl.Tag = QStringLiteral("dirty");
+  Tbl.Tag = TableTag::Dirty;
   if (Snapshot_Fits() && Save_Table(SaveStep::Restore)) {
     Close_Quietly();
     Table_File_Rename(TableFile, bak);

@@ -58,7 +58,7 @@ void Assign_Marked(bool area) {
 
 // The assignments of the marked rows, or of the current one where none is marked.
 void Clear_Assignments() {
-  if (Entry_In_Hand() && Map.Text2.Tag == QLatin1String("Change") && !End_Entry()) return;
+  if (Entry_In_Hand() && Map.Text2.Tag == EditTag::Change && !End_Entry()) return;
   bool anyMarked = false;
   auto changes = Collect_Changes([&anyMarked](EntryRow& row, qint64) {
     if (!Is_Marked(row)) return;

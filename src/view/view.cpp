@@ -77,8 +77,7 @@ const QImage& Reduced_Copy(float factor) {
 void Use_Clip(int level, const QImage& image, float factor) {
   MapClipState& clip = Map.MapClip[static_cast<size_t>(level)];
   clip.image = image;
-  clip.Tag = level == 3 ? QString::number(static_cast<int>(Int(static_cast<double>(Map.Zoom) * 100)))
-                        : Number_Text(static_cast<double>(factor));
+  clip.factor = factor;
   Map.ClipLevel = level;
 }
 
@@ -244,7 +243,7 @@ void Apply_Zoom(float factor, MapPoint centre) {
 void Set_Map_Picture(const QImage& picture) {
   Clear_Map_Picture();
   Map.MapClip[0].image = picture;
-  Map.MapClip[0].Tag = QStringLiteral("1");
+  Map.MapClip[0].factor = 1;
 }
 
 void Clear_Map_Picture() {
@@ -352,7 +351,7 @@ void Set_Window_Layout() {
 
 void Scroll_Changed(bool horizontal, int value) {
   ScrollState& bar = horizontal ? Map.HScroller : Map.VScroller;
-  if (bar.Tag == QLatin1String("-1") || !bar.Visible) return;
+  if (!bar.Visible) return;
   bar.Value = std::clamp(value, 0, bar.Max);
   Map.imgBild.Visible = Map.imgRfLine.Visible = Map.lblShape.Visible = false;
   const double position = bar.Value * static_cast<double>(horizontal ? Map.ScrollUnitX : Map.ScrollUnitY);

@@ -131,7 +131,7 @@ TEST_F(EntryLookTest, NothingInHandMeansTheNextEntry) {
   Change_Color(ColorOf::HG, 10);
   Switch_Frame(false);
   EXPECT_EQ(EntHGColor, Palette[10]);
-  EXPECT_EQ(Map.Text2.Tag, "Neu");
+  EXPECT_EQ(Map.Text2.Tag, EditTag::New);
   ASSERT_TRUE(Store_Pending_Text());
   EXPECT_EQ(Look_In_Hand().HG, 10);
   EXPECT_EQ(Row(Map.InHand).VG, 12);

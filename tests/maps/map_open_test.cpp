@@ -28,7 +28,7 @@ TEST_F(MapOpen, OpensClosesAndOpensAgainWithItsEntries) {
   EXPECT_EQ(QFileInfo(TableFile).fileName(), "GRÖßE MIT BLANK.MDB");
   EXPECT_EQ(MapWidthPx, 640);
   EXPECT_NEAR(MapWidthMm, 640 * 25.4 / 96, 0.01);
-  EXPECT_EQ(Tbl.Tag, "Clean");
+  EXPECT_EQ(Tbl.Tag, TableTag::Clean);
   EXPECT_FALSE(File_Exists(Path("Größe mit Blank.map")));
   EXPECT_EQ(Menu("mnuMapFile", 1).Tag, map);
   Add(Text("Amsel"));
@@ -249,7 +249,7 @@ TEST_F(MapOpen, StartOpensTheMapOfTheCommandLineOrWaits) {
   Program_Start("start.bmp");
   EXPECT_TRUE(frmMDI.MapOpen);
   EXPECT_TRUE(Usable("mnuTableSave"));
-  EXPECT_EQ(Toolbar1.Tag, "Norm");
+  EXPECT_EQ(Toolbar1.Tag, ToolMode::Norm);
 }
 
 }  // namespace

@@ -153,7 +153,7 @@ void MdiWindow::Rebuild_Toolbar(const std::vector<ToolButton>& buttons) {
   for (QAction* action : former) action->deleteLater();
   toolbarKeys.clear();
   for (const ToolButton& button : buttons) {
-    toolbarKeys << Toolbar1.Tag + button.Key;
+    toolbarKeys << Tool_Word(Toolbar1.Tag) + button.Key;
     Add_Tool(button);
   }
 }
@@ -199,7 +199,7 @@ void MdiWindow::Sync_Tool(QAction& action, const ToolButton& button) {
 void MdiWindow::Sync_Toolbar() {
   const std::vector<ToolButton> buttons = Toolbar_Now();
   QStringList wanted;
-  for (const ToolButton& button : buttons) wanted << Toolbar1.Tag + button.Key;
+  for (const ToolButton& button : buttons) wanted << Tool_Word(Toolbar1.Tag) + button.Key;
   if (!toolbar || wanted != toolbarKeys) Rebuild_Toolbar(buttons);
   const Qt::ToolBarArea place = Area_Of(frmMDI.toolbarPlace);
   if (toolBarArea(toolbar) != place) addToolBar(place, toolbar);

@@ -181,7 +181,7 @@ void FrmSchrift::Show_Preview() {
 
 // A text that was changed can be taken even if its font is as before.
 void FrmSchrift::Set_Buttons() {
-  const bool pending = !other && Map.Text2.Tag == QLatin1String("Change");
+  const bool pending = !other && Map.Text2.Tag == EditTag::Change;
   const bool changed = Read_Controls() != shown || ui->chkPerspex->isChecked() != Map.Perspex;
   const bool odd = !Number_Typed(ui->cmbWinkel->currentText()) || !Number_Typed(ui->cmbFontsize->currentText());
   ui->cmdTake->setEnabled(changed || pending || odd || other);

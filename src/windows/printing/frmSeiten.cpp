@@ -146,7 +146,7 @@ void FrmSeiten::Show_Boxes(const QObject* typedInto) {
   for (const auto& [box, text] : boxes)
     if (box != typedInto) box->setText(text);
   ui->lblFtSizeFak->setText(QStringLiteral("* ") + Format(setup.settings.fontFactor, QStringLiteral("0.00")));
-  Set_btnShow(setup.Eingabe != input_state::ok);
+  Set_btnShow(setup.Eingabe != PageInput::Ok);
 }
 
 void FrmSeiten::Show_Preview() {
