@@ -89,6 +89,7 @@ const Expected expected[] = {
     {"mnuImporttkr", "", "Datei 'Name der Importdatei:'"},
     {"mnuImporttkrAll", "", "Datei 'Name der Importdatei, alle Objekte:'"},
     {"mnuExportCSV", "", "Frage 'Export der Karteneinträge in eine CSV-Datei'"},
+    {"mnuExportCSVTable", "", "FrmCSVExport 'CSV-Tabelle exportieren'"},
     {"mnuExporttkr", "", "Datei 'Name der Exportdatei:'"},
     {"mnuDBGridOn", "", "Karte maximiert=an; Tabelle=aus; vorn=Map"},
     {"mnuSpaltAppend", "", "FrmSpalteApp 'Spalte hinzufügen'"},
