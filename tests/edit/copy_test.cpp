@@ -67,9 +67,7 @@ TEST_F(Copies, ShapesGetTheirOwnNumberAndVertices) {
   EntryRow row = Row(line);
   row.ID = QStringLiteral("Linie0 - P0110L2.5B1.0");
   Update_Entry(row);
-  rsEntries->Edit();
-  rsEntries->Set(rsEntries->FieldIndex(QStringLiteral("Komment")), QStringLiteral("eigene Spalte"));
-  rsEntries->Update();
+  Set_Field(rsEntries->FieldIndex(QStringLiteral("Komment")), QStringLiteral("eigene Spalte"));
   EXPECT_EQ(Copied(line).ID, QString("Linie1 - P0110L2.5B1.0"));
   EXPECT_EQ(rsEntries->Text(QStringLiteral("Komment")), QString("eigene Spalte"));
   const auto& points = *dbEntries->Points("Linie1");
@@ -118,7 +116,6 @@ TEST_F(Copies, PicturesFromFileAndClipboard) {
   ASSERT_TRUE(Add_Picture({30, 40}, file));
   EXPECT_EQ(Read_Entry(*rsEntries).Eintrag, file);
   EXPECT_EQ(Read_Entry(*rsEntries).Typ, 5);
-  EXPECT_EQ(Map.imgBild.Tag, QString("Old"));
 
   const QString longName = Path(QString(80, 'l') + ".bmp");
   Save_Picture(Picture(21, 10), longName);
@@ -155,7 +152,7 @@ TEST_F(Copies, PicturesThatCannotBeHadAddNoRow) {
 TEST_F(Copies, PastedText) {
   ASSERT_TRUE(::Add_Text(QPoint(40, 50), QStringLiteral("eins\r\nzwei\r\n")));
   EXPECT_EQ(rsEntries->Text(column::Eintrag), QString("eins\r\nzwei"));
-  EXPECT_EQ(Map.Text2.Tag, QString("Old"));
+  EXPECT_EQ(Map.Text2.Tag, EditTag::Old);
   MessageScript script("5000000 Zeichen");
   EXPECT_FALSE(::Add_Text(QPoint(40, 50), QString(5'000'000, 'x')));
   EXPECT_EQ(Entry_Count(), 1);

@@ -1,11 +1,9 @@
 #include "printing/sheet_painter.h"
 
-#include <QImage>
 #include <QPainter>
 
 #include "maps/map_open.h"
 #include "plansquares/raster_rows.h"
-#include "platform/files.h"
 #include "platform/surface.h"
 #include "printing/print_map.h"
 #include "state/events.h"
@@ -13,11 +11,8 @@
 #include "state/mdi_state.h"
 #include "store/entry.h"
 #include "store/vertex_table.h"
-#include "support/fixture.h"
 #include "support/nets.h"
 #include "view/redraw.h"
-
-using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -226,6 +221,7 @@ TEST_F(SheetPainter, ThePdfHoldsTheTextAndTrueMillimetres) {
                          [&](int, const QString&) { return ++steps > 0; }};
   ASSERT_EQ(Print_Map(order, hooks), PrintEnd::Done);
   EXPECT_GE(steps, 2);
+  EXPECT_EQ(InfoBar.Panel[0], u"Gedruckt: 2 Blätter, "_s + path);
   const QString first = Run_Tool(u"pdftotext"_s, {u"-l"_s, u"1"_s, path, u"-"_s});
   EXPECT_TRUE(first.contains(u"Sumpfdotterblume")) << first;
   EXPECT_FALSE(first.contains(u"Wollgras")) << "text of another sheet";

@@ -89,7 +89,7 @@ TEST_F(PlanSquaresTest, ARasterThatDoesNotFitIntoTheColumnsLeavesNoRow) {
   EXPECT_FALSE(Take_Raster_On_Map(far));
   EXPECT_EQ(Entry_Count(), 0);
   EXPECT_FALSE(rsEntries->Editing());
-  EXPECT_EQ(Tbl.Tag, "Clean");
+  EXPECT_EQ(Tbl.Tag, TableTag::Clean);
 }
 
 TEST_F(PlanSquaresTest, AFilledSquareKeepsItsLabelAndLine) {
@@ -214,9 +214,7 @@ TEST_F(PlanSquaresTest, SquaresTakeClicksOnlyWhileActive) {
   EXPECT_EQ(Text_Now("mnuObjVisNo"), "aktuelles Objekt unsichtbar machen");
   End_Entry();
   Go(square);
-  rsEntries->Edit();
-  rsEntries->Set(column::Eintrag, QStringLiteral("Horst"));
-  rsEntries->Update();
+  Set_Field(column::Eintrag, QStringLiteral("Horst"));
   Click({250, 250}, {.control = true});
   EXPECT_EQ(Map.lblPLQ.Text, "Horst");
   Click({315, 318});

@@ -115,9 +115,7 @@ TEST_F(TblWindowTest, TheGridFollowsRowsThatComeGoAndChange) {
   rsEntries->SetBookmark(QString::number(Model().Key_Of(5)));
   rsEntries->Delete();
   rsEntries->MoveTo(7);
-  rsEntries->Edit();
-  rsEntries->Set(column::Eintrag, QStringLiteral("anders"));
-  rsEntries->Update();
+  Set_Field(column::Eintrag, QStringLiteral("anders"));
   events.TableChanged.Emit();
   Settle();
   ASSERT_EQ(Model().rowCount(), 31);
@@ -146,7 +144,7 @@ TEST_F(TblWindowTest, CellsAreEditedInPlaceAndInTheLineAbove) {
   editor->setText(QStringLiteral("123"));
   Key_On(editor, Qt::Key_Return);
   EXPECT_EQ(Model().index(2, column::Xmap).data().toString(), QStringLiteral("123"));
-  EXPECT_EQ(Tbl.Tag, QStringLiteral("Dirty"));
+  EXPECT_EQ(Tbl.Tag, TableTag::Dirty);
   // A text of two lines goes by Text1; Enter takes it, Esc gives it up.
   Click(2, column::Eintrag);
   auto* Text1 = Table().findChild<QPlainTextEdit*>(QStringLiteral("Text1"));
