@@ -64,6 +64,7 @@ TEST_F(Visibility, BlanksLeaveTextsButNoSymbols) {
 TEST_F(Visibility, InactiveKeepsTheRestOfTheName) {
   const QString name = QStringLiteral("Linie7 - C1011L2.5B5.0>Flaeche3<2");
   const QString full = Add(Make(100, QString(79, 'x'), "", 1, 1)), line = Add(Make(4, name, "", 1, 1));
+  Write_Vertices("Linie7", {{1, 1}, {9, 9}});
   Deactivate_Current();
   EXPECT_EQ(Row(line).ID, '-' + name);
   EXPECT_TRUE(Command_Checked("mnuObjActivJa"));

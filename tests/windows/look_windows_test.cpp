@@ -43,7 +43,7 @@ TEST_F(LookWindowsTest, ColoursFollowTheEntryInHandAndApplyAtOnce) {
   EXPECT_EQ(CurVG, 5);
 
   Take_Entry(text);
-  EXPECT_EQ(colors.windowTitle(), " Farbe für: Text Reiher");
+  EXPECT_EQ(colors.windowTitle(), " Farbe für Text: Reiher");
   Press(colors, "btnHG");
   EXPECT_EQ(Text_In(colors, "lblHint"), "Wählen Sie hier eine Hintergrundfarbe aus");
   Pick(colors, 11);

@@ -1,10 +1,14 @@
+#include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QPainter>
 #include <QScrollBar>
 #include <QWheelEvent>
 
+#include "platform/files.h"
+#include "state/dialog_hooks.h"
 #include "state/events.h"
 #include "view/view.h"
+#include "windows/maps/frmNotePad.h"
 #include "windows/window_fixture.h"
 
 namespace {
@@ -138,6 +142,17 @@ TEST_F(MapWindowTest, NormalWindowShrinksToASmallMapAndObeysTheUser) {
   const QImage shown = Canvas()->grab().toImage();
   EXPECT_EQ(shown.pixel(shown.width() - 2, shown.height() - 2), QBColor(7));
   EXPECT_EQ(shown.pixel(398, 318), qRgb(398 / 16, 318 / 16, 0));
+}
+
+TEST_F(MapWindowTest, FittingGivesTheNoteInFrontAllTheRoom) {
+  Open(3000, 2000);
+  Write_Lines(Path(QStringLiteral("Notiz.txt")), {"Horst"});
+  dialogHooks.NotePad(Path(QStringLiteral("Notiz.txt")));
+  Settle();
+  Choose(QStringLiteral("mnuWEinpass"));
+  const auto* pad = window->findChild<FrmNotePad*>()->parentWidget();
+  EXPECT_EQ(pad->geometry(), QRect(QPoint(0, 0), Child<QMdiArea>("area")->viewport()->size()));
+  EXPECT_FALSE(Map.Maximized);
 }
 
 TEST_F(MapWindowTest, AZoomPaintsTheMapOnceAndTellsOfTheWork) {

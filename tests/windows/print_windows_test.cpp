@@ -1,5 +1,7 @@
 #include <QPainter>
 #include <QScrollBar>
+#include <QStyle>
+#include <QStyleOptionFrame>
 
 #include "platform/printer.h"
 #include "printing/print_map.h"
@@ -123,6 +125,39 @@ TEST_F(PrintWindowsTest, ThePreviewFitsTheMapAndKeepsIt) {
   Settle();
   EXPECT_EQ(Preview(), nullptr);
   EXPECT_EQ(Read_Print_Settings().factor, kept);
+}
+
+TEST_F(PrintWindowsTest, APreviewIsStoppedByItsOwnButtonAndMadeAnew) {
+  QTimer::singleShot(0, window.get(), [this] {
+    if (Preview()) Press(*Preview(), "btnShow");  // while it is being made
+  });
+  Choose(S("mnuBlattschnitt"));
+  FrmSeiten& form = *Preview();
+  auto* picture = Part<PreviewPicture>(form, "Picture1");
+  EXPECT_EQ(picture->Text(), S("Vorschau abgebrochen"));
+  EXPECT_EQ(Text_In(form, "btnShow"), S("&Vorschau"));
+  Press(form, "btnShow");
+  EXPECT_EQ(picture->Text(), QString());
+  EXPECT_FALSE(Is_Enabled(form, "btnShow"));
+}
+
+TEST_F(PrintWindowsTest, TheFactorIsSeenWholeAtEveryFontSize) {
+  const QFont normal = QApplication::font();
+  for (const double size : {1.0, 1.5, 2.0}) {
+    QFont font = normal;
+    font.setPointSizeF(normal.pointSizeF() * size);
+    QApplication::setFont(font);
+    Choose(S("mnuBlattschnitt"));
+    const auto* box = Part<QLineEdit>(*Preview(), "txtFaktor");
+    QStyleOptionFrame frame;
+    frame.initFrom(box);
+    frame.lineWidth = box->style()->pixelMetric(QStyle::PM_DefaultFrameWidth, &frame, box);
+    const int room = box->style()->subElementRect(QStyle::SE_LineEditContents, &frame, box).width() - 2 * 2;
+    EXPECT_GE(room, box->fontMetrics().horizontalAdvance(S("1,000")) + 1) << size;
+    Press(*Preview(), "btnClose");
+    Settle();
+  }
+  QApplication::setFont(normal);
 }
 
 TEST_F(PrintWindowsTest, PrintingClosesThePreviewAndCanBeStopped) {
