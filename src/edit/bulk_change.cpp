@@ -5,6 +5,7 @@
 #include "hand/activation.h"
 #include "platform/message_box.h"
 #include "state/events.h"
+#include "state/task_line.h"
 #include "state/map_state.h"
 #include "state/mdi_state.h"
 #include "state/table_state.h"
@@ -106,11 +107,10 @@ QString Hidden_Stay_Text(int count) {
                     : QStringLiteral("%1 ausgeblendete Einträge bleiben, wie sie sind.").arg(count);
 }
 
-void Tell_Hidden_Stayed() {
-  const QString text = Hidden_Stay_Text(Hidden_Marked());
-  if (text.isEmpty()) return;
-  InfoBar.Panel[0] = text;
-  events.InfoBarChanged.Emit();
+void Tell_Done_Of_Marked(const QString& done) {
+  const QString stayed = Hidden_Stay_Text(Hidden_Marked());
+  const QString text = done.isEmpty() || stayed.isEmpty() ? done + stayed : done + QStringLiteral(". ") + stayed;
+  if (!text.isEmpty()) Tell_Done(text);
 }
 
 void Show_Changed_Entries() {

@@ -33,8 +33,8 @@ bool Append_In_Transaction(const QString& title, const std::function<void()>& wo
 int Hidden_Marked();
 // "2 ausgeblendete Einträge bleiben, wie sie sind." Empty for 0.
 QString Hidden_Stay_Text(int count);
-// Says it in the status bar after a command on marked entries; nothing where there is none.
-void Tell_Hidden_Stayed();
+// What a command on marked entries did, and how many of them stayed, in the status bar; nothing where both are empty.
+void Tell_Done_Of_Marked(const QString& done = {});
 // Tells the table window, redraws; menus and tool buttons follow.
 void Show_Changed_Entries();
 // Does the ID still fit its column? Tells it if not.

@@ -155,7 +155,7 @@ bool Add_Text(QPoint window, const QString& text) {
   lines.replace(QLatin1String("\r\n"), QLatin1String("\n")).replace(u'\r', u'\n').remove(QChar(0));
   while (lines.endsWith(u'\n')) lines.chop(1);
   if (lines.trimmed().isEmpty()) return false;
-  if (!Append_Text_Entry({Map_X(window.x()), Map_Y(window.y())}, lines)) return false;
+  if (!Save_Text_Entry(Typed_Text({Map_X(window.x()), Map_Y(window.y())}, lines), TextRow::New)) return false;
   Show_Changed_Entries();
   return true;
 }

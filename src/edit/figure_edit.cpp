@@ -79,7 +79,6 @@ bool Append_Figure(EntryRow row, const EntryBox& box, const std::vector<QPoint>&
     if (copied) Copy_Extras(*copied, row);
   });
   if (!done) return false;
-  Map.lblShape.Tag = QStringLiteral("Old");
   Show_Changed_Entries();
   return Take_Entry(Map.CurBookmark);
 }
@@ -111,14 +110,6 @@ QString Vertices_Problem(const std::vector<QPoint>& vertices) {
 }
 
 EntryKind Free_Kind(bool rounded) { return rounded ? EntryKind::FreeFigureRound : EntryKind::FreeFigure; }
-
-EntryBox Label_Box(bool square) {
-  const LiveControl& shape = Map.lblShape;
-  const auto zoom = static_cast<double>(Map.Zoom);
-  EntryBox box{Map_X(shape.Left), Map_Y(shape.Top), qRound(shape.Width * zoom), qRound(shape.Height * zoom)};
-  if (square) box.height = box.width;
-  return box;
-}
 
 }  // namespace
 
@@ -159,25 +150,24 @@ bool Show_Figure() {
   return true;
 }
 
-bool Store_Figure() {
-  const QString tag = Map.lblShape.Tag;
-  if (tag == QLatin1String("Neu")) {
+bool Store_Figure(FigureOf what, EntryBox box) {
+  if (what == FigureOf::Next) {
     const auto kind = static_cast<EntryKind>(NextShape.figure);
-    return Append_Figure(New_Row(kind), Label_Box(Keeps_Square(kind)), {});
+    if (Keeps_Square(kind)) box.height = box.width;
+    return Append_Figure(New_Row(kind), box, {});
   }
-  if ((tag != QLatin1String("Dup") && tag != QLatin1String("Change")) || !Ready_For_Figure()) return false;
+  if (!Ready_For_Figure()) return false;
   EntryRow row = Read_Entry(*rsEntries);
   const EntryType type = EntryType::Parse(row.Typ);
-  const EntryBox box = Label_Box(Keeps_Square(type.Kind()));
+  if (Keeps_Square(type.Kind())) box.height = box.width;
   const std::vector<QPoint> vertices = Scaled_Into(Free_Figure_Vertices(), Figure_Box(row), box);
-  if (tag == QLatin1String("Dup")) {
+  if (what == FigureOf::Duplicate) {
     const EntryRow copied = row;
     row.Typ = type.Shown().Marked(Mark::None).ToNumber();
     return Append_Figure(row, box, vertices, copied);
   }
   const QString problem = Figure_Problem(box);
   if (!problem.isEmpty()) return Tell(problem);
-  Map.lblShape.Tag = QStringLiteral("Old");
   set_entry_box(row, box);
   return Write_Figure(row, vertices);
 }

@@ -233,7 +233,7 @@ void Justify(JustifyMode mode) {
     const auto changes = Collect_Changes([&alignment](EntryRow& row, qint64) {
       if (EntryType::Parse(row.Typ).Chosen()) alignment.Align(row);
     });
-    if (changes.empty() && alignment.vertices.empty()) return Tell_Hidden_Stayed();
+    if (changes.empty() && alignment.vertices.empty()) return Tell_Done_Of_Marked();
     Undo_Point(QStringLiteral("Rückgängig: Justieren"));
     const bool written = In_Told_Transaction(title, [&] {
       for (const RowChange& change : changes) Write_Change(change);
@@ -242,7 +242,7 @@ void Justify(JustifyMode mode) {
     });
     if (!written) return;
     Show_Changed_Entries();
-    Tell_Hidden_Stayed();
+    Tell_Done_Of_Marked();
   } catch (const Error&) {
     Message_Box(QStringLiteral("Ein Eintrag würde zu weit verschoben.\nEs wurde nichts verändert."), MsgButtons::Ok,
                 MsgIcon::Warning, title);

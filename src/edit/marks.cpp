@@ -10,6 +10,7 @@
 #include "platform/text.h"
 #include "state/events.h"
 #include "state/map_state.h"
+#include "state/task_line.h"
 #include "store/entry_edit.h"
 #include "store/table_file.h"
 
@@ -187,6 +188,7 @@ void Group_Marked() {
   });
   for (const RowChange& change : changes)
     if (!Id_Fits(change.after.ID)) return;
-  Write_Changes(changes, QStringLiteral("Gruppe"), QStringLiteral("Rückgängig: Gruppieren"));
-  Tell_Hidden_Stayed();
+  if (Write_Changes(changes, QStringLiteral("Gruppe"), QStringLiteral("Rückgängig: Gruppieren")) == 0) return;
+  Tell_Done_Of_Marked(dissolve ? QStringLiteral("Die Gruppe ist aufgelöst.")
+                     : QStringLiteral("Gruppiert: ") + Entries_Text(std::ssize(changes)));
 }

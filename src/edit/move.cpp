@@ -176,7 +176,7 @@ int Move_Entries(const MoveRequest& request) {
   });
   if (!written) return 0;
   Show_Changed_Entries();
-  if (request.markedOnly) Tell_Hidden_Stayed();
+  if (request.markedOnly) Tell_Done_Of_Marked();
   return static_cast<int>(work.rows.size());
 }
 

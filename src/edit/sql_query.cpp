@@ -160,7 +160,7 @@ void Show_Result_Of_Run() {
   if (rsEntries->RecordCount() == 0) {
     Close_Table(CloseMode::CloseOnly);
     if (!Load_Table(LoadMode::Reload)) return;
-    Tbl.Tag = QStringLiteral("Dirty");
+    Tbl.Tag = TableTag::Dirty;
   } else if (!rsEntries->HasRow(Map.CurBookmark)) {
     rsEntries->MoveLast();
     Map.CurBookmark = rsEntries->Bookmark();
@@ -207,7 +207,7 @@ bool Run_Select(SqlState& sql, const SqlTranslation& statement, int oldCount) {
   sql.selection = std::move(rows);
   sql.formerTable = Tbl.DBGrid1.Caption;
   sql.formerTag = Tbl.Tag;
-  Tbl.Tag = QStringLiteral("Dirty");
+  Tbl.Tag = TableTag::Dirty;
   Name_User_Table(Sql_Table_Name(Tbl.DBGrid1.Caption));
   return true;
 }

@@ -120,7 +120,7 @@ void Activate_Entry() {
   if (!rsEntries || rsEntries->Position() < 1) return;
   const EntryRow row = Read_Entry(*rsEntries);
   Map.InHand = Map.CurBookmark = rsEntries->Bookmark();
-  Map.Text2.Tag = QStringLiteral("Old");
+  Map.Text2.Tag = EditTag::Old;
   Load_Entry_Colors();
   Load_Text_Box(row);
   Remember_Text_Look(row.Typ, row.Schrift, row.Groesse, row.Eintrag);
@@ -144,7 +144,7 @@ void Drop_Hand() {
   Unpaint_Hand();
   Hide_Live_Controls();
   Map.EntryRegions.Widen();
-  Map.Text2.Tag = QStringLiteral("Old");
+  Map.Text2.Tag = EditTag::Old;
   Map.InHand.clear();
   Map.GroupInHand.clear();
   events.HandDropped.Emit();
@@ -166,9 +166,9 @@ void New_Text(int x, int y) {
   const FontChoice font = Font_Of_New_Text();
   Drop_Hand();
   Load_Font_Into_Box(font);
-  LiveControl& box = Map.Text2;
+  EditBox& box = Map.Text2;
   box.Text.clear();
-  box.Tag = QStringLiteral("Neu");
+  box.Tag = EditTag::New;
   EntVGColor = Color_Of(CurVG);
   EntHGColor = Color_Of(CurHG);
   Map.TextAt = {Map_X(x), Map_Y(y)};

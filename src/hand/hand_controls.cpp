@@ -27,7 +27,7 @@ constexpr int footMarker = 16, smallestText = 8, newTextWidth = 80;
 QSize Text_Size(const QString& text) {
   static QImage pixel = Make_Canvas(1, 1);
   const auto surface = Make_Surface(pixel);
-  const LiveControl& box = Map.Text2;
+  const EditBox& box = Map.Text2;
   surface->SetFont({box.FontName, box.ShownSize, box.FontBold, box.FontItalic, box.FontUnderline, EntCharset});
   const QString& measured = text.isEmpty() ? QStringLiteral("A") : text;
   return {surface->TextWidth(measured), surface->TextHeight(measured)};
@@ -151,8 +151,8 @@ RegionShape Shape_In_Hand(EntryKind kind) {
 }
 
 void Hide_Live_Controls() {
-  for (LiveControl* control : {&Map.Text2, &Map.imgBild, &Map.imgRfLine, &Map.lblShape, &Map.imgHandle})
-    control->Visible = false;
+  Map.Text2.Visible = Map.imgBild.Visible = Map.imgRfLine.Visible = Map.lblShape.Visible = Map.imgHandle.Visible =
+      false;
   for (LiveControl& handle : Map.lblHandle) handle.Visible = false;
 }
 
@@ -175,7 +175,7 @@ void Load_Text_Box(const EntryRow& row) {
   EntAngle = font.angle;
   EntCharset = font.charset;
   EntFontSize = row.Groesse > 0 ? Stored_Size(row.Groesse) : 10;
-  LiveControl& box = Map.Text2;
+  EditBox& box = Map.Text2;
   box.FontName = Font_Installed(EntFont) ? EntFont : QStringLiteral("Arial");
   box.FontSize = EntFontSize;
   box.FontBold = font.bold;
@@ -187,12 +187,12 @@ void Load_Text_Box(const EntryRow& row) {
 }
 
 void Place_Text_Box(const EntryRow& row) {
-  LiveControl& box = Map.Text2;
+  EditBox& box = Map.Text2;
   const bool small = row.Groesse <= smallestOwnSize && !row.ID.isEmpty();
   box.ShownSize = small ? standardSize : box.FontSize / static_cast<double>(Map.Zoom);
   const int space = static_cast<int>(Frame_Space(FrameWord::Parse(row.RA)));
   QSize size = Text_Size(box.Text).expandedTo({smallestText, smallestText});
-  if (box.Tag == QLatin1String("Neu")) size = size.expandedTo({newTextWidth, 0});
+  if (box.Tag == EditTag::New) size = size.expandedTo({newTextWidth, 0});
   Place(box, {Window_X(Map.TextAt.x()), Window_Y(Map.TextAt.y()), size.width() + 2 * space, size.height() + 2 * space});
 }
 

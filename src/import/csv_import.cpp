@@ -200,6 +200,7 @@ QString Choose_Csv() {
   request.folder = QFileInfo(last).path();
   request.name = QFileInfo(last).fileName();
   request.defaultExtension = QStringLiteral("CSV");
+  request.helpPage = QStringLiteral("CSV-Import.htm");
   request.filter = QStringLiteral("Datei (*.csv;*.txt)|*.csv;*.txt;|Alle Dateien (*.*)|*.*");
   const auto path = File_Dialog(request);
   if (!path) return {};

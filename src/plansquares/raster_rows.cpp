@@ -215,12 +215,13 @@ int Delete_Raster() {
     return Remove_Rows(progress);
   });
   if (!written) return 0;
-  Map.lblPLQ.Visible = false;
   Show_Change();
   return there;
 }
 
 int Show_Raster(bool visible) {
+  if (Count_Plan_Rows() == 0) return 0;
+  Undo_Point(raster_texts::changeUndo);
   int changed = 0;
   const BusyPointer busy;
   const bool written = In_Told_Transaction(QStringLiteral("Planquadrate"), [&] {

@@ -29,7 +29,7 @@ QImage Reduced_Scan() {
   const QImage* source = &scan;
   for (const MapClipState& clip : Map.MapClip) {
     const int size = std::max(clip.image.width(), clip.image.height());
-    if (!clip.Tag.isEmpty() && size >= reducedPixels && size < std::max(source->width(), source->height()))
+    if (clip.factor > 0 && size >= reducedPixels && size < std::max(source->width(), source->height()))
       source = &clip.image;
   }
   return Reduced_Picture(*source, static_cast<double>(std::max(source->width(), source->height())) / reducedPixels);
@@ -40,9 +40,9 @@ std::vector<PreviewMap::Dot> Entry_Dots() {
   if (!rsEntries) return dots;
   For_Each_Entry([&dots] {
     if (Type_Here().hidden || EntryId::StoredIsHeader(rsEntries->Text(column::ID))) return;
-    dots.push_back({QPoint(Stored_Number(rsEntries->Integer(column::Xmap)),
-                           Stored_Number(rsEntries->Integer(column::Ymap))),
-                    Color_Of(rsEntries->Integer(column::VG))});
+    dots.push_back(
+        {QPoint(Stored_Number(rsEntries->Integer(column::Xmap)), Stored_Number(rsEntries->Integer(column::Ymap))),
+         Color_Of(rsEntries->Integer(column::VG))});
   });
   return dots;
 }

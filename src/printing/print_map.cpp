@@ -14,6 +14,7 @@
 #include "state/events.h"
 #include "state/global_state.h"
 #include "state/table_state.h"
+#include "state/task_line.h"
 #include "store/header_row.h"
 
 namespace {
@@ -88,11 +89,10 @@ class MapPrinter {
   void Print_Range() {
     job = hooks.begin();
     if (!job) throw PrintStopped{};
-    bool first = true;
+    int sheets = 0;
     for (const PrintSheet& sheet : Sheet_Walk(geometry)) {
       if (sheet.number < order.range.from || sheet.number > order.range.to) continue;
-      if (!first) job->NewPage();
-      first = false;
+      if (++sheets > 1) job->NewPage();
       const auto goOn = [this, number = sheet.number] { return !hooks.step || hooks.step(number, note); };
       if (!goOn()) throw PrintStopped{};
       SheetLook look;
@@ -105,6 +105,7 @@ class MapPrinter {
         Draw_Sheet(job->Painter(), order.paper.dpi, geometry, sheet, look);
     }
     job->EndDoc();
+    Tell_Done(Printed_Text(sheets, job->Target()));
     job.reset();
   }
 
@@ -137,6 +138,11 @@ class MapPrinter {
 };
 
 }  // namespace
+
+QString Printed_Text(int sheets, const QString& target) {
+  const QString count = sheets == 1 ? QStringLiteral("1 Blatt") : QStringLiteral("%1 Blätter").arg(sheets);
+  return QStringLiteral("Gedruckt: ") + count + (target.isEmpty() ? QString() : QStringLiteral(", ") + target);
+}
 
 PrintSettings Read_Print_Settings() {
   PrintSettings settings;
@@ -179,7 +185,7 @@ bool Save_Print_Settings(const PrintSettings& settings) {
     header.orientation = settings.orientation;
     Write_Header(header);
     Write_Font_Factor(static_cast<float>(settings.fontFactor));
-    Tbl.Tag = QStringLiteral("Dirty");
+    Tbl.Tag = TableTag::Dirty;
     events.TableChanged.Emit();
     return true;
   } catch (const Error& error) {

@@ -15,10 +15,10 @@ struct DialogHooks {
   std::function<void()> FitNotePad;  // the active note pad, if there is one, takes all the room
   std::function<void(const QString& page)> Help;                                    // a page of the help window
   std::function<void(const QString& bookmark, const QString& caption)> FontWindow;  // the font of an entry
-  std::function<void()> ColorWindow;                             // frmFarb, of the entry in hand or the next one
-  std::function<void()> FillWindow;                              // frmFill
-  std::function<void()> WidthWindow;                             // frmDrawBreite
-  std::function<void()> ZoomWindow;                              // frmBildZoom
-  std::function<void()> ChooseCalibration;                       // frmDialog: several calibration files
+  std::function<void()> ColorWindow;        // frmFarb, of the entry in hand or the next one
+  std::function<void()> FillWindow;         // frmFill
+  std::function<void()> WidthWindow;        // frmDrawBreite
+  std::function<void()> ZoomWindow;         // frmBildZoom
+  std::function<void()> ChooseCalibration;  // frmDialog: several calibration files
 };
 extern DialogHooks dialogHooks;

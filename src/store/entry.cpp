@@ -112,7 +112,7 @@ void Write_And_Update(const EntryRow& entry) {
     if (rsEntries->Editing()) rsEntries->CancelUpdate();
     throw;
   }
-  Tbl.Tag = QStringLiteral("Dirty");
+  Tbl.Tag = TableTag::Dirty;
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include "tools/drag.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <functional>
 #include <limits>
@@ -300,8 +301,8 @@ QPoint In_View(QPoint window) {
 // Within the view, and never at 0: that would mean no reference line.
 void Move_Foot(QPoint to) {
   if (!To_Hand()) return;
-  const int x = In_View(to).x(), y = In_View(to).y();
-  Write_In_One([x, y] { Set_Foot_Point(Map_X(x) < 1 ? x + 1 : x, y); });
+  const QPoint at = In_View(to);
+  Write_In_One([at] { Set_Foot_Point({std::max(1, Map_X(at.x())), Map_Y(at.y())}); });
 }
 
 bool Outside(QPoint window) {

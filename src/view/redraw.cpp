@@ -95,7 +95,7 @@ void On_Canvas(RegionSet* regions, Work&& work) {
 void Paint_Map() {
   DrawCounts counts;
   do {
-    Map.FontMissingAnswer.clear();
+    Map.FontMissing = FontQuestion::Ask;
     Delete_Regions();
     Paint_Ground();
     On_Canvas(&Map.EntryRegions, [&counts](DrawContext& context) { counts = Draw_Entries(context); });

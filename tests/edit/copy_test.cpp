@@ -116,7 +116,6 @@ TEST_F(Copies, PicturesFromFileAndClipboard) {
   ASSERT_TRUE(Add_Picture({30, 40}, file));
   EXPECT_EQ(Read_Entry(*rsEntries).Eintrag, file);
   EXPECT_EQ(Read_Entry(*rsEntries).Typ, 5);
-  EXPECT_EQ(Map.imgBild.Tag, QString("Old"));
 
   const QString longName = Path(QString(80, 'l') + ".bmp");
   Save_Picture(Picture(21, 10), longName);
@@ -153,7 +152,7 @@ TEST_F(Copies, PicturesThatCannotBeHadAddNoRow) {
 TEST_F(Copies, PastedText) {
   ASSERT_TRUE(::Add_Text(QPoint(40, 50), QStringLiteral("eins\r\nzwei\r\n")));
   EXPECT_EQ(rsEntries->Text(column::Eintrag), QString("eins\r\nzwei"));
-  EXPECT_EQ(Map.Text2.Tag, QString("Old"));
+  EXPECT_EQ(Map.Text2.Tag, EditTag::Old);
   MessageScript script("5000000 Zeichen");
   EXPECT_FALSE(::Add_Text(QPoint(40, 50), QString(5'000'000, 'x')));
   EXPECT_EQ(Entry_Count(), 1);

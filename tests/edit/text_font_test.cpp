@@ -77,7 +77,7 @@ TEST_F(TextFont, ASymbolIsPlacedByItsMiddleAndItsCharacterChanged) {
   const QString first = Map.InHand;
   ASSERT_TRUE(Symbol_In_Hand());
   EXPECT_TRUE(Map.Tool.isEmpty());
-  EXPECT_EQ(Toolbar1.Tag, QStringLiteral("Symbol"));
+  EXPECT_EQ(Toolbar1.Tag, ToolMode::Symbol);
   EXPECT_EQ(Row(first).Schrift, QStringLiteral("Wingdings-T"));
   EXPECT_EQ(Row(first).VG, 12);
   ASSERT_TRUE(End_Entry());

@@ -221,6 +221,7 @@ TEST_F(SheetPainter, ThePdfHoldsTheTextAndTrueMillimetres) {
                          [&](int, const QString&) { return ++steps > 0; }};
   ASSERT_EQ(Print_Map(order, hooks), PrintEnd::Done);
   EXPECT_GE(steps, 2);
+  EXPECT_EQ(InfoBar.Panel[0], u"Gedruckt: 2 Blätter, "_s + path);
   const QString first = Run_Tool(u"pdftotext"_s, {u"-l"_s, u"1"_s, path, u"-"_s});
   EXPECT_TRUE(first.contains(u"Sumpfdotterblume")) << first;
   EXPECT_FALSE(first.contains(u"Wollgras")) << "text of another sheet";

@@ -18,7 +18,7 @@ TEST_F(EntryTest, RowsComeBackAsTheyWereWritten) {
   const EntryRow area{id, text, "Times New Roman-B<45", -8.5, 15, 0, -215, -32768, 32767, 3, -7, -240};
   Add(area);
   EXPECT_EQ(Read_Entry(*rsEntries), area);
-  EXPECT_EQ(Tbl.Tag, "Dirty");
+  EXPECT_EQ(Tbl.Tag, TableTag::Dirty);
   EntryRow changed = area;
   changed.Groesse = 12.25;
   changed.Typ = 40;

@@ -285,7 +285,7 @@ TEST_F(DragTest, AChangedTextIsStoredBeforeItMoves) {
   const QPoint again(Map.Text2.Left - 5, Map.Text2.Top - 5);
   Drag(again, again + QPoint(10, 20));
   EXPECT_EQ(At(amsel), QPoint(121, 141));
-  EXPECT_EQ(Map.Text2.Tag, QStringLiteral("Change"));
+  EXPECT_EQ(Map.Text2.Tag, EditTag::Change);
 }
 
 }  // namespace

@@ -89,7 +89,7 @@ TEST_F(PlanSquaresTest, ARasterThatDoesNotFitIntoTheColumnsLeavesNoRow) {
   EXPECT_FALSE(Take_Raster_On_Map(far));
   EXPECT_EQ(Entry_Count(), 0);
   EXPECT_FALSE(rsEntries->Editing());
-  EXPECT_EQ(Tbl.Tag, "Clean");
+  EXPECT_EQ(Tbl.Tag, TableTag::Clean);
 }
 
 TEST_F(PlanSquaresTest, AFilledSquareKeepsItsLabelAndLine) {

@@ -4,6 +4,7 @@
 #include <QComboBox>
 #include <QDir>
 #include <QLineEdit>
+#include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QPlainTextEdit>
 
@@ -155,6 +156,7 @@ void CommandTest::Close_Waiting() {
   QWidget* dialog = QApplication::activeModalWidget();
   if (!dialog || !dialog->isVisible()) return;
   seen << Window_Name(*dialog);
+  if (look) look(*dialog);
   dialog->close();
 }
 
@@ -171,6 +173,7 @@ void CommandTest::Close_Windows() {
         open->windowType() == Qt::ToolTip)
       continue;
     names << Window_Name(*open);
+    if (look) look(*open);
     open->close();
   }
   names.sort();
@@ -264,6 +267,8 @@ QMap<QString, QString> CommandTest::State() const {
   for (int slot = 0; slot < NotePads.size(); ++slot)
     if (Is_Open_NotePad(slot)) state["Notizen"] += NotePad_Title(slot) + u' ';
   if (const auto* pad = window->findChild<FrmNotePad*>()) state["Text der Notiz"] = pad->Text().trimmed();
+  if (const auto* front = window->findChild<QMdiArea*>()->activeSubWindow())
+    state["vorn"] = front->widget()->objectName();
   QString hand;
   if (Entry_In_Hand()) {
     hand = QStringLiteral("neuer Text");

@@ -55,7 +55,7 @@ TEST_F(HandTest, ClickTakesAnEntryAndTheBarFollows) {
   EXPECT_FALSE(Editor()->isVisible());
   Click(On(first));
   ASSERT_TRUE(Entry_In_Hand());
-  EXPECT_EQ(Toolbar1.Tag, QStringLiteral("Text"));
+  EXPECT_EQ(Toolbar1.Tag, ToolMode::Text);
   EXPECT_TRUE(Editor()->isVisible());
   EXPECT_EQ(Editor()->toPlainText(), QStringLiteral("Eisvogel"));
   // The text of the box lies exactly over the text of the map: it is only covered, not moved.

@@ -26,7 +26,7 @@ QString Unix_Lines(QString text) {
 }
 
 const FontFace& Editor_Face() {
-  const LiveControl& box = Map.Text2;
+  const EditBox& box = Map.Text2;
   FontKey key;
   key.family = box.FontName.isEmpty() ? QStringLiteral("Arial") : box.FontName;
   key.points = box.ShownSize > 0 ? box.ShownSize : box.FontSize;
@@ -84,7 +84,7 @@ void MapEditor::Show_Look() {
 }
 
 void MapEditor::Sync() {
-  const LiveControl& box = Map.Text2;
+  const EditBox& box = Map.Text2;
   if (!box.Visible) {
     if (hasFocus()) parentWidget()->parentWidget()->setFocus();
     hide();
@@ -116,7 +116,7 @@ void MapEditor::Sync() {
   if (isVisible()) return;
   show();
   raise();
-  if (box.Tag == QLatin1String("Neu")) Begin_Edit();
+  if (box.Tag == EditTag::New) Begin_Edit();
 }
 
 void MapEditor::Begin_Edit() {

@@ -13,6 +13,7 @@
 #include "windows/common/frm_dialogs.h"
 #include "windows/import/frmCSVImport.h"
 #include "windows/main/bind_pads.h"
+#include "windows/main/window_list.h"
 #include "windows/maps/bind_maps.h"
 #include "windows/objects/bind_objects.h"
 #include "windows/plansquares/bind_plansquares.h"
@@ -46,6 +47,7 @@ void Bind_Own(QMainWindow& window) {
     else
       Open_Menu(main, QStringLiteral("mnuKarte"));
   });
+  Bind_Command(QStringLiteral("mnuWindow"), [&window](const CommandCall& call) { Bring_To_Front(window, call.line); });
   bind("mnuHelpIndex", [](QMainWindow& main) { Show_Help(&main); });
   bind("mnuHelpSettings", [](QMainWindow& main) { Show_Help(&main, QStringLiteral("Einstellungen.htm")); });
 }

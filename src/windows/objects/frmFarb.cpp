@@ -164,4 +164,4 @@ void FrmFarb::Standard_Colors() {
   Follow();
 }
 
-void Show_frmFarb(QWidget* parent, FarbFor what) { Show_Beside<FrmFarb>(parent, {40, 120})->Set_For(what); }
+void Show_frmFarb(QWidget* parent, FarbFor what) { Show_Beside<FrmFarb>(parent)->Set_For(what); }

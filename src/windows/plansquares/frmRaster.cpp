@@ -278,4 +278,4 @@ void FrmRaster::done(int result) {
   QDialog::done(result);
 }
 
-void Show_frmRaster(QWidget* parent, bool existing) { Show_Beside<FrmRaster>(parent, {30, 110})->Begin(existing); }
+void Show_frmRaster(QWidget* parent, bool existing) { Show_Beside<FrmRaster>(parent)->Begin(existing); }

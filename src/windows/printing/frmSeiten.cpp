@@ -28,10 +28,7 @@ FrmSeiten::FrmSeiten(QWidget* parent)
   setWindowFlag(Qt::WindowMaximizeButtonHint);
   for (QLineEdit* box : {ui->txtFaktor, ui->txtBreite, ui->txtHoehe, ui->txtFtSize}) {
     box->setAlignment(Qt::AlignRight);
-    // A factor with its three decimals is seen whole, whatever the font's size.
-    const int room = box->fontMetrics().horizontalAdvance(QStringLiteral("00,0000")) + 24;
-    box->setMinimumWidth(room);
-    box->setMaximumWidth(std::max(90, room));
+    Give_Room(*box, QStringLiteral("000,0000"));
   }
   Kill_Quietly(ProgramFolder + QStringLiteral("/Temp.bmp"));  // of former versions
   Connect_Boxes();
@@ -149,7 +146,7 @@ void FrmSeiten::Show_Boxes(const QObject* typedInto) {
   for (const auto& [box, text] : boxes)
     if (box != typedInto) box->setText(text);
   ui->lblFtSizeFak->setText(QStringLiteral("* ") + Format(setup.settings.fontFactor, QStringLiteral("0.00")));
-  Set_btnShow(setup.Eingabe != input_state::ok);
+  Set_btnShow(setup.Eingabe != PageInput::Ok);
 }
 
 void FrmSeiten::Show_Preview() {
