@@ -159,7 +159,7 @@ const Expected expected[] = {
     {"mnuInsNord", "", "Nordpfeil.*"},
     {"mnuMass", "", "FrmMass 'Maßstab'"},
     {"mnuSchrift", "Otter", "FrmSchrift 'Schrift ändern: Text'"},
-    {"mnuFarbe", "", "FrmFarb 'Farbe für den nächsten Eintrag'"},
+    {"mnuFarbe", "", "FrmFarb 'Farbe für Text'"},
     {"mnuFigFill", "Haus", "FrmFill 'Figur1 füllen'"},
     {"mnuBreite", "", "FrmDrawBreite 'Linienbreite'"},
     {"mnuRahmen", "Otter", "FrmDrawBreite 'Rahmenbreite'; FrmFarb 'Rahmenfarbe für Text: Otter'"},
