@@ -8,7 +8,6 @@
 #include "hand/activation.h"
 #include "platform/file_dialog.h"
 #include "platform/files.h"
-#include "platform/for_now.h"
 #include "platform/message_box.h"
 #include "platform/picture.h"
 #include "state/events.h"
@@ -83,11 +82,7 @@ bool Append_Picture(QPoint window, const QString& name) {
   row.Xmap = std::clamp(Map_X(window.x()), -32768, 32767);
   row.Ymap = std::clamp(Map_Y(window.y()), -32768, 32767);
   row.Typ = static_cast<int>(EntryKind::Picture);
-  {
-    Map.imgBild.Tag = QStringLiteral("Old");
-    const ForNow tag(Map.imgBild.Tag, QStringLiteral("Neu"));
-    if (!Append_In_Transaction(title, [&row] { Append_Entry(row); })) return false;
-  }
+  if (!Append_In_Transaction(title, [&row] { Append_Entry(row); })) return false;
   Show_Changed_Entries();
   return true;
 }
@@ -97,7 +92,8 @@ QString Ask_For_Picture() {
   request.title = QStringLiteral("Bild einfügen");
   request.folder = QFileInfo(MapFile).path();
   request.defaultExtension = QStringLiteral("BMP");
-  request.filter = QStringLiteral("Bilder(*.bmp;*.wmf;*.ico)|*.bmp;*.wmf;*.ico");
+  request.helpPage = QStringLiteral("Bilder.htm");
+  request.filter = QStringLiteral("Bilder(*.bmp;*.wmf;*.ico)|") + Picture_Patterns() + QStringLiteral(";*.ico");
   return Clean_Path(File_Dialog(request).value_or(QString()));
 }
 

@@ -65,16 +65,9 @@ std::vector<QPoint> Scaled_Into(std::vector<QPoint> vertices, const EntryBox& ol
   return vertices;
 }
 
-EntryBox Box_Of(const std::vector<QPoint>& vertices) {
-  const auto [left, right] =
-      std::minmax_element(vertices.begin(), vertices.end(), [](QPoint a, QPoint b) { return a.x() < b.x(); });
-  const auto [top, bottom] =
-      std::minmax_element(vertices.begin(), vertices.end(), [](QPoint a, QPoint b) { return a.y() < b.y(); });
-  return {left->x(), top->y(), right->x() - left->x(), bottom->y() - top->y()};
-}
-
-// Appends the row under a number of its own; it is in hand then.
-bool Append_Figure(EntryRow row, const EntryBox& box, const std::vector<QPoint>& vertices) {
+// Appends the row under a number of its own, with the extras of the figure it is a copy of; it is in hand then.
+bool Append_Figure(EntryRow row, const EntryBox& box, const std::vector<QPoint>& vertices,
+                   const std::optional<EntryRow>& copied = {}) {
   if (!rsEntries || !dbEntries) return false;
   const QString problem = Figure_Problem(box);
   if (!problem.isEmpty()) return Tell(problem);
@@ -83,9 +76,9 @@ bool Append_Figure(EntryRow row, const EntryBox& box, const std::vector<QPoint>&
     row.ID = Next_Figure_ID();
     if (!vertices.empty()) Write_Vertices(row.ID, vertices);
     Append_Entry(row);
+    if (copied) Copy_Extras(*copied, row);
   });
   if (!done) return false;
-  Map.lblShape.Tag = QStringLiteral("Old");
   Show_Changed_Entries();
   return Take_Entry(Map.CurBookmark);
 }
@@ -113,18 +106,10 @@ QString Vertices_Problem(const std::vector<QPoint>& vertices) {
   for (const QPoint& vertex : vertices)
     if (std::min(vertex.x(), vertex.y()) < stopLimit || std::max(vertex.x(), vertex.y()) > farthest)
       return QStringLiteral("Eckpunkte können nur zwischen %1 und %2 liegen.").arg(stopLimit).arg(farthest);
-  return Figure_Problem(Box_Of(vertices));
+  return Figure_Problem(Vertex_Box(vertices));
 }
 
 EntryKind Free_Kind(bool rounded) { return rounded ? EntryKind::FreeFigureRound : EntryKind::FreeFigure; }
-
-EntryBox Label_Box(bool square) {
-  const LiveControl& shape = Map.lblShape;
-  const auto zoom = static_cast<double>(Map.Zoom);
-  EntryBox box{Map_X(shape.Left), Map_Y(shape.Top), qRound(shape.Width * zoom), qRound(shape.Height * zoom)};
-  if (square) box.height = box.width;
-  return box;
-}
 
 }  // namespace
 
@@ -165,24 +150,24 @@ bool Show_Figure() {
   return true;
 }
 
-bool Store_Figure() {
-  const QString tag = Map.lblShape.Tag;
-  if (tag == QLatin1String("Neu")) {
+bool Store_Figure(FigureOf what, EntryBox box) {
+  if (what == FigureOf::Next) {
     const auto kind = static_cast<EntryKind>(NextShape.figure);
-    return Append_Figure(New_Row(kind), Label_Box(Keeps_Square(kind)), {});
+    if (Keeps_Square(kind)) box.height = box.width;
+    return Append_Figure(New_Row(kind), box, {});
   }
-  if ((tag != QLatin1String("Dup") && tag != QLatin1String("Change")) || !Ready_For_Figure()) return false;
+  if (!Ready_For_Figure()) return false;
   EntryRow row = Read_Entry(*rsEntries);
   const EntryType type = EntryType::Parse(row.Typ);
-  const EntryBox box = Label_Box(Keeps_Square(type.Kind()));
+  if (Keeps_Square(type.Kind())) box.height = box.width;
   const std::vector<QPoint> vertices = Scaled_Into(Free_Figure_Vertices(), Figure_Box(row), box);
-  if (tag == QLatin1String("Dup")) {
+  if (what == FigureOf::Duplicate) {
+    const EntryRow copied = row;
     row.Typ = type.Shown().Marked(Mark::None).ToNumber();
-    return Append_Figure(row, box, vertices);
+    return Append_Figure(row, box, vertices, copied);
   }
   const QString problem = Figure_Problem(box);
   if (!problem.isEmpty()) return Tell(problem);
-  Map.lblShape.Tag = QStringLiteral("Old");
   set_entry_box(row, box);
   return Write_Figure(row, vertices);
 }
@@ -217,7 +202,7 @@ bool Change_Figure(EntryKind kind, int width, int height) {
 bool Add_Free_Figure(const std::vector<QPoint>& vertices, bool rounded) {
   const QString problem = Vertices_Problem(vertices);
   if (!problem.isEmpty()) return Tell(problem);
-  return Append_Figure(New_Row(Free_Kind(rounded)), Box_Of(vertices), vertices);
+  return Append_Figure(New_Row(Free_Kind(rounded)), Vertex_Box(vertices), vertices);
 }
 
 bool Change_Free_Figure(const std::vector<QPoint>& vertices, bool rounded) {
@@ -228,7 +213,7 @@ bool Change_Free_Figure(const std::vector<QPoint>& vertices, bool rounded) {
   EntryType type = EntryType::Parse(row.Typ);
   type.base = static_cast<int>(Free_Kind(rounded));
   row.Typ = type.ToNumber();
-  set_entry_box(row, Box_Of(vertices));
+  set_entry_box(row, Vertex_Box(vertices));
   return Write_Figure(row, vertices);
 }
 

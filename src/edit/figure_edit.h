@@ -13,10 +13,14 @@
 
 // Puts lblShape and the handles round the current figure. Tells "Keine aktive Figur" where it is none; false then.
 bool Show_Figure();
-// Writes what lblShape tells, by its Tag: "Neu" a new figure of the next kind, "Dup" one like the current figure with a
-// vertex table of its own, "Change" the place and size of the current one. Whole map pixels; a new figure is in hand
-// afterwards and the Tag is "Old". False if nothing was written; why is told.
-bool Store_Figure();
+enum class FigureOf {
+  Next,       // a new figure of the next kind
+  Duplicate,  // one like the current figure, with a vertex table of its own
+  Current     // the current figure gets the place and size
+};
+// Writes a figure with that box (map pixels); squares and circles take the width for both. A new one is in hand
+// afterwards. False if nothing was written; why is told.
+bool Store_Figure(FigureOf what, EntryBox box);
 // A new figure of the next kind and size with its upper left corner there.
 bool Place_Figure(QPoint map);
 

@@ -14,6 +14,7 @@
 #include "state/global_state.h"
 #include "state/map_state.h"
 #include "state/table_state.h"
+#include "store/anchor.h"
 #include "store/file_names.h"
 #include "store/sql_translate.h"
 #include "store/table_file.h"
@@ -150,6 +151,7 @@ void Execute(const SqlTranslation& statement) {
     if (adds) Fit_New_Rows(statement.table, last);
     if (removes) Put_Header_Back(header);
     rsEntries->Requery();
+    if (removes) Promote_Anchor();
   });
 }
 
@@ -158,7 +160,7 @@ void Show_Result_Of_Run() {
   if (rsEntries->RecordCount() == 0) {
     Close_Table(CloseMode::CloseOnly);
     if (!Load_Table(LoadMode::Reload)) return;
-    Tbl.Tag = QStringLiteral("Dirty");
+    Tbl.Tag = TableTag::Dirty;
   } else if (!rsEntries->HasRow(Map.CurBookmark)) {
     rsEntries->MoveLast();
     Map.CurBookmark = rsEntries->Bookmark();
@@ -205,7 +207,7 @@ bool Run_Select(SqlState& sql, const SqlTranslation& statement, int oldCount) {
   sql.selection = std::move(rows);
   sql.formerTable = Tbl.DBGrid1.Caption;
   sql.formerTag = Tbl.Tag;
-  Tbl.Tag = QStringLiteral("Dirty");
+  Tbl.Tag = TableTag::Dirty;
   Name_User_Table(Sql_Table_Name(Tbl.DBGrid1.Caption));
   return true;
 }
@@ -351,6 +353,8 @@ bool Write_In_Transaction(const Kept& kept) {
   rsAux.reset();
   return In_Transaction([&kept] {
     if (!Write_Kept(kept)) return false;
+    Map.MarkOrder.clear();  // the rows have other keys now
+    Promote_Anchor();
     Drop_Other_Tables(kept.tables);
     return true;
   });

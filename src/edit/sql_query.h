@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "platform/database.h"
+#include "state/table_state.h"
 
 // The statements of the user on the open table. State of the window as plain data; the procedures ask and tell by
 // message boxes.
@@ -17,7 +18,7 @@ struct SqlState {
   std::shared_ptr<Recordset> selection;
   // While a selection is shown UserTable has a name of its own; this one comes back when it is not taken.
   std::optional<QString> formerTable;
-  QString formerTag;
+  TableTag formerTag = TableTag::Clean;
 };
 
 // The list of "\SQL.ini", or the six statements of a fresh program; the info of the open table.

@@ -5,6 +5,7 @@
 #include <array>
 #include <limits>
 
+#include "edit/figure_extras.h"
 #include "hand/activation.h"
 #include "objects/scale_bar.h"
 #include "platform/message_box.h"
@@ -143,11 +144,6 @@ void Row_Changed(qint64 key) {
     if (!Repair_If_Wanted()) return;
     if (!Go_To(key)) return;
   }
-  if (Tbl.Data1.Tag == QLatin1String("Del")) {
-    Tbl.Data1.Tag.clear();
-    Delete_Entry();
-    return;
-  }
   if (Is_Header_Row(key)) {
     events.CurrentRowChanged.Emit();
     return;
@@ -267,7 +263,7 @@ bool Check_Meaning(int number, const Value& value) {
 }
 
 void Row_Was_Edited(const QString& bookmark) {
-  Tbl.Tag = QStringLiteral("Dirty");
+  Tbl.Tag = TableTag::Dirty;
   const EntryType type = Type_Here();
   if (type.Kind() == EntryKind::Scale) Read_Scale(Read_Entry(*rsEntries));
   frmMDI.HasHidden = frmMDI.HasHidden || type.hidden;
@@ -317,9 +313,7 @@ bool Ask_To_Delete_Rows(const QSet<qint64>& going) {
          MsgAnswer::Yes;
 }
 
-void Rows_Were_Deleted(const DeletedEntries& deleted, int position) {
-  Map.Text2.Visible = Map.imgBild.Visible = Map.imgRfLine.Visible = Map.lblShape.Visible = false;
-  if (deleted.planSquare) Map.lblPLQ.Visible = false;
+void Rows_Were_Deleted(int position) {
   // The eye stays where the rows were.
   rsEntries->MoveTo(std::clamp(position, 0, rsEntries->RecordCount() - 1));
   Map.CurBookmark = rsEntries->Bookmark();
@@ -351,6 +345,7 @@ bool Delete_Rows(const std::vector<qint64>& keys) {
   if (going.size() > 1) Undo_Point(QStringLiteral("Rückgängig: Zeilen löschen"));
   if (!rsEntries) return false;  // the table could not be opened again
   const BusyPointer busy;
-  Rows_Were_Deleted(Delete_Entries(going), position);
+  Delete_Entries(going + Extras_Of_All(going));
+  Rows_Were_Deleted(position);
   return true;
 }

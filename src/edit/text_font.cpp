@@ -17,18 +17,6 @@ const QString title = QStringLiteral("Schrift");
 // Lines and areas have the font of their label there.
 bool Has_Font(const EntryType& type) { return type.IsText() || type.IsPolygon(); }
 
-FontChoice Font_Of_Box() {
-  const LiveControl& box = Map.Text2;
-  return {{.family = EntFont,
-           .bold = box.FontBold,
-           .italic = box.FontItalic,
-           .underline = box.FontUnderline,
-           .transparent = box.FontTransparent,
-           .charset = EntCharset,
-           .angle = EntAngle},
-          box.FontSize};
-}
-
 void Write_Font(const FontChoice& choice) {
   Write_Changes(Change_Of_Current([&](EntryRow& row, qint64) {
                   if (!Has_Font(EntryType::Parse(row.Typ))) return;
@@ -61,7 +49,7 @@ FontChoice Load_Font_Spec() {
       return Font_Of_Box();
     case FontTarget::Entry: {
       const EntryRow row = *Row_In_Hand();
-      return Font_Choice_Of(row.Schrift, row.Groesse);
+      return Font_Choice_Of(Font_Text(EntryType::Parse(row.Typ), row.Schrift), row.Groesse);
     }
     case FontTarget::Next:
       break;

@@ -55,6 +55,7 @@ bool Take_Row(const QString& bookmark) {
   if (Map.InHand == bookmark) {
     rsEntries->SetBookmark(bookmark);
     Map.CurBookmark = bookmark;
+    if (Hand_Is_Hidden()) Activate_Entry();
     return true;
   }
   const bool redraw = Text_Pending();
@@ -119,7 +120,7 @@ void Activate_Entry() {
   if (!rsEntries || rsEntries->Position() < 1) return;
   const EntryRow row = Read_Entry(*rsEntries);
   Map.InHand = Map.CurBookmark = rsEntries->Bookmark();
-  Map.Text2.Tag = QStringLiteral("Old");
+  Map.Text2.Tag = EditTag::Old;
   Load_Entry_Colors();
   Load_Text_Box(row);
   Remember_Text_Look(row.Typ, row.Schrift, row.Groesse, row.Eintrag);
@@ -142,7 +143,8 @@ void Drop_Hand() {
   Cancel_Drag();
   Unpaint_Hand();
   Hide_Live_Controls();
-  Map.Text2.Tag = QStringLiteral("Old");
+  Map.EntryRegions.Widen();
+  Map.Text2.Tag = EditTag::Old;
   Map.InHand.clear();
   Map.GroupInHand.clear();
   events.HandDropped.Emit();
@@ -164,9 +166,9 @@ void New_Text(int x, int y) {
   const FontChoice font = Font_Of_New_Text();
   Drop_Hand();
   Load_Font_Into_Box(font);
-  LiveControl& box = Map.Text2;
+  EditBox& box = Map.Text2;
   box.Text.clear();
-  box.Tag = QStringLiteral("Neu");
+  box.Tag = EditTag::New;
   EntVGColor = Color_Of(CurVG);
   EntHGColor = Color_Of(CurHG);
   Map.TextAt = {Map_X(x), Map_Y(y)};
@@ -186,6 +188,16 @@ void Before_Redraw() {
   Map.HandUnder = {};  // the whole canvas is painted anew
   Drop_Drag_Of_Other_View();
   Store_Text_Left_Behind();
+}
+
+// A typed text is written to be seen on the map; one that cannot be stored stays open.
+void Hand_Out_Of_Sight() {
+  Cancel_Drag();
+  if (!Entry_In_Hand()) return;
+  const bool pending = Text_Pending();
+  if (!Store_Pending_Text()) return;
+  if (pending) Map_Redraw();
+  Hide_Hand();
 }
 
 void After_Redraw() {
@@ -221,7 +233,8 @@ void After_Redraw() {
 }  // namespace
 
 void Connect_Hand() {
-  static int before = 0, after = 0;
+  static int before = 0, after = 0, hide = 0;
+  Reconnect(events.HandHidden, hide, Hand_Out_Of_Sight);
   Reconnect(events.BeforeRedraw, before, Before_Redraw);
   Reconnect(events.AfterRedraw, after, After_Redraw);
 }

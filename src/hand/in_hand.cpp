@@ -11,9 +11,9 @@ bool Entry_In_Hand() {
 
 std::optional<EntryRow> Row_In_Hand() { return Sound_Entry_At(Map.InHand); }
 
-bool Text_Is_New() { return Map.Text2.Tag == QLatin1String("Neu"); }
+bool Text_Is_New() { return Map.Text2.Tag == EditTag::New; }
 
-bool Text_Pending() { return Text_Is_New() || Map.Text2.Tag == QLatin1String("Change"); }
+bool Text_Pending() { return Text_Is_New() || Map.Text2.Tag == EditTag::Change; }
 
 QString Entry_Status_Text() {
   const std::optional<EntryRow> row = Row_In_Hand();

@@ -44,8 +44,20 @@ void Remember_Text_Look(int typ, const QString& schrift, double size, const QStr
   }
 }
 
+FontChoice Font_Of_Box() {
+  const EditBox& box = Map.Text2;
+  return {{.family = EntFont.isEmpty() ? box.FontName : EntFont,
+           .bold = box.FontBold,
+           .italic = box.FontItalic,
+           .underline = box.FontUnderline,
+           .transparent = box.FontTransparent,
+           .charset = EntCharset,
+           .angle = EntAngle},
+          box.FontSize > 0 ? box.FontSize : EntFontSize};
+}
+
 void Load_Font_Into_Box(const FontChoice& choice) {
-  LiveControl& box = Map.Text2;
+  EditBox& box = Map.Text2;
   EntFont = choice.font.family;
   EntAngle = choice.font.angle;
   EntCharset = choice.font.charset;

@@ -29,5 +29,6 @@ bool Is_Sign_Font(const FontSpec& font);
 FontChoice Font_Of_New_Text();
 // A text or symbol came into the hand: what is made next looks like it.
 void Remember_Text_Look(int typ, const QString& schrift, double size, const QString& text);
-// Into the edit box and the Ent... variables.
+// The font of the edit box, and what is given it: the box and the Ent... variables.
+FontChoice Font_Of_Box();
 void Load_Font_Into_Box(const FontChoice& choice);

@@ -4,32 +4,8 @@
 #include "state/map_state.h"
 #include "state/mdi_state.h"
 
-namespace {
-
-QString State_Word(ToolMode mode) {
-  switch (mode) {
-    case ToolMode::Text:
-      return QStringLiteral("Text");
-    case ToolMode::Area:
-      return QStringLiteral("Ply");
-    case ToolMode::Line:
-      return QStringLiteral("Ln");
-    case ToolMode::Figure:
-      return QStringLiteral("Fig");
-    case ToolMode::Picture:
-      return QStringLiteral("Bild");
-    case ToolMode::Symbol:
-      return QStringLiteral("Symbol");
-    case ToolMode::Norm:
-      break;
-  }
-  return QStringLiteral("Norm");
-}
-
-}  // namespace
-
 void Set_Toolbar(ToolMode mode) {
-  Toolbar1.Tag = State_Word(mode);
+  Toolbar1.Tag = mode;
   events.StateChanged.Emit();
 }
 

@@ -4,34 +4,22 @@
 #include "hand/hand_frame.h"
 #include "hand/hand_texts.h"
 #include "hand/in_hand.h"
+#include "hand/text_look.h"
 #include "platform/message_box.h"
 #include "state/events.h"
 #include "state/global_state.h"
 #include "state/map_state.h"
 #include "state/table_state.h"
-#include "store/entry_edit.h"
-#include "store/transaction.h"
+#include "store/entry.h"
 
-namespace {
-
-// The row the saved text went to gets the exact position back: on the way through window pixels a zoomed map loses it.
-void Write_Exact_Position(QPoint at) {
-  EntryRow row = Read_Entry(*rsEntries);
-  if (EntryType::Parse(row.Typ).Kind() == EntryKind::Scale || QPoint(row.Xmap, row.Ymap) == at) return;
-  row.Xmap = at.x();
-  row.Ymap = at.y();
-  Update_Entry(row);
-}
-
-}  // namespace
-
-void Text_Typed(const QString& text) {
-  if (!Map.Text2.Visible || text == Map.Text2.Text) return;
+void Text_Typed(const QString& typed) {
+  const QString text = Stored_Lines(typed);
+  if (!Map.Text2.Visible || text == Stored_Lines(Map.Text2.Text)) return;
   if (text.size() > longestText) {
     Message_Box(hand_texts::textTooLong, MsgButtons::Ok, MsgIcon::Warning, hand_texts::title);
     return events.HandChanged.Emit();
   }
-  if (!Text_Is_New()) Map.Text2.Tag = QStringLiteral("Change");
+  if (!Text_Is_New()) Map.Text2.Tag = EditTag::Change;
   Map.Text2.Text = text;
   Unpaint_Hand();
   EntryRow row;
@@ -51,26 +39,22 @@ bool Store_Pending_Text() {
     // A row that was hidden or deleted meanwhile takes no text.
     const bool there = rsEntries->HasRow(Map.InHand);
     if (there) rsEntries->SetBookmark(Map.InHand);
-    if (!there || rsEntries->Integer(column::Typ) < 0) {
-      Map.Text2.Tag = QStringLiteral("Old");
+    if (!there || Type_Here().hidden) {
+      Map.Text2.Tag = EditTag::Old;
       return true;
     }
     Map.CurBookmark = Map.InHand;
   }
-  const QString former = Map.Text2.Tag;
-  const QPoint at = Map.TextAt;
-  try {
-    const bool saved = In_Transaction([at] {
-      if (!Save_Text_Entry(Window_X(at.x()), Window_Y(at.y()), Map.Text2.Text)) return false;
-      Write_Exact_Position(at);
-      return true;
-    });
-    if (saved) Map.InHand = Map.CurBookmark;
-    return saved;
-  } catch (...) {
-    Map.Text2.Tag = former;
-    throw;
-  }
+  const TextRow row = Text_Is_New() ? TextRow::New : TextRow::Current;
+  if (!Save_Text_Entry(Typed_Text(Map.TextAt, Map.Text2.Text), row)) return false;
+  Map.Text2.Tag = EditTag::Old;
+  Map.InHand = Map.CurBookmark;
+  return true;
+}
+
+TypedText Typed_Text(QPoint map, const QString& text) {
+  const FontChoice choice = Font_Of_Box();
+  return {map, text, choice.font, choice.size, CurVG, CurHG, CurRA};
 }
 
 void Store_Text_Left_Behind() {

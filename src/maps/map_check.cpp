@@ -82,14 +82,12 @@ bool Scan_Table() {
   frmMDI.HasPlanSquares = frmMDI.HasLines = frmMDI.HasHidden = false;
   Forget_Scale();
   if (!rsEntries) return false;
-  bool pictures = false;
   try {
-    For_Each_Entry([&pictures] {
+    For_Each_Entry([] {
       const EntryType type = Type_Here();
       frmMDI.HasHidden |= type.hidden && type.Kind() != EntryKind::NorthArrow;
       frmMDI.HasPlanSquares |= type.Kind() == EntryKind::PlanSquare || type.Kind() == EntryKind::PlanDesign;
       frmMDI.HasLines |= type.IsPolygon();
-      pictures |= type.Kind() == EntryKind::Picture;
       if (type.Kind() == EntryKind::Scale) Read_Scale(Read_Entry(*rsEntries));
     });
   } catch (const Error& error) {
@@ -97,6 +95,5 @@ bool Scan_Table() {
     if (error.number < errors::noCurrentRecord || error.number >= 5000) return true;
     return false;
   }
-  if (pictures) frmMDI.TblVisible = false;
   return true;
 }

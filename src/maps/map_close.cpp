@@ -22,7 +22,8 @@ void Close_Map() {
   Clear_Map_Picture();
   Map.PlanLabels.clear();
   Drop_Coordinates();
-  Map.Text2 = Map.imgBild = Map.imgRfLine = Map.lblShape = Map.lblPLQ = {};
+  Map.Text2 = {};
+  Map.imgBild = Map.imgRfLine = Map.lblShape = Map.lblPLQ = {};
   Map.CurBookmark.clear();
   Map.Caption.clear();
   Map.canvas = {};
@@ -32,7 +33,7 @@ void Close_Map() {
   MapFile.clear();
   TableFile.clear();
   Tbl.DBGrid1.Caption.clear();
-  Tbl.Tag = QStringLiteral("Clean");
+  Tbl.Tag = TableTag::Clean;
   Menu(QStringLiteral("mnuReset")).Enabled = false;
   Reset_InfoBar();
   Set_Buttons();

@@ -44,7 +44,7 @@ void Reset_Net_Margins() {
   if (header.left != marginOfNet) return;
   header.left = header.right = header.top = header.bottom = 0;
   Write_Header(header);
-  Tbl.Tag = QStringLiteral("Dirty");
+  Tbl.Tag = TableTag::Dirty;
 }
 
 void Go_To_Last_Row() {

@@ -24,6 +24,7 @@ FileRequest Text_Request(bool save, const QString& path) {
   request.save = save;
   request.title = save ? QStringLiteral("Text speichern unter") : QStringLiteral("Text öffnen");
   request.defaultExtension = QStringLiteral("txt");
+  request.helpPage = QStringLiteral("Notizen.htm");
   request.filter = QStringLiteral("Texte (*.txt; *.src)|*.txt;*.src|Alle Dateien (*.*)|*.*");
   request.folder = QFileInfo(!path.isEmpty() ? path : MapFile).path();
   request.name = path.isEmpty() && save ? QStringLiteral("Notiz.txt") : QFileInfo(path).fileName();
@@ -73,30 +74,33 @@ bool Write_Slot(int slot, const QString& path, const QString& text) {
 
 int New_NotePad(const QString& name) {
   if (name == QLatin1String("MAP")) return -1;
-  auto slot = static_cast<int>(NotePadState.indexOf(note_pad::free));
-  if (slot < 0) {
-    slot = static_cast<int>(NotePads.size());
+  const auto slot = std::find(NotePadState.begin(), NotePadState.end(), PadState::Free) - NotePadState.begin();
+  if (slot == NotePads.size()) {
     NotePads.append(QString());
-    NotePadState.append(note_pad::free);
+    NotePadState.push_back(PadState::Free);
   }
   NotePads[slot] = name;
-  NotePadState[slot] = note_pad::clean;
-  return slot;
+  NotePadState[static_cast<size_t>(slot)] = PadState::Clean;
+  return static_cast<int>(slot);
 }
 
 void Free_NotePad(int slot) {
   if (!Is_Slot(slot)) return;
   NotePads[slot].clear();
-  NotePadState[slot] = note_pad::free;
+  NotePadState[static_cast<size_t>(slot)] = PadState::Free;
   if (ActiveNotePad == slot) Set_Active_NotePad(-1);
 }
 
-bool Is_Open_NotePad(int slot) { return Is_Slot(slot) && NotePadState[slot] != note_pad::free; }
+namespace {
+PadState State_Of(int slot) { return Is_Slot(slot) ? NotePadState[static_cast<size_t>(slot)] : PadState::Free; }
+}  // namespace
 
-bool NotePad_Changed(int slot) { return Is_Slot(slot) && NotePadState[slot] == note_pad::dirty; }
+bool Is_Open_NotePad(int slot) { return State_Of(slot) != PadState::Free; }
+
+bool NotePad_Changed(int slot) { return State_Of(slot) == PadState::Dirty; }
 
 void Set_NotePad_Changed(int slot, bool changed) {
-  if (Is_Open_NotePad(slot)) NotePadState[slot] = changed ? note_pad::dirty : note_pad::clean;
+  if (Is_Open_NotePad(slot)) NotePadState[static_cast<size_t>(slot)] = changed ? PadState::Dirty : PadState::Clean;
 }
 
 int NotePad_Of(const QString& path) {
@@ -179,6 +183,5 @@ QString Choose_NotePad() {
 
 qsizetype Find_Text(const QString& text, const QString& wanted, qsizetype start) {
   if (wanted.isEmpty()) return -1;
-  const qsizetype found = text.indexOf(wanted, std::clamp<qsizetype>(start, 0, text.size()), Qt::CaseInsensitive);
-  return found >= 0 ? found : text.indexOf(wanted, 0, Qt::CaseInsensitive);
+  return text.indexOf(wanted, std::clamp<qsizetype>(start, 0, text.size()), Qt::CaseInsensitive);
 }

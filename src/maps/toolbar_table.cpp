@@ -162,9 +162,9 @@ void Dress_Norm(ToolButton& button) {
 // Switches and tips that tell of the entry in hand.
 void Dress_Entry(ToolButton& button, const RowLook& look) {
   const QString& key = button.Key;
-  const bool figure = Toolbar1.Tag == QLatin1String("Fig"), hidden = look.type.hidden;
+  const bool figure = Toolbar1.Tag == ToolMode::Figure, hidden = look.type.hidden;
   if (key == QLatin1String("Panel")) {
-    if ((figure || Toolbar1.Tag == QLatin1String("Text")) && !look.row.Eintrag.isEmpty())
+    if ((figure || Toolbar1.Tag == ToolMode::Text) && !look.row.Eintrag.isEmpty())
       button.Caption += QLatin1Char(' ') + look.row.Eintrag;
   } else if (key == QLatin1String("Fill")) {
     button.ToolTipText = figure ? QStringLiteral("Figur %1 füllen").arg(look.row.ID)
@@ -205,8 +205,7 @@ const std::vector<ToolRow>& Toolbar_Table() {
 
 std::vector<ToolButton> Toolbar_Now() {
   std::vector<ToolButton> buttons;
-  if (Toolbar1.Tag.isEmpty()) return buttons;  // the program has not started yet
-  const bool norm = Toolbar1.Tag == QLatin1String("Norm");
+  const bool norm = Toolbar1.Tag == ToolMode::Norm;
   // A text that is still being typed has no row yet: it looks like the next one.
   RowLook typed;
   typed.row.ID = typed.id.name = typed.name = QStringLiteral("Text");
@@ -214,7 +213,7 @@ std::vector<ToolButton> Toolbar_Now() {
   const RowLook look = Look_Of_Hand().value_or(typed);
   for (const ToolRow& row : Toolbar_Table()) {
     const Command* command = Find_Command(row.command);
-    if (!Belongs(row, Toolbar1.Tag) || (!command && !row.command.isEmpty())) continue;
+    if (!Belongs(row, Tool_Word(Toolbar1.Tag)) || (!command && !row.command.isEmpty())) continue;
     ToolButton button{row.key, row.command, row.rightCommand, row.caption, row.tip, row.help};
     if (button.Help.isEmpty()) button.Help = row.tip;
     if (command) button.Enabled = Needs_Met(command->needs);

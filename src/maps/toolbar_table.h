@@ -5,7 +5,7 @@
 // The tool buttons as data: for every tool state (Toolbar1.Tag) its buttons in order. A button names a command and has
 // a caption and a tip of its own. Buttons of commands that do not exist yet stay away.
 struct ToolRow {
-  QString state;  // "Norm", "Text", "Symbol", "Bild", "Ply", "Ln", "Fig"; "*" closes every state but "Norm"
+  QString state;  // Tool_Word: "Norm", "Text", "Symbol", "Bild", "Ply", "Ln", "Fig"; "*" closes every state but "Norm"
   QString key;
   QString command;  // empty: a text field instead of a button
   QString caption;

@@ -6,6 +6,7 @@
 
 #include "platform/error.h"
 #include "printing/print_map.h"
+#include "printing/sheet_painter.h"
 #include "state/global_state.h"
 #include "state/map_state.h"
 #include "store/entry.h"
@@ -28,7 +29,7 @@ QImage Reduced_Scan() {
   const QImage* source = &scan;
   for (const MapClipState& clip : Map.MapClip) {
     const int size = std::max(clip.image.width(), clip.image.height());
-    if (!clip.Tag.isEmpty() && size >= reducedPixels && size < std::max(source->width(), source->height()))
+    if (clip.factor > 0 && size >= reducedPixels && size < std::max(source->width(), source->height()))
       source = &clip.image;
   }
   return Reduced_Picture(*source, static_cast<double>(std::max(source->width(), source->height())) / reducedPixels);
@@ -39,9 +40,9 @@ std::vector<PreviewMap::Dot> Entry_Dots() {
   if (!rsEntries) return dots;
   For_Each_Entry([&dots] {
     if (Type_Here().hidden || EntryId::StoredIsHeader(rsEntries->Text(column::ID))) return;
-    dots.push_back({QPoint(Stored_Number(rsEntries->Integer(column::Xmap)),
-                           Stored_Number(rsEntries->Integer(column::Ymap))),
-                    Color_Of(rsEntries->Integer(column::VG))});
+    dots.push_back(
+        {QPoint(Stored_Number(rsEntries->Integer(column::Xmap)), Stored_Number(rsEntries->Integer(column::Ymap))),
+         Color_Of(rsEntries->Integer(column::VG))});
   });
   return dots;
 }
@@ -105,7 +106,16 @@ void Draw_Dots(QPainter& painter, const Cells& cells, const std::vector<PrintShe
 
 }  // namespace
 
-PreviewMap Make_Preview_Map() { return {Reduced_Scan(), Entry_Dots()}; }
+PreviewMap Make_Preview_Map(const std::function<bool()>& goOn) {
+  const auto ask = [&goOn] {
+    if (goOn && !goOn()) throw PrintStopped{};
+  };
+  ask();
+  PreviewMap map{Reduced_Scan(), {}};
+  ask();
+  map.dots = Entry_Dots();
+  return map;
+}
 
 QSizeF Preview_Size(const PrintGeometry& g, const Paper& paper) {
   return {gap + g.across * (paper.widthMm + gap), gap + g.down * (paper.heightMm + gap)};

@@ -48,7 +48,7 @@ void Set_Anzeige(PageSetup& setup) {
   setup.txtFaktor = Format(factor, factorPattern);
   setup.txtBreite = Cm(setup.map.mm.width() * factor);
   setup.txtHoehe = Cm(setup.map.mm.height() * factor);
-  setup.Eingabe = input_state::ok;
+  setup.Eingabe = PageInput::Ok;
 }
 
 void Fill_Page_Choices(PageSetup& setup) {
@@ -66,7 +66,7 @@ void Type_Factor(PageSetup& setup, const QString& text) {
   setup.waiting = Val_Comma(text);
   setup.txtBreite = Cm(setup.map.mm.width() * std::max(0.0, setup.waiting));
   setup.txtHoehe = Cm(setup.map.mm.height() * std::max(0.0, setup.waiting));
-  setup.Eingabe = input_state::factor;
+  setup.Eingabe = PageInput::Factor;
 }
 
 void Type_Width(PageSetup& setup, const QString& text) {
@@ -74,7 +74,7 @@ void Type_Width(PageSetup& setup, const QString& text) {
   setup.waiting = std::max(0.0, Val_Comma(text)) / (setup.map.mm.width() / 10);
   setup.txtFaktor = Format(setup.waiting, factorPattern);
   setup.txtHoehe = Cm(setup.map.mm.height() * setup.waiting);
-  setup.Eingabe = input_state::none;
+  setup.Eingabe = PageInput::None;
 }
 
 void Type_Height(PageSetup& setup, const QString& text) {
@@ -82,11 +82,11 @@ void Type_Height(PageSetup& setup, const QString& text) {
   setup.waiting = std::max(0.0, Val_Comma(text)) / (setup.map.mm.height() / 10);
   setup.txtFaktor = Format(setup.waiting, factorPattern);
   setup.txtBreite = Cm(setup.map.mm.width() * setup.waiting);
-  setup.Eingabe = input_state::none;
+  setup.Eingabe = PageInput::None;
 }
 
 void Take_Typed(PageSetup& setup) {
-  if (setup.Eingabe == input_state::factor || setup.Eingabe == input_state::none)
+  if (setup.Eingabe == PageInput::Factor || setup.Eingabe == PageInput::None)
     setup.settings.factor = Sound_Factor(setup.waiting);
   Set_Anzeige(setup);
 }
@@ -103,7 +103,7 @@ void Choose_Pages(PageSetup& setup, int index) {
   if (index < 0 || index >= static_cast<int>(setup.PageChoices.size())) return;
   setup.settings.factor = setup.PageChoices[static_cast<size_t>(index)].factor;
   Set_Anzeige(setup);
-  setup.Eingabe = input_state::pages;
+  setup.Eingabe = PageInput::Pages;
 }
 
 double Get_FontFactor(const QString& text) {
@@ -138,7 +138,7 @@ bool Settings_Changed(const PageSetup& setup) {
 }
 
 bool Ok_Butt_Click(PageSetup& setup) {
-  if (setup.Eingabe != input_state::ok) Take_Typed(setup);
+  if (setup.Eingabe != PageInput::Ok) Take_Typed(setup);
   Take_Font_Factor(setup);
   if (!Save_Print_Settings(setup.settings)) return false;
   Take_Print_Settings(setup.settings, setup.paper);
@@ -175,7 +175,7 @@ QString Settings_Report(const PageSetup& setup) {
 }
 
 void Offer_Settings(PageSetup& setup) {
-  if (setup.Eingabe == input_state::ok && !Settings_Changed(setup)) return;
+  if (setup.Eingabe == PageInput::Ok && !Settings_Changed(setup)) return;
   if (Message_Box(print_texts::keepSettings, MsgButtons::YesNo, MsgIcon::Question, print_texts::keepSettingsTitle) ==
       MsgAnswer::Yes)
     Ok_Butt_Click(setup);

@@ -8,17 +8,15 @@
 
 // What the windows of the page setup hold and work out, without the windows.
 
-// Where the factor that waits in the preview window came from; `Ok`: it is the one shown.
-namespace input_state {
-inline const QString none = QStringLiteral("No"), ok = QStringLiteral("Ok"), factor = QStringLiteral("Fak"),
-                     pages = QStringLiteral("Pg");
-}  // namespace input_state
+// Where the factor that waits in the preview window came from: from centimetres, typed as a factor, chosen as a number
+// of sheets; Ok: it is the one shown.
+enum class PageInput { None, Ok, Factor, Pages };
 
 struct PageSetup {
   PrintSettings settings;  // as shown
   Paper paper;
   PrintedMap map;
-  QString Eingabe = input_state::none;
+  PageInput Eingabe = PageInput::None;
   QString txtFaktor, txtBreite, txtHoehe, txtFtSize;
   std::vector<PageChoice> PageChoices;
   double waiting = 1;  // the factor typed last
@@ -26,7 +24,7 @@ struct PageSetup {
 };
 
 PageSetup Load_Page_Setup();               // of the open map and the chosen printer
-void Set_Anzeige(PageSetup& setup);        // texts from the settings; Eingabe becomes "Ok"
+void Set_Anzeige(PageSetup& setup);        // texts from the settings; Eingabe becomes Ok
 void Fill_Page_Choices(PageSetup& setup);  // PageChoices for margins and paper as they are now
 // What is typed waits; the centimetres work backward to a factor and to the other box.
 void Type_Factor(PageSetup& setup, const QString& text);

@@ -34,7 +34,8 @@ std::vector<QPoint> PolyPoints, LinePoints;
 int PolyCount;
 QString MsgText;
 
-QStringList NotePads, NotePadState;
+QStringList NotePads;
+std::vector<PadState> NotePadState;
 int ActiveNotePad;
 
 bool GridVisible;

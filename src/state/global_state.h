@@ -62,8 +62,9 @@ extern QString MsgText;
 
 // Note pads ---------------------------------------------------------------------------------
 extern QStringList NotePads;  // files of the open note pads
-extern QStringList NotePadState;
-extern int ActiveNotePad;  // -1 = none
+enum class PadState { Free, Clean, Dirty };
+extern std::vector<PadState> NotePadState;  // by the same numbers
+extern int ActiveNotePad;                   // -1 = none
 
 // Coordinates (filled by the coordinate subsystem) ------------------------------------------
 extern bool GridVisible;  // the net is shown; the state itself is coordinates/coordinate_state.h

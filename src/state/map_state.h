@@ -17,8 +17,15 @@
 struct LiveControl {
   bool Visible = false;
   int Left = 0, Top = 0, Width = 0, Height = 0;
-  QString Tag, Text;
-  // Font of the edit box.
+  double Angle = 0;  // lblShape: degrees counter-clockwise about its middle
+  QString Text;
+};
+
+// What the edit box holds: what its row says, a change of it, a text without a row ("Old", "Change", "Neu").
+enum class EditTag { Old, Change, New };
+
+struct EditBox : LiveControl {
+  EditTag Tag = EditTag::Old;
   QString FontName = QStringLiteral("Arial");
   double FontSize = 10;   // points at 100 %, as stored
   double ShownSize = 10;  // points on the window: FontSize by the zoom
@@ -27,14 +34,13 @@ struct LiveControl {
 
 struct MapClipState {
   QImage image;
-  QString Tag;  // factor by which it is reduced against its source; "" = not built
+  float factor = 0;                                         // by which it is reduced against its source; 0 = not built
   int ClipX = 0, ClipY = 0, ClipWidth = 0, ClipHeight = 0;  // pixels of this clip
 };
 
 struct ScrollState {
   bool Visible = false;
   int Value = 0, Max = 100;
-  QString Tag;  // "-1": changes are ignored
 };
 
 struct PlanLabel {
@@ -44,6 +50,9 @@ struct PlanLabel {
   QString text;  // what lblPLQ says of it; empty while the square is hidden
   int offsetX = 0, offsetY = 0;
 };
+
+// Is a font that is missing asked for? Later: in the next pass. Never: not again in this one.
+enum class FontQuestion { Ask, Later, Never };
 
 struct MapState {
   QString Caption;  // "Map: " + the map's path in capitals
@@ -65,27 +74,27 @@ struct MapState {
 
   int MapXPpM = 3780, MapYPpM = 3780;  // resolution in the picture file, points per metre
 
-  QString CurBookmark;        // row key of the current entry
-  QString HeaderBookmark;     // row key of the header row
-  QString FontMissingAnswer;  // of this pass: "No" the question is not asked again, "Later" only in the next one
-  QSet<QString> FontsAsked;   // entries whose missing font was asked for: once is enough
+  QString CurBookmark;     // row key of the current entry
+  QString HeaderBookmark;  // row key of the header row
+  FontQuestion FontMissing = FontQuestion::Ask;
+  QSet<QString> FontsAsked;     // entries whose missing font was asked for: once is enough
   QSet<QByteArray> LeftFaulty;  // rows that cannot be drawn and that the user has left, by their fingerprints
-  QString PicText;            // what is written on the window while a map is being loaded
+  QString PicText;              // what is written on the window while a map is being loaded
 
   RegionSet EntryRegions;  // hit list and union of the last redraw
   int MarkCount = 0;       // marked entries drawn in the last redraw
   int HiddenCount = 0, InactiveCount = 0;
   std::vector<PlanLabel> PlanLabels;
-  int PlanMode = 0;                  // negative: plan squares hidden
-  int BoxMode = 0;                   // -1: text boxes in the not-xor mode
-  bool Perspex = false;              // the boxes behind texts are half transparent; for the session
-  int ReferenceWidth = 1;            // pen width of reference lines, pixels
-  double ReferenceCircle = 4;        // radius of the foot point circle, pixels
-  double ReferenceArrow = 6;         // width of the arrow head, pixels
-  int ReferenceEnd = 1;              // end mark of the next foot point: 1 plain, 2 arrow, 3 circle
-  bool RemoveReferenceOnly = false;  // Delete_Entry only takes the reference line away
+  int PlanMode = 0;            // negative: plan squares hidden
+  int BoxMode = 0;             // -1: text boxes in the not-xor mode
+  bool Perspex = false;        // the boxes behind texts are half transparent; for the session
+  int ReferenceWidth = 1;      // pen width of reference lines, pixels
+  double ReferenceCircle = 4;  // radius of the foot point circle, pixels
+  double ReferenceArrow = 6;   // width of the arrow head, pixels
+  int ReferenceEnd = 1;        // end mark of the next foot point: 1 plain, 2 arrow, 3 circle
 
-  LiveControl Text2, imgBild, imgRfLine, lblShape, lblPLQ;
+  EditBox Text2;
+  LiveControl imgBild, imgRfLine, lblShape, lblPLQ;
   std::array<LiveControl, 8> lblHandle;  // size handles of the frame: upper left, clockwise
   LiveControl imgHandle;                 // handle of a picture, lower right
   std::vector<qint64> MarkOrder;  // keys of the marked rows in the order they were marked; a hint, the rows decide

@@ -23,18 +23,24 @@ struct MdiState {
   MouseUnit mouseUnit = MouseUnit::Pixel;
   // Inside of the main window in pixels, kept by the window.
   int InnerWidth = 1000, InnerHeight = 700;
-  bool TblVisible = false;  // the table window is shown (switched off when the table refers to picture files)
+  bool TblVisible = false;  // the table window is shown
   bool HasPlanSquares = false, HasLines = false, HasHidden = false, HasTemplate = false;
-  bool RasterShown = true;    // told by the redraw: plan squares are drawn, or there are none
-  bool RasterActive = false;  // plan squares take clicks
+  bool RasterShown = true;      // told by the redraw: plan squares are drawn, or there are none
+  bool RasterActive = false;    // plan squares take clicks
   bool HasCalibration = false;  // a calibration file was found, or there are several to choose from
   int PageCounter = 1;
+  int DigiTolerance = 10;  // percent of colour tolerance when areas are digitised
+  bool DigiFill = false;   // they are filled, not followed along their edge
   bool Enabled = true;
 };
 extern MdiState frmMDI;
 
+// The tool state: which buttons the toolbar has, by what the user has in hand.
+enum class ToolMode { Norm, Text, Area, Line, Figure, Picture, Symbol };
+QString Tool_Word(ToolMode mode);  // "Norm", "Text", "Ply", "Ln", "Fig", "Bild", "Symbol"
+
 struct ToolbarState {
-  QString Tag;  // the tool state: "Norm", "Text", "Symbol", "Bild", "Ply", "Ln", "Fig"
+  ToolMode Tag = ToolMode::Norm;
   bool Visible = false;
 };
 extern ToolbarState Toolbar1;

@@ -5,25 +5,26 @@
 // Characters of the text columns the program makes.
 inline constexpr int textColumnWidth = 79;
 
+// Does UserTable hold what the standard table holds?
+enum class TableTag { Clean, Dirty };
+
 // What showed or hid the table last.
 enum class TableSwitch { AtOpening, ByUser, MovedOff };
 
 // State of the table window as plain data.
 struct TableState {
-  QString Tag = QStringLiteral("Clean");  // "Clean", "Dirty", "dirty": does UserTable hold what the standard table holds?
+  TableTag Tag = TableTag::Clean;
   struct {
     QString Caption;  // the table file the user thinks of as open (UserTable)
   } DBGrid1;
-  struct {
-    QString Tag, DatabaseName, RecordSource;
-  } Data1;
   bool Visible = true;
   bool Minimized = false;
   TableSwitch Switched = TableSwitch::AtOpening;
   int EintragSize = textColumnWidth;  // defined width of the column Eintrag
   bool OldTable = false;              // that width is below textColumnWidth
   bool HasUserColumns = false;
-  int ColumnCount = 0;        // columns shown less 1
+  int LeastHeight = 0;           // pixels its window needs at least, kept by the window
+  int ColumnCount = 0;           // columns shown less 1
   bool WantPlace = false;        // the window shall take its place below the map
   bool MapFilledWindow = false;  // the map was maximised before the table was shown
   bool EditWarned = false;       // the warning before the first change was shown in this session
@@ -33,4 +34,4 @@ struct TableState {
 extern TableState Tbl;
 
 // Is there anything that was not saved under the name of the user?
-inline bool Table_Is_Changed() { return Tbl.Tag != QLatin1String("Clean"); }
+inline bool Table_Is_Changed() { return Tbl.Tag == TableTag::Dirty; }

@@ -43,7 +43,7 @@ bool Change_Columns(const QString& title, const QString& undoCaption, Work&& wor
   QString failure;
   try {
     work();
-    Tbl.Tag = QStringLiteral("Dirty");
+    Tbl.Tag = TableTag::Dirty;
   } catch (const Error& error) {
     failure = error.text.isEmpty() ? QString::number(error.number) : error.text;
   }

@@ -112,7 +112,7 @@ void Write_And_Update(const EntryRow& entry) {
     if (rsEntries->Editing()) rsEntries->CancelUpdate();
     throw;
   }
-  Tbl.Tag = QStringLiteral("Dirty");
+  Tbl.Tag = TableTag::Dirty;
 }
 
 }  // namespace
@@ -138,6 +138,10 @@ void set_entry_box(EntryRow& row, const EntryBox& box) {
   const bool corner = EntryType::Parse(row.Typ).Kind() == EntryKind::PlanSquare;
   row.Xline = corner ? box.x + box.width : box.width;
   row.Yline = corner ? box.y + box.height : box.height;
+}
+
+QString Font_Text(const EntryType& type, const QString& schrift) {
+  return type.IsPolygon() && FillCode::IsFill(schrift) ? QStringLiteral("Arial") : schrift;
 }
 
 QString Entry_Name() {

@@ -11,6 +11,7 @@
 #include "state/map_state.h"
 #include "state/mdi_state.h"
 #include "state/table_state.h"
+#include "store/anchor.h"
 #include "store/entry.h"
 #include "store/transaction.h"
 #include "store/vertex_table.h"
@@ -38,7 +39,7 @@ void Tell_Row_Changed() {
 }
 
 QString Text_To_Save(const QString& typed, bool isNew) {
-  QString text = Trimmed_Input(typed);
+  QString text = Stored_Lines(Trimmed_Input(typed));
   if (isNew && Without_Outer_Blanks(text).isEmpty()) return emptyMark;
   if (text.size() > 1 && text[0] == emptyMark) text.remove(0, 1);
   return text;
@@ -54,21 +55,14 @@ bool Fits_Column(const QString& text) {
   return false;
 }
 
-double Box_Font_Size() {
-  if (Map.Text2.FontSize > 0) return Map.Text2.FontSize;
-  return EntFontSize > 0 ? EntFontSize : 10;
-}
-
-// Family and angle stay those of the row; the styles are those of the edit box.
-QString Font_Of_Box(const FontSpec& former) {
-  FontSpec font = former;
-  if (font.family.isEmpty()) font.family = EntFont.isEmpty() ? Map.Text2.FontName : EntFont;
+// Family and angle stay those of a row that has them; the styles are those that were typed in.
+QString Font_To_Save(const TypedText& typed, const FontSpec& former) {
+  FontSpec font = typed.font;
+  if (!former.family.isEmpty()) {
+    font.family = former.family;
+    font.angle = former.angle;
+  }
   if (font.family.isEmpty()) font.family = QStringLiteral("Arial");
-  font.bold = Map.Text2.FontBold;
-  font.italic = Map.Text2.FontItalic;
-  font.underline = Map.Text2.FontUnderline;
-  font.transparent = Map.Text2.FontTransparent;
-  font.charset = EntCharset;
   return font.ToText();
 }
 
@@ -77,72 +71,53 @@ bool Holds_Font(const EntryType& type, const QString& schrift) {
   return type.Kind() != EntryKind::Scale && type.Kind() != EntryKind::Picture;
 }
 
-void Set_Colors(EntryRow& row, const EntryType& type) {
-  const bool blackOnBlack = frmMDI.tableColors && CurVG == 0 && CurHG == 0;
+void Set_Colors(EntryRow& row, const EntryType& type, const TypedText& typed) {
+  const bool blackOnBlack = frmMDI.tableColors && typed.VG == 0 && typed.HG == 0;
   const bool withoutBox = type.IsPolygon() || (type.base >= 1 && type.base <= 3);
-  row.VG = CurVG;
-  row.HG = blackOnBlack ? 14 : CurHG;
-  if (withoutBox && Map.Text2.FontTransparent) row.HG = 15;
-  row.RA = CurRA;
+  row.VG = typed.VG;
+  row.HG = blackOnBlack ? 14 : typed.HG;
+  if (withoutBox && typed.font.transparent) row.HG = 15;
+  row.RA = typed.RA;
 }
 
 EntryRow New_Text_Row() {
-  FontSpec font;
-  font.family = EntFont;
-  font.angle = EntAngle;
   EntryRow row;
   row.ID = QStringLiteral("Text");
-  row.Schrift = font.ToText();
   return row;
+}
+
+// False if the text does not fit; that is told.
+bool Put_Text(EntryRow& row, const TypedText& typed, bool isNew) {
+  const EntryType type = EntryType::Parse(row.Typ);
+  if (type.Kind() == EntryKind::Scale) return true;  // its columns hold its number and direction
+  const QString text = Text_To_Save(typed.text, isNew);
+  if (!Fits_Column(text)) return false;
+  row.Eintrag = text;
+  row.Xmap = typed.at.x();
+  row.Ymap = typed.at.y();
+  Set_Colors(row, type, typed);
+  if (Holds_Font(type, row.Schrift)) row.Schrift = Font_To_Save(typed, FontSpec::Parse(Font_Text(type, row.Schrift)));
+  if (row.Groesse > 0 || type.base == 0) row.Groesse = typed.size > 0 ? typed.size : 10;
+  return true;
 }
 
 }  // namespace
 
 QString Trimmed_Input(const QString& text) { return frmMDI.trimInput ? Without_Outer_Blanks(text) : text; }
 
-bool Append_Text_Entry(QPoint map, const QString& typed) {
+bool Save_Text_Entry(const TypedText& typed, TextRow where) {
   if (!rsEntries) return false;
-  const QString text = Text_To_Save(typed, true);
-  if (!Fits_Column(text)) return false;
-  EntryRow row = New_Text_Row();
-  row.Eintrag = text;
-  row.Xmap = map.x();
-  row.Ymap = map.y();
-  Set_Colors(row, EntryType::Parse(row.Typ));
-  row.Schrift = Font_Of_Box(FontSpec::Parse(row.Schrift));
-  row.Groesse = Box_Font_Size();
-  Append_Entry(row);
-  rsEntries->MoveLast();
-  Tell_Row_Changed();
-  return true;
-}
-
-bool Save_Text_Entry(int x, int y, QString text) {
-  if (!rsEntries) return false;
+  const bool isNew = where == TextRow::New;
   Back_To_Current();
-  const bool isNew = Map.Text2.Tag == QLatin1String("Neu");
-  if (!isNew && Map.Text2.Tag != QLatin1String("Change")) return false;
-  text = Text_To_Save(text, isNew);
-  if (!isNew && (rsEntries->Position() < 1 || rsEntries->Integer(column::Typ) < 0)) return false;
+  if (!isNew && (rsEntries->Position() < 1 || Type_Here().hidden)) return false;
   EntryRow row = isNew ? New_Text_Row() : Read_Entry(*rsEntries);
-  const EntryType type = EntryType::Parse(row.Typ);
-  const bool scale = type.Kind() == EntryKind::Scale;
-  if (!scale) {
-    if (!Fits_Column(text)) return false;
-    row.Eintrag = text;
-    row.Xmap = Map_X(x);
-    row.Ymap = Map_Y(y);
-    Set_Colors(row, type);  // the colour columns of a scale bar hold its direction
-  }
-  if (Holds_Font(type, row.Schrift)) row.Schrift = Font_Of_Box(FontSpec::Parse(row.Schrift));
-  if (row.Groesse > 0 || type.base == 0) row.Groesse = scale ? row.Groesse : Box_Font_Size();
+  if (!Put_Text(row, typed, isNew)) return false;
   if (isNew) {
     Append_Entry(row);
     rsEntries->MoveLast();
   } else {
     Update_Entry(row);
   }
-  Map.Text2.Tag = QStringLiteral("Old");
   Menu(QStringLiteral("mnuReset")).Caption = QStringLiteral("Rückgängig");
   Tell_Row_Changed();
   events.StateChanged.Emit();
@@ -173,28 +148,10 @@ QString Table_Here() {
   return Type_Here().HasVertices() ? EntryId::Parse(rsEntries->Text(column::ID)).TableName().toLower() : QString();
 }
 
-void Hide_Controls(const EntryType& type) {
-  Map.Text2.Visible = false;
-  Map.imgBild.Visible = false;
-  Map.imgRfLine.Visible = false;
-  if (type.Kind() == EntryKind::PlanSquare) Map.lblPLQ.Visible = false;
-  if (type.IsFigure()) Map.lblShape.Visible = false;
-}
-
-bool Remove_Reference() {
-  EntryRow row = Read_Entry(*rsEntries);
-  const EntryType type = EntryType::Parse(row.Typ);
-  if (!type.IsText() && type.Kind() != EntryKind::Picture) return false;  // elsewhere the two hold other things
-  row.Xline = row.Yline = 0;
-  Update_Entry(row);
-  Map.imgRfLine.Visible = false;
-  return true;
-}
-
 }  // namespace
 
-DeletedEntries Delete_Entries(const QSet<qint64>& keys) {
-  DeletedEntries deleted;
+int Delete_Entries(const QSet<qint64>& keys) {
+  int count = 0;
   bool scale = false;
   rsAux.reset();  // it may hold one of the tables that go
   In_Transaction([&] {
@@ -206,16 +163,16 @@ DeletedEntries Delete_Entries(const QSet<qint64>& keys) {
       const EntryType type = Type_Here();
       if (type.HasVertices()) tables.insert(Table_Here());
       scale = scale || type.Kind() == EntryKind::Scale;
-      deleted.planSquare = deleted.planSquare || type.Kind() == EntryKind::PlanSquare;
       rsEntries->Delete();
-      ++deleted.count;
+      ++count;
     }
+    Promote_Anchor();
     if (tables.isEmpty()) return;
     For_Each_Entry([&needed] { needed.insert(Table_Here()); });
     Drop_Vertex_Tables(tables.subtract(needed));
   });
   if (scale) Forget_Scale();
-  return deleted;
+  return count;
 }
 
 bool Delete_Entry(bool asked) {
@@ -225,43 +182,28 @@ bool Delete_Entry(bool asked) {
   }
   Back_To_Current();
   if (rsEntries->Position() < 0) return false;
-  if (Map.RemoveReferenceOnly) {
-    if (!Remove_Reference()) return false;
-  } else {
-    if (Map.Text2.Tag == QLatin1String("Neu")) {
-      Map.Text2.Text.clear();
-      Map.Text2.Visible = false;
-      Map.Text2.Tag = QStringLiteral("Old");
-      return false;
-    }
-    if (rsEntries->Position() == 0 || EntryId::Parse(rsEntries->Text(column::ID)).IsHeader()) {
-      rsEntries->MoveFirst();
-      return false;
-    }
-    const EntryType type = Type_Here();
-    if (!asked && !Ask_To_Delete(rsEntries->Text(column::Eintrag))) return false;
-    Delete_Entries({rsEntries->Key()});
-    Hide_Controls(type);
-    rsEntries->MoveLast();
+  if (rsEntries->Position() == 0 || EntryId::StoredIsHeader(rsEntries->Text(column::ID))) {
+    rsEntries->MoveFirst();
+    return false;
   }
+  if (!asked && !Ask_To_Delete(rsEntries->Text(column::Eintrag))) return false;
+  Delete_Entries({rsEntries->Key()});
+  rsEntries->MoveLast();
   Tell_Row_Changed();
   events.RedrawWanted.Emit();
   return true;
 }
 
-void Set_Foot_Point(int x, int y) {
+void Set_Foot_Point(QPoint map) {
   if (!rsEntries) return;
   Back_To_Current();
   if (rsEntries->Position() < 1) return;
   EntryRow row = Read_Entry(*rsEntries);
   const EntryType type = EntryType::Parse(row.Typ);
   if (!type.IsText() && type.Kind() != EntryKind::Picture) return;
-  Map.imgRfLine.Left = x - 8;  // the marker is 16 pixels wide
-  Map.imgRfLine.Top = y - 8;
-  const int mapX = Map_X(x), mapY = Map_Y(y);
-  if (row.Xline == mapX && row.Yline == mapY) return;
-  row.Xline = mapX;
-  row.Yline = mapY;
+  if (QPoint(row.Xline, row.Yline) == map) return;
+  row.Xline = map.x();
+  row.Yline = map.y();
   row.ID = EntryId::Parse(row.ID).WithoutReferenceDigit().ToText();
   Update_Entry(row);
   events.TableChanged.Emit();
@@ -317,7 +259,7 @@ bool Repair_Row() {
   constexpr int largest = std::numeric_limits<int16_t>::max();
   EntryRow row;
   row.ID = Without_Outer_Blanks(Raw_Text(column::ID)).left(textColumnWidth);
-  row.Eintrag = Without_Outer_Blanks(Raw_Text(column::Eintrag)).left(std::min(textColumnWidth, Tbl.EintragSize));
+  row.Eintrag = Cut_Text(Without_Outer_Blanks(Raw_Text(column::Eintrag)), std::min(textColumnWidth, Tbl.EintragSize));
   row.Schrift = Raw_Text(column::Schrift);
   if (row.Schrift.isEmpty() || row.Schrift.size() > textColumnWidth) row.Schrift = QStringLiteral("Arial");
   row.Groesse = Sound_Number(column::Groesse, -80, 80, 10);

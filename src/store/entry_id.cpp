@@ -9,6 +9,7 @@ namespace {
 
 // The line-end code, counted from its "-": +2 shape, +3 filled, +4 start, +5 end, +6 part, +7 "L" and three characters,
 // +11 "B" and three characters.
+constexpr qsizetype longestId = 255;
 constexpr qsizetype shapeAt = 2, flagsAt = 3, lengthAt = 7, widthAt = 11;
 
 QChar Shape_Letter(LineEnds::Shape shape) {
@@ -99,6 +100,10 @@ EntryId EntryId::Parse(const QString& stored) {
   if (text.startsWith(u'-')) {
     id.inactive = true;
     text = text.mid(1);
+  }
+  if (text.size() > longestId) {
+    id.name = text.toString();  // none of the program's own: there is nothing in it to be found
+    return id;
   }
   const qsizetype cut = First_Suffix(text);
   const QStringView suffixes = text.mid(cut);

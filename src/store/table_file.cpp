@@ -35,8 +35,6 @@ void table_file::Close_Quietly() {
     dbEntries.reset();
     events.TableChanged.Emit();
   }
-  Tbl.Data1.DatabaseName.clear();
-  Tbl.Data1.RecordSource.clear();
 }
 
 Copies table_file::Close_With_Copies() {
@@ -93,7 +91,7 @@ void Write_New_Header() {
   header.height = MapHeightPx;
   Append_Entry(header.ToEntry());
   rsEntries->MoveLast();
-  Tbl.Tag = QStringLiteral("Dirty");
+  Tbl.Tag = TableTag::Dirty;
 }
 
 // The header row, even where numbers in it are beyond the columns' range.
@@ -127,7 +125,7 @@ void Take_Header() {
   const EntryRow sound = header.ToEntry();
   const bool moved = row.Eintrag != sound.Eintrag;  // the file was copied to another place
   if (!repaired && !moved) return;
-  const QString tag = Tbl.Tag;
+  const TableTag tag = Tbl.Tag;
   row.ID = sound.ID;
   row.Eintrag = sound.Eintrag;
   row.Xline = sound.Xline;
@@ -153,8 +151,6 @@ void Bind() {
   if (!dbEntries->HasTable(QStringLiteral("MapData")))
     Raise(errors::databaseDamaged, QStringLiteral("Die Tabelle MapData fehlt."));
   rsEntries = dbEntries->OpenRecordset(QStringLiteral("MapData"));
-  Tbl.Data1.DatabaseName = TableFile;
-  Tbl.Data1.RecordSource = QStringLiteral("MapData");
   Check_Columns();
   if (Tbl.DBGrid1.Caption.isEmpty()) Tbl.DBGrid1.Caption = TableFile;
   if (rsEntries->RecordCount() == 0) {
@@ -223,13 +219,13 @@ Opened Treat_Bad_File(LoadMode mode, const Error& error) {
               texts::errorTitle);
   try {
     if (Rescue()) {
-      Tbl.Tag = QStringLiteral("dirty");
+      Tbl.Tag = TableTag::Dirty;
       return Opened::Again;
     }
     const bool fromSnapshot = mode == LoadMode::Reload && Snapshot_Fits();
     const QString kept = Put_Aside(TableFile, QStringLiteral("_err.mdb"));
     if (fromSnapshot) {
-      Tbl.Tag = QStringLiteral("dirty");
+      Tbl.Tag = TableTag::Dirty;
       Compact_Over(Snapshot_File(), TableFile);
       Message_Box(texts::restored + QStringLiteral("\n\n") + texts::renamed + u'\n' + kept, MsgButtons::Ok,
                   MsgIcon::Information, texts::saveTitle);

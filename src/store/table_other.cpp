@@ -28,6 +28,7 @@ void Report_Load_Error(const QString& text) { Message_Box(text, MsgButtons::Ok, 
 std::optional<QString> Choose_Other_Table() {
   FileRequest request;
   request.title = texts::loadTitle;
+  request.helpPage = QStringLiteral("Tabelle.htm");
   request.defaultExtension = QStringLiteral("MDB");
   request.filter = texts::loadFilter;
   QString name = Clean_Path(MapFile);
@@ -59,7 +60,7 @@ bool Same_Map(const QString& stored) {
 }
 
 // Back to what was there before, from the snapshot: it holds changes that were not saved elsewhere as well.
-void Put_Back(const QString& user, const QString& tag) {
+void Put_Back(const QString& user, TableTag tag) {
   Close_Quietly();
   Tbl.DBGrid1.Caption = user;
   try {
@@ -97,7 +98,8 @@ bool Load_Other_Table(const QString& wanted) {
     return false;
   }
   if (!asked && !Same_Name(path, TableFile) && !Save_Before_Replacing()) return false;
-  const QString user = Tbl.DBGrid1.Caption, tag = Tbl.Tag;
+  const QString user = Tbl.DBGrid1.Caption;
+  const TableTag tag = Tbl.Tag;
   const BusyPointer busy;
   Close_Quietly();
   if (!Take_Snapshot()) {
@@ -122,7 +124,7 @@ bool Load_Other_Table(const QString& wanted) {
     return false;
   }
   Tbl.DBGrid1.Caption = path;
-  Tbl.Tag = QStringLiteral("Clean");
+  Tbl.Tag = TableTag::Clean;
   Write_Log(path, 2);
   Read_Log(2);
   Draw_If_Open();
@@ -149,7 +151,7 @@ void New_Table() {
     Report_Copy_Error(TableFile, error);
   }
   if (!loaded) {
-    Put_Back(user, QStringLiteral("Clean"));
+    Put_Back(user, TableTag::Clean);
     return;
   }
   Draw_If_Open();

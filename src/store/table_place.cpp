@@ -96,7 +96,7 @@ Standing Keep_Elsewhere(const QString& target, bool closing) {
   if (!Write_Told(target)) return Standing::Away;
   keptIn = target;
   Name_User_Table(target);
-  Tbl.Tag = QStringLiteral("Clean");
+  Tbl.Tag = TableTag::Clean;
   Write_Log(target, 2);
   Read_Log(2);
   Show_Saved(target);
@@ -122,7 +122,7 @@ bool Update_Kept() {
   if (keptIn.isEmpty() || !Same_Name(keptIn, Tbl.DBGrid1.Caption)) return false;
   if (!Table_Is_Changed() && File_Exists(keptIn)) return true;
   if (!Write_Told(keptIn)) return false;
-  Tbl.Tag = QStringLiteral("Clean");
+  Tbl.Tag = TableTag::Clean;
   return true;
 }
 

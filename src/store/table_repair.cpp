@@ -8,6 +8,7 @@
 #include "state/global_state.h"
 #include "state/mdi_state.h"
 #include "state/table_state.h"
+#include "state/task_line.h"
 #include "store/entry.h"
 #include "store/file_names.h"
 #include "store/table_file.h"
@@ -62,8 +63,8 @@ void Compress_Table() {
 }
 
 // The copies are made of the repaired file: a damaged one would spoil them.
-void Repair_Table() {
-  if (!Table_In_Place()) return;
+QString Repair_Table() {
+  if (!Table_In_Place()) return {};
   const BusyPointer busy;
   Tell_Known_Tables();
   Close_Quietly();
@@ -75,15 +76,17 @@ void Repair_Table() {
              QStringLiteral("\n\nGerettete Karteneinträge: %1\nDie beschädigte Datei liegt in:\n")
                  .arg(Rescued_Entries(report)) +
              report.damagedCopy;
-      Tbl.Tag = QStringLiteral("dirty");
+      Tbl.Tag = TableTag::Dirty;
     }
     Close_With_Copies();
   } catch (const Error& error) {
     text = TableFile + u'\n' + error.text;
   }
-  Load_Table(LoadMode::Reload);
+  const bool loaded = Load_Table(LoadMode::Reload);
   if (!text.isEmpty()) Message_Box(text, MsgButtons::Ok, MsgIcon::Information, texts::repairTitle);
   Draw_If_Open();
+  if (!text.isEmpty() || !loaded) return {};
+  return QStringLiteral("Tabelle geprüft und in Ordnung: ") + Entries_Text(Entry_Count());
 }
 
 // Leaves three copies beside the table: as it was (_err), repaired (_rep), and the last snapshot (_bak). Without a
@@ -102,7 +105,7 @@ void Recover_Table() {
     // Nothing can be read any more: then "_rep" is as damaged as "_err".
   }
   Table_File_Rename(TableFile, rep);
-  Tbl.Tag = QStringLiteral("dirty");
+  Tbl.Tag = TableTag::Dirty;
   if (Snapshot_Fits() && Save_Table(SaveStep::Restore)) {
     Close_Quietly();
     Table_File_Rename(TableFile, bak);

@@ -77,7 +77,7 @@ bool Save_Now() {
   const Checkpointed point = Checkpoint();
   Draw_If_Open();
   if (!point.loaded || !point.user) return false;
-  Tbl.Tag = QStringLiteral("Clean");
+  Tbl.Tag = TableTag::Clean;
   Show_Saved(Tbl.DBGrid1.Caption);
   return true;
 }
@@ -174,7 +174,7 @@ bool Copy_To_Target(const SaveJob& job) {
     Go_Back_To(row);
     return true;
   };
-  const QString tag = Tbl.Tag;
+  const TableTag tag = Tbl.Tag;
   try {
     Write_Header_Names(job.target, true);
     Close_Quietly();
@@ -192,7 +192,7 @@ bool Copy_To_Target(const SaveJob& job) {
     Write_Log(job.target, 2);
     Read_Log(2);
   }
-  if (loaded) Tbl.Tag = QStringLiteral("Clean");
+  if (loaded) Tbl.Tag = TableTag::Clean;
   Show_Saved(job.target);
   return loaded;
 }
@@ -259,7 +259,7 @@ bool Save_Table(SaveStep step) {
 }
 
 void Undo_Last() {
-  Tbl.Tag = QStringLiteral("Dirty");
+  Tbl.Tag = TableTag::Dirty;
   Save_Table(SaveStep::Restore);
   Menu(QStringLiteral("mnuReset")).Enabled = false;
   events.StateChanged.Emit();

@@ -19,14 +19,14 @@ bool transaction::Run(Database& database, const TransactionWork& work) {
 }
 
 bool transaction::Run_On_Table(const TransactionWork& work) {
-  const QString tag = Tbl.Tag;
+  const TableTag tag = Tbl.Tag;
   const auto takenBack = [&tag] {
     if (rsEntries && rsEntries->Editing()) rsEntries->CancelUpdate();
     Tbl.Tag = tag;
   };
   try {
     const bool whole = Run(*dbEntries, work);
-    whole ? void(Tbl.Tag = QStringLiteral("Dirty")) : takenBack();
+    whole ? void(Tbl.Tag = TableTag::Dirty) : takenBack();
     return whole;
   } catch (...) {
     takenBack();

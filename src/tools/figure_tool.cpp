@@ -4,7 +4,6 @@
 
 #include "edit/figure_edit.h"
 #include "hand/next_shape.h"
-#include "platform/for_now.h"
 #include "state/global_state.h"
 #include "state/map_state.h"
 #include "state/mdi_state.h"
@@ -52,14 +51,8 @@ class FigureTool final : public MapTool {
       return;
     }
     const QRect box = Window_Box();
-    LiveControl& shape = Map.lblShape;
-    shape.Left = box.left();
-    shape.Top = box.top();
-    shape.Width = std::max(1, box.width());
-    shape.Height = std::max(1, box.height());
-    shape.Tag = QStringLiteral("Old");
-    const ForNow tag(shape.Tag, QStringLiteral("Neu"));
-    Store_Figure();
+    const auto length = [](int pixels) { return qRound(std::max(1, pixels) * static_cast<double>(Map.Zoom)); };
+    Store_Figure(FigureOf::Next, {Map_X(box.left()), Map_Y(box.top()), length(box.width()), length(box.height())});
   }
   OverPaint Paint_Over() const override {
     return pressed && dragged ? Dashed(Figure_Outline(Kind(), QRectF(Window_Box()))) : OverPaint();

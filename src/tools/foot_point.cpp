@@ -1,6 +1,7 @@
 #include "tools/foot_point.h"
 
 #include <algorithm>
+#include <array>
 #include <limits>
 
 #include "edit/bulk_change.h"
@@ -31,7 +32,7 @@ bool Has_End_Mark(const EntryType& type) {
 }
 
 QRect Entry_Box() {
-  for (const LiveControl* control : {&Map.Text2, &Map.imgBild})
+  for (const LiveControl* control : std::array<LiveControl*, 2>{&Map.Text2, &Map.imgBild})
     if (control->Visible) return Control_Box(*control);
   return Region_Bounds(Map.InHand.toLongLong()).toAlignedRect();
 }

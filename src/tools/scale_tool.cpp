@@ -14,6 +14,8 @@ namespace {
 const QString toolName = QStringLiteral("Scale");
 constexpr int clickReach = 3, tick = 8;  // window pixels
 
+using Lies = MeasuringLine::Lies;
+
 class MeasureTool final : public MapTool {
  public:
   MeasureTool(std::function<void(const MeasuringLine&)> heard, std::function<void()> gone)
@@ -26,7 +28,7 @@ class MeasureTool final : public MapTool {
     if (!drawing) {
       start = window;
       line.from = line.to = Map_At(window);
-      line.Tag.clear();
+      line.lies = Lies::Nowhere;
     }
     drawing = true;
     Draw_To(window);
@@ -42,10 +44,10 @@ class MeasureTool final : public MapTool {
   }
   OverPaint Paint_Over() const override {
     QPainterPath path;
-    if (line.Tag.isEmpty()) return {};
+    if (line.lies == Lies::Nowhere) return {};
     const QPoint from(Window_X(line.from.x()), Window_Y(line.from.y())),
         to(Window_X(line.to.x()), Window_Y(line.to.y()));
-    const QPoint across = line.Tag == QLatin1String("H") ? QPoint(0, tick) : QPoint(tick, 0);
+    const QPoint across = line.lies == Lies::Across ? QPoint(0, tick) : QPoint(tick, 0);
     path.moveTo(from);
     path.lineTo(to);
     for (const QPoint end : {from, to}) {
@@ -65,7 +67,7 @@ class MeasureTool final : public MapTool {
     const QPoint at = Map_At(window), by = at - line.from;
     const bool lies = std::abs(by.x()) >= std::abs(by.y());
     line.to = lies ? QPoint(at.x(), line.from.y()) : QPoint(line.from.x(), at.y());
-    line.Tag = lies ? QStringLiteral("H") : QStringLiteral("V");
+    line.lies = lies ? Lies::Across : Lies::Upright;
     if (drawn) drawn(line);
   }
 

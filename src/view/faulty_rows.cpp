@@ -70,7 +70,7 @@ int FaultyRows::Delete() {
   try {
     const KeepCurrentRow keep;
     if (going.size() > 1) Undo_Point_Of_Open_Table(QStringLiteral("Rückgängig: Einträge löschen"));
-    count = Delete_Entries(going).count;
+    count = Delete_Entries(going);
   } catch (const Error& error) {
     Message_Box(Error_Message(error, QStringLiteral("Die Einträge wurden nicht gelöscht.")), MsgButtons::Ok,
                 MsgIcon::Critical, QStringLiteral("Fehler"));

@@ -58,7 +58,7 @@ void Show_Counts(const DrawCounts& counts) {
   Map.InactiveCount = counts.inactive;
   frmMDI.HasHidden = counts.hidden > 0;
   frmMDI.HasPlanSquares = counts.planRows > 0;
-  frmMDI.RasterShown = counts.planShown > 0 || !frmMDI.HasPlanSquares;
+  frmMDI.RasterShown = counts.planShown > 0 || counts.planUnmarked == 0;
   if (!frmMDI.HasPlanSquares) frmMDI.RasterActive = Map.lblPLQ.Visible = false;
   const QString text = Count_Text(counts.hidden, counts.inactive);
   InfoBar.Panel[2] = text.isEmpty() ? Tbl.DBGrid1.Caption : text;
@@ -95,7 +95,7 @@ void On_Canvas(RegionSet* regions, Work&& work) {
 void Paint_Map() {
   DrawCounts counts;
   do {
-    Map.FontMissingAnswer.clear();
+    Map.FontMissing = FontQuestion::Ask;
     Delete_Regions();
     Paint_Ground();
     On_Canvas(&Map.EntryRegions, [&counts](DrawContext& context) { counts = Draw_Entries(context); });

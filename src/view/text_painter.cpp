@@ -40,7 +40,7 @@ bool TextPainter::Set_Row_Font(const FontSpec& font, double size) {
 void TextPainter::Draw(const Recordset& rows, const PaintedRow& row) {
   if (!frmMDI.showTexts) return;
   if (frmMDI.overview) return pass.Draw_Overview_Box(row);
-  const FontSpec& font = Font_Of(rows.Text(column::Schrift));
+  const FontSpec& font = Font_Of(Font_Text(row.type, rows.Text(column::Schrift)));
   const bool fontFound = Set_Row_Font(font, Stored_Size(rows.Number(column::Groesse)));
   const QString text = Shown_Text(rows.Text(column::Eintrag));
   TextLook look;
@@ -85,16 +85,16 @@ void TextPainter::Ask_Missing_Font(const QString& text, const FontSpec& font, co
   // Once for each entry: the next scroll shall not ask it all again.
   const QString entry = QString::number(pass.context.key), asked = entry + u' ' + font.family;
   if (Map.FontsAsked.contains(asked)) return;
-  if (Map.FontMissingAnswer == QLatin1String("Later")) return;
+  if (Map.FontMissing == FontQuestion::Later) return;
   Map.FontsAsked.insert(asked);
-  if (Map.FontMissingAnswer == QLatin1String("No")) return;
+  if (Map.FontMissing == FontQuestion::Never) return;
   const MsgAnswer answer = Message_Box(
       QStringLiteral("Der Eintrag \"%1\" (%3) verwendet die Schriftart \"%2\", die auf diesem Rechner nicht vorhanden "
                      "ist.\nMöchten Sie eine andere Schriftart wählen?")
           .arg(text, font.family, row.id),
       MsgButtons::YesNoCancel, MsgIcon::Question, QStringLiteral("Schrift nicht gefunden"));
-  if (answer == MsgAnswer::Cancel) Map.FontMissingAnswer = QStringLiteral("No");
+  if (answer == MsgAnswer::Cancel) Map.FontMissing = FontQuestion::Never;
   if (answer != MsgAnswer::Yes) return;
-  Map.FontMissingAnswer = QStringLiteral("Later");  // the others after this one
+  Map.FontMissing = FontQuestion::Later;  // the others after this one
   dialogHooks.FontWindow(entry, QStringLiteral("Schrift ändern: ") + font.family);
 }

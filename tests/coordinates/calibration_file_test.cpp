@@ -49,6 +49,20 @@ TEST_F(CalibrationFile, ReadsAMetricNet) {
   EXPECT_FALSE(state.NetLLines.empty());
 }
 
+// The net's width is negated for the lines downward: the least of all numbers has no negative.
+TEST_F(CalibrationFile, TakesExtremeNumbersOfANetWithoutFault) {
+  for (const char* number : {"-2147483648", "2147483647", "1"})
+    for (const char* key : {"Gwidth", "Xmap", "Ymap", "Xline", "Yline", "Inclin"}) {
+      MessageScript any;
+      any.AllowAny(MsgAnswer::Ok);
+      QStringList lines = Metric_Lines();
+      for (QString& line : lines)
+        if (line.startsWith(Text(key))) line = Text(key) + Text(" = ") + Text(number);
+      EXPECT_EQ(Read_Text(lines), -1) << key << number;
+      Pixel_To_Koord(state, 10, 10);
+    }
+}
+
 TEST_F(CalibrationFile, ReadsAGeographicNet) {
   const MessageScript none;
   ASSERT_EQ(Read(Sample("c_gms.cal")), -1);

@@ -3,6 +3,7 @@
 #include "edit/bulk_change.h"
 #include "hand/next_shape.h"
 #include "store/file_names.h"
+#include "store/table_file.h"
 #include "support/hand_fixture.h"
 #include "support/refused_writes.h"
 
@@ -95,6 +96,19 @@ TEST_F(EntryLookTest, EveryKindTakesWhatItHas) {
   EXPECT_EQ(Row(bar), scale);
 }
 
+TEST_F(EntryLookTest, ASquareComesBackToItsFormerLook) {
+  EntryRow row = Text_Row(QStringLiteral("A-1"), 100, 100, 16);
+  row.ID = QStringLiteral("Plan\u001fA-1");
+  std::tie(row.Schrift, row.Xline, row.Yline) = std::tuple("F 1", 200, 200);
+  const QString square = In_Hand(row);
+  Change_Color(ColorOf::HG, 7);
+  EXPECT_EQ(Row(square).HG, 7);
+  EXPECT_EQ(Map.InHand, square);
+  EXPECT_EQ(Menu("mnuReset").Caption, "Rückgängig: Planquadrat ändern");
+  With_Box("wieder hergestellt", Undo_Last);
+  EXPECT_EQ(Row(square).HG, row.HG);
+}
+
 TEST_F(EntryLookTest, NothingInHandMeansTheNextEntry) {
   const QString bookmark = Take(Area_Row());
   ASSERT_TRUE(End_Entry());
@@ -117,7 +131,7 @@ TEST_F(EntryLookTest, NothingInHandMeansTheNextEntry) {
   Change_Color(ColorOf::HG, 10);
   Switch_Frame(false);
   EXPECT_EQ(EntHGColor, Palette[10]);
-  EXPECT_EQ(Map.Text2.Tag, "Neu");
+  EXPECT_EQ(Map.Text2.Tag, EditTag::New);
   ASSERT_TRUE(Store_Pending_Text());
   EXPECT_EQ(Look_In_Hand().HG, 10);
   EXPECT_EQ(Row(Map.InHand).VG, 12);

@@ -116,22 +116,24 @@ TEST_F(ScaleEditTest, MeasuringLineLiesOrStandsByItsLongerDirection) {
   measure();
   EXPECT_TRUE(Scale_Tool_In_Use());
   Drag({300, 100}, {120, 130});  // backward
-  EXPECT_EQ(std::tuple(line.Tag, line.Length(), line.Upper_Left()),
-            std::tuple(QStringLiteral("H"), 180, QPoint(120, 100)));
+  EXPECT_EQ(std::tuple(line.lies, line.Length(), line.Upper_Left()),
+            std::tuple(MeasuringLine::Lies::Across, 180, QPoint(120, 100)));
   Map_Mouse_Move({400, 400}, false);  // done: the line stays
   EXPECT_EQ(line.Length(), 180);
   EXPECT_EQ(Painted_Over().boundingRect(), QRectF(120, 92, 180, 16));
   Click({50, 60});  // the next line, by two clicks
   Map_Mouse_Move({70, 200}, false);
   Click({70, 260});
-  EXPECT_EQ(std::tuple(line.Tag, line.Length(), line.Upper_Left()),
-            std::tuple(QStringLiteral("V"), 200, QPoint(50, 60)));
+  EXPECT_EQ(std::tuple(line.lies, line.Length(), line.Upper_Left()),
+            std::tuple(MeasuringLine::Lies::Upright, 200, QPoint(50, 60)));
   Map_Key(Qt::Key_Escape, {});
   EXPECT_EQ(dropped, 1);
   Zoom_At(0.5, 0, 0);
   measure();
   Drag({100, 100}, {300, 100});
   EXPECT_EQ(line.Length(), 100) << "map pixels";
+  Map_Key(Qt::Key_Escape, {});
+  EXPECT_EQ(dropped, 2);
 }
 
 }  // namespace

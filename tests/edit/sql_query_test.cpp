@@ -90,7 +90,7 @@ TEST_F(QueryTest, ASelectionThatIsNotTakenLeavesTheNameOfTheTable) {
   FileDialogScript dialog{Path("Wiese.MDB")};
   ASSERT_TRUE(Save_Table(SaveStep::SaveAs));
   Add_Text("Ulme", 10, 20);
-  const QString tag = Tbl.Tag;
+  const TableTag tag = Tbl.Tag;
   for (int i = 0; i < 2; ++i) {
     ASSERT_TRUE(Apply_Sql(sql, "Select * from MapData where Eintrag like 'b*'"));
     EXPECT_EQ(Tbl.DBGrid1.Caption, Path("Wiese_SQL.mdb"));
@@ -109,7 +109,7 @@ TEST_F(QueryTest, ASelectionThatIsNotTakenLeavesTheNameOfTheTable) {
   ASSERT_TRUE(Apply_Sql(sql, "Select * from MapData where Eintrag like 'b*'"));
   ASSERT_TRUE(Apply_Sql(sql, "Update MapData set RA = 1 where Typ = 0"));
   EXPECT_EQ(Tbl.DBGrid1.Caption, Path("Wiese.MDB"));
-  EXPECT_EQ(Tbl.Tag, "Dirty");
+  EXPECT_EQ(Tbl.Tag, TableTag::Dirty);
 }
 
 TEST_F(QueryTest, AsksTellsAndLeavesTheTableAlone) {

@@ -86,7 +86,7 @@ TEST_F(TableEditTest, CellsTakeWhatFitsAndRefuseTheRest) {
   };
   for (const Case& test : cases) {
     const QStringList before = Dump();
-    Tbl.Tag = QStringLiteral("Clean");
+    Tbl.Tag = TableTag::Clean;
     MessageScript messages;
     const bool refused = *test.message != '\0';
     if (refused) messages.Expect(QString::fromUtf8(test.message));

@@ -34,7 +34,7 @@ TEST_F(TextFont, AChosenFontGoesToTheRowTheTypedTextOrTheNextOne) {
   typed.font.underline = true;
   typed.size = 14;
   ASSERT_TRUE(Take_Font(typed));
-  EXPECT_EQ(Map.Text2.Text, QStringLiteral("Rohrsänger\nzweite Zeile")) << "the text goes on being typed";
+  EXPECT_EQ(Map.Text2.Text, QStringLiteral("Rohrsänger\r\nzweite Zeile")) << "the text goes on being typed";
   ASSERT_TRUE(End_Entry());
   const QString first = Map.CurBookmark;
   EXPECT_EQ(Row(first).Schrift, QStringLiteral("Times New Roman-B-U-C238<315"));
@@ -77,7 +77,7 @@ TEST_F(TextFont, ASymbolIsPlacedByItsMiddleAndItsCharacterChanged) {
   const QString first = Map.InHand;
   ASSERT_TRUE(Symbol_In_Hand());
   EXPECT_TRUE(Map.Tool.isEmpty());
-  EXPECT_EQ(Toolbar1.Tag, QStringLiteral("Symbol"));
+  EXPECT_EQ(Toolbar1.Tag, ToolMode::Symbol);
   EXPECT_EQ(Row(first).Schrift, QStringLiteral("Wingdings-T"));
   EXPECT_EQ(Row(first).VG, 12);
   ASSERT_TRUE(End_Entry());

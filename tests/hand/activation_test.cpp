@@ -23,15 +23,15 @@ TEST_F(Activation, ClickTypeLeaveWritesTheRow) {
   EXPECT_EQ(Map.CurBookmark, amsel);
   EXPECT_EQ(rsEntries->Bookmark(), amsel);
   EXPECT_EQ(rowChanges, 1);
-  EXPECT_EQ(Toolbar1.Tag, QStringLiteral("Text"));
+  EXPECT_EQ(Toolbar1.Tag, ToolMode::Text);
   EXPECT_TRUE(Map.Text2.Visible);
   EXPECT_EQ(Map.Text2.Text, QStringLiteral("Amsel"));
-  EXPECT_EQ(Map.Text2.Tag, QStringLiteral("Old"));
+  EXPECT_EQ(Map.Text2.Tag, EditTag::Old);
   EXPECT_TRUE(Box(Map.Text2).contains(Map.EntryRegions.Row(1).bounds.toRect().adjusted(0, 0, -1, -1)));
   EXPECT_EQ(InfoBar.Panel[0], QStringLiteral("Karteneintrag verschieben: Linke Maustaste drücken und bewegen."));
   const int width = Map.Text2.Width;
   Text_Typed(QStringLiteral("Amselmännchen"));
-  EXPECT_EQ(Map.Text2.Tag, QStringLiteral("Change"));
+  EXPECT_EQ(Map.Text2.Tag, EditTag::Change);
   EXPECT_GT(Map.Text2.Width, width);
   EXPECT_EQ(Row(amsel).Eintrag, QStringLiteral("Amsel"));
   Click({305, 308});  // another entry stores it
@@ -42,7 +42,7 @@ TEST_F(Activation, ClickTypeLeaveWritesTheRow) {
   EXPECT_EQ(Row(fink).Eintrag, QStringLiteral("Finken"));
   EXPECT_FALSE(Entry_In_Hand());
   EXPECT_FALSE(Map.Text2.Visible);
-  EXPECT_EQ(Toolbar1.Tag, QStringLiteral("Norm"));
+  EXPECT_EQ(Toolbar1.Tag, ToolMode::Norm);
 }
 
 // At 50 % a window pixel is two map pixels: typing must not shift the entry.
@@ -66,17 +66,70 @@ TEST_F(Activation, ScrollingAndZoomingStoreATextAndTakeTheControlsAlong) {
   Text_Typed(QStringLiteral("Star"));
   Scroll_By(100, 50);
   EXPECT_EQ(Row(amsel).Eintrag, QStringLiteral("Star"));
-  EXPECT_EQ(Map.Text2.Tag, QStringLiteral("Old"));
+  EXPECT_EQ(Map.Text2.Tag, EditTag::Old);
   EXPECT_EQ(QPoint(Map.Text2.Left, Map.Text2.Top), QPoint(Window_X(401), Window_Y(301)));
   Text_Typed(QString(80, u'x'));
   Set_Zoom(2.0);  // too long to be stored: it stays open and unspoken
-  EXPECT_EQ(Map.Text2.Tag, QStringLiteral("Change"));
+  EXPECT_EQ(Map.Text2.Tag, EditTag::Change);
   EXPECT_TRUE(Map.Text2.Visible);
   EXPECT_EQ(Map.Text2.Left, Window_X(401));
   Text_Typed(QStringLiteral("Meise"));
   Set_Zoom(1.0);
   EXPECT_EQ(Row(amsel).Eintrag, QStringLiteral("Meise"));
   EXPECT_EQ(At(amsel), QPoint(401, 301));
+}
+
+// A map window in the normal state must not be blown up over the table.
+TEST_F(Activation, TheZoomThatIsSetAlreadyOnlyHidesWhatFloats) {
+  const QString box = Add(Figure_Row(20, {300, 300, 80, 60}));
+  Map.Maximized = false;
+  Map_Redraw();
+  const QImage bare = Map.canvas;
+  Map.WantWidth = Map.WantHeight = 0;
+  ASSERT_TRUE(Take_Entry(box));
+  Map_Mouse_Down({340, 330}, MouseButton::Left, {});
+  Map_Mouse_Move({380, 360}, true);
+  Set_Zoom(1.0);
+  Map_Mouse_Up({380, 360}, MouseButton::Left);
+  EXPECT_EQ(At(box), QPoint(300, 300)) << "what is dragged goes back";
+  EXPECT_EQ(QPoint(Map.WantWidth, Map.WantHeight), QPoint(0, 0));
+  EXPECT_FALSE(Map.lblShape.Visible || Map.lblHandle[0].Visible || Map.lblHandle[4].Visible);
+  EXPECT_EQ(Map.canvas, bare);
+  EXPECT_EQ(Map.InHand, box);
+  Click({340, 330});
+  EXPECT_TRUE(Map.lblShape.Visible && Map.lblHandle[4].Visible);
+  const int rows = Entry_Count();
+  New_Text(100, 100);
+  Text_Typed(QStringLiteral("Horst"));
+  Set_Zoom(1.0);
+  EXPECT_EQ(Entry_Count(), rows + 1);
+  EXPECT_EQ(Last_Row().Eintrag, QStringLiteral("Horst"));
+  EXPECT_FALSE(Map.Text2.Visible);
+  EXPECT_EQ(Map.Text2.Tag, EditTag::Old);
+}
+
+// The box of a row is not where a turned text is seen.
+TEST_F(Activation, TheFrameOfATurnedTextLiesRoundIt) {
+  EntryRow row = Text_Row("Rohrdommel", 300, 300);
+  row.Schrift = QStringLiteral("Arial<90");
+  const QString key = Add(row);
+  Map_Redraw();
+  const QImage bare = Map.canvas;
+  ASSERT_TRUE(Take_Entry(key));
+  const auto differs = [&bare](const QRect& area) {
+    int count = 0;
+    for (int y = area.top(); y <= area.bottom(); ++y)
+      for (int x = area.left(); x <= area.right(); ++x) count += bare.pixel(x, y) != Map.canvas.pixel(x, y);
+    return count;
+  };
+  EXPECT_GT(differs({280, 240, 10, 40}), 100) << "left of the standing text";
+  EXPECT_EQ(differs({340, 290, 60, 40}), 0) << "where it would lie unturned";
+  Drag({284, 260}, {324, 270});  // by its border
+  EXPECT_EQ(At(key), QPoint(340, 310));
+  Text_Typed(QStringLiteral("Rohrweihe\nEier"));  // it is typed upright
+  EXPECT_GT(differs({330, 296, 80, 10}), 100);
+  ASSERT_TRUE(End_Entry());
+  EXPECT_EQ(Row(key).Eintrag, QStringLiteral("Rohrweihe\r\nEier"));
 }
 
 TEST_F(Activation, LongTextsAreRefusedWhereTheyDoNotFit) {
@@ -131,7 +184,7 @@ TEST_F(Activation, EveryKindHasItsControls) {
   Map_Redraw();
   for (const Case& c : cases) {
     ASSERT_TRUE(Take_Entry(c.bookmark)) << c.state;
-    EXPECT_EQ(Toolbar1.Tag, c.state);
+    EXPECT_EQ(Tool_Word(Toolbar1.Tag), c.state);
     EXPECT_EQ(Map.Text2.Visible, c.text) << c.state;
     EXPECT_EQ(Map.imgRfLine.Visible, c.foot) << c.state;
     EXPECT_EQ(Map.lblShape.Visible, !c.shape.isNull());
@@ -183,7 +236,7 @@ TEST_F(Activation, OverlappingHiddenInactiveAndUnknownEntries) {
   EXPECT_EQ(Button_Now("Akt").ToolTipText, QStringLiteral("-Figur3 aktivieren"));
   With_Box(QStringLiteral("Karteneintrag: Unbekannter Typ = 63"), [&] { EXPECT_FALSE(Take_Entry(strange)); });
   EXPECT_FALSE(Entry_In_Hand());
-  EXPECT_EQ(Toolbar1.Tag, QStringLiteral("Norm"));
+  EXPECT_EQ(Toolbar1.Tag, ToolMode::Norm);
   rsEntries->MoveFirst();
   EXPECT_FALSE(Take_Entry(rsEntries->Bookmark()));  // the header row
   EXPECT_FALSE(Take_Entry(QStringLiteral("999999")));
@@ -202,8 +255,8 @@ TEST_F(Activation, ANewTextByTheMouse) {
   Toggle_Text_Tool();
   EXPECT_EQ(Map_Pointer(), MapPointer::Cross);
   Click({200, 150});
-  EXPECT_EQ(Map.Text2.Tag, QStringLiteral("Neu"));
-  EXPECT_EQ(Toolbar1.Tag, QStringLiteral("Text"));
+  EXPECT_EQ(Map.Text2.Tag, EditTag::New);
+  EXPECT_EQ(Toolbar1.Tag, ToolMode::Text);
   Text_Typed(QStringLiteral("Zaunkönig"));
   EXPECT_TRUE(Map_Key(Qt::Key_Escape, {}));  // forgotten
   EXPECT_EQ(Entry_Count(), before);
@@ -230,13 +283,13 @@ TEST_F(Activation, TheHandLetsGoOfRowsThatVanish) {
   EXPECT_FALSE(rsEntries->HasRow(amsel));
   EXPECT_FALSE(Entry_In_Hand());
   EXPECT_FALSE(Map.Text2.Visible);
-  EXPECT_EQ(Toolbar1.Tag, QStringLiteral("Norm"));
+  EXPECT_EQ(Toolbar1.Tag, ToolMode::Norm);
   ASSERT_TRUE(Take_Entry(fink));
   Text_Typed(QStringLiteral("Finken"));
   rsEntries->Delete();
   Map_Redraw();
   EXPECT_FALSE(Entry_In_Hand());
-  EXPECT_EQ(Map.Text2.Tag, QStringLiteral("Old"));
+  EXPECT_EQ(Map.Text2.Tag, EditTag::Old);
   Close_Map();
   EXPECT_FALSE(Map_Key(Qt::Key_Delete, {}));
   Click({100, 100});

@@ -38,7 +38,7 @@ TEST_F(ToolState, TheToolbarFollowsTheKindOfTheRow) {
     row.Typ = c.typ;
     EXPECT_EQ(Tool_Mode_Of(row), c.mode) << c.typ;
     Set_Toolbar(c.mode);
-    EXPECT_EQ(Toolbar1.Tag, c.state);
+    EXPECT_EQ(Tool_Word(Toolbar1.Tag), c.state);
     QStringList expected = c.own + closing;
     EXPECT_TRUE(std::all_of(expected.begin(), expected.end(), [](auto& key) { return Buttons().contains(key); }))
         << Buttons().join(u' ');

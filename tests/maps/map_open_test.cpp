@@ -28,7 +28,7 @@ TEST_F(MapOpen, OpensClosesAndOpensAgainWithItsEntries) {
   EXPECT_EQ(QFileInfo(TableFile).fileName(), "GRÖßE MIT BLANK.MDB");
   EXPECT_EQ(MapWidthPx, 640);
   EXPECT_NEAR(MapWidthMm, 640 * 25.4 / 96, 0.01);
-  EXPECT_EQ(Tbl.Tag, "Clean");
+  EXPECT_EQ(Tbl.Tag, TableTag::Clean);
   EXPECT_FALSE(File_Exists(Path("Größe mit Blank.map")));
   EXPECT_EQ(Menu("mnuMapFile", 1).Tag, map);
   Add(Text("Amsel"));
@@ -64,6 +64,16 @@ TEST_F(MapOpen, WhatCannotBeOpenedIsToldAndLeavesNothing) {
   }
   EXPECT_TRUE(Find_Files(folder.path(), "*.map").isEmpty());
   EXPECT_TRUE(Find_Files(folder.path(), "*.mdb").isEmpty());
+}
+
+TEST_F(MapOpen, ARelativePathIsMadeWhole) {
+  const QString map = Make_Map(), before = QDir::currentPath();
+  QDir::setCurrent(folder.path());
+  Open_Map("./Karte.bmp");
+  QDir::setCurrent(before);
+  EXPECT_EQ(QFileInfo(MapFile).canonicalFilePath(), QFileInfo(map).canonicalFilePath());
+  EXPECT_TRUE(QFileInfo(TableFile).isAbsolute()) << TableFile;
+  EXPECT_TRUE(File_Exists(TableFile)) << TableFile;
 }
 
 TEST_F(MapOpen, WhatIsNoFileIsRefusedBeforeItIsTouched) {
@@ -119,6 +129,22 @@ TEST_F(MapOpen, AStaleMarkerIsToldAfterTheMapStands) {
   });
   Open_Map(map);
   EXPECT_EQ(told, 1);
+  EXPECT_FALSE(File_Exists(Path("Karte.map")));
+}
+
+TEST_F(MapOpen, WithoutAPrinterTheMapIsShownAllTheSame) {
+  const QString map = Make_Map();
+  {
+    const MessageScript script("Es gibt ein Problem mit dem Drucker.\nEntweder ist der Drucker nicht angeschlossen");
+    bool failing = true;
+    const int once = events.BackgroundText.Connect([&failing](const QString& text) {
+      if (text.isEmpty() && std::exchange(failing, false)) Raise(errors::printer);
+    });
+    Open_Map(map);
+    events.BackgroundText.Disconnect(once);
+  }
+  EXPECT_TRUE(frmMDI.MapOpen);
+  EXPECT_TRUE(Map.Visible);
   EXPECT_FALSE(File_Exists(Path("Karte.map")));
 }
 
@@ -223,7 +249,7 @@ TEST_F(MapOpen, StartOpensTheMapOfTheCommandLineOrWaits) {
   Program_Start("start.bmp");
   EXPECT_TRUE(frmMDI.MapOpen);
   EXPECT_TRUE(Usable("mnuTableSave"));
-  EXPECT_EQ(Toolbar1.Tag, "Norm");
+  EXPECT_EQ(Toolbar1.Tag, ToolMode::Norm);
 }
 
 }  // namespace

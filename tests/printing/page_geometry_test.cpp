@@ -63,6 +63,10 @@ TEST(PrintGeometryTest, BadSettings) {
   EXPECT_FALSE(geometry(wide).valid || geometry({}, 0).valid);
   EXPECT_TRUE(Sheet_Walk(geometry(wide)).empty());
   EXPECT_TRUE(Calc_Pages(wide, Paper_With_Room(), Map_Of(100, 100)).empty());
+  // A scan that says of itself that it has ten points a metre: no number of sheets to be counted or walked.
+  const PrintGeometry endless = Print_Geometry({.factor = 20}, Paper_With_Room(), Map_Of(6e6, 6e6));
+  EXPECT_FALSE(endless.valid);
+  EXPECT_GT(endless.Pages(), 0);
 }
 
 TEST(PrintGeometryTest, ChoicesAreTheLargestFactorsThatFit) {

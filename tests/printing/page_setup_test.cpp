@@ -61,10 +61,10 @@ TEST_F(PageSetupTest, WhatIsTypedWaitsAndWorksBackward) {
   PageSetup setup = Load_Page_Setup();
   EXPECT_EQ(setup.txtFaktor, u"1,000"_s);
   EXPECT_EQ(setup.txtBreite, u"42,3"_s);
-  EXPECT_EQ(setup.Eingabe, input_state::ok);
+  EXPECT_EQ(setup.Eingabe, PageInput::Ok);
   Type_Width(setup, u"84,7"_s);
   EXPECT_EQ(setup.txtHoehe, u"63,5"_s);
-  EXPECT_EQ(setup.Eingabe, input_state::none);
+  EXPECT_EQ(setup.Eingabe, PageInput::None);
   EXPECT_EQ(setup.settings.factor, 1.0) << "not taken yet";
   Take_Typed(setup);
   EXPECT_NEAR(setup.settings.factor, 2.0, 0.001);
@@ -74,7 +74,7 @@ TEST_F(PageSetupTest, WhatIsTypedWaitsAndWorksBackward) {
                                                     {"viel", 1.0}, {"0,333", 0.333}, {"1.5", 1.5}};
   for (const auto& [typed, factor] : factors) {
     Type_Factor(setup, typed);
-    EXPECT_EQ(setup.Eingabe, input_state::factor);
+    EXPECT_EQ(setup.Eingabe, PageInput::Factor);
     Take_Typed(setup);
     EXPECT_DOUBLE_EQ(setup.settings.factor, factor) << typed;
   }
@@ -87,7 +87,7 @@ TEST_F(PageSetupTest, WhatIsTypedWaitsAndWorksBackward) {
   EXPECT_EQ(setup.txtFaktor, u"0,050"_s);
   ASSERT_GE(setup.PageChoices.size(), 3U);
   Choose_Pages(setup, 1);
-  EXPECT_EQ(setup.Eingabe, input_state::pages);
+  EXPECT_EQ(setup.Eingabe, PageInput::Pages);
   EXPECT_EQ(setup.Geometry().Pages(), setup.PageChoices[1].pages);
 }
 

@@ -3,6 +3,7 @@
 #include "state/events.h"
 #include "state/mdi_state.h"
 #include "store/vertex_table.h"
+#include "support/errors.h"
 #include "support/table_fixture.h"
 
 class EntryEditTest : public TableTest {
@@ -10,71 +11,57 @@ class EntryEditTest : public TableTest {
   void SetUp() override {
     TableTest::SetUp();
     Open_Table();
-    Map.Zoom = 2.0F;
-    Map.ViewLeft = 100;
-    Map.ViewTop = 50;
-    CurVG = 4;
-    CurHG = 15;
-    CurRA = 215;
     events.RedrawWanted.Connect([this] { ++redraws; });
   }
-  static void Edit_Box(const QString& tag, double size = 12) {
-    Map.Text2.Tag = tag;
-    Map.Text2.FontSize = size;
+  static TypedText Typed(const QString& text) {
+    return {.at = {120, 90}, .text = text, .font = {}, .size = 12, .VG = 4, .HG = 15, .RA = 215};
   }
   static EntryRow Row() { return Read_Entry(*rsEntries); }
-  static void Activate(const EntryRow& row) {
-    Add(row);
-    Edit_Box("Change");
-  }
   int redraws = 0;
 };
 
 TEST_F(EntryEditTest, ANewTextBecomesARow) {
-  Edit_Box("Neu");
-  Map.Text2.FontBold = Map.Text2.FontTransparent = true;
-  EntFont = "Times New Roman";
-  EntAngle = 30;
   Menu("mnuReset").Caption = "Rückgängig: Ersetzen";
-  ASSERT_TRUE(Save_Text_Entry(10, 20, "Bergahorn"));
+  TypedText typed = Typed("Bergahorn");
+  typed.font = {.family = "Times New Roman", .bold = true, .transparent = true, .angle = 30};
+  ASSERT_TRUE(Save_Text_Entry(typed, TextRow::New));
   EXPECT_EQ(Row(), (EntryRow{"Text", "Bergahorn", "Times New Roman-B-T<30", 12, 4, 15, 215, 120, 90, 0, 0, 0}));
   EXPECT_EQ(Map.CurBookmark, rsEntries->Bookmark());
-  EXPECT_EQ(Map.Text2.Tag, "Old");
   EXPECT_EQ(Menu("mnuReset").Caption, "Rückgängig");
-  EXPECT_FALSE(Save_Text_Entry(10, 20, "noch einmal"));  // nothing is in the box any more
   EXPECT_EQ(Entry_Count(), 1);
+  typed.at.setX(40000);
+  EXPECT_EQ(Error_Of([&] { Save_Text_Entry(typed, TextRow::Current); }), errors::overflow);
+  EXPECT_FALSE(rsEntries->Editing());
 }
 
 TEST_F(EntryEditTest, EmptyTextsAndBlanks) {
   struct Case {
-    const char* tag;
+    TextRow where;
     bool trim;
     QString typed, stored;
   };
+  constexpr TextRow fresh = TextRow::New, current = TextRow::Current;
   const QString mark(QChar(160));
   for (const Case& c :
-       {Case{"Neu", false, "  ", mark}, Case{"Neu", false, mark, mark}, Case{"Neu", false, mark + "Moor", "Moor"},
-        Case{"Neu", false, " Moor ", " Moor "}, Case{"Neu", true, " Großes Moor ", "Großes Moor"},
-        Case{"Change", true, "", ""}, Case{"Change", false, mark + "x", "x"}}) {
+       {Case{fresh, false, "  ", mark}, Case{fresh, false, mark, mark}, Case{fresh, false, mark + "Moor", "Moor"},
+        Case{fresh, false, " Moor ", " Moor "}, Case{fresh, true, " Großes Moor ", "Großes Moor"},
+        Case{current, true, "", ""}, Case{current, false, mark + "x", "x"}}) {
     Add(Text("vorher"));
     frmMDI.trimInput = c.trim;
-    Edit_Box(c.tag);
-    ASSERT_TRUE(Save_Text_Entry(0, 0, c.typed));
+    ASSERT_TRUE(Save_Text_Entry(Typed(c.typed), c.where));
     EXPECT_EQ(Row().Eintrag, c.stored);
   }
 }
 
 TEST_F(EntryEditTest, ATooLongTextIsRefusedNotCut) {
-  for (const char* tag : {"Neu", "Change"}) {
+  for (const TextRow where : {TextRow::New, TextRow::Current}) {
     Add(Text("vorher"));
-    Edit_Box(tag);
     MessageScript script("80 Zeichen");
     const int count = Entry_Count();
-    EXPECT_FALSE(Save_Text_Entry(0, 0, QString(80, 'x')));
+    EXPECT_FALSE(Save_Text_Entry(Typed(QString(80, 'x')), where));
     EXPECT_EQ(Row().Eintrag, "vorher");
     EXPECT_EQ(Entry_Count(), count);
-    EXPECT_EQ(Map.Text2.Tag, tag);  // the editor stays open
-    ASSERT_TRUE(Save_Text_Entry(0, 0, QString(79, QChar(0xFC))));
+    ASSERT_TRUE(Save_Text_Entry(Typed(QString(79, QChar(0xFC))), where));
     EXPECT_EQ(Row().Eintrag, QString(79, QChar(0xFC)));
   }
 }
@@ -95,13 +82,12 @@ TEST_F(EntryEditTest, AChangeRespectsTheKindOfTheRow) {
   for (const Case& c : {Case{text, true, "Courier New-B-T<45", 12, 2}, Case{foot, true, "Courier New-B-T<45", 12, 15},
                         Case{line, true, "Arial-B-T", 12, 15}, Case{line, false, "Arial-B", 12, 2},
                         Case{hiddenLabel, false, "Arial-B", -8, 2}, Case{figure, true, "F-3<30", 12, 2}}) {
-    Activate(c.before);
-    CurHG = 2;
-    EntCharset = 0;
-    Map.Text2.FontBold = true;
-    Map.Text2.FontTransparent = c.transparent;
-    ASSERT_TRUE(Save_Text_Entry(0, 0, "neu"));
-    const EntryRow expected{c.before.ID, "neu", c.schrift, c.size, 4, c.hg, 215, 100, 50, 0, 0, c.before.Typ};
+    Add(c.before);
+    TypedText typed = Typed("neu");
+    typed.HG = 2;
+    typed.font = {.family = "Symbol", .bold = true, .transparent = c.transparent, .angle = 10};
+    ASSERT_TRUE(Save_Text_Entry(typed, TextRow::Current));
+    const EntryRow expected{c.before.ID, "neu", c.schrift, c.size, 4, c.hg, 215, 120, 90, 0, 0, c.before.Typ};
     EXPECT_EQ(Row(), expected) << c.schrift;
   }
 }
@@ -112,22 +98,21 @@ TEST_F(EntryEditTest, ScaleBarHiddenRowsAndHeaderAreNotWritten) {
     if (row.ID.startsWith('!')) {
       rsEntries->MoveFirst();
       Map.CurBookmark = rsEntries->Bookmark();
-      Edit_Box("Change");
     } else {
-      Activate(row);
+      Add(row);
     }
     const bool isScale = row == scale;
-    EXPECT_EQ(Save_Text_Entry(0, 0, "Unsinn"), isScale) << row.ID;
+    EXPECT_EQ(Save_Text_Entry(Typed("Unsinn"), TextRow::Current), isScale) << row.ID;
     EXPECT_EQ(Row(), row);
   }
 }
 
 TEST_F(EntryEditTest, BlackOnBlackNeverHappens) {
-  CurVG = CurHG = 0;
+  TypedText typed = Typed("x");
+  typed.VG = typed.HG = 0;
   for (const bool option : {true, false}) {
     frmMDI.tableColors = option;
-    Edit_Box("Neu");
-    ASSERT_TRUE(Save_Text_Entry(0, 0, "x"));
+    ASSERT_TRUE(Save_Text_Entry(typed, TextRow::New));
     EXPECT_EQ(Row().HG, option ? 14 : 0);
   }
 }
@@ -142,11 +127,11 @@ TEST_F(EntryEditTest, DeletingAsksAndTakesTheVertexTableAlong) {
   EXPECT_TRUE(dbEntries->HasTable("Flaeche0"));
   EXPECT_EQ(script.Seen().back().defaultButton, MsgDefault::Second);
   script.Expect("Flaeche0 - P1101L5.0B2.5\nFeuchtwiese", MsgAnswer::Yes);
-  Tbl.Tag = "Clean";
+  Tbl.Tag = TableTag::Clean;
   EXPECT_TRUE(Delete_Entry());
   EXPECT_EQ(Texts(), QStringList{"bleibt"});
   EXPECT_FALSE(dbEntries->HasTable("Flaeche0"));
-  EXPECT_EQ(Tbl.Tag, "Dirty");
+  EXPECT_EQ(Tbl.Tag, TableTag::Dirty);
   EXPECT_EQ(Map.CurBookmark, rsEntries->Bookmark());
   EXPECT_EQ(redraws, 1);
 
@@ -164,43 +149,28 @@ TEST_F(EntryEditTest, WhatDeletingRefusesAndSpares) {
   MessageScript script("Die Karte enthält noch keine Einträge");
   EXPECT_FALSE(Delete_Entry());
   Add(Text("eins"));
-  Map.Text2.Tag = "Neu";
-  Map.Text2.Text = "halb getippt";
-  EXPECT_FALSE(Delete_Entry());  // only the box is cleared
-  EXPECT_EQ(Map.Text2.Text, "");
   Map.CurBookmark = Map.HeaderBookmark;
   EXPECT_FALSE(Delete_Entry());
   EXPECT_EQ(Texts(), QStringList{"eins"});
   Add(Text("Entwurf"));  // an unfinished drawing goes without a question
   EXPECT_TRUE(Delete_Entry());
   EXPECT_EQ(Texts(), QStringList{"eins"});
-  EntryRow foot = Entry("Text", 2);
-  foot.Xline = 7;
-  foot.Yline = 8;
-  Add(foot);
-  Map.RemoveReferenceOnly = true;
-  EXPECT_TRUE(Delete_Entry());
-  foot.Xline = foot.Yline = 0;
-  EXPECT_EQ(Row(), foot);
-  EXPECT_EQ(Entry_Count(), 2);
 }
 
 TEST_F(EntryEditTest, FootPointOfTextsOnly) {
   EntryRow text = Entry("2Text>Flaeche1", 0);
   Add(text);
-  Set_Foot_Point(30, 40);
+  Set_Foot_Point({160, 130});
   text.ID = "Text>Flaeche1";
   text.Xline = 160;
   text.Yline = 130;
   EXPECT_EQ(Row(), text);
-  EXPECT_EQ(Map.imgRfLine.Left, 22);
-  EXPECT_EQ(Map.imgRfLine.Top, 32);
-  Tbl.Tag = "Clean";
-  Set_Foot_Point(30, 40);  // already there
-  EXPECT_EQ(Tbl.Tag, "Clean");
+  Tbl.Tag = TableTag::Clean;
+  Set_Foot_Point({160, 130});  // already there
+  EXPECT_EQ(Tbl.Tag, TableTag::Clean);
   for (const int typ : {4, 140, 11, 20, 16}) {
     Add(Entry("Text", typ));
-    Set_Foot_Point(30, 40);
+    Set_Foot_Point({160, 130});
     EXPECT_EQ(Row(), Entry("Text", typ));
   }
 }

@@ -18,7 +18,7 @@ TEST_F(EntryTest, RowsComeBackAsTheyWereWritten) {
   const EntryRow area{id, text, "Times New Roman-B<45", -8.5, 15, 0, -215, -32768, 32767, 3, -7, -240};
   Add(area);
   EXPECT_EQ(Read_Entry(*rsEntries), area);
-  EXPECT_EQ(Tbl.Tag, "Dirty");
+  EXPECT_EQ(Tbl.Tag, TableTag::Dirty);
   EntryRow changed = area;
   changed.Groesse = 12.25;
   changed.Typ = 40;
@@ -224,7 +224,7 @@ TEST_F(VertexTest, FigureNumbersAndTheNameOfTheCurrentTable) {
   EXPECT_FALSE(dbEntries->HasTable("Figur12"));
   Add(Entry("Figur", 23));
   const Error error = Raised([] { Next_Figure_ID(); });
-  EXPECT_EQ(std::tie(error.number, error.text), std::tuple(5000, "Keine Nummer "));
+  EXPECT_EQ(std::tie(error.number, error.text), std::tuple(5000, "Keine Nummer \nError: 5000"));
   Add_Line("-Linie5 - C1000L1.0B1.0>Flaeche2<1");
   EXPECT_EQ(Vertex_Table_Name(), "Linie5");
   EXPECT_EQ(EntID, "Linie5");

@@ -58,7 +58,7 @@ TEST_F(TableFileTest, ANewTableComesFromTheTemplate) {
   EXPECT_EQ(TableFile, Table());
   EXPECT_EQ(Tbl.DBGrid1.Caption, Table());
   EXPECT_EQ(Entry_Count(), 0);
-  EXPECT_EQ(Tbl.Tag, "Dirty");
+  EXPECT_EQ(Tbl.Tag, TableTag::Dirty);
   HeaderRow header;
   header.tablePath = Table();
   header.mapName = Shortened_Path(MapFile);
@@ -81,7 +81,7 @@ TEST_F(TableFileTest, RowsAndHeaderAreThereAgain) {
   Write_Vertices("Linie0", {{1, 2}, {3, 4}});
   dbEntries->AddColumn("MapData", {"Anzahl", FieldType::Text, 20});
   PrintFactor = FontFactor = 1;
-  Tbl.Tag = "Clean";
+  Tbl.Tag = TableTag::Clean;
   ASSERT_TRUE(Load_Table(LoadMode::Reload));
   EXPECT_EQ(Texts(), oneTwo);
   EXPECT_EQ(rsEntries->Text(column::Eintrag), "zwei");  // the last row is the current one
@@ -92,14 +92,14 @@ TEST_F(TableFileTest, RowsAndHeaderAreThereAgain) {
   EXPECT_EQ(Load_Vertices("Linie0").size(), 2U);
   EXPECT_TRUE(Tbl.HasUserColumns);
   EXPECT_EQ(Tbl.ColumnCount, 12);
-  EXPECT_EQ(Tbl.Tag, "Clean");  // a sound header is not touched
+  EXPECT_EQ(Tbl.Tag, TableTag::Clean);  // a sound header is not touched
 
   // A bad one is put right and nothing else.
   dbEntries->Execute("UPDATE MapData SET ID='Text', Xline=7, Typ=3, VG=11 WHERE Eintrag LIKE '*KARTE.MDB'");
   ASSERT_TRUE(Load_Table(LoadMode::Reload));
   const EntryRow row = Rows_Of(*dbEntries)[0];
   EXPECT_EQ(std::tuple(row.ID, row.Xline, row.Typ, row.VG), std::tuple("!Unbekannt", 1, -1, 11));
-  EXPECT_EQ(Tbl.Tag, "Dirty");
+  EXPECT_EQ(Tbl.Tag, TableTag::Dirty);
   EXPECT_EQ(Texts(), oneTwo);
 }
 
@@ -107,7 +107,7 @@ TEST_F(TableFileTest, ATableThatWasCopiedElsewhereNamesItsNewPlace) {
   Make_Table("KARTE.MDB", oneTwo);
   Open_Table();
   EXPECT_EQ(Read_Header().tablePath, Table());
-  EXPECT_EQ(Tbl.Tag, "Clean");
+  EXPECT_EQ(Tbl.Tag, TableTag::Clean);
 }
 
 TEST_F(TableFileTest, WithoutTemplateThereIsNoTable) {
@@ -183,7 +183,7 @@ TEST_F(TableFileTest, ADamagedTableIsRescuedWithItsRows) {
     EXPECT_TRUE(script.Seen().back().text.contains(QStringLiteral(" %1 Karteneinträge").arg(Entry_Count())));
     for (const QString& text : Texts()) EXPECT_TRUE(texts.contains(text)) << text;
     EXPECT_EQ(Read_Header().mapName, Shortened_Path(MapFile));
-    EXPECT_EQ(Tbl.Tag, "dirty");
+    EXPECT_EQ(Tbl.Tag, TableTag::Dirty);
     EXPECT_EQ(Read_Bytes(Path("KARTE_err.mdb")), c.bytes);
   }
   EXPECT_EQ(Load_Vertices("Linie0"), (std::vector<QPoint>{{1, 2}, {3, 4}}));
@@ -200,7 +200,7 @@ TEST_F(TableFileTest, ABadFileAtAReloadComesBackFromTheSnapshot) {
   ASSERT_TRUE(Load_Table(LoadMode::Reload));
   EXPECT_EQ(Texts(), oneTwo);
   EXPECT_EQ(Read_Bytes(Path("KARTE_err.mdb")), "Müll");
-  EXPECT_EQ(Tbl.Tag, "dirty");
+  EXPECT_EQ(Tbl.Tag, TableTag::Dirty);
 }
 
 TEST_F(TableFileTest, ATableInUseIsNotTouched) {
@@ -222,7 +222,7 @@ TEST_F(TableFileTest, ACheckpointBringsCopiesUpToDateAndKeepsTheRow) {
   Open_With(oneTwo);
   Save_As("Sicherung.MDB");
   EXPECT_EQ(Tbl.DBGrid1.Caption, Path("Sicherung.MDB"));
-  EXPECT_EQ(Tbl.Tag, "Clean");
+  EXPECT_EQ(Tbl.Tag, TableTag::Clean);
   Add(Text("drei"));
   rsEntries->MoveFirst();
   rsEntries->MoveNext();
@@ -231,7 +231,7 @@ TEST_F(TableFileTest, ACheckpointBringsCopiesUpToDateAndKeepsTheRow) {
   EXPECT_EQ(Map.CurBookmark, rsEntries->Bookmark());
   EXPECT_EQ(Menu("mnuReset").Caption, "Rückgängig: Justieren");
   EXPECT_TRUE(Menu("mnuReset").Enabled);
-  EXPECT_EQ(Tbl.Tag, "Dirty");  // a checkpoint does not set it
+  EXPECT_EQ(Tbl.Tag, TableTag::Dirty);  // a checkpoint does not set it
   EXPECT_EQ(Texts_In(Path("Sicherung.MDB")), oneTwoThree);
   EXPECT_EQ(Texts_In(Snapshot()), oneTwoThree);
   Expect_No_Leftovers();
@@ -251,7 +251,7 @@ TEST_F(TableFileTest, UndoGoesBackToThePoint) {
   EXPECT_EQ(Load_Vertices("Flaeche0").size(), 3U);
   EXPECT_FALSE(Menu("mnuReset").Enabled);
   // Without a change there is nothing to copy.
-  Tbl.Tag = "Clean";
+  Tbl.Tag = TableTag::Clean;
   QFile::remove(Snapshot());
   MessageScript script("Karteneinträge wieder hergestellt.");
   EXPECT_TRUE(Save_Table(SaveStep::Restore));
@@ -283,7 +283,7 @@ TEST_F(TableFileTest, AFullDiskLeavesTheCopiesAndTheTable) {
   MessageScript script{{"Sicherung.MDB"}, {"TEMP.MDB"}};
   EXPECT_FALSE(Save_Table(SaveStep::Save));
   EXPECT_TRUE(script.Seen()[0].text.contains(Table()));
-  EXPECT_EQ(Tbl.Tag, "Dirty");
+  EXPECT_EQ(Tbl.Tag, TableTag::Dirty);
   EXPECT_FALSE(Menu("mnuReset").Enabled);  // the old snapshot is not what an undo should bring
   EXPECT_EQ(Texts(), oneTwoThree);
   EXPECT_EQ(Texts_In(Path("Sicherung.MDB")), oneTwo);
@@ -335,7 +335,7 @@ TEST_F(TableFileTest, SaveReportsTheName) {
   int redraws = 0;
   events.RedrawWanted.Connect([&] { ++redraws; });
   EXPECT_TRUE(Save_Table(SaveStep::Save));
-  EXPECT_EQ(Tbl.Tag, "Clean");
+  EXPECT_EQ(Tbl.Tag, TableTag::Clean);
   EXPECT_EQ(InfoBar.Panel[2], Table() + " gesichert.");
   EXPECT_EQ(redraws, 1);
   EXPECT_EQ(Texts_In(Snapshot()), oneTwo);
@@ -404,7 +404,7 @@ TEST_F(TableFileTest, LongPathsAreSavedAndLoadedAgain) {
     EXPECT_TRUE(Load_Other_Table(path)) << path;
     EXPECT_EQ(Texts(), oneTwoThree) << path;
     EXPECT_EQ(Tbl.DBGrid1.Caption, path);
-    Tbl.Tag = "Clean";
+    Tbl.Tag = TableTag::Clean;
   }
   Expect_No_Leftovers();
 }
@@ -419,7 +419,7 @@ TEST_F(TableFileTest, AFailedSaveAsKeepsNamesAndRows) {
   EXPECT_EQ(script.Seen()[0].title, "DBSaveError");
   EXPECT_TRUE(script.Seen()[0].text.startsWith("Step: 1\nQuelle: " + Table()));
   EXPECT_EQ(Tbl.DBGrid1.Caption, Table());
-  EXPECT_EQ(Tbl.Tag, "Dirty");
+  EXPECT_EQ(Tbl.Tag, TableTag::Dirty);
   EXPECT_EQ(Read_Header().tablePath, Table());
   EXPECT_EQ(rsEntries->Bookmark(), row);
   EXPECT_EQ(Texts(), oneTwo);
@@ -459,7 +459,7 @@ TEST_F(TableFileTest, AnotherTableIsLoadedAndUndone) {
   }
   EXPECT_EQ(TableFile, Table());  // the standard table keeps its name
   EXPECT_EQ(Tbl.DBGrid1.Caption, other);
-  EXPECT_EQ(Tbl.Tag, "Clean");
+  EXPECT_EQ(Tbl.Tag, TableTag::Clean);
   EXPECT_EQ(Read_Header().tablePath, other);
   EXPECT_EQ(Texts(), birds);
   EXPECT_EQ(Menu("mnuReset").Caption, "Rückgängig: Einträge laden");
@@ -476,14 +476,14 @@ TEST_F(TableFileTest, ATableOfAnotherMapIsAskedAbout) {
   const QString moor = Make_Table("Moor.MDB", {"Moos"}, "Moor.bmp");
   MessageScript script;
   for (const MsgAnswer answer : {MsgAnswer::No, MsgAnswer::Yes}) {
-    Tbl.Tag = "dirty";
+    Tbl.Tag = TableTag::Dirty;
     script.Expect("Wollen Sie die veränderten Einträge sichern ?", MsgAnswer::No)
         .Expect("Diese Tabelle wurde in Verbindung mit folgender Karte erstellt:\n" + Path("Moor.bmp"), answer);
     const bool loaded = answer == MsgAnswer::Yes;
     EXPECT_EQ(Load_Other_Table(moor), loaded);
     EXPECT_EQ(Texts(), loaded ? QStringList{"Moos"} : oneTwo);  // unsaved changes included
     EXPECT_EQ(Tbl.DBGrid1.Caption, loaded ? moor : Table());
-    EXPECT_EQ(Tbl.Tag, loaded ? "Clean" : "dirty");
+    EXPECT_EQ(Tbl.Tag, loaded ? TableTag::Clean : TableTag::Dirty);
   }
   // The map of the table is known by its name or its shortened path.
   const QString other = Make_Table("Amsel.MDB", {"Amsel"});
@@ -503,7 +503,7 @@ TEST_F(TableFileTest, ATableOfAnotherMapIsAskedAbout) {
 
 TEST_F(TableFileTest, WhatCannotBeLoadedLeavesTheTableAlone) {
   Open_With(oneTwo);
-  Tbl.Tag = "Clean";
+  Tbl.Tag = TableTag::Clean;
   Replace_File(Path("Fremd.MDB"), "keine Datenbank");
   const QString longName = Path(QString(252, 'x') + ".MDB");
   MessageScript script{{"gehört nicht zum Programm FLURAX."}, {"nicht gefunden"}, {"höchstens 255 sind möglich"}};
@@ -540,7 +540,7 @@ TEST_F(TableFileTest, EntriesThatStandNowhereElseAreKeptBeforeOthersTakeTheirPla
       QFile::remove(Table());
       const QStringList mine = {"eins", QString::number(kept.size())};
       Open_With(mine);
-      if (!changed) Tbl.Tag = "Clean";
+      if (!changed) Tbl.Tag = TableTag::Clean;
       kept.append(Path(QStringLiteral("KARTE_old%1.MDB").arg(kept.empty() ? "" : '_' + QString::number(kept.size()))));
       MessageScript script;
       if (changed) {
@@ -561,7 +561,7 @@ TEST_F(TableFileTest, EntriesThatStandNowhereElseAreKeptBeforeOthersTakeTheirPla
   }
   // Entries that were saved or loaded stand in their own file: nothing to ask, unless that has gone.
   MessageScript script;
-  Tbl.Tag = "Clean";
+  Tbl.Tag = TableTag::Clean;
   New_Table();
   EXPECT_TRUE(Load_Other_Table(other));
   QFile::remove(other);
@@ -616,7 +616,7 @@ TEST_F(TableFileTest, CompressingTellsBothSizesAndKeepsTheRows) {
   for (int i = 0; i < 2; ++i) {
     EXPECT_EQ(Texts(), QStringList{"bleibt"});
     EXPECT_EQ(Texts_In(Snapshot()), QStringList{"bleibt"});
-    Repair_Table();  // of a sound table: changes nothing
+    EXPECT_TRUE(Repair_Table().contains("1 Eintrag"));  // of a sound table: changes nothing
   }
 }
 
@@ -653,4 +653,7 @@ TEST_F(TableFileTest, BackupNamesAndLockFiles) {
   for (const char* name : {"Sicherung/AMSEL.ldb", "Sicherung/alt.ldb", "KARTE.ldb"})
     EXPECT_FALSE(QFile::exists(Path(name))) << name;
   EXPECT_TRUE(QFile::exists(Path("fremd.ldb")));
+  Tbl.DBGrid1.Caption = TableFile;  // whatever table the user has open
+  Delete_Lock_Files();
+  EXPECT_FALSE(QFile::exists(Path("fremd.ldb")));
 }

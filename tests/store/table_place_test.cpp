@@ -21,7 +21,7 @@ class TablePlace : public TableTest {
     for (const QString& text : oneTwo) Append_Row(*database, Text(text));
     database->Close();
     Open_Table("Karten/Karte.bmp");
-    Tbl.Tag = "Clean";
+    Tbl.Tag = TableTag::Clean;
   }
   void Open_Written() {
     Open_Unwritten();

@@ -14,7 +14,7 @@ class TransactionTest : public TableTest {
     Open_Table();
     Add(Text("eins"));
     Add(Text("zwei"));
-    Tbl.Tag = "Clean";
+    Tbl.Tag = TableTag::Clean;
   }
 };
 
@@ -36,10 +36,10 @@ TEST_F(TransactionTest, AnErrorOrAStopLeavesNothingBehind) {
   EXPECT_FALSE(rsEntries->Editing());
   EXPECT_FALSE(dbEntries->HasTable("Linie0"));
   EXPECT_EQ(Texts(), (QStringList{"eins", "zwei"}));
-  EXPECT_EQ(Tbl.Tag, "Clean");
+  EXPECT_EQ(Tbl.Tag, TableTag::Clean);
   EXPECT_TRUE(In_Transaction([] { Append_Entry(Text("drei")); }));
   EXPECT_EQ(Texts().size(), 3);
-  EXPECT_EQ(Tbl.Tag, "Dirty");
+  EXPECT_EQ(Tbl.Tag, TableTag::Dirty);
 }
 
 // An inner transaction that fails ends all of them: nobody above may take the rest for stored.
@@ -50,7 +50,7 @@ TEST_F(TransactionTest, WhatIsTakenBackInsideTakesTheOuterOneBack) {
   });
   EXPECT_FALSE(outer);
   EXPECT_EQ(Texts(), (QStringList{"eins", "zwei"}));
-  EXPECT_EQ(Tbl.Tag, "Clean");
+  EXPECT_EQ(Tbl.Tag, TableTag::Clean);
   // An error that passes through both is raised once more, not replaced by one about the transaction.
   EXPECT_EQ(Error_Of([] { In_Transaction([] { Write_Vertices("Linie0", {{40000, 0}}); }); }), errors::overflow);
 }
@@ -102,7 +102,7 @@ TEST_F(TransactionTest, RowsGoWithTheTablesNobodyElseDrawsFrom) {
   Add(Entry("linie0 - P1101L5.0B2.5", 40));
   rsEntries->MoveFirst();
   going << rsEntries->Key() << 4711;
-  EXPECT_EQ(Delete_Entries(going).count, 3);  // the header row stays, a row that is not there does no harm
+  EXPECT_EQ(Delete_Entries(going), 3);  // the header row stays, a row that is not there does no harm
   EXPECT_TRUE(dbEntries->HasTable("Linie0"));
   EXPECT_FALSE(dbEntries->HasTable("Flaeche1"));
   EXPECT_FALSE(dbEntries->HasTable("Figur2"));

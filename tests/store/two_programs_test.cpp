@@ -54,7 +54,7 @@ TEST_F(TwoPrograms, EachGoesBackToItsOwnSnapshot) {
   other.Do("stand");
   other.End();
   EXPECT_EQ(Work_Files(), (QStringList{"TEMP.MDB", "TEMP.lock", "TEMP.stamp"}));
-  Tbl.Tag = "Dirty";
+  Tbl.Tag = TableTag::Dirty;
   Undo();
   EXPECT_EQ(Texts(), (QStringList{"eins", "zwei"}));
 }
@@ -105,7 +105,7 @@ TEST_F(TwoPrograms, NoSnapshotOfAnotherMapIsTaken) {
   Append_Row(*database, Text("Moos"));
   database->Close();
   File_Copy(ProgramFolder + "/Moor.MDB", ProgramFolder + "/TEMP.MDB");
-  Tbl.Tag = "Dirty";
+  Tbl.Tag = TableTag::Dirty;
   refused();
   // That of an earlier session of the same table is.
   Undo_Point("Rückgängig: Ersetzen");

@@ -57,7 +57,7 @@ TEST_F(FootPointTest, StaysInTheViewAndCanBeGivenUp) {
 
 TEST_F(FootPointTest, IsRemovedAfterAQuestion) {
   const QString text = Take({"Text", "Elster", "Arial", 12, 0, 14, -100, 100, 100, 300, 200, 2});
-  Tbl.Tag.clear();
+  Tbl.Tag = TableTag::Clean;
   const QString question = "Fußpunkt für den Text: Elster entfernen?";
   MessageScript messages{{question, MsgAnswer::No}, {question, MsgAnswer::Yes}};
   Change_Foot_Point();
@@ -65,7 +65,7 @@ TEST_F(FootPointTest, IsRemovedAfterAQuestion) {
   Change_Foot_Point();
   EXPECT_EQ(messages.Seen()[0].title, QStringLiteral("Fußpunkt"));
   EXPECT_EQ(Foot(text), QPoint(0, 0));
-  EXPECT_EQ(Tbl.Tag, QStringLiteral("Dirty"));
+  EXPECT_EQ(Tbl.Tag, TableTag::Dirty);
   EXPECT_FALSE(Map.imgRfLine.Visible);
 }
 

@@ -43,14 +43,14 @@ TEST_F(PolyEditorTest, WritesWhatWasClicked) {
   EntryRow row = Draw(Kind::Line, {{100, 100}, {200, 150}, {300, 100}});
   EXPECT_EQ(row, (EntryRow{"Linie0 - P0010L1.0B1.0", "Linie0", "Arial", 8, 9, 3, 204, 100, 100, 3, -2, 4}));
   EXPECT_EQ(Vertices(row), (std::vector<QPoint>{{100, 100}, {200, 150}, {300, 100}}));
-  EXPECT_EQ(Toolbar1.Tag, QStringLiteral("Ln"));
+  EXPECT_EQ(Toolbar1.Tag, ToolMode::Line);
   EXPECT_TRUE(Map.Tool.isEmpty());
-  EXPECT_EQ(Tbl.Tag, QStringLiteral("Dirty"));
+  EXPECT_EQ(Tbl.Tag, TableTag::Dirty);
 
   NextShape.rounded = true;
   row = Draw(Kind::Area, {{100, 300}, {200, 300}, {150, 400}});
   EXPECT_EQ(std::tie(row.ID, row.Eintrag, row.Yline, row.Typ), std::tuple("Flaeche0", "Flaeche0", -8, 40));
-  EXPECT_EQ(Toolbar1.Tag, QStringLiteral("Ply"));
+  EXPECT_EQ(Toolbar1.Tag, ToolMode::Area);
 }
 
 TEST_F(PolyEditorTest, EveryWayToEndAndToDrop) {

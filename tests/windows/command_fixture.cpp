@@ -1,6 +1,9 @@
 #include "windows/command_fixture.h"
 
 #include <QClipboard>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QMdiArea>
 #include <QMdiSubWindow>
 
 #include "edit/table_edit.h"
@@ -11,6 +14,7 @@
 #include "store/file_names.h"
 #include "store/settings.h"
 #include "view/view.h"
+#include "windows/analysis/frmDistanz.h"
 #include "windows/canvas/map_window_controls.h"
 #include "windows/common/help_window.h"
 #include "windows/desktop/clipboard.h"
@@ -39,6 +43,9 @@ QString Window_Name(const QWidget& shown) {
   if (const auto* help = qobject_cast<const HelpWindow*>(&shown)) name += u' ' + help->Page();
   if (const auto* raster = qobject_cast<const FrmRaster*>(&shown))
     name += u' ' + raster->findChild<QComboBox*>("cmbSize")->currentText();
+  if (qobject_cast<const FrmDistanz*>(&shown))
+    for (const auto* mode : shown.findChildren<QRadioButton*>())
+      if (mode->isChecked()) name += u' ' + mode->text().remove(u'&');
   return name;
 }
 
@@ -145,6 +152,7 @@ void CommandTest::Close_Waiting() {
   QWidget* dialog = QApplication::activeModalWidget();
   if (!dialog || !dialog->isVisible()) return;
   seen << Window_Name(*dialog);
+  if (look) look(*dialog);
   dialog->close();
 }
 
@@ -161,6 +169,7 @@ void CommandTest::Close_Windows() {
         open->windowType() == Qt::ToolTip)
       continue;
     names << Window_Name(*open);
+    if (look) look(*open);
     open->close();
   }
   names.sort();
@@ -254,6 +263,8 @@ QMap<QString, QString> CommandTest::State() const {
   for (int slot = 0; slot < NotePads.size(); ++slot)
     if (Is_Open_NotePad(slot)) state["Notizen"] += NotePad_Title(slot) + u' ';
   if (const auto* pad = window->findChild<FrmNotePad*>()) state["Text der Notiz"] = pad->Text().trimmed();
+  if (const auto* front = window->findChild<QMdiArea*>()->activeSubWindow())
+    state["vorn"] = front->widget()->objectName();
   QString hand;
   if (Entry_In_Hand()) {
     hand = QStringLiteral("neuer Text");

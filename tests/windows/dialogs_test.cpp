@@ -285,7 +285,7 @@ TEST_F(DialogTest, TheToolbarMovesAtOnceUnlessATaskRuns) {
   expect(dialog, ToolbarPlace::Left, "TLB: vbAlignLeft", "");
   EXPECT_EQ(shown, 1);
   frmMDI.MapOpen = true;
-  Toolbar1.Tag = "Text";
+  Toolbar1.Tag = ToolMode::Text;
   const FrmOptions second;
   Press(second, "optUnten");
   expect(second, ToolbarPlace::Left, "TLB: vbAlignLeft", "dirty");

@@ -53,13 +53,13 @@ TEST_F(LinesWindowTest, VertexTableEditsDeletesInsertsAndPutsBack) {
   auto* table = Part<QTableView>(*dialog, "DBGrid1");
   auto* count = Part<QLabel>(*dialog, "lblCount");
   auto& model = *table->model();
-  Tbl.Tag = QStringLiteral("Clean");
+  Tbl.Tag = TableTag::Clean;
   EXPECT_FALSE(model.setData(model.index(1, 0), 40000, Qt::EditRole));
   EXPECT_FALSE(model.setData(model.index(1, 0), QStringLiteral("x"), Qt::EditRole));
-  EXPECT_EQ(Tbl.Tag, QStringLiteral("Clean"));
+  EXPECT_EQ(Tbl.Tag, TableTag::Clean);
   EXPECT_TRUE(model.setData(model.index(1, 1), 150, Qt::EditRole));
   EXPECT_EQ(Load_Vertices("Linie1")[1], QPoint(200, 150));
-  EXPECT_EQ(Tbl.Tag, QStringLiteral("Dirty"));
+  EXPECT_EQ(Tbl.Tag, TableTag::Dirty);
   table->setCurrentIndex(model.index(1, 0));
   EXPECT_EQ(Map.Circled, QPoint(200, 150));
   Press(*dialog, "btnInsert");

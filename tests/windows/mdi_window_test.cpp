@@ -54,7 +54,7 @@ TEST(MenuTableTest, EveryCommandStandsInOneMenuUnderItsOwnKeys) {
 
 TEST(ToolbarTableTest, OnlyButtonsOfCommandsAreShown) {
   Reset_Global_State();
-  Toolbar1.Tag = QStringLiteral("Norm");
+  Toolbar1.Tag = ToolMode::Norm;
   QStringList norm;
   for (const ToolButton& button : Toolbar_Now()) norm << button.Key;
   EXPECT_EQ(norm.first(), QStringLiteral("Map"));

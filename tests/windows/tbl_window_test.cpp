@@ -143,7 +143,7 @@ TEST_F(TblWindowTest, CellsAreEditedInPlaceAndInTheLineAbove) {
   editor->setText(QStringLiteral("123"));
   Key_On(editor, Qt::Key_Return);
   EXPECT_EQ(Model().index(2, column::Xmap).data().toString(), QStringLiteral("123"));
-  EXPECT_EQ(Tbl.Tag, QStringLiteral("Dirty"));
+  EXPECT_EQ(Tbl.Tag, TableTag::Dirty);
   // A text of two lines goes by Text1; Enter takes it, Esc gives it up.
   Click(2, column::Eintrag);
   auto* Text1 = Table().findChild<QPlainTextEdit*>(QStringLiteral("Text1"));

@@ -139,7 +139,7 @@ void FrmMass::MassLinie(bool on) {
 void FrmMass::Mass_Zeichnen(const MeasuringLine& drawn) {
   const Syncing keep(filling);
   changed = true;
-  (drawn.Tag == QLatin1String("V") ? ui->optV : ui->optH)->setChecked(true);
+  (drawn.lies == MeasuringLine::Lies::Upright ? ui->optV : ui->optH)->setChecked(true);
   lengthPx = drawn.Length();
   at = drawn.Upper_Left();
   Show_Length();

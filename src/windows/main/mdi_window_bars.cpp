@@ -12,6 +12,8 @@
 #include "windows/canvas/map_window.h"
 #include "windows/common/window_support.h"
 #include "windows/main/mdi_window.h"
+#include "windows/main/window_list.h"
+#include "windows/store/tbl_window.h"
 
 namespace {
 
@@ -58,7 +60,9 @@ void MdiWindow::Build_Menus() {
           [this] { QTimer::singleShot(0, this, [this] { popup->setProperty("chosen", false); }); });
   for (const QString& key : Menu_Bar()) {
     const MenuRow& row = *Find_Menu(key);
-    Build_Menu(*menuBar()->addMenu(row.text), row);
+    QMenu& menu = *menuBar()->addMenu(row.text);
+    Build_Menu(menu, row);
+    connect(&menu, &QMenu::aboutToShow, this, [this] { Sync_Menus(); });  // windows come and go without an event
   }
 }
 
@@ -92,6 +96,7 @@ void MdiWindow::Add_Command(QMenu& menu, const Command& command, int line) {
   if (!command.shortcut.isEmpty() && Shortcut_Of_Map(command.key)) {
     action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
     mapWindow->addAction(action);
+    tblWindow->addAction(action);  // a row of the table is the entry in hand as well
   }
   action->setMenuRole(QAction::NoRole);
   connect(action, &QAction::triggered, this, [this, key = command.key, line] { Run(key, line); });
@@ -105,6 +110,7 @@ QAction* MdiWindow::Action(const QString& key, int line) const {
 }
 
 void MdiWindow::Sync_Menus() {
+  List_Windows(*this);
   for (const MenuItem& item : items) {
     if (item.menu) {
       item.action->setEnabled(Needs_Met(item.menu->needs));
@@ -147,7 +153,7 @@ void MdiWindow::Rebuild_Toolbar(const std::vector<ToolButton>& buttons) {
   for (QAction* action : former) action->deleteLater();
   toolbarKeys.clear();
   for (const ToolButton& button : buttons) {
-    toolbarKeys << Toolbar1.Tag + button.Key;
+    toolbarKeys << Tool_Word(Toolbar1.Tag) + button.Key;
     Add_Tool(button);
   }
 }
@@ -193,7 +199,7 @@ void MdiWindow::Sync_Tool(QAction& action, const ToolButton& button) {
 void MdiWindow::Sync_Toolbar() {
   const std::vector<ToolButton> buttons = Toolbar_Now();
   QStringList wanted;
-  for (const ToolButton& button : buttons) wanted << Toolbar1.Tag + button.Key;
+  for (const ToolButton& button : buttons) wanted << Tool_Word(Toolbar1.Tag) + button.Key;
   if (!toolbar || wanted != toolbarKeys) Rebuild_Toolbar(buttons);
   const Qt::ToolBarArea place = Area_Of(frmMDI.toolbarPlace);
   if (toolBarArea(toolbar) != place) addToolBar(place, toolbar);

@@ -31,7 +31,7 @@ QString Toolbar_Line(ToolbarPlace place) {
 }
 
 // While an entry is being edited the bar must stay where it is: its buttons belong to that task.
-bool Task_Running() { return frmMDI.MapOpen && !Toolbar1.Tag.isEmpty() && Toolbar1.Tag != QLatin1String("Norm"); }
+bool Task_Running() { return frmMDI.MapOpen && Toolbar1.Tag != ToolMode::Norm; }
 
 }  // namespace
 
