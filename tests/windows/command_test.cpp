@@ -1,6 +1,3 @@
-#include <QPlainTextEdit>
-#include <QRegularExpression>
-
 #include "edit/table_edit.h"
 #include "edit/visibility.h"
 #include "maps/map_coordinates.h"
