@@ -152,7 +152,7 @@ TEST_F(PrintWindowsTest, TheFactorIsSeenWholeAtEveryFontSize) {
     frame.initFrom(box);
     frame.lineWidth = box->style()->pixelMetric(QStyle::PM_DefaultFrameWidth, &frame, box);
     const int room = box->style()->subElementRect(QStyle::SE_LineEditContents, &frame, box).width() - 2 * 2;
-    EXPECT_GE(room, box->fontMetrics().horizontalAdvance(S("1,000")) + 1) << size;
+    EXPECT_GE(room, box->fontMetrics().horizontalAdvance("1,000") + 1) << size;
     Press(*Preview(), "btnClose");
     Settle();
   }
