@@ -78,7 +78,7 @@ void FrmDigi::Show_Result(const TraceResult& result) {
 }
 
 void FrmDigi::Show_Colors(const std::vector<QRgb>& colors) {
-  QPixmap bars(std::max(ui->pic->width(), 2 * barStart), ui->pic->height());
+  QPixmap bars(std::max(ui->pic->contentsRect().width(), 2 * barStart), ui->pic->contentsRect().height());
   bars.fill(palette().color(QPalette::Base));
   QPainter painter(&bars);
   const int room = (bars.width() - 2 * barStart) / barStep;
