@@ -46,6 +46,7 @@ TEST_F(Visibility, BlanksLeaveTextsButNoSymbols) {
   const QString name = Add_Text("  Roter \t Milan \r\nHorst "), nothing = Add_Text("   "), plain = Add_Text("Reh");
   EntryRow sign = Make(0, "Text", " ", 1, 1);
   sign.Schrift = QStringLiteral("Wingdings");
+  Write_Vertices("Linie1", {{1, 1}, {9, 9}});
   const QString symbol = Add(sign), line = Add(Make(4, "Linie1", " Bach ", 1, 1));
   With_Box("Leerzeichen", MsgAnswer::Cancel, Remove_Blanks);
   EXPECT_EQ(Row(name).Eintrag, "  Roter \t Milan \r\nHorst ");
