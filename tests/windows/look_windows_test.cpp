@@ -1,6 +1,5 @@
 #include <QColorDialog>
 
-#include "hand/activation.h"
 #include "hand/next_shape.h"
 #include "state/dialog_hooks.h"
 #include "windows/objects/frmDrawBreite.h"
