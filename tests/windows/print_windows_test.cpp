@@ -130,11 +130,11 @@ TEST_F(PrintWindowsTest, APreviewIsStoppedByItsOwnButtonAndMadeAnew) {
   QTimer::singleShot(0, window.get(), [this] {
     if (Preview()) Press(*Preview(), "btnShow");  // while it is being made
   });
-  Choose(S("mnuBlattschnitt"));
+  Choose("mnuBlattschnitt");
   FrmSeiten& form = *Preview();
   auto* picture = Part<PreviewPicture>(form, "Picture1");
-  EXPECT_EQ(picture->Text(), S("Vorschau abgebrochen"));
-  EXPECT_EQ(Text_In(form, "btnShow"), S("&Vorschau"));
+  EXPECT_EQ(picture->Text(), "Vorschau abgebrochen");
+  EXPECT_EQ(Text_In(form, "btnShow"), "&Vorschau");
   Press(form, "btnShow");
   EXPECT_EQ(picture->Text(), QString());
   EXPECT_FALSE(Is_Enabled(form, "btnShow"));
@@ -146,13 +146,13 @@ TEST_F(PrintWindowsTest, TheFactorIsSeenWholeAtEveryFontSize) {
     QFont font = normal;
     font.setPointSizeF(normal.pointSizeF() * size);
     QApplication::setFont(font);
-    Choose(S("mnuBlattschnitt"));
+    Choose("mnuBlattschnitt");
     const auto* box = Part<QLineEdit>(*Preview(), "txtFaktor");
     QStyleOptionFrame frame;
     frame.initFrom(box);
     frame.lineWidth = box->style()->pixelMetric(QStyle::PM_DefaultFrameWidth, &frame, box);
     const int room = box->style()->subElementRect(QStyle::SE_LineEditContents, &frame, box).width() - 2 * 2;
-    EXPECT_GE(room, box->fontMetrics().horizontalAdvance(S("1,000")) + 1) << size;
+    EXPECT_GE(room, box->fontMetrics().horizontalAdvance("1,000") + 1) << size;
     Press(*Preview(), "btnClose");
     Settle();
   }
