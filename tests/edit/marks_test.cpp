@@ -3,7 +3,6 @@
 #include "edit/move.h"
 #include "edit/scale_edit.h"
 #include "edit/sql_query.h"
-#include "edit/table_edit.h"
 #include "edit/visibility.h"
 #include "hand/group.h"
 #include "objects/north_arrow.h"

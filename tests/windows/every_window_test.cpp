@@ -1,17 +1,12 @@
-#include <QComboBox>
 #include <QGroupBox>
-#include <QLineEdit>
 #include <QListView>
-#include <QRegularExpression>
 #include <QScreen>
-#include <QSpinBox>
 #include <QTabBar>
 
 #include "maps/map_coordinates.h"
 #include "state/dialog_hooks.h"
 #include "windows/canvas/frmFigurDraw.h"
 #include "windows/command_fixture.h"
-#include "windows/main/mdi_window.h"
 #include "windows/maps/frmNotePad.h"
 #include "windows/objects/frmTblSymb.h"
 #include "windows/printing/frmPRN.h"
