@@ -10,7 +10,7 @@
 namespace {
 
 constexpr int tileSize = 128, gap = 2, margin = 2 * gap, sampleRadius = 2;
-constexpr size_t tried = 16;  // ends of a side that are looked at
+constexpr size_t tried = 6;  // ends of a side that are looked at
 constexpr double farthestColors = 441.673, mostOff = 0.7;
 
 // Which pixels are of the patch's colour, gaps closed: worked out tile by tile where the filling comes along.
@@ -158,36 +158,46 @@ std::vector<QPoint> Outer_Corners(ClosedMask& mask, QPoint topmost) {
   return corners;
 }
 
-// Directions from a vertex that pass all points so far within the allowed distance.
+// Directions from a vertex that pass all points so far within the allowed distance: between two that lie less than half
+// a turn apart.
 class Cone {
  public:
   explicit Cone(QPointF vertex) : from(vertex) {}
-  bool Empty() const { return low > high; }
+  bool Empty() const { return empty; }
   void Narrow(QPointF point) {
-    const double distance = std::hypot(point.x() - from.x(), point.y() - from.y());
-    if (distance <= mostOff) return;
-    const double angle = Turn_To(point), half = std::asin(mostOff / distance);
-    low = std::max(low, angle - half);
-    high = std::min(high, angle + half);
+    const QPointF there = point - from;
+    const double squared = QPointF::dotProduct(there, there);
+    if (squared <= mostOff * mostOff) return;
+    // The tangents from the vertex to the circle round the point.
+    const double distance = std::sqrt(squared), sine = mostOff / distance, cosine = std::sqrt(1 - sine * sine);
+    const QPointF along = there / distance * cosine, across = QPointF(-there.y(), there.x()) / distance * sine;
+    const QPointF right = along - across, left = along + across;
+    if (!bounded) {
+      low = right;
+      high = left;
+      bounded = true;
+      return;
+    }
+    if (QPointF::dotProduct(there, low + high) <= 0) {
+      empty = true;
+      return;
+    }
+    if (Cross(low, right) > 0) low = right;
+    if (Cross(left, high) > 0) high = left;
+    empty = Cross(low, high) < 0;
   }
-  bool Holds(QPointF point) {
-    const double angle = Turn_To(point);
-    return angle >= low && angle <= high;
+  bool Holds(QPointF point) const {
+    const QPointF there = point - from;
+    if (empty) return false;
+    return !bounded ||
+           (Cross(low, there) >= 0 && Cross(there, high) >= 0 && QPointF::dotProduct(there, low + high) > 0);
   }
 
  private:
-  // Against the direction of the first point asked for.
-  double Turn_To(QPointF point) {
-    const double angle = std::atan2(point.y() - from.y(), point.x() - from.x());
-    if (!known) reference = angle;
-    known = true;
-    return std::remainder(angle - reference, 2 * M_PI);
-  }
+  static double Cross(QPointF a, QPointF b) { return a.x() * b.y() - a.y() * b.x(); }
 
-  QPointF from;
-  bool known = false;
-  double reference = 0;
-  double low = -M_PI, high = M_PI;
+  QPointF from, low, high;
+  bool bounded = false, empty = false;
 };
 
 // The corners to which a straight line from the corner at `from` stays close, the farthest last, not beyond `last`.
