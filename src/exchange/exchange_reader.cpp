@@ -29,6 +29,18 @@ QString With_Transparency(const QString& schrift, const QString& stroke) {
 
 QString Piece(const QString& text, int number) { return text.section(u'-', number, number).trimmed(); }
 
+// Colours, as `color` reads them, and positions.
+template <typename Color>
+void Put_Numbers(EntryRow& row, const QStringList& fields, Color color) {
+  row.VG = color(Number(fields[field::vg]));
+  row.HG = color(Number(fields[field::hg]));
+  row.RA = color(Number(fields[field::ra]));
+  row.Xmap = Number(fields[field::x]);
+  row.Ymap = Number(fields[field::y]);
+  row.Xline = Number(fields[field::x2]);
+  row.Yline = Number(fields[field::y2]);
+}
+
 // A point on the map, whatever the line stands for.
 EntryRow Plain_Entry(const QStringList& fields) {
   EntryRow row;
@@ -36,17 +48,7 @@ EntryRow Plain_Entry(const QStringList& fields) {
   row.Eintrag = fields[field::eintrag];
   row.Schrift = With_Transparency(fields[field::schrift], fields[field::stroke]);
   row.Groesse = 10;
-  const auto color = [&fields](int at) {
-    const int number = Number(fields[at]);
-    return number > 0 ? number - 1 : number;
-  };
-  row.VG = color(field::vg);
-  row.HG = color(field::hg);
-  row.RA = color(field::ra);
-  row.Xmap = Number(fields[field::x]);
-  row.Ymap = Number(fields[field::y]);
-  row.Xline = Number(fields[field::x2]);
-  row.Yline = Number(fields[field::y2]);
+  Put_Numbers(row, fields, [](int number) { return number > 0 ? number - 1 : number; });
   const int typ = Number(fields[field::typ]);
   row.Typ = To_Int16(typ - 10);
   if (typ == 50) row.Typ = static_cast<int>(EntryKind::Picture);
@@ -100,17 +102,10 @@ class WholeReader {
   void Fill(const QStringList& fields) {
     EntryRow& row = entry.row;
     const QString& head = fields[field::head];
-    const auto color = [&fields](int at) { return fluraxColor(Number(fields[at])).toInt(); };
     row.Eintrag = Text_To_Eintrag(fields[field::eintrag]);
     row.Schrift = Turned_Back(fields[field::schrift]);
     row.Groesse = Val_Comma(fields[field::groesse]);
-    row.VG = color(field::vg);
-    row.HG = color(field::hg);
-    row.RA = color(field::ra);
-    row.Xmap = Number(fields[field::x]);
-    row.Ymap = Number(fields[field::y]);
-    row.Xline = Number(fields[field::x2]);
-    row.Yline = Number(fields[field::y2]);
+    Put_Numbers(row, fields, [](int number) { return fluraxColor(number).toInt(); });
     row.Typ = Kind_Back(Number(fields[field::typ]), row.Xline);
     row.ID = Id_Back(head);
     if (row.Typ >= 0 && row.Typ <= 4) row.Groesse /= 2;
