@@ -313,7 +313,7 @@ TEST_F(DialogTest, OptionsAreTakenAfterTheQuestionAndRedrawTheMapOnce) {
     if (way != Way::ChangedBack) {
       Press(dialog, "optRelief");
       Press(dialog, "btnFarbe3");
-      EXPECT_EQ(dialog.Tag(), "dirty");
+      EXPECT_TRUE(dialog.Is_Changed());
     }
     MessageScript script;
     if (way == Way::No) script.Expect("Die Optionen wurden verändert;", MsgAnswer::No);

@@ -253,18 +253,18 @@ TEST_F(HandTest, SameStateLeavesTheButtonsAlone) {
 TEST_F(HandTest, ClipboardWindowTellsWhatLiesThere) {
   Install_Clipboard();
   QGuiApplication::clipboard()->clear();
-  EXPECT_EQ(FrmClipboard().Tag, QString());
+  EXPECT_EQ(FrmClipboard().kind, ClipboardKind::Unusable);
   EXPECT_EQ(FrmClipboard().findChild<QLabel*>("lblState")->text(), QStringLiteral("Zwischenablage leer"));
   EXPECT_FALSE(FrmClipboard().findChild<QPushButton*>("cmdOK")->isEnabled());
   QGuiApplication::clipboard()->setText(QString(3'000'000, QLatin1Char('a')));
   const FrmClipboard text;
-  EXPECT_EQ(text.Tag, QStringLiteral("Txt"));
+  EXPECT_EQ(text.kind, ClipboardKind::Text);
   EXPECT_EQ(text.text.size(), 3'000'000);
   EXPECT_TRUE(text.findChild<QPushButton*>("cmdOK")->isEnabled());
   QImage picture(900, 50, QImage::Format_RGB32);
   picture.fill(Qt::red);
   QGuiApplication::clipboard()->setImage(picture);
   const FrmClipboard image;
-  EXPECT_EQ(image.Tag, QStringLiteral("Img"));
+  EXPECT_EQ(image.kind, ClipboardKind::Picture);
   EXPECT_EQ(image.picture.size(), QSize(900, 50));
 }
