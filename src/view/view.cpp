@@ -163,7 +163,6 @@ void Set_Bars(MapPoint centre) {
   Map.HScroller.Max = Map.VScroller.Max = 100;
   Map.ScrollUnitX = static_cast<float>(std::max(0.0, overX) / 100);
   Map.ScrollUnitY = static_cast<float>(std::max(0.0, overY) / 100);
-  Map.ClipScale = std::max(1.0F, Map.Zoom);
   Size_Clip();
   const auto zoom = static_cast<double>(Map.Zoom);
   Place_Clip(centre.x - Map.ViewWidth * zoom / 2, centre.y - Map.ViewHeight * zoom / 2);
@@ -296,15 +295,11 @@ void Zoom_At(double factor, int windowX, int windowY) {
 
 void ReduceMap() {
   const BusyPointer busy;
-  const Step step = Guarded(QStringLiteral("Karte zoomen: Reduce_Map"), [] {
-    Choose_Clip();
-    Map.ClipScale = std::max(1.0F, Map.Zoom);
-  });
+  const Step step = Guarded(QStringLiteral("Karte zoomen: Reduce_Map"), [] { Choose_Clip(); });
   if (step == Step::Done) return;
   // No room for the copy: the scan at full size is there, so the map stays visible.
   Map.Zoom = 1.0F;
   Map.ClipLevel = 0;
-  Map.ClipScale = 1.0F;
   frmMDI.Caption = QStringLiteral("FLURAX - 100%");
 }
 

@@ -119,7 +119,6 @@ TEST_F(PlanSquaresTest, HidingTakesAllButMarkedRows) {
   EXPECT_EQ(Typ(Key_Of(QStringLiteral("C-3"))), -16);
   EXPECT_EQ(Typ(Key_Of(QStringLiteral("Raster"))), -17);
   EXPECT_EQ(Typ(marked), 116);
-  EXPECT_EQ(Map.PlanMode, -1);
   set(marked, -16);
   Map_Redraw();
   EXPECT_EQ(Text_Now("mnuRasterEinblenden"), "einblenden");

@@ -47,7 +47,6 @@ TEST_F(View, BandsUseTheRightClipAndPercent) {
     EXPECT_FLOAT_EQ(Clip().factor, static_cast<float>(c.factor)) << c.zoom;
     EXPECT_EQ(frmMDI.Caption, QStringLiteral("FLURAX - %1%").arg(c.percent));
     EXPECT_NEAR(Clip().image.width(), std::min(3000.0, 3000 / c.zoom), 1.0) << c.zoom;
-    EXPECT_EQ(Map.ClipScale, std::max(1.0F, Map.Zoom));
   }
 }
 
