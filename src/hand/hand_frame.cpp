@@ -9,6 +9,7 @@
 #include "state/events.h"
 #include "state/global_state.h"
 #include "state/map_state.h"
+#include "state/on_reset.h"
 #include "store/vertex_table.h"
 #include "view/overlay.h"
 #include "view/redraw.h"
@@ -20,6 +21,7 @@ constexpr int gripFrom = 6, gripTo = 9;  // distance of the grip border from the
 constexpr int vertexBox = 4;
 
 ViewPlace shownView;  // of the last time the hand was shown
+const OnReset fresh(shownView);
 
 // The row in hand, or the look of the new text.
 EntryRow Row_To_Paint() {

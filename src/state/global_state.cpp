@@ -1,8 +1,10 @@
 #include "state/global_state.h"
 
 #include "platform/surface.h"
+#include "state/coordinate_state.h"
 #include "state/map_state.h"
 #include "state/mdi_state.h"
+#include "state/on_reset.h"
 #include "state/table_state.h"
 
 QString TableFile, MapFile;
@@ -76,6 +78,7 @@ void Reset_Windows() {
   frmMDI = MdiState();
   Toolbar1 = ToolbarState();
   InfoBar = InfoBarState();
+  Coord = CoordinateState();
   All_Menus().clear();
 }
 }  // namespace
@@ -89,6 +92,7 @@ void Forget_Scale() {
 }
 
 void Reset_Global_State() {
+  Reset_Rooms();  // tools and snapshots let go before what they work on
   Reset_Files_And_Table();
   Reset_Measures();
   Reset_Colors();

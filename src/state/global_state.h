@@ -12,8 +12,9 @@
 #include "platform/files.h"
 #include "platform/message_box.h"
 
-// The program's shared state: plain variables, grouped by what they are for. Reset_Global_State() brings all of it, and
-// the state of the windows (map_state.h, table_state.h, mdi_state.h), to the values of a fresh start.
+// The program's shared state: plain variables, grouped by what they are for. Reset_Global_State() brings all of it, the
+// state of the windows (map_state.h, table_state.h, mdi_state.h), that of the coordinates, and what the rooms keep for
+// themselves (on_reset.h) to the values of a fresh start. Nothing is stored, nobody hears of it.
 void Reset_Global_State();
 
 // Folders and files -------------------------------------------------------------------------

@@ -11,6 +11,7 @@
 #include "state/global_state.h"
 #include "state/map_state.h"
 #include "state/mdi_state.h"
+#include "state/on_reset.h"
 #include "state/table_state.h"
 #include "store/entry.h"
 #include "view/redraw.h"
@@ -26,6 +27,7 @@ constexpr qint64 copiesLimit = 512LL << 20;  // bytes of reduced copies kept for
 // Reduced copies by their factor against the scan, so that going back to a zoom builds nothing.
 std::map<float, QImage> reducedCopies;
 int builds = 0;
+const OnReset fresh(reducedCopies, builds);
 
 bool layingOut = false;  // the windows are taking their places
 
