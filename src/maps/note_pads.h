@@ -13,7 +13,7 @@ bool NotePad_Changed(int slot);
 void Set_NotePad_Changed(int slot, bool changed);
 // The slot that shows the file, -1 if none does.
 int NotePad_Of(const QString& path);
-QString NotePad_Title(int slot);  // file name, "Notiz 1" for a new text; "*" behind a changed one
+QString NotePad_Title(int slot);    // file name, "Notiz 1" for a new text; "*" behind a changed one
 void Set_Active_NotePad(int slot);  // the one in front; -1 or a free slot: none
 
 // Reads the text of a file, lines ended by LF. Nothing, with a message, if it cannot be read or is no text.
@@ -22,7 +22,7 @@ bool Read_NotePad(const QString& path, QString& text);
 // recent list afterwards. False if the user cancelled or it could not be written: the slot stays changed.
 bool Save_NotePad(int slot, const QString& text);
 bool Save_NotePad_As(int slot, const QString& text);  // mnuResultSaveAs
-// Asks the told question about a changed text and saves it if wanted. False: the window stays open. Without `canStay`
+// Asks about a changed text and saves it if wanted. False: the window stays open. Without `canStay`
 // there are only yes and no.
 bool Close_NotePad(int slot, const QString& text, bool canStay = true);
 // The file dialog; "" if the user cancelled.
