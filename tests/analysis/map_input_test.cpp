@@ -18,9 +18,7 @@ TEST_F(MapInputTest, RowsOfTheOpenTable) {
   ASSERT_TRUE(Add_Column({"Datum", FieldType::Text, 20}, {}));
   rsEntries->MoveFirst();
   rsEntries->MoveNext();
-  rsEntries->Edit();
-  rsEntries->Set(u"Datum", QStringLiteral("14.5."));
-  rsEntries->Update();
+  Set_Field(u"Datum", QStringLiteral("14.5."));
   const QString current = rsEntries->Bookmark();
 
   const MapInput input = Read_Map_Input();

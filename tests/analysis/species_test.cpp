@@ -25,11 +25,7 @@ SpeciesList Listed(const QStringList& texts) { return List_Species(std::vector<Q
 }  // namespace
 
 TEST(LeadingCounts, TwoRules) {
-  const struct {
-    const char* text;
-    int count, strictCount;
-    const char *name, *strictName;
-  } cases[] = {
+  const std::tuple<const char*, int, int, const char*, const char*> cases[] = {
       {"13P.mont.", 13, 13, "P.mont.", "P.mont."},
       {" 3  Falter ", 3, 3, "Falter", "Falter"},
       {"*18N", 1, 1, "*18N", "*18N"},
@@ -44,13 +40,13 @@ TEST(LeadingCounts, TwoRules) {
       {"32767 Mücken", 32767, 32767, "Mücken", "Mücken"},
       {"", 1, 1, "", ""},
   };
-  for (const auto& c : cases) {
-    const CountedName wide = Population_Count(c.text), strict = Leading_Count(c.text);
-    EXPECT_EQ(wide.count, c.count) << c.text;
-    EXPECT_EQ(wide.name, c.name) << c.text;
-    EXPECT_EQ(strict.count, c.strictCount) << c.text;
-    EXPECT_EQ(strict.name, c.strictName) << c.text;
-    EXPECT_FALSE(wide.tooLarge) << c.text;
+  for (const auto& [text, count, strictCount, name, strictName] : cases) {
+    const CountedName wide = Population_Count(text), strict = Leading_Count(text);
+    EXPECT_EQ(wide.count, count) << text;
+    EXPECT_EQ(wide.name, name) << text;
+    EXPECT_EQ(strict.count, strictCount) << text;
+    EXPECT_EQ(strict.name, strictName) << text;
+    EXPECT_FALSE(wide.tooLarge) << text;
   }
   EXPECT_TRUE(Population_Count("40000 Mücken").tooLarge);
   EXPECT_EQ(Leading_Count("40000 Mücken").count, 40000);

@@ -3,40 +3,25 @@
 #include <QRandomGenerator>
 
 #include "coordinates/conversions.h"
-#include "platform/files.h"
-#include "support/fixture.h"
+#include "support/nets.h"
 
 namespace {
 
-QString Text(const char* text) { return QString::fromUtf8(text); }
-
 class CalibrationFile : public FluraxTest {
  protected:
-  static QString Sample(const char* name) {
-    return QStringLiteral(FLURAX_TEST_DATA) + QStringLiteral("/kalibrierung/") + QLatin1String(name);
-  }
+  static QString Sample(const char* name) { return QStringLiteral(FLURAX_TEST_DATA "/kalibrierung/") + name; }
   int Read(const QString& path) { return Read_Cal(path, {3000, 2200}, state); }
   int Read_Text(const QStringList& lines) {
-    const QString path = Path(QStringLiteral("Probe.cal"));
-    Replace_File(path, To_1252(lines.join(QLatin1String("\r\n"))));
-    return Read(path);
-  }
-  static QStringList Metric_Lines() {
-    return {Text("Grid UTM Zone: 32U D: WGS-84 R: 654000 H: 5511000"),
-            Text("Gwidth = 1000"),
-            Text("Inclin = 0.01"),
-            Text("Xmap = 500"),
-            Text("Ymap = 600"),
-            Text("Xline = 400"),
-            Text("Yline = 400")};
+    Write_Lines(Path("Probe.cal"), lines);
+    return Read(Path("Probe.cal"));
   }
   // What every box of the reader has.
   static void Expect_Boxes(const MessageScript& script) {
     for (const MsgRequest& box : script.Seen()) {
-      EXPECT_EQ(box.title, Text("Fehler:    "));
+      EXPECT_EQ(box.title, "Fehler:    ");
       EXPECT_EQ(box.buttons, MsgButtons::OkCancel);
       EXPECT_EQ(box.icon, MsgIcon::Information);
-      EXPECT_TRUE(box.text.contains(Text("\nEinlesen der Referenzkoordinaten aus der Kalibrierungsdatei:\n")));
+      EXPECT_TRUE(box.text.contains("\nEinlesen der Referenzkoordinaten aus der Kalibrierungsdatei:\n"));
     }
   }
   CoordinateState state;
@@ -46,20 +31,20 @@ TEST_F(CalibrationFile, ReadsAMetricNet) {
   const MessageScript none;
   ASSERT_EQ(Read(Sample("a_utm.cal")), -1);
   EXPECT_EQ(state.Grid, gridUtm);
-  EXPECT_EQ(state.ZoneText, Text("32U"));
+  EXPECT_EQ(state.ZoneText, "32U");
   EXPECT_EQ(state.ZoneNumber, 32);
-  EXPECT_EQ(state.GridDatum, Text("WGS-84"));
+  EXPECT_EQ(state.GridDatum, "WGS-84");
   EXPECT_EQ(QPoint(state.GridR, state.GridH), QPoint(646000, 5512000));
   EXPECT_EQ(QPoint(state.Xmap, state.Ymap), QPoint(701, 1486));
   EXPECT_DOUBLE_EQ(state.Inclin, 0.02120933);
   EXPECT_FLOAT_EQ(state.Yline, 472.8572F);
   EXPECT_DOUBLE_EQ(state.MeterPerPix, 1000 / static_cast<double>(472.5472F));
   EXPECT_DOUBLE_EQ(state.PixPerMeter, static_cast<double>(472.5472F) / 1000);
-  EXPECT_EQ(state.NetFont, Text("Arial"));
+  EXPECT_EQ(state.NetFont, "Arial");
   EXPECT_EQ(QPoint(state.GridVG, state.GridHG), QPoint(12, 15));
   EXPECT_TRUE(state.NetTransp);
-  EXPECT_EQ(state.RefPoints[2].BreiteText, Text("5513000"));
-  EXPECT_EQ(state.RefPoints[3].LaengeText, Text("647000"));
+  EXPECT_EQ(state.RefPoints[2].BreiteText, "5513000");
+  EXPECT_EQ(state.RefPoints[3].LaengeText, "647000");
   EXPECT_EQ(state.RefPoints[3].LabelY, 1486);
   EXPECT_FALSE(state.NetLLines.empty());
 }
@@ -83,18 +68,18 @@ TEST_F(CalibrationFile, ReadsAGeographicNet) {
   ASSERT_EQ(Read(Sample("c_gms.cal")), -1);
   EXPECT_EQ(state.Grid, gridGeographic);
   EXPECT_EQ(state.format, DegreeFormat::Gms);
-  EXPECT_EQ(state.GridDatum, Text("WGS-84"));
-  EXPECT_EQ(state.NetDivText, Text("0.0166667"));
+  EXPECT_EQ(state.GridDatum, "WGS-84");
+  EXPECT_EQ(state.NetDivText, "0.0166667");
   EXPECT_EQ(state.NetL[2].Count, 454);
   EXPECT_EQ(state.NetB[1].Start, -5);
   EXPECT_EQ(state.NetBPix[1][1], 212);
   EXPECT_EQ(state.NetLPix[3][454], 2626);
   EXPECT_DOUBLE_EQ(state.NetB[3].Deg64, 49.7333333);
-  EXPECT_EQ(state.NetB[2].Label, Text("+ 49°45'B"));
-  EXPECT_EQ(state.NetL[1].Label, Text("+011°01'L"));
+  EXPECT_EQ(state.NetB[2].Label, "+ 49°45'B");
+  EXPECT_EQ(state.NetL[1].Label, "+011°01'L");
   EXPECT_TRUE(state.RefPoints[9].Used);
   EXPECT_EQ(state.RefPoints[9].LabelX, 2638);
-  EXPECT_EQ(state.RefPoints[1].Caption, Text("P1\n\nLänge :+011°01'00,00¨\n\nBreite :+ 49°46'00,00¨"));
+  EXPECT_EQ(state.RefPoints[1].Caption, "P1\n\nLänge :+011°01'00,00¨\n\nBreite :+ 49°46'00,00¨");
   EXPECT_FALSE(state.NetBLines.empty());
   for (int y = 0; y <= 2200; y += 11)  // the outer lines and beyond
     for (int x = 0; x <= 3000; x += 11) {
@@ -130,8 +115,7 @@ TEST_F(CalibrationFile, LinesAndTheirMeaning) {
   } cases[] = {
       {"VG = 16", [](const auto& s) { return s.GridVG == 0; }},
       {"HG = 16", [](const auto& s) { return s.GridHG == 7; }},
-      {"Font = Courier New Sz = 0",
-       [](const auto& s) { return s.NetFont == Text("Courier New") && s.NetFontSize == 8; }},
+      {"Font = Courier New Sz = 0", [](const auto& s) { return s.NetFont == "Courier New" && s.NetFontSize == 8; }},
       {"Font = Arial Sz = 9.5", [](const auto& s) { return s.NetFontSize == 9.5F; }},
       {"nLabel = 2.5", [](const auto& s) { return s.NetLabelEvery == 2; }},
       {"Transp = Falsch", [](const auto& s) { return !s.NetTransp; }},
@@ -141,16 +125,16 @@ TEST_F(CalibrationFile, LinesAndTheirMeaning) {
   };
   for (const auto& c : cases) {
     const MessageScript none;
-    EXPECT_EQ(Read_Text(Metric_Lines() << Text(c.line)), -1);
+    EXPECT_EQ(Read_Text(Utm_Calibration({500, 600}, 400) << c.line), -1);
     EXPECT_TRUE(c.holds(state)) << c.line;
   }
 }
 
 TEST_F(CalibrationFile, ASlopeOfZeroIsToldAndKept) {
-  const QString whole = Text(
+  const QString whole =
       "Metrisches Koordinatennetz fehlerhaft:\nUTM-Gitter\nReferenzpunkt Rechtswert = 646000\n"
       "Referenzpunkt   Hochwert = 5512000\nRichtungswinkel d. Grids = 0\nAbstand der Gitterlinien = 1000 Grad\n"
-      "Abstand der Gitterlinien = 472.5472");
+      "Abstand der Gitterlinien = 472.5472";
   MessageScript script{{whole}, {whole, MsgAnswer::Cancel}};
   EXPECT_EQ(Read(Sample("f_6000_inclin.cal")), -1);
   EXPECT_EQ(state.Grid, gridUtm);
@@ -160,15 +144,15 @@ TEST_F(CalibrationFile, ASlopeOfZeroIsToldAndKept) {
   EXPECT_EQ(state.Grid, gridNone);
   Expect_Boxes(script);
   MessageScript each;  // what is missing is told one by one
-  each.Expect(Text("Referenzpunkt Rechtswert = 0")).Expect(Text("Richtungswinkel d. Grids = 0"));
-  EXPECT_EQ(Read_Text({Text("Grid UTM Zone: 32U D: WGS-84 R: 0 H: 5512000"), Text("Gwidth = 1000"),
-                       Text("Xline = 472.5"), Text("Yline = 472.5"), Text("Xmap = 7"), Text("Ymap = 7")}),
+  each.Expect("Referenzpunkt Rechtswert = 0").Expect("Richtungswinkel d. Grids = 0");
+  EXPECT_EQ(Read_Text({"Grid UTM Zone: 32U D: WGS-84 R: 0 H: 5512000", "Gwidth = 1000", "Xline = 472.5",
+                       "Yline = 472.5", "Xmap = 7", "Ymap = 7"}),
             -1);
   Expect_Boxes(each);
 }
 
 TEST_F(CalibrationFile, AMissingFormatIsToldOnce) {
-  const QString part = Text("Keine Formatangabe für die Koordinaten: Dezimal oder GG°MM'SS ?");
+  const QString part = "Keine Formatangabe für die Koordinaten: Dezimal oder GG°MM'SS ?";
   MessageScript script{{part}, {part, MsgAnswer::Cancel}};
   EXPECT_EQ(Read(Sample("f_5010.cal")), -1);
   EXPECT_EQ(state.NetB[3].Count, 301);
@@ -179,18 +163,18 @@ TEST_F(CalibrationFile, AMissingFormatIsToldOnce) {
 
 TEST_F(CalibrationFile, EachFaultIsToldAndReadingGoesOn) {
   const QStringList lines = {
-      Text("Grid GEO DEC D: WGS-84"),  // no "F:"
-      Text("BParm = T3S10N4"),
-      Text("LParm = T1S10N4"),
-      Text("R1  +011.020000    + 49,765000       elf     317      485     307"),  // 5020, then no number
-      Text("R3  +011,080000    + 49,760000      2687     305        0       0"),
-      Text("b1x0y0S0R49.765/10/40000/12/13"),  // 5030, overflow
-      Text("l3x0y0S0R11.08/2687/2688/2689/2690"),
-      Text("l7x0y0S0R11.08/1/2/3/4")};  // no such line
-  MessageScript script(Text("Ungültiger Prozeduraufruf"));
-  script.Expect(Text("Anwendungs- oder objektdefinierter Fehler\nEinlesen")).Expect(Text("Typen unverträglich"));
-  script.Expect(Text("Koordinatenlinie gebogen oder gerade?")).Expect(Text("Überlauf"));
-  script.Expect(Text("Index außerhalb")).AllowAny(MsgAnswer::Ok);  // then the net cannot be divided
+      "Grid GEO DEC D: WGS-84",  // no "F:"
+      "BParm = T3S10N4",
+      "LParm = T1S10N4",
+      "R1  +011.020000    + 49,765000       elf     317      485     307",  // 5020, then no number
+      "R3  +011,080000    + 49,760000      2687     305        0       0",
+      "b1x0y0S0R49.765/10/40000/12/13",  // 5030, overflow
+      "l3x0y0S0R11.08/2687/2688/2689/2690",
+      "l7x0y0S0R11.08/1/2/3/4"};  // no such line
+  MessageScript script("Ungültiger Prozeduraufruf");
+  script.Expect("Anwendungs- oder objektdefinierter Fehler\nEinlesen").Expect("Typen unverträglich");
+  script.Expect("Koordinatenlinie gebogen oder gerade?").Expect("Überlauf");
+  script.Expect("Index außerhalb").AllowAny(MsgAnswer::Ok);  // then the net cannot be divided
   EXPECT_EQ(Read_Text(lines), -1);
   EXPECT_EQ(state.RefPoints[1].Laenge, 0);
   EXPECT_DOUBLE_EQ(state.RefPoints[1].Breite, 49.765);
@@ -198,7 +182,7 @@ TEST_F(CalibrationFile, EachFaultIsToldAndReadingGoesOn) {
   EXPECT_EQ(QPoint(state.RefPoints[3].LabelX, state.RefPoints[3].LabelY), QPoint(2697, 295));
   EXPECT_EQ(state.NetBPix[1], (std::vector<std::int16_t>{0, 10, 0, 12, 13}));
   EXPECT_EQ(state.NetLPix[3][4], 2690);
-  EXPECT_EQ(state.NetL[3].Label, Text("+011,08L°"));
+  EXPECT_EQ(state.NetL[3].Label, "+011,08L°");
 }
 
 // Whatever stands in a file: the reader comes to an end, and so do the conversions with what it read.
@@ -228,9 +212,9 @@ TEST_F(CalibrationFile, FindsTheFilesOfAMap) {
   for (const char* name : {"Karte1.cal", "Karte1 neu.cal", "KARTE1.cal", "Karte2.cal", "Karte1.calx"})
     Replace_File(Path(QLatin1String(name)), "x");
   const QString map = Path(QStringLiteral("Karte1.Ausschnitt.bmp"));
-  EXPECT_EQ(Cal_Files_Of(map), QStringList({Path(Text("Karte1 neu.cal")), Path(Text("Karte1.cal"))}));
+  EXPECT_EQ(Cal_Files_Of(map), QStringList({Path("Karte1 neu.cal"), Path("Karte1.cal")}));
   for (int i = 0; i < 9; ++i) Replace_File(Path(QStringLiteral("Karte1 %1.cal").arg(i)), "x");
-  MessageScript script(Text("Maximale Anzahl = 10.  Überflüssige Cal-Dateien bitte entfernen."));
+  MessageScript script("Maximale Anzahl = 10.  Überflüssige Cal-Dateien bitte entfernen.");
   EXPECT_EQ(Cal_Files_Of(map).size(), 10);
 }
 

@@ -1,10 +1,6 @@
 #include "coordinates/conversions.h"
 
-#include <cmath>
-
 #include "coordinates/geometry.h"
-#include "support/errors.h"
-#include "support/fixture.h"
 #include "support/nets.h"
 
 namespace {
@@ -131,16 +127,18 @@ TEST(Conversions, NetsWithoutCurvesOrDegrees) {
 
 TEST(Conversions, TextsOfAPlace) {
   CoordinateState state = Bent_Net();
-  EXPECT_EQ(Grad_Texts(state, 11.5, -49.75).first, QStringLiteral(" Länge Ost: 011°30'00,00¨"));
-  EXPECT_EQ(Grad_Texts(state, 11.5, -49.75).second, QStringLiteral(" Breite Süd:  -49°45'00,00¨"));
-  EXPECT_EQ(Grad_Texts(state, 181, 49).first, QString());
+  using Texts = std::pair<QString, QString>;
+  const auto texts = [&state](double longitude, double latitude) {
+    const auto [first, second] = Grad_Texts(state, longitude, latitude);
+    return Texts(first, second);
+  };
+  EXPECT_EQ(texts(11.5, -49.75), Texts(" Länge Ost: 011°30'00,00¨", " Breite Süd:  -49°45'00,00¨"));
+  EXPECT_EQ(Grad_Texts(state, 181, 49).first, "");
   state.NetDec = true;
-  EXPECT_EQ(Grad_Texts(state, -11.5, 49.75).first, QStringLiteral(" Länge West:  -11,500000°"));
-  EXPECT_EQ(Grad_Texts(state, -11.5, 49.75).second, QStringLiteral(" Breite Nord: 49,750000°"));
+  EXPECT_EQ(texts(-11.5, 49.75), Texts(" Länge West:  -11,500000°", " Breite Nord: 49,750000°"));
   state.NetPKG = true;
   state.PkgR = 4400000;
-  EXPECT_EQ(Grad_Texts(state, 32.25, 7.125).first, QStringLiteral(" Rechtswert:  4432 250m"));
-  EXPECT_EQ(Grad_Texts(state, 32.25, 7.125).second, QStringLiteral(" Hochwert:  7 125m"));
+  EXPECT_EQ(texts(32.25, 7.125), Texts(" Rechtswert:  4432 250m", " Hochwert:  7 125m"));
 }
 
 TEST(Geometry, SegmentsAndFrame) {

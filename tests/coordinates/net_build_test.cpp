@@ -1,7 +1,5 @@
 #include "coordinates/net_build.h"
 
-#include "support/errors.h"
-#include "support/fixture.h"
 #include "support/nets.h"
 
 namespace {
@@ -17,7 +15,7 @@ CoordinateState Small_Utm(int xmap, int ymap, float distance, double slope = 0) 
   return Utm_Net({300, 200}, {xmap, ymap}, distance, slope);
 }
 
-class MetricNet : public FluraxTest {};
+using MetricNet = FluraxTest;
 
 }  // namespace
 
@@ -64,20 +62,15 @@ TEST_F(MetricNet, FindsTheMapFromAReferencePointOutside) {
 }
 
 TEST_F(MetricNet, TellsWhyThereAreNoLines) {
-  struct Case {
-    int xmap, ymap;
-    float distance;
-    int number;
-    size_t vertical, horizontal;
-  };
-  for (const Case& c :
-       {Case{-20000, 150, 100, 6000, 0, 2}, Case{20000, 150, 100, 6010, 0, 2}, Case{50, 20000, 100, 6020, 3, 0},
-        Case{-50, 100, 1000, 6000, 0, 1}, Case{50, 100, 0, 6010, 0, 0}, Case{50, 100, 0.5F, 5000, 500, 401},
-        Case{50, 100, 0.602F, 0, 499, 333}}) {
-    CoordinateState state = Small_Utm(c.xmap, c.ymap, c.distance);
-    EXPECT_EQ(Error_Of([&] { Build_Metric_Net(state); }), c.number) << c.xmap << ' ' << c.ymap;
-    EXPECT_EQ(state.NetLLines.size(), c.vertical) << c.xmap << ' ' << c.distance;
-    EXPECT_EQ(state.NetBLines.size(), c.horizontal) << c.xmap << ' ' << c.distance;
+  const std::tuple<int, int, float, int, size_t, size_t> cases[] = {
+      {-20000, 150, 100, 6000, 0, 2}, {20000, 150, 100, 6010, 0, 2}, {50, 20000, 100, 6020, 3, 0},
+      {-50, 100, 1000, 6000, 0, 1},   {50, 100, 0, 6010, 0, 0},      {50, 100, 0.5F, 5000, 500, 401},
+      {50, 100, 0.602F, 0, 499, 333}};
+  for (const auto& [xmap, ymap, distance, number, vertical, horizontal] : cases) {
+    CoordinateState state = Small_Utm(xmap, ymap, distance);
+    EXPECT_EQ(Error_Of([&] { Build_Metric_Net(state); }), number) << xmap << ' ' << ymap;
+    EXPECT_EQ(std::pair(state.NetLLines.size(), state.NetBLines.size()), std::pair(vertical, horizontal))
+        << xmap << ' ' << distance;
   }
 }
 
@@ -93,15 +86,12 @@ TEST_F(MetricNet, TooManyLinesNameTheirFamily) {
 TEST_F(MetricNet, LabelsNeedRoom) {
   CoordinateState dense = Small_Utm(0, 0, 10);
   Build_Metric_Net(dense);
-  size_t shown = 0;
-  for (const NetLabel& label : dense.NetLLabels) shown += !label.Text.isEmpty();
-  EXPECT_GE(shown, 2U);
-  EXPECT_LE(shown, 8U);  // a label is some 50 pixels wide
+  const auto shown = std::count_if(dense.NetLLabels.begin(), dense.NetLLabels.end(),
+                                   [](const NetLabel& label) { return !label.Text.isEmpty(); });
+  EXPECT_TRUE(shown >= 2 && shown <= 8) << shown;  // a label is some 50 pixels wide
   CoordinateState every = Small_Utm(0, 0, 80);
   every.NetLabelEvery = 2;
   Build_Metric_Net(every);
   ASSERT_EQ(every.NetLLabels.size(), 4U);
-  EXPECT_FALSE(every.NetLLabels[0].Text.isEmpty());
-  EXPECT_TRUE(every.NetLLabels[1].Text.isEmpty());
-  EXPECT_FALSE(every.NetLLabels[2].Text.isEmpty());
+  for (size_t i = 0; i < 3; ++i) EXPECT_EQ(every.NetLLabels[i].Text.isEmpty(), i == 1) << i;
 }

@@ -1,7 +1,4 @@
-#include <cmath>
-
 #include "coordinates/net_build.h"
-#include "support/fixture.h"
 
 namespace {
 
@@ -60,7 +57,7 @@ QStringList Labels(const std::vector<NetLabel>& labels) {
   return texts;
 }
 
-class GeographicNet : public FluraxTest {};
+using GeographicNet = FluraxTest;
 
 }  // namespace
 
@@ -153,23 +150,19 @@ TEST_F(GeographicNet, TooManyLinesEndTheNetWithWhatThereIs) {
 }
 
 TEST_F(GeographicNet, FaultsOfTheFileAreTold) {
-  struct Case {
-    const char *text, *title;
-    std::function<void(CoordinateState&)> spoil;
-  };
-  const Case cases[] = {
+  const std::tuple<const char*, const char*, std::function<void(CoordinateState&)>> cases[] = {
       {"fehlerhafte Teilung der Längengrade.", "Fehler: geogr. Längengrade unterteilen",
        [](CoordinateState& state) { state.NetL[2].Kind = 3; }},
       {"fehlerhafte Dimensionierung der Breiten- und Längengrade.", "Fehler: geografische Koordinaten unterteilen",
        [](CoordinateState& state) { state.NetLPix[3].resize(5); }},
       {"Division durch Null", "Fehler: geografische Koordinaten unterteilen",
        [](CoordinateState& state) { state.NetL[3].Deg = state.NetL[2].Deg; }}};
-  for (const Case& c : cases) {
-    CoordinateState state = GeoNet{.division = QStringLiteral("0.05")}.Make();
-    c.spoil(state);
-    MessageScript script(QString::fromUtf8(c.text));
+  for (const auto& [text, title, spoil] : cases) {
+    CoordinateState state = GeoNet{.division = "0.05"}.Make();
+    spoil(state);
+    MessageScript script(text);
     Net_Divide(state);
-    EXPECT_EQ(script.Seen()[0].title, QString::fromUtf8(c.title));
+    EXPECT_EQ(script.Seen()[0].title, title);
     EXPECT_EQ(state.NetBLines.size(), 9U);
     EXPECT_TRUE(state.NetLLines.empty());
   }

@@ -64,9 +64,7 @@ TEST_F(Copies, ShapesGetTheirOwnNumberAndVertices) {
   EntryRow row = Row(line);
   row.ID = QStringLiteral("Linie0 - P0110L2.5B1.0");
   Update_Entry(row);
-  rsEntries->Edit();
-  rsEntries->Set(rsEntries->FieldIndex(QStringLiteral("Komment")), QStringLiteral("eigene Spalte"));
-  rsEntries->Update();
+  Set_Field(rsEntries->FieldIndex(QStringLiteral("Komment")), QStringLiteral("eigene Spalte"));
   EXPECT_EQ(Copied(line).ID, QString("Linie1 - P0110L2.5B1.0"));
   EXPECT_EQ(rsEntries->Text(QStringLiteral("Komment")), QString("eigene Spalte"));
   const auto& points = *dbEntries->Points("Linie1");

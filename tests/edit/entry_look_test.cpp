@@ -10,12 +10,6 @@ namespace {
 
 class EntryLookTest : public HandTest {
  protected:
-  static QString In_Hand(const EntryRow& row) {
-    const QString bookmark = Add(row);
-    Map_Redraw();
-    Take_Entry(bookmark);
-    return bookmark;
-  }
   static EntryRow Area_Row() {
     return Poly_Row(QStringLiteral("Flaeche0"), 100, 100, {{120, 120}, {320, 120}, {320, 260}});
   }
@@ -24,18 +18,16 @@ class EntryLookTest : public HandTest {
 }  // namespace
 
 TEST_F(EntryLookTest, FrameColourKeepsTheRestOfTheWord) {
-  struct Case {
-    int before, color, after;
-  };
   // Width, pattern, mode and sign stay; 0 cannot be negated; colours above 15 are overwritten whole.
-  const Case cases[] = {{0, 5, 5},      {-1, 12, -12},   {-5, 0, -100}, {216, 7, 207}, {-11315, 2, -11302},
-                        {399, 15, 315}, {-100, 0, -100}, {7, 16, 7},    {7, -1, 7},    {32767, 9, 32709}};
-  for (const Case& c : cases) {
+  const std::tuple<int, int, int> cases[] = {{0, 5, 5},           {-1, 12, -12},    {-5, 0, -100},   {216, 7, 207},
+                                             {-11315, 2, -11302}, {399, 15, 315},   {-100, 0, -100}, {7, 16, 7},
+                                             {7, -1, 7},          {32767, 9, 32709}};
+  for (const auto& [before, color, after] : cases) {
     EntryRow row = Text_Row(QStringLiteral("Reiher"), 50, 50);
-    row.RA = c.before;
-    const QString bookmark = In_Hand(row);
-    EXPECT_TRUE(Change_Rahmen(c.color));
-    EXPECT_EQ(Row(bookmark).RA, c.after) << c.before << " " << c.color;
+    row.RA = before;
+    const QString bookmark = Take(row);
+    EXPECT_TRUE(Change_Rahmen(color));
+    EXPECT_EQ(Row(bookmark).RA, after) << before << " " << color;
   }
   EXPECT_EQ(FrameWord::Parse(216).color, 0);
 }
@@ -44,7 +36,7 @@ TEST_F(EntryLookTest, FrameIsSwitchedAndStyled) {
   for (const auto& [on, off] : {std::pair{0, -100}, {5, -5}, {12304, -12304}}) {
     EntryRow row = Text_Row(QStringLiteral("Reiher"), 50, 50);
     row.RA = on;
-    const QString bookmark = In_Hand(row);
+    const QString bookmark = Take(row);
     Switch_Frame(false);
     EXPECT_EQ(Row(bookmark).RA, off);
     Switch_Frame(true);
@@ -57,7 +49,7 @@ TEST_F(EntryLookTest, FrameIsSwitchedAndStyled) {
 }
 
 TEST_F(EntryLookTest, EveryKindTakesWhatItHas) {
-  const QString area = In_Hand(Area_Row());
+  const QString area = Take(Area_Row());
   Change_Fill({-4});
   Change_Width(3.5);
   Change_Color(ColorOf::HG, 11);
@@ -67,7 +59,7 @@ TEST_F(EntryLookTest, EveryKindTakesWhatItHas) {
 
   EntryRow figure = Figure_Row(20, {200, 300, 60, 40});
   figure.Schrift = QStringLiteral("F 1<30");
-  const QString turned = In_Hand(figure);
+  const QString turned = Take(figure);
   Change_Fill({-8});
   Change_Width(5);  // its outline is its frame
   EXPECT_EQ(Row(turned).Schrift, "F-8<30");
@@ -76,20 +68,20 @@ TEST_F(EntryLookTest, EveryKindTakesWhatItHas) {
   // A bare outline is drawn in VG; its frame takes over in that colour.
   figure.Schrift = QStringLiteral("Futura");
   figure.VG = 3;
-  const QString bare = In_Hand(figure);
+  const QString bare = Take(figure);
   Change_Fill({6});
   EXPECT_EQ(Row(bare).Schrift, "F 6");
   EXPECT_EQ(Row(bare).RA, 203);
 
   EntryRow line = Area_Row();
   line.ID = QStringLiteral("Linie7");
-  const QString thin = In_Hand(line);
+  const QString thin = Take(line);
   Change_Fill({5});
   Change_Width(0);
   EXPECT_EQ(Row(thin).Yline, 1);
   EXPECT_EQ(Row(thin).Xline, 1);
 
-  const QString picture = In_Hand(Text_Row(QStringLiteral("fehlt.png"), 400, 400, 5));
+  const QString picture = Take(Text_Row(QStringLiteral("fehlt.png"), 400, 400, 5));
   Change_Color(ColorOf::VG, 4);
   Change_Color(ColorOf::RA, 4);
   EXPECT_EQ(Row(picture).VG, 0);
@@ -97,14 +89,14 @@ TEST_F(EntryLookTest, EveryKindTakesWhatItHas) {
 
   EntryRow scale = Text_Row(QStringLiteral(" km"), 500, 500, 11);
   scale.HG = 1;
-  const QString bar = In_Hand(scale);
+  const QString bar = Take(scale);
   Change_Color(ColorOf::HG, 7);  // its direction
   Change_Color(ColorOf::RA, 7);
   EXPECT_EQ(Row(bar), scale);
 }
 
 TEST_F(EntryLookTest, NothingInHandMeansTheNextEntry) {
-  const QString bookmark = In_Hand(Area_Row());
+  const QString bookmark = Take(Area_Row());
   ASSERT_TRUE(End_Entry());
   const EntryRow before = Row(bookmark);
   Change_Color(ColorOf::VG, 12);
@@ -133,14 +125,14 @@ TEST_F(EntryLookTest, NothingInHandMeansTheNextEntry) {
 }
 
 TEST_F(EntryLookTest, VanishedOrLockedRowsAreNotWritten) {
-  const QString gone = In_Hand(Text_Row(QStringLiteral("Reiher"), 50, 50));
+  const QString gone = Take(Text_Row(QStringLiteral("Reiher"), 50, 50));
   const int color = Row(gone).VG;
   rsEntries->SetBookmark(gone);
   rsEntries->Delete();
   EXPECT_EQ(Look_In_Hand().of, LookOf::Next);
   EXPECT_TRUE(Change_Color(ColorOf::VG, color == 3 ? 4 : 3));
 
-  const QString bookmark = In_Hand(Text_Row(QStringLiteral("Reiher"), 50, 50));
+  const QString bookmark = Take(Text_Row(QStringLiteral("Reiher"), 50, 50));
   Refuse_Rows(*dbEntries, QStringLiteral("RA = -105"));
   MessageScript messages(QStringLiteral("Error: Change_Rahmen"));
   EXPECT_FALSE(Change_Rahmen(5));

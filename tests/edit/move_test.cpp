@@ -67,13 +67,11 @@ TEST_F(Move, MarkedOnlyAndPositionsOutOfRange) {
 
   Add_Polygon("Linie4", {{10, 10}, {-14990, 20}});
   const QStringList before = Whole_Table();
-  struct Case {
-    MoveRequest request;
-    const char* named;
-  };
-  for (const Case& it : {Case{{32700, 0}, "Text: a"}, Case{{0, -32868}, "zu groß"}, Case{{-11, 0}, "Linie4"}}) {
-    MessageScript script(it.named);
-    EXPECT_EQ(Move_Entries(it.request), 0);
+  const std::pair<MoveRequest, const char*> cases[] = {
+      {{32700, 0}, "Text: a"}, {{0, -32868}, "zu groß"}, {{-11, 0}, "Linie4"}};
+  for (const auto& [request, named] : cases) {
+    MessageScript script(named);
+    EXPECT_EQ(Move_Entries(request), 0);
     EXPECT_EQ(script.Seen()[0].title, QString("Fehler - Einträge verchieben"));
   }
   EXPECT_EQ(Whole_Table(), before);

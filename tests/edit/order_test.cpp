@@ -12,9 +12,7 @@ class Order : public BulkTest {
     ASSERT_TRUE(Add_Column({QStringLiteral("Fundort"), FieldType::Text, 30}, {}));
     for (const char* text : {"a", "b", "c", "d", "e"}) {
       Add_Text(QString::fromLatin1(text));
-      rsEntries->Edit();
-      rsEntries->Set(QStringLiteral("Fundort"), QStringLiteral("Ort ") + QString::fromLatin1(text));
-      rsEntries->Update();
+      Set_Field(QStringLiteral("Fundort"), QStringLiteral("Ort ") + QString::fromLatin1(text));
     }
   }
   static void Go_To(const QString& text) {

@@ -63,9 +63,7 @@ TEST_F(QueryTest, UpdateAndDeleteAreTakenBackByUndo) {
 TEST_F(QueryTest, SelectionIsTakenWithItsUserColumnsAndVertices) {
   ASSERT_TRUE(Add_Column({"Fundort", FieldType::Text, 20}, {}));
   rsEntries->MoveLast();
-  rsEntries->Edit();
-  rsEntries->Set(QStringLiteral("Fundort"), QStringLiteral("Wald"));
-  rsEntries->Update();
+  Set_Field(QStringLiteral("Fundort"), QStringLiteral("Wald"));
   const QStringList before = Whole_Table();
   {
     MessageScript script("verändert die Reihenfolge", MsgAnswer::Yes);

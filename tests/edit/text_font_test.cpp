@@ -50,9 +50,7 @@ TEST_F(TextFont, AChosenFontGoesToTheRowTheTypedTextOrTheNextOne) {
   EXPECT_EQ(Font_Of_New_Text(), FontChoice({.family = QStringLiteral("Arial"), .italic = true}, 9));
   EntryRow area = Poly_Row(QStringLiteral("Flaeche1"), 300, 300, {{300, 300}, {400, 300}, {400, 400}});
   area.Groesse = -12;
-  const QString label = Add(area);
-  Map_Redraw();
-  ASSERT_TRUE(Take_Entry(label));
+  const QString label = Take(area);
   EXPECT_EQ(Font_Of_New_Text(), FontChoice());
   EXPECT_EQ(Load_Font_Spec().size, 12);
   ASSERT_TRUE(Take_Font(Serif(16)));
@@ -60,9 +58,7 @@ TEST_F(TextFont, AChosenFontGoesToTheRowTheTypedTextOrTheNextOne) {
 }
 
 TEST_F(TextFont, WhatTheColumnCannotHoldIsRefused) {
-  const QString row = Add(Text_Row(QStringLiteral("Amsel"), 100, 100));
-  Map_Redraw();
-  ASSERT_TRUE(Take_Entry(row));
+  const QString row = Take(Text_Row(QStringLiteral("Amsel"), 100, 100));
   for (const QString& family :
        {QStringLiteral("Sans-Serif"), QStringLiteral("a<b"), QStringLiteral(" "), QString(76, QChar(u'x'))}) {
     MessageScript script(QStringLiteral("kann nicht gespeichert werden"), MsgAnswer::Ok);

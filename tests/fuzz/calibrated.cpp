@@ -1,11 +1,7 @@
 #include "fuzz/calibrated.h"
 
-#include <QDir>
-#include <QFile>
-
 #include "coordinates/calibration_file.h"
 #include "fuzz/driver.h"
-#include "platform/message_box.h"
 
 namespace {
 

@@ -1,12 +1,8 @@
-#include <array>
-#include <cmath>
-
 #include "coordinates/calibration_file.h"
 #include "coordinates/conversions.h"
 #include "fuzz/calibrated.h"
 #include "fuzz/driver.h"
 #include "objects/net_draw.h"
-#include "platform/error.h"
 #include "platform/surface.h"
 
 // Calibration files, and what is done with the net that was read: conversions both ways, drawing.
@@ -61,29 +57,10 @@ bool Run(const QByteArray& input) {
 FuzzTarget Make_Target() {
   return {"calibration",
           Calibration_Seeds(),
-          {"Grid GEO",
-           "Grid UTM Zone: ",
-           "Grid GK Zone: ",
-           "DEC",
-           "GMS",
-           "PKG Z: ",
-           " R: ",
-           " H: ",
-           "BParm = T1S5N614",
-           "LParm = T2S1N30000",
-           "Gwidth = ",
-           "Div = ",
-           "Inclin = ",
-           "Xline = ",
-           "Yline = ",
-           "Font = Arial Sz = ",
-           "LnBreite = ",
-           "nLabel = ",
-           "Transp",
-           "\r\n",
-           "/",
-           "b1x-5y0S0R49/",
-           "R1  "},
+          QByteArray("Grid GEO|Grid UTM Zone: |Grid GK Zone: |DEC|GMS|PKG Z: | R: | H: |BParm = T1S5N614|Gwidth = |"
+                     "LParm = T2S1N30000|Div = |Inclin = |Xline = |Yline = |Font = Arial Sz = |LnBreite = |nLabel = |"
+                     "Transp|\r\n|/|b1x-5y0S0R49/|R1  ")
+              .split('|'),
           Run,
           {}};
 }

@@ -1,16 +1,8 @@
-#include <QDir>
-#include <QFile>
-#include <algorithm>
-#include <stdexcept>
-
 #include "fuzz/calibrated.h"
 #include "fuzz/driver.h"
 #include "import/csv_file.h"
 #include "import/csv_import.h"
 #include "import/csv_place.h"
-#include "platform/error.h"
-#include "platform/files.h"
-#include "state/global_state.h"
 #include "state/map_state.h"
 #include "state/mdi_state.h"
 #include "state/table_state.h"

@@ -4,28 +4,15 @@
 #include <sys/time.h>
 #include <unistd.h>
 
-#include <QDir>
 #include <QElapsedTimer>
-#include <QFile>
 #include <QGuiApplication>
-#include <QTemporaryDir>
 #include <clocale>
 #include <csignal>
-#include <cstdio>
-#include <cstdlib>
 #include <ctime>
-#include <exception>
-#include <optional>
 
-#include "platform/database.h"
-#include "platform/error.h"
-#include "platform/files.h"
-#include "platform/message_box.h"
 #include "state/coordinate_state.h"
 #include "state/dialog_hooks.h"
 #include "state/events.h"
-#include "state/global_state.h"
-#include "store/entry.h"
 #include "support/surroundings.h"
 
 namespace {
@@ -178,20 +165,10 @@ MsgAnswer Answer(const MsgRequest& request) {
       return thrown < 2 ? MsgAnswer::Yes : MsgAnswer::No;
     case MsgButtons::YesNoCancel:
       return thrown == 0 ? MsgAnswer::Cancel : thrown < 3 ? MsgAnswer::Yes : MsgAnswer::No;
+    case MsgButtons::YesNoAll:
+      return std::array{MsgAnswer::Yes, MsgAnswer::No, MsgAnswer::YesAll, MsgAnswer::NoAll}[thrown];
   }
   return MsgAnswer::Cancel;
-}
-
-const QByteArray& Template_Bytes() {
-  static const QByteArray bytes = [] {
-    const QString path = Work_Folder() + QStringLiteral("/Vorlage.MDB");
-    auto database = Workspace::CreateDatabase(path);
-    Make_Template(*database);
-    database->Close();
-    database.reset();
-    return Read_Bytes(path);
-  }();
-  return bytes;
 }
 
 // The image library tells of every damaged picture.

@@ -1,10 +1,6 @@
 #pragma once
-#include <QByteArray>
-#include <QByteArrayList>
-#include <QString>
-#include <functional>
-
 #include "fuzz/mutator.h"
+#include "support/prelude.h"
 
 // One reader of the program under damaged inputs.
 struct FuzzTarget {

@@ -1,10 +1,4 @@
-#include <QFile>
-#include <stdexcept>
-
 #include "fuzz/driver.h"
-#include "platform/error.h"
-#include "platform/files.h"
-#include "state/global_state.h"
 #include "store/log_record.h"
 #include "store/map_log.h"
 

@@ -1,65 +1,28 @@
 #include "fuzz/mutator.h"
 
 #include <QtEndian>
-#include <algorithm>
-#include <iterator>
 
 namespace {
 
 constexpr qsizetype largestInput = 256 * 1024;
 
-constexpr qint64 ends[] = {0,
-                           1,
-                           -1,
-                           2,
-                           127,
-                           128,
-                           -128,
-                           255,
-                           256,
-                           32767,
-                           32768,
-                           -32768,
-                           -32769,
-                           65535,
-                           65536,
-                           0x7fffff,
-                           0x1000000,
-                           2147483647,
-                           2147483648LL,
-                           -2147483648LL,
-                           -2147483649LL,
-                           4294967295LL,
-                           4294967296LL,
-                           0x7fffffffffffffffLL,
-                           -0x7fffffffffffffffLL - 1};
-
-constexpr const char* writtenEnds[] = {"-0",
-                                       "1e308",
-                                       "1e309",
-                                       "-1e309",
-                                       "1e-320",
-                                       "nan",
-                                       "-inf",
-                                       "inf",
-                                       "0x7fff",
-                                       "1,5",
-                                       "1e",
-                                       ".",
-                                       "-",
-                                       "+",
-                                       "1e-9999",
-                                       "00000000000000000000000000000001",
-                                       "99999999999999999999999999999999",
-                                       "-99999999999999999999999999999999",
-                                       "0.00000000000000000000000000000001",
-                                       "3.4028236e38",
-                                       "1e19",
-                                       "-1e19"};
+const QByteArrayList writtenEnds =
+    QByteArray(
+        "-0 1e308 1e309 -1e309 1e-320 nan -inf inf 0x7fff 1,5 1e . - + 1e-9999 3.4028236e38 1e19 -1e19 "
+        "00000000000000000000000000000001 99999999999999999999999999999999 -99999999999999999999999999999999 "
+        "0.00000000000000000000000000000001")
+        .split(' ');
 
 bool Is_Digit(char c) { return c >= '0' && c <= '9'; }
 
 }  // namespace
+
+// At or beside the end of a range of so many bits.
+qint64 Mutator::Some_End() {
+  constexpr int bits[] = {0, 1, 7, 8, 15, 16, 23, 24, 31, 32, 63};
+  const quint64 end = (quint64{1} << bits[Number(std::size(bits))]) + Number(3) - 1;
+  return static_cast<qint64>(Number(2) == 0 ? end : -end);
+}
 
 QByteArray Mutator::Next(const QByteArrayList& pool) {
   QByteArray bytes = pool[Place(pool.size())];
@@ -92,10 +55,8 @@ void Mutator::Change(QByteArray& bytes, const QByteArrayList& pool) {
       bytes.insert(Place(bytes.size() + 1), words.isEmpty() ? Some_Bytes() : words[Place(words.size())]);
       return;
     default:
-      if (!bytes.isEmpty()) {
-        const QByteArray some = Some_Bytes();
-        bytes.replace(Place(bytes.size()), some.size(), some);
-      }
+      const QByteArray some = Some_Bytes();
+      if (!bytes.isEmpty()) bytes.replace(Place(bytes.size()), some.size(), some);
   }
 }
 
@@ -117,9 +78,8 @@ QByteArray Mutator::Some_Bytes() {
 void Mutator::Put_Number(QByteArray& bytes) {
   const qsizetype width = qsizetype{1} << Number(4);
   if (bytes.size() < width) return;
-  const auto value = static_cast<quint64>(ends[Number(std::size(ends))] + (Number(3) == 0 ? 1 : 0) * 1ULL);
   char all[8];
-  qToLittleEndian(value, all);
+  qToLittleEndian(Some_End(), all);
   if (Number(2) == 0) std::reverse(all, all + width);
   std::copy(all, all + width, bytes.data() + Place(bytes.size() - width + 1));
 }
@@ -131,8 +91,7 @@ void Mutator::Write_Number(QByteArray& bytes) {
   while (start < bytes.size() && !Is_Digit(bytes[start])) ++start;
   qsizetype end = start;
   while (end < bytes.size() && Is_Digit(bytes[end])) ++end;
-  const QByteArray number = Number(2) == 0 ? QByteArray::number(ends[Number(std::size(ends))])
-                                           : QByteArray(writtenEnds[Number(std::size(writtenEnds))]);
+  const QByteArray number = Number(2) == 0 ? QByteArray::number(Some_End()) : writtenEnds[Place(writtenEnds.size())];
   bytes.replace(start, end - start, number);
 }
 

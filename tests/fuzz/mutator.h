@@ -21,6 +21,7 @@ class Mutator {
   void Cut(QByteArray& bytes);
   void Repeat(QByteArray& bytes);
   QByteArray Some_Bytes();
+  qint64 Some_End();
 
   std::mt19937_64 random;
   QByteArrayList words;

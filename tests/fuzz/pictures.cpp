@@ -1,11 +1,7 @@
 #include <QBuffer>
-#include <QImage>
 #include <QImageReader>
-#include <QtEndian>
-#include <array>
 
 #include "fuzz/driver.h"
-#include "platform/error.h"
 #include "platform/picture.h"
 #include "platform/picture_bytes.h"
 #include "platform/surface.h"

@@ -1,11 +1,6 @@
-#include <cmath>
-
-#include "fuzz/driver.h"
-#include "platform/error.h"
-#include "platform/files.h"
-#include "state/global_state.h"
-#include "state/mdi_state.h"
 #include "store/settings.h"
+#include "fuzz/driver.h"
+#include "state/mdi_state.h"
 
 // "Flurax.ini" and the tips, read and written again.
 

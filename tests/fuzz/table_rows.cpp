@@ -1,15 +1,10 @@
 #include <sqlite3.h>
 
-#include <QFile>
 #include <QPdfWriter>
-#include <stdexcept>
 
 #include "fuzz/driver.h"
 #include "maps/map_open.h"
-#include "platform/database.h"
-#include "platform/files.h"
 #include "platform/surface.h"
-#include "state/global_state.h"
 #include "state/map_state.h"
 #include "state/mdi_state.h"
 #include "state/table_state.h"
@@ -50,38 +45,21 @@ QByteArrayList Seeds() {
       "~|~|~|~|~|~|~|~|~|~|~|~\n'|'|'|'|'|'|'|'|'|'|'|'\n" + header};
 }
 
-struct Statement {
-  Statement(sqlite3* db, const QByteArray& sql) { sqlite3_prepare_v2(db, sql.constData(), -1, &handle, nullptr); }
-  ~Statement() { sqlite3_finalize(handle); }
-  Statement(const Statement&) = delete;
-  Statement& operator=(const Statement&) = delete;
-  sqlite3_stmt* handle = nullptr;
-};
-
-void Bind(sqlite3_stmt* statement, int at, const QByteArray& field) {
-  bool whole = false, number = false;
-  const qint64 integer = field.toLongLong(&whole);
-  const double real = field.toDouble(&number);
-  if (field == "~")
-    sqlite3_bind_null(statement, at);
-  else if (field.startsWith('#'))
-    sqlite3_bind_blob(statement, at, field.constData() + 1, static_cast<int>(field.size()) - 1, SQLITE_TRANSIENT);
-  else if (whole)
-    sqlite3_bind_int64(statement, at, integer);
-  else if (number)
-    sqlite3_bind_double(statement, at, real);
-  else
-    sqlite3_bind_text(statement, at, field.constData() + (field.startsWith('\'') ? 1 : 0),
-                      static_cast<int>(field.size()) - (field.startsWith('\'') ? 1 : 0), SQLITE_TRANSIENT);
+// The field as a statement writes it.
+QByteArray Literal(const QByteArray& field) {
+  bool isNumber = false;
+  const double value = field.toDouble(&isNumber);
+  if (isNumber && qIsFinite(value)) return field.trimmed();
+  if (isNumber && qIsInf(value)) return value > 0 ? "9e999" : "-9e999";
+  if (isNumber || field == "~") return "NULL";
+  if (field.startsWith('#')) return "x'" + field.mid(1).toHex() + '\'';
+  return "CAST(x'" + field.mid(field.startsWith('\'')).toHex() + "' AS TEXT)";
 }
 
-void Insert(sqlite3* db, const QByteArray& table, const QByteArrayList& fields, int count) {
-  QByteArray places = "?";
-  for (int i = 1; i < count; ++i) places += ",?";
-  const Statement statement(db, "INSERT INTO \"" + table + "\" VALUES(" + places + ")");
-  if (!statement.handle) return;
-  for (int i = 0; i < count; ++i) Bind(statement.handle, i + 1, fields.value(i, "~"));
-  sqlite3_step(statement.handle);
+QByteArray Insert(const QByteArray& table, const QByteArrayList& fields, int count) {
+  QByteArrayList literals;
+  for (int i = 0; i < count; ++i) literals << Literal(fields.value(i, "~"));
+  return "INSERT INTO \"" + table + "\" VALUES(" + literals.join(',') + ");";
 }
 
 // The declarations the program itself makes, taken from a file of its own.
@@ -100,19 +78,19 @@ const QByteArray& Empty_Table() {
 }
 
 void Make_Table(const QByteArray& input) {
-  const QString path = Put_File(QStringLiteral("KARTE.MDB"), Empty_Table());
-  sqlite3* db = nullptr;
-  if (sqlite3_open(path.toUtf8().constData(), &db) != SQLITE_OK) std::abort();
-  sqlite3_exec(db, "PRAGMA journal_mode=OFF; PRAGMA synchronous=OFF; BEGIN", nullptr, nullptr, nullptr);
+  const QString path = Put_File(u"KARTE.MDB"_s, Empty_Table());
+  QByteArrayList statements{"PRAGMA journal_mode=OFF", "PRAGMA synchronous=OFF", "BEGIN"};
   int rows = 0;
   for (const QByteArray& line : input.split('\n')) {
     const QByteArrayList fields = line.split('|');
     if (line.startsWith('@'))
-      Insert(db, fields[0].mid(1).replace('"', ""), fields.mid(1), 2);
+      statements << Insert(fields[0].mid(1).replace('"', ""), fields.mid(1), 2);
     else if (!line.isEmpty() && rows++ < mostRows)
-      Insert(db, "MapData", fields, column::fixedCount);
+      statements << Insert("MapData", fields, column::fixedCount);
   }
-  sqlite3_exec(db, "COMMIT", nullptr, nullptr, nullptr);
+  sqlite3* db = nullptr;
+  if (sqlite3_open(path.toUtf8().constData(), &db) != SQLITE_OK) std::abort();
+  for (const QByteArray& each : statements << "COMMIT") sqlite3_exec(db, each.constData(), nullptr, nullptr, nullptr);
   sqlite3_close(db);
 }
 

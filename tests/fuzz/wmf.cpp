@@ -1,10 +1,4 @@
-#include <QImage>
-#include <algorithm>
-#include <iterator>
-#include <stdexcept>
-
 #include "fuzz/driver.h"
-#include "platform/error.h"
 #include "platform/picture_bytes.h"
 #include "platform/wmf_reader.h"
 

@@ -190,9 +190,7 @@ TEST_F(Activation, OverlappingHiddenInactiveAndUnknownEntries) {
 }
 
 TEST_F(Activation, AssignedRowsTellItFirstAndFarOnesScrollTheMap) {
-  const QString amsel = Add({"Text>Flaeche3", "Amsel", "Arial", 12, 0, 14, -100, 1500, 1100, 0, 0, 0});
-  Map_Redraw();
-  ASSERT_TRUE(Take_Entry(amsel));
+  const QString amsel = Take({"Text>Flaeche3", "Amsel", "Arial", 12, 0, 14, -100, 1500, 1100, 0, 0, 0});
   EXPECT_TRUE(InfoBar.Panel[0].startsWith(QStringLiteral("Zugeordnet: Flaeche3")));
   EXPECT_GT(Map.ViewLeft, 0);
   EXPECT_EQ(Map.Text2.Left, Window_X(1500));
@@ -261,8 +259,7 @@ TEST_F(Activation, TheHandFollowsTheRow) {
   EXPECT_TRUE(Button_Now("Vis").Value);
   Hide_Current();
   EXPECT_TRUE(Map.Text2.Visible);
-  const QString line = Add(Poly_Row("Linie1", 400, 100, {{400, 150}, {500, 150}, {450, 200}}));
-  ASSERT_TRUE(Take_Entry(line));
+  const QString line = Take(Poly_Row("Linie1", 400, 100, {{400, 150}, {500, 150}, {450, 200}}));
   Text_Typed(QStringLiteral("Bach"));
   EXPECT_TRUE(Run_Command("Label"));
   EXPECT_FALSE(Map.Text2.Visible);

@@ -101,8 +101,7 @@ TEST_F(ToolState, ButtonsOfMarksAndHiddenRowsComeWithTheirNumber) {
 }
 
 TEST_F(ToolState, TipsAndSwitchesTellOfTheRow) {
-  const QString hidden = Add(Figure_Row(-20, {100, 100, 50, 50})), shown = Add(Figure_Row(22, {200, 100, 50, 50}));
-  ASSERT_TRUE(Take_Entry(hidden));
+  const QString hidden = Take(Figure_Row(-20, {100, 100, 50, 50})), shown = Add(Figure_Row(22, {200, 100, 50, 50}));
   EXPECT_EQ(Button_Now("Ein").ToolTipText, QStringLiteral("Figur wieder sichtbar machen"));
   ASSERT_TRUE(Take_Entry(shown));
   EXPECT_EQ(Button_Now("Ein").ToolTipText, QStringLiteral("Figur unsichtbar machen (ausblenden)"));
@@ -112,8 +111,7 @@ TEST_F(ToolState, TipsAndSwitchesTellOfTheRow) {
 }
 
 TEST_F(ToolState, LupeZoomsToTheClickAndEscEndsIt) {
-  const QString amsel = Add(Text_Row("Amsel", 700, 500));
-  ASSERT_TRUE(Take_Entry(amsel));
+  const QString amsel = Take(Text_Row("Amsel", 700, 500));
   Toggle_Lupe();
   EXPECT_EQ(Button_Now("Lupe").Value, true);
   const QPoint place(Map_X(600), Map_Y(450));

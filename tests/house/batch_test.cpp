@@ -1,18 +1,6 @@
-#include <gmock/gmock.h>
-
-#include <QDir>
-#include <QDirIterator>
-#include <QFile>
-#include <QProcess>
-#include <algorithm>
-#include <map>
-
-#include "platform/files.h"
 #include "platform/picture.h"
 #include "support/table_fixture.h"
 #include "workbook/workbook.h"
-
-using namespace Qt::StringLiterals;
 
 namespace {
 

@@ -1,19 +1,9 @@
-#include <gmock/gmock.h>
-
-#include <QDir>
-#include <QDirIterator>
-#include <QProcess>
-#include <QTemporaryDir>
-#include <map>
-#include <set>
-
 #include "maps/map_close.h"
 #include "maps/map_open.h"
 #include "platform/picture.h"
 #include "support/table_fixture.h"
 #include "view/redraw.h"
 
-using namespace Qt::StringLiterals;
 using ::testing::IsSupersetOf;
 
 namespace {

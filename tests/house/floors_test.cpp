@@ -1,18 +1,10 @@
-#include <gmock/gmock.h>
-
-#include <QFile>
 #include <QLibraryInfo>
-#include <QSet>
-#include <algorithm>
-#include <functional>
 
 #include "house/source_tree.h"
-#include "support/fixture.h"
 
 // The include lines of the sources, judged by the floors and knots of docs/architecture.md. A room is the source and
 // the header of one name.
 
-using namespace Qt::StringLiterals;
 using ::testing::IsEmpty;
 using ::testing::UnorderedElementsAre;
 

@@ -1,11 +1,7 @@
-#include <gmock/gmock.h>
-
 #include "house/source_tree.h"
-#include "support/fixture.h"
 
 // Lengths of functions and files, sizes of folders, and what the headers say of their procedures.
 
-using namespace Qt::StringLiterals;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 

@@ -1,9 +1,7 @@
-#include <QFile>
-
+#include "import/csv_import.h"
 #include "coordinates/calibration_file.h"
 #include "coordinates/conversions.h"
 #include "exchange/csv_export.h"
-#include "import/csv_import.h"
 #include "import/csv_place.h"
 #include "state/mdi_state.h"
 #include "support/nets.h"
@@ -12,7 +10,7 @@
 
 namespace {
 
-const QString sampleFolder = QStringLiteral(FLURAX_TEST_DATA "/csv/");
+const QString sampleFolder = FLURAX_TEST_DATA "/csv/";
 
 class CsvTest : public TableTest {
  protected:
@@ -26,12 +24,7 @@ class CsvTest : public TableTest {
     Coord = {};
     TableTest::TearDown();
   }
-  QString Csv(const QByteArray& bytes, const QString& name = QStringLiteral("Funde.csv")) {
-    QFile file(Path(name));
-    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(bytes);
-    return file.fileName();
-  }
+  QString Csv(const QByteArray& bytes) { return Put("Funde.csv", bytes); }
   static CsvTable Analyse(const QString& path) {
     CsvTable table;
     EXPECT_TRUE(Csv_Analyse(path, table));
@@ -41,13 +34,8 @@ class CsvTest : public TableTest {
   // A line of the table each, "text x,y".
   static QStringList Rows() {
     QStringList all;
-    const KeepCurrentRow keep;
-    rsEntries->MoveFirst();
-    for (rsEntries->MoveNext(); !rsEntries->Eof(); rsEntries->MoveNext()) {
-      const EntryRow row = Read_Entry(*rsEntries);
-      all << QStringLiteral("%1 %2,%3").arg(row.Eintrag).arg(row.Xmap).arg(row.Ymap);
-    }
-    return all;
+    for (const EntryRow& row : Rows_Of(*dbEntries)) all << u"%1 %2,%3"_s.arg(row.Eintrag).arg(row.Xmap).arg(row.Ymap);
+    return all.mid(1);
   }
 };
 
@@ -90,10 +78,7 @@ TEST_F(CsvTest, PutsTheTextTogetherByPlaces) {
 }
 
 TEST_F(CsvTest, TellsWhatAFileLacks) {
-  const struct {
-    QByteArray content;
-    const char* told;
-  } cases[] = {
+  const std::pair<QByteArray, const char*> cases[] = {
       {"#Eintrag;#X;#Y\r\na;1;2\r\n", "keine Angaben über den Koordinatentyp"},
       {"", "keine Angaben über den Koordinatentyp"},
       {QByteArray("BM\0\1\2\xff\0\n\0;;", 11), "keine Angaben über den Koordinatentyp"},
@@ -104,9 +89,9 @@ TEST_F(CsvTest, TellsWhatAFileLacks) {
       {"#Eintrag11;#X;#Y;#UTM\r\na;1;2\r\n", "Die Daten können nicht importiert werden."},
   };
   CsvTable table;
-  for (const auto& it : cases) {
-    MessageScript messages(QString::fromUtf8(it.told));
-    EXPECT_FALSE(Csv_Analyse(Csv(it.content), table)) << it.content.toStdString();
+  for (const auto& [content, told] : cases) {
+    MessageScript messages(told);
+    EXPECT_FALSE(Csv_Analyse(Csv(content), table)) << content.toStdString();
   }
   MessageScript messages{{QStringLiteral("Datei nicht gefunden")}, {QStringLiteral("Es ist ein Fehler aufgetreten.")}};
   EXPECT_FALSE(Csv_Analyse(Path(QStringLiteral("fehlt.csv")), table));
@@ -120,19 +105,27 @@ TEST_F(CsvTest, JudgesZonesAndEdgesOfTheMap) {
     const QString xText = QString::fromUtf8(x), yText = QString::fromUtf8(y);
     return Csv_Place_Of(table, Coord, {QStringLiteral("Igel"), xText, yText});
   };
-  EXPECT_EQ(place("646000", "5512000").at, QPoint(701, 1486));
-  EXPECT_EQ(place("32646000", "5512000").at, QPoint(701, 1486));
-  EXPECT_EQ(place("646000,9", "5512000.9").at, QPoint(701, 1486)) << "decimals are no digits of a zone";
-  EXPECT_EQ(place("32 646\u00A0000", " 5 512 000").at, QPoint(701, 1486));
-  EXPECT_EQ(place("33646000", "5512000").reason, QStringLiteral("Falsche Zone: 33"));
-  EXPECT_EQ(place("4646000", "5512000").reason, QStringLiteral("Falsche Zone: 4"));
-  EXPECT_EQ(place("600000", "5512000").reason, QStringLiteral("Igel Rechtswert 600000 liegt zu weit links im Westen"));
-  EXPECT_EQ(place("700000", "5512000").reason, QStringLiteral("Igel Rechtswert 700000 liegt zu weit rechts im Osten"));
-  EXPECT_EQ(place("646000", "5612000").reason, QStringLiteral("Igel Hochwert 5612000 liegt zu weit oben im Norden"));
-  EXPECT_EQ(place("646000", "5412000").reason, QStringLiteral("Igel Hochwert 5412000 + liegt zu weit unten im Süden"));
   using Texts = std::pair<const char*, const char*>;
-  for (const auto& [x, y] : {Texts{"", "5512000"}, Texts{"646000", "o.A."}, Texts{"646.000.1", "5512000"},
-                             Texts{"1e5", "5512000"}, Texts{"646000", "99999999999"}, Texts{",5", "5512000"}}) {
+  // Decimals are no digits of a zone.
+  for (const auto& [x, y] : {Texts{"646000", "5512000"},
+                             {"32646000", "5512000"},
+                             {"646000,9", "5512000.9"},
+                             {"32 646\u00A0000", " 5 512 000"}})
+    EXPECT_EQ(place(x, y).at, QPoint(701, 1486)) << x;
+  const std::tuple<const char*, const char*, const char*> beside[] = {
+      {"33646000", "5512000", "Falsche Zone: 33"},
+      {"4646000", "5512000", "Falsche Zone: 4"},
+      {"600000", "5512000", "Igel Rechtswert 600000 liegt zu weit links im Westen"},
+      {"700000", "5512000", "Igel Rechtswert 700000 liegt zu weit rechts im Osten"},
+      {"646000", "5612000", "Igel Hochwert 5612000 liegt zu weit oben im Norden"},
+      {"646000", "5412000", "Igel Hochwert 5412000 + liegt zu weit unten im Süden"}};
+  for (const auto& [x, y, reason] : beside) EXPECT_EQ(place(x, y).reason, reason);
+  for (const auto& [x, y] : {Texts{"", "5512000"},
+                             {"646000", "o.A."},
+                             {"646.000.1", "5512000"},
+                             {"1e5", "5512000"},
+                             {"646000", "99999999999"},
+                             {",5", "5512000"}}) {
     const CsvPlace unread = place(x, y);
     EXPECT_TRUE(unread.reason.contains(QStringLiteral("keine lesbare Koordinate"))) << x << ' ' << unread.reason;
     EXPECT_FALSE(unread.outside);
@@ -151,10 +144,7 @@ TEST_F(CsvTest, SixAndSevenDigitsMeanTheSameOnEveryPlaneNet) {
     EXPECT_TRUE(Csv_Fits_Net(table, Coord));
     QList<QPoint> found;
     for (const QStringView right : rights) {
-      CsvRecord record;
-      record.x = right;
-      record.y = high;
-      const CsvPlace place = Csv_Place_Of(table, Coord, record);
+      const CsvPlace place = Csv_Place_Of(table, Coord, {{}, right, high});
       EXPECT_TRUE(place.onMap) << qPrintable(place.reason);
       found << place.at;
     }
@@ -203,12 +193,9 @@ TEST_F(CsvTest, GeographicTablesComeToTheirPlaces) {
       "Fern;10.5;49.75\r\n");
   EXPECT_EQ(result.imported, 2);
   EXPECT_EQ(result.refused.size(), 1U);
-  rsEntries->MoveTo(1);
-  EXPECT_NEAR(Read_Entry(*rsEntries).Xmap, 1500, 1);
-  EXPECT_NEAR(Read_Entry(*rsEntries).Ymap, 1100, 1);
-  rsEntries->MoveTo(2);
-  EXPECT_NEAR(Read_Entry(*rsEntries).Xmap, 373, 1);
-  EXPECT_NEAR(Read_Entry(*rsEntries).Ymap, 215, 1);
+  const auto rows = Rows_Of(*dbEntries);
+  EXPECT_LE((QPoint(rows[1].Xmap, rows[1].Ymap) - QPoint(1500, 1100)).manhattanLength(), 1);
+  EXPECT_LE((QPoint(rows[2].Xmap, rows[2].Ymap) - QPoint(373, 215)).manhattanLength(), 1);
 }
 
 TEST_F(CsvTest, MakesTheRowsAsToldAndTakesThemBackAtOnce) {

@@ -3,7 +3,6 @@
 #include "maps/map_close.h"
 #include "maps/map_grid.h"
 #include "maps/map_open.h"
-#include "platform/files.h"
 #include "platform/shell.h"
 #include "state/dialog_hooks.h"
 #include "state/events.h"
@@ -13,8 +12,6 @@
 #include "support/table_fixture.h"
 
 namespace {
-
-QString Utf8(const char* text) { return QString::fromUtf8(text); }
 
 class MapCoordinates : public TableTest {
  protected:
@@ -27,10 +24,10 @@ class MapCoordinates : public TableTest {
   }
   static void Expect_Menus(bool on, const char* shown = nullptr) {
     for (const char* key : {"mnuGridDel", "mnuGridonoff", "mnuGridXYInput"}) EXPECT_EQ(Usable(key), on) << key;
-    EXPECT_EQ(Text_Now("mnuGridmake"), on ? Utf8("bearbeiten") : Utf8("erstellen"));
+    EXPECT_EQ(Text_Now("mnuGridmake"), on ? "bearbeiten" : "erstellen");
     EXPECT_TRUE(Usable("mnuGridmake"));
     if (shown) {
-      EXPECT_EQ(Text_Now("mnuGridonoff"), Utf8(shown));
+      EXPECT_EQ(Text_Now("mnuGridonoff"), shown);
     }
   }
   QString map;
@@ -40,7 +37,7 @@ TEST_F(MapCoordinates, ComeWithTheMapAndGoWithIt) {
   Open_Map(map);
   EXPECT_EQ(Coord.Grid, gridNone);
   Expect_Menus(false);
-  Calibrate(Utf8("Karte.cal"));
+  Calibrate("Karte.cal");
   frmMDI.mouseUnit = MouseUnit::Metric;
   int redraws = 0;
   events.RedrawWanted.Connect([&redraws] { ++redraws; });
@@ -56,7 +53,7 @@ TEST_F(MapCoordinates, ComeWithTheMapAndGoWithIt) {
 }
 
 TEST_F(MapCoordinates, AHiddenNetStaysHidden) {
-  Calibrate(Utf8("Karte.cal"));
+  Calibrate("Karte.cal");
   Open_Map(map);
   ASSERT_TRUE(GridVisible);
   Toggle_Grid();
@@ -71,8 +68,8 @@ TEST_F(MapCoordinates, AHiddenNetStaysHidden) {
 }
 
 TEST_F(MapCoordinates, AmongSeveralFilesTheUserChooses) {
-  Calibrate(Utf8("Karte.cal"));
-  Calibrate(Utf8("Karte neu.cal"), 700000);
+  Calibrate("Karte.cal");
+  Calibrate("Karte neu.cal", 700000);
   int asked = 0;
   dialogHooks.ChooseCalibration = [&asked] { ++asked; };
   Open_Map(map);
@@ -87,8 +84,8 @@ TEST_F(MapCoordinates, AmongSeveralFilesTheUserChooses) {
 }
 
 TEST_F(MapCoordinates, AFileThatIsGivenUpLeavesNoNet) {
-  Replace_File(Path(Utf8("Karte.cal")), "Grid UTM Zone: 32U D: WGS-84 R: 1 H: 2\r\n");
-  MessageScript script(Utf8("Metrisches Koordinatennetz fehlerhaft"), MsgAnswer::Cancel);
+  Replace_File(Path("Karte.cal"), "Grid UTM Zone: 32U D: WGS-84 R: 1 H: 2\r\n");
+  MessageScript script("Metrisches Koordinatennetz fehlerhaft", MsgAnswer::Cancel);
   Open_Map(map);
   EXPECT_TRUE(frmMDI.MapOpen);
   EXPECT_EQ(Coord.Grid, gridNone);
@@ -97,10 +94,10 @@ TEST_F(MapCoordinates, AFileThatIsGivenUpLeavesNoNet) {
 }
 
 TEST_F(MapCoordinates, DeletingTakesTheRowOfTheNetAndItsMargins) {
-  Calibrate(Utf8("Karte.cal"));
+  Calibrate("Karte.cal");
   Open_Map(map);
   Append_Row(*dbEntries, Entry("Text", 15, "Netz"));
-  Append_Row(*dbEntries, Text(Utf8("Fund")));
+  Append_Row(*dbEntries, Text("Fund"));
   rsEntries->Requery();
   HeaderRow header = Read_Header();
   header.left = header.right = header.top = header.bottom = 5;
@@ -108,9 +105,9 @@ TEST_F(MapCoordinates, DeletingTakesTheRowOfTheNetAndItsMargins) {
   Delete_Grid();
   const auto rows = Rows_Of(*dbEntries);
   ASSERT_EQ(rows.size(), 2U);
-  EXPECT_EQ(rows[1].Eintrag, Utf8("Fund"));
+  EXPECT_EQ(rows[1].Eintrag, "Fund");
   EXPECT_EQ(Read_Header().right, 0);
-  EXPECT_EQ(rsEntries->Text(column::Eintrag), Utf8("Fund"));
+  EXPECT_EQ(rsEntries->Text(column::Eintrag), "Fund");
   EXPECT_EQ(Coord.Grid, gridNone);
   Expect_Menus(false);
 }
@@ -118,12 +115,12 @@ TEST_F(MapCoordinates, DeletingTakesTheRowOfTheNetAndItsMargins) {
 TEST_F(MapCoordinates, TheToolGetsTheMapAndTheMapComesBack) {
   Open_Map(map);
   {
-    MessageScript script(Utf8("Bitte kopieren Sie das Hilfsprogramm Kalibrix.exe in das Anwendungsverzeichnis\n") +
+    MessageScript script("Bitte kopieren Sie das Hilfsprogramm Kalibrix.exe in das Anwendungsverzeichnis\n" +
                          ProgramFolder);
     Make_Grid();
     EXPECT_TRUE(frmMDI.MapOpen);
   }
-  const QString tool = ProgramFolder + Utf8("/kalibrix.exe");
+  const QString tool = ProgramFolder + "/kalibrix.exe";
   Replace_File(tool, "#!");
   QFile(tool).setPermissions(QFile::ReadOwner | QFile::ExeOwner);
   QStringList given;
@@ -138,8 +135,8 @@ TEST_F(MapCoordinates, TheToolGetsTheMapAndTheMapComesBack) {
   Make_Grid();
   EXPECT_EQ(given, QStringList(map));
   EXPECT_FALSE(frmMDI.MapOpen);
-  Calibrate(Utf8("Karte.cal"));
-  MessageScript script(map + Utf8("\nSoll die Karte erneut geladen werden ?"), MsgAnswer::Yes);
+  Calibrate("Karte.cal");
+  MessageScript script(map + "\nSoll die Karte erneut geladen werden ?", MsgAnswer::Yes);
   ended();
   EXPECT_TRUE(frmMDI.MapOpen);
   EXPECT_EQ(Coord.Grid, gridUtm);

@@ -2,10 +2,6 @@
 
 #include <sys/stat.h>
 
-#include <QDir>
-#include <QFileInfo>
-#include <QtEndian>
-
 #include "maps/map_check.h"
 #include "maps/map_close.h"
 #include "maps/program_start.h"
@@ -18,7 +14,7 @@
 
 namespace {
 
-class MapOpen : public TableTest {};
+using MapOpen = TableTest;
 
 TEST_F(MapOpen, OpensClosesAndOpensAgainWithItsEntries) {
   int opened = 0, closed = 0;
@@ -51,19 +47,19 @@ TEST_F(MapOpen, WhatCannotBeOpenedIsToldAndLeavesNothing) {
   QFile(cut).resize(5000);
   Replace_File(Path("text.bmp"), "Das ist kein Bild.");
   Replace_File(Path("leer.bmp"), "");
-  struct Case {
-    QString path, told;
-  };
-  for (const Case& c : {Case{Path("fehlt.bmp"), {}}, Case{cut, {}}, Case{Path("text.bmp"), "Keine Bitmap!"},
-                        Case{Path("leer.bmp"), "Keine Bitmap!"},
-                        Case{map, "FLURAX kann auf dieses Laufwerk keine Einträge schreiben."}}) {
+  const std::pair<QString, QString> cases[] = {{Path("fehlt.bmp"), {}},
+                                               {cut, {}},
+                                               {Path("text.bmp"), "Keine Bitmap!"},
+                                               {Path("leer.bmp"), "Keine Bitmap!"},
+                                               {map, "FLURAX kann auf dieses Laufwerk keine Einträge schreiben."}};
+  for (const auto& [path, told] : cases) {
     MessageScript script;
-    if (!c.told.isEmpty()) script.Expect(c.told);
-    if (c.path != map) script.Expect("Die Karte kann nicht geladen werden.");
-    if (c.path == map) File_Write_Fault = [](const QString& path, qint64) { return path.contains(".map") ? 70 : 0; };
-    Open_Map(c.path);
-    EXPECT_FALSE(frmMDI.MapOpen) << c.path;
-    EXPECT_EQ(MapHeightMm, -1.0F) << c.path;
+    if (!told.isEmpty()) script.Expect(told);
+    if (path != map) script.Expect("Die Karte kann nicht geladen werden.");
+    if (path == map) File_Write_Fault = [](const QString& file, qint64) { return file.contains(".map") ? 70 : 0; };
+    Open_Map(path);
+    EXPECT_FALSE(frmMDI.MapOpen) << path;
+    EXPECT_EQ(MapHeightMm, -1.0F) << path;
     EXPECT_EQ(InfoBar.Panel[0], "Bitte eine Karte laden");
   }
   EXPECT_TRUE(Find_Files(folder.path(), "*.map").isEmpty());
@@ -128,23 +124,21 @@ TEST_F(MapOpen, AStaleMarkerIsToldAfterTheMapStands) {
 
 TEST_F(MapOpen, ResolutionIsReadAndADistortedScanIsTold) {
   const QString map = Make_Map();
-  struct Case {
-    int x, y;
-    double width;
-    bool told;
-  };
-  for (const Case& c : {Case{11811, 11811, 400 * 1000.0 / 11811, false}, Case{3937, 3938, 101.6, false},
-                        Case{3937, 7874, 101.6, true}, Case{0, 0, 400 * 25.4 / 96, false}}) {
+  const std::tuple<int, int, double, bool> cases[] = {{11811, 11811, 400 * 1000.0 / 11811, false},
+                                                      {3937, 3938, 101.6, false},
+                                                      {3937, 7874, 101.6, true},
+                                                      {0, 0, 400 * 25.4 / 96, false}};
+  for (const auto& [x, y, width, told] : cases) {
     QByteArray bytes(8, '\0');
-    qToLittleEndian(c.x, bytes.data());
-    qToLittleEndian(c.y, bytes.data() + 4);
+    qToLittleEndian(x, bytes.data());
+    qToLittleEndian(y, bytes.data() + 4);
     Write_At(map, 38, bytes);
     MessageScript script;
-    if (c.told) script.Expect("Horizontale Auflösung der Karte: 3937 Bildpunkte pro Meter = 100 dpi");
+    if (told) script.Expect("Horizontale Auflösung der Karte: 3937 Bildpunkte pro Meter = 100 dpi");
     Check_Bitmap(map);
-    EXPECT_EQ(Map.MapXPpM, c.x == 0 ? 3780 : c.x);
+    EXPECT_EQ(Map.MapXPpM, x == 0 ? 3780 : x);
     EXPECT_EQ(MapWidthPx, 400);
-    EXPECT_NEAR(MapWidthMm, c.width, 0.01) << c.x;
+    EXPECT_NEAR(MapWidthMm, width, 0.01) << x;
   }
 }
 
@@ -170,23 +164,20 @@ TEST_F(MapOpen, SafeModeOffersItsFourRoads) {
   MessageScript script("auf eine beschädigte Datenbank hindeuten");
   Toggle_Safe_Mode();
   EXPECT_EQ(InfoBar.Panel[0], "Bitte eine Karte öffnen (abgesicherter Modus)");
-  struct Road {
-    int choice;
-    QString told;
-    int entries;  // -1: the map stays closed
-  };
-  for (const Road& road :
-       {Road{4, "Die Prozedur wird abgebrochen", -1}, Road{1, "Diese Tabelle wurde repariert", 1},
-        Road{2, "Diese Tabelle wurde umbenannt in:", 0}, Road{3, "unverändert im normalen Modus", 0}}) {
-    dialogHooks.Abgesichert = [&](const SafeModeQuestion& question) {
+  const std::tuple<int, const char*, int> roads[] = {{4, "Die Prozedur wird abgebrochen", -1},  // the map stays closed
+                                                     {1, "Diese Tabelle wurde repariert", 1},
+                                                     {2, "Diese Tabelle wurde umbenannt in:", 0},
+                                                     {3, "unverändert im normalen Modus", 0}};
+  for (const auto& [choice, told, entries] : roads) {
+    dialogHooks.Abgesichert = [&table, choice = choice](const SafeModeQuestion& question) {
       EXPECT_EQ(question.table, table);
-      return road.choice;
+      return choice;
     };
-    script.Expect(road.told);
+    script.Expect(told);
     Open_Map(map);
-    ASSERT_EQ(frmMDI.MapOpen, road.entries >= 0) << road.choice;
+    ASSERT_EQ(frmMDI.MapOpen, entries >= 0) << choice;
     if (!frmMDI.MapOpen) continue;
-    EXPECT_EQ(Entry_Count(), road.entries) << road.choice;
+    EXPECT_EQ(Entry_Count(), entries) << choice;
     EXPECT_TRUE(File_Exists(Path("KARTE_BAK.MDB")));
     Close_Map();
   }

@@ -1,9 +1,6 @@
 #include "maps/note_pads.h"
 
-#include "platform/error.h"
-#include "platform/files.h"
 #include "state/mdi_state.h"
-#include "support/fixture.h"
 
 using NotePadTest = FluraxTest;
 

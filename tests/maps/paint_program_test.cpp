@@ -1,17 +1,13 @@
 #include "maps/paint_program.h"
 
 #include <QDateTime>
-#include <QFile>
-#include <QFileInfo>
 
 #include "maps/map_open.h"
-#include "platform/files.h"
 #include "platform/shell.h"
 #include "state/events.h"
 #include "state/mdi_state.h"
 #include "store/file_names.h"
 #include "store/settings.h"
-#include "support/fixture.h"
 
 namespace {
 

@@ -1,8 +1,6 @@
 #include "plansquares/raster_design.h"
 
 #include "state/coordinate_state.h"
-#include "support/errors.h"
-#include "support/fixture.h"
 
 class RasterDesignTest : public FluraxTest {
  protected:
@@ -37,9 +35,7 @@ TEST_F(RasterDesignTest, NamesCountColumnsInLettersAndRowsInNumbers) {
 
 TEST_F(RasterDesignTest, FieldsShrinkToWholeSquaresAndSquaresLeaveNoGaps) {
   const RasterPlan plan = Plan({0, 0, 1000, 1000}, 300);
-  EXPECT_EQ(plan.Cols, 3);
-  EXPECT_EQ(plan.Rows, 3);
-  EXPECT_EQ(plan.edgeX.back(), 900);
+  EXPECT_EQ(std::tuple(plan.Cols, plan.Rows, plan.edgeX.back()), std::tuple(3, 3, 900));
   EXPECT_TRUE(plan.adjusted);
   EXPECT_EQ(plan.squares[5].name, "C-2");
   EXPECT_EQ(plan.squares[5].box, QRect(600, 300, 300, 300));
@@ -63,9 +59,8 @@ TEST_F(RasterDesignTest, TooManyAndTooSmallAreRefusedBeforeAnythingIsMade) {
   const Error error = Raised([] { Plan({0, 0, 450, 450}, 10); });
   EXPECT_EQ(std::tie(error.number, error.text), std::tuple(5000, "Zuviele Planquadrate. 2025"));
   EXPECT_THROW(Plan({0, 0, 1e9, 1e9}, 0.001F), Error);
-  EXPECT_THROW(Plan({0, 0, 99, 500}, 100), RasterFault);
-  EXPECT_THROW(Plan({0, 0, 500, 99}, 100), RasterFault);
-  EXPECT_THROW(Plan({0, 0, 500, 500}, 0), RasterFault);
+  for (const auto& [width, height, side] : {std::tuple(99, 500, 100.0F), {500, 99, 100.0F}, {500, 500, 0.0F}})
+    EXPECT_THROW(Plan({0, 0, 1.0 * width, 1.0 * height}, side), RasterFault) << width << ' ' << height;
 }
 
 TEST_F(RasterDesignTest, SizesAreReadWithTheirUnits) {
@@ -106,9 +101,7 @@ TEST_F(RasterDesignTest, SidesFollowScalePaperAndNet) {
   design = Part(CornerUnit::Coordinates, QStringLiteral("200"), {"4500000", "5401000", "4501000", "5400000"});
   EXPECT_DOUBLE_EQ(Side_Pixels(design), 100);
   const PlanField field = Read_Field(design, {});
-  EXPECT_DOUBLE_EQ(field.x, 100);
-  EXPECT_DOUBLE_EQ(field.y, 200);
-  EXPECT_DOUBLE_EQ(field.width, 500);
+  EXPECT_EQ(std::tuple(field.x, field.y, field.width), std::tuple(100, 200, 500));
   design.P2x = QStringLiteral("9999999");
   EXPECT_THROW(Read_Field(design, {}), RasterFault);
 }
@@ -116,8 +109,7 @@ TEST_F(RasterDesignTest, SidesFollowScalePaperAndNet) {
 TEST_F(RasterDesignTest, CornersMayBeSwappedMissingOrNonsense) {
   RasterDesign design = Part(CornerUnit::Pixel, QStringLiteral("50"), {"400", "300", "100", "50"});
   const PlanField field = Read_Field(design, {});
-  EXPECT_DOUBLE_EQ(field.x, 100);
-  EXPECT_DOUBLE_EQ(field.width, 300);
+  EXPECT_EQ(std::tuple(field.x, field.width), std::tuple(100, 300));
   design.P2x.clear(), design.P2y.clear();
   EXPECT_DOUBLE_EQ(Read_Field(design, QRectF(10, 20, 70, 80)).height, 80);
   RasterSteps steps;
@@ -138,8 +130,7 @@ TEST_F(RasterDesignTest, CornersMayBeSwappedMissingOrNonsense) {
 TEST_F(RasterDesignTest, WhiteLinesBecomeGrey) {
   int VG = 15, HG = 15;
   Sound_Colors(VG, HG);
-  EXPECT_EQ(VG, 8);
-  EXPECT_EQ(HG, 15);
+  EXPECT_EQ(std::pair(VG, HG), std::pair(8, 15));
   VG = HG = 3;
   Sound_Colors(VG, HG);
   EXPECT_NE(VG, HG);

@@ -5,17 +5,9 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
-#include <functional>
-
 #include "platform/database.h"
 #include "platform/fault_vfs.h"
-#include "platform/files.h"
 #include "platform/page_log.h"
-#include "support/errors.h"
-#include "support/fixture.h"
 
 // What the disk, the power and other programs can do to a table.
 
@@ -28,6 +20,12 @@ void Append(Recordset& rows, int number) {
   rows.Set(0, QStringLiteral("Zeile %1").arg(number));
   rows.Set(1, qint64{number});
   rows.Update();
+}
+
+void Append_Many(Database& database, Recordset& rows, int from, int end) {
+  database.BeginTrans();
+  for (int number = from; number < end; ++number) Append(rows, number);
+  database.CommitTrans();
 }
 
 void Change(Recordset& rows, int number) {
@@ -165,15 +163,10 @@ TEST_F(CrashTest, OneFlushForOneUpdate) {
     rows->Edit();
     rows->Update();
   };
-  const auto append_many = [&] {
-    database->BeginTrans();
-    for (int i = 0; i < 500; ++i) Append(*rows, i);
-    database->CommitTrans();
-  };
   const std::pair<std::function<void()>, int> works[] = {{[&] { Append(*rows, 3); }, 1},
                                                          {[&] { Change(*rows, 8); }, 1},
                                                          {[&] { rows->Delete(); }, 1},
-                                                         {append_many, 1},
+                                                         {[&] { Append_Many(*database, *rows, 0, 500); }, 1},
                                                          {read_all, 0}};
   for (const auto& [work, flushes] : works) {
     const int before = disk.syncs;
@@ -191,20 +184,13 @@ TEST_F(CrashTest, FullDiskLeavesTheOldRow) {
   disk.room = -1;
   Append(*rows, 1);
   rows->MoveFirst();
-  const auto append_many = [&](int count) {
-    database->BeginTrans();
-    for (int i = 0; i < count; ++i) Append(*rows, i);
-    database->CommitTrans();
-  };
+  const TableDef line{"Linie0", Numbers().fields};
   for (const int error : {61, 57}) {
     disk.room = error == 61 ? 100 : -1;
     disk.writeError = error == 61 ? 0 : SQLITE_IOERR_WRITE;
     const std::function<void()> works[] = {[&] { Change(*rows, 5); }, [&] { Append(*rows, 2); },
-                                           [&] { rows->Delete(); },
-                                           [&] {
-                                             database->CreateTable({"Linie0", Numbers().fields});
-                                           },
-                                           [&] { append_many(20000); }};
+                                           [&] { rows->Delete(); }, [&] { database->CreateTable(line); },
+                                           [&] { Append_Many(*database, *rows, 0, 20000); }};
     for (const auto& work : works) {
       const Error told = Raised(work);
       EXPECT_EQ(told.number, error);
@@ -217,7 +203,7 @@ TEST_F(CrashTest, FullDiskLeavesTheOldRow) {
       EXPECT_EQ(rows->Integer(1), 1);
       EXPECT_FALSE(database->HasTable("Linie0"));
     }
-    EXPECT_EQ(Error_Of([&] { append_many(2); }), error);
+    EXPECT_EQ(Error_Of([&] { Append_Many(*database, *rows, 0, 2); }), error);
     EXPECT_FALSE(database->InTrans());  // what could not be committed is taken back
     EXPECT_EQ(rows->RecordCount(), 1);
     disk.room = -1;
@@ -367,9 +353,7 @@ TEST_F(CrashTest, FilesWithAWaitingLog) {
 TEST_F(CrashTest, CutFileIsDamaged) {
   Make(path);
   Open();
-  database->BeginTrans();
-  for (int i = 0; i < 500; ++i) Append(*rows, i);
-  database->CommitTrans();
+  Append_Many(*database, *rows, 0, 500);
   database->Close();
   const QByteArray whole = Read_Bytes(path);
   for (const int missing : {1, 200, 1023, 1024, 3000}) {
@@ -398,9 +382,7 @@ TEST_F(CrashTest, CutFileWithALog) {
   database->CreateTable({"Linie0", Numbers().fields});
   database->Checkpoint();
   const QByteArray before = Read_Bytes(path);
-  database->BeginTrans();
-  for (int i = 3; i < 400; ++i) Append(*rows, i);
-  database->CommitTrans();
+  Append_Many(*database, *rows, 3, 400);
   const QByteArray log = Read_Bytes(path + "-wal");
   const PageLog pages = Read_Log(path + "-wal");
   database->Close();

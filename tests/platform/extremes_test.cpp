@@ -1,7 +1,4 @@
 #include <QPdfWriter>
-#include <QTemporaryDir>
-#include <cmath>
-#include <limits>
 
 #include "platform/fonts.h"
 #include "platform/region.h"

@@ -2,13 +2,6 @@
 
 #include <sqlite3.h>
 
-#include <QFile>
-#include <QFileInfo>
-#include <algorithm>
-#include <cstring>
-#include <map>
-#include <vector>
-
 namespace {
 
 FaultVfs* active = nullptr;
@@ -26,13 +19,14 @@ struct Image {
 };
 std::map<QString, Image> images;
 
-struct ShimFile {
-  sqlite3_file base;
-  QString* path;
-  bool watched;
+// A file of a database, and how it would be worked on without us: all but four ways are the same.
+struct OpenFile {
+  QString path;
+  const sqlite3_io_methods* plain;
+  bool IsWatched() const { return !watchedFolder.isEmpty() && path.startsWith(watchedFolder); }
 };
-ShimFile* Shim(sqlite3_file* file) { return reinterpret_cast<ShimFile*>(file); }
-sqlite3_file* Inner(sqlite3_file* file) { return reinterpret_cast<sqlite3_file*>(Shim(file) + 1); }
+std::map<sqlite3_file*, OpenFile> open;
+std::map<const sqlite3_io_methods*, sqlite3_io_methods> faulty;  // by the plain ones
 
 void Apply(QByteArray& content, const Change& change) {
   if (change.isTruncation) {
@@ -44,65 +38,46 @@ void Apply(QByteArray& content, const Change& change) {
   std::copy(change.bytes.begin(), change.bytes.end(), content.begin() + change.at);
 }
 
-int Close(sqlite3_file* file) {
-  const int rc = Inner(file)->pMethods ? Inner(file)->pMethods->xClose(Inner(file)) : SQLITE_OK;
-  delete Shim(file)->path;
-  return rc;
-}
-int Read(sqlite3_file* file, void* to, int count, sqlite3_int64 at) {
-  return Inner(file)->pMethods->xRead(Inner(file), to, count, at);
-}
+int Close(sqlite3_file* file) { return open.extract(file).mapped().plain->xClose(file); }
 int Write(sqlite3_file* file, const void* from, int count, sqlite3_int64 at) {
-  if (active && Shim(file)->path) {
+  if (active) {
     if (active->writeError) return active->writeError;
     if (active->room >= 0) {
       if (active->room < count) return SQLITE_FULL;
       active->room -= count;
     }
-    if (Shim(file)->watched)
-      images[*Shim(file)->path].waiting.push_back({at, QByteArray(static_cast<const char*>(from), count)});
+    if (open[file].IsWatched())
+      images[open[file].path].waiting.push_back({at, QByteArray(static_cast<const char*>(from), count)});
   }
-  return Inner(file)->pMethods->xWrite(Inner(file), from, count, at);
+  return open[file].plain->xWrite(file, from, count, at);
 }
 int Truncate(sqlite3_file* file, sqlite3_int64 size) {
-  if (Shim(file)->watched) images[*Shim(file)->path].waiting.push_back({size, {}, true});
-  return Inner(file)->pMethods->xTruncate(Inner(file), size);
+  if (open[file].IsWatched()) images[open[file].path].waiting.push_back({size, {}, true});
+  return open[file].plain->xTruncate(file, size);
 }
 int Sync(sqlite3_file* file, int flags) {
-  if (active && Shim(file)->path) {
+  if (active) {
     ++active->syncs;
     if (active->writeError) return SQLITE_IOERR_FSYNC;
-    if (Shim(file)->watched) {
-      Image& image = images[*Shim(file)->path];
+    if (open[file].IsWatched()) {
+      Image& image = images[open[file].path];
       for (const Change& change : image.waiting) Apply(image.flushed, change);
       image.waiting.clear();
     }
   }
-  return Inner(file)->pMethods->xSync(Inner(file), flags);
+  return open[file].plain->xSync(file, flags);
 }
-int File_Size(sqlite3_file* file, sqlite3_int64* size) { return Inner(file)->pMethods->xFileSize(Inner(file), size); }
-int Lock(sqlite3_file* file, int kind) { return Inner(file)->pMethods->xLock(Inner(file), kind); }
-int Unlock(sqlite3_file* file, int kind) { return Inner(file)->pMethods->xUnlock(Inner(file), kind); }
-int Check_Lock(sqlite3_file* file, int* held) { return Inner(file)->pMethods->xCheckReservedLock(Inner(file), held); }
-int Control(sqlite3_file* file, int what, void* argument) {
-  return Inner(file)->pMethods->xFileControl(Inner(file), what, argument);
-}
-int Sector(sqlite3_file*) { return 512; }
-int Characteristics(sqlite3_file*) { return 0; }
-
-const sqlite3_io_methods methods = {1,       Close,      Read,    Write,  Truncate,        Sync,    File_Size, Lock,
-                                    Unlock,  Check_Lock, Control, Sector, Characteristics, nullptr, nullptr,   nullptr,
-                                    nullptr, nullptr,    nullptr};
 
 int Open(sqlite3_vfs*, const char* name, sqlite3_file* file, int flags, int* outFlags) {
-  Shim(file)->path = nullptr;
-  Inner(file)->pMethods = nullptr;
   if (active && active->readOnly && (flags & SQLITE_OPEN_READWRITE))
     flags = (flags & ~(SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE)) | SQLITE_OPEN_READONLY;
-  const int rc = real->xOpen(real, name, Inner(file), flags, outFlags);
-  file->pMethods = rc == SQLITE_OK ? &methods : nullptr;
-  if (rc == SQLITE_OK && name) Shim(file)->path = new QString(QString::fromUtf8(name));
-  Shim(file)->watched = Shim(file)->path && !watchedFolder.isEmpty() && Shim(file)->path->startsWith(watchedFolder);
+  const int rc = real->xOpen(real, name, file, flags, outFlags);
+  if (rc != SQLITE_OK || !name) return rc;
+  open[file] = {QString::fromUtf8(name), file->pMethods};
+  sqlite3_io_methods& ours = faulty[file->pMethods] = *file->pMethods;
+  ours.iVersion = 1;  // neither shared memory nor files mapped into it: they would pass by
+  ours.xClose = Close, ours.xWrite = Write, ours.xTruncate = Truncate, ours.xSync = Sync;
+  file->pMethods = &ours;
   return rc;
 }
 int Delete(sqlite3_vfs*, const char* name, int syncFolder) {
@@ -120,7 +95,6 @@ FaultVfs::FaultVfs(const QString& watched) {
   shim = *real;
   shim.zName = "fault";
   shim.pNext = nullptr;
-  shim.szOsFile = static_cast<int>(sizeof(ShimFile)) + real->szOsFile;
   shim.xOpen = Open;
   shim.xDelete = Delete;
   active = this;

@@ -5,37 +5,18 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
 #include <chrono>
 #include <csignal>
 #include <thread>
 
-#include "support/errors.h"
-#include "support/fixture.h"
-
 namespace {
-class Files : public ::testing::Test {
+class Files : public FolderTest {
  protected:
-  void SetUp() override { ASSERT_TRUE(folder.isValid()); }
   void TearDown() override { File_Write_Fault = nullptr; }
-  QString Path(const QString& name) const { return folder.path() + u'/' + name; }
-  QString Put(const QString& name, const QByteArray& content) const {
-    QDir().mkpath(QFileInfo(Path(name)).path());
-    QFile file(Path(name));
-    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(content);
-    return Path(name);
-  }
   static QByteArray Content(const QString& path) {
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<missing>");
   }
-  QStringList Names() const {
-    return QDir(folder.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
-  }
-  QTemporaryDir folder;
 };
 }  // namespace
 
@@ -59,17 +40,12 @@ TEST_F(Files, AsidesOfProgramsThatEndedAreCleared) {
   for (const QString& pattern : ours) kept << pattern.arg(running);
   for (const QString& pattern : foreign) kept << pattern.arg(ended);
   Clear_Stale_Asides(folder.path());
-  QStringList names = Names();
-  kept.sort();
-  names.sort();
-  EXPECT_EQ(names, kept);
+  EXPECT_THAT(Names(), ::testing::UnorderedElementsAreArray(kept));
   EXPECT_EQ(QFileInfo(Aside_Name(Path("Karte.MDB"))).path(), folder.path());
   Put(QFileInfo(Aside_Name(Path("Karte.MDB"))).fileName(), "eigen");
   Clear_Stale_Asides(folder.path());
   Clear_Stale_Asides(Path("fehlt"));
-  names = Names();
-  names.sort();
-  EXPECT_EQ(names, kept) << "of an earlier program with our number";
+  EXPECT_THAT(Names(), ::testing::UnorderedElementsAreArray(kept)) << "of an earlier program with our number";
 }
 
 TEST_F(Files, EveryByteOfTheCodePageComesBack) {

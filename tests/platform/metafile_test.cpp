@@ -1,8 +1,5 @@
-#include <QImage>
-
 #include "picture_bytes.h"
 #include "platform/wmf_reader.h"
-#include "support/errors.h"
 #include "support/pixels.h"
 
 namespace {

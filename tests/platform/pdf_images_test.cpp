@@ -1,9 +1,4 @@
-#include <gtest/gtest.h>
-#include <QFile>
-#include <QImage>
 #include <QPainter>
-#include <QProcess>
-#include <QTemporaryDir>
 
 #include "platform/printer.h"
 #include "platform/surface.h"
@@ -26,7 +21,7 @@ QImage Scan(int colors, int width, int height) {
 // colour.
 TEST(PdfImagesTest, ScansStandInTheFileAsTheyAre) {
   const QTemporaryDir folder;
-  const QString path = folder.filePath(QStringLiteral("aus.pdf"));
+  const QString path = folder.filePath("aus.pdf");
   const Paper paper{.widthMm = 127, .heightMm = 127, .unprintableX = 0, .unprintableY = 0, .dpi = 600};  // 5 inches
   const QImage first = Scan(256, 300, 201), second = Scan(3, 200, 100);
   QImage full = Scan(9, 120, 120).convertToFormat(QImage::Format_RGB32);
@@ -46,11 +41,10 @@ TEST(PdfImagesTest, ScansStandInTheFileAsTheyAre) {
     job->EndDoc();
   }
   QProcess reader;
-  reader.start(QStringLiteral("pdftoppm"),
-               {QStringLiteral("-r"), QStringLiteral("96"), QStringLiteral("-png"), path, folder.filePath("p")});
+  reader.start("pdftoppm", {"-r", "96", "-png", path, folder.filePath("p")});
   ASSERT_TRUE(reader.waitForFinished());
   EXPECT_EQ(reader.readAllStandardError(), QByteArray());
-  const QImage one(folder.filePath(QStringLiteral("p-1.png"))), two(folder.filePath(QStringLiteral("p-2.png")));
+  const QImage one(folder.filePath("p-1.png")), two(folder.filePath("p-2.png"));
   ASSERT_FALSE(one.isNull() || two.isNull());
   const auto same = [](const QImage& page, QPoint on, const QImage& picture, QPoint in) {
     EXPECT_EQ(page.pixel(on) & RGB_MASK, picture.pixel(in) & RGB_MASK) << on.x() << "," << on.y();
@@ -60,7 +54,5 @@ TEST(PdfImagesTest, ScansStandInTheFileAsTheyAre) {
   for (int x = 10; x < 100; x += 20) same(one, {300 + x, x}, first, {40 + x, 60 + x});
   for (int x = 10; x < 120; x += 20) same(one, {x, 240 + x}, full, {x, x});
   for (int x = 10; x < 200; x += 20) same(two, {x, 50}, second, {x, 50});
-  QFile file(path);
-  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-  EXPECT_EQ(file.readAll().count("/Indexed"), 3);
+  EXPECT_EQ(Read_Bytes(path).count("/Indexed"), 3);
 }

@@ -2,27 +2,15 @@
 
 #include <sys/stat.h>
 
-#include <QDir>
-#include <QFile>
 #include <QImageReader>
-#include <QTemporaryDir>
 
 #include "picture_bytes.h"
-#include "platform/files.h"
-#include "support/errors.h"
 #include "support/pixels.h"
 
 namespace {
 
-class PictureFile : public ::testing::Test {
+class PictureFile : public FolderTest {
  protected:
-  QTemporaryDir folder;
-  QString Path(const QString& name) const { return folder.filePath(name); }
-  QString Put(const QString& name, const QByteArray& bytes) const {
-    QFile file(Path(name));  // without the flushes of the program's own writing
-    EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
-    return Path(name);
-  }
   int Loading_Error(const QString& name, const QByteArray& bytes) const {
     const Error error = Raised([&] { Load_Picture(Put(name, bytes)); });
     EXPECT_TRUE(error.number == 0 || error.text.contains(name)) << qPrintable(error.text);

@@ -1,9 +1,5 @@
 #include "platform/region.h"
 
-#include <gtest/gtest.h>
-
-#include <random>
-
 namespace {
 
 TEST(Shapes, EdgesBelongToTheLeftAndTopOnly) {

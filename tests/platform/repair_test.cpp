@@ -1,67 +1,27 @@
-#include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
-#include <functional>
-#include <map>
-
-#include "platform/database.h"
-#include "platform/files.h"
-#include "support/errors.h"
-#include "support/fixture.h"
+#include "platform/damage_fixture.h"
 
 // Damages a table file in many ways. What a repair brings back must be what stood there.
 
 namespace {
 
 constexpr int pageSize = 1024;
-using RowTexts = std::map<QString, std::map<qint64, QStringList>>;  // by table and key
 
-std::vector<FieldInfo> Columns() {
-  std::vector<FieldInfo> fields;
-  for (const char* name : {"ID", "Eintrag", "Schrift"}) fields.push_back({name, FieldType::Text, 79});
-  fields.push_back({"Größe", FieldType::Double, 0});
-  for (const char* name : {"VG", "HG", "RA", "Xmap", "Ymap", "Xline", "Yline", "Typ"})
-    fields.push_back({name, FieldType::Integer, 0});
-  return fields;
-}
-std::vector<FieldInfo> Point_Columns() { return {{"xf", FieldType::Integer, 0}, {"yf", FieldType::Integer, 0}}; }
-std::vector<FieldInfo> List_Columns() {
-  return {{"Nr", FieldType::Text, 20}, {"Ort", FieldType::Text, 79}, {"Spzf", FieldType::Text, 20}};
-}
-
-void Append(Recordset& rows, const std::vector<Value>& values) {
-  rows.AddNew();
-  for (int i = 0; i < static_cast<int>(values.size()); ++i) rows.Set(i, values[static_cast<size_t>(i)]);
-  rows.Update();
-}
-
-RowTexts Read_All(Database& database) {
-  RowTexts all;
-  for (const TableDef& table : std::vector<TableDef>(database.TableDefs())) {
-    auto rows = database.OpenRecordset(table.name);
-    auto& texts = all[table.name];
-    for (; !rows->Eof(); rows->MoveNext())
-      for (int i = 0; i < static_cast<int>(table.fields.size()); ++i) texts[rows->Key()] << rows->Text(i);
-  }
-  return all;
-}
-
-int Count(const RowTexts& all) {
+int Count(const TableTexts& all) {
   int count = 0;
   for (const auto& [table, rows] : all) count += static_cast<int>(rows.size());
   return count;
 }
 
-class RepairTest : public ::testing::Test {
+class RepairTest : public DamageTest {
  protected:
   // 1500 entries, some with long texts, a list, 30 small tables and a large one of points.
   static void SetUpTestSuite() {
-    Set_Known_Tables({{"MapData", Columns()}, {"Qdata", List_Columns()}, {"", Point_Columns()}});
+    DamageTest::SetUpTestSuite();
     QTemporaryDir folder;
     const QString path = folder.filePath("A.MDB");
     auto database = Workspace::CreateDatabase(path);
-    database->CreateTable({"MapData", Columns()});
-    database->CreateTable({"Qdata", List_Columns()});
+    database->CreateTable({"MapData", Entry_Columns()});
+    database->CreateTable({"Qdata", listColumns});
     database->BeginTrans();
     auto list = database->OpenRecordset("Qdata");
     Append(*list, {QStringLiteral("FSZ"), QStringLiteral("1,2")});
@@ -75,7 +35,7 @@ class RepairTest : public ::testing::Test {
     }
     for (int table = 0; table <= 30; ++table) {
       const QString name = QStringLiteral("Linie%1").arg(table);
-      database->CreateTable({name, Point_Columns()});
+      database->CreateTable({name, pointColumns});
       auto points = database->OpenRecordset(name);
       for (int i = 0; i < (table == 30 ? 2000 : 5 + table); ++i)
         Append(*points, {qint64{table * 1000 + i % 1000}, qint64{i}});
@@ -98,18 +58,18 @@ class RepairTest : public ::testing::Test {
     content.replace((page - 1) * pageSize, pageSize, QByteArray(pageSize, with));
   }
   // Repairs and reads; every row must be one of the original.
-  RowTexts Repaired(int leastRows) {
+  TableTexts Repaired(int leastRows) {
     const QByteArray damaged = Read_Bytes(path);
     report = RepairDatabase(path);
     EXPECT_FALSE(report.wasSound);
     EXPECT_EQ(Read_Bytes(report.damagedCopy), damaged);
     auto database = Workspace::OpenDatabase(path);
-    RowTexts found = Read_All(*database);
+    TableTexts found = Read_All(*database);
     EXPECT_EQ(report.rows, Count(found));
     EXPECT_GE(report.rows, leastRows);
     QString wrong;
     for (const auto& [table, rows] : found) {
-      const auto& expected = original->count(table) ? original->at(table) : std::map<qint64, QStringList>();
+      const RowTexts expected = original->count(table) ? original->at(table) : RowTexts();
       for (const auto& [key, texts] : rows)
         if (!table.startsWith("Gerettet") && (!expected.count(key) || !Same(texts, expected.at(key))))
           wrong += table + ' ' + QString::number(key) + ": " + texts.join('|').left(200) + '\n';
@@ -124,18 +84,11 @@ class RepairTest : public ::testing::Test {
     return texts == expected;
   }
 
-  static RowTexts* const original;
-  static QByteArray* const sound;
-  static int mapRoot, pointRoot;
-  // In memory where that can be had: hundreds of flushes are of no interest here.
-  QTemporaryDir folder{QDir("/dev/shm").exists() ? "/dev/shm/flurax-XXXXXX" : QDir::tempPath() + "/flurax-XXXXXX"};
-  QString path = folder.filePath("KARTE.MDB");
+  static inline TableTexts* const original = new TableTexts;
+  static inline QByteArray* const sound = new QByteArray;
+  static inline int mapRoot = 0, pointRoot = 0;
   RepairReport report;
 };
-RowTexts* const RepairTest::original = new RowTexts;
-QByteArray* const RepairTest::sound = new QByteArray;
-int RepairTest::mapRoot = 0;
-int RepairTest::pointRoot = 0;
 
 TEST_F(RepairTest, SoundFileStays) {
   Put(*sound);
@@ -167,7 +120,7 @@ TEST_F(RepairTest, FirstPageOrRootIsGone) {
       QByteArray content = *sound;
       Spoil(content, page, with);
       Put(content);
-      RowTexts found = Repaired(Count(*original));
+      TableTexts found = Repaired(Count(*original));
       EXPECT_TRUE(page == 1 || found == *original) << page;
       for (const char* table : {"MapData", "Qdata"}) EXPECT_EQ(found[table], original->at(table)) << page;
     }
@@ -182,16 +135,16 @@ TEST_F(RepairTest, LostLeavesCostTheirOwnRowsOnly) {
       ++spoiled;
     }
   Put(content);
-  const RowTexts found = Repaired(Count(*original) - 5 * 150);
+  const TableTexts found = Repaired(Count(*original) - 5 * 150);
   EXPECT_LT(report.rows, Count(*original));
   EXPECT_EQ(found.size(), original->size());
 }
 
 TEST_F(RepairTest, WholeDescriptionIsGone) {
   auto database = Workspace::CreateDatabase(folder.filePath("Klein.MDB"));
-  database->CreateTable({"MapData", Columns()});
+  database->CreateTable({"MapData", Entry_Columns()});
   database->AddColumn("MapData", {"Höhe", FieldType::Integer, 0});
-  database->CreateTable({"Linie4", Point_Columns()});
+  database->CreateTable({"Linie4", pointColumns});
   database->Execute("INSERT INTO MapData(ID,Eintrag,Typ,\"Höhe\") VALUES('Linie4','Weg',4,812),('!','Kopf',-1,NULL)");
   database->Execute("INSERT INTO Linie4 VALUES(1,2),(3,4)");
   database->Close();

@@ -1,14 +1,5 @@
-#include <sqlite3.h>
-
-#include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
-#include <map>
-
-#include "platform/database.h"
-#include "platform/files.h"
-#include "support/errors.h"
-#include "support/fixture.h"
+#include "platform/damage_fixture.h"
+#include "platform/foreign_sql.h"
 
 // One damaged byte in what a table file tells about its own tables. All rows are whole: none may be lost, and none may
 // turn up in another table.
@@ -17,39 +8,24 @@ namespace {
 
 constexpr int entryCount = 60, lineCount = 6;
 
-std::vector<FieldInfo> Entry_Columns() {
-  std::vector<FieldInfo> fields;
-  for (const char* name : {"ID", "Eintrag", "Schrift"}) fields.push_back({name, FieldType::Text, 79});
-  fields.push_back({"Größe", FieldType::Double, 0});
-  for (const char* name : {"VG", "HG", "RA", "Xmap", "Ymap", "Xline", "Yline", "Typ"})
-    fields.push_back({name, FieldType::Integer, 0});
-  return fields;
-}
-const std::vector<FieldInfo> pointColumns = {{"xf", FieldType::Integer, 0}, {"yf", FieldType::Integer, 0}};
-
-using Rows = std::map<qint64, QStringList>;
-
-class SchemaDamageTest : public ::testing::Test {
+class SchemaDamageTest : public DamageTest {
  protected:
   void SetUp() override {
-    Set_Known_Tables({{"MapData", Entry_Columns()},
-                      {"Qdata", {{"Nr", FieldType::Text, 20}, {"Ort", FieldType::Text, 79}}},
-                      {"", pointColumns}});
     auto database = Workspace::CreateDatabase(path);
     database->BeginTrans();
     std::vector<FieldInfo> columns = Entry_Columns();
     columns.push_back({"Höhe", FieldType::Integer, 0});
     columns.push_back({"Fundort", FieldType::Text, 30});
     database->CreateTable({"MapData", columns});
-    database->CreateTable({"Qdata", {{"Nr", FieldType::Text, 20}, {"Ort", FieldType::Text, 79}}});
+    database->CreateTable({"Qdata", listColumns});
     auto rows = database->OpenRecordset("MapData");
     for (int i = 0; i < entryCount; ++i) {
-      rows->AddNew();
+      std::vector<Value> values;
       for (int column = 0; column < 14; ++column)
-        rows->Set(column, columns[static_cast<size_t>(column)].type == FieldType::Text
-                              ? Value(QStringLiteral("Wert %1 in %2").arg(i).arg(column))
-                              : Value(qint64{i * 100 + column}));
-      rows->Update();
+        values.push_back(columns[static_cast<size_t>(column)].type == FieldType::Text
+                             ? Value(u"Wert %1 in %2"_s.arg(i).arg(column))
+                             : Value(qint64{i * 100 + column}));
+      Append(*rows, values);
     }
     for (int line = 0; line < lineCount; ++line) {
       const QString name = QStringLiteral("Linie%1").arg(line);
@@ -59,18 +35,8 @@ class SchemaDamageTest : public ::testing::Test {
     }
     database->CommitTrans();
     database->Close();
-    database = Workspace::OpenDatabase(path);
-    for (const TableDef& table : std::vector<TableDef>(database->TableDefs()))
-      original[table.name] = All(*database, table.name);
-    database->Close();
+    original = Read_All(*Workspace::OpenDatabase(path));
     sound = Read_Bytes(path);
-  }
-  static Rows All(Database& database, const QString& name) {
-    Rows all;
-    auto rows = database.OpenRecordset(name);
-    for (; !rows->Eof(); rows->MoveNext())
-      for (int i = 0; i < static_cast<int>(rows->Fields().size()); ++i) all[rows->Key()] << rows->Text(i);
-    return all;
   }
   // "" if the repaired file holds all entries under their columns and no wrong row; counts what kept its name.
   QString Fault_After(const QByteArray& content) {
@@ -84,30 +50,29 @@ class SchemaDamageTest : public ::testing::Test {
       if (!report.damagedCopy.isEmpty()) QFile::remove(report.damagedCopy);
       auto database = Workspace::OpenDatabase(path);
       if (report.Rows_In("mapdata") != entryCount) return "entries are told wrong";
-      if (const QString fault = Fault_Of_Entries(*database); !fault.isEmpty()) return "entries: " + fault;
-      for (const TableDef& table : std::vector<TableDef>(database->TableDefs())) {
-        const Rows found = All(*database, table.name), &expected = original[table.name];
-        if (table.name.startsWith("Gerettet")) unnamed += static_cast<int>(found.size());
-        if (expected.empty()) continue;
+      const TableTexts tables = Read_All(*database);
+      if (const QString fault = Fault_Of_Entries(*database, tables); !fault.isEmpty()) return "entries: " + fault;
+      for (const auto& [name, found] : tables) {
+        if (name.startsWith("Gerettet")) unnamed += static_cast<int>(found.size());
+        const auto expected = original.find(name);
+        if (expected == original.end()) continue;
         for (const auto& [key, texts] : found)
-          if (expected.count(key) == 0 || expected.at(key) != texts) return "a wrong row in " + table.name;
-        linesKept += table.name.startsWith("Linie") && found == expected ? 1 : 0;
+          if (expected->second.count(key) == 0 || expected->second.at(key) != texts) return "a wrong row in " + name;
+        linesKept += name.startsWith("Linie") && found == expected->second;
       }
       return {};
     } catch (const Error& error) {
       return "error: " + error.text;
     }
   }
-  QString Fault_Of_Entries(Database& database) {
+  QString Fault_Of_Entries(Database& database, const TableTexts& tables) {
     if (!database.HasTable("MapData")) return "no table";
-    if (All(database, "MapData") != original["MapData"]) return "other values";
+    if (tables.at("MapData") != original["MapData"]) return "other values";
     const auto rows = database.OpenRecordset("MapData");
-    for (int i = 0; i < static_cast<int>(Entry_Columns().size()); ++i)
-      if (!rows->HasField(Entry_Columns()[static_cast<size_t>(i)].name) ||
-          rows->FieldIndex(Entry_Columns()[static_cast<size_t>(i)].name) != i)
-        return "column " + QString::number(i);
-    const bool kept = rows->HasField(u"Höhe") && rows->HasField(u"Fundort");
-    columnsKept += kept ? 1 : 0;
+    int number = 0;
+    for (const FieldInfo& column : Entry_Columns())
+      if (!rows->HasField(column.name) || rows->FieldIndex(column.name) != number++) return "column " + column.name;
+    columnsKept += rows->HasField(u"Höhe") && rows->HasField(u"Fundort");
     return {};
   }
   // Each byte in turn in one of four ways.
@@ -120,10 +85,8 @@ class SchemaDamageTest : public ::testing::Test {
     }
   }
 
-  QTemporaryDir folder{QDir("/dev/shm").exists() ? "/dev/shm/flurax-XXXXXX" : QDir::tempPath() + "/flurax-XXXXXX"};
-  QString path = folder.filePath("KARTE.MDB");
   QByteArray sound;
-  std::map<QString, Rows> original;
+  TableTexts original;
   int runs = 0, linesKept = 0, columnsKept = 0, unnamed = 0;
 };
 
@@ -152,22 +115,16 @@ TEST_F(SchemaDamageTest, LostDescriptions) {
 
 // Rules of a table may not cost a row, and its own numbers stay.
 TEST_F(SchemaDamageTest, TablesOfOtherPrograms) {
-  sqlite3* other = nullptr;
-  ASSERT_EQ(sqlite3_open(qPrintable(path), &other), SQLITE_OK);
-  EXPECT_EQ(
-      sqlite3_exec(other,
-                   "PRAGMA ignore_check_constraints=ON; CREATE TABLE fremd(nr INTEGER PRIMARY KEY, art TEXT "
-                   "CHECK (art <> 'x')); INSERT INTO fremd VALUES(17, 'a'), (23, 'x'), (40, 'b');"
-                   "CREATE TABLE eigen(nr INTEGER PRIMARY KEY, art TEXT NOT NULL); INSERT INTO eigen VALUES(9, 'y')",
-                   nullptr, nullptr, nullptr),
-      SQLITE_OK);
-  sqlite3_close(other);
+  Run_Elsewhere(path,
+                "PRAGMA ignore_check_constraints=ON; CREATE TABLE fremd(nr INTEGER PRIMARY KEY, art TEXT "
+                "CHECK (art <> 'x')); INSERT INTO fremd VALUES(17, 'a'), (23, 'x'), (40, 'b');"
+                "CREATE TABLE eigen(nr INTEGER PRIMARY KEY, art TEXT NOT NULL); INSERT INTO eigen VALUES(9, 'y')");
   QByteArray content = Read_Bytes(path);
   content[18] = '\x7f';
   EXPECT_EQ(Fault_After(content), "");
-  auto database = Workspace::OpenDatabase(path);
-  EXPECT_EQ(All(*database, "fremd"), (Rows{{17, {"", "a"}}, {23, {"", "x"}}, {40, {"", "b"}}}));
-  EXPECT_EQ(All(*database, "eigen"), (Rows{{9, {"9", "y"}}}));
+  TableTexts tables = Read_All(*Workspace::OpenDatabase(path));
+  EXPECT_EQ(tables["fremd"], (RowTexts{{17, {"", "a"}}, {23, {"", "x"}}, {40, {"", "b"}}}));
+  EXPECT_EQ(tables["eigen"], (RowTexts{{9, {"9", "y"}}}));
 }
 
 }  // namespace

@@ -1,14 +1,6 @@
-#include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
 #include <new>
 
-#include "platform/error.h"
-#include "platform/file_dialog.h"
-#include "platform/message_box.h"
-#include "platform/progress.h"
 #include "platform/shell.h"
-#include "support/fixture.h"
 
 TEST(Guarded, AsksAndObeys) {
   MessageScript script{{"Prozedur beenden?", MsgAnswer::Yes},

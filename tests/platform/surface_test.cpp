@@ -1,15 +1,9 @@
 #include "platform/surface.h"
 
-#include <QFile>
 #include <QFontMetrics>
 #include <QPainter>
 #include <QPdfWriter>
-#include <QTemporaryDir>
 
-#include <cmath>
-#include <functional>
-
-#include "platform/error.h"
 #include "support/pixels.h"
 
 namespace {
@@ -30,12 +24,14 @@ std::vector<std::string> Rows(const QImage& image) {
 
 using Picture = std::vector<std::string>;
 using Drawing = std::function<void(Surface&)>;
-Picture Drawn(int width, int height, const Drawing& draw, const PenState& pen = {}) {
-  QImage image = Make_Canvas(width, height);
+QImage Painted(QImage image, const Drawing& draw, const PenState& pen = {}) {
   const auto surface = Make_Surface(image);
   surface->pen = pen;
   draw(*surface);
-  return Rows(image);
+  return image;
+}
+Picture Drawn(int width, int height, const Drawing& draw, const PenState& pen = {}) {
+  return Rows(Painted(Make_Canvas(width, height), draw, pen));
 }
 
 TEST(SurfaceLines, LeaveOutTheLastPixelOnly) {
@@ -104,14 +100,9 @@ TEST(SurfaceBoxes, RimLiesInside) {
 TEST(SurfaceShapes, EllipseFillsItsBoxEvenly) {
   for (const double width : {1.0, 3.0}) {
     for (const QSize size : {QSize(21, 15), QSize(20, 14), QSize(9, 30), QSize(3, 3)}) {
-      QImage image = Make_Canvas(40, 40);
-      {
-        const auto s = Make_Surface(image);
-        s->pen.DrawWidth = width;
-        s->pen.fill = FillStyle::Solid;
-        s->pen.FillColor = red;
-        s->Ellipse(QRectF(QPointF(4, 5), size));
-      }
+      const PenState pen{.FillColor = red, .DrawWidth = width, .fill = FillStyle::Solid};
+      const QImage image = Painted(
+          Make_Canvas(40, 40), [&](Surface& s) { s.Ellipse(QRectF(QPointF(4, 5), size)); }, pen);
       EXPECT_EQ(Extent_Of(image, Is_Ink), QRect(QPoint(4, 5), size)) << size.width() << " pen " << width;
       if (size.width() > 6) {
         EXPECT_EQ(image.pixel(4 + size.width() / 2, 5 + size.height() / 2), red);
@@ -152,10 +143,11 @@ TEST(SurfaceHatch, LinesAreEightApartAndGapsShowWhatIsBelow) {
   const QImage before = Motley(70, 70);
   for (const auto& [style, perRow, perColumn, on, off] : cases)
     for (const bool asPolygon : {false, true}) {
-      QImage image = before.copy();
-      const auto s = Make_Surface(image);
-      s->pen = {.FillColor = red, .pen = PenStyle::None, .fill = style};
-      asPolygon ? s->Polygon(corners) : s->Box({0, 0, 70, 70});
+      const QImage image = Painted(before,
+                                   [&](Surface& s) {
+                                     asPolygon ? s.Polygon(corners) : s.Box({0, 0, 70, 70});
+                                   },
+                                   {.FillColor = red, .pen = PenStyle::None, .fill = style});
       const auto isRed = [](QRgb color) { return color == red; };
       EXPECT_EQ(Count_Pixels(image, QRect(0, 1, 64, 1), isRed), perRow) << static_cast<int>(style) << asPolygon;
       EXPECT_EQ(Count_Pixels(image, QRect(1, 0, 1, 64), isRed), perColumn) << static_cast<int>(style) << asPolygon;
@@ -226,17 +218,11 @@ TEST(SurfaceModes, EachTouchedPixelIsCombinedOnce) {
 
 TEST(SurfaceModes, NopDrawsNothingAndLargeShapesAreCombinedInBands) {
   const QImage before = Motley(100, 100);
-  QImage image = before.copy();
-  const auto nop = Make_Surface(image);
-  nop->pen.mode = DrawMode::Nop;
-  for (const auto& [name, draw] : Knotty_Shapes()) draw(*nop);
-  EXPECT_EQ(image, before);
+  for (const auto& [name, draw] : Knotty_Shapes()) EXPECT_EQ(Painted(before, draw, {.mode = DrawMode::Nop}), before);
 
-  QImage wide = Make_Canvas(70000, 200, black);
-  const auto s = Make_Surface(wide);
-  s->pen = {red, green, DrawMode::Invert, 1, PenStyle::None, FillStyle::Solid};
   const QPointF corners[] = {{0, 0}, {70000, 0}, {70000, 200}, {0, 200}};
-  s->Polygon(corners);
+  const QImage wide = Painted(Make_Canvas(70000, 200, black), [&](Surface& s) { s.Polygon(corners); },
+                              {red, green, DrawMode::Invert, 1, PenStyle::None, FillStyle::Solid});
   for (const int y : {0, 63, 64, 127, 128, 199})
     for (const int x : {0, 35000, 69999}) EXPECT_EQ(wide.pixel(x, y), white) << x << "," << y;
 }
@@ -368,10 +354,10 @@ TEST(SurfaceText, MoreTextsThanAreKeptAreStillDrawn) {
 
 TEST(SurfaceText, RotatedTextRunsCounterClockwiseAboutItsCorner) {
   const auto ink = [](double degrees) {
-    QImage image = Make_Canvas(300, 300);
-    const auto s = Make_Surface(image);
-    s->SetFont({"Arial", 18, true, false, false, 0});
-    s->PrintRotated({150, 150}, "Heidekraut", degrees);
+    const QImage image = Painted(Make_Canvas(300, 300), [&](Surface& s) {
+      s.SetFont({"Arial", 18, true, false, false, 0});
+      s.PrintRotated({150, 150}, "Heidekraut", degrees);
+    });
     return Extent_Of(image, Is_Ink).translated(-150, -150);
   };
   const QRect flat = ink(0), up = ink(90), over = ink(180), down = ink(270);
@@ -410,8 +396,7 @@ TEST(PageSurface, DrawsTheSameLayoutFiner) {
   QImage page = Make_Canvas(800, 800), screen = Make_Canvas(200, 200);
   const auto fine = Make_Page_Surface(page, 4);
   const auto coarse = Make_Surface(screen);
-  EXPECT_TRUE(fine->IsPaper());
-  EXPECT_EQ(fine->Extent(), QRectF(0, 0, 200, 200));
+  EXPECT_TRUE(fine->IsPaper() && fine->Extent() == QRectF(0, 0, 200, 200));
   const QPointF triangle[] = {{110, 10}, {190, 10}, {150, 90}};
   for (Surface* s : {fine.get(), coarse.get()}) {
     s->pen = {black, red, DrawMode::Copy, 3, PenStyle::Solid, FillStyle::Solid};
@@ -487,9 +472,7 @@ TEST(PageSurface, PdfHoldsLinesAndLettersInsteadOfPictures) {
     s->Box({10, 10, 300, 200});
     s->PrintRotated({100, 100}, "Sumpfdotterblume", 30);
   }
-  QFile file(path);
-  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-  const QByteArray bytes = file.readAll();
+  const QByteArray bytes = Read_Bytes(path);
   EXPECT_TRUE(bytes.startsWith("%PDF"));
   EXPECT_TRUE(bytes.contains("LiberationSans"));
   EXPECT_FALSE(bytes.contains("/Subtype /Image"));

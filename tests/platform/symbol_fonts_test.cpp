@@ -2,7 +2,6 @@
 
 #include <QFontMetrics>
 #include <QRawFont>
-#include <QSet>
 
 #include "platform/surface.h"
 #include "support/pixels.h"
@@ -36,8 +35,7 @@ TEST(SymbolFonts, KnownPicturesStandAtTheirCodes) {
   for (int c = 0x20; c < 0x3000; ++c)
     if (const int code = symbol_fonts::Code_Of(QChar(c))) codes.insert(code);
   EXPECT_EQ(codes.size(), 224);
-  for (int code = 0x20; code <= 0xFF; ++code)
-    EXPECT_EQ(symbol_fonts::Code_Of(symbol_fonts::Character_Of(code)), code);
+  for (int code = 0x20; code <= 0xFF; ++code) EXPECT_EQ(symbol_fonts::Code_Of(symbol_fonts::Character_Of(code)), code);
   EXPECT_EQ(symbol_fonts::Code_Of(QChar(0x0416)), 0);
   EXPECT_EQ(symbol_fonts::Code_Of(QChar('\n')), 0);
 }

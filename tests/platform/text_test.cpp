@@ -1,12 +1,5 @@
 #include "platform/text.h"
 
-#include <cmath>
-#include <limits>
-#include <random>
-
-#include "support/errors.h"
-#include "support/fixture.h"
-
 TEST(Text, FormatFillsThePatternFromTheRight) {
   struct Case {
     const char* pattern;

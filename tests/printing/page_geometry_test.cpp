@@ -1,7 +1,5 @@
 #include "printing/page_geometry.h"
 
-#include <gtest/gtest.h>
-
 namespace {
 
 // Room of 170 x 250 mm on a sheet, whatever the printer.
@@ -11,17 +9,13 @@ Paper Paper_With_Room(double width = 170, double height = 250) {
 PrintedMap Map_Of(double widthMm, double heightMm) { return {{2000, 1000}, {widthMm, heightMm}}; }
 
 TEST(PrintGeometryTest, SheetsCoverTheMapWithoutGapAndOverlap) {
-  struct Case {
-    double width, height, factor;
-    int across, down;
-  };
-  for (const Case& c :
-       {Case{100, 80, 1, 1, 1}, Case{170, 250, 1, 1, 1}, Case{170, 100, 2, 2, 1}, Case{254, 100, 1.5, 3, 1},
-        Case{1000, 1000, 0.05, 1, 1}, Case{171, 251, 1, 2, 2}, Case{1000, 700, 3.7, 22, 11}}) {
-    const PrintGeometry g = Print_Geometry({.factor = c.factor}, Paper_With_Room(), Map_Of(c.width, c.height));
+  const std::tuple<double, double, double, int, int> cases[] = {
+      {100, 80, 1, 1, 1},       {170, 250, 1, 1, 1}, {170, 100, 2, 2, 1},     {254, 100, 1.5, 3, 1},
+      {1000, 1000, 0.05, 1, 1}, {171, 251, 1, 2, 2}, {1000, 700, 3.7, 22, 11}};
+  for (const auto& [width, height, factor, across, down] : cases) {
+    const PrintGeometry g = Print_Geometry({.factor = factor}, Paper_With_Room(), Map_Of(width, height));
     ASSERT_TRUE(g.valid);
-    EXPECT_EQ(g.across, c.across) << c.width << " x " << c.factor;
-    EXPECT_EQ(g.down, c.down) << c.height << " x " << c.factor;
+    EXPECT_EQ(std::pair(g.across, g.down), std::pair(across, down)) << width << " x " << factor;
     const auto sheets = Sheet_Walk(g);
     ASSERT_EQ(static_cast<int>(sheets.size()), g.Pages());
     double covered = 0;
@@ -36,7 +30,7 @@ TEST(PrintGeometryTest, SheetsCoverTheMapWithoutGapAndOverlap) {
       }
       covered += sheet.PageStepX * sheet.PageStepY;
     }
-    EXPECT_NEAR(covered, c.width * c.height, 1e-6);
+    EXPECT_NEAR(covered, width * height, 1e-6);
     const QRectF last = Sheet_Source(g, sheets.back());
     EXPECT_NEAR(last.right(), 2000, 1e-6);
     EXPECT_NEAR(last.bottom(), 1000, 1e-6);
@@ -60,15 +54,16 @@ TEST(PrintGeometryTest, MillimetresAreTrueAtEveryResolution) {
 }
 
 TEST(PrintGeometryTest, BadSettings) {
-  EXPECT_EQ(Print_Geometry({.factor = 0}, Paper_With_Room(), Map_Of(100, 100)).factor, 1.0);
-  EXPECT_EQ(Print_Geometry({.factor = -1}, Paper_With_Room(), Map_Of(100, 100)).factor, 1.0);
+  const auto geometry = [](const PrintSettings& settings, double side = 100) {
+    return Print_Geometry(settings, Paper_With_Room(), Map_Of(side, side));
+  };
+  for (const double factor : {0.0, -1.0}) EXPECT_EQ(geometry({.factor = factor}).factor, 1.0);
   const PrintSettings wide{.factor = 1, .left = 90, .right = 90};
-  EXPECT_FALSE(Print_Geometry(wide, Paper_With_Room(), Map_Of(100, 100)).valid);
-  EXPECT_TRUE(Sheet_Walk(Print_Geometry(wide, Paper_With_Room(), Map_Of(100, 100))).empty());
+  EXPECT_FALSE(geometry(wide).valid || geometry({}, 0).valid);
+  EXPECT_TRUE(Sheet_Walk(geometry(wide)).empty());
   EXPECT_TRUE(Calc_Pages(wide, Paper_With_Room(), Map_Of(100, 100)).empty());
-  EXPECT_FALSE(Print_Geometry({}, Paper_With_Room(), Map_Of(0, 0)).valid);
   // A scan that says of itself that it has ten points a metre: no number of sheets to be counted or walked.
-  const PrintGeometry endless = Print_Geometry({.factor = 20}, Paper_With_Room(), Map_Of(6e6, 6e6));
+  const PrintGeometry endless = geometry({.factor = 20}, 6e6);
   EXPECT_FALSE(endless.valid);
   EXPECT_GT(endless.Pages(), 0);
 }

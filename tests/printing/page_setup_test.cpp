@@ -12,11 +12,7 @@
 #include "state/map_state.h"
 #include "state/mdi_state.h"
 #include "store/entry.h"
-#include "support/errors.h"
-#include "support/fixture.h"
 #include "view/redraw.h"
-
-using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -74,16 +70,13 @@ TEST_F(PageSetupTest, WhatIsTypedWaitsAndWorksBackward) {
   EXPECT_NEAR(setup.settings.factor, 2.0, 0.001);
   Type_Height(setup, u"31.75"_s);
   EXPECT_EQ(setup.txtBreite, u"42,3"_s);
-  struct Case {
-    const char* typed;
-    double factor;
-  };
-  for (const Case& c : {Case{"0", 1.0}, Case{"-1", 1.0}, Case{"100", 20.0}, Case{"0,01", 0.05}, Case{"viel", 1.0},
-                        Case{"0,333", 0.333}, Case{"1.5", 1.5}}) {
-    Type_Factor(setup, QLatin1String(c.typed));
+  const std::pair<const char*, double> factors[] = {{"0", 1.0},    {"-1", 1.0},      {"100", 20.0}, {"0,01", 0.05},
+                                                    {"viel", 1.0}, {"0,333", 0.333}, {"1.5", 1.5}};
+  for (const auto& [typed, factor] : factors) {
+    Type_Factor(setup, typed);
     EXPECT_EQ(setup.Eingabe, PageInput::Factor);
     Take_Typed(setup);
-    EXPECT_DOUBLE_EQ(setup.settings.factor, c.factor) << c.typed;
+    EXPECT_DOUBLE_EQ(setup.settings.factor, factor) << typed;
   }
   Step_Factor(setup, 1);
   EXPECT_EQ(setup.txtFaktor, u"1,550"_s);
@@ -155,9 +148,7 @@ TEST_F(PageSetupTest, TheDialogChoosesTheSheets) {
   answer = [](int) { return PrintRange{2, 2}; };
   const auto order = Ask_Print_Order();
   ASSERT_TRUE(order);
-  EXPECT_EQ(order->range.from, 2);
-  EXPECT_EQ(order->range.to, 2);
-  EXPECT_EQ(order->path, PrintPath::Direct);
+  EXPECT_EQ(std::tuple(order->range.from, order->range.to, order->path), std::tuple(2, 2, PrintPath::Direct));
 }
 
 TEST_F(PageSetupTest, ThePreviewShowsTheMapOnItsSheets) {

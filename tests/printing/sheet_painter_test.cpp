@@ -1,11 +1,9 @@
 #include "printing/sheet_painter.h"
 
-#include <QImage>
 #include <QPainter>
 
 #include "maps/map_open.h"
 #include "plansquares/raster_rows.h"
-#include "platform/files.h"
 #include "platform/surface.h"
 #include "printing/print_map.h"
 #include "state/events.h"
@@ -13,11 +11,8 @@
 #include "state/mdi_state.h"
 #include "store/entry.h"
 #include "store/vertex_table.h"
-#include "support/fixture.h"
 #include "support/nets.h"
 #include "view/redraw.h"
-
-using namespace Qt::StringLiterals;
 
 namespace {
 

@@ -25,9 +25,7 @@ TEST_F(Columns, AddedColumnsHaveTheirKindAndKeepRows) {
   ASSERT_TRUE(Add_Column({"Höhe über NN", FieldType::Double, 0}, {}));
   EXPECT_EQ(Last_Field().type, FieldType::Double);
   EXPECT_TRUE(Tbl.HasUserColumns);
-  rsEntries->Edit();
-  rsEntries->Set(QStringLiteral("Höhe über NN"), QStringLiteral("12,5"));
-  rsEntries->Update();
+  Set_Field(QStringLiteral("Höhe über NN"), QStringLiteral("12,5"));
   Close_Table(CloseMode::WithCopy);
   ASSERT_TRUE(Load_Table(LoadMode::Reload));
   EXPECT_EQ(Texts(), QStringList({"erster", "zweiter"}));
@@ -45,9 +43,7 @@ TEST_F(Columns, NamesThatCannotBeUsed) {
 
 TEST_F(Columns, RemovedColumnsComeBackWithUndo) {
   ASSERT_TRUE(Add_Column({"Fundort", FieldType::Text, 20}, {}));
-  rsEntries->Edit();
-  rsEntries->Set(QStringLiteral("Fundort"), QStringLiteral("Wald"));
-  rsEntries->Update();
+  Set_Field(QStringLiteral("Fundort"), QStringLiteral("Wald"));
   MessageScript script("wird vom Programm benötigt");
   EXPECT_FALSE(Remove_Column("größe"));
   script.Expect("rechts von der Spalte 'Typ' aus");

@@ -10,8 +10,6 @@
 #include "store/entry.h"
 #include "tools/canvas.h"
 
-namespace {
-// The template is made once a run; every test gets a copy.
 const QByteArray& Template_Bytes() {
   static const QByteArray bytes = [] {
     const QTemporaryDir folder;
@@ -25,6 +23,7 @@ const QByteArray& Template_Bytes() {
   return bytes;
 }
 
+namespace {
 void Reset_Services() {
   File_Write_Fault = nullptr;
   Set_Message_Handler(nullptr);
@@ -36,6 +35,16 @@ void Reset_Services() {
   events = Events();
 }
 }  // namespace
+
+QString FolderTest::Put(const QString& name, const QByteArray& content) const {
+  QFile file(Path(name));
+  QDir().mkpath(QFileInfo(file).path());
+  EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(content) == content.size()) << name.toStdString();
+  return file.fileName();
+}
+QStringList FolderTest::Names() const {
+  return QDir(folder.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+}
 
 void FluraxTest::SetUp() {
   ASSERT_TRUE(folder.isValid()) << folder.errorString().toStdString();

@@ -1,7 +1,7 @@
 #pragma once
 #include <gtest/gtest.h>
 #include <QImage>
-#include <QString>
+#include <QStringList>
 #include <QTemporaryDir>
 
 #include <deque>
@@ -61,16 +61,27 @@ class FileDialogScript {
   FileDialogHandler former;
 };
 
+class FolderTest : public ::testing::Test {
+ protected:
+  QString Path(const QString& name) const { return folder.path() + QLatin1Char('/') + name; }
+  // Writes a file of this very name, without the flushes of the program's own writing; its path.
+  QString Put(const QString& name, const QByteArray& content = "x") const;
+  // Of all that lies in the folder.
+  QStringList Names() const;
+
+  QTemporaryDir folder;
+};
+
+// The empty table that every program folder holds as "MUSTER.MDB"; made once a run.
+const QByteArray& Template_Bytes();
+
 // Fresh state, a temporary folder, a program folder with the template in it.
-class FluraxTest : public ::testing::Test {
+class FluraxTest : public FolderTest {
  protected:
   void SetUp() override;
   void TearDown() override;
-  QString Path(const QString& name) const { return folder.path() + QLatin1Char('/') + name; }
   // A white map picture of that size in the temporary folder.
   QString Make_Map(const QString& name = QStringLiteral("Karte.bmp"), int width = 400, int height = 300);
-
-  QTemporaryDir folder;
 };
 
 // While it lives the user stops all work at that unit.

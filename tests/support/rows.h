@@ -1,5 +1,15 @@
 #pragma once
+#include "hand/activation.h"
 #include "store/entry.h"
+#include "view/redraw.h"
+
+// One value of the current row.
+template <class Field>
+void Set_Field(Field field, const Value& value) {
+  rsEntries->Edit();
+  rsEntries->Set(field, value);
+  rsEntries->Update();
+}
 
 // Rows of the open table by their keys; the current row stays.
 struct RowsOfTable {
@@ -8,6 +18,13 @@ struct RowsOfTable {
     const KeepCurrentRow keep;
     rsEntries->MoveLast();
     return rsEntries->Bookmark();
+  }
+  // Adds the row, draws it and takes it in hand.
+  static QString Take(const EntryRow& row) {
+    const QString bookmark = Add(row);
+    Map_Redraw();
+    EXPECT_TRUE(Take_Entry(bookmark)) << row.ID.toStdString();
+    return bookmark;
   }
   static EntryRow Row(const QString& bookmark) {
     const KeepCurrentRow keep;

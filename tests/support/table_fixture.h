@@ -6,6 +6,7 @@
 #include "store/header_row.h"
 #include "store/table_file.h"
 #include "support/fixture.h"
+#include "support/rows.h"
 
 // A row at the end of a table file that is not the open one.
 inline void Append_Row(Database& database, const EntryRow& row) {

@@ -25,9 +25,7 @@ TEST_F(DragTest, ATextGoesWithItsLeadAndLeavesItsFootPoint) {
 }
 
 TEST_F(DragTest, NothingIsWrittenOrPaintedAnewUntilTheEnd) {
-  const QString box = Add(Figure_Row(20, {100, 100, 80, 60}));
-  Map_Redraw();
-  ASSERT_TRUE(Take_Entry(box));
+  const QString box = Take(Figure_Row(20, {100, 100, 80, 60}));
   int rows = 0;
   events.TableChanged.Connect([&] { ++rows; });
   const EntryRow before = Row(box);
@@ -53,9 +51,7 @@ TEST_F(DragTest, NothingIsWrittenOrPaintedAnewUntilTheEnd) {
 
 // The outline would stay where it is while the map moves away under it.
 TEST_F(DragTest, ScrollingOrZoomingPutsWhatIsDraggedBack) {
-  const QString box = Add(Figure_Row(20, {300, 300, 80, 60})), text = Add(Text_Row("Amsel", 600, 400));
-  Map_Redraw();
-  ASSERT_TRUE(Take_Entry(box));
+  const QString box = Take(Figure_Row(20, {300, 300, 80, 60})), text = Add(Text_Row("Amsel", 600, 400));
   const std::function<void()> moves[] = {[] { Scroll_By(60, 0); }, [] { Scroll_Changed(false, 20); },
                                          [] { Zoom_At(2, 100, 100); }, [] { Set_Zoom(1); }};
   for (const auto& move : moves) {
@@ -95,9 +91,7 @@ TEST_F(DragTest, HandlesSizeFigures) {
                         Case{22, 1, {50, -10}, {200, 190, 100, 70}}, Case{22, 7, {10, 99}, {210, 200, 90, 60}},
                         Case{20, 3, {-500, 0}, {200, 200, 1, 60}}, Case{21, 4, {30, 5}, {200, 200, 130, 130}},
                         Case{23, 0, {-20, 5}, {180, 180, 120, 120}}, Case{21, 5, {0, -40}, {200, 200, 60, 60}}}) {
-    const QString figure = Add(Figure_Row(c.kind, c.kind == 21 || c.kind == 23 ? square : start));
-    Map_Redraw();
-    ASSERT_TRUE(Take_Entry(figure));
+    const QString figure = Take(Figure_Row(c.kind, c.kind == 21 || c.kind == 23 ? square : start));
     const QPoint from = Box(Map.lblHandle[static_cast<size_t>(c.handle)]).center();
     Drag(from, from + c.by);
     EXPECT_EQ(entry_box(Row(figure)),
@@ -131,11 +125,9 @@ TEST_F(DragTest, LinesGoWithTheirVerticesAndLabelsAlone) {
 TEST_F(DragTest, FreeFiguresAndPlanSquaresAndScales) {
   Create_Vertex_Table("Figur7");
   Write_Vertices("Figur7", {{200, 200}, {300, 200}, {300, 250}});
-  const QString figure = Add({"Figur7", "Figur", "F 1", 12, 0, 14, -100, 200, 200, 100, 50, 24}),
+  const QString figure = Take({"Figur7", "Figur", "F 1", 12, 0, 14, -100, 200, 200, 100, 50, 24}),
                 plan = Add(Figure_Row(16, {400, 100, 450, 150})),
                 bar = Add({"Maßstab", " m", "Arial", 100, 0, 14, -100, 100, 500, 300, 500, 11});
-  Map_Redraw();
-  ASSERT_TRUE(Take_Entry(figure));
   Drag({300, 250}, {400, 300});  // its lower right handle: twice the size
   EXPECT_EQ(Load_Vertices("Figur7"), (std::vector<QPoint>{{200, 200}, {400, 200}, {400, 300}}));
   Drag({380, 220}, {370, 230});
@@ -184,8 +176,7 @@ TEST_F(DragTest, PicturesKeepTheirShapeWhenSized) {
 
 // A vertex beyond the stop mark would end the outline.
 TEST_F(DragTest, PositionsStayWithinTheirRange) {
-  const QString line = Add(Poly_Row("Linie1", 100, 100, {{-14990, 100}, {200, 200}}));
-  ASSERT_TRUE(Take_Entry(line));
+  const QString line = Take(Poly_Row("Linie1", 100, 100, {{-14990, 100}, {200, 200}}));
   MessageScript script(QStringLiteral("zu weit"));
   Move_In_Hand(-20, 0);
   EXPECT_EQ(At(line), QPoint(100, 100));

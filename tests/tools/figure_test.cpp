@@ -27,18 +27,11 @@ class FigureTest : public HandTest {
   // "ID|Eintrag|Typ" of all entries, as they stand in the table.
   static QStringList Rows() {
     QStringList rows;
-    const KeepCurrentRow keep;
     For_Each_Entry([&rows] {
       const EntryRow row = Read_Entry(*rsEntries);
-      rows.append(QStringLiteral("%1|%2|%3").arg(row.ID, row.Eintrag).arg(row.Typ));
+      rows << u"%1|%2|%3"_s.arg(row.ID, row.Eintrag).arg(row.Typ);
     });
     return rows;
-  }
-  static QString Take(const EntryRow& row) {
-    const QString key = Add(row);
-    Map_Redraw();
-    EXPECT_TRUE(Take_Entry(key));
-    return key;
   }
   static EntryRow Named(EntryRow row, const char* id) {
     row.ID = QLatin1String(id);
@@ -62,7 +55,7 @@ TEST_F(FigureTest, DraggedAndClickedFiguresComeIntoTheHand) {
   Map_Mouse_Up({60, 40}, MouseButton::Left);
   EXPECT_EQ(Map_Tool_In_Use(), nullptr);
   EXPECT_EQ(Place(InHand()), QRect(60, 40, 40, 50));
-  EXPECT_EQ(InHand().Schrift, QStringLiteral("F-4"));
+  EXPECT_EQ(InHand().Schrift, "F-4");
   EXPECT_EQ(InHand().HG, 3);
   EXPECT_EQ(Toolbar1.Tag, ToolMode::Figure);
   // A click: the chosen size, to the pixel at any zoom.
@@ -74,7 +67,7 @@ TEST_F(FigureTest, DraggedAndClickedFiguresComeIntoTheHand) {
   ASSERT_TRUE(Choose_Figure(EntryKind::Rectangle));
   Click({20, 30});
   EXPECT_EQ(Place(InHand()), QRect(140, 210, 123, 45));
-  EXPECT_EQ(Rows(), QStringList({QStringLiteral("Figur1|Ellipse|22"), QStringLiteral("Figur2|Rechteck|20")}));
+  EXPECT_EQ(Rows(), QStringList({"Figur1|Ellipse|22", "Figur2|Rechteck|20"}));
   // Chosen twice, or left by Esc: nothing is made.
   End_Entry();
   Choose_Figure(EntryKind::Rectangle);
@@ -126,16 +119,16 @@ TEST_F(FigureTest, WhiteFiguresAndEmptyOnesGetARim) {
 
 TEST_F(FigureTest, KindAndSizeOfTheFigureInHandCanBeTakenBack) {
   EntryRow row = Figure_Row(120, {100, 80, 60, 40});
-  row.Eintrag = QStringLiteral("Rechteck");
+  row.Eintrag = "Rechteck";
   const QString key = Take(row);
   ASSERT_TRUE(Change_Figure(EntryKind::Circle, 70, 999));
   EXPECT_EQ(Place(Row(key)), QRect(100, 80, 70, 70));
   EXPECT_EQ(Row(key).Typ, 123) << "the mark is lost";
-  EXPECT_EQ(Row(key).Eintrag, QStringLiteral("Kreis"));
+  EXPECT_EQ(Row(key).Eintrag, "Kreis");
   EXPECT_EQ(Map.InHand, key);
-  EXPECT_EQ(Menu(QStringLiteral("mnuReset")).Caption, QStringLiteral("Rückgängig: Figur ändern"));
+  EXPECT_EQ(Menu("mnuReset").Caption, "Rückgängig: Figur ändern");
   for (const QSize bad : {QSize(0, 5), QSize(5, -1), QSize(32768, 5), QSize(32700, 32700)}) {
-    MessageScript messages(QStringLiteral("Figur"));
+    MessageScript messages("Figur");
     EXPECT_FALSE(Change_Figure(EntryKind::Rectangle, bad.width(), bad.height())) << bad.width();
     EXPECT_EQ(Place(Row(key)), QRect(100, 80, 70, 70));
   }
@@ -153,27 +146,27 @@ TEST_F(FigureTest, FreeFiguresAreDrawnPointByPoint) {
   Map_Double_Click({20, 70});
   Map_Mouse_Up({20, 70}, MouseButton::Left);
   const std::vector<QPoint> drawn = {{10, 10}, {90, 20}, {95, 80}, {20, 70}};
-  EXPECT_EQ(Load_Vertices(QStringLiteral("Figur1")), drawn);
+  EXPECT_EQ(Load_Vertices("Figur1"), drawn);
   EXPECT_EQ(Place(InHand()), QRect(10, 10, 85, 70));
   EXPECT_EQ(InHand().Typ, 24);
   // Sized by the window the vertices go along; a duplicate has its own.
   EXPECT_TRUE(Change_Figure(EntryKind::Rectangle, 170, 140));
   EXPECT_EQ(InHand().Typ, 24);
   const std::vector<QPoint> twice = {{10, 10}, {170, 30}, {180, 150}, {30, 130}};
-  EXPECT_EQ(Load_Vertices(QStringLiteral("Figur1")), twice);
+  EXPECT_EQ(Load_Vertices("Figur1"), twice);
   ASSERT_TRUE(Store_Figure(FigureOf::Duplicate, {110, 10, 170, 140}));
-  EXPECT_EQ(InHand().ID, QStringLiteral("Figur2"));
+  EXPECT_EQ(InHand().ID, "Figur2");
   EXPECT_TRUE(Change_Free_Figure({{0, 0}, {50, 0}, {0, 50}}, true));
   EXPECT_EQ(InHand().Typ, 25);
   EXPECT_EQ(Place(InHand()), QRect(0, 0, 50, 50));
-  EXPECT_EQ(Load_Vertices(QStringLiteral("Figur1")), twice);
-  MessageScript messages{{QStringLiteral("mindestens 3")}, {QStringLiteral("-15000")}, {QStringLiteral("32767")}};
+  EXPECT_EQ(Load_Vertices("Figur1"), twice);
+  MessageScript messages{{"mindestens 3"}, {"-15000"}, {"32767"}};
   EXPECT_FALSE(Change_Free_Figure({{0, 0}, {50, 0}}, true));
   EXPECT_FALSE(Change_Free_Figure({{0, 0}, {50, 0}, {-16000, 5}}, true));
   EXPECT_FALSE(Change_Free_Figure({{0, 0}, {50, 0}, {40000, 5}}, true));
   End_Entry();
   // Too few points for a figure: the tool waits for more; Esc drops it.
-  messages.Expect(QStringLiteral("mindestens 3"));
+  messages.Expect("mindestens 3");
   Draw_Free_Figure();
   Click({10, 10});
   Click({40, 10});
@@ -185,11 +178,11 @@ TEST_F(FigureTest, FreeFiguresAreDrawnPointByPoint) {
 
 TEST_F(FigureTest, AFigureWithoutANumberIsToldAndNothingIsMade) {
   Add(Named(Figure_Row(20, {1, 1, 9, 9}), "Figur"));
-  MessageScript messages{{QStringLiteral("Keine Nummer ")}, {QStringLiteral("Keine Nummer ")}};
+  MessageScript messages{{"Keine Nummer "}, {"Keine Nummer "}};
   EXPECT_FALSE(Place_Figure({5, 5}));
   EXPECT_FALSE(Add_Free_Figure({{0, 0}, {9, 0}, {0, 9}}, false));
   ASSERT_EQ(messages.Seen().size(), 2U);
-  EXPECT_EQ(messages.Seen()[0].title, QStringLiteral("Fehler"));
+  EXPECT_EQ(messages.Seen()[0].title, "Fehler");
   EXPECT_EQ(Rows().size(), 1);
   EXPECT_FALSE(dbEntries->InTrans());
 }
@@ -233,17 +226,15 @@ TEST(FigureMeasuresTest, AnglesAreNormalised) {
 TEST_F(FigureTest, ExtrasBelongToTheirFigureAlone) {
   // Neighbours whose names hold the figure's.
   Add(Named(Figure_Row(22, {300, 300, 50, 50}), "Figur10"));
-  Add(Named(Text_Row(QStringLiteral("M"), 1, 1), "-Figur10"));
-  Add(Named(Text_Row(QStringLiteral("Rand"), 1, 1, 7), "-Achse>Figur10"));
-  Add(Named(Text_Row(QStringLiteral("Notiz"), 1, 1), "Figur1"));
+  Add(Named(Text_Row("M", 1, 1), "-Figur10"));
+  Add(Named(Text_Row("Rand", 1, 1, 7), "-Achse>Figur10"));
+  Add(Named(Text_Row("Notiz", 1, 1), "Figur1"));
   const QStringList others = Rows();
   Take(Figure_Row(22, {100, 200, 100, 60}));
   ASSERT_TRUE(Set_Figure_Properties(0, allExtras));
-  const QStringList extras = {QStringLiteral("-Figur1|M|0"),        QStringLiteral("-Figur1|F1|0"),
-                              QStringLiteral("-Figur1|F2|0"),       QStringLiteral("-Achse>Figur1||7"),
-                              QStringLiteral("-Achse>Figur1||7"),   QStringLiteral("-Figur1|Längsachse|0"),
-                              QStringLiteral("-Figur1|Querachse|0")};
-  const QString figure = QStringLiteral("Figur1|Figur|22");
+  const QStringList extras = {"-Figur1|M|0",      "-Figur1|F1|0",         "-Figur1|F2|0",       "-Achse>Figur1||7",
+                              "-Achse>Figur1||7", "-Figur1|Längsachse|0", "-Figur1|Querachse|0"};
+  const QString figure = "Figur1|Figur|22";
   EXPECT_EQ(Rows(), others + QStringList(figure) + extras);
   EXPECT_EQ(Extras_Of(InHand()), allExtras);
   // Nothing of them can be hit.
@@ -258,18 +249,18 @@ TEST_F(FigureTest, ExtrasBelongToTheirFigureAlone) {
   }
   EXPECT_EQ(Rows(), others + QStringList(figure));
   EntryRow off = InHand();
-  off.ID = QStringLiteral("-Figur1");
+  off.ID = "-Figur1";
   Update_Entry(off);
   ASSERT_TRUE(Set_Figure_Properties(10, {true}));
-  AddRowsX(QStringLiteral("Figur1"));
-  EXPECT_EQ(Rows(), others + QStringList(QStringLiteral("-Figur1|Figur|22")));
+  AddRowsX("Figur1");
+  EXPECT_EQ(Rows(), others + QStringList("-Figur1|Figur|22"));
 }
 
 TEST_F(FigureTest, ExtrasFollowTurningMovingAndSizing) {
   Take(Figure_Row(22, {100, 200, 100, 60}));
   ASSERT_TRUE(Set_Figure_Properties(-270, {false, true, true}));
-  EXPECT_EQ(InHand().Schrift, QStringLiteral("F 1<90"));
-  EXPECT_EQ(Menu(QStringLiteral("mnuReset")).Caption, QStringLiteral("Rückgängig: Figur ändern"));
+  EXPECT_EQ(InHand().Schrift, "F 1<90");
+  EXPECT_EQ(Menu("mnuReset").Caption, "Rückgängig: Figur ändern");
   const auto extra = [](int number) {
     const KeepCurrentRow keep;
     rsEntries->MoveTo(rsEntries->Position() + number);
@@ -320,20 +311,20 @@ TEST_F(FigureTest, TheMouseTurnsTheFigureInHand) {
   Map_Key(Qt::Key_Escape, {});
   EXPECT_EQ(ended, std::nullopt);
   EXPECT_EQ(Map.InHand, key);
-  EXPECT_EQ(InHand().Schrift, QStringLiteral("F 1")) << "turning alone writes nothing";
+  EXPECT_EQ(InHand().Schrift, "F 1") << "turning alone writes nothing";
 }
 
 TEST_F(FigureTest, TellsWhereNoFigureIsInHand) {
-  Take(Text_Row(QStringLiteral("Eiche"), 50, 50));
-  MessageScript messages(QStringLiteral("Keine aktive Figur"));
+  Take(Text_Row("Eiche", 50, 50));
+  MessageScript messages("Keine aktive Figur");
   EXPECT_FALSE(Show_Figure());
-  EXPECT_EQ(messages.Seen()[0].title, QStringLiteral("Error"));
+  EXPECT_EQ(messages.Seen()[0].title, "Error");
   EXPECT_FALSE(Set_Figure_Properties(10, allExtras));
   // A bare outline keeps its look when it is turned.
   EntryRow outline = Figure_Row(20, {10, 10, 40, 20});
-  outline.Schrift = QStringLiteral("Arial");
+  outline.Schrift = "Arial";
   outline.VG = 12;
   Turn_Row(outline, 30);
-  EXPECT_EQ(outline.Schrift, QStringLiteral("F 0<30"));
+  EXPECT_EQ(outline.Schrift, "F 0<30");
   EXPECT_EQ(outline.RA, 212);
 }

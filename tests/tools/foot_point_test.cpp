@@ -15,8 +15,7 @@ class FootPointTest : public HandTest {
 
 TEST_F(FootPointTest, IsSetByAClickOrADragAndStaysInHand) {
   for (const bool drag : {false, true}) {
-    const QString text = Add(Text_Row(QStringLiteral("Elster"), 100, drag ? 300 : 100));
-    ASSERT_TRUE(Take_Entry(text));
+    const QString text = Take(Text_Row(QStringLiteral("Elster"), 100, drag ? 300 : 100));
     Move_Foot_Point();
     EXPECT_TRUE(Map.imgRfLine.Visible);
     EXPECT_EQ(InfoBar.Panel[0], QStringLiteral("Bezugspunkt verschieben: linke Maustaste drücken und bewegen"));
@@ -42,8 +41,7 @@ TEST_F(FootPointTest, IsSetByAClickOrADragAndStaysInHand) {
 
 TEST_F(FootPointTest, StaysInTheViewAndCanBeGivenUp) {
   Zoom_At(2, 0, 0);
-  const QString text = Add(Text_Row(QStringLiteral("Elster"), 100, 100));
-  ASSERT_TRUE(Take_Entry(text));
+  const QString text = Take(Text_Row(QStringLiteral("Elster"), 100, 100));
   Move_Foot_Point();
   Map_Key(Qt::Key_Escape, {});
   EXPECT_FALSE(Map.imgRfLine.Visible);
@@ -58,8 +56,7 @@ TEST_F(FootPointTest, StaysInTheViewAndCanBeGivenUp) {
 }
 
 TEST_F(FootPointTest, IsRemovedAfterAQuestion) {
-  const QString text = Add({"Text", "Elster", "Arial", 12, 0, 14, -100, 100, 100, 300, 200, 2});
-  ASSERT_TRUE(Take_Entry(text));
+  const QString text = Take({"Text", "Elster", "Arial", 12, 0, 14, -100, 100, 100, 300, 200, 2});
   Tbl.Tag = TableTag::Clean;
   const QString question = "Fußpunkt für den Text: Elster entfernen?";
   MessageScript messages{{question, MsgAnswer::No}, {question, MsgAnswer::Yes}};
@@ -77,16 +74,13 @@ TEST_F(FootPointTest, EndMarkIsTheKind) {
     int typ, shown, after;
   };
   for (const Case& c : {Case{0, 1, 3}, {1, 1, 3}, {102, 2, 103}, {3, 3, 3}, {5, 0, 5}, {7, 0, 7}, {-1, 0, -1}}) {
-    const QString text = Add({"Text", "Elster", "Arial", 12, 0, 14, -100, 100, 100, 300, 200, c.typ});
-    Map_Redraw();
-    ASSERT_TRUE(Take_Entry(text)) << c.typ;
+    const QString text = Take({"Text", "Elster", "Arial", 12, 0, 14, -100, 100, 100, 300, 200, c.typ});
     EXPECT_EQ(End_Mark_In_Hand(), c.shown) << c.typ;
     Set_End_Mark(3);
     EXPECT_EQ(Row(text).Typ, c.after) << c.typ;
     End_Entry();
   }
-  const QString next = Add(Text_Row(QStringLiteral("Star"), 100, 100));
-  ASSERT_TRUE(Take_Entry(next));
+  const QString next = Take(Text_Row(QStringLiteral("Star"), 100, 100));
   Move_Foot_Point();
   Click({200, 200});
   EXPECT_EQ(Row(next).Typ, 3);

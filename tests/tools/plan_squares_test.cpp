@@ -175,9 +175,7 @@ TEST_F(PlanSquaresTest, SquaresTakeClicksOnlyWhileActive) {
   EXPECT_EQ(Text_Now("mnuObjVisNo"), "aktuelles Objekt unsichtbar machen");
   End_Entry();
   Go(square);
-  rsEntries->Edit();
-  rsEntries->Set(column::Eintrag, QStringLiteral("Horst"));
-  rsEntries->Update();
+  Set_Field(column::Eintrag, QStringLiteral("Horst"));
   Click({250, 250}, {.control = true});
   EXPECT_EQ(Map.lblPLQ.Text, "Horst");
   Click({315, 318});

@@ -119,10 +119,7 @@ TEST_F(PolyEditorTest, TheThousandAndFirstIsRefusedUnlessATableIsGivenBack) {
 class VertexDragTest : public PolyEditorTest {
  protected:
   static QString Take(const QString& name, const std::vector<QPoint>& vertices) {
-    const QString row = Add(Poly_Row(name, 10, 10, vertices));
-    Map_Redraw();
-    EXPECT_TRUE(Take_Entry(row));
-    return row;
+    return RowsOfTable::Take(Poly_Row(name, 10, 10, vertices));
   }
 };
 

@@ -1,9 +1,7 @@
 #include <QBuffer>
 #include <QPainter>
 #include <QPdfWriter>
-#include <limits>
 
-#include "hand/activation.h"
 #include "plansquares/raster_rows.h"
 #include "platform/surface.h"
 #include "printing/page_preview.h"

@@ -1,12 +1,8 @@
 #include "view/faulty_rows.h"
 
-#include "maps/map_open.h"
-#include "state/mdi_state.h"
 #include "state/table_state.h"
 #include "store/table_file.h"
-#include "store/vertex_table.h"
 #include "support/hand_fixture.h"
-#include "view/redraw.h"
 
 namespace {
 
@@ -16,43 +12,35 @@ const QString question = QStringLiteral("Soll dieser Eintrag gelöscht werden?")
 class FaultyRowsTest : public HandTest {
  protected:
   static void Append_Faulty(const QString& id, int typ, int count = 1) {
-    EntryRow row;
-    row.ID = id;
-    row.Eintrag = QStringLiteral("beschädigt");
-    row.Schrift = QStringLiteral("Arial");
-    row.Groesse = 10;
-    row.Typ = typ;
-    for (int i = 0; i < count; ++i) Append_Entry(row);
+    for (int i = 0; i < count; ++i) Append_Entry({id, "beschädigt", "Arial", 10, 0, 0, 0, 0, 0, 0, 0, typ});
     dbEntries->Execute(QStringLiteral("UPDATE MapData SET %1 = 99999 WHERE Eintrag = 'beschädigt' AND Typ = %2")
                            .arg(typ == 20 ? QStringLiteral("Xline") : QStringLiteral("Xmap"), QString::number(typ)));
     rsEntries->Requery();
   }
-  static int Boxes_Of_A_Redraw(MsgAnswer answer) {
-    MessageScript script;
-    script.AllowAny(answer);
+  static size_t Boxes_Of_A_Redraw(MsgAnswer answer) {
+    const MessageScript script(answer);
     Map_Redraw();
-    return static_cast<int>(script.Seen().size());
+    return script.Seen().size();
   }
 };
 
 TEST_F(FaultyRowsTest, WhatWasLeftIsAskedAgainOnlyWhenTheMapIsOpenedAnew) {
   Append_Faulty("Figur1", 20, 2);
-  EXPECT_EQ(Boxes_Of_A_Redraw(MsgAnswer::No), 2);
-  EXPECT_EQ(Boxes_Of_A_Redraw(MsgAnswer::Yes), 0);
+  EXPECT_EQ(Boxes_Of_A_Redraw(MsgAnswer::No), 2U);
+  EXPECT_EQ(Boxes_Of_A_Redraw(MsgAnswer::Yes), 0U);
   Map_Picture_With_Entries();
   // Another row is another question, the same row under another content as well.
   dbEntries->Execute("UPDATE MapData SET RA = 3 WHERE rowid = (SELECT max(rowid) FROM MapData)");
   rsEntries->Requery();
-  EXPECT_EQ(Boxes_Of_A_Redraw(MsgAnswer::No), 1);
+  EXPECT_EQ(Boxes_Of_A_Redraw(MsgAnswer::No), 1U);
   {
-    MessageScript script;
-    script.AllowAny(MsgAnswer::No);
+    const MessageScript script(MsgAnswer::No);
     Reload_Map();
     EXPECT_EQ(std::count_if(script.Seen().begin(), script.Seen().end(),
                             [](const MsgRequest& box) { return box.text.contains(question); }),
               2);
   }
-  EXPECT_EQ(Boxes_Of_A_Redraw(MsgAnswer::Yes), 0);
+  EXPECT_EQ(Boxes_Of_A_Redraw(MsgAnswer::Yes), 0U);
   EXPECT_EQ(Entry_Count(), 2);
 }
 
@@ -60,12 +48,8 @@ TEST_F(FaultyRowsTest, TheVertexTableGoesAlongUnlessAnotherRowDrawsFromIt) {
   Append_Faulty("Flaeche0", 4);
   Append_Faulty("Flaeche1", 4);
   for (const char* name : {"Flaeche0", "Flaeche1"}) Write_Vertices(name, {{0, 0}, {9, 0}, {9, 9}});
-  EntryRow sound;
-  sound.ID = "Flaeche1";
-  sound.Typ = 4;
-  sound.Groesse = -8;
-  Append_Entry(sound);
-  EXPECT_EQ(Boxes_Of_A_Redraw(MsgAnswer::Yes), 2);
+  Append_Entry({"Flaeche1", {}, {}, -8, 0, 0, 0, 0, 0, 0, 0, 4});
+  EXPECT_EQ(Boxes_Of_A_Redraw(MsgAnswer::Yes), 2U);
   EXPECT_EQ(Entry_Count(), 1);
   EXPECT_FALSE(dbEntries->HasTable("Flaeche0"));
   EXPECT_TRUE(dbEntries->HasTable("Flaeche1"));
@@ -76,11 +60,11 @@ TEST_F(FaultyRowsTest, OneAnswerServesForAll) {
   Append_Faulty("Figur1", 20, 500);
   Append_Faulty("Flaeche0", 40);
   Write_Vertices("Flaeche0", {{0, 0}, {9, 0}, {9, 9}});
-  EXPECT_EQ(Boxes_Of_A_Redraw(MsgAnswer::NoAll), 1);
-  EXPECT_EQ(Boxes_Of_A_Redraw(MsgAnswer::NoAll), 0);
+  EXPECT_EQ(Boxes_Of_A_Redraw(MsgAnswer::NoAll), 1U);
+  EXPECT_EQ(Boxes_Of_A_Redraw(MsgAnswer::NoAll), 0U);
   EXPECT_EQ(Entry_Count(), 501);
   Map.LeftFaulty.clear();
-  EXPECT_EQ(Boxes_Of_A_Redraw(MsgAnswer::YesAll), 1);
+  EXPECT_EQ(Boxes_Of_A_Redraw(MsgAnswer::YesAll), 1U);
   EXPECT_EQ(Entry_Count(), 0);
   EXPECT_FALSE(dbEntries->HasTable("Flaeche0"));
   EXPECT_EQ(Menu("mnuReset").Caption, "Rückgängig: Einträge löschen");

@@ -2,15 +2,10 @@
 
 #include <sys/stat.h>
 
-#include <QDir>
-#include <QFile>
-
 #include "maps/map_close.h"
 #include "maps/map_open.h"
-#include "platform/files.h"
 #include "platform/surface.h"
 #include "state/events.h"
-#include "support/fixture.h"
 #include "view/redraw.h"
 
 namespace {

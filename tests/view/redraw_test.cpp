@@ -2,7 +2,6 @@
 
 #include "maps/map_close.h"
 #include "plansquares/raster_rows.h"
-#include "platform/files.h"
 #include "platform/surface.h"
 #include "state/dialog_hooks.h"
 #include "state/table_state.h"
@@ -42,19 +41,15 @@ class Redraw : public HandTest {
   }
 };
 
-TEST_F(Redraw, BareMapHasNoCountText) {
-  EXPECT_EQ(InfoBar.Panel[2], Tbl.DBGrid1.Caption);
-  EXPECT_EQ(Map.EntryRegions.Count(), 0);
-  EXPECT_EQ(Pixel(10, 10), qRgb(255, 255, 255));
-}
-
 TEST_F(Redraw, TableOrderIsTheOrderOfLayers) {
   EntryRow first = Figure_Row(20, {50, 50, 80, 80}), second = first;
   second.HG = 9;
   second.Xmap = 90;
-  Append_Entry(first);
+  const QString current = Map.CurBookmark = Add(first);
   Append_Entry(second);
+  rsEntries->SetBookmark(current);
   Map_Redraw();
+  EXPECT_EQ(rsEntries->Bookmark(), current);
   EXPECT_EQ(Pixel(60, 90), QBColor(10));
   EXPECT_EQ(Pixel(110, 90), QBColor(9));
   EXPECT_EQ(Hit_Entry({110, 90}), 2);
@@ -63,30 +58,28 @@ TEST_F(Redraw, TableOrderIsTheOrderOfLayers) {
 }
 
 TEST_F(Redraw, CountsHiddenAndInactiveWhereverTheyLie) {
-  struct Case {
-    int hidden, inactive;
-    QString text;
-  };
-  for (const Case& c : {Case{0, 0, ""}, Case{1, 0, "1 Objekt unsichtbar"},
-                        Case{2, 1, "2 Objekte unsichtbar  1 Objekt inaktiv"}, Case{0, 3, "3 Objekte inaktiv"}})
-    EXPECT_EQ(Count_Text(c.hidden, c.inactive), c.text);
+  const std::tuple<int, int, const char*> cases[] = {{0, 0, ""},
+                                                     {1, 0, "1 Objekt unsichtbar"},
+                                                     {2, 1, "2 Objekte unsichtbar  1 Objekt inaktiv"},
+                                                     {0, 3, "3 Objekte inaktiv"}};
+  for (const auto& [hidden, inactive, text] : cases) EXPECT_EQ(Count_Text(hidden, inactive), text);
+  EXPECT_EQ(InfoBar.Panel[2], Tbl.DBGrid1.Caption) << "a bare map";
   Append_Entry(Text_Row(20, 20, QStringLiteral("versteckt"), -1));
   EntryRow inactive = Text_Row(1500, 1100);
   inactive.ID = QStringLiteral("-Text");
   Append_Entry(inactive);
-  inactive.Xmap = 100;
-  inactive.Ymap = 100;
+  inactive.Xmap = inactive.Ymap = 100;
   Append_Entry(inactive);
-  Map_Redraw();
-  EXPECT_EQ(InfoBar.Panel[2], QStringLiteral("1 Objekt unsichtbar  2 Objekte inaktiv"));
-  EXPECT_FALSE(Has(QBColor(14), {20, 20, 40, 15}));
-  EXPECT_TRUE(Has(QBColor(14), {100, 100, 30, 15}));
-  EXPECT_EQ(Map.EntryRegions.Count(), 0);  // one hidden, one inactive in view: nothing to hit
-  frmMDI.showHidden = true;
-  Map_Redraw();
-  EXPECT_FALSE(Has(QBColor(14), {20, 20, 40, 15}));  // greyed
-  EXPECT_NE(Pixel(22, 24), qRgb(255, 255, 255));
-  EXPECT_EQ(Map.EntryRegions.Count(), 0);
+  Append_Entry({"Np", "Nordpfeil", "Arial", -8, 0, 14, -100, 300, 300, 0, 0, -12});  // negative, but not hidden
+  for (const bool shown : {false, true}) {
+    frmMDI.showHidden = shown;
+    Map_Redraw();
+    EXPECT_EQ(InfoBar.Panel[2], u"1 Objekt unsichtbar  2 Objekte inaktiv"_s);
+    EXPECT_FALSE(Has(QBColor(14), {20, 20, 40, 15}));  // greyed
+    EXPECT_EQ(Pixel(22, 24) == white, !shown);
+    EXPECT_TRUE(Has(QBColor(14), {100, 100, 30, 15}));
+    EXPECT_EQ(Map.EntryRegions.Count(), 1) << "of hidden and inactive ones nothing can be hit";
+  }
 }
 
 TEST_F(Redraw, MarksFrameTheEntryAndVanishWithIt) {
@@ -97,11 +90,11 @@ TEST_F(Redraw, MarksFrameTheEntryAndVanishWithIt) {
   Draw_Last(row);
   EXPECT_EQ(Map.MarkCount, 1);
   EXPECT_EQ(Pixel(200, 202), plain.pixel(200, 202));
-  EXPECT_TRUE(Has(qRgb(0, 0, 0), {198, 198, 60, 1}));
-  EXPECT_FALSE(Has(qRgb(0, 0, 0), {195, 195, 60, 1}));
+  EXPECT_TRUE(Has(black, {198, 198, 60, 1}));
+  EXPECT_FALSE(Has(black, {195, 195, 60, 1}));
   row.Typ = 201;
   Draw_Last(row);
-  EXPECT_TRUE(Has(qRgb(0, 0, 0), {195, 195, 60, 1}));
+  EXPECT_TRUE(Has(black, {195, 195, 60, 1}));
   row.Typ = 0;
   Draw_Last(row);
   EXPECT_EQ(Map.canvas, plain);
@@ -136,13 +129,6 @@ TEST_F(Redraw, NothingRightOfOrBelowTheViewButLinesComeInFromTheLeft) {
   EXPECT_EQ(Map.EntryRegions.Row(1).kind, 500);
 }
 
-TEST_F(Redraw, NorthArrowIsDrawnThoughStoredNegative) {
-  Append_Entry({"Np", "Nordpfeil", "Arial", -8, 0, 14, -100, 300, 300, 0, 0, -12});
-  Map_Redraw();
-  EXPECT_EQ(Map.HiddenCount, 0);
-  EXPECT_EQ(Map.EntryRegions.Count(), 1);
-}
-
 TEST_F(Redraw, PlanSquaresAreListedInsteadOfHit) {
   const int right = 300, low = 300;  // the lower right corner
   Append_Entry({Plan_Id("A-1"), "A-1", "Arial", 12, 0, 10, 12, 100, 100, right, low, 16});
@@ -151,8 +137,8 @@ TEST_F(Redraw, PlanSquaresAreListedInsteadOfHit) {
   EXPECT_EQ(Map.PlanLabels.front().text, QStringLiteral("A-1"));
   EXPECT_EQ(Map.lblPLQ.Text, QStringLiteral("A-1"));
   EXPECT_EQ(Map.EntryRegions.Count(), 0);
-  EXPECT_NE(Pixel(200, 100), qRgb(255, 255, 255));
-  EXPECT_EQ(Pixel(200, 200), qRgb(255, 255, 255));
+  EXPECT_NE(Pixel(200, 100), white);
+  EXPECT_EQ(Pixel(200, 200), white);
 }
 
 TEST_F(Redraw, PicturesAreFoundBesideTheMapAndMissingOnesNamed) {
@@ -169,7 +155,7 @@ TEST_F(Redraw, PicturesAreFoundBesideTheMapAndMissingOnesNamed) {
   EXPECT_EQ(Pixel(60, 57), qRgb(200, 0, 0));
   frmMDI.showPictures = false;
   Map_Redraw();
-  EXPECT_EQ(Pixel(60, 57), qRgb(255, 255, 255));
+  EXPECT_EQ(Pixel(60, 57), white);
 }
 
 TEST_F(Redraw, LinesAndAreasComeFromTheirTables) {
@@ -192,11 +178,11 @@ TEST_F(Redraw, OverviewAndSwitchesChangeWhatIsDrawn) {
   frmMDI.overview = true;
   Map_Redraw();
   EXPECT_EQ(Pixel(104, 104), QBColor(0));
-  EXPECT_EQ(Pixel(105, 105), qRgb(255, 255, 255));
+  EXPECT_EQ(Pixel(105, 105), white);
   frmMDI.overview = false;
   frmMDI.showTexts = false;
   Map_Redraw();
-  EXPECT_EQ(Pixel(102, 102), qRgb(255, 255, 255));
+  EXPECT_EQ(Pixel(102, 102), white);
   EXPECT_EQ(Map.EntryRegions.Count(), 0);
 }
 
@@ -316,18 +302,6 @@ TEST_F(Redraw, OverlaysLieOverTheEntriesInTheirOrder) {
   EXPECT_EQ(heard.join(u' '), QStringLiteral("before0 after1 1 4 before1 after1 1 4 painted"));
   Map_Redraw();
   EXPECT_EQ(Pixel(65, 65), QBColor(10)) << "an overlay goes with its object";
-}
-
-TEST_F(Redraw, TheCurrentRowStaysTheCurrentRow) {
-  Append_Entry(Text_Row(100, 100));
-  Append_Entry(Text_Row(200, 200));
-  rsEntries->MoveFirst();
-  rsEntries->MoveNext();
-  const QString bookmark = rsEntries->Bookmark();
-  Map.CurBookmark = bookmark;
-  Map_Redraw();
-  EXPECT_EQ(rsEntries->Bookmark(), bookmark);
-  EXPECT_EQ(Map.CurBookmark, bookmark);
 }
 
 }  // namespace

@@ -1,13 +1,10 @@
 #include "view/view.h"
 
-#include <cmath>
-
 #include "maps/map_close.h"
 #include "maps/map_open.h"
 #include "platform/surface.h"
 #include "state/events.h"
 #include "state/table_state.h"
-#include "support/fixture.h"
 #include "support/looks.h"
 #include "support/map_room.h"
 #include "view/reduce.h"
@@ -32,21 +29,16 @@ class View : public FluraxTest {
 };
 
 TEST_F(View, BandsUseTheRightClipAndPercent) {
-  struct Case {
-    double zoom;
-    int level, percent;
-    double factor;
-  };
-  const Case cases[] = {{0.5, 0, 200, 1}, {100.0 / 75, 1, 75, 100.0 / 75},
-                        {2.0, 1, 50, 1},  {3.0, 2, 33, 1.5},
-                        {4.0, 2, 25, 1},  {10.0, 3, 10, 2.5}};
-  for (const Case& c : cases) {
-    Set_Zoom(c.zoom);
-    EXPECT_EQ(Map.ClipLevel, c.level) << c.zoom;
-    EXPECT_EQ(Zoom_Percent(), c.percent) << c.zoom;
-    EXPECT_FLOAT_EQ(Clip().factor, static_cast<float>(c.factor)) << c.zoom;
-    EXPECT_EQ(frmMDI.Caption, QStringLiteral("FLURAX - %1%").arg(c.percent));
-    EXPECT_NEAR(Clip().image.width(), std::min(3000.0, 3000 / c.zoom), 1.0) << c.zoom;
+  const std::tuple<double, int, int, float> cases[] = {{0.5, 0, 200, 1}, {100.0 / 75, 1, 75, 100.0F / 75},
+                                                       {2.0, 1, 50, 1},  {3.0, 2, 33, 1.5F},
+                                                       {4.0, 2, 25, 1},  {10.0, 3, 10, 2.5F}};
+  for (const auto& [zoom, level, percent, factor] : cases) {
+    Set_Zoom(zoom);
+    EXPECT_EQ(Map.ClipLevel, level) << zoom;
+    EXPECT_EQ(Zoom_Percent(), percent) << zoom;
+    EXPECT_FLOAT_EQ(Clip().factor, factor) << zoom;
+    EXPECT_EQ(frmMDI.Caption, u"FLURAX - %1%"_s.arg(percent));
+    EXPECT_NEAR(Clip().image.width(), std::min(3000.0, 3000 / zoom), 1.0) << zoom;
   }
 }
 
@@ -59,24 +51,20 @@ TEST_F(View, GoingBackToAZoomBuildsNothing) {
 }
 
 TEST_F(View, BarsStandOnlyWhereTheScanDoesNotFit) {
+  const auto bars = [] { return std::pair(Map.HScroller.Visible, Map.VScroller.Visible); };
+  const std::pair both(true, true), none(false, false);
   Set_Zoom(1.0);
-  EXPECT_TRUE(Map.HScroller.Visible);
-  EXPECT_TRUE(Map.VScroller.Visible);
-  EXPECT_EQ(Map.ViewWidth, 800);
-  EXPECT_EQ(Map.ViewHeight, 600);
+  EXPECT_EQ(bars(), both);
+  EXPECT_EQ(QSize(Map.ViewWidth, Map.ViewHeight), QSize(800, 600));
   Set_Zoom(10.0);
-  EXPECT_FALSE(Map.HScroller.Visible);
-  EXPECT_FALSE(Map.VScroller.Visible);
-  EXPECT_EQ(Clip().ClipX, 0);
-  EXPECT_EQ(Clip().ClipY, 0);
+  EXPECT_EQ(bars(), none);
+  EXPECT_EQ(QPoint(Clip().ClipX, Clip().ClipY), QPoint(0, 0));
   Close_Map();
   Open(823, 623);  // three pixels over: no bar; four: both, since each takes the other's room
-  EXPECT_FALSE(Map.HScroller.Visible);
-  EXPECT_FALSE(Map.VScroller.Visible);
+  EXPECT_EQ(bars(), none);
   Close_Map();
   Open(824, 610);
-  EXPECT_TRUE(Map.HScroller.Visible);
-  EXPECT_TRUE(Map.VScroller.Visible);
+  EXPECT_EQ(bars(), both);
 }
 
 TEST_F(View, BarsReachEveryPixelAtEveryZoom) {
@@ -88,8 +76,7 @@ TEST_F(View, BarsReachEveryPixelAtEveryZoom) {
     EXPECT_NEAR(Map.ViewTop + Map.ViewHeight * zoom, 2000, zoom + 1) << zoom;
     Scroll_Changed(true, 0);
     Scroll_Changed(false, 0);
-    EXPECT_EQ(Map.ViewLeft, 0);
-    EXPECT_EQ(Map.ViewTop, 0);
+    EXPECT_EQ(QPoint(Map.ViewLeft, Map.ViewTop), QPoint(0, 0));
   }
 }
 
@@ -110,19 +97,18 @@ TEST_F(View, ScrollMapShowsThePosition) {
     Set_Zoom(zoom);
     for (const QPoint p : {QPoint(0, 0), QPoint(1500, 1000), QPoint(2999, 1999)}) {
       ScrollMap(p.x(), p.y());
-      EXPECT_GE(p.x(), Map.ViewLeft);
-      EXPECT_GE(p.y(), Map.ViewTop);
-      EXPECT_LE(p.x(), Map.ViewLeft + Map.ViewWidth * zoom + 1);
-      EXPECT_LE(p.y(), Map.ViewTop + Map.ViewHeight * zoom + 1);
+      const QRectF view(Map.ViewLeft, Map.ViewTop, Map.ViewWidth * zoom + 1, Map.ViewHeight * zoom + 1);
+      EXPECT_TRUE(view.contains(p)) << zoom << ": " << p.x() << ' ' << p.y();
     }
   }
 }
 
 TEST_F(View, MenusCheckOneZoomAndFitTheMap) {
-  for (const char* name : {"mnuZoom200", "mnuZoom75", "mnuZoomBreite", "mnuZoomHoehe", "mnuZoom10"}) {
-    Set_Zoom_By_Menu(QLatin1String(name));
-    for (const char* other : {"mnuZoom200", "mnuZoom75", "mnuZoomBreite", "mnuZoomHoehe", "mnuZoom10"})
-      EXPECT_EQ(Command_Checked(other), QLatin1String(other) == QLatin1String(name)) << other;
+  const QStringList names = {"mnuZoom200", "mnuZoom100", "mnuZoom75",     "mnuZoom50",
+                             "mnuZoom25",  "mnuZoom10",  "mnuZoomBreite", "mnuZoomHoehe"};
+  for (const QString& name : names) {
+    Set_Zoom_By_Menu(name);
+    for (const QString& other : names) EXPECT_EQ(Command_Checked(other), other == name) << other << " after " << name;
   }
   Set_Zoom_By_Menu(QStringLiteral("mnuZoomBreite"));
   EXPECT_FALSE(Map.HScroller.Visible);
@@ -144,8 +130,7 @@ TEST_F(View, ZeroZoomIsRepairedAndLimitsHold) {
 TEST_F(View, WindowInNormalStateTakesTheSizeOfTheScan) {
   frmMDI.TblVisible = false;
   Set_Window_Layout();
-  EXPECT_EQ(Map.WantWidth, 820);  // wider than the main window: all of it
-  EXPECT_EQ(Map.WantHeight, 620);
+  EXPECT_EQ(QSize(Map.WantWidth, Map.WantHeight), QSize(820, 620));  // wider than the main window: all of it
   frmMDI.TblVisible = true;
   Layout_Map();
   EXPECT_EQ(Map.WantHeight, 620 * 75 / 100);
@@ -153,8 +138,7 @@ TEST_F(View, WindowInNormalStateTakesTheSizeOfTheScan) {
   Layout_Map();
   EXPECT_EQ(Map.WantHeight, 620);
   Set_Zoom(10);
-  EXPECT_EQ(Map.WantWidth, 300);
-  EXPECT_EQ(Map.WantHeight, 200);
+  EXPECT_EQ(QSize(Map.WantWidth, Map.WantHeight), QSize(300, 200));
 }
 
 TEST(Reduce, AveragesAndKeepsPlainAreas) {

@@ -16,8 +16,8 @@ class FontWindows : public WindowTest {
     WindowTest::SetUp();
     Open(600, 400);
   }
-  static QString Add(const QString& text, const QString& schrift, double size) {
-    return WindowTest::Add({"Text", text, schrift, size, 0, 15, 0, 50, 50, 0, 0, 0});
+  static EntryRow Text(const QString& text, const QString& schrift, double size) {
+    return {"Text", text, schrift, size, 0, 15, 0, 50, 50, 0, 0, 0};
   }
 };
 
@@ -25,9 +25,7 @@ class FontWindows : public WindowTest {
 
 TEST_F(FontWindows, TheWindowShowsTheRowAndWritesItBack) {
   const QString stored = QStringLiteral("Courier New-B-I-U-T-C204<22.5");
-  const QString bookmark = Add(QStringLiteral("Wald"), stored, 13);
-  Map_Redraw();
-  ASSERT_TRUE(Take_Entry(bookmark));
+  const QString bookmark = Take(Text("Wald", stored, 13));
   Choose(QStringLiteral("mnuSchrift"));
   auto& dialog = Shown<FrmSchrift>();
   EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Schrift ändern: Text"));
@@ -64,7 +62,7 @@ TEST_F(FontWindows, TheWindowShowsTheRowAndWritesItBack) {
 }
 
 TEST_F(FontWindows, AMissingFontIsReplacedOnTheWayTheQuestionOpens) {
-  const QString bookmark = Add(QStringLiteral("Alt"), QStringLiteral("Gibt Es Nicht-B"), 12);
+  const QString bookmark = Add(Text("Alt", "Gibt Es Nicht-B", 12));
   With_Box(QStringLiteral("Gibt Es Nicht"), MsgAnswer::Yes, [&] {
     Map_Redraw();
     Settle();
@@ -114,9 +112,7 @@ TEST_F(FontWindows, TheTableShowsSignsScriptsAndBoxesWithCodes) {
   for (int code = 0x21; code <= 0xFF; ++code) shown += inkOf(table, code) > 0;
   EXPECT_EQ(shown, 223) << "signs, and the box of the one without";
   // A script of letters; its characters go into a text.
-  const QString bookmark = Add(QStringLiteral("Ma"), QStringLiteral("Arial"), 12);
-  Map_Redraw();
-  ASSERT_TRUE(Take_Entry(bookmark));
+  const QString bookmark = Take(Text("Ma", "Arial", 12));
   Choose(QStringLiteral("mnuSchrift"));
   auto& dialog = Shown<FrmSchrift>();
   Fill(dialog, "cmbScript", QStringLiteral("Griechisch"));

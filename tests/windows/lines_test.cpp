@@ -19,10 +19,7 @@ class LinesWindowTest : public WindowTest {
   }
   QString Take(const QString& id, const std::vector<QPoint>& vertices, int typ = 4) {
     Write_Vertices(EntryId::Parse(id).TableName(), vertices);
-    const QString bookmark = Add({id, "Weg", "Arial", 8, 0, 0, 0, 0, 0, 1, 1, typ});
-    Map_Redraw();
-    EXPECT_TRUE(Take_Entry(bookmark));
-    return bookmark;
+    return WindowTest::Take({id, "Weg", "Arial", 8, 0, 0, 0, 0, 0, 1, 1, typ});
   }
   static EntryRow Now() { return Row(Map.InHand); }
 };

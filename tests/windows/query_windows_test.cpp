@@ -122,9 +122,7 @@ TEST_F(QueryWindowsTest, LookGoesToOthers) {
   MessageScript script(MsgAnswer::Ok);
   rsEntries->MoveTo(3);
   Map.CurBookmark = rsEntries->Bookmark();
-  rsEntries->Edit();
-  rsEntries->Set(column::VG, qint64{5});
-  rsEntries->Update();
+  Set_Field(column::VG, qint64{5});
   When_Shown([](QWidget& dialog) {
     EXPECT_TRUE(Text_In(dialog, "lblInfo").startsWith("Möchten Sie die Eigenschaften"));
     EXPECT_EQ(Text_In(dialog, "lblMuster"), "Buche");

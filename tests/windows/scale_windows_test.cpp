@@ -84,9 +84,7 @@ TEST_F(ScaleWindowsTest, TypedLengthWaitsForAClick) {
 }
 
 TEST_F(ScaleWindowsTest, ReferenceStyleIsSeenAtOnceAndTakenBack) {
-  const QString bookmark = Add({"Text", "Text", "Arial", 12, 0, 0, 0, 50, 50, 200, 200, 0});
-  Map_Redraw();
-  ASSERT_TRUE(Take_Entry(bookmark));
+  const QString bookmark = Take({"Text", "Text", "Arial", 12, 0, 0, 0, 50, 50, 200, 200, 0});
   const auto ink = [] { return Count_Pixels(Map.canvas, {100, 100, 120, 120}, Is_Ink); };
   const int thin = ink();
   for (const bool keep : {false, true}) {

@@ -115,9 +115,7 @@ TEST_F(TblWindowTest, TheGridFollowsRowsThatComeGoAndChange) {
   rsEntries->SetBookmark(QString::number(Model().Key_Of(5)));
   rsEntries->Delete();
   rsEntries->MoveTo(7);
-  rsEntries->Edit();
-  rsEntries->Set(column::Eintrag, QStringLiteral("anders"));
-  rsEntries->Update();
+  Set_Field(column::Eintrag, QStringLiteral("anders"));
   events.TableChanged.Emit();
   Settle();
   ASSERT_EQ(Model().rowCount(), 31);

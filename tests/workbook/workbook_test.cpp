@@ -1,14 +1,5 @@
 #include "workbook/workbook.h"
 
-#include <QDir>
-#include <QFile>
-#include <QRegularExpression>
-#include <QTemporaryDir>
-#include <limits>
-
-#include "platform/files.h"
-#include "support/errors.h"
-#include "support/fixture.h"
 #include "workbook/workbook_package.h"
 
 using workbook_inner::Package;
@@ -41,14 +32,13 @@ const std::vector<std::pair<const char*, const char*>> foreignParts = {
     {"xl/pivotCache/records.bin", "\x01\x02 no XML \xFF"},
 };
 
-class WorkbookTest : public ::testing::Test {
+class WorkbookTest : public FolderTest {
  protected:
-  void SetUp() override { ASSERT_TRUE(folder.isValid()); }
   void TearDown() override {
     File_Write_Fault = nullptr;
     QFile::setPermissions(folder.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
   }
-  QString Path(const QString& name = QStringLiteral("KARTE.XLS")) const { return folder.path() + u'/' + name; }
+  QString Path(const QString& name = u"KARTE.XLS"_s) const { return FolderTest::Path(name); }
   QString Put_Foreign() const {
     Package package({});
     for (const auto& [name, content] : foreignParts) package.Put(QString::fromUtf8(name), content);
@@ -68,8 +58,6 @@ class WorkbookTest : public ::testing::Test {
   static QString Part(const QString& path, const QString& part) {
     return QString::fromUtf8(Package(Read_Bytes(path)).Read(part));
   }
-  QStringList Names() const { return QDir(folder.path()).entryList(QDir::Files | QDir::Hidden, QDir::Name); }
-  QTemporaryDir folder;
 };
 
 }  // namespace
