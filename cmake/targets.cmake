@@ -22,7 +22,7 @@ target_precompile_headers(flurax_core REUSE_FROM flurax_platform)
 
 add_library(flurax_windows STATIC ${window_sources})
 set_target_properties(flurax_windows PROPERTIES AUTOMOC ON AUTOUIC ON AUTORCC ON)
-target_link_libraries(flurax_windows PUBLIC flurax_core Qt6::Widgets Qt6::PrintSupport Qt6::Svg)
+target_link_libraries(flurax_windows PUBLIC flurax_core Qt6::Widgets Qt6::PrintSupport Qt6::Svg Qt6::Charts)
 target_precompile_headers(flurax_windows PRIVATE <QString> <QList> <QHash> <QWidget> <QDialog> <QPushButton> <QLabel> <QLineEdit>)
 
 if(EXISTS ${CMAKE_SOURCE_DIR}/src/main.cpp)

@@ -111,4 +111,5 @@ void Add_Overview_Texts(DemoTable& table) {
 void Add_Overview(DemoTable& table) {
   Add_Overview_Shapes(table);
   Add_Overview_Texts(table);
+  Add_Species(table);
 }

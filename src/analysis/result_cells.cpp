@@ -36,7 +36,7 @@ CellStyle Own_Look(const EntryRow& row, const PaletteColors& palette) {
     return palette[static_cast<size_t>(number)];
   };
   CellStyle style;
-  style.font = FontSpec::Parse(row.Schrift).family;
+  style.font = FontSpec::Parse(Font_Text(EntryType::Parse(row.Typ), row.Schrift)).family;
   style.color = color(row.VG);
   style.fill = color(row.HG);
   style.border = row.RA < 0 || row.RA > 15 ? style.fill : color(row.RA);

@@ -17,6 +17,16 @@ struct Target {
   const std::vector<int>* entries;
 };
 
+std::vector<int> Marked_Texts(const MapInput& input) {
+  std::vector<int> numbers;
+  for (size_t i = 0; i < input.rows.size(); ++i) {
+    const EntryType type = EntryType::Parse(input.rows[i].Typ);
+    if (!type.IsText() || type.Kind() == EntryKind::Reference) continue;
+    if (type.mark != Mark::None && !type.hidden) numbers.push_back(static_cast<int>(i));
+  }
+  return numbers;
+}
+
 std::vector<Target> Targets(const MapInput& input, const AssignedEntries& assigned) {
   std::vector<Target> targets;
   const auto add = [&](MatrixKind kind, auto fits) {
@@ -94,10 +104,14 @@ void Add_To(int& cell, int count) { cell = To_Int32(static_cast<double>(cell) + 
 
 }  // namespace
 
-std::optional<SpeciesMatrix> Calc_Species_Matrix(const MapInput& input, const std::function<bool()>& step) {
+std::optional<SpeciesMatrix> Calc_Species_Matrix(const MapInput& input, const std::function<bool()>& step,
+                                                 MatrixRows rows) {
   SpeciesMatrix result;
   const AssignedEntries assigned(input.rows);
   std::vector<Target> targets = Targets(input, assigned);
+  const std::vector<int> marked = rows.marked ? Marked_Texts(input) : std::vector<int>();
+  if (!marked.empty())
+    targets.push_back({{MatrixKind::Marked, QString(), QStringLiteral("markierte Einträge"), -1, {}, {}}, &marked});
   Counts counts(input, result);
   for (const Target& target : targets)
     for (const int row : *target.entries) counts.Of(row);
@@ -128,6 +142,8 @@ QString Matrix_Kind_Word(MatrixKind kind) {
       return QStringLiteral("Figur");
     case MatrixKind::Line:
       return QStringLiteral("Linie");
+    case MatrixKind::Marked:
+      return QStringLiteral("Markierte");
     case MatrixKind::Group:
       break;
   }

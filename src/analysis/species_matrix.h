@@ -9,12 +9,12 @@
 
 // Species by area: how many individuals of each species are assigned to each area, figure, line or group.
 
-enum class MatrixKind { Area, Figure, Line, Group };
+enum class MatrixKind { Area, Figure, Line, Group, Marked };
 
 struct MatrixRow {
   MatrixKind kind = MatrixKind::Area;
   QString id, name;         // ID and text; of a group its name twice
-  int row = -1;             // number of its row in the table; -1 for a group
+  int row = -1;             // number of its row in the table; -1 for a group and for the marked entries
   std::vector<int> counts;  // individuals, one for each species
   DiversityIndices indices;
 };
@@ -27,12 +27,17 @@ struct SpeciesMatrix {
   QStringList tooLarge;          // texts whose number is beyond 32767; not counted
 };
 
+struct MatrixRows {
+  bool marked = false;  // a last row of the marked texts and symbols, whatever they are assigned to
+};
+
 // What has entries assigned to it, and every area; hidden and marked ones too. Counts as in the population parameters.
 // An entry that belongs to an area and to a group counts in both rows, and so twice in the totals. A total of one cell
 // beyond 32 bits is error 6. `step` is called once per row of the matrix; false ends the work with nothing.
-std::optional<SpeciesMatrix> Calc_Species_Matrix(const MapInput& input, const std::function<bool()>& step = {});
+std::optional<SpeciesMatrix> Calc_Species_Matrix(const MapInput& input, const std::function<bool()>& step = {},
+                                                 MatrixRows rows = {});
 
-// "Fläche", "Figur", "Linie", "Gruppe".
+// "Fläche", "Figur", "Linie", "Gruppe", "Markierte".
 QString Matrix_Kind_Word(MatrixKind kind);
 // As shown: "(ohne Namen)" for a species without a name.
 QString Species_Shown(const QString& name);

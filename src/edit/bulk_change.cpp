@@ -1,9 +1,13 @@
 #include "edit/bulk_change.h"
 
+#include <algorithm>
+
 #include "hand/activation.h"
 #include "platform/message_box.h"
 #include "state/events.h"
+#include "state/task_line.h"
 #include "state/map_state.h"
+#include "state/mdi_state.h"
 #include "state/table_state.h"
 #include "store/table_file.h"
 #include "view/redraw.h"
@@ -79,11 +83,34 @@ int Write_Changes(const std::vector<RowChange>& changes, const QString& title, c
 }
 
 bool Append_In_Transaction(const QString& title, const std::function<void()>& work) {
+  if (!rsEntries) return false;
+  const int first = rsEntries->RecordCount();
   if (!In_Told_Transaction(title, work)) return false;
-  rsEntries->MoveLast();
+  rsEntries->MoveTo(std::min(first, rsEntries->RecordCount() - 1));
   Map.CurBookmark = rsEntries->Bookmark();
   events.CurrentRowChanged.Emit();
   return true;
+}
+
+int Hidden_Marked() {
+  int count = 0;
+  For_Each_Entry([&count] {
+    const EntryType type = Type_Here();
+    count += type.mark != Mark::None && !type.Chosen();
+  });
+  return count;
+}
+
+QString Hidden_Stay_Text(int count) {
+  if (count == 0) return {};
+  return count == 1 ? QStringLiteral("1 ausgeblendeter Eintrag bleibt, wie er ist.")
+                    : QStringLiteral("%1 ausgeblendete Einträge bleiben, wie sie sind.").arg(count);
+}
+
+void Tell_Done_Of_Marked(const QString& done) {
+  const QString stayed = Hidden_Stay_Text(Hidden_Marked());
+  const QString text = done.isEmpty() || stayed.isEmpty() ? done + stayed : done + QStringLiteral(". ") + stayed;
+  if (!text.isEmpty()) Tell_Done(text);
 }
 
 void Show_Changed_Entries() {

@@ -26,9 +26,15 @@ void Write_Change(const RowChange& change);
 // Nothing to write: nothing happens. An error takes all of it back and is told. The number of rows written.
 int Write_Changes(const std::vector<RowChange>& changes, const QString& title, const QString& undoCaption = {});
 
-// Runs the work, which appends a row at last, in one transaction. That row is the current entry afterwards. False if an
+// Runs the work, which appends rows, in one transaction. The first of them is the current entry afterwards. False if an
 // error took it back; it was told under the title then.
 bool Append_In_Transaction(const QString& title, const std::function<void()>& work);
+// How many marked rows cannot be seen. Commands on marked entries leave them alone and say so.
+int Hidden_Marked();
+// "2 ausgeblendete Einträge bleiben, wie sie sind." Empty for 0.
+QString Hidden_Stay_Text(int count);
+// What a command on marked entries did, and how many of them stayed, in the status bar; nothing where both are empty.
+void Tell_Done_Of_Marked(const QString& done = {});
 // Tells the table window, redraws; menus and tool buttons follow.
 void Show_Changed_Entries();
 // Does the ID still fit its column? Tells it if not.

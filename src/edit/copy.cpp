@@ -4,9 +4,11 @@
 #include <utility>
 
 #include "edit/bulk_change.h"
+#include "edit/figure_extras.h"
 #include "edit/move.h"
 #include "hand/activation.h"
 #include "platform/message_box.h"
+#include "platform/text.h"
 #include "state/events.h"
 #include "state/map_state.h"
 #include "state/mdi_state.h"
@@ -86,7 +88,7 @@ bool Append_Copy(WholeRow row, const QString& text, int dx, int dy) {
     if (!Rename_Copy(copy)) return false;
   } catch (const Error& error) {
     Message_Box(error.text + QStringLiteral("\n\nDer Eintrag wurde nicht kopiert."), MsgButtons::Ok, MsgIcon::Warning,
-                title);
+                QStringLiteral("Fehler"));
     return false;
   }
   return Append_In_Transaction(title, [&] {
@@ -100,6 +102,7 @@ bool Append_Copy(WholeRow row, const QString& text, int dx, int dy) {
       rsEntries->Set(static_cast<int>(i), std::move(row.values[i]));
     Write_Entry(*rsEntries, copy);
     rsEntries->Update();
+    Copy_Extras(source, copy);
   });
 }
 
@@ -127,8 +130,7 @@ void Copy_Entry() {
   const WholeRow row = Read_Whole_Row();
   if (clipboardFace.setText) clipboardFace.setText(row.entry.Eintrag);
   QString text = row.entry.Eintrag;
-  const QString prefix = QStringLiteral("Kopie: ");
-  if (Takes_Prefix(row.entry) && prefix.size() + text.size() <= Tbl.EintragSize) text.prepend(prefix);
+  if (Takes_Prefix(row.entry)) text = Cut_Text(QStringLiteral("Kopie: ") + text, Tbl.EintragSize);
   const QPoint corner = Corner_Of(row.entry);
   const QPoint place(Copy_Place(Window_X(corner.x()), Map.ScaleWidth),
                      Copy_Place(Window_Y(corner.y()), Map.ScaleHeight));

@@ -92,7 +92,8 @@ QString Ask_For_Picture() {
   request.title = QStringLiteral("Bild einfügen");
   request.folder = QFileInfo(MapFile).path();
   request.defaultExtension = QStringLiteral("BMP");
-  request.filter = QStringLiteral("Bilder(*.bmp;*.wmf;*.ico)|*.bmp;*.wmf;*.ico");
+  request.helpPage = QStringLiteral("Bilder.htm");
+  request.filter = QStringLiteral("Bilder(*.bmp;*.wmf;*.ico)|") + Picture_Patterns() + QStringLiteral(";*.ico");
   return Clean_Path(File_Dialog(request).value_or(QString()));
 }
 

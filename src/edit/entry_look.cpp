@@ -21,6 +21,8 @@ const QString frameTitle = QStringLiteral("Rahmen");
 const QString fillTitle = QStringLiteral("Füllen");
 const QString widthTitle = QStringLiteral("Strichbreite");
 
+const QString squareUndo = QStringLiteral("Rückgängig: Planquadrat ändern");
+
 using Change = std::function<void(EntryRow& row)>;
 
 bool Is_Color(int number) { return number >= 0 && number < 16; }
@@ -77,7 +79,10 @@ bool Change_Look(const QString& title, const Change& ofRow, const std::function<
   if (!Store_Pending_Text()) return false;
   Map.CurBookmark = Map.InHand;
   const auto changes = Change_Of_Current([&ofRow](EntryRow& row, qint64) { ofRow(row); });
-  return changes.empty() || Write_Changes(changes, title) > 0;
+  if (changes.empty()) return true;
+  // A square is one of a set that was made together: the former look comes back by the menu.
+  const bool square = EntryType::Parse(changes[0].after.Typ).Kind() == EntryKind::PlanSquare;
+  return Write_Changes(changes, title, square ? squareUndo : QString()) > 0;
 }
 
 // A figure without a fill is outlined in VG, whatever its frame says: its own frame takes over as it is.

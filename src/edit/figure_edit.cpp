@@ -65,16 +65,9 @@ std::vector<QPoint> Scaled_Into(std::vector<QPoint> vertices, const EntryBox& ol
   return vertices;
 }
 
-EntryBox Box_Of(const std::vector<QPoint>& vertices) {
-  const auto [left, right] =
-      std::minmax_element(vertices.begin(), vertices.end(), [](QPoint a, QPoint b) { return a.x() < b.x(); });
-  const auto [top, bottom] =
-      std::minmax_element(vertices.begin(), vertices.end(), [](QPoint a, QPoint b) { return a.y() < b.y(); });
-  return {left->x(), top->y(), right->x() - left->x(), bottom->y() - top->y()};
-}
-
-// Appends the row under a number of its own; it is in hand then.
-bool Append_Figure(EntryRow row, const EntryBox& box, const std::vector<QPoint>& vertices) {
+// Appends the row under a number of its own, with the extras of the figure it is a copy of; it is in hand then.
+bool Append_Figure(EntryRow row, const EntryBox& box, const std::vector<QPoint>& vertices,
+                   const std::optional<EntryRow>& copied = {}) {
   if (!rsEntries || !dbEntries) return false;
   const QString problem = Figure_Problem(box);
   if (!problem.isEmpty()) return Tell(problem);
@@ -83,6 +76,7 @@ bool Append_Figure(EntryRow row, const EntryBox& box, const std::vector<QPoint>&
     row.ID = Next_Figure_ID();
     if (!vertices.empty()) Write_Vertices(row.ID, vertices);
     Append_Entry(row);
+    if (copied) Copy_Extras(*copied, row);
   });
   if (!done) return false;
   Show_Changed_Entries();
@@ -112,7 +106,7 @@ QString Vertices_Problem(const std::vector<QPoint>& vertices) {
   for (const QPoint& vertex : vertices)
     if (std::min(vertex.x(), vertex.y()) < stopLimit || std::max(vertex.x(), vertex.y()) > farthest)
       return QStringLiteral("Eckpunkte können nur zwischen %1 und %2 liegen.").arg(stopLimit).arg(farthest);
-  return Figure_Problem(Box_Of(vertices));
+  return Figure_Problem(Vertex_Box(vertices));
 }
 
 EntryKind Free_Kind(bool rounded) { return rounded ? EntryKind::FreeFigureRound : EntryKind::FreeFigure; }
@@ -168,8 +162,9 @@ bool Store_Figure(FigureOf what, EntryBox box) {
   if (Keeps_Square(type.Kind())) box.height = box.width;
   const std::vector<QPoint> vertices = Scaled_Into(Free_Figure_Vertices(), Figure_Box(row), box);
   if (what == FigureOf::Duplicate) {
+    const EntryRow copied = row;
     row.Typ = type.Shown().Marked(Mark::None).ToNumber();
-    return Append_Figure(row, box, vertices);
+    return Append_Figure(row, box, vertices, copied);
   }
   const QString problem = Figure_Problem(box);
   if (!problem.isEmpty()) return Tell(problem);
@@ -207,7 +202,7 @@ bool Change_Figure(EntryKind kind, int width, int height) {
 bool Add_Free_Figure(const std::vector<QPoint>& vertices, bool rounded) {
   const QString problem = Vertices_Problem(vertices);
   if (!problem.isEmpty()) return Tell(problem);
-  return Append_Figure(New_Row(Free_Kind(rounded)), Box_Of(vertices), vertices);
+  return Append_Figure(New_Row(Free_Kind(rounded)), Vertex_Box(vertices), vertices);
 }
 
 bool Change_Free_Figure(const std::vector<QPoint>& vertices, bool rounded) {
@@ -218,7 +213,7 @@ bool Change_Free_Figure(const std::vector<QPoint>& vertices, bool rounded) {
   EntryType type = EntryType::Parse(row.Typ);
   type.base = static_cast<int>(Free_Kind(rounded));
   row.Typ = type.ToNumber();
-  set_entry_box(row, Box_Of(vertices));
+  set_entry_box(row, Vertex_Box(vertices));
   return Write_Figure(row, vertices);
 }
 

@@ -8,6 +8,7 @@
 #include "objects/figure.h"
 #include "state/events.h"
 #include "state/map_state.h"
+#include "store/anchor.h"
 #include "store/entry_edit.h"
 #include "store/table_file.h"
 #include "store/vertex_table.h"
@@ -195,6 +196,26 @@ FigureExtras Extras_Of(const EntryRow& figure) {
   return found;
 }
 
+QSet<qint64> Extras_Of_All(const QSet<qint64>& keys) {
+  const KeepCurrentRow keep;
+  QSet<QString> names;
+  for (const qint64 key : keys) {
+    if (rsEntries->PositionOf(key) < 1) continue;
+    rsEntries->MoveTo(rsEntries->PositionOf(key));
+    if (Type_Here().IsFigure()) names.insert(EntryId::Parse(rsEntries->Text(column::ID)).name);
+  }
+  QSet<qint64> extras;
+  if (names.isEmpty()) return extras;
+  For_Each_Entry([&] {
+    const EntryId id = EntryId::Parse(rsEntries->Text(column::ID));
+    const QString& name = id.name == axisName ? id.assignment : id.name;
+    if (!names.contains(name)) return;
+    const std::optional<EntryRow> row = Read_Sound_Entry();
+    if (row && Part_Of(name, *row) != ExtraPart::None) extras.insert(rsEntries->Key());
+  });
+  return extras;
+}
+
 void AddRowsX(const QString& id) {
   const KeepCurrentRow keep;
   QStringList keys;
@@ -203,6 +224,7 @@ void AddRowsX(const QString& id) {
     rsEntries->SetBookmark(key);
     rsEntries->Delete();
   }
+  if (!keys.isEmpty()) Promote_Anchor();
 }
 
 void DrawFigNeu(const EntryRow& figure, const FigureExtras& extras) {
@@ -214,6 +236,11 @@ void Extras_Follow(const EntryRow& before, const EntryRow& after) {
   if (!EntryType::Parse(before.Typ).IsFigure()) return;
   const FigureExtras extras = Extras_Of(before);
   if (extras != FigureExtras{}) DrawFigNeu(after, extras);
+}
+
+void Copy_Extras(const EntryRow& figure, const EntryRow& copy) {
+  if (!EntryType::Parse(figure.Typ).IsFigure() || Name_Of(figure) == Name_Of(copy)) return;
+  for (const EntryRow& row : Extra_Rows(copy, Extras_Of(figure))) Append_Entry(row);
 }
 
 bool Delete_With_Extras(bool asked) {

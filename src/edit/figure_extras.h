@@ -1,6 +1,7 @@
 #pragma once
 #include <QPointF>
 #include <QRectF>
+#include <QSet>
 #include <QString>
 #include <array>
 #include <optional>
@@ -43,10 +44,14 @@ struct FigureExtras {
 std::vector<EntryRow> Extra_Rows(const EntryRow& figure, const FigureExtras& extras);
 // Which of them the table has.
 FigureExtras Extras_Of(const EntryRow& figure);
+// Row keys of the extras of those among the rows that are figures.
+QSet<qint64> Extras_Of_All(const QSet<qint64>& keys);
 // Removes the extras of the figure with this name ("Figur1"), nothing else.
 void AddRowsX(const QString& id);
 // Writes the extras anew. In the caller's transaction; the current row stays.
 void DrawFigNeu(const EntryRow& figure, const FigureExtras& extras);
+// Gives the copy of a figure the extras that the figure has. In the caller's transaction; the current row stays.
+void Copy_Extras(const EntryRow& figure, const EntryRow& copy);
 // A figure was changed: the extras it had come to their new places. In the caller's transaction; the current row stays.
 void Extras_Follow(const EntryRow& before, const EntryRow& after);
 // Deletes the entry in hand as Delete_Entry does, and with a figure its extras.

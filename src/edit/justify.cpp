@@ -4,8 +4,10 @@
 #include <memory>
 
 #include "edit/bulk_change.h"
+#include "edit/figure_extras.h"
 #include "edit/marks.h"
 #include "edit/move.h"
+#include "hand/hand_controls.h"
 #include "objects/rotated_text.h"
 #include "objects/text_box.h"
 #include "platform/message_box.h"
@@ -64,8 +66,9 @@ Extent Measure::Of(const EntryRow& row) {
 }
 
 Extent Measure::Of_Text(const EntryRow& row) {
-  auto font = fonts.find(row.Schrift);
-  if (font == fonts.end()) font = fonts.insert(row.Schrift, FontSpec::Parse(row.Schrift));
+  const QString schrift = Font_Text(EntryType::Parse(row.Typ), row.Schrift);
+  auto font = fonts.find(schrift);
+  if (font == fonts.end()) font = fonts.insert(schrift, FontSpec::Parse(schrift));
   constexpr double smallestOwnSize = 3, standardSize = 12;
   const double size = std::abs(row.Groesse);  // a label that is switched off keeps its size
   FontKey key;
@@ -102,14 +105,8 @@ Extent Measure::Of_Picture(const EntryRow& row) {
 Extent Measure::Of_Free_Figure(const EntryRow& row) {
   const std::vector<QPoint>& vertices = Load_Vertices(EntryId::Parse(row.ID).TableName());
   if (vertices.empty()) return {row.Xmap, row.Ymap, row.Xmap, row.Ymap};
-  Extent extent{vertices[0].x(), vertices[0].y(), vertices[0].x(), vertices[0].y()};
-  for (const QPoint& vertex : vertices) {
-    extent.left = std::min(extent.left, vertex.x());
-    extent.top = std::min(extent.top, vertex.y());
-    extent.right = std::max(extent.right, vertex.x());
-    extent.bottom = std::max(extent.bottom, vertex.y());
-  }
-  return extent;
+  const EntryBox box = Vertex_Box(vertices);
+  return {box.x, box.y, box.x + box.width, box.y + box.height};
 }
 
 bool Has_Size(const EntryRow& row) {
@@ -140,7 +137,7 @@ struct Alignment {
   std::vector<VertexChange> vertices;
 
   void Align(EntryRow& row);
-  void Keep_Vertices(const EntryRow& row, const Extent& is, const Extent& will);
+  void Keep_Vertices(EntryRow& row, const Extent& is, const Extent& will);
   void Resize(EntryRow& row);
 };
 
@@ -165,8 +162,8 @@ void Alignment::Align(EntryRow& row) {
   Keep_Vertices(row, is, {is.left + dx, is.top + dy, is.right + dx, is.bottom + dy});
 }
 
-// Vertices of a free figure from one box into another.
-void Alignment::Keep_Vertices(const EntryRow& row, const Extent& is, const Extent& will) {
+// Vertices of a free figure from one box into another; its row follows them.
+void Alignment::Keep_Vertices(EntryRow& row, const Extent& is, const Extent& will) {
   if (!EntryType::Parse(row.Typ).IsFreeFigure()) return;
   const QString table = EntryId::Parse(row.ID).TableName();
   const auto into = [](int value, int from, int to, int newFrom, int newTo) {
@@ -177,7 +174,9 @@ void Alignment::Keep_Vertices(const EntryRow& row, const Extent& is, const Exten
   for (QPoint& point : change.points)
     point = {into(point.x(), is.left, is.right, will.left, will.right),
              into(point.y(), is.top, is.bottom, will.top, will.bottom)};
-  if (!change.points.empty() && change.points != Load_Vertices(table)) vertices.push_back(std::move(change));
+  if (change.points.empty()) return;
+  set_entry_box(row, Vertex_Box(change.points));
+  if (change.points != Load_Vertices(table)) vertices.push_back(std::move(change));
 }
 
 // Squares and circles take the height alone: it decides how they are drawn.
@@ -194,7 +193,7 @@ void Alignment::Resize(EntryRow& row) {
     set_entry_box(row, {is.left, is.top, width, height});
 }
 
-// The row marked last; without one, as in a foreign table, the last marked row.
+// Of the marked rows that can be seen the one marked last; without one, as in a foreign table, the last of them.
 struct Anchor {
   int marked = 0;
   EntryRow row;
@@ -205,7 +204,7 @@ Anchor Find_Anchor() {
   bool found = false;
   For_Each_Entry([&] {
     const EntryType type = Type_Here();
-    if (type.mark == Mark::None) return;
+    if (!type.Chosen()) return;
     ++anchor.marked;
     if (found) return;
     anchor.row = Read_Entry(*rsEntries);
@@ -232,15 +231,18 @@ void Justify(JustifyMode mode) {
     Alignment alignment{mode, {}, {}, {}};
     alignment.anchor = alignment.measure.Of(anchor.row);
     const auto changes = Collect_Changes([&alignment](EntryRow& row, qint64) {
-      if (EntryType::Parse(row.Typ).mark != Mark::None) alignment.Align(row);
+      if (EntryType::Parse(row.Typ).Chosen()) alignment.Align(row);
     });
-    if (changes.empty() && alignment.vertices.empty()) return;
+    if (changes.empty() && alignment.vertices.empty()) return Tell_Done_Of_Marked();
     Undo_Point(QStringLiteral("Rückgängig: Justieren"));
     const bool written = In_Told_Transaction(title, [&] {
       for (const RowChange& change : changes) Write_Change(change);
       for (const VertexChange& change : alignment.vertices) Write_Vertices(change.table, change.points);
+      for (const RowChange& change : changes) Extras_Follow(change.before, change.after);
     });
-    if (written) Show_Changed_Entries();
+    if (!written) return;
+    Show_Changed_Entries();
+    Tell_Done_Of_Marked();
   } catch (const Error&) {
     Message_Box(QStringLiteral("Ein Eintrag würde zu weit verschoben.\nEs wurde nichts verändert."), MsgButtons::Ok,
                 MsgIcon::Warning, title);

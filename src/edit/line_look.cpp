@@ -7,6 +7,7 @@
 #include "hand/next_shape.h"
 #include "hand/tool_state.h"
 #include "state/map_state.h"
+#include "state/task_line.h"
 #include "store/settings.h"
 
 namespace {
@@ -86,14 +87,11 @@ void Set_Line_Ends(const LineEnds& ends) {
 }
 
 void Save_Area_Template() {
-  AreaTemplate area{.VG = CurVG, .HG = CurHG, .RA = CurRA, .TX = NextShape.fill, .SB = NextShape.width};
-  QString name = QStringLiteral("Fläche");
-  if (Area_In_Hand()) {
-    const EntryRow row = *Row_In_Hand();
-    area = {.VG = row.VG, .HG = row.HG, .RA = row.RA, .TX = row.Yline, .SB = row.Xline};
-    name = EntryId::Parse(row.ID).name;
-  }
-  Write_Template(name, area);
+  if (!Area_In_Hand()) return;
+  const EntryRow row = *Row_In_Hand();
+  const QString name = EntryId::Parse(row.ID).name;
+  if (Write_Template(name, {.VG = row.VG, .HG = row.HG, .RA = row.RA, .TX = row.Yline, .SB = row.Xline}))
+    Tell_Done(QStringLiteral("Flächenvorlage gesichert: ") + name);
 }
 
 void Take_Area_Template() {
@@ -105,6 +103,7 @@ void Take_Area_Template() {
     CurRA = area.RA;
     NextShape.fill = area.TX;
     NextShape.width = std::max(1, area.SB);
+    Tell_Done(QStringLiteral("Die Vorlage gilt für die nächste Fläche."));
     return;
   }
   Change_Hand(templateTitle, [&area](EntryRow& row) {

@@ -4,11 +4,13 @@
 #include <algorithm>
 
 #include "edit/bulk_change.h"
+#include "edit/figure_extras.h"
 #include "hand/tool_state.h"
 #include "platform/message_box.h"
 #include "platform/text.h"
 #include "state/events.h"
 #include "state/map_state.h"
+#include "state/task_line.h"
 #include "store/entry_edit.h"
 #include "store/table_file.h"
 
@@ -113,7 +115,7 @@ namespace {
 QSet<qint64> Marked_Keys() {
   QSet<qint64> keys;
   For_Each_Entry([&keys] {
-    if (Type_Here().mark != Mark::None) keys.insert(rsEntries->Key());
+    if (Type_Here().Chosen()) keys.insert(rsEntries->Key());
   });
   return keys;
 }
@@ -124,16 +126,18 @@ void Delete_Marked() {
   if (!Table_Is_Open()) return;
   const QSet<qint64> keys = Marked_Keys();
   if (keys.isEmpty()) return;
-  const QString question = keys.size() == 1
-                               ? QStringLiteral("Soll der markierte Eintrag gelöscht werden?")
-                               : QStringLiteral("Sollen die %1 markierten Einträge gelöscht werden?").arg(keys.size());
+  QString question = keys.size() == 1
+                         ? QStringLiteral("Soll der markierte Eintrag gelöscht werden?")
+                         : QStringLiteral("Sollen die %1 markierten Einträge gelöscht werden?").arg(keys.size());
+  if (const int hidden = Hidden_Marked(); hidden > 0) question += QStringLiteral("\n\n") + Hidden_Stay_Text(hidden);
   if (Message_Box(question, MsgButtons::YesNo, MsgIcon::Question, QStringLiteral("Markierte löschen"),
                   MsgDefault::Second) != MsgAnswer::Yes)
     return;
   const BusyPointer busy;
   Undo_Point(QStringLiteral("Rückgängig: Markierte löschen"));
-  if (!In_Told_Transaction(QStringLiteral("Markierte löschen"), [&keys] { Delete_Entries(keys); })) return;
-  Map.MarkOrder.clear();
+  const auto work = [&keys] { Delete_Entries(keys + Extras_Of_All(keys)); };
+  if (!In_Told_Transaction(QStringLiteral("Markierte löschen"), work)) return;
+  std::erase_if(Map.MarkOrder, [&keys](qint64 key) { return keys.contains(key); });
   if (!rsEntries->HasRow(Map.CurBookmark)) {
     rsEntries->MoveLast();
     Map.CurBookmark = rsEntries->Bookmark();
@@ -157,7 +161,7 @@ GroupState Read_Groups() {
   For_Each_Entry([&] {
     const EntryId id = EntryId::Parse(rsEntries->Text(column::ID));
     if (id.hasGroup) state.highest = std::max(state.highest, static_cast<int>(std::min(Val(id.group), 1e9)));
-    if (Type_Here().mark == Mark::None) return;
+    if (!Type_Here().Chosen()) return;
     if (id.hasGroup) {
       state.groups.insert(id.group);
     } else {
@@ -176,7 +180,7 @@ void Group_Marked() {
   const QString number = QString::number(state.highest + 1);
   const auto changes = Collect_Changes([&](EntryRow& row, qint64) {
     EntryId id = EntryId::Parse(row.ID);
-    const bool marked = EntryType::Parse(row.Typ).mark != Mark::None;
+    const bool marked = EntryType::Parse(row.Typ).Chosen();
     if (dissolve ? !id.hasGroup || !state.groups.contains(id.group) : !marked) return;
     id.hasGroup = !dissolve;
     id.group = dissolve ? QString() : number;
@@ -184,5 +188,7 @@ void Group_Marked() {
   });
   for (const RowChange& change : changes)
     if (!Id_Fits(change.after.ID)) return;
-  Write_Changes(changes, QStringLiteral("Gruppe"), QStringLiteral("Rückgängig: Gruppieren"));
+  if (Write_Changes(changes, QStringLiteral("Gruppe"), QStringLiteral("Rückgängig: Gruppieren")) == 0) return;
+  Tell_Done_Of_Marked(dissolve ? QStringLiteral("Die Gruppe ist aufgelöst.")
+                     : QStringLiteral("Gruppiert: ") + Entries_Text(std::ssize(changes)));
 }

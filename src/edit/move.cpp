@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "edit/bulk_change.h"
+#include "edit/figure_extras.h"
 #include "platform/message_box.h"
 #include "platform/progress.h"
 #include "platform/text.h"
@@ -114,7 +115,7 @@ MoveWork Plan_Move(int dx, int dy, bool markedOnly) {
   QSet<QString> seen;
   work.rows = Collect_Changes([&](EntryRow& row, qint64) {
     const EntryType type = EntryType::Parse(row.Typ);
-    if (markedOnly && type.mark == Mark::None) return;
+    if (markedOnly && !type.Chosen()) return;
     if (!Has_Position(type) || !work.tooFar.isEmpty()) return;
     try {
       Shift_Row(row, dx, dy);
@@ -164,6 +165,9 @@ int Move_Entries(const MoveRequest& request) {
       Write_Change(change);
       if (!progress.Advance()) return false;
     }
+    // All others that move are rows of their own.
+    for (const RowChange& change : work.rows)
+      if (request.markedOnly) Extras_Follow(change.before, change.after);
     for (const QString& table : work.tables) {
       Shift_Table(table, dx, dy);
       if (!progress.Advance()) return false;
@@ -172,6 +176,7 @@ int Move_Entries(const MoveRequest& request) {
   });
   if (!written) return 0;
   Show_Changed_Entries();
+  if (request.markedOnly) Tell_Done_Of_Marked();
   return static_cast<int>(work.rows.size());
 }
 

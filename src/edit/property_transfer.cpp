@@ -13,7 +13,7 @@ const QString title = QStringLiteral("Eigenschaften übertragen");
 bool Takes(const TransferRequest& request, const EntryRow& row, const QString& name) {
   const EntryType type = EntryType::Parse(row.Typ);
   if (request.textsOnly && !type.IsText()) return false;
-  if (request.to == TransferTo::Marked) return type.mark != Mark::None;
+  if (request.to == TransferTo::Marked) return type.Chosen();
   return Transfer_Name(row.Eintrag, request.to) == name;
 }
 
@@ -54,7 +54,9 @@ int Transfer_Properties(const TransferRequest& request) {
     if (Takes(request, row, name)) Give_Look(request, pattern, row);
   });
   const int changed = Write_Changes(changes, title, QStringLiteral("Rückgängig: Eigenschaften übertragen"));
-  Message_Box(QStringLiteral("%1 Karteneinträge wurden verändert").arg(changed), MsgButtons::Ok, MsgIcon::Information,
-              title);
+  QString told = QStringLiteral("%1 Karteneinträge wurden verändert").arg(changed);
+  if (const int hidden = request.to == TransferTo::Marked ? Hidden_Marked() : 0; hidden > 0)
+    told += u'\n' + Hidden_Stay_Text(hidden);
+  Message_Box(told, MsgButtons::Ok, MsgIcon::Information, title);
   return changed;
 }

@@ -10,6 +10,7 @@
 #include "objects/scale_bar.h"
 #include "platform/message_box.h"
 #include "platform/text.h"
+#include "store/anchor.h"
 
 namespace {
 
@@ -54,6 +55,7 @@ void Delete_Scale_Rows() {
     rsEntries->Delete();
     return Walk::RowGone;
   });
+  Promote_Anchor();
 }
 
 }  // namespace

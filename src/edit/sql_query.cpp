@@ -14,6 +14,7 @@
 #include "state/global_state.h"
 #include "state/map_state.h"
 #include "state/table_state.h"
+#include "store/anchor.h"
 #include "store/file_names.h"
 #include "store/sql_translate.h"
 #include "store/table_file.h"
@@ -149,6 +150,7 @@ void Execute(const SqlTranslation& statement) {
     if (adds) Fit_New_Rows(statement.table, last);
     if (removes) Put_Header_Back(header);
     rsEntries->Requery();
+    if (removes) Promote_Anchor();
   });
 }
 
@@ -349,6 +351,8 @@ void Drop_Other_Tables(const QSet<QString>& kept) {
 bool Write_In_Transaction(const Kept& kept) {
   return In_Transaction([&kept] {
     if (!Write_Kept(kept)) return false;
+    Map.MarkOrder.clear();  // the rows have other keys now
+    Promote_Anchor();
     Drop_Other_Tables(kept.tables);
     return true;
   });

@@ -5,6 +5,7 @@
 #include <array>
 #include <limits>
 
+#include "edit/figure_extras.h"
 #include "hand/activation.h"
 #include "objects/scale_bar.h"
 #include "platform/message_box.h"
@@ -344,7 +345,7 @@ bool Delete_Rows(const std::vector<qint64>& keys) {
   if (going.size() > 1) Undo_Point(QStringLiteral("Rückgängig: Zeilen löschen"));
   if (!rsEntries) return false;  // the table could not be opened again
   const BusyPointer busy;
-  Delete_Entries(going);
+  Delete_Entries(going + Extras_Of_All(going));
   Rows_Were_Deleted(position);
   return true;
 }

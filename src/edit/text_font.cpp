@@ -49,7 +49,7 @@ FontChoice Load_Font_Spec() {
       return Font_Of_Box();
     case FontTarget::Entry: {
       const EntryRow row = *Row_In_Hand();
-      return Font_Choice_Of(row.Schrift, row.Groesse);
+      return Font_Choice_Of(Font_Text(EntryType::Parse(row.Typ), row.Schrift), row.Groesse);
     }
     case FontTarget::Next:
       break;

@@ -4,7 +4,10 @@
 #include <cmath>
 
 #include "edit/bulk_change.h"
+#include "edit/figure_extras.h"
 #include "hand/activation.h"
+#include "hand/hand_controls.h"
+#include "hand/turned_shape.h"
 #include "state/events.h"
 #include "state/global_state.h"
 #include "state/map_state.h"
@@ -25,19 +28,22 @@ QString Display_Name(const EntryId& id) {
   return id.Number() < 0 ? word : word + QString::number(id.Number());
 }
 
-// The outline of the entry in hand while it can be seen; empty without one.
-const std::vector<QPoint>& Outline_In_Hand(bool& closed) {
-  static const std::vector<QPoint> none;
+// The outline of the entry in hand where it is seen, window pixels; empty while it cannot be seen.
+std::vector<QPoint> Outline_In_Hand(bool& closed) {
+  std::vector<QPoint> outline;
   const auto row = Row_In_Hand();
-  if (!row) return none;
+  if (!row) return outline;
   const EntryType type = EntryType::Parse(row->Typ);
-  if (type.hidden || !type.HasVertices()) return none;
+  if (type.hidden || !type.HasVertices()) return outline;
   const EntryId id = EntryId::Parse(row->ID);
   closed = !id.IsLine();
-  return Load_Vertices(id.TableName());
+  const Turn turn = Turn_Of(*row);
+  for (const QPoint& vertex : Load_Vertices(id.TableName())) {
+    const QPointF at = turn.Seen(vertex);
+    outline.emplace_back(Window_X(at.x()), Window_Y(at.y()));
+  }
+  return outline;
 }
-
-QPoint In_Window(QPoint map) { return {Window_X(map.x()), Window_Y(map.y())}; }
 
 int Apart(QPoint a, QPoint b) { return std::max(std::abs(a.x() - b.x()), std::abs(a.y() - b.y())); }
 
@@ -56,8 +62,18 @@ double Distance_To_Edge(QPointF point, QPointF from, QPointF to) {
   return std::hypot(rest.x(), rest.y());
 }
 
-QPoint Kept_In_Range(QPoint map) {
-  return {std::clamp(map.x(), leastVertex, mostVertex), std::clamp(map.y(), leastVertex, mostVertex)};
+QPoint Kept_In_Range(QPointF map) {
+  return {std::clamp(qRound(map.x()), leastVertex, mostVertex), std::clamp(qRound(map.y()), leastVertex, mostVertex)};
+}
+
+// The middle about which a figure turns has moved with its box: the vertices go along, so that all but the changed one
+// stay where they are seen.
+void Keep_In_Place(VertexList& list, const Turn& turn) {
+  if (turn.angle == 0) return;
+  const EntryBox box = Vertex_Box(list.points);
+  const QPointF centre(box.x + box.width / 2.0, box.y + box.height / 2.0);
+  const QPointF by = Kept_In_Place(turn.centre, centre, turn.angle);
+  for (QPoint& vertex : list.points) vertex = Kept_In_Range(vertex + by);
 }
 
 std::optional<VertexList> Vertices_In_Hand() {
@@ -95,24 +111,52 @@ std::optional<VertexList> Vertices_Of(qint64 key) {
   return list;
 }
 
+namespace {
+
+// The row of a free figure and its extras follow its vertices.
+void Figure_Follows(qint64 key) {
+  if (rsEntries->PositionOf(key) < 1) return;
+  const KeepCurrentRow keep;
+  rsEntries->MoveTo(rsEntries->PositionOf(key));
+  const EntryRow before = Read_Entry(*rsEntries);
+  if (!EntryType::Parse(before.Typ).IsFreeFigure()) return;
+  EntryRow row = before;
+  set_entry_box(row, Figure_Box(row));
+  if (row == before) return;
+  Update_Entry(row);
+  Extras_Follow(before, row);
+}
+
+}  // namespace
+
+QPoint Seen_Vertex(const VertexList& list, int number) {
+  const QPoint vertex = list.points[static_cast<size_t>(number)];
+  const std::optional<EntryRow> row = Sound_Entry_At(QString::number(list.key));
+  return row ? Turn_Of(*row).Seen(vertex).toPoint() : vertex;
+}
+
 bool Write_Vertex_List(const VertexList& list) {
   std::vector<QPoint> all = list.points;
   all.insert(all.end(), list.rest.begin(), list.rest.end());
-  if (!In_Told_Transaction(title, [&] { Write_Vertices(list.table, all); })) return false;
+  const auto work = [&] {
+    Write_Vertices(list.table, all);
+    Figure_Follows(list.key);
+  };
+  if (!In_Told_Transaction(title, work)) return false;
   Show_Changed_Entries();
   return true;
 }
 
 int Vertex_At(QPoint window) {
   bool closed = false;
-  const std::vector<QPoint>& points = Outline_In_Hand(closed);
+  const std::vector<QPoint> points = Outline_In_Hand(closed);
   const int count = static_cast<int>(points.size());
   for (int i = 0; i < count; ++i) {
-    const QPoint at = In_Window(points[static_cast<size_t>(i)]);
+    const QPoint at = points[static_cast<size_t>(i)];
     if (Apart(at, window) > vertexReach) continue;
     const auto clear = [&](int step) {
       const int other = Neighbour(i, step, count, closed);
-      return other < 0 || Apart(at, In_Window(points[static_cast<size_t>(other)])) >= vertexApart;
+      return other < 0 || Apart(at, points[static_cast<size_t>(other)]) >= vertexApart;
     };
     if (clear(-1) || clear(1)) return i;
   }
@@ -121,15 +165,14 @@ int Vertex_At(QPoint window) {
 
 int Edge_At(QPoint window) {
   bool closed = false;
-  const std::vector<QPoint>& points = Outline_In_Hand(closed);
+  const std::vector<QPoint> points = Outline_In_Hand(closed);
   const int count = static_cast<int>(points.size());
   int best = -1;
   double nearest = edgeReach;
   for (int i = 0; i < count; ++i) {
     const int next = Neighbour(i, 1, count, closed);
     if (next < 0) break;
-    const double distance = Distance_To_Edge(window, In_Window(points[static_cast<size_t>(i)]),
-                                             In_Window(points[static_cast<size_t>(next)]));
+    const double distance = Distance_To_Edge(window, points[static_cast<size_t>(i)], points[static_cast<size_t>(next)]);
     if (distance > nearest) continue;
     nearest = distance;
     best = i;
@@ -139,14 +182,14 @@ int Edge_At(QPoint window) {
 
 QPolygonF Vertex_Neighbours(int number, int& middle) {
   bool closed = false;
-  const std::vector<QPoint>& points = Outline_In_Hand(closed);
+  const std::vector<QPoint> points = Outline_In_Hand(closed);
   const int count = static_cast<int>(points.size());
   QPolygonF line;
   middle = 0;
   for (const int step : {-1, 0, 1}) {
     if (step == 0) middle = static_cast<int>(line.size());
     const int at = step == 0 ? number : Neighbour(number, step, count, closed);
-    if (at >= 0 && at < count) line << In_Window(points[static_cast<size_t>(at)]);
+    if (at >= 0 && at < count) line << points[static_cast<size_t>(at)];
   }
   return line;
 }
@@ -154,8 +197,10 @@ QPolygonF Vertex_Neighbours(int number, int& middle) {
 void Move_Vertex(int number, QPoint by) {
   std::optional<VertexList> list = Vertices_In_Hand();
   if (!list || number < 0 || number >= static_cast<int>(list->points.size())) return;
+  const Turn turn = Turn_Of(Read_Entry(*rsEntries));
   QPoint& vertex = list->points[static_cast<size_t>(number)];
-  vertex = Kept_In_Range(vertex + by);
+  vertex = Kept_In_Range(turn.Stored(turn.Seen(vertex) + by));
+  Keep_In_Place(*list, turn);
   Write_Vertex_List(*list);
 }
 
@@ -164,6 +209,9 @@ bool Insert_Vertex_At(QPoint window) {
   if (edge < 0 || !Store_Pending_Text()) return false;
   std::optional<VertexList> list = Vertices_In_Hand();
   if (!list) return false;
-  list->points.insert(list->points.begin() + edge + 1, Kept_In_Range({Map_X(window.x()), Map_Y(window.y())}));
+  const Turn turn = Turn_Of(Read_Entry(*rsEntries));
+  const QPointF at = turn.Stored(QPointF(Map_X(window.x()), Map_Y(window.y())));
+  list->points.insert(list->points.begin() + edge + 1, Kept_In_Range(at));
+  Keep_In_Place(*list, turn);
   return Write_Vertex_List(*list);
 }

@@ -21,8 +21,10 @@ inline constexpr int leastVertex = -15000, mostVertex = 32767;
 // Of the current row, or of the row with this key. None if it has no vertices, or none that can be read.
 std::optional<VertexList> Vertices_Of_Current();
 std::optional<VertexList> Vertices_Of(qint64 key);
-// Writes the table anew, in one transaction; Tbl becomes dirty, the map is redrawn. False if nothing was written; that
-// was told.
+// Where a vertex of the list is seen, map pixels: that of a turned figure lies elsewhere than it is stored.
+QPoint Seen_Vertex(const VertexList& list, int number);
+// Writes the table anew, in one transaction; the row of a free figure takes their box. Tbl becomes dirty, the map is
+// redrawn. False if nothing was written; that was told.
 bool Write_Vertex_List(const VertexList& list);
 
 // Vertex and edge of the entry in hand at a window position: the number of the vertex, of the edge's first vertex; -1
@@ -31,6 +33,6 @@ int Vertex_At(QPoint window);
 int Edge_At(QPoint window);
 // What a moved vertex draws behind it, in window pixels: its neighbours and the vertex itself, at `middle`.
 QPolygonF Vertex_Neighbours(int number, int& middle);
-void Move_Vertex(int number, QPoint by);  // map pixels; the vertex counted from 0
+void Move_Vertex(int number, QPoint by);  // map pixels, as it is seen; the vertex counted from 0
 // A new vertex on the edge of the entry in hand under the position. False if there is no edge.
 bool Insert_Vertex_At(QPoint window);

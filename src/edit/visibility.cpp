@@ -3,6 +3,7 @@
 #include "edit/bulk_change.h"
 #include "state/events.h"
 #include "state/mdi_state.h"
+#include "state/task_line.h"
 
 namespace {
 
@@ -23,7 +24,7 @@ void Set_Inactive(EntryRow& row, bool inactive) {
   row.ID = id.ToText();
 }
 
-bool Is_Marked(const EntryRow& row) { return EntryType::Parse(row.Typ).mark != Mark::None; }
+bool Is_Marked(const EntryRow& row) { return EntryType::Parse(row.Typ).Chosen(); }
 
 bool All_Ids_Fit(const std::vector<RowChange>& changes) {
   for (const RowChange& change : changes)
@@ -66,11 +67,13 @@ void Deactivate_Marked() {
   const auto changes = Collect_Changes([](EntryRow& row, qint64) {
     if (Is_Marked(row)) Set_Inactive(row, true);
   });
-  if (All_Ids_Fit(changes)) Write_Changes(changes, activityTitle, undoActivity);
+  if (All_Ids_Fit(changes) && Write_Changes(changes, activityTitle, undoActivity) > 0)
+    Tell_Done_Of_Marked(QStringLiteral("De-aktiviert: ") + Entries_Text(std::ssize(changes)));
 }
 
 void Activate_All_Inactive() {
   if (!Table_Is_Open()) return;
   const auto changes = Collect_Changes([](EntryRow& row, qint64) { Set_Inactive(row, false); });
-  Write_Changes(changes, activityTitle, undoActivity);
+  if (Write_Changes(changes, activityTitle, undoActivity) > 0)
+    Tell_Done(QStringLiteral("Aktiviert: ") + Entries_Text(std::ssize(changes)));
 }

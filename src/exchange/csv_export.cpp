@@ -1,5 +1,6 @@
 #include "exchange/csv_export.h"
 
+#include <QFileInfo>
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -7,19 +8,26 @@
 
 #include "coordinates/conversions.h"
 #include "coordinates/degree_text.h"
+#include "platform/error.h"
+#include "platform/files.h"
+#include "platform/message_box.h"
 #include "platform/text.h"
+#include "state/events.h"
 #include "state/global_state.h"
 #include "store/csv_cell.h"
 #include "store/entry.h"
 
 namespace {
 
+const QString title = QStringLiteral("Export der Karteneinträge in eine CSV-Datei");
+const QString firstWords = QStringLiteral("Export der Datei: ");
+
 constexpr std::array without = {-40, -11, -5, -4, -1, 4, 5, 11, 40};  // kinds without a line
 
 bool In_Metres() { return Coord.Metric() || (Coord.Geographic() && Coord.NetPKG); }
 
 QStringList Head(const QString& name) {
-  QStringList lines{QStringLiteral("Export der Datei: %1 in eine CSV-Datei.").arg(name), {}};
+  QStringList lines{firstWords + name + QStringLiteral(" in eine CSV-Datei."), {}};
   if (In_Metres()) {
     const bool utm = Coord.Grid == gridUtm;
     lines << (utm ? QStringLiteral("UTM, Zone:%1,  Kartendatum: %2 ").arg(Coord.ZoneText, Coord.GridDatum)
@@ -64,6 +72,17 @@ std::pair<int, int> Place_Of(const EntryRow& row) {
 // Line breaks and semicolons of a text would tear the line apart.
 QString One_Cell(const QString& text) { return Csv_Guarded(Csv_One_Line(text).replace(u';', u',').trimmed()); }
 
+// The field data of somebody may lie there under the same name.
+void Keep_Foreign_File(const QString& path) {
+  const QString there = Find_File(path);
+  if (there.isEmpty() || Read_Lines(there).value(0).startsWith(firstWords)) return;
+  const QFileInfo info(there);
+  const QString base = info.path() + u'/' + info.completeBaseName() + QStringLiteral("_alt");
+  QString aside = base + QStringLiteral(".csv");
+  for (int number = 2; File_Exists(aside); ++number) aside = base + QString::number(number) + QStringLiteral(".csv");
+  File_Rename(there, aside);
+}
+
 }  // namespace
 
 QStringList Csv_Export_Lines(const QString& name) {
@@ -81,4 +100,23 @@ QStringList Csv_Export_Lines(const QString& name) {
   });
   lines << QStringLiteral("Ende");
   return lines;
+}
+
+void Export_Csv() {
+  const QFileInfo table(TableFile);
+  const QString path = table.path() + u'/' + table.completeBaseName() + QStringLiteral(".csv");
+  try {
+    const BusyPointer busy;
+    Keep_Foreign_File(path);
+    Write_Lines(path, Csv_Export_Lines(table.fileName()));
+  } catch (const Error& error) {
+    Message_Box(Error_Text(error) + u'\r' + path, MsgButtons::Ok, MsgIcon::Critical,
+                QStringLiteral("Fehler: Export in -> CSV-Datei"));
+    return;
+  }
+  Message_Box(QStringLiteral("Die Karteneinträge wurden in folgende Datei geschrieben: \r%1\r\rDiese Datei kann mit "
+                             "Excel, oder einer anderen Tabellenkalkulation, bzw. mit einem Editor oder Word geöffnet "
+                             "werden.")
+                  .arg(path),
+              MsgButtons::Ok, MsgIcon::Information, title);
 }

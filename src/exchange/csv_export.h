@@ -8,3 +8,7 @@
 // Head, a line an entry, "Ende". `name` is the table's file name. Lines, areas, pictures, scale bars and the header row
 // have no line.
 QStringList Csv_Export_Lines(const QString& name);
+
+// Menu entry: the same into a file beside the table, named like it; then it tells where the file is. A file of that
+// name that was not written so is kept as "<name>_alt.csv" (then "_alt2" ...).
+void Export_Csv();

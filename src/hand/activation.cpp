@@ -55,6 +55,7 @@ bool Take_Row(const QString& bookmark) {
   if (Map.InHand == bookmark) {
     rsEntries->SetBookmark(bookmark);
     Map.CurBookmark = bookmark;
+    if (Hand_Is_Hidden()) Activate_Entry();
     return true;
   }
   const bool redraw = Text_Pending();
@@ -142,6 +143,7 @@ void Drop_Hand() {
   Cancel_Drag();
   Unpaint_Hand();
   Hide_Live_Controls();
+  Map.EntryRegions.Widen();
   Map.Text2.Tag = EditTag::Old;
   Map.InHand.clear();
   Map.GroupInHand.clear();
@@ -188,6 +190,16 @@ void Before_Redraw() {
   Store_Text_Left_Behind();
 }
 
+// A typed text is written to be seen on the map; one that cannot be stored stays open.
+void Hand_Out_Of_Sight() {
+  Cancel_Drag();
+  if (!Entry_In_Hand()) return;
+  const bool pending = Text_Pending();
+  if (!Store_Pending_Text()) return;
+  if (pending) Map_Redraw();
+  Hide_Hand();
+}
+
 void After_Redraw() {
   if (dragState.Active() || (Map.InHand.isEmpty() && !Text_Is_New())) return;
   Hand_Is_Shown();
@@ -221,7 +233,8 @@ void After_Redraw() {
 }  // namespace
 
 void Connect_Hand() {
-  static int before = 0, after = 0;
+  static int before = 0, after = 0, hide = 0;
+  Reconnect(events.HandHidden, hide, Hand_Out_Of_Sight);
   Reconnect(events.BeforeRedraw, before, Before_Redraw);
   Reconnect(events.AfterRedraw, after, After_Redraw);
 }

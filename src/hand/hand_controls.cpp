@@ -3,9 +3,14 @@
 #include <QSet>
 #include <algorithm>
 #include <array>
+#include <cmath>
+#include <numbers>
 #include <vector>
 
+#include "hand/in_hand.h"
+#include "hand/turned_shape.h"
 #include "objects/reference_line.h"
+#include "objects/rotated_text.h"
 #include "objects/text_box.h"
 #include "platform/surface.h"
 #include "state/events.h"
@@ -41,14 +46,16 @@ QRect Window_Box(const EntryBox& box) {
                                                           std::max(1, Window_Y(box.y + box.height) - Window_Y(box.y)))};
 }
 
-void Place_Handles(const QRect& box) {
+void Place_Handles(const QRect& box, double angle) {
   const int x[] = {box.left(), box.center().x(), box.left() + box.width()};
   const int y[] = {box.top(), box.center().y(), box.top() + box.height()};
   // Upper left, clockwise.
   const std::array<QPoint, 8> middle = {QPoint(x[0], y[0]), {x[1], y[0]}, {x[2], y[0]}, {x[2], y[1]},
                                         QPoint(x[2], y[2]), {x[1], y[2]}, {x[0], y[2]}, {x[0], y[1]}};
-  for (size_t i = 0; i < middle.size(); ++i)
-    Place(Map.lblHandle[i], {middle[i].x() - handleSize / 2, middle[i].y() - handleSize / 2, handleSize, handleSize});
+  for (size_t i = 0; i < middle.size(); ++i) {
+    const QPoint at = angle == 0 ? middle[i] : Turned(middle[i], QRectF(box).center(), angle).toPoint();
+    Place(Map.lblHandle[i], {at.x() - handleSize / 2, at.y() - handleSize / 2, handleSize, handleSize});
+  }
 }
 
 void Place_Picture(const EntryRow& row) {
@@ -72,10 +79,12 @@ void Place_Shape(const EntryRow& row, const EntryType& type) {
   if (type.IsFigure() || type.Kind() == EntryKind::PlanSquare) {
     const QRect box = Window_Box(Figure_Box(row));
     Place(Map.lblShape, box);
-    if (type.IsFigure()) Place_Handles(box);
+    Map.lblShape.Angle = Turn_Of(row).angle;
+    if (type.IsFigure()) Place_Handles(box, Map.lblShape.Angle);
     return;
   }
   const QRectF region = Region_Bounds(rsEntries->Key());
+  Map.lblShape.Angle = 0;
   if (!region.isEmpty()) Place(Map.lblShape, region.toAlignedRect());
 }
 
@@ -103,15 +112,42 @@ QRectF Group_Bounds() {
   return bounds;
 }
 
-EntryBox Figure_Box(const EntryRow& row) {
-  if (!EntryType::Parse(row.Typ).IsFreeFigure()) return entry_box(row);
-  const std::vector<QPoint>& points = Load_Vertices(EntryId::Parse(row.ID).TableName());
-  if (points.empty()) return entry_box(row);
+EntryBox Vertex_Box(const std::vector<QPoint>& points) {
   const auto [left, right] =
       std::minmax_element(points.begin(), points.end(), [](QPoint a, QPoint b) { return a.x() < b.x(); });
   const auto [top, bottom] =
       std::minmax_element(points.begin(), points.end(), [](QPoint a, QPoint b) { return a.y() < b.y(); });
   return {left->x(), top->y(), right->x() - left->x(), bottom->y() - top->y()};
+}
+
+EntryBox Figure_Box(const EntryRow& row) {
+  if (!EntryType::Parse(row.Typ).IsFreeFigure()) return entry_box(row);
+  const std::vector<QPoint>& points = Load_Vertices(EntryId::Parse(row.ID).TableName());
+  return points.empty() ? entry_box(row) : Vertex_Box(points);
+}
+
+QPolygonF Text_Outline(double out) {
+  if (EntAngle == 0 || Text_Pending()) return QRectF(Control_Box(Map.Text2)).adjusted(-out, -out, out, out);
+  constexpr double drawnOut = 5;  // of the box round a turned text
+  const auto corners =
+      Rotated_Box(QPointF(Map.Text2.Left, Map.Text2.Top), Text_Size(Map.Text2.Text), EntAngle, drawnOut + out);
+  return QPolygonF(QList<QPointF>(corners.begin(), corners.end()));
+}
+
+RegionShape Shape_In_Hand(EntryKind kind) {
+  const QRectF box = Control_Box(Map.lblShape);
+  const double angle = Map.lblShape.Angle;
+  const bool round = kind == EntryKind::Ellipse || kind == EntryKind::Circle;
+  if (!round) return angle == 0 ? RegionShape(box) : Turned_Rect(box, angle);
+  if (angle == 0) return EllipseShape{box};
+  QPolygonF ellipse;
+  constexpr int corners = 64;
+  for (int i = 0; i < corners; ++i) {
+    const double t = i * 2 * std::numbers::pi / corners;
+    const QPointF radius(box.width() / 2 * std::cos(t), box.height() / 2 * std::sin(t));
+    ellipse << Turned(box.center() + radius, box.center(), angle);
+  }
+  return ellipse;
 }
 
 void Hide_Live_Controls() {
@@ -133,7 +169,7 @@ void Load_Entry_Colors() {
 }
 
 void Load_Text_Box(const EntryRow& row) {
-  const FontSpec font = FontSpec::Parse(row.Schrift);
+  const FontSpec font = FontSpec::Parse(Font_Text(EntryType::Parse(row.Typ), row.Schrift));
   EntFont = font.family.isEmpty() ? Map.Text2.FontName : font.family;
   EntAngle = font.angle;
   EntCharset = font.charset;
@@ -159,6 +195,16 @@ void Place_Text_Box(const EntryRow& row) {
   Place(box, {Window_X(Map.TextAt.x()), Window_Y(Map.TextAt.y()), size.width() + 2 * space, size.height() + 2 * space});
 }
 
+namespace {
+
+// An ellipse in hand is hit in itself, not in its box.
+void Narrow_Region(EntryKind kind) {
+  if (kind == EntryKind::Ellipse || kind == EntryKind::Circle)
+    Map.EntryRegions.Narrow(rsEntries->Key(), Shape_In_Hand(kind));
+}
+
+}  // namespace
+
 void Place_Controls(const EntryRow& row) {
   const EntryType type = EntryType::Parse(row.Typ);
   Hide_Live_Controls();
@@ -169,6 +215,7 @@ void Place_Controls(const EntryRow& row) {
     Place_Picture(row);
   } else if (!type.IsPolygon()) {
     Place_Shape(row, type);
+    Narrow_Region(type.Kind());
   }
   const bool hasFoot = (type.IsText() || type.Kind() == EntryKind::Picture) && row.Xline > 0;
   if (!hasFoot) return;

@@ -1,10 +1,12 @@
 #include "hand/hand_frame.h"
 
+#include <span>
 #include <utility>
 #include <vector>
 
 #include "hand/hand_controls.h"
 #include "hand/in_hand.h"
+#include "hand/turned_shape.h"
 #include "platform/surface.h"
 #include "state/events.h"
 #include "state/global_state.h"
@@ -21,7 +23,8 @@ constexpr int gripFrom = 6, gripTo = 9;  // distance of the grip border from the
 constexpr int vertexBox = 4;
 
 ViewPlace shownView;  // of the last time the hand was shown
-const OnReset fresh(shownView);
+bool hidden = false;
+const OnReset fresh(shownView, hidden);
 
 // The row in hand, or the look of the new text.
 EntryRow Row_To_Paint() {
@@ -35,7 +38,7 @@ EntryRow Row_To_Paint() {
 QRect Frame_Area(const EntryRow& row) {
   if (!Map.Text2.Visible) return {};
   const int out = FrameWord::Parse(row.RA).width + gripTo + 1;
-  return Control_Box(Map.Text2).adjusted(-out, -out, out, out);
+  return Text_Outline(out).boundingRect().toAlignedRect();
 }
 
 // Vertices of the line, area or free figure in hand that can be seen.
@@ -44,8 +47,10 @@ std::vector<QPoint> Shown_Vertices(const EntryRow& row) {
   std::vector<QPoint> shown;
   if (type.hidden || (!type.IsPolygon() && !type.IsFreeFigure())) return shown;
   const QRect view(0, 0, Map.ViewWidth, Map.ViewHeight);
+  const Turn turn = Turn_Of(row);
   for (const QPoint& vertex : Load_Vertices(EntryId::Parse(row.ID).TableName())) {
-    const QPoint at(Window_X(vertex.x()), Window_Y(vertex.y()));
+    const QPointF seen = turn.Seen(vertex);
+    const QPoint at(Window_X(seen.x()), Window_Y(seen.y()));
     if (view.contains(at)) shown.push_back(at);
   }
   return shown;
@@ -69,7 +74,13 @@ void Akt_Frame(Surface& surface, const EntryRow& row) {
     surface.Box(around);
   }
   surface.pen = {.ForeColor = HighlightColor};
-  for (int g = frame.width + gripFrom; g <= frame.width + gripTo; ++g) surface.Box(box.adjusted(-g, -g, g, g));
+  for (int g = frame.width + gripFrom; g <= frame.width + gripTo; ++g) {
+    const QPolygonF outline = Text_Outline(g);
+    if (EntAngle == 0 || Text_Pending())
+      surface.Box(outline.boundingRect());
+    else
+      surface.Polygon(std::span(outline.constData(), static_cast<size_t>(outline.size())));
+  }
 }
 
 void Draw_Vertices(Surface& surface, const std::vector<QPoint>& vertices) {
@@ -83,7 +94,7 @@ void Draw_Vertices(Surface& surface, const std::vector<QPoint>& vertices) {
 
 // Keeps what lies below and paints over it.
 void Paint_Over(Surface& surface) {
-  if (!Entry_In_Hand()) return;
+  if (hidden || !Entry_In_Hand()) return;
   const EntryRow row = Row_To_Paint();
   const std::vector<QPoint> vertices = Shown_Vertices(row);
   const QRect group = Group_Frame();
@@ -130,6 +141,19 @@ void Show_Hand() {
   events.HandChanged.Emit();
 }
 
-void Hand_Is_Shown() { shownView = View_Now(); }
+void Hand_Is_Shown() {
+  shownView = View_Now();
+  hidden = false;
+}
+
+void Hide_Hand() {
+  Unpaint_Hand();
+  Hide_Live_Controls();
+  hidden = true;
+  events.MapPainted.Emit();
+  events.HandChanged.Emit();
+}
+
+bool Hand_Is_Hidden() { return hidden; }
 
 bool View_Has_Moved() { return shownView != View_Now(); }

@@ -11,5 +11,8 @@ void Unpaint_Hand();
 void Show_Hand();
 // The live controls stand where they belong in the view there is now.
 void Hand_Is_Shown();
+// Live controls and frame go from sight; the entry stays in hand. Tells the windows.
+void Hide_Hand();
+bool Hand_Is_Hidden();  // since then they were not shown again
 // Was the map scrolled or zoomed since then?
 bool View_Has_Moved();

@@ -12,8 +12,9 @@
 #include "state/table_state.h"
 #include "store/entry.h"
 
-void Text_Typed(const QString& text) {
-  if (!Map.Text2.Visible || text == Map.Text2.Text) return;
+void Text_Typed(const QString& typed) {
+  const QString text = Stored_Lines(typed);
+  if (!Map.Text2.Visible || text == Stored_Lines(Map.Text2.Text)) return;
   if (text.size() > longestText) {
     Message_Box(hand_texts::textTooLong, MsgButtons::Ok, MsgIcon::Warning, hand_texts::title);
     return events.HandChanged.Emit();

@@ -8,7 +8,7 @@
 
 // The text in the edit box was changed by the user: Text2.Tag becomes "Change". More than longestText characters are
 // refused with a message; the box then keeps its text.
-void Text_Typed(const QString& text);
+void Text_Typed(const QString& typed);
 // Stores what is not in the table yet, at its exact map position. True if nothing is pending afterwards.
 bool Store_Pending_Text();
 // A text as the edit box stores it: in its font and the colours of the next entry.

@@ -10,6 +10,7 @@
 #include "platform/files.h"
 #include "platform/message_box.h"
 #include "platform/progress.h"
+#include "platform/text.h"
 #include "state/events.h"
 #include "state/global_state.h"
 #include "state/mdi_state.h"
@@ -88,14 +89,11 @@ class CsvRun {
 
   // The column holds `width` characters; what is cut stays readable in the report.
   QString Fitting(const CsvLine& line, QString text) {
-    if (text.size() <= width) return text;
-    qsizetype end = 0;
-    for (int characters = 0; end < text.size() && characters < width; ++characters)
-      end += text[end].isHighSurrogate() && end + 1 < text.size() ? 2 : 1;
-    if (end == text.size()) return text;
+    const QString kept = Cut_Text(text, width);
+    if (kept.size() == text.size()) return text;
     ++result.shortened;
     result.notes.push_back({line.number, text, QStringLiteral("Der Text wurde auf %1 Zeichen gekürzt.").arg(width)});
-    return text.left(end);
+    return kept;
   }
 
   void Write() {
@@ -202,6 +200,7 @@ QString Choose_Csv() {
   request.folder = QFileInfo(last).path();
   request.name = QFileInfo(last).fileName();
   request.defaultExtension = QStringLiteral("CSV");
+  request.helpPage = QStringLiteral("CSV-Import.htm");
   request.filter = QStringLiteral("Datei (*.csv;*.txt)|*.csv;*.txt;|Alle Dateien (*.*)|*.*");
   const auto path = File_Dialog(request);
   if (!path) return {};

@@ -26,6 +26,7 @@ enum class Needs {
   Corners,   // a line, an area or a free figure in hand
   Fill,      // an area or figure in hand, or nothing: then it is the next one's
   Figure,    // a figure in hand
+  Area,      // an area in hand
   Shape,     // a line, an area or a figure in hand
   Target,    // an area or line in hand, and marks
   Marks,     // at least one marked entry

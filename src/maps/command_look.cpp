@@ -37,6 +37,8 @@ bool Needs_Of_Row_Met(Needs needs) {
       return look && (look->type.IsPolygon() || look->type.IsFreeFigure());
     case Needs::Figure:
       return look && look->type.IsFigure();
+    case Needs::Area:
+      return look && look->type.IsPolygon() && look->id.IsArea();
     case Needs::Shape:
       return look && (look->type.IsPolygon() || look->type.IsFigure());
     case Needs::Target:

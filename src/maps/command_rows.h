@@ -7,6 +7,7 @@
 
 std::vector<Command> Map_Commands();      // maps, zoom, printing, help, program
 std::vector<Command> Table_Commands();    // the table of the entries: files, columns, imports
+std::vector<Command> Exchange_Commands();  // to and from files of other programs
 std::vector<Command> Text_Commands();     // note pads
 std::vector<Command> Result_Commands();   // evaluations
 std::vector<Command> Entry_Commands();    // all entries or many of them

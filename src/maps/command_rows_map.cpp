@@ -77,6 +77,8 @@ std::vector<Command> View_Rows() {
        "Die Karte in ihren wahren Farben zeigen", Do([] { Set_Light(false); }), CommandKind::Check},
       {"mnuWEinpass", "&Einpassen", {}, {}, Needs::OpenMap, Hand::StoreText, {},
        "Die Fenster in das Hauptfenster einpassen", Do(Set_Window_Layout)},
+      {"mnuWindow", {}, {}, {}, Needs::OpenMap, Hand::Keep, {}, "Dieses Fenster nach vorn holen", opensWindow,
+       CommandKind::List},
   };
 }
 

@@ -1,5 +1,6 @@
 #include "maps/analysis_commands.h"
 #include "maps/command_rows.h"
+#include "maps/population_command.h"
 
 // clang-format off
 
@@ -10,6 +11,24 @@ std::vector<Command> Result_Commands() {
        "Größe und Maße der Karte und die Zahl ihrer Einträge als Text", Do(Show_Overview)},
       {"mnuKataster", "&Kataster", {}, {}, Needs::Entries, text, {},
        "Flächen, Linien, Texte und Bilder der Karte als Blatt der Arbeitsmappe", Do(Write_Kataster)},
+      {"mnuPopParm", "&Populationsparameter ...", {}, {}, Needs::Entries, text, {},
+       "Dichte, Abundanz, Dominanz und Diversität der Arten auf den Flächen", opensWindow},
+      {"mnuMatrixXL", "&Excel", {}, {}, Needs::Entries, text, {},
+       "Arten je Fläche, Figur, Linie und Gruppe mit ihren Indizes als Blatt der Arbeitsmappe", Do(Write_Matrix_Sheet)},
+      {"mnuMatrixCSV", "&CSV ...", {}, {}, Needs::Entries, text, {},
+       "Arten je Fläche, Figur, Linie und Gruppe als Text für andere Programme", Do(Write_Matrix_Csv)},
+      {"mnuZuordBackgdColor", "&Zuordnung zur Hintergrundfarbe ...", {}, {}, Needs::Entries, text, {},
+       "Welche Art auf welcher Farbe der Karte steht, als Blatt der Arbeitsmappe", opensWindow},
+      {"mnuDist_Einfach", "&Einfach", {}, {}, Needs::Entries, text, {},
+       "Distanz zwischen zwei Einträgen, die Sie anklicken", opensWindow},
+      {"mnuDistPoly", "&Polygon", {}, {}, Needs::Entries, text, {},
+       "Distanz von Eintrag zu Eintrag, in der Reihenfolge der Klicks", opensWindow},
+      {"mnuDistBundle", "&Bündel", {}, {}, Needs::Entries, text, {},
+       "Distanz vom ersten angeklickten Eintrag zu allen weiteren", opensWindow},
+      {"mnuNachbar", "&Nachbarschaft ...", {}, {}, Needs::Entries, text, {},
+       "Die nächsten Nachbarn jedes Eintrags als Text", opensWindow},
+      {"mnuDiagramme", "&Diagramme ...", {}, {}, Needs::Entries, text, {},
+       "Rang-Abundanz, Artenzahl über den Flächen, Abstände nächster Nachbarn", opensWindow},
       {"mnuLaengeTxt", "&Text", {}, {}, Needs::Entries, text, {}, "Die Längen aller Linien als Text",
        Do(Show_Line_Lengths)},
       {"mnuLaengeXL", "&Excel", {}, {}, Needs::Entries, text, {}, "Die Längen aller Linien als Blatt der Arbeitsmappe",

@@ -1,10 +1,13 @@
+#include "edit/blanks.h"
 #include "edit/table_edit.h"
 #include "import/csv_import.h"
 #include "maps/command_rows.h"
 #include "maps/map_open.h"
+#include "maps/recent_lists.h"
 #include "printing/table_print.h"
 #include "state/global_state.h"
 #include "state/mdi_state.h"
+#include "state/task_line.h"
 #include "store/table_file.h"
 
 namespace {
@@ -18,10 +21,16 @@ Procedure Replacing(Work work) {
   };
 }
 
+void Repair_And_Tell() {
+  const QString told = Repair_Table();
+  Table_Replaced();
+  if (!told.isEmpty()) Tell_Done(told);
+}
+
 void Load_Overlay(const CommandCall& call) {
   const QString path = Menu(QStringLiteral("mnuOverlay"), call.line).Tag;
   // The line of the open table itself only tells its name.
-  if (path.isEmpty() || path == TableFile) return;
+  if (path.isEmpty() || path == TableFile || !Recent_Is_There(path, 2)) return;
   Load_Other_Table(path);
   Table_Replaced();
 }
@@ -63,10 +72,12 @@ std::vector<Command> Window_Rows() {
        "Eine Spalte der Tabelle nicht mehr zeigen", opensWindow},
       {"mnuSpaltShow", "alle Spalten &zeigen", {}, {}, Needs::OpenMap, Hand::StoreText, {},
        "Die verborgenen Spalten wieder zeigen", opensWindow},
+      {"mnuSpaceDel", "Leer&zeichen entfernen", {}, {}, Needs::Entries, Hand::Free, "Leerzeichen entfernen",
+       "Leerzeichen aus den Texten der Einträge nehmen", Do(Remove_Blanks)},
       {"mnuTabComp", "Tabelle &komprimieren", {}, {}, Needs::Entries, Hand::Free, {},
        "Die Datei der Tabelle verkleinern", Replacing(Compress_Table)},
       {"mnuTabRep", "Tabelle &reparieren", {}, {}, Needs::OpenMap, Hand::Free, {},
-       "Eine beschädigte Tabelle wieder lesbar machen", Replacing(Repair_Table)},
+       "Eine beschädigte Tabelle wieder lesbar machen", Do(Repair_And_Tell)},
       {"mnuTblPrint", "Tabelle &drucken", "print", {}, Needs::OpenMap, Hand::Free, {}, "Die Zeilen der Tabelle drucken",
        Do(Print_Table)},
   };

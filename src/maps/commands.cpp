@@ -32,8 +32,8 @@ bool Hand_Ready(Hand asked) {
 const std::vector<Command>& Command_Table() {
   static const std::vector<Command> table = [] {
     std::vector<Command> all;
-    for (const auto& part : {Map_Commands(), Table_Commands(), Text_Commands(), Result_Commands(), Entry_Commands(), Object_Commands(),
-                             Grid_Commands(), Toolbar_Commands()})
+    for (const auto& part : {Map_Commands(), Table_Commands(), Exchange_Commands(), Text_Commands(), Result_Commands(),
+                             Entry_Commands(), Object_Commands(), Grid_Commands(), Toolbar_Commands()})
       all.insert(all.end(), part.begin(), part.end());
     return all;
   }();

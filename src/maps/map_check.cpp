@@ -82,13 +82,11 @@ bool Scan_Table() {
   frmMDI.HasPlanSquares = frmMDI.HasHidden = false;
   Forget_Scale();
   if (!rsEntries) return false;
-  bool pictures = false;
   try {
-    For_Each_Entry([&pictures] {
+    For_Each_Entry([] {
       const EntryType type = Type_Here();
       frmMDI.HasHidden |= type.hidden && type.Kind() != EntryKind::NorthArrow;
       frmMDI.HasPlanSquares |= type.Kind() == EntryKind::PlanSquare || type.Kind() == EntryKind::PlanDesign;
-      pictures |= type.Kind() == EntryKind::Picture;
       if (type.Kind() == EntryKind::Scale) Read_Scale(Read_Entry(*rsEntries));
     });
   } catch (const Error& error) {
@@ -96,6 +94,5 @@ bool Scan_Table() {
     if (error.number < errors::noCurrentRecord || error.number >= 5000) return true;
     return false;
   }
-  if (pictures) frmMDI.TblVisible = false;
   return true;
 }

@@ -1,5 +1,7 @@
 #include "maps/map_grid.h"
 
+#include <QFileInfo>
+
 #include "maps/map_close.h"
 #include "maps/map_open.h"
 #include "platform/files.h"
@@ -16,12 +18,23 @@ const QString tool = QStringLiteral("Kalibrix.exe");
 const QString faultTitle = QStringLiteral("Fehler:    Koordinatennetz");
 
 void Tell_Missing_Tool() {
-  Message_Box(Error_Text(errors::fileNotFound) +
-                  QStringLiteral("\nBitte kopieren Sie das Hilfsprogramm Kalibrix.exe in das Anwendungsverzeichnis\n") +
-                  ProgramFolder +
-                  QStringLiteral("/\nDie neueste Version von Kalibrix.exe können Sie von\n"
-                                 "folgender Webseite kostenlos herunterladen:\n(siehe Handbuch)"),
-              MsgButtons::Ok, MsgIcon::Information, faultTitle);
+  MsgRequest request;
+  request.icon = MsgIcon::Information;
+  request.title = faultTitle;
+  request.helpPage = QStringLiteral("Kalibrierung.htm");
+  request.text = Error_Text(errors::fileNotFound) +
+                 QStringLiteral("\nBitte kopieren Sie das Hilfsprogramm Kalibrix.exe in das Anwendungsverzeichnis\n") +
+                 ProgramFolder +
+                 QStringLiteral(
+                     "/\nDie neueste Version von Kalibrix.exe können Sie von\n"
+                     "folgender Webseite kostenlos herunterladen:\n(siehe Handbuch)\n\n"
+                     "Was Sie ohne Kalibrix tun können:\nLegen Sie eine fertige Kalibrierungsdatei neben "
+                     "die Karte, ") +
+                 QFileInfo(MapFile).completeBaseName() +
+                 QStringLiteral(
+                     ".cal,\nund laden Sie die Karte erneut (F5).\nEntfernungen und Flächen misst das "
+                     "Programm schon mit einem Maßstab\n(Menü Objekt - Maßstab).");
+  Message_Box(request);
 }
 
 // The tool has ended. Another map that was opened meanwhile stays.

@@ -135,6 +135,15 @@ void Give_Up(OpenMarker& marker) {
   MapHeightMm = -1.0F;
 }
 
+// Without a table there is nothing to go on with; with one the map is shown as far as it came.
+bool Go_On(const OpenMarker& marker) {
+  if (!rsEntries || Map.MapClip[0].image.isNull()) return false;
+  Show_Map();
+  Finish_Open();
+  if (!marker.existed) marker.Remove();
+  return true;
+}
+
 void Report(const Error& error, OpenMarker& marker) {
   const QString stem = TableFile.left(TableFile.size() - endingLength);
   const QString what = QStringLiteral("Fehler:    %1 %2").arg(error.number).arg(error.text);
@@ -156,22 +165,24 @@ void Report(const Error& error, OpenMarker& marker) {
                                         "Die Ladeprozedur der Karteneinträge wurde abgebrochen."),
                   MsgButtons::Ok, MsgIcon::Critical, map_texts::openTitle);
       break;
-    default: {
-      // Without a table there is nothing to go on with; with one the map can be shown as far as it came.
-      const MsgAnswer answer = Message_Box(what + QStringLiteral("\nMöchten Sie die Ladeprozedur abbrechen?"),
-                                           MsgButtons::YesNo, MsgIcon::Question, map_texts::openTitle);
-      if (answer == MsgAnswer::No && rsEntries && !Map.MapClip[0].image.isNull()) {
-        Show_Map();
-        Finish_Open();
+    case errors::printer:
+      // A map is of use without a printer.
+      Message_Box(what + map_texts::noPrinter, MsgButtons::Ok, MsgIcon::Warning, map_texts::openTitle);
+      if (Go_On(marker)) return;
+      break;
+    default:
+      if (Message_Box(what + QStringLiteral("\nMöchten Sie die Ladeprozedur abbrechen?"), MsgButtons::YesNo,
+                      MsgIcon::Question, map_texts::openTitle) == MsgAnswer::No &&
+          Go_On(marker))
         return;
-      }
-    }
   }
   Give_Up(marker);
 }
 
 void Open_Steps(const QString& path, OpenMarker& marker) {
-  const QString found = Find_File(Clean_Path(path));
+  QString found = Find_File(Clean_Path(path));
+  // Whoever writes beside the map need not know what the working folder was.
+  if (!found.isEmpty()) found = QFileInfo(found).absoluteFilePath();
   Check_Map_File(found.isEmpty() ? path : found);
   if (found.isEmpty()) Raise(errors::fileNotFound, Error_Text(errors::fileNotFound) + QLatin1Char('\n') + path);
   Begin_Marker(marker, found);

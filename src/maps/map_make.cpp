@@ -35,6 +35,7 @@ bool New_Map(double widthMm, double heightMm) {
   request.save = true;
   request.title = QStringLiteral("Karte mit Einträgen als BITMAP exportieren");
   request.defaultExtension = QStringLiteral("BMP");
+  request.helpPage = QStringLiteral("Karte_neu.htm");
   request.filter = QStringLiteral("Quelldateien (*.bmp)|*.bmp|Alle Dateien (*.*)|*.*");
   request.name = QStringLiteral("Leere_Karte");
   request.folder = ProgramFolder;

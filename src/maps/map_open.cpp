@@ -7,10 +7,13 @@
 #include "maps/map_close.h"
 #include "maps/map_coordinates.h"
 #include "maps/map_load.h"
+#include "maps/map_open_texts.h"
 #include "maps/menu_state.h"
+#include "maps/recent_lists.h"
 #include "platform/file_dialog.h"
 #include "platform/files.h"
 #include "platform/message_box.h"
+#include "platform/picture.h"
 #include "state/events.h"
 #include "state/global_state.h"
 #include "state/mdi_state.h"
@@ -18,8 +21,21 @@
 #include "store/map_log.h"
 #include "store/table_file.h"
 
+namespace {
+
+// What is gone cannot be opened: for that no open map is closed.
+bool Is_Missing(const QString& path) {
+  if (File_Exists(Clean_Path(path))) return false;
+  Message_Box(QStringLiteral("Diese Karte wurde nicht gefunden:\n") + path, MsgButtons::Ok, MsgIcon::Information,
+              map_texts::openTitle);
+  return true;
+}
+
+}  // namespace
+
 bool Open_Map(const QString& path) {
   if (frmMDI.MapOpen) {
+    if (Is_Missing(path)) return false;
     if (!Leave_Hand() || !Save_Table(SaveStep::AtMapChange)) return false;
     Close_Map();
   }
@@ -40,8 +56,9 @@ bool Open_User_Map(const QString& path) {
 void Choose_Map() {
   FileRequest request;
   request.title = QStringLiteral("Karte laden ");
+  request.helpPage = QStringLiteral("Karte.htm");
   request.defaultExtension = QStringLiteral("BMP");
-  request.filter = QStringLiteral("Bitmap (*.bmp;  *.gif;   *.jpg;   *.wmf)|*.bmp;*.gif;*.jpg;*.wmf");
+  request.filter = QStringLiteral("Bitmap (*.bmp;  *.gif;   *.jpg;   *.wmf)|") + Picture_Patterns();
   QString start = Menu(QStringLiteral("mnuMapFile"), 1).Tag;
   if (start.isEmpty()) start = Program_File(QStringLiteral("Karte.bmp"));
   if (!start.contains(QLatin1Char('/'))) start = Program_File(start);
@@ -52,7 +69,7 @@ void Choose_Map() {
 
 void Open_Recent_Map(int index) {
   const QString path = Menu(QStringLiteral("mnuMapFile"), index).Tag;
-  if (!path.isEmpty()) Open_User_Map(path);
+  if (!path.isEmpty() && Recent_Is_There(path, 1)) Open_User_Map(path);
 }
 
 bool Reload_Map() {
@@ -70,8 +87,6 @@ bool Leave_Map() {
 
 void Table_Replaced() {
   if (!frmMDI.MapOpen) return;
-  const bool shown = frmMDI.TblVisible;
   Scan_Table();
-  frmMDI.TblVisible = shown;  // pictures in a table hide its window only when the map is opened
   Set_Buttons();
 }

@@ -12,6 +12,10 @@ inline const QString loadingTable =
     QStringLiteral("\n\n Diese Einträge\n werden in die Karte geladen.\n\n Bitte warten!");
 inline const QString noTable = QStringLiteral("Ohne Tabelle der Einträge\nkann eine Karte nicht geladen werden.");
 
+inline const QString noPrinter = QStringLiteral(
+    "\n\nWarnung!\nEs gibt ein Problem mit dem Drucker.\nEntweder ist der Drucker nicht angeschlossen\noder nicht "
+    "richtig eingerichtet.\nDruckvorschau und Ausdrucken der Karte nicht möglich.");
+
 inline const QString pleaseLoad = QStringLiteral("Bitte eine Karte laden");
 inline const QString pleaseOpen = QStringLiteral("Bitte eine Karte öffnen");
 inline const QString pleaseOpenSafe = QStringLiteral("Bitte eine Karte öffnen (abgesicherter Modus)");

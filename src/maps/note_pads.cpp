@@ -24,6 +24,7 @@ FileRequest Text_Request(bool save, const QString& path) {
   request.save = save;
   request.title = save ? QStringLiteral("Text speichern unter") : QStringLiteral("Text öffnen");
   request.defaultExtension = QStringLiteral("txt");
+  request.helpPage = QStringLiteral("Notizen.htm");
   request.filter = QStringLiteral("Texte (*.txt; *.src)|*.txt;*.src|Alle Dateien (*.*)|*.*");
   request.folder = QFileInfo(!path.isEmpty() ? path : MapFile).path();
   request.name = path.isEmpty() && save ? QStringLiteral("Notiz.txt") : QFileInfo(path).fileName();
@@ -182,6 +183,5 @@ QString Choose_NotePad() {
 
 qsizetype Find_Text(const QString& text, const QString& wanted, qsizetype start) {
   if (wanted.isEmpty()) return -1;
-  const qsizetype found = text.indexOf(wanted, std::clamp<qsizetype>(start, 0, text.size()), Qt::CaseInsensitive);
-  return found >= 0 ? found : text.indexOf(wanted, 0, Qt::CaseInsensitive);
+  return text.indexOf(wanted, std::clamp<qsizetype>(start, 0, text.size()), Qt::CaseInsensitive);
 }

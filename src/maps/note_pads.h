@@ -27,5 +27,5 @@ bool Save_NotePad_As(int slot, const QString& text);  // mnuResultSaveAs
 bool Close_NotePad(int slot, const QString& text, bool canStay = true);
 // The file dialog; "" if the user cancelled.
 QString Choose_NotePad();
-// Position of `wanted` in the text from `start` on, ignoring case, then from the beginning; -1 if it is not there.
+// Position of `wanted` in the text from `start` on, ignoring case; -1 if it does not come any more.
 qsizetype Find_Text(const QString& text, const QString& wanted, qsizetype start);

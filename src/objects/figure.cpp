@@ -99,7 +99,14 @@ QRectF Middle_Line(const QRectF& box, double width) {
   return box.adjusted(inset, inset, -1 - inset, -1 - inset);
 }
 
-Shape Box_Shape(const DrawContext& context, const QRectF& box, double angle, double width) {
+// The box of a rectangle as the surface takes it. On the screen its last column of pixels stands at its width; on paper
+// a pixel has no size of its own.
+QRectF Rim_Of(const DrawContext& context, const QRectF& box) {
+  return context.view.whole ? box.adjusted(0, 0, 1, 1) : box;
+}
+
+// `rim`: width of the pen that draws it, 0 without one.
+Shape Box_Shape(const DrawContext& context, const QRectF& box, double angle, double width, double rim) {
   Shape shape;
   if (angle == 0) {
     // Edges beyond the window may lie anywhere beyond it.
@@ -110,7 +117,8 @@ Shape Box_Shape(const DrawContext& context, const QRectF& box, double angle, dou
   }
   shape.form = Shape::Form::Polygon;
   const QPointF centre = box.center();
-  const QRectF corners = Middle_Line(box, width);
+  const QRectF corners = context.view.whole ? Middle_Line(box, width)
+                                            : box.adjusted(rim / 2, rim / 2, -rim / 2, -rim / 2);
   for (const QPointF& corner : {corners.topLeft(), corners.topRight(), corners.bottomRight(), corners.bottomLeft()})
     shape.points.push_back(Turned(corner, centre, angle));
   Round_All(context.view, shape.points);
@@ -214,11 +222,11 @@ QRectF Entry_Box(const ViewTransform& view, const EntryRow& row) {
 }
 
 Shape Make_Shape(const DrawContext& context, EntryKind kind, const QRectF& box, double angle,
-                 std::span<const QPoint> vertices, double width) {
+                 std::span<const QPoint> vertices, double width, double rim) {
   switch (kind) {
     case EntryKind::Rectangle:
     case EntryKind::Square:
-      return Box_Shape(context, box.adjusted(0, 0, 1, 1), angle, width);
+      return Box_Shape(context, Rim_Of(context, box), angle, width, rim);
     case EntryKind::Ellipse:
       return Ellipse_Shape(context, Ellipse_Box(box, false, context.view), angle, width);
     case EntryKind::Circle:
@@ -228,7 +236,7 @@ Shape Make_Shape(const DrawContext& context, EntryKind kind, const QRectF& box, 
       return Free_Shape(context, vertices, box.center(), angle, kind == EntryKind::FreeFigureRound, width);
     default: {
       const QSizeF size(std::max(1.0, box.width()), std::max(1.0, box.height()));
-      return Box_Shape(context, QRectF(box.topLeft(), size), 0, width);
+      return Box_Shape(context, QRectF(box.topLeft(), size), 0, width, rim);
     }
   }
 }
@@ -253,7 +261,8 @@ FigureShown Draw_Figure(DrawContext& context, const EntryRow& row, EntryKind kin
   const double margin = Clip_Margin(width);
   FigureShown shown;
   shown.box = Entry_Box(context.view, row);
-  const Shape shape = Make_Shape(context, kind, shown.box, angle, vertices, width);
+  const double rim = !filled || FrameWord::Parse(row.RA).framed ? width : 0;
+  const Shape shape = Make_Shape(context, kind, shown.box, angle, vertices, width, rim);
 
   const QRectF seen = context.window.adjusted(-margin, -margin, margin, margin);
   const QRectF bounds = shape.bounds;

@@ -9,6 +9,7 @@
 #include "state/events.h"
 #include "state/global_state.h"
 #include "state/map_state.h"
+#include "store/anchor.h"
 #include "store/transaction.h"
 
 namespace {
@@ -46,6 +47,7 @@ void Delete_North_Arrows() {
     rsEntries->Delete();
     return Walk::RowGone;
   });
+  Promote_Anchor();
 }
 
 }  // namespace

@@ -68,7 +68,8 @@ QRectF Draw_Text(DrawContext& context, const QRectF& bar, const ScaleValue& scal
     return {at, QSizeF(width, height)};
   }
   const bool toTheLeft = context.window.right() - bar.right() < 30;
-  const double x = toTheLeft ? bar.left() - std::max(15.0, height + 1) : bar.right() - 1 + 10;
+  // An enlarged text needs more than the 15 pixels not to lie on the bar.
+  const double x = toTheLeft ? bar.left() - std::max(15.0, height - 1) : bar.right() - 1 + 10;
   const QPointF at(x, context.view.Round(bar.center().y() + width / 2));
   surface.PrintRotated(at, scale.text, 90);
   return {at.x(), at.y() - width, height, width};

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "plansquares/raster_rows.h"
 #include "state/global_state.h"
@@ -9,7 +10,24 @@
 namespace {
 
 constexpr double smallestFont = 5, firstFont = 6;
+constexpr double paperFont = 10, smallestOnPaper = 8, largestOnPaper = 15;  // points
 constexpr int edgeLetters = 3;
+
+// What stands along an edge already.
+class RoomAlong {
+ public:
+  explicit RoomAlong(size_t most) { taken.reserve(most); }
+  // False where it would lie over another one.
+  bool Take(double at, double size) {
+    const auto covers = [=](const std::pair<double, double>& it) { return at < it.second && it.first < at + size; };
+    if (std::any_of(taken.begin(), taken.end(), covers)) return false;
+    taken.emplace_back(at, at + size);
+    return true;
+  }
+
+ private:
+  std::vector<std::pair<double, double>> taken;
+};
 
 }  // namespace
 
@@ -41,22 +59,36 @@ void PlanLabels::Plan_Edge_Collect(const QString& name, double x, double y) {
   PlanRows.push_back({rowText.rightJustified(edgeLetters), y});
 }
 
+double PlanLabels::Widest(Surface& surface) const {
+  double widest = 0;
+  const auto take = [&](const QString& text) { widest = std::max<double>(widest, surface.TextWidth(text)); };
+  if (design->labels == LabelPlace::Centre)
+    for (const Label& label : labels) take(label.text);
+  else
+    for (const PlanEdge& edge : PlanCols) take(edge.Text);
+  return widest;
+}
+
+// On paper labels are in Arial, as large as the factor of the print fonts makes them, and never too small to be read.
+void PlanLabels::Set_Paper_Font(DrawContext& context) {
+  FontKey font;
+  font.points = paperFont * context.fontScale;
+  context.surface.SetFont(font);
+  for (; font.points > smallestOnPaper && Widest(context.surface) > width; context.surface.SetFont(font)) --font.points;
+  font.points = std::clamp(font.points, smallestOnPaper, largestOnPaper);
+  context.surface.SetFont(font);
+}
+
 // The largest size at which the widest text fits into a square; 5 points at least. False if not even they do.
 bool PlanLabels::Fit_Font(DrawContext& context) {
   FontKey font;
   font.family = design->font.isEmpty() ? QStringLiteral("Arial") : design->font;
   const double scale = context.fontScale > 0 ? context.fontScale : 1 / context.view.Zoom;
   const double largest = std::max(smallestFont, (design->fontSize > 0 ? design->fontSize : firstFont) * scale);
-  const bool centred = design->labels == LabelPlace::Centre;
   const auto fits = [&](int less) {
     font.points = std::max(smallestFont, largest - less);
     context.surface.SetFont(font);
-    double widest = 0;
-    if (centred)
-      for (const Label& label : labels) widest = std::max<double>(widest, context.surface.TextWidth(label.text));
-    else
-      for (const PlanEdge& edge : PlanCols) widest = std::max<double>(widest, context.surface.TextWidth(edge.Text));
-    return widest <= width && context.surface.TextHeight(QStringLiteral("0")) <= height;
+    return Widest(context.surface) <= width && context.surface.TextHeight(QStringLiteral("0")) <= height;
   };
   if (fits(0)) return true;
   // Halving the steps: each of them measures every label.
@@ -72,7 +104,9 @@ bool PlanLabels::Fit_Font(DrawContext& context) {
 void PlanLabels::Print(DrawContext& context) {
   if (!design || labels.empty() || design->labels == LabelPlace::None) return;
   const KeepPen keep(context.surface);
-  const bool fits = Fit_Font(context);
+  const bool paper = context.fontScale > 0;
+  const bool fits = paper || Fit_Font(context);
+  if (paper) Set_Paper_Font(context);
   context.surface.pen = {};
   context.surface.pen.ForeColor = Color_Of(design->VG);
   if (design->labels != LabelPlace::Centre)
@@ -97,23 +131,34 @@ void PlanLabels::Plan_Edge_Print(DrawContext& context, EdgePart which) {
   const double top = atSquares ? firstTop - line - 1 : context.window.top() + 1;
   const double left = atSquares ? firstLeft - room - 2 : context.window.left() + 1;
   const auto middle = [](double pos, double square, double text) { return pos + (square - text) / 2; };
+  // Where squares are narrower than their labels every second or third one stands there.
+  RoomAlong across(PlanCols.size()), down(PlanRows.size());
   if (which != EdgePart::Rows)
-    for (const PlanEdge& edge : PlanCols)
-      Print_Edge(context, {middle(edge.Pos, width, context.surface.TextWidth(edge.Text)), top}, edge.Text);
+    for (const PlanEdge& edge : PlanCols) {
+      const double size = context.surface.TextWidth(edge.Text), at = middle(edge.Pos, width, size);
+      if (across.Take(at, size)) Print_Edge(context, {at, top}, edge.Text);
+    }
   if (which == EdgePart::Columns) return;
   for (const PlanEdge& edge : PlanRows) {
     const QString text = edge.Text.trimmed();
     // Numbers stand under each other by their last digit.
-    const double indent = std::max(0.0, room - context.surface.TextWidth(text));
-    Print_Edge(context, {left + indent, middle(edge.Pos, height, line)}, text);
+    const double indent = std::max(0.0, room - context.surface.TextWidth(text)), at = middle(edge.Pos, height, line);
+    if (down.Take(at, line)) Print_Edge(context, {left + indent, at}, text);
   }
 }
 
 void PlanLabels::Print_Centred(DrawContext& context) {
   Surface& surface = context.surface;
+  std::vector<QRectF> printed;
   for (const Label& label : labels) {
     const QSizeF size(surface.TextWidth(label.text), surface.TextHeight(label.text));
     const QPointF at = label.box.center() - QPointF(size.width() / 2, size.height() / 2);
+    const QRectF place(at, size);
+    // On paper they may be larger than their squares.
+    if (context.fontScale > 0) {
+      if (std::any_of(printed.begin(), printed.end(), [&](const QRectF& it) { return it.intersects(place); })) continue;
+      printed.push_back(place);
+    }
     surface.Print({context.view.Round(at.x()), context.view.Round(at.y())}, label.text);
   }
 }

@@ -38,6 +38,8 @@ class PlanLabels {
     QString text;
     QRectF box;
   };
+  double Widest(Surface& surface) const;  // of the labels, in the font that is set
+  void Set_Paper_Font(DrawContext& context);
   bool Fit_Font(DrawContext& context);
   void Print_Edge(DrawContext& context, QPointF at, const QString& text);
   void Print_Centred(DrawContext& context);

@@ -125,8 +125,11 @@ void Tell_Fault(const RasterSteps& steps, const QString& text, const QString& ti
 }
 
 RasterPlan Run_Steps(const RasterDesign& design, const std::optional<QRectF>& existing, QPoint middle,
-                     RasterSteps& steps) {
-  const auto step = [&steps](int number) { steps.Mode = QStringLiteral("Step: %1").arg(number); };
+                     RasterSteps& steps, const RasterOnMap& map) {
+  const auto step = [&steps, &map](int number) {
+    steps.Mode = QStringLiteral("Step: %1").arg(number);
+    if (number == 6 && map.clear) map.clear();
+  };
   step(2);
   const double side = Side_Pixels(design);
   if (design.field == RasterField::Free)
@@ -179,7 +182,8 @@ RasterPlan Plan(const PlanField& field, float side, const std::function<void(int
   if (across < 1) throw RasterFault{raster_texts::tooNarrow + raster_texts::larger, {}, RasterTab::Size};
   if (down < 1) throw RasterFault{raster_texts::tooLow + raster_texts::larger, {}, RasterTab::Size};
   step(5);  // as many squares as fit
-  step(7);  // their lines and names; step 6 is the map's own, the redraw without the former preview
+  step(6);  // the map without the former preview
+  step(7);  // their lines and names
   if (across * down > mostSquares)
     Raise(tooManySquares, raster_texts::tooMany + u' ' + QString::number(across * down, 'f', 0));
   RasterPlan plan;
@@ -271,11 +275,12 @@ PlanField Read_Field(const RasterDesign& design, const std::optional<QRectF>& ex
 }
 
 std::optional<RasterPlan> Design_Raster(const RasterDesign& design, const std::optional<QRectF>& existing,
-                                        QPoint middle, RasterSteps& steps) {
+                                        QPoint middle, RasterSteps& steps, const RasterOnMap& map) {
   steps = {};
   steps.Mode = QStringLiteral("Step: 1");
   try {
-    RasterPlan plan = Run_Steps(design, existing, middle, steps);
+    RasterPlan plan = Run_Steps(design, existing, middle, steps, map);
+    if (map.draw) map.draw(plan);
     steps.Mode = raster_texts::designed;
     steps.info += raster_texts::takeHint;
     return plan;

@@ -84,9 +84,15 @@ struct RasterSteps {
   QString info;
   RasterTab tab = RasterTab::Size;  // where a fault lies
 };
-// The whole way to the plan; faults are told, then nothing comes back. `middle`: where a free square is put.
+// What of the steps is the map's own.
+struct RasterOnMap {
+  std::function<void()> clear;                        // step 6: without the former preview
+  std::function<void(const RasterPlan& plan)> draw;  // step 7: lines and names
+};
+// The whole way to the plan; faults are told with the step they happened in, then nothing comes back. `middle`: where a
+// free square is put.
 std::optional<RasterPlan> Design_Raster(const RasterDesign& design, const std::optional<QRectF>& existing,
-                                        QPoint middle, RasterSteps& steps);
+                                        QPoint middle, RasterSteps& steps, const RasterOnMap& map = {});
 // All four corner values are there; told if not.
 bool Corners_Filled(const RasterDesign& design);
 // Can corners be given in this unit? Told if there is no net.

@@ -11,6 +11,7 @@
 #include "state/global_state.h"
 #include "state/map_state.h"
 #include "state/table_state.h"
+#include "store/anchor.h"
 #include "store/stored_number.h"
 #include "store/table_file.h"
 #include "store/transaction.h"
@@ -52,6 +53,7 @@ bool Remove_Rows(Progress& progress) {
     goesOn = progress.Advance();
     return goesOn ? Walk::RowGone : Walk::Stop;
   });
+  Promote_Anchor();
   return goesOn;
 }
 
@@ -218,6 +220,8 @@ int Delete_Raster() {
 }
 
 int Show_Raster(bool visible) {
+  if (Count_Plan_Rows() == 0) return 0;
+  Undo_Point(raster_texts::changeUndo);
   int changed = 0;
   const BusyPointer busy;
   const bool written = In_Told_Transaction(QStringLiteral("Planquadrate"), [&] {

@@ -50,8 +50,10 @@ inline const QString deleteTitle = QStringLiteral("Planquadrate löschen");
 inline const QString deleting = QStringLiteral("Die Planquadrate werden aus der Datenbanktabelle entfernt.");
 inline const QString taken = QStringLiteral(
     "Raster übernommen.\n\nPlanquadrate überarbeiten:\nEntsprechende Registerkarte,\nbzw. Menü 'Grid - Planquadrate - "
-    "bearbeiten' wählen,\noder einzelnes Planquadrat anklicken mit der rechten Maustaste.");
+    "bearbeiten' wählen,\noder einzelnes Planquadrat anklicken mit der rechten Maustaste.\n\nMit dem Menü 'Einträge - "
+    "Rückgängig\nkönnen Sie die Veränderungen stornieren und\nden ursprünglichen Zustand wieder herstellen.");
 inline const QString takeUndo = QStringLiteral("Rückgängig: Raster übernehmen");
+inline const QString changeUndo = QStringLiteral("Rückgängig: Planquadrat ändern");
 inline const QString deleteUndo = QStringLiteral("Rückgängig: Planquadrate löschen");
 inline const QString hiddenSquare = QStringLiteral("unsichtbares Planquadrat!");
 inline const QString faultOfSquare = QStringLiteral("Fehler: Planquadrat");

@@ -10,6 +10,7 @@ struct FileRequest {
   QString name;              // proposed name
   QString defaultExtension;  // without point
   QString filter;            // "Text|pattern;pattern|Text|pattern"
+  QString helpPage = {};     // what F1 opens
 };
 
 // The chosen path with the default extension added where none was typed; nothing if the user cancelled.

@@ -336,6 +336,19 @@ void Check_Map_File(const QString& path) {
   if (QFileInfo::exists(path)) Check_Ordinary(path);
 }
 
+static const QStringList& Picture_Endings() {
+  static const QStringList endings = {QStringLiteral("bmp"), QStringLiteral("rle"),  QStringLiteral("gif"),
+                                      QStringLiteral("jpg"), QStringLiteral("jpeg"), QStringLiteral("png"),
+                                      QStringLiteral("wmf")};
+  return endings;
+}
+
+QString Picture_Patterns() { return QLatin1String("*.") + Picture_Endings().join(QLatin1String(";*.")); }
+
+bool Is_Picture_Name(const QString& path) {
+  return Picture_Endings().contains(QFileInfo(path).suffix(), Qt::CaseInsensitive);
+}
+
 qint64 Picture_Memory(QSize size, int bitsPerPixel) {
   if (size.isEmpty()) return 0;
   const qint64 row = (static_cast<qint64>(size.width()) * bitsPerPixel + 31) / 32 * 4;

@@ -47,6 +47,7 @@ class PdfJob final : public PrintJob {
     Close();
     Kill_Quietly(aside);
   }
+  QString Target() const override { return path; }
 
  private:
   void Close() {

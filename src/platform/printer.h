@@ -27,10 +27,11 @@ Paper Paper_Of(const QString& format, int orientation);
 class PrintJob {
  public:
   virtual ~PrintJob() = default;
-  virtual QPainter& Painter() = 0;  // of the page in hand
-  virtual void NewPage() = 0;       // the next page; the first is there at once
-  virtual void EndDoc() = 0;        // sends the job off or writes the file
-  virtual void KillDoc() = 0;  // nothing is printed; a file is removed
+  virtual QPainter& Painter() = 0;               // of the page in hand
+  virtual void NewPage() = 0;                    // the next page; the first is there at once
+  virtual void EndDoc() = 0;                     // sends the job off or writes the file
+  virtual void KillDoc() = 0;                    // nothing is printed; a file is removed
+  virtual QString Target() const { return {}; }  // the file or the printer, for the user
 };
 
 struct PrintRange {

@@ -31,3 +31,12 @@ bool Progress::Advance(int units) {
   lastShown = clock.elapsed();
   return !stopped;
 }
+
+void Progress::Say(const QString& step) {
+  title = title.section(QLatin1Char('\n'), 0, 0) + QLatin1Char('\n') + step;
+  if (!face || stopped) return;
+  if (lastShown >= 0) return face->Say(step);
+  if (clock.elapsed() < face->Delay()) return;
+  face->Show(title, total);
+  lastShown = clock.elapsed();
+}

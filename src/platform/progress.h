@@ -12,6 +12,7 @@ class ProgressFace {
   virtual ~ProgressFace() = default;
   virtual void Show(const QString& title, int total) = 0;  // `total` units of work
   virtual bool Step(int done) = 0;  // serves waiting events; false: the user wants to stop
+  virtual void Say(const QString& step) { Q_UNUSED(step) }  // another step of the same work
   // Milliseconds of work before it is shown. At 0 it is shown at once and hears of every unit.
   virtual int Delay() const { return 300; }
 };
@@ -24,6 +25,8 @@ class Progress {
   ~Progress();
   // Call once per unit; cheap. False when the user pressed "Abbrechen": the caller ends its loop.
   bool Advance(int units = 1);
+  // What is being done from now on: the second line of the title.
+  void Say(const QString& step);
 
  private:
   std::unique_ptr<ProgressFace> face;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -43,7 +44,20 @@ QRectF Shape_Bounds(const RegionShape& shape) {
   return polygon.boundingRect();
 }
 
+void RegionSet::Narrow(qint64 key, RegionShape shape) {
+  Widen();
+  for (int number = Count(); number > 0 && narrowed == 0; --number)
+    if (Row(number).key == key && Row(number).kind == 0) narrowed = number;
+  if (narrowed > 0) wide = std::exchange(rows[static_cast<size_t>(narrowed - 1)].shape, std::move(shape));
+}
+
+void RegionSet::Widen() {
+  if (narrowed > 0) rows[static_cast<size_t>(narrowed - 1)].shape = std::move(wide);
+  narrowed = 0;
+}
+
 void RegionSet::Clear() {
+  narrowed = 0;
   rows.clear();
   cells.clear();
   large.clear();

@@ -29,6 +29,10 @@ class RegionSet {
  public:
   void Clear();                                      // no row is left
   int Add(RegionShape shape, qint64 key, int kind);  // on top; number of the new row
+  // The shape of the topmost row of this key counts as a narrower one, within its bounds, until Widen or Clear. One row
+  // at a time.
+  void Narrow(qint64 key, RegionShape shape);
+  void Widen();  // it counts as it was added again
   int Count() const { return static_cast<int>(rows.size()); }
   const EntryRegion& Row(int number) const { return rows[static_cast<size_t>(number - 1)]; }
   // Is there any shape under the point (the union)? Both use a grid over the bounds, built at the first question.
@@ -41,6 +45,8 @@ class RegionSet {
  private:
   void Build() const;
   std::vector<EntryRegion> rows;
+  int narrowed = 0;  // number of that row, 0 = none
+  RegionShape wide;  // what it was
   mutable std::vector<std::vector<int>> cells;
   mutable std::vector<int> large;  // shapes over many cells
   mutable QRectF extent;

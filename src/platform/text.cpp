@@ -200,6 +200,13 @@ int32_t To_Int32(double value) { return To_Whole<int32_t>(value); }
 double Fix(double value) { return std::trunc(value); }
 double Int(double value) { return std::floor(value); }
 
+QString Cut_Text(const QString& text, int characters) {
+  qsizetype end = 0;
+  for (; end < text.size() && characters > 0; --characters)
+    end += text[end].isHighSurrogate() && end + 1 < text.size() && text[end + 1].isLowSurrogate() ? 2 : 1;
+  return text.left(end);
+}
+
 QString Pad_Left(const QString& text, int width) { return text.trimmed().rightJustified(width, u' '); }
 QString Pad_Right(const QString& text, int width) { return text.trimmed().leftJustified(width, u' ', true); }
 

@@ -29,5 +29,8 @@ double Int(double value);  // to the next lower one
 QString Pad_Left(const QString& text, int width = 10);
 QString Pad_Right(const QString& text, int width = 10);
 
+// The first characters of a text, as a column of that width counts them: a pair of surrogates is one and stays whole.
+QString Cut_Text(const QString& text, int characters);
+
 // A number as the program writes it into texts and files: no leading blank, "." as decimal sign, no superfluous zeros.
 QString Number_Text(double value);

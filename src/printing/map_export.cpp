@@ -11,6 +11,7 @@
 #include "state/events.h"
 #include "state/global_state.h"
 #include "state/map_state.h"
+#include "state/task_line.h"
 #include "view/redraw.h"
 
 bool Export_Map_Picture() {
@@ -20,7 +21,8 @@ bool Export_Map_Picture() {
                                    .folder = map.path(),
                                    .name = map.completeBaseName() + QStringLiteral("_Einträge.bmp"),
                                    .defaultExtension = QStringLiteral("bmp"),
-                                   .filter = QStringLiteral("Bitmap|*.bmp")});
+                                   .filter = QStringLiteral("Bitmap|*.bmp"),
+                                   .helpPage = QStringLiteral("Drucken.htm")});
   if (!chosen) return false;
   QString path = Clean_Path(*chosen);
   if (QFileInfo(path).suffix().compare(QLatin1String("bmp"), Qt::CaseInsensitive) != 0) path += QStringLiteral(".bmp");
@@ -32,6 +34,7 @@ bool Export_Map_Picture() {
   try {
     const BusyPointer busy;
     Save_Picture(Map_Picture_With_Entries(), path, Map.MapXPpM);
+    Tell_Done(QStringLiteral("Exportiert: ") + path);
     return true;
   } catch (const Error& error) {
     Message_Box(QStringLiteral("Fehler: %1 %2\n%3").arg(error.number).arg(error.text, path), MsgButtons::Ok,

@@ -12,6 +12,7 @@
 #include "platform/message_box.h"
 #include "platform/progress.h"
 #include "printing/print_texts.h"
+#include "state/task_line.h"
 
 namespace {
 
@@ -102,6 +103,7 @@ PrintEnd Print_Range(const QString& title, PageSource& source, PrintRange range,
     }
   }
   job.EndDoc();
+  Tell_Done(Printed_Text(range.to - range.from + 1, job.Target()));
   return PrintEnd::Done;
 }
 

@@ -6,6 +6,7 @@
 
 #include "platform/error.h"
 #include "printing/print_map.h"
+#include "printing/sheet_painter.h"
 #include "state/global_state.h"
 #include "state/map_state.h"
 #include "state/on_reset.h"
@@ -106,7 +107,16 @@ void Draw_Dots(QPainter& painter, const Cells& cells, const std::vector<PrintShe
 
 }  // namespace
 
-PreviewMap Make_Preview_Map() { return {Reduced_Scan(), Entry_Dots()}; }
+PreviewMap Make_Preview_Map(const std::function<bool()>& goOn) {
+  const auto ask = [&goOn] {
+    if (goOn && !goOn()) throw PrintStopped{};
+  };
+  ask();
+  PreviewMap map{Reduced_Scan(), {}};
+  ask();
+  map.dots = Entry_Dots();
+  return map;
+}
 
 QSizeF Preview_Size(const PrintGeometry& g, const Paper& paper) {
   return {gap + g.across * (paper.widthMm + gap), gap + g.down * (paper.heightMm + gap)};

@@ -4,6 +4,7 @@
 #include <QPointF>
 #include <QRectF>
 #include <QSizeF>
+#include <functional>
 #include <vector>
 
 #include "printing/page_geometry.h"
@@ -19,8 +20,8 @@ struct PreviewMap {
   };
   std::vector<Dot> dots;
 };
-// Of the open map. Error 481 without a scan.
-PreviewMap Make_Preview_Map();
+// Of the open map. Error 481 without a scan. Asks between its steps whether to go on: PrintStopped if not.
+PreviewMap Make_Preview_Map(const std::function<bool()>& goOn = {});
 
 // Millimetres of all sheets side by side, with the gaps between them.
 QSizeF Preview_Size(const PrintGeometry& geometry, const Paper& paper);

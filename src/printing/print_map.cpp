@@ -2,6 +2,7 @@
 
 #include <QImage>
 #include <QPainter>
+#include <QSet>
 #include <algorithm>
 #include <cmath>
 
@@ -13,6 +14,7 @@
 #include "state/events.h"
 #include "state/global_state.h"
 #include "state/table_state.h"
+#include "state/task_line.h"
 #include "store/header_row.h"
 
 namespace {
@@ -22,15 +24,12 @@ constexpr double sharpest = 3.0, coarsest = 1.0, sharpnessStep = 0.5;
 constexpr double screenDpi = 96;
 constexpr double frameMargin = 5;  // mm for the labels of the net
 
-SheetLook Look_Of(const PrintOrder& order, const std::function<bool()>& goOn) {
-  SheetLook look;
-  look.fontFactor = order.settings.fontFactor;
-  look.goOn = goOn;
-  look.failed = [](const QString& entry) {
-    return Message_Box(print_texts::entryFailed.arg(entry), MsgButtons::YesNo, MsgIcon::Question,
-                       print_texts::problemTitle) == MsgAnswer::Yes;
-  };
-  return look;
+// Asks once an entry in a job: it may reach over many sheets.
+bool Go_On_After(const FailedEntry& entry, QSet<qint64>& asked) {
+  if (asked.contains(entry.key)) return true;
+  asked.insert(entry.key);
+  return Message_Box(print_texts::entryFailed.arg(entry.text), MsgButtons::YesNo, MsgIcon::Question,
+                     entry.figure ? print_texts::figureTitle : print_texts::problemTitle) == MsgAnswer::Yes;
 }
 
 // One sheet as a picture, in two halves beside each other.
@@ -90,20 +89,23 @@ class MapPrinter {
   void Print_Range() {
     job = hooks.begin();
     if (!job) throw PrintStopped{};
-    bool first = true;
+    int sheets = 0;
     for (const PrintSheet& sheet : Sheet_Walk(geometry)) {
       if (sheet.number < order.range.from || sheet.number > order.range.to) continue;
-      if (!first) job->NewPage();
-      first = false;
+      if (++sheets > 1) job->NewPage();
       const auto goOn = [this, number = sheet.number] { return !hooks.step || hooks.step(number, note); };
       if (!goOn()) throw PrintStopped{};
-      const SheetLook look = Look_Of(order, goOn);
+      SheetLook look;
+      look.fontFactor = order.settings.fontFactor;
+      look.goOn = goOn;
+      look.failed = [this](const FailedEntry& entry) { return Go_On_After(entry, asked); };
       if (order.path == PrintPath::Bitmap)
         Draw_As_Bitmap(job->Painter(), order.paper, geometry, sheet, look, sharpness);
       else
         Draw_Sheet(job->Painter(), order.paper.dpi, geometry, sheet, look);
     }
     job->EndDoc();
+    Tell_Done(Printed_Text(sheets, job->Target()));
     job.reset();
   }
 
@@ -131,10 +133,16 @@ class MapPrinter {
   PrintGeometry geometry;
   std::unique_ptr<PrintJob> job;
   double sharpness = sharpest;
+  QSet<qint64> asked;  // entries that could not be drawn
   QString note;
 };
 
 }  // namespace
+
+QString Printed_Text(int sheets, const QString& target) {
+  const QString count = sheets == 1 ? QStringLiteral("1 Blatt") : QStringLiteral("%1 Blätter").arg(sheets);
+  return QStringLiteral("Gedruckt: ") + count + (target.isEmpty() ? QString() : QStringLiteral(", ") + target);
+}
 
 PrintSettings Read_Print_Settings() {
   PrintSettings settings;

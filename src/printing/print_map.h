@@ -38,6 +38,8 @@ struct PrintHooks {
   std::function<bool(int sheet, const QString& note)> step;
 };
 enum class PrintEnd { Done, Cancelled, Failed };
+// For the status bar: "Gedruckt: 4 Blätter, /karten/Karte.pdf".
+QString Printed_Text(int sheets, const QString& target);
 // Prints the sheets of the range. Error 482 lowers the sharpness of the bitmap path by 0.5 from 3.0 down to 1.0 and
 // starts the job over; then, and on the direct path, it ends the job with a message. An entry that cannot be drawn asks
 // whether to go on. 396 ends silently, other errors with a box "Fehler".

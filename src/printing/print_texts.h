@@ -5,6 +5,7 @@
 namespace print_texts {
 inline const QString printTitle = QStringLiteral("Karte drucken"),
                      problemTitle = QStringLiteral("Problem - Karte drucken"),
+                     figureTitle = QStringLiteral("Module4 - Fig_Print"),
                      cancelled = QStringLiteral(
                          "Der Ausdruck der Karte wird abgebrochen\n\n"
                          "Drucker abschalten und dann Ok drücken.\n"),
@@ -28,6 +29,7 @@ inline const QString printTitle = QStringLiteral("Karte drucken"),
                      setupTitle = QStringLiteral("Druckereinstellung"), marginsTitle = QStringLiteral("Seitenränder"),
                      previewTitle = QStringLiteral("Druckvorschau"),
                      noPreview = QStringLiteral("Druckvorschau kann nicht erstellt werden."),
+                     previewStopped = QStringLiteral("Vorschau abgebrochen"),
                      wrongFontFactor = QStringLiteral(
                          "Fehlerhafter Faktor der Druckschriftgröße\n"
                          " Wertebereich:  0.3 - 3.0"),

@@ -37,7 +37,9 @@ void Draw_Each(const SheetLook& look, const std::function<bool(qint64 key)>& vis
     try {
       return visit(rsEntries->Key()) ? Walk::On : Walk::Stop;
     } catch (const Error&) {
-      if (asking && look.failed && !look.failed(rsEntries->Text(column::Eintrag))) throw PrintStopped{};
+      if (!asking || !look.failed) return Walk::On;
+      const FailedEntry entry{rsEntries->Key(), rsEntries->Text(column::Eintrag), Type_Here().IsFigure()};
+      if (!look.failed(entry)) throw PrintStopped{};
       return Walk::On;
     }
   });

@@ -10,11 +10,16 @@ class QImage;
 
 // Draws one sheet of the open map: the part of the scan, the entries, the net in its frame.
 
+struct FailedEntry {
+  qint64 key = 0;
+  QString text;
+  bool figure = false;
+};
 struct SheetLook {
   double fontFactor = 1;  // surface points per stored point
   bool background = true, entries = true, net = true;
   // Asked for an entry that could not be drawn: false ends the sheet with PrintStopped.
-  std::function<bool(const QString& entry)> failed = {};
+  std::function<bool(const FailedEntry& entry)> failed = {};
   std::function<bool()> goOn = {};  // asked now and then; false ends the sheet with PrintStopped
 };
 struct PrintStopped {};

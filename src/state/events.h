@@ -49,6 +49,7 @@ struct Events {
   Event<> CurrentRowChanged;  // rsEntries stands on another row
   Event<> MapOpened;          // the common open path ended well
   Event<> MapClosed;
+  Event<> HandHidden;    // what floats over the map shall be out of sight; the picture stays
   Event<> HandDropped;   // the hand lets go of its entry: what works on it ends
   Event<> StateChanged;  // menus, tool buttons, status bar, captions, layout: the windows show their structs anew
   // Light ones, sent while the mouse moves: nothing else has to be shown anew.

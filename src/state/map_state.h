@@ -17,10 +17,11 @@
 struct LiveControl {
   bool Visible = false;
   int Left = 0, Top = 0, Width = 0, Height = 0;
+  double Angle = 0;  // lblShape: degrees counter-clockwise about its middle
   QString Text;
 };
 
-// What the edit box holds: what its row says, a change of it, a text without a row ("Old", "Change", "Neu").
+// What the edit box holds: what its row says, a change of it, a text without a row.
 enum class EditTag { Old, Change, New };
 
 struct EditBox : LiveControl {

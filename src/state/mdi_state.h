@@ -23,11 +23,13 @@ struct MdiState {
   MouseUnit mouseUnit = MouseUnit::Pixel;
   // Inside of the main window in pixels, kept by the window.
   int InnerWidth = 1000, InnerHeight = 700;
-  bool TblVisible = false;  // the table window is shown (switched off when the table refers to picture files)
+  bool TblVisible = false;  // the table window is shown
   bool HasPlanSquares = false, HasHidden = false, HasTemplate = false;
   bool RasterShown = true;      // told by the redraw: plan squares are drawn, or there are none
   bool RasterActive = false;    // plan squares take clicks
   bool HasCalibration = false;  // a calibration file was found, or there are several to choose from
+  int DigiTolerance = 10;       // percent of colour tolerance when areas are digitised
+  bool DigiFill = false;        // they are filled, not followed along their edge
 };
 extern MdiState frmMDI;
 

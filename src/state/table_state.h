@@ -22,6 +22,7 @@ struct TableState {
   TableSwitch Switched = TableSwitch::AtOpening;
   int EintragSize = textColumnWidth;  // defined width of the column Eintrag
   bool HasUserColumns = false;
+  int LeastHeight = 0;           // pixels its window needs at least, kept by the window
   bool WantPlace = false;        // the window shall take its place below the map
   bool MapFilledWindow = false;  // the map was maximised before the table was shown
   bool EditWarned = false;       // the warning before the first change was shown in this session

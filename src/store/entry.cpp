@@ -140,6 +140,10 @@ void set_entry_box(EntryRow& row, const EntryBox& box) {
   row.Yline = corner ? box.y + box.height : box.height;
 }
 
+QString Font_Text(const EntryType& type, const QString& schrift) {
+  return type.IsPolygon() && FillCode::IsFill(schrift) ? QStringLiteral("Arial") : schrift;
+}
+
 QString Entry_Name() {
   const QString id = rsEntries->Text(column::ID);
   const EntryType type = Type_Here();

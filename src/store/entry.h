@@ -61,6 +61,9 @@ EntryBox entry_box(const EntryRow& row);  // of any kind
 // Plan squares hold the opposite corner in place of width and height.
 void set_entry_box(EntryRow& row, const EntryBox& box);
 
+// What Schrift says of the font of a row's text. Lines and areas may have been given a fill there: that is "Arial".
+QString Font_Text(const EntryType& type, const QString& schrift);
+
 // Name of the current row for messages: "Text" CR, "Bild" CR, ID CR, "Planquadrat" CR, "Maßstab " size " ", "Symbol"
 // CR. Raises what the table raises.
 QString Entry_Name();

@@ -11,6 +11,7 @@
 #include "state/map_state.h"
 #include "state/mdi_state.h"
 #include "state/table_state.h"
+#include "store/anchor.h"
 #include "store/entry.h"
 #include "store/transaction.h"
 #include "store/vertex_table.h"
@@ -38,7 +39,7 @@ void Tell_Row_Changed() {
 }
 
 QString Text_To_Save(const QString& typed, bool isNew) {
-  QString text = Trimmed_Input(typed);
+  QString text = Stored_Lines(Trimmed_Input(typed));
   if (isNew && Without_Outer_Blanks(text).isEmpty()) return emptyMark;
   if (text.size() > 1 && text[0] == emptyMark) text.remove(0, 1);
   return text;
@@ -95,7 +96,7 @@ bool Put_Text(EntryRow& row, const TypedText& typed, bool isNew) {
   row.Xmap = typed.at.x();
   row.Ymap = typed.at.y();
   Set_Colors(row, type, typed);
-  if (Holds_Font(type, row.Schrift)) row.Schrift = Font_To_Save(typed, FontSpec::Parse(row.Schrift));
+  if (Holds_Font(type, row.Schrift)) row.Schrift = Font_To_Save(typed, FontSpec::Parse(Font_Text(type, row.Schrift)));
   if (row.Groesse > 0 || type.base == 0) row.Groesse = typed.size > 0 ? typed.size : 10;
   return true;
 }
@@ -164,6 +165,7 @@ int Delete_Entries(const QSet<qint64>& keys) {
       rsEntries->Delete();
       ++count;
     }
+    Promote_Anchor();
     if (tables.isEmpty()) return;
     For_Each_Entry([&needed] { needed.insert(Table_Here()); });
     Drop_Vertex_Tables(tables.subtract(needed));
@@ -256,7 +258,7 @@ bool Repair_Row() {
   constexpr int largest = std::numeric_limits<int16_t>::max();
   EntryRow row;
   row.ID = Without_Outer_Blanks(Raw_Text(column::ID)).left(textColumnWidth);
-  row.Eintrag = Without_Outer_Blanks(Raw_Text(column::Eintrag)).left(std::min(textColumnWidth, Tbl.EintragSize));
+  row.Eintrag = Cut_Text(Without_Outer_Blanks(Raw_Text(column::Eintrag)), std::min(textColumnWidth, Tbl.EintragSize));
   row.Schrift = Raw_Text(column::Schrift);
   if (row.Schrift.isEmpty() || row.Schrift.size() > textColumnWidth) row.Schrift = QStringLiteral("Arial");
   row.Groesse = Sound_Number(column::Groesse, -80, 80, 10);

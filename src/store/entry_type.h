@@ -46,6 +46,8 @@ struct EntryType {
   // The same entry with that mark, Mark::None without one.
   EntryType Marked(Mark with) const;
 
+  // Marked, and to be seen: what commands on marked entries work on.
+  bool Chosen() const { return mark != Mark::None && (!hidden || Kind() == EntryKind::NorthArrow); }
   bool IsText() const;        // 0..3 (with the older 7 and 18 where they stand for them)
   bool IsPolygon() const;     // 4, 40
   bool IsFigure() const;      // 20..25

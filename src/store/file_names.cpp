@@ -133,7 +133,8 @@ QString Capitals(const QString& text) {
 QString Table_Name_Of_Map() {
   const QString map = Clean_Path(Map.Caption.mid(5));
   const QStringList endings = {QStringLiteral(".BMP"), QStringLiteral(".RLE"), QStringLiteral(".JPG"),
-                               QStringLiteral(".GIF"), QStringLiteral(".WMF"), QStringLiteral(".PNG")};
+                               QStringLiteral(".GIF"), QStringLiteral(".WMF"), QStringLiteral(".PNG"),
+                               QStringLiteral("JPEG")};
   if (!endings.contains(map.right(4).toUpper()))
     Message_Box(Map.Caption + QLatin1String("\nFalsche Map"), MsgButtons::Ok, MsgIcon::Warning);
   const QString real = Real_Map(map);

@@ -115,7 +115,7 @@ void Read_Ini() {
   }
 }
 
-void Write_Ini(const QString& line) {
+bool Write_Ini(const QString& line) {
   const QLatin1String key = Key_Of(line);
   QString written = line;
   if (key == tipsKey) {
@@ -124,12 +124,16 @@ void Write_Ini(const QString& line) {
   }
   try {
     Write_Ini_Lines(With_Line(Ini_Lines(), written, key));
+    return true;
   } catch (const Error& error) {
     // The display setting is written at every change of the window's size: no box each time.
-    if (key == displayKey) return;
-    if (error.number == errors::noPermission) return Show_No_Access(Ini_File());
-    Message_Box(QStringLiteral("Error: %1 ").arg(error.number) + error.text + u'\n' + Ini_File(), MsgButtons::Ok,
-                MsgIcon::Warning, QStringLiteral("Fehler"));
+    if (key == displayKey) return false;
+    if (error.number == errors::noPermission)
+      Show_No_Access(Ini_File());
+    else
+      Message_Box(QStringLiteral("Error: %1 ").arg(error.number) + error.text + u'\n' + Ini_File(), MsgButtons::Ok,
+                  MsgIcon::Warning, QStringLiteral("Fehler"));
+    return false;
   }
 }
 
@@ -160,18 +164,19 @@ bool Read_Template(AreaTemplate& found) {
   return isThere;
 }
 
-void Write_Template(const QString& name, const AreaTemplate& area) {
+bool Write_Template(const QString& name, const AreaTemplate& area) {
   QString clean = name.trimmed();
   clean.replace(QRegularExpression(QStringLiteral("[|\\r\\n]")), QStringLiteral(" "));
-  Write_Ini(QStringLiteral("FL: %6|VG=%1|HG=%2|RA=%3|TX=%4|SB=%5|")
-                .arg(area.VG)
-                .arg(area.HG)
-                .arg(area.RA)
-                .arg(area.TX)
-                .arg(area.SB)
-                .arg(clean));
+  const bool written = Write_Ini(QStringLiteral("FL: %6|VG=%1|HG=%2|RA=%3|TX=%4|SB=%5|")
+                                     .arg(area.VG)
+                                     .arg(area.HG)
+                                     .arg(area.RA)
+                                     .arg(area.TX)
+                                     .arg(area.SB)
+                                     .arg(clean));
   Read_Ini();
   events.StateChanged.Emit();
+  return written;
 }
 
 QStringList Paint_Programs() {

@@ -6,9 +6,9 @@
 
 // Reads TLB, FL, Tipps, DGS into frmMDI. A missing or unreadable file leaves the defaults.
 void Read_Ini();
-// A failure is shown, not raised. Replaces the line of the key named in `line` ("Tipps", else "TLB:", else "FL:", else
-// "DGS:") or appends it.
-void Write_Ini(const QString& line);
+// A failure is shown, not raised: false then. Replaces the line of the key named in `line` ("Tipps", else "TLB:", else
+// "FL:", else "DGS:") or appends it.
+bool Write_Ini(const QString& line);
 // First area template into EntVG, EntHG, EntRA and the result; false if there is none. A value that is missing or out
 // of its range ends the reading; the others stay what they were set to.
 struct AreaTemplate {
@@ -16,8 +16,8 @@ struct AreaTemplate {
 };
 // The last area's look from the "FL:" line, also into EntVG, EntHG and EntRA. False, and the values above, without one.
 bool Read_Template(AreaTemplate& found);
-// Puts it in place of the stored one. Raises what the file raises.
-void Write_Template(const QString& name, const AreaTemplate& area);
+// Puts it in place of the stored one. False if the file could not be written, which was told.
+bool Write_Template(const QString& name, const AreaTemplate& area);
 // "MPG:" lines: paint programs. Setting raises what the file raises.
 QStringList Paint_Programs();
 void Set_Paint_Programs(const QStringList& programs);  // in place of those kept

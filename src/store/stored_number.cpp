@@ -16,4 +16,9 @@ double Stored_Size(double points) {
   return std::isnan(points) ? 0 : std::clamp(points, -largestStoredSize, largestStoredSize);
 }
 
+QString Stored_Lines(QString text) {
+  text.replace(QLatin1String("\r\n"), QLatin1String("\n")).replace(u'\r', u'\n');
+  return text.replace(QLatin1String("\n"), QLatin1String("\r\n"));
+}
+
 QString Shown_Text(const QString& stored) { return stored.size() > longestShown ? stored.left(longestShown) : stored; }

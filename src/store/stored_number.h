@@ -14,6 +14,8 @@ double Stored_Size(double points);
 inline constexpr double largestStoredSize = 720;
 // What of a text is shown: a text beyond all columns of the program's own making is shown in its beginning alone.
 QString Shown_Text(const QString& stored);
+// A typed text as it is stored: its lines ended by CR LF, whatever ended them.
+QString Stored_Lines(QString text);
 inline constexpr qsizetype longestShown = 1000;
 // Characters of the column Schrift that are looked at.
 inline constexpr qsizetype longestSchrift = 255;

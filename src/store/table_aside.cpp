@@ -106,16 +106,12 @@ QString Free_Backup_Name(const QString& table) {
 
 void Delete_Lock_Files() {
   QStringList found;
-  for (const QString& table : {Tbl.DBGrid1.Caption, TableFile}) {
-    if (table.isEmpty()) continue;
-    QString name = table, folder;
+  if (!Tbl.DBGrid1.Caption.isEmpty()) {
+    QString name = Tbl.DBGrid1.Caption, folder;
     Split_Path(name, folder);
-    if (table == TableFile) {
-      found += Find_Files(folder, table_file::Without_Ending(name) + QStringLiteral(".ldb"));
-    } else {
-      found += Find_Files(folder, QStringLiteral("*.ldb"));
-    }
+    found = Find_Files(folder, QStringLiteral("*.ldb"));
   }
+  if (!TableFile.isEmpty()) found << table_file::Without_Ending(TableFile) + QStringLiteral(".ldb");
   for (const QString& file : found) {
     const bool open = dbEntries && table_file::Same_Name(table_file::Without_Ending(TableFile), file.chopped(4));
     // The lock of another running program is not ours to delete.

@@ -22,8 +22,8 @@ void New_Table();  // mnuTableNeu
 // Writes the file anew without gaps and tells both sizes; a failure is told, the file stays.
 void Compress_Table();
 // Mends the file if it is damaged; rescued rows and the name of the kept file are told.
-void Repair_Table();
-void Recover_Table();  // keeps _err, _rep and _bak copies; the caller raises 5000
+QString Repair_Table();  // of a sound table what the status bar says of it
+void Recover_Table();    // keeps _err, _rep and _bak copies; the caller raises 5000
 // Checkpoint + caption of mnuReset. The current row stays.
 void Undo_Point(const QString& caption);
 // The same in the middle of work that needs the table open: the rows are copied as they stand, UserTable is not.
@@ -47,5 +47,5 @@ void Clear_Work_Files();
 void Release_Work_Files();  // nothing of them stays but "TEMP.MDB"
 // The database service has to know our tables to put a damaged file together again; before every RepairDatabase.
 void Tell_Known_Tables();
-// Removes "*.ldb" beside the user table and the standard table.
+// Removes every "*.ldb" beside the user table, and that of the standard table; not the locks of running programs.
 void Delete_Lock_Files();

@@ -28,6 +28,7 @@ void Report_Load_Error(const QString& text) { Message_Box(text, MsgButtons::Ok, 
 std::optional<QString> Choose_Other_Table() {
   FileRequest request;
   request.title = texts::loadTitle;
+  request.helpPage = QStringLiteral("Tabelle.htm");
   request.defaultExtension = QStringLiteral("MDB");
   request.filter = texts::loadFilter;
   QString name = Clean_Path(MapFile);

@@ -8,6 +8,7 @@
 #include "state/global_state.h"
 #include "state/mdi_state.h"
 #include "state/table_state.h"
+#include "state/task_line.h"
 #include "store/entry.h"
 #include "store/file_names.h"
 #include "store/table_file.h"
@@ -62,8 +63,8 @@ void Compress_Table() {
 }
 
 // The copies are made of the repaired file: a damaged one would spoil them.
-void Repair_Table() {
-  if (!Table_In_Place()) return;
+QString Repair_Table() {
+  if (!Table_In_Place()) return {};
   const BusyPointer busy;
   Tell_Known_Tables();
   Close_Quietly();
@@ -81,9 +82,11 @@ void Repair_Table() {
   } catch (const Error& error) {
     text = TableFile + u'\n' + error.text;
   }
-  Load_Table(LoadMode::Reload);
+  const bool loaded = Load_Table(LoadMode::Reload);
   if (!text.isEmpty()) Message_Box(text, MsgButtons::Ok, MsgIcon::Information, texts::repairTitle);
   Draw_If_Open();
+  if (!text.isEmpty() || !loaded) return {};
+  return QStringLiteral("Tabelle geprüft und in Ordnung: ") + Entries_Text(Entry_Count());
 }
 
 // Leaves three copies beside the table: as it was (_err), repaired (_rep), and the last snapshot (_bak). Without a

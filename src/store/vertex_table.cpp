@@ -13,6 +13,7 @@
 namespace {
 
 constexpr int tableLimit = 1000;
+constexpr int noNumber = 5000;  // error of a figure whose ID has none
 
 // Number of a table "<kind><digits>"; -1 for every other name.
 int Table_Number(const QString& table, const QString& kind) {
@@ -85,7 +86,7 @@ QString Next_Figure_ID() {
     const EntryId id = EntryId::Parse(rsEntries->Text(column::ID));
     if (!id.IsFigure()) return;
     const int number = id.Number();
-    if (number < 0) Raise(5000, QStringLiteral("Keine Nummer "));
+    if (number < 0) Raise(noNumber, QStringLiteral("Keine Nummer \nError: %1").arg(noNumber));
     highest = std::max(highest, number);
   });
   const QString name = QStringLiteral("Figur") + QString::number(highest + 1);

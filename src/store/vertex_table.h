@@ -10,7 +10,8 @@
 // are free (never that of the row in hand). Shows "Falscher Id-Tabellen-Name" or "maximale Zahl der Polygone = 1000!"
 // and returns "" where it cannot.
 QString New_Poly_Table(const QString& kind);
-// "Figur" + (highest number + 1), first "Figur1". Raises 5000 "Keine Nummer " if an ID has none.
+// "Figur" + (highest number + 1), first "Figur1". Raises 5000 "Keine Nummer ", with the number below it, if an ID has
+// none.
 QString Next_Figure_ID();
 // Makes the table anew, empty.
 void Create_Vertex_Table(const QString& name);

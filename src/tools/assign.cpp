@@ -3,9 +3,8 @@
 #include "edit/bulk_change.h"
 #include "hand/activation.h"
 #include "platform/message_box.h"
-#include "state/events.h"
 #include "state/map_state.h"
-#include "state/mdi_state.h"
+#include "state/task_line.h"
 #include "tools/map_tool.h"
 #include "view/hit_test.h"
 
@@ -32,13 +31,14 @@ void Set_Assignment(EntryRow& row, const QString& target) {
   row.ID = id.ToText();
 }
 
-int Write_Assigned(const std::vector<RowChange>& changes, const QString& undo) {
+// Nothing of it is seen on the map: the status bar says it.
+void Write_Assigned(const std::vector<RowChange>& changes, const QString& undo, const QString& done) {
   for (const RowChange& change : changes)
-    if (!Id_Fits(change.after.ID)) return 0;
-  return Write_Changes(changes, title, undo);
+    if (!Id_Fits(change.after.ID)) return;
+  if (Write_Changes(changes, title, undo) > 0) Tell_Done_Of_Marked(done + Entries_Text(std::ssize(changes)));
 }
 
-bool Is_Marked(const EntryRow& row) { return EntryType::Parse(row.Typ).mark != Mark::None; }
+bool Is_Marked(const EntryRow& row) { return EntryType::Parse(row.Typ).Chosen(); }
 
 // The marked rows to the area or line in hand; it is not assigned to itself.
 void Assign_Marked(bool area) {
@@ -53,7 +53,7 @@ void Assign_Marked(bool area) {
   });
   if (marked == 0) return Tell(QStringLiteral("Es ist kein Eintrag markiert."));
   if (Entry_In_Hand() && !End_Entry()) return;
-  Write_Assigned(changes, undoCaption);
+  Write_Assigned(changes, undoCaption, QStringLiteral("Zugeordnet zu ") + target + QStringLiteral(": "));
 }
 
 // The assignments of the marked rows, or of the current one where none is marked.
@@ -66,7 +66,7 @@ void Clear_Assignments() {
     Set_Assignment(row, {});
   });
   if (!anyMarked) changes = Change_Of_Current([](EntryRow& row, qint64) { Set_Assignment(row, {}); });
-  Write_Assigned(changes, anyMarked ? undoCaption : QString());
+  Write_Assigned(changes, anyMarked ? undoCaption : QString(), QStringLiteral("Zuordnung aufgehoben: "));
 }
 
 // The row to the area or line under the cursor of the table.
@@ -85,9 +85,8 @@ void Assign_To(const QString& source, const QString& target, bool area) {
   const auto changes = Collect_Changes([&](EntryRow& row, qint64 key) {
     if (QString::number(key) == source) Set_Assignment(row, name);
   });
-  Write_Assigned(changes, {});
-  InfoBar.Panel[0] = QStringLiteral("Zugeordnet: ") + name;
-  events.StateChanged.Emit();
+  Write_Assigned(changes, {}, {});
+  Tell_Done(QStringLiteral("Zugeordnet: ") + name);
 }
 
 // Waits for the click on the area or line the entry is assigned to. A click on the empty map chooses nothing.

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <functional>
 #include <limits>
+#include <optional>
 #include <vector>
 
 #include "edit/copy.h"
@@ -15,6 +16,7 @@
 #include "hand/hand_controls.h"
 #include "hand/hand_frame.h"
 #include "hand/hand_texts.h"
+#include "hand/turned_shape.h"
 #include "platform/message_box.h"
 #include "state/events.h"
 #include "state/global_state.h"
@@ -40,20 +42,22 @@ bool To_Hand() {
   return true;
 }
 
-QPolygonF Window_Outline(const std::vector<QPoint>& vertices) {
+QPolygonF Window_Outline(const std::vector<QPoint>& vertices, const Turn& turn) {
   QPolygonF outline;
   const size_t step = std::max<size_t>(1, vertices.size() / outlineMost);
-  for (size_t i = 0; i < vertices.size(); i += step)
-    outline << QPointF(Window_X(vertices[i].x()), Window_Y(vertices[i].y()));
-  if (step > 1) outline << QPointF(Window_X(vertices.back().x()), Window_Y(vertices.back().y()));
+  const auto seen = [&turn](QPoint vertex) {
+    const QPointF at = turn.Seen(vertex);
+    return QPointF(Window_X(at.x()), Window_Y(at.y()));
+  };
+  for (size_t i = 0; i < vertices.size(); i += step) outline << seen(vertices[i]);
+  if (step > 1) outline << seen(vertices.back());
   return outline;
 }
 
 bool Near_Text(QPoint window) {
   if (!Map.Text2.Visible) return false;
   const int width = rsEntries && !Map.InHand.isEmpty() ? FrameWord::Parse(EntRA).width : 1;
-  const int out = width + gripBorder;
-  return Control_Box(Map.Text2).adjusted(-out, -out, out, out).contains(window);
+  return Text_Outline(width + gripBorder).containsPoint(window, Qt::OddEvenFill);
 }
 
 bool On_Region(QPoint window) {
@@ -65,6 +69,12 @@ bool On_Region(QPoint window) {
     hit = Map.EntryRegions.NextBelow(window, hit);
   }
   return false;
+}
+
+bool On_Shape(QPoint window) {
+  if (!Map.lblShape.Visible) return false;
+  const std::optional<EntryRow> row = Row_In_Hand();
+  return row && Shape_Contains(Shape_In_Hand(EntryType::Parse(row->Typ).Kind()), window);
 }
 
 int Handle_At(QPoint window) {
@@ -81,8 +91,8 @@ int Handle_At(QPoint window) {
 // The box a size is read from, window pixels.
 QRect Sized_Box() { return Control_Box(dragState.handle == pictureHandle ? Map.imgBild : Map.lblShape); }
 
-QPolygonF Box_Outline(const QRectF& box) {
-  return QPolygonF({box.topLeft(), box.topRight(), box.bottomRight(), box.bottomLeft()});
+QPolygonF Sized_Outline(const QRect& box) {
+  return Turned_Rect(box, dragState.handle == pictureHandle ? 0 : Map.lblShape.Angle);
 }
 
 // New edges of a box whose handle was moved. Squares and circles keep width = height.
@@ -112,6 +122,15 @@ QRect Resized(QRect box, int handle, int dx, int dy, bool square) {
   return {QPoint(left, top), QSize(right - left, bottom - top)};
 }
 
+// The same of a box turned like lblShape: the edges or the corner across stay where they are seen.
+QRect Resized_Turned(const QRect& box, int handle, QPointF by, bool square) {
+  const double angle = Map.lblShape.Angle;
+  if (angle != 0) by = Turned(by, {0, 0}, -angle);
+  const QRect now = Resized(box, handle, qRound(by.x()), qRound(by.y()), square);
+  if (angle == 0) return now;
+  return now.translated(Kept_In_Place(QRectF(box).center(), QRectF(now).center(), angle).toPoint());
+}
+
 bool Is_Square(const EntryType& type) { return type.Kind() == EntryKind::Square || type.Kind() == EntryKind::Circle; }
 
 QRect Resized_Window_Box() {
@@ -124,20 +143,21 @@ QRect Resized_Window_Box() {
             QSize(std::max(1, qRound(box.width() * factor)), std::max(1, qRound(box.height() * factor)))};
   }
   const bool square = To_Hand() && Is_Square(Type_Here());
-  return Resized(Sized_Box(), dragState.handle, by.x(), by.y(), square);
+  return Resized_Turned(Sized_Box(), dragState.handle, by, square);
 }
 
 void Take_Entry_Outline() {
   const EntryRow row = Read_Entry(*rsEntries);
   const EntryType type = EntryType::Parse(row.Typ);
   if (!Map.GroupInHand.isEmpty()) {
-    dragState.base = Box_Outline(Group_Bounds());
+    dragState.base = Turned_Rect(Group_Bounds(), 0);
   } else if (type.HasVertices() && !dragState.labelOnly) {
-    dragState.base = Window_Outline(Load_Vertices(EntryId::Parse(row.ID).TableName()));
+    dragState.base = Window_Outline(Load_Vertices(EntryId::Parse(row.ID).TableName()), Turn_Of(row));
     dragState.closed = !EntryId::Parse(row.ID).IsLine();
   } else {
-    for (const LiveControl* control : std::array<LiveControl*, 3>{&Map.Text2, &Map.imgBild, &Map.lblShape})
-      if (control->Visible) dragState.base = Box_Outline(Control_Box(*control));
+    if (Map.Text2.Visible) dragState.base = Text_Outline(0);
+    for (const LiveControl* control : {&Map.imgBild, &Map.lblShape})
+      if (control->Visible) dragState.base = Turned_Rect(Control_Box(*control), control->Angle);
   }
 }
 
@@ -246,14 +266,10 @@ void Resize_Current(const EntryBox& old, const EntryBox& now) {
              Scaled(point.y(), old.y, old.height, now.y, now.height)};
     if (point.x() < stopLimit) Raise(errors::overflow);
   }
-  const EntryBox box = entry_box(row);
-  const int x = Scaled(box.x, old.x, old.width, now.x, now.width);
-  const int y = Scaled(box.y, old.y, old.height, now.y, now.height);
-  set_entry_box(row, {x, y, Scaled(box.x + box.width, old.x, old.width, now.x, now.width) - x,
-                      Scaled(box.y + box.height, old.y, old.height, now.y, now.height) - y});
+  if (!points.empty()) Write_Vertices(table, points);
+  set_entry_box(row, points.empty() ? now : Vertex_Box(points));
   Update_Entry(row);
   Extras_Follow(before, row);
-  if (!points.empty()) Write_Vertices(table, points);
 }
 
 void Resize_Hand(const DragState& drag) {
@@ -261,9 +277,8 @@ void Resize_Hand(const DragState& drag) {
   const QPoint by = drag.now - drag.start;
   const EntryRow row = Read_Entry(*rsEntries);
   const EntryBox old = Figure_Box(row);
-  const auto zoom = static_cast<double>(Map.Zoom);
-  const QRect now = Resized({QPoint(old.x, old.y), QSize(old.width, old.height)}, drag.handle, qRound(by.x() * zoom),
-                            qRound(by.y() * zoom), Is_Square(EntryType::Parse(row.Typ)));
+  const QRect now = Resized_Turned({QPoint(old.x, old.y), QSize(old.width, old.height)}, drag.handle,
+                                   QPointF(by) * static_cast<double>(Map.Zoom), Is_Square(EntryType::Parse(row.Typ)));
   Write_In_One([&] { Resize_Current(old, {now.left(), now.top(), now.width(), now.height()}); });
 }
 
@@ -319,9 +334,8 @@ Grip Grip_At(QPoint window, int* handle) {
   }
   if (Map.imgRfLine.Visible && Control_Box(Map.imgRfLine).contains(window)) return Grip::FootPoint;
   if (Near_Text(window) || On_Region(window)) return Grip::Entry;
-  for (const LiveControl* control : {&Map.imgBild, &Map.lblShape})
-    if (control->Visible && Control_Box(*control).adjusted(-1, -1, 1, 1).contains(window)) return Grip::Entry;
-  return Grip::None;
+  if (Map.imgBild.Visible && Control_Box(Map.imgBild).adjusted(-1, -1, 1, 1).contains(window)) return Grip::Entry;
+  return On_Shape(window) ? Grip::Entry : Grip::None;
 }
 
 void Begin_Drag(Grip grip, int handle, QPoint window) {
@@ -329,6 +343,7 @@ void Begin_Drag(Grip grip, int handle, QPoint window) {
   const bool pending = Text_Pending();
   if (grip == Grip::None || !Store_Pending_Text() || !To_Hand()) return;
   if (pending) Map_Redraw();
+  if (Hand_Is_Hidden()) Activate_Entry();
   DragState drag;
   drag.grip = grip;
   drag.handle = handle;
@@ -342,7 +357,7 @@ void Begin_Drag(Grip grip, int handle, QPoint window) {
     dragState.labelOnly = type.IsPolygon() && Map.GroupInHand.isEmpty() && Near_Text(window);
     Take_Entry_Outline();
   } else if (grip == Grip::Handle) {
-    dragState.base = Box_Outline(Sized_Box());
+    dragState.base = Sized_Outline(Sized_Box());
   } else if (grip == Grip::Vertex) {
     dragState.base = Vertex_Neighbours(handle, dragState.moving);
     dragState.closed = false;
@@ -367,7 +382,7 @@ void Drag_To(QPoint window) {
   }
   if (dragState.grip == Grip::Handle) {
     // From the controls as they were: only the outline and the handle in the hand move.
-    dragState.outline = Box_Outline(Resized_Window_Box());
+    dragState.outline = Sized_Outline(Resized_Window_Box());
   } else {
     dragState.outline = dragState.base;
     if (dragState.grip == Grip::Vertex) {

@@ -113,7 +113,8 @@ class HandTool final : public MapTool {
     }
     int handle = -1;
     const Grip grip = Grip_At(window, &handle);
-    if (grip != Grip::None) return Begin_Drag(grip, handle, window);
+    takenNow = grip == Grip::None;
+    if (!takenNow) return Begin_Drag(grip, handle, window);
     Press_Entry(window);
   }
 
@@ -133,7 +134,7 @@ class HandTool final : public MapTool {
     if (!dragState.Active()) return;
     const bool click = dragState.grip == Grip::Entry && !dragState.moved && dragState.start == window;
     End_Drag(window);
-    if (!click) return;
+    if (!click || takenNow) return;
     // A click, and what was gripped lies under another entry: that one is meant.
     const int hit = Hit_Entry(window);
     if (hit > 0 && Map.EntryRegions.Row(hit).Bookmark() != Map.InHand) Take_Entry_At(window);
@@ -200,7 +201,8 @@ class HandTool final : public MapTool {
            Map.InHand;
   }
 
-  int under = 0;  // hit region under the mouse at the last move
+  bool takenNow = false;  // the entry came into the hand by the press that was the last one
+  int under = 0;          // hit region under the mouse at the last move
   QString statusKey;
 };
 

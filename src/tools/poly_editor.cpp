@@ -118,17 +118,17 @@ void PolyEditor::Finish() {
   const int slip = qRound(slipReach * static_cast<double>(Map.Zoom));
   if (points.size() > 1 && (points.back() - points[points.size() - 2]).manhattanLength() <= slip) points.pop_back();
   const bool enough = points.size() >= Least(kind);
-  if (enough && !Write()) return;
+  if (enough && !Append_Poly(kind, points, Status().section(u':', 0, 0))) return;
   End_Map_Tool();
   if (!enough) return;
   Show_Changed_Entries();
   Take_Entry(Map.CurBookmark);
 }
 
-bool PolyEditor::Write() const {
+bool Append_Poly(PolyEditor::Kind kind, const std::vector<QPoint>& points, const QString& title) {
   const QString table = New_Poly_Table(Table_Kind(kind));
   if (table.isEmpty()) return false;
-  return Append_In_Transaction(Status().section(u':', 0, 0), [&] {
+  return Append_In_Transaction(title, [&] {
     Write_Vertices(table, points);
     Append_Entry(New_Row(kind, table, points.front()));
   });

@@ -23,7 +23,6 @@ class PolyEditor final : public MapTool {
 
  private:
   void Finish();
-  bool Write() const;
 
   Kind kind;
   std::vector<QPoint> points;  // map pixels
@@ -32,3 +31,7 @@ class PolyEditor final : public MapTool {
 
 // Starts it, or drops it if it is in use. No area is begun when 1000 are there; that is told.
 void Poly_Editor(PolyEditor::Kind kind);
+
+// A new row of that kind that looks like the next one, with these vertices (map pixels), in one transaction; it is the
+// current entry then. False if no more can be made, or an error took it back; both are told, the latter under `title`.
+bool Append_Poly(PolyEditor::Kind kind, const std::vector<QPoint>& points, const QString& title);

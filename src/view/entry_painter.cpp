@@ -43,7 +43,20 @@ bool EntryPainter::Is_Shown(const PaintedRow& row, bool northArrow) {
   return true;
 }
 
+const std::vector<QPoint>& EntryPainter::Vertices_Of(const QString& table) {
+  const std::vector<QPoint>& vertices = Load_Vertices(table);
+  if (vertices.empty() && !dbEntries->HasTable(table)) lostTable = table;
+  return vertices;
+}
+
 void EntryPainter::Draw_Row(Recordset& rows) {
+  lostTable.clear();
+  Draw_What_There_Is(rows);
+  // Its label is on the map all the same.
+  if (!lostTable.isEmpty()) Raise(errors::tableNotFound, QStringLiteral("Die Eckpunkte fehlen: ") + lostTable);
+}
+
+void EntryPainter::Draw_What_There_Is(Recordset& rows) {
   PaintedRow row;
   row.type = EntryType::Parse(rows.Integer(column::Typ));
   row.id = rows.Text(column::ID);
@@ -106,7 +119,7 @@ void EntryPainter::Draw_Polygon_Row(const Recordset& rows, const PaintedRow& row
   const EntryId id = EntryId::Parse(entry.ID);
   LineOptions options;
   options.rounded = row.type.Kind() == EntryKind::PolygonRound;
-  Draw_Line_Entry(pass.context, entry, id, Load_Vertices(id.TableName()), row.colors, options);
+  Draw_Line_Entry(pass.context, entry, id, Vertices_Of(id.TableName()), row.colors, options);
 }
 
 void EntryPainter::Draw_Picture_Row(const Recordset& rows, const PaintedRow& row) {
@@ -148,7 +161,7 @@ void EntryPainter::Draw_Shape_Row(const Recordset& rows, const PaintedRow& row) 
   const EntryRow entry = Read_Entry(rows);
   static const std::vector<QPoint> none;
   const std::vector<QPoint>& vertices =
-      row.type.IsFreeFigure() ? Load_Vertices(EntryId::Parse(entry.ID).TableName()) : none;
+      row.type.IsFreeFigure() ? Vertices_Of(EntryId::Parse(entry.ID).TableName()) : none;
   const FigureShown shown = Draw_Figure(pass.context, entry, row.type.Kind(), vertices, row.colors);
   if (shown.drawn) pass.Add_Region(row, shown.box, shown.region);
 }

@@ -17,6 +17,7 @@ class EntryPainter {
   const DrawCounts& Counts() const { return counts; }
 
  private:
+  void Draw_What_There_Is(Recordset& rows);
   bool Is_Shown(const PaintedRow& row, bool northArrow);
   void Draw_Kind(Recordset& rows, PaintedRow& row);
   bool Read_Place(const Recordset& rows, PaintedRow& row) const;
@@ -26,11 +27,13 @@ class EntryPainter {
   void Draw_Scale_Row(Recordset& rows, const PaintedRow& row);
   void Draw_North_Arrow_Row(const Recordset& rows, const PaintedRow& row);
   QRgb Color(qint64 number) const;
+  const std::vector<QPoint>& Vertices_Of(const QString& table);
 
   DrawPass pass;
   TextPainter texts;
   PlanPainter plan;
   double rightLimit = 0, bottomLimit = 0;  // map pixels
   bool greyed = false;                     // a hidden row is shown for looking
+  QString lostTable;                       // the vertex table that the row should have
   DrawCounts counts;
 };

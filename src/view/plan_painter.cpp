@@ -13,7 +13,36 @@ QRectF Square_Box(const ViewTransform& view, const EntryBox& box) {
   return {QPointF(view.X(box.x), view.Y(box.y)), QPointF(view.X(box.x + box.width), view.Y(box.y + box.height))};
 }
 
+// On paper small ticks stand out where the lines of squares meet, from 1 mm before the place to 3 mm behind it.
+void Draw_Ticks(Surface& surface, const QRectF& box, QRgb color) {
+  const KeepPen keep(surface);
+  surface.pen = {};
+  surface.pen.ForeColor = color;
+  constexpr double before = 1.0 * pixelsPerMm, behind = 3.0 * pixelsPerMm;
+  for (const QPointF& at : {box.topLeft(), box.topRight(), box.bottomLeft(), box.bottomRight()}) {
+    surface.Line(at - QPointF(before, 0), at + QPointF(behind, 0));
+    surface.Line(at - QPointF(0, before), at + QPointF(0, behind));
+  }
+}
+
 }  // namespace
+
+// The design stands behind its squares, at the end of most tables; a hidden one hides them all. Asked once a pass.
+int PlanPainter::Plan_Mode() {
+  if (planMode) return *planMode;
+  planMode = 0;
+  if (!rsEntries || rsEntries->RecordCount() < 2) return 0;
+  const KeepCurrentRow keep;
+  for (rsEntries->MoveLast(); rsEntries->Position() > 0; rsEntries->MovePrevious()) {
+    const EntryType type = Type_Here();
+    if (type.Kind() != EntryKind::PlanDesign) continue;
+    const std::optional<EntryRow> design = Read_Sound_Entry();
+    if (!design) continue;
+    planMode = static_cast<int>(Design_Of(*design).labels) * (type.hidden ? -1 : 1);
+    break;
+  }
+  return *planMode;
+}
 
 PlanPainter::PlanPainter(DrawPass& drawPass) : pass(drawPass) {
   if (!pass.onMap) return;
@@ -24,11 +53,12 @@ PlanPainter::PlanPainter(DrawPass& drawPass) : pass(drawPass) {
 void PlanPainter::Note(const Recordset& rows, const PaintedRow& row, DrawCounts& counts) {
   const EntryRow entry = Read_Entry(rows);
   ++counts.planRows;
-  if (!row.type.hidden) ++counts.planShown;
+  if (row.type.mark == Mark::None) {
+    ++counts.planUnmarked;
+    if (!row.type.hidden) ++counts.planShown;
+  }
   if (row.type.Kind() == EntryKind::PlanDesign) {
-    const RasterDesign design = Design_Of(entry);
-    planMode = static_cast<int>(design.labels) * (row.type.hidden ? -1 : 1);
-    labels.Set_Design(design);
+    labels.Set_Design(Design_Of(entry));
     return;
   }
   Square square;
@@ -48,6 +78,8 @@ void PlanPainter::Note(const Recordset& rows, const PaintedRow& row, DrawCounts&
 }
 
 void PlanPainter::Draw(const Recordset& rows, const PaintedRow& row) {
+  // Marks keep a square from being hidden by the menu; it goes from sight with the others all the same.
+  if (Plan_Mode() < 0 && !row.type.hidden) return;
   EntryRow entry = Read_Entry(rows);
   const ViewTransform& view = pass.context.view;
   const QRectF box = Square_Box(view, entry_box(entry));
@@ -68,17 +100,18 @@ void PlanPainter::Draw(const Recordset& rows, const PaintedRow& row) {
     pass.surface.pen.DrawWidth = width;
     pass.surface.Box(outline);
   }
+  if (pass.surface.IsPaper()) Draw_Ticks(pass.surface, box, row.colors.RA);
   pass.Draw_Marks(row, box);
 }
 
 void PlanPainter::Finish() {
-  labels.Print(pass.context);
+  if (Plan_Mode() >= 0) labels.Print(pass.context);
   if (pass.onMap) Add_Regions();
 }
 
 // A square that was hidden by itself keeps its place: it can be found there and shown again.
 void PlanPainter::Add_Regions() {
-  const bool active = Raster_Active() && planMode >= 0;
+  const bool active = Raster_Active() && Plan_Mode() >= 0;
   for (Square& square : squares) {
     const bool hidden = square.label.text.isEmpty();
     RegionSet* const regions = pass.context.regions;

@@ -1,4 +1,5 @@
 #pragma once
+#include <optional>
 #include <vector>
 
 #include "plansquares/plan_labels.h"
@@ -20,6 +21,7 @@ class PlanPainter {
   void Finish();
 
  private:
+  int Plan_Mode();
   void Add_Regions();
 
   struct Square {
@@ -30,5 +32,5 @@ class PlanPainter {
   DrawPass& pass;
   PlanLabels labels;
   std::vector<Square> squares;  // in the window
-  int planMode = 0;
+  std::optional<int> planMode;  // negative: the squares are not drawn
 };

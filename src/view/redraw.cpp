@@ -58,7 +58,7 @@ void Show_Counts(const DrawCounts& counts) {
   Map.InactiveCount = counts.inactive;
   frmMDI.HasHidden = counts.hidden > 0;
   frmMDI.HasPlanSquares = counts.planRows > 0;
-  frmMDI.RasterShown = counts.planShown > 0 || !frmMDI.HasPlanSquares;
+  frmMDI.RasterShown = counts.planShown > 0 || counts.planUnmarked == 0;
   if (!frmMDI.HasPlanSquares) frmMDI.RasterActive = Map.lblPLQ.Visible = false;
   const QString text = Count_Text(counts.hidden, counts.inactive);
   InfoBar.Panel[2] = text.isEmpty() ? Tbl.DBGrid1.Caption : text;

@@ -40,7 +40,7 @@ bool TextPainter::Set_Row_Font(const FontSpec& font, double size) {
 void TextPainter::Draw(const Recordset& rows, const PaintedRow& row) {
   if (!frmMDI.showTexts) return;
   if (frmMDI.overview) return pass.Draw_Overview_Box(row);
-  const FontSpec& font = Font_Of(rows.Text(column::Schrift));
+  const FontSpec& font = Font_Of(Font_Text(row.type, rows.Text(column::Schrift)));
   const bool fontFound = Set_Row_Font(font, Stored_Size(rows.Number(column::Groesse)));
   const QString text = Shown_Text(rows.Text(column::Eintrag));
   TextLook look;

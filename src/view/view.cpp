@@ -7,6 +7,7 @@
 
 #include "platform/for_now.h"
 #include "platform/text.h"
+#include "state/dialog_hooks.h"
 #include "state/events.h"
 #include "state/global_state.h"
 #include "state/map_state.h"
@@ -21,6 +22,7 @@ namespace {
 
 constexpr int barThickness = 20;  // window pixels
 constexpr int overhangAllowed = 3;
+constexpr int leastMapHeight = 100;
 constexpr float zoomMin = 0.125F, zoomMax = 20.0F;
 constexpr qint64 copiesLimit = 512LL << 20;  // bytes of reduced copies kept for the way back
 
@@ -170,10 +172,17 @@ void Set_Bars(MapPoint centre) {
   Place_Clip(centre.x - Map.ViewWidth * zoom / 2, centre.y - Map.ViewHeight * zoom / 2);
 }
 
+bool Table_Below() { return frmMDI.TblVisible && !Tbl.Minimized && !Map.Maximized; }
+
+// What the table leaves when it is as low as it can be.
+int Most_Above_Table() {
+  return Table_Below() ? std::max(leastMapHeight, frmMDI.InnerHeight - Tbl.LeastHeight) : frmMDI.InnerHeight;
+}
+
 // Room for the map window above the table: where the table is shown a high map leaves it a quarter.
 int Room_Above_Table() {
-  const bool shared = frmMDI.TblVisible && !Tbl.Minimized && !Map.Maximized;
-  return shared ? frmMDI.InnerHeight * 75 / 100 : frmMDI.InnerHeight;
+  if (!Table_Below()) return frmMDI.InnerHeight;
+  return std::min(frmMDI.InnerHeight * 75 / 100, Most_Above_Table());
 }
 
 // Size of the map window in the normal state: as large as the scan, within the main window, with room for the table.
@@ -188,9 +197,10 @@ void Choose_Window_Size() {
   Map.Left = Map.Top = 0;
   Map.WantWidth = std::min(width, frmMDI.InnerWidth);
   Map.WantHeight = std::min(height, frmMDI.InnerHeight);
-  if (Map.WantHeight > frmMDI.InnerHeight * 8 / 10) Map.WantHeight = std::min(Map.WantHeight, Room_Above_Table());
+  if (Map.WantHeight > std::min(frmMDI.InnerHeight * 8 / 10, Most_Above_Table()))
+    Map.WantHeight = std::min(Map.WantHeight, Room_Above_Table());
   if (width > Map.WantWidth && height <= Map.WantHeight)
-    Map.WantHeight = std::min(height + barThickness, frmMDI.InnerHeight);
+    Map.WantHeight = std::min(height + barThickness, Most_Above_Table());
   if (height > Map.WantHeight && width <= Map.WantWidth)
     Map.WantWidth = std::min(width + barThickness, frmMDI.InnerWidth);
   Map.ScaleWidth = std::max(1, Map.WantWidth);
@@ -248,9 +258,10 @@ void Clear_Map_Picture() {
 }
 
 void Set_Zoom(double factor) {
-  Fit_Map_Window();
   const float wanted = std::clamp(static_cast<float>(factor), zoomMin, zoomMax);
-  if (wanted == Map.Zoom) return;  // nothing is painted anew: what floats over the map stays
+  // Nothing is laid out: a window that took all the room now would keep it, and cover the table.
+  if (wanted == Map.Zoom) return events.HandHidden.Emit();
+  Fit_Map_Window();
   Hide_Floating();
   Apply_Zoom(wanted, View_Centre());
 }
@@ -332,6 +343,7 @@ void Fit_Map_Window() {
 void Set_Window_Layout() {
   Map.Maximized = false;
   Layout_Map();
+  if (dialogHooks.FitNotePad) dialogHooks.FitNotePad();
 }
 
 void Scroll_Changed(bool horizontal, int value) {

@@ -6,7 +6,9 @@
 
 void Set_Map_Picture(const class QImage& picture);      // takes the scan as clip 0 and forgets the reduced copies
 void Clear_Map_Picture();                               // no scan, no copies, view and scroll bars at 0
-void Set_Zoom(double factor);                           // map pixels per window pixel, kept within 1/8..20
+// Map pixels per window pixel, kept within 1/8..20. The zoom there is already only takes what floats over the map from
+// sight.
+void Set_Zoom(double factor);
 void Clear_Zoom_Checks();                               // no zoom menu is checked
 void Set_Zoom_By_Menu(const QString& menuName);         // "mnuZoom200", ..., "mnuZoomBreite", "mnuZoomHoehe"
 void Zoom_Map();                                        // the current zoom once more: clip, layout, redraw
@@ -16,7 +18,7 @@ void FensterSize();        // wanted size of a window: the clip, as far as there
 void Layout_Map();         // the layout step: bars, clip size, window size; ends with a redraw
 void Map_Resized();        // the window got another size: bars and clip anew, redraw
 void Fit_Map_Window();     // the window takes all the room; not if maximised
-void Set_Window_Layout();  // mnuWEinpass
+void Set_Window_Layout();  // mnuWEinpass: the normal state; the active note pad takes all the room
 void Scroll_Changed(bool horizontal, int value);  // Change of a scroll bar
 void ScrollMap(int mapX, int mapY);               // brings a position to a fifth of the width and half the height
 void Scroll_By(int dx, int dy);                   // window pixels

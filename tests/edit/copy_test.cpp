@@ -32,14 +32,17 @@ class Copies : public BulkTest {
 };
 QString Copies::clipboardText;
 
-TEST_F(Copies, TextIsPrefixedOnceAndNeverCut) {
+TEST_F(Copies, TextIsPrefixedOnceAndCutToItsColumn) {
   clipboardFace.setText = [](const QString& text) { clipboardText = text; };
   const QString text = Add(Make(203, "-Text>Flaeche1<7", "Fund", 100, 100, 150, 160));
   const EntryRow copy = Copied(text);
   EXPECT_EQ(copy, Make(3, "-Text>Flaeche1", "Kopie: Fund", 130, 130, 180, 190));
   EXPECT_EQ(clipboardText, QString("Fund"));
   EXPECT_EQ(Copied(Map.CurBookmark).Eintrag, QString("Kopie: Fund"));
-  EXPECT_EQ(Copied(Add_Text(QString(73, 'x'))).Eintrag, QString(73, 'x'));
+  EXPECT_EQ(Copied(Add_Text(QString(73, 'x'))).Eintrag, QStringLiteral("Kopie: ") + QString(72, 'x'));
+  const QString bird = QStringLiteral("🐦");  // two surrogates, one character of the column
+  EXPECT_EQ(Copied(Add_Text(QString(71, 'x') + bird + bird)).Eintrag,
+            QStringLiteral("Kopie: ") + QString(71, 'x') + bird);
   EXPECT_EQ(Copied(Add(Make(5, "Bild", "Bild.bmp", 10, 10))).Eintrag, QString("Bild.bmp"));
   EXPECT_EQ(Copied(Add({"Text", "J", "Wingdings", 10, 0, 0, -1, 10, 10, 0, 0, 0})).Eintrag, QString("J"));
   clipboardFace = {};
@@ -148,7 +151,7 @@ TEST_F(Copies, PicturesThatCannotBeHadAddNoRow) {
 
 TEST_F(Copies, PastedText) {
   ASSERT_TRUE(::Add_Text(QPoint(40, 50), QStringLiteral("eins\r\nzwei\r\n")));
-  EXPECT_EQ(rsEntries->Text(column::Eintrag), QString("eins\nzwei"));
+  EXPECT_EQ(rsEntries->Text(column::Eintrag), QString("eins\r\nzwei"));
   EXPECT_EQ(Map.Text2.Tag, EditTag::Old);
   MessageScript script("5000000 Zeichen");
   EXPECT_FALSE(::Add_Text(QPoint(40, 50), QString(5'000'000, 'x')));

@@ -3,6 +3,7 @@
 #include "edit/bulk_change.h"
 #include "hand/next_shape.h"
 #include "store/file_names.h"
+#include "store/table_file.h"
 #include "support/hand_fixture.h"
 #include "support/refused_writes.h"
 
@@ -93,6 +94,19 @@ TEST_F(EntryLookTest, EveryKindTakesWhatItHas) {
   Change_Color(ColorOf::HG, 7);  // its direction
   Change_Color(ColorOf::RA, 7);
   EXPECT_EQ(Row(bar), scale);
+}
+
+TEST_F(EntryLookTest, ASquareComesBackToItsFormerLook) {
+  EntryRow row = Text_Row(QStringLiteral("A-1"), 100, 100, 16);
+  row.ID = QStringLiteral("Plan\u001fA-1");
+  std::tie(row.Schrift, row.Xline, row.Yline) = std::tuple("F 1", 200, 200);
+  const QString square = In_Hand(row);
+  Change_Color(ColorOf::HG, 7);
+  EXPECT_EQ(Row(square).HG, 7);
+  EXPECT_EQ(Map.InHand, square);
+  EXPECT_EQ(Menu("mnuReset").Caption, "Rückgängig: Planquadrat ändern");
+  With_Box("wieder hergestellt", Undo_Last);
+  EXPECT_EQ(Row(square).HG, row.HG);
 }
 
 TEST_F(EntryLookTest, NothingInHandMeansTheNextEntry) {

@@ -1,6 +1,13 @@
 #include "edit/marks.h"
 
+#include "edit/move.h"
+#include "edit/scale_edit.h"
+#include "edit/sql_query.h"
+#include "edit/table_edit.h"
+#include "edit/visibility.h"
 #include "hand/group.h"
+#include "objects/north_arrow.h"
+#include "store/entry_edit.h"
 #include "support/bulk_fixture.h"
 
 namespace {
@@ -42,6 +49,64 @@ TEST_F(Marks, TheOneMarkedLastIsTheOnlyAnchor) {
   Map.CurBookmark = rsEntries->Bookmark();
   Mark_Obj();
   EXPECT_EQ(Row(Header_Key()).Typ, -1);
+}
+
+TEST_F(Marks, WhateverDeletesTheAnchorTheOneMarkedBeforeItFollows) {
+  const auto anchor = [this] {
+    return keys.indexOf(*std::find_if(keys.begin(), keys.end(),
+                                      [](const QString& key) { return rsEntries->HasRow(key) && Typ(key) >= 200; }));
+  };
+  const std::function<void(qint64)> ways[] = {[](qint64 key) { Go(QString::number(key)), Delete_Entry(true); },
+                                              [](qint64 key) { Delete_Rows({key}); },
+                                              [](qint64) {
+                                                SqlState sql;
+                                                Apply_Sql(sql, QStringLiteral("DELETE FROM MapData WHERE Typ >= 200"));
+                                              }};
+  for (const auto& way : ways) {
+    while (keys.size() < 4) keys.append(Add_Text("neu", 5, 5));
+    Unmark_All();
+    for (const int i : {1, 0, 3}) Mark(i);
+    MessageScript script(MsgAnswer::Yes);
+    way(keys[3].toLongLong());
+    keys.removeLast();
+    EXPECT_EQ(anchor(), 0) << "not the last one of the table";
+  }
+  // Kinds that make room for a new one of their own.
+  for (const int typ : {11, -12}) {
+    const QString own = Add(Make(typ, typ == 11 ? "Maßstab" : "Np", " m", 10, 10, 60, 20));
+    Mark_Rows({own});
+    EXPECT_EQ(std::abs(Typ(own)), 200 + std::abs(typ));
+    if (typ == 11)
+      Add_Scale_Row({.ScaleValue = 5, .ScaleLenPx = 100, .at = {}});
+    else
+      Add_North_Arrow({50, 50});
+    EXPECT_EQ(anchor(), 0) << typ;
+  }
+}
+
+TEST_F(Marks, WhatCannotBeSeenStaysAsItIs) {
+  const QString hidden = Add(Make(-101, "Text", "versteckt", 5, 5)), anchor = Add(Make(-201, "Text", "Anker", 7, 7));
+  Mark_Rows({hidden, anchor});
+  EXPECT_EQ(Typ(anchor), -201);
+  Mark_Rows({keys[0], keys[1]});
+  const QString stay = QStringLiteral("2 ausgeblendete Einträge bleiben, wie sie sind.");
+  const std::pair<const char*, std::function<void()>> ways[] = {
+      {"Justieren", [] { Justify(JustifyMode::Top); }},
+      {"Gruppe", [] { Group_Marked(); }},
+      {"Aktivität", [] { Deactivate_Marked(); }},
+      {"Verschieben", [] { Move_Entries({.dx = 5, .dy = 5, .markedOnly = true}); }}};
+  for (const auto& [name, way] : ways) {
+    const EntryRow before = Row(hidden), shown = Row(keys[0]);
+    InfoBar.Panel[0].clear();
+    way();
+    EXPECT_EQ(Row(hidden), before) << name;
+    EXPECT_NE(Row(keys[0]), shown) << name;
+    EXPECT_EQ(InfoBar.Panel[0], stay) << name;
+  }
+  MessageScript script(stay, MsgAnswer::Yes);
+  Delete_Marked();
+  EXPECT_FALSE(rsEntries->HasRow(keys[0]) || rsEntries->HasRow(keys[1]));
+  EXPECT_TRUE(rsEntries->HasRow(hidden) && rsEntries->HasRow(anchor));
 }
 
 TEST_F(Marks, UnmarkingKeepsKindAndSignAndWritesOnlyMarkedRows) {

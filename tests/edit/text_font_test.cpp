@@ -34,7 +34,7 @@ TEST_F(TextFont, AChosenFontGoesToTheRowTheTypedTextOrTheNextOne) {
   typed.font.underline = true;
   typed.size = 14;
   ASSERT_TRUE(Take_Font(typed));
-  EXPECT_EQ(Map.Text2.Text, QStringLiteral("Rohrsänger\nzweite Zeile")) << "the text goes on being typed";
+  EXPECT_EQ(Map.Text2.Text, QStringLiteral("Rohrsänger\r\nzweite Zeile")) << "the text goes on being typed";
   ASSERT_TRUE(End_Entry());
   const QString first = Map.CurBookmark;
   EXPECT_EQ(Row(first).Schrift, QStringLiteral("Times New Roman-B-U-C238<315"));

@@ -1,5 +1,6 @@
 #include "edit/visibility.h"
 
+#include "edit/blanks.h"
 #include "edit/marks.h"
 #include "support/bulk_fixture.h"
 #include "support/looks.h"
@@ -39,6 +40,25 @@ TEST_F(Visibility, MarkedAndAllLeaveHeaderAndNorthArrow) {
   EXPECT_EQ(Typ(marked), 201);
   EXPECT_EQ(Typ(arrow), -112);
   EXPECT_EQ(Row(Header_Key()).Typ, -1);
+}
+
+TEST_F(Visibility, BlanksLeaveTextsButNoSymbols) {
+  const QString name = Add_Text("  Roter \t Milan \r\nHorst "), nothing = Add_Text("   "), plain = Add_Text("Reh");
+  EntryRow sign = Make(0, "Text", " ", 1, 1);
+  sign.Schrift = QStringLiteral("Wingdings");
+  const QString symbol = Add(sign), line = Add(Make(4, "Linie1", " Bach ", 1, 1));
+  With_Box("Leerzeichen", MsgAnswer::Cancel, Remove_Blanks);
+  EXPECT_EQ(Row(name).Eintrag, "  Roter \t Milan \r\nHorst ");
+  With_Box("Leerzeichen", MsgAnswer::No, Remove_Blanks);
+  EXPECT_EQ(Row(name).Eintrag, "Roter \t Milan \r\nHorst");
+  EXPECT_EQ(Row(nothing).Eintrag, QString(QChar::Nbsp));
+  EXPECT_EQ(Row(plain).Eintrag, "Reh");
+  EXPECT_EQ(InfoBar.Panel[0], "Leerzeichen entfernt: 2 Einträge");
+  EXPECT_EQ(Menu("mnuReset").Caption, "Rückgängig: Leerzeichen entfernen");
+  With_Box("Leerzeichen", MsgAnswer::Yes, Remove_Blanks);
+  EXPECT_EQ(Row(name).Eintrag, "RoterMilan\r\nHorst");
+  EXPECT_EQ(Row(symbol).Eintrag, " ");
+  EXPECT_EQ(Row(line).Eintrag, " Bach ");
 }
 
 TEST_F(Visibility, InactiveKeepsTheRestOfTheName) {

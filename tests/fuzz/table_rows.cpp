@@ -166,7 +166,7 @@ bool Run(const QByteArray& input) {
     frmMDI.MapOpen = Map.Visible = true;
     Set_Map_Picture(scan);
     Decode_Rows();
-    Scan_Table();
+    Table_Replaced();
     Draw_Everywhere(++number);
     drawn = Map.EntryRegions.Count();
   }

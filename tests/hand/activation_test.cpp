@@ -79,6 +79,59 @@ TEST_F(Activation, ScrollingAndZoomingStoreATextAndTakeTheControlsAlong) {
   EXPECT_EQ(At(amsel), QPoint(401, 301));
 }
 
+// A map window in the normal state must not be blown up over the table.
+TEST_F(Activation, TheZoomThatIsSetAlreadyOnlyHidesWhatFloats) {
+  const QString box = Add(Figure_Row(20, {300, 300, 80, 60}));
+  Map.Maximized = false;
+  Map_Redraw();
+  const QImage bare = Map.canvas;
+  Map.WantWidth = Map.WantHeight = 0;
+  ASSERT_TRUE(Take_Entry(box));
+  Map_Mouse_Down({340, 330}, MouseButton::Left, {});
+  Map_Mouse_Move({380, 360}, true);
+  Set_Zoom(1.0);
+  Map_Mouse_Up({380, 360}, MouseButton::Left);
+  EXPECT_EQ(At(box), QPoint(300, 300)) << "what is dragged goes back";
+  EXPECT_EQ(QPoint(Map.WantWidth, Map.WantHeight), QPoint(0, 0));
+  EXPECT_FALSE(Map.lblShape.Visible || Map.lblHandle[0].Visible || Map.lblHandle[4].Visible);
+  EXPECT_EQ(Map.canvas, bare);
+  EXPECT_EQ(Map.InHand, box);
+  Click({340, 330});
+  EXPECT_TRUE(Map.lblShape.Visible && Map.lblHandle[4].Visible);
+  const int rows = Entry_Count();
+  New_Text(100, 100);
+  Text_Typed(QStringLiteral("Horst"));
+  Set_Zoom(1.0);
+  EXPECT_EQ(Entry_Count(), rows + 1);
+  EXPECT_EQ(Last_Row().Eintrag, QStringLiteral("Horst"));
+  EXPECT_FALSE(Map.Text2.Visible);
+  EXPECT_EQ(Map.Text2.Tag, QStringLiteral("Old"));
+}
+
+// The box of a row is not where a turned text is seen.
+TEST_F(Activation, TheFrameOfATurnedTextLiesRoundIt) {
+  EntryRow row = Text_Row("Rohrdommel", 300, 300);
+  row.Schrift = QStringLiteral("Arial<90");
+  const QString key = Add(row);
+  Map_Redraw();
+  const QImage bare = Map.canvas;
+  ASSERT_TRUE(Take_Entry(key));
+  const auto differs = [&bare](const QRect& area) {
+    int count = 0;
+    for (int y = area.top(); y <= area.bottom(); ++y)
+      for (int x = area.left(); x <= area.right(); ++x) count += bare.pixel(x, y) != Map.canvas.pixel(x, y);
+    return count;
+  };
+  EXPECT_GT(differs({280, 240, 10, 40}), 100) << "left of the standing text";
+  EXPECT_EQ(differs({340, 290, 60, 40}), 0) << "where it would lie unturned";
+  Drag({284, 260}, {324, 270});  // by its border
+  EXPECT_EQ(At(key), QPoint(340, 310));
+  Text_Typed(QStringLiteral("Rohrweihe\nEier"));  // it is typed upright
+  EXPECT_GT(differs({330, 296, 80, 10}), 100);
+  ASSERT_TRUE(End_Entry());
+  EXPECT_EQ(Row(key).Eintrag, QStringLiteral("Rohrweihe\r\nEier"));
+}
+
 TEST_F(Activation, LongTextsAreRefusedWhereTheyDoNotFit) {
   const QString amsel = Add(Text_Row("Amsel", 100, 100));
   Add(Text_Row("Fink", 300, 300));

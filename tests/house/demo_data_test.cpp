@@ -1,3 +1,7 @@
+#include <QPolygon>
+
+#include "analysis/assigned_entries.h"
+#include "analysis/species_matrix.h"
 #include "maps/map_close.h"
 #include "maps/map_open.h"
 #include "platform/picture.h"
@@ -108,8 +112,8 @@ TEST(DemoData, EveryRowOfEveryTableIsSound) {
 
 TEST(DemoData, OverviewShowsEveryKindAndLook) {
   const Table table(u"Demo_2_Übersicht.MDB"_s);
-  EXPECT_GE(table.rows.size(), 75U);
-  EXPECT_LE(table.rows.size(), 100U);
+  EXPECT_GE(table.rows.size(), 100U);
+  EXPECT_LE(table.rows.size(), 140U);
 
   std::set<int> kinds, hatches;
   std::set<LineEnds::Shape> ends;
@@ -140,6 +144,39 @@ TEST(DemoData, OverviewShowsEveryKindAndLook) {
     if (EntryType::Parse(row.Typ).Kind() != EntryKind::Picture) continue;
     EXPECT_FALSE(Load_Picture(built + u"/Beispiele/"_s + row.Eintrag).isNull()) << row.Eintrag;
   }
+}
+
+// Every evaluation has something to say of the demo map: areas, a figure, a line and a group with several species, in
+// numbers; and what is assigned stands where it belongs.
+TEST(DemoData, SpeciesAreCountedOnAreasFigureLineAndGroup) {
+  const Table table(u"KARTE.MDB"_s);
+  MapInput input;
+  input.rows = table.rows;
+  std::map<MatrixKind, int> several;
+  for (const MatrixRow& row : Calc_Species_Matrix(input)->rows) {
+    if (row.indices.species == 0) continue;
+    EXPECT_GT(row.indices.species, 1) << row.id;
+    EXPECT_GT(row.indices.individuals, row.indices.species) << row.id;
+    ++several[row.kind];
+  }
+  EXPECT_GE(several[MatrixKind::Area], 4);
+  for (const MatrixKind kind : {MatrixKind::Figure, MatrixKind::Line, MatrixKind::Group}) EXPECT_GE(several[kind], 1);
+  const AssignedEntries assigned(input.rows);
+  size_t found = 0, wanted = 0;
+  for (const EntryRow& row : input.rows) {
+    const EntryId id = EntryId::Parse(row.ID);
+    wanted += !id.assignment.isEmpty();
+    const auto& entries = assigned.To(id);
+    found += entries.size();
+    if (!id.IsArea()) continue;
+    QPolygon outline;
+    for (const auto& point : *table.database->Points(id.TableName())) outline << QPoint(point.x, point.y);
+    for (const int number : entries) {
+      const EntryRow& entry = input.rows[static_cast<size_t>(number)];
+      EXPECT_TRUE(outline.containsPoint({entry.Xmap, entry.Ymap}, Qt::OddEvenFill)) << entry.Eintrag;
+    }
+  }
+  EXPECT_EQ(found, wanted) << "all of them are assigned to something that is there";
 }
 
 // The whole road: the map opens, and every demo table loads into it, without a single question.

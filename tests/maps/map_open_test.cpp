@@ -66,6 +66,16 @@ TEST_F(MapOpen, WhatCannotBeOpenedIsToldAndLeavesNothing) {
   EXPECT_TRUE(Find_Files(folder.path(), "*.mdb").isEmpty());
 }
 
+TEST_F(MapOpen, ARelativePathIsMadeWhole) {
+  const QString map = Make_Map(), before = QDir::currentPath();
+  QDir::setCurrent(folder.path());
+  Open_Map("./Karte.bmp");
+  QDir::setCurrent(before);
+  EXPECT_EQ(QFileInfo(MapFile).canonicalFilePath(), QFileInfo(map).canonicalFilePath());
+  EXPECT_TRUE(QFileInfo(TableFile).isAbsolute()) << TableFile;
+  EXPECT_TRUE(File_Exists(TableFile)) << TableFile;
+}
+
 TEST_F(MapOpen, WhatIsNoFileIsRefusedBeforeItIsTouched) {
   ASSERT_EQ(::mkfifo(Path("Leitung.bmp").toUtf8().constData(), 0600), 0);
   ASSERT_TRUE(QFile::link("/dev/zero", Path("Geraet.bmp")));
@@ -119,6 +129,22 @@ TEST_F(MapOpen, AStaleMarkerIsToldAfterTheMapStands) {
   });
   Open_Map(map);
   EXPECT_EQ(told, 1);
+  EXPECT_FALSE(File_Exists(Path("Karte.map")));
+}
+
+TEST_F(MapOpen, WithoutAPrinterTheMapIsShownAllTheSame) {
+  const QString map = Make_Map();
+  {
+    const MessageScript script("Es gibt ein Problem mit dem Drucker.\nEntweder ist der Drucker nicht angeschlossen");
+    bool failing = true;
+    const int once = events.BackgroundText.Connect([&failing](const QString& text) {
+      if (text.isEmpty() && std::exchange(failing, false)) Raise(errors::printer);
+    });
+    Open_Map(map);
+    events.BackgroundText.Disconnect(once);
+  }
+  EXPECT_TRUE(frmMDI.MapOpen);
+  EXPECT_TRUE(Map.Visible);
   EXPECT_FALSE(File_Exists(Path("Karte.map")));
 }
 

@@ -127,6 +127,24 @@ TEST_F(RasterDesignTest, CornersMayBeSwappedMissingOrNonsense) {
   EXPECT_FALSE(Design_Raster(design, {}, {}, steps));
 }
 
+TEST_F(RasterDesignTest, AFaultOnTheMapIsToldWithItsStep) {
+  const RasterDesign design = Part(CornerUnit::Pixel, QStringLiteral("50"), {"0", "0", "200", "100"});
+  const auto fails = [] { Raise(errors::outOfMemory); };
+  RasterSteps steps;
+  for (const int number : {6, 7}) {
+    RasterOnMap map;
+    QString reached;
+    map.clear = [&] { number == 6 ? fails() : void(reached = steps.Mode); };
+    map.draw = [&](const RasterPlan& plan) {
+      EXPECT_EQ(plan.Cols, 4);
+      fails();
+    };
+    MessageScript messages(QStringLiteral("Step: %1\n\n").arg(number), MsgAnswer::Cancel);
+    EXPECT_FALSE(Design_Raster(design, {}, {}, steps, map));
+    EXPECT_EQ(reached, number == 6 ? QString() : QStringLiteral("Step: 6"));
+  }
+}
+
 TEST_F(RasterDesignTest, WhiteLinesBecomeGrey) {
   int VG = 15, HG = 15;
   Sound_Colors(VG, HG);

@@ -106,6 +106,66 @@ TEST_F(SheetPainter, EntriesLieWhereTheMillimetresSayAtEveryResolution) {
   }
 }
 
+// A pixel of the screen would be a quarter of a millimetre on every sheet, however small the map is printed.
+TEST_F(SheetPainter, RectanglesAreAsLargeOnPaperAsOnTheMap) {
+  settings.factor = 0.2;
+  Plan();
+  const int dpi = 1200;
+  for (const bool turned : {false, true}) {
+    const QRect box(100 + 400 * turned, 100, 300, 200);
+    Figure(box, 12, turned ? u"F 1<180"_s : u"F 1"_s);
+    const QImage page = Drawn(0, dpi);
+    const QPointF in(0.06, 0.06);
+    EXPECT_EQ(At(page, 0, dpi, box.topLeft(), in), QBColor(12));
+    EXPECT_EQ(At(page, 0, dpi, box.topLeft(), -in), QBColor(15));
+    const QPointF corner(box.x() + box.width(), box.y() + box.height());
+    EXPECT_EQ(At(page, 0, dpi, corner, -in), QBColor(12));
+    EXPECT_EQ(At(page, 0, dpi, corner, {0.06, -0.06}), QBColor(15)) << turned;
+    EXPECT_EQ(At(page, 0, dpi, corner, {-0.06, 0.06}), QBColor(15)) << turned;
+  }
+}
+
+TEST_F(SheetPainter, TicksStandOutRoundPlanSquares) {
+  RasterDesign design;
+  const RasterPlan squares = ::Plan({100, 100, 200, 200}, 100);
+  for (const PlanSquare& square : squares.squares) Append_Entry(Square_Row(design, square));
+  const int dpi = 600;
+  const QImage page = Drawn(0, dpi);
+  const auto ink = [&](QPointF map, QPointF mm) {
+    int dark = 0;  // across the line, which is as wide as a pen
+    for (double off = -0.3; off <= 0.3; off += 0.02)
+      dark += qGray(At(page, 0, dpi, map, mm + (mm.x() != 0 ? QPointF(0, off) : QPointF(off, 0)))) < 200;
+    return dark > 0;
+  };
+  for (const double at : {100.0, 200.0, 300.0}) {
+    for (const auto& [mm, wanted] : {std::pair(-0.8, true), {-1.2, false}}) {
+      EXPECT_EQ(ink({100, at}, {mm, 0}), wanted) << "left of row " << at << ", " << mm;
+      EXPECT_EQ(ink({at, 100}, {0, mm}), wanted) << "above column " << at << ", " << mm;
+    }
+    for (const auto& [mm, wanted] : {std::pair(2.8, true), {3.6, false}}) {
+      EXPECT_EQ(ink({300, at}, {mm, 0}), wanted) << "right of row " << at << ", " << mm;
+      EXPECT_EQ(ink({at, 300}, {0, mm}), wanted) << "below column " << at << ", " << mm;
+    }
+  }
+}
+
+TEST_F(SheetPainter, WhatCannotBeDrawnIsToldOnceAJob) {
+  Append_Entry({"Linie3", "Bach", "Arial", 12, 0, 15, -100, 100, 100, 1, 1, 4});
+  Append_Entry({"Figur2", "Becken", "F 1", 12, 0, 15, -100, 100, 100, 50, 50, 24});
+  PrintOrder order{.settings = settings, .paper = paper, .map = Map_To_Print(), .range = {1, 4}};
+  const auto print = [&] { return Print_Map(order, {[&] { return Make_Pdf_Job(Path(u"Blatt.pdf"_s), paper, {}); }, {}}); };
+  for (const PrintPath way : {PrintPath::Direct, PrintPath::Bitmap}) {
+    order.path = way;
+    MessageScript boxes{{u"Bach"_s, MsgAnswer::Yes}, {u"Becken"_s, MsgAnswer::Yes}};
+    EXPECT_EQ(print(), PrintEnd::Done);
+    ASSERT_EQ(boxes.Seen().size(), 2U);
+    EXPECT_EQ(boxes.Seen()[0].title, u"Problem - Karte drucken"_s);
+    EXPECT_EQ(boxes.Seen()[1].title, u"Module4 - Fig_Print"_s);
+  }
+  MessageScript boxes{{u"Bach"_s, MsgAnswer::No}, {u"wird abgebrochen"_s}};
+  EXPECT_EQ(print(), PrintEnd::Cancelled);
+}
+
 TEST_F(SheetPainter, AnEntryAcrossTwoSheetsIsCutWhereTheyMeet) {
   const int seam = qRound(sheets[1].PageOffX / mmPerPixel);
   Figure({seam - 100, 100, 200, 100}, 12);
@@ -161,6 +221,7 @@ TEST_F(SheetPainter, ThePdfHoldsTheTextAndTrueMillimetres) {
                          [&](int, const QString&) { return ++steps > 0; }};
   ASSERT_EQ(Print_Map(order, hooks), PrintEnd::Done);
   EXPECT_GE(steps, 2);
+  EXPECT_EQ(InfoBar.Panel[0], u"Gedruckt: 2 Blätter, "_s + path);
   const QString first = Run_Tool(u"pdftotext"_s, {u"-l"_s, u"1"_s, path, u"-"_s});
   EXPECT_TRUE(first.contains(u"Sumpfdotterblume")) << first;
   EXPECT_FALSE(first.contains(u"Wollgras")) << "text of another sheet";

@@ -223,5 +223,5 @@ TEST_F(VertexTest, FigureNumbersAndTheNameOfTheCurrentTable) {
   EXPECT_FALSE(dbEntries->HasTable("Figur12"));
   Add(Entry("Figur", 23));
   const Error error = Raised([] { Next_Figure_ID(); });
-  EXPECT_EQ(std::tie(error.number, error.text), std::tuple(5000, "Keine Nummer "));
+  EXPECT_EQ(std::tie(error.number, error.text), std::tuple(5000, "Keine Nummer \nError: 5000"));
 }

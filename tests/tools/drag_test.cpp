@@ -1,5 +1,8 @@
 #include "tools/drag.h"
 
+#include "edit/vertex_edit.h"
+#include "hand/hand_controls.h"
+#include "store/entry_edit.h"
 #include "support/hand_fixture.h"
 
 namespace {
@@ -99,6 +102,76 @@ TEST_F(DragTest, HandlesSizeFigures) {
         << c.kind << ' ' << c.handle;
     EXPECT_EQ(Box(Map.lblShape), c.expected);
     rsEntries->Delete();
+  }
+}
+
+// Turned by 90 degrees the upper right corner is seen where the upper left one of the standing box is.
+TEST_F(DragTest, TurnedFiguresAreGrippedWhereTheyAreSeen) {
+  EntryRow row = Figure_Row(20, {200, 200, 100, 60});
+  row.Schrift = QStringLiteral("F 1<90");
+  const QString figure = Add(row);
+  Map_Redraw();
+  ASSERT_TRUE(Take_Entry(figure));
+  const auto handle = [](size_t i) { return Box(Map.lblHandle[i]).center(); };
+  const auto near = [](QPoint a, QPoint b) { return (a - b).manhattanLength() <= 2; };
+  EXPECT_TRUE(near(handle(2), {220, 180}));
+  EXPECT_TRUE(near(handle(6), {280, 280}));
+  EXPECT_EQ(Grip_At({205, 230}), Grip::None) << "in the box, beside the figure";
+  EXPECT_EQ(Grip_At({240, 205}), Grip::Entry);
+  // The right edge is seen above: up is longer, and the lower end stays where it is.
+  Drag(handle(3), handle(3) + QPoint(0, -40));
+  EXPECT_EQ(Row(figure).Xline, 140);
+  EXPECT_EQ(Row(figure).Yline, 60);
+  EXPECT_TRUE(near(handle(6), {280, 280}));
+  EXPECT_TRUE(near(handle(2), {220, 140}));
+  Drag({250, 200}, {300, 250});
+  EXPECT_TRUE(near(handle(6), {330, 330}));
+}
+
+TEST_F(DragTest, AVertexOfATurnedFigureGoesWithTheMouseAndTheOthersStay) {
+  Write_Vertices("Figur7", {{200, 200}, {300, 200}, {300, 250}, {200, 250}});
+  const QString figure = Add({"Figur7", "Figur", "F 1<90", 12, 0, 14, -100, 200, 200, 100, 50, 24});
+  Map_Redraw();
+  ASSERT_TRUE(Take_Entry(figure));
+  const auto seen = [&figure] {
+    std::vector<QPoint> points;
+    const auto list = *Vertices_Of(figure.toLongLong());
+    for (int i = 0; i < static_cast<int>(list.points.size()); ++i) points.push_back(Seen_Vertex(list, i));
+    return points;
+  };
+  const std::vector<QPoint> before = seen();
+  ASSERT_EQ(before[1], QPoint(225, 175));
+  EXPECT_EQ(Vertex_At(before[1]), 1);
+  int number = -1;
+  // The handles of the box lie on the corners; a vertex between them is free.
+  ASSERT_TRUE(Insert_Vertex_At({250, 175}));
+  ASSERT_EQ(Grip_At({240, 175}, &number), Grip::Entry);
+  Move_Vertex(2, {-5, -60});
+  std::vector<QPoint> wanted = before;
+  wanted.insert(wanted.begin() + 2, QPoint(245, 115));
+  const std::vector<QPoint> after = seen();
+  ASSERT_EQ(after.size(), wanted.size());
+  for (size_t i = 0; i < wanted.size(); ++i)
+    EXPECT_LE((after[i] - wanted[i]).manhattanLength(), 2) << i << ": " << after[i].x() << ' ' << after[i].y();
+  const QRect region = Region_Bounds(figure.toLongLong()).toRect();
+  EXPECT_LE(std::abs(region.top() - 115), 2) << "and so it is drawn";
+}
+
+TEST_F(DragTest, AnEllipseInHandIsHitInItself) {
+  for (const auto& [schrift, corner] : {std::pair("F 1", QPoint(310, 308)), std::pair("F 1<90", QPoint(326, 290))}) {
+    EntryRow row = Figure_Row(22, {300, 300, 120, 80});
+    row.Schrift = QLatin1String(schrift);
+    const QString below = Add(Figure_Row(20, {290, 280, 140, 140})), ellipse = Add(row);
+    Map_Redraw();
+    Click(corner);
+    ASSERT_EQ(Map.InHand, ellipse) << "until it is in hand its box counts";
+    EXPECT_EQ(Grip_At({360, 340}), Grip::Entry);
+    Click(corner);
+    EXPECT_EQ(Map.InHand, below) << schrift;
+    Click(corner);
+    EXPECT_EQ(Map.InHand, ellipse) << "let go it counts with its box again";
+    End_Entry();
+    Delete_Entries({below.toLongLong(), ellipse.toLongLong()});
   }
 }
 

@@ -5,6 +5,9 @@
 #include "edit/copy.h"
 #include "edit/figure_edit.h"
 #include "edit/figure_extras.h"
+#include "edit/marks.h"
+#include "edit/table_edit.h"
+#include "edit/vertex_edit.h"
 #include "hand/next_shape.h"
 #include "platform/surface.h"
 #include "store/table_file.h"
@@ -32,6 +35,10 @@ class FigureTest : public HandTest {
       rows << u"%1|%2|%3"_s.arg(row.ID, row.Eintrag).arg(row.Typ);
     });
     return rows;
+  }
+  static void Go_To_Figure() {
+    rsEntries->MoveFirst();
+    while (!Type_Here().IsFigure()) rsEntries->MoveNext();
   }
   static EntryRow Named(EntryRow row, const char* id) {
     row.ID = QLatin1String(id);
@@ -178,13 +185,39 @@ TEST_F(FigureTest, FreeFiguresAreDrawnPointByPoint) {
 
 TEST_F(FigureTest, AFigureWithoutANumberIsToldAndNothingIsMade) {
   Add(Named(Figure_Row(20, {1, 1, 9, 9}), "Figur"));
-  MessageScript messages{{"Keine Nummer "}, {"Keine Nummer "}};
+  MessageScript messages{{QStringLiteral("Keine Nummer ")}, {QStringLiteral("Error: 5000")}};
   EXPECT_FALSE(Place_Figure({5, 5}));
   EXPECT_FALSE(Add_Free_Figure({{0, 0}, {9, 0}, {0, 9}}, false));
   ASSERT_EQ(messages.Seen().size(), 2U);
   EXPECT_EQ(messages.Seen()[0].title, "Fehler");
   EXPECT_EQ(Rows().size(), 1);
   EXPECT_FALSE(dbEntries->InTrans());
+}
+
+// Its position decides whether the row is looked at: a stale one takes the figure from sight.
+TEST_F(FigureTest, TheRowOfAFreeFigureFollowsItsVertices) {
+  Write_Vertices("Figur1", {{600, 300}, {700, 300}, {700, 400}});
+  EntryRow row = Figure_Row(24, {600, 300, 100, 100});
+  const QString key = Take(row);
+  ASSERT_TRUE(Set_Figure_Properties(0, {true}));
+  std::optional<VertexList> list = Vertices_Of_Current();
+  list->points[0] = {20, 10};
+  ASSERT_TRUE(Write_Vertex_List(*list));
+  EXPECT_EQ(Place(Row(key)), QRect(20, 10, 680, 390));
+  EXPECT_EQ(QPoint(Last_Row().Xmap, Last_Row().Ymap), QPoint(360, 205)) << "its middle goes along";
+  Move_Vertex(1, {300, -40});
+  EXPECT_EQ(Place(Row(key)), QRect(20, 10, 980, 390));
+  ASSERT_TRUE(Insert_Vertex_At({360, 205}));
+  Move_Vertex(3, {-350, 100});
+  EXPECT_EQ(Place(Row(key)).left(), 10);
+  ASSERT_TRUE(End_Entry());
+  Mark_Rows({key, Add(Figure_Row(20, {100, 100, 200, 50}))});
+  Justify(JustifyMode::Equal);
+  EXPECT_EQ(Place(Row(key)).size(), QSize(200, 50));
+  Justify(JustifyMode::Left);
+  EXPECT_EQ(Place(Row(key)).topLeft(), QPoint(100, 10));
+  const QPoint middle = QRect(QPoint(100, 10), QSize(200, 50)).center() + QPoint(1, 1);
+  EXPECT_EQ(QPoint(Last_Row().Xmap, Last_Row().Ymap), middle);
 }
 
 // Axes and foci ------------------------------------------------------------------------------------------------------
@@ -291,6 +324,28 @@ TEST_F(FigureTest, ADeletedFigureTakesItsExtrasAlong) {
   EXPECT_GT(Entry_Count(), 5) << "the question was answered with no";
   messages.AllowAny(MsgAnswer::Yes);
   Map_Key(Qt::Key_Delete, {});
+  EXPECT_EQ(Entry_Count(), 0);
+}
+
+TEST_F(FigureTest, ExtrasAreCopiedAndDeletedWithTheirFigures) {
+  const QString first = Take(Figure_Row(22, {100, 200, 100, 60}));
+  ASSERT_TRUE(Set_Figure_Properties(0, allExtras));
+  const int each = Entry_Count();
+  Copy_Entry();
+  EXPECT_EQ(Entry_Count(), 2 * each);
+  EXPECT_EQ(InHand().ID, QStringLiteral("Figur2"));
+  EXPECT_EQ(Extras_Of(InHand()), allExtras);
+  EXPECT_EQ(QPoint(Last_Row().Xmap, Last_Row().Ymap), QPoint(180, 300)) << "30 pixels on, like the copy";
+  ASSERT_TRUE(Store_Figure(FigureOf::Duplicate, entry_box(InHand())));
+  EXPECT_EQ(Entry_Count(), 3 * each);
+  EXPECT_EQ(Extras_Of(InHand()), allExtras);
+  ASSERT_TRUE(End_Entry());
+  Mark_Rows({first, Map.CurBookmark});
+  MessageScript messages(MsgAnswer::Yes);
+  Delete_Marked();
+  EXPECT_EQ(Entry_Count(), each);
+  Go_To_Figure();
+  ASSERT_TRUE(Delete_Rows({rsEntries->Key()}));
   EXPECT_EQ(Entry_Count(), 0);
 }
 

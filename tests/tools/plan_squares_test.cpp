@@ -7,6 +7,7 @@
 #include "support/bulk_fixture.h"
 #include "support/looks.h"
 #include "support/pixels.h"
+#include "support/recording_surface.h"
 
 class PlanSquaresTest : public BulkTest {
  protected:
@@ -115,14 +116,17 @@ TEST_F(PlanSquaresTest, HidingTakesAllButMarkedRows) {
   };
   set(own, -16);
   set(marked, 116);
+  const int drawn = Ink({195, 95, 110, 110});
+  EXPECT_EQ(Text_Now("mnuRasterEinblenden"), "ausblenden");
   Toggle_Raster_Visible();
+  EXPECT_EQ(Text_Now("mnuRasterEinblenden"), "einblenden") << "the marked one does not count";
+  EXPECT_GT(drawn, 300);
+  EXPECT_EQ(Ink({195, 95, 110, 110}), 0) << "the marked one goes from sight with the others";
   EXPECT_EQ(Typ(Key_Of(QStringLiteral("C-3"))), -16);
   EXPECT_EQ(Typ(Key_Of(QStringLiteral("Raster"))), -17);
   EXPECT_EQ(Typ(marked), 116);
-  set(marked, -16);
-  Map_Redraw();
-  EXPECT_EQ(Text_Now("mnuRasterEinblenden"), "einblenden");
   Toggle_Raster_Visible();
+  EXPECT_GE(Ink({195, 95, 110, 110}), drawn);
   EXPECT_EQ(Typ(own), 16);
   EXPECT_EQ(Typ(Key_Of(QStringLiteral("Raster"))), 17);
   EXPECT_EQ(Text_Now("mnuRasterEinblenden"), "ausblenden");
@@ -158,6 +162,39 @@ TEST_F(PlanSquaresTest, LabelsStandWhereTheDesignSays) {
   EXPECT_EQ(labels.Columns().at(59).Text, "AH");
   ASSERT_EQ(labels.Rows().size(), 1U);
   EXPECT_EQ(labels.Rows()[0].Text, "  7");
+}
+
+// Seven units a letter: "A-1" is 21 wide. The design's own font and size are those of the screen.
+TEST_F(PlanSquaresTest, OnPaperLabelsAreArialOfEightToFifteenPoints) {
+  const struct {
+    double fontFactor, side, points;
+    LabelPlace place;
+    int labels;
+  } cases[] = {{1, 100, 10, LabelPlace::Centre, 9}, {0.5, 100, 8, LabelPlace::Centre, 9},
+               {3, 100, 15, LabelPlace::Centre, 9}, {1.3, 100, 13, LabelPlace::SquareEdge, 6},
+               {1, 10, 8, LabelPlace::Centre, 2},   {1, 5, 8, LabelPlace::MapEdge, 3}};
+  for (const auto& it : cases) {
+    RecordingSurface paper({0, 0, 900, 700}, true);
+    DrawContext context{paper, {}, paper.Extent()};
+    context.fontScale = it.fontFactor;
+    RasterDesign design;
+    design.labels = it.place;
+    design.font = QStringLiteral("Times New Roman");
+    design.fontSize = 30;
+    PlanLabels labels;
+    labels.Set_Design(design);
+    for (int row = 0; row < 3; ++row)
+      for (int column = 0; column < 3; ++column) {
+        const QString name = Square_Name(column + 1, row + 1);
+        labels.Add_Square(name, name, {100 + column * it.side, 100 + row * it.side, it.side, it.side}, true);
+      }
+    labels.Print(context);
+    EXPECT_EQ(paper.Font().family, "Arial");
+    EXPECT_EQ(paper.Font().points, it.points) << it.fontFactor << ' ' << it.side;
+    const auto printed = std::count_if(paper.calls.begin(), paper.calls.end(),
+                                       [](const RecordingSurface::Call& call) { return call.what == "Print"; });
+    EXPECT_EQ(printed, it.labels) << it.side << ": none lies over another one";
+  }
 }
 
 TEST_F(PlanSquaresTest, SquaresTakeClicksOnlyWhileActive) {

@@ -166,7 +166,8 @@ TEST_F(Redraw, LinesAndAreasComeFromTheirTables) {
   row.ID = QStringLiteral("Flaeche7");  // its table is missing
   row.Groesse = 10;
   Append_Entry(row);
-  Map_Redraw();
+  With_Box(QStringLiteral("Die Eckpunkte fehlen: Flaeche7"), MsgAnswer::No, [] { Map_Redraw(); });
+  Map_Redraw();  // asked once
   EXPECT_EQ(Pixel(250, 250), QBColor(10));
   EXPECT_EQ(Pixel(100, 200), QBColor(12));
   EXPECT_EQ(Hit_Entry({250, 250}), 1);
@@ -217,6 +218,18 @@ TEST_F(Redraw, AMissingFontIsAskedForOnceAnEntry) {
     Map_Redraw();
     Map_Redraw();
   }
+  // Lines and areas of other programs have a fill there: their labels are in Arial, and nobody is asked.
+  for (const int typ : {4, 40})
+    for (const char* fill : {"F 1", "F-1", "F 8", "F-8", "F 3"}) {
+      row.Typ = typ;
+      row.Schrift = QLatin1String(fill);
+      add(1);
+    }
+  Map_Redraw();
+  EXPECT_EQ(opened.size(), 2);
+  rsEntries->MoveLast();
+  ASSERT_TRUE(Take_Entry(rsEntries->Bookmark()));
+  EXPECT_EQ(EntFont, QStringLiteral("Arial"));
 }
 
 TEST_F(Redraw, LightMixesTheScanWithWhiteButNotTheEntries) {

@@ -4,6 +4,7 @@
 #include <QComboBox>
 #include <QDir>
 #include <QLineEdit>
+#include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QPlainTextEdit>
 
@@ -17,6 +18,7 @@
 #include "store/settings.h"
 #include "support/errors.h"
 #include "view/view.h"
+#include "windows/analysis/frmDistanz.h"
 #include "windows/canvas/map_window_controls.h"
 #include "windows/common/help_window.h"
 #include "windows/desktop/clipboard.h"
@@ -45,6 +47,9 @@ QString Window_Name(const QWidget& shown) {
   if (const auto* help = qobject_cast<const HelpWindow*>(&shown)) name += u' ' + help->Page();
   if (const auto* raster = qobject_cast<const FrmRaster*>(&shown))
     name += u' ' + raster->findChild<QComboBox*>("cmbSize")->currentText();
+  if (qobject_cast<const FrmDistanz*>(&shown))
+    for (const auto* mode : shown.findChildren<QRadioButton*>())
+      if (mode->isChecked()) name += u' ' + mode->text().remove(u'&');
   return name;
 }
 
@@ -151,6 +156,7 @@ void CommandTest::Close_Waiting() {
   QWidget* dialog = QApplication::activeModalWidget();
   if (!dialog || !dialog->isVisible()) return;
   seen << Window_Name(*dialog);
+  if (look) look(*dialog);
   dialog->close();
 }
 
@@ -167,6 +173,7 @@ void CommandTest::Close_Windows() {
         open->windowType() == Qt::ToolTip)
       continue;
     names << Window_Name(*open);
+    if (look) look(*open);
     open->close();
   }
   names.sort();
@@ -260,6 +267,8 @@ QMap<QString, QString> CommandTest::State() const {
   for (int slot = 0; slot < NotePads.size(); ++slot)
     if (Is_Open_NotePad(slot)) state["Notizen"] += NotePad_Title(slot) + u' ';
   if (const auto* pad = window->findChild<FrmNotePad*>()) state["Text der Notiz"] = pad->Text().trimmed();
+  if (const auto* front = window->findChild<QMdiArea*>()->activeSubWindow())
+    state["vorn"] = front->widget()->objectName();
   QString hand;
   if (Entry_In_Hand()) {
     hand = QStringLiteral("neuer Text");

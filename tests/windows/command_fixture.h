@@ -49,6 +49,7 @@ class CommandTest : public WindowTest {
   QString map;
   QMap<QString, EntryRow> untouched;  // the rows of the beginning
   QStringList seen;
+  std::function<void(QWidget&)> look;  // at a window before it is closed
 
  private:
   void Make_Entries();

@@ -51,6 +51,7 @@ TEST_F(CsvWindowTest, ShowsImportsAndOffersTheListOfTheRefused) {
                          {QStringLiteral("1 versetzt, 1 Zeilen"), MsgAnswer::Yes}};
   In<QAction>("mnuImport")->trigger();
   EXPECT_EQ(In<QLabel>("lblMsg")->text(), QStringLiteral("2 Karteneinträge wurden importiert."));
+  EXPECT_TRUE(In<QLabel>("lblInfo")->text().contains(QStringLiteral("'Einträge - Rückgängig: CSV-Import'.")));
   rsEntries->MoveLast();
   EXPECT_EQ(rsEntries->Integer(column::Xmap), 107);
   EXPECT_TRUE(File_Exists(Path(QStringLiteral("Karte-CSV-Import.txt"))));

@@ -52,6 +52,7 @@ TEST_F(GpsWindow, TypedAndClickedCoordinates) {
   letter->selectAll();
   QTest::keyClicks(letter, "x7");
   EXPECT_EQ(letter->text(), QStringLiteral("R"));
+  EXPECT_EQ(right->text(), QStringLiteral("7")) << "a digit begins the number";
   QTest::keyClicks(letter, "-");
   EXPECT_EQ(letter->text(), QStringLiteral("-"));
   right->clear();
@@ -59,6 +60,19 @@ TEST_F(GpsWindow, TypedAndClickedCoordinates) {
   Q_EMIT right->editingFinished();
   EXPECT_EQ(right->text(), QStringLiteral("600000"));
   Press(input, "ckMausclick");
+}
+
+TEST_F(GpsWindow, FromOneNumberTheTabKeyGoesToTheOther) {
+  FrmGPSData& input = Input();
+  input.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&input));
+  Part<QLineEdit>(input, "txtRW")->setFocus();
+  QTest::keyClick(input.focusWidget(), Qt::Key_Tab);
+  EXPECT_EQ(input.focusWidget()->objectName(), "txtHW");
+  Part<QLineEdit>(input, "txtH")->setFocus();
+  for (const char digit : {'5', '5', '1', '6'}) QTest::keyClick(input.focusWidget(), digit);
+  EXPECT_EQ(Text_In(input, "txtHW"), "5516");
+  EXPECT_EQ(input.focusWidget()->objectName(), "txtHW");
 }
 
 TEST_F(GpsWindow, TheMenuFollowsTheNet) {

@@ -33,6 +33,7 @@ TEST_F(QueryWindowsTest, SelectionIsShownAndTaken) {
     auto* grid = Part<QTableView>(dialog, "sqlGrid");
     auto* text = Part<QComboBox>(dialog, "cmbSqlText");
     EXPECT_EQ(text->count(), 6);
+    EXPECT_EQ(text->currentText(), "") << "nothing is carried out that was not chosen";
     EXPECT_EQ(grid->model()->rowCount(), 4) << "the table with its header row";
     EXPECT_TRUE(Text_In(dialog, "lblInfo").startsWith("Anzahl der Datensätze in der untenstehenden"));
     EXPECT_FALSE(Is_Enabled(dialog, "btnTake"));

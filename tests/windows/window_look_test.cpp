@@ -12,6 +12,11 @@
 #include "state/mdi_state.h"
 #include "store/file_names.h"
 #include "support/fixture.h"
+#include "windows/analysis/frmDiagramme.h"
+#include "windows/analysis/frmDistanz.h"
+#include "windows/analysis/frmNachbar.h"
+#include "windows/analysis/frmPopOptions.h"
+#include "windows/analysis/frmZuord.h"
 #include "windows/canvas/dlgBMP.h"
 #include "windows/canvas/frmBildZoom.h"
 #include "windows/canvas/frmClipboard.h"
@@ -55,6 +60,11 @@ class WindowLookTest : public FluraxTest {
     dialogs.push_back(std::make_unique<FrmMoveObjects>());
     dialogs.push_back(std::make_unique<FrmClipboard>());
     dialogs.push_back(std::make_unique<DlgBMP>());
+    dialogs.push_back(std::make_unique<FrmPopOptions>());
+    dialogs.push_back(std::make_unique<FrmZuord>());
+    dialogs.push_back(std::make_unique<FrmNachbar>());
+    dialogs.push_back(std::make_unique<FrmDistanz>());
+    dialogs.push_back(std::make_unique<FrmDiagramme>());
     return dialogs;
   }
 

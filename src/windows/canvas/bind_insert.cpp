@@ -14,6 +14,7 @@
 #include "view/picture_cache.h"
 #include "windows/canvas/dlgBMP.h"
 #include "windows/canvas/frmClipboard.h"
+#include "windows/canvas/frmDigi.h"
 #include "windows/canvas/frmFigur.h"
 #include "windows/canvas/frmMass.h"
 #include "windows/canvas/map_window.h"
@@ -75,4 +76,5 @@ void Bind_Insert_Windows(QWidget* mainWindow) {
   Bind_Command(QStringLiteral("mnuEintrPaste"), [mainWindow](const CommandCall& call) { Paste(mainWindow, call); });
   Bind_Window("mnuInsFigur", mainWindow, New_Figure);
   Bind_Window("mnuInsMass", mainWindow, New_Scale);
+  Bind_Window("mnuInsDigi", mainWindow, Show_frmDigi);
 }

@@ -1,6 +1,5 @@
 #include "windows/canvas/figure_fields.h"
 
-#include <QDialog>
 #include <cmath>
 
 #include "platform/text.h"
@@ -18,12 +17,4 @@ QString Pixels_Text(double pixels, bool vertical) {
   if (MapHasScale && MapUnitPerPixel > 0)
     return text + QStringLiteral("  (%1%2)").arg(Format(pixels * MapUnitPerPixel, QStringLiteral("###0.0##")), MapUnit);
   return mm > 0 ? text + QStringLiteral("  (%1 mm)").arg(Format(pixels * mm, QStringLiteral("###0.0"))) : text;
-}
-
-void Place_Beside_Map(QDialog& window) {
-  const QWidget* parent = window.parentWidget();
-  if (!parent) return;
-  window.adjustSize();
-  const QPoint corner = parent->mapToGlobal(QPoint(parent->width(), 0));
-  window.move(std::max(0, corner.x() - window.width() - 30), corner.y() + 110);
 }

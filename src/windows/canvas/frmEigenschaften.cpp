@@ -45,6 +45,7 @@ FrmEigenschaften::FrmEigenschaften(QWidget* parent) : QDialog(parent), ui(std::m
   Prepare_Dialog(*this, QStringLiteral("Figuren.htm"));
   setWindowModality(Qt::NonModal);
   ui->txtWinkel->setAlignment(Qt::AlignRight);
+  Give_Room(*ui->txtWinkel, QStringLiteral("-000,0000"));
   ui->fraWinkel->installEventFilter(this);
   connect(ui->txtWinkel, &QLineEdit::textChanged, this, &FrmEigenschaften::Show_Preview);
   for (QCheckBox* box : {ui->ckMittelpunkt, ui->ckFokus, ui->ckLaengsachse, ui->ckQuerachse, ui->ckAchsenText})
@@ -194,6 +195,5 @@ void Show_frmEigenschaften(QWidget* parent) {
   }
   auto* window = new FrmEigenschaften(parent);
   window->setAttribute(Qt::WA_DeleteOnClose);
-  Place_Beside_Map(*window);
   window->show();
 }

@@ -57,6 +57,7 @@ FrmFigur::FrmFigur(QWidget* parent) : QDialog(parent), ui(std::make_unique<Ui::F
   setWindowModality(Qt::NonModal);
   ui->lstFigur->setIconSize(iconSize);
   for (const EntryKind kind : kinds) new QListWidgetItem(Kind_Icon(kind), Figure_Word(kind), ui->lstFigur);
+  ui->lstFigur->setFixedWidth(ui->lstFigur->sizeHintForColumn(0) + 2 * ui->lstFigur->frameWidth() + 8);
   for (QLineEdit* field : {ui->txtLaenge, ui->txtBreite}) {
     field->setAlignment(Qt::AlignRight);
     connect(field, &QLineEdit::textChanged, this, &FrmFigur::Show_Measures);
@@ -201,6 +202,5 @@ void Show_frmFigur(QWidget* parent) {
   }
   auto* window = new FrmFigur(parent);
   window->setAttribute(Qt::WA_DeleteOnClose);
-  Place_Beside_Map(*window);
   window->show();
 }

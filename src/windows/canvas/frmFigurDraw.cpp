@@ -144,7 +144,6 @@ void Show_frmFigurDraw(QWidget* parent) {
   if (!window) {
     window = new FrmFigurDraw(parent);
     window->setAttribute(Qt::WA_DeleteOnClose);
-    Place_Beside_Map(*window);
     window->show();
   } else {
     window->raise();

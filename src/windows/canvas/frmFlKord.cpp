@@ -11,7 +11,6 @@
 #include "state/run_guarded.h"
 #include "ui_frmFlKord.h"
 #include "view/view.h"
-#include "windows/common/frm_beside.h"
 #include "windows/common/frm_dialogs.h"
 
 namespace {
@@ -93,7 +92,7 @@ void FrmFlKord::Show_State() {
 void FrmFlKord::Circle_Current() {
   const int row = ui->DBGrid1->currentIndex().row();
   Map.Circled.reset();
-  if (row >= 0 && row < model.Count()) Map.Circled = model.List().points[static_cast<size_t>(row)];
+  if (row >= 0 && row < model.Count()) Map.Circled = Seen_Vertex(model.List(), row);
   events.MapPainted.Emit();
 }
 
@@ -169,5 +168,5 @@ void Open_Vertex_Table(QWidget* parent) {
   if (auto* open = parent->findChild<FrmFlKord*>()) open->reject();
   auto* window = new FrmFlKord(*list, parent);
   window->setAttribute(Qt::WA_DeleteOnClose);
-  Show_At_The_Side(*window, parent);
+  window->show();
 }

@@ -1,5 +1,7 @@
 #include "windows/canvas/frmGPSData.h"
 
+#include <QCoreApplication>
+#include <QKeyEvent>
 #include <QRegularExpressionValidator>
 
 #include "platform/message_box.h"
@@ -11,8 +13,8 @@
 #include "tools/position_mark.h"
 #include "ui_frmGPSData.h"
 #include "view/view.h"
-#include "windows/common/frm_beside.h"
 #include "windows/common/frm_dialogs.h"
+#include "windows/common/window_support.h"
 
 namespace {
 
@@ -32,7 +34,11 @@ FrmGPSData::FrmGPSData(QWidget* parent) : QDialog(parent), ui(std::make_unique<U
   Prepare_Dialog(*this, QStringLiteral("Koordinaten.htm"));
   setWindowModality(Qt::NonModal);
   const QRegularExpression letters(QStringLiteral("[RH+-]"));
-  for (QLineEdit* letter : {ui->txtR, ui->txtH}) letter->setValidator(new QRegularExpressionValidator(letters, letter));
+  for (QLineEdit* letter : {ui->txtR, ui->txtH}) {
+    letter->setValidator(new QRegularExpressionValidator(letters, letter));
+    letter->installEventFilter(this);
+    Give_Room(*letter, QStringLiteral("W"));
+  }
   ui->ckMausclick->setChecked(byClick);
   ui->btnSetback->setEnabled(false);
   Connect_Controls();
@@ -106,6 +112,18 @@ void FrmGPSData::Take_Click(QPoint map) {
   ui->txtH->setText(typed->letterH);
   ui->txtHW->setText(typed->valueH);
   enteredR = enteredH = true;
+}
+
+// A digit in the box of a letter begins the number beside it.
+bool FrmGPSData::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() != QEvent::KeyPress) return QDialog::eventFilter(watched, event);
+  const QString typed = static_cast<QKeyEvent*>(event)->text();
+  if (typed.isEmpty() || !typed.front().isDigit()) return QDialog::eventFilter(watched, event);
+  QLineEdit* number = watched == ui->txtR ? ui->txtRW : ui->txtHW;
+  number->setFocus();
+  number->selectAll();
+  QCoreApplication::sendEvent(number, event);
+  return true;
 }
 
 void FrmGPSData::Leave_Box(bool easting) {
@@ -187,5 +205,5 @@ void Show_frmGPSData(QWidget* parent) {
   }
   auto* window = new FrmGPSData(parent);
   window->setAttribute(Qt::WA_DeleteOnClose);
-  Show_At_The_Side(*window, parent);
+  window->show();
 }

@@ -22,6 +22,9 @@ class FrmGPSData : public QDialog {
   void accept() override;  // Enter: shows the place
   void done(int result) override;
 
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
  private:
   void Init();
   void Connect_Controls();

@@ -11,6 +11,7 @@
 #include "ui_frmRfline.h"
 #include "view/redraw.h"
 #include "windows/common/frm_dialogs.h"
+#include "windows/common/tool_place.h"
 
 namespace {
 
@@ -97,4 +98,8 @@ void FrmRfline::reject() {
   QDialog::reject();
 }
 
-void Show_frmRfline(QWidget* parent) { FrmRfline(parent).exec(); }
+void Show_frmRfline(QWidget* parent) {
+  FrmRfline window(parent);
+  Works_Beside(window);
+  window.exec();
+}

@@ -8,6 +8,7 @@
 #include <cmath>
 
 #include "hand/activation.h"
+#include "hand/turned_shape.h"
 #include "platform/fonts.h"
 #include "state/events.h"
 #include "state/global_state.h"
@@ -56,7 +57,6 @@ QString MapEditor::Typed() const {
   QString text = document()->toRawText();
   for (const QChar end : {QChar(0xfdd0), QChar(0xfdd1), QChar(QChar::ParagraphSeparator), QChar(QChar::LineSeparator)})
     text.replace(end, QLatin1Char('\n'));
-  if (Map.Text2.Text.contains(QLatin1String("\r\n"))) text.replace(QLatin1String("\n"), QLatin1String("\r\n"));
   return text;
 }
 
@@ -212,16 +212,22 @@ MapMarker::MapMarker(Look what, QWidget* canvas) : QWidget(canvas), look(what) {
   hide();
 }
 
+void MapMarker::Show_Outline(const QPolygonF& wanted) {
+  if (outline == wanted) return;
+  outline = wanted;
+  update();
+}
+
 void MapMarker::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   const QRect rim = rect().adjusted(0, 0, -1, -1);
   switch (look) {
     case Look::Frame:
       // Black on white dashes: to be seen on every ground.
-      painter.setPen(QPen(Qt::white, 1));
-      painter.drawRect(rim);
-      painter.setPen(QPen(Qt::black, 1, Qt::DashLine));
-      painter.drawRect(rim);
+      for (const QPen& pen : {QPen(Qt::white, 1), QPen(Qt::black, 1, Qt::DashLine)}) {
+        painter.setPen(pen);
+        outline.isEmpty() ? painter.drawRect(rim) : painter.drawPolygon(outline);
+      }
       break;
     case Look::Handle:
       painter.fillRect(rect(), Qt::white);
@@ -249,6 +255,18 @@ namespace {
 void Show_Control(QWidget& widget, const LiveControl& state) {
   widget.setGeometry(state.Left, state.Top, std::max(1, state.Width), std::max(1, state.Height));
   widget.setVisible(state.Visible);
+}
+
+void Show_Frame(MapMarker& frame, const LiveControl& state) {
+  if (state.Angle == 0) {
+    frame.Show_Outline({});
+    return Show_Control(frame, state);
+  }
+  const QPolygonF outline = Turned_Rect(QRectF(state.Left, state.Top, state.Width - 1, state.Height - 1), state.Angle);
+  const QRect around = outline.boundingRect().toAlignedRect().adjusted(0, 0, 1, 1);
+  frame.setGeometry(around);
+  frame.Show_Outline(outline.translated(-around.topLeft()));
+  frame.setVisible(state.Visible);
 }
 
 }  // namespace
@@ -281,7 +299,7 @@ MapControls::MapControls(QWidget* canvas)
 
 void MapControls::Sync() {
   Text2->Sync();
-  Show_Control(*lblShape, Map.lblShape);
+  Show_Frame(*lblShape, Map.lblShape);
   Show_Control(*imgBild, Map.imgBild);
   for (size_t i = 0; i < lblHandle.size(); ++i) Show_Control(*lblHandle[i], Map.lblHandle[i]);
   Show_Control(*imgHandle, Map.imgHandle);

@@ -1,5 +1,6 @@
 #pragma once
 #include <QLabel>
+#include <QPolygonF>
 #include <QTextEdit>
 #include <QWidget>
 #include <array>
@@ -13,9 +14,9 @@ class MapEditor : public QTextEdit {
 
  public:
   explicit MapEditor(QWidget* canvas);
-  void Sync();        // state -> widget
-  void Begin_Edit();  // takes the keyboard, with the caret at the end
-  QString Typed() const;  // lines end as in the text that was shown
+  void Sync();            // state -> widget
+  void Begin_Edit();      // takes the keyboard, with the caret at the end
+  QString Typed() const;  // the text as it stands there, its lines ended by LF
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
@@ -46,12 +47,14 @@ class MapMarker : public QWidget {
  public:
   enum class Look { Frame, Handle, Crosshair };
   MapMarker(Look what, QWidget* canvas);
+  void Show_Outline(const QPolygonF& wanted);  // in place of its rim; none: the rim again
 
  protected:
   void paintEvent(QPaintEvent* event) override;
 
  private:
   Look look;
+  QPolygonF outline;
 };
 
 class MapControls {

@@ -1,22 +1,43 @@
 #include "windows/common/frm_dialogs.h"
 
+#include <QComboBox>
 #include <QDialog>
 #include <QEvent>
 #include <QLayout>
 #include <QShortcut>
+#include <QTimer>
+
+#include "windows/common/tool_place.h"
 
 namespace {
 
-// Wrapped labels do not know their width when a dialog's first size is worked out: rows are squeezed, or far too high.
-// When it is shown, the dialog takes the height that its width needs.
-class FitHeight : public QObject {
+// What every dialog gets when it is shown, and leaves when it goes.
+class DialogManners : public QObject {
  public:
   using QObject::QObject;
   bool eventFilter(QObject* watched, QEvent* event) override {
     auto* dialog = qobject_cast<QDialog*>(watched);
-    if (event->type() == QEvent::Show && !event->spontaneous() && dialog->layout()->hasHeightForWidth())
-      dialog->resize(dialog->width(), dialog->layout()->totalHeightForWidth(dialog->width()));
+    if (event->type() == QEvent::Show && !event->spontaneous())
+      Prepare(*dialog);
+    else if (event->type() == QEvent::Hide && !event->spontaneous())
+      Remember_Place(*dialog);
     return false;
+  }
+
+ private:
+  static void Prepare(QDialog& dialog) {
+    // What is typed is what is meant: 7 is no beginning of 70.
+    for (QComboBox* box : dialog.findChildren<QComboBox*>())
+      if (box->isEditable()) box->setCompleter(nullptr);
+    const bool placed = dialog.testAttribute(Qt::WA_Moved);
+    Keep_On_Screen(dialog);
+    // Wrapped labels do not know their width when a dialog's first size is worked out: rows are squeezed, or far too
+    // high. It takes the height that its width needs.
+    if (dialog.layout() && dialog.layout()->hasHeightForWidth())
+      dialog.resize(dialog.width(), dialog.layout()->totalHeightForWidth(dialog.width()));
+    if (!placed) Place_Tool_Window(dialog);
+    // What it shows may make it larger yet.
+    QTimer::singleShot(0, &dialog, [&dialog] { Keep_On_Screen(dialog); });
   }
 };
 
@@ -26,7 +47,7 @@ void Prepare_Dialog(QDialog& dialog, const QString& helpPage) {
   dialog.setWindowFlag(Qt::WindowContextHelpButtonHint, false);
   // Only its own main window is blocked, so that the help can be read meanwhile.
   dialog.setWindowModality(dialog.parentWidget() ? Qt::WindowModal : Qt::ApplicationModal);
-  dialog.installEventFilter(new FitHeight(&dialog));
+  dialog.installEventFilter(new DialogManners(&dialog));
   auto* help = new QShortcut(QKeySequence(Qt::Key_F1), &dialog);
   QObject::connect(help, &QShortcut::activated, &dialog, [&dialog, helpPage] { Show_Help(&dialog, helpPage); });
 }

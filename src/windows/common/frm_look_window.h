@@ -30,18 +30,15 @@ class LookWindow : public QDialog {
 
 EntryColors Colors_Of(const EntryLook& look);  // as they are drawn
 
-// One window of its kind is enough. `corner` is the distance of its upper right corner from that of the main window.
+// One window of its kind is enough.
 template <typename Window>
-Window* Show_Beside(QWidget* parent, QPoint corner) {
+Window* Show_Beside(QWidget* parent) {
   auto* window = parent ? parent->findChild<Window*>() : nullptr;
-  const bool fresh = !window;
-  if (fresh) {
+  if (!window) {
     window = new Window(parent);
     window->setAttribute(Qt::WA_DeleteOnClose);
   }
   window->show();
-  if (fresh && parent)
-    window->move(parent->mapToGlobal(QPoint(parent->width() - window->width() - corner.x(), corner.y())));
   window->raise();
   window->activateWindow();
   return window;

@@ -14,12 +14,23 @@
 #include "platform/files.h"
 #include "store/file_names.h"
 #include "windows/common/frm_dialogs.h"
+#include "windows/common/tool_place.h"
 
 namespace {
 
 const QString contentsPage = QStringLiteral("index.htm");
 
 QPointer<HelpWindow> theWindow;
+
+// Narrower where it would hide its caller else, but not for the sake of one that fills the screen.
+void Place_Help(HelpWindow& help, const QRect& caller) {
+  const QSize widest = help.size();
+  for (const int width : {widest.width(), 600, 460, widest.width()}) {
+    help.resize(width, widest.height());
+    Place_Beside(help, caller);
+    if (!QRect(help.pos(), help.size()).intersects(caller)) return;
+  }
+}
 
 }  // namespace
 
@@ -100,7 +111,7 @@ void Show_Help(QWidget* parent, const QString& page) {
     // No parent: it stays usable beside a dialog and behind other windows.
     theWindow = new HelpWindow;
     QObject::connect(qApp, &QCoreApplication::aboutToQuit, theWindow, [] { delete theWindow.data(); });
-    if (parent) theWindow->move(parent->mapToGlobal(QPoint(40, 40)));
+    Place_Help(*theWindow, parent ? parent->window()->frameGeometry() : QRect(QCursor::pos(), QSize(1, 1)));
   }
   theWindow->Show_Page(page);
   theWindow->show();

@@ -9,6 +9,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QRegularExpression>
+#include <QShortcut>
 #include <QSplitter>
 #include <QStandardPaths>
 #include <QTreeView>
@@ -30,6 +31,14 @@ QString Dialog_Text(QString text) {
   text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
   text.replace(QLatin1Char('\r'), QLatin1Char('\n'));
   return text;
+}
+
+void Give_Help(QDialog& dialog, const QString& page) {
+  if (dialog.parentWidget()) dialog.setWindowModality(Qt::WindowModal);
+  auto* key = new QShortcut(QKeySequence(Qt::Key_F1), &dialog);
+  QObject::connect(key, &QShortcut::activated, &dialog, [page] {
+    if (dialogHooks.Help) dialogHooks.Help(page);
+  });
 }
 
 ArrowPointer::ArrowPointer() { QApplication::setOverrideCursor(Qt::ArrowCursor); }
@@ -87,6 +96,7 @@ std::vector<ButtonChoice> Choices(MsgButtons buttons) {
 MsgAnswer Desktop_Message(const MsgRequest& request) {
   const ArrowPointer arrow;
   QMessageBox box(Dialog_Parent());
+  Give_Help(box, request.helpPage);
   box.setTextFormat(Qt::PlainText);  // file names may hold "<" and "&"
   box.setText(Dialog_Text(request.text));
   box.setIcon(Icon_Of(request.icon));
@@ -159,6 +169,7 @@ static void Add_Places(QFileDialog& dialog) {
 std::optional<QString> Desktop_File_Dialog(const FileRequest& request) {
   const ArrowPointer arrow;
   QFileDialog dialog(Dialog_Parent(), request.title.trimmed());
+  Give_Help(dialog, request.helpPage);
   // Qt's own dialog: German on every desktop, and patterns that ignore case.
   dialog.setOption(QFileDialog::DontUseNativeDialog);
   dialog.setAcceptMode(request.save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
@@ -181,6 +192,7 @@ std::optional<QString> Desktop_File_Dialog(const FileRequest& request) {
 std::optional<QString> Desktop_Input_Box(const QString& prompt, const QString& title, const QString& proposal) {
   const ArrowPointer arrow;
   QInputDialog dialog(Dialog_Parent());
+  Give_Help(dialog, {});
   dialog.setWindowTitle(title.trimmed().isEmpty() ? QStringLiteral("FLURAX") : title.trimmed());
   dialog.setLabelText(Dialog_Text(prompt));
   dialog.setTextValue(proposal);

@@ -8,6 +8,7 @@
 #include "platform/progress.h"
 #include "platform/shell.h"
 
+class QDialog;
 class QWidget;
 
 // The window a dialog belongs to: the active one, else the first visible; may be nullptr.
@@ -17,6 +18,9 @@ QWidget* Dialog_Parent();
 QStringList Dialog_Filters(const QString& filter, bool save);
 // CR and CR LF as line feeds.
 QString Dialog_Text(QString text);
+
+// The dialog blocks the windows of the program but not the help, which F1 opens: the page, or the contents.
+void Give_Help(QDialog& dialog, const QString& page);
 
 // The windows behind the services; Install_Desktop_Services() puts them there.
 MsgAnswer Desktop_Message(const MsgRequest& request);

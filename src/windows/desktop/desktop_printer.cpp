@@ -16,6 +16,8 @@
 
 namespace {
 
+const QString helpPage = QStringLiteral("Drucken.htm");
+
 // Lives as long as the application: a printer must not outlive it.
 class PrinterHolder : public QObject {
  public:
@@ -81,6 +83,7 @@ std::optional<int> Set_Up_Page(int orientation) {
   QPrinter& printer = Printer();
   Lay_Out(printer, orientation);
   QPageSetupDialog dialog(&printer, Dialog_Parent());
+  Give_Help(dialog, helpPage);
   dialog.setWindowTitle(QStringLiteral("Druckformat"));
   // The margins have a window of their own.
   if (auto* margin = dialog.findChild<QWidget*>(QStringLiteral("topMargin"))) margin->parentWidget()->hide();
@@ -98,6 +101,7 @@ std::optional<PrintRange> Ask(const QString& title, int pages, int orientation) 
   const bool isPrinter = !QPrinterInfo::availablePrinterNames().isEmpty();
   printer.setOutputFileName(isPrinter ? QString() : Proposed_Pdf(title));
   QPrintDialog dialog(&printer, Dialog_Parent());
+  Give_Help(dialog, helpPage);
   dialog.setWindowTitle(title);
   dialog.setOptions(QAbstractPrintDialog::PrintToFile | QAbstractPrintDialog::PrintPageRange |
                     QAbstractPrintDialog::PrintShowPageSize);
@@ -136,6 +140,7 @@ class PrinterJob final : public PrintJob {
     printer.abort();
     painter.end();
   }
+  QString Target() const override { return printer.printerName(); }
 
  private:
   QPrinter& printer;

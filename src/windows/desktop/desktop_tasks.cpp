@@ -38,6 +38,11 @@ class ProgressWindow : public ProgressFace {
     QApplication::processEvents();
     return !window->wasCanceled();
   }
+  void Say(const QString& step) override {
+    if (!window) return;
+    window->setLabelText(step);
+    QApplication::processEvents();
+  }
 
  private:
   std::unique_ptr<ArrowPointer> pointer;

@@ -13,6 +13,7 @@
 #include "state/run_guarded.h"
 #include "ui_frmCSVImport.h"
 #include "windows/common/frm_dialogs.h"
+#include "windows/common/window_support.h"
 
 namespace {
 
@@ -43,6 +44,7 @@ FrmCSVImport::FrmCSVImport(QWidget* parent) : QDialog(parent), ui(std::make_uniq
   for (QLineEdit* field : {ui->txtXPix, ui->txtYPix}) {
     field->setValidator(new QIntValidator(-farthestStep, farthestStep, this));
     field->setAlignment(Qt::AlignRight);
+    Give_Room(*field, QStringLiteral("-000000"));
   }
   ui->tblPreview->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
   ui->tblPreview->horizontalHeader()->setSectionResizeMode(0, QHeaderView::Stretch);
@@ -137,9 +139,11 @@ void FrmCSVImport::Import() {
   const CsvResult result = Csv_Import(imported, {ui->txtXPix->text().toInt(), ui->txtYPix->text().toInt()});
   if (result.failed || (result.stopped && result.imported == 0 && result.refused.empty())) return;
   Forget_Table();  // a second time would put every entry on the map twice
-  ui->lblInfo->setText(QStringLiteral("%1 versetzt, %2 Zeilen abgelehnt, %3 ohne Text übergangen.")
-                           .arg(QString::number(result.shifted), QString::number(result.refused.size()),
-                                QString::number(imported.skipped)));
+  ui->lblInfo->setText(
+      QStringLiteral("%1 versetzt, %2 Zeilen abgelehnt, %3 ohne Text übergangen.\nImportierte Einträge löschen: "
+                     "'Einträge - Rückgängig: CSV-Import'.")
+          .arg(QString::number(result.shifted), QString::number(result.refused.size()),
+               QString::number(imported.skipped)));
   ui->lblMsg->setText(QString::number(result.imported) + QStringLiteral(" Karteneinträge wurden importiert."));
   if (!result.refused.empty() || !result.notes.empty()) Offer_Report(imported, result);
 }

@@ -5,6 +5,7 @@
 
 #include "maps/commands.h"
 #include "maps/note_pads.h"
+#include "maps/recent_lists.h"
 #include "printing/page_job.h"
 #include "printing/print_texts.h"
 #include "state/mdi_state.h"
@@ -20,7 +21,7 @@ void Open_Text(QMainWindow& window) {
 
 void Open_Recent_Text(QMainWindow& window, int line) {
   const QString path = Menu(QStringLiteral("mnuRecentFile"), line).Tag;
-  if (!path.isEmpty()) Show_NotePad(window, path);
+  if (!path.isEmpty() && Recent_Is_There(path, 3)) Show_NotePad(window, path);
 }
 
 // Before a menu or the question of a dialog lies over it, the window is painted as it stands.

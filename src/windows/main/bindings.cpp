@@ -7,11 +7,13 @@
 
 #include "state/mdi_state.h"
 #include "view/view.h"
+#include "windows/analysis/bind_analysis.h"
 #include "windows/canvas/bind_canvas.h"
 #include "windows/common/bind_window.h"
 #include "windows/common/frm_dialogs.h"
 #include "windows/import/frmCSVImport.h"
 #include "windows/main/bind_pads.h"
+#include "windows/main/window_list.h"
 #include "windows/maps/bind_maps.h"
 #include "windows/objects/bind_objects.h"
 #include "windows/plansquares/bind_plansquares.h"
@@ -45,6 +47,7 @@ void Bind_Own(QMainWindow& window) {
     else
       Open_Menu(main, QStringLiteral("mnuKarte"));
   });
+  Bind_Command(QStringLiteral("mnuWindow"), [&window](const CommandCall& call) { Bring_To_Front(window, call.line); });
   bind("mnuHelpIndex", [](QMainWindow& main) { Show_Help(&main); });
   bind("mnuHelpSettings", [](QMainWindow& main) { Show_Help(&main, QStringLiteral("Einstellungen.htm")); });
 }
@@ -60,5 +63,6 @@ void Bind_All_Windows(QMainWindow& window) {
   Bind_Store_Windows(&window);
   Bind_Raster_Windows(&window);
   Bind_Print_Windows(&window);
+  Bind_Analysis_Windows(&window);
   Bind_Window("mnuImportCSV", &window, Show_frmCSVImport);
 }

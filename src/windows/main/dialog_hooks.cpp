@@ -40,7 +40,10 @@ void Set_Dialog_Hooks(QWidget* mainWindow) {
     FrmTipps dialog(map, colorDepth, parent);
     dialog.exec();
   };
-  dialogHooks.Help = [parent](const QString& page) { Show_Help(parent, page); };
+  dialogHooks.Help = [parent](const QString& page) {
+    QWidget* inFront = QApplication::activeWindow();
+    Show_Help(inFront ? inFront : parent.data(), page);
+  };
   dialogHooks.ColorWindow = [parent] { Show_frmFarb(parent); };
   dialogHooks.FillWindow = [parent] { Show_frmFill(parent); };
   dialogHooks.WidthWindow = [parent] { Show_frmDrawBreite(parent); };

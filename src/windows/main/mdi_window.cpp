@@ -85,13 +85,8 @@ void MdiWindow::Build_InfoBar() {
   QStatusBar* bar = statusBar();
   bar->setObjectName(QStringLiteral("InfoBar"));
   bar->setSizeGripEnabled(true);
-  const int stretch[] = {5, 4, 4};
-  for (size_t i = 0; i < panels.size(); ++i) {
-    panels[i] = new ElidedLabel(this);
-    panels[i]->setObjectName(QStringLiteral("Panel%1").arg(i + 1));
-    panels[i]->setFrameStyle(QFrame::Panel | QFrame::Sunken);
-    bar->addWidget(panels[i], stretch[i]);
-  }
+  panels = new PanelRow({5, 4, 4}, this);
+  bar->addWidget(panels, 1);
   zoomPanel = new QLabel(this);
   zoomPanel->setObjectName(QStringLiteral("Zm"));
   zoomPanel->setFrameStyle(QFrame::Panel | QFrame::Sunken);
@@ -152,7 +147,7 @@ void MdiWindow::Sync() {
 }
 
 void MdiWindow::Sync_InfoBar() {
-  for (size_t i = 0; i < panels.size(); ++i) panels[i]->Show_Text(InfoBar.Panel[i]);
+  for (size_t i = 0; i < InfoBar.Panel.size(); ++i) panels->Show_Text(i, InfoBar.Panel[i]);
   if (zoomPanel->text() == InfoBar.Zoom) return;
   zoomPanel->setText(InfoBar.Zoom);
   zoomPanel->repaint();  // the work it tells of goes on in the same call
@@ -175,7 +170,7 @@ bool MdiWindow::event(QEvent* event) {
   // Help of the menu entry or button under the pointer, in the second panel.
   if (event->type() == QEvent::StatusTip) {
     const QString tip = static_cast<QStatusTipEvent*>(event)->tip();
-    panels[1]->Show_Text(tip.isEmpty() ? InfoBar.Panel[1] : tip);
+    panels->Show_Text(1, tip.isEmpty() ? InfoBar.Panel[1] : tip);
     return true;
   }
   return QMainWindow::event(event);

@@ -2,14 +2,13 @@
 #include <QHash>
 #include <QMainWindow>
 #include <QTimer>
-#include <array>
 #include <vector>
 
 #include "maps/menu_table.h"
 #include "maps/toolbar_table.h"
 
-class ElidedLabel;
 class MapWindow;
+class PanelRow;
 class QLabel;
 class QMdiArea;
 class QMdiSubWindow;
@@ -66,6 +65,7 @@ class MdiWindow : public QMainWindow {
   void Build_Table_Window();
   void Sync_Table(bool place);
   void Place_Table();
+  int Least_Table_Height() const;
   void Check_Table_Place();
   void Place_Start();
 
@@ -83,7 +83,7 @@ class MdiWindow : public QMainWindow {
   QToolBar* toolbar = nullptr;
   QMenu* popup = nullptr;
   QStringList toolbarKeys;
-  std::array<ElidedLabel*, 3> panels{};
+  PanelRow* panels = nullptr;
   QLabel* zoomPanel = nullptr;
   std::vector<MenuItem> items;
   QTimer idleTimer, resizeTimer, tableTimer;

@@ -12,6 +12,8 @@
 #include "windows/canvas/map_window.h"
 #include "windows/common/window_support.h"
 #include "windows/main/mdi_window.h"
+#include "windows/main/window_list.h"
+#include "windows/store/tbl_window.h"
 
 namespace {
 
@@ -58,7 +60,9 @@ void MdiWindow::Build_Menus() {
           [this] { QTimer::singleShot(0, this, [this] { popup->setProperty("chosen", false); }); });
   for (const QString& key : Menu_Bar()) {
     const MenuRow& row = *Find_Menu(key);
-    Build_Menu(*menuBar()->addMenu(row.text), row);
+    QMenu& menu = *menuBar()->addMenu(row.text);
+    Build_Menu(menu, row);
+    connect(&menu, &QMenu::aboutToShow, this, [this] { Sync_Menus(); });  // windows come and go without an event
   }
 }
 
@@ -92,6 +96,7 @@ void MdiWindow::Add_Command(QMenu& menu, const Command& command, int line) {
   if (!command.shortcut.isEmpty() && Shortcut_Of_Map(command.key)) {
     action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
     mapWindow->addAction(action);
+    tblWindow->addAction(action);  // a row of the table is the entry in hand as well
   }
   action->setMenuRole(QAction::NoRole);
   connect(action, &QAction::triggered, this, [this, key = command.key, line] { Run(key, line); });
@@ -105,6 +110,7 @@ QAction* MdiWindow::Action(const QString& key, int line) const {
 }
 
 void MdiWindow::Sync_Menus() {
+  List_Windows(*this);
   for (const MenuItem& item : items) {
     if (item.menu) {
       item.action->setEnabled(Needs_Met(item.menu->needs));

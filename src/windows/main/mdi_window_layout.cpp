@@ -8,6 +8,7 @@
 #include "state/map_state.h"
 #include "state/mdi_state.h"
 #include "state/run_guarded.h"
+#include "state/table_state.h"
 #include "store/settings.h"
 #include "view/view.h"
 #include "windows/canvas/map_window.h"
@@ -87,6 +88,7 @@ void MdiWindow::Report_Inner_Size() {
                             : QSize(8, 30);
     inner -= frame;
   }
+  Tbl.LeastHeight = Least_Table_Height();
   frmMDI.InnerWidth = std::max(1, inner.width());
   frmMDI.InnerHeight = std::max(1, inner.height());
 }

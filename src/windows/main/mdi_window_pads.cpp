@@ -24,6 +24,14 @@ QMdiSubWindow* Child_Of_Slot(QMainWindow& window, int slot) {
   return nullptr;
 }
 
+// Where it stands in front or behind stays as it is.
+void Fit_Active(QMainWindow& window) {
+  QMdiSubWindow* child = Is_Open_NotePad(ActiveNotePad) ? Child_Of_Slot(window, ActiveNotePad) : nullptr;
+  if (!child) return;
+  if (child->isMaximized() || child->isMinimized()) child->showNormal();
+  child->setGeometry(QRect({0, 0}, Area(window).viewport()->size()));
+}
+
 // The note pad that lies uppermost when the one in front has gone.
 void Choose_Front(QMainWindow& window) {
   if (Is_Open_NotePad(ActiveNotePad)) return;
@@ -89,5 +97,6 @@ void Watch_NotePads(QMainWindow& window) {
       Choose_Front(window);
     events.StateChanged.Emit();
   });
+  dialogHooks.FitNotePad = [&window] { Fit_Active(window); };
   dialogHooks.NotePad = [&window](const QString& path) { Show_NotePad(window, path); };
 }

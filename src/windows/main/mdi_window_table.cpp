@@ -63,16 +63,18 @@ void MdiWindow::Sync_Table(bool place) {
   if (place || Tbl.WantPlace) Place_Table();
 }
 
+int MdiWindow::Least_Table_Height() const { return tblChild->minimumSizeHint().height(); }
+
 // Below the map, as wide as the main window.
 void MdiWindow::Place_Table() {
   if (tblChild->isMaximized()) return;
   Tbl.WantPlace = false;
   const QSize room = area->viewport()->size();
-  const QSize least = tblChild->minimumSizeHint().expandedTo(QSize(0, 150));
+  const int least = Least_Table_Height();
   int top = Map.Minimized ? 0 : mapChild->geometry().bottom() + 1;
   const int bottom = Map.Minimized ? room.height() - iconHeight : room.height();
-  top = std::max(0, std::min(top, bottom - least.height()));
-  tblChild->setGeometry(0, top, room.width(), std::max(least.height(), bottom - top));
+  top = std::max(0, std::min(top, bottom - least));
+  tblChild->setGeometry(0, top, room.width(), std::max(least, bottom - top));
 }
 
 void MdiWindow::Check_Table_Place() {

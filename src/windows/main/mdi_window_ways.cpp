@@ -1,7 +1,6 @@
 // Ways out of the program, and the way in of a map that is dropped on the main window.
 #include <QApplication>
 #include <QCloseEvent>
-#include <QFileInfo>
 #include <QMimeData>
 
 #include "hand/activation.h"
@@ -9,6 +8,7 @@
 #include "maps/map_open.h"
 #include "maps/program_start.h"
 #include "platform/message_box.h"
+#include "platform/picture.h"
 #include "state/mdi_state.h"
 #include "state/run_guarded.h"
 #include "windows/main/mdi_window.h"
@@ -18,12 +18,9 @@ namespace {
 
 // The map picture of what is dragged over the window; empty if there is none.
 QString Dragged_Map(const QMimeData& data) {
-  static const QStringList endings = {QStringLiteral("bmp"), QStringLiteral("rle"),  QStringLiteral("jpg"),
-                                      QStringLiteral("gif"), QStringLiteral("jpeg"), QStringLiteral("png"),
-                                      QStringLiteral("wmf")};
   for (const QUrl& url : data.urls()) {
     const QString path = url.toLocalFile();
-    if (!path.isEmpty() && endings.contains(QFileInfo(path).suffix().toLower())) return path;
+    if (Is_Picture_Name(path)) return path;
   }
   return {};
 }

@@ -61,8 +61,8 @@ void FrmNotePad::Save_As() {
 
 void FrmNotePad::Find() {
   const QString chosen = ui->Text1->textCursor().selectedText();
-  const auto typed =
-      Input_Box(QStringLiteral("Suchen nach:"), QStringLiteral("Text suchen"), chosen.isEmpty() ? wanted : chosen);
+  const auto typed = Input_Box(QStringLiteral("Geben Sie den Suchtext ein:"), QStringLiteral("Text suchen"),
+                               chosen.isEmpty() ? wanted : chosen);
   if (!typed || typed->isEmpty()) return;
   wanted = *typed;
   Find_Next();
@@ -74,9 +74,11 @@ void FrmNotePad::Find_Next() {
     return;
   }
   QTextCursor cursor = ui->Text1->textCursor();
-  const qsizetype at = Find_Text(Text(), wanted, cursor.selectionEnd());
+  // From where the selection begins, but a hit that is selected already is passed over.
+  const bool onHit = cursor.selectedText().compare(wanted, Qt::CaseInsensitive) == 0;
+  const qsizetype at = Find_Text(Text(), wanted, onHit ? cursor.selectionEnd() : cursor.selectionStart());
   if (at < 0) {
-    Message_Box(QStringLiteral("Der Text wurde nicht gefunden:\n") + wanted, MsgButtons::Ok, MsgIcon::Information,
+    Message_Box(QStringLiteral("Zeichenfolge wurde nicht gefunden."), MsgButtons::Ok, MsgIcon::Information,
                 QStringLiteral("Text suchen"));
     return;
   }

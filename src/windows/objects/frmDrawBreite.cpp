@@ -110,4 +110,4 @@ void FrmDrawBreite::Take() {
   ui->txtBreite->setValue(look.width);
 }
 
-void Show_frmDrawBreite(QWidget* parent) { Show_Beside<FrmDrawBreite>(parent, {40, 400}); }
+void Show_frmDrawBreite(QWidget* parent) { Show_Beside<FrmDrawBreite>(parent); }

@@ -66,16 +66,17 @@ QString FrmFarb::Caption() const {
   const QString name = Short_Name(look.name);
   switch (look.of) {
     case LookOf::Text:
-    case LookOf::NewText:
     case LookOf::Symbol:
       if (purpose == FarbFor::Frame) return QStringLiteral("Rahmenfarbe für Text: ") + name;
-      return QStringLiteral(" Farbe für: Text ") + name;
+      return (look.of == LookOf::Text ? QStringLiteral(" Farbe für Text: ") : QStringLiteral(" Farbe für: Text ")) +
+             name;
+    case LookOf::NewText:
+    case LookOf::Next:
+      return QStringLiteral("Farbe für Text");
     case LookOf::Picture:
       return QStringLiteral(" Rahmenfarbe für Bild: ") + name;
     case LookOf::Figure:
       return QStringLiteral(" Farbe für Figur: ") + name;
-    case LookOf::Next:
-      return QStringLiteral("Farbe für den nächsten Eintrag");
     default:
       return QStringLiteral("Farbe für ") + name;
   }
@@ -163,4 +164,4 @@ void FrmFarb::Standard_Colors() {
   Follow();
 }
 
-void Show_frmFarb(QWidget* parent, FarbFor what) { Show_Beside<FrmFarb>(parent, {40, 120})->Set_For(what); }
+void Show_frmFarb(QWidget* parent, FarbFor what) { Show_Beside<FrmFarb>(parent)->Set_For(what); }

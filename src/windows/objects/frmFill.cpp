@@ -90,4 +90,4 @@ void FrmFill::Take() {
   Follow();
 }
 
-void Show_frmFill(QWidget* parent) { Show_Beside<FrmFill>(parent, {370, 120}); }
+void Show_frmFill(QWidget* parent) { Show_Beside<FrmFill>(parent); }

@@ -7,8 +7,8 @@
 #include "objects/line_sample.h"
 #include "state/run_guarded.h"
 #include "ui_frmLineEndpunkte.h"
-#include "windows/common/frm_beside.h"
 #include "windows/common/frm_dialogs.h"
+#include "windows/common/tool_place.h"
 
 namespace {
 
@@ -97,6 +97,6 @@ void FrmLineEndpunkte::reject() {
 
 void Show_frmLineEndpunkte(QWidget* parent) {
   FrmLineEndpunkte window(parent);
-  Show_At_The_Side(window, parent);
+  Works_Beside(window);
   window.exec();
 }

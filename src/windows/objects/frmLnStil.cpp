@@ -8,8 +8,8 @@
 #include "objects/line_sample.h"
 #include "state/run_guarded.h"
 #include "ui_frmLnStil.h"
-#include "windows/common/frm_beside.h"
 #include "windows/common/frm_dialogs.h"
+#include "windows/common/tool_place.h"
 
 namespace {
 
@@ -67,6 +67,6 @@ void FrmLnStil::reject() {
 
 void Show_frmLnStil(QWidget* parent) {
   FrmLnStil window(parent);
-  Show_At_The_Side(window, parent);
+  Works_Beside(window);
   window.exec();
 }

@@ -91,11 +91,6 @@ void FrmSchrift::Connect_Controls() {
   connect(ui->cmdHelp, &QPushButton::clicked, this, [this] { Show_Help(this, helpPage); });
 }
 
-void FrmSchrift::showEvent(QShowEvent* event) {
-  QDialog::showEvent(event);
-  if (!event->spontaneous()) Place_Beside_Map(*this);
-}
-
 void FrmSchrift::Set_Caption(const QString& bookmark, const QString& text) {
   captionFor = bookmark;
   caption = text;
@@ -253,14 +248,6 @@ void FrmSchrift::Take() {
 }
 
 // Opening ------------------------------------------------------------------------------------------------------------
-
-void Place_Beside_Map(QWidget& window) {
-  if (!window.parentWidget()) return;
-  const QWidget* around = window.parentWidget()->window();
-  const QPoint corner = around->mapToGlobal(QPoint(around->width(), around->height() / 5));
-  window.move(corner.x() - window.frameGeometry().width() - 8, corner.y());
-  window.raise();
-}
 
 void Show_frmSchrift(QWidget* parent, const QString& bookmark, const QString& caption) {
   auto* window = parent->findChild<FrmSchrift*>();

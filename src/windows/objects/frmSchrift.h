@@ -30,9 +30,6 @@ class FrmSchrift : public QDialog {
   // Title while this entry is in hand.
   void Set_Caption(const QString& bookmark, const QString& caption);
 
- protected:
-  void showEvent(QShowEvent* event) override;
-
  private:
   void Fill_Lists();
   void Connect_Controls();
@@ -60,9 +57,6 @@ class FrmSchrift : public QDialog {
   int closedListener = 0, stateListener = 0;
 };
 
-// At the right rim of the main window, where it hides little of the map.
-void Place_Beside_Map(QWidget& window);
-
-// Font of the entry in hand or of the next text; stays open beside the map. While that entry is in hand the title is the
-// caption.
+// Font of the entry in hand or of the next text; stays open beside the map. While that entry is in hand the title is
+// the caption.
 void Show_frmSchrift(QWidget* parent, const QString& bookmark = {}, const QString& caption = {});

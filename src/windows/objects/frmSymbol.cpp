@@ -54,11 +54,6 @@ FrmSymbol::~FrmSymbol() {
   events.StateChanged.Disconnect(stateListener);
 }
 
-void FrmSymbol::showEvent(QShowEvent* event) {
-  QDialog::showEvent(event);
-  if (!event->spontaneous()) Place_Beside_Map(*this);
-}
-
 void FrmSymbol::Sync() {
   ui->lblHinweis->setText(Symbol_In_Hand() ? QString()
                                            : QStringLiteral("Das gewählte Zeichen gilt für das nächste Symbol."));

@@ -17,9 +17,6 @@ class FrmSymbol : public QDialog {
   explicit FrmSymbol(QWidget* parent = nullptr);
   ~FrmSymbol() override;
 
- protected:
-  void showEvent(QShowEvent* event) override;
-
  private:
   void Sync();       // the symbol in hand -> controls
   void Font_Show();  // the table of the chosen font

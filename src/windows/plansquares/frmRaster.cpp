@@ -162,14 +162,15 @@ void FrmRaster::btnVorschau_Click() {
     return;
   Run_Guarded([this] {
     const RasterDesign wanted = Read();
-    auto plan = Design_Raster(wanted, Raster_Field(), Middle_Of_View(), steps);
-    if (!plan) {
+    const RasterOnMap map{[] { Show_Raster_Preview({}); },
+                          [&](const RasterPlan& plan) { Show_Raster_Preview(shown = RasterPreview{plan, wanted}); }};
+    if (!Design_Raster(wanted, Raster_Field(), Middle_Of_View(), steps, map)) {
+      shown.reset();
+      Show_Raster_Preview({});  // what could not be drawn is not left half drawn
       ui->TabStrip->setCurrentIndex(steps.tab == RasterTab::Corners && ui->optTeil->isChecked() ? tabCorners : tabSize);
       return;
     }
     taken = false;
-    shown = RasterPreview{std::move(*plan), wanted};
-    Show_Raster_Preview(shown);
     ui->btnVorschau->setText(back);
     ui->btnTake->setEnabled(true);
     ui->lblInfo->setText(steps.info);
@@ -276,4 +277,4 @@ void FrmRaster::done(int result) {
   QDialog::done(result);
 }
 
-void Show_frmRaster(QWidget* parent, bool existing) { Show_Beside<FrmRaster>(parent, {30, 110})->Begin(existing); }
+void Show_frmRaster(QWidget* parent, bool existing) { Show_Beside<FrmRaster>(parent)->Begin(existing); }

@@ -32,7 +32,7 @@ FrmRand::FrmRand(QWidget* parent) : QDialog(parent), ui(std::make_unique<Ui::Frm
           .arg(Format(paper.unprintableX, QStringLiteral("0.0")), Format(paper.unprintableY, QStringLiteral("0.0"))));
   for (const Side& side : sides) {
     side.box->setAlignment(Qt::AlignRight);
-    side.box->setMaximumWidth(70);
+    Give_Room(*side.box, QStringLiteral("0000,0"));
     // The bar stands at 100 where there is no margin, and is moved to the left to widen it.
     side.bar->setInvertedAppearance(true);
     connect(side.bar, &QScrollBar::valueChanged, this, [this, &side](int value) {

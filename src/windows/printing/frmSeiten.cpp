@@ -1,14 +1,18 @@
 #include "windows/printing/frmSeiten.h"
 
 #include <QComboBox>
+#include <QCoreApplication>
+#include <QPointer>
 #include <QToolButton>
 
 #include "platform/files.h"
 #include "platform/message_box.h"
 #include "platform/text.h"
 #include "printing/print_texts.h"
+#include "printing/sheet_painter.h"
 #include "state/events.h"
 #include "state/global_state.h"
+#include "state/mdi_state.h"
 #include "state/run_guarded.h"
 #include "ui_frmSeiten.h"
 #include "windows/common/frm_dialogs.h"
@@ -24,15 +28,9 @@ FrmSeiten::FrmSeiten(QWidget* parent)
   setWindowFlag(Qt::WindowMaximizeButtonHint);
   for (QLineEdit* box : {ui->txtFaktor, ui->txtBreite, ui->txtHoehe, ui->txtFtSize}) {
     box->setAlignment(Qt::AlignRight);
-    box->setMaximumWidth(90);
+    Give_Room(*box, QStringLiteral("000,0000"));
   }
   Kill_Quietly(ProgramFolder + QStringLiteral("/Temp.bmp"));  // of former versions
-  try {
-    const BusyPointer busy;
-    ui->Picture1->Show_Map(Make_Preview_Map());
-  } catch (const Error&) {
-    Message_Box(print_texts::noPreview, MsgButtons::Ok, MsgIcon::Warning, windowTitle());
-  }
   Connect_Boxes();
   Connect_Buttons();
   Show_Choices();
@@ -75,8 +73,13 @@ void FrmSeiten::Connect_Buttons() {
   connect(ui->btnSpin, &QToolButton::clicked, this, [step] { step(1); });
   connect(ui->btnSpinDown, &QToolButton::clicked, this, [step] { step(-1); });
   connect(ui->btnShow, &QPushButton::clicked, this, [this] {
+    if (picture == Picture::Making) {
+      picture = Picture::Stopped;
+      return;
+    }
     if (!Take_Font()) return;
     Take_Typed(setup);
+    if (picture != Picture::There) return Begin();
     Set_Anzeige();
   });
   connect(ui->btnFtSize, &QPushButton::clicked, this, [this] { Take_Font(); });
@@ -89,6 +92,40 @@ void FrmSeiten::Connect_Buttons() {
   });
   connect(ui->btnHelp, &QPushButton::clicked, this, [this] { Show_Help(this, QStringLiteral("Drucken.htm")); });
   connect(ui->btnClose, &QPushButton::clicked, this, &FrmSeiten::reject);
+}
+
+void FrmSeiten::Begin() {
+  show();
+  const QPointer<FrmSeiten> self(this);
+  Make_Picture();
+  if (self) Set_Anzeige();
+}
+
+// A large scan takes its time; btnShow stops it meanwhile.
+void FrmSeiten::Make_Picture() {
+  const QPointer<FrmSeiten> self(this);
+  picture = Picture::Making;
+  const QString caption = ui->btnShow->text();
+  ui->btnShow->setText(QStringLiteral("&Abbrechen"));
+  ui->btnShow->setEnabled(true);
+  Picture now = Picture::None;
+  try {
+    const BusyPointer busy;
+    const auto goOn = [&self] {
+      QCoreApplication::processEvents();
+      return self && self->picture == Picture::Making && frmMDI.MapOpen;
+    };
+    PreviewMap map = Make_Preview_Map(goOn);
+    ui->Picture1->Show_Map(std::move(map));
+    now = Picture::There;
+  } catch (const PrintStopped&) {
+    now = Picture::Stopped;
+  } catch (const Error&) {
+    Message_Box(print_texts::noPreview, MsgButtons::Ok, MsgIcon::Warning, windowTitle());
+  }
+  if (!self) return;
+  picture = now;
+  ui->btnShow->setText(caption);
 }
 
 // All texts and the picture by the settings.
@@ -125,7 +162,10 @@ void FrmSeiten::Show_Preview() {
                                        .arg(pages)
                                        .arg(geometry.across)
                                        .arg(geometry.down));
-  ui->Picture1->Show_Sheets(geometry, setup.paper);
+  if (picture == Picture::Stopped)
+    ui->Picture1->Show_Text(print_texts::previewStopped);
+  else
+    ui->Picture1->Show_Sheets(geometry, setup.paper);
 }
 
 void FrmSeiten::Show_Choices() {
@@ -136,7 +176,7 @@ void FrmSeiten::Show_Choices() {
   ui->cmbPages->setCurrentIndex(-1);
 }
 
-void FrmSeiten::Set_btnShow(bool waiting) { ui->btnShow->setEnabled(waiting); }
+void FrmSeiten::Set_btnShow(bool waiting) { ui->btnShow->setEnabled(waiting || picture != Picture::There); }
 
 void FrmSeiten::Choose_Format() {
   const auto orientation = The_Printer().setup(setup.settings.orientation);
@@ -204,5 +244,5 @@ void Show_frmSeiten(QWidget* parent) {
   }
   auto* window = new FrmSeiten(parent);
   window->setAttribute(Qt::WA_DeleteOnClose);
-  window->show();
+  window->Begin();
 }

@@ -16,6 +16,7 @@ class FrmSeiten : public QDialog {
   explicit FrmSeiten(QWidget* parent = nullptr);
   ~FrmSeiten() override;
   const PageSetup& Setup() const { return setup; }
+  void Begin();      // shows the window, then makes the preview
   void Offer();      // asks whether changed settings shall be kept
   void Close_Now();  // asks nothing
 
@@ -27,6 +28,7 @@ class FrmSeiten : public QDialog {
   void Connect_Buttons();
   void Set_Anzeige();
   void Show_Boxes(const QObject* typedInto = nullptr);
+  void Make_Picture();
   void Show_Preview();
   void Show_Choices();
   void Set_btnShow(bool waiting);
@@ -38,5 +40,7 @@ class FrmSeiten : public QDialog {
 
   std::unique_ptr<Ui::FrmSeiten> ui;
   PageSetup setup;
+  // The picture of the map: being made, which btnShow stops; there.
+  enum class Picture { None, Making, Stopped, There } picture = Picture::None;
   int closedListener = 0, tableListener = 0, syncing = 0;
 };

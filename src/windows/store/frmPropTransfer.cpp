@@ -34,7 +34,7 @@ FrmPropTransfer::~FrmPropTransfer() = default;
 void FrmPropTransfer::Show_Pattern() {
   constexpr double smallest = 7, largest = 24;
   const EntryRow row = Read_Entry(*rsEntries);
-  const FontSpec font = FontSpec::Parse(row.Schrift);
+  const FontSpec font = FontSpec::Parse(Font_Text(EntryType::Parse(row.Typ), row.Schrift));
   QFont shown = ui->lblMuster->font();
   if (!font.family.isEmpty()) shown.setFamily(font.family);
   shown.setPointSizeF(std::clamp(std::abs(row.Groesse), smallest, largest));

@@ -100,4 +100,4 @@ void FrmReplace::Run(const std::function<void()>& work) {
   Show_State();
 }
 
-void Show_frmReplace(QWidget* parent) { Show_Beside<FrmReplace>(parent, QPoint(20, 110)); }
+void Show_frmReplace(QWidget* parent) { Show_Beside<FrmReplace>(parent); }

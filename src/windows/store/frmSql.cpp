@@ -15,8 +15,6 @@ FrmSql::FrmSql(QWidget* parent) : QDialog(parent), ui(std::make_unique<Ui::FrmSq
   ui->sqlGrid->setModel(model);
   ui->sqlGrid->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
   ui->sqlGrid->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
-  // A completed statement could be another one than the user has typed.
-  ui->cmbSqlText->setCompleter(nullptr);
   connect(ui->btnApply, &QPushButton::clicked, this, &FrmSql::Apply);
   connect(ui->btnTake, &QPushButton::clicked, this, &FrmSql::Take);
   connect(ui->btnSave, &QPushButton::clicked, this, &FrmSql::Save_List);
@@ -26,8 +24,9 @@ FrmSql::FrmSql(QWidget* parent) : QDialog(parent), ui(std::make_unique<Ui::FrmSq
   connect(ui->cmbSqlText, &QComboBox::activated, this, [this] { ui->cmbSqlText->lineEdit()->setCursorPosition(0); });
   Open_Sql(sql);
   Fill_List();
-  if (ui->cmbSqlText->count() > 0) ui->cmbSqlText->setCurrentIndex(0);
-  ui->cmbSqlText->lineEdit()->setCursorPosition(0);
+  // Nothing is armed: a statement is chosen or typed before it can be carried out.
+  ui->cmbSqlText->setCurrentIndex(-1);
+  ui->cmbSqlText->lineEdit()->setPlaceholderText(QStringLiteral("Anweisung aus der Liste wählen oder hier schreiben"));
   Show_State();
 }
 

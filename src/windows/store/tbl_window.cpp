@@ -21,16 +21,17 @@
 #include "state/run_guarded.h"
 #include "state/table_state.h"
 #include "store/entry.h"
+#include "tools/mouse.h"
 #include "windows/common/frm_dialogs.h"
 #include "windows/common/window_support.h"
 #include "windows/store/tbl_window_model.h"
 
 namespace {
 
+constexpr int leastRows = 2;
 constexpr int settleAfter = 40;  // ms: a key that repeats passes over rows without taking each in hand
 
 QString Window_Lines(QString text) { return text.replace(QLatin1String("\r\n"), QLatin1String("\n")); }
-QString Stored_Lines(QString text) { return text.replace(u'\n', QLatin1String("\r\n")); }
 
 }  // namespace
 
@@ -68,6 +69,12 @@ static bool Is_Grid_Key(const QKeyEvent& event) {
          (event.key() == Qt::Key_F1 && event.modifiers() == Qt::NoModifier);
 }
 
+// What the map does with them it does from here as well.
+static bool Is_Map_Key(const QKeyEvent& event) {
+  return event.modifiers() == Qt::NoModifier && (event.key() == Qt::Key_Escape || event.key() == Qt::Key_Return ||
+                                                 event.key() == Qt::Key_Enter || event.key() == Qt::Key_Pause);
+}
+
 bool TblGrid::event(QEvent* event) {
   // The menu has these keys as well; here they mean the rows.
   if (event->type() == QEvent::ShortcutOverride && Is_Grid_Key(*static_cast<QKeyEvent*>(event))) {
@@ -78,7 +85,9 @@ bool TblGrid::event(QEvent* event) {
 }
 
 void TblGrid::keyPressEvent(QKeyEvent* event) {
-  if (!Is_Grid_Key(*event)) {
+  if (Is_Map_Key(*event) && state() != EditingState) {
+    Run_Guarded([event] { Map_Key(event->key(), {}); });
+  } else if (!Is_Grid_Key(*event)) {
     QTableView::keyPressEvent(event);
   } else if (event->key() == Qt::Key_F1) {
     Show_Help(window(), QStringLiteral("Tabellenfenster.htm"));
@@ -115,7 +124,7 @@ void TblWindow::Build() {
   btnTake->setObjectName(QStringLiteral("btnTake"));
   lblField->setObjectName(QStringLiteral("lblField"));
   setWindowIcon(Program_Icon(QStringLiteral("table")));
-  setMinimumSize(260, 110);
+  setMinimumWidth(260);
   lblField->setBuddy(Text1);
   lblField->setMinimumWidth(lblField->fontMetrics().horizontalAdvance(QStringLiteral("Eintrag:  ")));
   Text1->setTabChangesFocus(true);
@@ -154,6 +163,10 @@ void TblWindow::Build() {
   DBGrid1->horizontalHeader()->setSectionsClickable(true);
   DBGrid1->horizontalHeader()->setHighlightSections(false);
   DBGrid1->horizontalHeader()->setMinimumSectionSize(30);
+  // Some rows are always seen.
+  DBGrid1->setMinimumHeight(DBGrid1->horizontalHeader()->sizeHint().height() +
+                            DBGrid1->horizontalScrollBar()->sizeHint().height() +
+                            leastRows * DBGrid1->verticalHeader()->defaultSectionSize());
 }
 
 void TblWindow::Connect() {

@@ -6,11 +6,8 @@
 #include "state/mdi_state.h"
 #include "state/table_state.h"
 #include "windows/common/frm_dialogs.h"
+#include "windows/common/tool_place.h"
 #include "windows/store/tbl_window.h"
-
-namespace {
-constexpr int margin = 24;  // to the lower right corner of the main window
-}
 
 TblWindow* Table_Of(QWidget* mainWindow) {
   return mainWindow ? mainWindow->findChild<TblWindow*>(QStringLiteral("Tbl")) : nullptr;
@@ -26,12 +23,8 @@ void Prepare_Column_Window(QDialog& dialog, const QString& helpPage) {
 
 void Place_Column_Window(QDialog& dialog) {
   if (!frmMDI.TblVisible || Tbl.Minimized) Table_On_Off(QStringLiteral("On"));
+  Works_Beside(dialog, Table_Of(dialog.parentWidget()));
   dialog.show();
-  if (const QWidget* around = dialog.parentWidget()) {
-    const QPoint corner = around->mapToGlobal(QPoint(around->width(), around->height()));
-    dialog.move(corner.x() - dialog.frameGeometry().width() - margin,
-                corner.y() - dialog.frameGeometry().height() - 2 * margin);
-  }
   dialog.raise();
   dialog.activateWindow();
 }

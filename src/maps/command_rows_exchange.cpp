@@ -1,0 +1,20 @@
+#include "exchange/csv_export.h"
+#include "exchange/exchange_table.h"
+#include "maps/command_rows.h"
+
+// clang-format off
+
+std::vector<Command> Exchange_Commands() {
+  constexpr auto text = Hand::StoreText;
+  return {
+      {"mnuImporttkr", "&Trakkor-Datei *.tkr", {}, {}, Needs::OpenMap, Hand::Free, "Import",
+       "Punkte aus einer Datei des mobilen Programms einlesen", Do(Import_Trakkor)},
+      {"mnuImporttkrAll", "Trakkor-Datei: &Alle Objekte einlesen", {}, {}, Needs::OpenMap, Hand::Free, "Import",
+       "Alles aus einer Datei des mobilen Programms einlesen, auch Linien, Flächen und Figuren", Do(Import_All_Trakkor)},
+      {"mnuExportCSV", "&komma separierte Datei *.csv", {}, {}, Needs::OpenMap, text, {},
+       "Alle Punkte mit ihren Koordinaten in eine CSV-Datei neben der Tabelle schreiben", Do(Export_Csv)},
+      {"mnuExporttkr", "&Trakkor-Datei *.tkr", {}, {}, Needs::OpenMap, text, {},
+       "Alle Einträge in eine Datei für das mobile Programm schreiben", Do(Export_Trakkor)},
+  };
+}
+// clang-format on

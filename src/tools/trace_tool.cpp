@@ -1,0 +1,89 @@
+#include "tools/trace_tool.h"
+
+#include <optional>
+#include <utility>
+
+#include "edit/bulk_change.h"
+#include "state/events.h"
+#include "state/map_state.h"
+#include "state/mdi_state.h"
+#include "tools/map_tool.h"
+#include "tools/poly_editor.h"
+
+namespace {
+
+class TraceTool final : public MapTool {
+ public:
+  explicit TraceTool(TraceListener heard) : listener(std::move(heard)) {}
+  QString Name() const override { return QStringLiteral("Fd"); }
+  QString Status() const override {
+    return QStringLiteral("Fläche digitalisieren: Klicken Sie in einen farbigen Fleck der Karte");
+  }
+
+  void Press(QPoint window, MouseKeys) override {
+    click = QPoint(Map_X(window.x()), Map_Y(window.y()));
+    Trace();
+  }
+  OverPaint Paint_Over() const override {
+    if (!result.Found()) return {};
+    QPainterPath path;
+    const auto at = [](QPoint map) { return QPointF(Window_X(map.x()), Window_Y(map.y())); };
+    path.moveTo(at(result.outline.front()));
+    for (const QPoint point : result.outline) path.lineTo(at(point));
+    path.closeSubpath();
+    return Dashed(path);
+  }
+  void Dropped() override {
+    if (listener.dropped) listener.dropped();
+  }
+
+  void Trace() {
+    if (!click) return;
+    {
+      const BusyPointer busy;
+      const TraceRequest request{Map.MapClip[0].image, *click, frmMDI.DigiTolerance, {}};
+      result = frmMDI.DigiFill ? Digi_Fill(request) : Digi_Trace_RGB(request);
+    }
+    events.HandChanged.Emit();
+    if (listener.traced) listener.traced(result);
+  }
+  void Forget() {
+    click.reset();
+    result = {};
+    events.HandChanged.Emit();
+  }
+  const TraceResult& Result() const { return result; }
+
+ private:
+  TraceListener listener;
+  std::optional<QPoint> click;  // map pixels
+  TraceResult result;
+};
+
+TraceTool* Tool() { return dynamic_cast<TraceTool*>(Map_Tool_In_Use()); }
+
+}  // namespace
+
+bool Start_Tracing(TraceListener listener) { return Use_Map_Tool(std::make_unique<TraceTool>(std::move(listener))); }
+
+void End_Tracing() {
+  if (Tool()) End_Map_Tool();
+}
+
+void Trace_Again() {
+  if (TraceTool* tool = Tool()) tool->Trace();
+}
+
+void Forget_Trace() {
+  if (TraceTool* tool = Tool()) tool->Forget();
+}
+
+bool Take_Traced_Area() {
+  TraceTool* tool = Tool();
+  if (!tool || !tool->Result().Found()) return false;
+  if (!Append_Poly(PolyEditor::Kind::Area, tool->Result().outline, QStringLiteral("Fläche digitalisieren")))
+    return false;
+  tool->Forget();
+  Show_Changed_Entries();
+  return true;
+}

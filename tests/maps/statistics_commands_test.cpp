@@ -1,0 +1,243 @@
+#include <QFileInfo>
+
+#include "maps/color_command.h"
+#include "maps/map_close.h"
+#include "maps/map_open.h"
+#include "maps/neighbour_command.h"
+#include "maps/population_command.h"
+#include "platform/for_now.h"
+#include "state/map_state.h"
+#include "store/vertex_table.h"
+#include "support/fixture.h"
+#include "support/rows.h"
+#include "workbook/workbook.h"
+
+// The evaluations with all that they ask and tell.
+
+namespace {
+
+class StatisticsCommands : public FluraxTest, public RowsOfTable {
+ protected:
+  void SetUp() override {
+    FluraxTest::SetUp();
+    QImage picture(600, 400, QImage::Format_RGB32);
+    for (int y = 0; y < 400; ++y)
+      for (int x = 0; x < 600; ++x) picture.setPixel(x, y, y < 200 ? qRgb(x % 256, x / 256, 7) : qRgb(255, 255, 255));
+    ASSERT_TRUE(picture.save(Path("Karte.bmp")));
+    const MessageScript none;
+    Open_Map(Path("Karte.bmp"));
+    book = Workbook_Name(TableFile);
+  }
+  void TearDown() override {
+    Close_Map();
+    FluraxTest::TearDown();
+  }
+  static void Add_Area(const QString& id) {
+    Write_Vertices(id, {{10, 10}, {110, 10}, {110, 60}, {10, 60}});
+    Add({id, "Wiese", "Arial", 8, 0, 0, 0, 10, 10, 1, 1, 4});
+  }
+  static void Add_Text(const QString& id, const QString& text, int typ = 0, QPoint at = {30, 300}) {
+    Add({id, text, "Arial", 8, 0, 15, 0, at.x(), at.y(), 0, 0, typ});
+  }
+  QStringList Sheets() const { return QFileInfo::exists(book) ? Workbook(book).SheetNames() : QStringList(); }
+  QByteArray Bytes() const { return Read_Bytes(book); }
+  // Every text of a sheet that was written.
+  QString Written(const QString& name) const {
+    const Sheet sheet = Workbook(book).Read(name);
+    const int columns = sheet.ColumnCount();
+    QStringList texts;
+    for (int row = 1; row <= sheet.RowCount(); ++row)
+      for (int column = 1; column <= columns; ++column) texts += sheet.Text(row, column);
+    return texts.join(u'|');
+  }
+
+  QString book;
+  const ExpectedBox written{QStringLiteral("Arbeitsmappe gesichert"), MsgAnswer::No};
+  const QString nothingAssigned = QStringLiteral("Es wurden keine Karteneinträge gefunden, \n"),
+                noArea = QStringLiteral("FLURAX hat keine Fläche (Polygon) auf der Karte gefunden.");
+};
+
+}  // namespace
+
+TEST_F(StatisticsCommands, AMapWithoutAssignedEntriesOrAreasIsAskedAbout) {
+  Add_Text("Text", "Amsel");
+  With_Box(nothingAssigned, MsgAnswer::No, [] { Calc_Chosen_Population({}); });
+  {
+    MessageScript script({{nothingAssigned, MsgAnswer::Yes}, {noArea, MsgAnswer::No}});
+    Calc_Chosen_Population({});
+    script.Expect(nothingAssigned, MsgAnswer::Yes).Expect(noArea, MsgAnswer::Yes).Expect("Es ist keine Fläche");
+    Calc_Chosen_Population({});
+  }
+  EXPECT_EQ(Sheets(), QStringList());
+
+  Add({"Figur1", "Kreis", "0", 10, 0, 15, 1, 50, 50, 30, 30, 23});
+  Add_Text("Text>Figur1", "3 Amsel");
+  MessageScript script({{QStringLiteral("1  Karteneinträge sind jedoch"), MsgAnswer::No}});
+  Calc_Chosen_Population({});
+  EXPECT_EQ(Sheets(), QStringList());
+  script.Expect("Figuren (Kreis", MsgAnswer::Yes).Expect(noArea, MsgAnswer::Yes).Expect(written.part, MsgAnswer::No);
+  Calc_Chosen_Population({});
+  EXPECT_EQ(Sheets(), QStringList("Matrix"));
+  EXPECT_TRUE(Written("Matrix").contains("Figur|Figur1|Kreis|3|1|")) << Written("Matrix");
+
+  Add_Area("Flaeche1");
+  Add_Text("Text", "2 Igel", 100);
+  script.Expect("\"Flächen\" und \"Matrix\"", MsgAnswer::No);
+  Calc_Chosen_Population({.from = SpeciesFrom::Marked});
+  EXPECT_EQ(Sheets(), QStringList({QStringLiteral("Flächen"), "Matrix"}));
+  EXPECT_TRUE(Written("Matrix").contains("Markierte||markierte Einträge|2|1|")) << Written("Matrix");
+  EXPECT_EQ(script.Seen()[0].title, "Fehler -  Populationsparameter berechnen");
+}
+
+TEST_F(StatisticsCommands, OneSpeciesAndLargeNumbersAreToldAndNothingIsLostByCancel) {
+  Add_Area("Flaeche1");
+  Add_Text("Text>Flaeche1", "Amsel");
+  Add_Area("Flaeche2");
+  Add_Text("Text>Flaeche2", "3 Igel");
+  Add_Text("Text>Flaeche2", "Maus");
+  {
+    const MessageScript script({{"11\nDivision durch", MsgAnswer::Ok}, written});
+    Calc_Chosen_Population({});
+    EXPECT_EQ(script.Seen()[0].title, "Fehler - Flächenstatistik");
+  }
+  EXPECT_TRUE(Written("Flächen").contains("Igel")) << "the next area is in it";
+  const QByteArray before = Bytes();
+  With_Box("Flaeche1: Von einer einzigen Art", MsgAnswer::Cancel, [] { Calc_Chosen_Population({}); });
+  EXPECT_EQ(Bytes(), before);
+
+  Add_Text("Text>Flaeche2", "40000 Ameisen");
+  {
+    const MessageScript script({{"11\n"}, {"40000 Ameisen", MsgAnswer::Cancel}});
+    Calc_Chosen_Population({});
+  }
+  With_Box("40000 Ameisen", MsgAnswer::Cancel, [] { Write_Matrix_Sheet(); });
+  {
+    const StopWorkAt stop(2);
+    const MessageScript none;
+    Calc_Chosen_Population({});
+    Calc_Chosen_Population({.from = SpeciesFrom::Groups, .diversity = false});
+    Write_Matrix_Sheet();
+    EXPECT_EQ(Assign_Colors({}), ColorEnd::Stopped);
+  }
+  EXPECT_EQ(Bytes(), before) << "a stop leaves the former sheets";
+  {
+    const MessageScript script({{"40000 Ameisen"}, written});
+    Calc_Chosen_Population({.diversity = false});
+  }
+  EXPECT_NE(Bytes(), before);
+
+  const ForNow<QString> gone(TableFile, Path("weg/KARTE.MDB"));
+  const MessageScript script({{"40000 Ameisen"}, {"Pfad nicht gefunden"}});
+  Calc_Chosen_Population({.diversity = false});
+  EXPECT_EQ(script.Seen()[1].title, "Fehler - Flächenstatistik");
+}
+
+// Hears of the steps of long work.
+struct StepsHeard : ProgressFace {
+  explicit StepsHeard(QStringList& list) : heard(list) {}
+  void Show(const QString& title, int) override { heard += title; }
+  bool Step(int) override { return true; }
+  void Say(const QString& step) override { heard += step; }
+  int Delay() const override { return 0; }
+  QStringList& heard;
+};
+
+TEST_F(StatisticsCommands, LongWorkNamesItsSteps) {
+  Add_Area("Flaeche1");
+  Add_Text("Text>Flaeche1", "Amsel");
+  QStringList steps;
+  const ProgressMaker former = Set_Progress_Maker([&steps] { return std::make_unique<StepsHeard>(steps); });
+  const MessageScript script({written});
+  Calc_Chosen_Population({.from = SpeciesFrom::Groups, .diversity = false});
+  Set_Progress_Maker(former);
+  EXPECT_EQ(steps, QStringList({"Flächenstatistik\nFlächen werden berechnet.", "Arten werden gezählt.",
+                                "Arbeitsmappe öffnen", "Arbeitsmappe sichern."}));
+}
+
+TEST_F(StatisticsCommands, AreasWithoutVerticesAreToldAndNamesAreNoFormulas) {
+  Add_Area("Flaeche1");
+  Add_Area("Flaeche10");
+  for (const char* id : {"Flaeche1", "Flaeche3", "Flaeche10"}) Add_Text(QStringLiteral("Text>") + id, "=1+1");
+  for (const char* name : {"+x", "@y", "-z", "a\x01\x02z", "0 Nichts", "77", "&<b>"}) Add_Text("Text>Flaeche10", name);
+  Write_Vertices("Flaeche2", {{5, 5}});  // a point has no size, and nothing is wrong with it
+  for (const char* id : {"Flaeche2", "Flaeche3"}) Add({id, "Punkt", "Arial", 8, 0, 0, 0, 10, 10, 1, 1, 4});
+  With_Box("ein Fehler aufgetreten.\nDie Eckpunkte fehlen: Flaeche3", MsgAnswer::Cancel,
+           [] { Calc_Chosen_Population({}); });
+  EXPECT_EQ(Sheets(), QStringList());
+  const MessageScript script({{"fehlen: Flaeche3"}, {"Flaeche1: Von"}, {"Flaeche3: Von"}, written});
+  Calc_Chosen_Population({.from = SpeciesFrom::Groups});
+  EXPECT_TRUE(Written("Flächen").contains("zugeordnete Einträge:|8|")) << "Flaeche1 is not Flaeche10";
+  const Sheet matrix = Workbook(book).Read("Matrix");
+  EXPECT_EQ(Written("Matrix").count("=1+1"), 1);
+  for (int column = 1; column <= matrix.ColumnCount(); ++column)
+    EXPECT_NE(matrix.Text(3, column), "2") << "computed as a formula";
+}
+
+TEST_F(StatisticsCommands, ColoursComeFromThePictureAndThe501stEndsTheWork) {
+  dbEntries->BeginTrans();
+  for (int x = 0; x < 500; ++x) Add_Text("Text", "Art", 0, {x, 20});
+  Add_Text("Text", "2 Igel", 0, {10, 300});
+  Add_Text("Text", "neben der Karte", 0, {10, 3000});
+  dbEntries->CommitTrans();
+  QStringList said;
+  const ColorWatch watch{[&said](const QString& text) { said += text; }, [](int, int) { return true; }};
+  {
+    const MessageScript script("Zu viele Durchgänge beim Sortieren der Karteneinträge.", MsgAnswer::Cancel);
+    EXPECT_EQ(Assign_Colors({}, watch), ColorEnd::Failed);
+    EXPECT_EQ(script.Seen()[0].title, "Fehler - Abundanz berechnen");
+    EXPECT_EQ(Sheets(), QStringList());
+  }
+  EXPECT_EQ(said, QStringList({"Karteneinträge werden sortiert.", " Fehler!"}));
+  {
+    const MessageScript script({{"Zu viele Durchgänge", MsgAnswer::Ok}, written});
+    EXPECT_EQ(Assign_Colors({}, watch), ColorEnd::Failed);
+  }
+  EXPECT_TRUE(Written("Zuordnung").contains("Fehler: Auswertung abgebrochen!"));
+  rsEntries->SetBookmark("2");
+  rsEntries->Delete();
+  {
+    const MessageScript script({written});
+    Calc_Chosen_Population({.from = SpeciesFrom::AllTexts});
+  }
+  EXPECT_TRUE(Written("Zuordnung").contains("Igel|2|")) << "numbers in front of names count";
+  EXPECT_TRUE(Written("Zuordnung").contains("Ende der Auswertung"));
+}
+
+TEST_F(StatisticsCommands, NeighboursAreReducedWhereThereAreTooFew) {
+  const QString report = ProgramFolder + "/Distanz.erg";
+  NeighbourOrder order{5, false};
+  const auto run = [&order] { return Calc_Neighbours(order); };
+  Add_Text("Text", "Amsel", 0, {10, 10});
+  EXPECT_FALSE(With_Box("1 relevante Einträge gefunden.\n\nNachbarn gibt es", run));
+  Add_Text("Text", "Igel", 0, {13, 14});
+  Add_Text("Text", "Maus", 0, {10, 110});
+  EXPECT_FALSE(With_Box("3 relevante Einträge gefunden.\n\nDie Zahl N", MsgAnswer::Cancel, run));
+  EXPECT_FALSE(QFileInfo::exists(report));
+  EXPECT_EQ(order.neighbours, 5);
+  EXPECT_TRUE(With_Box("\n\n N = 2", run));
+  EXPECT_EQ(order.neighbours, 2);
+  MapUnitPerPixel = 3;
+  MapHasScale = true;
+  MapUnit = QStringLiteral(" m");
+  order.detailed = true;
+  const MessageScript none;
+  EXPECT_TRUE(run());
+  const QStringList lines = Read_Lines(report);
+  EXPECT_EQ(lines.value(1), "Masseinheit:  m");
+  EXPECT_EQ(lines.value(7), "Amsel           Igel      Maus");
+  EXPECT_EQ(lines.value(8).simplified(), "Distanz: 15,0 300,0 315,0 157,5");
+}
+
+TEST_F(StatisticsCommands, TheMatrixGoesIntoATextAsWell) {
+  With_Box("Auf der Karte gibt es keine Fläche", [] { Write_Matrix_Csv(); });
+  Add_Area("Flaeche1");
+  Add_Text("Text>Flaeche1", "=2+2");
+  FileDialogScript files({std::nullopt, Path("Arten.csv")});
+  const MessageScript script("Die Matrix wurde in folgende Datei geschrieben:");
+  Write_Matrix_Csv();
+  Write_Matrix_Csv();
+  EXPECT_EQ(files.Seen()[0].name, "KARTE_Matrix.csv");
+  const QByteArray text = Read_Bytes(Path("Arten.csv"));
+  EXPECT_TRUE(text.startsWith("\xEF\xBB\xBF"));
+  EXPECT_TRUE(text.contains(";'=2+2\r\n")) << text.toStdString();
+}

@@ -1,0 +1,63 @@
+#include <QLabel>
+#include <QPainter>
+#include <QPushButton>
+#include <QSlider>
+
+#include "store/vertex_table.h"
+#include "windows/canvas/frmDigi.h"
+#include "windows/window_fixture.h"
+
+namespace {
+
+class DigiTest : public WindowTest {
+ protected:
+  void SetUp() override {
+    WindowTest::SetUp();
+    const QString path = Make_Map();
+    QImage picture(path);
+    QPainter(&picture).fillRect(60, 50, 120, 80, QColor(120, 180, 90));
+    ASSERT_TRUE(picture.save(path));
+    const FileDialogScript files{path};
+    Choose(QStringLiteral("mnuFOpen"));
+    Choose(QStringLiteral("mnuInsDigi"));
+  }
+  void Click(int x, int y) {
+    QTest::mouseClick(Canvas(), Qt::LeftButton, {}, {Window_X(x), Window_Y(y)});
+    Settle();
+  }
+  QString Points() { return Child<QLabel>("lblPoints")->text(); }
+  QPushButton* Take() { return Child<QPushButton>("cmdTake"); }
+};
+
+TEST_F(DigiTest, AClickASliderAnArea) {
+  EXPECT_FALSE(Take()->isEnabled());
+  With_Box(QStringLiteral("über den oberen Fensterrand hinaus"), [&] { Click(300, 200); });
+  EXPECT_FALSE(Take()->isEnabled());
+  Click(120, 90);
+  EXPECT_TRUE(Take()->isEnabled());
+  const QString followed = Points();
+  Child<QSlider>("Slider1")->setValue(30);
+  EXPECT_NE(Points(), QStringLiteral("0 Randpunkte")) << "it tries again at once";
+  Child<QAbstractButton>("optFuellen")->click();
+  EXPECT_EQ(Points(), QStringLiteral("4 Randpunkte")) << followed.toStdString();
+  Push(Take());
+  EXPECT_FALSE(Take()->isEnabled());
+  const EntryRow row = Last_Row();
+  EXPECT_EQ(row.ID, QStringLiteral("Flaeche0"));
+  EXPECT_EQ(row.Typ, 4);
+  EXPECT_EQ(QPolygon(QList<QPoint>(Load_Vertices(row.ID).begin(), Load_Vertices(row.ID).end())).boundingRect(),
+            QRect(QPoint(60, 50), QPoint(180, 130)));
+  // The next one at once, with the same settings, also in another window.
+  Click(61, 51);
+  EXPECT_TRUE(Take()->isEnabled());
+  Push(Child<QPushButton>("btnEnd"));
+  EXPECT_FALSE(Is_Open<FrmDigi>());
+  EXPECT_EQ(Map.Tool, QString());
+  Press_Tool("Fd");
+  EXPECT_EQ(Child<QSlider>("Slider1")->value(), 30);
+  EXPECT_TRUE(Child<QAbstractButton>("optFuellen")->isChecked());
+  Key_On(Canvas(), Qt::Key_Escape);
+  EXPECT_FALSE(Is_Open<FrmDigi>());
+}
+
+}  // namespace
