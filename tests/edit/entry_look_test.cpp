@@ -100,7 +100,7 @@ TEST_F(EntryLookTest, ASquareComesBackToItsFormerLook) {
   EntryRow row = Text_Row(QStringLiteral("A-1"), 100, 100, 16);
   row.ID = QStringLiteral("Plan\u001fA-1");
   std::tie(row.Schrift, row.Xline, row.Yline) = std::tuple("F 1", 200, 200);
-  const QString square = In_Hand(row);
+  const QString square = Take(row);
   Change_Color(ColorOf::HG, 7);
   EXPECT_EQ(Row(square).HG, 7);
   EXPECT_EQ(Map.InHand, square);

@@ -105,7 +105,7 @@ TEST_F(Activation, TheZoomThatIsSetAlreadyOnlyHidesWhatFloats) {
   EXPECT_EQ(Entry_Count(), rows + 1);
   EXPECT_EQ(Last_Row().Eintrag, QStringLiteral("Horst"));
   EXPECT_FALSE(Map.Text2.Visible);
-  EXPECT_EQ(Map.Text2.Tag, QStringLiteral("Old"));
+  EXPECT_EQ(Map.Text2.Tag, EditTag::Old);
 }
 
 // The box of a row is not where a turned text is seen.
