@@ -7,7 +7,6 @@
 #include "state/events.h"
 #include "state/run_guarded.h"
 #include "ui_frmDistanz.h"
-#include "windows/common/frm_beside.h"
 #include "windows/common/frm_dialogs.h"
 
 namespace {
@@ -79,7 +78,7 @@ void Show_frmDistanz(QWidget* parent, DistanceMode mode) {
   window = new FrmDistanz(parent);
   window->setAttribute(Qt::WA_DeleteOnClose);
   if (window->Measure(mode))
-    Show_At_The_Side(*window, parent);
+    window->show();
   else
     delete window;
 }

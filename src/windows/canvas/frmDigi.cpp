@@ -9,7 +9,6 @@
 #include "state/run_guarded.h"
 #include "tools/trace_tool.h"
 #include "ui_frmDigi.h"
-#include "windows/common/frm_beside.h"
 #include "windows/common/frm_dialogs.h"
 
 namespace {
@@ -132,7 +131,7 @@ void Show_frmDigi(QWidget* parent) {
   auto* window = new FrmDigi(parent);
   window->setAttribute(Qt::WA_DeleteOnClose);
   if (window->Start())
-    Show_At_The_Side(*window, parent);
+    window->show();
   else
     delete window;
 }
