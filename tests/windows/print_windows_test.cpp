@@ -3,6 +3,7 @@
 
 #include "platform/printer.h"
 #include "printing/print_map.h"
+#include "store/header_row.h"
 #include "windows/main/mdi_window_pads.h"
 #include "windows/maps/frmNotePad.h"
 #include "windows/printing/frmDruckpfad.h"
