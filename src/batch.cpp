@@ -12,6 +12,7 @@
 
 #include "analysis/all_results.h"
 #include "exchange/csv_export.h"
+#include "exchange/exchange_table.h"
 #include "maps/map_close.h"
 #include "maps/map_open.h"
 #include "objects/draw_context.h"
@@ -26,14 +27,17 @@
 #include "printing/page_geometry.h"
 #include "printing/print_map.h"
 #include "state/global_state.h"
+#include "state/map_state.h"
 #include "store/entry.h"
+#include "tools/area_trace.h"
+#include "tools/poly_editor.h"
 #include "view/redraw.h"
 
 using namespace Qt::StringLiterals;
 
 // flurax-batch: draws a map with its entries into a picture, prints it into a PDF, lists its entries or evaluates them,
 // without a window. Writes nothing but that file: the map is opened in a temporary folder that holds a copy of its
-// table and links to everything else.
+// table and links to everything else. Commands that add entries open it where it lies.
 
 namespace {
 
@@ -62,10 +66,20 @@ const QString helpText =
       Linien, Zuordnung zur Farbe der Karte, Kataster, Matrix der Arten. Andere Blätter darin bleiben, wie sie sind.
       --matrix AUS.csv   die Matrix auch als Text für andere Programme.
       --nachbarn N       dazu die N nächsten Nachbarn jedes Eintrags in der Datei Distanz.erg neben der Arbeitsmappe.
+  flurax-batch tkr KARTE.bmp AUS.tkr
+      Schreibt alle Einträge in eine Datei für das mobile Programm.
+  flurax-batch tkr-ein KARTE.bmp DATEI.tkr [--alles]
+      Liest die Punkte einer solchen Datei in die Tabelle der Karte ein.
+      --alles    auch Linien, Flächen und Figuren.
+  flurax-batch flaeche KARTE.bmp X Y [--toleranz N] [--fuellen] [--uebernehmen]
+      Sucht den Rand des farbigen Flecks an dieser Stelle der Karte (Pixel) und gibt ihn aus, je Zeile "x y".
+      --toleranz N       Farbtoleranz von 0 bis 100 % (üblich 10).
+      --fuellen          füllt den Fleck, statt seinem Rand zu folgen.
+      --uebernehmen      nimmt die Fläche in die Tabelle der Karte auf.
   flurax-batch --hilfe
       Zeigt diesen Text.
 
-Karte und Tabelle werden nur gelesen. Meldungen gehen auf die Standardfehlerausgabe.
+Nur tkr-ein und --uebernehmen ändern die Tabelle der Karte. Meldungen gehen auf die Standardfehlerausgabe.
 Rückgabewert: 0 gezeichnet, gedruckt oder geschrieben, 1 Fehler, 2 falscher Aufruf.
 )"_s;
 
@@ -76,9 +90,16 @@ void Quiet(QtMsgType type, const QMessageLogContext&, const QString& text) {
 
 void Tell(const QString& text) { std::fprintf(stderr, "%s\n", qUtf8Printable(text)); }
 
+struct BatchCommand;
+
 struct BatchOrder {
+  const BatchCommand* command = nullptr;
   QString map, target;
-  bool print = false, csv = false, results = false;
+  bool changesTable = false;
+  bool wholeFile = false;  // tkr-ein
+  QPoint at;               // flaeche, map pixels
+  int tolerance = 10;      // percent
+  bool fill = false;
   QString matrix;
   int neighbours = 0;
   double zoom = 1;
@@ -87,6 +108,16 @@ struct BatchOrder {
   std::optional<int> orientation;
   std::optional<PrintRange> range;
 };
+
+// What the program can do: a word, what it wants behind it, and the work on the open map.
+struct BatchCommand {
+  QString name;
+  int words;        // behind the command, without options
+  QString missing;  // told where there are more or fewer
+  void (*parse)(QStringList& options, BatchOrder& order);
+  ExitStatus (*run)(const BatchOrder& order);
+};
+const std::vector<BatchCommand>& Batch_Commands();
 
 struct WrongCall {
   QString text;
@@ -153,54 +184,77 @@ void Parse_Result_Options(QStringList& words, BatchOrder& order) {
   if (order.neighbours != *count) throw WrongCall{wanted + Number_Text(*count)};
 }
 
-void Parse_Options(QStringList& words, BatchOrder& order) {
-  if (order.results) return Parse_Result_Options(words, order);
-  if (!order.print) {
-    order.zoom = Take_Number(words, u"--zoom"_s, smallestFactor, largestFactor, u"Hinter --zoom fehlt der Faktor."_s,
-                             u"Der Zoom-Faktor muss zwischen 0,05 und 8 liegen: "_s)
-                     .value_or(1);
-    return;
-  }
+bool Take_Switch(QStringList& words, const QString& name) { return words.removeAll(name) > 0; }
+
+QString Full_Path(const QString& word) { return QFileInfo(Clean_Path(word)).absoluteFilePath(); }
+
+void Take_Target(const QStringList& words, BatchOrder& order, const QStringList& endings, const QString& wanted) {
+  order.target = Full_Path(words.value(1));
+  if (!endings.contains(QFileInfo(order.target).suffix().toLower())) throw WrongCall{wanted + order.target};
+  const QString map = QFileInfo(Full_Path(words[0])).canonicalFilePath();
+  if (!map.isEmpty() && map == QFileInfo(order.target).canonicalFilePath())
+    throw WrongCall{u"Die Karte selbst wird nicht überschrieben: "_s + order.target};
+}
+
+void Parse_Picture(QStringList& words, BatchOrder& order) {
+  order.zoom = Take_Number(words, u"--zoom"_s, smallestFactor, largestFactor, u"Hinter --zoom fehlt der Faktor."_s,
+                           u"Der Zoom-Faktor muss zwischen 0,05 und 8 liegen: "_s)
+                   .value_or(1);
+  if (words.size() > 1)
+    Take_Target(words, order, {u"png"_s, u"bmp"_s, u"jpg"_s, u"jpeg"_s},
+                u"Die Bilddatei muss auf .png, .bmp oder .jpg enden: "_s);
+}
+
+void Parse_Print(QStringList& words, BatchOrder& order) {
   order.factor = Take_Number(words, u"--faktor"_s, smallestPrintFactor, largestPrintFactor,
                              u"Hinter --faktor fehlt die Zahl."_s, u"Der Faktor muss zwischen 0,05 und 20 liegen: "_s);
   Parse_Format(words, order);
   if (const auto range = Take_Option(words, u"--seiten"_s, u"Hinter --seiten fehlt VON-BIS."_s))
     order.range = Parse_Range(*range);
+  if (words.size() > 1) Take_Target(words, order, {u"pdf"_s}, u"Die Druckdatei muss auf .pdf enden: "_s);
 }
 
-void Check_Target(const BatchOrder& order) {
-  const QString format = QFileInfo(order.target).suffix().toLower();
-  if (order.print && format != "pdf"_L1) throw WrongCall{u"Die Druckdatei muss auf .pdf enden: "_s + order.target};
-  if (order.results && format != "xls"_L1 && format != "xlsx"_L1)
-    throw WrongCall{u"Die Arbeitsmappe muss auf .xls oder .xlsx enden: "_s + order.target};
-  if (!order.print && !order.results && !QStringList{u"png"_s, u"bmp"_s, u"jpg"_s, u"jpeg"_s}.contains(format))
-    throw WrongCall{u"Die Bilddatei muss auf .png, .bmp oder .jpg enden: "_s + order.target};
-  const QString mapThere = QFileInfo(order.map).canonicalFilePath();
-  if (!mapThere.isEmpty() && mapThere == QFileInfo(order.target).canonicalFilePath())
-    throw WrongCall{u"Die Karte selbst wird nicht überschrieben: "_s + order.target};
+void Parse_Results(QStringList& words, BatchOrder& order) {
+  Parse_Result_Options(words, order);
+  if (words.size() > 1)
+    Take_Target(words, order, {u"xls"_s, u"xlsx"_s}, u"Die Arbeitsmappe muss auf .xls oder .xlsx enden: "_s);
+}
+
+void Parse_Exchange(QStringList& words, BatchOrder& order) {
+  if (words.size() > 1)
+    Take_Target(words, order, {u"tkr"_s}, u"Die Datei für das mobile Programm muss auf .tkr enden: "_s);
+}
+
+void Parse_Taking(QStringList& words, BatchOrder& order) {
+  order.changesTable = true;
+  order.wholeFile = Take_Switch(words, u"--alles"_s);
+  order.target = Full_Path(words.value(1));
+}
+
+void Parse_Area(QStringList& words, BatchOrder& order) {
+  order.fill = Take_Switch(words, u"--fuellen"_s);
+  order.changesTable = Take_Switch(words, u"--uebernehmen"_s);
+  order.tolerance = qRound(Take_Number(words, u"--toleranz"_s, 0, 100, u"Hinter --toleranz fehlt die Zahl."_s,
+                                       u"Die Farbtoleranz muss zwischen 0 und 100 liegen: "_s)
+                               .value_or(order.tolerance));
+  if (words.size() != 3) return;
+  bool right = false, down = false;
+  order.at = QPoint(words[1].toInt(&right), words[2].toInt(&down));
+  if (!right || !down) throw WrongCall{u"X und Y müssen ganze Zahlen sein: "_s + words[1] + u' ' + words[2]};
 }
 
 BatchOrder Parse_Order(QStringList words) {
   BatchOrder order;
-  const QString command = words.takeFirst();
-  if (!QStringList{u"bild"_s, u"druck"_s, u"csv"_s, u"statistik"_s}.contains(command))
-    throw WrongCall{u"Unbekannter Befehl."_s};
-  order.print = command == "druck"_L1;
-  order.results = command == "statistik"_L1;
-  order.csv = command == "csv"_L1;
-  if (!order.csv) Parse_Options(words, order);
+  const QString name = words.takeFirst();
+  for (const BatchCommand& command : Batch_Commands())
+    if (command.name == name) order.command = &command;
+  if (!order.command) throw WrongCall{u"Unbekannter Befehl."_s};
+  if (order.command->parse) order.command->parse(words, order);
   for (const QString& word : words) {
     if (word.startsWith("--"_L1)) throw WrongCall{u"Unbekannte Angabe: "_s + word};
   }
-  if (order.csv) {
-    if (words.size() != 1) throw WrongCall{u"Es wird genau eine Karte erwartet."_s};
-    order.map = QFileInfo(Clean_Path(words[0])).absoluteFilePath();
-    return order;
-  }
-  if (words.size() != 2) throw WrongCall{u"Es werden genau eine Karte und eine Zieldatei erwartet."_s};
-  order.map = QFileInfo(Clean_Path(words[0])).absoluteFilePath();
-  order.target = QFileInfo(Clean_Path(words[1])).absoluteFilePath();
-  Check_Target(order);
+  if (words.size() != order.command->words) throw WrongCall{order.command->missing};
+  order.map = Full_Path(words[0]);
   return order;
 }
 
@@ -312,7 +366,7 @@ ExitStatus Print_Into_Pdf(const BatchOrder& batch) {
 }
 
 // Beside the map, named like its table.
-void Write_Csv(const BatchOrder& order) {
+ExitStatus Write_Csv(const BatchOrder& order) {
   const QString table = QFileInfo(TableFile).completeBaseName();
   const QString path = QFileInfo(order.map).path() + u'/' + table + u".csv"_s;
   const QStringList lines = Csv_Export_Lines(table + u".MDB"_s);
@@ -321,6 +375,7 @@ void Write_Csv(const BatchOrder& order) {
   } catch (const Error& error) {
     Raise(error.number, error.text + u": "_s + path);
   }
+  return done;
 }
 
 // The rest is written even if one of the evaluations fails.
@@ -330,6 +385,59 @@ ExitStatus Write_Results(const BatchOrder& order) {
     Tell(u"Die vorhandene Arbeitsmappe hat ein altes Format. Sie heißt jetzt: "_s + files.aside);
   for (const QString& problem : files.problems) Tell(problem);
   return files.problems.isEmpty() ? done : failed;
+}
+
+ExitStatus Save_Drawing(const BatchOrder& order) {
+  Save_Picture(Draw_Map(order.zoom), order.target);
+  return done;
+}
+
+ExitStatus Write_Exchange(const BatchOrder& order) {
+  try {
+    const auto text = Exchange_Lines(Read_Exchange_Table(order.target));
+    Write_Lines(order.target, text->lines);
+    if (text->withoutText > 0) Tell(u"Einträge ohne Text, die nicht in der Datei stehen: %1"_s.arg(text->withoutText));
+  } catch (const Error& error) {
+    const QString reason = error.number == 5000 ? u"Diese Datei ist leer."_s : Error_Text(error);
+    Raise(error.number, reason + u": "_s + order.target);
+  }
+  return done;
+}
+
+ExitStatus Take_Exchange(const BatchOrder& order) {
+  const QStringList lines = Read_Lines(order.target);
+  const ExchangeContent content = order.wholeFile ? Read_Exchange_All(lines) : Read_Exchange_Entries(lines);
+  const ExchangeTaken taken = Append_Exchange_Entries(content.entries);
+  for (const auto* refused : {&content.refused, &taken.refused})
+    for (const ExchangeRefusal& one : *refused) Tell(u"Zeile %1: %2"_s.arg(one.line).arg(one.reason));
+  std::printf("%d\n", taken.entries);
+  return taken.entries > 0 ? done : failed;
+}
+
+ExitStatus Find_Area(const BatchOrder& order) {
+  const TraceRequest request{Map.MapClip[0].image, order.at, order.tolerance, {}};
+  const TraceResult result = order.fill ? Digi_Fill(request) : Digi_Trace_RGB(request);
+  if (!result.Found()) {
+    Tell(result.fault);
+    return failed;
+  }
+  for (const QPoint point : result.outline) std::printf("%d %d\n", point.x(), point.y());
+  if (!order.changesTable) return done;
+  return Append_Poly(PolyEditor::Kind::Area, result.outline, u"Fläche digitalisieren"_s) ? done : failed;
+}
+
+const std::vector<BatchCommand>& Batch_Commands() {
+  static const QString mapAndTarget = u"Es werden genau eine Karte und eine Zieldatei erwartet."_s;
+  static const std::vector<BatchCommand> commands = {
+      {u"bild"_s, 2, mapAndTarget, Parse_Picture, Save_Drawing},
+      {u"druck"_s, 2, mapAndTarget, Parse_Print, Print_Into_Pdf},
+      {u"csv"_s, 1, u"Es wird genau eine Karte erwartet."_s, nullptr, Write_Csv},
+      {u"statistik"_s, 2, mapAndTarget, Parse_Results, Write_Results},
+      {u"tkr"_s, 2, mapAndTarget, Parse_Exchange, Write_Exchange},
+      {u"tkr-ein"_s, 2, u"Es werden genau eine Karte und eine Datei erwartet."_s, Parse_Taking, Take_Exchange},
+      {u"flaeche"_s, 3, u"Es werden genau eine Karte und eine Stelle erwartet: X und Y."_s, Parse_Area, Find_Area},
+  };
+  return commands;
 }
 
 // The table must be closed while the program still stands, whatever goes wrong meanwhile.
@@ -356,23 +464,18 @@ ExitStatus Carry_Out(const BatchOrder& order) {
   Reset_Global_State();
   Make_Program_Folder(scratch.filePath(u"programm"_s));
   Load_Palette();
-  const QString folder = scratch.filePath(u"karte"_s);
-  const QString map = Make_Map_Folder(order.map, folder);
-  Check_Tables(folder);
-  Set_Message_Handler(Teller(folder, QFileInfo(order.map).path()));
+  const QFileInfo place(order.map);
+  const QString folder = order.changesTable ? place.path() : scratch.filePath(u"karte"_s);
+  const QString map = order.changesTable ? order.map : Make_Map_Folder(order.map, folder);
+  if (!order.changesTable) Check_Tables(folder);
+  Set_Message_Handler(Teller(folder, place.path()));
   Open_Map(map);
   const CloseAtEnd closing;
   if (MapHeightMm < 0) {
     Tell(u"Die Karte konnte nicht geöffnet werden: "_s + order.map);
     return failed;
   }
-  if (order.print) return Print_Into_Pdf(order);
-  if (order.results) return Write_Results(order);
-  if (order.csv)
-    Write_Csv(order);
-  else
-    Save_Picture(Draw_Map(order.zoom), order.target);
-  return done;
+  return order.command->run(order);
 }
 
 ExitStatus Run(const QStringList& words) {

@@ -62,13 +62,6 @@ std::optional<std::pair<QString, QString>> Coordinates(int x, int y) {
   return std::pair(Degrees(longitude, u'x'), Degrees(latitude, u'y'));
 }
 
-// The foot point where there is one. Figures and plan squares keep their size in its columns.
-std::pair<int, int> Place_Of(const EntryRow& row) {
-  const EntryType type = EntryType::Parse(row.Typ);
-  const bool sized = type.IsFigure() || type.Kind() == EntryKind::PlanSquare;
-  return row.Xline == 0 || sized ? std::pair(row.Xmap, row.Ymap) : std::pair(row.Xline, row.Yline);
-}
-
 // Line breaks and semicolons of a text would tear the line apart.
 QString One_Cell(const QString& text) { return Csv_Guarded(Csv_One_Line(text).replace(u';', u',').trimmed()); }
 
@@ -85,13 +78,22 @@ void Keep_Foreign_File(const QString& path) {
 
 }  // namespace
 
+bool Csv_Has_Line(const EntryRow& row) { return std::find(without.begin(), without.end(), row.Typ) == without.end(); }
+
+// The foot point where there is one. Figures and plan squares keep their size in its columns.
+QPoint Csv_Place(const EntryRow& row) {
+  const EntryType type = EntryType::Parse(row.Typ);
+  const bool sized = type.IsFigure() || type.Kind() == EntryKind::PlanSquare;
+  return row.Xline == 0 || sized ? QPoint(row.Xmap, row.Ymap) : QPoint(row.Xline, row.Yline);
+}
+
 QStringList Csv_Export_Lines(const QString& name) {
   QStringList lines = Head(name);
   int number = 0;
   For_Each_Entry([&] {
     const EntryRow row = Read_Entry(*rsEntries);
-    if (std::find(without.begin(), without.end(), row.Typ) != without.end()) return;
-    const auto [x, y] = Place_Of(row);
+    if (!Csv_Has_Line(row)) return;
+    const int x = Csv_Place(row).x(), y = Csv_Place(row).y();
     QString line = QStringLiteral("%1 ; %2 ; %3 ; %4").arg(++number).arg(One_Cell(row.Eintrag)).arg(x).arg(y);
     const auto at = Coordinates(x, y);
     line +=

@@ -1,9 +1,16 @@
 #pragma once
+#include <QPoint>
 #include <QString>
 #include <QStringList>
 
+#include "store/entry.h"
+
 // The point-like entries of the open table as a text for spreadsheets: running number, text, place in map pixels (the
 // foot point where there is one, the upper left corner of a figure), and coordinates by the open map's calibration.
+
+// Has an entry a line? Where it is, in map pixels.
+bool Csv_Has_Line(const EntryRow& row);
+QPoint Csv_Place(const EntryRow& row);
 
 // Head, a line an entry, "Ende". `name` is the table's file name. Lines, areas, pictures, scale bars and the header row
 // have no line.

@@ -13,6 +13,8 @@ std::vector<Command> Exchange_Commands() {
        "Alles aus einer Datei des mobilen Programms einlesen, auch Linien, Flächen und Figuren", Do(Import_All_Trakkor)},
       {"mnuExportCSV", "&komma separierte Datei *.csv", {}, {}, Needs::OpenMap, text, {},
        "Alle Punkte mit ihren Koordinaten in eine CSV-Datei neben der Tabelle schreiben", Do(Export_Csv)},
+      {"mnuExportCSVTable", "CSV-Tabelle mit &Auswahl ...", {}, {}, Needs::OpenMap, text, {},
+       "Spalten, Trennzeichen, Zeichensatz und Koordinaten der CSV-Datei wählen", opensWindow},
       {"mnuExporttkr", "&Trakkor-Datei *.tkr", {}, {}, Needs::OpenMap, text, {},
        "Alle Einträge in eine Datei für das mobile Programm schreiben", Do(Export_Trakkor)},
   };

@@ -66,7 +66,7 @@ std::vector<Command> Insert_Rows() {
        Do([] { Poly_Editor(PolyEditor::Kind::Line); })},
       {"mnuInsFl", "&Fläche", "area", {}, Needs::OpenMap, Hand::Free, {}, "Eine Fläche Punkt für Punkt zeichnen",
        Do([] { Poly_Editor(PolyEditor::Kind::Area); })},
-      {"mnuInsDigi", "Fläche &digitalisieren ...", {}, {}, Needs::OpenMap, Hand::Free, {},
+      {"mnuInsDigi", "Fläche &digitalisieren ...", "digitize", {}, Needs::OpenMap, Hand::Free, {},
        "In einen farbigen Fleck der Karte klicken und seinen Rand als Fläche übernehmen", opensWindow},
       {"mnuInsMass", "&Maßstab ...", "scale", {}, Needs::OpenMap, Hand::Free, {},
        "Eine Linie bekannter Länge ziehen und den Maßstab setzen", opensWindow},

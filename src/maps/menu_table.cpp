@@ -34,7 +34,7 @@ const std::vector<MenuRow>& Menu_Table() {
         "-", "mnuTabelle",
         "-", "mnuOverlay"}},
       {"mnuImportMenu", "&importieren", {"mnuImportCSV", "mnuImportXL", "mnuImporttkr", "mnuImporttkrAll"}},
-      {"mnuExportMenu", "e&xportieren", {"mnuExportCSV", "mnuExporttkr"}},
+      {"mnuExportMenu", "e&xportieren", {"mnuExportCSV", "mnuExportCSVTable", "mnuExporttkr"}},
       {"mnuTabelle", "&Tabelle",
        {"mnuDBGridOn", "mnuSpaltAppend", "mnuSpaltDelete", "mnuSpaltHide", "mnuSpaltShow",
         "-", "mnuTabComp", "mnuTabRep", "mnuTblPrint"}},

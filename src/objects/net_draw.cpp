@@ -187,7 +187,7 @@ void Draw_Line(DrawContext& context, const MapWindow& seen, const Stride& stride
 
 void Draw_Family(DrawContext& context, const CoordinateState& state, const NetFamily& family, LabelRow& labels) {
   const MapWindow seen = MapWindow::Of(context);
-  const Stride stride(context.view.Zoom, family.step);
+  const Stride stride(context.view.Zoom, std::abs(family.step));  // a file may tell it backward
   const size_t count = std::min(family.lines.size(), family.labels.size());
   for (size_t i = 0; i < count; ++i) {
     const QString text = state.NetLabelEvery >= 1 ? family.labels[i].Text.trimmed() : QString();

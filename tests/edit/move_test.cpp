@@ -41,7 +41,7 @@ TEST_F(Move, VerticesGoAlongOnceAndTakeTheirStopMark) {
   Add_Polygon("Linie0", {{10, 10}, {20, 20}, {stopMark, 0}, {30, 30}});
   Add(Make(4, "-Linie0", "", 1, 1, 2, 1));
   Add_Polygon("Figur1", {{10, 10}, {20, 20}, {0, 9}}, 24);
-  Add(Make(140, "Flaeche5", "Tabelle fehlt", 1, 1, 2, 1));
+  Add(Make(-140, "Flaeche5", "Tabelle fehlt", 1, 1, 2, 1));  // hidden: nobody is asked about it
   Add_Text("beschädigt");
   dbEntries->Execute("UPDATE MapData SET Xmap = 99999 WHERE Eintrag = 'beschädigt'");
   const QStringList before = Whole_Table();

@@ -47,6 +47,7 @@ TEST_F(Visibility, BlanksLeaveTextsButNoSymbols) {
   Write_Vertices("Linie1", {{1, 1}, {9, 9}});
   EntryRow sign = Make(0, "Text", " ", 1, 1);
   sign.Schrift = QStringLiteral("Wingdings");
+  Write_Vertices("Linie1", {{1, 1}, {9, 9}});
   const QString symbol = Add(sign), line = Add(Make(4, "Linie1", " Bach ", 1, 1));
   With_Box("Leerzeichen", MsgAnswer::Cancel, Remove_Blanks);
   EXPECT_EQ(Row(name).Eintrag, "  Roter \t Milan \r\nHorst ");
@@ -66,6 +67,7 @@ TEST_F(Visibility, InactiveKeepsTheRestOfTheName) {
   const QString name = QStringLiteral("Linie7 - C1011L2.5B5.0>Flaeche3<2");
   Write_Vertices("Linie7", {{1, 1}, {9, 9}});
   const QString full = Add(Make(100, QString(79, 'x'), "", 1, 1)), line = Add(Make(4, name, "", 1, 1));
+  Write_Vertices("Linie7", {{1, 1}, {9, 9}});
   Deactivate_Current();
   EXPECT_EQ(Row(line).ID, '-' + name);
   EXPECT_TRUE(Command_Checked("mnuObjActivJa"));

@@ -176,6 +176,14 @@ TEST_F(BatchTest, FaultsHaveAStatusAndGermanWords) {
       {{u"statistik"_s, map, xls, u"--nachbarn"_s, u"2,5"_s}, 2, u"ganze Zahl"_s},
       {{u"statistik"_s, map, xls, u"--nachbarn"_s, u"0"_s}, 2, u"ganze Zahl"_s},
       {{u"statistik"_s, map, home + u"/gibt/es/nicht/aus.xls"_s}, 1, u"aus.xls"_s},
+      {{u"tkr"_s, map, target}, 2, u".tkr"_s},
+      {{u"tkr-ein"_s, map}, 2, u"genau eine Karte und eine Datei"_s},
+      {{u"flaeche"_s, map, u"10"_s}, 2, u"eine Stelle"_s},
+      {{u"flaeche"_s, map, u"10"_s, u"oben"_s}, 2, u"ganze Zahlen"_s},
+      {{u"flaeche"_s, map, u"10"_s, u"10"_s, u"--toleranz"_s, u"101"_s}, 2, u"zwischen 0 und 100"_s},
+      {{u"flaeche"_s, map, u"10"_s, u"10"_s}, 1, u"Fensterrand"_s},
+      {{u"flaeche"_s, map, u"10"_s, u"-10"_s, u"--fuellen"_s}, 1, u"neben die Karte"_s},
+      {{u"tkr"_s, map, home + u"/aus.tkr"_s}, 1, u"leer"_s},
       {{u"bild"_s, home + u"/fehlt.bmp"_s, target}, 1, u"fehlt.bmp"_s},
       {{u"bild"_s, noPicture, target}, 1, u"Text.bmp"_s},
       {{u"bild"_s, map, home + u"/gibt/es/nicht/aus.png"_s}, 1, u"Fehler"_s},
@@ -261,6 +269,31 @@ TEST_F(BatchTest, ListsEntriesWithTheirCoordinates) {
                                 u"1 ; Rechteck ; 100 ; 80 ; 654000 ; 5511120"_s,
                                 u"2 ; Höckerschrecke, 2 Ex. Wiese ; 110 ; 190 ; 654010 ; 5511010"_s,
                                 u"Ende"_s}));
+}
+
+// Only what is to change the table does.
+TEST_F(BatchTest, FindsAreasAndCarriesEntriesToAnotherMap) {
+  New_Table_File()->Close();
+  QImage picture(map);
+  for (int y = 50; y < 130; ++y)
+    for (int x = 60; x < 180; ++x) picture.setPixelColor(x, y, QColor(120, 180, 90));
+  ASSERT_TRUE(picture.save(map));
+  const auto before = Snapshot(home);
+  const QStringList find{u"flaeche"_s, map, u"120"_s, u"90"_s, u"--fuellen"_s};
+  const QStringList corners = Batch(find).out.split(u'\n', Qt::SkipEmptyParts);
+  EXPECT_THAT(corners, testing::UnorderedElementsAre(u"60 50"_s, u"180 50"_s, u"180 130"_s, u"60 130"_s));
+  EXPECT_GT(Batch(find.mid(0, 4)).out.count(u'\n'), 3);
+  EXPECT_TRUE(Snapshot(home) == before);
+  EXPECT_EQ(Batch(find + QStringList{u"--uebernehmen"_s}).status, 0);
+
+  const QString file = Path(u"aus.tkr"_s), other = Make_Map(u"Andere.bmp"_s);
+  ASSERT_EQ(Batch({u"tkr"_s, map, file}).status, 0);
+  EXPECT_THAT(Read_Lines(file).join(u'\n').toStdString(), testing::HasSubstr("60,50/"));
+  EXPECT_EQ(Batch({u"tkr-ein"_s, other, file, u"--alles"_s}).out, u"1\n"_s);
+  const auto database = Workspace::OpenDatabase(Path(u"ANDERE.MDB"_s));
+  EXPECT_EQ(Rows_Of(*database).back().ID, u"Flaeche0"_s);
+  EXPECT_EQ(database->RowCount(u"Flaeche0"_s), 4);
+  EXPECT_TRUE(Find_Files(home, u"*.map"_s).isEmpty() && Find_Files(home, u"*.ldb"_s).isEmpty());
 }
 
 TEST_F(BatchTest, WritesTheEvaluationsBesideTheUsersOwnSheets) {

@@ -153,7 +153,8 @@ TEST(DemoData, SpeciesAreCountedOnAreasFigureLineAndGroup) {
   MapInput input;
   input.rows = table.rows;
   std::map<MatrixKind, int> several;
-  for (const MatrixRow& row : Calc_Species_Matrix(input)->rows) {
+  const auto matrix = Calc_Species_Matrix(input);
+  for (const MatrixRow& row : matrix->rows) {
     if (row.indices.species == 0) continue;
     EXPECT_GT(row.indices.species, 1) << row.id;
     EXPECT_GT(row.indices.individuals, row.indices.species) << row.id;

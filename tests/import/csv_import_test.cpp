@@ -270,6 +270,15 @@ TEST_F(CsvTest, LongTextsAreCutWithTheWholeInTheReport) {
   EXPECT_TRUE(Read_Lines(report).join(u'\n').contains(longText));
 }
 
+// The column counts characters: half of one would be a row that no other program reads.
+TEST_F(CsvTest, ATextIsCutBetweenItsCharacters) {
+  const QString bird = QStringLiteral("🐦"), before = QString(78, u'x');
+  const CsvResult result = Import(head + (before + bird + bird).toUtf8() + ";646000;5512000\r\n" +
+                                  (bird.repeated(79)).toUtf8() + ";646000;5512000\r\n");
+  EXPECT_EQ(Texts(), QStringList({before + bird, bird.repeated(79)}));
+  EXPECT_EQ(result.shortened, 1) << "79 characters fit, however they are stored";
+}
+
 TEST_F(CsvTest, StoppedInTheMiddleTheRowsSoFarStay) {
   const QByteArray lines = head + "a;646000;5512000\nb;646000;5512000\nc;646000;5512000\n";
   for (const auto& [unit, rows] : {std::pair{2, 2}, {5, 4}}) {

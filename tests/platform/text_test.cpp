@@ -90,6 +90,9 @@ TEST(Text, AssignmentToWholeNumbersTakesHalvesToTheEvenNeighbour) {
 TEST(Text, NumbersComeBackFromTheirTextAndFillColumns) {
   EXPECT_EQ(Pad_Left(" ab ", 5) + Pad_Left("abcdefg", 5), "   ababcdefg");
   EXPECT_EQ(Pad_Right(" ab ", 5) + Pad_Right("abcdefg", 5), "ab   abcde");
+  const QString bird = QStringLiteral("🐦");
+  EXPECT_EQ(Cut_Text("a" + bird + "b", 2) + Cut_Text("ab", 5) + Cut_Text(bird, 0), "a" + bird + "ab");
+  EXPECT_EQ(Cut_Text(bird.left(1) + "ab", 2), bird.left(1) + "a") << "half a pair is a character of its own";
   const std::pair<double, const char*> cases[] = {
       {0.1 + 0.2, "0.3"}, {-0.0, "0"}, {1e16, "10000000000000000"}, {0.00001234, "0.00001234"}};
   for (const auto& [value, text] : cases) EXPECT_EQ(Number_Text(value), text);

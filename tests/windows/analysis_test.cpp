@@ -1,9 +1,5 @@
-
-#include "hand/activation.h"
-#include "platform/files.h"
 #include "platform/shell.h"
 #include "state/events.h"
-#include "state/global_state.h"
 #include "store/vertex_table.h"
 #include "windows/maps/frmNotePad.h"
 #include "windows/window_fixture.h"

@@ -1,5 +1,4 @@
 #include "maps/map_coordinates.h"
-#include "platform/files.h"
 #include "support/nets.h"
 #include "window_fixture.h"
 

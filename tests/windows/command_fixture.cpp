@@ -2,21 +2,17 @@
 
 #include <QClipboard>
 #include <QComboBox>
-#include <QDir>
 #include <QLineEdit>
 #include <QMdiArea>
 #include <QMdiSubWindow>
-#include <QPlainTextEdit>
 
 #include "edit/table_edit.h"
 #include "maps/menu_state.h"
 #include "plansquares/raster_rows.h"
-#include "platform/file_dialog.h"
 #include "platform/text.h"
 #include "state/dialog_hooks.h"
 #include "store/file_names.h"
 #include "store/settings.h"
-#include "support/errors.h"
 #include "view/view.h"
 #include "windows/analysis/frmDistanz.h"
 #include "windows/canvas/map_window_controls.h"

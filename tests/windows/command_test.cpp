@@ -1,6 +1,3 @@
-#include <QPlainTextEdit>
-#include <QRegularExpression>
-
 #include "edit/table_edit.h"
 #include "edit/visibility.h"
 #include "maps/map_coordinates.h"
@@ -89,6 +86,7 @@ const Expected expected[] = {
     {"mnuImporttkr", "", "Datei 'Name der Importdatei:'"},
     {"mnuImporttkrAll", "", "Datei 'Name der Importdatei, alle Objekte:'"},
     {"mnuExportCSV", "", "Frage 'Export der Karteneinträge in eine CSV-Datei'"},
+    {"mnuExportCSVTable", "", "FrmCSVExport 'CSV-Tabelle exportieren'"},
     {"mnuExporttkr", "", "Datei 'Name der Exportdatei:'"},
     {"mnuDBGridOn", "", "Karte maximiert=an; Tabelle=aus; vorn=Map"},
     {"mnuSpaltAppend", "", "FrmSpalteApp 'Spalte hinzufügen'"},
@@ -159,7 +157,7 @@ const Expected expected[] = {
     {"mnuInsNord", "", "Nordpfeil.*"},
     {"mnuMass", "", "FrmMass 'Maßstab'"},
     {"mnuSchrift", "Otter", "FrmSchrift 'Schrift ändern: Text'"},
-    {"mnuFarbe", "", "FrmFarb 'Farbe für den nächsten Eintrag'"},
+    {"mnuFarbe", "", "FrmFarb 'Farbe für Text'"},
     {"mnuFigFill", "Haus", "FrmFill 'Figur1 füllen'"},
     {"mnuBreite", "", "FrmDrawBreite 'Linienbreite'"},
     {"mnuRahmen", "Otter", "FrmDrawBreite 'Rahmenbreite'; FrmFarb 'Rahmenfarbe für Text: Otter'"},

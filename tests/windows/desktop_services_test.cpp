@@ -3,7 +3,6 @@
 #include <QMessageBox>
 #include <QProgressDialog>
 
-#include "support/fixture.h"
 #include "windows/desktop/desktop_dialogs.h"
 #include "windows/dialog_parts.h"
 

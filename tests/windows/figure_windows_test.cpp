@@ -6,7 +6,9 @@
 #include "edit/figure_extras.h"
 #include "hand/next_shape.h"
 #include "state/dialog_hooks.h"
+#include "hand/activation.h"
 #include "store/vertex_table.h"
+#include "support/pixels.h"
 #include "windows/canvas/frmEigenschaften.h"
 #include "windows/canvas/frmFigur.h"
 #include "windows/canvas/frmFigurDraw.h"
@@ -92,6 +94,20 @@ TEST_F(FigureWindowsTest, AFreeFigureIsDrawnAndItsVerticesAreEdited) {
   Press(*dialog, "cmdOK");
   EXPECT_EQ(Load_Vertices(QStringLiteral("Figur1")), want);
   Press(*dialog, "cmdCancel");
+}
+
+TEST_F(FigureWindowsTest, TheFrameIsTurnedWithTheFigure) {
+  const QString key = Add({"Figur1", "Figur", "F 0<90", 12, 0, 14, -100, 200, 100, 120, 40, 20});
+  Map_Redraw();
+  ASSERT_TRUE(Take_Entry(key));
+  Settle();
+  const auto* frame = Child<QWidget>("lblShape");
+  const QRect around = frame->geometry();
+  EXPECT_LE((around.topLeft() - QPoint(240, 60)).manhattanLength(), 4);
+  EXPECT_LE(std::abs(around.width() - 40) + std::abs(around.height() - 120), 6);
+  const QImage canvas = Canvas()->grab().toImage();
+  EXPECT_GT(Count_Pixels(canvas, {238, 80, 6, 80}, Is_Ink), 20) << "its left edge";
+  EXPECT_EQ(Count_Pixels(canvas, {195, 95, 30, 50}, Is_Ink), 0) << "where it would lie unturned";
 }
 
 TEST_F(FigureWindowsTest, PropertiesShowTurnAndMarkTheFigure) {

@@ -1,6 +1,6 @@
 #include "edit/symbols.h"
-#include "hand/activation.h"
 #include "state/dialog_hooks.h"
+#include "support/pixels.h"
 #include "windows/objects/frmSchrift.h"
 #include "windows/objects/frmSymbol.h"
 #include "windows/objects/frmTblSymb.h"
@@ -99,12 +99,8 @@ TEST_F(FontWindows, SymbolsArePickedByMouseAndKeys) {
 
 TEST_F(FontWindows, TheTableShowsSignsScriptsAndBoxesWithCodes) {
   const auto inkOf = [](SymbolTable& table, int code) {
-    const QImage all = table.grab().toImage();
     const QRect cell((code - 32) % 16 * 27 + 3, (code - 32) / 16 * 27 + 3, 22, 22);
-    int ink = 0;
-    for (int y = cell.top(); y <= cell.bottom(); ++y)
-      for (int x = cell.left(); x <= cell.right(); ++x) ink += qGray(all.pixel(x, y)) < 128;
-    return ink;
+    return Count_Pixels(table.grab().toImage(), cell, [](QRgb color) { return qGray(color) < 128; });
   };
   SymbolTable table;
   table.Set_Font(QStringLiteral("Wingdings"), 0);

@@ -1,4 +1,3 @@
-#include "platform/files.h"
 #include "state/events.h"
 #include "support/nets.h"
 #include "tools/coordinate_input.h"
@@ -56,7 +55,6 @@ TEST_F(GpsWindow, TypedAndClickedCoordinates) {
   QTest::keyClicks(letter, "-");
   EXPECT_EQ(letter->text(), QStringLiteral("-"));
   right->clear();
-  QTest::keyClicks(right, "");
   Q_EMIT right->editingFinished();
   EXPECT_EQ(right->text(), QStringLiteral("600000"));
   Press(input, "ckMausclick");
@@ -75,18 +73,13 @@ TEST_F(GpsWindow, FromOneNumberTheTabKeyGoesToTheOther) {
   EXPECT_EQ(input.focusWidget()->objectName(), "txtHW");
 }
 
-TEST_F(GpsWindow, TheMenuFollowsTheNet) {
-  EXPECT_TRUE(window->Action(QStringLiteral("mnuGridXYShow"))->isChecked());
-  Choose(QStringLiteral("mnuGridXYShow"));
-  EXPECT_EQ(frmMDI.mouseUnit, MouseUnit::Pixel);
-  EXPECT_FALSE(window->Action(QStringLiteral("mnuGridXYShow"))->isChecked());
-  const bool before = GridVisible;
-  Choose(QStringLiteral("mnuGridonoff"));
-  EXPECT_NE(GridVisible, before);
+TEST_F(GpsWindow, GoesWithTheNet) {
+  for (const bool checked : {true, false}) {
+    EXPECT_EQ(window->Action("mnuGridXYShow")->isChecked(), checked);
+    if (checked) Choose("mnuGridXYShow");
+  }
   Input();
-  Choose(QStringLiteral("mnuGridDel"));
-  EXPECT_EQ(Coord.Grid, gridNone);
-  EXPECT_FALSE(window->Action(QStringLiteral("mnuGridXYInput"))->isEnabled());
-  QTest::qWait(20);
+  Choose("mnuGridDel");
+  EXPECT_FALSE(window->Action("mnuGridXYInput")->isEnabled());
   EXPECT_FALSE(Is_Open<FrmGPSData>());
 }

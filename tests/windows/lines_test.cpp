@@ -1,4 +1,3 @@
-#include "hand/activation.h"
 #include "hand/next_shape.h"
 #include "state/events.h"
 #include "state/table_state.h"

@@ -1,6 +1,5 @@
 #include <QColorDialog>
 
-#include "hand/activation.h"
 #include "hand/next_shape.h"
 #include "state/dialog_hooks.h"
 #include "windows/objects/frmDrawBreite.h"
@@ -43,7 +42,7 @@ TEST_F(LookWindowsTest, ColoursFollowTheEntryInHandAndApplyAtOnce) {
   EXPECT_EQ(CurVG, 5);
 
   Take_Entry(text);
-  EXPECT_EQ(colors.windowTitle(), " Farbe für: Text Reiher");
+  EXPECT_EQ(colors.windowTitle(), " Farbe für Text: Reiher");
   Press(colors, "btnHG");
   EXPECT_EQ(Text_In(colors, "lblHint"), "Wählen Sie hier eine Hintergrundfarbe aus");
   Pick(colors, 11);

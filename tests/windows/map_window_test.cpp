@@ -1,10 +1,15 @@
+#include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QPainter>
 #include <QScrollBar>
 #include <QWheelEvent>
 
+#include "platform/files.h"
+#include "state/dialog_hooks.h"
 #include "state/events.h"
+#include "support/pixels.h"
 #include "view/view.h"
+#include "windows/maps/frmNotePad.h"
 #include "windows/window_fixture.h"
 
 namespace {
@@ -56,10 +61,6 @@ TEST_F(MapWindowTest, ScrollBarsMoveTheView) {
   EXPECT_EQ(Map.ViewLeft + Map.ViewWidth, MapWidthPx);
   EXPECT_EQ(Map.ViewTop + Map.ViewHeight, MapHeightPx);
   Check_Picture();
-  right->setValue(0);
-  down->setValue(0);
-  EXPECT_EQ(Map.ViewLeft, 0);
-  EXPECT_EQ(Map.ViewTop, 0);
   right->setValue(37);
   EXPECT_NEAR(Map.ViewLeft, (MapWidthPx - Map.ViewWidth) * 0.37, 2);
   EXPECT_EQ(right->value(), 37);
@@ -140,6 +141,17 @@ TEST_F(MapWindowTest, NormalWindowShrinksToASmallMapAndObeysTheUser) {
   EXPECT_EQ(shown.pixel(398, 318), qRgb(398 / 16, 318 / 16, 0));
 }
 
+TEST_F(MapWindowTest, FittingGivesTheNoteInFrontAllTheRoom) {
+  Open(3000, 2000);
+  Write_Lines(Path(QStringLiteral("Notiz.txt")), {"Horst"});
+  dialogHooks.NotePad(Path(QStringLiteral("Notiz.txt")));
+  Settle();
+  Choose(QStringLiteral("mnuWEinpass"));
+  const auto* pad = window->findChild<FrmNotePad*>()->parentWidget();
+  EXPECT_EQ(pad->geometry(), QRect(QPoint(0, 0), Child<QMdiArea>("area")->viewport()->size()));
+  EXPECT_FALSE(Map.Maximized);
+}
+
 TEST_F(MapWindowTest, AZoomPaintsTheMapOnceAndTellsOfTheWork) {
   Open_Colored(1200, 900);
   int painted = 0;
@@ -193,10 +205,7 @@ TEST_F(MapWindowTest, TextStandsThereWhileAMapIsBeingOpened) {
   });
   Open_Colored(400, 320);
   ASSERT_FALSE(loading.isNull());
-  int dark = 0;
-  for (int y = 0; y < loading.height(); ++y)
-    for (int x = 0; x < loading.width(); ++x) dark += qGray(loading.pixel(x, y)) < 80;
-  EXPECT_GT(dark, 300);
+  EXPECT_GT(Count_Pixels(loading, loading.rect(), [](QRgb color) { return qGray(color) < 80; }), 300);
   EXPECT_EQ(loading.pixel(loading.width() - 3, loading.height() - 3), QBColor(7));
   Check_Picture();  // afterwards the map alone
 }

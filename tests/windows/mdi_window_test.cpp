@@ -3,22 +3,16 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QMimeData>
-#include <QSet>
-#include <QToolBar>
 #include <QToolButton>
 
 #include "maps/commands.h"
 #include "maps/menu_table.h"
 #include "maps/toolbar_table.h"
-#include "platform/files.h"
 #include "state/events.h"
 #include "windows/common/window_support.h"
 #include "windows/window_fixture.h"
 
 namespace {
-
-const QStringList zoomKeys = {"mnuZoom200", "mnuZoom100", "mnuZoom75",     "mnuZoom50",
-                              "mnuZoom25",  "mnuZoom10",  "mnuZoomBreite", "mnuZoomHoehe"};
 
 QString Access_Key(const QString& caption) {
   QString plain = caption;
@@ -179,38 +173,14 @@ TEST_F(WindowTest, IdleTimeBringsTheTableFileUpToDate) {
   EXPECT_EQ(rowsInCopy(QStringLiteral("nachher.mdb")), before + 1);
 }
 
-TEST_F(WindowTest, ZoomEntriesAreCheckedOneAtATime) {
+// Choosing the checked one leaves the check where it is.
+TEST_F(WindowTest, OneOfAGroupIsChecked) {
   Open(2400, 1800);
-  for (const QString& key : zoomKeys) {
-    Choose(key);
-    for (const QString& other : zoomKeys)
-      EXPECT_EQ(window->Action(other)->isChecked(), other == key) << other << " after " << key;
-    const int percent = static_cast<int>(100.0F / Map.Zoom);
-    EXPECT_TRUE(window->windowTitle().startsWith(QStringLiteral("FLURAX - %1%").arg(percent))) << window->windowTitle();
-  }
-  // The same entry once more keeps its check.
-  Choose(zoomKeys.last());
-  EXPECT_TRUE(window->Action(zoomKeys.last())->isChecked());
-  // Full width: no bar below, and all of the map's width in the window.
-  Choose(QStringLiteral("mnuZoomBreite"));
-  EXPECT_FALSE(Map.HScroller.Visible);
-  EXPECT_NEAR(Map_X(Canvas()->width()), MapWidthPx, 4 * Map.Zoom);
-  Choose(QStringLiteral("mnuZoomHoehe"));
-  EXPECT_FALSE(Map.VScroller.Visible);
-  EXPECT_NEAR(Map_Y(Canvas()->height()), MapHeightPx, 4 * Map.Zoom);
-}
-
-TEST_F(WindowTest, LightAndDarkAreAPair) {
-  Open(300, 200);
-  Choose(QStringLiteral("mnuBildHell"));
-  EXPECT_TRUE(window->Action("mnuBildHell")->isChecked());
-  EXPECT_FALSE(window->Action("mnuBildDunkel")->isChecked());
-  Choose(QStringLiteral("mnuBildDunkel"));
-  EXPECT_FALSE(window->Action("mnuBildHell")->isChecked());
-  EXPECT_TRUE(window->Action("mnuBildDunkel")->isChecked());
-  // Choosing the checked one leaves the check where it is.
-  Choose(QStringLiteral("mnuBildDunkel"));
-  EXPECT_TRUE(window->Action("mnuBildDunkel")->isChecked());
+  for (const QStringList& group : {QStringList{"mnuBildHell", "mnuBildDunkel"}, {"mnuZoom50", "mnuZoomBreite"}})
+    for (const QString& chosen : {group[0], group[1], group[1]}) {
+      Choose(chosen);
+      for (const QString& key : group) EXPECT_EQ(window->Action(key)->isChecked(), key == chosen) << key << chosen;
+    }
 }
 
 TEST_F(WindowTest, SafeModeTellsItsStateInTheMenu) {
@@ -239,14 +209,10 @@ TEST_F(WindowTest, ListLinesShowPathsAsTheyAre) {
 TEST_F(WindowTest, ToolbarFollowsItsStateAndTheOptions) {
   Open(300, 200);
   auto* toolbar = Child<QToolBar>("Toolbar1");
-  const struct {
-    ToolbarPlace place;
-    Qt::ToolBarArea area;
-  } places[] = {{ToolbarPlace::Bottom, Qt::BottomToolBarArea},
-                {ToolbarPlace::Left, Qt::LeftToolBarArea},
-                {ToolbarPlace::Right, Qt::RightToolBarArea},
-                {ToolbarPlace::Top, Qt::TopToolBarArea}};
-  for (const auto& [place, where] : places) {
+  for (const auto& [place, where] : {std::pair(ToolbarPlace::Bottom, Qt::BottomToolBarArea),
+                                     {ToolbarPlace::Left, Qt::LeftToolBarArea},
+                                     {ToolbarPlace::Right, Qt::RightToolBarArea},
+                                     {ToolbarPlace::Top, Qt::TopToolBarArea}}) {
     frmMDI.toolbarPlace = place;
     events.StateChanged.Emit();
     EXPECT_EQ(window->toolBarArea(toolbar), where);

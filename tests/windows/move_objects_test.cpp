@@ -12,12 +12,8 @@ class MoveObjectsTest : public WindowTest {
     Open(600, 400);
     for (const int typ : {0, 100}) Add({"Text", "Text", "Arial", 12, 0, 0, 0, 50, 50, 0, 0, typ});
     Map_Redraw();
-    Choose(QStringLiteral("mnuMoveObjects"));
+    Choose("mnuMoveObjects");
     dialog = &Shown<FrmMoveObjects>();
-  }
-  template <typename T>
-  T* In(const char* name) {
-    return dialog->findChild<T*>(QLatin1String(name));
   }
   // X and Y of both entries.
   static std::vector<int> Places() {
@@ -25,8 +21,8 @@ class MoveObjectsTest : public WindowTest {
     return {first.x(), first.y(), second.x(), second.y()};
   }
   void Type(const char* x, const char* y) {
-    In<QLineEdit>("txtX")->setText(QLatin1String(x));
-    In<QLineEdit>("txtY")->setText(QLatin1String(y));
+    Fill(*dialog, "txtX", x);
+    Fill(*dialog, "txtY", y);
   }
 
   FrmMoveObjects* dialog = nullptr;
@@ -37,48 +33,47 @@ using Numbers = std::vector<int>;
 }  // namespace
 
 TEST_F(MoveObjectsTest, MovesAllOrTheMarkedOnesAndTakesItBack) {
-  EXPECT_TRUE(In<QRadioButton>("optMarked")->isChecked());
+  EXPECT_TRUE(Is_Checked(*dialog, "optMarked"));
   Type("10,4", "-3");
-  EXPECT_TRUE(In<QLabel>("lblBetrag")->text().startsWith(QStringLiteral("Betrag = 10,8 Pixel")))
-      << In<QLabel>("lblBetrag")->text();
-  In<QPushButton>("cmdOK")->click();
+  EXPECT_TRUE(Text_In(*dialog, "lblBetrag").startsWith("Betrag = 10,8 Pixel")) << Text_In(*dialog, "lblBetrag");
+  Press(*dialog, "cmdOK");
   EXPECT_EQ(Places(), Numbers({50, 50, 60, 47}));
   EXPECT_TRUE(dialog->isVisible()) << "the window stays for the next distance";
   MessageScript messages(MsgAnswer::Ok);
-  In<QPushButton>("btnBack")->click();
+  Press(*dialog, "btnBack");
   EXPECT_EQ(Places(), Numbers({50, 50, 50, 50}));
-  EXPECT_FALSE(In<QPushButton>("btnBack")->isEnabled());
-  In<QRadioButton>("optAll")->click();
+  EXPECT_FALSE(Is_Enabled(*dialog, "btnBack"));
+  Press(*dialog, "optAll");
   Type("-20", "5");
-  In<QPushButton>("cmdOK")->click();
+  Press(*dialog, "cmdOK");
   EXPECT_EQ(Places(), Numbers({30, 55, 30, 55}));
 }
 
 TEST_F(MoveObjectsTest, RefusesWhatIsNoDistance) {
   for (const char* bad : {"", "zehn", "40000", "1,2,3"}) {
     Type(bad, "1");
-    MessageScript messages(QStringLiteral("Einträge verschieben"));
-    In<QPushButton>("cmdOK")->click();
+    MessageScript messages("Einträge verschieben");
+    Press(*dialog, "cmdOK");
     EXPECT_EQ(Places(), Numbers({50, 50, 50, 50})) << bad;
   }
 }
 
 TEST_F(MoveObjectsTest, TwoClicksOnTheMapShowTheDistance) {
-  In<QRadioButton>("optFix")->click();
+  Press(*dialog, "optFix");
   EXPECT_EQ(Canvas()->cursor().shape(), Qt::CrossCursor);
   QTest::mouseClick(Canvas(), Qt::LeftButton, {}, {60, 60});
   EXPECT_TRUE(Map.InHand.isEmpty()) << "the click took the entry instead";
   QTest::mouseClick(Canvas(), Qt::LeftButton, {}, {160, 40});
-  EXPECT_EQ(In<QLineEdit>("txtX")->text(), QStringLiteral("100,0"));
-  EXPECT_EQ(In<QLineEdit>("txtY")->text(), QStringLiteral("-20,0"));
-  EXPECT_EQ(In<QLabel>("lblFix")->text(), QStringLiteral("Fixpunkt = 60,60"));
+  EXPECT_EQ(Text_In(*dialog, "txtX"), "100,0");
+  EXPECT_EQ(Text_In(*dialog, "txtY"), "-20,0");
+  EXPECT_EQ(Text_In(*dialog, "lblFix"), "Fixpunkt = 60,60");
   EXPECT_EQ(Places(), Numbers({50, 50, 50, 50})) << "showing alone moves nothing";
-  In<QRadioButton>("optFixZero")->click();
-  In<QPushButton>("btnPoint")->click();
+  Press(*dialog, "optFixZero");
+  Press(*dialog, "btnPoint");
   QTest::mouseClick(Canvas(), Qt::LeftButton, {}, {33, 44});
-  EXPECT_EQ(In<QLineEdit>("txtX")->text(), QStringLiteral("33,0"));
+  EXPECT_EQ(Text_In(*dialog, "txtX"), "33,0");
   // Closing in the middle of showing gives the mouse back to the map.
-  In<QPushButton>("btnPoint")->click();
+  Press(*dialog, "btnPoint");
   Key_On(dialog, Qt::Key_Escape);
   QTest::mouseClick(Canvas(), Qt::LeftButton, {}, {60, 58});
   EXPECT_FALSE(Map.InHand.isEmpty());
@@ -86,9 +81,9 @@ TEST_F(MoveObjectsTest, TwoClicksOnTheMapShowTheDistance) {
 
 TEST_F(MoveObjectsTest, GoesWithTheMap) {
   const QPointer<FrmMoveObjects> open = dialog;
-  Choose(QStringLiteral("mnuMoveObjects"));
+  Choose("mnuMoveObjects");
   EXPECT_EQ(window->findChildren<FrmMoveObjects*>().size(), 1);
-  Choose(QStringLiteral("mnuMapClose"));
+  Choose("mnuMapClose");
   EXPECT_TRUE(open.isNull());
 }
 

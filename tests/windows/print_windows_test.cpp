@@ -1,9 +1,12 @@
 #include <QPainter>
 #include <QScrollBar>
+#include <QStyle>
+#include <QStyleOptionFrame>
 
 #include "platform/printer.h"
 #include "printing/print_map.h"
 #include "store/header_row.h"
+#include "support/pixels.h"
 #include "windows/main/mdi_window_pads.h"
 #include "windows/maps/frmNotePad.h"
 #include "windows/printing/frmDruckpfad.h"
@@ -14,8 +17,6 @@
 #include "windows/window_fixture.h"
 
 namespace {
-
-QString S(const char* text) { return QString::fromUtf8(text); }
 
 // Counts what comes to the printer.
 struct Printed {
@@ -87,65 +88,98 @@ class PrintWindowsTest : public WindowTest {
 }  // namespace
 
 TEST_F(PrintWindowsTest, ThePreviewFitsTheMapAndKeepsIt) {
-  Choose(S("mnuBlattschnitt"));
+  Choose("mnuBlattschnitt");
   ASSERT_NE(Preview(), nullptr);
   FrmSeiten& form = *Preview();
-  EXPECT_EQ(Text_In(form, "txtFaktor"), S("1,000"));
-  EXPECT_TRUE(Text_In(form, "Label2").startsWith(S("6 Druckseiten")));
+  EXPECT_EQ(Text_In(form, "txtFaktor"), "1,000");
+  EXPECT_TRUE(Text_In(form, "Label2").startsWith("6 Druckseiten"));
   EXPECT_FALSE(Is_Enabled(form, "btnShow"));
   Type(form, "txtBreite", "84,7");
-  EXPECT_EQ(Text_In(form, "txtHoehe"), S("63,5"));
+  EXPECT_EQ(Text_In(form, "txtHoehe"), "63,5");
   EXPECT_TRUE(Is_Enabled(form, "btnShow"));
-  EXPECT_TRUE(Text_In(form, "Label2").startsWith(S("6 "))) << "waits for the preview";
+  EXPECT_TRUE(Text_In(form, "Label2").startsWith("6 ")) << "waits for the preview";
   Press(form, "btnShow");
-  EXPECT_EQ(Text_In(form, "txtFaktor"), S("2,001"));
-  EXPECT_TRUE(Text_In(form, "Label2").startsWith(S("15 ")));
+  EXPECT_EQ(Text_In(form, "txtFaktor"), "2,001");
+  EXPECT_TRUE(Text_In(form, "Label2").startsWith("15 "));
   Press(form, "btnSpinDown");
-  EXPECT_EQ(Text_In(form, "txtFaktor"), S("2,000"));
+  EXPECT_EQ(Text_In(form, "txtFaktor"), "2,000");
   auto* pages = Part<QComboBox>(form, "cmbPages");
   QTest::keyClick(pages, Qt::Key_Down);
-  EXPECT_TRUE(Text_In(form, "Label2").startsWith(S("1 Druckseite"))) << pages->currentText();
+  EXPECT_TRUE(Text_In(form, "Label2").startsWith("1 Druckseite")) << pages->currentText();
   Press(form, "btnDF");
   EXPECT_EQ(form.Setup().settings.orientation, landscape);
 
-  MessageScript box(S("Wertebereich"));
+  MessageScript box("Wertebereich");
   Type(form, "txtFtSize", "3,01");
   Press(form, "Ok_Butt");
   Type(form, "txtFtSize", "1,5");
-  box.Expect(S("übernommen und gespeichert"));
+  box.Expect("übernommen und gespeichert");
   Press(form, "Ok_Butt");
   EXPECT_EQ(Read_Print_Settings().orientation, landscape);
   EXPECT_FLOAT_EQ(Read_Font_Factor(), 1.5F);
   // A change that was not taken is asked for at the end, and lost with "No".
   Press(form, "btnSpin");
   const double kept = Read_Print_Settings().factor;
-  box.Expect(S("Sollen diese neuen"), MsgAnswer::No);
+  box.Expect("Sollen diese neuen", MsgAnswer::No);
   Press(form, "btnClose");
   Settle();
   EXPECT_EQ(Preview(), nullptr);
   EXPECT_EQ(Read_Print_Settings().factor, kept);
 }
 
+TEST_F(PrintWindowsTest, APreviewIsStoppedByItsOwnButtonAndMadeAnew) {
+  QTimer::singleShot(0, window.get(), [this] {
+    if (Preview()) Press(*Preview(), "btnShow");  // while it is being made
+  });
+  Choose("mnuBlattschnitt");
+  FrmSeiten& form = *Preview();
+  auto* picture = Part<PreviewPicture>(form, "Picture1");
+  EXPECT_EQ(picture->Text(), "Vorschau abgebrochen");
+  EXPECT_EQ(Text_In(form, "btnShow"), "&Vorschau");
+  Press(form, "btnShow");
+  EXPECT_EQ(picture->Text(), QString());
+  EXPECT_FALSE(Is_Enabled(form, "btnShow"));
+}
+
+TEST_F(PrintWindowsTest, TheFactorIsSeenWholeAtEveryFontSize) {
+  const QFont normal = QApplication::font();
+  for (const double size : {1.0, 1.5, 2.0}) {
+    QFont font = normal;
+    font.setPointSizeF(normal.pointSizeF() * size);
+    QApplication::setFont(font);
+    Choose("mnuBlattschnitt");
+    const auto* box = Part<QLineEdit>(*Preview(), "txtFaktor");
+    QStyleOptionFrame frame;
+    frame.initFrom(box);
+    frame.lineWidth = box->style()->pixelMetric(QStyle::PM_DefaultFrameWidth, &frame, box);
+    const int room = box->style()->subElementRect(QStyle::SE_LineEditContents, &frame, box).width() - 2 * 2;
+    EXPECT_GE(room, box->fontMetrics().horizontalAdvance("1,000") + 1) << size;
+    Press(*Preview(), "btnClose");
+    Settle();
+  }
+  QApplication::setFont(normal);
+}
+
 TEST_F(PrintWindowsTest, PrintingClosesThePreviewAndCanBeStopped) {
-  Choose(S("mnuBlattschnitt"));
-  Choose(S("mnuPrintMap"));
+  Choose("mnuBlattschnitt");
+  Choose("mnuPrintMap");
   EXPECT_EQ(Preview(), nullptr);
-  EXPECT_EQ(printed.title, S("Karte drucken"));
+  EXPECT_EQ(printed.title, "Karte drucken");
   EXPECT_EQ(std::tuple(printed.jobs, printed.pages, printed.ended), std::tuple(1, 6, 1));
   cancel = true;
-  Choose(S("mnuPrintMap"));
+  Choose("mnuPrintMap");
   EXPECT_EQ(printed.jobs, 1);
   cancel = false;
   eachPage = [] {
     for (QWidget* top : QApplication::topLevelWidgets())
       if (auto* progress = qobject_cast<FrmPRN*>(top)) Press(*progress, "cmdCancel");
   };
-  MessageScript box(S("wird abgebrochen"));
-  Choose(S("mnuPrintMap"));
+  MessageScript box("wird abgebrochen");
+  Choose("mnuPrintMap");
   EXPECT_EQ(std::tuple(printed.jobs, printed.ended, printed.killed), std::tuple(2, 1, 1));
   // With the map the preview goes as well.
-  Choose(S("mnuBlattschnitt"));
-  Choose(S("mnuMapClose"));
+  Choose("mnuBlattschnitt");
+  Choose("mnuMapClose");
   EXPECT_EQ(Preview(), nullptr);
 }
 
@@ -156,27 +190,27 @@ TEST_F(PrintWindowsTest, MarginsKnowTheBorderOfThePrinter) {
   };
   MessageScript box;
   When_Shown([&](QWidget& form) {
-    EXPECT_EQ(Text_In(form, "txtLR"), S("4"));
+    EXPECT_EQ(Text_In(form, "txtLR"), "4");
     EXPECT_EQ(Part<QScrollBar>(form, "scrLR")->value(), 100);
     Part<QScrollBar>(form, "scrLR")->setValue(85);
-    EXPECT_EQ(Text_In(form, "txtLR"), S("19"));
+    EXPECT_EQ(Text_In(form, "txtLR"), "19");
     Type(form, "txtOR", "24");
     EXPECT_EQ(Part<QScrollBar>(form, "scrOR")->value(), 80);
     Type(form, "txtUR", "1");
     Press(form, "btnTake");
   });
-  Choose(S("mnuRand"));
+  Choose("mnuRand");
   EXPECT_EQ(margins(), std::tuple(15, 0, 20, 0));
   // Closing asks; what leaves no room is refused and the window stays.
   When_Shown([&](QWidget& form) {
     Type(form, "txtRR", "300");
-    box.Expect(S("neuen Ränder"), MsgAnswer::Yes).Expect(S("keinen Platz"));
+    box.Expect("neuen Ränder", MsgAnswer::Yes).Expect("keinen Platz");
     Press(form, "btnClose");
     EXPECT_TRUE(form.isVisible());
-    box.Expect(S("neuen Ränder"), MsgAnswer::No);
+    box.Expect("neuen Ränder", MsgAnswer::No);
     Press(form, "btnClose");
   });
-  Choose(S("mnuRand"));
+  Choose("mnuRand");
   EXPECT_EQ(margins(), std::tuple(15, 0, 20, 0));
 }
 
@@ -186,33 +220,29 @@ TEST_F(PrintWindowsTest, PathTableTextAndWindow) {
     Fill(form, "optDruckFlurax", true);
     Press(form, "cmdOK");
   });
-  Choose(S("mnuDruckpfad"));
+  Choose("mnuDruckpfad");
   EXPECT_TRUE(frmMDI.printAsBitmap);
-  Choose(S("mnuPrintMap"));
+  Choose("mnuPrintMap");
   EXPECT_EQ(printed.ended, 1);
-  Choose(S("mnuTblPrint"));
-  EXPECT_EQ(printed.title, S("Tabelle drucken"));
-  Choose(S("mnuPrintScreen"));
+  Choose("mnuTblPrint");
+  EXPECT_EQ(printed.title, "Tabelle drucken");
+  Choose("mnuPrintScreen");
   EXPECT_EQ(printed.orientation, window->width() > window->height() ? landscape : portrait);
-  EXPECT_FALSE(window->Action(S("mnuPrintTxt"))->isEnabled()) << "without a note pad";
-  Choose(S("mnuTextNew"));
-  Choose(S("mnuPrintTxt"));
+  EXPECT_FALSE(window->Action("mnuPrintTxt")->isEnabled()) << "without a note pad";
+  Choose("mnuTextNew");
+  Choose("mnuPrintTxt");
   EXPECT_EQ(printed.ended, 4);
-  EXPECT_EQ(printed.title, S("Notiz 1"));
+  EXPECT_EQ(printed.title, "Notiz 1");
 }
 
 TEST_F(PrintWindowsTest, SheetFrameStandsOnTheMap) {
   const int seam = qRound(201.6 / 25.4 * 96);  // the first sheet's room in map pixels
-  const auto blue = [&] {
-    const QImage shown = Canvas()->grab().toImage();
-    int count = 0;
-    for (int y = 0; y < shown.height(); ++y)
-      for (int x = seam - 2; x <= seam + 2; ++x)
-        if (shown.rect().contains(x, y)) count += shown.pixelColor(x, y) == QColor(Qt::blue);
-    return count;
+  const auto frame = [&] {
+    return Count_Pixels(Canvas()->grab().toImage(), QRect(seam - 2, 0, 5, Canvas()->height()),
+                        [](QRgb color) { return color == 0xff0000ff; });
   };
   ASSERT_GT(Canvas()->width(), seam + 2);
-  EXPECT_EQ(blue(), 0);
+  EXPECT_EQ(frame(), 0);
   frmMDI.sheetFrame = true;
-  EXPECT_GT(blue(), Canvas()->height() / 4);
+  EXPECT_GT(frame(), Canvas()->height() / 4);
 }

@@ -1,6 +1,5 @@
 #include <QTabWidget>
 
-#include "store/entry.h"
 #include "tools/plan_squares.h"
 #include "windows/plansquares/frmRaster.h"
 #include "windows/window_fixture.h"

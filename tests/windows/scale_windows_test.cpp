@@ -1,4 +1,3 @@
-#include "hand/activation.h"
 #include "support/pixels.h"
 #include "tools/mouse.h"
 #include "windows/canvas/frmMass.h"

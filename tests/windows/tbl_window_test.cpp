@@ -5,7 +5,6 @@
 #include <QMdiSubWindow>
 
 #include "edit/table_edit.h"
-#include "hand/activation.h"
 #include "state/events.h"
 #include "state/table_state.h"
 #include "windows/store/tbl_window_model.h"

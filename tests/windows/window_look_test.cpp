@@ -1,17 +1,13 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QDialog>
-#include <QFileInfo>
 #include <QLabel>
-#include <QRegularExpression>
 #include <QTextBrowser>
 #include <QtTest>
 
 #include "maps/map_open.h"
-#include "platform/files.h"
 #include "state/mdi_state.h"
 #include "store/file_names.h"
-#include "support/fixture.h"
 #include "windows/analysis/frmDiagramme.h"
 #include "windows/analysis/frmDistanz.h"
 #include "windows/analysis/frmNachbar.h"

@@ -26,6 +26,7 @@ FrmDigi::FrmDigi(QWidget* parent) : QDialog(parent), ui(std::make_unique<Ui::Frm
   setWindowModality(Qt::NonModal);
   ui->Label1->setMinimumHeight(5 * ui->Label1->fontMetrics().lineSpacing());
   ui->pic->setFixedHeight(barBottom + 6);
+  ui->lblPoints->setMinimumWidth(ui->lblPoints->fontMetrics().horizontalAdvance(Count_Text(90000)));
   ui->Slider1->setValue(frmMDI.DigiTolerance);
   ui->lblWert->setText(QString::number(frmMDI.DigiTolerance) + QStringLiteral(" %"));
   ui->lblWert->setMinimumWidth(ui->lblWert->fontMetrics().horizontalAdvance(QStringLiteral("100 %")));

@@ -11,6 +11,7 @@
 #include "windows/canvas/bind_canvas.h"
 #include "windows/common/bind_window.h"
 #include "windows/common/frm_dialogs.h"
+#include "windows/import/frmCSVExport.h"
 #include "windows/import/frmCSVImport.h"
 #include "windows/main/bind_pads.h"
 #include "windows/main/window_list.h"
@@ -65,4 +66,5 @@ void Bind_All_Windows(QMainWindow& window) {
   Bind_Print_Windows(&window);
   Bind_Analysis_Windows(&window);
   Bind_Window("mnuImportCSV", &window, Show_frmCSVImport);
+  Bind_Window("mnuExportCSVTable", &window, Show_frmCSVExport);
 }

@@ -13,6 +13,7 @@ class PreviewPicture : public QWidget {
   void Show_Sheets(const PrintGeometry& geometry, const Paper& paper);  // the lines between the sheets
   void Show_Text(const QString& text);  // in place of the picture
   const QImage& Picture() const { return image; }
+  const QString& Text() const { return text; }
   QSize sizeHint() const override;
 
  protected:

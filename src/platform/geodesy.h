@@ -1,0 +1,38 @@
+#pragma once
+#include <QPointF>
+#include <QString>
+#include <memory>
+#include <optional>
+
+// Coordinates of one reference system in another, by PROJ. Points are x = longitude or Rechtswert, y = latitude or
+// Hochwert: degrees (east and north positive) in geographic systems, metres in plane ones.
+
+enum class Datum { Wgs84, Etrs89, Dhdn };  // DHDN: "Potsdam", on Bessel's ellipsoid
+
+struct ReferenceSystem {
+  enum class Kind { Geographic, Utm, GaussKrueger };
+  Kind kind = Kind::Geographic;
+  Datum datum = Datum::Wgs84;
+  int zone = 0;  // UTM 1 to 60 (north of the equator), Gauß-Krüger 2 to 5 with the zone in front of the Rechtswert
+  bool operator==(const ReferenceSystem&) const = default;
+  QString Name() const;  // "WGS-84", "UTM 32 WGS-84", "Gauß-Krüger 4"
+};
+
+class Transformation {
+ public:
+  // Raises 5000 with a German text for a zone that does not exist, and without PROJ's own data.
+  Transformation(const ReferenceSystem& from, const ReferenceSystem& to);
+  ~Transformation();
+  Transformation(Transformation&&) noexcept;
+  Transformation& operator=(Transformation&&) noexcept;
+
+  // Nothing where the systems do not reach.
+  std::optional<QPointF> operator()(QPointF point) const;
+  // "Potsdam -> WGS-84, 3 m": the systems' datums and how exact the way between them is, after a point was transformed;
+  // without a number where that is not known.
+  QString Name() const;
+
+ private:
+  struct Inner;
+  std::unique_ptr<Inner> inner;
+};
