@@ -1,10 +1,6 @@
 #include "analysis/color_assignment.h"
 
-#include <gtest/gtest.h>
-
 #include "analysis_rows.h"
-#include "support/errors.h"
-#include "support/fixture.h"
 
 namespace {
 constexpr QRgb white = 0xFFFFFFFF, red = 0xFFFF0000, blue = 0xFF0000FF, grey = 0xFF555555;

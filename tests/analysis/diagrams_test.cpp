@@ -1,9 +1,6 @@
 #include "analysis/diagrams.h"
 
-#include <gmock/gmock.h>
-
 #include "analysis_rows.h"
-#include "support/fixture.h"
 
 using ::testing::ElementsAre;
 

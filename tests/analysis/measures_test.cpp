@@ -1,10 +1,7 @@
 #include "analysis/measures.h"
 
-#include <gtest/gtest.h>
-
 #include "analysis/distances.h"
 #include "analysis_rows.h"
-#include "support/errors.h"
 
 TEST(Measures, Polygons) {
   const struct {

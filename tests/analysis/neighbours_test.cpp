@@ -1,12 +1,6 @@
 #include "analysis/neighbours.h"
 
-#include <gtest/gtest.h>
-
-#include <cmath>
-#include <random>
-
 #include "analysis_rows.h"
-#include "support/fixture.h"
 
 namespace {
 // The plain search: every pair, the slots of each entry kept in order.

@@ -1,11 +1,8 @@
-#include <gtest/gtest.h>
-
 #include "analysis/analysis_texts.h"
 #include "analysis/area_text.h"
 #include "analysis/neighbour_text.h"
 #include "analysis/overview.h"
 #include "analysis_rows.h"
-#include "support/fixture.h"
 
 TEST(AreaTextTest, AreasAndFiguresWithTheirSpecies) {
   TestMap map;

@@ -1,8 +1,3 @@
-#include <gtest/gtest.h>
-
-#include <QTemporaryDir>
-#include <cmath>
-
 #include "analysis/analysis_texts.h"
 #include "analysis/color_sheet.h"
 #include "analysis/kataster_sheet.h"
@@ -11,10 +6,7 @@
 #include "analysis/population_sheet.h"
 #include "analysis/result_book.h"
 #include "analysis_rows.h"
-#include "platform/files.h"
 #include "platform/surface.h"
-#include "support/errors.h"
-#include "support/fixture.h"
 
 namespace {
 // Expects the cells of a row from column 1 on, as text; "*" is anything.

@@ -1,9 +1,5 @@
 #include "analysis/species.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <cmath>
 #include <numeric>
 
 #include "analysis/diversity.h"
@@ -11,8 +7,6 @@
 #include "analysis/population.h"
 #include "analysis/species_matrix.h"
 #include "analysis_rows.h"
-#include "support/errors.h"
-#include "support/fixture.h"
 
 namespace {
 // "name 3, other 1"

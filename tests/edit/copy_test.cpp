@@ -1,14 +1,10 @@
 #include "edit/copy.h"
 
-#include <QDir>
-
 #include "edit/marks.h"
 #include "hand/leave_hand.h"
-#include "platform/files.h"
 #include "platform/picture.h"
 #include "store/columns.h"
 #include "support/bulk_fixture.h"
-#include "support/errors.h"
 #include "support/refused_writes.h"
 #include "view/picture_cache.h"
 

@@ -3,7 +3,6 @@
 #include "edit/move.h"
 #include "edit/scale_edit.h"
 #include "edit/sql_query.h"
-#include "edit/table_edit.h"
 #include "edit/visibility.h"
 #include "hand/group.h"
 #include "objects/north_arrow.h"
@@ -101,7 +100,7 @@ TEST_F(Marks, WhatCannotBeSeenStaysAsItIs) {
     way();
     EXPECT_EQ(Row(hidden), before) << name;
     EXPECT_NE(Row(keys[0]), shown) << name;
-    EXPECT_TRUE(InfoBar.Panel[0].endsWith(stay)) << name << ": " << InfoBar.Panel[0];
+    EXPECT_TRUE(InfoBar.Panel[0].endsWith(stay)) << name << InfoBar.Panel[0].toStdString();
   }
   MessageScript script(stay, MsgAnswer::Yes);
   Delete_Marked();

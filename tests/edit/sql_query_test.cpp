@@ -1,10 +1,7 @@
 #include "edit/sql_query.h"
 
-#include <QRegularExpression>
-
 #include "edit/property_transfer.h"
 #include "edit/search_replace.h"
-#include "platform/files.h"
 #include "store/columns.h"
 #include "support/bulk_fixture.h"
 #include "support/table_fixture.h"

@@ -2,7 +2,6 @@
 
 #include <sqlite3.h>
 
-#include "hand/activation.h"
 #include "state/events.h"
 #include "state/mdi_state.h"
 #include "store/vertex_table.h"

@@ -1,7 +1,5 @@
 #include "edit/text_font.h"
 
-#include <cmath>
-
 #include "edit/symbols.h"
 #include "support/hand_fixture.h"
 #include "support/pixels.h"

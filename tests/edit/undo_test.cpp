@@ -1,5 +1,3 @@
-#include <random>
-
 #include "edit/marks.h"
 #include "edit/move.h"
 #include "edit/order.h"

@@ -44,7 +44,6 @@ TEST_F(Visibility, MarkedAndAllLeaveHeaderAndNorthArrow) {
 
 TEST_F(Visibility, BlanksLeaveTextsButNoSymbols) {
   const QString name = Add_Text("  Roter \t Milan \r\nHorst "), nothing = Add_Text("   "), plain = Add_Text("Reh");
-  Write_Vertices("Linie1", {{1, 1}, {9, 9}});
   EntryRow sign = Make(0, "Text", " ", 1, 1);
   sign.Schrift = QStringLiteral("Wingdings");
   Write_Vertices("Linie1", {{1, 1}, {9, 9}});
@@ -65,7 +64,6 @@ TEST_F(Visibility, BlanksLeaveTextsButNoSymbols) {
 
 TEST_F(Visibility, InactiveKeepsTheRestOfTheName) {
   const QString name = QStringLiteral("Linie7 - C1011L2.5B5.0>Flaeche3<2");
-  Write_Vertices("Linie7", {{1, 1}, {9, 9}});
   const QString full = Add(Make(100, QString(79, 'x'), "", 1, 1)), line = Add(Make(4, name, "", 1, 1));
   Write_Vertices("Linie7", {{1, 1}, {9, 9}});
   Deactivate_Current();

@@ -1,13 +1,8 @@
 #include "exchange/exchange_table.h"
 
-#include <gmock/gmock.h>
-
-#include "platform/files.h"
 #include "store/vertex_table.h"
-#include "support/errors.h"
 #include "support/table_fixture.h"
 
-using namespace Qt::StringLiterals;
 using ::testing::ElementsAre;
 
 namespace {

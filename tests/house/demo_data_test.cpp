@@ -6,7 +6,6 @@
 #include "maps/map_open.h"
 #include "platform/picture.h"
 #include "support/table_fixture.h"
-#include "view/redraw.h"
 
 using ::testing::IsSupersetOf;
 

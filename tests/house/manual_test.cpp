@@ -1,9 +1,3 @@
-#include <gmock/gmock.h>
-
-#include <QRegularExpression>
-
-#include "platform/files.h"
-
 // The list of chapters of the manual leads to every chapter there is, in their order.
 TEST(Manual, TheListOfChaptersIsComplete) {
   static const QRegularExpression line("^- \\[(.+)\\]\\(#(.+)\\)$"),

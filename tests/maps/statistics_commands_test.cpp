@@ -1,5 +1,3 @@
-#include <QFileInfo>
-
 #include "maps/color_command.h"
 #include "maps/map_close.h"
 #include "maps/map_open.h"
@@ -8,7 +6,6 @@
 #include "platform/for_now.h"
 #include "state/map_state.h"
 #include "store/vertex_table.h"
-#include "support/fixture.h"
 #include "support/rows.h"
 #include "workbook/workbook.h"
 

@@ -1,7 +1,5 @@
 #include "objects/bezier.h"
 
-#include <gtest/gtest.h>
-
 namespace {
 
 using Points = std::vector<QPointF>;

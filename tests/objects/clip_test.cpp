@@ -1,7 +1,5 @@
 #include "objects/clip.h"
 
-#include <random>
-
 #include "objects/bezier.h"
 #include "objects/drawing.h"
 

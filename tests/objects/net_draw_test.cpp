@@ -2,7 +2,6 @@
 
 #include "coordinates/net_build.h"
 #include "objects/net_print.h"
-#include "support/fixture.h"
 #include "support/nets.h"
 #include "support/pixels.h"
 

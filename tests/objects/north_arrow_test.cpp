@@ -3,7 +3,6 @@
 #include "objects/drawing.h"
 #include "state/coordinate_state.h"
 #include "state/events.h"
-#include "support/fixture.h"
 
 namespace {
 

@@ -2,7 +2,6 @@
 
 #include "platform/surface.h"
 #include "store/file_names.h"
-#include "support/fixture.h"
 
 using PaletteFile = FluraxTest;
 

@@ -1,7 +1,6 @@
 #include "objects/scale_bar.h"
 
 #include "objects/drawing.h"
-#include "state/global_state.h"
 
 namespace {
 

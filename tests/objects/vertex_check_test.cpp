@@ -1,8 +1,5 @@
 #include "objects/vertex_check.h"
 
-#include <gtest/gtest.h>
-#include <vector>
-
 namespace {
 
 TEST(VertexCheck, FindsRepeatedCloseAndCrossingVertices) {

@@ -3,7 +3,6 @@
 #include "state/events.h"
 #include "state/mdi_state.h"
 #include "store/vertex_table.h"
-#include "support/errors.h"
 #include "support/table_fixture.h"
 
 class EntryEditTest : public TableTest {

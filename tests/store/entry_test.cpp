@@ -2,7 +2,6 @@
 
 #include "state/mdi_state.h"
 #include "store/vertex_table.h"
-#include "support/errors.h"
 #include "support/table_fixture.h"
 
 class EntryTest : public TableTest {

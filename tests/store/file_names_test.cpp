@@ -1,11 +1,6 @@
 #include "store/file_names.h"
 
-#include <QDir>
-#include <QFile>
-
 #include "state/map_state.h"
-#include "support/errors.h"
-#include "support/fixture.h"
 
 namespace {
 class FileNames : public FluraxTest {

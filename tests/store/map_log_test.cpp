@@ -1,12 +1,8 @@
 #include "store/map_log.h"
 
-#include <QDir>
-#include <QFile>
-
 #include "state/mdi_state.h"
 #include "store/file_names.h"
 #include "store/log_record.h"
-#include "support/fixture.h"
 
 namespace {
 class MapLog : public FluraxTest {

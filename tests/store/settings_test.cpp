@@ -1,11 +1,7 @@
 #include "store/settings.h"
 
-#include <QDir>
-#include <QFile>
-
 #include "state/mdi_state.h"
 #include "store/file_names.h"
-#include "support/fixture.h"
 
 namespace {
 class Settings : public FluraxTest {

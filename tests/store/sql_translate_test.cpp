@@ -1,6 +1,5 @@
 #include "store/sql_translate.h"
 
-#include "support/errors.h"
 #include "support/table_fixture.h"
 
 namespace {

@@ -2,8 +2,6 @@
 
 #include <sys/resource.h>
 
-#include <QDir>
-#include <QFile>
 #include <csignal>
 
 #include "state/events.h"

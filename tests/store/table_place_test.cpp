@@ -1,7 +1,3 @@
-#include <QDir>
-#include <QFile>
-
-#include "platform/files.h"
 #include "state/mdi_state.h"
 #include "store/vertex_table.h"
 #include "support/table_fixture.h"

@@ -2,7 +2,6 @@
 
 #include "store/entry_edit.h"
 #include "store/vertex_table.h"
-#include "support/errors.h"
 #include "support/table_fixture.h"
 
 namespace {

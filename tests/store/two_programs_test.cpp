@@ -1,9 +1,6 @@
 #include <QCoreApplication>
-#include <QDir>
-#include <QFile>
 
 #include "platform/file_lock.h"
-#include "platform/files.h"
 #include "state/mdi_state.h"
 #include "support/second_program.h"
 #include "support/table_fixture.h"

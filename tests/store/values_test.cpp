@@ -1,14 +1,9 @@
-#include <gtest/gtest.h>
-#include <cmath>
-#include <limits>
-
 #include "store/entry_id.h"
 #include "store/entry_type.h"
 #include "store/fill_code.h"
 #include "store/font_spec.h"
 #include "store/frame_word.h"
 #include "store/stored_number.h"
-#include "support/fixture.h"
 
 TEST(EntryType, TakesTheNumberApart) {
   struct Case {

@@ -1,14 +1,8 @@
 #include "tools/area_trace.h"
 
-#include <gmock/gmock.h>
-
 #include <QPainter>
 #include <QPolygonF>
-#include <cmath>
 
-#include "support/fixture.h"
-
-using namespace Qt::StringLiterals;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::UnorderedElementsAre;

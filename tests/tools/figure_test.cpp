@@ -1,4 +1,3 @@
-#include <gtest/gtest.h>
 #include <qnamespace.h>
 
 #include "edit/bulk_change.h"
@@ -6,7 +5,6 @@
 #include "edit/figure_edit.h"
 #include "edit/figure_extras.h"
 #include "edit/marks.h"
-#include "edit/table_edit.h"
 #include "edit/vertex_edit.h"
 #include "hand/next_shape.h"
 #include "platform/surface.h"

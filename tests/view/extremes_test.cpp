@@ -3,7 +3,6 @@
 #include <QPdfWriter>
 
 #include "plansquares/raster_rows.h"
-#include "platform/surface.h"
 #include "printing/page_preview.h"
 #include "printing/print_map.h"
 #include "printing/sheet_painter.h"

@@ -1,8 +1,6 @@
 #include "windows/command_fixture.h"
 
 #include <QClipboard>
-#include <QComboBox>
-#include <QLineEdit>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 

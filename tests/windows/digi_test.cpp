@@ -1,6 +1,4 @@
-#include <QLabel>
 #include <QPainter>
-#include <QPushButton>
 #include <QSlider>
 
 #include "store/vertex_table.h"

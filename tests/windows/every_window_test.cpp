@@ -1,17 +1,12 @@
-#include <QComboBox>
 #include <QGroupBox>
-#include <QLineEdit>
 #include <QListView>
-#include <QRegularExpression>
 #include <QScreen>
-#include <QSpinBox>
 #include <QTabBar>
 
 #include "maps/map_coordinates.h"
 #include "state/dialog_hooks.h"
 #include "windows/canvas/frmFigurDraw.h"
 #include "windows/command_fixture.h"
-#include "windows/main/mdi_window.h"
 #include "windows/maps/frmNotePad.h"
 #include "windows/objects/frmTblSymb.h"
 #include "windows/printing/frmPRN.h"
@@ -126,6 +121,7 @@ class EveryWindow : public CommandTest, public testing::WithParamInterface<doubl
   }
 
   void Look_At(const QWidget& shown) {
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
     const QString name = QLatin1String(shown.metaObject()->className());
     found << name;
     ++looks;

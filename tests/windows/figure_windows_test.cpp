@@ -6,7 +6,6 @@
 #include "edit/figure_extras.h"
 #include "hand/next_shape.h"
 #include "state/dialog_hooks.h"
-#include "hand/activation.h"
 #include "store/vertex_table.h"
 #include "support/pixels.h"
 #include "windows/canvas/frmEigenschaften.h"

@@ -3,7 +3,6 @@
 
 #include "edit/marks.h"
 #include "edit/table_edit.h"
-#include "view/redraw.h"
 #include "view/view.h"
 #include "windows/command_fixture.h"
 

@@ -4,7 +4,6 @@
 #include <QScrollBar>
 #include <QWheelEvent>
 
-#include "platform/files.h"
 #include "state/dialog_hooks.h"
 #include "state/events.h"
 #include "support/pixels.h"

@@ -3,15 +3,10 @@
 #include <QChart>
 #include <QChartView>
 #include <QClipboard>
-#include <QFileInfo>
-#include <QImage>
 #include <QXmlStreamReader>
 
-#include "hand/activation.h"
-#include "platform/files.h"
 #include "platform/printer.h"
 #include "state/events.h"
-#include "state/global_state.h"
 #include "store/vertex_table.h"
 #include "tools/map_tool.h"
 #include "tools/text_tool.h"

@@ -5,11 +5,8 @@
 #include <QStatusTipEvent>
 
 #include "edit/table_edit.h"
-#include "maps/commands.h"
 #include "state/dialog_hooks.h"
-#include "state/table_state.h"
 #include "store/map_log.h"
-#include "support/rows.h"
 #include "view/view.h"
 #include "windows/canvas/frmMass.h"
 #include "windows/command_fixture.h"
