@@ -546,6 +546,17 @@ TEST_F(DatabaseTest, ForeignPartsOfTheFileAreLeftAlone) {
   EXPECT_EQ(database->OpenSnapshot("SELECT * FROM wort")->Text(0), "Eiche am Bach");
 }
 
+TEST_F(DatabaseTest, NoTwoDatabasesHaveTheSameCountOfChanges) {
+  rows.reset();
+  QSet<qint64> counts;
+  for (int i = 0; i < 4; ++i) {
+    database.reset();  // the next one may well lie at the same address
+    database = Workspace::OpenDatabase(path);
+    EXPECT_FALSE(counts.contains(database->ChangeCount()));
+    counts << database->ChangeCount();
+  }
+}
+
 TEST_F(DatabaseTest, CheckpointAndClosingLeaveOneWholeFile) {
   Add("a");
   database->Checkpoint();
