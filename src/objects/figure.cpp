@@ -117,8 +117,8 @@ Shape Box_Shape(const DrawContext& context, const QRectF& box, double angle, dou
   }
   shape.form = Shape::Form::Polygon;
   const QPointF centre = box.center();
-  const QRectF corners = context.view.whole ? Middle_Line(box, width)
-                                            : box.adjusted(rim / 2, rim / 2, -rim / 2, -rim / 2);
+  const QRectF corners =
+      context.view.whole ? Middle_Line(box, width) : box.adjusted(rim / 2, rim / 2, -rim / 2, -rim / 2);
   for (const QPointF& corner : {corners.topLeft(), corners.topRight(), corners.bottomRight(), corners.bottomLeft()})
     shape.points.push_back(Turned(corner, centre, angle));
   Round_All(context.view, shape.points);

@@ -86,7 +86,7 @@ struct RasterSteps {
 };
 // What of the steps is the map's own.
 struct RasterOnMap {
-  std::function<void()> clear;                        // step 6: without the former preview
+  std::function<void()> clear;                       // step 6: without the former preview
   std::function<void(const RasterPlan& plan)> draw;  // step 7: lines and names
 };
 // The whole way to the plan; faults are told with the step they happened in, then nothing comes back. `middle`: where a

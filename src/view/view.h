@@ -4,8 +4,8 @@
 // View geometry: zoom, reduced copies of the scan, scroll bars, layout of the map window. All sizes in window pixels
 // unless "map" is said.
 
-void Set_Map_Picture(const class QImage& picture);      // takes the scan as clip 0 and forgets the reduced copies
-void Clear_Map_Picture();                               // no scan, no copies, view and scroll bars at 0
+void Set_Map_Picture(const class QImage& picture);  // takes the scan as clip 0 and forgets the reduced copies
+void Clear_Map_Picture();                           // no scan, no copies, view and scroll bars at 0
 // Map pixels per window pixel, kept within 1/8..20. The zoom there is already only takes what floats over the map from
 // sight.
 void Set_Zoom(double factor);

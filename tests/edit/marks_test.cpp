@@ -100,7 +100,7 @@ TEST_F(Marks, WhatCannotBeSeenStaysAsItIs) {
     way();
     EXPECT_EQ(Row(hidden), before) << name;
     EXPECT_NE(Row(keys[0]), shown) << name;
-    EXPECT_EQ(InfoBar.Panel[0], stay) << name;
+    EXPECT_TRUE(InfoBar.Panel[0].endsWith(stay)) << name << InfoBar.Panel[0].toStdString();
   }
   MessageScript script(stay, MsgAnswer::Yes);
   Delete_Marked();

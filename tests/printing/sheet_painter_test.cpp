@@ -153,7 +153,9 @@ TEST_F(SheetPainter, WhatCannotBeDrawnIsToldOnceAJob) {
   Append_Entry({"Linie3", "Bach", "Arial", 12, 0, 15, -100, 100, 100, 1, 1, 4});
   Append_Entry({"Figur2", "Becken", "F 1", 12, 0, 15, -100, 100, 100, 50, 50, 24});
   PrintOrder order{.settings = settings, .paper = paper, .map = Map_To_Print(), .range = {1, 4}};
-  const auto print = [&] { return Print_Map(order, {[&] { return Make_Pdf_Job(Path(u"Blatt.pdf"_s), paper, {}); }, {}}); };
+  const auto print = [&] {
+    return Print_Map(order, {[&] { return Make_Pdf_Job(Path(u"Blatt.pdf"_s), paper, {}); }, {}});
+  };
   for (const PrintPath way : {PrintPath::Direct, PrintPath::Bitmap}) {
     order.path = way;
     MessageScript boxes{{u"Bach"_s, MsgAnswer::Yes}, {u"Becken"_s, MsgAnswer::Yes}};

@@ -121,6 +121,7 @@ class EveryWindow : public CommandTest, public testing::WithParamInterface<doubl
   }
 
   void Look_At(const QWidget& shown) {
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
     const QString name = QLatin1String(shown.metaObject()->className());
     found << name;
     ++looks;

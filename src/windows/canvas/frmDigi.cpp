@@ -25,7 +25,7 @@ FrmDigi::FrmDigi(QWidget* parent) : QDialog(parent), ui(std::make_unique<Ui::Frm
   Prepare_Dialog(*this, QStringLiteral("Digitalisieren.htm"));
   setWindowModality(Qt::NonModal);
   ui->Label1->setMinimumHeight(5 * ui->Label1->fontMetrics().lineSpacing());
-  ui->pic->setFixedHeight(barBottom + 6);
+  ui->pic->setFixedHeight(barBottom + 6 + 2 * ui->pic->frameWidth());
   ui->lblPoints->setMinimumWidth(ui->lblPoints->fontMetrics().horizontalAdvance(Count_Text(90000)));
   ui->Slider1->setValue(frmMDI.DigiTolerance);
   ui->lblWert->setText(QString::number(frmMDI.DigiTolerance) + QStringLiteral(" %"));
@@ -78,7 +78,8 @@ void FrmDigi::Show_Result(const TraceResult& result) {
 }
 
 void FrmDigi::Show_Colors(const std::vector<QRgb>& colors) {
-  QPixmap bars(std::max(ui->pic->width(), 2 * barStart), ui->pic->height());
+  const QSize inner = ui->pic->contentsRect().size();
+  QPixmap bars(std::max(inner.width(), 2 * barStart), inner.height());
   bars.fill(palette().color(QPalette::Base));
   QPainter painter(&bars);
   const int room = (bars.width() - 2 * barStart) / barStep;

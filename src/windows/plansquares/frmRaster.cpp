@@ -163,7 +163,9 @@ void FrmRaster::btnVorschau_Click() {
   Run_Guarded([this] {
     const RasterDesign wanted = Read();
     const RasterOnMap map{[] { Show_Raster_Preview({}); },
-                          [&](const RasterPlan& plan) { Show_Raster_Preview(shown = RasterPreview{plan, wanted}); }};
+                          [&](const RasterPlan& plan) {
+                            Show_Raster_Preview(shown = RasterPreview{plan, wanted});
+                          }};
     if (!Design_Raster(wanted, Raster_Field(), Middle_Of_View(), steps, map)) {
       shown.reset();
       Show_Raster_Preview({});  // what could not be drawn is not left half drawn

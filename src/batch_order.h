@@ -1,0 +1,38 @@
+#pragma once
+#include <QPoint>
+#include <QString>
+#include <QStringList>
+#include <optional>
+
+#include "printing/page_geometry.h"
+
+// What flurax-batch is told to do, from the words of its call.
+
+enum class BatchWork { Picture, Print, Csv, Results, WriteExchange, TakeExchange, Area };
+
+struct BatchOrder {
+  BatchWork work = BatchWork::Picture;
+  QString map, target;  // full paths
+  bool changesTable = false;
+  bool wholeFile = false;  // tkr-ein
+  QPoint at;               // flaeche, map pixels
+  int tolerance = 10;      // percent
+  bool fill = false;
+  QString matrix;
+  int neighbours = 0;
+  double zoom = 1;
+  std::optional<double> factor;
+  QString format = QStringLiteral("A4");
+  std::optional<int> orientation;
+  std::optional<PrintRange> range;
+};
+
+// Why a call is wrong, in German.
+struct WrongCall {
+  QString text;
+};
+
+// Raises WrongCall.
+BatchOrder Parse_Order(QStringList words);
+// What "--hilfe" says.
+const QString& Batch_Help();

@@ -1,0 +1,140 @@
+#include "batch_work.h"
+
+#include <QFileInfo>
+#include <cstdio>
+
+#include "analysis/all_results.h"
+#include "exchange/csv_export.h"
+#include "exchange/exchange_table.h"
+#include "objects/draw_context.h"
+#include "platform/error.h"
+#include "platform/files.h"
+#include "platform/picture.h"
+#include "platform/surface.h"
+#include "printing/print_map.h"
+#include "state/global_state.h"
+#include "state/map_state.h"
+#include "tools/area_trace.h"
+#include "tools/poly_editor.h"
+#include "view/redraw.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QImage Draw_Map(double factor) {
+  if (factor == 1) return Map_Picture_With_Entries();
+  const QSize size(std::max(1, qRound(MapWidthPx * factor)), std::max(1, qRound(MapHeightPx * factor)));
+  QImage picture = Make_Canvas(size.width(), size.height());
+  if (picture.isNull()) Raise(errors::outOfMemory);
+  {
+    const auto surface = Make_Surface(picture);
+    DrawContext context{*surface, {.Zoom = 1 / factor}, QRectF(QPointF(), size)};
+    Draw_Background(context);
+    Draw_Entries(context);
+    Draw_Grid(context);
+  }
+  return picture;
+}
+
+ExitStatus Print_Into_Pdf(const BatchOrder& batch) {
+  PrintOrder order;
+  order.settings = Read_Print_Settings();
+  if (batch.factor) order.settings.factor = *batch.factor;
+  if (batch.orientation) order.settings.orientation = *batch.orientation;
+  order.paper = Paper_Of(batch.format, order.settings.orientation);
+  order.map = Map_To_Print();
+  const int pages = Print_Geometry(order.settings, order.paper, order.map).Pages();
+  order.range = batch.range.value_or(PrintRange{1, pages});
+  if (order.range.from > pages) {
+    Tell(u"So viele Blätter hat die Karte nicht; sie braucht %1."_s.arg(pages));
+    return failed;
+  }
+  const PrintHooks hooks{[&] { return Make_Pdf_Job(batch.target, order.paper, QFileInfo(batch.map).fileName()); }, {}};
+  return Print_Map(order, hooks) == PrintEnd::Done ? done : failed;
+}
+
+// Beside the map, named like its table.
+ExitStatus Write_Csv(const BatchOrder& order) {
+  const QString table = QFileInfo(TableFile).completeBaseName();
+  const QString path = QFileInfo(order.map).path() + u'/' + table + u".csv"_s;
+  const QStringList lines = Csv_Export_Lines(table + u".MDB"_s);
+  try {
+    Write_Lines(path, lines);
+  } catch (const Error& error) {
+    Raise(error.number, error.text + u": "_s + path);
+  }
+  return done;
+}
+
+// The rest is written even if one of the evaluations fails.
+ExitStatus Write_Results(const BatchOrder& order) {
+  const ResultFiles files = Write_All_Results({order.target, order.matrix, order.neighbours}, Load_Picture(order.map));
+  if (!files.aside.isEmpty())
+    Tell(u"Die vorhandene Arbeitsmappe hat ein altes Format. Sie heißt jetzt: "_s + files.aside);
+  for (const QString& problem : files.problems) Tell(problem);
+  return files.problems.isEmpty() ? done : failed;
+}
+
+ExitStatus Save_Drawing(const BatchOrder& order) {
+  Save_Picture(Draw_Map(order.zoom), order.target);
+  return done;
+}
+
+ExitStatus Write_Exchange(const BatchOrder& order) {
+  try {
+    const auto text = Exchange_Lines(Read_Exchange_Table(order.target));
+    Write_Lines(order.target, text->lines);
+    if (text->withoutText > 0) Tell(u"Einträge ohne Text, die nicht in der Datei stehen: %1"_s.arg(text->withoutText));
+  } catch (const Error& error) {
+    const QString reason = error.number == 5000 ? u"Diese Datei ist leer."_s : Error_Text(error);
+    Raise(error.number, reason + u": "_s + order.target);
+  }
+  return done;
+}
+
+ExitStatus Take_Exchange(const BatchOrder& order) {
+  const QStringList lines = Read_Lines(order.target);
+  const ExchangeContent content = order.wholeFile ? Read_Exchange_All(lines) : Read_Exchange_Entries(lines);
+  const ExchangeTaken taken = Append_Exchange_Entries(content.entries);
+  for (const auto* refused : {&content.refused, &taken.refused})
+    for (const ExchangeRefusal& one : *refused) Tell(u"Zeile %1: %2"_s.arg(one.line).arg(one.reason));
+  std::printf("%d\n", taken.entries);
+  return taken.entries > 0 ? done : failed;
+}
+
+ExitStatus Find_Area(const BatchOrder& order) {
+  const TraceRequest request{Map.MapClip[0].image, order.at, order.tolerance, {}};
+  const TraceResult result = order.fill ? Digi_Fill(request) : Digi_Trace_RGB(request);
+  if (!result.Found()) {
+    Tell(result.fault);
+    return failed;
+  }
+  for (const QPoint point : result.outline) std::printf("%d %d\n", point.x(), point.y());
+  if (!order.changesTable) return done;
+  return Append_Poly(PolyEditor::Kind::Area, result.outline, u"Fläche digitalisieren"_s) ? done : failed;
+}
+
+}  // namespace
+
+void Tell(const QString& text) { std::fprintf(stderr, "%s\n", qUtf8Printable(text)); }
+
+ExitStatus Do_Batch_Work(const BatchOrder& order) {
+  switch (order.work) {
+    case BatchWork::Print:
+      return Print_Into_Pdf(order);
+    case BatchWork::Csv:
+      return Write_Csv(order);
+    case BatchWork::Results:
+      return Write_Results(order);
+    case BatchWork::WriteExchange:
+      return Write_Exchange(order);
+    case BatchWork::TakeExchange:
+      return Take_Exchange(order);
+    case BatchWork::Area:
+      return Find_Area(order);
+    case BatchWork::Picture:
+      break;
+  }
+  return Save_Drawing(order);
+}
