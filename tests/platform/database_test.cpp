@@ -143,6 +143,7 @@ TEST_F(DatabaseTest, CursorAtTheEnds) {
 
 TEST_F(DatabaseTest, DeletingMovesToTheFollowingRow) {
   for (const char* id : {"a", "b", "c"}) Add(id);
+  Reopen();  // nobody knows the next key by heart
   rows->MoveTo(1);
   const QString bookmark = rows->Bookmark();
   rows->Delete();
@@ -155,9 +156,9 @@ TEST_F(DatabaseTest, DeletingMovesToTheFollowingRow) {
   rows->Delete();
   EXPECT_TRUE(rows->Eof());
   EXPECT_EQ(rows->RecordCount(), 1);
-  // The key of the last row is not given to the next one.
+  // No key of a row that has gone is given to the next one.
   Add("neu");
-  EXPECT_EQ(Error_Of([&] { rows->SetBookmark(last); }), 3167);
+  for (const QString& gone : {bookmark, last}) EXPECT_EQ(Error_Of([&] { rows->SetBookmark(gone); }), 3167);
   EXPECT_EQ(Ids(*rows), QStringList({"a", "neu"}));
 }
 
