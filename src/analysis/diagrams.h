@@ -21,11 +21,11 @@ struct RankedSpecies {
 // nothing else. Equal numbers in the order of a German word list. Species without individuals are left out.
 std::vector<RankedSpecies> Rank_Abundance(const SpeciesMatrix& matrix, std::optional<size_t> row = {});
 
-// How the number of species grows over the areas and figures that have entries assigned to them, in table order.
 struct AreaAccumulation {
   std::vector<QString> names;  // of the areas
   SpeciesAccumulation species;
 };
+// How the number of species grows over the areas and figures that have entries assigned to them, in table order.
 AreaAccumulation Accumulate_Areas(const SpeciesMatrix& matrix);
 
 // Distances from each entry to its nearest neighbour, in the map's unit, and what they tell. Each entry is one point,
@@ -37,9 +37,9 @@ struct NearestDistances {
   // area bounds the points: lines, groups.
   std::optional<ClarkEvans> pattern;
 };
-// Of texts, symbols and pictures that are not hidden: all of them, with the map's sheet (`sheet` pixels) as their area,
-// or those assigned to one row of the matrix, with its area. A circle is taken as it is drawn.
+// Of texts, symbols and pictures that are not hidden: all of them, with the map's sheet (`sheet` pixels) as their area.
 NearestDistances Nearest_On_Map(const MapInput& input, QSize sheet);
+// Of those assigned to one row of the matrix, with its area. A circle is taken as it is drawn.
 NearestDistances Nearest_In(const MapInput& input, const MatrixRow& row);
 
 // What an index and its z value say at the level of 5 %: "gehäuft", "zufällig" or "gleichmäßig".

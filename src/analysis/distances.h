@@ -25,8 +25,8 @@ struct Distances {
 // Two points have one distance in every mode; nothing of fewer.
 std::optional<Distances> Measure_Distances(const std::vector<QPoint>& points, DistanceMode mode, double perPixel);
 
-// The line of the n-th distance (from 0), to be drawn.
 struct DistanceLine {
-  QPoint from, to;
+  QPoint from, to;  // map pixels
 };
+// The line of the n-th distance (from 0), to be drawn.
 DistanceLine Distance_Line(const std::vector<QPoint>& points, DistanceMode mode, int number);

@@ -23,12 +23,12 @@ struct MapInput {
 // Of the open map: rows by one pass over the table (the current row stays), measures, palette. Without a scale bar the
 // unit is " mm".
 MapInput Read_Map_Input();
-// The same with the rows in the order of their texts, and the user's columns: the listing's input.
 struct SortedMapInput {
   MapInput map;
   QStringList columns;              // titles
   std::vector<QStringList> values;  // of each row in turn, one for each of these columns
 };
+// The same with the rows in the order of their texts, and the user's columns: the listing's input.
 SortedMapInput Read_Sorted_Map_Input();
 // Names, measures, palette and vertices, for work on a single row.
 MapInput Map_Input_Without_Rows();

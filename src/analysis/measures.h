@@ -43,8 +43,10 @@ struct LineSegment {
   double px = 0, nat = 0;  // length
   double angle = 0;        // degrees clockwise from the upper vertical edge of the sheet, 0 up to below 360
 };
+// From vertex to vertex, in map pixels and in units of `perPixel`; none of fewer than two vertices.
 std::vector<LineSegment> Line_Segments(std::span<const QPoint> vertices, double perPixel);
 struct LineLength {
   double px = 0, nat = 0;
 };
+// The sums of both lengths.
 LineLength Total_Length(std::span<const LineSegment> segments);

@@ -25,8 +25,8 @@ struct Neighbours {
   // equally near ones the earlier entry first.
   std::vector<int> entry;
   std::vector<double> distance;
-  std::span<const int> Of(int number) const;
-  std::span<const double> Distances_Of(int number) const;
+  std::span<const int> Of(int number) const;               // numbers of the neighbours of that entry
+  std::span<const double> Distances_Of(int number) const;  // how far they are, map pixels
 };
 // `perEntry` from 1 to the number of entries - 1. Through a k-d tree over the distinct positions (J. L. Bentley, Comm.
 // ACM 18:509, 1975): grows like M log M however many entries lie at one place. `step` is called now and then with the

@@ -14,6 +14,7 @@ struct CellChange {
   const char* format = nullptr;
   std::optional<QRgb> color = {};
 };
+// Puts the value and changes the look of the cell so. Error 1004 beyond the bounds of a sheet.
 void Put_Cell(Sheet& sheet, int row, int column, CellValue value, const CellChange& change = {});
 // The colour of the letters of a range, empty cells included.
 void Color_Cells(Sheet& sheet, const CellRange& range, QRgb color);

@@ -28,12 +28,12 @@ struct SpeciesList {
 // among the first, and a species without individuals is not listed.
 SpeciesList List_Species(std::span<const QString> texts);
 
-// part / whole with a power of ten that brings it to 1 or more: 0.0004 is 4 for 10000. Nothing if there is no whole or
-// no part. Held in single precision.
+// A share with a power of ten that brings it to 1 or more: 0.0004 is 4 for 10000. Held in single precision.
 struct Density {
   float value = 0;
   qint64 decade = 1;
 };
+// part / whole. Nothing if there is no whole or no part.
 std::optional<Density> Scaled_Density(double part, double whole);
 
 // Shannon-Wiener with the natural logarithm (C. E. Shannon and W. Weaver, "The mathematical theory of communication",
@@ -48,4 +48,5 @@ struct Diversity {
   double HS = 0, Hmax = 0;
   std::optional<float> evenness;  // none for a single species
 };
+// There must be an individual: a share of none is no number.
 Diversity Shannon_Diversity(std::span<const SpeciesCount> species);

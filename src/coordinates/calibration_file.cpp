@@ -176,7 +176,7 @@ bool Read_Common_Line(CalibrationReader& reader, const QString& line) {
   } else if (Holds(line, "Font")) {
     reader.Try([&] { Read_Font(state, value); });
   } else if (line.startsWith(QLatin1String("VG"))) {
-    reader.Try([&] { state.NetVG = state.GridVG = Color_In_Line(line, state, 0); });
+    reader.Try([&] { state.GridVG = Color_In_Line(line, state, 0); });
   } else if (line.startsWith(QLatin1String("HG"))) {
     reader.Try([&] { state.GridHG = Color_In_Line(line, state, 7); });
   } else if (line.startsWith(QLatin1String("RA"))) {

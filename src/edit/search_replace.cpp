@@ -158,7 +158,7 @@ void Tell_Search_Error(const Error& error) {
        MsgIcon::Critical);
 }
 
-// False, with the told message, where no line has a value.
+// False, with a message, where no line has a value.
 bool Has_Criteria(const SearchState& state) {
   if (!Parse_Criteria(state.search).empty()) return true;
   Tell(QStringLiteral("Definieren Sie bitte mindestens ein Kriterium für die Suche,\nwie z.B. Eintrag = abc"),

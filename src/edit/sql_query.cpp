@@ -140,7 +140,6 @@ class Running {
 
 // One transaction; an error takes all of it back and is raised.
 void Execute(const SqlTranslation& statement) {
-  rsAux.reset();
   In_Transaction([&statement] {
     const Running running;
     const bool adds = statement.kind == SqlKind::Insert, removes = statement.kind == SqlKind::Delete;
@@ -350,7 +349,6 @@ void Drop_Other_Tables(const QSet<QString>& kept) {
 }
 
 bool Write_In_Transaction(const Kept& kept) {
-  rsAux.reset();
   return In_Transaction([&kept] {
     if (!Write_Kept(kept)) return false;
     Map.MarkOrder.clear();  // the rows have other keys now

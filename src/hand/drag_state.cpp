@@ -4,8 +4,13 @@
 
 #include "hand/hand_frame.h"
 #include "state/events.h"
+#include "state/on_reset.h"
 
 DragState dragState;
+
+namespace {
+const OnReset fresh(dragState);
+}
 
 std::array<LiveControl*, draggedControls> Dragged_Controls() {
   return {&Map.Text2,        &Map.imgBild,      &Map.lblShape,     &Map.imgHandle,    &Map.imgRfLine,

@@ -166,7 +166,6 @@ void Load_Entry_Colors() {
   EntVGColor = Color_Of(EntVG);
   EntHGColor = Color_Of(EntHG);
   EntRA = CurRA = static_cast<int>(rsEntries->Integer(column::RA));
-  EntRAColor = Color_Of(FrameWord::Parse(EntRA).color);
 }
 
 void Load_Text_Box(const EntryRow& row) {

@@ -11,6 +11,7 @@
 #include "state/events.h"
 #include "state/global_state.h"
 #include "state/map_state.h"
+#include "state/on_reset.h"
 #include "store/vertex_table.h"
 #include "view/overlay.h"
 #include "view/redraw.h"
@@ -23,6 +24,7 @@ constexpr int vertexBox = 4;
 
 ViewPlace shownView;  // of the last time the hand was shown
 bool hidden = false;
+const OnReset fresh(shownView, hidden);
 
 // The row in hand, or the look of the new text.
 EntryRow Row_To_Paint() {

@@ -2,6 +2,7 @@
 #include <QString>
 #include <optional>
 
+#include "state/on_reset.h"
 #include "store/font_spec.h"
 
 // What texts and symbols look like that are made next.
@@ -20,6 +21,7 @@ struct NextTextState {
   bool operator==(const NextTextState&) const = default;
 };
 inline NextTextState NextText;
+inline const OnReset freshText(NextText);  // goes with the state
 
 // The font of a row as a choice: its columns Schrift and Größe, without the sign of a label that is switched off.
 FontChoice Font_Choice_Of(const QString& schrift, double size);
@@ -29,6 +31,7 @@ bool Is_Sign_Font(const FontSpec& font);
 FontChoice Font_Of_New_Text();
 // A text or symbol came into the hand: what is made next looks like it.
 void Remember_Text_Look(int typ, const QString& schrift, double size, const QString& text);
-// The font of the edit box, and what is given it: the box and the Ent... variables.
+// The font of the edit box.
 FontChoice Font_Of_Box();
+// Gives it to the box and the Ent... variables; a family that is not installed is shown in Arial.
 void Load_Font_Into_Box(const FontChoice& choice);

@@ -6,9 +6,14 @@
 #include "platform/files.h"
 #include "platform/message_box.h"
 #include "state/coordinate_state.h"
+#include "state/on_reset.h"
 #include "store/csv_cell.h"
 
 QString CsvFile;
+
+namespace {
+const OnReset fresh(CsvFile);
+}
 
 namespace {
 

@@ -79,7 +79,7 @@ void Check_Bitmap(const QString& path) {
 }
 
 bool Scan_Table() {
-  frmMDI.HasPlanSquares = frmMDI.HasLines = frmMDI.HasHidden = false;
+  frmMDI.HasPlanSquares = frmMDI.HasHidden = false;
   Forget_Scale();
   if (!rsEntries) return false;
   try {
@@ -87,7 +87,6 @@ bool Scan_Table() {
       const EntryType type = Type_Here();
       frmMDI.HasHidden |= type.hidden && type.Kind() != EntryKind::NorthArrow;
       frmMDI.HasPlanSquares |= type.Kind() == EntryKind::PlanSquare || type.Kind() == EntryKind::PlanDesign;
-      frmMDI.HasLines |= type.IsPolygon();
       if (type.Kind() == EntryKind::Scale) Read_Scale(Read_Entry(*rsEntries));
     });
   } catch (const Error& error) {

@@ -8,12 +8,17 @@
 #include "state/events.h"
 #include "state/map_state.h"
 #include "state/mdi_state.h"
+#include "state/on_reset.h"
 #include "state/table_state.h"
 #include "store/entry_type.h"
 #include "store/header_row.h"
 #include "store/table_file.h"
 
 QStringList CalFileChoice;
+
+namespace {
+const OnReset fresh(CalFileChoice);
+}
 
 namespace {
 

@@ -78,7 +78,7 @@ void Load_Scan(const QString& path) {
   MapWidthMm = static_cast<float>(MapWidthPx * 25.4 / 96);
   MapHeightMm = static_cast<float>(MapHeightPx * 25.4 / 96);
   Set_Map_Picture(picture);
-  Map.Zoom = Map.ClipScale = 1.0F;
+  Map.Zoom = 1.0F;
   Map.ZoomMenu = QStringLiteral("mnuZoom100");
 }
 

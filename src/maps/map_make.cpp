@@ -72,13 +72,13 @@ void Take_Map_Size(const MapSize& size) {
               QStringLiteral("Info"));
 }
 
-void Save_Map_Size(const MapSize& size) {
+bool Save_Map_Size(const MapSize& size) {
   const QString title = QStringLiteral("Kartengröße verändern.");
   const MsgAnswer answer = Message_Box(
       QStringLiteral("\nDer Informationsteil dieser Datei wird überschrieben,\nwenn Sie die Karte verändern.\n\n"
                      "Wollen Sie die Größe der Karte wirklich verändern? "),
       MsgButtons::YesNo, MsgIcon::Question, title, MsgDefault::Second);
-  if (answer != MsgAnswer::Yes) return;
+  if (answer != MsgAnswer::Yes) return false;
   Guarded(title, [&size] {
     if (!Is_Bitmap(MapFile)) Raise(errors::badPicture, QStringLiteral("Keine Bitmap!") + QLatin1Char('\n') + MapFile);
     QByteArray resolution(8, '\0');
@@ -88,4 +88,5 @@ void Save_Map_Size(const MapSize& size) {
     Map.MapXPpM = size.xPpM;
     Map.MapYPpM = size.yPpM;
   });
+  return true;
 }

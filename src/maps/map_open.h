@@ -24,5 +24,7 @@ struct MapSize {
   double widthMm = 0, heightMm = 0;
   int xPpM = 0, yPpM = 0;
 };
-void Take_Map_Size(const MapSize& size);  // btnTake: for the session
-void Save_Map_Size(const MapSize& size);  // btnSave: asks, then writes the two values into the picture's header
+// The size for this session, with a redraw; the picture stays as it is.
+void Take_Map_Size(const MapSize& size);
+// Asks, then writes the two values into the picture's header; what fails is told. False if the user does not want it.
+bool Save_Map_Size(const MapSize& size);

@@ -22,7 +22,7 @@ bool Read_NotePad(const QString& path, QString& text);
 // recent list afterwards. False if the user cancelled or it could not be written: the slot stays changed.
 bool Save_NotePad(int slot, const QString& text);
 bool Save_NotePad_As(int slot, const QString& text);  // mnuResultSaveAs
-// Asks the told question about a changed text and saves it if wanted. False: the window stays open. Without `canStay`
+// Asks about a changed text and saves it if wanted. False: the window stays open. Without `canStay`
 // there are only yes and no.
 bool Close_NotePad(int slot, const QString& text, bool canStay = true);
 // The file dialog; "" if the user cancelled.

@@ -8,6 +8,7 @@
 #include "platform/shell.h"
 #include "state/global_state.h"
 #include "state/mdi_state.h"
+#include "state/on_reset.h"
 #include "store/settings.h"
 
 namespace {
@@ -25,10 +26,12 @@ FileStamp Stamp_Of(const QString& path) {
 
 // The picture that was given to a paint program, and how it was then. Kept after the program's end: many programs hand
 // the picture to a window that is already open and end at once.
-struct {
+struct Watched {
   QString map;
   FileStamp stamp;
-} watched;
+};
+Watched watched;
+const OnReset fresh(watched);
 
 }  // namespace
 

@@ -34,7 +34,6 @@ void Program_Start(const QString& commandLine) {
   CurVG = 0;
   CurHG = 14;
   HighlightColor = QBColor(14);
-  frmMDI.PageCounter = 1;
   Connect_Canvas();
   Read_Log(1);
   Read_Log(3);

@@ -12,7 +12,7 @@ namespace {
 // clang-format off
 
 std::vector<ToolRow> Norm_Rows() {
-  const QString s = QStringLiteral("Norm");
+  constexpr ToolMode s = ToolMode::Norm;
   return {
       {s, "Map", "MapButton", "Karte", "Karte öffnen oder Fenster einpassen",
        "Karte: Menü öffnen, Fenster einpassen", {}},
@@ -61,88 +61,91 @@ std::vector<ToolRow> Norm_Rows() {
 
 // Texts, symbols, pictures.
 std::vector<ToolRow> Box_Rows() {
+  using enum ToolMode;
   std::vector<ToolRow> rows;
-  const auto begin = [&rows](const QString& s, const QString& end, const QString& help) {
+  const auto begin = [&rows](ToolMode s, const QString& end, const QString& help) {
     rows.push_back({s, "Ok", "Ok", "Ok", end, help, {}});
-    rows.push_back({s, "Panel", {}, s, {}, {}, {}});
+    rows.push_back({s, "Panel", {}, Tool_Word(s), {}, {}, {}});
   };
-  const auto frame = [&rows](const QString& s) {
-    rows.push_back({s, "Rahmen", "mnuRahmen", "Rahmen", s + " einrahmen",
+  const auto frame = [&rows](ToolMode s) {
+    const QString word = Tool_Word(s);
+    rows.push_back({s, "Rahmen", "mnuRahmen", "Rahmen", word + " einrahmen",
                     "Rahmen: Farbe und Breite wählen; rechte Maustaste: Rahmen an oder aus", "FrameOnOff"});
-    rows.push_back({s, "Rfline", "FootPoint", "Fußpkt", "Fußpunkt: Bezugslinie für " + s,
+    rows.push_back({s, "Rfline", "FootPoint", "Fußpkt", "Fußpunkt: Bezugslinie für " + word,
                     "Fußpkt: Fußpunkt setzen oder entfernen; rechte Maustaste: Art der Bezugslinie", "mnuRfline"});
-    rows.push_back({s, "Mark", "mnuMarkObj", "Mark", s + " markieren",
+    rows.push_back({s, "Mark", "mnuMarkObj", "Mark", word + " markieren",
                     "Mark: den Eintrag markieren oder die Markierung zurücknehmen", {}});
   };
-  begin("Text", "Bearbeitung des Textes beenden", "Ok: den Text übernehmen");
-  rows.push_back({"Text", "Schrift", "mnuSchrift", "Schrift", "Schrift ändern",
+  begin(Text, "Bearbeitung des Textes beenden", "Ok: den Text übernehmen");
+  rows.push_back({Text, "Schrift", "mnuSchrift", "Schrift", "Schrift ändern",
                   "Schrift: Schriftart, Größe, Stil und Winkel des Textes", {}});
-  frame("Text");
-  begin("Symbol", "Bearbeitung des Symbols beenden", {});
-  rows.push_back({"Symbol", "Schrift", "mnuSchrift", "Symbol", "Symbol ändern",
+  frame(Text);
+  begin(Symbol, "Bearbeitung des Symbols beenden", {});
+  rows.push_back({Symbol, "Schrift", "mnuSchrift", "Symbol", "Symbol ändern",
                   "Symbol: ein anderes Zeichen oder eine andere Größe", {}});
-  frame("Symbol");
-  begin("Bild", "Bearbeitung des Bildes beenden", {});
-  frame("Bild");
+  frame(Symbol);
+  begin(Picture, "Bearbeitung des Bildes beenden", {});
+  frame(Picture);
   return rows;
 }
 
 // Areas, lines, figures.
 std::vector<ToolRow> Shape_Rows() {
+  using enum ToolMode;
   const QString vertices = QStringLiteral("Korr.: die Eckpunkte in einer Tabelle ändern und prüfen");
   const QString fill = QStringLiteral("Füllen: Farbe oder Muster wählen");
   const QString width = QStringLiteral("Breite: wie breit der Strich ist");
   return {
-      {"Ply", "Ok", "Ok", "Ok", "Bearbeitung der Fläche beenden", {}, {}},
-      {"Ply", "Panel", {}, "Polygon", {}, {}, {}},
-      {"Ply", "Fill", "mnuFigFill", "Füllen", {}, fill, {}},
-      {"Ply", "Breite", "mnuBreite", "Breite", "Linienbreite", width, {}},
-      {"Ply", "PKorr", "mnuFigKorr", "Korr.", "Eckpunkte korrigieren", vertices, {}},
-      {"Ply", "FlBez", "Label", "Name", "Namen der Fläche ein- oder ausblenden", {}, {}},
-      {"Ply", "FlCalc", "mnuCalc", "Calc.", "Größe der Fläche berechnen", {}, {}},
-      {"Ln", "Ok", "Ok", "Ok", "Bearbeitung der Linie beenden", {}, {}},
-      {"Ln", "Panel", {}, "Linie", {}, {}, {}},
-      {"Ln", "LnStil", "mnuLnStil", "Stil", "Linienstil", "Stil: durchgezogen, gestrichelt, gepunktet", {}},
-      {"Ln", "LnEnd", "mnuLnEnd", "Endpkt", "Linienendpunkte",
+      {Area, "Ok", "Ok", "Ok", "Bearbeitung der Fläche beenden", {}, {}},
+      {Area, "Panel", {}, "Polygon", {}, {}, {}},
+      {Area, "Fill", "mnuFigFill", "Füllen", {}, fill, {}},
+      {Area, "Breite", "mnuBreite", "Breite", "Linienbreite", width, {}},
+      {Area, "PKorr", "mnuFigKorr", "Korr.", "Eckpunkte korrigieren", vertices, {}},
+      {Area, "FlBez", "Label", "Name", "Namen der Fläche ein- oder ausblenden", {}, {}},
+      {Area, "FlCalc", "mnuCalc", "Calc.", "Größe der Fläche berechnen", {}, {}},
+      {Line, "Ok", "Ok", "Ok", "Bearbeitung der Linie beenden", {}, {}},
+      {Line, "Panel", {}, "Linie", {}, {}, {}},
+      {Line, "LnStil", "mnuLnStil", "Stil", "Linienstil", "Stil: durchgezogen, gestrichelt, gepunktet", {}},
+      {Line, "LnEnd", "mnuLnEnd", "Endpkt", "Linienendpunkte",
        "Endpkt: Pfeile, Kästchen oder Kreise an den Enden", {}},
-      {"Ln", "Breite", "mnuBreite", "Breite", "Linienbreite", width, {}},
-      {"Ln", "LnKorr", "mnuFigKorr", "Korr.", "Eckpunkte korrigieren", vertices, {}},
-      {"Ln", "LnBez", "Label", "Name", "Namen der Linie ein- oder ausblenden", {}, {}},
-      {"Ln", "LnCalc", "mnuCalc", "Calc.", "Länge der Linie berechnen", {}, {}},
-      {"Fig", "Ok", "Ok", "Ok", "Bearbeitung der Figur beenden", {}, {}},
-      {"Fig", "Panel", {}, "Figur", {}, {}, {}},
-      {"Fig", "Fill", "mnuFigFill", "Füllen", {}, fill, {}},
-      {"Fig", "Breite", "mnuBreite", "Breite", "Strichbreite", "Breite: wie breit der Umriss ist", {}},
-      {"Fig", "Curve", "mnuKanten", "Kurve", "Kanten der freien Figur abrunden oder eckig zeichnen", {}, {}},
-      {"Fig", "Ein", "mnuObjVisNo", "Ein", {}, "Ein: die Figur sichtbar oder unsichtbar machen", {}},
+      {Line, "Breite", "mnuBreite", "Breite", "Linienbreite", width, {}},
+      {Line, "LnKorr", "mnuFigKorr", "Korr.", "Eckpunkte korrigieren", vertices, {}},
+      {Line, "LnBez", "Label", "Name", "Namen der Linie ein- oder ausblenden", {}, {}},
+      {Line, "LnCalc", "mnuCalc", "Calc.", "Länge der Linie berechnen", {}, {}},
+      {Figure, "Ok", "Ok", "Ok", "Bearbeitung der Figur beenden", {}, {}},
+      {Figure, "Panel", {}, "Figur", {}, {}, {}},
+      {Figure, "Fill", "mnuFigFill", "Füllen", {}, fill, {}},
+      {Figure, "Breite", "mnuBreite", "Breite", "Strichbreite", "Breite: wie breit der Umriss ist", {}},
+      {Figure, "Curve", "mnuKanten", "Kurve", "Kanten der freien Figur abrunden oder eckig zeichnen", {}, {}},
+      {Figure, "Ein", "mnuObjVisNo", "Ein", {}, "Ein: die Figur sichtbar oder unsichtbar machen", {}},
   };
 }
 
 // What closes the bar of every entry in hand.
 std::vector<ToolRow> Closing_Rows() {
   return {
-      {"*", "Del", "mnuObjDel", "Löschen", "Eintrag löschen", "Löschen: den Eintrag löschen (Entf)", {}},
-      {"*", "vor", "mnuObjFore", "Vor", "einen Platz nach vorn",
+      {{}, "Del", "mnuObjDel", "Löschen", "Eintrag löschen", "Löschen: den Eintrag löschen (Entf)", {}},
+      {{}, "vor", "mnuObjFore", "Vor", "einen Platz nach vorn",
        "Vor: einen Platz nach vorn; rechte Maustaste: ganz nach vorn", "ObjForeAll"},
-      {"*", "back", "mnuObjBack", "Hinter", "einen Platz nach hinten",
+      {{}, "back", "mnuObjBack", "Hinter", "einen Platz nach hinten",
        "Hinter: einen Platz nach hinten; rechte Maustaste: ganz nach hinten", "ObjBackAll"},
-      {"*", "Dupl", "mnuEintrDupl", "Duplikat", "Eintrag duplizieren",
+      {{}, "Dupl", "mnuEintrDupl", "Duplikat", "Eintrag duplizieren",
        "Duplikat: danach auf die Stelle der Karte klicken, an der es stehen soll", {}},
-      {"*", "Cpy", "mnuEintrCopy", "Kopie", "Eintrag kopieren",
+      {{}, "Cpy", "mnuEintrCopy", "Kopie", "Eintrag kopieren",
        "Kopie: den Eintrag etwas versetzt noch einmal einfügen", {}},
-      {"*", "Lupe", "Lupe", "Lupe", "Zoomen - Skala: rechte Maustaste",
+      {{}, "Lupe", "Lupe", "Lupe", "Zoomen - Skala: rechte Maustaste",
        "Lupe: Klicken vergrößert, rechte Maustaste: Zoom-Faktor, Esc: zurück", "ZoomMenu"},
-      {"*", "Vis", "mnuObjVisNo", "Aus", "Eintrag unsichtbar machen (ausblenden)", {}, {}},
-      {"*", "Akt", "mnuObjActNo", "Aktiv", {}, "Aktiv: der Eintrag kann danach nicht mehr angeklickt werden", {}},
-      {"*", "Farbe", "mnuFarbe", "Farbe", "Farbe ändern",
+      {{}, "Vis", "mnuObjVisNo", "Aus", "Eintrag unsichtbar machen (ausblenden)", {}, {}},
+      {{}, "Akt", "mnuObjActNo", "Aktiv", {}, "Aktiv: der Eintrag kann danach nicht mehr angeklickt werden", {}},
+      {{}, "Farbe", "mnuFarbe", "Farbe", "Farbe ändern",
        "Farbe: ein Klick auf eine der 16 Farben färbt den Eintrag", {}},
   };
 }
 
 // clang-format on
 
-bool Belongs(const ToolRow& row, const QString& state) {
-  return row.state == state || (row.state == QLatin1String("*") && state != QLatin1String("Norm"));
+bool Belongs(const ToolRow& row, ToolMode state) {
+  return row.state ? row.state == state : state != ToolMode::Norm;
 }
 
 // What stands in the bar of the state "Norm".
@@ -213,7 +216,7 @@ std::vector<ToolButton> Toolbar_Now() {
   const RowLook look = Look_Of_Hand().value_or(typed);
   for (const ToolRow& row : Toolbar_Table()) {
     const Command* command = Find_Command(row.command);
-    if (!Belongs(row, Tool_Word(Toolbar1.Tag)) || (!command && !row.command.isEmpty())) continue;
+    if (!Belongs(row, Toolbar1.Tag) || (!command && !row.command.isEmpty())) continue;
     ToolButton button{row.key, row.command, row.rightCommand, row.caption, row.tip, row.help};
     if (button.Help.isEmpty()) button.Help = row.tip;
     if (command) button.Enabled = Needs_Met(command->needs);

@@ -1,11 +1,14 @@
 #pragma once
 #include <QString>
+#include <optional>
 #include <vector>
+
+#include "state/mdi_state.h"
 
 // The tool buttons as data: for every tool state (Toolbar1.Tag) its buttons in order. A button names a command and has
 // a caption and a tip of its own. Buttons of commands that do not exist yet stay away.
 struct ToolRow {
-  QString state;  // Tool_Word: "Norm", "Text", "Symbol", "Bild", "Ply", "Ln", "Fig"; "*" closes every state but "Norm"
+  std::optional<ToolMode> state;  // nothing: closes every state but Norm
   QString key;
   QString command;  // empty: a text field instead of a button
   QString caption;

@@ -76,7 +76,7 @@ void Round_All(const ViewTransform& view, std::vector<QPointF>& points) {
   for (QPointF& point : points) point = {view.Round(point.x()), view.Round(point.y())};
 }
 
-// Ellipse and circle lie as told by their radius q, half the longer side (the circle: the height) + 1, which reaches
+// Ellipse and circle lie by their radius q, half the longer side (the circle: the height) + 1, which reaches
 // 2 pixels over the upper left of the box.
 QRectF Ellipse_Box(const QRectF& box, bool circle, const ViewTransform& view) {
   double rx = 0, ry = 0;

@@ -31,7 +31,7 @@ void Draw_Box(Surface& surface, std::span<const QPointF> corners, const TextLook
   if ((look.transparent || Veiled(look)) && !look.frame.framed) return;
   surface.pen = {.ForeColor = look.frame.framed ? look.colors.RA : look.colors.HG,
                  .FillColor = look.colors.HG,
-                 .mode = look.frame.framed && look.frame.notXor ? DrawMode::NotXor : look.boxMode,
+                 .mode = look.frame.framed && look.frame.notXor ? DrawMode::NotXor : DrawMode::Copy,
                  .DrawWidth = look.frame.framed ? static_cast<double>(look.frame.width) : 1.0,
                  .pen = look.frame.framed ? Frame_Pattern(look.frame) : PenStyle::Solid,
                  .fill = look.transparent || Veiled(look) ? FillStyle::None : FillStyle::Solid};
@@ -76,7 +76,7 @@ QRectF Draw_Rotated_Text(DrawContext& context, const QString& text, double angle
   const KeepPen keep(surface);
   if (seen) {
     Draw_Box(surface, corners, look);
-    surface.pen.mode = look.boxMode;
+    surface.pen.mode = DrawMode::Copy;
     surface.pen.ForeColor = look.colors.VG;
     surface.PrintRotated(at, text, angle);
   }

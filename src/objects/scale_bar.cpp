@@ -79,15 +79,13 @@ QRectF Draw_Text(DrawContext& context, const QRectF& bar, const ScaleValue& scal
 
 ScaleValue Scale_Of(const EntryRow& row) {
   ScaleValue scale;
-  scale.hgIsSound = row.HG == 0 || row.HG == 1;
   scale.vertical = row.HG == 1;
   scale.unit = Unit_Of(Shown_Text(row.Eintrag));
   scale.number = row.Groesse;
   const QString schrift = row.Schrift.left(longestSchrift);
   const bool typed = Is_Number(schrift);
   if (scale.number <= 0 && typed) scale.number = Val_Comma(schrift);
-  scale.text =
-      (typed ? schrift.trimmed() : Number_Text(row.Groesse).replace(u'.', u',')) + u' ' + scale.unit.trimmed();
+  scale.text = (typed ? schrift.trimmed() : Number_Text(row.Groesse).replace(u'.', u',')) + u' ' + scale.unit.trimmed();
   const int length = std::abs(row.Xline - row.Xmap);
   scale.valid = length > 0 && scale.number > 0 && std::isfinite(scale.number);
   if (scale.valid) scale.unitPerPixel = scale.number / length;

@@ -12,8 +12,7 @@ struct ScaleValue {
   double number = 0;        // length of the bar in that unit
   QString text;             // what stands at the bar: number and unit
   double unitPerPixel = 0;  // units per map pixel
-  bool vertical = false;    // HG 1; any value but 0 and 1 counts as 0 (HgIsSound tells)
-  bool hgIsSound = true;
+  bool vertical = false;    // HG 1; any other value counts as 0
 };
 // Groesse is the number; where it is 0 or less that of Schrift, which is also the text. Eintrag tells the unit.
 ScaleValue Scale_Of(const EntryRow& row);

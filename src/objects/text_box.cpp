@@ -10,7 +10,7 @@ void Draw_Veil(Surface& surface, const QRectF& box, QRgb color) {
 void Draw_Frame(Surface& surface, const QRectF& box, const TextLook& look) {
   const double width = look.frame.width;
   if (Veiled(look)) Draw_Veil(surface, box.adjusted(width, width, -width, -width), look.colors.HG);
-  const bool plain = look.frame.pattern <= 1 && !look.frame.notXor && look.boxMode == DrawMode::Copy;
+  const bool plain = look.frame.pattern <= 1 && !look.frame.notXor;
   if (plain && !look.transparent && !Veiled(look) && box.width() > 2 * width && box.height() > 2 * width) {
     // Two filled boxes give the same pixels as a box with pen and fill, several times as fast.
     surface.FilledBox(box, look.colors.RA);
@@ -19,7 +19,7 @@ void Draw_Frame(Surface& surface, const QRectF& box, const TextLook& look) {
   }
   surface.pen = {.ForeColor = look.colors.RA,
                  .FillColor = look.colors.HG,
-                 .mode = look.frame.notXor ? DrawMode::NotXor : look.boxMode,
+                 .mode = look.frame.notXor ? DrawMode::NotXor : DrawMode::Copy,
                  .DrawWidth = width,
                  .pen = Frame_Pattern(look.frame),
                  .fill = look.transparent || Veiled(look) ? FillStyle::None : FillStyle::Solid};
@@ -46,7 +46,7 @@ PenStyle Frame_Pattern(const FrameWord& frame) {
 void Draw_Text_Box(DrawContext& context, QPointF at, const QString& text, QSizeF size, const TextLook& look) {
   Surface& surface = context.surface;
   const QRectF box = Text_Box(at, size, look.frame);
-  surface.pen.mode = look.boxMode;
+  surface.pen.mode = DrawMode::Copy;
   if (look.frame.framed)
     Draw_Frame(surface, box, look);
   else if (Veiled(look))
@@ -54,8 +54,7 @@ void Draw_Text_Box(DrawContext& context, QPointF at, const QString& text, QSizeF
   else if (!look.transparent)
     surface.FilledBox(box, look.colors.HG);
   const double space = Frame_Space(look.frame);
-  surface.pen.mode = look.boxMode;
+  surface.pen.mode = DrawMode::Copy;
   surface.pen.ForeColor = look.colors.VG;
   surface.Print(QPointF(at.x() + space, at.y() + space), text);
-  surface.pen.mode = DrawMode::Copy;
 }

@@ -11,9 +11,8 @@
 struct TextLook {
   FrameWord frame;
   EntryColors colors;
-  bool transparent = false;           // no fill behind the text; the frame stays
-  bool perspex = false;               // the fill lets half of what is below through; not in the not-xor mode
-  DrawMode boxMode = DrawMode::Copy;  // NotXor while BoxMode is -1
+  bool transparent = false;  // no fill behind the text; the frame stays
+  bool perspex = false;      // the fill lets half of what is below through; not in the not-xor mode
 };
 
 // Distance of the text from its box: frame width + 1, or 1 without a frame.
@@ -27,9 +26,7 @@ inline QRectF Text_Box(QPointF at, QSizeF size, const FrameWord& frame) {
 }
 
 // Is the fill of the box drawn as a veil?
-inline bool Veiled(const TextLook& look) {
-  return look.perspex && !look.transparent && look.boxMode == DrawMode::Copy;
-}
+inline bool Veiled(const TextLook& look) { return look.perspex && !look.transparent; }
 // Draws box, frame and text (one or several lines) with its upper left corner at `at`, in the font set on the surface.
 // `size` is the text's, as measured by the caller. A reference line belongs under it: draw it first. Allocates nothing.
 void Draw_Text_Box(DrawContext& context, QPointF at, const QString& text, QSizeF size, const TextLook& look);

@@ -98,7 +98,7 @@ int Database::Execute(const QString& sql) {
     if (rc != SQLITE_DONE) engine.Fail(rc);
   }
   engine.Notice_Changes();
-  ++engine.schemaChanges;
+  ++engine.otherChanges;
   return static_cast<int>(sqlite3_total_changes64(engine.db) - before);
 }
 
@@ -110,7 +110,7 @@ void Database::Checkpoint() { inner->engine->Checkpoint(); }
 
 qint64 Database::ChangeCount() const {
   const Engine& engine = *inner->engine;
-  return (engine.db ? sqlite3_total_changes64(engine.db) : 0) + engine.schemaChanges;
+  return (engine.db ? sqlite3_total_changes64(engine.db) : 0) + engine.otherChanges;
 }
 
 const std::vector<Database::PointRow>* Database::Points(const QString& table) { return inner->engine->Points(table); }

@@ -35,14 +35,14 @@ class Recordset {
   Recordset(const Recordset&) = delete;
   Recordset& operator=(const Recordset&) = delete;
 
-  bool Eof() const;         // behind the last row; both are true without rows
-  bool Bof() const;         // before the first row
-  int RecordCount() const;  // of the keyset, vanished rows included
-  void MoveFirst();  // on an empty recordset Eof and Bof become true
-  void MoveLast();   // on an empty recordset as MoveFirst
-  void MoveNext();       // at Eof: error 3021
-  void MovePrevious();   // at Bof: error 3021
-  int Position() const;  // 0-based, -1 without a current row
+  bool Eof() const;           // behind the last row; both are true without rows
+  bool Bof() const;           // before the first row
+  int RecordCount() const;    // of the keyset, vanished rows included
+  void MoveFirst();           // on an empty recordset Eof and Bof become true
+  void MoveLast();            // on an empty recordset as MoveFirst
+  void MoveNext();            // at Eof: error 3021
+  void MovePrevious();        // at Bof: error 3021
+  int Position() const;       // 0-based, -1 without a current row
   void MoveTo(int position);  // by position; error 3021 where there is no row
 
   // The row's key as text. SetBookmark of a vanished row is error 3167.
@@ -53,12 +53,12 @@ class Recordset {
   int PositionOf(qint64 key) const;  // -1 if there is none
 
   const std::vector<FieldInfo>& Fields() const;  // in the order of the columns
-  int FieldIndex(QStringView name) const;  // ignoring case; error 3265 if there is none
-  bool HasField(QStringView name) const;   // ignoring case
+  int FieldIndex(QStringView name) const;        // ignoring case; error 3265 if there is none
+  bool HasField(QStringView name) const;         // ignoring case
 
   // Values of the current row (of the edit buffer between Edit/AddNew and Update). The reference lasts until the next
-  // move. Null reads as "" or 0, and so does a number without bounds. A text in a number column reads by Val; error 13 for Integer of a non-number is not
-  // raised: ask Raw for what is stored.
+  // move. Null reads as "" or 0, and so does a number without bounds. A text in a number column reads by Val; error 13
+  // for Integer of a non-number is not raised: ask Raw for what is stored.
   const Value& Raw(int column) const;
   QString Text(int column) const;
   qint64 Integer(int column) const;  // halves to even
@@ -78,10 +78,10 @@ class Recordset {
   // write fails (61, 57, 70, 3167) the edit is over and the row is as before.
   void Update();
   void CancelUpdate();  // ends the edit; the row is as before
-  void Delete();  // the cursor stands on the following row, or Eof
+  void Delete();        // the cursor stands on the following row, or Eof
 
-  void Requery();  // takes the keys anew; the cursor goes to the first row
-  bool IsOpen() const;
+  void Requery();       // takes the keys anew; the cursor goes to the first row
+  bool IsOpen() const;  // until its database is closed
 
  private:
   friend class Database;
@@ -121,12 +121,12 @@ class Database {
   const std::vector<TableDef>& TableDefs();  // in order of creation; reread when the schema changed
   bool HasTable(const QString& name);        // ignoring case
   void CreateTable(const TableDef& table);   // error 3010 if it is there
-  void DropTable(const QString& name);  // error 3078 if it is not there
+  void DropTable(const QString& name);       // error 3078 if it is not there
   // At the end, Null in every row; error 3191 if it is there.
   void AddColumn(const QString& table, const FieldInfo& field);
   void DropColumn(const QString& table, const QString& column);  // error 3265 if it is not there
   int RowCount(const QString& table);                            // error 3078 if it is not there
-  int Execute(const QString& sql);  // rows changed; error 3075 with a German reason
+  int Execute(const QString& sql);                               // rows changed; error 3075 with a German reason
 
   // Raises what is wrong with a statement; runs nothing.
   void Check_Statement(const QString& sql);
@@ -141,7 +141,7 @@ class Database {
 
   // Writes what waits in the log back into the file, so that a copy of the file alone is whole. Called when idle.
   void Checkpoint();
-  // Counts every change of any row or table; caches compare it.
+  // Counts every change of any row or table; no two databases ever have the same count. Caches compare it.
   qint64 ChangeCount() const;
 
   // All rows of a two-column number table, from a cache that is dropped when the table is written. Null where the table

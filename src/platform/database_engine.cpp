@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QSet>
+#include <atomic>
 #include <utility>
 
 #include "platform/database_inner.h"
@@ -106,6 +107,11 @@ QString Lock_File_Of(const QString& path) {
 }
 
 bool Is_Open_Here(const QString& path) { return Open_Files().contains(QFileInfo(path).canonicalFilePath()); }
+
+qint64 First_Count() {
+  static std::atomic<qint64> made = 0;
+  return ++made << 40;
+}
 
 Engine::~Engine() {
   try {
@@ -213,7 +219,7 @@ void Engine::Fail(int rc) {
     depth = 0;
     ++rollbacks;
     ++generation;
-    ++schemaChanges;
+    ++otherChanges;
     knownSchema = -1;
   }
   throw error;
@@ -310,7 +316,7 @@ void Engine::Roll_Back() {
   depth = 0;
   ++rollbacks;
   ++generation;
-  ++schemaChanges;
+  ++otherChanges;
   knownSchema = -1;
   if (!sqlite3_get_autocommit(db)) Run("ROLLBACK");
 }

@@ -28,6 +28,10 @@ Error Error_Of_Result(sqlite3* db, int rc);
 // What SQLite says about a statement that it does not take, in German.
 QString German_Message(const QString& message);
 
+// Where a database begins to count its changes: so far from where every other one began that no cache takes one for the
+// other, even if it lies at the same address.
+qint64 First_Count();
+
 struct Finalizer {
   void operator()(sqlite3_stmt* it) const { sqlite3_finalize(it); }
 };
@@ -144,10 +148,10 @@ class Engine {
   bool readOnly = false;
   bool hasUtf8 = true;  // texts of a foreign file may stand there in UTF-16
   int depth = 0;
-  quint64 generation = 1;  // moves when every cache has to be dropped
-  quint64 rollbacks = 0;   // keysets are taken anew when it has moved
-  qint64 schemaChanges = 0;
-  qint64 accountedChanges = 0;  // SQLite's count when it was last looked at
+  quint64 generation = 1;               // moves when every cache has to be dropped
+  quint64 rollbacks = 0;                // keysets are taken anew when it has moved
+  qint64 otherChanges = First_Count();  // those that SQLite does not count
+  qint64 accountedChanges = 0;          // SQLite's count when it was last looked at
   Limit* limit = nullptr;
 
  private:

@@ -117,7 +117,7 @@ void Engine::Create(const TableDef& table) {
     Raise(errors::sqlSyntax, QStringLiteral("Die Tabelle '%1' hat keine Felder.").arg(table.name));
   Need_Write();
   ++State_Of(table.name)->version;
-  ++schemaChanges;
+  ++otherChanges;
   Run(Create_Statement(table).constData());
   // A thousand small tables come one after the other: the list is carried on, not read anew.
   tables.push_back({table.name, Read_Fields(db, table.name)});
@@ -130,7 +130,7 @@ void Engine::Drop(const QString& name) {
   if (!table) Raise(errors::tableNotFound);
   Need_Write();
   ++State_Of(name)->version;
-  ++schemaChanges;
+  ++otherChanges;
   Run(QByteArray("DROP TABLE " + Quoted(table->name)).constData());
   accountedChanges = sqlite3_total_changes64(db);
   tables.erase(tables.begin() + (table - tables.data()));
@@ -141,7 +141,7 @@ void Engine::Drop(const QString& name) {
 void Engine::Alter(const QString& table, const QByteArray& change) {
   Need_Write();
   ++State_Of(table)->version;
-  ++schemaChanges;
+  ++otherChanges;
   knownSchema = -1;
   Run(QByteArray("ALTER TABLE " + Quoted(table) + ' ' + change).constData());
   accountedChanges = sqlite3_total_changes64(db);

@@ -19,8 +19,9 @@ inline constexpr PictureLimits entryPicture{100'000'000, qint64{512} << 20, qint
 // readable, 7 not enough memory (the text names the need in MB), 481 damaged, beyond the limits, no picture, no
 // ordinary file. Nothing else leaves; all texts but that of a bad metafile name the file.
 QImage Load_Picture(const QString& path, const PictureLimits& limits = mapPicture);
-// Patterns of the names such files have, "*.bmp;*.rle;...", for the filter of a file dialog; and is this one of them?
+// Patterns of the names such files have, "*.bmp;*.rle;...", for the filter of a file dialog.
 QString Picture_Patterns();
+// Is it one of them, in any case? The file is not looked at.
 bool Is_Picture_Name(const QString& path);
 // Width and height without loading; an empty size if it is no picture.
 QSize Picture_Size(const QString& path);

@@ -32,7 +32,7 @@ class RegionSet {
   // The shape of the topmost row of this key counts as a narrower one, within its bounds, until Widen or Clear. One row
   // at a time.
   void Narrow(qint64 key, RegionShape shape);
-  void Widen();
+  void Widen();  // it counts as it was added again
   int Count() const { return static_cast<int>(rows.size()); }
   const EntryRegion& Row(int number) const { return rows[static_cast<size_t>(number - 1)]; }
   // Is there any shape under the point (the union)? Both use a grid over the bounds, built at the first question.

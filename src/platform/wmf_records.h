@@ -60,6 +60,7 @@ class Words {
   QRgb Color(qint64 word) const { return qRgb(Unsigned(word) & 0xFF, Unsigned(word) >> 8, Unsigned(word + 1) & 0xFF); }
   bool Has(qint64 word) const { return word >= 0 && word * 2 + 2 <= size; }
   qint64 Count() const { return size / 2; }
+  // `count` bytes from that word on, fewer where the record ends before.
   QByteArray Bytes(qint64 word, qint64 count) const {
     const qint64 from = std::clamp<qint64>(word * 2, 0, size);
     return {at + from, static_cast<qsizetype>(std::clamp<qint64>(count, 0, size - from))};

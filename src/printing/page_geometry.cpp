@@ -7,7 +7,6 @@ namespace {
 
 constexpr double mmPerInch = 25.4;
 constexpr double tolerance = 0.01;  // mm: a map that fills its sheets exactly needs no further one
-constexpr double thinnestPen = 0.1;
 constexpr int most = 10, mostPages = 50, mostThousandths = 20000;
 constexpr int mostSheets = 1000;  // beside each other, and below
 
@@ -54,8 +53,6 @@ PrintGeometry Print_Geometry(const PrintSettings& settings, const Paper& paper, 
   g.MapPixelMm = g.factor * map.mm.width() / map.pixels.width();
   g.MapPixelMmY = g.factor * map.mm.height() / map.pixels.height();
   g.PenDots = std::max(1, static_cast<int>(std::nearbyint(lineWidth * g.DotsPerMmX * g.MapPixelMm)));
-  g.PenMmX = std::max(thinnestPen, g.PenDots / g.DotsPerMmX);
-  g.PenMmY = std::max(thinnestPen, g.PenDots / g.DotsPerMmY);
   g.across = Count_Sheets(g.mapWidthMm * g.factor, g.PageWidthMm);
   g.down = Count_Sheets(g.mapHeightMm * g.factor, g.PageHeightMm);
   g.valid = g.across <= mostSheets && g.down <= mostSheets;

@@ -32,7 +32,6 @@ struct PrintGeometry {
   double DotsPerMmX = 0, DotsPerMmY = 0;
   double MapPixelMm = 0, MapPixelMmY = 0;  // paper mm per map pixel
   int PenDots = 1;                         // line of one map pixel on the printer
-  double PenMmX = 0.1, PenMmY = 0.1;       // the same in mm, at least 0.1
   int across = 1, down = 1;                // sheets
   bool valid = false;  // margins leave room, the map has a size and needs no more than a thousand sheets a direction
   int Pages() const { return across * down; }

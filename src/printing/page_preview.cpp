@@ -9,6 +9,7 @@
 #include "printing/sheet_painter.h"
 #include "state/global_state.h"
 #include "state/map_state.h"
+#include "state/on_reset.h"
 #include "store/entry.h"
 #include "view/reduce.h"
 
@@ -148,18 +149,24 @@ QImage Draw_Preview(const PreviewMap& map, const PrintGeometry& geometry, const 
   return image;
 }
 
+namespace {
+
+// Settings as they were read last: the frame is asked for with every redraw.
+struct SettingsRead {
+  PrintSettings settings;
+  qint64 changes = -1;  // of the database then
+  bool net = false;
+};
+SettingsRead lastRead;
+const OnReset fresh(lastRead);
+
+}  // namespace
+
 SheetFrame Sheet_Frame_Of_Map() {
-  static PrintSettings settings;
-  static const Database* database = nullptr;
-  static qint64 changes = -1;
-  static bool net = false;
   if (!dbEntries || !rsEntries || rsEntries->Editing()) return {};
-  if (database != dbEntries.get() || changes != dbEntries->ChangeCount() || net != GridVisible) {
-    settings = Read_Print_Settings();
-    database = dbEntries.get();
-    changes = dbEntries->ChangeCount();
-    net = GridVisible;
-  }
+  if (lastRead.changes != dbEntries->ChangeCount() || lastRead.net != GridVisible)
+    lastRead = {Read_Print_Settings(), dbEntries->ChangeCount(), GridVisible};
+  const PrintSettings& settings = lastRead.settings;
   const PrintGeometry g = Print_Geometry(settings, The_Printer().paper(settings.orientation), Map_To_Print());
   SheetFrame frame;
   if (!g.valid) return frame;

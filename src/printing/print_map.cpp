@@ -167,7 +167,6 @@ PrintedMap Map_To_Print() {
 void Take_Print_Settings(const PrintSettings& settings, const Paper& paper) {
   const PrintGeometry geometry = Print_Geometry(settings, paper, Map_To_Print());
   PrintFactor = static_cast<float>(geometry.factor);
-  FontFactor = static_cast<float>(settings.fontFactor);
   if (MapWidthPx > 0) MapPixelMm = geometry.factor * static_cast<double>(MapWidthMm) / MapWidthPx;
   if (MapHeightPx > 0) MapPixelMmY = geometry.factor * static_cast<double>(MapHeightMm) / MapHeightPx;
   events.StateChanged.Emit();

@@ -23,11 +23,11 @@ struct PrintOrder {
   PrintPath path = PrintPath::Direct;
 };
 
-// Settings of the open map: margins, factor and orientation of its header row, FontFactor; margins of at least 5 mm
-// where a net is shown, whose labels stand in them. The size of the map at factor 1.
+// Settings of the open map: margins, factor and orientation of its header row, enlargement of fonts; margins of at
+// least 5 mm where a net is shown, whose labels stand in them. The size of the map at factor 1.
 PrintSettings Read_Print_Settings();
 PrintedMap Map_To_Print();
-// The global print values (PrintFactor, FontFactor, MapPixelMm, MapPixelMmY) by these settings.
+// The global print values (PrintFactor, MapPixelMm, MapPixelMmY) by these settings.
 void Take_Print_Settings(const PrintSettings& settings, const Paper& paper);
 // Writes them to the header row and to Qdata, marks the table dirty. A failure is told: "Druckfaktor nicht gesichert".
 bool Save_Print_Settings(const PrintSettings& settings);

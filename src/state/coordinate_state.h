@@ -72,10 +72,10 @@ struct CoordinateState {
   QString NetDivText;  // as written: its decimals are those of the labels
   bool NetReady = false;
 
-  // How the net is drawn. NetVG.. of the file's own lines, Grid.. as drawn on the map.
+  // How the net is drawn.
   QString NetFont;  // of the note printed on the map
   float NetFontSize = 8;
-  int GridVG = 0, GridHG = 7, NetVG = 0;
+  int GridVG = 0, GridHG = 7;
   int NetLnBreite = 1, GridLnBreite = 1, NetLnStil = 0, GridLnStil = 0;
   int NetLabelEvery = 1;
   bool NetTransp = true;

@@ -1,19 +1,21 @@
 #include "state/global_state.h"
 
 #include "platform/surface.h"
+#include "state/coordinate_state.h"
 #include "state/map_state.h"
 #include "state/mdi_state.h"
+#include "state/on_reset.h"
 #include "state/table_state.h"
 
 QString TableFile, MapFile;
 
 std::unique_ptr<Database> dbEntries;
-std::unique_ptr<Recordset> rsEntries, rsAux;
+std::unique_ptr<Recordset> rsEntries;
 
 int MapWidthPx, MapHeightPx;
 float MapWidthMm, MapHeightMm;
 
-float PrintFactor, FontFactor;
+float PrintFactor;
 double MapPixelMm, MapPixelMmY;
 QString MapUnit;
 double MapUnitPerPixel;
@@ -24,15 +26,11 @@ int CurVG, CurHG, CurRA;
 QRgb HighlightColor;
 
 int EntVG, EntHG, EntRA;
-QRgb EntVGColor, EntHGColor, EntRAColor;
-QString EntFont, EntID;
+QRgb EntVGColor, EntHGColor;
+QString EntFont;
 double EntFontSize;
 int EntCharset;
 double EntAngle;
-
-std::vector<QPoint> PolyPoints, LinePoints;
-int PolyCount;
-QString MsgText;
 
 QStringList NotePads;
 std::vector<PadState> NotePadState;
@@ -42,7 +40,6 @@ bool GridVisible;
 
 namespace {
 void Reset_Files_And_Table() {
-  rsAux.reset();
   rsEntries.reset();
   dbEntries.reset();
   TableFile.clear();
@@ -52,7 +49,7 @@ void Reset_Files_And_Table() {
 void Reset_Measures() {
   MapWidthPx = MapHeightPx = 0;
   MapWidthMm = MapHeightMm = 0;
-  PrintFactor = FontFactor = 1;
+  PrintFactor = 1;
   MapPixelMm = MapPixelMmY = 25.4 / 96;
   Forget_Scale();
   GridVisible = false;
@@ -68,15 +65,11 @@ void Reset_Colors() {
 
 void Reset_Entry() {
   EntVG = EntHG = EntRA = 0;
-  EntVGColor = EntHGColor = EntRAColor = QBColor(0);
+  EntVGColor = EntHGColor = QBColor(0);
   EntFont = QStringLiteral("Arial");
-  EntID.clear();
   EntFontSize = 14;
   EntCharset = 0;
   EntAngle = 0;
-  PolyPoints.clear();
-  LinePoints.clear();
-  PolyCount = 0;
 }
 
 void Reset_Windows() {
@@ -85,6 +78,7 @@ void Reset_Windows() {
   frmMDI = MdiState();
   Toolbar1 = ToolbarState();
   InfoBar = InfoBarState();
+  Coord = CoordinateState();
   All_Menus().clear();
 }
 }  // namespace
@@ -98,12 +92,12 @@ void Forget_Scale() {
 }
 
 void Reset_Global_State() {
+  Reset_Rooms();  // tools and snapshots let go before what they work on
   Reset_Files_And_Table();
   Reset_Measures();
   Reset_Colors();
   Reset_Entry();
   Reset_Windows();
-  MsgText.clear();
   MsgResult = MsgAnswer::Ok;
   NotePads.clear();
   NotePadState.clear();

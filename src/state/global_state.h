@@ -12,8 +12,9 @@
 #include "platform/files.h"
 #include "platform/message_box.h"
 
-// The program's shared state: plain variables, grouped by what they are for. Reset_Global_State() brings all of it, and
-// the state of the windows (map_state.h, table_state.h, mdi_state.h), to the values of a fresh start.
+// The program's shared state: plain variables, grouped by what they are for. Reset_Global_State() brings all of it, the
+// state of the windows (map_state.h, table_state.h, mdi_state.h), that of the coordinates, and what the rooms keep for
+// themselves (on_reset.h) to the values of a fresh start. Nothing is stored, nobody hears of it.
 void Reset_Global_State();
 
 // Folders and files -------------------------------------------------------------------------
@@ -22,10 +23,9 @@ extern QString TableFile;  // the standard table of the open map: the one databa
 extern QString MapFile;    // path of the open map's picture
 
 // The open table ----------------------------------------------------------------------------
-// Order matters at closing: recordsets first, then the database.
+// Order matters at closing: the recordset first, then the database.
 extern std::unique_ptr<Database> dbEntries;
 extern std::unique_ptr<Recordset> rsEntries;  // MapData of the standard table; its current row is the current entry
-extern std::unique_ptr<Recordset> rsAux;      // a second recordset of the same database (vertex tables)
 
 // The picture -------------------------------------------------------------------------------
 extern int MapWidthPx, MapHeightPx;    // pixels of the scan at 100 %
@@ -33,7 +33,6 @@ extern float MapWidthMm, MapHeightMm;  // millimetres by the screen metric; MapH
 
 // Print and measures ------------------------------------------------------------------------
 extern float PrintFactor;               // enlargement on paper, 1.0 = true to the picture's millimetres
-extern float FontFactor;                // enlargement of print fonts, 0.3..3.0
 extern double MapPixelMm, MapPixelMmY;  // millimetres on paper per map pixel at PrintFactor
 extern QString MapUnit;                 // " mm", " cm", " m", " km"; empty without a scale
 extern double MapUnitPerPixel;          // units per map pixel by the scale bar
@@ -48,17 +47,11 @@ QRgb Color_Of(qint64 number);  // of the palette; a number that is none of the s
 
 // The current entry, decoded ----------------------------------------------------------------
 extern int EntVG, EntHG, EntRA;
-extern QRgb EntVGColor, EntHGColor, EntRAColor;
-extern QString EntFont, EntID;
+extern QRgb EntVGColor, EntHGColor;
+extern QString EntFont;
 extern double EntFontSize;  // points
 extern int EntCharset;
 extern double EntAngle;  // degrees counter-clockwise
-
-// Work arrays and scratch -------------------------------------------------------------------
-extern std::vector<QPoint> PolyPoints, LinePoints;
-extern int PolyCount;
-extern QString MsgText;
-// MsgResult, the last answer, belongs to platform/message_box.h.
 
 // Note pads ---------------------------------------------------------------------------------
 extern QStringList NotePads;  // files of the open note pads

@@ -21,7 +21,7 @@ struct LiveControl {
   QString Text;
 };
 
-// What the edit box holds: what its row says, a change of it, a text without a row ("Old", "Change", "Neu").
+// What the edit box holds: what its row says, a change of it, a text without a row.
 enum class EditTag { Old, Change, New };
 
 struct EditBox : LiveControl {
@@ -62,7 +62,6 @@ struct MapState {
   int WantWidth = 0, WantHeight = 0;  // inside size the layout step asks for in the normal state; 0 = none
 
   float Zoom = 1.0F;                  // map pixels per window pixel
-  float ClipScale = 1.0F;             // max(1, Zoom)
   QString ZoomMenu;                   // menu entry the zoom was chosen by; empty = by other means
   int ClipLevel = 0;                  // 0..3: the clip in use
   int ViewLeft = 0, ViewTop = 0;      // map position of the upper left window pixel
@@ -74,8 +73,7 @@ struct MapState {
 
   int MapXPpM = 3780, MapYPpM = 3780;  // resolution in the picture file, points per metre
 
-  QString CurBookmark;     // row key of the current entry
-  QString HeaderBookmark;  // row key of the header row
+  QString CurBookmark;  // row key of the current entry
   FontQuestion FontMissing = FontQuestion::Ask;
   QSet<QString> FontsAsked;     // entries whose missing font was asked for: once is enough
   QSet<QByteArray> LeftFaulty;  // rows that cannot be drawn and that the user has left, by their fingerprints
@@ -85,8 +83,6 @@ struct MapState {
   int MarkCount = 0;       // marked entries drawn in the last redraw
   int HiddenCount = 0, InactiveCount = 0;
   std::vector<PlanLabel> PlanLabels;
-  int PlanMode = 0;            // negative: plan squares hidden
-  int BoxMode = 0;             // -1: text boxes in the not-xor mode
   bool Perspex = false;        // the boxes behind texts are half transparent; for the session
   int ReferenceWidth = 1;      // pen width of reference lines, pixels
   double ReferenceCircle = 4;  // radius of the foot point circle, pixels

@@ -24,14 +24,12 @@ struct MdiState {
   // Inside of the main window in pixels, kept by the window.
   int InnerWidth = 1000, InnerHeight = 700;
   bool TblVisible = false;  // the table window is shown
-  bool HasPlanSquares = false, HasLines = false, HasHidden = false, HasTemplate = false;
+  bool HasPlanSquares = false, HasHidden = false, HasTemplate = false;
   bool RasterShown = true;      // told by the redraw: plan squares are drawn, or there are none
   bool RasterActive = false;    // plan squares take clicks
   bool HasCalibration = false;  // a calibration file was found, or there are several to choose from
-  int PageCounter = 1;
-  int DigiTolerance = 10;  // percent of colour tolerance when areas are digitised
-  bool DigiFill = false;   // they are filled, not followed along their edge
-  bool Enabled = true;
+  int DigiTolerance = 10;       // percent of colour tolerance when areas are digitised
+  bool DigiFill = false;        // they are filled, not followed along their edge
 };
 extern MdiState frmMDI;
 

@@ -8,7 +8,7 @@
 #include "state/events.h"
 
 static void Show_Program_Error(const Error& error) {
-  // The question is the told one; ending goes through the main window, so that the table is closed in order.
+  // Ending goes through the main window, so that the table is closed in order.
   const auto answer = Message_Box(Error_Message(error, QStringLiteral("Programm beenden ?")), MsgButtons::YesNo,
                                   MsgIcon::Critical, QStringLiteral("Programmfehler "), MsgDefault::Second);
   if (answer == MsgAnswer::Yes) events.EndWanted.Emit();

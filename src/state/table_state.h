@@ -21,10 +21,8 @@ struct TableState {
   bool Minimized = false;
   TableSwitch Switched = TableSwitch::AtOpening;
   int EintragSize = textColumnWidth;  // defined width of the column Eintrag
-  bool OldTable = false;              // that width is below textColumnWidth
   bool HasUserColumns = false;
   int LeastHeight = 0;           // pixels its window needs at least, kept by the window
-  int ColumnCount = 0;           // columns shown less 1
   bool WantPlace = false;        // the window shall take its place below the map
   bool MapFilledWindow = false;  // the map was maximised before the table was shown
   bool EditWarned = false;       // the warning before the first change was shown in this session

@@ -38,7 +38,6 @@ bool Change_Columns(const QString& title, const QString& undoCaption, Work&& wor
   Undo_Point(undoCaption);
   if (!dbEntries || !rsEntries || !Table_In_Place()) return false;
   const QString row = rsEntries->Position() >= 0 ? rsEntries->Bookmark() : QString();
-  rsAux.reset();
   rsEntries.reset();
   QString failure;
   try {

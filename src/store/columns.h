@@ -13,6 +13,6 @@ struct NewColumn {
 // Adds the column ("Comment" becomes "Komment", an empty title the default); checkpoint before. False with a message
 // for a name that is taken or cannot be used.
 bool Add_Column(NewColumn column, const QString& defaultTitle);
-// Removes it, asks nothing; False with the told message for one of the twelve.
+// Removes it, asks nothing; False, with a message, for one of the twelve the program needs.
 bool Remove_Column(const QString& name);
 bool Is_Fixed_Column(const QString& name);  // one of the twelve, ignoring case

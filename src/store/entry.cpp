@@ -147,18 +147,18 @@ QString Font_Text(const EntryType& type, const QString& schrift) {
 QString Entry_Name() {
   const QString id = rsEntries->Text(column::ID);
   const EntryType type = Type_Here();
-  MsgText = id + u'\n';
+  QString name = id + u'\n';
   if (type.IsText()) {
     const bool symbol = FontSpec::Parse(rsEntries->Text(column::Schrift)).IsSymbol();
-    MsgText = symbol ? QStringLiteral("Symbol\n") : QStringLiteral("Text\n");
+    name = symbol ? QStringLiteral("Symbol\n") : QStringLiteral("Text\n");
   } else if (type.Kind() == EntryKind::Picture) {
-    MsgText = QStringLiteral("Bild\n");
+    name = QStringLiteral("Bild\n");
   } else if (type.Kind() == EntryKind::Scale) {
-    MsgText = QStringLiteral("Maßstab ") + Number_Text(rsEntries->Number(column::Groesse)) + u' ';
+    name = QStringLiteral("Maßstab ") + Number_Text(rsEntries->Number(column::Groesse)) + u' ';
   } else if (type.Kind() == EntryKind::PlanSquare || type.Kind() == EntryKind::PlanDesign) {
-    MsgText = QStringLiteral("Planquadrat\n");
+    name = QStringLiteral("Planquadrat\n");
   }
-  return MsgText;
+  return name;
 }
 
 int Entry_Count() {

@@ -65,7 +65,7 @@ void set_entry_box(EntryRow& row, const EntryBox& box);
 QString Font_Text(const EntryType& type, const QString& schrift);
 
 // Name of the current row for messages: "Text" CR, "Bild" CR, ID CR, "Planquadrat" CR, "Maßstab " size " ", "Symbol"
-// CR. Sets MsgText and returns it.
+// CR. Raises what the table raises.
 QString Entry_Name();
 // Is a table open that holds entries?
 bool Table_Is_Open();

@@ -153,7 +153,6 @@ QString Table_Here() {
 int Delete_Entries(const QSet<qint64>& keys) {
   int count = 0;
   bool scale = false;
-  rsAux.reset();  // it may hold one of the tables that go
   In_Transaction([&] {
     QSet<QString> tables, needed;
     for (const qint64 key : keys) {

@@ -22,7 +22,8 @@ inline constexpr int longestText = 253;  // characters the edit box takes
 // Deletes the current entry after a question (unless it was asked already), with its vertex table. False if it stayed.
 bool Delete_Entry(bool asked = false);
 // Deletes the rows with the vertex tables that no other row draws from, in one transaction; the header row stays. With
-// the scale bar goes the scale of the map; the one marked before it follows the one marked last. The cursor is on any row afterwards. How many it were.
+// the scale bar goes the scale of the map; the one marked before it follows the one marked last. The cursor is on any
+// row afterwards. How many it were.
 int Delete_Entries(const QSet<qint64>& keys);
 // Foot point of the current row, if it is a text or a picture, in map pixels.
 void Set_Foot_Point(QPoint map);

@@ -112,16 +112,16 @@ bool Check_File_Name(const QString& path) {
   }
   const std::vector<NameFault> faults = File_Name_Faults(path);
   if (faults.empty()) return false;
-  MsgText = QStringLiteral("Warnung: Dieser Dateiname ist ungültig.\n");
+  QString text = QStringLiteral("Warnung: Dieser Dateiname ist ungültig.\n");
   for (const NameFault& fault : faults)
-    MsgText += QStringLiteral("An der Position %1  Das Zeichen ").arg(fault.position) + fault.character + u'\n' +
-               fault.reason + u'\n';
-  MsgText += QStringLiteral(
+    text += QStringLiteral("An der Position %1  Das Zeichen ").arg(fault.position) + fault.character + u'\n' +
+            fault.reason + u'\n';
+  text += QStringLiteral(
       "Diese Problemen können den Datenbankzugriff stören.\n"
       "Bitte ändern Sie den Dateinamen und\n"
       "versuchen Sie es dann noch einmal.\n"
       "Wollen Sie den Dateinamen ändern?");
-  return Message_Box(MsgText, MsgButtons::YesNo, MsgIcon::Warning, QStringLiteral("Dateiname")) == MsgAnswer::Yes;
+  return Message_Box(text, MsgButtons::YesNo, MsgIcon::Warning, QStringLiteral("Dateiname")) == MsgAnswer::Yes;
 }
 
 QString Capitals(const QString& text) {
@@ -151,15 +151,16 @@ QString Shortened_Path(const QString& path) {
 }
 
 void Show_No_Access(const QString& names) {
-  MsgText = names + QStringLiteral(
-                        "\n"
-                        "Windows - Dateisicherheit:\n"
-                        "Der Zugriff auf diese Ordner und/oder Dateien ist nicht erlaubt.\n"
-                        "Wahrscheinlich sind Sie nicht Administrator des PC's.\n"
-                        "Bitte ändern Sie die Zugriffsrechte auf die oben genannten Dateien und Ordner.\n"
-                        "Sie benötigen Vollzugriff.\n"
-                        "Klicken Sie im Datei-Explorer mit der rechten Maustaste auf diese Dateien\n"
-                        "und geben Sie unter dem Reiter 'Sicherheit' diese Ordner und Dateien für den vollen Zugriff "
-                        "frei.");
-  Message_Box(MsgText, MsgButtons::Ok, MsgIcon::Warning, QStringLiteral("Windows: Kein Dateizugriff erlaubt  "));
+  const QString text =
+      names + QStringLiteral(
+                  "\n"
+                  "Windows - Dateisicherheit:\n"
+                  "Der Zugriff auf diese Ordner und/oder Dateien ist nicht erlaubt.\n"
+                  "Wahrscheinlich sind Sie nicht Administrator des PC's.\n"
+                  "Bitte ändern Sie die Zugriffsrechte auf die oben genannten Dateien und Ordner.\n"
+                  "Sie benötigen Vollzugriff.\n"
+                  "Klicken Sie im Datei-Explorer mit der rechten Maustaste auf diese Dateien\n"
+                  "und geben Sie unter dem Reiter 'Sicherheit' diese Ordner und Dateien für den vollen Zugriff "
+                  "frei.");
+  Message_Box(text, MsgButtons::Ok, MsgIcon::Warning, QStringLiteral("Windows: Kein Dateizugriff erlaubt  "));
 }

@@ -6,8 +6,8 @@
 // The first row of MapData: data of the map the table belongs to. Nobody else takes its columns apart.
 struct HeaderRow {
   QString ID = QStringLiteral("!Unbekannt");
-  QString tablePath;     // Eintrag
-  QString mapName;       // Schrift: the map's path, shortened beyond 30 characters
+  QString tablePath;                             // Eintrag
+  QString mapName;                               // Schrift: the map's path, shortened beyond 30 characters
   int left = 0, right = 0, top = 0, bottom = 0;  // print margins in mm (Größe, VG, HG, RA)
   int width = 0, height = 0;                     // map pixels (Xmap, Ymap)
   int orientation = 1;                           // 1 portrait, 2 landscape (Xline)
@@ -23,7 +23,7 @@ struct HeaderRow {
 // Header of the open table (first row of rsEntries); the cursor stays.
 HeaderRow Read_Header();
 void Write_Header(const HeaderRow& header);
-// FontFactor from Qdata: the first row's Ort if its Nr is "FSZ", within its limits, else 1.0.
+// The enlargement of fonts on paper, from Qdata: the first row's Ort if its Nr is "FSZ", within its limits, else 1.0.
 float Read_Font_Factor();
 inline constexpr double smallestFontFactor = 0.3, largestFontFactor = 3.0;
 // Makes Qdata where it is missing. Raises what the database raises.

@@ -26,19 +26,19 @@ QString Free_Aside_Name() {
 // The damaged log is kept: somebody may still read the paths in it.
 void Put_Damaged_Aside() {
   const QString aside = Free_Aside_Name();
-  MsgText = QStringLiteral(
+  QString text = QStringLiteral(
       "Diese Datei ist wahrscheinlich beschädigt\n"
       "Bitte benennen Sie die Datei um z.B. in Map_alt.log");
   try {
     File_Rename(Log_File(), aside);
-    MsgText += QStringLiteral("\n\n") + Log_File() + QStringLiteral("\nheißt jetzt\n") + aside +
-               QStringLiteral("\nDie Listen der letzten Dateien beginnen neu.");
+    text += QStringLiteral("\n\n") + Log_File() + QStringLiteral("\nheißt jetzt\n") + aside +
+            QStringLiteral("\nDie Listen der letzten Dateien beginnen neu.");
   } catch (const Error& error) {
-    MsgText += QStringLiteral("\n\n") + Log_File() + u'\n' + error.text;
-    Message_Box(MsgText, MsgButtons::Ok, MsgIcon::Warning, QStringLiteral("Fehler"));
+    text += QStringLiteral("\n\n") + Log_File() + u'\n' + error.text;
+    Message_Box(text, MsgButtons::Ok, MsgIcon::Warning, QStringLiteral("Fehler"));
     throw;  // nothing may be written over it
   }
-  Message_Box(MsgText, MsgButtons::Ok, MsgIcon::Warning, QStringLiteral("Fehler"));
+  Message_Box(text, MsgButtons::Ok, MsgIcon::Warning, QStringLiteral("Fehler"));
 }
 
 // A rewriting that was cut off between its two renames is finished first. Raises what the file raises.

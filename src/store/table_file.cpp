@@ -23,7 +23,6 @@ using namespace table_file;
 // Closing ------------------------------------------------------------------------------------------------------------
 
 void table_file::Close_Quietly() {
-  rsAux.reset();
   rsEntries.reset();
   if (dbEntries) {
     try {
@@ -74,11 +73,9 @@ void Check_Columns() {
                     fields[0].name.compare(QLatin1String("ID"), Qt::CaseInsensitive) == 0 &&
                     fields[1].name.compare(QLatin1String("Eintrag"), Qt::CaseInsensitive) == 0;
   if (!ours) Raise(errors::databaseDamaged, QStringLiteral("Die Spalten der Tabelle MapData stimmen nicht."));
-  Tbl.ColumnCount = static_cast<int>(fields.size()) - 1;
   Tbl.HasUserColumns = fields.size() > static_cast<size_t>(column::fixedCount);
   const int size = fields[column::Eintrag].size;
   Tbl.EintragSize = size > 0 ? size : textColumnWidth;
-  Tbl.OldTable = Tbl.EintragSize < textColumnWidth;
 }
 
 void Write_New_Header() {
@@ -160,8 +157,6 @@ void Bind() {
     Take_Header();
   }
   rsEntries->MoveFirst();
-  Map.HeaderBookmark = rsEntries->Bookmark();
-  FontFactor = Read_Font_Factor();
 }
 
 bool Make_New_Table() {

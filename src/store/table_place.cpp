@@ -8,6 +8,7 @@
 #include "platform/message_box.h"
 #include "state/global_state.h"
 #include "state/map_state.h"
+#include "state/on_reset.h"
 #include "state/table_state.h"
 #include "store/file_names.h"
 #include "store/map_log.h"
@@ -27,6 +28,7 @@ bool Is_Away() { return dbEntries && dbEntries->IsOpen() && dbEntries->Place_Now
 
 // UserTable was written here while the table is away: it is kept up to date without a question.
 QString keptIn;
+const OnReset fresh(keptIn);
 
 QString What_Happened() {
   const QString now = dbEntries->Place_Now();

@@ -7,6 +7,7 @@
 #include "platform/file_lock.h"
 #include "platform/files.h"
 #include "state/global_state.h"
+#include "state/on_reset.h"
 #include "store/file_names.h"
 #include "store/table_file.h"
 #include "store/table_file_inner.h"
@@ -39,6 +40,8 @@ struct OwnNumber {
   std::unique_ptr<FileLock> lock;
 };
 OwnNumber own;
+
+const OnReset fresh(userOfSnapshot, own);
 
 int Own_Number() {
   if (own.lock && own.folder == ProgramFolder) return own.number;

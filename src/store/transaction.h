@@ -12,6 +12,7 @@
 using TransactionWork = std::function<bool()>;
 
 namespace transaction {
+// Work that returns nothing wants everything stored.
 template <typename Work>
 TransactionWork Wrapped(Work&& work) {
   if constexpr (std::is_void_v<std::invoke_result_t<Work&>>) {
@@ -21,9 +22,9 @@ TransactionWork Wrapped(Work&& work) {
   }
 }
 // What the procedures below share.
-bool Run(Database& database, const TransactionWork& work);
-bool Run_On_Table(const TransactionWork& work);
-bool Run_Or_Tell(const QString& title, const TransactionWork& work);
+bool Run(Database& database, const TransactionWork& work);            // In_Transaction on a database
+bool Run_On_Table(const TransactionWork& work);                       // In_Transaction on the open table
+bool Run_Or_Tell(const QString& title, const TransactionWork& work);  // In_Told_Transaction
 }  // namespace transaction
 
 // Runs the work (returning nothing or "go on?") in one transaction of the open table and marks the table as changed.

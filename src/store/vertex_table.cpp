@@ -50,11 +50,6 @@ void Tick_Numbers_Of_Rows(const QString& kind, NumberFlags& used) {
 
 }  // namespace
 
-QString Vertex_Table_Name() {
-  EntID = EntryId::Parse(rsEntries->Text(column::ID)).TableName();
-  return EntID;
-}
-
 QString New_Poly_Table(const QString& kind) {
   if (kind != QLatin1String("Linie") && kind != QLatin1String("Flaeche")) {
     Message_Box(QStringLiteral("Falscher Id-Tabellen-Name"));
@@ -67,7 +62,7 @@ QString New_Poly_Table(const QString& kind) {
   for (const TableDef& table : dbEntries->TableDefs()) {
     const int number = Table_Number(table.name, kind);
     if (number < 0) continue;
-    const bool keep = table.name == inHand || table.name == EntID || !Has_Vertex_Columns(table);
+    const bool keep = table.name == inHand || !Has_Vertex_Columns(table);
     if (!keep && dbEntries->RowCount(table.name) < 2) {
       stale.append(table.name);
     } else if (number < tableLimit) {

@@ -6,8 +6,6 @@
 
 // Vertex tables: one small table per line, area and free figure with the columns xf, yf in map pixels.
 
-// Name of the current row's vertex table. Sets EntID and returns it.
-QString Vertex_Table_Name();
 // Next free table name of the kind "Linie" or "Flaeche". Tables with fewer than 2 rows are dropped and their numbers
 // are free (never that of the row in hand). Shows "Falscher Id-Tabellen-Name" or "maximale Zahl der Polygone = 1000!"
 // and returns "" where it cannot.

@@ -14,6 +14,7 @@
 #include "state/events.h"
 #include "state/global_state.h"
 #include "state/map_state.h"
+#include "state/on_reset.h"
 #include "store/entry.h"
 #include "tools/drag.h"
 #include "view/cursor_coordinates.h"
@@ -205,9 +206,12 @@ class HandTool final : public MapTool {
   QString statusKey;
 };
 
+std::shared_ptr<MapTool> hand;
+const OnReset fresh(hand);
+
 }  // namespace
 
 const std::shared_ptr<MapTool>& Hand_Tool() {
-  static const std::shared_ptr<MapTool> hand = std::make_shared<HandTool>();
+  if (!hand) hand = std::make_shared<HandTool>();
   return hand;
 }

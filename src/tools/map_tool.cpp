@@ -6,10 +6,12 @@
 #include "state/events.h"
 #include "state/map_state.h"
 #include "state/mdi_state.h"
+#include "state/on_reset.h"
 
 namespace {
 
 std::shared_ptr<MapTool> inUse, over;
+const OnReset fresh(inUse, over);
 
 void Show_Change() {
   const MapTool* tool = over ? over.get() : inUse.get();

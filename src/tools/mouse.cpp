@@ -10,13 +10,18 @@
 #include "state/global_state.h"
 #include "state/map_state.h"
 #include "state/mdi_state.h"
+#include "state/on_reset.h"
 #include "tools/hand_tool.h"
 #include "view/cursor_coordinates.h"
 
 namespace {
 
-QPoint lastMouse(-1, -1);
-QString shownKey;  // what the status panel tells of: it is written only when this changes
+struct Seen {
+  QPoint mouse{-1, -1};
+  QString key;  // what the status panel tells of: it is written only when this changes
+};
+Seen seen;
+const OnReset fresh(seen);
 
 // Held for the whole call: a tool that ends in it is still there when it returns.
 std::shared_ptr<MapTool> Tool_To_Ask() {
@@ -42,8 +47,8 @@ void Hover(QPoint window, const MapTool& tool) {
   const PanelTexts texts = Cursor_Texts({Map_X(window.x()), Map_Y(window.y())});
   bool changed = Show_Position(texts);
   const QString key = tool.Name() + u' ' + tool.Status_Key();
-  if (key != shownKey) {
-    shownKey = key;
+  if (key != seen.key) {
+    seen.key = key;
     const QString task = tool.Status();
     changed = Set_Panel(0, task.isEmpty() ? texts.kind : task) || changed;
     // How many entries cannot be seen or hit is worth more than what the numbers mean.
@@ -74,7 +79,7 @@ bool Escape(MapTool& tool) {
 
 void Map_Mouse_Down(QPoint window, MouseButton button, MouseKeys keys) {
   if (!frmMDI.MapOpen || !rsEntries) return;
-  lastMouse = window;
+  seen.mouse = window;
   const auto tool = Tool_To_Ask();
   if (button == MouseButton::Right) {
     if (!tool->Right_Click(window)) Hand_Tool()->Right_Click(window);
@@ -87,7 +92,7 @@ void Map_Mouse_Down(QPoint window, MouseButton button, MouseKeys keys) {
 
 void Map_Mouse_Move(QPoint window, bool leftDown) {
   if (!frmMDI.MapOpen || !rsEntries) return;
-  lastMouse = window;
+  seen.mouse = window;
   const auto tool = Tool_To_Ask();
   tool->Move(window, leftDown);
   Hover(window, *tool);
@@ -95,7 +100,7 @@ void Map_Mouse_Move(QPoint window, bool leftDown) {
 
 void Map_Mouse_Up(QPoint window, MouseButton button) {
   if (button != MouseButton::Left) return;
-  lastMouse = window;
+  seen.mouse = window;
   Tool_To_Ask()->Release(window);
 }
 
@@ -112,7 +117,7 @@ bool Map_Key(int key, MouseKeys keys) {
   return Hand_Tool()->Key(key, keys);
 }
 
-MapPointer Map_Pointer() { return frmMDI.MapOpen ? Tool_To_Ask()->Cursor(lastMouse) : MapPointer::Arrow; }
+MapPointer Map_Pointer() { return frmMDI.MapOpen ? Tool_To_Ask()->Cursor(seen.mouse) : MapPointer::Arrow; }
 
 OverPaint Map_Paint_Over() {
   const MapTool* tool = Map_Tool_In_Use();

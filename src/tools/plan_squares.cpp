@@ -13,6 +13,7 @@
 #include "state/global_state.h"
 #include "state/map_state.h"
 #include "state/mdi_state.h"
+#include "state/on_reset.h"
 #include "tools/map_tool.h"
 #include "view/overlay.h"
 #include "view/redraw.h"
@@ -20,6 +21,7 @@
 namespace {
 
 std::optional<RasterPreview> preview;
+const OnReset fresh(preview);
 
 }  // namespace
 

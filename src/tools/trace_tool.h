@@ -14,6 +14,7 @@ struct TraceListener {
 };
 // Takes the mouse of the map. False if what is being typed could not be stored.
 bool Start_Tracing(TraceListener listener);
+// Gives the mouse back; nothing is taken, and the listener does not hear of it.
 void End_Tracing();
 // The last click once more; nothing without one.
 void Trace_Again();

@@ -11,6 +11,7 @@
 #include "platform/files.h"
 #include "platform/picture.h"
 #include "state/global_state.h"
+#include "state/on_reset.h"
 #include "store/file_names.h"
 #include "view/reduce.h"
 
@@ -30,6 +31,7 @@ struct Kept {
 QHash<QString, Kept> pictures;
 quint64 questions = 0;
 qint64 mostBytes = qint64{512} << 20;
+const OnReset fresh(pictures, questions);
 
 // Runs the work; its failure becomes the flaw of the picture.
 template <class Work>

@@ -111,7 +111,6 @@ void PlanPainter::Finish() {
 
 // A square that was hidden by itself keeps its place: it can be found there and shown again.
 void PlanPainter::Add_Regions() {
-  Map.PlanMode = Plan_Mode();
   const bool active = Raster_Active() && Plan_Mode() >= 0;
   for (Square& square : squares) {
     const bool hidden = square.label.text.isEmpty();

@@ -62,7 +62,6 @@ void Show_Counts(const DrawCounts& counts) {
   if (!frmMDI.HasPlanSquares) frmMDI.RasterActive = Map.lblPLQ.Visible = false;
   const QString text = Count_Text(counts.hidden, counts.inactive);
   InfoBar.Panel[2] = text.isEmpty() ? Tbl.DBGrid1.Caption : text;
-  frmMDI.Enabled = true;
 }
 
 bool Can_Redraw() { return frmMDI.MapOpen && rsEntries && !Map.MapClip[0].image.isNull(); }

@@ -48,7 +48,6 @@ void TextPainter::Draw(const Recordset& rows, const PaintedRow& row) {
   look.colors = row.colors;
   look.transparent = font.transparent;
   look.perspex = Map.Perspex;
-  look.boxMode = Map.BoxMode == -1 ? DrawMode::NotXor : DrawMode::Copy;
   if (font.angle > 0)
     Draw_Rotated(font, text, row, look);
   else

@@ -12,6 +12,7 @@
 #include "state/global_state.h"
 #include "state/map_state.h"
 #include "state/mdi_state.h"
+#include "state/on_reset.h"
 #include "state/table_state.h"
 #include "store/entry.h"
 #include "view/redraw.h"
@@ -28,6 +29,7 @@ constexpr qint64 copiesLimit = 512LL << 20;  // bytes of reduced copies kept for
 // Reduced copies by their factor against the scan, so that going back to a zoom builds nothing.
 std::map<float, QImage> reducedCopies;
 int builds = 0;
+const OnReset fresh(reducedCopies, builds);
 
 bool layingOut = false;  // the windows are taking their places
 
@@ -165,7 +167,6 @@ void Set_Bars(MapPoint centre) {
   Map.HScroller.Max = Map.VScroller.Max = 100;
   Map.ScrollUnitX = static_cast<float>(std::max(0.0, overX) / 100);
   Map.ScrollUnitY = static_cast<float>(std::max(0.0, overY) / 100);
-  Map.ClipScale = std::max(1.0F, Map.Zoom);
   Size_Clip();
   const auto zoom = static_cast<double>(Map.Zoom);
   Place_Clip(centre.x - Map.ViewWidth * zoom / 2, centre.y - Map.ViewHeight * zoom / 2);
@@ -307,15 +308,11 @@ void Zoom_At(double factor, int windowX, int windowY) {
 
 void ReduceMap() {
   const BusyPointer busy;
-  const Step step = Guarded(QStringLiteral("Karte zoomen: Reduce_Map"), [] {
-    Choose_Clip();
-    Map.ClipScale = std::max(1.0F, Map.Zoom);
-  });
+  const Step step = Guarded(QStringLiteral("Karte zoomen: Reduce_Map"), [] { Choose_Clip(); });
   if (step == Step::Done) return;
   // No room for the copy: the scan at full size is there, so the map stays visible.
   Map.Zoom = 1.0F;
   Map.ClipLevel = 0;
-  Map.ClipScale = 1.0F;
   frmMDI.Caption = QStringLiteral("FLURAX - 100%");
 }
 

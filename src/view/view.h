@@ -20,7 +20,7 @@ void Map_Resized();        // the window got another size: bars and clip anew, r
 void Fit_Map_Window();     // the window takes all the room; not if maximised
 void Set_Window_Layout();  // mnuWEinpass: the normal state; the active note pad takes all the room
 void Scroll_Changed(bool horizontal, int value);  // Change of a scroll bar
-void ScrollMap(int mapX, int mapY);               // centres a position by the settled divisors 5 and 2
+void ScrollMap(int mapX, int mapY);               // brings a position to a fifth of the width and half the height
 void Scroll_By(int dx, int dy);                   // window pixels
 void Set_Light(bool light);                       // mnuBildHell, mnuBildDunkel
 // Which part of the map the window shows, and how large.
@@ -29,6 +29,6 @@ struct ViewPlace {
   int left = 0, top = 0;  // map pixels
   bool operator==(const ViewPlace&) const = default;
 };
-ViewPlace View_Now();
-int Zoom_Percent();  // Int(100 / Zoom)
-int Clip_Builds();   // reduced copies made since the scan was taken
+ViewPlace View_Now();  // of the view as it stands in Map
+int Zoom_Percent();    // Int(100 / Zoom)
+int Clip_Builds();     // reduced copies made since the scan was taken

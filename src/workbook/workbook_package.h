@@ -16,7 +16,9 @@ class Package {
   bool Has(const QString& part) const;
   // Error 321 for a missing or damaged part. `limit`: no more than that many bytes from its start.
   QByteArray Read(const QString& part, qint64 limit = -1) const;
+  // Adds the part, or takes the place of the one of that name.
   void Put(const QString& part, QByteArray content);
+  // Nothing happens where there is none.
   void Remove(const QString& part);
   // The archive with all changes. Error 321 if a part that is kept cannot be carried over.
   QByteArray Bytes() const;

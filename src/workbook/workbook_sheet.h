@@ -22,6 +22,7 @@ struct CellStyle {
   QString format = {};  // pattern of a number: "### ### ##0.00"; "" = as it comes
   bool operator==(const CellStyle&) const = default;
 };
+// For hashes by style; equal styles have the same.
 size_t qHash(const CellStyle& style, size_t seed = 0);
 
 // Empty, a number, or a text. A text is never a formula, whatever it begins with.
@@ -50,6 +51,7 @@ class Sheet {
   void Put(int row, int column, CellValue value, const CellStyle& style);
   // For many cells of one look: its number, taken once.
   int Style_Number(const CellStyle& style);
+  // Value and look at once; the number is one of Style_Number.
   void Put(int row, int column, CellValue value, int styleNumber);
   // Changes the look of every cell of the range, empty ones too.
   void Change(const CellRange& range, const std::function<void(CellStyle&)>& change);

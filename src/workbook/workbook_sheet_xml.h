@@ -15,9 +15,10 @@ struct SheetFrame {
 };
 // The part of a sheet; its styles are added to the table.
 QByteArray Write_Sheet_Part(const Sheet& sheet, StyleTable& styles, const SheetFrame& frame);
-// Reads a part of any writer. `shared`: the texts that cells of kind "s" name by number.
+// Reads a part of any writer. `shared`: the texts that cells of kind "s" name by number. Error 321.
 void Read_Sheet_Part(Sheet& sheet, const QByteArray& xml, const QString& part, const QStringList& shared,
                      const StyleTable& styles);
+// The texts of the part of shared strings, by their numbers. Error 321.
 QStringList Read_Shared_Strings(const QByteArray& xml, const QString& part);
 // Nothing in it but empty rows, widths and paper settings.
 bool Is_Empty_Sheet_Part(const QByteArray& xml, const QString& part);

@@ -17,9 +17,10 @@ class StyleTable {
   explicit StyleTable(const QByteArray& xml);
   // Place of the cell format. `plainText`: the text begins like a formula; it stays a text when the cell is edited.
   int Place_Of(const CellStyle& style, bool plainText);
+  // What of the cell format at the place a cell style can say; the standard one beyond the list.
   CellStyle Style_At(int place) const;
   bool Changed() const { return changed; }
-  QByteArray Bytes() const;
+  QByteArray Bytes() const;  // of the part as it is now
 
  private:
   struct List {  // one of the lists; place of each entry by its XML

@@ -47,7 +47,7 @@ TEST_F(Marks, TheOneMarkedLastIsTheOnlyAnchor) {
   rsEntries->MoveFirst();
   Map.CurBookmark = rsEntries->Bookmark();
   Mark_Obj();
-  EXPECT_EQ(Row(Map.HeaderBookmark).Typ, -1);
+  EXPECT_EQ(Row(Header_Key()).Typ, -1);
 }
 
 TEST_F(Marks, WhateverDeletesTheAnchorTheOneMarkedBeforeItFollows) {
@@ -113,7 +113,7 @@ TEST_F(Marks, UnmarkingKeepsKindAndSignAndWritesOnlyMarkedRows) {
   Go(arrow);
   Mark_Obj();
   EXPECT_EQ(Typ(arrow), -212);
-  Mark_Rows({keys[1], keys[1], Map.HeaderBookmark, QStringLiteral("99")});
+  Mark_Rows({keys[1], keys[1], Header_Key(), QStringLiteral("99")});
   EXPECT_EQ(Types(), QList<int>({0, 200, 0, 0}));
   const qint64 before = dbEntries->ChangeCount();
   Unmark_All();

@@ -34,7 +34,7 @@ TEST_F(Move, EveryPositionOfAKindGoesAlong) {
   size_t number = 0;
   for (rsEntries->MoveFirst(), rsEntries->MoveNext(); !rsEntries->Eof(); rsEntries->MoveNext(), ++number)
     EXPECT_EQ(Read_Entry(*rsEntries), will[number]) << "row " << number;
-  EXPECT_EQ(Row(Map.HeaderBookmark).Xmap, 1600);
+  EXPECT_EQ(Row(Header_Key()).Xmap, 1600);
 }
 
 TEST_F(Move, VerticesGoAlongOnceAndTakeTheirStopMark) {

@@ -142,7 +142,7 @@ TEST_F(TableEditTest, ChangingACellLeavesTheCurrentRow) {
   EXPECT_EQ(redraws, 1);
 }
 
-// One row: the told question, vertex table and all. The header never.
+// One row: a question about it alone, vertex table and all. The header never.
 TEST_F(TableEditTest, DeletingARowTakesItsVerticesUnlessShared) {
   const qint64 area = Add_Area("Flaeche0"), twin = Add_Area("Flaeche1"), other = Add_Area("Flaeche1");
   const qint64 header = Header();

@@ -21,11 +21,11 @@ TEST_F(Visibility, CurrentRowTogglesAndMenusFollow) {
   Hide_Current();
   Hide_Current();
   EXPECT_EQ(Typ(text), 1) << "a hidden kind 0 comes back as a text without foot point";
-  Go(Map.HeaderBookmark);
+  Go(Header_Key());
   Hide_Current();
   Deactivate_Current();
-  EXPECT_EQ(Row(Map.HeaderBookmark).Typ, -1);
-  EXPECT_TRUE(Row(Map.HeaderBookmark).ID.startsWith('!'));
+  EXPECT_EQ(Row(Header_Key()).Typ, -1);
+  EXPECT_TRUE(Row(Header_Key()).ID.startsWith('!'));
 }
 
 TEST_F(Visibility, MarkedAndAllLeaveHeaderAndNorthArrow) {
@@ -39,7 +39,7 @@ TEST_F(Visibility, MarkedAndAllLeaveHeaderAndNorthArrow) {
   Show_All_Hidden();
   EXPECT_EQ(Typ(marked), 201);
   EXPECT_EQ(Typ(arrow), -112);
-  EXPECT_EQ(Row(Map.HeaderBookmark).Typ, -1);
+  EXPECT_EQ(Row(Header_Key()).Typ, -1);
 }
 
 TEST_F(Visibility, BlanksLeaveTextsButNoSymbols) {

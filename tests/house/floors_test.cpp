@@ -108,6 +108,24 @@ std::vector<QString> Wide_Rooms(const Rooms& rooms, int most) {
   return wide;
 }
 
+// Types with a body outside of every namespace that two files define: the linker takes one of the two for both.
+std::vector<QString> Types_Defined_Twice(const SourceTree& tree) {
+  static const QRegularExpression type(
+      uR"(^(?:template <.*> )?(?:struct|class|enum class|enum|union) (\w+)(?: final)?(?: : [^;]*)? ?\{)"_s);
+  std::map<QString, QStringList> filesOf;
+  for (const auto& [path, content] : tree) {
+    qsizetype depth = 0;
+    for (const QString& line : Bare(content).split('\n')) {
+      if (const auto match = type.match(line); depth == 0 && match.hasMatch()) filesOf[match.captured(1)] << path;
+      depth += line.count('{') - line.count('}');
+    }
+  }
+  std::vector<QString> twice;
+  for (const auto& [name, files] : filesOf)
+    if (files.size() > 1) twice.push_back(name + ": " + files.join(' '));
+  return twice;
+}
+
 }  // namespace
 
 TEST(Floors, IncludesOfTheHouseRunDownward) {
@@ -130,6 +148,8 @@ TEST(Floors, NoRoomIncludesMoreThanEighteenOthers) {
   for (const char* room : {"hand/activation", "tools/mouse", "view/entry_painter"}) rooms.erase(room);
   EXPECT_THAT(Wide_Rooms(rooms, 18), IsEmpty());
 }
+
+TEST(Floors, NoTwoFilesDefineTheSameType) { EXPECT_THAT(Types_Defined_Twice(House_Tree()), IsEmpty()); }
 
 // A made-up house: sound lines beside every kind of fault.
 TEST(Floors, EveryFaultIsToldWithFileAndLine) {
@@ -155,4 +175,10 @@ TEST(Floors, EveryFaultIsToldWithFileAndLine) {
                        {"ground/e", {"hall/d"}}, {"ground/g", {"ground/h"}}};
   EXPECT_THAT(Knots_Of(rooms), UnorderedElementsAre(QStringList({"hall/a", "hall/b", "hall/c"})));
   EXPECT_THAT(Wide_Rooms(Rooms_Of(tree), 1), UnorderedElementsAre("hall/b: 2", "hall/d: 3"));
+  const SourceTree types = {
+      {"ground/a.h", "class Sheet;\nnamespace inner {\nstruct Cell {\n};\n}\nstruct Sheet : Cell {\n};\n"},
+      {"hall/b.h",
+       "struct Cell {\n  int n = 1; };\nclass Sheet {\n};\nstruct Sheet::Part {\n};\nstruct Door final {\n};\n"},
+      {"hall/c.cpp", "namespace {\nstruct Door {\n};\n}\nnamespace inner {\nenum class Cell { A };\n}\n"}};
+  EXPECT_THAT(Types_Defined_Twice(types), UnorderedElementsAre("Sheet: ground/a.h hall/b.h"));
 }

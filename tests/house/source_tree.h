@@ -28,6 +28,22 @@ inline QString Folder_Of(const QString& path) {
   return path.contains('/') ? path.left(path.lastIndexOf('/')) : QStringLiteral(".");
 }
 
+// Without comments, directives and what stands in quotes; every line stays a line.
+inline QString Bare(const QString& content) {
+  static const QRegularExpression pattern(
+      uR"raw(R"(\w*)\(.*?\)\1"|"(?:\\.|[^"\\\n])*"|\b(?:u8?|U|L)?'(?:\\[^']+|\\'|[^'\\])'|(?<!\w)'(?:\\.[^']*|[^'\\])')raw"
+      uR"raw(|//[^\n]*|/\*.*?\*/|(?<=\n)[ \t]*#(?:[^\n]*\\\n)*[^\n]*)raw"_s,
+      QRegularExpression::DotMatchesEverythingOption);
+  QString bare;
+  qsizetype end = 0;
+  for (auto matches = pattern.globalMatch(content); matches.hasNext();) {
+    const auto match = matches.next();
+    bare += content.mid(end, match.capturedStart() - end) + QString(match.captured().count('\n'), '\n');
+    end = match.capturedEnd();
+  }
+  return bare + content.mid(end);
+}
+
 // The lines of the block ```name of docs/architecture.md as words.
 inline std::vector<QStringList> Block_Of_Document(const QString& name) {
   const QString text = QString::fromUtf8(Read_Bytes(QStringLiteral(FLURAX_SOURCE_DIR "/docs/architecture.md")));

@@ -43,7 +43,6 @@ TEST(ScaleBar, RowIsRead) {
   }
   EXPECT_TRUE(Scale_Of(Row(0, 0, 100, 1)).vertical);
   EXPECT_FALSE(Scale_Of(Row(0, 0, 100, 9)).vertical);
-  EXPECT_FALSE(Scale_Of(Row(0, 0, 100, 9)).hgIsSound);
 }
 
 TEST(ScaleBar, SetsTheMapsScale) {

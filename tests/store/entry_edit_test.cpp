@@ -148,7 +148,8 @@ TEST_F(EntryEditTest, WhatDeletingRefusesAndSpares) {
   MessageScript script("Die Karte enthält noch keine Einträge");
   EXPECT_FALSE(Delete_Entry());
   Add(Text("eins"));
-  Map.CurBookmark = Map.HeaderBookmark;
+  rsEntries->MoveFirst();
+  Map.CurBookmark = rsEntries->Bookmark();
   EXPECT_FALSE(Delete_Entry());
   EXPECT_EQ(Texts(), QStringList{"eins"});
   Add(Text("Entwurf"));  // an unfinished drawing goes without a question

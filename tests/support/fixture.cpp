@@ -2,9 +2,6 @@
 
 #include <QDir>
 
-#include "edit/text_font.h"
-#include "hand/next_shape.h"
-#include "maps/map_coordinates.h"
 #include "platform/files.h"
 #include "platform/progress.h"
 #include "platform/shell.h"
@@ -53,10 +50,7 @@ void FluraxTest::SetUp() {
   ASSERT_TRUE(folder.isValid()) << folder.errorString().toStdString();
   Reset_Services();
   Reset_Global_State();
-  Drop_Coordinates();
   Connect_Canvas();
-  NextShape = {};
-  NextText = {};
   ProgramFolder = Path(QStringLiteral("Programm"));
   ASSERT_TRUE(QDir().mkpath(ProgramFolder + QLatin1String("/Beispiele")));
   Replace_File(ProgramFolder + QLatin1String("/MUSTER.MDB"), Template_Bytes());
@@ -65,7 +59,6 @@ void FluraxTest::SetUp() {
 void FluraxTest::TearDown() {
   Reset_Services();
   Reset_Global_State();
-  Drop_Coordinates();
   ProgramFolder.clear();
 }
 

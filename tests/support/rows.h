@@ -36,5 +36,10 @@ struct RowsOfTable {
     rsEntries->MoveLast();
     return Read_Entry(*rsEntries);
   }
+  static QString Header_Key() {
+    const KeepCurrentRow keep;
+    rsEntries->MoveFirst();
+    return rsEntries->Bookmark();
+  }
   static QPoint At(const QString& bookmark) { return {Row(bookmark).Xmap, Row(bookmark).Ymap}; }
 };

@@ -158,9 +158,9 @@ TEST_F(FigureTest, FreeFiguresAreDrawnPointByPoint) {
   EXPECT_TRUE(Change_Figure(EntryKind::Rectangle, 170, 140));
   EXPECT_EQ(InHand().Typ, 24);
   const std::vector<QPoint> twice = {{10, 10}, {170, 30}, {180, 150}, {30, 130}};
-  EXPECT_EQ(Load_Vertices(QStringLiteral("Figur1")), twice);
+  EXPECT_EQ(Load_Vertices("Figur1"), twice);
   ASSERT_TRUE(Store_Figure(FigureOf::Duplicate, {110, 10, 170, 140}));
-  EXPECT_EQ(InHand().ID, QStringLiteral("Figur2"));
+  EXPECT_EQ(InHand().ID, "Figur2");
   EXPECT_TRUE(Change_Free_Figure({{0, 0}, {50, 0}, {0, 50}}, true));
   EXPECT_EQ(InHand().Typ, 25);
   EXPECT_EQ(Place(InHand()), QRect(0, 0, 50, 50));
@@ -334,7 +334,7 @@ TEST_F(FigureTest, ExtrasAreCopiedAndDeletedWithTheirFigures) {
   EXPECT_EQ(InHand().ID, QStringLiteral("Figur2"));
   EXPECT_EQ(Extras_Of(InHand()), allExtras);
   EXPECT_EQ(QPoint(Last_Row().Xmap, Last_Row().Ymap), QPoint(180, 300)) << "30 pixels on, like the copy";
-  ASSERT_TRUE(Store_Figure(FigureOf::Duplicate, {160, 280, 100, 60}));
+  ASSERT_TRUE(Store_Figure(FigureOf::Duplicate, entry_box(InHand())));
   EXPECT_EQ(Entry_Count(), 3 * each);
   EXPECT_EQ(Extras_Of(InHand()), allExtras);
   ASSERT_TRUE(End_Entry());

@@ -125,7 +125,6 @@ TEST_F(PlanSquaresTest, HidingTakesAllButMarkedRows) {
   EXPECT_EQ(Typ(Key_Of(QStringLiteral("C-3"))), -16);
   EXPECT_EQ(Typ(Key_Of(QStringLiteral("Raster"))), -17);
   EXPECT_EQ(Typ(marked), 116);
-  EXPECT_EQ(Map.PlanMode, -1);
   Toggle_Raster_Visible();
   EXPECT_GE(Ink({195, 95, 110, 110}), drawn);
   EXPECT_EQ(Typ(own), 16);

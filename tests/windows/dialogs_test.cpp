@@ -275,22 +275,22 @@ TEST_F(DialogTest, TipsAreTurnedOverAndSwitchedOff) {
 TEST_F(DialogTest, TheToolbarMovesAtOnceUnlessATaskRuns) {
   int shown = 0;
   events.StateChanged.Connect([&] { ++shown; });
-  const auto expect = [&](const FrmOptions& dialog, ToolbarPlace place, const char* line, const char* tag) {
+  const auto expect = [&](const FrmOptions& dialog, ToolbarPlace place, const char* line, bool changed) {
     EXPECT_EQ(frmMDI.toolbarPlace, place);
     EXPECT_EQ(Ini(), QStringList{line});
-    EXPECT_EQ(dialog.Tag(), tag);
+    EXPECT_EQ(dialog.Is_Changed(), changed);
   };
   const FrmOptions dialog;
   Press(dialog, "optLinks");
-  expect(dialog, ToolbarPlace::Left, "TLB: vbAlignLeft", "");
+  expect(dialog, ToolbarPlace::Left, "TLB: vbAlignLeft", false);
   EXPECT_EQ(shown, 1);
   frmMDI.MapOpen = true;
   Toolbar1.Tag = ToolMode::Text;
   const FrmOptions second;
   Press(second, "optUnten");
-  expect(second, ToolbarPlace::Left, "TLB: vbAlignLeft", "dirty");
+  expect(second, ToolbarPlace::Left, "TLB: vbAlignLeft", true);
   Press(second, "cmdApply");
-  expect(second, ToolbarPlace::Bottom, "TLB: vbAlignBottom", "");
+  expect(second, ToolbarPlace::Bottom, "TLB: vbAlignBottom", false);
 }
 
 TEST_F(DialogTest, OptionsAreTakenAfterTheQuestionAndRedrawTheMapOnce) {
@@ -311,7 +311,7 @@ TEST_F(DialogTest, OptionsAreTakenAfterTheQuestionAndRedrawTheMapOnce) {
     if (way != Way::ChangedBack) {
       Press(dialog, "optRelief");
       Press(dialog, "btnFarbe3");
-      EXPECT_EQ(dialog.Tag(), "dirty");
+      EXPECT_TRUE(dialog.Is_Changed());
     }
     MessageScript script;
     if (way == Way::No) script.Expect("Die Optionen wurden verändert;", MsgAnswer::No);

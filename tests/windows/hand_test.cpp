@@ -235,18 +235,18 @@ TEST_F(HandTest, MenusAndButtonsBelongToTheEntryInHand) {
 TEST_F(HandTest, ClipboardWindowTellsWhatLiesThere) {
   Install_Clipboard();
   QGuiApplication::clipboard()->clear();
-  EXPECT_EQ(FrmClipboard().Tag, "");
+  EXPECT_EQ(FrmClipboard().kind, ClipboardKind::Unusable);
   EXPECT_EQ(Text_In(FrmClipboard(), "lblState"), "Zwischenablage leer");
   EXPECT_FALSE(Is_Enabled(FrmClipboard(), "cmdOK"));
   QGuiApplication::clipboard()->setText(QString(3'000'000, QLatin1Char('a')));
   const FrmClipboard text;
-  EXPECT_EQ(text.Tag, "Txt");
+  EXPECT_EQ(text.kind, ClipboardKind::Text);
   EXPECT_EQ(text.text.size(), 3'000'000);
   EXPECT_TRUE(Is_Enabled(text, "cmdOK"));
   QImage picture(900, 50, QImage::Format_RGB32);
   picture.fill(Qt::red);
   QGuiApplication::clipboard()->setImage(picture);
   const FrmClipboard image;
-  EXPECT_EQ(image.Tag, QStringLiteral("Img"));
+  EXPECT_EQ(image.kind, ClipboardKind::Picture);
   EXPECT_EQ(image.picture.size(), QSize(900, 50));
 }

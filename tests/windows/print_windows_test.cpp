@@ -5,6 +5,7 @@
 
 #include "platform/printer.h"
 #include "printing/print_map.h"
+#include "store/header_row.h"
 #include "support/pixels.h"
 #include "windows/main/mdi_window_pads.h"
 #include "windows/maps/frmNotePad.h"
@@ -115,7 +116,7 @@ TEST_F(PrintWindowsTest, ThePreviewFitsTheMapAndKeepsIt) {
   box.Expect("übernommen und gespeichert");
   Press(form, "Ok_Butt");
   EXPECT_EQ(Read_Print_Settings().orientation, landscape);
-  EXPECT_FLOAT_EQ(FontFactor, 1.5F);
+  EXPECT_FLOAT_EQ(Read_Font_Factor(), 1.5F);
   // A change that was not taken is asked for at the end, and lost with "No".
   Press(form, "btnSpin");
   const double kept = Read_Print_Settings().factor;

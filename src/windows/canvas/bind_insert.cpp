@@ -48,9 +48,9 @@ void Insert_Picture(QWidget* mainWindow, const CommandCall& call) {
 void Paste(QWidget* mainWindow, const CommandCall& call) {
   const QPoint at = Place_On_Map(*mainWindow, call);
   const ClipboardChoice choice = Show_frmClipboard(mainWindow);
-  if (choice.kind == QLatin1String("Img")) {
+  if (choice.kind == ClipboardKind::Picture) {
     if (Add_Picture(at, choice.picture)) Picture_Added(mainWindow);
-  } else if (choice.kind == QLatin1String("Txt") && Add_Text(at, choice.text)) {
+  } else if (choice.kind == ClipboardKind::Text && Add_Text(at, choice.text)) {
     Take_Entry(Map.CurBookmark);
   }
 }

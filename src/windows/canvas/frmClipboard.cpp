@@ -28,16 +28,17 @@ FrmClipboard::FrmClipboard(QWidget* parent) : QDialog(parent), ui(std::make_uniq
     ui->lblState->setText(Clipboard_Is_Empty()
                               ? QStringLiteral("Zwischenablage leer")
                               : QStringLiteral("Kein Import\n\nIn der Zwischenablage liegt weder Text noch ein Bild."));
-  ui->cmdOK->setEnabled(!Tag.isEmpty());
+  const bool usable = kind != ClipboardKind::Unusable;
+  ui->cmdOK->setEnabled(usable);
   connect(ui->cmdOK, &QPushButton::clicked, this, &QDialog::accept);
   connect(ui->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
-  (Tag.isEmpty() ? ui->cmdCancel : ui->cmdOK)->setFocus();
+  (usable ? ui->cmdOK : ui->cmdCancel)->setFocus();
 }
 
 FrmClipboard::~FrmClipboard() = default;
 
 void FrmClipboard::Show_Text() {
-  Tag = QStringLiteral("Txt");
+  kind = ClipboardKind::Text;
   ui->lblState->setText(QStringLiteral("Text mit %1 Zeichen:").arg(text.size()));
   ui->txtText->setPlainText(text.left(shownCharacters));
   ui->txtText->setMaximumHeight(previewHeight);
@@ -45,7 +46,7 @@ void FrmClipboard::Show_Text() {
 }
 
 void FrmClipboard::Show_Picture() {
-  Tag = QStringLiteral("Img");
+  kind = ClipboardKind::Picture;
   ui->lblState->setText(QStringLiteral("Bild mit %1 x %2 Pixeln:").arg(picture.width()).arg(picture.height()));
   const bool large = picture.width() > previewWidth || picture.height() > previewHeight;
   const QImage shown =
@@ -58,5 +59,5 @@ void FrmClipboard::Show_Picture() {
 ClipboardChoice Show_frmClipboard(QWidget* parent) {
   FrmClipboard dialog(parent);
   if (dialog.exec() != QDialog::Accepted) return {};
-  return {dialog.Tag, dialog.text, dialog.picture};
+  return {dialog.kind, dialog.text, dialog.picture};
 }

@@ -7,6 +7,8 @@ namespace Ui {
 class FrmClipboard;
 }
 
+enum class ClipboardKind { Unusable, Text, Picture };
+
 // What lies on the clipboard, and whether it shall come into the map.
 class FrmClipboard : public QDialog {
   Q_OBJECT
@@ -15,7 +17,7 @@ class FrmClipboard : public QDialog {
   explicit FrmClipboard(QWidget* parent = nullptr);
   ~FrmClipboard() override;
 
-  QString Tag;  // "Txt", "Img", or empty if there is nothing usable
+  ClipboardKind kind = ClipboardKind::Unusable;
   QString text;
   QImage picture;
 
@@ -26,9 +28,10 @@ class FrmClipboard : public QDialog {
   std::unique_ptr<Ui::FrmClipboard> ui;
 };
 
-// What of the clipboard shall come into the map: kind "Txt", "Img", or "" for nothing.
+// What of the clipboard shall come into the map: nothing while the kind is Unusable.
 struct ClipboardChoice {
-  QString kind, text;
+  ClipboardKind kind = ClipboardKind::Unusable;
+  QString text;
   QImage picture;
 };
 // Asks what of the clipboard becomes an entry; waits.

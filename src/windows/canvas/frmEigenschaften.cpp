@@ -18,7 +18,6 @@
 
 namespace {
 
-const QString turning = QStringLiteral("Dreh");
 constexpr int pictureSize = 236;
 
 QString Place_Text(QPointF at) { return QStringLiteral("%1 : %2").arg(std::lrint(at.x())).arg(std::lrint(at.y())); }
@@ -70,7 +69,7 @@ FrmEigenschaften::~FrmEigenschaften() {
 
 // While the figure is being turned it is not in hand, but still the one.
 void FrmEigenschaften::Follow() {
-  if (ui->fraWinkel->property("Tag").toString() == turning) return;
+  if (turning) return;
   const std::optional<EntryRow> row = Figure_In_Hand();
   const FigureExtras extras = row ? Extras_Of(*row) : FigureExtras{};
   const bool same = row == shown && extras == extrasShown && !ui->lblFigur->text().isEmpty();
@@ -135,8 +134,8 @@ bool FrmEigenschaften::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void FrmEigenschaften::Turn_On_Map() {
-  if (ui->fraWinkel->property("Tag").toString() == turning) return Drop_Map_Tool();
-  ui->fraWinkel->setProperty("Tag", turning);
+  if (turning) return Drop_Map_Tool();
+  turning = true;
   const QPointer<FrmEigenschaften> self(this);
   bool begun = false;
   Run_Guarded([&] {
@@ -153,7 +152,7 @@ void FrmEigenschaften::Turn_On_Map() {
 }
 
 void FrmEigenschaften::End_Turning(std::optional<double> angle) {
-  ui->fraWinkel->setProperty("Tag", QString());
+  turning = false;
   ui->btnDrehen->setChecked(false);
   if (angle) {
     Show_Angle(*angle);
@@ -180,7 +179,7 @@ void FrmEigenschaften::accept() {
 }
 
 void FrmEigenschaften::done(int result) {
-  if (ui->fraWinkel->property("Tag").toString() == turning) Drop_Map_Tool();
+  if (turning) Drop_Map_Tool();
   QDialog::done(result);
 }
 

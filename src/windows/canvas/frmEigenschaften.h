@@ -37,6 +37,7 @@ class FrmEigenschaften : public QDialog {
   std::unique_ptr<Ui::FrmEigenschaften> ui;
   std::optional<EntryRow> shown;
   FigureExtras extrasShown;
+  bool turning = false;  // the figure is being turned on the map
   int syncing = 0;
   int closedListener = 0, stateListener = 0, tableListener = 0;
 };

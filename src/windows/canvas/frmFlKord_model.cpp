@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/for_now.h"
 #include "state/run_guarded.h"
 
 void VertexModel::Set_List(VertexList vertices) {
@@ -12,9 +13,8 @@ void VertexModel::Set_List(VertexList vertices) {
 
 bool VertexModel::Write(const VertexList& changed) {
   bool written = false;
-  writing = true;
+  const ForNow isWriting(writing, true);
   Run_Guarded([&] { written = Write_Vertex_List(changed); });
-  writing = false;
   return written;
 }
 

@@ -8,6 +8,7 @@
 #include "state/coordinate_state.h"
 #include "state/events.h"
 #include "state/map_state.h"
+#include "state/on_reset.h"
 #include "state/run_guarded.h"
 #include "tools/position_mark.h"
 #include "ui_frmGPSData.h"
@@ -18,6 +19,7 @@
 namespace {
 
 bool byClick = false;
+const OnReset fresh(byClick);
 
 const QString advice = QStringLiteral("Geben Sie eine Koordinate ein, oder wählen Sie sie mit der Maus in der Karte.");
 const QString shown =

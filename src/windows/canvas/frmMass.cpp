@@ -148,7 +148,6 @@ void FrmMass::Mass_Zeichnen(const MeasuringLine& drawn) {
 
 void FrmMass::Mass_Show() {
   const ScaleInput input = Input();
-  ui->pic->setProperty("Tag", input.vertical ? QStringLiteral("V") : QStringLiteral("H"));
   const bool mm = ui->cmbArt->currentIndex() == byMillimetres;
   ui->lblAndere->setText(mm ? QStringLiteral("= %1 Pixel").arg(lengthPx)
                             : QStringLiteral("= %1 mm auf der Karte").arg(Mm_Shown(lengthPx, input.vertical)));

@@ -14,9 +14,9 @@ class MapEditor : public QTextEdit {
 
  public:
   explicit MapEditor(QWidget* canvas);
-  void Sync();        // state -> widget
-  void Begin_Edit();  // takes the keyboard, with the caret at the end
-  QString Typed() const;
+  void Sync();            // state -> widget
+  void Begin_Edit();      // takes the keyboard, with the caret at the end
+  QString Typed() const;  // the text as it stands there, its lines ended by LF
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;

@@ -41,6 +41,7 @@ class PanelRow : public QWidget {
 
  public:
   PanelRow(std::vector<int> weights, QWidget* parent);
+  // Panels count from 0. What does not fit is cut.
   void Show_Text(size_t panel, const QString& whole);
 
  protected:

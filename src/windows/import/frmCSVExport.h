@@ -15,7 +15,7 @@ class FrmCSVExport : public QDialog {
  public:
   explicit FrmCSVExport(QWidget* parent = nullptr);
   ~FrmCSVExport() override;
-  CsvOrder Order() const;
+  CsvOrder Order() const;  // as it is chosen now
 
  public Q_SLOTS:
   void accept() override;  // asks for the file and writes it
@@ -28,4 +28,5 @@ class FrmCSVExport : public QDialog {
   std::unique_ptr<Ui::FrmCSVExport> ui;
 };
 
+// Asks what is written and how, then for the file; waits until it is closed.
 void Show_frmCSVExport(QWidget* parent);

@@ -131,9 +131,9 @@ void FrmMapSize::Take() {
 
 void FrmMapSize::Save() {
   if (!Check_Numbers()) return;
-  MsgResult = MsgAnswer::Yes;
-  const Step step = Guarded(windowTitle(), [this] { Save_Map_Size(numbers.Result()); });
-  if (step == Step::Done && MsgResult != MsgAnswer::No) accept();  // No to the question: the numbers stay for a change
+  bool wanted = true;
+  const Step step = Guarded(windowTitle(), [&] { wanted = Save_Map_Size(numbers.Result()); });
+  if (step == Step::Done && wanted) accept();  // not wanted: the numbers stay for a change
 }
 
 void Show_frmMapSize(QWidget* parent) { FrmMapSize(parent).exec(); }

@@ -15,17 +15,17 @@ class FrmNotePad : public QWidget {
   ~FrmNotePad() override;
 
   int Slot() const { return slot; }
-  QString Text() const;  // what stands in it now
+  QString Text() const;                 // what stands in it now
   void Show_Text(const QString& text);  // in place of what stands in it; nothing is left to save
-  void Show_Title();     // the file's name, and whether it is saved
-  void Save();           // what cannot be saved is told
-  void Save_As();        // asks for a name
-  void Find();  // asks what to look for
-  void Find_Next();  // from the caret on; a message if there is none
-  // The marked text, by the clipboard.
+  void Show_Title();                    // the file's name, and whether it is saved
+  void Save();                          // what cannot be saved is told
+  void Save_As();                       // asks for a name
+  void Find();                          // asks what to look for
+  void Find_Next();                     // from the caret on; a message if there is none
+  // By the clipboard; nothing happens where nothing is marked.
   void Cut();
-  void Copy();
-  void Paste();
+  void Copy();   // the text stays
+  void Paste();  // in place of what is marked
   // The map is gone: only yes and no are left. False if the text could not be saved; it stays open then.
   bool Close_With_Map();
 

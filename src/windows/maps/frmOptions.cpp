@@ -142,7 +142,7 @@ OptionValues FrmOptions::Read_Values() const {
   return values;
 }
 
-void FrmOptions::Changed() { tag = Read_Values() == Current_Options() ? QString() : QStringLiteral("dirty"); }
+void FrmOptions::Changed() { changed = Read_Values() != Current_Options(); }
 
 void FrmOptions::Place_Toolbar() {
   const ToolbarPlace place = Read_Values().toolbarPlace;
@@ -191,7 +191,7 @@ bool FrmOptions::Apply() {
 }
 
 void FrmOptions::accept() {
-  if (tag == QLatin1String("dirty") &&
+  if (changed &&
       Message_Box(QStringLiteral("Die Optionen wurden verändert;\nMöchten Sie die neuen Einstellungen übernehmen?"),
                   MsgButtons::YesNo, MsgIcon::Question, QStringLiteral("Optionen")) == MsgAnswer::Yes &&
       !Apply())

@@ -23,14 +23,14 @@ OptionValues Current_Options();  // those in force
 // shown anew. Errors of the files.
 void Take_Options(const OptionValues& values);
 
-// The tag is "dirty" while there are changes that were not applied.
+// The options of the program; closing asks about changes that were not applied.
 class FrmOptions : public QDialog {
   Q_OBJECT
 
  public:
   explicit FrmOptions(QWidget* parent = nullptr);
   ~FrmOptions() override;
-  QString Tag() const { return tag; }
+  bool Is_Changed() const { return changed; }  // are there changes that were not applied?
 
  public Q_SLOTS:
   void accept() override;
@@ -50,7 +50,7 @@ class FrmOptions : public QDialog {
 
   std::unique_ptr<Ui::FrmOptions> ui;
   std::array<QRgb, 16> palette;
-  QString tag;
+  bool changed = false;
 };
 
 void Show_frmOptions(QWidget* parent);  // waits until it is closed

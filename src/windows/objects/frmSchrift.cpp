@@ -201,7 +201,6 @@ void FrmSchrift::Show_Characters() {
   }
   const FontChoice choice = Read_Controls();
   characters->Show_Font(choice.font.family, choice.font.charset);
-  characters->setProperty("Tag", QStringLiteral("On"));
   characters->show();
   characters->raise();
   characters->activateWindow();

@@ -186,7 +186,6 @@ void FrmRaster::btnTake_Click() {
     const bool free = shown->design.field == RasterField::Free;
     Take_Back_Preview();
     taken = !free;
-    setProperty("Tag", QStringLiteral("New"));
     ui->lblInfo->setText(free ? QStringLiteral("Planquadrat übernommen.\nSie können es auf der Karte verschieben.")
                               : raster_texts::taken);
   });

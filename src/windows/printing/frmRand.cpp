@@ -38,12 +38,12 @@ FrmRand::FrmRand(QWidget* parent) : QDialog(parent), ui(std::make_unique<Ui::Frm
     connect(side.bar, &QScrollBar::valueChanged, this, [this, &side](int value) {
       if (syncing > 0) return;
       shown.*side.value = largestMargin - value + side.clip;
-      DialogChanged = QStringLiteral("D");
+      changed = true;
       Print_Margin_Text(side);
     });
     connect(side.box, &QLineEdit::textEdited, this, [this, &side](const QString& text) {
       shown.*side.value = static_cast<int>(std::lround(std::clamp(Val_Comma(text), 0.0, double{largestTyped})));
-      DialogChanged = QStringLiteral("D");
+      changed = true;
       const Syncing guard(syncing);
       side.bar->setValue(largestMargin - std::max(0, shown.*side.value - side.clip));
     });
@@ -67,7 +67,7 @@ void FrmRand::Print_Margin_Text(const Side& side) {
 
 bool FrmRand::Take() {
   if (!Take_Sheet_Margins(shown)) return false;
-  DialogChanged.clear();
+  changed = false;
   return true;
 }
 
@@ -76,7 +76,7 @@ void FrmRand::accept() {
 }
 
 void FrmRand::reject() {
-  if (DialogChanged == QLatin1String("D") &&
+  if (changed &&
       Message_Box(print_texts::keepMargins, MsgButtons::YesNo, MsgIcon::Question, print_texts::marginsTitle) ==
           MsgAnswer::Yes &&
       !Take())

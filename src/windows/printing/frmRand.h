@@ -11,14 +11,13 @@ class FrmRand;
 class QLineEdit;
 class QScrollBar;
 
-// The margins of the sheets. DialogChanged is "D" while there are changes that were not taken.
+// The margins of the sheets. Closing asks about changes that were not taken.
 class FrmRand : public QDialog {
   Q_OBJECT
 
  public:
   explicit FrmRand(QWidget* parent = nullptr);
   ~FrmRand() override;
-  QString DialogChanged;
 
  public Q_SLOTS:
   void accept() override;
@@ -39,4 +38,5 @@ class FrmRand : public QDialog {
   SheetMargins shown;
   std::array<Side, 4> sides{};
   int syncing = 0;
+  bool changed = false;  // were margins changed that were not taken?
 };
