@@ -1,6 +1,6 @@
 # The three link borders. A file's folder decides its library, so that no list of files has to be kept.
 
-set(core_folders state store coordinates objects plansquares view hand edit tools import exchange analysis printing maps)
+set(core_folders state store coordinates calibration objects plansquares view hand edit tools import exchange analysis printing maps)
 
 file(GLOB platform_sources CONFIGURE_DEPENDS src/platform/*.cpp src/workbook/*.cpp)
 set(core_sources)

@@ -46,6 +46,11 @@ const QString helpText =
       --toleranz N       Farbtoleranz von 0 bis 100 % (üblich 10).
       --fuellen          füllt den Fleck, statt seinem Rand zu folgen.
       --uebernehmen      nimmt die Fläche in die Tabelle der Karte auf.
+  flurax-batch kalibriere BILD [--zone N] [--datum D]
+      Schreibt die Kalibrierungsdatei eines Bildes, neben dem eine Weltdatei (.tfw .jgw .bpw .pgw .wld) oder ein
+      GeoTIFF liegt. Zone und Datum stehen darin oder in einer .prj-Datei; wo nicht, werden sie genannt.
+      --zone N           UTM-Zone (32) oder, mit dem Datum Potsdam, Gauß-Krüger-Zone (4).
+      --datum D          WGS-84, ETRS89 oder Potsdam.
   flurax-batch --hilfe
       Zeigt diesen Text.
 
@@ -182,6 +187,17 @@ void Parse_Area(QStringList& words, BatchOrder& order) {
   if (!right || !down) throw WrongCall{u"X und Y müssen ganze Zahlen sein: "_s + words[1] + u' ' + words[2]};
 }
 
+void Parse_Calibration(QStringList& words, BatchOrder& order) {
+  if (auto zone = Take_Option(words, u"--zone"_s, u"Hinter --zone fehlt die Nummer der Zone."_s)) {
+    static const QRegularExpression pattern(u"^([0-9]{1,2})[A-Za-z]?$"_s);
+    const auto match = pattern.match(*zone);
+    order.zone = match.captured(1).toInt();
+    if (order.zone < 1 || order.zone > 60)
+      throw WrongCall{u"Hinter --zone wird eine Zone von 1 bis 60 erwartet: "_s + *zone};
+  }
+  order.datum = Take_Option(words, u"--datum"_s, u"Hinter --datum fehlt der Name."_s).value_or(QString());
+}
+
 const std::vector<BatchCommand>& Batch_Commands() {
   static const QString mapAndTarget = u"Es werden genau eine Karte und eine Zieldatei erwartet."_s;
   static const std::vector<BatchCommand> commands = {
@@ -194,6 +210,7 @@ const std::vector<BatchCommand>& Batch_Commands() {
        BatchWork::TakeExchange},
       {u"flaeche"_s, 3, u"Es werden genau eine Karte und eine Stelle erwartet: X und Y."_s, Parse_Area,
        BatchWork::Area},
+      {u"kalibriere"_s, 1, u"Es wird genau ein Bild erwartet."_s, Parse_Calibration, BatchWork::Calibrate},
   };
   return commands;
 }

@@ -8,7 +8,7 @@
 
 // What flurax-batch is told to do, from the words of its call.
 
-enum class BatchWork { Picture, Print, Csv, Results, WriteExchange, TakeExchange, Area };
+enum class BatchWork { Picture, Print, Csv, Results, WriteExchange, TakeExchange, Area, Calibrate };
 
 struct BatchOrder {
   BatchWork work = BatchWork::Picture;
@@ -20,6 +20,8 @@ struct BatchOrder {
   bool fill = false;
   QString matrix;
   int neighbours = 0;
+  int zone = 0;   // kalibriere; 0 where none is named
+  QString datum;  // the same, empty
   double zoom = 1;
   std::optional<double> factor;
   QString format = QStringLiteral("A4");

@@ -3,7 +3,7 @@
 
 #include "batch_order.h"
 
-// The works of flurax-batch on the open map.
+// The works of flurax-batch on the open map, and of kalibriere, which needs none.
 
 enum ExitStatus { done = 0, failed = 1, wrongCall = 2 };
 

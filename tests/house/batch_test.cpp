@@ -183,6 +183,8 @@ TEST_F(BatchTest, FaultsHaveAStatusAndGermanWords) {
       {{u"flaeche"_s, map, u"10"_s, u"10"_s, u"--toleranz"_s, u"101"_s}, 2, u"zwischen 0 und 100"_s},
       {{u"flaeche"_s, map, u"10"_s, u"10"_s}, 1, u"Fensterrand"_s},
       {{u"flaeche"_s, map, u"10"_s, u"-10"_s, u"--fuellen"_s}, 1, u"neben die Karte"_s},
+      {{u"kalibriere"_s, map}, 1, u"weder eine Weltdatei noch"_s},
+      {{u"kalibriere"_s, map, u"--zone"_s, u"61"_s}, 2, u"von 1 bis 60"_s},
       {{u"tkr"_s, map, home + u"/aus.tkr"_s}, 1, u"leer"_s},
       {{u"bild"_s, home + u"/fehlt.bmp"_s, target}, 1, u"fehlt.bmp"_s},
       {{u"bild"_s, noPicture, target}, 1, u"Text.bmp"_s},
@@ -342,4 +344,20 @@ TEST_F(BatchTest, WritesTheEvaluationsBesideTheUsersOwnSheets) {
   EXPECT_EQ(locked.status, 1);
   EXPECT_TRUE(locked.err.contains(u"Erna"_s)) << locked.err;
   EXPECT_EQ(Read_Bytes(xls), bytes);
+}
+
+TEST_F(BatchTest, CalibratesByAWorldFile) {
+  // 2.5 m a pixel from R 650000, H 5512000 downward.
+  Put(u"Größe 2.5 ä/Karte.bpw"_s, "2.5\n0\n0\n-2.5\n650000\n5512000\n");
+  EXPECT_TRUE(Batch({u"kalibriere"_s, map}).err.contains(u"Es fehlt das Datum"_s));
+  EXPECT_FALSE(QFile::exists(home + u"/Karte.cal"_s));
+  const Outcome outcome = Batch({u"kalibriere"_s, map, u"--zone"_s, u"32U"_s, u"--datum"_s, u"ETRS89"_s});
+  EXPECT_EQ(outcome.status, 0) << outcome.err;
+  EXPECT_EQ(outcome.out.trimmed(), home + u"/Karte.cal"_s);
+  // The other commands know the coordinates now.
+  auto table = New_Table_File();
+  Append_Row(*table, redBox);
+  table->Close();
+  EXPECT_EQ(Batch({u"csv"_s, map}).status, 0);
+  EXPECT_TRUE(Read_Lines(home + u"/KARTE.csv"_s).join(u' ').contains(u"650"_s));
 }
