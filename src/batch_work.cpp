@@ -4,6 +4,7 @@
 #include <cstdio>
 
 #include "analysis/all_results.h"
+#include "batch_sheet.h"
 #include "exchange/csv_export.h"
 #include "exchange/exchange_table.h"
 #include "objects/draw_context.h"
@@ -117,8 +118,6 @@ ExitStatus Find_Area(const BatchOrder& order) {
 
 }  // namespace
 
-void Tell(const QString& text) { std::fprintf(stderr, "%s\n", qUtf8Printable(text)); }
-
 ExitStatus Do_Batch_Work(const BatchOrder& order) {
   switch (order.work) {
     case BatchWork::Print:
@@ -133,6 +132,10 @@ ExitStatus Do_Batch_Work(const BatchOrder& order) {
       return Take_Exchange(order);
     case BatchWork::Area:
       return Find_Area(order);
+    case BatchWork::WriteTable:
+      return Write_Table_Sheet(order);
+    case BatchWork::TakeTable:
+      return Take_Table_Sheet(order);
     case BatchWork::Picture:
       break;
   }
