@@ -5,6 +5,7 @@
 
 #include "analysis/all_results.h"
 #include "calibration/world_file.h"
+#include "batch_sheet.h"
 #include "exchange/csv_export.h"
 #include "exchange/exchange_table.h"
 #include "objects/draw_context.h"
@@ -132,8 +133,6 @@ ExitStatus Calibrate(const BatchOrder& order) {
 
 }  // namespace
 
-void Tell(const QString& text) { std::fprintf(stderr, "%s\n", qUtf8Printable(text)); }
-
 ExitStatus Do_Batch_Work(const BatchOrder& order) {
   switch (order.work) {
     case BatchWork::Print:
@@ -150,6 +149,10 @@ ExitStatus Do_Batch_Work(const BatchOrder& order) {
       return Find_Area(order);
     case BatchWork::Calibrate:
       return Calibrate(order);
+    case BatchWork::WriteTable:
+      return Write_Table_Sheet(order);
+    case BatchWork::TakeTable:
+      return Take_Table_Sheet(order);
     case BatchWork::Picture:
       break;
   }

@@ -178,6 +178,10 @@ TEST_F(BatchTest, FaultsHaveAStatusAndGermanWords) {
       {{u"statistik"_s, map, home + u"/gibt/es/nicht/aus.xls"_s}, 1, u"aus.xls"_s},
       {{u"tkr"_s, map, target}, 2, u".tkr"_s},
       {{u"tkr-ein"_s, map}, 2, u"genau eine Karte und eine Datei"_s},
+      {{u"tabelle-aus"_s, map, target}, 2, u".xls"_s},
+      {{u"tabelle-ein"_s, map, xls, u"--spalten"_s}, 2, u"fehlen die Spalten"_s},
+      {{u"tabelle-ein"_s, map, xls, u"--nur-zeigen"_s}, 1, u"nicht gefunden"_s},
+      {{u"tabelle-ein"_s, map, map, u"--nur-zeigen"_s}, 1, u"keine Arbeitsmappe"_s},
       {{u"flaeche"_s, map, u"10"_s}, 2, u"eine Stelle"_s},
       {{u"flaeche"_s, map, u"10"_s, u"oben"_s}, 2, u"ganze Zahlen"_s},
       {{u"flaeche"_s, map, u"10"_s, u"10"_s, u"--toleranz"_s, u"101"_s}, 2, u"zwischen 0 und 100"_s},
@@ -296,6 +300,38 @@ TEST_F(BatchTest, FindsAreasAndCarriesEntriesToAnotherMap) {
   EXPECT_EQ(Rows_Of(*database).back().ID, u"Flaeche0"_s);
   EXPECT_EQ(database->RowCount(u"Flaeche0"_s), 4);
   EXPECT_TRUE(Find_Files(home, u"*.map"_s).isEmpty() && Find_Files(home, u"*.ldb"_s).isEmpty());
+}
+
+TEST_F(BatchTest, CarriesTheTableToASheetAndBack) {
+  Append_Row(*New_Table_File(), redBox);
+  const auto before = Snapshot(home);
+  const QString xls = Path(u"Tabelle 1.xls"_s);
+  const QStringList show{u"tabelle-ein"_s, map, xls, u"--nur-zeigen"_s};
+  ASSERT_EQ(Batch({u"tabelle-aus"_s, map, xls}).status, 0);
+  EXPECT_EQ(Batch(show).out, u"Keine Änderung.\n"_s);
+  Workbook book(xls);
+  Sheet sheet = book.Read(u"MapData"_s);
+  sheet.name = u"Neu"_s;
+  sheet.Put(1, 9, u"Ost"_s);
+  sheet.Put(2, 9, 150.0);
+  sheet.Put(2, 6, 99.0);
+  book.Put(sheet);
+  book.Save();
+  const QStringList fromNew = show + QStringList{u"--blatt"_s, u"Neu"_s};
+  const QStringList renamed = fromNew + QStringList{u"--spalten"_s, u"VG,Xmap=Ost"_s};
+  EXPECT_TRUE(Batch(fromNew + QStringList{u"--spalten"_s, u"Xmap"_s}).err.contains(u"fehlt die Spalte \"Xmap\""_s));
+  EXPECT_EQ(Batch(fromNew + QStringList{u"--schluessel"_s, u"Finder"_s}).status, 2);
+  Outcome outcome = Batch(renamed);
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.out, u"Nr. 1, Zeile 2, Xmap: \"100\" -> \"150\"\n1 Änderung in 1 Zeile, 1 abgelehnt.\n"_s);
+  EXPECT_EQ(outcome.err, u"Zeile 2, VG: \"99\": Die Farbe kann nur Werte zwischen 0-15 annehmen.\n"_s);
+  EXPECT_TRUE(Snapshot(home) == before);
+  QStringList take = renamed;
+  take.removeAll(u"--nur-zeigen"_s);
+  EXPECT_TRUE(Batch(take).out.contains(u"Übernommen: 1 Werte in 1 Zeilen"_s));
+  EntryRow moved = redBox;
+  moved.Xmap = 150;
+  EXPECT_EQ(Rows_Of(*Workspace::OpenDatabase(home + u"/KARTE.MDB"_s)).back(), moved);
 }
 
 TEST_F(BatchTest, WritesTheEvaluationsBesideTheUsersOwnSheets) {
