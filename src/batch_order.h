@@ -8,15 +8,18 @@
 
 // What flurax-batch is told to do, from the words of its call.
 
-enum class BatchWork { Picture, Print, Csv, Results, WriteExchange, TakeExchange, Area };
+enum class BatchWork { Picture, Print, Csv, Results, WriteExchange, TakeExchange, Area, TakeTable };
 
 struct BatchOrder {
   BatchWork work = BatchWork::Picture;
   QString map, target;  // full paths
   bool changesTable = false;
   bool wholeFile = false;  // tkr-ein
-  QPoint at;               // flaeche, map pixels
-  int tolerance = 10;      // percent
+  // tabelle
+  QStringList filter;  // "Spalte= Wert"
+  bool exclude = false, existingToo = false, pixels = false;
+  QPoint at;           // flaeche, map pixels
+  int tolerance = 10;  // percent
   bool fill = false;
   QString matrix;
   int neighbours = 0;
