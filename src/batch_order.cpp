@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "import/column_values.h"
 #include "platform/files.h"
 #include "platform/text.h"
 #include "printing/print_map.h"
@@ -41,6 +42,13 @@ const QString helpText =
   flurax-batch tkr-ein KARTE.bmp DATEI.tkr [--alles]
       Liest die Punkte einer solchen Datei in die Tabelle der Karte ein.
       --alles    auch Linien, Flächen und Figuren.
+  flurax-batch tabelle KARTE.bmp DATEI.mdb [--filter "Spalte= Wert"]... [--ohne] [--auch-vorhandene] [--pixel]
+      Nimmt die Einträge einer anderen Tabelle in die Tabelle der Karte auf und gibt aus, wie viele es waren.
+      --filter "Eintrag= Biber*"   nur die Einträge, für die alle Bedingungen gelten; * steht für beliebige Zeichen.
+      --ohne             alle übrigen.
+      --auch-vorhandene  auch was mit gleichem Text an derselben Stelle schon da ist.
+      --pixel            auf dieselben Pixel, statt über die Koordinaten der beiden Karten.
+      Abgelehnte Einträge stehen mit dem Grund in der Datei KARTE_Import.txt neben der Karte.
   flurax-batch flaeche KARTE.bmp X Y [--toleranz N] [--fuellen] [--uebernehmen]
       Sucht den Rand des farbigen Flecks an dieser Stelle der Karte (Pixel) und gibt ihn aus, je Zeile "x y".
       --toleranz N       Farbtoleranz von 0 bis 100 % (üblich 10).
@@ -64,7 +72,7 @@ const QString helpText =
   flurax-batch --hilfe
       Zeigt diesen Text.
 
-Nur tkr-ein, tabelle-ein und --uebernehmen ändern die Tabelle der Karte. Meldungen gehen auf die Standardfehlerausgabe.
+Nur tkr-ein, tabelle, tabelle-ein und --uebernehmen ändern die Tabelle der Karte. Meldungen gehen auf die Standardfehlerausgabe.
 Rückgabewert: 0 gezeichnet, gedruckt oder geschrieben, 1 Fehler, 2 falscher Aufruf.
 )"_s;
 
@@ -202,6 +210,20 @@ void Parse_Taking(QStringList& words, BatchOrder& order) {
   order.target = Full_Path(words.value(1));
 }
 
+void Parse_Table(QStringList& words, BatchOrder& order) {
+  const QString wanted = u"Hinter --filter wird \"Spalte= Wert\" erwartet"_s;
+  while (const auto line = Take_Option(words, u"--filter"_s, wanted + u'.')) {
+    if (!ColumnValue::Parse(*line).Is_Set() || ColumnValue::Parse(*line).column.isEmpty())
+      throw WrongCall{wanted + u": "_s + *line};
+    order.filter << *line;
+  }
+  order.exclude = Take_Switch(words, u"--ohne"_s);
+  order.existingToo = Take_Switch(words, u"--auch-vorhandene"_s);
+  order.pixels = Take_Switch(words, u"--pixel"_s);
+  order.changesTable = true;
+  order.target = Full_Path(words.value(1));
+}
+
 void Parse_Area(QStringList& words, BatchOrder& order) {
   order.fill = Take_Switch(words, u"--fuellen"_s);
   order.changesTable = Take_Switch(words, u"--uebernehmen"_s);
@@ -235,12 +257,13 @@ const std::vector<BatchCommand>& Batch_Commands() {
       {u"tkr"_s, 2, mapAndTarget, Parse_Exchange, BatchWork::WriteExchange},
       {u"tkr-ein"_s, 2, u"Es werden genau eine Karte und eine Datei erwartet."_s, Parse_Taking,
        BatchWork::TakeExchange},
+      {u"tabelle"_s, 2, u"Es werden genau eine Karte und eine Tabelle erwartet."_s, Parse_Table, BatchWork::TakeTable},
       {u"flaeche"_s, 3, u"Es werden genau eine Karte und eine Stelle erwartet: X und Y."_s, Parse_Area,
        BatchWork::Area},
       {u"kalibriere"_s, 1, u"Es wird genau ein Bild erwartet."_s, Parse_Calibration, BatchWork::Calibrate},
-      {u"tabelle-aus"_s, 2, mapAndTarget, Parse_Workbook, BatchWork::WriteTable},
+      {u"tabelle-aus"_s, 2, mapAndTarget, Parse_Workbook, BatchWork::WriteSheet},
       {u"tabelle-ein"_s, 2, u"Es werden genau eine Karte und eine Arbeitsmappe erwartet."_s, Parse_Table_Taking,
-       BatchWork::TakeTable},
+       BatchWork::TakeSheet},
   };
   return commands;
 }

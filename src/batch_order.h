@@ -17,8 +17,9 @@ enum class BatchWork {
   TakeExchange,
   Area,
   Calibrate,
-  WriteTable,
-  TakeTable
+  WriteSheet,
+  TakeSheet,
+  TakeTable,
 };
 
 struct BatchOrder {
@@ -26,8 +27,11 @@ struct BatchOrder {
   QString map, target;  // full paths
   bool changesTable = false;
   bool wholeFile = false;  // tkr-ein
-  QPoint at;               // flaeche, map pixels
-  int tolerance = 10;      // percent
+  // tabelle
+  QStringList filter;  // "Spalte= Wert"
+  bool exclude = false, existingToo = false, pixels = false;
+  QPoint at;           // flaeche, map pixels
+  int tolerance = 10;  // percent
   bool fill = false;
   QString matrix;
   QString sheet, key;     // tabelle-ein; "" = the usual ones
