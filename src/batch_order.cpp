@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "import/column_values.h"
 #include "platform/files.h"
 #include "platform/text.h"
 #include "printing/print_map.h"
@@ -41,6 +42,13 @@ const QString helpText =
   flurax-batch tkr-ein KARTE.bmp DATEI.tkr [--alles]
       Liest die Punkte einer solchen Datei in die Tabelle der Karte ein.
       --alles    auch Linien, Flächen und Figuren.
+  flurax-batch tabelle KARTE.bmp DATEI.mdb [--filter "Spalte= Wert"]... [--ohne] [--auch-vorhandene] [--pixel]
+      Nimmt die Einträge einer anderen Tabelle in die Tabelle der Karte auf und gibt aus, wie viele es waren.
+      --filter "Eintrag= Biber*"   nur die Einträge, für die alle Bedingungen gelten; * steht für beliebige Zeichen.
+      --ohne             alle übrigen.
+      --auch-vorhandene  auch was mit gleichem Text an derselben Stelle schon da ist.
+      --pixel            auf dieselben Pixel, statt über die Koordinaten der beiden Karten.
+      Abgelehnte Einträge stehen mit dem Grund in der Datei KARTE_Import.txt neben der Karte.
   flurax-batch flaeche KARTE.bmp X Y [--toleranz N] [--fuellen] [--uebernehmen]
       Sucht den Rand des farbigen Flecks an dieser Stelle der Karte (Pixel) und gibt ihn aus, je Zeile "x y".
       --toleranz N       Farbtoleranz von 0 bis 100 % (üblich 10).
@@ -51,10 +59,20 @@ const QString helpText =
       GeoTIFF liegt. Zone und Datum stehen darin oder in einer .prj-Datei; wo nicht, werden sie genannt.
       --zone N           UTM-Zone (32) oder, mit dem Datum Potsdam, Gauß-Krüger-Zone (4).
       --datum D          WGS-84, ETRS89 oder Potsdam.
+  flurax-batch tabelle-aus KARTE.bmp AUS.xls
+      Schreibt die Tabelle der Einträge in das Blatt "MapData" der Arbeitsmappe AUS.xls, je Eintrag eine Zeile.
+  flurax-batch tabelle-ein KARTE.bmp EIN.xls [--blatt NAME] [--schluessel SPALTE] [--spalten A,B=C] [--nur-zeigen]
+      [--neue]
+      Vergleicht ein Blatt der Arbeitsmappe mit der Tabelle der Karte, zeigt die Unterschiede und übernimmt sie.
+      --blatt NAME         das Blatt; üblich ist "MapData", sonst das erste.
+      --schluessel SPALTE  woran eine Zeile erkannt wird: Nr (üblich), ID oder Eintrag.
+      --spalten A,B=C      nur diese Spalten; B=C: die Spalte B der Karte aus der Spalte C des Blattes.
+      --nur-zeigen         zeigt die Unterschiede nur.
+      --neue               fügt Zeilen, die nur im Blatt stehen, als Texteinträge an.
   flurax-batch --hilfe
       Zeigt diesen Text.
 
-Nur tkr-ein und --uebernehmen ändern die Tabelle der Karte. Meldungen gehen auf die Standardfehlerausgabe.
+Nur tkr-ein, tabelle, tabelle-ein und --uebernehmen ändern die Tabelle der Karte. Meldungen gehen auf die Standardfehlerausgabe.
 Rückgabewert: 0 gezeichnet, gedruckt oder geschrieben, 1 Fehler, 2 falscher Aufruf.
 )"_s;
 
@@ -158,10 +176,27 @@ void Parse_Print(QStringList& words, BatchOrder& order) {
   if (words.size() > 1) Take_Target(words, order, {u"pdf"_s}, u"Die Druckdatei muss auf .pdf enden: "_s);
 }
 
-void Parse_Results(QStringList& words, BatchOrder& order) {
-  Parse_Result_Options(words, order);
+void Parse_Workbook(QStringList& words, BatchOrder& order) {
   if (words.size() > 1)
     Take_Target(words, order, {u"xls"_s, u"xlsx"_s}, u"Die Arbeitsmappe muss auf .xls oder .xlsx enden: "_s);
+}
+
+void Parse_Results(QStringList& words, BatchOrder& order) {
+  Parse_Result_Options(words, order);
+  Parse_Workbook(words, order);
+}
+
+void Parse_Table_Taking(QStringList& words, BatchOrder& order) {
+  order.sheet = Take_Option(words, u"--blatt"_s, u"Hinter --blatt fehlt der Name."_s).value_or(QString());
+  order.key = Take_Option(words, u"--schluessel"_s, u"Hinter --schluessel fehlt die Spalte."_s).value_or(QString());
+  const QString missing = u"Hinter --spalten fehlen die Spalten."_s;
+  const auto columns = Take_Option(words, u"--spalten"_s, missing);
+  if (columns) order.columns = columns->split(u',', Qt::SkipEmptyParts);
+  if (columns && order.columns.isEmpty()) throw WrongCall{missing};
+  order.newRows = Take_Switch(words, u"--neue"_s);
+  order.showOnly = Take_Switch(words, u"--nur-zeigen"_s);
+  order.changesTable = !order.showOnly;
+  order.target = Full_Path(words.value(1));
 }
 
 void Parse_Exchange(QStringList& words, BatchOrder& order) {
@@ -172,6 +207,20 @@ void Parse_Exchange(QStringList& words, BatchOrder& order) {
 void Parse_Taking(QStringList& words, BatchOrder& order) {
   order.changesTable = true;
   order.wholeFile = Take_Switch(words, u"--alles"_s);
+  order.target = Full_Path(words.value(1));
+}
+
+void Parse_Table(QStringList& words, BatchOrder& order) {
+  const QString wanted = u"Hinter --filter wird \"Spalte= Wert\" erwartet"_s;
+  while (const auto line = Take_Option(words, u"--filter"_s, wanted + u'.')) {
+    if (!ColumnValue::Parse(*line).Is_Set() || ColumnValue::Parse(*line).column.isEmpty())
+      throw WrongCall{wanted + u": "_s + *line};
+    order.filter << *line;
+  }
+  order.exclude = Take_Switch(words, u"--ohne"_s);
+  order.existingToo = Take_Switch(words, u"--auch-vorhandene"_s);
+  order.pixels = Take_Switch(words, u"--pixel"_s);
+  order.changesTable = true;
   order.target = Full_Path(words.value(1));
 }
 
@@ -208,9 +257,13 @@ const std::vector<BatchCommand>& Batch_Commands() {
       {u"tkr"_s, 2, mapAndTarget, Parse_Exchange, BatchWork::WriteExchange},
       {u"tkr-ein"_s, 2, u"Es werden genau eine Karte und eine Datei erwartet."_s, Parse_Taking,
        BatchWork::TakeExchange},
+      {u"tabelle"_s, 2, u"Es werden genau eine Karte und eine Tabelle erwartet."_s, Parse_Table, BatchWork::TakeTable},
       {u"flaeche"_s, 3, u"Es werden genau eine Karte und eine Stelle erwartet: X und Y."_s, Parse_Area,
        BatchWork::Area},
       {u"kalibriere"_s, 1, u"Es wird genau ein Bild erwartet."_s, Parse_Calibration, BatchWork::Calibrate},
+      {u"tabelle-aus"_s, 2, mapAndTarget, Parse_Workbook, BatchWork::WriteSheet},
+      {u"tabelle-ein"_s, 2, u"Es werden genau eine Karte und eine Arbeitsmappe erwartet."_s, Parse_Table_Taking,
+       BatchWork::TakeSheet},
   };
   return commands;
 }

@@ -178,6 +178,12 @@ TEST_F(BatchTest, FaultsHaveAStatusAndGermanWords) {
       {{u"statistik"_s, map, home + u"/gibt/es/nicht/aus.xls"_s}, 1, u"aus.xls"_s},
       {{u"tkr"_s, map, target}, 2, u".tkr"_s},
       {{u"tkr-ein"_s, map}, 2, u"genau eine Karte und eine Datei"_s},
+      {{u"tabelle-aus"_s, map, target}, 2, u".xls"_s},
+      {{u"tabelle-ein"_s, map, xls, u"--spalten"_s}, 2, u"fehlen die Spalten"_s},
+      {{u"tabelle-ein"_s, map, xls, u"--nur-zeigen"_s}, 1, u"nicht gefunden"_s},
+      {{u"tabelle-ein"_s, map, map, u"--nur-zeigen"_s}, 1, u"keine Arbeitsmappe"_s},
+      {{u"tabelle"_s, map}, 2, u"genau eine Karte und eine Tabelle"_s},
+      {{u"tabelle"_s, map, xls, u"--filter"_s, u"Eintrag"_s}, 2, u"Spalte= Wert"_s},
       {{u"flaeche"_s, map, u"10"_s}, 2, u"eine Stelle"_s},
       {{u"flaeche"_s, map, u"10"_s, u"oben"_s}, 2, u"ganze Zahlen"_s},
       {{u"flaeche"_s, map, u"10"_s, u"10"_s, u"--toleranz"_s, u"101"_s}, 2, u"zwischen 0 und 100"_s},
@@ -296,6 +302,73 @@ TEST_F(BatchTest, FindsAreasAndCarriesEntriesToAnotherMap) {
   EXPECT_EQ(Rows_Of(*database).back().ID, u"Flaeche0"_s);
   EXPECT_EQ(database->RowCount(u"Flaeche0"_s), 4);
   EXPECT_TRUE(Find_Files(home, u"*.map"_s).isEmpty() && Find_Files(home, u"*.ldb"_s).isEmpty());
+}
+
+TEST_F(BatchTest, CarriesTheTableToASheetAndBack) {
+  Append_Row(*New_Table_File(), redBox);
+  const auto before = Snapshot(home);
+  const QString xls = Path(u"Tabelle 1.xls"_s);
+  const QStringList show{u"tabelle-ein"_s, map, xls, u"--nur-zeigen"_s};
+  ASSERT_EQ(Batch({u"tabelle-aus"_s, map, xls}).status, 0);
+  EXPECT_EQ(Batch(show).out, u"Keine Änderung.\n"_s);
+  Workbook book(xls);
+  Sheet sheet = book.Read(u"MapData"_s);
+  sheet.name = u"Neu"_s;
+  sheet.Put(1, 9, u"Ost"_s);
+  sheet.Put(2, 9, 150.0);
+  sheet.Put(2, 6, 99.0);
+  book.Put(sheet);
+  book.Save();
+  const QStringList fromNew = show + QStringList{u"--blatt"_s, u"Neu"_s};
+  const QStringList renamed = fromNew + QStringList{u"--spalten"_s, u"VG,Xmap=Ost"_s};
+  EXPECT_TRUE(Batch(fromNew + QStringList{u"--spalten"_s, u"Xmap"_s}).err.contains(u"fehlt die Spalte \"Xmap\""_s));
+  EXPECT_EQ(Batch(fromNew + QStringList{u"--schluessel"_s, u"Finder"_s}).status, 2);
+  Outcome outcome = Batch(renamed);
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.out, u"Nr. 1, Zeile 2, Xmap: \"100\" -> \"150\"\n1 Änderung in 1 Zeile, 1 abgelehnt.\n"_s);
+  EXPECT_EQ(outcome.err, u"Zeile 2, VG: \"99\": Die Farbe kann nur Werte zwischen 0-15 annehmen.\n"_s);
+  EXPECT_TRUE(Snapshot(home) == before);
+  QStringList take = renamed;
+  take.removeAll(u"--nur-zeigen"_s);
+  EXPECT_TRUE(Batch(take).out.contains(u"Übernommen: 1 Werte in 1 Zeilen"_s));
+  EntryRow moved = redBox;
+  moved.Xmap = 150;
+  EXPECT_EQ(Rows_Of(*Workspace::OpenDatabase(home + u"/KARTE.MDB"_s)).back(), moved);
+}
+
+TEST_F(BatchTest, TakesEntriesOfAnotherTable) {
+  New_Table_File()->Close();
+  const QString file = Path(u"Quelle.MDB"_s);
+  {
+    const auto source = Make_Table_File(file, u"Fremd.bmp"_s);
+    for (const char* name : {"Biber 1", "Biber 2", "Igel"})
+      Append_Row(*source, {"Text", QLatin1String(name), "Arial", 10, 4, 0, 0, 40, 50, 0, 0, 0});
+    Append_Row(*source, {"Linie7", u"Biberbach"_s, "Arial", 10, 4, 0, 0, 40, 50, 1, 1, 4});
+  }
+  const auto before = Read_Bytes(file);
+  const QStringList words{u"tabelle"_s, map, file, u"--filter"_s, u"Eintrag= Biber*"_s, u"--filter"_s, u"VG= 4"_s};
+  const Outcome first = Batch(words);
+  EXPECT_EQ(first.status, 0) << first.err;
+  EXPECT_TRUE(first.out.contains(u"2 Einträge wurden importiert."_s)) << first.out;
+  EXPECT_TRUE(first.out.contains(u"1 Einträge wurden abgelehnt"_s)) << first.out;
+  EXPECT_TRUE(Read_Lines(home + u"/KARTE_Import.txt"_s).join(u' ').contains(u"Zeile 4: Biberbach"_s));
+  EXPECT_TRUE(Batch(words).out.contains(u"2 Einträge waren schon vorhanden."_s));
+  EXPECT_TRUE(Batch(words + QStringList{u"--ohne"_s}).out.contains(u"1 Einträge wurden importiert."_s));
+  EXPECT_TRUE(Batch(words + QStringList{u"--auch-vorhandene"_s}).out.contains(u"2 Einträge wurden importiert."_s));
+  EXPECT_EQ(Workspace::OpenDatabase(home + u"/KARTE.MDB"_s)->RowCount(u"MapData"_s), 6);
+  EXPECT_EQ(Read_Bytes(file), before);
+  // A map with a net, and nothing known of the other's.
+  Write_Lines(home + u"/Karte.cal"_s,
+              {u"Grid UTM Zone: 32U D: WGS-84 R: 654000 H: 5511000"_s, u"Gwidth = 100"_s, u"Inclin = 0.0000001"_s,
+               u"Xmap = 100"_s, u"Ymap = 200"_s, u"Xline = 100"_s, u"Yline = 100"_s});
+  const Outcome unknown = Batch(words);
+  EXPECT_EQ(unknown.status, 1);
+  EXPECT_TRUE(unknown.err.contains(u"--pixel"_s)) << unknown.err;
+  EXPECT_EQ(Batch(words + QStringList{u"--pixel"_s}).status, 0);
+  const Outcome none = Batch({u"tabelle"_s, map, map});
+  EXPECT_EQ(none.status, 1);
+  EXPECT_TRUE(none.err.contains(u"Karte.bmp"_s)) << none.err;
+  EXPECT_TRUE(Find_Files(home, u"Import*"_s).isEmpty());
 }
 
 TEST_F(BatchTest, WritesTheEvaluationsBesideTheUsersOwnSheets) {
