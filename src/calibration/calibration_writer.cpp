@@ -54,7 +54,7 @@ std::complex<double> Complex_Of(QPointF place) { return {place.x(), place.y()}; 
 // The best one is taken, of two nearly as good the nearer.
 Reference Best_Reference(const Similarity& net, double spacing, QSize map) {
   constexpr int reach = 60;          // lines round the middle of the map; readers walk a hundred
-  constexpr double perLine = 0.001;  // pixels that a nearer crossing may miss more
+  constexpr double perLine = 0.002;  // pixels that a nearer crossing may miss more
   constexpr double zone = 1e6;       // in front of the Rechtswert stands the number of the zone
   const QPointF centre(map.width() / 2.0, map.height() / 2.0), middle = net.Place_Of(centre);
   const std::complex<double> truth(net.a, net.b);

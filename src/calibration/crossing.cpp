@@ -93,39 +93,45 @@ Stroke Refined(const Patch& patch, Stroke stroke) {
   return stroke;
 }
 
-std::optional<Stroke> Darkest_Stroke(const Patch& patch, bool down, int reach) {
-  constexpr double leastContrast = 24, farthestTurn = 12;
-  Stroke best;
-  double most = 0;
-  for (double turn = -farthestTurn; turn <= farthestTurn; turn += 1) {
-    const double slope = std::tan(turn * std::numbers::pi / 180);
-    for (double offset = -reach; offset <= reach; offset += 0.5) {
-      const Stroke stroke{down, offset, slope};
-      // Of equals the nearer.
-      const double score = Contrast(patch, stroke) - 0.2 * std::fabs(offset);
-      if (score > most) {
-        most = score;
-        best = stroke;
-      }
-    }
+struct Candidate {
+  Stroke stroke;
+  double score = 0;
+};
+Candidate Darkest_Stroke(const Patch& patch, bool down, double slope, int reach) {
+  Candidate best;
+  for (double offset = -reach; offset <= reach; offset += 0.5) {
+    const Stroke stroke{down, offset, slope};
+    // Of equals the nearer.
+    const double score = Contrast(patch, stroke) - 0.2 * std::fabs(offset);
+    if (score > best.score) best = {stroke, score};
   }
-  if (most < leastContrast) return std::nullopt;
-  return Refined(patch, best);
+  return best;
 }
 
 }  // namespace
 
 std::optional<QPointF> Find_Crossing(const QImage& picture, QPointF near, int reach) {
   constexpr int beyond = 10;  // pixels of the lines that are looked at beyond the reach
+  constexpr double leastContrast = 24, farthestTurn = 12;
   if (picture.isNull() || reach < 1) return std::nullopt;
   const QPoint middle = near.toPoint();
   const Patch patch(picture, middle, reach + beyond);
-  const auto down = Darkest_Stroke(patch, true, reach), across = Darkest_Stroke(patch, false, reach);
-  if (!down || !across) return std::nullopt;
-  // x = a + b y, y = c + d x
-  const double divisor = 1 - down->slope * across->slope;
-  const QPointF found((down->offset + down->slope * across->offset) / divisor,
-                      (across->offset + across->slope * down->offset) / divisor);
+  // The lines of a net cross at right angles: so an edge of something else is not taken for one of them.
+  Candidate down, across;
+  for (double turn = -farthestTurn; turn <= farthestTurn; turn += 1) {
+    const double slope = std::tan(turn * std::numbers::pi / 180);
+    const Candidate one = Darkest_Stroke(patch, true, -slope, reach);
+    if (one.score < leastContrast || one.score <= std::min(down.score, across.score)) continue;
+    const Candidate other = Darkest_Stroke(patch, false, slope, reach);
+    if (std::min(one.score, other.score) <= std::max(leastContrast, std::min(down.score, across.score))) continue;
+    down = one;
+    across = other;
+  }
+  if (down.score == 0) return std::nullopt;
+  const Stroke a = Refined(patch, down.stroke), b = Refined(patch, across.stroke);
+  // x = a.offset + a.slope * y, y = b.offset + b.slope * x
+  const double divisor = 1 - a.slope * b.slope;
+  const QPointF found((a.offset + a.slope * b.offset) / divisor, (b.offset + b.slope * a.offset) / divisor);
   const QPointF off = found + QPointF(middle) - near;
   if (std::hypot(off.x(), off.y()) > reach) return std::nullopt;
   return found + QPointF(middle);

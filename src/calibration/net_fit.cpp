@@ -32,6 +32,8 @@ size_t Count_Used(const ControlPoints& points) {
   Raise(badPoints, QStringLiteral("Die Punkte liegen auf einer Linie. Setzen Sie einen weiteren abseits davon."));
 }
 
+constexpr double flattest = 0.02;  // of points that are no line
+
 // Breadth of a cloud of points across its longest direction, as a part of its length.
 double Flatness(const ControlPoints& points, QPointF ControlPoint::*side) {
   Complex middle, moment;
@@ -49,8 +51,8 @@ double Flatness(const ControlPoints& points, QPointF ControlPoint::*side) {
   return along > 0 ? std::sqrt(across / along) : 0;
 }
 
-void Check_Points(const ControlPoints& points, NetKind kind) {
-  constexpr double flattest = 0.02, sameSpot = 1, sameMetres = 0.01;
+void Check_Distinct(const ControlPoints& points, NetKind kind) {
+  constexpr double sameSpot = 1, sameMetres = 0.01;
   if (Count_Used(points) < leastPoints) Raise(badPoints, QStringLiteral("Es werden mindestens drei Punkte gebraucht."));
   std::vector<size_t> order;
   for (size_t i = 0; i < points.size(); ++i)
@@ -69,8 +71,6 @@ void Check_Points(const ControlPoints& points, NetKind kind) {
       if (std::hypot(between.x(), between.y()) < sameSpot)
         Raise(badPoints, both + QStringLiteral("liegen auf derselben Stelle der Karte."));
     }
-  if (Flatness(points, &ControlPoint::pixel) < flattest || Flatness(points, &ControlPoint::place) < flattest)
-    Raise_On_One_Line();
 }
 
 // Fits --------------------------------------------------------------------------------------------------------------
@@ -197,12 +197,53 @@ void Mark_Outliers(NetFit& fit, const ControlPoints& points, NetShape shape) {
     if (worst == left.size() || now.points[worst].alone < leastPixels * fit.metresPerPixel) return;
     left[worst].used = false;
     const bool judged = Count_Used(left) > leastPoints || Is_Metric(fit.kind);
-    if (!judged || Flatness(left, &ControlPoint::place) < 0.02) return;
+    if (!judged || Flatness(left, &ControlPoint::place) < flattest) return;
     now = Fit_Used(left, fit.kind, shape);
     if (now.points[worst].metres <= timesMean * now.meanMetres) return;
     fit.points[worst].outlier = true;
     fit.points[worst].alone = now.points[worst].metres;
   }
+}
+
+NetFit Fit_Whole(const ControlPoints& points, NetKind kind, NetShape shape) {
+  if (Flatness(points, &ControlPoint::pixel) < flattest || Flatness(points, &ControlPoint::place) < flattest)
+    Raise_On_One_Line();
+  NetFit fit = Fit_Used(points, kind, shape);
+  Measure_Look(fit, points);
+  if (std::fabs(fit.turn) >= 90)
+    Raise(badPoints, QStringLiteral("Die Karte steht auf dem Kopf. Drehen Sie das Bild, bevor Sie es kalibrieren."));
+  return fit;
+}
+
+QString Outlier_Text(size_t index, double metres) {
+  return QStringLiteral("Punkt %1 passt nicht zu den anderen: %2 m. Vertauschte Ziffern?")
+      .arg(index + 1)
+      .arg(Format(metres, QStringLiteral("# ### ##0")).trimmed());
+}
+
+// Points that make no net, all but one of which make a good one: that one's number and distance. A single swapped digit
+// can draw a net into a line or put it on its head.
+std::optional<QString> Culprit(const ControlPoints& points, NetKind kind, NetShape shape) {
+  constexpr size_t mostTried = 60;
+  constexpr double goodPixels = 10;
+  const size_t enough = Is_Metric(kind) ? leastPoints + 1 : leastPoints + 2;
+  if (Count_Used(points) < enough || points.size() > mostTried) return std::nullopt;
+  std::optional<QString> text;
+  double least = goodPixels;
+  for (size_t i = 0; i < points.size(); ++i) {
+    if (!points[i].used) continue;
+    ControlPoints others = points;
+    others[i].used = false;
+    try {
+      const NetFit fit = Fit_Whole(others, kind, shape);
+      if (fit.meanPixels >= least) continue;
+      least = fit.meanPixels;
+      text = Outlier_Text(i, fit.points[i].metres);
+    } catch (const Error&) {
+      // Not the only bad one.
+    }
+  }
+  return text;
 }
 
 }  // namespace
@@ -222,13 +263,15 @@ std::optional<QPointF> NetFit::Place_Of(QPointF pixel) const {
 }
 
 NetFit Fit_Net(const ControlPoints& points, NetKind kind, NetShape shape) {
-  Check_Points(points, kind);
-  NetFit fit = Fit_Used(points, kind, shape);
-  Measure_Look(fit, points);
-  if (std::fabs(fit.turn) >= 90)
-    Raise(badPoints, QStringLiteral("Die Karte steht auf dem Kopf. Drehen Sie das Bild, bevor Sie es kalibrieren."));
-  Mark_Outliers(fit, points, shape);
-  return fit;
+  Check_Distinct(points, kind);
+  try {
+    NetFit fit = Fit_Whole(points, kind, shape);
+    Mark_Outliers(fit, points, shape);
+    return fit;
+  } catch (const Error&) {
+    if (const auto culprit = Culprit(points, kind, shape)) Raise(badPoints, *culprit);
+    throw;
+  }
 }
 
 QStringList Fit_Remarks(const NetFit& fit, const ControlPoints& points, QSize map) {
@@ -239,10 +282,7 @@ QStringList Fit_Remarks(const NetFit& fit, const ControlPoints& points, QSize ma
     if (!points[i].used) continue;
     covered = covered.isNull() ? QRectF(points[i].pixel, QSizeF(1e-6, 1e-6))
                                : covered.united(QRectF(points[i].pixel, QSizeF(1e-6, 1e-6)));
-    if (fit.points[i].outlier)
-      remarks << QStringLiteral("Punkt %1 passt nicht zu den anderen: %2 m. Vertauschte Ziffern?")
-                     .arg(i + 1)
-                     .arg(Format(fit.points[i].alone, QStringLiteral("##0")));
+    if (fit.points[i].outlier) remarks << Outlier_Text(i, fit.points[i].alone);
   }
   const double part = covered.width() * covered.height() / (static_cast<double>(map.width()) * map.height());
   if (part < leastCovered)

@@ -120,14 +120,11 @@ double Worst_Miss(const TrueNet& net, const CoordinateState& state, std::mt19937
 
 class NetFiles : public FluraxTest {};
 
+// What the work is refused with; empty if it is not.
 QString Refusal(const std::function<void()>& work) {
-  try {
-    work();
-  } catch (const Error& error) {
-    EXPECT_EQ(error.number, badPoints);
-    return error.text;
-  }
-  return {};
+  const Error error = Raised(work);
+  EXPECT_TRUE(error.number == 0 || error.number == badPoints) << error.number;
+  return error.text;
 }
 
 }  // namespace
@@ -159,7 +156,7 @@ TEST_F(NetFiles, PointsComeBackAsTheCoordinatesOfTheProgram) {
       const MessageScript silent;
       ASSERT_EQ(Read_Cal(file, net.map, state), -1);
       EXPECT_LT(Worst_Miss(net, state, random), Is_Metric(kind) ? 1.0 : 1.5);
-      EXPECT_LT(proof.missed, Is_Metric(kind) ? 0.1 : 1.5);
+      EXPECT_LT(proof.missed, Is_Metric(kind) ? 0.15 : 1.5);
       EXPECT_FALSE(state.NetBLines.empty());
       EXPECT_FALSE(state.NetLLines.empty());
       // What was measured comes back to go on with.
@@ -280,6 +277,24 @@ TEST_F(NetFiles, APointWithSwappedDigitsIsNamedAndNoOther) {
       EXPECT_THAT(Fit_Remarks(fit, points, net.map),
                   ElementsAre(Says(u"Punkt %1 passt nicht zu den anderen: "_s.arg(bad + 1))));
     }
+}
+
+// Far off it bends the net so much that nothing fits any more, or that the map seems to stand on its head.
+TEST_F(NetFiles, ASwappedFirstDigitIsNamedAsWell) {
+  std::mt19937 random(12);
+  for (const NetKind kind : {NetKind::Utm, NetKind::Kilometres}) {
+    const TrueNet net = Random_Net(kind, random);
+    const ControlPoints all = Measured(net, random);
+    ControlPoints points;
+    for (const size_t part : {0, 8, 3, 10, 6, 1}) points.push_back(all[part * (all.size() - 1) / 10]);
+    for (const QPointF wrong : {QPointF(-180000, 0), QPointF(0, 900000), QPointF(200000, -90000)}) {
+      ControlPoints bad = points;
+      bad[2].place += wrong;
+      QStringList said;
+      const QString refused = Refusal([&] { said = Fit_Remarks(Fit_Net(bad, kind), bad, net.map); });
+      EXPECT_THAT(said.join(u' ') + refused, Says("Punkt 3 passt nicht zu den anderen"));
+    }
+  }
 }
 
 TEST_F(NetFiles, TheLookOfANetIsMeasured) {

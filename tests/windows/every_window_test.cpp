@@ -5,6 +5,7 @@
 
 #include "maps/map_coordinates.h"
 #include "state/dialog_hooks.h"
+#include "windows/calibration/frmKalibrix.h"
 #include "windows/canvas/frmFigurDraw.h"
 #include "windows/command_fixture.h"
 #include "windows/maps/frmNotePad.h"
@@ -154,7 +155,9 @@ class EveryWindow : public CommandTest, public testing::WithParamInterface<doubl
     dialogHooks.BigMapHint({6000, 4000}, 24);
     FrmTblSymb characters(window.get());
     FrmPRN progress(window.get());
-    for (QDialog* dialog : {static_cast<QDialog*>(&characters), static_cast<QDialog*>(&progress)}) {
+    FrmKalibrix calibration(window.get());
+    calibration.Open_Map(map);
+    for (QDialog* dialog : std::initializer_list<QDialog*>{&characters, &progress, &calibration}) {
       dialog->show();
       Close_Windows();
     }
