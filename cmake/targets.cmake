@@ -26,9 +26,15 @@ target_link_libraries(flurax_windows PUBLIC flurax_core Qt6::Widgets Qt6::PrintS
 target_precompile_headers(flurax_windows PRIVATE <QString> <QList> <QHash> <QWidget> <QDialog> <QPushButton> <QLabel> <QLineEdit>)
 
 if(EXISTS ${CMAKE_SOURCE_DIR}/src/main.cpp)
-  add_executable(flurax src/main.cpp)
+  add_executable(flurax src/main.cpp src/prepare_folder.cpp)
   target_link_libraries(flurax PRIVATE flurax_windows)
   target_compile_definitions(flurax PRIVATE FLURAX_DATA_DIR="${CMAKE_BINARY_DIR}/data")
+endif()
+if(EXISTS ${CMAKE_SOURCE_DIR}/src/tabbridge.cpp)
+  # Its name is the one that the program looks for.
+  add_executable(TabBridge src/tabbridge.cpp src/prepare_folder.cpp)
+  target_link_libraries(TabBridge PRIVATE flurax_windows)
+  target_compile_definitions(TabBridge PRIVATE FLURAX_DATA_DIR="${CMAKE_BINARY_DIR}/data")
 endif()
 if(EXISTS ${CMAKE_SOURCE_DIR}/src/batch.cpp)
   add_executable(flurax-batch src/batch.cpp src/batch_order.cpp src/batch_sheet.cpp src/batch_work.cpp)
