@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 #include "edit/cell_rules.h"
 #include "platform/text.h"
@@ -87,6 +88,18 @@ QString SheetCells::Flaw(int row, int column) const {
   return {};
 }
 
+namespace {
+
+// As a value of a number column.
+QString Number_Problem(const FieldInfo& field, std::optional<double> number, Value& value) {
+  if (!number) return QStringLiteral("In der Zelle steht keine Zahl.");
+  if (field.type != FieldType::Double && *number != Int(*number))
+    return QStringLiteral("Die Spalte kann nur ganze Zahlen aufnehmen.");
+  return Value_Problem(field, *number, value);
+}
+
+}  // namespace
+
 CellTaken SheetCells::Take(int row, int column, const FieldInfo& field, bool mayBeEmpty) const {
   CellTaken taken;
   taken.problem = Flaw(row, column);
@@ -100,12 +113,14 @@ CellTaken SheetCells::Take(int row, int column, const FieldInfo& field, bool may
     else if (!date.isEmpty())
       taken.problem = QStringLiteral("In der Zelle steht ein Datum und keine Zahl.");
     else
-      taken.problem = Value_Problem(field, *number, taken.value);
+      taken.problem = Number_Problem(field, *number, taken.value);
   } else {
     const QString* text = Text_In(cell);
     const QString words = text ? Stored_Lines(*text) : QString();
-    if (isText || !words.trimmed().isEmpty())
+    if (isText)
       taken.problem = Value_Problem(field, words, taken.value);
+    else if (!words.trimmed().isEmpty())
+      taken.problem = Number_Problem(field, Number_Typed(words), taken.value);
     else if (!mayBeEmpty)
       taken.problem = QStringLiteral("Die Zelle ist leer.");
   }

@@ -143,8 +143,8 @@ TEST_F(SheetExchangeTest, WhatCannotBeStoredIsRefused) {
   EXPECT_EQ(refused(2, 3, QString(80, u'x')),
             "Eintrag: Der Text ist zu lang: 80 Zeichen. Die Spalte 'Eintrag' kann höchstens 79 Zeichen aufnehmen.");
   EXPECT_EQ(refused(2, 15, QString(21, u'x')).section(u':', 0, 1), "Status: Der Text ist zu lang");
-  EXPECT_EQ(refused(2, 9, QString("rechts")), "Xmap: Falscher Datentyp in der Tabelle.");
-  EXPECT_EQ(refused(2, 9, 1.5), "Xmap: Falscher Datentyp in der Tabelle.");
+  EXPECT_EQ(refused(2, 9, QString("rechts")), "Xmap: In der Zelle steht keine Zahl.");
+  EXPECT_EQ(refused(2, 9, 1.5), "Xmap: Die Spalte kann nur ganze Zahlen aufnehmen.");
   EXPECT_EQ(refused(2, 9, 32768.0), "Xmap: Die Spalte 'Xmap' kann nur ganze Zahlen von -32768 bis 32767 aufnehmen.");
   EXPECT_EQ(refused(2, 9, QString()), "Xmap: Die Zelle ist leer.");
   EXPECT_EQ(refused(2, 6, 16.0), "VG: Die Farbe kann nur Werte zwischen 0-15 annehmen.");

@@ -89,6 +89,8 @@ const Expected expected[] = {
     {"mnuExportCSV", "", "Frage 'Export der Karteneinträge in eine CSV-Datei'"},
     {"mnuExportCSVTable", "", "FrmCSVExport 'CSV-Tabelle exportieren'"},
     {"mnuExporttkr", "", "Datei 'Name der Exportdatei:'"},
+    {"mnuExportxls", "", "Frage 'Fehler - Export der Einträge nach EXCEL|*"},
+    {"mnuExChangeXL", "", "Frage 'Fehler - Export der Einträge nach EXCEL|*"},
     {"mnuDBGridOn", "", "Karte maximiert=an; Tabelle=aus; vorn=Map"},
     {"mnuSpaltAppend", "", "FrmSpalteApp 'Spalte hinzufügen'"},
     {"mnuSpaltDelete", "", "FrmSpalteDel 'Spalte in der Tabelle löschen'"},
