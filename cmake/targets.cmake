@@ -32,7 +32,7 @@ if(EXISTS ${CMAKE_SOURCE_DIR}/src/main.cpp)
 endif()
 # The main program finds its helping programs beside itself.
 if(EXISTS ${CMAKE_SOURCE_DIR}/src/kalibrix.cpp)
-  add_executable(Kalibrix src/kalibrix.cpp)
+  add_executable(Kalibrix src/kalibrix.cpp src/prepare_folder.cpp)
   target_link_libraries(Kalibrix PRIVATE flurax_windows)
   target_compile_definitions(Kalibrix PRIVATE FLURAX_DATA_DIR="${CMAKE_BINARY_DIR}/data")
 endif()
