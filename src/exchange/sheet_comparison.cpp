@@ -1,6 +1,7 @@
 #include "exchange/sheet_comparison.h"
 
 #include <QHash>
+#include <QSet>
 #include <algorithm>
 
 #include "edit/cell_rules.h"

@@ -35,7 +35,7 @@ const std::vector<MenuRow>& Menu_Table() {
         "-", "mnuOverlay"}},
       {"mnuImportMenu", "&importieren", {"mnuImportCSV", "mnuImportXL", "mnuImportMDB", "mnuImporttkr", "mnuImporttkrAll"}},
       {"mnuExportMenu", "e&xportieren", {"mnuExportCSV", "mnuExportCSVTable", "mnuExportxls", "mnuExporttkr"}},
-      {"mnuExchangeMenu", "a&ustauschen", {"mnuExChangeXL"}},
+      {"mnuExchangeMenu", "austaus&chen", {"mnuExChangeXL"}},
       {"mnuTabelle", "&Tabelle",
        {"mnuDBGridOn", "mnuSpaltAppend", "mnuSpaltDelete", "mnuSpaltHide", "mnuSpaltShow",
         "-", "mnuTabComp", "mnuTabRep", "mnuTblPrint"}},

@@ -177,6 +177,17 @@ TEST_F(SheetExchangeTest, FormulasWithoutAResultAreRefused) {
   EXPECT_EQ(Told(found), QStringList("Zeile 2 Status: Die Formel hat kein"));
 }
 
+// A sheet that a user has bound together as a whole is not emptied row by row, and takes no time.
+TEST_F(SheetExchangeTest, MergedCellsOfManyRowsAreRefused) {
+  for (int i = 0; i < 3; ++i) Add(Text("Uhu"));
+  Sheet sheet = Round_Trip();
+  sheet.Put(Sheet::maxRow, 1, QString("Ende"));
+  sheet.Merge({2, 3, Sheet::maxRow, Sheet::maxColumn});
+  const SheetComparison found = Compare(sheet, ownNumber, {"Eintrag"});
+  EXPECT_EQ(Told(found), QStringList({"Zeile 3 Eintrag: Die Zelle ist mit", "Zeile 4 Eintrag: Die Zelle ist mit",
+                                      u"neu %1 "_s.arg(Sheet::maxRow)}));
+}
+
 TEST_F(SheetExchangeTest, TitlesMayBeElsewhereAndTheKeyMustBeThere) {
   Add_Texts();
   // A heading above, columns in another order and case, titles that the table does not have.
