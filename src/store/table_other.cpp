@@ -11,6 +11,7 @@
 #include "store/entry.h"
 #include "store/file_names.h"
 #include "store/header_row.h"
+#include "store/history.h"
 #include "store/map_log.h"
 #include "store/table_file.h"
 #include "store/table_file_inner.h"
@@ -69,6 +70,7 @@ void Put_Back(const QString& user, TableTag tag) {
     Report_Copy_Error(TableFile, error);
   }
   Load_Table(LoadMode::Reload);
+  Drop_Steps_Ahead();
   Tbl.Tag = tag;
   Draw_If_Open();
 }
@@ -108,6 +110,7 @@ bool Load_Other_Table(const QString& wanted) {
   }
   events.BackgroundText.Emit(path);
   try {
+    Keep_Former_Table(QStringLiteral("Einträge laden"));
     if (!Same_Name(path, TableFile)) Table_File_Copy(path, TableFile);
   } catch (const Error& error) {
     Report_Copy_Error(TableFile, error);
@@ -145,6 +148,7 @@ void New_Table() {
   events.BackgroundText.Emit(QStringLiteral("Neu"));
   bool loaded = false;
   try {
+    Keep_Former_Table(QStringLiteral("Einträge neu"));
     Table_File_Delete(TableFile);
     loaded = Load_Table(LoadMode::Reload);
   } catch (const Error& error) {
