@@ -48,6 +48,13 @@ if(EXISTS ${CMAKE_SOURCE_DIR}/src/batch.cpp)
   target_link_libraries(flurax-batch PRIVATE flurax_core)
   target_compile_definitions(flurax-batch PRIVATE FLURAX_DATA_DIR="${CMAKE_BINARY_DIR}/data")
 endif()
+# Reads tables of the old engine for the other programs, so that what its library does to them stays outside.
+add_executable(flurax-alttabelle src/old_table.cpp src/old_table_file.cpp src/old_table_values.cpp
+               src/old_table_write.cpp)
+target_include_directories(flurax-alttabelle PRIVATE ${CMAKE_SOURCE_DIR}/src)
+target_link_libraries(flurax-alttabelle PRIVATE flurax_core PkgConfig::MDB)
+add_dependencies(flurax flurax-alttabelle)
+add_dependencies(flurax-batch flurax-alttabelle)
 if(EXISTS ${CMAKE_SOURCE_DIR}/tools/CMakeLists.txt)
   add_subdirectory(tools)
 endif()

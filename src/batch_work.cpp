@@ -128,6 +128,7 @@ void Print_Lines(const QStringList& lines) {
 ExitStatus Take_Table(const BatchOrder& order) {
   try {
     TableSource source(order.target);
+    Tell_Remarks(source);
     std::vector<ColumnValue> conditions;
     for (const QString& line : order.filter) conditions.push_back(ColumnValue::Parse(line));
     TableImportOrder taken;

@@ -13,6 +13,7 @@
 #include "store/header_row.h"
 #include "store/history.h"
 #include "store/map_log.h"
+#include "store/old_table.h"
 #include "store/table_file.h"
 #include "store/table_file_inner.h"
 #include "store/table_file_texts.h"
@@ -47,6 +48,17 @@ QString Fault_Of(const QString& path) {
   const QString fault = Table_Fault(path);
   if (fault.isEmpty()) return {};
   return path + u'\n' + texts::damaged + fault + texts::foreign;
+}
+
+// False if it is one of the old engine and could not be converted; that was told.
+bool Convert_If_Old(const QString& path) {
+  try {
+    if (Is_Old_Table(path)) Convert_In_Place(path);
+    return true;
+  } catch (const Error& error) {
+    Report_Load_Error(Error_Text(error));
+    return false;
+  }
 }
 
 // The header keeps long paths in a short form: then their last part has to do.
@@ -95,6 +107,7 @@ bool Load_Other_Table(const QString& wanted) {
     if (!chosen) return false;
     path = *chosen;
   }
+  if (!Convert_If_Old(path)) return false;
   if (const QString fault = Fault_Of(path); !fault.isEmpty()) {
     Report_Load_Error(fault);
     return false;

@@ -351,7 +351,7 @@ TEST_F(BatchTest, TakesEntriesOfAnotherTable) {
   EXPECT_EQ(first.status, 0) << first.err;
   EXPECT_TRUE(first.out.contains(u"2 Einträge wurden importiert."_s)) << first.out;
   EXPECT_TRUE(first.out.contains(u"1 Einträge wurden abgelehnt"_s)) << first.out;
-  EXPECT_TRUE(Read_Lines(home + u"/KARTE_Import.txt"_s).join(u' ').contains(u"Zeile 4: Biberbach"_s));
+  EXPECT_TRUE(Read_Lines(home + u"/Karte_Import.txt"_s).join(u' ').contains(u"Zeile 4: Biberbach"_s));
   EXPECT_TRUE(Batch(words).out.contains(u"2 Einträge waren schon vorhanden."_s));
   EXPECT_TRUE(Batch(words + QStringList{u"--ohne"_s}).out.contains(u"1 Einträge wurden importiert."_s));
   EXPECT_TRUE(Batch(words + QStringList{u"--auch-vorhandene"_s}).out.contains(u"2 Einträge wurden importiert."_s));

@@ -107,6 +107,7 @@ void FrmImport::Open_File() {
   try {
     const BusyPointer busy;
     source = std::make_unique<TableSource>(path);
+    Tell_Remarks(*source);
   } catch (const Error& error) {
     Go_On_After_Step(openStep + QStringLiteral("\n") + path, error);
   }
