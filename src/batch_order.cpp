@@ -41,6 +41,11 @@ const QString helpText =
   flurax-batch tkr-ein KARTE.bmp DATEI.tkr [--alles]
       Liest die Punkte einer solchen Datei in die Tabelle der Karte ein.
       --alles    auch Linien, Flächen und Figuren.
+  flurax-batch gps KARTE.bmp DATEI [--auch-vorhandene]
+      Nimmt Wegpunkte und Tracks aus einer GPS-Datei (PCX5, GPX, KML, FIT, NMEA und andere) in die Tabelle der Karte auf.
+      Koordinaten anderer Art oder anderen Datums werden in das Netz der Karte umgerechnet. Was nicht kommen konnte,
+      steht danach mit dem Grund in KARTE_Import.txt neben der Karte.
+      --auch-vorhandene  auch, was mit Namen und Stelle schon auf der Karte ist.
   flurax-batch flaeche KARTE.bmp X Y [--toleranz N] [--fuellen] [--uebernehmen]
       Sucht den Rand des farbigen Flecks an dieser Stelle der Karte (Pixel) und gibt ihn aus, je Zeile "x y".
       --toleranz N       Farbtoleranz von 0 bis 100 % (üblich 10).
@@ -49,7 +54,7 @@ const QString helpText =
   flurax-batch --hilfe
       Zeigt diesen Text.
 
-Nur tkr-ein und --uebernehmen ändern die Tabelle der Karte. Meldungen gehen auf die Standardfehlerausgabe.
+Nur tkr-ein, gps und --uebernehmen ändern die Tabelle der Karte. Meldungen gehen auf die Standardfehlerausgabe.
 Rückgabewert: 0 gezeichnet, gedruckt oder geschrieben, 1 Fehler, 2 falscher Aufruf.
 )"_s;
 
@@ -170,6 +175,12 @@ void Parse_Taking(QStringList& words, BatchOrder& order) {
   order.target = Full_Path(words.value(1));
 }
 
+void Parse_Gps(QStringList& words, BatchOrder& order) {
+  order.changesTable = true;
+  order.alsoPresent = Take_Switch(words, u"--auch-vorhandene"_s);
+  order.target = Full_Path(words.value(1));
+}
+
 void Parse_Area(QStringList& words, BatchOrder& order) {
   order.fill = Take_Switch(words, u"--fuellen"_s);
   order.changesTable = Take_Switch(words, u"--uebernehmen"_s);
@@ -192,6 +203,7 @@ const std::vector<BatchCommand>& Batch_Commands() {
       {u"tkr"_s, 2, mapAndTarget, Parse_Exchange, BatchWork::WriteExchange},
       {u"tkr-ein"_s, 2, u"Es werden genau eine Karte und eine Datei erwartet."_s, Parse_Taking,
        BatchWork::TakeExchange},
+      {u"gps"_s, 2, u"Es werden genau eine Karte und eine Datei erwartet."_s, Parse_Gps, BatchWork::Gps},
       {u"flaeche"_s, 3, u"Es werden genau eine Karte und eine Stelle erwartet: X und Y."_s, Parse_Area,
        BatchWork::Area},
   };

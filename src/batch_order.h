@@ -8,15 +8,16 @@
 
 // What flurax-batch is told to do, from the words of its call.
 
-enum class BatchWork { Picture, Print, Csv, Results, WriteExchange, TakeExchange, Area };
+enum class BatchWork { Picture, Print, Csv, Results, WriteExchange, TakeExchange, Area, Gps };
 
 struct BatchOrder {
   BatchWork work = BatchWork::Picture;
   QString map, target;  // full paths
   bool changesTable = false;
-  bool wholeFile = false;  // tkr-ein
-  QPoint at;               // flaeche, map pixels
-  int tolerance = 10;      // percent
+  bool wholeFile = false;    // tkr-ein
+  bool alsoPresent = false;  // imports: what exists already comes again
+  QPoint at;                 // flaeche, map pixels
+  int tolerance = 10;        // percent
   bool fill = false;
   QString matrix;
   int neighbours = 0;

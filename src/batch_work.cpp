@@ -6,6 +6,7 @@
 #include "analysis/all_results.h"
 #include "exchange/csv_export.h"
 #include "exchange/exchange_table.h"
+#include "import/gps_script.h"
 #include "objects/draw_context.h"
 #include "platform/error.h"
 #include "platform/files.h"
@@ -103,6 +104,14 @@ ExitStatus Take_Exchange(const BatchOrder& order) {
   return taken.entries > 0 ? done : failed;
 }
 
+ExitStatus Take_Gps(const BatchOrder& order) {
+  const ScriptedImport taken =
+      Import_Gps_Unasked(order.target, order.alsoPresent ? Existing::Taken : Existing::Skipped);
+  for (const QString& line : taken.summary) std::printf("%s\n", qUtf8Printable(line));
+  if (!taken.report.isEmpty()) std::printf("%s\n", qUtf8Printable(u"nicht gekommen: "_s + taken.report));
+  return done;
+}
+
 ExitStatus Find_Area(const BatchOrder& order) {
   const TraceRequest request{Map.MapClip[0].image, order.at, order.tolerance, {}};
   const TraceResult result = order.fill ? Digi_Fill(request) : Digi_Trace_RGB(request);
@@ -131,6 +140,8 @@ ExitStatus Do_Batch_Work(const BatchOrder& order) {
       return Write_Exchange(order);
     case BatchWork::TakeExchange:
       return Take_Exchange(order);
+    case BatchWork::Gps:
+      return Take_Gps(order);
     case BatchWork::Area:
       return Find_Area(order);
     case BatchWork::Picture:
