@@ -17,6 +17,7 @@ enum class BatchWork {
   TakeExchange,
   Area,
   Calibrate,
+  Gps,
   WriteSheet,
   TakeSheet,
   TakeTable,
@@ -27,11 +28,11 @@ struct BatchOrder {
   QString map, target;  // full paths
   bool changesTable = false;
   bool wholeFile = false;  // tkr-ein
-  // tabelle
-  QStringList filter;  // "Spalte= Wert"
-  bool exclude = false, existingToo = false, pixels = false;
-  QPoint at;           // flaeche, map pixels
-  int tolerance = 10;  // percent
+  QStringList filter;      // tabelle: "Spalte= Wert"
+  bool exclude = false, pixels = false;
+  bool existingToo = false;  // imports: what exists already comes again
+  QPoint at;                 // flaeche, map pixels
+  int tolerance = 10;        // percent
   bool fill = false;
   QString matrix;
   QString sheet, key;     // tabelle-ein; "" = the usual ones

@@ -8,6 +8,7 @@
 #include "calibration/world_file.h"
 #include "exchange/csv_export.h"
 #include "exchange/exchange_table.h"
+#include "import/gps_script.h"
 #include "import/table_choice.h"
 #include "objects/draw_context.h"
 #include "platform/error.h"
@@ -147,6 +148,14 @@ ExitStatus Take_Table(const BatchOrder& order) {
   }
 }
 
+ExitStatus Take_Gps(const BatchOrder& order) {
+  const ScriptedImport taken =
+      Import_Gps_Unasked(order.target, order.existingToo ? Existing::Taken : Existing::Skipped);
+  for (const QString& line : taken.summary) std::printf("%s\n", qUtf8Printable(line));
+  if (!taken.report.isEmpty()) std::printf("%s\n", qUtf8Printable(u"nicht gekommen: "_s + taken.report));
+  return done;
+}
+
 ExitStatus Find_Area(const BatchOrder& order) {
   const TraceRequest request{Map.MapClip[0].image, order.at, order.tolerance, {}};
   const TraceResult result = order.fill ? Digi_Fill(request) : Digi_Trace_RGB(request);
@@ -189,6 +198,8 @@ ExitStatus Do_Batch_Work(const BatchOrder& order) {
       return Take_Exchange(order);
     case BatchWork::TakeTable:
       return Take_Table(order);
+    case BatchWork::Gps:
+      return Take_Gps(order);
     case BatchWork::Area:
       return Find_Area(order);
     case BatchWork::Calibrate:

@@ -89,6 +89,7 @@ const Expected expected[] = {
     {"mnuTableRe", "", "Frage 'Karteneinträge sichern|Karteneinträge wieder hergestellt.'; Tabelle geladen; -Neu"},
     {"mnuOverlay", "", "Tabelle geladen; Rückgängig=Rückgängig: Einträge laden"},
     {"mnuImportCSV", "", "FrmCSVImport 'CSV-Tabelle Import:'"},
+    {"mnuImportGPS", "", "FrmGPS 'Karteneinträge importieren'"},
     {"mnuImportXL", "", "Frage 'Import|Bitte speichern Sie die Tabelle,'"},
     {"mnuImportMDB", "", "FrmImport 'Einträge aus anderer Datenbank zu den aktuellen Einträgen hinzufügen.'"},
     {"mnuImporttkr", "", "Datei 'Name der Importdatei:'"},
