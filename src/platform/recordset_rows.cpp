@@ -213,7 +213,7 @@ bool Recordset::Inner::Forget_Rows_Alone() {
     const int row = Position_Of(key);
     std::erase_if(blocks, [&](const std::unique_ptr<database_inner::Block>& block) {
       const bool holds = row >= block->first && row < block->first + block->Count();
-      if (holds) cachedRows -= block->Count();
+      if (holds) cachedBytes -= block->Bytes();
       return holds;
     });
   }
