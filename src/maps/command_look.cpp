@@ -2,6 +2,7 @@
 
 #include "hand/activation.h"
 #include "maps/map_coordinates.h"
+#include "maps/menu_table.h"
 #include "maps/row_look.h"
 #include "maps/step_walk.h"
 #include "state/coordinate_state.h"
@@ -106,8 +107,8 @@ const TextNow textsNow[] = {
        return frmMDI.SafeMode ? QStringLiteral("im abgesicherten Modus öffnen - ja")
                               : QStringLiteral("im abgesicherten Modus öffnen - nein");
      }},
-    {"mnuStepBack", Step_Back_Text},
-    {"mnuStepForward", Step_Forward_Text},
+    {"mnuStepBack", [] { return Escaped_Caption(Step_Back_Text()); }},
+    {"mnuStepForward", [] { return Escaped_Caption(Step_Forward_Text()); }},
     {"mnuReset", [] { return Menu(QStringLiteral("mnuReset")).Caption; }},
     {"mnuDBGridOn", Table_Switch_Text},
     {"mnuObjVisNo",

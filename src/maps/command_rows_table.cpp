@@ -40,13 +40,13 @@ void Load_Overlay(const CommandCall& call) {
 
 std::vector<Command> File_Rows() {
   return {
-      {"mnuStepBack", "Schritt &zurück", "undo", "Ctrl+Z", Needs::StepBehind, Hand::Free, {},
+      {"mnuStepBack", "S&chritt zurück", "undo", "Ctrl+Z", Needs::StepBehind, Hand::Free, {},
        "Den letzten Schritt zurücknehmen", Do(Step_Back)},
-      {"mnuStepForward", "Schritt &vorwärts", "redo", "Ctrl+Shift+Z Ctrl+Y", Needs::StepAhead, Hand::Free, {},
+      {"mnuStepForward", "Schritt v&orwärts", "redo", "Ctrl+Shift+Z Ctrl+Y", Needs::StepAhead, Hand::Free, {},
        "Den zurückgenommenen Schritt wiederherstellen", Do(Step_Forward)},
-      {"mnuVerlauf", "Ver&lauf ...", "history", {}, Needs::OpenMap, Hand::StoreText, {},
+      {"mnuVerlauf", "Verlau&f ...", "history", {}, Needs::OpenMap, Hand::StoreText, {},
        "Alle Schritte seit dem Öffnen der Karte ansehen und zu einem von ihnen gehen", opensWindow},
-      {"mnuStaende", "Frühere Stän&de ...", {}, {}, Needs::OpenMap, Hand::Free, {},
+      {"mnuStaende", "Frü&here Stände ...", {}, {}, Needs::OpenMap, Hand::Free, {},
        "Frühere Stände der Tabelle ansehen und Einträge aus ihnen zurückholen", opensWindow},
       {"mnuReset", "Rückgängig", {}, {}, Needs::UndoPoint, Hand::Free, "Rückgängig",
        "Die letzte große Änderung zurücknehmen", Replacing(Take_Back_Operation)},

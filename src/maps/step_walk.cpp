@@ -135,11 +135,11 @@ bool Can_Step_Back() { return Step_Position() > 0; }
 bool Can_Step_Forward() { return Step_Position() < Step_Count(); }
 
 QString Step_Back_Text() {
-  return Can_Step_Back() ? Named(undone, Step_Position() - 1) : QStringLiteral("Schritt &zurück");
+  return Can_Step_Back() ? Named(undone, Step_Position() - 1) : QString();
 }
 
 QString Step_Forward_Text() {
-  return Can_Step_Forward() ? Named(redone, Step_Position()) : QStringLiteral("Schritt &vorwärts");
+  return Can_Step_Forward() ? Named(redone, Step_Position()) : QString();
 }
 
 void Step_Back() {

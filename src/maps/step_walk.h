@@ -10,7 +10,7 @@ void Step_Back();         // takes the last step back; nothing without one
 void Step_Forward();      // brings the one taken back last again
 // The state after so many steps, from the list of them.
 void Walk_To_Step(int position);
-// "Rückgängig: Fläche verschoben (Moor)"; without a step to name "&Schritt zurück".
+// "Rückgängig: Fläche verschoben (Moor)"; "" without a step to name.
 QString Step_Back_Text();
 QString Step_Forward_Text();  // the same with "Wiederherstellen: "
 

@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include "platform/database.h"
+#include "platform/fault_vfs.h"
 #include "platform/row_changes.h"
 
 // Every change of a database can be taken back and brought again, exactly.
@@ -268,7 +269,9 @@ TEST_F(JournalTest, AKillLeavesTheStepWholeOrNone) {
       }
       _exit(2);
     }
-    usleep(static_cast<useconds_t>(20000 + random() % 60000));
+    const qint64 former = QFileInfo(Path("T.journal")).size();
+    for (int wait = 0; wait < 5000 && QFileInfo(Path("T.journal")).size() < former + 300; ++wait) usleep(1000);
+    usleep(static_cast<useconds_t>(random() % 40000));
     kill(child, SIGKILL);
     int status = 0;
     waitpid(child, &status, 0);
@@ -303,6 +306,39 @@ TEST_F(JournalTest, AFullDiskTakesNoRows) {
   Open_Again();
   journal->Walk_To(0);
   EXPECT_TRUE(Now().join(u' ').contains("trotzdem"));
+}
+
+// Power cut or full disk in the middle of a walk: whole before or whole after.
+TEST_F(JournalTest, AWalkThatCannotBeWrittenIsNoWalk) {
+  journal.reset();
+  database.reset();
+  FaultVfs disk;
+  database = Workspace::OpenDatabase(Path("T.MDB"));
+  Follow();
+  const QStringList start = Now();
+  for (int i = 0; i < 5; ++i) Make_Points(QStringLiteral("Linie%1").arg(i), 300);
+  database->Execute("UPDATE MapData SET ID = ID || 'x'");
+  const QStringList here = Now();
+  int refused = 0;
+  for (qint64 room = 0; room < 200000; room = room * 2 + 500) {
+    disk.room = room;
+    int error = 0;
+    try {
+      journal->Walk_To(0);
+    } catch (const Error& fault) {
+      error = fault.number;
+    }
+    disk.room = -1;
+    ASSERT_EQ(Now(), error == 0 ? start : here) << "room for " << room;
+    ASSERT_EQ(journal->Position(), error == 0 ? 0 : 6);
+    if (error != 0) {
+      ++refused;
+      EXPECT_EQ(error, 61);
+    }
+    journal->Walk_To(6);
+    ASSERT_EQ(Now(), here);
+  }
+  EXPECT_GT(refused, 2);
 }
 
 TEST_F(JournalTest, DamageIsRefusedAndChangesNothing) {
