@@ -49,6 +49,9 @@ const QString helpText =
       --auch-vorhandene  auch was mit gleichem Text an derselben Stelle schon da ist.
       --pixel            auf dieselben Pixel, statt über die Koordinaten der beiden Karten.
       Abgelehnte Einträge stehen mit dem Grund in der Datei KARTE_Import.txt neben der Karte.
+  flurax-batch overlay KARTE.bmp DATEI.ovl [--auch-vorhandene]
+      Nimmt die Objekte eines Overlays in die Tabelle der Karte auf und gibt aus, wie viele kamen und wie viele nicht.
+      Die Koordinaten (WGS-84) werden in das Netz der Karte umgerechnet.
   flurax-batch flaeche KARTE.bmp X Y [--toleranz N] [--fuellen] [--uebernehmen]
       Sucht den Rand des farbigen Flecks an dieser Stelle der Karte (Pixel) und gibt ihn aus, je Zeile "x y".
       --toleranz N       Farbtoleranz von 0 bis 100 % (üblich 10).
@@ -57,7 +60,7 @@ const QString helpText =
   flurax-batch --hilfe
       Zeigt diesen Text.
 
-Nur tkr-ein, tabelle und --uebernehmen ändern die Tabelle der Karte. Meldungen gehen auf die Standardfehlerausgabe.
+Nur tkr-ein, tabelle, overlay und --uebernehmen ändern die Tabelle der Karte. Meldungen gehen auf die Standardfehlerausgabe.
 Rückgabewert: 0 gezeichnet, gedruckt oder geschrieben, 1 Fehler, 2 falscher Aufruf.
 )"_s;
 
@@ -186,8 +189,14 @@ void Parse_Table(QStringList& words, BatchOrder& order) {
     order.filter << *line;
   }
   order.exclude = Take_Switch(words, u"--ohne"_s);
-  order.existingToo = Take_Switch(words, u"--auch-vorhandene"_s);
+  order.alsoPresent = Take_Switch(words, u"--auch-vorhandene"_s);
   order.pixels = Take_Switch(words, u"--pixel"_s);
+  order.changesTable = true;
+  order.target = Full_Path(words.value(1));
+}
+
+void Parse_Overlay(QStringList& words, BatchOrder& order) {
+  order.alsoPresent = Take_Switch(words, u"--auch-vorhandene"_s);
   order.changesTable = true;
   order.target = Full_Path(words.value(1));
 }
@@ -215,6 +224,8 @@ const std::vector<BatchCommand>& Batch_Commands() {
       {u"tkr-ein"_s, 2, u"Es werden genau eine Karte und eine Datei erwartet."_s, Parse_Taking,
        BatchWork::TakeExchange},
       {u"tabelle"_s, 2, u"Es werden genau eine Karte und eine Tabelle erwartet."_s, Parse_Table, BatchWork::TakeTable},
+      {u"overlay"_s, 2, u"Es werden genau eine Karte und ein Overlay erwartet."_s, Parse_Overlay,
+       BatchWork::TakeOverlay},
       {u"flaeche"_s, 3, u"Es werden genau eine Karte und eine Stelle erwartet: X und Y."_s, Parse_Area,
        BatchWork::Area},
   };

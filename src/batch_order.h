@@ -8,7 +8,7 @@
 
 // What flurax-batch is told to do, from the words of its call.
 
-enum class BatchWork { Picture, Print, Csv, Results, WriteExchange, TakeExchange, Area, TakeTable };
+enum class BatchWork { Picture, Print, Csv, Results, WriteExchange, TakeExchange, Area, TakeTable, TakeOverlay };
 
 struct BatchOrder {
   BatchWork work = BatchWork::Picture;
@@ -17,7 +17,7 @@ struct BatchOrder {
   bool wholeFile = false;  // tkr-ein
   // tabelle
   QStringList filter;  // "Spalte= Wert"
-  bool exclude = false, existingToo = false, pixels = false;
+  bool exclude = false, pixels = false;
   QPoint at;           // flaeche, map pixels
   int tolerance = 10;  // percent
   bool fill = false;

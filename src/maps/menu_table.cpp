@@ -33,7 +33,7 @@ const std::vector<MenuRow>& Menu_Table() {
         "mnuSql", "mnuSpaceDel",
         "-", "mnuTabelle",
         "-", "mnuOverlay"}},
-      {"mnuImportMenu", "&importieren", {"mnuImportCSV", "mnuImportXL", "mnuImportMDB", "mnuImporttkr", "mnuImporttkrAll"}},
+      {"mnuImportMenu", "&importieren", {"mnuImportCSV", "mnuImportXL", "mnuOVL_Import", "mnuImportMDB", "mnuImporttkr", "mnuImporttkrAll"}},
       {"mnuExportMenu", "e&xportieren", {"mnuExportCSV", "mnuExportCSVTable", "mnuExporttkr"}},
       {"mnuTabelle", "&Tabelle",
        {"mnuDBGridOn", "mnuSpaltAppend", "mnuSpaltDelete", "mnuSpaltHide", "mnuSpaltShow",
