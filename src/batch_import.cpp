@@ -2,6 +2,7 @@
 
 #include <cstdio>
 
+#include "import/gps_script.h"
 #include "import/import_report.h"
 #include "import/overlay_import.h"
 #include "import/placing_question.h"
@@ -33,6 +34,14 @@ void Print_Lines(const QStringList& lines) {
 }
 
 }  // namespace
+
+ExitStatus Take_Gps(const BatchOrder& order) {
+  const ScriptedImport taken =
+      Import_Gps_Unasked(order.target, order.alsoPresent ? Existing::Taken : Existing::Skipped);
+  for (const QString& line : taken.summary) std::printf("%s\n", qUtf8Printable(line));
+  if (!taken.report.isEmpty()) std::printf("%s\n", qUtf8Printable(u"nicht gekommen: "_s + taken.report));
+  return done;
+}
 
 ExitStatus Take_Table(const BatchOrder& order) {
   try {

@@ -42,6 +42,11 @@ const QString helpText =
   flurax-batch tkr-ein KARTE.bmp DATEI.tkr [--alles]
       Liest die Punkte einer solchen Datei in die Tabelle der Karte ein.
       --alles    auch Linien, Flächen und Figuren.
+  flurax-batch gps KARTE.bmp DATEI [--auch-vorhandene]
+      Nimmt Wegpunkte und Tracks aus einer GPS-Datei (PCX5, GPX, KML, FIT, NMEA und andere) in die Tabelle der Karte auf.
+      Koordinaten anderer Art oder anderen Datums werden in das Netz der Karte umgerechnet. Was nicht kommen konnte,
+      steht danach mit dem Grund in KARTE_Import.txt neben der Karte.
+      --auch-vorhandene  auch, was mit Namen und Stelle schon auf der Karte ist.
   flurax-batch tabelle KARTE.bmp DATEI.mdb [--filter "Spalte= Wert"]... [--ohne] [--auch-vorhandene] [--pixel]
       Nimmt die Einträge einer anderen Tabelle in die Tabelle der Karte auf und gibt aus, wie viele es waren.
       --filter "Eintrag= Biber*"   nur die Einträge, für die alle Bedingungen gelten; * steht für beliebige Zeichen.
@@ -60,7 +65,8 @@ const QString helpText =
   flurax-batch --hilfe
       Zeigt diesen Text.
 
-Nur tkr-ein, tabelle, overlay und --uebernehmen ändern die Tabelle der Karte. Meldungen gehen auf die Standardfehlerausgabe.
+Nur tkr-ein, gps, overlay, tabelle und --uebernehmen ändern die Tabelle der Karte. Meldungen gehen auf die
+Standardfehlerausgabe.
 Rückgabewert: 0 gezeichnet, gedruckt oder geschrieben, 1 Fehler, 2 falscher Aufruf.
 )"_s;
 
@@ -195,9 +201,9 @@ void Parse_Table(QStringList& words, BatchOrder& order) {
   order.target = Full_Path(words.value(1));
 }
 
-void Parse_Overlay(QStringList& words, BatchOrder& order) {
-  order.alsoPresent = Take_Switch(words, u"--auch-vorhandene"_s);
+void Parse_Import(QStringList& words, BatchOrder& order) {
   order.changesTable = true;
+  order.alsoPresent = Take_Switch(words, u"--auch-vorhandene"_s);
   order.target = Full_Path(words.value(1));
 }
 
@@ -223,8 +229,9 @@ const std::vector<BatchCommand>& Batch_Commands() {
       {u"tkr"_s, 2, mapAndTarget, Parse_Exchange, BatchWork::WriteExchange},
       {u"tkr-ein"_s, 2, u"Es werden genau eine Karte und eine Datei erwartet."_s, Parse_Taking,
        BatchWork::TakeExchange},
+      {u"gps"_s, 2, u"Es werden genau eine Karte und eine Datei erwartet."_s, Parse_Import, BatchWork::Gps},
       {u"tabelle"_s, 2, u"Es werden genau eine Karte und eine Tabelle erwartet."_s, Parse_Table, BatchWork::TakeTable},
-      {u"overlay"_s, 2, u"Es werden genau eine Karte und ein Overlay erwartet."_s, Parse_Overlay,
+      {u"overlay"_s, 2, u"Es werden genau eine Karte und ein Overlay erwartet."_s, Parse_Import,
        BatchWork::TakeOverlay},
       {u"flaeche"_s, 3, u"Es werden genau eine Karte und eine Stelle erwartet: X und Y."_s, Parse_Area,
        BatchWork::Area},

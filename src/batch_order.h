@@ -8,15 +8,26 @@
 
 // What flurax-batch is told to do, from the words of its call.
 
-enum class BatchWork { Picture, Print, Csv, Results, WriteExchange, TakeExchange, Area, TakeTable, TakeOverlay };
+enum class BatchWork {
+  Picture,
+  Print,
+  Csv,
+  Results,
+  WriteExchange,
+  TakeExchange,
+  Area,
+  Gps,
+  TakeTable,
+  TakeOverlay,
+};
 
 struct BatchOrder {
   BatchWork work = BatchWork::Picture;
   QString map, target;  // full paths
   bool changesTable = false;
-  bool wholeFile = false;  // tkr-ein
-  // tabelle
-  QStringList filter;  // "Spalte= Wert"
+  bool wholeFile = false;    // tkr-ein
+  bool alsoPresent = false;  // imports: what exists already comes again
+  QStringList filter;        // tabelle: "Spalte= Wert"
   bool exclude = false, pixels = false;
   QPoint at;           // flaeche, map pixels
   int tolerance = 10;  // percent

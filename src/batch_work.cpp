@@ -118,8 +118,6 @@ ExitStatus Find_Area(const BatchOrder& order) {
 
 }  // namespace
 
-void Tell(const QString& text) { std::fprintf(stderr, "%s\n", qUtf8Printable(text)); }
-
 ExitStatus Do_Batch_Work(const BatchOrder& order) {
   switch (order.work) {
     case BatchWork::Print:
@@ -132,6 +130,8 @@ ExitStatus Do_Batch_Work(const BatchOrder& order) {
       return Write_Exchange(order);
     case BatchWork::TakeExchange:
       return Take_Exchange(order);
+    case BatchWork::Gps:
+      return Take_Gps(order);
     case BatchWork::TakeOverlay:
       return Take_Overlay(order);
     case BatchWork::TakeTable:

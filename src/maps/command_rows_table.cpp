@@ -55,6 +55,8 @@ std::vector<Command> File_Rows() {
        Load_Overlay, CommandKind::List},
       {"mnuImportCSV", "komma separierte Datei *.csv", {}, {}, Needs::OpenMap, Hand::StoreText, "CSV - Import",
        "Funde mit ihren Koordinaten aus einer CSV-Tabelle einlesen", opensWindow},
+      {"mnuImportGPS", "&GPS-Daten ...", {}, {}, Needs::OpenMap, Hand::StoreText, "Import",
+       "Wegpunkte und Tracks aus Dateien von GPS-Geräten, GPX und anderen oder vom Gerät einlesen", opensWindow},
       {"mnuImportXL", "Excel-Tabelle", {}, {}, Needs::OpenMap, Hand::StoreText, {},
        "Wie eine Excel-Tabelle in die Karte kommt", Do(Tell_Excel_Import)},
       {"mnuOVL_Import", "Top50-&Overlay *.ovl", {}, {}, Needs::OpenMap, Hand::Free, "Import",

@@ -178,6 +178,7 @@ TEST_F(BatchTest, FaultsHaveAStatusAndGermanWords) {
       {{u"statistik"_s, map, home + u"/gibt/es/nicht/aus.xls"_s}, 1, u"aus.xls"_s},
       {{u"tkr"_s, map, target}, 2, u".tkr"_s},
       {{u"tkr-ein"_s, map}, 2, u"genau eine Karte und eine Datei"_s},
+      {{u"gps"_s, map}, 2, u"genau eine Karte und eine Datei"_s},
       {{u"tabelle"_s, map}, 2, u"genau eine Karte und eine Tabelle"_s},
       {{u"tabelle"_s, map, xls, u"--filter"_s, u"Eintrag"_s}, 2, u"Spalte= Wert"_s},
       {{u"flaeche"_s, map, u"10"_s}, 2, u"eine Stelle"_s},
@@ -271,6 +272,40 @@ TEST_F(BatchTest, ListsEntriesWithTheirCoordinates) {
                                 u"1 ; Rechteck ; 100 ; 80 ; 654000 ; 5511120"_s,
                                 u"2 ; Höckerschrecke, 2 Ex. Wiese ; 110 ; 190 ; 654010 ; 5511010"_s,
                                 u"Ende"_s}));
+}
+
+// Waypoints and a track in degrees onto a map with a net in metres.
+TEST_F(BatchTest, TakesGpsFilesOntoTheMap) {
+  New_Table_File()->Close();
+  const QString file = Path(u"Gang.gpx"_s);
+  // 654 000 / 5 511 000 and 654 050 / 5 511 050 in degrees, by cs2cs.
+  Write_Lines(file, {u"<gpx><wpt lat='49.7317680' lon='11.1370401'><name>Igel</name></wpt>"_s,
+                     u"<wpt lat='49.8' lon='11'><name>fern</name></wpt><wpt lat='95' lon='11'/>"_s,
+                     u"<trk><name>Weg</name><trkseg><trkpt lat='49.7317680' lon='11.1370401'/>"_s,
+                     u"<trkpt lat='49.7322046' lon='11.1377532'/></trkseg></trk></gpx>"_s});
+  const QStringList words{u"gps"_s, map, file};
+  EXPECT_TRUE(Batch(words).err.contains(u"Die Karte hat kein Koordinatennetz"));
+  const Outcome missing = Batch({u"gps"_s, map, home + u"/fehlt.gpx"_s});
+  EXPECT_EQ(missing.status, 1);
+  EXPECT_TRUE(missing.err.contains(u"Datei nicht gefunden")) << missing.err;
+  Write_Lines(home + u"/Karte.cal"_s,
+              {u"ID = Kalibrix"_s, u"Grid UTM Zone: 32U D: WGS-84 R: 654000 H: 5511000"_s, u"Gwidth = 100"_s,
+               u"Inclin = 0.0000001"_s, u"Xmap = 100"_s, u"Ymap = 200"_s, u"Xline = 100"_s, u"Yline = 100"_s});
+  const Outcome first = Batch(words);
+  EXPECT_EQ(first.status, 0) << first.err;
+  EXPECT_EQ(first.out.split(u'\n').mid(0, 7).join(u'|'),
+            u"umgerechnet: WGS-84 -> UTM 32 WGS-84|Wegpunkte gelesen: 2|Wegpunkte importiert: 1|außerhalb der Karte: 1|"
+            "schon vorhanden: 0|abgelehnt: 0|Trackpunkte gelesen: 2"_s);
+  EXPECT_THAT(Read_Lines(home + u"/Karte_Import.txt"_s),
+              testing::ElementsAre(u"Zeile 2: Breite 95 gibt es nicht"_s, u"Zeile 2: fern: zu weit oben im Norden"_s));
+  const auto rows = [this] { return Rows_Of(*Workspace::OpenDatabase(home + u"/KARTE.MDB"_s)); };
+  ASSERT_EQ(rows().size(), 3U);
+  EXPECT_EQ(QPoint(rows()[1].Xmap, rows()[1].Ymap), QPoint(100, 200));
+  EXPECT_EQ(rows()[2].ID, u"Linie0"_s);
+  EXPECT_TRUE(Batch(words).out.contains(u"schon vorhanden: 2"_s)) << "both points of the track";
+  EXPECT_EQ(rows().size(), 3U);
+  EXPECT_EQ(Batch(words + QStringList{u"--auch-vorhandene"_s}).status, 0);
+  EXPECT_EQ(rows().size(), 5U);
 }
 
 // Only what is to change the table does.

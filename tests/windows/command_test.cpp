@@ -82,6 +82,7 @@ const Expected expected[] = {
     {"mnuTableRe", "", "Frage 'Karteneinträge sichern|Karteneinträge wieder hergestellt.'; Tabelle geladen; -Neu"},
     {"mnuOverlay", "", "Tabelle geladen; Rückgängig=Rückgängig: Einträge laden"},
     {"mnuImportCSV", "", "FrmCSVImport 'CSV-Tabelle Import:'"},
+    {"mnuImportGPS", "", "FrmGPS 'Karteneinträge importieren'"},
     {"mnuImportXL", "", "Frage 'Import|Bitte speichern Sie die Tabelle,'"},
     {"mnuOVL_Import", "", "Datei 'OVL-Datei importieren'"},
     {"mnuImportMDB", "", "FrmImport 'Einträge aus anderer Datenbank zu den aktuellen Einträgen hinzufügen.'"},

@@ -7,6 +7,8 @@
 #include "state/dialog_hooks.h"
 #include "windows/canvas/frmFigurDraw.h"
 #include "windows/command_fixture.h"
+#include "windows/import/frmGPSGeraet.h"
+#include "windows/import/frmWpImport.h"
 #include "windows/maps/frmNotePad.h"
 #include "windows/objects/frmTblSymb.h"
 #include "windows/printing/frmPRN.h"
@@ -154,7 +156,9 @@ class EveryWindow : public CommandTest, public testing::WithParamInterface<doubl
     dialogHooks.BigMapHint({6000, 4000}, 24);
     FrmTblSymb characters(window.get());
     FrmPRN progress(window.get());
-    for (QDialog* dialog : {static_cast<QDialog*>(&characters), static_cast<QDialog*>(&progress)}) {
+    FrmWpImport waypoints(window.get());
+    FrmGPSGeraet device(window.get());
+    for (QDialog* dialog : std::initializer_list<QDialog*>{&characters, &progress, &waypoints, &device}) {
       dialog->show();
       Close_Windows();
     }

@@ -11,8 +11,8 @@
 #include "platform/files.h"
 #include "platform/message_box.h"
 #include "state/dialog_hooks.h"
+#include "state/events.h"
 #include "state/global_state.h"
-#include "state/mdi_state.h"
 #include "windows/import/frmGPS.h"
 
 namespace {
@@ -26,8 +26,9 @@ struct OverlayJob {
 
 void Offer_Refusals(const QStringList& refusals) {
   if (refusals.isEmpty()) return;
-  const QString told = QStringLiteral("%1 Angaben wurden nicht übernommen.\n\nSoll die Liste mit den Gründen gezeigt "
-                                      "werden?")
+  const QString told = QStringLiteral(
+                           "%1 Angaben wurden nicht übernommen.\n\nSoll die Liste mit den Gründen gezeigt "
+                           "werden?")
                            .arg(refusals.size());
   if (Message_Box(told, MsgButtons::YesNo, MsgIcon::Question, title) != MsgAnswer::Yes) return;
   const QString path = Write_Import_Report(refusals);
