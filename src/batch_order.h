@@ -21,18 +21,19 @@ enum class BatchWork {
   WriteSheet,
   TakeSheet,
   TakeTable,
+  TakeOverlay,
 };
 
 struct BatchOrder {
   BatchWork work = BatchWork::Picture;
   QString map, target;  // full paths
   bool changesTable = false;
-  bool wholeFile = false;  // tkr-ein
-  QStringList filter;      // tabelle: "Spalte= Wert"
+  bool wholeFile = false;    // tkr-ein
+  bool alsoPresent = false;  // imports: what exists already comes again
+  QStringList filter;        // tabelle: "Spalte= Wert"
   bool exclude = false, pixels = false;
-  bool existingToo = false;  // imports: what exists already comes again
-  QPoint at;                 // flaeche, map pixels
-  int tolerance = 10;        // percent
+  QPoint at;           // flaeche, map pixels
+  int tolerance = 10;  // percent
   bool fill = false;
   QString matrix;
   QString sheet, key;     // tabelle-ein; "" = the usual ones

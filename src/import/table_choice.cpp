@@ -1,8 +1,5 @@
 #include "import/table_choice.h"
 
-#include <QFileInfo>
-
-#include "platform/files.h"
 #include "platform/message_box.h"
 #include "state/global_state.h"
 
@@ -102,11 +99,4 @@ bool Tell_Imported(const TableImportResult& result) {
               .arg(result.refused.size())
               .arg(result.outside);
   return Message_Box(text, MsgButtons::YesNo, MsgIcon::Question, title) == MsgAnswer::Yes;
-}
-
-QString Write_Import_Report(const QStringList& lines) {
-  const QFileInfo map(MapFile);
-  const QString path = map.path() + u'/' + map.completeBaseName() + QStringLiteral("_Import.txt");
-  Write_Lines(path, lines);
-  return path;
 }

@@ -18,7 +18,3 @@ bool Go_On_After_Step(const QString& step, const Error& error);
 
 // The number of entries, and whether the list of the refused ones shall be shown: true for yes.
 bool Tell_Imported(const TableImportResult& result);
-
-// The report beside the map, named like the map with "_Import.txt"; replaces the last one. Returns the path. Raises
-// what the file raises.
-QString Write_Import_Report(const QStringList& lines);

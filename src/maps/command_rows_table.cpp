@@ -68,6 +68,8 @@ std::vector<Command> File_Rows() {
        "Wegpunkte und Tracks aus Dateien von GPS-Geräten, GPX und anderen oder vom Gerät einlesen", opensWindow},
       {"mnuImportXL", "Excel-Tabelle", {}, {}, Needs::OpenMap, Hand::StoreText, {},
        "Wie eine Excel-Tabelle in die Karte kommt", Do(Tell_Excel_Import)},
+      {"mnuOVL_Import", "Top50-&Overlay *.ovl", {}, {}, Needs::OpenMap, Hand::Free, "Import",
+       "Texte, Linien, Flächen und Figuren aus einer Overlay-Datei einlesen", opensWindow},
       {"mnuImportMDB", "andere &Datenbank *.mdb", {}, {}, Needs::OpenMap, Hand::Free, "Import",
        "Einträge aus einer anderen Tabelle hinzufügen, gefiltert und verändert", opensWindow},
   };

@@ -35,7 +35,7 @@ const std::vector<MenuRow>& Menu_Table() {
         "-", "mnuOverlay"}},
       {"mnuImportMenu",
        "&importieren",
-       {"mnuImportCSV", "mnuImportXL", "mnuImportGPS", "mnuImportMDB", "mnuImporttkr", "mnuImporttkrAll"}},
+       {"mnuImportCSV", "mnuImportXL", "mnuImportGPS", "mnuOVL_Import", "mnuImportMDB", "mnuImporttkr", "mnuImporttkrAll"}},
       {"mnuExportMenu", "e&xportieren", {"mnuExportCSV", "mnuExportCSVTable", "mnuExportxls", "mnuExporttkr"}},
       {"mnuExchangeMenu", "austaus&chen", {"mnuExChangeXL"}},
       {"mnuTabelle", "&Tabelle",

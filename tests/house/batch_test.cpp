@@ -371,6 +371,25 @@ TEST_F(BatchTest, CarriesTheTableToASheetAndBack) {
   EXPECT_EQ(Rows_Of(*Workspace::OpenDatabase(home + u"/KARTE.MDB"_s)).back(), moved);
 }
 
+TEST_F(BatchTest, TakesObjectsOfAnOverlay) {
+  const QString file = Path(u"a.ovl"_s);
+  Replace_File(file, "[Symbol 1]\nTyp=2\nText=hier\nXKoord=11.05\nYKoord=49.75\n[Symbol 2]\nTyp=2\nText=fern\n"
+                     "XKoord=12\nYKoord=49.75\n[Symbol 3]\nTyp=7\n");
+  EXPECT_EQ(Batch({u"overlay"_s, map, file}).status, 1) << "a map without a net";
+  Write_Lines(home + u"/Karte.cal"_s,
+              {u"Grid GK Zone: 4 D: Potsdam R: 4431643 H: 5513031"_s, u"Gwidth = 1000"_s, u"Inclin = 0.0000001"_s,
+               u"Xmap = 100"_s, u"Ymap = 200"_s, u"Xline = 100"_s, u"Yline = 100"_s});
+  const Outcome outcome = Batch({u"overlay"_s, map, file});
+  EXPECT_EQ(outcome.status, 0) << outcome.err;
+  EXPECT_EQ(outcome.out, u"1 Einträge wurden importiert\n1 Objekte liegen außerhalb der Karte.\n"
+                         "1 Bilder und Dreiecke wurden übergangen.\n"_s);
+  EXPECT_TRUE(Read_Lines(home + u"/Karte_Import.txt"_s).contains(u"Zeile 6: fern: zu weit rechts im Osten"_s));
+  const EntryRow row = Rows_Of(*Workspace::OpenDatabase(home + u"/KARTE.MDB"_s)).back();
+  EXPECT_EQ(QPoint(row.Xmap, row.Ymap), QPoint(100, 200)) << "converted from WGS-84";
+  EXPECT_TRUE(Batch({u"overlay"_s, map, file}).out.contains(u"1 Objekte waren schon vorhanden."_s));
+  EXPECT_EQ(Batch({u"overlay"_s, map, map}).status, 1);
+}
+
 TEST_F(BatchTest, TakesEntriesOfAnotherTable) {
   New_Table_File()->Close();
   const QString file = Path(u"Quelle.MDB"_s);

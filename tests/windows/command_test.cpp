@@ -91,6 +91,7 @@ const Expected expected[] = {
     {"mnuImportCSV", "", "FrmCSVImport 'CSV-Tabelle Import:'"},
     {"mnuImportGPS", "", "FrmGPS 'Karteneinträge importieren'"},
     {"mnuImportXL", "", "Frage 'Import|Bitte speichern Sie die Tabelle,'"},
+    {"mnuOVL_Import", "", "Datei 'OVL-Datei importieren'"},
     {"mnuImportMDB", "", "FrmImport 'Einträge aus anderer Datenbank zu den aktuellen Einträgen hinzufügen.'"},
     {"mnuImporttkr", "", "Datei 'Name der Importdatei:'"},
     {"mnuImporttkrAll", "", "Datei 'Name der Importdatei, alle Objekte:'"},

@@ -3,6 +3,7 @@
 #include <QLineEdit>
 #include <algorithm>
 
+#include "import/import_report.h"
 #include "import/table_choice.h"
 #include "state/dialog_hooks.h"
 #include "state/events.h"
