@@ -8,6 +8,7 @@
 #include "state/mdi_state.h"
 #include "view/view.h"
 #include "windows/analysis/bind_analysis.h"
+#include "windows/calibration/frmGeodaten.h"
 #include "windows/canvas/bind_canvas.h"
 #include "windows/common/bind_window.h"
 #include "windows/common/frm_dialogs.h"
@@ -67,6 +68,7 @@ void Bind_All_Windows(QMainWindow& window) {
   Bind_Print_Windows(&window);
   Bind_Analysis_Windows(&window);
   Bind_Window("mnuImportCSV", &window, Show_frmCSVImport);
+  Bind_Window("mnuMapGeo", &window, Show_frmGeodaten);
   Bind_Window("mnuImportMDB", &window, Show_frmImport);
   Bind_Window("mnuExportCSVTable", &window, Show_frmCSVExport);
 }
