@@ -2,6 +2,7 @@
 
 #include <QFileInfo>
 #include <QShortcut>
+#include <algorithm>
 #include <cmath>
 
 #include "calibration/typed_place.h"
