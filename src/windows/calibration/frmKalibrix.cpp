@@ -36,6 +36,7 @@ FrmKalibrix::FrmKalibrix(QWidget* parent)
       glass(new Magnifier(this)) {
   ui->setupUi(this);
   setWindowFlags(Qt::Window);
+  setWindowIcon(Program_Icon(QStringLiteral("calibrate")));
   Prepare_Dialog(*this, helpPage);
   setWindowModality(Qt::NonModal);
   view->setObjectName(QStringLiteral("view"));
