@@ -40,6 +40,7 @@ struct Expected {
 const Expected expected[] = {
     {"mnuMapNeu", "", "FrmMapNeu 'Neue Karte'"},
     {"mnuFOpen", "", "Datei 'Karte laden'"},
+    {"mnuMapGeo", "", "FrmGeodaten 'Karte aus Geodaten'"},
     {"mnuMapLoad", "", "Karte geöffnet; *"},
     {"mnuNoTable", "", "Frage 'Karten im abgesicherten Modus öffnen|Wählen Sie diese Option,'; abgesichert=an"},
     {"mnuMapClose", "", "Karte=; *"},
