@@ -4,6 +4,9 @@
 #include <cstdio>
 
 #include "analysis/all_results.h"
+#include "batch_import.h"
+#include "batch_sheet.h"
+#include "calibration/world_file.h"
 #include "exchange/csv_export.h"
 #include "exchange/exchange_table.h"
 #include "objects/draw_context.h"
@@ -115,9 +118,21 @@ ExitStatus Find_Area(const BatchOrder& order) {
   return Append_Poly(PolyEditor::Kind::Area, result.outline, u"Fläche digitalisieren"_s) ? done : failed;
 }
 
-}  // namespace
+ExitStatus Calibrate(const BatchOrder& order) {
+  const auto reference = Find_Reference(order.map);
+  if (!reference) {
+    Tell(u"Neben dem Bild liegt weder eine Weltdatei noch ein GeoTIFF gleicher Größe: "_s + order.map);
+    return failed;
+  }
+  const ReferenceSystem system = System_To_Use(*reference, {order.zone, order.datum});
+  const CalibrationPlan plan = Plan_Of_Reference(*reference, system, QFileInfo(order.map).fileName());
+  const QString path = Calibration_File_Of(order.map);
+  Save_Calibration(plan, path);
+  std::printf("%s\n", qUtf8Printable(path));
+  return done;
+}
 
-void Tell(const QString& text) { std::fprintf(stderr, "%s\n", qUtf8Printable(text)); }
+}  // namespace
 
 ExitStatus Do_Batch_Work(const BatchOrder& order) {
   switch (order.work) {
@@ -131,8 +146,20 @@ ExitStatus Do_Batch_Work(const BatchOrder& order) {
       return Write_Exchange(order);
     case BatchWork::TakeExchange:
       return Take_Exchange(order);
+    case BatchWork::Gps:
+      return Take_Gps(order);
+    case BatchWork::TakeOverlay:
+      return Take_Overlay(order);
+    case BatchWork::TakeTable:
+      return Take_Table(order);
     case BatchWork::Area:
       return Find_Area(order);
+    case BatchWork::Calibrate:
+      return Calibrate(order);
+    case BatchWork::WriteSheet:
+      return Write_Table_Sheet(order);
+    case BatchWork::TakeSheet:
+      return Take_Table_Sheet(order);
     case BatchWork::Picture:
       break;
   }

@@ -178,11 +178,20 @@ TEST_F(BatchTest, FaultsHaveAStatusAndGermanWords) {
       {{u"statistik"_s, map, home + u"/gibt/es/nicht/aus.xls"_s}, 1, u"aus.xls"_s},
       {{u"tkr"_s, map, target}, 2, u".tkr"_s},
       {{u"tkr-ein"_s, map}, 2, u"genau eine Karte und eine Datei"_s},
+      {{u"tabelle-aus"_s, map, target}, 2, u".xls"_s},
+      {{u"tabelle-ein"_s, map, xls, u"--spalten"_s}, 2, u"fehlen die Spalten"_s},
+      {{u"tabelle-ein"_s, map, xls, u"--nur-zeigen"_s}, 1, u"nicht gefunden"_s},
+      {{u"tabelle-ein"_s, map, map, u"--nur-zeigen"_s}, 1, u"keine Arbeitsmappe"_s},
+      {{u"tabelle"_s, map}, 2, u"genau eine Karte und eine Tabelle"_s},
+      {{u"tabelle"_s, map, xls, u"--filter"_s, u"Eintrag"_s}, 2, u"Spalte= Wert"_s},
+      {{u"gps"_s, map}, 2, u"genau eine Karte und eine Datei"_s},
       {{u"flaeche"_s, map, u"10"_s}, 2, u"eine Stelle"_s},
       {{u"flaeche"_s, map, u"10"_s, u"oben"_s}, 2, u"ganze Zahlen"_s},
       {{u"flaeche"_s, map, u"10"_s, u"10"_s, u"--toleranz"_s, u"101"_s}, 2, u"zwischen 0 und 100"_s},
       {{u"flaeche"_s, map, u"10"_s, u"10"_s}, 1, u"Fensterrand"_s},
       {{u"flaeche"_s, map, u"10"_s, u"-10"_s, u"--fuellen"_s}, 1, u"neben die Karte"_s},
+      {{u"kalibriere"_s, map}, 1, u"weder eine Weltdatei noch"_s},
+      {{u"kalibriere"_s, map, u"--zone"_s, u"61"_s}, 2, u"von 1 bis 60"_s},
       {{u"tkr"_s, map, home + u"/aus.tkr"_s}, 1, u"leer"_s},
       {{u"bild"_s, home + u"/fehlt.bmp"_s, target}, 1, u"fehlt.bmp"_s},
       {{u"bild"_s, noPicture, target}, 1, u"Text.bmp"_s},
@@ -271,6 +280,40 @@ TEST_F(BatchTest, ListsEntriesWithTheirCoordinates) {
                                 u"Ende"_s}));
 }
 
+// Waypoints and a track in degrees onto a map with a net in metres.
+TEST_F(BatchTest, TakesGpsFilesOntoTheMap) {
+  New_Table_File()->Close();
+  const QString file = Path(u"Gang.gpx"_s);
+  // 654 000 / 5 511 000 and 654 050 / 5 511 050 in degrees, by cs2cs.
+  Write_Lines(file, {u"<gpx><wpt lat='49.7317680' lon='11.1370401'><name>Igel</name></wpt>"_s,
+                     u"<wpt lat='49.8' lon='11'><name>fern</name></wpt><wpt lat='95' lon='11'/>"_s,
+                     u"<trk><name>Weg</name><trkseg><trkpt lat='49.7317680' lon='11.1370401'/>"_s,
+                     u"<trkpt lat='49.7322046' lon='11.1377532'/></trkseg></trk></gpx>"_s});
+  const QStringList words{u"gps"_s, map, file};
+  EXPECT_TRUE(Batch(words).err.contains(u"Die Karte hat kein Koordinatennetz"));
+  const Outcome missing = Batch({u"gps"_s, map, home + u"/fehlt.gpx"_s});
+  EXPECT_EQ(missing.status, 1);
+  EXPECT_TRUE(missing.err.contains(u"Datei nicht gefunden")) << missing.err;
+  Write_Lines(home + u"/Karte.cal"_s,
+              {u"ID = Kalibrix"_s, u"Grid UTM Zone: 32U D: WGS-84 R: 654000 H: 5511000"_s, u"Gwidth = 100"_s,
+               u"Inclin = 0.0000001"_s, u"Xmap = 100"_s, u"Ymap = 200"_s, u"Xline = 100"_s, u"Yline = 100"_s});
+  const Outcome first = Batch(words);
+  EXPECT_EQ(first.status, 0) << first.err;
+  EXPECT_EQ(first.out.split(u'\n').mid(0, 7).join(u'|'),
+            u"umgerechnet: WGS-84 -> UTM 32 WGS-84|Wegpunkte gelesen: 2|Wegpunkte importiert: 1|außerhalb der Karte: 1|"
+            "schon vorhanden: 0|abgelehnt: 0|Trackpunkte gelesen: 2"_s);
+  EXPECT_THAT(Read_Lines(home + u"/Karte_Import.txt"_s),
+              testing::ElementsAre(u"Zeile 2: Breite 95 gibt es nicht"_s, u"Zeile 2: fern: zu weit oben im Norden"_s));
+  const auto rows = [this] { return Rows_Of(*Workspace::OpenDatabase(home + u"/KARTE.MDB"_s)); };
+  ASSERT_EQ(rows().size(), 3U);
+  EXPECT_EQ(QPoint(rows()[1].Xmap, rows()[1].Ymap), QPoint(100, 200));
+  EXPECT_EQ(rows()[2].ID, u"Linie0"_s);
+  EXPECT_TRUE(Batch(words).out.contains(u"schon vorhanden: 2"_s)) << "both points of the track";
+  EXPECT_EQ(rows().size(), 3U);
+  EXPECT_EQ(Batch(words + QStringList{u"--auch-vorhandene"_s}).status, 0);
+  EXPECT_EQ(rows().size(), 5U);
+}
+
 // Only what is to change the table does.
 TEST_F(BatchTest, FindsAreasAndCarriesEntriesToAnotherMap) {
   New_Table_File()->Close();
@@ -294,6 +337,92 @@ TEST_F(BatchTest, FindsAreasAndCarriesEntriesToAnotherMap) {
   EXPECT_EQ(Rows_Of(*database).back().ID, u"Flaeche0"_s);
   EXPECT_EQ(database->RowCount(u"Flaeche0"_s), 4);
   EXPECT_TRUE(Find_Files(home, u"*.map"_s).isEmpty() && Find_Files(home, u"*.ldb"_s).isEmpty());
+}
+
+TEST_F(BatchTest, CarriesTheTableToASheetAndBack) {
+  Append_Row(*New_Table_File(), redBox);
+  const auto before = Snapshot(home);
+  const QString xls = Path(u"Tabelle 1.xls"_s);
+  const QStringList show{u"tabelle-ein"_s, map, xls, u"--nur-zeigen"_s};
+  ASSERT_EQ(Batch({u"tabelle-aus"_s, map, xls}).status, 0);
+  EXPECT_EQ(Batch(show).out, u"Keine Änderung.\n"_s);
+  Workbook book(xls);
+  Sheet sheet = book.Read(u"MapData"_s);
+  sheet.name = u"Neu"_s;
+  sheet.Put(1, 9, u"Ost"_s);
+  sheet.Put(2, 9, 150.0);
+  sheet.Put(2, 6, 99.0);
+  book.Put(sheet);
+  book.Save();
+  const QStringList fromNew = show + QStringList{u"--blatt"_s, u"Neu"_s};
+  const QStringList renamed = fromNew + QStringList{u"--spalten"_s, u"VG,Xmap=Ost"_s};
+  EXPECT_TRUE(Batch(fromNew + QStringList{u"--spalten"_s, u"Xmap"_s}).err.contains(u"fehlt die Spalte \"Xmap\""_s));
+  EXPECT_EQ(Batch(fromNew + QStringList{u"--schluessel"_s, u"Finder"_s}).status, 2);
+  Outcome outcome = Batch(renamed);
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.out, u"Nr. 1, Zeile 2, Xmap: \"100\" -> \"150\"\n1 Änderung in 1 Zeile, 1 abgelehnt.\n"_s);
+  EXPECT_EQ(outcome.err, u"Zeile 2, VG: \"99\": Die Farbe kann nur Werte zwischen 0-15 annehmen.\n"_s);
+  EXPECT_TRUE(Snapshot(home) == before);
+  QStringList take = renamed;
+  take.removeAll(u"--nur-zeigen"_s);
+  EXPECT_TRUE(Batch(take).out.contains(u"Übernommen: 1 Werte in 1 Zeilen"_s));
+  EntryRow moved = redBox;
+  moved.Xmap = 150;
+  EXPECT_EQ(Rows_Of(*Workspace::OpenDatabase(home + u"/KARTE.MDB"_s)).back(), moved);
+}
+
+TEST_F(BatchTest, TakesObjectsOfAnOverlay) {
+  const QString file = Path(u"a.ovl"_s);
+  Replace_File(file, "[Symbol 1]\nTyp=2\nText=hier\nXKoord=11.05\nYKoord=49.75\n[Symbol 2]\nTyp=2\nText=fern\n"
+                     "XKoord=12\nYKoord=49.75\n[Symbol 3]\nTyp=7\n");
+  EXPECT_EQ(Batch({u"overlay"_s, map, file}).status, 1) << "a map without a net";
+  Write_Lines(home + u"/Karte.cal"_s,
+              {u"Grid GK Zone: 4 D: Potsdam R: 4431643 H: 5513031"_s, u"Gwidth = 1000"_s, u"Inclin = 0.0000001"_s,
+               u"Xmap = 100"_s, u"Ymap = 200"_s, u"Xline = 100"_s, u"Yline = 100"_s});
+  const Outcome outcome = Batch({u"overlay"_s, map, file});
+  EXPECT_EQ(outcome.status, 0) << outcome.err;
+  EXPECT_EQ(outcome.out, u"1 Einträge wurden importiert\n1 Objekte liegen außerhalb der Karte.\n"
+                         "1 Bilder und Dreiecke wurden übergangen.\n"_s);
+  EXPECT_TRUE(Read_Lines(home + u"/Karte_Import.txt"_s).contains(u"Zeile 6: fern: zu weit rechts im Osten"_s));
+  const EntryRow row = Rows_Of(*Workspace::OpenDatabase(home + u"/KARTE.MDB"_s)).back();
+  EXPECT_EQ(QPoint(row.Xmap, row.Ymap), QPoint(100, 200)) << "converted from WGS-84";
+  EXPECT_TRUE(Batch({u"overlay"_s, map, file}).out.contains(u"1 Objekte waren schon vorhanden."_s));
+  EXPECT_EQ(Batch({u"overlay"_s, map, map}).status, 1);
+}
+
+TEST_F(BatchTest, TakesEntriesOfAnotherTable) {
+  New_Table_File()->Close();
+  const QString file = Path(u"Quelle.MDB"_s);
+  {
+    const auto source = Make_Table_File(file, u"Fremd.bmp"_s);
+    for (const char* name : {"Biber 1", "Biber 2", "Igel"})
+      Append_Row(*source, {"Text", QLatin1String(name), "Arial", 10, 4, 0, 0, 40, 50, 0, 0, 0});
+    Append_Row(*source, {"Linie7", u"Biberbach"_s, "Arial", 10, 4, 0, 0, 40, 50, 1, 1, 4});
+  }
+  const auto before = Read_Bytes(file);
+  const QStringList words{u"tabelle"_s, map, file, u"--filter"_s, u"Eintrag= Biber*"_s, u"--filter"_s, u"VG= 4"_s};
+  const Outcome first = Batch(words);
+  EXPECT_EQ(first.status, 0) << first.err;
+  EXPECT_TRUE(first.out.contains(u"2 Einträge wurden importiert."_s)) << first.out;
+  EXPECT_TRUE(first.out.contains(u"1 Einträge wurden abgelehnt"_s)) << first.out;
+  EXPECT_TRUE(Read_Lines(home + u"/Karte_Import.txt"_s).join(u' ').contains(u"Zeile 4: Biberbach"_s));
+  EXPECT_TRUE(Batch(words).out.contains(u"2 Einträge waren schon vorhanden."_s));
+  EXPECT_TRUE(Batch(words + QStringList{u"--ohne"_s}).out.contains(u"1 Einträge wurden importiert."_s));
+  EXPECT_TRUE(Batch(words + QStringList{u"--auch-vorhandene"_s}).out.contains(u"2 Einträge wurden importiert."_s));
+  EXPECT_EQ(Workspace::OpenDatabase(home + u"/KARTE.MDB"_s)->RowCount(u"MapData"_s), 6);
+  EXPECT_EQ(Read_Bytes(file), before);
+  // A map with a net, and nothing known of the other's.
+  Write_Lines(home + u"/Karte.cal"_s,
+              {u"Grid UTM Zone: 32U D: WGS-84 R: 654000 H: 5511000"_s, u"Gwidth = 100"_s, u"Inclin = 0.0000001"_s,
+               u"Xmap = 100"_s, u"Ymap = 200"_s, u"Xline = 100"_s, u"Yline = 100"_s});
+  const Outcome unknown = Batch(words);
+  EXPECT_EQ(unknown.status, 1);
+  EXPECT_TRUE(unknown.err.contains(u"--pixel"_s)) << unknown.err;
+  EXPECT_EQ(Batch(words + QStringList{u"--pixel"_s}).status, 0);
+  const Outcome none = Batch({u"tabelle"_s, map, map});
+  EXPECT_EQ(none.status, 1);
+  EXPECT_TRUE(none.err.contains(u"Karte.bmp"_s)) << none.err;
+  EXPECT_TRUE(Find_Files(home, u"Import*"_s).isEmpty());
 }
 
 TEST_F(BatchTest, WritesTheEvaluationsBesideTheUsersOwnSheets) {
@@ -342,4 +471,20 @@ TEST_F(BatchTest, WritesTheEvaluationsBesideTheUsersOwnSheets) {
   EXPECT_EQ(locked.status, 1);
   EXPECT_TRUE(locked.err.contains(u"Erna"_s)) << locked.err;
   EXPECT_EQ(Read_Bytes(xls), bytes);
+}
+
+TEST_F(BatchTest, CalibratesByAWorldFile) {
+  // 2.5 m a pixel from R 650000, H 5512000 downward.
+  Put(u"Größe 2.5 ä/Karte.bpw"_s, "2.5\n0\n0\n-2.5\n650000\n5512000\n");
+  EXPECT_TRUE(Batch({u"kalibriere"_s, map}).err.contains(u"Es fehlt das Datum"_s));
+  EXPECT_FALSE(QFile::exists(home + u"/Karte.cal"_s));
+  const Outcome outcome = Batch({u"kalibriere"_s, map, u"--zone"_s, u"32U"_s, u"--datum"_s, u"ETRS89"_s});
+  EXPECT_EQ(outcome.status, 0) << outcome.err;
+  EXPECT_EQ(outcome.out.trimmed(), home + u"/Karte.cal"_s);
+  // The other commands know the coordinates now.
+  auto table = New_Table_File();
+  Append_Row(*table, redBox);
+  table->Close();
+  EXPECT_EQ(Batch({u"csv"_s, map}).status, 0);
+  EXPECT_TRUE(Read_Lines(home + u"/KARTE.csv"_s).join(u' ').contains(u"650"_s));
 }
