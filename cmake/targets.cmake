@@ -1,6 +1,6 @@
 # The three link borders. A file's folder decides its library, so that no list of files has to be kept.
 
-set(core_folders state store coordinates objects plansquares view hand edit tools import exchange analysis printing maps)
+set(core_folders state store coordinates calibration objects plansquares view hand edit tools import exchange analysis printing maps)
 
 file(GLOB platform_sources CONFIGURE_DEPENDS src/platform/*.cpp src/workbook/*.cpp)
 set(core_sources)
@@ -26,12 +26,25 @@ target_link_libraries(flurax_windows PUBLIC flurax_core Qt6::Widgets Qt6::PrintS
 target_precompile_headers(flurax_windows PRIVATE <QString> <QList> <QHash> <QWidget> <QDialog> <QPushButton> <QLabel> <QLineEdit>)
 
 if(EXISTS ${CMAKE_SOURCE_DIR}/src/main.cpp)
-  add_executable(flurax src/main.cpp)
+  add_executable(flurax src/main.cpp src/prepare_folder.cpp)
   target_link_libraries(flurax PRIVATE flurax_windows)
   target_compile_definitions(flurax PRIVATE FLURAX_DATA_DIR="${CMAKE_BINARY_DIR}/data")
 endif()
+# The main program finds its helping programs beside itself.
+if(EXISTS ${CMAKE_SOURCE_DIR}/src/kalibrix.cpp)
+  add_executable(Kalibrix src/kalibrix.cpp src/prepare_folder.cpp)
+  target_link_libraries(Kalibrix PRIVATE flurax_windows)
+  target_compile_definitions(Kalibrix PRIVATE FLURAX_DATA_DIR="${CMAKE_BINARY_DIR}/data")
+endif()
+if(EXISTS ${CMAKE_SOURCE_DIR}/src/tabbridge.cpp)
+  # Its name is the one that the program looks for.
+  add_executable(TabBridge src/tabbridge.cpp src/prepare_folder.cpp)
+  target_link_libraries(TabBridge PRIVATE flurax_windows)
+  target_compile_definitions(TabBridge PRIVATE FLURAX_DATA_DIR="${CMAKE_BINARY_DIR}/data")
+endif()
 if(EXISTS ${CMAKE_SOURCE_DIR}/src/batch.cpp)
-  add_executable(flurax-batch src/batch.cpp src/batch_exit.cpp src/batch_import.cpp src/batch_order.cpp src/batch_work.cpp)
+  add_executable(flurax-batch src/batch.cpp src/batch_exit.cpp src/batch_import.cpp src/batch_order.cpp src/batch_sheet.cpp
+                 src/batch_work.cpp)
   target_include_directories(flurax-batch PRIVATE ${CMAKE_SOURCE_DIR}/src)
   target_link_libraries(flurax-batch PRIVATE flurax_core)
   target_compile_definitions(flurax-batch PRIVATE FLURAX_DATA_DIR="${CMAKE_BINARY_DIR}/data")

@@ -42,11 +42,6 @@ const QString helpText =
   flurax-batch tkr-ein KARTE.bmp DATEI.tkr [--alles]
       Liest die Punkte einer solchen Datei in die Tabelle der Karte ein.
       --alles    auch Linien, Flächen und Figuren.
-  flurax-batch gps KARTE.bmp DATEI [--auch-vorhandene]
-      Nimmt Wegpunkte und Tracks aus einer GPS-Datei (PCX5, GPX, KML, FIT, NMEA und andere) in die Tabelle der Karte auf.
-      Koordinaten anderer Art oder anderen Datums werden in das Netz der Karte umgerechnet. Was nicht kommen konnte,
-      steht danach mit dem Grund in KARTE_Import.txt neben der Karte.
-      --auch-vorhandene  auch, was mit Namen und Stelle schon auf der Karte ist.
   flurax-batch tabelle KARTE.bmp DATEI.mdb [--filter "Spalte= Wert"]... [--ohne] [--auch-vorhandene] [--pixel]
       Nimmt die Einträge einer anderen Tabelle in die Tabelle der Karte auf und gibt aus, wie viele es waren.
       --filter "Eintrag= Biber*"   nur die Einträge, für die alle Bedingungen gelten; * steht für beliebige Zeichen.
@@ -54,6 +49,11 @@ const QString helpText =
       --auch-vorhandene  auch was mit gleichem Text an derselben Stelle schon da ist.
       --pixel            auf dieselben Pixel, statt über die Koordinaten der beiden Karten.
       Abgelehnte Einträge stehen mit dem Grund in der Datei KARTE_Import.txt neben der Karte.
+  flurax-batch gps KARTE.bmp DATEI [--auch-vorhandene]
+      Nimmt Wegpunkte und Tracks aus einer GPS-Datei (PCX5, GPX, KML, FIT, NMEA und andere) in die Tabelle der Karte auf.
+      Koordinaten anderer Art oder anderen Datums werden in das Netz der Karte umgerechnet. Was nicht kommen konnte,
+      steht danach mit dem Grund in KARTE_Import.txt neben der Karte.
+      --auch-vorhandene  auch, was mit Namen und Stelle schon auf der Karte ist.
   flurax-batch overlay KARTE.bmp DATEI.ovl [--auch-vorhandene]
       Nimmt die Objekte eines Overlays in die Tabelle der Karte auf und gibt aus, wie viele kamen und wie viele nicht.
       Die Koordinaten (WGS-84) werden in das Netz der Karte umgerechnet.
@@ -62,11 +62,26 @@ const QString helpText =
       --toleranz N       Farbtoleranz von 0 bis 100 % (üblich 10).
       --fuellen          füllt den Fleck, statt seinem Rand zu folgen.
       --uebernehmen      nimmt die Fläche in die Tabelle der Karte auf.
+  flurax-batch kalibriere BILD [--zone N] [--datum D]
+      Schreibt die Kalibrierungsdatei eines Bildes, neben dem eine Weltdatei (.tfw .jgw .bpw .pgw .wld) oder ein
+      GeoTIFF liegt. Zone und Datum stehen darin oder in einer .prj-Datei; wo nicht, werden sie genannt.
+      --zone N           UTM-Zone (32) oder, mit dem Datum Potsdam, Gauß-Krüger-Zone (4).
+      --datum D          WGS-84, ETRS89 oder Potsdam.
+  flurax-batch tabelle-aus KARTE.bmp AUS.xls
+      Schreibt die Tabelle der Einträge in das Blatt "MapData" der Arbeitsmappe AUS.xls, je Eintrag eine Zeile.
+  flurax-batch tabelle-ein KARTE.bmp EIN.xls [--blatt NAME] [--schluessel SPALTE] [--spalten A,B=C] [--nur-zeigen]
+      [--neue]
+      Vergleicht ein Blatt der Arbeitsmappe mit der Tabelle der Karte, zeigt die Unterschiede und übernimmt sie.
+      --blatt NAME         das Blatt; üblich ist "MapData", sonst das erste.
+      --schluessel SPALTE  woran eine Zeile erkannt wird: Nr (üblich), ID oder Eintrag.
+      --spalten A,B=C      nur diese Spalten; B=C: die Spalte B der Karte aus der Spalte C des Blattes.
+      --nur-zeigen         zeigt die Unterschiede nur.
+      --neue               fügt Zeilen, die nur im Blatt stehen, als Texteinträge an.
   flurax-batch --hilfe
       Zeigt diesen Text.
 
-Nur tkr-ein, gps, overlay, tabelle und --uebernehmen ändern die Tabelle der Karte. Meldungen gehen auf die
-Standardfehlerausgabe.
+Nur tkr-ein, gps, overlay, tabelle, tabelle-ein und --uebernehmen ändern die Tabelle der Karte. Meldungen gehen auf
+die Standardfehlerausgabe.
 Rückgabewert: 0 gezeichnet, gedruckt oder geschrieben, 1 Fehler, 2 falscher Aufruf.
 )"_s;
 
@@ -170,10 +185,27 @@ void Parse_Print(QStringList& words, BatchOrder& order) {
   if (words.size() > 1) Take_Target(words, order, {u"pdf"_s}, u"Die Druckdatei muss auf .pdf enden: "_s);
 }
 
-void Parse_Results(QStringList& words, BatchOrder& order) {
-  Parse_Result_Options(words, order);
+void Parse_Workbook(QStringList& words, BatchOrder& order) {
   if (words.size() > 1)
     Take_Target(words, order, {u"xls"_s, u"xlsx"_s}, u"Die Arbeitsmappe muss auf .xls oder .xlsx enden: "_s);
+}
+
+void Parse_Results(QStringList& words, BatchOrder& order) {
+  Parse_Result_Options(words, order);
+  Parse_Workbook(words, order);
+}
+
+void Parse_Table_Taking(QStringList& words, BatchOrder& order) {
+  order.sheet = Take_Option(words, u"--blatt"_s, u"Hinter --blatt fehlt der Name."_s).value_or(QString());
+  order.key = Take_Option(words, u"--schluessel"_s, u"Hinter --schluessel fehlt die Spalte."_s).value_or(QString());
+  const QString missing = u"Hinter --spalten fehlen die Spalten."_s;
+  const auto columns = Take_Option(words, u"--spalten"_s, missing);
+  if (columns) order.columns = columns->split(u',', Qt::SkipEmptyParts);
+  if (columns && order.columns.isEmpty()) throw WrongCall{missing};
+  order.newRows = Take_Switch(words, u"--neue"_s);
+  order.showOnly = Take_Switch(words, u"--nur-zeigen"_s);
+  order.changesTable = !order.showOnly;
+  order.target = Full_Path(words.value(1));
 }
 
 void Parse_Exchange(QStringList& words, BatchOrder& order) {
@@ -219,6 +251,17 @@ void Parse_Area(QStringList& words, BatchOrder& order) {
   if (!right || !down) throw WrongCall{u"X und Y müssen ganze Zahlen sein: "_s + words[1] + u' ' + words[2]};
 }
 
+void Parse_Calibration(QStringList& words, BatchOrder& order) {
+  if (auto zone = Take_Option(words, u"--zone"_s, u"Hinter --zone fehlt die Nummer der Zone."_s)) {
+    static const QRegularExpression pattern(u"^([0-9]{1,2})[A-Za-z]?$"_s);
+    const auto match = pattern.match(*zone);
+    order.zone = match.captured(1).toInt();
+    if (order.zone < 1 || order.zone > 60)
+      throw WrongCall{u"Hinter --zone wird eine Zone von 1 bis 60 erwartet: "_s + *zone};
+  }
+  order.datum = Take_Option(words, u"--datum"_s, u"Hinter --datum fehlt der Name."_s).value_or(QString());
+}
+
 const std::vector<BatchCommand>& Batch_Commands() {
   static const QString mapAndTarget = u"Es werden genau eine Karte und eine Zieldatei erwartet."_s;
   static const std::vector<BatchCommand> commands = {
@@ -235,6 +278,10 @@ const std::vector<BatchCommand>& Batch_Commands() {
        BatchWork::TakeOverlay},
       {u"flaeche"_s, 3, u"Es werden genau eine Karte und eine Stelle erwartet: X und Y."_s, Parse_Area,
        BatchWork::Area},
+      {u"kalibriere"_s, 1, u"Es wird genau ein Bild erwartet."_s, Parse_Calibration, BatchWork::Calibrate},
+      {u"tabelle-aus"_s, 2, mapAndTarget, Parse_Workbook, BatchWork::WriteSheet},
+      {u"tabelle-ein"_s, 2, u"Es werden genau eine Karte und eine Arbeitsmappe erwartet."_s, Parse_Table_Taking,
+       BatchWork::TakeSheet},
   };
   return commands;
 }

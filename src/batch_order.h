@@ -16,7 +16,10 @@ enum class BatchWork {
   WriteExchange,
   TakeExchange,
   Area,
+  Calibrate,
   Gps,
+  WriteSheet,
+  TakeSheet,
   TakeTable,
   TakeOverlay,
 };
@@ -33,7 +36,13 @@ struct BatchOrder {
   int tolerance = 10;  // percent
   bool fill = false;
   QString matrix;
+  QString sheet, key;     // tabelle-ein; "" = the usual ones
+  QStringList columns;    // "Karte" or "Karte=Blatt"; none = all that have a title in the sheet
+  bool showOnly = false;  // the differences are listed, the table stays
+  bool newRows = false;   // rows that only the sheet has are appended
   int neighbours = 0;
+  int zone = 0;   // kalibriere; 0 where none is named
+  QString datum;  // the same, empty
   double zoom = 1;
   std::optional<double> factor;
   QString format = QStringLiteral("A4");

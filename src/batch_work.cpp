@@ -5,6 +5,8 @@
 
 #include "analysis/all_results.h"
 #include "batch_import.h"
+#include "batch_sheet.h"
+#include "calibration/world_file.h"
 #include "exchange/csv_export.h"
 #include "exchange/exchange_table.h"
 #include "objects/draw_context.h"
@@ -116,6 +118,20 @@ ExitStatus Find_Area(const BatchOrder& order) {
   return Append_Poly(PolyEditor::Kind::Area, result.outline, u"Fläche digitalisieren"_s) ? done : failed;
 }
 
+ExitStatus Calibrate(const BatchOrder& order) {
+  const auto reference = Find_Reference(order.map);
+  if (!reference) {
+    Tell(u"Neben dem Bild liegt weder eine Weltdatei noch ein GeoTIFF gleicher Größe: "_s + order.map);
+    return failed;
+  }
+  const ReferenceSystem system = System_To_Use(*reference, {order.zone, order.datum});
+  const CalibrationPlan plan = Plan_Of_Reference(*reference, system, QFileInfo(order.map).fileName());
+  const QString path = Calibration_File_Of(order.map);
+  Save_Calibration(plan, path);
+  std::printf("%s\n", qUtf8Printable(path));
+  return done;
+}
+
 }  // namespace
 
 ExitStatus Do_Batch_Work(const BatchOrder& order) {
@@ -138,6 +154,12 @@ ExitStatus Do_Batch_Work(const BatchOrder& order) {
       return Take_Table(order);
     case BatchWork::Area:
       return Find_Area(order);
+    case BatchWork::Calibrate:
+      return Calibrate(order);
+    case BatchWork::WriteSheet:
+      return Write_Table_Sheet(order);
+    case BatchWork::TakeSheet:
+      return Take_Table_Sheet(order);
     case BatchWork::Picture:
       break;
   }

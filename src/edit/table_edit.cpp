@@ -5,6 +5,7 @@
 #include <array>
 #include <limits>
 
+#include "edit/cell_rules.h"
 #include "edit/figure_extras.h"
 #include "hand/activation.h"
 #include "objects/scale_bar.h"
@@ -168,61 +169,10 @@ bool Refuse(const QString& text) {
   return false;
 }
 
-bool Is_Whole(const FieldInfo& field) { return field.type == FieldType::Integer || field.type == FieldType::Long; }
-
-// The typed text as a value of the column; False with a message where it is none.
-bool Value_Of(const FieldInfo& field, const QString& text, Value& value) {
-  if (field.type == FieldType::Text) {
-    if (field.size > 0 && text.size() > field.size)
-      return Refuse(QStringLiteral("Der Text ist zu lang: %1 Zeichen.\nDie Spalte '%2' kann höchstens %3 Zeichen "
-                                   "aufnehmen.")
-                        .arg(text.size())
-                        .arg(field.name)
-                        .arg(field.size));
-    value = text;
-    return true;
-  }
-  const auto typed = Number_Typed(text);
-  if (!typed || (Is_Whole(field) && *typed != Int(*typed)))
-    return Refuse(QStringLiteral("Falscher Datentyp in der Tabelle.\nBitte ändern!"));
-  const double number = *typed;
-  if (field.type == FieldType::Integer && (number < least || number > most))
-    return Refuse(QStringLiteral("Die Spalte '%1' kann nur ganze Zahlen von %2 bis %3 aufnehmen.\nBitte ändern!")
-                      .arg(field.name)
-                      .arg(least)
-                      .arg(most));
-  if (Is_Whole(field))
-    value = static_cast<qint64>(number);
-  else
-    value = number;
-  return true;
-}
-
-bool Is_Known(const EntryType& type) {
-  static constexpr std::array known = {0, 1, 2, 3, 4, 5, 7, 11, 12, 15, 16, 17, 18, 20, 21, 22, 23, 24, 25, 40};
-  return std::find(known.begin(), known.end(), type.base) != known.end();
-}
-
-// The word by which the program knows what a row is; empty for a free name.
-QString Keyword_Of(const QString& id) {
-  const EntryId parsed = EntryId::Parse(id);
-  for (const char* word : {"Text", "Bild", "Gruppe", "Fig", "Lin", "Fl", "Poly", "Plan", "Maßstab", "Np"})
-    if (parsed.name.contains(QString::fromUtf8(word))) return QString::fromUtf8(word);
-  return {};
-}
-
-bool Check_Id(const EntryType& type, const QString& former, const QString& text) {
-  if (EntryId::StoredIsHeader(text))
-    return Refuse(QStringLiteral("Mit einem Ausrufezeichen beginnt nur die Kopfzeile der Tabelle.\nBitte ändern!"));
-  if (type.HasVertices()) {
-    const QString table = EntryId::Parse(former).TableName();
-    if (EntryId::Parse(text).TableName() == table) return true;
-    return Refuse(QStringLiteral("Unter dem Namen '%1' sind die Eckpunkte dieses Eintrags gespeichert.\nDer Name muss "
-                                 "erhalten bleiben.")
-                      .arg(table));
-  }
-  const QString word = Keyword_Of(former);
-  if (word.isEmpty() || Keyword_Of(text) == word) return true;
+// The program tells a row's kind by a word in its ID: whoever changes it has to mean it.
+bool Check_Keyword(const QString& former, const QString& text) {
+  const QString word = Lost_Keyword(former, text);
+  if (word.isEmpty()) return true;
   return Message_Box(QStringLiteral("Am Schlüsselwort '%1' in der Spalte 'ID' erkennt das Programm die Art des "
                                     "Eintrags.\nEs sollte nicht umbenannt werden.\n\nSoll der Name trotzdem geändert "
                                     "werden?")
@@ -230,36 +180,13 @@ bool Check_Id(const EntryType& type, const QString& former, const QString& text)
                      MsgButtons::YesNo, MsgIcon::Warning, errorTitle, MsgDefault::Second) == MsgAnswer::Yes;
 }
 
-bool Check_Type(const EntryType& former, const EntryType& next) {
-  if (!Is_Known(next)) return Refuse(QStringLiteral("Karteneintrag: Unbekannter Typ = %1").arg(next.base));
-  if (former.HasVertices() != next.HasVertices() || (next.HasVertices() && former.IsPolygon() != next.IsPolygon()))
-    return Refuse(
-        QStringLiteral("Linien, Flächen und freie Figuren haben eigene Eckpunkte.\nIhr Typ lässt sich nur "
-                       "zwischen eckig und rund ändern (4 und 40, 24 und 25)."));
-  return true;
-}
-
-bool Check_Frame(const EntryType& type, qint64 number) {
-  // A scale bar keeps its direction there.
-  if (type.Kind() == EntryKind::Scale || number < 0 || FrameWord::StoredColor(number) <= 15) return true;
-  return Refuse(
-      QStringLiteral("Die Rahmenfarbe RA  kann nur Werte zwischen 0-15 plus ein Vielfaches von hundert für die "
-                     "Rahmenbreite annehmen."));
-}
-
-// What the column means to the program, for the current row.
-bool Check_Meaning(int number, const Value& value) {
-  const EntryType type = Type_Here();
-  switch (number) {
-    case column::ID:
-      return Check_Id(type, rsEntries->Text(column::ID), std::get<QString>(value));
-    case column::RA:
-      return Check_Frame(type, std::get<qint64>(value));
-    case column::Typ:
-      return Check_Type(type, EntryType::Parse(static_cast<int>(std::get<qint64>(value))));
-    default:
-      return true;
-  }
+// The typed text as a value of the current row's column; False with a message where it cannot be one.
+bool Value_Of(int number, const QString& text, Value& value) {
+  QString problem = Value_Problem(rsEntries->Fields()[static_cast<size_t>(number)], text, value);
+  const QString id = rsEntries->Text(column::ID);
+  if (problem.isEmpty()) problem = Meaning_Problem(Type_Here(), id, number, value);
+  if (!problem.isEmpty()) return Refuse(problem);
+  return number != column::ID || Check_Keyword(id, text);
 }
 
 void Row_Was_Edited(const QString& bookmark) {
@@ -270,7 +197,7 @@ void Row_Was_Edited(const QString& bookmark) {
   // The controls over the entry show the new values.
   if (bookmark == Map.CurBookmark && Entry_In_Hand()) Activate_Entry();
   events.TableChanged.Emit();
-  events.RedrawWanted.Emit();
+  events.ChangedEntriesWanted.Emit();
 }
 
 }  // namespace
@@ -285,10 +212,8 @@ CellEdit Edit_Cell(qint64 key, int number, const QString& text) {
   if (Cell_Text(rsEntries->Raw(number)) == text) return CellEdit::Unchanged;
   Warn_Before_Edit();
   try {
-    const FieldInfo field = rsEntries->Fields()[static_cast<size_t>(number)];
     Value value;
-    if (!Value_Of(field, text, value) || !Go_To(key) || !Check_Meaning(number, value)) return CellEdit::Refused;
-    if (!Go_To(key)) return CellEdit::Refused;
+    if (!Value_Of(number, text, value) || !Go_To(key)) return CellEdit::Refused;
     rsEntries->Edit();
     rsEntries->Set(number, value);
     rsEntries->Update();

@@ -1,5 +1,6 @@
 #include "platform/shell.h"
 
+#include <QCoreApplication>
 #include <QFileInfo>
 #include <QStandardPaths>
 #include <utility>
@@ -38,8 +39,9 @@ QString Find_Program(const QString& name, const QString& programFolder) {
       if (const QString found = Find_File(candidate); Is_Program(found)) return found;
     return {};
   }
-  for (const QString& candidate : names)
-    if (const QString found = Find_File(programFolder + u'/' + candidate); Is_Program(found)) return found;
+  for (const QString& folder : {programFolder, QCoreApplication::applicationDirPath()})
+    for (const QString& candidate : names)
+      if (const QString found = Find_File(folder + u'/' + candidate); Is_Program(found)) return found;
   for (const QString& candidate : names)
     if (const QString found = QStandardPaths::findExecutable(candidate); !found.isEmpty()) return found;
   return {};

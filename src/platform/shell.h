@@ -14,5 +14,6 @@ ShellFace Set_Shell(ShellFace face);  // returns the former one
 bool Start_Program(const QString& program, const QStringList& arguments, std::function<void()> ended = {});
 // False if the desktop has no program for the file.
 bool Open_With_Desktop(const QString& path);
-// Program of that name (with or without ".exe") in the program folder, then on PATH; empty if there is none.
+// Program of that name (with or without ".exe") in the program folder, then beside the running program, then on PATH;
+// empty if there is none.
 QString Find_Program(const QString& name, const QString& programFolder);

@@ -13,6 +13,7 @@
 #include "store/entry.h"
 #include "store/file_names.h"
 #include "store/header_row.h"
+#include "store/history.h"
 #include "store/old_table.h"
 #include "store/stored_number.h"
 #include "store/table_file_inner.h"
@@ -24,6 +25,7 @@ using namespace table_file;
 // Closing ------------------------------------------------------------------------------------------------------------
 
 void table_file::Close_Quietly() {
+  Leave_Table();
   rsEntries.reset();
   if (dbEntries) {
     try {
@@ -157,6 +159,7 @@ void Bind() {
   } else {
     Take_Header();
   }
+  Follow_Table();
   rsEntries->MoveFirst();
 }
 

@@ -11,6 +11,7 @@
 #include "store/entry.h"
 #include "store/file_names.h"
 #include "store/header_row.h"
+#include "store/history.h"
 #include "store/map_log.h"
 #include "store/old_table.h"
 #include "store/table_file.h"
@@ -81,6 +82,7 @@ void Put_Back(const QString& user, TableTag tag) {
     Report_Copy_Error(TableFile, error);
   }
   Load_Table(LoadMode::Reload);
+  Drop_Steps_Ahead();
   Tbl.Tag = tag;
   Draw_If_Open();
 }
@@ -121,6 +123,7 @@ bool Load_Other_Table(const QString& wanted) {
   }
   events.BackgroundText.Emit(path);
   try {
+    Keep_Former_Table(QStringLiteral("Einträge laden"));
     if (!Same_Name(path, TableFile)) Table_File_Copy(path, TableFile);
   } catch (const Error& error) {
     Report_Copy_Error(TableFile, error);
@@ -158,6 +161,7 @@ void New_Table() {
   events.BackgroundText.Emit(QStringLiteral("Neu"));
   bool loaded = false;
   try {
+    Keep_Former_Table(QStringLiteral("Einträge neu"));
     Table_File_Delete(TableFile);
     loaded = Load_Table(LoadMode::Reload);
   } catch (const Error& error) {

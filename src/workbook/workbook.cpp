@@ -150,7 +150,8 @@ Sheet Workbook::Read(const QString& name) const {
   const Book::Entry entry = inner->Existing(name);
   Sheet sheet(entry.name);
   if (entry.worksheet)
-    Read_Sheet_Part(sheet, inner->package.Read(entry.part), entry.part, inner->Shared_Strings(), inner->Styles());
+    Read_Sheet_Part(sheet, inner->package.Read(entry.part), entry.part,
+                    {inner->Shared_Strings(), inner->Styles(), inner->book.Counts_From_1904()});
   return sheet;
 }
 

@@ -166,6 +166,8 @@ QString Book::Main_Namespace() const {
   return declared.isEmpty() ? QString::fromLatin1(mainNamespace) : declared;
 }
 
+bool Book::Counts_From_1904() const { return Attribute_True(Child(Root(), "workbookPr"), "date1904"); }
+
 bool Book::Has_View() const { return static_cast<bool>(Child(Child(Root(), "bookViews"), "workbookView")); }
 
 int Book::Active() const { return Attribute(Child(Child(Root(), "bookViews"), "workbookView"), "activeTab").as_int(); }

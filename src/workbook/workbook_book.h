@@ -45,6 +45,7 @@ class Book {
   int Find(const QString& name) const;  // in any case; -1
   QString Part_Of_Kind(const QString& kind) const { return relations->Target_By_Kind(kind); }
   QString Main_Namespace() const;  // of its elements: there are two, by the kind of writer
+  bool Counts_From_1904() const;   // its days; else from 1899-12-30
   bool Has_View() const;           // does it describe a window, which the views of sheets can name?
   int Active() const;              // the sheet that is shown first; 0 where nothing says so
   void Set_Active(int index);      // nothing happens without such a window

@@ -167,6 +167,15 @@ const CellStyle& Sheet::Style(int row, int column) const {
   return styles[cell ? static_cast<size_t>(cell->style) : 0];
 }
 
+CellFlaw Sheet::Flaw(int row, int column) const {
+  const Cell* cell = Find(row, column);
+  return cell ? cell->flaw : CellFlaw::None;
+}
+
+void Sheet::Set_Flaw(int row, int column, CellFlaw flaw) {
+  if (Find(row, column)) At(row, column).flaw = flaw;
+}
+
 int Sheet::ColumnCount() const {
   size_t count = 0;
   for (const Row& row : rows) count = std::max(count, row.size());

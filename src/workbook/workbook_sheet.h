@@ -28,6 +28,9 @@ size_t qHash(const CellStyle& style, size_t seed = 0);
 // Empty, a number, or a text. A text is never a formula, whatever it begins with.
 using CellValue = std::variant<std::monostate, double, QString>;
 
+// Why what stands in a cell that was read is no value: its formula has failed, or was never computed.
+enum class CellFlaw : unsigned char { None, Fault, NoResult };
+
 struct CellRange {
   int row1, column1, row2, column2;  // both bounds included
 };
@@ -38,11 +41,13 @@ class Sheet {
   struct Cell {
     CellValue value;
     int style = 0;  // index into Styles()
+    CellFlaw flaw = CellFlaw::None;
   };
   using Row = std::vector<Cell>;  // from column 1 on
 
   explicit Sheet(QString sheetName = {}) : name(std::move(sheetName)) {}
   QString name;
+  int frozenRows = 0;  // rows at the top that stay in sight
 
   // Sets the value; the look stays what it is. Of a text control characters vanish, CR and CR LF become LF, which wraps
   // the cell, and what is longer than 32767 characters is cut. A number that is none (NaN) leaves the cell empty.
@@ -60,11 +65,14 @@ class Sheet {
   QString Text(int row, int column) const;            // a number as plain text with "."; "" for an empty cell
   double Number(int row, int column) const;           // 0 if it holds none
   const CellStyle& Style(int row, int column) const;  // that of an empty cell without one
+  CellFlaw Flaw(int row, int column) const;           // None beyond the cells that are there
+  void Set_Flaw(int row, int column, CellFlaw flaw);  // of a cell that is there
 
   void SetColumnWidth(int column, double characters) { widths[column] = characters; }
   void SetRowHeight(int row, double points) { heights[row] = points; }
-  // Cells of one row shown as one. Their text stands in the first.
-  void Merge(int row, int column1, int column2) { merges.push_back({row, column1, row, column2}); }
+  // Cells shown as one. Their value stands in the first.
+  void Merge(const CellRange& range) { merges.push_back(range); }
+  void Merge(int row, int column1, int column2) { Merge({row, column1, row, column2}); }
   // Points. Of a row without a given height: room for the lines of its wrapped cells; nothing if it needs none.
   std::optional<double> RowHeight(int row) const;
 

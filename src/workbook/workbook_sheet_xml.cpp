@@ -2,7 +2,9 @@
 
 #include <array>
 #include <charconv>
+#include <optional>
 
+#include "workbook/workbook_dates.h"
 #include "workbook/workbook_xml.h"
 
 namespace workbook_inner {
@@ -131,10 +133,22 @@ CellValue Value_Of(const pugi::xml_node& cell, const QStringList& shared) {
   return text;
 }
 
+CellFlaw Flaw_Of(const pugi::xml_node& cell) {
+  if (Attribute_Text(cell, "t") == QLatin1String("e")) return CellFlaw::Fault;
+  return Child(cell, "f") && !Child(cell, "v") ? CellFlaw::NoResult : CellFlaw::None;
+}
+
+// "A1:B7" or "A1".
+std::optional<CellRange> Read_Range(const QString& text) {
+  CellRange range{};
+  const QString first = text.section(u':', 0, 0), last = text.section(u':', -1);
+  if (!Read_Cell_Name(first, range.row1, range.column1) || !Read_Cell_Name(last, range.row2, range.column2)) return {};
+  return range;
+}
+
 class RowReader {
  public:
-  RowReader(Sheet& target, const QStringList& texts, const StyleTable& table)
-      : sheet(target), shared(texts), styles(table) {}
+  RowReader(Sheet& target, const SheetSources& from) : sheet(target), sources(from) {}
 
   // Rows and cells without a place of their own follow those before them.
   void Read(const pugi::xml_node& node) {
@@ -149,10 +163,13 @@ class RowReader {
       const QString name = Attribute_Text(cell, "r");
       if (!name.isEmpty() && !Read_Cell_Name(name, atRow, atColumn)) return;
       column = atColumn;
-      CellValue value = Value_Of(cell, shared);
+      CellValue value = Value_Of(cell, sources.shared);
       const int style = Own_Style(Attribute(cell, "s").as_int());
-      if (std::holds_alternative<std::monostate>(value) && style == 0) return;
+      const CellFlaw flaw = Flaw_Of(cell);
+      if (std::holds_alternative<std::monostate>(value) && style == 0 && flaw == CellFlaw::None) return;
+      if (sources.from1904) Count_From_1899(value, style);
       sheet.Put(atRow, atColumn, std::move(value), style);
+      if (flaw != CellFlaw::None) sheet.Set_Flaw(atRow, atColumn, flaw);
     });
   }
 
@@ -160,16 +177,26 @@ class RowReader {
   int Own_Style(int place) {
     const auto known = numbers.find(place);
     if (known != numbers.end()) return known->second;
-    return numbers[place] = sheet.Style_Number(styles.Style_At(place));
+    return numbers[place] = sheet.Style_Number(sources.styles.Style_At(place));
+  }
+  void Count_From_1899(CellValue& value, int style) const {
+    constexpr double days = 1462;
+    auto* number = std::get_if<double>(&value);
+    if (number && Is_Date_Format(sheet.Styles()[static_cast<size_t>(style)].format)) *number += days;
   }
   Sheet& sheet;
-  const QStringList& shared;
-  const StyleTable& styles;
+  const SheetSources& sources;
   std::map<int, int> numbers;
   int row = 0;
 };
 
 }  // namespace
+
+static std::string Frozen_Pane(const Sheet& sheet) {
+  if (sheet.frozenRows <= 0) return {};
+  return "<pane ySplit=\"" + std::to_string(sheet.frozenRows) + "\" topLeftCell=\"A" +
+         std::to_string(sheet.frozenRows + 1) + "\" activePane=\"bottomLeft\" state=\"frozen\"/>";
+}
 
 QByteArray Write_Sheet_Part(const Sheet& sheet, StyleTable& styles, const SheetFrame& frame) {
   std::string out = "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n<worksheet xmlns=\"" +
@@ -179,7 +206,7 @@ QByteArray Write_Sheet_Part(const Sheet& sheet, StyleTable& styles, const SheetF
   out += "\"/>";
   if (frame.hasView)
     out += std::string("<sheetViews><sheetView") + (frame.selected ? " tabSelected=\"1\"" : "") +
-           " workbookViewId=\"0\"/></sheetViews>";
+           " workbookViewId=\"0\">" + Frozen_Pane(sheet) + "</sheetView></sheetViews>";
   out += "<sheetFormatPr defaultRowHeight=\"12.75\"/>";
   Append_Columns(out, sheet);
   out += "<sheetData>";
@@ -193,8 +220,7 @@ QByteArray Write_Sheet_Part(const Sheet& sheet, StyleTable& styles, const SheetF
   return QByteArray(out.data(), static_cast<qsizetype>(out.size()));
 }
 
-void Read_Sheet_Part(Sheet& sheet, const QByteArray& xml, const QString& part, const QStringList& shared,
-                     const StyleTable& styles) {
+void Read_Sheet_Part(Sheet& sheet, const QByteArray& xml, const QString& part, const SheetSources& sources) {
   pugi::xml_document document;
   Parse_Xml(document, xml, part);
   const pugi::xml_node root = document.document_element();
@@ -207,8 +233,11 @@ void Read_Sheet_Part(Sheet& sheet, const QByteArray& xml, const QString& part, c
     if (width > 0)
       for (int column = std::max(1, first); column <= last; ++column) sheet.SetColumnWidth(column, width);
   });
-  RowReader reader(sheet, shared, styles);
+  RowReader reader(sheet, sources);
   For_Children(data, "row", [&reader](const pugi::xml_node& node) { reader.Read(node); });
+  For_Children(Child(root, "mergeCells"), "mergeCell", [&sheet](const pugi::xml_node& node) {
+    if (const auto range = Read_Range(Attribute_Text(node, "ref"))) sheet.Merge(*range);
+  });
 }
 
 QStringList Read_Shared_Strings(const QByteArray& xml, const QString& part) {

@@ -15,9 +15,14 @@ struct SheetFrame {
 };
 // The part of a sheet; its styles are added to the table.
 QByteArray Write_Sheet_Part(const Sheet& sheet, StyleTable& styles, const SheetFrame& frame);
-// Reads a part of any writer. `shared`: the texts that cells of kind "s" name by number. Error 321.
-void Read_Sheet_Part(Sheet& sheet, const QByteArray& xml, const QString& part, const QStringList& shared,
-                     const StyleTable& styles);
+// What the cells of a part refer to.
+struct SheetSources {
+  const QStringList& shared;  // the texts that cells of kind "s" name by number
+  const StyleTable& styles;
+  bool from1904 = false;  // days are counted from 1904 on
+};
+// Reads a part of any writer. Dates become days since 1899-12-30. Error 321.
+void Read_Sheet_Part(Sheet& sheet, const QByteArray& xml, const QString& part, const SheetSources& sources);
 // The texts of the part of shared strings, by their numbers. Error 321.
 QStringList Read_Shared_Strings(const QByteArray& xml, const QString& part);
 // Nothing in it but empty rows, widths and paper settings.

@@ -69,12 +69,17 @@ const char* Align_Word(CellAlign align) {
 
 std::string Attribute_Escaped(const QString& text) { return text.toHtmlEscaped().toStdString(); }
 
-// The numbers that mean a fixed format, as far as they are plain numbers.
+// The numbers that mean a fixed format, as far as they are plain numbers, texts or dates.
 QString Fixed_Format(int id) {
-  static const QHash<int, QString> known = {
-      {1, QStringLiteral("0")},         {2, QStringLiteral("0.00")},      {3, QStringLiteral("#,##0")},
-      {4, QStringLiteral("#,##0.00")},  {9, QStringLiteral("0%")},        {10, QStringLiteral("0.00%")},
-      {11, QStringLiteral("0.00E+00")}, {14, QStringLiteral("mm-dd-yy")}, {49, QStringLiteral("@")}};
+  static const QHash<int, QString> known = {{1, QStringLiteral("0")},         {2, QStringLiteral("0.00")},
+                                            {3, QStringLiteral("#,##0")},     {4, QStringLiteral("#,##0.00")},
+                                            {9, QStringLiteral("0%")},        {10, QStringLiteral("0.00%")},
+                                            {11, QStringLiteral("0.00E+00")}, {14, QStringLiteral("mm-dd-yy")},
+                                            {15, QStringLiteral("d-mmm-yy")}, {16, QStringLiteral("d-mmm")},
+                                            {17, QStringLiteral("mmm-yy")},   {20, QStringLiteral("h:mm")},
+                                            {21, QStringLiteral("h:mm:ss")},  {22, QStringLiteral("m/d/yy h:mm")},
+                                            {45, QStringLiteral("mm:ss")},    {46, QStringLiteral("[h]:mm:ss")},
+                                            {49, QStringLiteral("@")}};
   return known.value(id);
 }
 }  // namespace

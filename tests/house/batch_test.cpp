@@ -178,14 +178,20 @@ TEST_F(BatchTest, FaultsHaveAStatusAndGermanWords) {
       {{u"statistik"_s, map, home + u"/gibt/es/nicht/aus.xls"_s}, 1, u"aus.xls"_s},
       {{u"tkr"_s, map, target}, 2, u".tkr"_s},
       {{u"tkr-ein"_s, map}, 2, u"genau eine Karte und eine Datei"_s},
-      {{u"gps"_s, map}, 2, u"genau eine Karte und eine Datei"_s},
+      {{u"tabelle-aus"_s, map, target}, 2, u".xls"_s},
+      {{u"tabelle-ein"_s, map, xls, u"--spalten"_s}, 2, u"fehlen die Spalten"_s},
+      {{u"tabelle-ein"_s, map, xls, u"--nur-zeigen"_s}, 1, u"nicht gefunden"_s},
+      {{u"tabelle-ein"_s, map, map, u"--nur-zeigen"_s}, 1, u"keine Arbeitsmappe"_s},
       {{u"tabelle"_s, map}, 2, u"genau eine Karte und eine Tabelle"_s},
       {{u"tabelle"_s, map, xls, u"--filter"_s, u"Eintrag"_s}, 2, u"Spalte= Wert"_s},
+      {{u"gps"_s, map}, 2, u"genau eine Karte und eine Datei"_s},
       {{u"flaeche"_s, map, u"10"_s}, 2, u"eine Stelle"_s},
       {{u"flaeche"_s, map, u"10"_s, u"oben"_s}, 2, u"ganze Zahlen"_s},
       {{u"flaeche"_s, map, u"10"_s, u"10"_s, u"--toleranz"_s, u"101"_s}, 2, u"zwischen 0 und 100"_s},
       {{u"flaeche"_s, map, u"10"_s, u"10"_s}, 1, u"Fensterrand"_s},
       {{u"flaeche"_s, map, u"10"_s, u"-10"_s, u"--fuellen"_s}, 1, u"neben die Karte"_s},
+      {{u"kalibriere"_s, map}, 1, u"weder eine Weltdatei noch"_s},
+      {{u"kalibriere"_s, map, u"--zone"_s, u"61"_s}, 2, u"von 1 bis 60"_s},
       {{u"tkr"_s, map, home + u"/aus.tkr"_s}, 1, u"leer"_s},
       {{u"bild"_s, home + u"/fehlt.bmp"_s, target}, 1, u"fehlt.bmp"_s},
       {{u"bild"_s, noPicture, target}, 1, u"Text.bmp"_s},
@@ -333,6 +339,38 @@ TEST_F(BatchTest, FindsAreasAndCarriesEntriesToAnotherMap) {
   EXPECT_TRUE(Find_Files(home, u"*.map"_s).isEmpty() && Find_Files(home, u"*.ldb"_s).isEmpty());
 }
 
+TEST_F(BatchTest, CarriesTheTableToASheetAndBack) {
+  Append_Row(*New_Table_File(), redBox);
+  const auto before = Snapshot(home);
+  const QString xls = Path(u"Tabelle 1.xls"_s);
+  const QStringList show{u"tabelle-ein"_s, map, xls, u"--nur-zeigen"_s};
+  ASSERT_EQ(Batch({u"tabelle-aus"_s, map, xls}).status, 0);
+  EXPECT_EQ(Batch(show).out, u"Keine Änderung.\n"_s);
+  Workbook book(xls);
+  Sheet sheet = book.Read(u"MapData"_s);
+  sheet.name = u"Neu"_s;
+  sheet.Put(1, 9, u"Ost"_s);
+  sheet.Put(2, 9, 150.0);
+  sheet.Put(2, 6, 99.0);
+  book.Put(sheet);
+  book.Save();
+  const QStringList fromNew = show + QStringList{u"--blatt"_s, u"Neu"_s};
+  const QStringList renamed = fromNew + QStringList{u"--spalten"_s, u"VG,Xmap=Ost"_s};
+  EXPECT_TRUE(Batch(fromNew + QStringList{u"--spalten"_s, u"Xmap"_s}).err.contains(u"fehlt die Spalte \"Xmap\""_s));
+  EXPECT_EQ(Batch(fromNew + QStringList{u"--schluessel"_s, u"Finder"_s}).status, 2);
+  Outcome outcome = Batch(renamed);
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.out, u"Nr. 1, Zeile 2, Xmap: \"100\" -> \"150\"\n1 Änderung in 1 Zeile, 1 abgelehnt.\n"_s);
+  EXPECT_EQ(outcome.err, u"Zeile 2, VG: \"99\": Die Farbe kann nur Werte zwischen 0-15 annehmen.\n"_s);
+  EXPECT_TRUE(Snapshot(home) == before);
+  QStringList take = renamed;
+  take.removeAll(u"--nur-zeigen"_s);
+  EXPECT_TRUE(Batch(take).out.contains(u"Übernommen: 1 Werte in 1 Zeilen"_s));
+  EntryRow moved = redBox;
+  moved.Xmap = 150;
+  EXPECT_EQ(Rows_Of(*Workspace::OpenDatabase(home + u"/KARTE.MDB"_s)).back(), moved);
+}
+
 TEST_F(BatchTest, TakesObjectsOfAnOverlay) {
   const QString file = Path(u"a.ovl"_s);
   Replace_File(file, "[Symbol 1]\nTyp=2\nText=hier\nXKoord=11.05\nYKoord=49.75\n[Symbol 2]\nTyp=2\nText=fern\n"
@@ -433,4 +471,20 @@ TEST_F(BatchTest, WritesTheEvaluationsBesideTheUsersOwnSheets) {
   EXPECT_EQ(locked.status, 1);
   EXPECT_TRUE(locked.err.contains(u"Erna"_s)) << locked.err;
   EXPECT_EQ(Read_Bytes(xls), bytes);
+}
+
+TEST_F(BatchTest, CalibratesByAWorldFile) {
+  // 2.5 m a pixel from R 650000, H 5512000 downward.
+  Put(u"Größe 2.5 ä/Karte.bpw"_s, "2.5\n0\n0\n-2.5\n650000\n5512000\n");
+  EXPECT_TRUE(Batch({u"kalibriere"_s, map}).err.contains(u"Es fehlt das Datum"_s));
+  EXPECT_FALSE(QFile::exists(home + u"/Karte.cal"_s));
+  const Outcome outcome = Batch({u"kalibriere"_s, map, u"--zone"_s, u"32U"_s, u"--datum"_s, u"ETRS89"_s});
+  EXPECT_EQ(outcome.status, 0) << outcome.err;
+  EXPECT_EQ(outcome.out.trimmed(), home + u"/Karte.cal"_s);
+  // The other commands know the coordinates now.
+  auto table = New_Table_File();
+  Append_Row(*table, redBox);
+  table->Close();
+  EXPECT_EQ(Batch({u"csv"_s, map}).status, 0);
+  EXPECT_TRUE(Read_Lines(home + u"/KARTE.csv"_s).join(u' ').contains(u"650"_s));
 }
