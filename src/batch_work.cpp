@@ -7,7 +7,6 @@
 #include "batch_import.h"
 #include "batch_sheet.h"
 #include "exchange/csv_export.h"
-#include "exchange/exchange_table.h"
 #include "objects/draw_context.h"
 #include "platform/error.h"
 #include "platform/files.h"
@@ -81,28 +80,6 @@ ExitStatus Write_Results(const BatchOrder& order) {
 ExitStatus Save_Drawing(const BatchOrder& order) {
   Save_Picture(Draw_Map(order.zoom), order.target);
   return done;
-}
-
-ExitStatus Write_Exchange(const BatchOrder& order) {
-  try {
-    const auto text = Exchange_Lines(Read_Exchange_Table(order.target));
-    Write_Lines(order.target, text->lines);
-    if (text->withoutText > 0) Tell(u"Einträge ohne Text, die nicht in der Datei stehen: %1"_s.arg(text->withoutText));
-  } catch (const Error& error) {
-    const QString reason = error.number == 5000 ? u"Diese Datei ist leer."_s : Error_Text(error);
-    Raise(error.number, reason + u": "_s + order.target);
-  }
-  return done;
-}
-
-ExitStatus Take_Exchange(const BatchOrder& order) {
-  const QStringList lines = Read_Lines(order.target);
-  const ExchangeContent content = order.wholeFile ? Read_Exchange_All(lines) : Read_Exchange_Entries(lines);
-  const ExchangeTaken taken = Append_Exchange_Entries(content.entries);
-  for (const auto* refused : {&content.refused, &taken.refused})
-    for (const ExchangeRefusal& one : *refused) Tell(u"Zeile %1: %2"_s.arg(one.line).arg(one.reason));
-  std::printf("%d\n", taken.entries);
-  return taken.entries > 0 ? done : failed;
 }
 
 ExitStatus Find_Area(const BatchOrder& order) {
