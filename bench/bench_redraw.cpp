@@ -2,8 +2,8 @@
 
 #include <QPainter>
 
-#include "maps/map_close.h"
 #include "bench_map.h"
+#include "maps/map_close.h"
 #include "view/hit_test.h"
 
 // Redraw of the map window against the same primitives drawn straightforwardly with the toolkit's painter.
@@ -47,6 +47,14 @@ void BM_Redraw_Bare(benchmark::State& state) {
   for (auto _ : state) Straightforward(canvas, scan, shapes);
 }
 BENCHMARK(BM_Redraw_Bare)->Arg(1000)->Arg(10'000)->Unit(benchmark::kMillisecond);
+
+void BM_Redraw_Texts_Bare(benchmark::State& state) {
+  const BenchShapes shapes = Make_Shapes({static_cast<int>(state.range(0)), 0, 0});
+  QImage canvas = Make_Canvas(1600, 1000);
+  const QImage scan = Make_Canvas(1600, 1000);
+  for (auto _ : state) Straightforward(canvas, scan, shapes);
+}
+BENCHMARK(BM_Redraw_Texts_Bare)->Arg(1000)->Arg(10'000)->Arg(100'000)->Unit(benchmark::kMillisecond);
 
 void BM_Redraw(benchmark::State& state) {
   const BenchMap map(Scaled(state.range(0)));
@@ -119,11 +127,3 @@ void BM_Hit_Test(benchmark::State& state) {
 BENCHMARK(BM_Hit_Test)->Unit(benchmark::kMicrosecond);
 
 }  // namespace
-
-int main(int argc, char** argv) {
-  qputenv("QT_QPA_PLATFORM", "offscreen");
-  QGuiApplication application(argc, argv);
-  benchmark::Initialize(&argc, argv);
-  benchmark::RunSpecifiedBenchmarks();
-  return 0;
-}

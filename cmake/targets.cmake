@@ -1,6 +1,6 @@
 # The three link borders. A file's folder decides its library, so that no list of files has to be kept.
 
-set(core_folders state store coordinates objects plansquares view hand edit tools import exchange analysis printing maps)
+set(core_folders state store coordinates calibration objects plansquares view hand edit tools import exchange analysis printing maps)
 
 file(GLOB platform_sources CONFIGURE_DEPENDS src/platform/*.cpp src/workbook/*.cpp)
 set(core_sources)
@@ -29,6 +29,12 @@ if(EXISTS ${CMAKE_SOURCE_DIR}/src/main.cpp)
   add_executable(flurax src/main.cpp src/prepare_folder.cpp)
   target_link_libraries(flurax PRIVATE flurax_windows)
   target_compile_definitions(flurax PRIVATE FLURAX_DATA_DIR="${CMAKE_BINARY_DIR}/data")
+endif()
+# The main program finds its helping programs beside itself.
+if(EXISTS ${CMAKE_SOURCE_DIR}/src/kalibrix.cpp)
+  add_executable(Kalibrix src/kalibrix.cpp src/prepare_folder.cpp)
+  target_link_libraries(Kalibrix PRIVATE flurax_windows)
+  target_compile_definitions(Kalibrix PRIVATE FLURAX_DATA_DIR="${CMAKE_BINARY_DIR}/data")
 endif()
 if(EXISTS ${CMAKE_SOURCE_DIR}/src/tabbridge.cpp)
   # Its name is the one that the program looks for.

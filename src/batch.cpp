@@ -122,6 +122,7 @@ ExitStatus Carry_Out(const BatchOrder& order) {
     Tell(u"Die Karte wurde nicht gefunden: "_s + order.map);
     return failed;
   }
+  if (order.work == BatchWork::Calibrate) return Do_Batch_Work(order);  // opens no map
   const QTemporaryDir scratch;
   if (!scratch.isValid()) {
     Tell(u"Es konnte kein Arbeitsordner angelegt werden: "_s + scratch.errorString());

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "import/column_values.h"
 #include "platform/files.h"
 #include "platform/text.h"
 #include "printing/print_map.h"
@@ -41,11 +42,23 @@ const QString helpText =
   flurax-batch tkr-ein KARTE.bmp DATEI.tkr [--alles]
       Liest die Punkte einer solchen Datei in die Tabelle der Karte ein.
       --alles    auch Linien, Flächen und Figuren.
+  flurax-batch tabelle KARTE.bmp DATEI.mdb [--filter "Spalte= Wert"]... [--ohne] [--auch-vorhandene] [--pixel]
+      Nimmt die Einträge einer anderen Tabelle in die Tabelle der Karte auf und gibt aus, wie viele es waren.
+      --filter "Eintrag= Biber*"   nur die Einträge, für die alle Bedingungen gelten; * steht für beliebige Zeichen.
+      --ohne             alle übrigen.
+      --auch-vorhandene  auch was mit gleichem Text an derselben Stelle schon da ist.
+      --pixel            auf dieselben Pixel, statt über die Koordinaten der beiden Karten.
+      Abgelehnte Einträge stehen mit dem Grund in der Datei KARTE_Import.txt neben der Karte.
   flurax-batch flaeche KARTE.bmp X Y [--toleranz N] [--fuellen] [--uebernehmen]
       Sucht den Rand des farbigen Flecks an dieser Stelle der Karte (Pixel) und gibt ihn aus, je Zeile "x y".
       --toleranz N       Farbtoleranz von 0 bis 100 % (üblich 10).
       --fuellen          füllt den Fleck, statt seinem Rand zu folgen.
       --uebernehmen      nimmt die Fläche in die Tabelle der Karte auf.
+  flurax-batch kalibriere BILD [--zone N] [--datum D]
+      Schreibt die Kalibrierungsdatei eines Bildes, neben dem eine Weltdatei (.tfw .jgw .bpw .pgw .wld) oder ein
+      GeoTIFF liegt. Zone und Datum stehen darin oder in einer .prj-Datei; wo nicht, werden sie genannt.
+      --zone N           UTM-Zone (32) oder, mit dem Datum Potsdam, Gauß-Krüger-Zone (4).
+      --datum D          WGS-84, ETRS89 oder Potsdam.
   flurax-batch tabelle-aus KARTE.bmp AUS.xls
       Schreibt die Tabelle der Einträge in das Blatt "MapData" der Arbeitsmappe AUS.xls, je Eintrag eine Zeile.
   flurax-batch tabelle-ein KARTE.bmp EIN.xls [--blatt NAME] [--schluessel SPALTE] [--spalten A,B=C] [--nur-zeigen]
@@ -59,7 +72,7 @@ const QString helpText =
   flurax-batch --hilfe
       Zeigt diesen Text.
 
-Nur tkr-ein, tabelle-ein und --uebernehmen ändern die Tabelle der Karte. Meldungen gehen auf die Standardfehlerausgabe.
+Nur tkr-ein, tabelle, tabelle-ein und --uebernehmen ändern die Tabelle der Karte. Meldungen gehen auf die Standardfehlerausgabe.
 Rückgabewert: 0 gezeichnet, gedruckt oder geschrieben, 1 Fehler, 2 falscher Aufruf.
 )"_s;
 
@@ -197,6 +210,20 @@ void Parse_Taking(QStringList& words, BatchOrder& order) {
   order.target = Full_Path(words.value(1));
 }
 
+void Parse_Table(QStringList& words, BatchOrder& order) {
+  const QString wanted = u"Hinter --filter wird \"Spalte= Wert\" erwartet"_s;
+  while (const auto line = Take_Option(words, u"--filter"_s, wanted + u'.')) {
+    if (!ColumnValue::Parse(*line).Is_Set() || ColumnValue::Parse(*line).column.isEmpty())
+      throw WrongCall{wanted + u": "_s + *line};
+    order.filter << *line;
+  }
+  order.exclude = Take_Switch(words, u"--ohne"_s);
+  order.existingToo = Take_Switch(words, u"--auch-vorhandene"_s);
+  order.pixels = Take_Switch(words, u"--pixel"_s);
+  order.changesTable = true;
+  order.target = Full_Path(words.value(1));
+}
+
 void Parse_Area(QStringList& words, BatchOrder& order) {
   order.fill = Take_Switch(words, u"--fuellen"_s);
   order.changesTable = Take_Switch(words, u"--uebernehmen"_s);
@@ -209,6 +236,17 @@ void Parse_Area(QStringList& words, BatchOrder& order) {
   if (!right || !down) throw WrongCall{u"X und Y müssen ganze Zahlen sein: "_s + words[1] + u' ' + words[2]};
 }
 
+void Parse_Calibration(QStringList& words, BatchOrder& order) {
+  if (auto zone = Take_Option(words, u"--zone"_s, u"Hinter --zone fehlt die Nummer der Zone."_s)) {
+    static const QRegularExpression pattern(u"^([0-9]{1,2})[A-Za-z]?$"_s);
+    const auto match = pattern.match(*zone);
+    order.zone = match.captured(1).toInt();
+    if (order.zone < 1 || order.zone > 60)
+      throw WrongCall{u"Hinter --zone wird eine Zone von 1 bis 60 erwartet: "_s + *zone};
+  }
+  order.datum = Take_Option(words, u"--datum"_s, u"Hinter --datum fehlt der Name."_s).value_or(QString());
+}
+
 const std::vector<BatchCommand>& Batch_Commands() {
   static const QString mapAndTarget = u"Es werden genau eine Karte und eine Zieldatei erwartet."_s;
   static const std::vector<BatchCommand> commands = {
@@ -219,11 +257,13 @@ const std::vector<BatchCommand>& Batch_Commands() {
       {u"tkr"_s, 2, mapAndTarget, Parse_Exchange, BatchWork::WriteExchange},
       {u"tkr-ein"_s, 2, u"Es werden genau eine Karte und eine Datei erwartet."_s, Parse_Taking,
        BatchWork::TakeExchange},
+      {u"tabelle"_s, 2, u"Es werden genau eine Karte und eine Tabelle erwartet."_s, Parse_Table, BatchWork::TakeTable},
       {u"flaeche"_s, 3, u"Es werden genau eine Karte und eine Stelle erwartet: X und Y."_s, Parse_Area,
        BatchWork::Area},
-      {u"tabelle-aus"_s, 2, mapAndTarget, Parse_Workbook, BatchWork::WriteTable},
+      {u"kalibriere"_s, 1, u"Es wird genau ein Bild erwartet."_s, Parse_Calibration, BatchWork::Calibrate},
+      {u"tabelle-aus"_s, 2, mapAndTarget, Parse_Workbook, BatchWork::WriteSheet},
       {u"tabelle-ein"_s, 2, u"Es werden genau eine Karte und eine Arbeitsmappe erwartet."_s, Parse_Table_Taking,
-       BatchWork::TakeTable},
+       BatchWork::TakeSheet},
   };
   return commands;
 }

@@ -8,15 +8,30 @@
 
 // What flurax-batch is told to do, from the words of its call.
 
-enum class BatchWork { Picture, Print, Csv, Results, WriteExchange, TakeExchange, Area, WriteTable, TakeTable };
+enum class BatchWork {
+  Picture,
+  Print,
+  Csv,
+  Results,
+  WriteExchange,
+  TakeExchange,
+  Area,
+  Calibrate,
+  WriteSheet,
+  TakeSheet,
+  TakeTable,
+};
 
 struct BatchOrder {
   BatchWork work = BatchWork::Picture;
   QString map, target;  // full paths
   bool changesTable = false;
   bool wholeFile = false;  // tkr-ein
-  QPoint at;               // flaeche, map pixels
-  int tolerance = 10;      // percent
+  // tabelle
+  QStringList filter;  // "Spalte= Wert"
+  bool exclude = false, existingToo = false, pixels = false;
+  QPoint at;           // flaeche, map pixels
+  int tolerance = 10;  // percent
   bool fill = false;
   QString matrix;
   QString sheet, key;     // tabelle-ein; "" = the usual ones
@@ -24,6 +39,8 @@ struct BatchOrder {
   bool showOnly = false;  // the differences are listed, the table stays
   bool newRows = false;   // rows that only the sheet has are appended
   int neighbours = 0;
+  int zone = 0;   // kalibriere; 0 where none is named
+  QString datum;  // the same, empty
   double zoom = 1;
   std::optional<double> factor;
   QString format = QStringLiteral("A4");

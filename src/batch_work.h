@@ -2,7 +2,7 @@
 #include "batch_order.h"
 #include "batch_tell.h"
 
-// The works of flurax-batch on the open map.
+// The works of flurax-batch on the open map, and of kalibriere, which needs none.
 
 // Raises what reading and writing raise.
 ExitStatus Do_Batch_Work(const BatchOrder& order);

@@ -9,6 +9,14 @@ namespace {
 
 constexpr double zoneMetres = 1e6;
 
+// UTM zones bear a letter: "32U".
+bool Is_Utm(const CoordinateState& state) {
+  if (!state.NetPKG) return state.Grid == gridUtm;
+  return std::any_of(state.PkgZone.begin(), state.PkgZone.end(), [](QChar sign) { return sign.isLetter(); });
+}
+
+}  // namespace
+
 std::optional<Datum> Datum_Of(const QString& text) {
   const QString name = text.toUpper().remove(u' ').remove(u'-').remove(u'_');
   if (name.contains(QLatin1String("WGS84"))) return Datum::Wgs84;
@@ -17,13 +25,10 @@ std::optional<Datum> Datum_Of(const QString& text) {
   return std::nullopt;
 }
 
-// UTM zones bear a letter: "32U".
-bool Is_Utm(const CoordinateState& state) {
-  if (!state.NetPKG) return state.Grid == gridUtm;
-  return std::any_of(state.PkgZone.begin(), state.PkgZone.end(), [](QChar sign) { return sign.isLetter(); });
+ReferenceSystem::Kind Net_Kind(const CoordinateState& state) {
+  if (!state.Metric() && !state.NetPKG) return ReferenceSystem::Kind::Geographic;
+  return Is_Utm(state) ? ReferenceSystem::Kind::Utm : ReferenceSystem::Kind::GaussKrueger;
 }
-
-}  // namespace
 
 std::optional<ReferenceSystem> System_Of(const CoordinateState& state) {
   const auto datum = Datum_Of(state.GridDatum);

@@ -57,6 +57,8 @@ std::vector<Command> File_Rows() {
        "Funde mit ihren Koordinaten aus einer CSV-Tabelle einlesen", opensWindow},
       {"mnuImportXL", "Excel-Tabelle", {}, {}, Needs::OpenMap, Hand::StoreText, {},
        "Wie eine Excel-Tabelle in die Karte kommt", Do(Tell_Excel_Import)},
+      {"mnuImportMDB", "andere &Datenbank *.mdb", {}, {}, Needs::OpenMap, Hand::Free, "Import",
+       "Einträge aus einer anderen Tabelle hinzufügen, gefiltert und verändert", opensWindow},
   };
 }
 

@@ -33,7 +33,7 @@ const std::vector<MenuRow>& Menu_Table() {
         "mnuSql", "mnuSpaceDel",
         "-", "mnuTabelle",
         "-", "mnuOverlay"}},
-      {"mnuImportMenu", "&importieren", {"mnuImportCSV", "mnuImportXL", "mnuImporttkr", "mnuImporttkrAll"}},
+      {"mnuImportMenu", "&importieren", {"mnuImportCSV", "mnuImportXL", "mnuImportMDB", "mnuImporttkr", "mnuImporttkrAll"}},
       {"mnuExportMenu", "e&xportieren", {"mnuExportCSV", "mnuExportCSVTable", "mnuExportxls", "mnuExporttkr"}},
       {"mnuExchangeMenu", "austaus&chen", {"mnuExChangeXL"}},
       {"mnuTabelle", "&Tabelle",

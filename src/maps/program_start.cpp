@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QRegularExpression>
 
+#include "maps/map_choose.h"
 #include "maps/map_open.h"
 #include "maps/menu_state.h"
 #include "objects/palette.h"

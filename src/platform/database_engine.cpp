@@ -340,6 +340,13 @@ void Engine::Wrote(TableState* table) {
   ++table->version;
 }
 
+void Engine::Log_Write(TableState* table, const RowWrite& write) {
+  constexpr std::ptrdiff_t most = 1024;
+  auto& writes = table->writes;
+  if (std::ssize(writes) >= 2 * most) writes.erase(writes.begin(), writes.begin() + most);
+  writes.push_back({table->version, ++loggedWrites, write});
+}
+
 TableState* Engine::State_Of(const QString& table) {
   std::shared_ptr<TableState>& state = states[Fold(table)];
   if (!state) state = std::make_shared<TableState>();

@@ -42,6 +42,11 @@ struct TableState {
   quint64 version = 0;  // counts the writes
   qint64 nextKey = 0;   // 0: ask the table; keys are not used twice, so that an old bookmark never meets a new row
   quint64 nextKeyGeneration = 0;
+  struct Logged {
+    quint64 version = 0, all = 0;
+    RowWrite write;
+  };
+  std::vector<Logged> writes;  // the last ones
 };
 
 struct PointsEntry {
@@ -127,7 +132,8 @@ class Engine {
 
   // Notices writes that came by other ways than a recordset.
   void Notice_Changes();
-  void Wrote(TableState* table);  // after a write of a recordset
+  void Wrote(TableState* table);                             // after a write of a recordset
+  void Log_Write(TableState* table, const RowWrite& write);  // after Wrote, once for each row
   void Drop_Caches() { ++generation; }
   TableState* State_Of(const QString& table);
   qint64 Next_Key(TableState* state, const QString& table);
@@ -148,10 +154,12 @@ class Engine {
   bool readOnly = false;
   bool hasUtf8 = true;  // texts of a foreign file may stand there in UTF-16
   int depth = 0;
-  quint64 generation = 1;               // moves when every cache has to be dropped
+  // Moves when every cache has to be dropped; no two databases begin with the same.
+  quint64 generation = static_cast<quint64>(First_Count()) + 1;
   quint64 rollbacks = 0;                // keysets are taken anew when it has moved
   qint64 otherChanges = First_Count();  // those that SQLite does not count
   qint64 accountedChanges = 0;          // SQLite's count when it was last looked at
+  quint64 loggedWrites = 0;
   Limit* limit = nullptr;
 
  private:
@@ -221,7 +229,12 @@ struct Block {
   std::shared_ptr<const Layout> layout;
   std::vector<Cell> cells;
   std::vector<char> texts;
+  quint64 asked = 0;  // when it was asked for last
   int Count() const { return static_cast<int>(rows.size()); }
+  qint64 Bytes() const {
+    return static_cast<qint64>(sizeof(Block) + rows.size() * sizeof(qint32) + cells.size() * sizeof(Cell) +
+                               texts.size());
+  }
   Cell* Row_At(int position) {
     const qint32 row = rows[static_cast<size_t>(position - first)];
     return row < 0 ? nullptr : cells.data() + static_cast<size_t>(row) * layout->columns.size();
@@ -261,6 +274,7 @@ struct Recordset::Inner {
   const database_inner::Cell& Cell_At(int column);
   database_inner::Block* Block_Of(int rowPosition);
   database_inner::Block* Load(int from, int count);
+  void Forget_Older_Half();
   void Prepare_Read();
   bool Read_Exact(database_inner::Block& block, int count);
   void Read_Range(database_inner::Block& block, int index, int end);
@@ -297,7 +311,10 @@ struct Recordset::Inner {
   std::vector<std::unique_ptr<database_inner::Block>> blocks;  // by position
   database_inner::Block* lastBlock = nullptr;
   const database_inner::Cell* current = nullptr;  // the current row in lastBlock, once it was asked for
-  int cachedRows = 0;
+  qint64 cachedBytes = 0;
+  quint64 clock = 0;   // counts the blocks asked for
+  int lastLoaded = 0;  // position behind the block read last, and where it begins
+  int lastBegun = 0;
   int readAhead = 8;
   std::vector<char> used;                                // columns that were asked for
   std::shared_ptr<const database_inner::Layout> layout;  // of readStatement

@@ -2,25 +2,15 @@
 
 #include <proj.h>
 
+#include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "platform/error.h"
 
 namespace {
 
 constexpr int cannotTransform = 5000;
-
-QString Datum_Name(Datum datum) {
-  switch (datum) {
-    case Datum::Etrs89:
-      return QStringLiteral("ETRS89");
-    case Datum::Dhdn:
-      return QStringLiteral("Potsdam");
-    case Datum::Wgs84:
-      break;
-  }
-  return QStringLiteral("WGS-84");
-}
 
 // Of the EPSG register.
 int Code_Of(const ReferenceSystem& system) {
@@ -51,6 +41,18 @@ struct WayEnd {
 }
 
 }  // namespace
+
+QString Datum_Name(Datum datum) {
+  switch (datum) {
+    case Datum::Etrs89:
+      return QStringLiteral("ETRS89");
+    case Datum::Dhdn:
+      return QStringLiteral("Potsdam");
+    case Datum::Wgs84:
+      break;
+  }
+  return QStringLiteral("WGS-84");
+}
 
 QString ReferenceSystem::Name() const {
   switch (kind) {
@@ -97,9 +99,19 @@ std::optional<QPointF> Transformation::operator()(QPointF point) const {
   return QPointF(result.xy.x, result.xy.y);
 }
 
+void Transformation::Transform(std::vector<QPointF>& points) const {
+  const double nowhere = std::numeric_limits<double>::quiet_NaN();
+  for (QPointF& point : points) point = (*this)(point).value_or(QPointF(nowhere, nowhere));
+}
+
+double Transformation::Accuracy() const {
+  const std::unique_ptr<PJ, WayEnd> used(proj_trans_get_last_used_operation(inner->way.get()));
+  const double metres = used ? proj_coordoperation_get_accuracy(inner->context.get(), used.get()) : 0;
+  return std::max(0.0, metres);
+}
+
 QString Transformation::Name() const {
   const QString name = Datum_Name(inner->from.datum) + QStringLiteral(" -> ") + Datum_Name(inner->to.datum);
-  const std::unique_ptr<PJ, WayEnd> used(proj_trans_get_last_used_operation(inner->way.get()));
-  const double metres = used ? proj_coordoperation_get_accuracy(inner->context.get(), used.get()) : -1;
+  const double metres = Accuracy();
   return metres > 0 ? name + QStringLiteral(", %1 m").arg(QString::number(metres, 'g', 2)) : name;
 }

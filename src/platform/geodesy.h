@@ -3,6 +3,7 @@
 #include <QString>
 #include <memory>
 #include <optional>
+#include <vector>
 
 // Coordinates of one reference system in another, by PROJ. Points are x = longitude or Rechtswert, y = latitude or
 // Hochwert: degrees (east and north positive) in geographic systems, metres in plane ones.
@@ -17,6 +18,8 @@ struct ReferenceSystem {
   bool operator==(const ReferenceSystem&) const = default;
   QString Name() const;  // "WGS-84", "UTM 32 WGS-84", "Gauß-Krüger 4"
 };
+// "WGS-84", "ETRS89", "Potsdam".
+QString Datum_Name(Datum datum);
 
 class Transformation {
  public:
@@ -28,9 +31,13 @@ class Transformation {
 
   // Nothing where the systems do not reach.
   std::optional<QPointF> operator()(QPointF point) const;
+  // All of them in place; those that the systems do not reach become NaN.
+  void Transform(std::vector<QPointF>& points) const;
   // "Potsdam -> WGS-84, 3 m": the systems' datums and how exact the way between them is, after a point was transformed;
   // without a number where that is not known.
   QString Name() const;
+  // Metres, after a point was transformed; 0 where the way is exact or nothing is known of it.
+  double Accuracy() const;
 
  private:
   struct Inner;

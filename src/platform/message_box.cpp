@@ -37,7 +37,7 @@ MsgHandler Set_Message_Handler(MsgHandler next) { return std::exchange(handler, 
 
 MsgAnswer Message_Box(const QString& text, MsgButtons buttons, MsgIcon icon, const QString& title,
                       MsgDefault defaultButton) {
-  return Message_Box(MsgRequest{text, buttons, icon, title, defaultButton, {}});
+  return Message_Box(MsgRequest{text, buttons, icon, title, defaultButton, {}, {}});
 }
 
 MsgAnswer Message_Box(const MsgRequest& request) {

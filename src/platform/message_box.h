@@ -6,7 +6,7 @@
 
 enum class MsgButtons { Ok, OkCancel, YesNo, YesNoCancel, YesNoAll };  // YesNoAll: for this one or for all
 enum class MsgIcon { None, Information, Question, Warning, Critical };
-enum class MsgAnswer { Ok = 1, Cancel = 2, Yes = 6, No = 7, YesAll = 8, NoAll = 9 };
+enum class MsgAnswer { Ok = 1, Cancel = 2, Yes = 6, No = 7, YesAll = 8, NoAll = 9, Other = 10 };
 enum class MsgDefault { First, Second, Third };
 
 extern MsgAnswer MsgResult;  // the last answer; not valid across a call
@@ -18,6 +18,7 @@ struct MsgRequest {
   QString title;
   MsgDefault defaultButton = MsgDefault::First;
   QString helpPage = {};  // the box then has a help button that opens it
+  QString other = {};     // caption of one more button in front of the others: MsgAnswer::Other
 };
 
 // Asks the user. Stores the answer in MsgResult as well. Texts hold CR or LF as line breaks.

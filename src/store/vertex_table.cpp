@@ -50,11 +50,7 @@ void Tick_Numbers_Of_Rows(const QString& kind, NumberFlags& used) {
 
 }  // namespace
 
-QString New_Poly_Table(const QString& kind) {
-  if (kind != QLatin1String("Linie") && kind != QLatin1String("Flaeche")) {
-    Message_Box(QStringLiteral("Falscher Id-Tabellen-Name"));
-    return {};
-  }
+QStringList Free_Poly_Tables(const QString& kind, size_t count) {
   QString inHand;
   if (rsEntries->Position() >= 0) inHand = EntryId::Parse(rsEntries->Text(column::ID)).TableName();
   NumberFlags used{};
@@ -71,12 +67,20 @@ QString New_Poly_Table(const QString& kind) {
   }
   for (const QString& name : stale) dbEntries->DropTable(name);
   Tick_Numbers_Of_Rows(kind, used);
-  const auto free = std::find(used.begin(), used.end(), false);
-  if (free == used.end()) {
-    Message_Box(QStringLiteral("maximale Zahl der Polygone = 1000!"));
+  QStringList names;
+  for (size_t number = 0; number < used.size() && static_cast<size_t>(names.size()) < count; ++number)
+    if (!used[number]) names << kind + QString::number(number);
+  return names;
+}
+
+QString New_Poly_Table(const QString& kind) {
+  if (kind != QLatin1String("Linie") && kind != QLatin1String("Flaeche")) {
+    Message_Box(QStringLiteral("Falscher Id-Tabellen-Name"));
     return {};
   }
-  return kind + QString::number(free - used.begin());
+  const QStringList free = Free_Poly_Tables(kind, 1);
+  if (free.isEmpty()) Message_Box(QStringLiteral("maximale Zahl der Polygone = 1000!"));
+  return free.value(0);
 }
 
 QString Next_Figure_ID() {

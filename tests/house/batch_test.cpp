@@ -182,11 +182,15 @@ TEST_F(BatchTest, FaultsHaveAStatusAndGermanWords) {
       {{u"tabelle-ein"_s, map, xls, u"--spalten"_s}, 2, u"fehlen die Spalten"_s},
       {{u"tabelle-ein"_s, map, xls, u"--nur-zeigen"_s}, 1, u"nicht gefunden"_s},
       {{u"tabelle-ein"_s, map, map, u"--nur-zeigen"_s}, 1, u"keine Arbeitsmappe"_s},
+      {{u"tabelle"_s, map}, 2, u"genau eine Karte und eine Tabelle"_s},
+      {{u"tabelle"_s, map, xls, u"--filter"_s, u"Eintrag"_s}, 2, u"Spalte= Wert"_s},
       {{u"flaeche"_s, map, u"10"_s}, 2, u"eine Stelle"_s},
       {{u"flaeche"_s, map, u"10"_s, u"oben"_s}, 2, u"ganze Zahlen"_s},
       {{u"flaeche"_s, map, u"10"_s, u"10"_s, u"--toleranz"_s, u"101"_s}, 2, u"zwischen 0 und 100"_s},
       {{u"flaeche"_s, map, u"10"_s, u"10"_s}, 1, u"Fensterrand"_s},
       {{u"flaeche"_s, map, u"10"_s, u"-10"_s, u"--fuellen"_s}, 1, u"neben die Karte"_s},
+      {{u"kalibriere"_s, map}, 1, u"weder eine Weltdatei noch"_s},
+      {{u"kalibriere"_s, map, u"--zone"_s, u"61"_s}, 2, u"von 1 bis 60"_s},
       {{u"tkr"_s, map, home + u"/aus.tkr"_s}, 1, u"leer"_s},
       {{u"bild"_s, home + u"/fehlt.bmp"_s, target}, 1, u"fehlt.bmp"_s},
       {{u"bild"_s, noPicture, target}, 1, u"Text.bmp"_s},
@@ -332,6 +336,41 @@ TEST_F(BatchTest, CarriesTheTableToASheetAndBack) {
   EXPECT_EQ(Rows_Of(*Workspace::OpenDatabase(home + u"/KARTE.MDB"_s)).back(), moved);
 }
 
+TEST_F(BatchTest, TakesEntriesOfAnotherTable) {
+  New_Table_File()->Close();
+  const QString file = Path(u"Quelle.MDB"_s);
+  {
+    const auto source = Make_Table_File(file, u"Fremd.bmp"_s);
+    for (const char* name : {"Biber 1", "Biber 2", "Igel"})
+      Append_Row(*source, {"Text", QLatin1String(name), "Arial", 10, 4, 0, 0, 40, 50, 0, 0, 0});
+    Append_Row(*source, {"Linie7", u"Biberbach"_s, "Arial", 10, 4, 0, 0, 40, 50, 1, 1, 4});
+  }
+  const auto before = Read_Bytes(file);
+  const QStringList words{u"tabelle"_s, map, file, u"--filter"_s, u"Eintrag= Biber*"_s, u"--filter"_s, u"VG= 4"_s};
+  const Outcome first = Batch(words);
+  EXPECT_EQ(first.status, 0) << first.err;
+  EXPECT_TRUE(first.out.contains(u"2 Einträge wurden importiert."_s)) << first.out;
+  EXPECT_TRUE(first.out.contains(u"1 Einträge wurden abgelehnt"_s)) << first.out;
+  EXPECT_TRUE(Read_Lines(home + u"/KARTE_Import.txt"_s).join(u' ').contains(u"Zeile 4: Biberbach"_s));
+  EXPECT_TRUE(Batch(words).out.contains(u"2 Einträge waren schon vorhanden."_s));
+  EXPECT_TRUE(Batch(words + QStringList{u"--ohne"_s}).out.contains(u"1 Einträge wurden importiert."_s));
+  EXPECT_TRUE(Batch(words + QStringList{u"--auch-vorhandene"_s}).out.contains(u"2 Einträge wurden importiert."_s));
+  EXPECT_EQ(Workspace::OpenDatabase(home + u"/KARTE.MDB"_s)->RowCount(u"MapData"_s), 6);
+  EXPECT_EQ(Read_Bytes(file), before);
+  // A map with a net, and nothing known of the other's.
+  Write_Lines(home + u"/Karte.cal"_s,
+              {u"Grid UTM Zone: 32U D: WGS-84 R: 654000 H: 5511000"_s, u"Gwidth = 100"_s, u"Inclin = 0.0000001"_s,
+               u"Xmap = 100"_s, u"Ymap = 200"_s, u"Xline = 100"_s, u"Yline = 100"_s});
+  const Outcome unknown = Batch(words);
+  EXPECT_EQ(unknown.status, 1);
+  EXPECT_TRUE(unknown.err.contains(u"--pixel"_s)) << unknown.err;
+  EXPECT_EQ(Batch(words + QStringList{u"--pixel"_s}).status, 0);
+  const Outcome none = Batch({u"tabelle"_s, map, map});
+  EXPECT_EQ(none.status, 1);
+  EXPECT_TRUE(none.err.contains(u"Karte.bmp"_s)) << none.err;
+  EXPECT_TRUE(Find_Files(home, u"Import*"_s).isEmpty());
+}
+
 TEST_F(BatchTest, WritesTheEvaluationsBesideTheUsersOwnSheets) {
   {
     const auto database = New_Table_File();
@@ -378,4 +417,20 @@ TEST_F(BatchTest, WritesTheEvaluationsBesideTheUsersOwnSheets) {
   EXPECT_EQ(locked.status, 1);
   EXPECT_TRUE(locked.err.contains(u"Erna"_s)) << locked.err;
   EXPECT_EQ(Read_Bytes(xls), bytes);
+}
+
+TEST_F(BatchTest, CalibratesByAWorldFile) {
+  // 2.5 m a pixel from R 650000, H 5512000 downward.
+  Put(u"Größe 2.5 ä/Karte.bpw"_s, "2.5\n0\n0\n-2.5\n650000\n5512000\n");
+  EXPECT_TRUE(Batch({u"kalibriere"_s, map}).err.contains(u"Es fehlt das Datum"_s));
+  EXPECT_FALSE(QFile::exists(home + u"/Karte.cal"_s));
+  const Outcome outcome = Batch({u"kalibriere"_s, map, u"--zone"_s, u"32U"_s, u"--datum"_s, u"ETRS89"_s});
+  EXPECT_EQ(outcome.status, 0) << outcome.err;
+  EXPECT_EQ(outcome.out.trimmed(), home + u"/Karte.cal"_s);
+  // The other commands know the coordinates now.
+  auto table = New_Table_File();
+  Append_Row(*table, redBox);
+  table->Close();
+  EXPECT_EQ(Batch({u"csv"_s, map}).status, 0);
+  EXPECT_TRUE(Read_Lines(home + u"/KARTE.csv"_s).join(u' ').contains(u"650"_s));
 }

@@ -65,9 +65,9 @@ TEST(SharedState, AFreshStartReachesAllOfIt) {
                   "hand/activation.cpp: hide", "hand/leave_hand.cpp: watched", "hand/leave_hand.cpp: lastNumber",
                   "maps/commands.cpp: procedures", "state/dialog_hooks.cpp: dialogHooks", "state/events.cpp: events",
                   "state/on_reset.cpp: rooms", "tools/map_tool.cpp: dropped", "tools/plan_squares.cpp: closed",
-                  "view/overlay.cpp: overlays", "view/redraw.cpp: listener", "view/redraw.cpp: closed",
-                  "windows/common/help_window.cpp: theWindow", "windows/desktop/desktop_printer.cpp: holder",
-                  "windows/main/dialog_hooks.cpp: activation",
+                  "view/overlay.cpp: overlays", "view/redraw.cpp: listener", "view/redraw.cpp: changesListener",
+                  "view/redraw.cpp: closed", "windows/common/help_window.cpp: theWindow",
+                  "windows/desktop/desktop_printer.cpp: holder", "windows/main/dialog_hooks.cpp: activation",
                   // Good for one call alone.
                   "hand/hand_controls.cpp: pixel", "objects/hatch.cpp: crossings", "objects/polygon.cpp: buffers",
                   "store/vertex_table.cpp: vertices", "tools/area_fill.cpp: mask", "tools/area_fill.cpp: other",

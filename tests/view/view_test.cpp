@@ -2,6 +2,7 @@
 
 #include "maps/map_close.h"
 #include "maps/map_open.h"
+#include "platform/for_now.h"
 #include "platform/surface.h"
 #include "state/events.h"
 #include "state/table_state.h"
@@ -125,6 +126,26 @@ TEST_F(View, ZeroZoomIsRepairedAndLimitsHold) {
   EXPECT_EQ(Map.Zoom, 20.0F);
   Set_Zoom(0.0001);
   EXPECT_EQ(Map.Zoom, 0.125F);
+}
+
+// The table takes its room while the map is being laid out; the map begins at its upper edge all the same.
+TEST_F(View, FreshMapStandsAtItsCorner) {
+  Close_Map();
+  int told = 0;
+  bool inside = false;
+  const int listener = events.StateChanged.Connect([&] {
+    if (!frmMDI.MapOpen || inside) return;
+    const ForNow once(inside, true);
+    Map.ScaleWidth = 700 - (told > 1 ? 20 : 0);
+    Map.ScaleHeight = 560 - (told > 1 ? 120 : 0);
+    ++told;
+    Map_Resized();
+  });
+  ASSERT_TRUE(Open_Map(Make_Map(u"Zweite.bmp"_s, 3000, 2000)));
+  EXPECT_GT(told, 2);
+  EXPECT_EQ(QPoint(Map.ViewLeft, Map.ViewTop), QPoint(0, 0));
+  EXPECT_EQ(Map.VScroller.Value, 0);
+  events.StateChanged.Disconnect(listener);
 }
 
 TEST_F(View, WindowInNormalStateTakesTheSizeOfTheScan) {

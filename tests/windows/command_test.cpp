@@ -83,6 +83,7 @@ const Expected expected[] = {
     {"mnuOverlay", "", "Tabelle geladen; Rückgängig=Rückgängig: Einträge laden"},
     {"mnuImportCSV", "", "FrmCSVImport 'CSV-Tabelle Import:'"},
     {"mnuImportXL", "", "Frage 'Import|Bitte speichern Sie die Tabelle,'"},
+    {"mnuImportMDB", "", "FrmImport 'Einträge aus anderer Datenbank zu den aktuellen Einträgen hinzufügen.'"},
     {"mnuImporttkr", "", "Datei 'Name der Importdatei:'"},
     {"mnuImporttkrAll", "", "Datei 'Name der Importdatei, alle Objekte:'"},
     {"mnuExportCSV", "", "Frage 'Export der Karteneinträge in eine CSV-Datei'"},

@@ -8,6 +8,7 @@
 #include "state/dialog_hooks.h"
 #include "windows/bridge/frmTabAustausch.h"
 #include "windows/bridge/frmTabExport.h"
+#include "windows/calibration/frmKalibrix.h"
 #include "windows/canvas/frmFigurDraw.h"
 #include "windows/command_fixture.h"
 #include "windows/maps/frmNotePad.h"
@@ -157,13 +158,16 @@ class EveryWindow : public CommandTest, public testing::WithParamInterface<doubl
     dialogHooks.BigMapHint({6000, 4000}, 24);
     FrmTblSymb characters(window.get());
     FrmPRN progress(window.get());
+    FrmKalibrix calibration(window.get());
+    calibration.Open_Map(map);
     FrmTabExport toSheet(map, window.get());
     Export_Rows_Of_Map(map);
     dbEntries->Copy_To(Exchange_File());
     SheetExchange exchange(Exchange_File());
     FrmTabAustausch fromSheet(exchange, window.get());
     fromSheet.Take_Workbook(exchange.Proposed_Workbook());
-    for (QDialog* dialog : std::initializer_list<QDialog*>{&characters, &progress, &toSheet, &fromSheet}) {
+    for (QDialog* dialog :
+         std::initializer_list<QDialog*>{&characters, &progress, &calibration, &toSheet, &fromSheet}) {
       dialog->show();
       Close_Windows();
     }

@@ -3,6 +3,7 @@
 
 #include "edit/table_edit.h"
 #include "hand/leave_hand.h"
+#include "maps/map_choose.h"
 #include "maps/command_look.h"
 #include "maps/paint_program.h"
 #include "store/file_names.h"

@@ -102,6 +102,8 @@ MsgAnswer Desktop_Message(const MsgRequest& request) {
   box.setIcon(Icon_Of(request.icon));
   const QString title = request.title.trimmed();
   box.setWindowTitle(title.isEmpty() ? QStringLiteral("FLURAX") : title);
+  QPushButton* other = nullptr;
+  if (!request.other.isEmpty()) other = box.addButton(request.other, QMessageBox::YesRole);
   const auto choices = Choices(request.buttons);
   const auto wanted = std::min(static_cast<size_t>(request.defaultButton), choices.size() - 1);
   for (size_t i = 0; i < choices.size(); ++i) {
@@ -109,6 +111,7 @@ MsgAnswer Desktop_Message(const MsgRequest& request) {
     button->setText(QString::fromUtf8(choices[i].caption));
     if (i == wanted) box.setDefaultButton(button);
   }
+  if (other != nullptr && request.defaultButton == MsgDefault::First) box.setDefaultButton(other);
   if (!request.helpPage.isEmpty()) {
     QPushButton* help = box.addButton(QStringLiteral("&Hilfe"), QMessageBox::HelpRole);
     help->disconnect();  // it does not close the box
@@ -119,6 +122,7 @@ MsgAnswer Desktop_Message(const MsgRequest& request) {
   // Esc and the closing cross: the careful answer, the last button.
   box.setEscapeButton(choices.back().button);
   const int pressed = box.exec();
+  if (other != nullptr && box.clickedButton() == other) return MsgAnswer::Other;
   for (const ButtonChoice& choice : choices)
     if (choice.button == pressed) return choice.answer;
   return choices.back().answer;

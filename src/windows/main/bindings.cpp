@@ -13,6 +13,7 @@
 #include "windows/common/frm_dialogs.h"
 #include "windows/import/frmCSVExport.h"
 #include "windows/import/frmCSVImport.h"
+#include "windows/import/frmImport.h"
 #include "windows/main/bind_pads.h"
 #include "windows/main/window_list.h"
 #include "windows/maps/bind_maps.h"
@@ -66,5 +67,6 @@ void Bind_All_Windows(QMainWindow& window) {
   Bind_Print_Windows(&window);
   Bind_Analysis_Windows(&window);
   Bind_Window("mnuImportCSV", &window, Show_frmCSVImport);
+  Bind_Window("mnuImportMDB", &window, Show_frmImport);
   Bind_Window("mnuExportCSVTable", &window, Show_frmCSVExport);
 }

@@ -5,7 +5,7 @@
 
 #include "hand/activation.h"
 #include "hand/leave_hand.h"
-#include "maps/map_open.h"
+#include "maps/map_choose.h"
 #include "maps/program_start.h"
 #include "platform/message_box.h"
 #include "platform/picture.h"

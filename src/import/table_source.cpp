@@ -1,0 +1,147 @@
+#include "import/table_source.h"
+
+#include <QFileInfo>
+#include <limits>
+
+#include "platform/files.h"
+#include "state/global_state.h"
+#include "state/table_state.h"
+#include "store/stored_number.h"
+#include "store/table_file_inner.h"
+#include "store/vertex_table.h"
+
+namespace {
+
+const QString mapData = QStringLiteral("MapData");
+
+bool Is_Somebodys(const QString& path, const QString& source) {
+  using table_file::Same_Name;
+  if (Same_Name(path, source) || Same_Name(path, TableFile) || Same_Name(path, Tbl.DBGrid1.Caption)) return true;
+  for (const QString& picture :
+       Find_Files(QFileInfo(path).path(), QFileInfo(path).completeBaseName() + QStringLiteral(".*")))
+    for (const char* ending : {"bmp", "jpg", "jpeg", "gif", "png", "wmf"})
+      if (QFileInfo(picture).suffix().compare(QLatin1String(ending), Qt::CaseInsensitive) == 0) return true;
+  return false;
+}
+
+int Read_16(const Recordset& rows, int number) {
+  const qint64 value = rows.Integer(number);
+  if (value != Stored_Number(value))
+    Raise(errors::overflow, QStringLiteral("In der Spalte %1 steht eine Zahl, die zu groß ist: %2.")
+                                .arg(rows.Fields()[static_cast<size_t>(number)].name)
+                                .arg(value));
+  return static_cast<int>(value);
+}
+
+}  // namespace
+
+QString Import_Copy_Name(const QString& source) {
+  const QString base = QFileInfo(MapFile).path() + QStringLiteral("/Import");
+  QString name = base + QStringLiteral(".MDB");
+  for (int number = 1; Is_Somebodys(name, source); ++number) name = base + QStringLiteral("_%1.MDB").arg(number);
+  return name;
+}
+
+TableSource::TableSource(const QString& path) : file(path), copy(Import_Copy_Name(path)) {
+  if (const QString strange = Strange_File(file); !strange.isEmpty())
+    Raise(errors::databaseDamaged, file + u' ' + strange);
+  if (File_Exists(copy)) Table_File_Delete(copy);
+  CompactDatabase(file, copy);
+  try {
+    Open();
+  } catch (...) {
+    rows.reset();
+    database.reset();
+    Kill_Quietly(copy);
+    throw;
+  }
+}
+
+TableSource::~TableSource() {
+  rows.reset();
+  database.reset();
+  Kill_Quietly(copy);
+}
+
+void TableSource::Open() {
+  database = Workspace::OpenDatabase(copy);
+  if (!database->HasTable(mapData)) Raise(errors::databaseDamaged, QStringLiteral("Die Tabelle MapData fehlt."));
+  rows = database->OpenRecordset(mapData);
+  QStringList missing;
+  const TableDef known = MapData_Def();
+  for (size_t i = 0; i < known.fields.size(); ++i) {
+    const QString& name = known.fields[i].name;
+    if (rows->HasField(name))
+      fixed[i] = rows->FieldIndex(name);
+    else
+      missing << name;
+  }
+  if (!missing.isEmpty())
+    Raise(errors::databaseDamaged,
+          QStringLiteral("In der Tabelle MapData fehlen Spalten: ") + missing.join(QStringLiteral(", ")));
+  for (; !rows->Eof(); rows->MoveNext()) {
+    const bool isHeader = EntryId::StoredIsHeader(rows->Text(fixed[column::ID]));
+    if (!isHeader) ++count;
+    if (!isHeader || rows->Position() > 0) continue;
+    const auto number = [this](int where) { return Stored_Number(rows->Integer(Fixed_Column(where))); };
+    EntryRow row;
+    row.ID = rows->Text(fixed[column::ID]);
+    row.Schrift = rows->Text(fixed[column::Schrift]);
+    row.Xmap = number(column::Xmap);
+    row.Ymap = number(column::Ymap);
+    header = HeaderRow::FromEntry(row);
+  }
+}
+
+std::vector<qint64> TableSource::Entries() {
+  std::vector<qint64> keys;
+  keys.reserve(static_cast<size_t>(count));
+  for (rows->MoveFirst(); !rows->Eof(); rows->MoveNext())
+    if (!EntryId::StoredIsHeader(rows->Text(fixed[column::ID]))) keys.push_back(rows->Key());
+  return keys;
+}
+
+bool TableSource::Go_To(qint64 key) {
+  const int position = rows->PositionOf(key);
+  if (position < 0) return false;
+  if (position != rows->Position()) rows->MoveTo(position);
+  return true;
+}
+
+int TableSource::Number() const { return rows->Position(); }
+QString TableSource::Text_Of() const { return rows->Text(Fixed_Column(column::Eintrag)); }
+
+EntryRow TableSource::Entry() const {
+  const auto number = [this](int where) { return Read_16(*rows, Fixed_Column(where)); };
+  EntryRow row;
+  row.ID = rows->Text(Fixed_Column(column::ID));
+  row.Eintrag = Text_Of();
+  row.Schrift = rows->Text(Fixed_Column(column::Schrift));
+  row.Groesse = rows->Number(Fixed_Column(column::Groesse));
+  row.VG = number(column::VG);
+  row.HG = number(column::HG);
+  row.RA = number(column::RA);
+  row.Xmap = number(column::Xmap);
+  row.Ymap = number(column::Ymap);
+  row.Xline = number(column::Xline);
+  row.Yline = number(column::Yline);
+  row.Typ = number(column::Typ);
+  return row;
+}
+
+std::vector<QPoint> TableSource::Vertices(const QString& table) {
+  std::vector<QPoint> points;
+  const std::vector<Database::PointRow>* stored = nullptr;
+  try {
+    stored = table.isEmpty() ? nullptr : database->Points(table);
+  } catch (const Error&) {
+    return points;  // its columns are others, or its pages are damaged
+  }
+  if (!stored) return points;
+  points.reserve(stored->size());
+  for (const Database::PointRow& row : *stored) {
+    if (row.x < stopLimit) break;
+    points.emplace_back(Stored_Number(row.x), Stored_Number(row.y));
+  }
+  return points;
+}

@@ -1,0 +1,28 @@
+#include <QDir>
+#include <QTimer>
+#include <clocale>
+
+#include "platform/files.h"
+#include "prepare_folder.h"
+#include "state/global_state.h"
+#include "windows/calibration/frmKalibrix.h"
+#include "windows/desktop/application.h"
+#include "windows/desktop/desktop_services.h"
+
+// Kalibrix: makes the calibration file of a map. Kalibrix [BILD]
+
+int main(int argc, char** argv) {
+  Application application(argc, argv);
+  std::setlocale(LC_NUMERIC, "C");  // files hold decimal points
+  Prepare_Application(application);
+  Install_Desktop_Services();
+  Reset_Global_State();
+  Prepare_Folder();  // for the help: calibrating needs none, so a failure is only said
+  FrmKalibrix window;
+  window.showMaximized();
+  // A path with blanks may come as several words from a desktop that does not quote it.
+  const QString map = QCoreApplication::arguments().mid(1).join(QLatin1Char(' '));
+  if (!map.isEmpty())
+    QTimer::singleShot(0, &window, [&] { window.Open_Map(QDir::current().absoluteFilePath(Clean_Path(map))); });
+  return QApplication::exec();
+}

@@ -1,0 +1,117 @@
+#include <QPainter>
+
+#include "calibration/calibration_sheet.h"
+#include "calibration/crossing.h"
+#include "platform/picture.h"
+
+namespace {
+
+// Two lines through a place, drawn as a scanner sees them.
+QImage Scan(QPointF at, double turn, double width, QColor ink, unsigned seed) {
+  QImage picture(120, 120, QImage::Format_RGB32);
+  picture.fill(QColor(250, 246, 235));
+  QPainter painter(&picture);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(QPen(ink, width));
+  painter.translate(at + QPointF(0.5, 0.5));  // whole numbers are the middle of a pixel
+  painter.rotate(turn);
+  painter.drawLine(QPointF(-200, 0), QPointF(200, 0));
+  painter.drawLine(QPointF(0, -200), QPointF(0, 200));
+  painter.end();
+  std::mt19937 random(seed);
+  std::normal_distribution<double> noise(0, 6);
+  for (int y = 0; y < picture.height(); ++y)
+    for (int x = 0; x < picture.width(); ++x) {
+      const int grey = static_cast<int>(noise(random));
+      const QColor was = picture.pixelColor(x, y);
+      const auto moved = [grey](int value) { return std::clamp(value + grey, 0, 255); };
+      picture.setPixelColor(x, y, QColor(moved(was.red()), moved(was.green()), moved(was.blue())));
+    }
+  return picture;
+}
+
+double Off(QPointF a, QPointF b) { return std::hypot(a.x() - b.x(), a.y() - b.y()); }
+
+}  // namespace
+
+TEST(Crossing, IsFoundToPartsOfAPixel) {
+  std::mt19937 random(7);
+  const auto between = [&random](double low, double high) { return std::uniform_real_distribution(low, high)(random); };
+  int missed = 0;
+  for (int round = 0; round < 30; ++round) {
+    const QPointF at(between(50, 70), between(50, 70)), click = at + QPointF(between(-7, 7), between(-7, 7));
+    const double turn = between(-10, 10), width = between(1, 4);
+    const int ink = static_cast<int>(between(0, 130));
+    const auto found = Find_Crossing(Scan(at, turn, width, QColor(ink, ink, ink), static_cast<unsigned>(round)), click);
+    if (!found || Off(*found, at) > 0.35) {
+      ++missed;
+      ADD_FAILURE() << "round " << round << ", turn " << turn << ", width " << width << ", ink " << ink << ", off "
+                    << (found ? Off(*found, at) : -1);
+    }
+  }
+  EXPECT_EQ(missed, 0);
+}
+
+TEST(Crossing, IsNotInventedWhereThereIsNone) {
+  QImage empty(120, 120, QImage::Format_RGB32);
+  empty.fill(Qt::white);
+  EXPECT_FALSE(Find_Crossing(empty, {60, 60}));
+  EXPECT_FALSE(Find_Crossing(QImage(), {60, 60}));
+  QPainter painter(&empty);
+  painter.drawLine(60, 0, 60, 119);  // one line is no crossing
+  painter.end();
+  EXPECT_FALSE(Find_Crossing(empty, {60, 60}));
+  EXPECT_FALSE(Find_Crossing(Scan({20, 20}, 0, 2, Qt::black, 1), {60, 60}));
+  // The edge of a dark area is no line.
+  empty.fill(Qt::white);
+  painter.begin(&empty);
+  painter.fillRect(60, 0, 60, 120, Qt::black);
+  painter.end();
+  EXPECT_FALSE(Find_Crossing(empty, {60, 60}));
+}
+
+// The net of the map as delivered, printed thin and grey over woods and roads.
+TEST(Crossing, OfThePrintedNetOfTheDemoMap) {
+  const QImage map = Load_Picture(FLURAX_SOURCE_DIR "/data/Beispiele/Karte.png");
+  int found = 0;
+  for (int column = -1; column <= 4; ++column)
+    for (int row = -2; row <= 1; ++row) {
+      // The shipped calibration: R 646000 and H 5512000 at 701, 1486; 472.5 pixels a kilometre.
+      const double across = column * 472.3346, up = row * -472.3346 * -1, t = 0.02120933;
+      const QPointF at(701 + across - up * t, 1486 + up + across * t);
+      if (!QRectF(QPointF(20, 20), map.size() - QSize(40, 40)).contains(at)) continue;
+      const auto place = Find_Crossing(map, at + QPointF(4, -5));
+      if (place && Off(*place, at) < 1.2) ++found;
+    }
+  EXPECT_GE(found, 14);
+}
+
+TEST(CalibrationSheet, WhatWasDoneGoesBackStepByStep) {
+  CalibrationSheet sheet;
+  std::vector<ControlPoints> states = {sheet.Points()};
+  const auto done = [&] { states.push_back(sheet.Points()); };
+  sheet.Add({{10, 10}, {1, 1}}), done();
+  sheet.Add({{50, 10}, {2, 1}}), done();
+  sheet.Move(0, {12, 11}), done();
+  sheet.Switch(1, false), done();
+  sheet.Set_Place(1, {3, 1}), done();
+  sheet.Remove(0), done();
+  sheet.Switch(0, false);  // is so already: no step
+  sheet.Remove(7);
+  EXPECT_TRUE(sheet.Changed());
+  for (size_t i = states.size() - 1; i-- > 0;) {
+    ASSERT_TRUE(sheet.Can_Undo());
+    sheet.Undo();
+    EXPECT_EQ(sheet.Points(), states[i]) << i;
+  }
+  EXPECT_FALSE(sheet.Can_Undo());
+  EXPECT_FALSE(sheet.Changed());
+  for (size_t i = 1; i < states.size(); ++i) sheet.Redo();
+  EXPECT_EQ(sheet.Points(), states.back());
+  EXPECT_FALSE(sheet.Can_Redo());
+  // The nearer of two within reach.
+  sheet.Begin_With({{{10, 10}, {}}, {{18, 10}, {}}});
+  EXPECT_EQ(sheet.Point_At({13, 10}, 10), 0U);
+  EXPECT_EQ(sheet.Point_At({15, 10}, 10), 1U);
+  EXPECT_EQ(sheet.Point_At({40, 10}, 10), std::nullopt);
+}

@@ -1,0 +1,243 @@
+#include "calibration/world_file.h"
+#include "coordinates/calibration_file.h"
+#include "coordinates/conversions.h"
+#include "platform/geotiff.h"
+#include "platform/picture.h"
+#include "platform/reference_lookup.h"
+
+namespace {
+
+MATCHER_P(Says, part, "") { return arg.contains(QString(part)); }
+
+// A TIFF file with tags and a picture of no bytes, in both orders of bytes and both forms of the format.
+class TiffMaker {
+ public:
+  TiffMaker(bool littleEndian, bool bigForm) : little(littleEndian), big(bigForm) {}
+  void Add(int tag, int type, const std::vector<double>& values) { tags[tag] = {type, values}; }
+  QByteArray Bytes() const {
+    QByteArray head = little ? "II" : "MM", directory, data;
+    Put(head, big ? 43 : 42, 2);
+    if (big) Put(head, 8, 2), Put(head, 0, 2);
+    const qint64 first = big ? 16 : 8, field = big ? 8 : 4, entry = big ? 20 : 12;
+    Put(head, static_cast<quint64>(first), big ? 8 : 4);
+    Put(directory, tags.size(), big ? 8 : 2);
+    const qint64 dataAt = first + (big ? 8 : 2) + static_cast<qint64>(tags.size()) * entry + field;
+    for (const auto& [tag, content] : tags) {
+      const auto& [type, values] = content;
+      const int width = type == 12 ? 8 : type == 4 ? 4 : 2;
+      QByteArray bytes;
+      for (const double value : values) {
+        quint64 raw = 0;
+        if (type == 12)
+          std::memcpy(&raw, &value, 8);
+        else
+          raw = static_cast<quint64>(value);
+        Put(bytes, raw, width);
+      }
+      Put(directory, static_cast<quint64>(tag), 2);
+      Put(directory, static_cast<quint64>(type), 2);
+      Put(directory, values.size(), field);
+      if (bytes.size() <= field) {
+        directory += bytes.leftJustified(field, '\0');
+      } else {
+        Put(directory, static_cast<quint64>(dataAt + data.size()), field);
+        data += bytes;
+      }
+    }
+    Put(directory, 0, field);
+    return head + directory + data;
+  }
+
+ private:
+  void Put(QByteArray& bytes, quint64 value, qint64 width) const {
+    for (qint64 i = 0; i < width; ++i) bytes += static_cast<char>(value >> (8 * (little ? i : width - 1 - i)));
+  }
+  bool little, big;
+  std::map<int, std::pair<int, std::vector<double>>> tags;
+};
+
+constexpr int area = 1, point = 2;
+
+TiffMaker Tagged(int raster, int epsg, bool little = true, bool big = false) {
+  TiffMaker tiff(little, big);
+  tiff.Add(256, 3, {400});
+  tiff.Add(257, 4, {300});
+  tiff.Add(33550, 12, {2.5, 2.5, 0});
+  tiff.Add(33922, 12, {0, 0, 0, 650000, 5512000, 0});
+  std::vector<double> keys = {1, 1, 0, 2, 1024, 0, 1, 1, 1025, 0, 1, static_cast<double>(raster)};
+  if (epsg != 0) {
+    keys.insert(keys.end(), {epsg < 5000 ? 2048.0 : 3072.0, 0, 1, static_cast<double>(epsg)});
+    keys[3] = 3;
+  }
+  tiff.Add(34735, 3, keys);
+  return tiff;
+}
+
+QString Refusal(const std::function<void()>& work) {
+  const Error error = Raised(work);
+  EXPECT_EQ(error.number, badPoints);
+  return error.text;
+}
+
+class WorldFiles : public FluraxTest {
+ protected:
+  // The place of a map pixel in the program, by the file that was made of the picture's own data.
+  QPointF Place_In_Program(const QString& picture, const ReferenceWish& wish, QPoint pixel) {
+    const auto reference = Find_Reference(picture);
+    if (!reference) {
+      ADD_FAILURE() << "nothing tells the place of " << picture;
+      return {};
+    }
+    const CalibrationPlan plan = Plan_Of_Reference(*reference, System_To_Use(*reference, wish), "Karte.bmp");
+    state = Save_Calibration(plan, Calibration_File_Of(picture)).state;
+    if (state.Metric()) return Pixel_To_Koord(state, pixel.x(), pixel.y());
+    QPointF place;
+    Pixel_To_Grad(state, pixel.x(), pixel.y(), place.rx(), place.ry());
+    if (state.NetPKG) place = QPointF(place.x() * 1000 + state.PkgR, place.y() * 1000 + state.PkgH);
+    return place;
+  }
+  CoordinateState state;
+};
+
+void Expect_Place(QPointF found, QPointF wanted, double tenthOfPixel) {
+  EXPECT_NEAR(found.x(), wanted.x(), tenthOfPixel);
+  EXPECT_NEAR(found.y(), wanted.y(), tenthOfPixel);
+}
+
+}  // namespace
+
+TEST_F(WorldFiles, TheOriginIsTheMiddleOfTheFirstPixel) {
+  const QString map = Make_Map("Karte.bmp", 400, 300);
+  Put("Karte.bpw", "2.5\r\n0\r\n0\r\n-2,5\r\n650000\r\n5512000\r\n");
+  const ReferenceWish wish{32, "WGS-84"};
+  Expect_Place(Place_In_Program(map, wish, {0, 0}), {650000, 5512000}, 0.25);
+  Expect_Place(Place_In_Program(map, wish, {399, 299}), {650000 + 399 * 2.5, 5512000 - 299 * 2.5}, 0.25);
+  EXPECT_EQ(state.ZoneText, "32U");
+  EXPECT_EQ(state.GridDatum, "WGS-84");
+  // The net of the file bears round numbers.
+  EXPECT_EQ(state.GridR % state.Gwidth, 0);
+  EXPECT_GE(state.NetLLines.size(), 3U);
+}
+
+TEST_F(WorldFiles, TagsCountFromTheCornerOrFromTheMiddle) {
+  const QString map = Make_Map("Karte.bmp", 400, 300);
+  for (const bool little : {true, false})
+    for (const bool big : {true, false}) {
+      Put("Karte.tif", Tagged(area, 25832, little, big).Bytes());
+      Expect_Place(Place_In_Program(map, {}, {0, 0}), {650001.25, 5511998.75}, 0.25);
+      EXPECT_EQ(state.GridDatum, "ETRS89");
+      Put("Karte.tif", Tagged(point, 25832, little, big).Bytes());
+      Expect_Place(Place_In_Program(map, {}, {0, 0}), {650000, 5512000}, 0.25);
+      Expect_Place(Place_In_Program(map, {}, {200, 100}), {650500, 5511750}, 0.25);
+    }
+  // A whole matrix, turned by three degrees, and a tie point in the middle of the picture.
+  const double t = 3 * 3.14159265358979 / 180, c = 2.5 * std::cos(t), s = 2.5 * std::sin(t);
+  TiffMaker turned = Tagged(area, 32632);
+  turned.Add(34264, 12, {c, s, 0, 650000, s, -c, 0, 5512000, 0, 0, 0, 0, 0, 0, 0, 1});
+  Put("Karte.tif", turned.Bytes());
+  Expect_Place(Place_In_Program(map, {}, {0, 0}), {650000 + (c + s) / 2, 5512000 + (s - c) / 2}, 0.25);
+  EXPECT_NEAR(state.Inclin, std::tan(t), 2e-5);
+  TiffMaker tied = Tagged(point, 32632);
+  tied.Add(33922, 12, {200, 150, 0, 650000, 5512000, 0});
+  Put("Karte.tif", tied.Bytes());
+  Expect_Place(Place_In_Program(map, {}, {200, 150}), {650000, 5512000}, 0.25);
+  // The tags of the picture itself; a picture of another size beside the map says nothing of it.
+  EXPECT_EQ(Find_Reference(Path("Karte.tif"))->size, QSize(400, 300));
+  EXPECT_FALSE(Find_Reference(Make_Map("Karte.bmp", 410, 300)));
+}
+
+TEST_F(WorldFiles, PixelsThatAreNoSquaresAndDegreesBecomeTracedNets) {
+  const QString map = Make_Map("Karte.bmp", 400, 300);
+  Put("Karte.wld", "2\n0\n0\n-2.5\n650000\n5512000\n");
+  const ReferenceWish wish{32, "WGS-84"};
+  for (const QPoint at : {QPoint(3, 5), QPoint(390, 20), QPoint(200, 280)})
+    Expect_Place(Place_In_Program(map, wish, at), {650000 + at.x() * 2.0, 5512000 - at.y() * 2.5}, 2.0);
+  EXPECT_TRUE(state.NetPKG);
+  Put("Karte.wld", "0.00002\n0\n0\n-0.000015\n11.0\n49.8\n");
+  for (const QPoint at : {QPoint(3, 5), QPoint(390, 20), QPoint(200, 280)})
+    Expect_Place(Place_In_Program(map, {0, "WGS-84"}, at), {11 + at.x() * 2e-5, 49.8 - at.y() * 1.5e-5}, 1.5e-5);
+  EXPECT_TRUE(state.NetDec);
+}
+
+TEST_F(WorldFiles, ZoneAndDatumComeFromTheFilesOrAreAskedFor) {
+  const QString map = Make_Map("Karte.bmp", 400, 300);
+  Put("Karte.bpw", "2.5\n0\n0\n-2.5\n4450000\n5512000\n");
+  const auto system = [&](const ReferenceWish& wish) { return System_To_Use(*Find_Reference(map), wish); };
+  EXPECT_THAT(Refusal([&] { system({}); }), Says("Es fehlt das Datum"));
+  EXPECT_THAT(Refusal([&] { system({0, "Potsdam"}); }), Says("Es fehlt die Zone"));
+  EXPECT_THAT(Refusal([&] { system({4, "Mond"}); }), Says("Mond"));
+  EXPECT_THAT(Refusal([&] { system({7, "Potsdam"}); }), Says("Diese Zone gibt es nicht"));
+  EXPECT_EQ(system({4, "Potsdam"}).Name(), "Gauß-Krüger 4");
+  const auto plan = [&](const ReferenceWish& wish) {
+    return Plan_Of_Reference(*Find_Reference(map), system(wish), "Karte.bmp");
+  };
+  EXPECT_THAT(Refusal([&] { plan({3, "Potsdam"}); }), Says("gehört nicht zur Zone 3"));
+  EXPECT_THAT(Refusal([&] { plan({32, "WGS-84"}); }), Says("gehört zur Zone"));
+  // As surveys write them.
+  Put("Karte.prj",
+      R"(PROJCS["DHDN_3_Degree_Gauss_Zone_4",GEOGCS["GCS_Deutsches_Hauptdreiecksnetz",DATUM["D_Deutsches_Hauptdreiecksnetz",SPHEROID["Bessel_1841",6377397.155,299.1528128]],PRIMEM["Greenwich",0.0],UNIT["Degree",0.0174532925199433]],PROJECTION["Gauss_Kruger"],PARAMETER["False_Easting",4500000.0],PARAMETER["False_Northing",0.0],PARAMETER["Central_Meridian",12.0],PARAMETER["Scale_Factor",1.0],PARAMETER["Latitude_Of_Origin",0.0],UNIT["Meter",1.0]])");
+  EXPECT_EQ(system({}).Name(), "Gauß-Krüger 4");
+  EXPECT_EQ(plan({}).net.zone, "4");
+  EXPECT_EQ(plan({}).net.datum, "Potsdam");
+  EXPECT_THAT(Refusal([&] { system({3, {}}); }), Says("Gauß-Krüger 4"));
+  EXPECT_THAT(Refusal([&] { system({0, "WGS-84"}); }), Says("Gauß-Krüger 4"));
+  Put("Karte.prj",
+      R"(PROJCS["ETRS_1989_UTM_Zone_33N",GEOGCS["GCS_ETRS_1989",DATUM["D_ETRS_1989",SPHEROID["GRS_1980",6378137.0,298.257222101]],PRIMEM["Greenwich",0.0],UNIT["Degree",0.0174532925199433]],PROJECTION["Transverse_Mercator"],PARAMETER["False_Easting",500000.0],PARAMETER["False_Northing",0.0],PARAMETER["Central_Meridian",15.0],PARAMETER["Scale_Factor",0.9996],PARAMETER["Latitude_Of_Origin",0.0],UNIT["Meter",1.0]])");
+  EXPECT_EQ(system({}).Name(), "UTM 33 ETRS89");
+  // A system the program does not count in.
+  Put("Karte.prj",
+      R"(PROJCS["WGS_1984_Web_Mercator_Auxiliary_Sphere",GEOGCS["GCS_WGS_1984",DATUM["D_WGS_1984",SPHEROID["WGS_1984",6378137.0,298.257223563]],PRIMEM["Greenwich",0.0],UNIT["Degree",0.0174532925199433]],PROJECTION["Mercator_Auxiliary_Sphere"],PARAMETER["False_Easting",0.0],PARAMETER["False_Northing",0.0],PARAMETER["Central_Meridian",0.0],PARAMETER["Standard_Parallel_1",0.0],PARAMETER["Auxiliary_Sphere_Type",0.0],UNIT["Meter",1.0]])");
+  EXPECT_THAT(Refusal([&] { system({}); }), Says("Karte aus Geodaten"));
+  for (const int code : {3857, 32732, 5243, 4746}) EXPECT_EQ(System_Of_Epsg(code), std::nullopt) << code;
+  for (const int code : {4326, 4258, 4314, 31466, 31469, 32601, 32633, 25832})
+    EXPECT_EQ(Epsg_Of(System_Of_Epsg(code).value_or(ReferenceSystem{})), code);
+  // Without a reference system the tags tell the place alone.
+  Kill(Path("Karte.prj"));
+  Kill(Path("Karte.bpw"));
+  Put("Karte.tif", Tagged(area, 0).Bytes());
+  EXPECT_FALSE(Find_Reference(map)->system);
+  EXPECT_EQ(System_To_Use(*Find_Reference(map), {32, "ETRS89"}).Name(), "UTM 32 ETRS89");
+}
+
+TEST_F(WorldFiles, NonsenseIsRefusedByItsLine) {
+  EXPECT_THAT(Refusal([] { Parse_World_File("2\n0\n0\n-2\n650000\n"); }), Says("Zeile 6"));
+  EXPECT_THAT(Refusal([] { Parse_World_File("2\n0\nnull\n-2\n1\n1\n"); }), Says("Zeile 3"));
+  EXPECT_THAT(Refusal([] { Parse_World_File("0\n0\n0\n0\n650000\n5512000\n"); }), Says("keine Größe"));
+  EXPECT_THAT(Refusal([] { Parse_World_File("2\n0\n0\n2\n650000\n5512000\n"); }), Says("Vorzeichen"));
+  EXPECT_THAT(Refusal([] { Parse_World_File("-2\n0\n0\n-2\n650000\n5512000\n"); }), Says("Vorzeichen"));
+  // Whatever is cut off or wrong in a TIFF file: an error of pictures, or a place that is none, and no more.
+  const QByteArray whole = Tagged(area, 25832).Bytes();
+  const QString path = Path("k.tif");
+  for (qsizetype length = 0; length < whole.size(); ++length) {
+    Put("k.tif", whole.left(length));
+    EXPECT_EQ(Error_Of([&] { Read_Geotiff(path); }), errors::badPicture) << length;
+  }
+  std::mt19937 random(1);
+  for (int round = 0; round < 2000; ++round) {
+    QByteArray bad = whole;
+    for (int i = 0; i < 3; ++i)
+      bad[std::uniform_int_distribution<qsizetype>(4, bad.size() - 1)(random)] = static_cast<char>(random());
+    Put("k.tif", bad);
+    const int number = Error_Of([&] { Find_Reference(path); });
+    EXPECT_TRUE(number == 0 || number == errors::badPicture || number == badPoints) << number;
+  }
+}
+
+// The tools of the surveys and this reader agree on the tags to a tenth of a pixel.
+TEST_F(WorldFiles, AgreeWithOtherToolsOnHalfPixels) {
+  const QString map = Make_Map("Karte.bmp", 40, 30);
+  const QStringList corners = {"-a_ullr", "650000", "5512000", "650100", "5511925", "-a_srs", "EPSG:25832", "-q"};
+  Run_Tool("gdal_translate", QStringList(corners) << "-co"
+                                                  << "TFW=YES" << map << Path("flaeche.tif"));
+  Run_Tool("gdal_translate", QStringList(corners) << "-mo"
+                                                  << "AREA_OR_POINT=Point" << map << Path("punkt.tif"));
+  const PixelAffine expected{2.5, 0, 650001.25, 0, -2.5, 5511998.75};
+  for (const char* name : {"flaeche.tif", "punkt.tif"}) {
+    const GeoTiff tags = Read_Geotiff(Path(name));
+    ASSERT_TRUE(tags.place);
+    Expect_Place(tags.place->Place_Of({0, 0}), expected.Place_Of({0, 0}), 0.1);
+    Expect_Place(tags.place->Place_Of({39, 29}), expected.Place_Of({39, 29}), 0.1);
+    EXPECT_EQ(tags.epsg, 25832);
+  }
+  EXPECT_EQ(Parse_World_File(Read_Lines(Path("flaeche.tfw")).join(u'\n')), expected);
+}
