@@ -151,7 +151,10 @@ BENCHMARK(Million_Redraw)->Unit(benchmark::kMillisecond)->Iterations(10);
 void Million_First_Sight(benchmark::State& state) {
   const Large large(1'000'000, 16000, 10000);
   int at = 0;
-  for (auto _ : state) ScrollMap(++at * 1700, at * 1100);
+  for (auto _ : state) {
+    ++at;
+    ScrollMap(at * 1700, at * 1100);
+  }
   state.counters["regions"] = Map.EntryRegions.Count();
 }
 BENCHMARK(Million_First_Sight)->Unit(benchmark::kMillisecond)->Iterations(6);

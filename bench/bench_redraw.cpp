@@ -98,6 +98,21 @@ void BM_Reduce_6000x4000_To_4(benchmark::State& state) {
 }
 BENCHMARK(BM_Reduce_6000x4000_To_4)->Unit(benchmark::kMillisecond);
 
+// The first zoom-out of a big scan of 32 bits.
+void BM_First_Zoom_Out(benchmark::State& state) {
+  QImage scan(12'000, 9'000, QImage::Format_RGB32);
+  for (int y = 0; y < scan.height(); ++y)
+    for (int x = 0; x < scan.width(); ++x)
+      reinterpret_cast<QRgb*>(scan.scanLine(y))[x] = qRgb(x & 255, y & 255, (x * y) & 255);
+  const auto wanted = static_cast<float>(state.range(0)) / 100;
+  for (auto _ : state) {
+    Set_Map_Picture(scan);
+    Map.Zoom = wanted;
+    ReduceMap();
+  }
+}
+BENCHMARK(BM_First_Zoom_Out)->Arg(133)->Arg(200)->Arg(400)->Arg(1000)->Unit(benchmark::kMillisecond);
+
 void BM_Open_Map(benchmark::State& state) {
   const BenchMap map({10'000, 1'000, 0});
   const QString path = map.path;

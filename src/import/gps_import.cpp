@@ -1,7 +1,5 @@
 #include "import/gps_import.h"
 
-#include <QFileInfo>
-
 #include "edit/bulk_change.h"
 #include "hand/activation.h"
 #include "platform/message_box.h"
@@ -71,7 +69,8 @@ class GpsRun {
     const int width = Tbl.EintragSize;
     QString text = Cut_Text(unit.text, width);
     if (text.size() != unit.text.size())
-      Refuse(unit, QStringLiteral("Der Text wurde auf %1 Zeichen gekürzt").arg(width));
+      result.notes.push_back(
+          {unit.line, unit.text, QStringLiteral("Der Text wurde auf %1 Zeichen gekürzt").arg(width)});
     return text;
   }
 
@@ -247,7 +246,7 @@ ImportList Gps_List(const GpsFile& file, const GpsPlan& plan, const QString& tra
   return list;
 }
 
-QStringList Gps_Report(const GpsFile& file, const GpsPlan& plan, const GpsResult& result) {
+QStringList Gps_Report(const GpsPlan& plan, const GpsResult& result) {
   const bool waypoints = plan.content == GpsContent::Waypoints;
   const ImportCounts& counts = plan.counts;
   const auto line = [](const QString& what, qsizetype number) { return what + QStringLiteral(": %1").arg(number); };
@@ -258,26 +257,29 @@ QStringList Gps_Report(const GpsFile& file, const GpsPlan& plan, const GpsResult
         << line(QStringLiteral("außerhalb der Karte"),
                 counts.left + counts.right + counts.up + counts.down + counts.zone)
         << line(QStringLiteral("schon vorhanden"), counts.exists)
-        << line(QStringLiteral("abgelehnt"), counts.unreadable + static_cast<qsizetype>(file.faults.size()));
+        << line(QStringLiteral("abgelehnt"), counts.unreadable + static_cast<qsizetype>(result.refused.size()));
   return lines;
 }
 
-QString Write_Gps_Refusals(const GpsFile& file, const GpsPlan& plan, const GpsResult& result) {
+QStringList Gps_Faults(const GpsFile& file) {
+  QStringList lines;
+  if (!file.remark.isEmpty()) lines << file.remark;
+  for (const GpsFault& fault : file.faults) lines << QStringLiteral("Zeile %1: %2").arg(fault.line).arg(fault.text);
+  return lines;
+}
+
+QStringList Gps_Refusals(const GpsFile& file, const GpsPlan& plan, const GpsResult& result) {
   QStringList lines;
   const auto add = [&lines](int line, const QString& name, const QString& reason) {
     lines << QStringLiteral("Zeile %1: %2: %3").arg(QString::number(line), name, reason);
   };
-  if (!file.remark.isEmpty()) lines << file.remark;
-  for (const GpsFault& fault : file.faults) lines << QStringLiteral("Zeile %1: %2").arg(fault.line).arg(fault.text);
   const Records records(file, plan.content);
   for (size_t i = 0; i < plan.records.size(); ++i) {
     if (plan.records[i].mark.Usable()) continue;
     const RecordTexts record = records.At(i);
     add(record.line, record.name, Import_Status_Text(plan.records[i].mark.status));
   }
-  for (const GpsRefusal& one : result.refused) add(one.line, one.text, one.reason);
-  const QFileInfo map(MapFile);
-  const QString path = map.path() + u'/' + map.completeBaseName() + QStringLiteral("_Import.txt");
-  Write_Lines(path, lines);
-  return path;
+  for (const auto* all : {&result.refused, &result.notes})
+    for (const GpsRefusal& one : *all) add(one.line, one.text, one.reason);
+  return lines;
 }

@@ -59,10 +59,10 @@ struct GpsRefusal {
 };
 
 struct GpsResult {
-  int imported = 0;                 // entries made
-  bool stopped = false;             // the user ended it; what came in before stays
-  bool failed = false;              // an error took everything back; it was told
-  std::vector<GpsRefusal> refused;  // what could not come, and texts that were cut
+  int imported = 0;                        // entries made
+  bool stopped = false;                    // the user ended it; what came in before stays
+  bool failed = false;                     // an error took everything back; it was told
+  std::vector<GpsRefusal> refused, notes;  // what could not come; what came with a text that was cut
 };
 
 // Makes the entries: one undo point "Rückgängig: Import", one transaction, one redraw.
@@ -73,7 +73,8 @@ void Tell_Gps_Import(const GpsResult& result, GpsContent content, int readable, 
 // For the window of imports; file and plan must outlive it.
 ImportList Gps_List(const GpsFile& file, const GpsPlan& plan, const QString& transformation);
 // What a script is told on its standard output, line by line.
-QStringList Gps_Report(const GpsFile& file, const GpsPlan& plan, const GpsResult& result);
-// Everything that did not come, with line, name and reason, into "KARTE_Import.txt" beside the map; its path. Raises
-// what the file raises.
-QString Write_Gps_Refusals(const GpsFile& file, const GpsPlan& plan, const GpsResult& result);
+QStringList Gps_Report(const GpsPlan& plan, const GpsResult& result);
+// Everything of the plan that did not come, a line each: line of the file, name and reason.
+QStringList Gps_Refusals(const GpsFile& file, const GpsPlan& plan, const GpsResult& result);
+// What of the file could not be read at all, in the same way.
+QStringList Gps_Faults(const GpsFile& file);

@@ -61,18 +61,15 @@ void ImportCounts::Count(const ImportMark& mark) {
   if (mark.samePosition) ++samePosition;
 }
 
-QStringList Import_Summary(const ImportCounts& counts) {
-  QStringList lines = {QString::number(counts.all) +
-                       QStringLiteral(" Einträge wurden eingelesen, davon liegen außerhalb der Karte:")};
-  const QString far = QStringLiteral(" zu weit");
-  lines << QString::number(counts.left) + far + QStringLiteral(" links im Westen")
-        << QString::number(counts.right) + far + QStringLiteral(" rechts im Osten")
-        << QString::number(counts.up) + far + QStringLiteral(" oben im Norden")
-        << QString::number(counts.down) + far + QStringLiteral(" unten im Süden");
-  if (counts.zone > 0) lines << QString::number(counts.zone) + QStringLiteral(" in einer anderen Zone");
-  if (counts.unreadable > 0)
-    lines << QString::number(counts.unreadable) + QStringLiteral(" ohne brauchbare Koordinate");
-  if (counts.exists > 0) lines << QString::number(counts.exists) + QStringLiteral(" sind in der Karte schon vorhanden");
-  lines << QString::number(counts.ok) + QStringLiteral(" Einträge geeignet für den Import in die Karte");
-  return lines;
+QString Import_Summary(const ImportCounts& counts) {
+  const int outside = counts.left + counts.right + counts.up + counts.down;
+  QString text = QStringLiteral("%1 Einträge wurden eingelesen, davon liegen außerhalb der Karte: %2\n")
+                     .arg(QString::number(counts.all), QString::number(outside));
+  const auto add = [&text](int count, const QString& what) {
+    if (count > 0) text += QString::number(count) + what;
+  };
+  add(counts.zone, QStringLiteral(" liegen in einer anderen Zone, "));
+  add(counts.unreadable, QStringLiteral(" haben keine brauchbare Koordinate, "));
+  add(counts.exists, QStringLiteral(" sind in der Karte schon vorhanden, "));
+  return text + QString::number(counts.ok) + QStringLiteral(" Einträge geeignet für den Import in die Karte");
 }

@@ -37,5 +37,5 @@ struct ImportList {
   std::function<QString(int row, int column)> text;
 };
 
-// The counts as sentences: how many were read, lie outside in which direction, and can be imported.
-QStringList Import_Summary(const ImportCounts& counts);
+// The counts in two lines: how many were read and lie outside; why others cannot come, and how many can.
+QString Import_Summary(const ImportCounts& counts);

@@ -134,10 +134,11 @@ class Database {
   void Copy_To(const QString& target);
 
   std::unique_ptr<Recordset> OpenRecordset(const QString& tableOrSelect);  // error 3078 for an unknown table
-  const std::vector<TableDef>& TableDefs();  // in order of creation; reread when the schema changed
-  bool HasTable(const QString& name);        // ignoring case
-  void CreateTable(const TableDef& table);   // error 3010 if it is there
-  void DropTable(const QString& name);       // error 3078 if it is not there
+  const std::vector<TableDef>& TableDefs();   // in order of creation; reread when the schema changed
+  bool HasTable(const QString& name);         // ignoring case
+  void CreateTable(const TableDef& table);    // error 3010 if it is there
+  void DropTable(const QString& name);        // error 3078 if it is not there
+  void DropTables(const QStringList& names);  // all of them at once; 3078 if one is not there: then none is dropped
   // At the end, Null in every row; error 3191 if it is there.
   void AddColumn(const QString& table, const FieldInfo& field);
   void DropColumn(const QString& table, const QString& column);  // error 3265 if it is not there
@@ -173,6 +174,7 @@ class Database {
  private:
   friend class Workspace;
   friend class TimeLimit;
+  friend class Journal;
   Database();
   struct Inner;
   std::unique_ptr<Inner> inner;

@@ -47,6 +47,8 @@ struct TableState {
     RowWrite write;
   };
   std::vector<Logged> writes;  // the last ones
+  std::vector<qint64> rowsOfVersion;  // of the last write, where it changed nothing else of the table
+  quint64 rowsVersion = 0;            // the version that write made
 };
 
 struct PointsEntry {
@@ -105,6 +107,22 @@ struct AsideDatabase {
   const QString path;
 };
 
+// Hears of every change of a database before it is stored.
+class Recorder {
+ public:
+  virtual ~Recorder() = default;
+  virtual void Before_Statement() = 0;  // that may write
+  virtual void Statement_Failed() = 0;  // and has changed nothing
+  virtual void Before_Commit() = 0;
+  virtual void Committed() = 0;
+  virtual void Taken_Back() = 0;
+  virtual void Dropping(const TableDef& table) = 0;  // its rows are still there
+  virtual void Created(const TableDef& table) = 0;
+  virtual void Column_Added(const TableDef& table, const FieldInfo& column) = 0;  // at its end
+  virtual void Column_Goes(const TableDef& table, int place) = 0;                 // its values are still there
+  virtual void Lost_Track() = 0;  // a change that none of the above tells of
+};
+
 // One open file. Recordsets share it with the Database and find `db` empty after Close.
 class Engine {
  public:
@@ -122,13 +140,31 @@ class Engine {
   sqlite3_stmt* Prepare_Lasting(const QByteArray& sql);
   void Finish(sqlite3_stmt*& statement);
   void Run(const char* sql);
-  qint64 Number_Of(const QByteArray& sql);  // first column of the first row
+  void Execute(const QByteArray& statements);  // of anybody, several separated by ";"
+  qint64 Number_Of(const QByteArray& sql);     // first column of the first row
 
   void Need_Write();  // before every write: switches the log on at the first one
   void Begin();
   void Commit();
   void Roll_Back();
   void Checkpoint();
+  // A change that is to be stored at once. Where it is recorded, in a transaction of its own together with its record.
+  template <typename Work>
+  void Write(Work&& work) {
+    if (!recorder || depth > 0) return work();
+    Begin();
+    try {
+      work();
+      Commit();
+    } catch (...) {
+      if (depth > 0) Roll_Back();
+      throw;
+    }
+  }
+  // Rows were changed by neither recordset nor statement: of these tables the given rows alone, or anything at all.
+  void Walked(const QHash<QString, std::vector<qint64>>& rowsByTable);
+  void Everything_Changed();
+  const TableDef* Table_As_Known(const QString& name) const;  // without looking whether the list is up to date
 
   // Notices writes that came by other ways than a recordset.
   void Notice_Changes();
@@ -142,6 +178,7 @@ class Engine {
   const TableDef* Find_Table(const QString& name);
   void Create(const TableDef& table);
   void Drop(const QString& name);
+  void Drop_All(const QStringList& names);
   void Alter(const QString& table, const QByteArray& change);
 
   const std::vector<Database::PointRow>* Points(const QString& table);
@@ -161,8 +198,10 @@ class Engine {
   qint64 accountedChanges = 0;          // SQLite's count when it was last looked at
   quint64 loggedWrites = 0;
   Limit* limit = nullptr;
+  Recorder* recorder = nullptr;
 
  private:
+  void Run_Lasting(sqlite3_stmt*& statement, const char* sql);
   void Read_Tables();
   void Index_Tables();
   qint64 Schema_Version();
@@ -175,7 +214,7 @@ class Engine {
   std::vector<TableDef> tables;
   QHash<QString, int> tableIndex;
   qint64 knownSchema = -1;
-  sqlite3_stmt* schemaStatement = nullptr;
+  sqlite3_stmt *schemaStatement = nullptr, *beginStatement = nullptr, *commitStatement = nullptr;
   QSet<sqlite3_stmt*> lastingStatements;
   QHash<QString, std::shared_ptr<TableState>> states;
   QHash<QString, std::shared_ptr<PointsEntry>> points;
@@ -265,6 +304,7 @@ struct Recordset::Inner {
   }
   bool Is_Fresh() const { return !state || (seenVersion == state->version && seenGeneration == engine->generation); }
   void Refresh();
+  bool Forget_Rows_Alone();
   void Drop_Blocks();
   void Need_Row();
   void Need_Editable() const;

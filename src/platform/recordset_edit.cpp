@@ -143,11 +143,8 @@ void Recordset::Update() {
   set.Validate();
   if (set.mode == Inner::Mode::None) Raise(errors::recordDeleted);  // taken back meanwhile
   set.engine->Need_Write();
-  if (mode == Inner::Mode::New) {
-    set.Insert();
-  } else {
-    set.Change();
-  }
+  if (set.mode != mode) Raise(errors::recordDeleted);  // the cursor went on while somebody was asked
+  set.engine->Write([&] { mode == Inner::Mode::New ? set.Insert() : set.Change(); });
 }
 
 void Recordset::Inner::Bind(sqlite3_stmt* statement, int parameter, const Value& value) {
@@ -261,12 +258,14 @@ void Recordset::Delete() {
   const qint64 key = set.keys[static_cast<size_t>(set.position)];
   // Known before the row goes, so that its key is not given again.
   set.engine->Next_Key(set.state, set.table);
-  sqlite3_bind_int64(set.deleteStatement, 1, key);
-  sqlite3_step(set.deleteStatement);
-  const int rc = sqlite3_reset(set.deleteStatement);
-  if (rc != SQLITE_OK) set.engine->Fail(rc);
-  if (sqlite3_changes64(set.engine->db) == 0) Raise(errors::recordDeleted);
-  set.engine->Wrote(set.state);
+  set.engine->Write([&] {
+    sqlite3_bind_int64(set.deleteStatement, 1, key);
+    sqlite3_step(set.deleteStatement);
+    const int rc = sqlite3_reset(set.deleteStatement);
+    if (rc != SQLITE_OK) set.engine->Fail(rc);
+    if (sqlite3_changes64(set.engine->db) == 0) Raise(errors::recordDeleted);
+    set.engine->Wrote(set.state);
+  });
   set.seenVersion = set.state->version;
   set.Forget_Row(set.position);
   set.keys.erase(set.keys.begin() + set.position);

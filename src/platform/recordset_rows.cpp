@@ -185,6 +185,7 @@ void Recordset::Inner::Refresh() {
   engine->Need_Open();
   engine->Notice_Changes();
   if (Is_Fresh()) return;
+  if (Forget_Rows_Alone()) return;
   Drop_Blocks();
   exact = false;
   seenVersion = state->version;
@@ -198,6 +199,25 @@ void Recordset::Inner::Refresh() {
   if (at != At::Row) return;
   const int again = Position_Of(key);
   Go(again >= 0 ? again : std::min(position, static_cast<int>(keys.size())));
+}
+
+// Where the last write is known to have changed some rows and nothing else, all others stay as they were read.
+bool Recordset::Inner::Forget_Rows_Alone() {
+  if (!state || fixed || seenGeneration != engine->generation || seenRollbacks != engine->rollbacks ||
+      state->rowsVersion != state->version || seenVersion + 1 != state->version)
+    return false;
+  seenVersion = state->version;
+  lastBlock = nullptr;
+  current = nullptr;
+  for (const qint64 key : state->rowsOfVersion) {
+    const int row = Position_Of(key);
+    std::erase_if(blocks, [&](const std::unique_ptr<database_inner::Block>& block) {
+      const bool holds = row >= block->first && row < block->first + block->Count();
+      if (holds) cachedBytes -= block->Bytes();
+      return holds;
+    });
+  }
+  return true;
 }
 
 void Recordset::Inner::Need_Row() {

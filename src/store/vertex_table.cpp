@@ -104,14 +104,12 @@ bool Drop_Vertex_Table(const QString& name) {
   return true;
 }
 
-// By one statement: the list of tables is read once, not after each of them.
 void Drop_Vertex_Tables(const QSet<QString>& lowerNames) {
   if (lowerNames.isEmpty()) return;
-  QString sql;
+  QStringList names;
   for (const TableDef& table : dbEntries->TableDefs())
-    if (Has_Vertex_Columns(table) && lowerNames.contains(table.name.toLower()))
-      sql += QStringLiteral("DROP TABLE \"%1\";").arg(QString(table.name).replace(u'"', QLatin1String("\"\"")));
-  if (!sql.isEmpty()) dbEntries->Execute(sql);
+    if (Has_Vertex_Columns(table) && lowerNames.contains(table.name.toLower())) names += table.name;
+  dbEntries->DropTables(names);
 }
 
 void Create_Vertex_Table(const QString& name) {

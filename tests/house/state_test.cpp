@@ -64,8 +64,9 @@ TEST(SharedState, AFreshStartReachesAllOfIt) {
                   "edit/copy.cpp: clipboardFace", "hand/activation.cpp: before", "hand/activation.cpp: after",
                   "hand/activation.cpp: hide", "hand/leave_hand.cpp: watched", "hand/leave_hand.cpp: lastNumber",
                   "maps/commands.cpp: procedures", "state/dialog_hooks.cpp: dialogHooks", "state/events.cpp: events",
-                  "state/on_reset.cpp: rooms", "tools/map_tool.cpp: dropped", "tools/plan_squares.cpp: closed",
-                  "view/overlay.cpp: overlays", "view/redraw.cpp: listener", "view/redraw.cpp: changesListener",
+                   "state/on_reset.cpp: rooms", "state/step.cpp: lastNumber", "tools/map_tool.cpp: dropped",
+                   "tools/plan_squares.cpp: closed", "view/overlay.cpp: overlays", "view/redraw.cpp: listener",
+                   "view/redraw.cpp: changesListener",
                   "view/redraw.cpp: closed", "windows/common/help_window.cpp: theWindow",
                   "windows/desktop/desktop_printer.cpp: holder", "windows/main/dialog_hooks.cpp: activation",
                   // Good for one call alone.

@@ -1,4 +1,5 @@
 #include "import/gps_import.h"
+#include "import/gps_script.h"
 #include "import/pcx5.h"
 #include "import/placing_question.h"
 #include "import/present_entries.h"
@@ -87,8 +88,10 @@ TEST_F(GpsImportTest, JudgesEveryWaypoint) {
   EXPECT_EQ(plan.counts.sameName, 2);
   EXPECT_EQ(plan.counts.samePosition, 2);
   EXPECT_EQ(plan.counts.sameNameAndPosition, 1);
-  EXPECT_EQ(Import_Summary(plan.counts).first(), u"14 Einträge wurden eingelesen, davon liegen außerhalb der Karte:"_s);
-  EXPECT_EQ(Import_Summary(plan.counts).last(), u"5 Einträge geeignet für den Import in die Karte"_s);
+  EXPECT_EQ(
+      Import_Summary(plan.counts),
+      u"14 Einträge wurden eingelesen, davon liegen außerhalb der Karte: 5\n2 liegen in einer anderen Zone, 2 sind in "
+      "der Karte schon vorhanden, 5 Einträge geeignet für den Import in die Karte"_s);
   EXPECT_EQ(Marks(Plan_Gps(file, GpsContent::Waypoints, PlacingWay::AsWritten, Existing::Taken))[8], QChar(252));
   // The same file once more, however its texts were written.
   for (const bool comment : {false, true}) {
@@ -113,8 +116,9 @@ TEST_F(GpsImportTest, WritesTextsInOneStepThatCanBeTakenBack) {
   look.withComment = true;
   const GpsResult result = Import(file, GpsContent::Waypoints, look);
   EXPECT_EQ(result.imported, 3);
-  ASSERT_EQ(result.refused.size(), 1U);
-  EXPECT_EQ(result.refused[0].text, longName) << "cut, and told whole";
+  EXPECT_TRUE(result.refused.empty());
+  ASSERT_EQ(result.notes.size(), 1U);
+  EXPECT_EQ(result.notes[0].text, longName) << "cut, and told whole";
   ASSERT_EQ(Rows().size(), 3U);
   const EntryRow wanted{.ID = u"Text"_s,
                         .Eintrag = u"Igel am Bach"_s,
@@ -206,12 +210,15 @@ TEST_F(GpsImportTest, ReportsWhatDidNotCome) {
   file.faults.push_back({7, u"\"POL\" Breite 95 gibt es nicht"_s});
   const GpsPlan plan = Plan_Gps(file, GpsContent::Waypoints, PlacingWay::AsWritten);
   const GpsResult result = Import_Gps(Gps_Units(file, plan, {}), plan.content, {});
-  EXPECT_EQ(Gps_Report(file, plan, result),
+  EXPECT_EQ(Gps_Report(plan, result),
             (QStringList{u"Wegpunkte gelesen: 2"_s, u"Wegpunkte importiert: 1"_s, u"außerhalb der Karte: 1"_s,
-                         u"schon vorhanden: 0"_s, u"abgelehnt: 1"_s}));
-  EXPECT_EQ(Read_Lines(Write_Gps_Refusals(file, plan, result)),
-            (QStringList{u"Zeile 7: \"POL\" Breite 95 gibt es nicht"_s, u"Zeile 2: fern: zu weit rechts im Osten"_s}));
-  EXPECT_TRUE(File_Exists(Path(u"Karte_Import.txt"_s)));
+                         u"schon vorhanden: 0"_s, u"abgelehnt: 0"_s}));
+  EXPECT_EQ(Gps_Faults(file), QStringList{u"Zeile 7: \"POL\" Breite 95 gibt es nicht"_s});
+  EXPECT_EQ(Gps_Refusals(file, plan, result), QStringList{u"Zeile 2: fern: zu weit rechts im Osten"_s});
+  EXPECT_EQ(Write_Import_Report({u"Zeile 1: ä"_s}), Path(u"Karte_Import.txt"_s));
+  EXPECT_EQ(Read_Lines(Path(u"Karte_Import.txt"_s)), QStringList{u"Zeile 1: ä"_s});
+  EXPECT_EQ(Write_Import_Report({}), QString());
+  EXPECT_FALSE(File_Exists(Path(u"Karte_Import.txt"_s))) << "that of the former import would be read for this one's";
 }
 
 TEST_F(GpsImportTest, AsksHowOtherCoordinatesComeOntoTheMap) {

@@ -11,6 +11,8 @@
 #include "windows/calibration/frmKalibrix.h"
 #include "windows/canvas/frmFigurDraw.h"
 #include "windows/command_fixture.h"
+#include "windows/import/frmGPSGeraet.h"
+#include "windows/import/frmWpImport.h"
 #include "windows/maps/frmNotePad.h"
 #include "windows/objects/frmTblSymb.h"
 #include "windows/printing/frmPRN.h"
@@ -166,8 +168,10 @@ class EveryWindow : public CommandTest, public testing::WithParamInterface<doubl
     SheetExchange exchange(Exchange_File());
     FrmTabAustausch fromSheet(exchange, window.get());
     fromSheet.Take_Workbook(exchange.Proposed_Workbook());
-    for (QDialog* dialog :
-         std::initializer_list<QDialog*>{&characters, &progress, &calibration, &toSheet, &fromSheet}) {
+    FrmWpImport waypoints(window.get());
+    FrmGPSGeraet device(window.get());
+    for (QDialog* dialog : std::initializer_list<QDialog*>{&characters, &progress, &calibration, &toSheet, &fromSheet,
+                                                           &waypoints, &device}) {
       dialog->show();
       Close_Windows();
     }

@@ -58,7 +58,7 @@ INSTANTIATE_TEST_SUITE_P(EveryPlace, TypingIn,
 
 TEST_P(TypingIn, NoCommandLosesIt) {
   // What takes the table back to an earlier state, or deletes the entry, takes the text along.
-  const QStringList meant = {"mnuReset", "mnuTableRe", "mnuTableNeu", "mnuObjDel"};
+  const QStringList meant = {"mnuReset", "mnuStepBack", "mnuTableRe", "mnuTableNeu", "mnuObjDel"};
   for (const Command& command : Command_Table()) {
     if (meant.contains(command.key)) continue;
     Begin_Again();

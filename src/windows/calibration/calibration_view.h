@@ -22,7 +22,7 @@ class CalibrationView : public QAbstractScrollArea {
     std::optional<CoordinateState> net;
     std::optional<size_t> selected, lit;  // the one worked on, the one under the mouse
   };
-  void Show_Content(Content shown);  // points, arrows and net over the picture
+  void Show_Content(Content shown);                 // points, arrows and net over the picture
   const Content& Shown() const { return content; }  // what Show_Content was given last
 
   double Zoom() const { return zoom; }  // screen pixels per map pixel
@@ -32,9 +32,9 @@ class CalibrationView : public QAbstractScrollArea {
   void Fit_In_Window();
   // Scrolls if the place is not on the screen.
   void Make_Visible(QPointF pixel);
-  // Of a point of the viewport; whole numbers are the middle of a pixel. And back.
+  // The map pixel of a point of the viewport, and back; whole numbers are the middle of a pixel.
   QPointF Map_Pixel(QPointF at) const;
-  QPointF View_Point(QPointF pixel) const;
+  QPointF View_Point(QPointF pixel) const;  // the reverse
   // Ten screen pixels in map pixels.
   double Catch_Reach() const;
 

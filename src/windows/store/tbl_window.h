@@ -4,10 +4,11 @@
 #include <QWidget>
 #include <functional>
 
+#include "windows/store/tbl_window_model.h"
+
 class QLabel;
 class QPlainTextEdit;
 class QPushButton;
-class TblModel;
 
 // The grid: before the first change of a session it warns, and texts of several lines are changed in the line above it.
 class TblGrid : public QTableView {
