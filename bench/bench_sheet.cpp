@@ -83,4 +83,3 @@ BENCHMARK(Differences_50000)->Arg(ownNumber)->Arg(column::ID)->Arg(column::Eintr
 
 }  // namespace
 
-BENCHMARK_MAIN();
