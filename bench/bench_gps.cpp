@@ -142,16 +142,3 @@ void Transform(benchmark::State& state) {
 BENCHMARK(Transform)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
 
 }  // namespace
-
-int main(int argc, char** argv) {
-  qputenv("QT_QPA_PLATFORM", "offscreen");
-  const QGuiApplication application(argc, argv);
-  benchmark::Initialize(&argc, argv);
-  try {
-    benchmark::RunSpecifiedBenchmarks();
-  } catch (const Error& error) {
-    qCritical("%d %s", error.number, qUtf8Printable(error.text));
-    return 1;
-  }
-  return 0;
-}

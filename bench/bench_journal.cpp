@@ -121,9 +121,3 @@ void BM_Undo_Import_100000(benchmark::State& state) {
 BENCHMARK(BM_Undo_Import_100000)->Unit(benchmark::kMillisecond)->UseRealTime();
 
 }  // namespace
-
-int main(int count, char** arguments) {
-  const QCoreApplication application(count, arguments);
-  benchmark::Initialize(&count, arguments);
-  benchmark::RunSpecifiedBenchmarks();
-}

@@ -338,6 +338,7 @@ void Engine::Walked(const QHash<QString, std::vector<qint64>>& rowsByTable) {
     TableState* state = State_Of(table.key());
     state->rowsOfVersion = table.value();
     state->rowsVersion = ++state->version;
+    for (const qint64 key : table.value()) Log_Write(state, {RowWrite::Kind::Changed, key});
   }
 }
 

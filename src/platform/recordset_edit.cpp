@@ -305,14 +305,20 @@ std::optional<std::vector<RowWrite>> Recordset::Writes_Since(const WriteMoment& 
   Inner& set = *inner;
   set.Validate();
   if (!set.state || moment.generation != set.engine->generation) return std::nullopt;
-  const quint64 count = set.state->version - moment.version;
   const auto& logged = set.state->writes;
-  // Each of them makes a version, and no other table was written meanwhile.
-  if (count > logged.size() || set.engine->loggedWrites - moment.all != count) return std::nullopt;
-  std::vector<RowWrite> writes;
-  for (auto it = logged.end() - static_cast<std::ptrdiff_t>(count); it != logged.end(); ++it) {
-    if (it->version != moment.version + writes.size() + 1) return std::nullopt;
-    writes.push_back(it->write);
+  auto first = logged.end();
+  quint64 version = set.state->version + 1;
+  // Every version since is one of them, ...
+  for (; first != logged.begin() && (first - 1)->version > moment.version; --first) {
+    const quint64 earlier = (first - 1)->version;
+    if (earlier != version && earlier + 1 != version) return std::nullopt;
+    version = earlier;
   }
+  // ... and no other table was written meanwhile.
+  if (version != moment.version + 1 ||
+      set.engine->loggedWrites - moment.all != static_cast<quint64>(logged.end() - first))
+    return std::nullopt;
+  std::vector<RowWrite> writes;
+  for (auto it = first; it != logged.end(); ++it) writes.push_back(it->write);
   return writes;
 }
