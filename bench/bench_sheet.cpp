@@ -82,5 +82,3 @@ void Differences_50000(benchmark::State& state) {
 BENCHMARK(Differences_50000)->Arg(ownNumber)->Arg(column::ID)->Arg(column::Eintrag)->Unit(benchmark::kMillisecond);
 
 }  // namespace
-
-BENCHMARK_MAIN();

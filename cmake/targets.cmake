@@ -43,8 +43,8 @@ if(EXISTS ${CMAKE_SOURCE_DIR}/src/tabbridge.cpp)
   target_compile_definitions(TabBridge PRIVATE FLURAX_DATA_DIR="${CMAKE_BINARY_DIR}/data")
 endif()
 if(EXISTS ${CMAKE_SOURCE_DIR}/src/batch.cpp)
-  add_executable(flurax-batch src/batch.cpp src/batch_exit.cpp src/batch_import.cpp src/batch_order.cpp src/batch_sheet.cpp
-                 src/batch_work.cpp)
+  add_executable(flurax-batch src/batch.cpp src/batch_calibration.cpp src/batch_exit.cpp src/batch_import.cpp
+                 src/batch_order.cpp src/batch_sheet.cpp src/batch_work.cpp)
   target_include_directories(flurax-batch PRIVATE ${CMAKE_SOURCE_DIR}/src)
   target_link_libraries(flurax-batch PRIVATE flurax_core)
   target_compile_definitions(flurax-batch PRIVATE FLURAX_DATA_DIR="${CMAKE_BINARY_DIR}/data")

@@ -7,6 +7,7 @@
 #include <clocale>
 #include <cstdio>
 
+#include "batch_calibration.h"
 #include "batch_work.h"
 #include "maps/map_close.h"
 #include "maps/map_open.h"
@@ -124,7 +125,7 @@ ExitStatus Carry_Out(const BatchOrder& order) {
     Tell(u"Die Karte wurde nicht gefunden: "_s + order.map);
     return failed;
   }
-  if (order.work == BatchWork::Calibrate) return Do_Batch_Work(order);  // opens no map
+  if (order.work == BatchWork::Calibrate) return Calibrate_Picture(order);
   const QTemporaryDir scratch;
   if (!scratch.isValid()) {
     Tell(u"Es konnte kein Arbeitsordner angelegt werden: "_s + scratch.errorString());

@@ -2,6 +2,7 @@
 
 #include <cstdio>
 
+#include "exchange/exchange_table.h"
 #include "import/gps_script.h"
 #include "import/import_report.h"
 #include "import/overlay_import.h"
@@ -34,6 +35,28 @@ void Print_Lines(const QStringList& lines) {
 }
 
 }  // namespace
+
+ExitStatus Write_Exchange(const BatchOrder& order) {
+  try {
+    const auto text = Exchange_Lines(Read_Exchange_Table(order.target));
+    Write_Lines(order.target, text->lines);
+    if (text->withoutText > 0) Tell(u"Einträge ohne Text, die nicht in der Datei stehen: %1"_s.arg(text->withoutText));
+  } catch (const Error& error) {
+    const QString reason = error.number == 5000 ? u"Diese Datei ist leer."_s : Error_Text(error);
+    Raise(error.number, reason + u": "_s + order.target);
+  }
+  return done;
+}
+
+ExitStatus Take_Exchange(const BatchOrder& order) {
+  const QStringList lines = Read_Lines(order.target);
+  const ExchangeContent content = order.wholeFile ? Read_Exchange_All(lines) : Read_Exchange_Entries(lines);
+  const ExchangeTaken taken = Append_Exchange_Entries(content.entries);
+  for (const auto* refused : {&content.refused, &taken.refused})
+    for (const ExchangeRefusal& one : *refused) Tell(u"Zeile %1: %2"_s.arg(one.line).arg(one.reason));
+  std::printf("%d\n", taken.entries);
+  return taken.entries > 0 ? done : failed;
+}
 
 ExitStatus Take_Gps(const BatchOrder& order) {
   const ScriptedImport taken =

@@ -6,9 +6,7 @@
 #include "analysis/all_results.h"
 #include "batch_import.h"
 #include "batch_sheet.h"
-#include "calibration/world_file.h"
 #include "exchange/csv_export.h"
-#include "exchange/exchange_table.h"
 #include "objects/draw_context.h"
 #include "platform/error.h"
 #include "platform/files.h"
@@ -84,28 +82,6 @@ ExitStatus Save_Drawing(const BatchOrder& order) {
   return done;
 }
 
-ExitStatus Write_Exchange(const BatchOrder& order) {
-  try {
-    const auto text = Exchange_Lines(Read_Exchange_Table(order.target));
-    Write_Lines(order.target, text->lines);
-    if (text->withoutText > 0) Tell(u"Einträge ohne Text, die nicht in der Datei stehen: %1"_s.arg(text->withoutText));
-  } catch (const Error& error) {
-    const QString reason = error.number == 5000 ? u"Diese Datei ist leer."_s : Error_Text(error);
-    Raise(error.number, reason + u": "_s + order.target);
-  }
-  return done;
-}
-
-ExitStatus Take_Exchange(const BatchOrder& order) {
-  const QStringList lines = Read_Lines(order.target);
-  const ExchangeContent content = order.wholeFile ? Read_Exchange_All(lines) : Read_Exchange_Entries(lines);
-  const ExchangeTaken taken = Append_Exchange_Entries(content.entries);
-  for (const auto* refused : {&content.refused, &taken.refused})
-    for (const ExchangeRefusal& one : *refused) Tell(u"Zeile %1: %2"_s.arg(one.line).arg(one.reason));
-  std::printf("%d\n", taken.entries);
-  return taken.entries > 0 ? done : failed;
-}
-
 ExitStatus Find_Area(const BatchOrder& order) {
   const TraceRequest request{Map.MapClip[0].image, order.at, order.tolerance, {}};
   const TraceResult result = order.fill ? Digi_Fill(request) : Digi_Trace_RGB(request);
@@ -116,20 +92,6 @@ ExitStatus Find_Area(const BatchOrder& order) {
   for (const QPoint point : result.outline) std::printf("%d %d\n", point.x(), point.y());
   if (!order.changesTable) return done;
   return Append_Poly(PolyEditor::Kind::Area, result.outline, u"Fläche digitalisieren"_s) ? done : failed;
-}
-
-ExitStatus Calibrate(const BatchOrder& order) {
-  const auto reference = Find_Reference(order.map);
-  if (!reference) {
-    Tell(u"Neben dem Bild liegt weder eine Weltdatei noch ein GeoTIFF gleicher Größe: "_s + order.map);
-    return failed;
-  }
-  const ReferenceSystem system = System_To_Use(*reference, {order.zone, order.datum});
-  const CalibrationPlan plan = Plan_Of_Reference(*reference, system, QFileInfo(order.map).fileName());
-  const QString path = Calibration_File_Of(order.map);
-  Save_Calibration(plan, path);
-  std::printf("%s\n", qUtf8Printable(path));
-  return done;
 }
 
 }  // namespace
@@ -154,12 +116,11 @@ ExitStatus Do_Batch_Work(const BatchOrder& order) {
       return Take_Table(order);
     case BatchWork::Area:
       return Find_Area(order);
-    case BatchWork::Calibrate:
-      return Calibrate(order);
     case BatchWork::WriteSheet:
       return Write_Table_Sheet(order);
     case BatchWork::TakeSheet:
       return Take_Table_Sheet(order);
+    case BatchWork::Calibrate:  // is done without an open map
     case BatchWork::Picture:
       break;
   }

@@ -1,5 +1,6 @@
 #include "calibration/curve_lines.h"
 
+#include <QRectF>
 #include <algorithm>
 #include <array>
 #include <cmath>

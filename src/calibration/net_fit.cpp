@@ -63,13 +63,13 @@ void Check_Distinct(const ControlPoints& points, NetKind kind) {
       const ControlPoint &one = points[order[i]], &other = points[order[j]];
       const double apart = other.place.x() - one.place.x();
       if (apart > sameMetres && j > i + 1 && order.size() > 100) break;  // sorted: further ones lie further away
-      const auto [first, second] = std::minmax(order[i], order[j]);
-      const QString both = QStringLiteral("Punkt %1 und Punkt %2 ").arg(first + 1).arg(second + 1);
-      if (Metres_Between(kind, one.place, other.place) < sameMetres)
-        Raise(badPoints, both + QStringLiteral("haben dieselben Koordinaten: ") + Place_Text(kind, one.place));
       const QPointF between = other.pixel - one.pixel;
-      if (std::hypot(between.x(), between.y()) < sameSpot)
-        Raise(badPoints, both + QStringLiteral("liegen auf derselben Stelle der Karte."));
+      const bool samePlace = Metres_Between(kind, one.place, other.place) < sameMetres;
+      if (!samePlace && std::hypot(between.x(), between.y()) >= sameSpot) continue;
+      const auto [first, second] = std::minmax(order[i], order[j]);
+      Raise(badPoints, QStringLiteral("Punkt %1 und Punkt %2 ").arg(first + 1).arg(second + 1) +
+                           (samePlace ? QStringLiteral("haben dieselben Koordinaten: ") + Place_Text(kind, one.place)
+                                      : QStringLiteral("liegen auf derselben Stelle der Karte.")));
     }
 }
 
@@ -169,7 +169,8 @@ NetFit Fit_Used(const ControlPoints& points, NetKind kind, NetShape shape) {
     PointFit result;
     result.arrow = fit.Pixel_Of(point.place) - point.pixel;
     result.pixels = std::hypot(result.arrow.x(), result.arrow.y());
-    if (const auto there = fit.Place_Of(point.pixel)) result.metres = Metres_Between(kind, point.place, *there);
+    const auto there = fit.polynomial ? fit.polynomial->Place_Of(point.pixel, point.place) : fit.Place_Of(point.pixel);
+    if (there) result.metres = Metres_Between(kind, point.place, *there);
     const double rest = point.used ? 1 - leverage[i] : 1;
     result.alone = rest > 1e-6 ? result.metres / rest : 0;
     fit.points.push_back(result);

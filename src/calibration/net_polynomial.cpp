@@ -54,9 +54,10 @@ std::optional<NetPolynomial> NetPolynomial::Fit(const ControlPoints& points, con
 }
 
 QPointF NetPolynomial::Pixel_Of(QPointF place) const {
-  const std::vector<double> terms = Terms(place);
+  const double u = (place.x() - middle.x()) / half.x(), v = (place.y() - middle.y()) / half.y();
   QPointF pixel;
-  for (size_t i = 0; i < terms.size(); ++i) pixel += terms[i] * coefficients[i];
+  for (size_t i = 0; i < powers.size(); ++i)
+    pixel += Power_Of(u, powers[i].across) * Power_Of(v, powers[i].up) * coefficients[i];
   return pixel;
 }
 
@@ -70,10 +71,10 @@ void NetPolynomial::Slopes_At(QPointF place, QPointF& alongX, QPointF& alongY) c
   }
 }
 
-std::optional<QPointF> NetPolynomial::Place_Of(QPointF pixel) const {
+std::optional<QPointF> NetPolynomial::Place_Of(QPointF pixel, std::optional<QPointF> start) const {
   constexpr int mostRounds = 30;
-  constexpr double exact = 1e-6, farAway = 1e7;  // pixels
-  QPointF place = middle;
+  constexpr double exact = 1e-5, farAway = 1e7;  // pixels
+  QPointF place = start.value_or(middle);
   for (int round = 0; round < mostRounds; ++round) {
     const QPointF miss = pixel - Pixel_Of(place);
     if (std::hypot(miss.x(), miss.y()) < exact) return place;

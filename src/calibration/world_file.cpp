@@ -1,6 +1,7 @@
 #include "calibration/world_file.h"
 
 #include <QFileInfo>
+#include <algorithm>
 #include <array>
 #include <cmath>
 

@@ -30,7 +30,7 @@ QString In_One_Line(QString problem) {
 class Comparer {
  public:
   Comparer(Recordset& table, const Sheet& from, const SheetOrder& wanted)
-      : rows(table), sheet(from), cells(from), order(wanted), numbers(table) {}
+      : rows(table), sheet(from), cells(from), order(wanted) {}
 
   SheetComparison Run() {
     if (order.keyColumn < 1)
@@ -65,7 +65,7 @@ class Comparer {
     groups.reserve(rows.RecordCount());
     for (int position = 1; position < rows.RecordCount(); ++position) {
       rows.MoveTo(position);
-      Group_Of(By_Number() ? QString::number(numbers.Number(rows.Key())) : Sheet_Mark(rows.Raw(order.key)))
+      Group_Of(By_Number() ? QString::number(Row_Number(rows.Key())) : Sheet_Mark(rows.Raw(order.key)))
           .positions.push_back(position);
     }
   }
@@ -171,10 +171,10 @@ class Comparer {
       if (taken.problem.isEmpty()) taken.problem = Meaning_Of(pair.column, type, id, taken.value);
       if (taken.problem.isEmpty())
         result.differences.push_back(
-            {rows.Key(), numbers.Number(rows.Key()), row, pair.column, stored, std::move(taken.value)});
+            {rows.Key(), Row_Number(rows.Key()), row, pair.column, stored, std::move(taken.value)});
       else
         Refuse(row, Field(pair.column).name, cells.Shown(row, pair.sheetColumn), taken.problem,
-               numbers.Number(rows.Key()));
+               QString::number(Row_Number(rows.Key())));
     }
   }
 
@@ -203,18 +203,18 @@ class Comparer {
     if (there.isEmpty() || there == here) return false;
     Refuse(row, {}, there,
            QStringLiteral("Unter der Nummer %1 steht in der Karte ein anderer Eintrag: %2")
-               .arg(numbers.Number(rows.Key()))
+               .arg(Row_Number(rows.Key()))
                .arg(here));
     return true;
   }
 
-  void Refuse(int row, const QString& title, const QString& text, const QString& reason, qint64 number = 0) {
+  void Refuse(int row, const QString& title, const QString& text, const QString& reason, const QString& number = {}) {
     result.refused.push_back({number, row, title, text, In_One_Line(reason)});
   }
 
   void Add_Missing(int position) {
     rows.MoveTo(position);
-    result.missing.push_back({numbers.Number(rows.Key()), Csv_One_Line(rows.Text(column::Eintrag))});
+    result.missing.push_back({Row_Number(rows.Key()), Csv_One_Line(rows.Text(column::Eintrag))});
   }
 
   void Add_New(int row) {
@@ -256,7 +256,6 @@ class Comparer {
   const Sheet& sheet;
   SheetCells cells;
   const SheetOrder& order;
-  RowNumbers numbers;
   QHash<QString, Group> groups;
   QStringList keys;  // of the groups, in the order they came
   SheetComparison result;

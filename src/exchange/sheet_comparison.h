@@ -9,7 +9,7 @@
 // A sheet against the rows of MapData: what would change if it were taken over, and what cannot be. Only values; the
 // table is written by Take_From_Sheet alone.
 
-inline constexpr int ownNumber = -1;  // in place of a column of the table: the row's own number (RowNumbers)
+inline constexpr int ownNumber = -1;  // in place of a column of the table: the row's own number (Row_Number)
 
 struct SheetPair {
   int column = 0;       // of the table, from 0
@@ -36,7 +36,7 @@ struct SheetDifference {
   Value was, becomes;
 };
 struct SheetRefusal {
-  qint64 number = 0;  // of the row; 0 where none was found
+  QString number;  // of the row; "" where none was found
   int sheetRow = 0;
   QString column;  // its title; empty: the whole row
   QString text, reason;

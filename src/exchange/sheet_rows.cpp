@@ -44,7 +44,7 @@ QString Base_Word(const EntryType& type, const EntryId& id) {
 // Makes the sheet column by column, one look a column.
 class SheetWriter {
  public:
-  explicit SheetWriter(Recordset& from) : rows(from), numbers(from), sheet(sheet_rows::sheetName) {
+  explicit SheetWriter(Recordset& from) : rows(from), sheet(sheet_rows::sheetName) {
     sheet.frozenRows = 1;
     text = sheet.Style_Number({.format = textFormat});
     Put_Titles();
@@ -75,7 +75,7 @@ class SheetWriter {
 
   void Put_Row(int at) {
     int cell = 0;
-    Put(at, ++cell, static_cast<double>(numbers.Number(rows.Key())), 0);
+    Put(at, ++cell, static_cast<double>(Row_Number(rows.Key())), 0);
     const auto& fields = rows.Fields();
     for (int i = 0; i < static_cast<int>(fields.size()); ++i) {
       const bool isText = fields[static_cast<size_t>(i)].type == FieldType::Text;
@@ -102,7 +102,6 @@ class SheetWriter {
   }
 
   Recordset& rows;
-  RowNumbers numbers;
   Sheet sheet;
   std::vector<double> widths;
   int text = 0, row = 1;
@@ -120,11 +119,6 @@ QString Kind_In_Words(const EntryRow& row) {
   if (id.inactive) words += QStringLiteral(", inaktiv");
   if (type.mark != Mark::None) words += QStringLiteral(", markiert");
   return words;
-}
-
-RowNumbers::RowNumbers(Recordset& rows) {
-  rows.MoveFirst();
-  if (!rows.Eof()) header = rows.Key();
 }
 
 CellValue Cell_Of(const Value& stored) {

@@ -20,17 +20,9 @@ inline const QString numberTitle = QStringLiteral("Nr."), kindTitle = QStringLit
 // What a row is, in words: "Text mit Pfeil, ausgeblendet".
 QString Kind_In_Words(const EntryRow& row);
 
-// The number a row has in the sheet: 1 for the first entry of a new table. It is the row's own as long as nobody
-// changes the order of the entries: deleted rows leave a gap.
-class RowNumbers {
- public:
-  explicit RowNumbers(Recordset& rows);  // moves the cursor
-  qint64 Number(qint64 key) const { return key - header; }
-  qint64 Key(qint64 number) const { return number + header; }
-
- private:
-  qint64 header = 0;
-};
+// The number by which the sheet names a row: 1 for the first entry of a new table. It stays when other rows go; an
+// entry that is put before or behind others gets another one.
+constexpr qint64 Row_Number(qint64 key) { return key - 1; }
 
 // A stored value as its cell holds it.
 CellValue Cell_Of(const Value& stored);

@@ -35,6 +35,8 @@ std::vector<Command> File_Rows() {
        "Eine leere, weiße Karte anlegen", opensWindow},
       {"mnuFOpen", "Karte ö&ffnen ...", "map_open", "Ctrl+O", Needs::Nothing, Hand::Free, {},
        "Eine Karte mit ihren Einträgen öffnen", Do(Choose_Map)},
+      {"mnuMapGeo", "Karte a&us Geodaten ...", {}, {}, Needs::Nothing, Hand::Free, {},
+       "Eine Karte aus GeoTIFF und anderen Rastern der Vermessungsämter anlegen", opensWindow},
       {"mnuMapLoad", "Karte erneut &laden", {}, "F5", Needs::OpenMap, Hand::Free, {},
        "Dieselbe Karte noch einmal von der Platte laden", Do(Reload_Map)},
       {"mnuNoTable", "im abgesicherten Modus öffnen - nein", {}, {}, Needs::Nothing, Hand::Keep, {},

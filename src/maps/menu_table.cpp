@@ -13,7 +13,7 @@ const QStringList& Menu_Bar() {
 const std::vector<MenuRow>& Menu_Table() {
   static const std::vector<MenuRow> menus = {
       {"mnuKarte", "&Karte",
-       {"mnuMapNeu", "mnuFOpen", "mnuMapLoad", "mnuNoTable", "mnuMapClose",
+       {"mnuMapNeu", "mnuFOpen", "mnuMapGeo", "mnuMapLoad", "mnuNoTable", "mnuMapClose",
         "-", "mnuMapSize", "mnuMalprogramm", "mnuZoom", "mnuBildHell", "mnuBildDunkel",
         "-", "mnuBlattschnitt", "mnuRand", "mnuDruckpfad", "mnuPrintMap", "mnuPrintScreen", "mnuMapExport",
         "-", "mnuOptionen",

@@ -354,7 +354,13 @@ table_file::Checkpointed table_file::Checkpoint() {
   return result;
 }
 
+// Where the user's table is the standard table there is nothing to bring up to date but the snapshot.
 void Undo_Point(const QString& caption) {
+  if (dbEntries && !dbEntries->InTrans() && Same_Name(Tbl.DBGrid1.Caption, TableFile) && !Stands_Away()) {
+    if (rsEntries->Editing()) rsEntries->CancelUpdate();
+    Take_Snapshot_Of_Open_Table() ? Arm_Undo(caption) : Disarm_Undo();
+    return;
+  }
   const Checkpointed point = Checkpoint();
   if (point.loaded && point.snapshot) {
     Arm_Undo(caption);

@@ -49,6 +49,7 @@ struct Copies {
 Copies Close_With_Copies();
 // Brings the snapshot up to date from the closed table; a failure is told and withdraws the undo.
 bool Take_Snapshot();
+bool Take_Snapshot_Of_Open_Table();  // the same from the open one, without closing it; quick
 void Go_Back_To(const QString& row);  // if the table still has it
 // Close_With_Copies and Load_Table(Reload); the current row stays. `loaded` tells whether the table is open again.
 struct Checkpointed : Copies {

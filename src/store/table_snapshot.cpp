@@ -5,7 +5,7 @@
 #include <functional>
 #include <optional>
 
-#include "platform/database.h"
+#include "platform/database_clone.h"
 #include "platform/file_lock.h"
 #include "platform/files.h"
 #include "state/global_state.h"
@@ -104,7 +104,11 @@ bool table_file::Take_Snapshot() {
 }
 
 void Undo_Point_Of_Open_Table(const QString& caption) {
-  if (Take_By([](const QString& target) { dbEntries->Copy_To(target); })) Arm_Undo(caption);
+  if (Take_Snapshot_Of_Open_Table()) Arm_Undo(caption);
+}
+
+bool table_file::Take_Snapshot_Of_Open_Table() {
+  return Take_By([](const QString& target) { Clone_Database(*dbEntries, target); });
 }
 
 table_file::SnapshotState table_file::State_Of_Snapshot() {

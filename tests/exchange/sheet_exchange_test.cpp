@@ -256,7 +256,8 @@ TEST_F(SheetExchangeTest, NewRowsJoinAndANumberOfAnotherEntryIsNoticed) {
   EXPECT_EQ(Take(found).added, 0);
   EXPECT_EQ(Take(found, true).added, 1);
   EXPECT_EQ(Texts(), QStringList({"Uhu", "x", "Uhu 2"}));
-  // The entries have changed places since.
+  // The entries have changed places since, and the header row has gone down for it.
+  dbEntries->Execute("UPDATE MapData SET rowid = -1000 WHERE rowid = 1");
   dbEntries->Execute("UPDATE MapData SET rowid = -1 WHERE rowid = 2");
   dbEntries->Execute("UPDATE MapData SET rowid = 2 WHERE rowid = 3");
   dbEntries->Execute("UPDATE MapData SET rowid = 3 WHERE rowid = -1");

@@ -40,6 +40,7 @@ struct Expected {
 const Expected expected[] = {
     {"mnuMapNeu", "", "FrmMapNeu 'Neue Karte'"},
     {"mnuFOpen", "", "Datei 'Karte laden'"},
+    {"mnuMapGeo", "", "FrmGeodaten 'Karte aus Geodaten'"},
     {"mnuMapLoad", "", "Karte geöffnet; *"},
     {"mnuNoTable", "", "Frage 'Karten im abgesicherten Modus öffnen|Wählen Sie diese Option,'; abgesichert=an"},
     {"mnuMapClose", "", "Karte=; *"},
@@ -140,7 +141,7 @@ const Expected expected[] = {
     {"mnuSql", "", "FrmSql 'SQL-Abfrage'"},
     {"mnuSpaceDel", "",
      "Frage 'Leerzeichen entfernen|Sollen aus den Texten aller Einträge sämtliche Leerzeichen entfernt werden,'; "
-     "Tabelle geladen; - Roter Milan; +RoterMilan; Rückgängig=Rückgängig: Leerzeichen entfernen; Status=Leerzeichen entfernt: 1 Eintrag"},
+     "- Roter Milan; +RoterMilan; Rückgängig=Rückgängig: Leerzeichen entfernen; Status=Leerzeichen entfernt: 1 Eintrag"},
     {"mnuObjVisX", "", "*Biber.Typ=-101; Stall.Typ=-120; Turm.Typ=-220; Rückgängig=Rückgängig: Sichtbarkeit ändern"},
     {"mnuObjVisAll", "", "*Geist.Typ=1; Rückgängig=Rückgängig: Sichtbarkeit ändern"},
     {"mnuObjActX", "",
@@ -149,7 +150,7 @@ const Expected expected[] = {
     {"mnuObjActAll", "", "*Stein.ID=Text; Rückgängig=Rückgängig: Aktivität ändern; Status=Aktiviert: 1 Eintrag"},
     {"mnuUnmark", "", "Biber.Typ=0; Stall.Typ=20; Turm.Typ=20"},
     {"mnuMarkDel", "",
-     "Frage 'Markierte löschen|Sollen die 3 markierten Einträge gelöscht werden?'; Tabelle geladen; -Biber; "
+     "Frage 'Markierte löschen|Sollen die 3 markierten Einträge gelöscht werden?'; -Biber; "
      "-Stall; -Turm; Rückgängig=Rückgängig: Markierte löschen"},
     {"mnuGroup", "", "*Biber.ID=Text<1; Stall.ID=Figur3>Linie1<1; Turm.ID=Figur4<1; Rückgängig=Rückgängig: Gruppieren; "
      "Status=Gruppiert: 3 Einträge"},
@@ -213,7 +214,7 @@ const Expected expected[] = {
     {"mnuRasterErstellen", "", "FrmRaster 'Raster-  oder Planquadrate erstellen' Größe"},
     {"mnuRasterBearbeiten", "", "FrmRaster 'Raster-  oder Planquadrate erstellen' 50"},
     {"mnuRasterEinblenden", "",
-     "Tabelle geladen; 50.Typ=-17; A-1.Typ=-16; B-1.Typ=-16; Rückgängig=Rückgängig: Planquadrat ändern"},
+     "50.Typ=-17; A-1.Typ=-16; B-1.Typ=-16; Rückgängig=Rückgängig: Planquadrat ändern"},
     {"mnuRasterAktiv", "", "Raster aktiv=aus"},
     {"mnuRasterDelete", "", "*-50; -A-1; -B-1; Raster aktiv=aus; Rückgängig=Rückgängig: Planquadrate löschen"},
     {"Ok", "Otter", "Hand="},

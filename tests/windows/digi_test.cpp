@@ -48,7 +48,7 @@ TEST_F(DigiTest, AClickASliderAnArea) {
   EXPECT_EQ(QPolygon(QList<QPoint>(Load_Vertices(row.ID).begin(), Load_Vertices(row.ID).end())).boundingRect(),
             QRect(QPoint(60, 50), QPoint(180, 130)));
   // The next one at once, with the same settings, also in another window.
-  Click(61, 51);
+  Click(64, 54);
   EXPECT_TRUE(Take()->isEnabled());
   Push(Child<QPushButton>("btnEnd"));
   EXPECT_FALSE(Is_Open<FrmDigi>());

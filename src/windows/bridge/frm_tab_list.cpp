@@ -39,12 +39,9 @@ QStringList TabListModel::Line(int row) const {
   row -= Size(shown.differences);
   if (row < Size(shown.refused)) {
     const SheetRefusal& one = shown.refused[static_cast<size_t>(row)];
-    return {one.number > 0 ? QString::number(one.number) : QString(),
-            QString::number(one.sheetRow),
-            one.column,
-            {},
-            one.text,
-            QStringLiteral("abgelehnt: ") + one.reason};
+    return {one.number, QString::number(one.sheetRow),
+            one.column, {},
+            one.text,   QStringLiteral("abgelehnt: ") + one.reason};
   }
   row -= Size(shown.refused);
   if (row < Size(shown.newRows)) {

@@ -2,6 +2,7 @@
 
 #include <QFileInfo>
 #include <QShortcut>
+#include <algorithm>
 #include <cmath>
 
 #include "calibration/typed_place.h"
@@ -35,6 +36,7 @@ FrmKalibrix::FrmKalibrix(QWidget* parent)
       glass(new Magnifier(this)) {
   ui->setupUi(this);
   setWindowFlags(Qt::Window);
+  setWindowIcon(Program_Icon(QStringLiteral("calibrate")));
   Prepare_Dialog(*this, helpPage);
   setWindowModality(Qt::NonModal);
   view->setObjectName(QStringLiteral("view"));

@@ -60,6 +60,7 @@ FrmImport::FrmImport(QWidget* parent)
     : QDialog(parent), ui(std::make_unique<Ui::FrmImport>()), model(new ImportGridModel(this)) {
   ui->setupUi(this);
   Prepare_Dialog(*this, helpPage);
+  resize(fontMetrics().averageCharWidth() * 100, height());  // for the title and some columns
   setWindowModality(Qt::NonModal);
   ui->Dt->setModel(model);
   ui->Dt->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
@@ -108,11 +109,11 @@ void FrmImport::Open_File() {
   try {
     const BusyPointer busy;
     source = std::make_unique<TableSource>(path);
-    Tell_Remarks(*source);
   } catch (const Error& error) {
     Go_On_After_Step(openStep + QStringLiteral("\n") + path, error);
   }
   Show_Source();
+  if (source) Tell_Remarks(*source);
 }
 
 void FrmImport::Show_Source() {

@@ -8,6 +8,7 @@
 #include "state/mdi_state.h"
 #include "view/view.h"
 #include "windows/analysis/bind_analysis.h"
+#include "windows/calibration/frmGeodaten.h"
 #include "windows/canvas/bind_canvas.h"
 #include "windows/common/bind_window.h"
 #include "windows/common/frm_dialogs.h"
@@ -71,6 +72,7 @@ void Bind_All_Windows(QMainWindow& window) {
   Bind_Window("mnuImportCSV", &window, Show_frmCSVImport);
   Bind_Window("mnuImportGPS", &window, Show_frmGPS);
   Bind_Window("mnuOVL_Import", &window, Import_OVL);
+  Bind_Window("mnuMapGeo", &window, Show_frmGeodaten);
   Bind_Window("mnuImportMDB", &window, Show_frmImport);
   Bind_Window("mnuExportCSVTable", &window, Show_frmCSVExport);
 }
