@@ -139,7 +139,7 @@ GpsResult Import_Gps(const std::vector<GpsUnit>& units, GpsContent content, cons
   return result;
 }
 
-void Tell_Gps_Import(const GpsResult& result, GpsContent content, int readable, int importable) {
+bool Tell_Gps_Import(const GpsResult& result, GpsContent content, int readable, int importable) {
   QString text = QString::number(result.imported) + QStringLiteral(" Einträge wurden in die Karte importiert.\n");
   if (result.imported != importable)
     text = QStringLiteral("%1 Einträge in der Datei, %2 davon tatsächlich importiert.\n\n")
@@ -150,7 +150,7 @@ void Tell_Gps_Import(const GpsResult& result, GpsContent content, int readable, 
   const bool taken = result.imported > 0;
   const MsgAnswer answer =
       Message_Box(text, taken ? MsgButtons::OkCancel : MsgButtons::Ok, MsgIcon::Information, Title_Of(content));
-  if (taken && answer == MsgAnswer::Cancel) Undo_Last();
+  return !taken || answer != MsgAnswer::Cancel;
 }
 
 // What is shown and told

@@ -67,8 +67,9 @@ struct GpsResult {
 
 // Makes the entries: one undo point "Rückgängig: Import", one transaction, one redraw.
 GpsResult Import_Gps(const std::vector<GpsUnit>& units, GpsContent content, const GpsLook& look);
-// Tells the count, with the way back; Cancel takes the import back at once. `readable`: how many could have come.
-void Tell_Gps_Import(const GpsResult& result, GpsContent content, int readable, int importable);
+// Tells the count, with the way back. False: the user wants it taken back at once. `readable`: how many the file holds;
+// `importable`: how many of them could have come.
+bool Tell_Gps_Import(const GpsResult& result, GpsContent content, int readable, int importable);
 
 // For the window of imports; file and plan must outlive it.
 ImportList Gps_List(const GpsFile& file, const GpsPlan& plan, const QString& transformation);

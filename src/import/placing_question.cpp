@@ -1,5 +1,6 @@
 #include "import/placing_question.h"
 
+#include "coordinates/net_system.h"
 #include "platform/message_box.h"
 
 namespace {
@@ -41,8 +42,7 @@ std::optional<PlacingWay> Ask_Placing_Way(const GivenSystem& given, const Coordi
   request.text =
       (match.kind ? QStringLiteral("Kartendatum falsch:\n") : QStringLiteral("Koordinatensystem falsch:\n")) +
       QStringLiteral("Datei: ") + Given_Text(given) + QStringLiteral("\nKarte: ") +
-      With_Datum(Grid_Type_Text(state).trimmed(), state.GridDatum) +
-      QStringLiteral("\nMöchten Sie die Prozedur fortsetzen?");
+      Given_Text({Net_Kind(state), state.GridDatum}) + QStringLiteral("\nMöchten Sie die Prozedur fortsetzen?");
   if (name) {
     request.text += QStringLiteral(
                         "\n\nUmrechnen: die Koordinaten werden in das Netz der Karte umgerechnet (%1).\n"

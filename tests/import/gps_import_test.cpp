@@ -134,15 +134,10 @@ TEST_F(GpsImportTest, WritesTextsInOneStepThatCanBeTakenBack) {
                         .Typ = 1};
   EXPECT_EQ(Rows()[0], wanted);
   EXPECT_EQ(Menu(u"mnuReset"_s).Caption, u"Rückgängig: Import"_s);
-  {
-    MessageScript messages(u"3 Einträge wurden in die Karte importiert."_s, MsgAnswer::Ok);
-    Tell_Gps_Import(result, GpsContent::Waypoints, 3, 3);
-    EXPECT_EQ(Rows().size(), 3U);
-  }
-  MessageScript messages(u"5 Einträge in der Datei, 3 davon tatsächlich importiert."_s, MsgAnswer::Cancel);
-  messages.AllowAny(MsgAnswer::No);
-  Tell_Gps_Import(result, GpsContent::Waypoints, 5, 4);
-  EXPECT_TRUE(Rows().empty()) << "Cancel takes all of it back";
+  MessageScript messages{{u"3 Einträge wurden in die Karte importiert."_s, MsgAnswer::Ok},
+                         {u"5 Einträge in der Datei, 3 davon tatsächlich importiert."_s, MsgAnswer::Cancel}};
+  EXPECT_TRUE(Tell_Gps_Import(result, GpsContent::Waypoints, 3, 3));
+  EXPECT_FALSE(Tell_Gps_Import(result, GpsContent::Waypoints, 5, 4));
 }
 
 TEST_F(GpsImportTest, StopsAndFailuresLeaveWhatWasTold) {

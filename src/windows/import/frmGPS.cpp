@@ -9,12 +9,14 @@
 #include "import/gps_file.h"
 #include "import/gps_guest.h"
 #include "import/placing_question.h"
+#include "maps/step_walk.h"
 #include "platform/file_dialog.h"
 #include "platform/files.h"
 #include "platform/message_box.h"
 #include "state/events.h"
 #include "state/on_reset.h"
 #include "state/run_guarded.h"
+#include "state/step.h"
 #include "ui_frmGPS.h"
 #include "windows/common/frm_dialogs.h"
 #include "windows/common/tool_place.h"
@@ -275,7 +277,11 @@ void FrmGPS::Import() {
   if (wanted.mode == WpMode::Single) units = Ask_One_By_One(std::move(units), plan.content);
   const GpsContent content = plan.content;
   const int readable = content == GpsContent::Waypoints ? plan.counts.all : all;
-  const GpsResult result = Import_Gps(units, content, wanted.look);
+  GpsResult result;
+  {
+    const UndoStep step(QStringLiteral("Import"), UndoStep::Joins::Nothing);
+    result = Import_Gps(units, content, wanted.look);
+  }
   if (result.failed) return;
   choice->close();
   Forget_List();  // a second time would put every entry on the map twice
@@ -284,7 +290,7 @@ void FrmGPS::Import() {
     if (&one - result.refused.data() < 3)
       outcome += QStringLiteral("\nZeile %1: %2: %3").arg(QString::number(one.line), one.text, one.reason);
   Show_Outcome(outcome);
-  Tell_Gps_Import(result, content, readable, all);
+  if (!Tell_Gps_Import(result, content, readable, all)) Step_Back();
 }
 
 // Opening ------------------------------------------------------------------------------------------------------------
