@@ -11,6 +11,7 @@ class EntryEditTest : public TableTest {
     TableTest::SetUp();
     Open_Table();
     events.RedrawWanted.Connect([this] { ++redraws; });
+    events.ChangedEntriesWanted.Connect([this] { ++redraws; });
   }
   static TypedText Typed(const QString& text) {
     return {.at = {120, 90}, .text = text, .font = {}, .size = 12, .VG = 4, .HG = 15, .RA = 215};
