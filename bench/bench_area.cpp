@@ -77,11 +77,3 @@ void BM_Area(benchmark::State& state) {
 BENCHMARK(BM_Area)->ArgName("rounded")->Arg(0)->Arg(1)->Iterations(200)->Unit(benchmark::kMicrosecond);
 
 }  // namespace
-
-int main(int argc, char** argv) {
-  qputenv("QT_QPA_PLATFORM", "offscreen");
-  QGuiApplication application(argc, argv);
-  benchmark::Initialize(&argc, argv);
-  benchmark::RunSpecifiedBenchmarks();
-  return 0;
-}

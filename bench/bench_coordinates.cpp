@@ -121,5 +121,3 @@ void BM_Koord_There_And_Back(benchmark::State& state) {
 BENCHMARK(BM_Koord_There_And_Back);
 
 }  // namespace
-
-BENCHMARK_MAIN();

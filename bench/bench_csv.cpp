@@ -129,16 +129,3 @@ void Take_One_Position(benchmark::State& state) {
 BENCHMARK(Take_One_Position)->Unit(benchmark::kMillisecond);
 
 }  // namespace
-
-int main(int argc, char** argv) {
-  qputenv("QT_QPA_PLATFORM", "offscreen");
-  const QGuiApplication application(argc, argv);
-  benchmark::Initialize(&argc, argv);
-  try {
-    benchmark::RunSpecifiedBenchmarks();
-  } catch (const Error& error) {
-    qCritical("%d %s", error.number, qUtf8Printable(error.text));
-    return 1;
-  }
-  return 0;
-}

@@ -251,15 +251,3 @@ void Points_Of_1000_Tables(benchmark::State& state) {
 BENCHMARK(Points_Of_1000_Tables)->Unit(benchmark::kMillisecond);
 
 }  // namespace
-
-int main(int argc, char** argv) {
-  const QCoreApplication application(argc, argv);
-  benchmark::Initialize(&argc, argv);
-  try {
-    benchmark::RunSpecifiedBenchmarks();
-  } catch (const Error& error) {
-    qCritical("%d %s", error.number, qUtf8Printable(error.text));
-    return 1;
-  }
-  return 0;
-}

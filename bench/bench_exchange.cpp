@@ -89,5 +89,3 @@ BENCHMARK(Read_File)->Unit(benchmark::kMillisecond);
 BENCHMARK(Write_Csv_File)->Unit(benchmark::kMillisecond);
 
 }  // namespace
-
-BENCHMARK_MAIN();

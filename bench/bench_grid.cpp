@@ -106,16 +106,3 @@ void Follow_A_Deletion(benchmark::State& state) {
 BENCHMARK(Follow_A_Deletion)->Unit(benchmark::kMillisecond)->Iterations(20);
 
 }  // namespace
-
-int main(int argc, char** argv) {
-  qputenv("QT_QPA_PLATFORM", "offscreen");
-  QApplication application(argc, argv);
-  benchmark::Initialize(&argc, argv);
-  try {
-    benchmark::RunSpecifiedBenchmarks();
-  } catch (const Error& error) {
-    qCritical("%d %s", error.number, qUtf8Printable(error.text));
-    return 1;
-  }
-  return 0;
-}

@@ -110,5 +110,3 @@ void BM_Search_Bare(benchmark::State& state) {
 BENCHMARK(BM_Search_Bare)->Unit(benchmark::kMillisecond);
 
 }  // namespace
-
-BENCHMARK_MAIN();

@@ -71,11 +71,3 @@ void BM_Delete_Raster_2000(benchmark::State& state) {
 BENCHMARK(BM_Delete_Raster_2000)->Unit(benchmark::kMillisecond);
 
 }  // namespace
-
-int main(int argc, char** argv) {
-  qputenv("QT_QPA_PLATFORM", "offscreen");
-  QGuiApplication application(argc, argv);
-  benchmark::Initialize(&argc, argv);
-  benchmark::RunSpecifiedBenchmarks();
-  return 0;
-}

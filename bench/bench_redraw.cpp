@@ -2,8 +2,8 @@
 
 #include <QPainter>
 
-#include "maps/map_close.h"
 #include "bench_map.h"
+#include "maps/map_close.h"
 #include "view/hit_test.h"
 
 // Redraw of the map window against the same primitives drawn straightforwardly with the toolkit's painter.
@@ -48,6 +48,14 @@ void BM_Redraw_Bare(benchmark::State& state) {
 }
 BENCHMARK(BM_Redraw_Bare)->Arg(1000)->Arg(10'000)->Unit(benchmark::kMillisecond);
 
+void BM_Redraw_Texts_Bare(benchmark::State& state) {
+  const BenchShapes shapes = Make_Shapes({static_cast<int>(state.range(0)), 0, 0});
+  QImage canvas = Make_Canvas(1600, 1000);
+  const QImage scan = Make_Canvas(1600, 1000);
+  for (auto _ : state) Straightforward(canvas, scan, shapes);
+}
+BENCHMARK(BM_Redraw_Texts_Bare)->Arg(1000)->Arg(10'000)->Arg(100'000)->Unit(benchmark::kMillisecond);
+
 void BM_Redraw(benchmark::State& state) {
   const BenchMap map(Scaled(state.range(0)));
   for (auto _ : state) Map_Redraw();
@@ -90,6 +98,21 @@ void BM_Reduce_6000x4000_To_4(benchmark::State& state) {
 }
 BENCHMARK(BM_Reduce_6000x4000_To_4)->Unit(benchmark::kMillisecond);
 
+// The first zoom-out of a big scan of 32 bits.
+void BM_First_Zoom_Out(benchmark::State& state) {
+  QImage scan(12'000, 9'000, QImage::Format_RGB32);
+  for (int y = 0; y < scan.height(); ++y)
+    for (int x = 0; x < scan.width(); ++x)
+      reinterpret_cast<QRgb*>(scan.scanLine(y))[x] = qRgb(x & 255, y & 255, (x * y) & 255);
+  const auto wanted = static_cast<float>(state.range(0)) / 100;
+  for (auto _ : state) {
+    Set_Map_Picture(scan);
+    Map.Zoom = wanted;
+    ReduceMap();
+  }
+}
+BENCHMARK(BM_First_Zoom_Out)->Arg(133)->Arg(200)->Arg(400)->Arg(1000)->Unit(benchmark::kMillisecond);
+
 void BM_Open_Map(benchmark::State& state) {
   const BenchMap map({10'000, 1'000, 0});
   const QString path = map.path;
@@ -119,11 +142,3 @@ void BM_Hit_Test(benchmark::State& state) {
 BENCHMARK(BM_Hit_Test)->Unit(benchmark::kMicrosecond);
 
 }  // namespace
-
-int main(int argc, char** argv) {
-  qputenv("QT_QPA_PLATFORM", "offscreen");
-  QGuiApplication application(argc, argv);
-  benchmark::Initialize(&argc, argv);
-  benchmark::RunSpecifiedBenchmarks();
-  return 0;
-}

@@ -124,5 +124,3 @@ void Colors_File_20000(benchmark::State& state) {
 BENCHMARK(Colors_File_20000)->Unit(benchmark::kMillisecond);
 
 }  // namespace
-
-BENCHMARK_MAIN();

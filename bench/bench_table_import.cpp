@@ -2,7 +2,6 @@
 
 #include "bench_map.h"
 #include "import/table_import.h"
-#include "store/table_file.h"
 
 // 50,000 rows of another table with 1,000 tables of vertices, moved through the coordinates of both maps.
 
@@ -68,10 +67,7 @@ void Import_Rows(benchmark::State& state) {
     order.placing = TablePlacing(PlaceWay::Coordinates, Net(646000, 2), Net(646000, 2.001));
     order.asks = false;
     order.skipExisting = state.range(0) != 0;
-    if (Import_Entries(source, order).imported < rowCount / 2) state.SkipWithError("not all came");
-    state.PauseTiming();
-    New_Table();
-    state.ResumeTiming();
+    if (Import_Entries(source, order).imported < rowCount - tableCount) state.SkipWithError("not all came");
   }
 }
 
@@ -79,4 +75,9 @@ BENCHMARK(Import_Rows)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond)->Iteration
 
 }  // namespace
 
-BENCHMARK_MAIN();
+int main(int argc, char** argv) {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  const QGuiApplication application(argc, argv);
+  benchmark::Initialize(&argc, argv);
+  benchmark::RunSpecifiedBenchmarks();
+}

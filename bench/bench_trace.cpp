@@ -67,10 +67,3 @@ BENCHMARK(Follow)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
 BENCHMARK(Fill)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
 
 }  // namespace
-
-int main(int argc, char** argv) {
-  qputenv("QT_QPA_PLATFORM", "offscreen");
-  const QGuiApplication application(argc, argv);
-  benchmark::Initialize(&argc, argv);
-  benchmark::RunSpecifiedBenchmarks();
-}

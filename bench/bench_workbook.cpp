@@ -81,5 +81,3 @@ void Read_Sheet_10000x15(benchmark::State& state) {
 BENCHMARK(Read_Sheet_10000x15)->Unit(benchmark::kMillisecond);
 
 }  // namespace
-
-BENCHMARK_MAIN();

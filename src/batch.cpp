@@ -18,6 +18,7 @@
 #include "platform/message_box.h"
 #include "state/global_state.h"
 #include "store/entry.h"
+#include "store/old_table.h"
 
 using namespace Qt::StringLiterals;
 
@@ -96,6 +97,7 @@ MsgHandler Teller(const QString& temporary, const QString& real) {
 // The program would put a bad table aside and begin a new one; a picture without the entries is of no use here.
 void Check_Tables(const QString& folder) {
   for (const QString& path : Find_Files(folder, u"*.mdb"_s)) {
+    if (Is_Old_Table(path)) continue;  // is converted when the map is opened
     try {
       const auto database = Workspace::OpenDatabase(path);
       const auto rows = database->OpenRecordset(u"MapData"_s);

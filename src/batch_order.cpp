@@ -49,6 +49,14 @@ const QString helpText =
       --auch-vorhandene  auch was mit gleichem Text an derselben Stelle schon da ist.
       --pixel            auf dieselben Pixel, statt über die Koordinaten der beiden Karten.
       Abgelehnte Einträge stehen mit dem Grund in der Datei KARTE_Import.txt neben der Karte.
+  flurax-batch gps KARTE.bmp DATEI [--auch-vorhandene]
+      Nimmt Wegpunkte und Tracks aus einer GPS-Datei (PCX5, GPX, KML, FIT, NMEA und andere) in die Tabelle der Karte auf.
+      Koordinaten anderer Art oder anderen Datums werden in das Netz der Karte umgerechnet. Was nicht kommen konnte,
+      steht danach mit dem Grund in KARTE_Import.txt neben der Karte.
+      --auch-vorhandene  auch, was mit Namen und Stelle schon auf der Karte ist.
+  flurax-batch overlay KARTE.bmp DATEI.ovl [--auch-vorhandene]
+      Nimmt die Objekte eines Overlays in die Tabelle der Karte auf und gibt aus, wie viele kamen und wie viele nicht.
+      Die Koordinaten (WGS-84) werden in das Netz der Karte umgerechnet.
   flurax-batch flaeche KARTE.bmp X Y [--toleranz N] [--fuellen] [--uebernehmen]
       Sucht den Rand des farbigen Flecks an dieser Stelle der Karte (Pixel) und gibt ihn aus, je Zeile "x y".
       --toleranz N       Farbtoleranz von 0 bis 100 % (üblich 10).
@@ -72,7 +80,8 @@ const QString helpText =
   flurax-batch --hilfe
       Zeigt diesen Text.
 
-Nur tkr-ein, tabelle, tabelle-ein und --uebernehmen ändern die Tabelle der Karte. Meldungen gehen auf die Standardfehlerausgabe.
+Nur tkr-ein, gps, overlay, tabelle, tabelle-ein und --uebernehmen ändern die Tabelle der Karte. Meldungen gehen auf
+die Standardfehlerausgabe.
 Rückgabewert: 0 gezeichnet, gedruckt oder geschrieben, 1 Fehler, 2 falscher Aufruf.
 )"_s;
 
@@ -218,9 +227,15 @@ void Parse_Table(QStringList& words, BatchOrder& order) {
     order.filter << *line;
   }
   order.exclude = Take_Switch(words, u"--ohne"_s);
-  order.existingToo = Take_Switch(words, u"--auch-vorhandene"_s);
+  order.alsoPresent = Take_Switch(words, u"--auch-vorhandene"_s);
   order.pixels = Take_Switch(words, u"--pixel"_s);
   order.changesTable = true;
+  order.target = Full_Path(words.value(1));
+}
+
+void Parse_Import(QStringList& words, BatchOrder& order) {
+  order.changesTable = true;
+  order.alsoPresent = Take_Switch(words, u"--auch-vorhandene"_s);
   order.target = Full_Path(words.value(1));
 }
 
@@ -257,7 +272,10 @@ const std::vector<BatchCommand>& Batch_Commands() {
       {u"tkr"_s, 2, mapAndTarget, Parse_Exchange, BatchWork::WriteExchange},
       {u"tkr-ein"_s, 2, u"Es werden genau eine Karte und eine Datei erwartet."_s, Parse_Taking,
        BatchWork::TakeExchange},
+      {u"gps"_s, 2, u"Es werden genau eine Karte und eine Datei erwartet."_s, Parse_Import, BatchWork::Gps},
       {u"tabelle"_s, 2, u"Es werden genau eine Karte und eine Tabelle erwartet."_s, Parse_Table, BatchWork::TakeTable},
+      {u"overlay"_s, 2, u"Es werden genau eine Karte und ein Overlay erwartet."_s, Parse_Import,
+       BatchWork::TakeOverlay},
       {u"flaeche"_s, 3, u"Es werden genau eine Karte und eine Stelle erwartet: X und Y."_s, Parse_Area,
        BatchWork::Area},
       {u"kalibriere"_s, 1, u"Es wird genau ein Bild erwartet."_s, Parse_Calibration, BatchWork::Calibrate},

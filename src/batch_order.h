@@ -17,19 +17,21 @@ enum class BatchWork {
   TakeExchange,
   Area,
   Calibrate,
+  Gps,
   WriteSheet,
   TakeSheet,
   TakeTable,
+  TakeOverlay,
 };
 
 struct BatchOrder {
   BatchWork work = BatchWork::Picture;
   QString map, target;  // full paths
   bool changesTable = false;
-  bool wholeFile = false;  // tkr-ein
-  // tabelle
-  QStringList filter;  // "Spalte= Wert"
-  bool exclude = false, existingToo = false, pixels = false;
+  bool wholeFile = false;    // tkr-ein
+  bool alsoPresent = false;  // imports: what exists already comes again
+  QStringList filter;        // tabelle: "Spalte= Wert"
+  bool exclude = false, pixels = false;
   QPoint at;           // flaeche, map pixels
   int tolerance = 10;  // percent
   bool fill = false;

@@ -1,6 +1,6 @@
 #pragma once
+#include "batch_exit.h"
 #include "batch_order.h"
-#include "batch_tell.h"
 
 // flurax-batch tabelle-aus and tabelle-ein: the open table into a sheet of a workbook, and back. They raise what
 // reading and writing raise.

@@ -4,10 +4,10 @@
 #include <cstdio>
 
 #include "analysis/all_results.h"
+#include "batch_import.h"
 #include "batch_sheet.h"
 #include "exchange/csv_export.h"
 #include "exchange/exchange_table.h"
-#include "import/table_choice.h"
 #include "objects/draw_context.h"
 #include "platform/error.h"
 #include "platform/files.h"
@@ -105,46 +105,6 @@ ExitStatus Take_Exchange(const BatchOrder& order) {
   return taken.entries > 0 ? done : failed;
 }
 
-// Without a question: coordinates wherever both nets are known, the same pixels where neither map has one.
-TablePlacing Placing_Of(const TableSource& source, const BatchOrder& order) {
-  if (order.pixels) return {};
-  const CoordinateState net = Net_Of_Source(source.Header(), source.File(), Coord);
-  const NetMatch match = Match_Nets(net, Coord);
-  if (match == NetMatch::None) return {};
-  if (match == NetMatch::Same) return {PlaceWay::Coordinates, net, Coord};
-  if (Can_Convert(net, Coord)) return {PlaceWay::Converted, net, Coord};
-  Raise(5000,
-        u"Die Netze der beiden Karten sind nicht bekannt oder passen nicht zusammen; mit --pixel kommen die Einträge "
-        "auf dieselben Pixel: "_s +
-            source.File());
-}
-
-void Print_Lines(const QStringList& lines) {
-  for (const QString& line : lines)
-    if (!line.isEmpty()) std::printf("%s\n", qUtf8Printable(line));
-}
-
-ExitStatus Take_Table(const BatchOrder& order) {
-  try {
-    TableSource source(order.target);
-    std::vector<ColumnValue> conditions;
-    for (const QString& line : order.filter) conditions.push_back(ColumnValue::Parse(line));
-    TableImportOrder taken;
-    taken.rows = Filtered_Rows(source.Data(), conditions, order.exclude ? FilterMode::Others : FilterMode::Matching);
-    taken.placing = Placing_Of(source, order);
-    taken.skipExisting = !order.existingToo;
-    taken.asks = false;
-    const TableImportResult result = Import_Entries(source, taken);
-    if (result.failed) return failed;
-    const QStringList report = Table_Import_Report(source, result);
-    Print_Lines(report.mid(0, report.indexOf(u"Abgelehnt:"_s)));
-    if (!result.refused.empty()) Tell(u"Abgelehnte Einträge stehen in: "_s + Write_Import_Report(report));
-    return done;
-  } catch (const Error& error) {
-    Raise(error.number, Error_Text(error) + u": "_s + order.target);
-  }
-}
-
 ExitStatus Find_Area(const BatchOrder& order) {
   const TraceRequest request{Map.MapClip[0].image, order.at, order.tolerance, {}};
   const TraceResult result = order.fill ? Digi_Fill(request) : Digi_Trace_RGB(request);
@@ -171,6 +131,10 @@ ExitStatus Do_Batch_Work(const BatchOrder& order) {
       return Write_Exchange(order);
     case BatchWork::TakeExchange:
       return Take_Exchange(order);
+    case BatchWork::Gps:
+      return Take_Gps(order);
+    case BatchWork::TakeOverlay:
+      return Take_Overlay(order);
     case BatchWork::TakeTable:
       return Take_Table(order);
     case BatchWork::Area:

@@ -1,6 +1,6 @@
 #pragma once
+#include "batch_exit.h"
 #include "batch_order.h"
-#include "batch_tell.h"
 
 // The works of flurax-batch on the open map.
 

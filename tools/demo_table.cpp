@@ -11,6 +11,19 @@ using namespace Qt::StringLiterals;
 
 namespace {
 FrameWord No_Frame() { return {.framed = false}; }
+
+EntryRow Text_Row(QPoint at, const QString& text, const EntryLook& look) {
+  return {.ID = u"Text"_s,
+          .Eintrag = text,
+          .Schrift = look.font.ToText(),
+          .Groesse = look.size,
+          .VG = look.ink,
+          .HG = look.paper,
+          .RA = look.frame.ToNumber(),
+          .Xmap = at.x(),
+          .Ymap = at.y()};
+}
+
 }  // namespace
 
 EntryId Named(const QString& name) {
@@ -102,31 +115,18 @@ void DemoTable::Text(QPoint at, const QString& text, const EntryLook& look) {
 }
 
 void DemoTable::Text(const EntryId& id, EntryType type, QPoint at, const QString& text, const EntryLook& look) {
-  Append_Entry({.ID = id.ToText(),
-                .Eintrag = text,
-                .Schrift = look.font.ToText(),
-                .Groesse = look.size,
-                .VG = look.ink,
-                .HG = look.paper,
-                .RA = look.frame.ToNumber(),
-                .Xmap = at.x(),
-                .Ymap = at.y(),
-                .Typ = type.ToNumber()});
+  EntryRow row = Text_Row(at, text, look);
+  row.ID = id.ToText();
+  row.Typ = type.ToNumber();
+  Append_Entry(row);
 }
 
 void DemoTable::Reference(EntryKind kind, QPoint at, QPoint foot, const QString& text, const EntryLook& look) {
-  Append_Entry({.ID = u"Text"_s,
-                .Eintrag = text,
-                .Schrift = look.font.ToText(),
-                .Groesse = look.size,
-                .VG = look.ink,
-                .HG = look.paper,
-                .RA = look.frame.ToNumber(),
-                .Xmap = at.x(),
-                .Ymap = at.y(),
-                .Xline = foot.x(),
-                .Yline = foot.y(),
-                .Typ = static_cast<int>(kind)});
+  EntryRow row = Text_Row(at, text, look);
+  row.Xline = foot.x();
+  row.Yline = foot.y();
+  row.Typ = static_cast<int>(kind);
+  Append_Entry(row);
 }
 
 QString DemoTable::Line(const std::vector<QPoint>& points, const ShapeLook& look, QPoint labelAt,

@@ -115,7 +115,7 @@ void Tell_Done_Of_Marked(const QString& done) {
 
 void Show_Changed_Entries() {
   events.TableChanged.Emit();
-  Map_Redraw();
+  Redraw_Changed_Entries();
   events.StateChanged.Emit();
 }
 

@@ -63,11 +63,14 @@ void Write_Marks(const Marks& marks) {
   QHash<qint64, Mark> wanted;
   for (const qint64 key : marks.order) wanted.insert(key, Mark::Marked);
   if (!marks.order.empty()) wanted[marks.order.back()] = Mark::Last;
+  std::vector<qint64> changed;
+  for (auto it = marks.stored.cbegin(); it != marks.stored.cend(); ++it)
+    if (!wanted.contains(it.key())) changed.push_back(it.key());
+  for (const qint64 key : marks.order)
+    if (marks.stored.value(key, Mark::None) != wanted[key]) changed.push_back(key);
+  std::sort(changed.begin(), changed.end());  // as the rows stand in the file
   const bool written = In_Told_Transaction(markTitle, [&] {
-    for (auto it = marks.stored.cbegin(); it != marks.stored.cend(); ++it)
-      if (!wanted.contains(it.key())) Write_Mark(it.key(), Mark::None);
-    for (const qint64 key : marks.order)
-      if (marks.stored.value(key, Mark::None) != wanted[key]) Write_Mark(key, wanted[key]);
+    for (const qint64 key : changed) Write_Mark(key, wanted.value(key, Mark::None));
   });
   if (!written) return;
   Map.MarkOrder = marks.order;
@@ -190,5 +193,5 @@ void Group_Marked() {
     if (!Id_Fits(change.after.ID)) return;
   if (Write_Changes(changes, QStringLiteral("Gruppe"), QStringLiteral("Rückgängig: Gruppieren")) == 0) return;
   Tell_Done_Of_Marked(dissolve ? QStringLiteral("Die Gruppe ist aufgelöst.")
-                     : QStringLiteral("Gruppiert: ") + Entries_Text(std::ssize(changes)));
+                               : QStringLiteral("Gruppiert: ") + Entries_Text(std::ssize(changes)));
 }

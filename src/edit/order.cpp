@@ -33,13 +33,17 @@ void Follow_Keys(NewKey&& newKey) {
 }
 
 // The order of the table is that of its keys, so rows change places by their keys: all columns go along and none is
-// written. Keys below 0 are free meanwhile. Each gives back how old keys become new ones.
+// written. Each gives back how old keys become new ones.
 using KeyMap = std::function<qint64(qint64)>;
 
-KeyMap Exchange(qint64 key, qint64 neighbour) {
-  Rename_Key(key, -key);
+constexpr qint64 gap = 1'000'000;                 // keys between the header row and the first entry
+constexpr qint64 lowestKey = -(qint64{1} << 60);  // far more than anybody moves
+
+KeyMap Exchange(qint64 key, qint64 neighbour, qint64 last) {
+  const qint64 aside = last + 1;
+  Rename_Key(key, aside);
   Rename_Key(neighbour, key);
-  Rename_Key(-key, neighbour);
+  Rename_Key(aside, neighbour);
   return [=](qint64 old) { return old == key ? neighbour : old == neighbour ? key : old; };
 }
 
@@ -48,15 +52,15 @@ KeyMap To_Last(qint64 key, qint64 last) {
   return [=](qint64 old) { return old == key ? last + 1 : old; };
 }
 
-// The rows before it give way by one.
-KeyMap To_First(qint64 key, qint64 first) {
-  Rename_Key(key, -(key + 1));
-  dbEntries->Execute(
-      QStringLiteral("UPDATE MapData SET rowid = -(rowid + 1) WHERE rowid >= %1 AND rowid < %2").arg(first).arg(key));
-  dbEntries->Execute(
-      QStringLiteral("UPDATE MapData SET rowid = -rowid WHERE rowid BETWEEN %1 AND %2").arg(-key).arg(-(first + 1)));
-  Rename_Key(-(key + 1), first);
-  return [=](qint64 old) { return old == key ? first : old >= first && old < key ? old + 1 : old; };
+// It takes the key below the first one. Where that is the header row's, this goes far down first: no other row has to
+// be renamed, now and the next million times. No row gets the key 0.
+KeyMap To_First(qint64 key, qint64 first, qint64 header) {
+  if (first < lowestKey) Raise(errors::overflow);
+  const qint64 target = first == 1 ? -1 : first - 1;
+  const qint64 newHeader = header < target ? header : target - gap;
+  if (newHeader != header) Rename_Key(header, newHeader);
+  Rename_Key(key, target);
+  return [=](qint64 old) { return old == key ? target : old == header ? newHeader : old; };
 }
 
 }  // namespace
@@ -70,9 +74,9 @@ bool Move_In_Order(int step) {
     if (step >= 10) {
       newKey = To_Last(key, Key_At(last));
     } else if (step <= -10) {
-      newKey = To_First(key, Key_At(1));
+      newKey = To_First(key, Key_At(1), Key_At(0));
     } else {
-      newKey = Exchange(key, Key_At(position + (step > 0 ? 1 : -1)));
+      newKey = Exchange(key, Key_At(position + (step > 0 ? 1 : -1)), Key_At(last));
     }
     rsEntries->Requery();
   });

@@ -197,7 +197,7 @@ void Row_Was_Edited(const QString& bookmark) {
   // The controls over the entry show the new values.
   if (bookmark == Map.CurBookmark && Entry_In_Hand()) Activate_Entry();
   events.TableChanged.Emit();
-  events.RedrawWanted.Emit();
+  events.ChangedEntriesWanted.Emit();
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 #include "edit/cell_rules.h"
 #include "platform/text.h"
@@ -11,7 +12,8 @@
 
 namespace {
 
-constexpr int keptDigits = 14;  // of a number that a spreadsheet program has saved
+constexpr int longestKept = 1000;  // rows of a merged cell
+constexpr int keptDigits = 14;     // of a number that a spreadsheet program has saved
 
 QString German_Number(double value) { return Number_Text(value).replace(u'.', u','); }
 
@@ -51,11 +53,23 @@ SheetTitles Titles_Of(const Sheet& sheet) {
 }
 
 SheetCells::SheetCells(const Sheet& from) : sheet(from) {
-  const int lastRow = sheet.RowCount(), lastColumn = sheet.ColumnCount();
-  for (const CellRange& merge : sheet.Merges())
-    for (int row = merge.row1; row <= std::min(merge.row2, lastRow); ++row)
-      for (int column = merge.column1; column <= std::min(merge.column2, lastColumn); ++column)
-        if (row != merge.row1 || column != merge.column1) covered.insert({column, row});
+  for (const CellRange& merge : sheet.Merges()) {
+    const int last = std::min(merge.row2, sheet.RowCount());
+    if (last - merge.row1 > longestKept)
+      longMerges.push_back(merge);
+    else
+      for (int row = merge.row1; row <= last; ++row) merges[row].push_back(merge);
+  }
+}
+
+bool SheetCells::Is_Covered(int row, int column) const {
+  const auto covers = [row, column](const CellRange& merge) {
+    const bool first = row == merge.row1 && column == merge.column1;
+    return !first && row >= merge.row1 && row <= merge.row2 && column >= merge.column1 && column <= merge.column2;
+  };
+  if (std::any_of(longMerges.begin(), longMerges.end(), covers)) return true;
+  const auto here = merges.find(row);
+  return here != merges.end() && std::any_of(here->begin(), here->end(), covers);
 }
 
 bool SheetCells::Is_Empty_Row(int row) const {
@@ -82,10 +96,21 @@ QString SheetCells::Flaw(int row, int column) const {
     case CellFlaw::None:
       break;
   }
-  if (!covered.isEmpty() && covered.contains({column, row}))
-    return QStringLiteral("Die Zelle ist mit anderen verbunden.");
+  if (Is_Covered(row, column)) return QStringLiteral("Die Zelle ist mit anderen verbunden.");
   return {};
 }
+
+namespace {
+
+// As a value of a number column.
+QString Number_Problem(const FieldInfo& field, std::optional<double> number, Value& value) {
+  if (!number) return QStringLiteral("In der Zelle steht keine Zahl.");
+  if (field.type != FieldType::Double && *number != Int(*number))
+    return QStringLiteral("Die Spalte kann nur ganze Zahlen aufnehmen.");
+  return Value_Problem(field, *number, value);
+}
+
+}  // namespace
 
 CellTaken SheetCells::Take(int row, int column, const FieldInfo& field, bool mayBeEmpty) const {
   CellTaken taken;
@@ -100,12 +125,14 @@ CellTaken SheetCells::Take(int row, int column, const FieldInfo& field, bool may
     else if (!date.isEmpty())
       taken.problem = QStringLiteral("In der Zelle steht ein Datum und keine Zahl.");
     else
-      taken.problem = Value_Problem(field, *number, taken.value);
+      taken.problem = Number_Problem(field, *number, taken.value);
   } else {
     const QString* text = Text_In(cell);
     const QString words = text ? Stored_Lines(*text) : QString();
-    if (isText || !words.trimmed().isEmpty())
+    if (isText)
       taken.problem = Value_Problem(field, words, taken.value);
+    else if (!words.trimmed().isEmpty())
+      taken.problem = Number_Problem(field, Number_Typed(words), taken.value);
     else if (!mayBeEmpty)
       taken.problem = QStringLiteral("Die Zelle ist leer.");
   }

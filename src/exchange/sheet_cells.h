@@ -1,6 +1,5 @@
 #pragma once
-#include <QPoint>
-#include <QSet>
+#include <QHash>
 #include <QString>
 #include <vector>
 
@@ -44,7 +43,9 @@ class SheetCells {
 
  private:
   const Sheet& sheet;
-  QSet<QPoint> covered;  // by a merged cell whose value stands elsewhere; x the column, y the row
+  bool Is_Covered(int row, int column) const;  // by a merged cell whose value stands elsewhere
+  QHash<int, std::vector<CellRange>> merges;   // by the rows they reach into
+  std::vector<CellRange> longMerges;           // of very many rows
 };
 
 // Two values of a column that no sheet could tell apart: line ends, signs that no cell holds, the last digits of a

@@ -1,6 +1,7 @@
 #include "exchange/sheet_comparison.h"
 
 #include <QHash>
+#include <QSet>
 #include <algorithm>
 
 #include "edit/cell_rules.h"
@@ -172,7 +173,8 @@ class Comparer {
         result.differences.push_back(
             {rows.Key(), numbers.Number(rows.Key()), row, pair.column, stored, std::move(taken.value)});
       else
-        Refuse(row, Field(pair.column).name, cells.Shown(row, pair.sheetColumn), taken.problem);
+        Refuse(row, Field(pair.column).name, cells.Shown(row, pair.sheetColumn), taken.problem,
+               numbers.Number(rows.Key()));
     }
   }
 
@@ -206,8 +208,8 @@ class Comparer {
     return true;
   }
 
-  void Refuse(int row, const QString& title, const QString& text, const QString& reason) {
-    result.refused.push_back({row, title, text, In_One_Line(reason)});
+  void Refuse(int row, const QString& title, const QString& text, const QString& reason, qint64 number = 0) {
+    result.refused.push_back({number, row, title, text, In_One_Line(reason)});
   }
 
   void Add_Missing(int position) {

@@ -36,6 +36,7 @@ struct SheetDifference {
   Value was, becomes;
 };
 struct SheetRefusal {
+  qint64 number = 0;  // of the row; 0 where none was found
   int sheetRow = 0;
   QString column;  // its title; empty: the whole row
   QString text, reason;

@@ -79,7 +79,7 @@ bool Take_Row(const QString& bookmark) {
     Set_Toolbar(ToolMode::Norm);
   }
   events.CurrentRowChanged.Emit();
-  if (redraw) Map_Redraw();
+  if (redraw) Redraw_Changed_Entries();
   return taken;
 }
 
@@ -134,7 +134,7 @@ void Activate_Entry() {
 bool End_Entry() {
   if (!Store_Pending_Text()) return false;
   Give_Up();
-  Map_Redraw();
+  Redraw_Changed_Entries();
   events.HandChanged.Emit();
   return true;
 }
@@ -196,7 +196,7 @@ void Hand_Out_Of_Sight() {
   if (!Entry_In_Hand()) return;
   const bool pending = Text_Pending();
   if (!Store_Pending_Text()) return;
-  if (pending) Map_Redraw();
+  if (pending) Redraw_Changed_Entries();
   Hide_Hand();
 }
 

@@ -9,6 +9,7 @@
 #include "state/events.h"
 #include "state/global_state.h"
 #include "state/map_state.h"
+#include "state/step.h"
 #include "state/table_state.h"
 #include "store/entry.h"
 
@@ -35,6 +36,7 @@ void Text_Typed(const QString& typed) {
 bool Store_Pending_Text() {
   if (!Text_Pending()) return true;
   if (!rsEntries || !dbEntries) return false;
+  const UndoStep typing({}, UndoStep::Joins::Nothing);  // whatever asks for the text comes after it
   if (!Text_Is_New()) {
     // A row that was hidden or deleted meanwhile takes no text.
     const bool there = rsEntries->HasRow(Map.InHand);

@@ -27,7 +27,7 @@ const QString undoCaption = QStringLiteral("Rückgängig: CSV - Import");
 // One run from the first line to the last.
 class CsvRun {
  public:
-  CsvRun(const CsvTable& csvTable, QPoint step)
+  CsvRun(const CsvTable& csvTable, QPoint step, PlacingWay way)
       : table(csvTable),
         reader(csvTable),
         taken(step, {Coord.MapWidthPx, Coord.MapHeightPx}),
@@ -35,6 +35,7 @@ class CsvRun {
     taken.Reserve(static_cast<int>(table.CsvLines.size()));
     rows.reserve(table.CsvLines.size());
     width = Tbl.EintragSize;
+    if (way == PlacingWay::Transformed) placing.emplace(Csv_System(table), Coord, way);
   }
   // First all places, so that no question waits inside the transaction.
   CsvResult Run() {
@@ -57,7 +58,7 @@ class CsvRun {
     CsvRecord record = reader.Read(line);
     CsvPlace place;
     try {
-      place = Csv_Place_Of(table, Coord, record);
+      place = placing ? Csv_Place_Of(table, *placing, record) : Csv_Place_Of(table, Coord, record);
     } catch (const Error& error) {
       place.reason = Error_Text(error);
       result.refused.push_back({line.number, record.text, place.reason});
@@ -125,6 +126,7 @@ class CsvRun {
   const CsvTable& table;
   CsvReader reader;
   TakenPositions taken;
+  std::optional<Placing> placing;  // where the coordinates are transformed
   Progress progress;
   CsvResult result;
   std::vector<Row> rows;
@@ -132,12 +134,32 @@ class CsvRun {
   bool silent = false;
 };
 
-bool Kind_Confirmed(const CsvTable& table) {
-  if (Csv_Fits_Net(table, Coord)) return true;
-  return Message_Box(QStringLiteral("Koordinatentyp der Datei und der Karte stimmen nicht überein.\n\nDatei: %1\n"
-                                    "Karte: %2\n\nSoll trotzdem importiert werden?")
-                         .arg(table.CsvTyp, Grid_Type_Text(Coord).trimmed()),
-                     MsgButtons::YesNo, MsgIcon::Question, importTitle, MsgDefault::Second) == MsgAnswer::Yes;
+// How the coordinates come onto the map; nothing if the user does not want them there.
+std::optional<PlacingWay> Confirmed_Way(const CsvTable& table) {
+  if (Csv_Fits_Net(table, Coord)) return PlacingWay::AsWritten;
+  const auto name = Transformation_Name(Csv_System(table), Coord);
+  MsgRequest request;
+  request.text = QStringLiteral(
+                     "Koordinatentyp der Datei und der Karte stimmen nicht überein.\n\nDatei: %1\nKarte: "
+                     "%2\n\nSoll trotzdem importiert werden?")
+                     .arg(table.CsvTyp, Grid_Type_Text(Coord).trimmed());
+  request.buttons = MsgButtons::YesNo;
+  request.icon = MsgIcon::Question;
+  request.title = importTitle;
+  request.defaultButton = name ? MsgDefault::First : MsgDefault::Second;
+  if (name) {
+    request.other = QStringLiteral("&Umrechnen");
+    request.text +=
+        QStringLiteral("\n\nUmrechnen: die Koordinaten werden in das Netz der Karte umgerechnet (%1).").arg(*name);
+  }
+  switch (Message_Box(request)) {
+    case MsgAnswer::Other:
+      return PlacingWay::Transformed;
+    case MsgAnswer::Yes:
+      return PlacingWay::AsWritten;
+    default:
+      return std::nullopt;
+  }
 }
 
 }  // namespace
@@ -150,13 +172,14 @@ CsvResult Csv_Import(const CsvTable& table, QPoint step) {
     Csv_Go_On_After({errNoNet, QStringLiteral("Die Karte hat kein Koordinatennetz.")});
     return result;
   }
-  if (!Kind_Confirmed(table)) {
+  const auto way = Confirmed_Way(table);
+  if (!way) {
     result.failed = false;
     result.stopped = true;
     return result;
   }
   const BusyPointer busy;
-  result = CsvRun(table, step).Run();
+  result = CsvRun(table, step, *way).Run();
   if (result.imported > 0) Show_Changed_Entries();
   return result;
 }

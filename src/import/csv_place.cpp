@@ -113,6 +113,31 @@ CsvPlace Csv_Place_Of(const CsvTable& table, const CoordinateState& state, const
   return Place_Metres(table, state, record);
 }
 
+GivenSystem Csv_System(const CsvTable& table) {
+  GivenSystem given;
+  if (!Is_Geographic(table))
+    given.kind =
+        table.CsvTyp == QLatin1String("UTM") ? ReferenceSystem::Kind::Utm : ReferenceSystem::Kind::GaussKrueger;
+  return given;
+}
+
+CsvPlace Csv_Place_Of(const CsvTable& table, Placing& placing, const CsvRecord& record) {
+  GivenPlace given;
+  if (Is_Geographic(table)) {
+    const auto longitude = Read_Degrees(record.x), latitude = Read_Degrees(record.y);
+    if (!longitude) return Refused(Unread(QStringLiteral("Länge"), record.x.toString()));
+    if (!latitude) return Refused(Unread(QStringLiteral("Breite"), record.y.toString()));
+    given = {*longitude, *latitude};
+  } else {
+    const auto right = Read_Whole(record.x), high = Read_Whole(record.y);
+    if (!right || !right->Value()) return Refused(Unread(QStringLiteral("Rechtswert"), record.x.toString()));
+    if (!high || !high->Value()) return Refused(Unread(QStringLiteral("Hochwert"), record.y.toString()));
+    given = {static_cast<double>(right->Value().value_or(0)), static_cast<double>(high->Value().value_or(0))};
+  }
+  const PlacedPoint placed = placing.Place(given);
+  return Judged(placed.code, placed.at.x(), placed.at.y(), table, record);
+}
+
 std::optional<int> WholeNumber::Value() const {
   if (value > std::numeric_limits<int>::max()) return std::nullopt;
   return static_cast<int>(negative ? -value : value);

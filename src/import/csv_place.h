@@ -6,6 +6,7 @@
 #include <QStringView>
 #include <optional>
 
+#include "coordinates/placing.h"
 #include "import/csv_file.h"
 #include "state/coordinate_state.h"
 
@@ -22,6 +23,11 @@ struct CsvPlace {
 };
 // Raises what the conversion raises. `name` stands at the head of the reasons.
 CsvPlace Csv_Place_Of(const CsvTable& table, const CoordinateState& state, const CsvRecord& record);
+// The same by a service that transforms the coordinates.
+CsvPlace Csv_Place_Of(const CsvTable& table, Placing& placing, const CsvRecord& record);
+// The kind of the table's coordinates. It names no datum: WGS-84 where the map is of another kind, Potsdam for
+// Gauß-Krüger.
+GivenSystem Csv_System(const CsvTable& table);
 
 // A number without its decimals; nothing if the text is none. Blanks between the digits are passed over.
 struct WholeNumber {

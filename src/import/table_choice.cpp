@@ -1,8 +1,5 @@
 #include "import/table_choice.h"
 
-#include <QFileInfo>
-
-#include "platform/files.h"
 #include "platform/message_box.h"
 #include "state/global_state.h"
 
@@ -33,17 +30,28 @@ QString Difference_Text(const CoordinateState& net) {
 std::optional<TablePlacing> Ask_About_Difference(const CoordinateState& net) {
   const QString text = Difference_Text(net);
   if (!Can_Convert(net, Coord)) return Ask_For_Pixels(text);
-  const MsgAnswer answer = Message_Box(
-      text + QStringLiteral("\n\nJa: Umrechnen (%1)\nNein: Die Einträge kommen auf dieselben Pixel.\nAbbrechen: kein "
-                            "Import.")
-                 .arg(Conversion_Name(net)),
-      MsgButtons::YesNoCancel, MsgIcon::Question, faultTitle);
-  if (answer == MsgAnswer::Yes) return TablePlacing(PlaceWay::Converted, net, Coord);
-  if (answer == MsgAnswer::No) return TablePlacing();
+  MsgRequest request;
+  request.text = text +
+                 QStringLiteral("\n\nUmrechnen: die Einträge kommen an dieselbe Stelle im Gelände (%1).")
+                     .arg(Conversion_Name(net)) +
+                 pixelsOnly.mid(1);
+  request.buttons = MsgButtons::OkCancel;
+  request.other = QStringLiteral("&Umrechnen");
+  request.icon = MsgIcon::Question;
+  request.title = faultTitle;
+  const MsgAnswer answer = Message_Box(request);
+  if (answer == MsgAnswer::Other) return TablePlacing(PlaceWay::Converted, net, Coord);
+  if (answer == MsgAnswer::Ok) return TablePlacing();
   return std::nullopt;
 }
 
 }  // namespace
+
+void Tell_Remarks(const TableSource& source) {
+  if (source.Remarks().isEmpty()) return;
+  Message_Box(source.File() + QStringLiteral("\n\n") + source.Remarks(), MsgButtons::Ok, MsgIcon::Information,
+              QStringLiteral("Tabelle der alten Art"));
+}
 
 std::optional<TablePlacing> Ask_Placing(const TableSource& source) {
   CoordinateState net;
@@ -91,11 +99,4 @@ bool Tell_Imported(const TableImportResult& result) {
               .arg(result.refused.size())
               .arg(result.outside);
   return Message_Box(text, MsgButtons::YesNo, MsgIcon::Question, title) == MsgAnswer::Yes;
-}
-
-QString Write_Import_Report(const QStringList& lines) {
-  const QFileInfo map(MapFile);
-  const QString path = map.path() + u'/' + QFileInfo(TableFile).completeBaseName() + QStringLiteral("_Import.txt");
-  Write_Lines(path, lines);
-  return path;
 }

@@ -6,6 +6,7 @@
 #include "platform/files.h"
 #include "state/global_state.h"
 #include "state/table_state.h"
+#include "store/old_table.h"
 #include "store/stored_number.h"
 #include "store/table_file_inner.h"
 #include "store/vertex_table.h"
@@ -46,7 +47,10 @@ TableSource::TableSource(const QString& path) : file(path), copy(Import_Copy_Nam
   if (const QString strange = Strange_File(file); !strange.isEmpty())
     Raise(errors::databaseDamaged, file + u' ' + strange);
   if (File_Exists(copy)) Table_File_Delete(copy);
-  CompactDatabase(file, copy);
+  if (Is_Old_Table(file))
+    remarks = Convert_Old_Table(file, copy).Text();
+  else
+    CompactDatabase(file, copy);
   try {
     Open();
   } catch (...) {

@@ -20,6 +20,7 @@ class TableSource {
   TableSource& operator=(const TableSource&) = delete;
 
   const QString& File() const { return file; }
+  const QString& Remarks() const { return remarks; }  // what reading a table of the old engine told
   Database& Data() { return *database; }
   const std::vector<FieldInfo>& Fields() const { return rows->Fields(); }
   const HeaderRow& Header() const { return header; }
@@ -38,7 +39,7 @@ class TableSource {
  private:
   void Open();
 
-  QString file, copy;
+  QString file, copy, remarks;
   std::unique_ptr<Database> database;
   std::unique_ptr<Recordset> rows;
   std::array<int, column::fixedCount> fixed{};

@@ -16,6 +16,8 @@ enum class Needs {
   Entries,      // at least one entry
   UserColumns,  // a column of the user in the table
   UndoPoint,
+  StepBehind,  // a step that can be taken back
+  StepAhead,   // one that was taken back
   Template,  // a template of an area was saved
   EntryInHand,
   NoEntryInHand,

@@ -2,7 +2,9 @@
 
 #include "hand/activation.h"
 #include "maps/map_coordinates.h"
+#include "maps/menu_table.h"
 #include "maps/row_look.h"
+#include "maps/step_walk.h"
 #include "state/coordinate_state.h"
 #include "state/global_state.h"
 #include "state/map_state.h"
@@ -58,6 +60,10 @@ bool Needs_Of_Map_Met(Needs needs) {
       return Tbl.HasUserColumns;
     case Needs::UndoPoint:
       return Menu(QStringLiteral("mnuReset")).Enabled;
+    case Needs::StepBehind:
+      return Can_Step_Back() || Text_Pending();
+    case Needs::StepAhead:
+      return Can_Step_Forward();
     case Needs::Template:
       return frmMDI.HasTemplate;
     case Needs::EntryInHand:
@@ -101,6 +107,8 @@ const TextNow textsNow[] = {
        return frmMDI.SafeMode ? QStringLiteral("im abgesicherten Modus öffnen - ja")
                               : QStringLiteral("im abgesicherten Modus öffnen - nein");
      }},
+    {"mnuStepBack", [] { return Escaped_Caption(Step_Back_Text()); }},
+    {"mnuStepForward", [] { return Escaped_Caption(Step_Forward_Text()); }},
     {"mnuReset", [] { return Menu(QStringLiteral("mnuReset")).Caption; }},
     {"mnuDBGridOn", Table_Switch_Text},
     {"mnuObjVisNo",

@@ -1,6 +1,7 @@
 #include "exchange/csv_export.h"
 #include "exchange/exchange_table.h"
 #include "maps/command_rows.h"
+#include "maps/sheet_bridge.h"
 
 // clang-format off
 
@@ -17,6 +18,10 @@ std::vector<Command> Exchange_Commands() {
        "Spalten, Trennzeichen, Zeichensatz und Koordinaten der CSV-Datei wählen", opensWindow},
       {"mnuExporttkr", "&Trakkor-Datei *.tkr", {}, {}, Needs::OpenMap, text, {},
        "Alle Einträge in eine Datei für das mobile Programm schreiben", Do(Export_Trakkor)},
+      {"mnuExportxls", "&Excel-Tabelle", "sheet", {}, Needs::OpenMap, Hand::Free, {},
+       "Die Tabelle der Einträge in die Arbeitsmappe neben der Karte schreiben und öffnen", Do(Export_Table)},
+      {"mnuExChangeXL", "mit &Excel ...", {}, {}, Needs::Entries, Hand::Free, "Einträge austauschen",
+       "Spalten aus einem Blatt einer Arbeitsmappe in die Tabelle übernehmen", Do(Exchange_With_Sheet)},
   };
 }
 // clang-format on

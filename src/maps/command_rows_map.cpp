@@ -1,4 +1,5 @@
 #include "maps/command_rows.h"
+#include "maps/map_choose.h"
 #include "maps/map_open.h"
 #include "maps/safe_mode.h"
 #include "printing/map_export.h"

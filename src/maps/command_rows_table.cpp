@@ -4,6 +4,7 @@
 #include "maps/command_rows.h"
 #include "maps/map_open.h"
 #include "maps/recent_lists.h"
+#include "maps/step_walk.h"
 #include "printing/table_print.h"
 #include "state/global_state.h"
 #include "state/mdi_state.h"
@@ -39,8 +40,16 @@ void Load_Overlay(const CommandCall& call) {
 
 std::vector<Command> File_Rows() {
   return {
-      {"mnuReset", "Rückgängig", "undo", "Ctrl+Z", Needs::UndoPoint, Hand::Free, "Rückgängig",
-       "Die letzte große Änderung zurücknehmen", Replacing(Undo_Last)},
+      {"mnuStepBack", "S&chritt zurück", "undo", "Ctrl+Z", Needs::StepBehind, Hand::Free, {},
+       "Den letzten Schritt zurücknehmen", Do(Step_Back)},
+      {"mnuStepForward", "Schritt v&orwärts", "redo", "Ctrl+Shift+Z Ctrl+Y", Needs::StepAhead, Hand::Free, {},
+       "Den zurückgenommenen Schritt wiederherstellen", Do(Step_Forward)},
+      {"mnuVerlauf", "Verlau&f ...", "history", {}, Needs::OpenMap, Hand::StoreText, {},
+       "Alle Schritte seit dem Öffnen der Karte ansehen und zu einem von ihnen gehen", opensWindow},
+      {"mnuStaende", "Frü&here Stände ...", {}, {}, Needs::OpenMap, Hand::Free, {},
+       "Frühere Stände der Tabelle ansehen und Einträge aus ihnen zurückholen", opensWindow},
+      {"mnuReset", "Rückgängig", {}, {}, Needs::UndoPoint, Hand::Free, "Rückgängig",
+       "Die letzte große Änderung zurücknehmen", Replacing(Take_Back_Operation)},
       {"mnuTableNeu", "&Neu", {}, {}, Needs::OpenMap, Hand::Free, "Einträge neu",
        "Mit einer leeren Tabelle der Einträge beginnen", Replacing(New_Table)},
       {"mnuTableLoad", "&Laden ...", {}, {}, Needs::OpenMap, Hand::Free, "Einträge laden",
@@ -55,8 +64,12 @@ std::vector<Command> File_Rows() {
        Load_Overlay, CommandKind::List},
       {"mnuImportCSV", "komma separierte Datei *.csv", {}, {}, Needs::OpenMap, Hand::StoreText, "CSV - Import",
        "Funde mit ihren Koordinaten aus einer CSV-Tabelle einlesen", opensWindow},
+      {"mnuImportGPS", "&GPS-Daten ...", {}, {}, Needs::OpenMap, Hand::StoreText, "Import",
+       "Wegpunkte und Tracks aus Dateien von GPS-Geräten, GPX und anderen oder vom Gerät einlesen", opensWindow},
       {"mnuImportXL", "Excel-Tabelle", {}, {}, Needs::OpenMap, Hand::StoreText, {},
        "Wie eine Excel-Tabelle in die Karte kommt", Do(Tell_Excel_Import)},
+      {"mnuOVL_Import", "Top50-&Overlay *.ovl", {}, {}, Needs::OpenMap, Hand::Free, "Import",
+       "Texte, Linien, Flächen und Figuren aus einer Overlay-Datei einlesen", opensWindow},
       {"mnuImportMDB", "andere &Datenbank *.mdb", {}, {}, Needs::OpenMap, Hand::Free, "Import",
        "Einträge aus einer anderen Tabelle hinzufügen, gefiltert und verändert", opensWindow},
   };

@@ -7,6 +7,7 @@
 #include "maps/command_rows.h"
 #include "platform/error.h"
 #include "state/run_guarded.h"
+#include "state/step.h"
 
 namespace {
 
@@ -72,7 +73,9 @@ bool Run_Command(const QString& key, const CommandCall& call) {
   bool begun = false;
   Run_Guarded([&] {
     begun = Needs_Met(command->needs) && Hand_Ready(command->hand);
-    if (begun) procedure(call);
+    if (!begun) return;
+    const UndoStep step(command->step, UndoStep::Joins::Nothing);
+    procedure(call);
   });
   return begun;
 }

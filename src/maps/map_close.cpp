@@ -7,6 +7,7 @@
 #include "state/map_state.h"
 #include "state/mdi_state.h"
 #include "state/table_state.h"
+#include "store/history.h"
 #include "store/table_file.h"
 #include "view/redraw.h"
 #include "view/view.h"
@@ -17,6 +18,7 @@ void Close_Map() {
   frmMDI.MapOpen = false;
   Map.Visible = false;
   if (bound) Close_Table(CloseMode::CloseOnly);
+  End_History();
   Delete_Regions();
   Delete_Lock_Files();
   Clear_Map_Picture();

@@ -2,13 +2,13 @@
 
 #include <QDir>
 #include <QFileInfo>
-#include <QStringList>
 
-#include "edit/table_edit.h"
 #include "maps/map_check.h"
 #include "maps/map_close.h"
 #include "maps/map_open_texts.h"
-#include "maps/menu_state.h"
+#include "maps/map_scan.h"
+#include "maps/map_show.h"
+#include "maps/open_marker.h"
 #include "maps/safe_mode.h"
 #include "platform/files.h"
 #include "platform/message_box.h"
@@ -18,43 +18,18 @@
 #include "state/global_state.h"
 #include "state/map_state.h"
 #include "state/mdi_state.h"
-#include "state/table_state.h"
 #include "store/file_names.h"
 #include "store/table_file.h"
-#include "view/view.h"
 
 namespace {
 
-constexpr int endingLength = 4;             // ".BMP"
 constexpr qint64 bigMapPixels = 7'000'000;  // above it the hint for big maps appears
 constexpr int damagedTable = 5000, openNotEnded = 5010;
 
 // The open was given up by the user or after its message was shown: nothing more to tell.
 struct GivenUp {};
 
-// The marker beside the map: it exists only while a map is being opened.
-struct OpenMarker {
-  QString path;
-  bool existed = false;
-  QStringList lines;
-
-  void Begin(const QString& map) {
-    path = map.left(map.size() - endingLength) + QStringLiteral(".map");
-    existed = File_Exists(path);
-    if (!existed) Add(map);
-  }
-  void Add(const QString& line) {
-    if (existed) return;
-    lines += line;
-    Write_Lines(path, lines);
-  }
-  void Remove() const { Kill_Quietly(path); }
-};
-
-void Show_Background(const QString& text) {
-  Map.PicText = text;
-  events.BackgroundText.Emit(text);
-}
+QString Table_Stem() { return TableFile.left(TableFile.size() - mapEndingLength); }
 
 void Show_Read_Only(const Error& error, const QString& path) {
   Message_Box(map_texts::Read_Only(error, path), MsgButtons::Ok, MsgIcon::Critical, map_texts::openTitle);
@@ -69,19 +44,6 @@ void Begin_Marker(OpenMarker& marker, const QString& path) {
   }
 }
 
-void Load_Scan(const QString& path) {
-  if (Capitals(path).contains(QLatin1String(".BMP"))) Check_Bitmap(path);
-  const QImage picture = Load_Picture(path);
-  MapFile = path;
-  MapWidthPx = picture.width();
-  MapHeightPx = picture.height();
-  MapWidthMm = static_cast<float>(MapWidthPx * 25.4 / 96);
-  MapHeightMm = static_cast<float>(MapHeightPx * 25.4 / 96);
-  Set_Map_Picture(picture);
-  Map.Zoom = 1.0F;
-  Map.ZoomMenu = QStringLiteral("mnuZoom100");
-}
-
 void Load_Entries(OpenMarker& marker) {
   Show_Background(map_texts::loadingTable);
   const QString table = Table_Name_Of_Map();
@@ -90,17 +52,6 @@ void Load_Entries(OpenMarker& marker) {
   if (Load_Table(LoadMode::First)) return;
   Message_Box(map_texts::noTable, MsgButtons::Ok, MsgIcon::Warning, map_texts::openTitle);
   throw GivenUp{};
-}
-
-void Show_Map() {
-  frmMDI.MapOpen = true;
-  Map.Visible = true;
-  Map.Minimized = false;
-  frmMDI.TblVisible = true;
-  Tbl.Switched = TableSwitch::AtOpening;
-  events.StateChanged.Emit();  // the window takes its place before the layout measures it
-  Show_Background({});
-  Map_Geometry();
 }
 
 void Check_Table(OpenMarker& marker) {
@@ -115,17 +66,6 @@ void Check_Table(OpenMarker& marker) {
   marker.Add(QStringLiteral("Datenbank beschädigt?"));
   Recover_Table();
   Raise(damagedTable);
-}
-
-void Finish_Open() {
-  Tbl.Tag = TableTag::Clean;
-  Menu(QStringLiteral("mnuReset")).Enabled = false;
-  Menu(QStringLiteral("mnuReset")).Caption = QStringLiteral("Rückgängig");
-  Set_Buttons();
-  Choose_Arrangement();
-  events.StateChanged.Emit();
-  Zoom_Map();
-  events.MapOpened.Emit();
 }
 
 // Takes down what a failed open has built.
@@ -145,7 +85,7 @@ bool Go_On(const OpenMarker& marker) {
 }
 
 void Report(const Error& error, OpenMarker& marker) {
-  const QString stem = TableFile.left(TableFile.size() - endingLength);
+  const QString stem = Table_Stem();
   const QString what = QStringLiteral("Fehler:    %1 %2").arg(error.number).arg(error.text);
   switch (error.number) {
     case damagedTable: {
@@ -186,20 +126,14 @@ void Open_Steps(const QString& path, OpenMarker& marker) {
   Check_Map_File(found.isEmpty() ? path : found);
   if (found.isEmpty()) Raise(errors::fileNotFound, Error_Text(errors::fileNotFound) + QLatin1Char('\n') + path);
   Begin_Marker(marker, found);
-  Map.Text2 = {};
-  EntFont = QStringLiteral("Arial");
-  EntFontSize = 14;
-  Map.Caption = QStringLiteral("Map: ") + Capitals(found);
-  frmMDI.Caption = QStringLiteral("FLURAX - 100%");
-  Tbl.DBGrid1.Caption.clear();
-  Show_Background(map_texts::loadingMap + QLatin1Char('\n') + found);
-  Load_Scan(found);
+  Show_Opening(found);
+  Take_Scan(found);
   Load_Entries(marker);
   Show_Map();
   Check_Table(marker);
   Finish_Open();
   if (marker.existed) {
-    const QString stem = TableFile.left(TableFile.size() - endingLength);
+    const QString stem = Table_Stem();
     Message_Box(map_texts::Not_Ended(stem), MsgButtons::Ok, MsgIcon::Information, QStringLiteral("Datenbank"));
   }
   if (static_cast<qint64>(MapWidthPx) * MapHeightPx > bigMapPixels && frmMDI.Tips && dialogHooks.BigMapHint) {
@@ -221,11 +155,4 @@ void Load_Map(const QString& path) {
   } catch (const std::bad_alloc&) {
     Report({errors::outOfMemory, Error_Text(errors::outOfMemory)}, marker);
   }
-}
-
-void Map_Geometry() {
-  if (MapWidthPx < 1 || MapHeightPx < 1) return;
-  if (PrintFactor <= 0) PrintFactor = 1.0F;
-  MapPixelMm = static_cast<double>(MapWidthMm) / MapWidthPx * static_cast<double>(PrintFactor);
-  MapPixelMmY = static_cast<double>(MapHeightMm) / MapHeightPx * static_cast<double>(PrintFactor);
 }

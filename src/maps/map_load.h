@@ -6,4 +6,3 @@
 // Faults are told here; a map that could not be opened leaves frmMDI.MapOpen false and MapHeightMm -1. No map is open
 // before.
 void Load_Map(const QString& path);
-void Map_Geometry();  // millimetres on paper per map pixel at PrintFactor

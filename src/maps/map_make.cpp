@@ -2,8 +2,9 @@
 #include <QtEndian>
 #include <cmath>
 
-#include "maps/map_load.h"
+#include "maps/map_choose.h"
 #include "maps/map_open.h"
+#include "maps/map_scan.h"
 #include "platform/file_dialog.h"
 #include "platform/files.h"
 #include "platform/message_box.h"

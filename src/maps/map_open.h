@@ -9,12 +9,9 @@
 
 // True if it is open now. MapHeightMm = -1 tells that it failed; a fault was told.
 bool Open_Map(const QString& path);
-bool Open_User_Map(const QString& path);  // the same, and on success the recent lists follow
-void Choose_Map();                        // asks for the map
-void Open_Recent_Map(int index);          // mnuMapFile(index)
-bool Reload_Map();                        // mnuMapLoad: the same map once more
-bool Leave_Map();                         // the user closes the map. True: none is open now
-void Table_Replaced();                    // other entries stand in the table: flags, menus and buttons follow them
+bool Reload_Map();      // mnuMapLoad: the same map once more
+bool Leave_Map();       // the user closes the map. True: none is open now
+void Table_Replaced();  // other entries stand in the table: flags, menus and buttons follow them
 
 // A white map of the size in millimetres at 96 dpi, written and opened. The path was asked by a dialog.
 bool New_Map(double widthMm, double heightMm);

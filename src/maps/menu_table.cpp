@@ -26,15 +26,18 @@ const std::vector<MenuRow>& Menu_Table() {
         "-", "mnuZoomBreite", "mnuZoomHoehe", "mnuZoomFak"}, Needs::OpenMap, "zoom"},
 
       {"mnuEintraege", "&Einträge",
-       {"mnuReset",
+       {"mnuStepBack", "mnuStepForward", "mnuReset", "mnuVerlauf", "mnuStaende",
         "-", "mnuTableNeu", "mnuTableLoad", "mnuTableSave", "mnuTableSaveAs", "mnuTableRe",
-        "-", "mnuImportMenu", "mnuExportMenu",
+        "-", "mnuImportMenu", "mnuExportMenu", "mnuExchangeMenu",
         "-", "mnuEintrDupl", "mnuEintrCopy", "mnuEintrPaste", "mnuMoveObjects", "mnuReplace", "mnuPropTransfer",
         "mnuSql", "mnuSpaceDel",
         "-", "mnuTabelle",
         "-", "mnuOverlay"}},
-      {"mnuImportMenu", "&importieren", {"mnuImportCSV", "mnuImportXL", "mnuImportMDB", "mnuImporttkr", "mnuImporttkrAll"}},
-      {"mnuExportMenu", "e&xportieren", {"mnuExportCSV", "mnuExportCSVTable", "mnuExporttkr"}},
+      {"mnuImportMenu",
+       "&importieren",
+       {"mnuImportCSV", "mnuImportXL", "mnuImportGPS", "mnuOVL_Import", "mnuImportMDB", "mnuImporttkr", "mnuImporttkrAll"}},
+      {"mnuExportMenu", "e&xportieren", {"mnuExportCSV", "mnuExportCSVTable", "mnuExportxls", "mnuExporttkr"}},
+      {"mnuExchangeMenu", "austaus&chen", {"mnuExChangeXL"}},
       {"mnuTabelle", "&Tabelle",
        {"mnuDBGridOn", "mnuSpaltAppend", "mnuSpaltDelete", "mnuSpaltHide", "mnuSpaltShow",
         "-", "mnuTabComp", "mnuTabRep", "mnuTblPrint"}},
@@ -108,7 +111,7 @@ const MenuRow* Find_Menu(const QString& key) {
 bool Shortcut_Of_Map(const QString& command) {
   return Find_Menu(QStringLiteral("mnuObjekt"))->rows.contains(command) ||
          Find_Menu(QStringLiteral("mnuMark"))->rows.contains(command) ||
-         command.startsWith(QLatin1String("mnuEintr")) || command == QLatin1String("mnuReset");
+         command.startsWith(QLatin1String("mnuEintr")) || command.startsWith(QLatin1String("mnuStep"));
 }
 
 QString Escaped_Caption(const QString& text) { return QString(text).replace(QLatin1Char('&'), QLatin1String("&&")); }

@@ -3,17 +3,21 @@
 #include <QDir>
 #include <QRegularExpression>
 
+#include "maps/map_choose.h"
 #include "maps/map_open.h"
 #include "maps/menu_state.h"
+#include "maps/step_walk.h"
 #include "objects/palette.h"
 #include "platform/surface.h"
 #include "state/events.h"
 #include "state/global_state.h"
 #include "state/mdi_state.h"
 #include "store/file_names.h"
+#include "store/history.h"
 #include "store/map_log.h"
 #include "store/settings.h"
 #include "store/table_file.h"
+#include "store/versions.h"
 #include "tools/canvas.h"
 
 QString Command_Line_Map(const QString& commandLine) {
@@ -27,6 +31,7 @@ void Program_Start(const QString& commandLine) {
   frmMDI.SafeMode = false;
   Read_Ini();
   Clear_Work_Files();
+  Clear_Histories();
   QDir::setCurrent(ProgramFolder);
   NotePads.clear();
   NotePadState.clear();
@@ -35,6 +40,8 @@ void Program_Start(const QString& commandLine) {
   CurHG = 14;
   HighlightColor = QBColor(14);
   Connect_Canvas();
+  events.MapOpened.Connect(Keep_Version);
+  events.MapOpened.Connect(Tell_Of_Interrupted_Work);
   Read_Log(1);
   Read_Log(3);
   Reset_InfoBar();

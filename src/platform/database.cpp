@@ -4,6 +4,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <algorithm>
 
 #include "platform/database_inner.h"
 #include "platform/files.h"
@@ -46,6 +47,7 @@ const std::vector<TableDef>& Database::TableDefs() { return inner->engine->Table
 bool Database::HasTable(const QString& name) { return inner->engine->Find_Table(name) != nullptr; }
 void Database::CreateTable(const TableDef& table) { inner->engine->Create(table); }
 void Database::DropTable(const QString& name) { inner->engine->Drop(name); }
+void Database::DropTables(const QStringList& names) { inner->engine->Drop_All(names); }
 
 void Database::AddColumn(const QString& table, const FieldInfo& field) {
   const TableDef* found = inner->engine->Find_Table(table);
@@ -53,21 +55,28 @@ void Database::AddColumn(const QString& table, const FieldInfo& field) {
   for (const FieldInfo& other : found->fields)
     if (other.name.compare(field.name, Qt::CaseInsensitive) == 0)
       Raise(errors::fieldExists, QStringLiteral("Das Feld '%1' ist bereits vorhanden.").arg(field.name));
-  const QString name = found->name;
-  inner->engine->Alter(
-      name, "ADD COLUMN " + database_inner::Quoted(field.name) + ' ' + database_inner::Declaration_Of(field));
+  const TableDef former = *found;
+  Engine& engine = *inner->engine;
+  engine.Write([&] {
+    engine.Alter(former.name,
+                 "ADD COLUMN " + database_inner::Quoted(field.name) + ' ' + database_inner::Declaration_Of(field));
+    if (engine.recorder) engine.recorder->Column_Added(former, field);
+  });
 }
 
 void Database::DropColumn(const QString& table, const QString& column) {
   const TableDef* found = inner->engine->Find_Table(table);
   if (!found) Raise(errors::tableNotFound);
-  for (const FieldInfo& field : found->fields)
-    if (field.name.compare(column, Qt::CaseInsensitive) == 0) {
-      const QString tableName = found->name, fieldName = field.name;
-      inner->engine->Alter(tableName, "DROP COLUMN " + database_inner::Quoted(fieldName));
-      return;
-    }
-  Raise(errors::fieldNotFound);
+  const TableDef former = *found;
+  const auto field = std::find_if(former.fields.begin(), former.fields.end(), [&column](const FieldInfo& it) {
+    return it.name.compare(column, Qt::CaseInsensitive) == 0;
+  });
+  if (field == former.fields.end()) Raise(errors::fieldNotFound);
+  Engine& engine = *inner->engine;
+  engine.Write([&] {
+    if (engine.recorder) engine.recorder->Column_Goes(former, static_cast<int>(field - former.fields.begin()));
+    engine.Alter(former.name, "DROP COLUMN " + database_inner::Quoted(field->name));
+  });
 }
 
 int Database::RowCount(const QString& table) {
@@ -79,27 +88,37 @@ int Database::RowCount(const QString& table) {
 int Database::Execute(const QString& sql) {
   Engine& engine = *inner->engine;
   engine.Need_Write();
-  const QByteArray text = sql.toUtf8();
   const qint64 before = sqlite3_total_changes64(engine.db);
+  engine.Write([&] { engine.Execute(sql.toUtf8()); });
+  engine.Notice_Changes();
+  ++engine.otherChanges;
+  return static_cast<int>(sqlite3_total_changes64(engine.db) - before);
+}
+
+void Engine::Execute(const QByteArray& text) {
   const char* rest = text.constData();
   while (*rest != 0) {
     sqlite3_stmt* prepared = nullptr;
-    int rc = sqlite3_prepare_v2(engine.db, rest, -1, &prepared, &rest);
-    if (rc != SQLITE_OK) engine.Fail(rc);
+    int rc = sqlite3_prepare_v2(db, rest, -1, &prepared, &rest);
+    if (rc != SQLITE_OK) Fail(rc);
     if (!prepared) continue;
     const database_inner::Statement statement(prepared);
     // Transactions are counted, so they begin and end by their own procedures alone.
     const QByteArray word = QByteArray(sqlite3_sql(prepared)).trimmed().left(8).toUpper();
     for (const char* refused : {"BEGIN", "COMMIT", "END", "ROLLBACK", "SAVEPOIN", "RELEASE", "ATTACH", "DETACH"})
       if (word.startsWith(refused)) Raise(errors::sqlSyntax);
+    if (recorder) {
+      recorder->Before_Statement();
+      // Of these no hook tells; a temporary table is none of the file's.
+      const QByteArray whole = QByteArray(sqlite3_sql(prepared)).simplified().toUpper();
+      for (const char* silent : {"CREATE ", "DROP ", "ALTER ", "REINDEX", "PRAGMA"})
+        if (whole.startsWith(silent) && !whole.startsWith("CREATE TEMP")) recorder->Lost_Track();
+    }
     while ((rc = sqlite3_step(prepared)) == SQLITE_ROW) {
     }
-    engine.Drop_Caches();
-    if (rc != SQLITE_DONE) engine.Fail(rc);
+    Drop_Caches();
+    if (rc != SQLITE_DONE) Fail(rc);
   }
-  engine.Notice_Changes();
-  ++engine.otherChanges;
-  return static_cast<int>(sqlite3_total_changes64(engine.db) - before);
 }
 
 void Database::BeginTrans() { inner->engine->Begin(); }

@@ -4,6 +4,7 @@
 #include <QStringList>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <variant>
 #include <vector>
 
@@ -26,6 +27,16 @@ struct FieldInfo {
 };
 
 class Database;
+
+// A row written through a recordset, and a moment in the history of a table's writes.
+struct RowWrite {
+  enum class Kind { Changed, Added, Gone };
+  Kind kind = Kind::Changed;
+  qint64 key = 0;
+};
+struct WriteMoment {
+  quint64 version = 0, generation = 0, all = 0;
+};
 
 // A cursor over the rows of a table or of a Select. Row order is the table's order (order of appending) unless the
 // statement says otherwise. A keyset is taken at opening; rows appended through this recordset join it.
@@ -80,6 +91,11 @@ class Recordset {
   void CancelUpdate();  // ends the edit; the row is as before
   void Delete();        // the cursor stands on the following row, or Eof
 
+  WriteMoment Write_Moment() const;  // now
+  // What was written since, by this recordset and others of the table, in that order. Nothing where it cannot be told:
+  // by statements, taken back, other tables as well, too much.
+  std::optional<std::vector<RowWrite>> Writes_Since(const WriteMoment& moment) const;
+
   void Requery();       // takes the keys anew; the cursor goes to the first row
   bool IsOpen() const;  // until its database is closed
 
@@ -118,10 +134,11 @@ class Database {
   void Copy_To(const QString& target);
 
   std::unique_ptr<Recordset> OpenRecordset(const QString& tableOrSelect);  // error 3078 for an unknown table
-  const std::vector<TableDef>& TableDefs();  // in order of creation; reread when the schema changed
-  bool HasTable(const QString& name);        // ignoring case
-  void CreateTable(const TableDef& table);   // error 3010 if it is there
-  void DropTable(const QString& name);       // error 3078 if it is not there
+  const std::vector<TableDef>& TableDefs();   // in order of creation; reread when the schema changed
+  bool HasTable(const QString& name);         // ignoring case
+  void CreateTable(const TableDef& table);    // error 3010 if it is there
+  void DropTable(const QString& name);        // error 3078 if it is not there
+  void DropTables(const QStringList& names);  // all of them at once; 3078 if one is not there: then none is dropped
   // At the end, Null in every row; error 3191 if it is there.
   void AddColumn(const QString& table, const FieldInfo& field);
   void DropColumn(const QString& table, const QString& column);  // error 3265 if it is not there
@@ -157,6 +174,7 @@ class Database {
  private:
   friend class Workspace;
   friend class TimeLimit;
+  friend class Journal;
   Database();
   struct Inner;
   std::unique_ptr<Inner> inner;

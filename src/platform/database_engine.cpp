@@ -192,7 +192,8 @@ void Engine::Close() {
   ++generation;
   // Our own alone: virtual tables of a foreign file finalize theirs.
   for (sqlite3_stmt* statement : std::exchange(lastingStatements, {})) sqlite3_finalize(statement);
-  schemaStatement = nullptr;
+  schemaStatement = beginStatement = commitStatement = nullptr;
+  recorder = nullptr;
   if (depth > 0) sqlite3_exec(closing, "ROLLBACK", nullptr, nullptr, nullptr);
   depth = 0;
   int rc = SQLITE_OK;
@@ -215,12 +216,11 @@ void Engine::Need_Open() const {
 void Engine::Fail(int rc) {
   Error error = Error_Of_Result(db, rc);
   if ((rc & 0xff) == SQLITE_INTERRUPT && limit && limit->fault.number != 0) error = std::exchange(limit->fault, {});
+  if (recorder) recorder->Statement_Failed();
   if (depth > 0 && sqlite3_get_autocommit(db)) {
     depth = 0;
-    ++rollbacks;
-    ++generation;
-    ++otherChanges;
-    knownSchema = -1;
+    Everything_Changed();
+    if (recorder) recorder->Taken_Back();
   }
   throw error;
 }
@@ -266,6 +266,7 @@ qint64 Engine::Number_Of(const QByteArray& sql) {
 void Engine::Need_Write() {
   Need_Open();
   if (readOnly) Raise(errors::noPermission);
+  if (recorder) recorder->Before_Statement();
   if (logReady || depth > 0) return;
   bool hasLog = false;
   {
@@ -284,9 +285,16 @@ void Engine::Begin() {
   Need_Open();
   if (depth == 0) {
     Need_Write();
-    Run("BEGIN IMMEDIATE");
+    Run_Lasting(beginStatement, "BEGIN IMMEDIATE");
   }
   ++depth;
+}
+
+void Engine::Run_Lasting(sqlite3_stmt*& statement, const char* sql) {
+  if (!statement) statement = Prepare_Lasting(sql);
+  sqlite3_step(statement);
+  const int rc = sqlite3_reset(statement);
+  if (rc != SQLITE_OK) Fail(rc);
 }
 
 void Engine::Commit() {
@@ -296,14 +304,12 @@ void Engine::Commit() {
     --depth;
     return;
   }
-  const int rc = sqlite3_exec(db, "COMMIT", nullptr, nullptr, nullptr);
-  if (rc == SQLITE_OK) {
-    depth = 0;
-    return;
-  }
   // All or nothing: what could not be written is taken back before anybody hears of it.
   try {
-    Fail(rc);
+    if (recorder) recorder->Before_Commit();
+    Run_Lasting(commitStatement, "COMMIT");
+    depth = 0;
+    if (recorder) recorder->Committed();
   } catch (const Error&) {
     Roll_Back();
     throw;
@@ -314,11 +320,25 @@ void Engine::Roll_Back() {
   Need_Open();
   if (depth == 0) return;
   depth = 0;
+  Everything_Changed();
+  if (recorder) recorder->Taken_Back();
+  if (!sqlite3_get_autocommit(db)) Run("ROLLBACK");
+}
+
+void Engine::Everything_Changed() {
   ++rollbacks;
   ++generation;
   ++otherChanges;
   knownSchema = -1;
-  if (!sqlite3_get_autocommit(db)) Run("ROLLBACK");
+}
+
+void Engine::Walked(const QHash<QString, std::vector<qint64>>& rowsByTable) {
+  accountedChanges = sqlite3_total_changes64(db);
+  for (auto table = rowsByTable.begin(); table != rowsByTable.end(); ++table) {
+    TableState* state = State_Of(table.key());
+    state->rowsOfVersion = table.value();
+    state->rowsVersion = ++state->version;
+  }
 }
 
 void Engine::Checkpoint() {
@@ -338,6 +358,13 @@ void Engine::Notice_Changes() {
 void Engine::Wrote(TableState* table) {
   accountedChanges = sqlite3_total_changes64(db);
   ++table->version;
+}
+
+void Engine::Log_Write(TableState* table, const RowWrite& write) {
+  constexpr std::ptrdiff_t most = 1024;
+  auto& writes = table->writes;
+  if (std::ssize(writes) >= 2 * most) writes.erase(writes.begin(), writes.begin() + most);
+  writes.push_back({table->version, ++loggedWrites, write});
 }
 
 TableState* Engine::State_Of(const QString& table) {

@@ -42,6 +42,13 @@ struct TableState {
   quint64 version = 0;  // counts the writes
   qint64 nextKey = 0;   // 0: ask the table; keys are not used twice, so that an old bookmark never meets a new row
   quint64 nextKeyGeneration = 0;
+  struct Logged {
+    quint64 version = 0, all = 0;
+    RowWrite write;
+  };
+  std::vector<Logged> writes;  // the last ones
+  std::vector<qint64> rowsOfVersion;  // of the last write, where it changed nothing else of the table
+  quint64 rowsVersion = 0;            // the version that write made
 };
 
 struct PointsEntry {
@@ -100,6 +107,22 @@ struct AsideDatabase {
   const QString path;
 };
 
+// Hears of every change of a database before it is stored.
+class Recorder {
+ public:
+  virtual ~Recorder() = default;
+  virtual void Before_Statement() = 0;  // that may write
+  virtual void Statement_Failed() = 0;  // and has changed nothing
+  virtual void Before_Commit() = 0;
+  virtual void Committed() = 0;
+  virtual void Taken_Back() = 0;
+  virtual void Dropping(const TableDef& table) = 0;  // its rows are still there
+  virtual void Created(const TableDef& table) = 0;
+  virtual void Column_Added(const TableDef& table, const FieldInfo& column) = 0;  // at its end
+  virtual void Column_Goes(const TableDef& table, int place) = 0;                 // its values are still there
+  virtual void Lost_Track() = 0;  // a change that none of the above tells of
+};
+
 // One open file. Recordsets share it with the Database and find `db` empty after Close.
 class Engine {
  public:
@@ -117,17 +140,36 @@ class Engine {
   sqlite3_stmt* Prepare_Lasting(const QByteArray& sql);
   void Finish(sqlite3_stmt*& statement);
   void Run(const char* sql);
-  qint64 Number_Of(const QByteArray& sql);  // first column of the first row
+  void Execute(const QByteArray& statements);  // of anybody, several separated by ";"
+  qint64 Number_Of(const QByteArray& sql);     // first column of the first row
 
   void Need_Write();  // before every write: switches the log on at the first one
   void Begin();
   void Commit();
   void Roll_Back();
   void Checkpoint();
+  // A change that is to be stored at once. Where it is recorded, in a transaction of its own together with its record.
+  template <typename Work>
+  void Write(Work&& work) {
+    if (!recorder || depth > 0) return work();
+    Begin();
+    try {
+      work();
+      Commit();
+    } catch (...) {
+      if (depth > 0) Roll_Back();
+      throw;
+    }
+  }
+  // Rows were changed by neither recordset nor statement: of these tables the given rows alone, or anything at all.
+  void Walked(const QHash<QString, std::vector<qint64>>& rowsByTable);
+  void Everything_Changed();
+  const TableDef* Table_As_Known(const QString& name) const;  // without looking whether the list is up to date
 
   // Notices writes that came by other ways than a recordset.
   void Notice_Changes();
-  void Wrote(TableState* table);  // after a write of a recordset
+  void Wrote(TableState* table);                             // after a write of a recordset
+  void Log_Write(TableState* table, const RowWrite& write);  // after Wrote, once for each row
   void Drop_Caches() { ++generation; }
   TableState* State_Of(const QString& table);
   qint64 Next_Key(TableState* state, const QString& table);
@@ -136,6 +178,7 @@ class Engine {
   const TableDef* Find_Table(const QString& name);
   void Create(const TableDef& table);
   void Drop(const QString& name);
+  void Drop_All(const QStringList& names);
   void Alter(const QString& table, const QByteArray& change);
 
   const std::vector<Database::PointRow>* Points(const QString& table);
@@ -148,13 +191,17 @@ class Engine {
   bool readOnly = false;
   bool hasUtf8 = true;  // texts of a foreign file may stand there in UTF-16
   int depth = 0;
-  quint64 generation = 1;               // moves when every cache has to be dropped
+  // Moves when every cache has to be dropped; no two databases begin with the same.
+  quint64 generation = static_cast<quint64>(First_Count()) + 1;
   quint64 rollbacks = 0;                // keysets are taken anew when it has moved
   qint64 otherChanges = First_Count();  // those that SQLite does not count
   qint64 accountedChanges = 0;          // SQLite's count when it was last looked at
+  quint64 loggedWrites = 0;
   Limit* limit = nullptr;
+  Recorder* recorder = nullptr;
 
  private:
+  void Run_Lasting(sqlite3_stmt*& statement, const char* sql);
   void Read_Tables();
   void Index_Tables();
   qint64 Schema_Version();
@@ -167,7 +214,7 @@ class Engine {
   std::vector<TableDef> tables;
   QHash<QString, int> tableIndex;
   qint64 knownSchema = -1;
-  sqlite3_stmt* schemaStatement = nullptr;
+  sqlite3_stmt *schemaStatement = nullptr, *beginStatement = nullptr, *commitStatement = nullptr;
   QSet<sqlite3_stmt*> lastingStatements;
   QHash<QString, std::shared_ptr<TableState>> states;
   QHash<QString, std::shared_ptr<PointsEntry>> points;
@@ -221,7 +268,12 @@ struct Block {
   std::shared_ptr<const Layout> layout;
   std::vector<Cell> cells;
   std::vector<char> texts;
+  quint64 asked = 0;  // when it was asked for last
   int Count() const { return static_cast<int>(rows.size()); }
+  qint64 Bytes() const {
+    return static_cast<qint64>(sizeof(Block) + rows.size() * sizeof(qint32) + cells.size() * sizeof(Cell) +
+                               texts.size());
+  }
   Cell* Row_At(int position) {
     const qint32 row = rows[static_cast<size_t>(position - first)];
     return row < 0 ? nullptr : cells.data() + static_cast<size_t>(row) * layout->columns.size();
@@ -252,6 +304,7 @@ struct Recordset::Inner {
   }
   bool Is_Fresh() const { return !state || (seenVersion == state->version && seenGeneration == engine->generation); }
   void Refresh();
+  bool Forget_Rows_Alone();
   void Drop_Blocks();
   void Need_Row();
   void Need_Editable() const;
@@ -261,6 +314,7 @@ struct Recordset::Inner {
   const database_inner::Cell& Cell_At(int column);
   database_inner::Block* Block_Of(int rowPosition);
   database_inner::Block* Load(int from, int count);
+  void Forget_Older_Half();
   void Prepare_Read();
   bool Read_Exact(database_inner::Block& block, int count);
   void Read_Range(database_inner::Block& block, int index, int end);
@@ -297,7 +351,10 @@ struct Recordset::Inner {
   std::vector<std::unique_ptr<database_inner::Block>> blocks;  // by position
   database_inner::Block* lastBlock = nullptr;
   const database_inner::Cell* current = nullptr;  // the current row in lastBlock, once it was asked for
-  int cachedRows = 0;
+  qint64 cachedBytes = 0;
+  quint64 clock = 0;   // counts the blocks asked for
+  int lastLoaded = 0;  // position behind the block read last, and where it begins
+  int lastBegun = 0;
   int readAhead = 8;
   std::vector<char> used;                                // columns that were asked for
   std::shared_ptr<const database_inner::Layout> layout;  // of readStatement

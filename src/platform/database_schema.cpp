@@ -118,22 +118,45 @@ void Engine::Create(const TableDef& table) {
   Need_Write();
   ++State_Of(table.name)->version;
   ++otherChanges;
-  Run(Create_Statement(table).constData());
+  Write([&] {
+    Run(Create_Statement(table).constData());
+    if (recorder) recorder->Created(table);
+  });
   // A thousand small tables come one after the other: the list is carried on, not read anew.
   tables.push_back({table.name, Read_Fields(db, table.name)});
   tableIndex.insert(Fold(table.name), static_cast<int>(tables.size()) - 1);
   knownSchema = Schema_Version();
 }
 
-void Engine::Drop(const QString& name) {
-  const TableDef* table = Find_Table(name);
-  if (!table) Raise(errors::tableNotFound);
+const TableDef* Engine::Table_As_Known(const QString& name) const {
+  const auto found = tableIndex.constFind(Fold(name));
+  return found == tableIndex.constEnd() ? nullptr : &tables[static_cast<size_t>(*found)];
+}
+
+void Engine::Drop(const QString& name) { Drop_All({name}); }
+
+// The list of tables is put right once, not after each of them.
+void Engine::Drop_All(const QStringList& names) {
+  Tables();
+  QByteArray sql;
+  QSet<QString> gone;
+  for (const QString& name : names) {
+    const TableDef* table = Table_As_Known(name);
+    if (!table) Raise(errors::tableNotFound);
+    sql += "DROP TABLE " + Quoted(table->name) + ';';
+    gone.insert(Fold(name));
+  }
+  if (gone.isEmpty()) return;
   Need_Write();
-  ++State_Of(name)->version;
+  for (const QString& name : names) ++State_Of(name)->version;
   ++otherChanges;
-  Run(QByteArray("DROP TABLE " + Quoted(table->name)).constData());
+  Write([&] {
+    for (const QString& name : names)
+      if (recorder) recorder->Dropping(*Table_As_Known(name));
+    Run(sql.constData());
+  });
   accountedChanges = sqlite3_total_changes64(db);
-  tables.erase(tables.begin() + (table - tables.data()));
+  std::erase_if(tables, [&gone](const TableDef& table) { return gone.contains(Fold(table.name)); });
   Index_Tables();
   knownSchema = Schema_Version();
 }

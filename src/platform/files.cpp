@@ -66,11 +66,6 @@ constexpr std::array<char16_t, 32> upperCodes = {0x20AC, 0x0081, 0x201A, 0x0192,
                                                  0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
                                                  0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
 
-QString Decode(const QByteArray& bytes) {
-  QStringDecoder decoder(QStringDecoder::Utf8, QStringConverter::Flag::Stateless);
-  const QString text = decoder(bytes);
-  return decoder.hasError() ? From_1252(bytes) : text;
-}
 }  // namespace
 
 QString Clean_Path(const QString& path) {
@@ -153,6 +148,11 @@ QString From_1252(const QByteArray& bytes) {
   return text;
 }
 
+QString Decode_Text(const QByteArray& bytes) {
+  QStringDecoder decoder(QStringDecoder::Utf8, QStringConverter::Flag::Stateless);
+  const QString text = decoder(bytes);
+  return decoder.hasError() ? From_1252(bytes) : text;
+}
 QByteArray To_1252(const QString& text) {
   QByteArray bytes;
   bytes.reserve(text.size());
@@ -191,7 +191,7 @@ QByteArray Read_Bytes(const QString& path) {
 }
 
 QStringList Read_Lines(const QString& path) {
-  const QString text = Decode(Read_Bytes(path));
+  const QString text = Decode_Text(Read_Bytes(path));
   QStringList lines;
   qsizetype start = 0;
   for (qsizetype i = 0; i < text.size(); ++i) {

@@ -32,7 +32,8 @@ QString Strange_File(const QString& path);
 // Texts in Windows-1252 with CR LF. Reading takes UTF-8 when the bytes are valid UTF-8 (with or without mark), else
 // Windows-1252; CR, LF and CR LF end a line. Errors 53, 70, 61, 76; 7 if a file is larger than can be read as a whole.
 QString From_1252(const QByteArray& bytes);
-QByteArray To_1252(const QString& text);  // what cannot be written becomes "?"
+QString Decode_Text(const QByteArray& bytes);  // as reading takes it
+QByteArray To_1252(const QString& text);       // what cannot be written becomes "?"
 QStringList Read_Lines(const QString& path);
 void Write_Lines(const QString& path, const QStringList& lines);  // written aside and renamed
 

@@ -8,10 +8,9 @@
 
 namespace {
 
-constexpr int maxKeptLines = 20000;
 constexpr double largestPixels = 2880;  // 2160 points; beyond it glyphs cost more than any sheet can show
 constexpr int widest = 1 << 26;         // what a text can measure: coordinates are added to it
-int keptLines = 0;
+constexpr qint64 mostKeptBytes = qint64{96} << 20;
 
 struct Substitute {
   const char* wanted;
@@ -116,20 +115,67 @@ int FontFace::LineTop(int number) const {
   return static_cast<int>(std::min<qint64>(qint64{number} * lineHeight, widest));
 }
 
-const QStaticText& FontFace::Prepared(const QString& line, Edge edge) const {
-  auto& kept = lines[edge == Edge::Hard ? 1 : 0];
-  if (const auto known = kept.constFind(line); known != kept.constEnd()) return *known;
-  if (keptLines >= maxKeptLines) {
-    for (auto& [otherKey, face] : All_Faces()) face->lines = {};
-    keptLines = 0;
+// All prepared lines of all faces.
+struct KeptLines {
+  quint64 clock = 0;
+  qint64 bytes = 0;
+  int count = 0;
+
+  // What a line takes: the layout with its glyphs and their places, the text, the place in the table.
+  static qint64 Bytes_Of(const QString& line) { return 560 + 24 * static_cast<qint64>(line.size()); }
+
+  template <class Work>
+  static void For_Each_Table(Work work) {
+    for (auto& [key, face] : All_Faces())
+      for (auto& table : face->lines) work(table);
   }
-  ++keptLines;
+
+  void Forget_Older_Half() {
+    std::vector<quint64> asked;
+    asked.reserve(static_cast<size_t>(count));
+    For_Each_Table([&](const auto& table) {
+      for (const FontFace::Kept& kept : table) asked.push_back(kept.asked);
+    });
+    if (asked.empty()) return;
+    const auto middle = asked.begin() + std::ssize(asked) / 2;
+    std::nth_element(asked.begin(), middle, asked.end());
+    For_Each_Table([&](auto& table) {
+      for (auto it = table.begin(); it != table.end();) {
+        if (it->asked > *middle) {
+          ++it;
+          continue;
+        }
+        bytes -= Bytes_Of(it.key());
+        --count;
+        it = table.erase(it);
+      }
+    });
+  }
+};
+
+namespace {
+KeptLines keptLines;
+}
+
+int Kept_Lines() { return keptLines.count; }
+
+const QStaticText& FontFace::Prepared(const QString& line, Edge edge) const {
+  auto& table = lines[edge == Edge::Hard ? 1 : 0];
+  const quint64 now = ++keptLines.clock;
+  if (const auto known = table.find(line); known != table.end()) {
+    known->asked = now;
+    return known->text;
+  }
+  const qint64 needed = KeptLines::Bytes_Of(line);
+  if (keptLines.bytes + needed > mostKeptBytes) keptLines.Forget_Older_Half();
   QStaticText text;
   text.setTextFormat(Qt::PlainText);
   text.setPerformanceHint(QStaticText::AggressiveCaching);
   text.setText(Shown(line));
   text.prepare({}, edge == Edge::Hard ? hard : font);
-  return *kept.insert(line, text);
+  keptLines.bytes += needed;
+  ++keptLines.count;
+  return table.insert(line, {text, now})->text;
 }
 
 const FontFace& Font_Face(const FontKey& key) {

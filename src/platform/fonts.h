@@ -31,19 +31,27 @@ class FontFace {
   // Widest of all lines; the text ends a line with CR, LF or CR LF.
   int TextWidth(const QString& text) const;
   int TextHeight(const QString& text) const;  // lines * lineHeight
-  int LineTop(int number) const;  // of a line below the first, which has number 0
-  // The line ready to be drawn in `font` or `hard`, kept for the next time. All faces together keep up to 20,000 lines.
+  int LineTop(int number) const;              // of a line below the first, which has number 0
+  // The line ready to be drawn in `font` or `hard`, kept for the next time. All faces together keep what fits into 96
+  // megabytes; beyond that the half that was asked for longest ago goes.
   enum class Edge { Smooth, Hard };
   const QStaticText& Prepared(const QString& line, Edge edge) const;  // valid until the next call
 
  private:
+  friend struct KeptLines;
+  struct Kept {
+    QStaticText text;
+    quint64 asked = 0;  // when it was asked for last
+  };
   int ShownWidth(QStringView shown) const;
   std::array<short, 256> advance{};
-  mutable std::array<QHash<QString, QStaticText>, 2> lines;  // by edge
+  mutable std::array<QHash<QString, Kept>, 2> lines;  // by edge
 };
 
 // The face of a key; made once and kept. Valid for good.
 const FontFace& Font_Face(const FontKey& key);
+
+int Kept_Lines();  // how many prepared lines all faces keep now
 
 // Calls `draw(line, number)` for each line of a text.
 template <class Draw>

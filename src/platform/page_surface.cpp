@@ -68,12 +68,8 @@ class PageSurface final : public FontedSurface {
     painter.drawLine(Near(from), Near(to));
   }
   void Box(const QRectF& box) override {
-    // The pen lies on the rim inside, as on the screen.
-    const double inset = pen.pen == PenStyle::None ? 0 : std::max(Near(pen.DrawWidth), 0.0) / 2;
-    QRectF rim = Near(box);
-    if (rim.width() > 2 * inset && rim.height() > 2 * inset) rim.adjust(inset, inset, -inset, -inset);
     QPainterPath path;
-    path.addRect(rim);
+    path.addRect(Middle_Of_Rim(box));
     Draw(path, true, Qt::MiterJoin);
   }
   void FilledBox(const QRectF& box, QRgb color) override {
@@ -82,11 +78,8 @@ class PageSurface final : public FontedSurface {
     painter.fillRect(Near(box), QColor::fromRgb(color));
   }
   void Ellipse(const QRectF& box) override {
-    const double inset = pen.pen == PenStyle::None ? 0 : std::max(Near(pen.DrawWidth), 0.0) / 2;
-    QRectF rim = Near(box);
-    if (rim.width() > 2 * inset && rim.height() > 2 * inset) rim.adjust(inset, inset, -inset, -inset);
     QPainterPath path;
-    path.addEllipse(rim);
+    path.addEllipse(Middle_Of_Rim(box));
     Draw(path, true, Qt::RoundJoin);
   }
   void Polyline(std::span<const QPointF> points) override {
@@ -126,6 +119,13 @@ class PageSurface final : public FontedSurface {
     QPainterPath path(Near(points[0]));
     for (size_t i = 1; i < points.size(); ++i) path.lineTo(Near(points[i]));
     return path;
+  }
+  // The pen lies on the rim inside, as on the screen.
+  QRectF Middle_Of_Rim(const QRectF& box) const {
+    const double inset = pen.pen == PenStyle::None ? 0 : std::max(Near(pen.DrawWidth), 0.0) / 2;
+    QRectF rim = Near(box);
+    if (rim.width() > 2 * inset && rim.height() > 2 * inset) rim.adjust(inset, inset, -inset, -inset);
+    return rim;
   }
   QPen Pen() const { return Pen_Of(pen, pen.ForeColor, std::max(Near(pen.DrawWidth), 0.05)); }
   void Draw(const QPainterPath& path, bool filled, Qt::PenJoinStyle join);

@@ -6,9 +6,9 @@
 namespace {
 
 // Takes every call of a drawing pass and keeps the bounds of those in a combining mode.
-class Probe final : public ProbeSurface {
+class Probe final : public Fonted<ProbeSurface> {
  public:
-  explicit Probe(const QRectF& area) : extent(area), face(&Font_Face({})) {}
+  explicit Probe(const QRectF& area) : extent(area) {}
 
   QRectF Take_Combined() override { return std::exchange(combined, QRectF()); }
   QRectF Extent() const override { return extent; }
@@ -31,13 +31,6 @@ class Probe final : public ProbeSurface {
   void Polygon(std::span<const QPointF> points) override { Touch_Points(points); }
   void Veil(std::span<const QPointF>, QRgb) override {}  // pages mix colours themselves
   void Bezier(std::span<const QPointF> points, bool) override { Touch_Points(points); }
-  bool SetFont(const FontKey& font) override {
-    if (!(font == face->key)) face = &Font_Face(font);
-    return face->found;
-  }
-  const FontKey& Font() const override { return face->key; }
-  int TextWidth(const QString& text) override { return face->TextWidth(text); }
-  int TextHeight(const QString& text) override { return face->TextHeight(text); }
   void Print(QPointF at, const QString& text) override { PrintRotated(at, text, 0); }
   void PrintRotated(QPointF at, const QString& text, double) override {
     if (!Combines()) return;
@@ -63,7 +56,6 @@ class Probe final : public ProbeSurface {
   }
 
   QRectF extent, clip, combined;
-  const FontFace* face;
 };
 
 }  // namespace

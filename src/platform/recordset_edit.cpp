@@ -143,11 +143,8 @@ void Recordset::Update() {
   set.Validate();
   if (set.mode == Inner::Mode::None) Raise(errors::recordDeleted);  // taken back meanwhile
   set.engine->Need_Write();
-  if (mode == Inner::Mode::New) {
-    set.Insert();
-  } else {
-    set.Change();
-  }
+  if (set.mode != mode) Raise(errors::recordDeleted);  // the cursor went on while somebody was asked
+  set.engine->Write([&] { mode == Inner::Mode::New ? set.Insert() : set.Change(); });
 }
 
 void Recordset::Inner::Bind(sqlite3_stmt* statement, int parameter, const Value& value) {
@@ -191,6 +188,7 @@ void Recordset::Inner::Insert() {
   ascending = ascending && (keys.empty() || keys.back() < key);
   if (positionsKnown) positions.insert(key, static_cast<int>(keys.size()));
   keys.push_back(key);
+  engine->Log_Write(state, {RowWrite::Kind::Added, key});
 }
 
 void Recordset::Inner::Change() {
@@ -215,6 +213,7 @@ void Recordset::Inner::Change() {
   engine->Wrote(state);
   seenVersion = state->version;
   Patch_Row();
+  engine->Log_Write(state, {RowWrite::Kind::Changed, keys[static_cast<size_t>(position)]});
 }
 
 // Brings the kept row up to date, so that a walk that writes row by row does not read each block anew.
@@ -241,6 +240,7 @@ void Recordset::Inner::Patch_Row() {
       cell.bytes = static_cast<quint32>(bytes.size());
       cell.offset = static_cast<qint64>(block->texts.size());
       block->texts.insert(block->texts.end(), bytes.begin(), bytes.end());
+      cachedBytes += bytes.size();
     } else {
       cell.kind = Cell::Kind::Null;
     }
@@ -258,17 +258,20 @@ void Recordset::Delete() {
   const qint64 key = set.keys[static_cast<size_t>(set.position)];
   // Known before the row goes, so that its key is not given again.
   set.engine->Next_Key(set.state, set.table);
-  sqlite3_bind_int64(set.deleteStatement, 1, key);
-  sqlite3_step(set.deleteStatement);
-  const int rc = sqlite3_reset(set.deleteStatement);
-  if (rc != SQLITE_OK) set.engine->Fail(rc);
-  if (sqlite3_changes64(set.engine->db) == 0) Raise(errors::recordDeleted);
-  set.engine->Wrote(set.state);
+  set.engine->Write([&] {
+    sqlite3_bind_int64(set.deleteStatement, 1, key);
+    sqlite3_step(set.deleteStatement);
+    const int rc = sqlite3_reset(set.deleteStatement);
+    if (rc != SQLITE_OK) set.engine->Fail(rc);
+    if (sqlite3_changes64(set.engine->db) == 0) Raise(errors::recordDeleted);
+    set.engine->Wrote(set.state);
+  });
   set.seenVersion = set.state->version;
   set.Forget_Row(set.position);
   set.keys.erase(set.keys.begin() + set.position);
   set.positionsKnown = false;
   set.Go(set.position);
+  set.engine->Log_Write(set.state, {RowWrite::Kind::Gone, key});
 }
 
 void Recordset::Inner::Forget_Row(int rowPosition) {
@@ -280,12 +283,36 @@ void Recordset::Inner::Forget_Row(int rowPosition) {
       --it.first;
     } else if (rowPosition < it.first + it.Count()) {
       it.rows.erase(it.rows.begin() + (rowPosition - it.first));
-      --cachedRows;
+      cachedBytes -= static_cast<qint64>(sizeof(qint32));
       if (it.rows.empty()) {
+        cachedBytes -= it.Bytes();
         block = blocks.erase(block);
         continue;
       }
     }
     ++block;
   }
+}
+
+WriteMoment Recordset::Write_Moment() const {
+  Inner& set = *inner;
+  set.Validate();
+  if (!set.state) return {};
+  return {set.state->version, set.engine->generation, set.engine->loggedWrites};
+}
+
+std::optional<std::vector<RowWrite>> Recordset::Writes_Since(const WriteMoment& moment) const {
+  Inner& set = *inner;
+  set.Validate();
+  if (!set.state || moment.generation != set.engine->generation) return std::nullopt;
+  const quint64 count = set.state->version - moment.version;
+  const auto& logged = set.state->writes;
+  // Each of them makes a version, and no other table was written meanwhile.
+  if (count > logged.size() || set.engine->loggedWrites - moment.all != count) return std::nullopt;
+  std::vector<RowWrite> writes;
+  for (auto it = logged.end() - static_cast<std::ptrdiff_t>(count); it != logged.end(); ++it) {
+    if (it->version != moment.version + writes.size() + 1) return std::nullopt;
+    writes.push_back(it->write);
+  }
+  return writes;
 }

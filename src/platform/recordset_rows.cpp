@@ -17,7 +17,8 @@ using database_inner::Quoted;
 using database_inner::Statement;
 
 namespace {
-constexpr int mostReadAhead = 256, mostCachedRows = 65536;
+constexpr int mostReadAhead = 256;
+constexpr qint64 mostCachedBytes = qint64{96} << 20;
 
 // Finds the table of a statement over one table without grouping: its rows keep their keys and can be written.
 QString Single_Table_Of(const QString& sql) {
@@ -175,7 +176,8 @@ void Recordset::Inner::Drop_Blocks() {
   blocks.clear();
   lastBlock = nullptr;
   current = nullptr;
-  cachedRows = 0;
+  cachedBytes = 0;
+  lastLoaded = lastBegun = 0;
   readAhead = 8;
 }
 
@@ -183,6 +185,7 @@ void Recordset::Inner::Refresh() {
   engine->Need_Open();
   engine->Notice_Changes();
   if (Is_Fresh()) return;
+  if (Forget_Rows_Alone()) return;
   Drop_Blocks();
   exact = false;
   seenVersion = state->version;
@@ -196,6 +199,25 @@ void Recordset::Inner::Refresh() {
   if (at != At::Row) return;
   const int again = Position_Of(key);
   Go(again >= 0 ? again : std::min(position, static_cast<int>(keys.size())));
+}
+
+// Where the last write is known to have changed some rows and nothing else, all others stay as they were read.
+bool Recordset::Inner::Forget_Rows_Alone() {
+  if (!state || fixed || seenGeneration != engine->generation || seenRollbacks != engine->rollbacks ||
+      state->rowsVersion != state->version || seenVersion + 1 != state->version)
+    return false;
+  seenVersion = state->version;
+  lastBlock = nullptr;
+  current = nullptr;
+  for (const qint64 key : state->rowsOfVersion) {
+    const int row = Position_Of(key);
+    std::erase_if(blocks, [&](const std::unique_ptr<database_inner::Block>& block) {
+      const bool holds = row >= block->first && row < block->first + block->Count();
+      if (holds) cachedBytes -= block->Bytes();
+      return holds;
+    });
+  }
+  return true;
 }
 
 void Recordset::Inner::Need_Row() {
@@ -229,23 +251,30 @@ Block* Recordset::Inner::Block_Of(int rowPosition) {
       std::upper_bound(blocks.begin(), blocks.end(), rowPosition,
                        [](int wanted, const std::unique_ptr<Block>& block) { return wanted < block->first; });
   current = nullptr;  // it belongs to lastBlock
-  if (behind != blocks.begin() && holds(**(behind - 1))) return lastBlock = (behind - 1)->get();
-  return nullptr;
+  if (behind == blocks.begin() || !holds(**(behind - 1))) return nullptr;
+  lastBlock = (behind - 1)->get();
+  lastBlock->asked = ++clock;
+  return lastBlock;
 }
 
 const Cell* Recordset::Inner::Row_Of(int rowPosition) {
   Block* block = Block_Of(rowPosition);
   if (!block) {
-    // Whole strides forward and backward alike, cut at what is there already.
+    // A walk takes longer and longer strides, forward and backward alike, cut at what is there already; a row that is
+    // far from the last ones may be wanted alone.
+    const bool onTheWay = rowPosition == lastLoaded || rowPosition == lastBegun - 1;
+    readAhead = onTheWay ? std::min(readAhead * 2, mostReadAhead) : 1;
     const int total = static_cast<int>(keys.size());
     int from = rowPosition / readAhead * readAhead;
     int to = std::min(from + readAhead, total);
-    for (const std::unique_ptr<Block>& other : blocks) {
-      if (other->first > rowPosition) to = std::min(to, other->first);
-      if (other->first < rowPosition) from = std::max(from, other->first + other->Count());
-    }
+    const auto behind =
+        std::upper_bound(blocks.begin(), blocks.end(), rowPosition,
+                         [](int wanted, const std::unique_ptr<Block>& other) { return wanted < other->first; });
+    if (behind != blocks.end()) to = std::min(to, (*behind)->first);
+    if (behind != blocks.begin()) from = std::max(from, (*(behind - 1))->first + (*(behind - 1))->Count());
     block = Load(from, to - from);
-    readAhead = std::min(readAhead * 2, mostReadAhead);
+    lastBegun = from;
+    lastLoaded = to;
   }
   return block->Row_At(rowPosition);
 }
@@ -293,11 +322,7 @@ void Recordset::Inner::Prepare_Read() {
 
 // Reads the rows of `count` positions, of a key range at once where the keys ascend.
 Block* Recordset::Inner::Load(int from, int count) {
-  if (cachedRows > mostCachedRows) {
-    blocks.clear();
-    lastBlock = nullptr;
-    cachedRows = 0;
-  }
+  if (cachedBytes > mostCachedBytes) Forget_Older_Half();
   engine->Need_Open();
   Prepare_Read();
   auto block = std::make_unique<Block>();
@@ -316,15 +341,30 @@ Block* Recordset::Inner::Load(int from, int count) {
   } else {
     for (int i = 0; i < count; ++i) Read_Range(*block, i, i + 1);
   }
+  block->asked = ++clock;
+  cachedBytes += block->Bytes();
   const auto place =
       std::lower_bound(blocks.begin(), blocks.end(), from,
                        [](const std::unique_ptr<Block>& other, int wanted) { return other->first < wanted; });
   if (place != blocks.end() && (*place)->first == from) {
+    cachedBytes -= (*place)->Bytes();
     *place = std::move(block);
     return lastBlock = place->get();
   }
-  cachedRows += count;
   return lastBlock = blocks.insert(place, std::move(block))->get();
+}
+
+void Recordset::Inner::Forget_Older_Half() {
+  std::vector<quint64> asked;
+  asked.reserve(blocks.size());
+  for (const auto& block : blocks) asked.push_back(block->asked);
+  const auto middle = asked.begin() + std::ssize(asked) / 2;
+  std::nth_element(asked.begin(), middle, asked.end());
+  std::erase_if(blocks, [&](const auto& block) { return block->asked <= *middle; });
+  lastBlock = nullptr;
+  current = nullptr;
+  cachedBytes = 0;
+  for (const auto& block : blocks) cachedBytes += block->Bytes();
 }
 
 // Nobody else has added or removed rows since the keys were taken: the next rows of the table are those of the block.

@@ -2,11 +2,13 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <utility>
 
 namespace {
 
 constexpr int mostCells = 64;  // a shape over more of them is asked one by one
+constexpr double farthest = 1e9, nowhere = 2 * farthest;
 
 bool In_Box(const QRectF& box, QPointF p) {
   return p.x() >= box.left() && p.x() < box.right() && p.y() >= box.top() && p.y() < box.bottom();
@@ -14,7 +16,6 @@ bool In_Box(const QRectF& box, QPointF p) {
 
 // A shape of damaged numbers has no place; it is kept as a row but never hit.
 bool Placed(const QRectF& b) {
-  constexpr double farthest = 1e9;
   return std::abs(b.left()) < farthest && std::abs(b.top()) < farthest && std::abs(b.right()) < farthest &&
          std::abs(b.bottom()) < farthest;
 }
@@ -78,7 +79,7 @@ void RegionSet::Build() const {
   large.clear();
   columns = lines = 0;
   // Cells of the same size over all bounds, about one for every four rows.
-  double left = 1e9, top = 1e9, right = -1e9, bottom = -1e9;
+  double left = farthest, top = farthest, right = -farthest, bottom = -farthest;
   for (const EntryRegion& row : rows) {
     if (!Placed(row.bounds)) continue;
     left = std::min(left, row.bounds.left());
@@ -94,24 +95,72 @@ void RegionSet::Build() const {
   const double side = std::clamp(std::sqrt(static_cast<double>(rows.size()) / 4), 1.0, 256.0);
   columns = lines = static_cast<int>(std::ceil(side));
   cells.resize(static_cast<size_t>(columns) * static_cast<size_t>(lines));
+  for (int number = 1; number <= Count(); ++number) Put_In_Grid(number);
+}
+
+// Calls the work for the cells the bounds touch, or once for the list of the large shapes.
+template <class Work>
+void RegionSet::For_Each_Cell(const QRectF& b, Work&& work) const {
   const auto column = [&](double x) {
     return std::clamp(static_cast<int>((x - extent.left()) / extent.width() * columns), 0, columns - 1);
   };
   const auto line = [&](double y) {
     return std::clamp(static_cast<int>((y - extent.top()) / extent.height() * lines), 0, lines - 1);
   };
-  for (int number = 1; number <= Count(); ++number) {
-    const QRectF& b = Row(number).bounds;
-    if (!Placed(b)) continue;
-    const int c0 = column(b.left()), c1 = column(b.right()), l0 = line(b.top()), l1 = line(b.bottom());
-    if ((c1 - c0 + 1) * (l1 - l0 + 1) > mostCells) {
-      large.push_back(number);
+  const int c0 = column(b.left()), c1 = column(b.right()), l0 = line(b.top()), l1 = line(b.bottom());
+  if ((c1 - c0 + 1) * (l1 - l0 + 1) > mostCells) return work(large);
+  for (int l = l0; l <= l1; ++l)
+    for (int c = c0; c <= c1; ++c)
+      work(cells[static_cast<size_t>(l) * static_cast<size_t>(columns) + static_cast<size_t>(c)]);
+}
+
+// False if it reaches beyond the grid.
+bool RegionSet::Put_In_Grid(int number) const {
+  const QRectF& b = Row(number).bounds;
+  if (!Placed(b)) return true;
+  if (cells.empty() || b.left() < extent.left() || b.top() < extent.top() || b.right() > extent.right() ||
+      b.bottom() > extent.bottom())
+    return false;
+  For_Each_Cell(b, [number](std::vector<int>& cell) {
+    if (cell.empty() || cell.back() < number)
+      cell.push_back(number);
+    else
+      cell.insert(std::lower_bound(cell.begin(), cell.end(), number), number);
+  });
+  return true;
+}
+
+void RegionSet::Take_From_Grid(int number) const {
+  const QRectF& b = Row(number).bounds;
+  if (!Placed(b)) return;
+  For_Each_Cell(b, [number](std::vector<int>& cell) {
+    const auto found = std::lower_bound(cell.begin(), cell.end(), number);
+    if (found != cell.end() && *found == number) cell.erase(found);
+  });
+}
+
+// Rows that are no more keep their numbers, without a place: the numbers of all others, and the grid, stay good.
+void RegionSet::Exchange(qint64 key, std::vector<EntryRegion> fresh) {
+  Widen();
+  const auto lower = [](const EntryRegion& row, qint64 wanted) { return row.key < wanted; };
+  auto place = std::lower_bound(rows.begin(), rows.end(), key, lower);
+  for (; place != rows.end() && place->key == key; ++place) {
+    const int number = static_cast<int>(place - rows.begin()) + 1;
+    if (built) Take_From_Grid(number);
+    if (fresh.empty()) {
+      place->shape = QRectF(nowhere, nowhere, 0, 0);
+      place->bounds = QRectF(nowhere, nowhere, 0, 0);
       continue;
     }
-    for (int l = l0; l <= l1; ++l)
-      for (int c = c0; c <= c1; ++c)
-        cells[static_cast<size_t>(l) * static_cast<size_t>(columns) + static_cast<size_t>(c)].push_back(number);
+    *place = std::move(fresh.front());
+    fresh.erase(fresh.begin());
+    if (built) built = Put_In_Grid(number);
   }
+  if (fresh.empty()) return;
+  const bool onTop = place == rows.end();
+  const int first = static_cast<int>(place - rows.begin()) + 1, last = first + static_cast<int>(fresh.size()) - 1;
+  rows.insert(place, std::make_move_iterator(fresh.begin()), std::make_move_iterator(fresh.end()));
+  for (int number = first; number <= last && built; ++number) built = onTop && Put_In_Grid(number);
 }
 
 bool RegionSet::AnyAt(QPointF point) const { return TopAt(point) != 0; }

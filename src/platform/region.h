@@ -29,6 +29,9 @@ class RegionSet {
  public:
   void Clear();                                      // no row is left
   int Add(RegionShape shape, qint64 key, int kind);  // on top; number of the new row
+  // The rows of this key are these from now on, in the place of those it had: where no row of a higher key lies below
+  // one of a lower key. Nobody's shape is narrowed afterwards. Rows of other keys may get other numbers.
+  void Exchange(qint64 key, std::vector<EntryRegion> fresh);
   // The shape of the topmost row of this key counts as a narrower one, within its bounds, until Widen or Clear. One row
   // at a time.
   void Narrow(qint64 key, RegionShape shape);
@@ -44,6 +47,10 @@ class RegionSet {
 
  private:
   void Build() const;
+  bool Put_In_Grid(int number) const;
+  void Take_From_Grid(int number) const;
+  template <class Work>
+  void For_Each_Cell(const QRectF& bounds, Work&& work) const;
   std::vector<EntryRegion> rows;
   int narrowed = 0;  // number of that row, 0 = none
   RegionShape wide;  // what it was

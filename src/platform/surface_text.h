@@ -3,7 +3,8 @@
 #include "platform/surface.h"
 
 // What all surfaces share: the current font, measured in 96-dpi pixels wherever it is drawn.
-class FontedSurface : public Surface {
+template <class Base>
+class Fonted : public Base {
  public:
   bool SetFont(const FontKey& font) override {
     if (!(font == face->key)) face = &Font_Face(font);
@@ -14,6 +15,7 @@ class FontedSurface : public Surface {
   int TextHeight(const QString& text) override { return face->TextHeight(text); }
 
  protected:
-  FontedSurface() : face(&Font_Face({})) {}
+  Fonted() : face(&Font_Face({})) {}
   const FontFace* face;
 };
+using FontedSurface = Fonted<Surface>;

@@ -41,13 +41,14 @@ void Reconnect(Event<Args...>& event, int& number, typename Event<Args...>::List
 }
 
 struct Events {
-  Event<> RedrawWanted;       // answered by the canvas with Map_Redraw
-  Event<> BeforeRedraw;       // a redraw begins; the view is the new one, the canvas still the old picture
-  Event<> AfterRedraw;        // the entries are painted, hit regions and counts are theirs; the overlays come next
-  Event<> MapPainted;         // the canvas image changed: the window shows it
-  Event<> TableChanged;       // rows or columns changed, the table was loaded or closed
-  Event<> CurrentRowChanged;  // rsEntries stands on another row
-  Event<> MapOpened;          // the common open path ended well
+  Event<> RedrawWanted;          // answered by the canvas with Map_Redraw
+  Event<> ChangedEntriesWanted;  // the same where nothing but rows of MapData was written since the last redraw
+  Event<> BeforeRedraw;          // a redraw begins; the view is the new one, the canvas still the old picture
+  Event<> AfterRedraw;           // the entries are painted, hit regions and counts are theirs; the overlays come next
+  Event<> MapPainted;            // the canvas image changed: the window shows it
+  Event<> TableChanged;          // rows or columns changed, the table was loaded or closed
+  Event<> CurrentRowChanged;     // rsEntries stands on another row
+  Event<> MapOpened;             // the common open path ended well
   Event<> MapClosed;
   Event<> HandHidden;    // what floats over the map shall be out of sight; the picture stays
   Event<> HandDropped;   // the hand lets go of its entry: what works on it ends

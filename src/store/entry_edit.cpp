@@ -189,7 +189,7 @@ bool Delete_Entry(bool asked) {
   Delete_Entries({rsEntries->Key()});
   rsEntries->MoveLast();
   Tell_Row_Changed();
-  events.RedrawWanted.Emit();
+  events.ChangedEntriesWanted.Emit();
   return true;
 }
 

@@ -13,6 +13,8 @@
 #include "store/entry.h"
 #include "store/file_names.h"
 #include "store/header_row.h"
+#include "store/history.h"
+#include "store/old_table.h"
 #include "store/stored_number.h"
 #include "store/table_file_inner.h"
 #include "store/table_file_texts.h"
@@ -23,6 +25,7 @@ using namespace table_file;
 // Closing ------------------------------------------------------------------------------------------------------------
 
 void table_file::Close_Quietly() {
+  Leave_Table();
   rsEntries.reset();
   if (dbEntries) {
     try {
@@ -156,6 +159,7 @@ void Bind() {
   } else {
     Take_Header();
   }
+  Follow_Table();
   rsEntries->MoveFirst();
 }
 
@@ -295,12 +299,14 @@ Opened Try_Load(LoadMode mode, bool lastTry) {
   if (!File_Exists(TableFile) && !Make_New_Table()) return Opened::No;
   std::optional<Error> failed;
   try {
+    if (Is_Old_Table(TableFile)) Convert_In_Place(TableFile);
     Bind();
   } catch (const Error& error) {
     failed = error;
   }
   if (!failed) return Opened::Yes;
-  Close_Quietly();  // before anything is done with the file
+  Close_Quietly();                                                 // before anything is done with the file
+  if (Is_Old_Table(TableFile)) return Ask_For_New_Table(*failed);  // there is nothing in it to be mended
   return Treat(*failed, mode, lastTry);
 }
 

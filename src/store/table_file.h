@@ -29,6 +29,8 @@ void Undo_Point(const QString& caption);
 // The same in the middle of work that needs the table open: the rows are copied as they stand, UserTable is not.
 void Undo_Point_Of_Open_Table(const QString& caption);
 void Undo_Last();  // mnuReset: back to the snapshot
+// How many steps came after the one the undo point was taken for; they go along. 0 where that is not known.
+int Steps_After_Undo_Point();
 // Before the table is closed to be opened again. Where its file was deleted, moved or renamed under the program, the
 // user is told and asked where the rows shall go; False if it is not back at its place: then it has to stay open.
 bool Table_In_Place();

@@ -11,7 +11,9 @@
 #include "store/entry.h"
 #include "store/file_names.h"
 #include "store/header_row.h"
+#include "store/history.h"
 #include "store/map_log.h"
+#include "store/old_table.h"
 #include "store/table_file.h"
 #include "store/table_file_inner.h"
 #include "store/table_file_texts.h"
@@ -48,6 +50,17 @@ QString Fault_Of(const QString& path) {
   return path + u'\n' + texts::damaged + fault + texts::foreign;
 }
 
+// False if it is one of the old engine and could not be converted; that was told.
+bool Convert_If_Old(const QString& path) {
+  try {
+    if (Is_Old_Table(path)) Convert_In_Place(path);
+    return true;
+  } catch (const Error& error) {
+    Report_Load_Error(Error_Text(error));
+    return false;
+  }
+}
+
 // The header keeps long paths in a short form: then their last part has to do.
 bool Same_Map(const QString& stored) {
   const QString upper = stored.toUpper();
@@ -69,6 +82,7 @@ void Put_Back(const QString& user, TableTag tag) {
     Report_Copy_Error(TableFile, error);
   }
   Load_Table(LoadMode::Reload);
+  Drop_Steps_Ahead();
   Tbl.Tag = tag;
   Draw_If_Open();
 }
@@ -93,6 +107,7 @@ bool Load_Other_Table(const QString& wanted) {
     if (!chosen) return false;
     path = *chosen;
   }
+  if (!Convert_If_Old(path)) return false;
   if (const QString fault = Fault_Of(path); !fault.isEmpty()) {
     Report_Load_Error(fault);
     return false;
@@ -108,6 +123,7 @@ bool Load_Other_Table(const QString& wanted) {
   }
   events.BackgroundText.Emit(path);
   try {
+    Keep_Former_Table(QStringLiteral("Einträge laden"));
     if (!Same_Name(path, TableFile)) Table_File_Copy(path, TableFile);
   } catch (const Error& error) {
     Report_Copy_Error(TableFile, error);
@@ -145,6 +161,7 @@ void New_Table() {
   events.BackgroundText.Emit(QStringLiteral("Neu"));
   bool loaded = false;
   try {
+    Keep_Former_Table(QStringLiteral("Einträge neu"));
     Table_File_Delete(TableFile);
     loaded = Load_Table(LoadMode::Reload);
   } catch (const Error& error) {

@@ -11,6 +11,7 @@
 #include "state/task_line.h"
 #include "store/entry.h"
 #include "store/file_names.h"
+#include "store/history.h"
 #include "store/table_file.h"
 #include "store/table_file_inner.h"
 #include "store/table_file_texts.h"
@@ -70,6 +71,7 @@ QString Repair_Table() {
   Close_Quietly();
   QString text;
   try {
+    Keep_Former_Table(QStringLiteral("Tabelle repariert"));
     const RepairReport report = RepairDatabase(TableFile);
     if (!report.wasSound) {
       text = QStringLiteral("Diese Tabelle wurde repariert:\n") + TableFile +

@@ -11,6 +11,7 @@
 #include "store/entry.h"
 #include "store/file_names.h"
 #include "store/header_row.h"
+#include "store/history.h"
 #include "store/map_log.h"
 #include "store/table_file.h"
 #include "store/table_file_inner.h"
@@ -46,7 +47,7 @@ void table_file::Write_Header_Names(const QString& path, bool withMap) {
   HeaderRow header = Read_Header();
   header.tablePath = path;
   if (withMap) header.mapName = Shortened_Path(MapFile);
-  Write_Header(header);
+  Write_Without_Step([&header] { Write_Header(header); });
 }
 
 namespace {
@@ -84,7 +85,7 @@ bool Save_Now() {
 
 // Step 3. Where the snapshot is lost or damaged, the table is empty afterwards, and what it held is kept beside it. One
 // of another table changes nothing.
-bool Restore() {
+bool Restore(const QString& step) {
   if (!Table_Is_Changed()) {
     Message_Box(texts::restored, MsgButtons::Ok, MsgIcon::Information, texts::saveTitle);
     return true;
@@ -95,6 +96,7 @@ bool Restore() {
   const SnapshotState snapshot = State_Of_Snapshot();
   try {
     if (snapshot != SnapshotState::Fits) Raise(errors::fileNotFound);
+    Keep_Former_Table(step);
     Compact_Over(Snapshot_File(), TableFile);
   } catch (const Error& error) {
     QString more;
@@ -240,7 +242,7 @@ void Name_User_Table(const QString& path) {
 
 bool Save_Table(SaveStep step) {
   const BusyPointer busy;
-  if (step == SaveStep::Restore) return Restore();
+  if (step == SaveStep::Restore) return Restore(QStringLiteral("Einträge wiederherstellen"));
   if (!rsEntries) return false;
   switch (step) {
     case SaveStep::AtMapChange:
@@ -260,7 +262,8 @@ bool Save_Table(SaveStep step) {
 
 void Undo_Last() {
   Tbl.Tag = TableTag::Dirty;
-  Save_Table(SaveStep::Restore);
+  const BusyPointer busy;
+  Restore(Menu(QStringLiteral("mnuReset")).Caption);
   Menu(QStringLiteral("mnuReset")).Enabled = false;
   events.StateChanged.Emit();
 }

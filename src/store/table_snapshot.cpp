@@ -1,7 +1,9 @@
 #include <QCryptographicHash>
 #include <QFile>
 #include <QRegularExpression>
+#include <algorithm>
 #include <functional>
+#include <optional>
 
 #include "platform/database.h"
 #include "platform/file_lock.h"
@@ -9,6 +11,7 @@
 #include "state/global_state.h"
 #include "state/on_reset.h"
 #include "store/file_names.h"
+#include "store/history.h"
 #include "store/table_file.h"
 #include "store/table_file_inner.h"
 
@@ -20,6 +23,7 @@ using namespace table_file;
 namespace {
 
 QString userOfSnapshot;  // "" = the user's table did not change since
+HistoryMark markOfSnapshot;
 
 // "TEMP.MDB" is the work file of the first program, "TEMP_1.MDB" that of the second, ...
 QString Numbered_File(const QString& base, int number, const char* ending) {
@@ -41,7 +45,7 @@ struct OwnNumber {
 };
 OwnNumber own;
 
-const OnReset fresh(userOfSnapshot, own);
+const OnReset fresh(userOfSnapshot, markOfSnapshot, own);
 
 int Own_Number() {
   if (own.lock && own.folder == ProgramFolder) return own.number;
@@ -80,6 +84,7 @@ bool Take_By(const std::function<void(const QString& target)>& write) {
     write(Snapshot_File());
     Replace_File(Stamp_File(Own_Number()), Fingerprint(Snapshot_File()));
     userOfSnapshot.clear();
+    markOfSnapshot = Mark_Here();
     return true;
   } catch (const Error& error) {
     Forget_Snapshot();
@@ -116,8 +121,14 @@ table_file::SnapshotState table_file::State_Of_Snapshot() {
 void Undo_Goes_Back_To(const QString& user) { userOfSnapshot = user; }
 QString table_file::User_Of_Snapshot() { return userOfSnapshot; }
 
+int Steps_After_Undo_Point() {
+  const std::optional<int> place = Place_Of(markOfSnapshot);
+  return place ? std::max(0, Step_Position() - *place - 1) : 0;
+}
+
 void table_file::Forget_Snapshot() {
   userOfSnapshot.clear();
+  markOfSnapshot = {};
   Disarm_Undo();
 }
 

@@ -50,11 +50,7 @@ void Tick_Numbers_Of_Rows(const QString& kind, NumberFlags& used) {
 
 }  // namespace
 
-QString New_Poly_Table(const QString& kind) {
-  if (kind != QLatin1String("Linie") && kind != QLatin1String("Flaeche")) {
-    Message_Box(QStringLiteral("Falscher Id-Tabellen-Name"));
-    return {};
-  }
+QStringList Free_Poly_Tables(const QString& kind, size_t count) {
   QString inHand;
   if (rsEntries->Position() >= 0) inHand = EntryId::Parse(rsEntries->Text(column::ID)).TableName();
   NumberFlags used{};
@@ -71,12 +67,20 @@ QString New_Poly_Table(const QString& kind) {
   }
   for (const QString& name : stale) dbEntries->DropTable(name);
   Tick_Numbers_Of_Rows(kind, used);
-  const auto free = std::find(used.begin(), used.end(), false);
-  if (free == used.end()) {
-    Message_Box(QStringLiteral("maximale Zahl der Polygone = 1000!"));
+  QStringList names;
+  for (size_t number = 0; number < used.size() && static_cast<size_t>(names.size()) < count; ++number)
+    if (!used[number]) names << kind + QString::number(number);
+  return names;
+}
+
+QString New_Poly_Table(const QString& kind) {
+  if (kind != QLatin1String("Linie") && kind != QLatin1String("Flaeche")) {
+    Message_Box(QStringLiteral("Falscher Id-Tabellen-Name"));
     return {};
   }
-  return kind + QString::number(free - used.begin());
+  const QStringList free = Free_Poly_Tables(kind, 1);
+  if (free.isEmpty()) Message_Box(QStringLiteral("maximale Zahl der Polygone = 1000!"));
+  return free.value(0);
 }
 
 QString Next_Figure_ID() {
@@ -100,14 +104,12 @@ bool Drop_Vertex_Table(const QString& name) {
   return true;
 }
 
-// By one statement: the list of tables is read once, not after each of them.
 void Drop_Vertex_Tables(const QSet<QString>& lowerNames) {
   if (lowerNames.isEmpty()) return;
-  QString sql;
+  QStringList names;
   for (const TableDef& table : dbEntries->TableDefs())
-    if (Has_Vertex_Columns(table) && lowerNames.contains(table.name.toLower()))
-      sql += QStringLiteral("DROP TABLE \"%1\";").arg(QString(table.name).replace(u'"', QLatin1String("\"\"")));
-  if (!sql.isEmpty()) dbEntries->Execute(sql);
+    if (Has_Vertex_Columns(table) && lowerNames.contains(table.name.toLower())) names += table.name;
+  dbEntries->DropTables(names);
 }
 
 void Create_Vertex_Table(const QString& name) {

@@ -2,6 +2,7 @@
 #include <QPoint>
 #include <QSet>
 #include <QString>
+#include <QStringList>
 #include <vector>
 
 // Vertex tables: one small table per line, area and free figure with the columns xf, yf in map pixels.
@@ -10,6 +11,8 @@
 // are free (never that of the row in hand). Shows "Falscher Id-Tabellen-Name" or "maximale Zahl der Polygone = 1000!"
 // and returns "" where it cannot.
 QString New_Poly_Table(const QString& kind);
+// Up to so many free names at once, in the same way; nothing is shown.
+QStringList Free_Poly_Tables(const QString& kind, size_t count);
 // "Figur" + (highest number + 1), first "Figur1". Raises 5000 "Keine Nummer ", with the number below it, if an ID has
 // none.
 QString Next_Figure_ID();

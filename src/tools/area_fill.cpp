@@ -11,7 +11,10 @@ namespace {
 
 constexpr int tileSize = 128, gap = 2, margin = 2 * gap, sampleRadius = 2;
 constexpr size_t tried = 6;  // ends of a side that are looked at
-constexpr double farthestColors = 441.673, mostOff = 0.7;
+constexpr double mostOff = 0.7;
+// Of colours at 100 %: the follower widens each channel by half of its range on the average to either side, and this is
+// the corner of that cube.
+constexpr double farthestColors = 220.836;
 
 // Which pixels are of the patch's colour, gaps closed: worked out tile by tile where the filling comes along.
 class ClosedMask {

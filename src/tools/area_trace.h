@@ -29,11 +29,11 @@ struct TraceResult {
 // up from the click to the edge and steps from ring to ring to the first point of the longest run of such colours.
 TraceResult Digi_Trace_RGB(const TraceRequest& request);
 
-// The filler: all that is joined to the click by colours within the tolerance (of the greatest distance in the RGB
-// cube) of the mean round it, after gaps of up to four pixels were closed (morphological closing with a square, Serra
-// 1982); holes belong to it. The outline runs along pixel sides; of its corners as few are kept as leave the middles of
-// these sides at most 0.7 pixels off it (a cone of directions from vertex to vertex, Williams 1978: the better known
-// halving of lines keeps each step of a slanted edge).
+// The filler: all that is joined to the click by colours within the tolerance (of half the greatest distance in the RGB
+// cube, which is what the follower takes) of the mean round it, after gaps of up to four pixels were closed
+// (morphological closing with a square, Serra 1982); holes belong to it. The outline runs along pixel sides; of its
+// corners as few are kept as leave the middles of these sides at most 0.7 pixels off it (a cone of directions from
+// vertex to vertex, Williams 1978: the better known halving of lines keeps each step of a slanted edge).
 TraceResult Digi_Fill(const TraceRequest& request);
 
 // Parts of the follower that others can look at.

@@ -195,7 +195,7 @@ bool Write_In_One(const std::function<void()>& work) {
   }
   To_Hand();
   if (done) events.TableChanged.Emit();
-  Map_Redraw();
+  Redraw_Changed_Entries();
   events.HandChanged.Emit();
   return done;
 }
@@ -227,7 +227,7 @@ void Shift_Current(int dx, int dy, bool alone) {
 
 bool Shift_Hand(int dx, int dy, bool labelOnly) {
   if ((dx == 0 && dy == 0) || !To_Hand()) {
-    Map_Redraw();
+    Redraw_Changed_Entries();
     events.HandChanged.Emit();
     return false;
   }
@@ -342,7 +342,7 @@ void Begin_Drag(Grip grip, int handle, QPoint window) {
   Cancel_Drag();
   const bool pending = Text_Pending();
   if (grip == Grip::None || !Store_Pending_Text() || !To_Hand()) return;
-  if (pending) Map_Redraw();
+  if (pending) Redraw_Changed_Entries();
   if (Hand_Is_Hidden()) Activate_Entry();
   DragState drag;
   drag.grip = grip;

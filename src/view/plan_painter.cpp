@@ -52,6 +52,7 @@ PlanPainter::PlanPainter(DrawPass& drawPass) : pass(drawPass) {
 
 void PlanPainter::Note(const Recordset& rows, const PaintedRow& row, DrawCounts& counts) {
   const EntryRow entry = Read_Entry(rows);
+  noted = true;
   ++counts.planRows;
   if (row.type.mark == Mark::None) {
     ++counts.planUnmarked;
@@ -105,6 +106,7 @@ void PlanPainter::Draw(const Recordset& rows, const PaintedRow& row) {
 }
 
 void PlanPainter::Finish() {
+  if (!noted) return;  // without a raster nobody looks for its design
   if (Plan_Mode() >= 0) labels.Print(pass.context);
   if (pass.onMap) Add_Regions();
 }

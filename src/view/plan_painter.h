@@ -32,5 +32,6 @@ class PlanPainter {
   DrawPass& pass;
   PlanLabels labels;
   std::vector<Square> squares;  // in the window
+  bool noted = false;           // there is a row of the raster
   std::optional<int> planMode;  // negative: the squares are not drawn
 };

@@ -2,19 +2,19 @@
 #include <QImage>
 
 #include "objects/draw_context.h"
-#include "view/draw_counts.h"
+#include "view/draw_rows.h"
 
 // Repaints the map window: background, every row of MapData in table order, hit regions, counts, overlays. Paints
 // Map.canvas and tells BeforeRedraw, AfterRedraw and MapPainted. Wanted once more while it runs, it is made once more
 // at its end. Nothing happens without an open map.
 void Map_Redraw();
+// The same after some rows of MapData were written and nothing else has changed since the last redraw: in a large table
+// only what they touched and touch is painted.
+void Redraw_Changed_Entries();
 // A redraw is under way: what is changed now comes with it.
 bool Redraw_Running();
 void Delete_Regions();  // nothing can be hit until the next redraw
 
-// The one drawing path: every row of rsEntries onto a surface by a transform. Fills the hit list of the context if it
-// has one. An entry that cannot be drawn is asked for: deleted, or left out.
-DrawCounts Draw_Entries(DrawContext& context);
 // The scan as far as it lies in the context's window.
 void Draw_Background(DrawContext& context);
 // The coordinate net, if the map has one that is shown. It lies above the entries.

@@ -9,6 +9,8 @@
 
 namespace {
 
+constexpr size_t channels = 4;  // of a colour in memory: blue, green, red, nothing
+
 // The source pixels one target pixel covers along one axis: the first, how many, and their weights (sum 256).
 struct Span {
   int first = 0;
@@ -70,17 +72,23 @@ QImage Halved(const QImage& source) {
   SourceLines upper(source), lower(source);
   for (int y = 0; y < target.height(); ++y) {
     const QRgb* a = upper.Line(2 * y);
-    const QRgb* b = lower.Line(std::min(2 * y + 1, source.height() - 1));
+    const QRgb* b = lower.Line(2 * y + 1);
     QRgb* out = reinterpret_cast<QRgb*>(target.scanLine(y));
     for (int x = 0; x < target.width(); ++x) {
-      const int right = std::min(2 * x + 1, source.width() - 1);
-      const uint32_t p = a[2 * x], q = a[right], r = b[2 * x], s = b[right];
+      const uint32_t p = a[2 * x], q = a[2 * x + 1], r = b[2 * x], s = b[2 * x + 1];
       const uint32_t redBlue = (p & 0xff00ff) + (q & 0xff00ff) + (r & 0xff00ff) + (s & 0xff00ff);
       const uint32_t green = ((p >> 8) & 0xff) + ((q >> 8) & 0xff) + ((r >> 8) & 0xff) + ((s >> 8) & 0xff);
       out[x] = 0xff000000U | (((redBlue + 0x20002) >> 2) & 0xff00ff) | (((green + 2) >> 2) << 8);
     }
   }
   return target;
+}
+
+void Add_Line(std::vector<uint16_t>& sums, const QRgb* line, uint32_t weight) {
+  const auto* bytes = reinterpret_cast<const uchar*>(line);
+  uint16_t* sum = sums.data();
+  const size_t count = sums.size();
+  for (size_t i = 0; i < count; ++i) sum[i] = static_cast<uint16_t>(sum[i] + weight * bytes[i]);
 }
 
 }  // namespace
@@ -95,33 +103,25 @@ QImage Reduced_Picture(const QImage& source, double factor) {
   const auto across = Spans(known.width(), target.width(), factor);
   const auto down = Spans(known.height(), target.height(), factor);
   SourceLines lines(known);
-  std::vector<uint32_t> sums(static_cast<size_t>(target.width()) * 3);
+  // Down first, all channels of a line at once; the weights add up to 256, so that 16 bits hold the sums.
+  std::vector<uint16_t> sums(static_cast<size_t>(known.width()) * channels);
   for (int y = 0; y < target.height(); ++y) {
-    std::fill(sums.begin(), sums.end(), 0U);
+    std::fill(sums.begin(), sums.end(), uint16_t{0});
     const Span& rows = down[static_cast<size_t>(y)];
-    for (size_t k = 0; k < rows.weights.size(); ++k) {
-      if (rows.weights[k] == 0) continue;
-      const QRgb* in = lines.Line(rows.first + static_cast<int>(k));
-      uint32_t* sum = sums.data();
-      for (const Span& span : across) {
-        uint32_t red = 0, green = 0, blue = 0;
-        const QRgb* pixel = in + span.first;
-        for (const uint32_t weight : span.weights) {
-          red += weight * static_cast<uint32_t>(qRed(*pixel));
-          green += weight * static_cast<uint32_t>(qGreen(*pixel));
-          blue += weight * static_cast<uint32_t>(qBlue(*pixel));
-          ++pixel;
-        }
-        *sum++ += red * rows.weights[k];
-        *sum++ += green * rows.weights[k];
-        *sum++ += blue * rows.weights[k];
-      }
-    }
+    for (size_t k = 0; k < rows.weights.size(); ++k)
+      if (rows.weights[k] != 0) Add_Line(sums, lines.Line(rows.first + static_cast<int>(k)), rows.weights[k]);
     QRgb* out = reinterpret_cast<QRgb*>(target.scanLine(y));
-    const uint32_t* sum = sums.data();
-    for (int x = 0; x < target.width(); ++x, sum += 3)
-      out[x] = qRgb(static_cast<int>((sum[0] + 0x8000) >> 16), static_cast<int>((sum[1] + 0x8000) >> 16),
-                    static_cast<int>((sum[2] + 0x8000) >> 16));
+    for (const Span& span : across) {
+      uint32_t red = 0, green = 0, blue = 0;
+      const uint16_t* pixel = sums.data() + static_cast<size_t>(span.first) * channels;
+      for (const uint32_t weight : span.weights) {
+        blue += weight * pixel[0];
+        green += weight * pixel[1];
+        red += weight * pixel[2];
+        pixel += channels;
+      }
+      *out++ = 0xff000000U | ((red + 0x8000) & 0xff0000) | (((green + 0x8000) >> 8) & 0xff00) | ((blue + 0x8000) >> 16);
+    }
   }
   return target;
 }

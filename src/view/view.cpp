@@ -294,6 +294,12 @@ void Set_Zoom_By_Menu(const QString& menuName) {
 
 void Zoom_Map() { Apply_Zoom(Map.Zoom == 0.0F ? 1.0F : Map.Zoom, View_Centre()); }
 
+// Around a place far outside: the centre of the window would move down by what the table takes from it meanwhile.
+void Zoom_Map_From_Corner() {
+  constexpr double outside = -1e6;
+  Apply_Zoom(Map.Zoom == 0.0F ? 1.0F : Map.Zoom, {outside, outside});
+}
+
 void Zoom_At(double factor, int windowX, int windowY) {
   if (!frmMDI.MapOpen) return;
   const float wanted = std::clamp(static_cast<float>(factor), zoomMin, zoomMax);

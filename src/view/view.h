@@ -12,6 +12,7 @@ void Set_Zoom(double factor);
 void Clear_Zoom_Checks();                               // no zoom menu is checked
 void Set_Zoom_By_Menu(const QString& menuName);         // "mnuZoom200", ..., "mnuZoomBreite", "mnuZoomHoehe"
 void Zoom_Map();                                        // the current zoom once more: clip, layout, redraw
+void Zoom_Map_From_Corner();                            // the same, scrolled to the map's upper left corner
 void Zoom_At(double factor, int windowX, int windowY);  // keeps the map position under the pointer
 void ReduceMap();          // makes the clip of the zoom; errors are told as "Karte zoomen: Reduce_Map"
 void FensterSize();        // wanted size of a window: the clip, as far as there is room

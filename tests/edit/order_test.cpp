@@ -49,6 +49,26 @@ TEST_F(Order, OthersKeepTheirOrder) {
   EXPECT_EQ(Texts().join(QString()), QString("bcedneu"));
 }
 
+// To the very back again and again: the keys go below 0, and no other row is written.
+TEST_F(Order, RowsGoBehindAllOthersForNothing) {
+  Go_To("c");
+  const QString stays = rsEntries->Bookmark();
+  QString wanted = u"abcde"_s;
+  for (const char* text : {"e", "d", "e", "a", "b", "e", "d"}) {
+    const QString letter = QString::fromLatin1(text);
+    wanted = letter + wanted.remove(letter);
+    EXPECT_EQ(Order_Of(letter, -10), wanted);
+  }
+  EXPECT_TRUE(rsEntries->HasRow(stays));
+  rsEntries->MoveTo(1);
+  EXPECT_LT(rsEntries->Key(), 0);
+  EXPECT_EQ(Order_Of("d", 1), u"edbac"_s);
+  EXPECT_EQ(Order_Of("b", -1), u"ebdac"_s);
+  Undo_Last();
+  rsEntries->MoveFirst();
+  EXPECT_TRUE(rsEntries->Text(column::ID).startsWith('!'));
+}
+
 TEST_F(Order, TheEndsAreToldAndNothingChanges) {
   Menu("mnuReset").Enabled = false;
   const QStringList before = Whole_Table();

@@ -135,9 +135,9 @@ TEST_F(TableEditTest, TheFirstChangeWarnsOnceASession) {
 TEST_F(TableEditTest, ChangingACellLeavesTheCurrentRow) {
   const qint64 first = Add_Row(Text("Amsel")), second = Add_Row(Text("Fink"));
   int redraws = 0;
-  const int number = events.RedrawWanted.Connect([&redraws] { ++redraws; });
+  const int number = events.ChangedEntriesWanted.Connect([&redraws] { ++redraws; });
   EXPECT_EQ(Edit_Cell(first, column::Xmap, "77"), CellEdit::Written);
-  events.RedrawWanted.Disconnect(number);
+  events.ChangedEntriesWanted.Disconnect(number);
   EXPECT_EQ(rsEntries->Key(), second);
   EXPECT_EQ(redraws, 1);
 }

@@ -143,8 +143,8 @@ TEST_F(SheetExchangeTest, WhatCannotBeStoredIsRefused) {
   EXPECT_EQ(refused(2, 3, QString(80, u'x')),
             "Eintrag: Der Text ist zu lang: 80 Zeichen. Die Spalte 'Eintrag' kann höchstens 79 Zeichen aufnehmen.");
   EXPECT_EQ(refused(2, 15, QString(21, u'x')).section(u':', 0, 1), "Status: Der Text ist zu lang");
-  EXPECT_EQ(refused(2, 9, QString("rechts")), "Xmap: Falscher Datentyp in der Tabelle.");
-  EXPECT_EQ(refused(2, 9, 1.5), "Xmap: Falscher Datentyp in der Tabelle.");
+  EXPECT_EQ(refused(2, 9, QString("rechts")), "Xmap: In der Zelle steht keine Zahl.");
+  EXPECT_EQ(refused(2, 9, 1.5), "Xmap: Die Spalte kann nur ganze Zahlen aufnehmen.");
   EXPECT_EQ(refused(2, 9, 32768.0), "Xmap: Die Spalte 'Xmap' kann nur ganze Zahlen von -32768 bis 32767 aufnehmen.");
   EXPECT_EQ(refused(2, 9, QString()), "Xmap: Die Zelle ist leer.");
   EXPECT_EQ(refused(2, 6, 16.0), "VG: Die Farbe kann nur Werte zwischen 0-15 annehmen.");
@@ -175,6 +175,17 @@ TEST_F(SheetExchangeTest, FormulasWithoutAResultAreRefused) {
   Replace_File(Path("Formel.xlsx"), package.Bytes());
   const SheetComparison found = Compare(Open_Workbook_To_Read(Path("Formel.xlsx"))->Read("MapData"));
   EXPECT_EQ(Told(found), QStringList("Zeile 2 Status: Die Formel hat kein"));
+}
+
+// A sheet that a user has bound together as a whole is not emptied row by row, and takes no time.
+TEST_F(SheetExchangeTest, MergedCellsOfManyRowsAreRefused) {
+  for (int i = 0; i < 3; ++i) Add(Text("Uhu"));
+  Sheet sheet = Round_Trip();
+  sheet.Put(Sheet::maxRow, 1, QString("Ende"));
+  sheet.Merge({2, 3, Sheet::maxRow, Sheet::maxColumn});
+  const SheetComparison found = Compare(sheet, ownNumber, {"Eintrag"});
+  EXPECT_EQ(Told(found), QStringList({"Zeile 3 Eintrag: Die Zelle ist mit", "Zeile 4 Eintrag: Die Zelle ist mit",
+                                      u"neu %1 "_s.arg(Sheet::maxRow)}));
 }
 
 TEST_F(SheetExchangeTest, TitlesMayBeElsewhereAndTheKeyMustBeThere) {

@@ -184,6 +184,7 @@ TEST_F(BatchTest, FaultsHaveAStatusAndGermanWords) {
       {{u"tabelle-ein"_s, map, map, u"--nur-zeigen"_s}, 1, u"keine Arbeitsmappe"_s},
       {{u"tabelle"_s, map}, 2, u"genau eine Karte und eine Tabelle"_s},
       {{u"tabelle"_s, map, xls, u"--filter"_s, u"Eintrag"_s}, 2, u"Spalte= Wert"_s},
+      {{u"gps"_s, map}, 2, u"genau eine Karte und eine Datei"_s},
       {{u"flaeche"_s, map, u"10"_s}, 2, u"eine Stelle"_s},
       {{u"flaeche"_s, map, u"10"_s, u"oben"_s}, 2, u"ganze Zahlen"_s},
       {{u"flaeche"_s, map, u"10"_s, u"10"_s, u"--toleranz"_s, u"101"_s}, 2, u"zwischen 0 und 100"_s},
@@ -279,6 +280,40 @@ TEST_F(BatchTest, ListsEntriesWithTheirCoordinates) {
                                 u"Ende"_s}));
 }
 
+// Waypoints and a track in degrees onto a map with a net in metres.
+TEST_F(BatchTest, TakesGpsFilesOntoTheMap) {
+  New_Table_File()->Close();
+  const QString file = Path(u"Gang.gpx"_s);
+  // 654 000 / 5 511 000 and 654 050 / 5 511 050 in degrees, by cs2cs.
+  Write_Lines(file, {u"<gpx><wpt lat='49.7317680' lon='11.1370401'><name>Igel</name></wpt>"_s,
+                     u"<wpt lat='49.8' lon='11'><name>fern</name></wpt><wpt lat='95' lon='11'/>"_s,
+                     u"<trk><name>Weg</name><trkseg><trkpt lat='49.7317680' lon='11.1370401'/>"_s,
+                     u"<trkpt lat='49.7322046' lon='11.1377532'/></trkseg></trk></gpx>"_s});
+  const QStringList words{u"gps"_s, map, file};
+  EXPECT_TRUE(Batch(words).err.contains(u"Die Karte hat kein Koordinatennetz"));
+  const Outcome missing = Batch({u"gps"_s, map, home + u"/fehlt.gpx"_s});
+  EXPECT_EQ(missing.status, 1);
+  EXPECT_TRUE(missing.err.contains(u"Datei nicht gefunden")) << missing.err;
+  Write_Lines(home + u"/Karte.cal"_s,
+              {u"ID = Kalibrix"_s, u"Grid UTM Zone: 32U D: WGS-84 R: 654000 H: 5511000"_s, u"Gwidth = 100"_s,
+               u"Inclin = 0.0000001"_s, u"Xmap = 100"_s, u"Ymap = 200"_s, u"Xline = 100"_s, u"Yline = 100"_s});
+  const Outcome first = Batch(words);
+  EXPECT_EQ(first.status, 0) << first.err;
+  EXPECT_EQ(first.out.split(u'\n').mid(0, 7).join(u'|'),
+            u"umgerechnet: WGS-84 -> UTM 32 WGS-84|Wegpunkte gelesen: 2|Wegpunkte importiert: 1|außerhalb der Karte: 1|"
+            "schon vorhanden: 0|abgelehnt: 0|Trackpunkte gelesen: 2"_s);
+  EXPECT_THAT(Read_Lines(home + u"/Karte_Import.txt"_s),
+              testing::ElementsAre(u"Zeile 2: Breite 95 gibt es nicht"_s, u"Zeile 2: fern: zu weit oben im Norden"_s));
+  const auto rows = [this] { return Rows_Of(*Workspace::OpenDatabase(home + u"/KARTE.MDB"_s)); };
+  ASSERT_EQ(rows().size(), 3U);
+  EXPECT_EQ(QPoint(rows()[1].Xmap, rows()[1].Ymap), QPoint(100, 200));
+  EXPECT_EQ(rows()[2].ID, u"Linie0"_s);
+  EXPECT_TRUE(Batch(words).out.contains(u"schon vorhanden: 2"_s)) << "both points of the track";
+  EXPECT_EQ(rows().size(), 3U);
+  EXPECT_EQ(Batch(words + QStringList{u"--auch-vorhandene"_s}).status, 0);
+  EXPECT_EQ(rows().size(), 5U);
+}
+
 // Only what is to change the table does.
 TEST_F(BatchTest, FindsAreasAndCarriesEntriesToAnotherMap) {
   New_Table_File()->Close();
@@ -336,6 +371,25 @@ TEST_F(BatchTest, CarriesTheTableToASheetAndBack) {
   EXPECT_EQ(Rows_Of(*Workspace::OpenDatabase(home + u"/KARTE.MDB"_s)).back(), moved);
 }
 
+TEST_F(BatchTest, TakesObjectsOfAnOverlay) {
+  const QString file = Path(u"a.ovl"_s);
+  Replace_File(file, "[Symbol 1]\nTyp=2\nText=hier\nXKoord=11.05\nYKoord=49.75\n[Symbol 2]\nTyp=2\nText=fern\n"
+                     "XKoord=12\nYKoord=49.75\n[Symbol 3]\nTyp=7\n");
+  EXPECT_EQ(Batch({u"overlay"_s, map, file}).status, 1) << "a map without a net";
+  Write_Lines(home + u"/Karte.cal"_s,
+              {u"Grid GK Zone: 4 D: Potsdam R: 4431643 H: 5513031"_s, u"Gwidth = 1000"_s, u"Inclin = 0.0000001"_s,
+               u"Xmap = 100"_s, u"Ymap = 200"_s, u"Xline = 100"_s, u"Yline = 100"_s});
+  const Outcome outcome = Batch({u"overlay"_s, map, file});
+  EXPECT_EQ(outcome.status, 0) << outcome.err;
+  EXPECT_EQ(outcome.out, u"1 Einträge wurden importiert\n1 Objekte liegen außerhalb der Karte.\n"
+                         "1 Bilder und Dreiecke wurden übergangen.\n"_s);
+  EXPECT_TRUE(Read_Lines(home + u"/Karte_Import.txt"_s).contains(u"Zeile 6: fern: zu weit rechts im Osten"_s));
+  const EntryRow row = Rows_Of(*Workspace::OpenDatabase(home + u"/KARTE.MDB"_s)).back();
+  EXPECT_EQ(QPoint(row.Xmap, row.Ymap), QPoint(100, 200)) << "converted from WGS-84";
+  EXPECT_TRUE(Batch({u"overlay"_s, map, file}).out.contains(u"1 Objekte waren schon vorhanden."_s));
+  EXPECT_EQ(Batch({u"overlay"_s, map, map}).status, 1);
+}
+
 TEST_F(BatchTest, TakesEntriesOfAnotherTable) {
   New_Table_File()->Close();
   const QString file = Path(u"Quelle.MDB"_s);
@@ -351,7 +405,7 @@ TEST_F(BatchTest, TakesEntriesOfAnotherTable) {
   EXPECT_EQ(first.status, 0) << first.err;
   EXPECT_TRUE(first.out.contains(u"2 Einträge wurden importiert."_s)) << first.out;
   EXPECT_TRUE(first.out.contains(u"1 Einträge wurden abgelehnt"_s)) << first.out;
-  EXPECT_TRUE(Read_Lines(home + u"/KARTE_Import.txt"_s).join(u' ').contains(u"Zeile 4: Biberbach"_s));
+  EXPECT_TRUE(Read_Lines(home + u"/Karte_Import.txt"_s).join(u' ').contains(u"Zeile 4: Biberbach"_s));
   EXPECT_TRUE(Batch(words).out.contains(u"2 Einträge waren schon vorhanden."_s));
   EXPECT_TRUE(Batch(words + QStringList{u"--ohne"_s}).out.contains(u"1 Einträge wurden importiert."_s));
   EXPECT_TRUE(Batch(words + QStringList{u"--auch-vorhandene"_s}).out.contains(u"2 Einträge wurden importiert."_s));

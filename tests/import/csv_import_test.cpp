@@ -258,6 +258,13 @@ TEST_F(CsvTest, KindsThatDoNotFitAreAsked) {
   messages.Expect(question, MsgAnswer::Yes).Expect(QStringLiteral("unten im Süden"), MsgAnswer::Yes);
   EXPECT_EQ(Csv_Import(degrees, {1, 1}).refused.size(), 1U);
   EXPECT_FALSE(Menu(QStringLiteral("mnuReset")).Enabled) << "nothing to take back";
+  // Or they are transformed: 11.0251 E 49.7426 N is 645 901 / 5 511 981, by cs2cs.
+  const CsvTable near = Analyse(Csv("#Eintrag;#X;#Y;#GEO\r\na;11,0251;49,7426\r\nfern;12;49,7426\r\n"));
+  messages.Expect(QStringLiteral("(WGS-84 -> UTM 32 WGS-84)"), MsgAnswer::Other)
+      .Expect(QStringLiteral("fern Länge 12 liegt zu weit rechts im Osten"), MsgAnswer::No);
+  EXPECT_EQ(Csv_Import(near, {1, 1}).imported, 1);
+  const QPoint at = Csv_Place_Of(Analyse(Csv(head + "a;645901;5511981")), Coord, {{}, u"645901", u"5511981"}).at;
+  EXPECT_EQ(Rows(), QStringList(u"a %1,%2"_s.arg(at.x()).arg(at.y())));
 }
 
 TEST_F(CsvTest, LongTextsAreCutWithTheWholeInTheReport) {

@@ -1,3 +1,4 @@
+#include "maps/map_choose.h"
 #include "maps/map_open.h"
 
 #include <sys/stat.h>

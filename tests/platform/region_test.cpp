@@ -1,5 +1,7 @@
 #include "platform/region.h"
 
+#include <map>
+
 namespace {
 
 TEST(Shapes, EdgesBelongToTheLeftAndTopOnly) {
@@ -53,6 +55,42 @@ TEST(RegionSet, IndexAnswersAsAPlainWalkWould) {
     ASSERT_EQ(set.AnyAt(point), below <= set.Count());
   }
   EXPECT_GT(hits, 500);
+}
+
+// Rows that are exchanged one key at a time, between questions, answer as a list made anew.
+TEST(RegionSet, ExchangedRowsAnswerAsAFreshList) {
+  std::mt19937 random(99);
+  std::uniform_real_distribution<double> place(-500, 500), size(1, 60);
+  std::map<qint64, std::vector<EntryRegion>> rows;
+  const auto any = [&](qint64 key) {
+    std::vector<EntryRegion> regions;
+    for (int i = static_cast<int>(random() % 3); i > 0; --i) {
+      const double far = random() % 9 == 0 ? 4 : 1;
+      const QRectF box(place(random) * far, place(random) * far, size(random), size(random));
+      regions.push_back({box, key, i, box});
+    }
+    return regions;
+  };
+  RegionSet set;
+  for (qint64 key = 0; key < 300; ++key)
+    for (const EntryRegion& region : rows[key] = any(key)) set.Add(region.shape, key, region.kind);
+  for (int step = 0; step < 400; ++step) {
+    const qint64 key = static_cast<qint64>(random() % 330) - 10;
+    set.Narrow(key, QRectF());
+    rows[key] = any(key);
+    set.Exchange(key, rows[key]);
+    RegionSet fresh;
+    for (const auto& [each, regions] : rows)
+      for (const EntryRegion& region : regions) fresh.Add(region.shape, each, region.kind);
+    for (int i = 0; i < 40; ++i) {
+      const QPointF at(place(random), place(random));
+      int mended = set.TopAt(at), other = fresh.TopAt(at);
+      for (; mended > 0 && other > 0; mended = set.NextBelow(at, mended), other = fresh.NextBelow(at, other))
+        ASSERT_EQ(std::pair(set.Row(mended).key, set.Row(mended).kind),
+                  std::pair(fresh.Row(other).key, fresh.Row(other).kind));
+      ASSERT_EQ(mended, other);
+    }
+  }
 }
 
 TEST(RegionSet, LaterRowsAreFoundClearedOnesAndThoseWithoutPlaceAreNot) {

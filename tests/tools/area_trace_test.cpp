@@ -121,6 +121,21 @@ TEST(AreaFill, RunsAlongThePixelSides) {
   EXPECT_EQ(Area_Of(Digi_Fill({all, {0, 199}, 10, {}}).outline), 60000) << "it fills the whole map";
 }
 
+// The slider means the same for both ways: a wood on paper is found by either at 25 %, and by none at 90 %.
+TEST(AreaFill, TheToleranceIsThatOfTheFollower) {
+  QImage picture(300, 200, QImage::Format_RGB32);
+  picture.fill(qRgb(249, 245, 235));
+  QPainter painter(&picture);
+  painter.fillRect(60, 50, 120, 80, QColor(197, 223, 165));
+  painter.end();
+  for (const int tolerance : {5, 15, 25}) {
+    EXPECT_NEAR(Area_Of(Digi_Fill({picture, {120, 90}, tolerance, {}}).outline), 9600, 1) << tolerance;
+    EXPECT_NEAR(Area_Of(Digi_Trace_RGB({picture, {120, 90}, tolerance, {}}).outline), 9600, 500) << tolerance;
+  }
+  EXPECT_EQ(Area_Of(Digi_Fill({picture, {120, 90}, 90, {}}).outline), 60000);
+  EXPECT_FALSE(Digi_Trace_RGB({picture, {120, 90}, 90, {}}).Found());
+}
+
 // Whatever the shape: the pixel sides of its edge lie within 0.7 pixels of the outline, and straight edges are few.
 TEST(AreaFill, StaysWithinSevenTenthsOfAPixel) {
   const std::vector<QPolygonF> shapes = {

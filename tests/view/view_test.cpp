@@ -1,7 +1,10 @@
 #include "view/view.h"
 
+#include <random>
+
 #include "maps/map_close.h"
 #include "maps/map_open.h"
+#include "platform/for_now.h"
 #include "platform/surface.h"
 #include "state/events.h"
 #include "state/table_state.h"
@@ -127,6 +130,26 @@ TEST_F(View, ZeroZoomIsRepairedAndLimitsHold) {
   EXPECT_EQ(Map.Zoom, 0.125F);
 }
 
+// The table takes its room while the map is being laid out; the map begins at its upper edge all the same.
+TEST_F(View, FreshMapStandsAtItsCorner) {
+  Close_Map();
+  int told = 0;
+  bool inside = false;
+  const int listener = events.StateChanged.Connect([&] {
+    if (!frmMDI.MapOpen || inside) return;
+    const ForNow once(inside, true);
+    Map.ScaleWidth = 700 - (told > 1 ? 20 : 0);
+    Map.ScaleHeight = 560 - (told > 1 ? 120 : 0);
+    ++told;
+    Map_Resized();
+  });
+  ASSERT_TRUE(Open_Map(Make_Map(u"Zweite.bmp"_s, 3000, 2000)));
+  EXPECT_GT(told, 2);
+  EXPECT_EQ(QPoint(Map.ViewLeft, Map.ViewTop), QPoint(0, 0));
+  EXPECT_EQ(Map.VScroller.Value, 0);
+  events.StateChanged.Disconnect(listener);
+}
+
 TEST_F(View, WindowInNormalStateTakesTheSizeOfTheScan) {
   frmMDI.TblVisible = false;
   Set_Window_Layout();
@@ -156,6 +179,34 @@ TEST(Reduce, AveragesAndKeepsPlainAreas) {
     EXPECT_NEAR(qRed(Reduced_Picture(source, 2).pixel(20, 10)), 128, 2);
     EXPECT_NEAR(qRed(Reduced_Picture(source, 4).pixel(10, 5)), 191, 2);
     EXPECT_EQ(Reduced_Picture(source, 4).pixel(11, 5), qRgb(255, 255, 255));
+  }
+}
+
+// Each pixel is the mean of what it covers, channel by channel.
+TEST(Reduce, EachChannelIsTheMeanOfWhatItCovers) {
+  QImage picture = Make_Canvas(61, 47);
+  std::mt19937 random(3);
+  for (int y = 0; y < 47; ++y)
+    for (int x = 0; x < 61; ++x) picture.setPixel(x, y, static_cast<QRgb>(random()) | 0xff000000U);
+  for (const double factor : {1.25, 2.0, 2.5, 3.7}) {
+    const QImage small = Reduced_Picture(picture, factor);
+    for (int y = 0; y < small.height(); ++y)
+      for (int x = 0; x < small.width(); ++x) {
+        std::array<double, 3> mean{};
+        for (int v = 0; v < 47; ++v)
+          for (int u = 0; u < 61; ++u) {
+            const auto part = [factor](int at, int pixel) {
+              return std::max(0.0, std::min((at + 1) * factor, pixel + 1.0) - std::max(at * factor, 1.0 * pixel));
+            };
+            const double share = part(x, u) * part(y, v) / (factor * factor);
+            const QRgb color = picture.pixel(u, v);
+            mean[0] += share * qRed(color), mean[1] += share * qGreen(color), mean[2] += share * qBlue(color);
+          }
+        const QRgb is = small.pixel(x, y);
+        ASSERT_NEAR(qRed(is), mean[0], 3) << factor;
+        ASSERT_NEAR(qGreen(is), mean[1], 3) << factor;
+        ASSERT_NEAR(qBlue(is), mean[2], 3) << factor;
+      }
   }
 }
 

@@ -5,6 +5,7 @@
 #include <QMdiSubWindow>
 
 #include "edit/table_edit.h"
+#include "maps/map_choose.h"
 #include "maps/menu_state.h"
 #include "plansquares/raster_rows.h"
 #include "platform/text.h"

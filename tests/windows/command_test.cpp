@@ -1,6 +1,8 @@
 #include "edit/table_edit.h"
 #include "edit/visibility.h"
 #include "maps/map_coordinates.h"
+#include "maps/step_walk.h"
+#include "store/history.h"
 #include "windows/command_fixture.h"
 #include "windows/maps/frmNotePad.h"
 
@@ -14,8 +16,9 @@ class Commands : public CommandTest {
     if (key == "mnuObjVisNein") Hide_Current();
     if (key == "mnuObjActivNein") Deactivate_Current();
     if (key == "mnuSpaltShow") Tbl.HiddenColumns << "Finder";
-    if (key == "mnuReset" || key == "mnuTableRe")
+    if (key == "mnuReset" || key == "mnuTableRe" || key.startsWith("mnuStep"))
       Append_Entry({"Text", "Neu", "Arial", 10, 0, 14, -1, 10, 10, 0, 0, 0});
+    if (key == "mnuStepForward") Step_Back();
     if (key == "mnuSpaceDel") Append_Entry({"Text", " Roter Milan", "Arial", 10, 0, 14, -1, 10, 10, 0, 0, 0});
     if (key == "mnuWEinpass" || key == "MapButton") Table_On_Off("Off");
     if (key == "mnuTextSave")
@@ -72,6 +75,10 @@ const Expected expected[] = {
     {"mnuHelpSettings", "", "HelpWindow 'Hilfe' Einstellungen.htm"},
     {"mnuTipps", "", "FrmTipps 'Tipps & Tricks'"},
     {"mnuInfo", "", "FrmInfo 'Info'"},
+    {"mnuStepBack", "", "-Neu; Status=Rückgängig: Text eingefügt (Neu)"},
+    {"mnuStepForward", "", "+Neu; Status=Wiederherstellen: Text eingefügt (Neu)"},
+    {"mnuVerlauf", "", "FrmVerlauf 'Verlauf'"},
+    {"mnuStaende", "", "FrmStaende 'Frühere Stände'"},
     {"mnuReset", "",
      "Frage 'Karteneinträge sichern|Karteneinträge wieder hergestellt.'; Tabelle geladen; -Neu; Rückgängig="},
     {"mnuTableNeu", "",
@@ -83,13 +90,17 @@ const Expected expected[] = {
     {"mnuTableRe", "", "Frage 'Karteneinträge sichern|Karteneinträge wieder hergestellt.'; Tabelle geladen; -Neu"},
     {"mnuOverlay", "", "Tabelle geladen; Rückgängig=Rückgängig: Einträge laden"},
     {"mnuImportCSV", "", "FrmCSVImport 'CSV-Tabelle Import:'"},
+    {"mnuImportGPS", "", "FrmGPS 'Karteneinträge importieren'"},
     {"mnuImportXL", "", "Frage 'Import|Bitte speichern Sie die Tabelle,'"},
+    {"mnuOVL_Import", "", "Datei 'OVL-Datei importieren'"},
     {"mnuImportMDB", "", "FrmImport 'Einträge aus anderer Datenbank zu den aktuellen Einträgen hinzufügen.'"},
     {"mnuImporttkr", "", "Datei 'Name der Importdatei:'"},
     {"mnuImporttkrAll", "", "Datei 'Name der Importdatei, alle Objekte:'"},
     {"mnuExportCSV", "", "Frage 'Export der Karteneinträge in eine CSV-Datei'"},
     {"mnuExportCSVTable", "", "FrmCSVExport 'CSV-Tabelle exportieren'"},
     {"mnuExporttkr", "", "Datei 'Name der Exportdatei:'"},
+    {"mnuExportxls", "", "Frage 'Fehler - Export der Einträge nach EXCEL|*"},
+    {"mnuExChangeXL", "", "Frage 'Fehler - Export der Einträge nach EXCEL|*"},
     {"mnuDBGridOn", "", "Karte maximiert=an; Tabelle=aus; vorn=Map"},
     {"mnuSpaltAppend", "", "FrmSpalteApp 'Spalte hinzufügen'"},
     {"mnuSpaltDelete", "", "FrmSpalteDel 'Spalte in der Tabelle löschen'"},
@@ -259,14 +270,24 @@ TEST_F(Commands, EachDoesWhatItSays) {
     Prepare(key);
     events.StateChanged.Emit();
     const auto before = Rows();
+    const int steps = Step_Position();
     const int line = command->kind != CommandKind::List ? 0 : command->key == "mnuMapFile" ? 2 : 1;
     QAction* action = window->Action(key, line);
     const QString done = Effect_Of([&] { action ? action->trigger() : (void)Run_Command(key); });
     const QString wanted = QString::fromUtf8(effect);
     EXPECT_TRUE(QRegularExpression(QRegularExpression::wildcardToRegularExpression(wanted)).match(done).hasMatch())
         << key << ":\n  " << done.toStdString() << "\n  " << wanted.toStdString();
-    EXPECT_TRUE(!command->step.isEmpty() || !frmMDI.MapOpen || MapFile != map || Rows() == before)
+    EXPECT_TRUE(!command->step.isEmpty() || !frmMDI.MapOpen || MapFile != map || Rows() == before ||
+                QString(key).startsWith("mnuStep"))
         << key << " changes the table without a name for its step";
+    if (frmMDI.MapOpen && MapFile == map && !QString(key).startsWith("mnuStep") && Rows() != before) {
+      const auto after = Rows();
+      EXPECT_EQ(Step_Position(), steps + 1) << key;
+      Run_Command("mnuStepBack");
+      EXPECT_EQ(Rows(), before) << key << " is not taken back: " << Step_Forward_Text();
+      Run_Command("mnuStepForward");
+      EXPECT_EQ(Rows(), after) << key << " is not brought again";
+    }
     // Exchanged wires are seen only where no two effects are the same.
     if (alike.contains(key)) continue;
     EXPECT_FALSE(told.contains(done)) << key << " does the same as " << told[done];

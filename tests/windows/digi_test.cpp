@@ -1,6 +1,8 @@
 #include <QPainter>
 #include <QSlider>
 
+#include "maps/map_close.h"
+#include "platform/message_box.h"
 #include "store/vertex_table.h"
 #include "windows/canvas/frmDigi.h"
 #include "windows/window_fixture.h"
@@ -56,6 +58,28 @@ TEST_F(DigiTest, AClickASliderAnArea) {
   EXPECT_TRUE(Child<QAbstractButton>("optFuellen")->isChecked());
   Key_On(Canvas(), Qt::Key_Escape);
   EXPECT_FALSE(Is_Open<FrmDigi>());
+}
+
+// A fault is told while the click is still being worked on: the window, or the map, may go meanwhile.
+TEST_F(DigiTest, ItMayGoWhileAFaultIsTold) {
+  for (const bool mapToo : {false, true}) {
+    int boxes = 0;
+    const MsgHandler former = Set_Message_Handler([&](const MsgRequest&) {
+      if (++boxes > 1) return MsgAnswer::Ok;
+      if (mapToo)
+        Close_Map();
+      else
+        Child<QPushButton>("btnEnd")->click();
+      Settle();
+      return MsgAnswer::Ok;
+    });
+    Click(300, 200);
+    Set_Message_Handler(former);
+    EXPECT_EQ(boxes, 1);
+    EXPECT_FALSE(Is_Open<FrmDigi>());
+    EXPECT_EQ(Map.Tool, QString());
+    if (!mapToo) Choose(u"mnuInsDigi"_s);
+  }
 }
 
 }  // namespace

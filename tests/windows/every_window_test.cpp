@@ -4,10 +4,15 @@
 #include <QTabBar>
 
 #include "maps/map_coordinates.h"
+#include "maps/sheet_bridge.h"
 #include "state/dialog_hooks.h"
+#include "windows/bridge/frmTabAustausch.h"
+#include "windows/bridge/frmTabExport.h"
 #include "windows/calibration/frmKalibrix.h"
 #include "windows/canvas/frmFigurDraw.h"
 #include "windows/command_fixture.h"
+#include "windows/import/frmGPSGeraet.h"
+#include "windows/import/frmWpImport.h"
 #include "windows/maps/frmNotePad.h"
 #include "windows/objects/frmTblSymb.h"
 #include "windows/printing/frmPRN.h"
@@ -157,7 +162,16 @@ class EveryWindow : public CommandTest, public testing::WithParamInterface<doubl
     FrmPRN progress(window.get());
     FrmKalibrix calibration(window.get());
     calibration.Open_Map(map);
-    for (QDialog* dialog : std::initializer_list<QDialog*>{&characters, &progress, &calibration}) {
+    FrmTabExport toSheet(map, window.get());
+    Export_Rows_Of_Map(map);
+    dbEntries->Copy_To(Exchange_File());
+    SheetExchange exchange(Exchange_File());
+    FrmTabAustausch fromSheet(exchange, window.get());
+    fromSheet.Take_Workbook(exchange.Proposed_Workbook());
+    FrmWpImport waypoints(window.get());
+    FrmGPSGeraet device(window.get());
+    for (QDialog* dialog : std::initializer_list<QDialog*>{&characters, &progress, &calibration, &toSheet, &fromSheet,
+                                                           &waypoints, &device}) {
       dialog->show();
       Close_Windows();
     }

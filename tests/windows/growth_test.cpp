@@ -3,6 +3,7 @@
 
 #include "edit/marks.h"
 #include "edit/table_edit.h"
+#include "maps/map_choose.h"
 #include "view/view.h"
 #include "windows/command_fixture.h"
 

@@ -58,8 +58,8 @@ TEST(ToolbarTableTest, OnlyButtonsOfCommandsAreShown) {
   QStringList norm;
   for (const ToolButton& button : Toolbar_Now()) norm << button.Key;
   EXPECT_EQ(norm.first(), QStringLiteral("Map"));
-  // Neither what does not exist yet nor what belongs to an entry in hand.
-  for (const char* key : {"Excel", "Del"}) EXPECT_FALSE(norm.contains(QLatin1String(key))) << key;
+  EXPECT_TRUE(norm.contains("Excel"));
+  EXPECT_FALSE(norm.contains("Del")) << "belongs to an entry in hand";
   for (const ToolRow& row : Toolbar_Table())
     EXPECT_TRUE(row.rightCommand.isEmpty() || Find_Command(row.rightCommand)) << row.key;
 }

@@ -3,6 +3,7 @@
 
 #include "edit/table_edit.h"
 #include "hand/leave_hand.h"
+#include "maps/map_choose.h"
 #include "maps/command_look.h"
 #include "maps/paint_program.h"
 #include "store/file_names.h"
@@ -57,7 +58,7 @@ INSTANTIATE_TEST_SUITE_P(EveryPlace, TypingIn,
 
 TEST_P(TypingIn, NoCommandLosesIt) {
   // What takes the table back to an earlier state, or deletes the entry, takes the text along.
-  const QStringList meant = {"mnuReset", "mnuTableRe", "mnuTableNeu", "mnuObjDel"};
+  const QStringList meant = {"mnuReset", "mnuStepBack", "mnuTableRe", "mnuTableNeu", "mnuObjDel"};
   for (const Command& command : Command_Table()) {
     if (meant.contains(command.key)) continue;
     Begin_Again();

@@ -5,6 +5,7 @@
 #include <QStatusTipEvent>
 
 #include "edit/table_edit.h"
+#include "maps/map_choose.h"
 #include "state/dialog_hooks.h"
 #include "store/map_log.h"
 #include "view/view.h"

@@ -1,5 +1,6 @@
 #include "workbook/workbook.h"
 
+#include "workbook/workbook_dates.h"
 #include "workbook/workbook_package.h"
 
 using workbook_inner::Package;
@@ -117,6 +118,51 @@ TEST_F(WorkbookTest, TextsStayTexts) {
   const int style = cell.match(xml).captured(1).toInt();
   const QString styles = Part(Path(), "xl/styles.xml");
   EXPECT_TRUE(styles.section("<cellXfs", 1).section("<xf ", style + 1, style + 1).contains("quotePrefix=\"1\""));
+}
+
+TEST(WorkbookDateTest, DatesAreToldByTheirFormat) {
+  for (const char* date : {"dd.mm.yyyy", "[$-407]d. mmm yy", "h:mm", "[hh]:mm", "mm-dd-yy", "\\a yyyy", "AM/PM"})
+    EXPECT_TRUE(Is_Date_Format(date)) << date;
+  for (const char* number :
+       {"", "General", "0.00", "#,##0 \"Stunden\"", "[Red]0", "0\\d", "0_d", "0.00E+00", "@", "\"d"})
+    EXPECT_FALSE(Is_Date_Format(number)) << number;
+  EXPECT_EQ(Date_Text(45385), "03.04.2024");
+  EXPECT_EQ(Date_Text(45385.604166666664), "03.04.2024 14:30");
+  EXPECT_EQ(Date_Text(45385.99999999), "04.04.2024");
+  EXPECT_EQ(Date_Text(0.5000116), "12:00:01");
+  EXPECT_EQ(Date_Text(2958465), "31.12.9999");
+  for (const double none : {-1.0, 3e6, std::numeric_limits<double>::quiet_NaN()}) EXPECT_EQ(Date_Text(none), "");
+}
+
+// Days counted from 1904 on, merged cells, formulas that failed or were never computed.
+TEST_F(WorkbookTest, WhatOtherProgramsPutIntoCellsIsTold) {
+  Sheet sheet("Blatt");
+  sheet.Put(1, 1, 43923.0, CellStyle{.format = "dd.mm.yyyy"});
+  sheet.Put(1, 2, 43923.0);
+  sheet.frozenRows = 2;
+  sheet.Merge({3, 1, 5, 2});
+  Write(Path(), sheet);
+  Package package(Read_Bytes(Path()));
+  const QString part = "xl/worksheets/sheet1.xml";
+  QByteArray xml = package.Read(part);
+  EXPECT_TRUE(xml.contains("<pane ySplit=\"2\" topLeftCell=\"A3\""));
+  xml.replace("</sheetData>",
+              "<row r=\"2\"><c r=\"A2\" t=\"e\"><f>1/0</f><v>#DIV/0!</v></c><c r=\"B2\"><f>A1</f></c><c r=\"C2\" "
+              "t=\"str\"><f>\"\"</f><v></v></c></row></sheetData>");
+  package.Put(part, xml);
+  QByteArray workbook = package.Read("xl/workbook.xml");
+  workbook.replace("<bookViews>", "<workbookPr date1904=\"1\"/><bookViews>");
+  package.Put("xl/workbook.xml", workbook);
+  Replace_File(Path(), package.Bytes());
+  const Sheet back = Workbook(Path()).Read("Blatt");
+  EXPECT_EQ(Date_Text(back.Number(1, 1)), "03.04.2024");
+  EXPECT_EQ(back.Number(1, 2), 43923);
+  EXPECT_EQ(back.Flaw(2, 1), CellFlaw::Fault);
+  EXPECT_EQ(back.Flaw(2, 2), CellFlaw::NoResult);
+  EXPECT_EQ(back.Flaw(2, 3), CellFlaw::None);
+  ASSERT_EQ(back.Merges().size(), 1U);
+  EXPECT_EQ(back.Merges()[0].row2, 5);
+  EXPECT_EQ(back.Merges()[0].column2, 2);
 }
 
 TEST_F(WorkbookTest, WrappedRowsGetTheRoomTheyNeed) {

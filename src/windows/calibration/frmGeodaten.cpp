@@ -3,7 +3,7 @@
 #include <QFileInfo>
 
 #include "calibration/typed_place.h"
-#include "maps/map_open.h"
+#include "maps/map_choose.h"
 #include "platform/error.h"
 #include "platform/file_dialog.h"
 #include "platform/files.h"

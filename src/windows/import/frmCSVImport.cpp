@@ -27,7 +27,10 @@ constexpr int farthestStep = 32767;
 QString Where(const CsvTable& table, const CsvRecord& record) {
   // The net of a map can be unfit for any coordinate; the import itself tells that.
   try {
-    const CsvPlace place = Csv_Place_Of(table, Coord, record);
+    std::optional<Placing> placing;  // as the import will propose it
+    if (!Csv_Fits_Net(table, Coord) && Transformation_Name(Csv_System(table), Coord))
+      placing.emplace(Csv_System(table), Coord, PlacingWay::Transformed);
+    const CsvPlace place = placing ? Csv_Place_Of(table, *placing, record) : Csv_Place_Of(table, Coord, record);
     return place.onMap ? QStringLiteral("%1 : %2 Pixel").arg(place.at.x()).arg(place.at.y()) : place.reason;
   } catch (const Error& error) {
     return Error_Text(error);

@@ -3,6 +3,7 @@
 #include <QLineEdit>
 #include <algorithm>
 
+#include "import/import_report.h"
 #include "import/table_choice.h"
 #include "state/dialog_hooks.h"
 #include "state/events.h"
@@ -107,6 +108,7 @@ void FrmImport::Open_File() {
   try {
     const BusyPointer busy;
     source = std::make_unique<TableSource>(path);
+    Tell_Remarks(*source);
   } catch (const Error& error) {
     Go_On_After_Step(openStep + QStringLiteral("\n") + path, error);
   }

@@ -8,13 +8,14 @@
 #include "state/mdi_state.h"
 #include "view/view.h"
 #include "windows/analysis/bind_analysis.h"
-#include "windows/calibration/frmGeodaten.h"
 #include "windows/canvas/bind_canvas.h"
 #include "windows/common/bind_window.h"
 #include "windows/common/frm_dialogs.h"
 #include "windows/import/frmCSVExport.h"
 #include "windows/import/frmCSVImport.h"
+#include "windows/import/frmGPS.h"
 #include "windows/import/frmImport.h"
+#include "windows/import/overlay_window.h"
 #include "windows/main/bind_pads.h"
 #include "windows/main/window_list.h"
 #include "windows/maps/bind_maps.h"
@@ -68,7 +69,8 @@ void Bind_All_Windows(QMainWindow& window) {
   Bind_Print_Windows(&window);
   Bind_Analysis_Windows(&window);
   Bind_Window("mnuImportCSV", &window, Show_frmCSVImport);
-  Bind_Window("mnuMapGeo", &window, Show_frmGeodaten);
+  Bind_Window("mnuImportGPS", &window, Show_frmGPS);
+  Bind_Window("mnuOVL_Import", &window, Import_OVL);
   Bind_Window("mnuImportMDB", &window, Show_frmImport);
   Bind_Window("mnuExportCSVTable", &window, Show_frmCSVExport);
 }

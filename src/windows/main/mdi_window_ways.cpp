@@ -5,12 +5,14 @@
 
 #include "hand/activation.h"
 #include "hand/leave_hand.h"
-#include "maps/map_open.h"
+#include "import/gps_file.h"
+#include "maps/map_choose.h"
 #include "maps/program_start.h"
 #include "platform/message_box.h"
 #include "platform/picture.h"
 #include "state/mdi_state.h"
 #include "state/run_guarded.h"
+#include "windows/import/frmGPS.h"
 #include "windows/main/mdi_window.h"
 #include "windows/main/mdi_window_pads.h"
 
@@ -22,6 +24,14 @@ QString Dragged_Map(const QMimeData& data) {
     const QString path = url.toLocalFile();
     if (Is_Picture_Name(path)) return path;
   }
+  return {};
+}
+
+// A file of waypoints or tracks that is dragged over an open map.
+QString Dragged_Gps_File(const QMimeData& data) {
+  if (!frmMDI.MapOpen) return {};
+  for (const QUrl& url : data.urls())
+    if (Is_Gps_File_Name(url.toLocalFile())) return url.toLocalFile();
   return {};
 }
 
@@ -58,18 +68,22 @@ void MdiWindow::closeEvent(QCloseEvent* event) {
 }
 
 void MdiWindow::dragEnterEvent(QDragEnterEvent* event) {
-  if (!Dragged_Map(*event->mimeData()).isEmpty()) event->acceptProposedAction();
+  const QMimeData& dragged = *event->mimeData();
+  if (!Dragged_Map(dragged).isEmpty() || !Dragged_Gps_File(dragged).isEmpty()) event->acceptProposedAction();
 }
 
 void MdiWindow::dropEvent(QDropEvent* event) {
-  const QString path = Dragged_Map(*event->mimeData());
-  if (path.isEmpty()) return;
+  const QString path = Dragged_Map(*event->mimeData()), gpsFile = Dragged_Gps_File(*event->mimeData());
+  if (path.isEmpty() && gpsFile.isEmpty()) return;
   event->acceptProposedAction();
   // The window the file came from need not wait for the map.
   QMetaObject::invokeMethod(
       this,
-      [this, path] {
-        Run_Guarded([&] { Open_User_Map(path); });
+      [this, path, gpsFile] {
+        Run_Guarded([&] {
+          if (path.isEmpty()) return Import_Gps_File(this, gpsFile);
+          Open_User_Map(path);
+        });
         Sync();
       },
       Qt::QueuedConnection);

@@ -9,7 +9,7 @@
 #include <QTimer>
 #include <algorithm>
 
-#include "maps/map_open.h"
+#include "maps/map_choose.h"
 #include "maps/menu_table.h"
 #include "maps/program_start.h"
 #include "platform/files.h"

@@ -127,6 +127,7 @@ void FrmFarb::Take_Color(int number) {
       Change_Color(chosen, number);
     } else {
       Set_Next_Color(chosen, number);
+      events.StateChanged.Emit();  // the window of the import shows it
     }
   });
   Follow();
@@ -137,7 +138,7 @@ void FrmFarb::Take_Frame(bool on) {
     if (purpose != FarbFor::Waypoints)
       Switch_Frame(on);
     else
-      CurRA = Frame_Switched(CurRA, on);
+      CurRA = Frame_Switched(CurRA, on), events.StateChanged.Emit();
   });
   Follow();
   (look.frame.framed ? ui->optRahmen : ui->optOhne)->setChecked(true);

@@ -7,6 +7,8 @@
 #include "windows/store/frmSpalteDel.h"
 #include "windows/store/frmSpltHide.h"
 #include "windows/store/frmSql.h"
+#include "windows/store/frmStaende.h"
+#include "windows/store/frmVerlauf.h"
 #include "windows/store/tbl_window_columns.h"
 
 void Bind_Store_Windows(QWidget* mainWindow) {
@@ -14,6 +16,8 @@ void Bind_Store_Windows(QWidget* mainWindow) {
   Bind_Window("mnuSpaltDelete", mainWindow, Show_frmSpalteDel);
   Bind_Window("mnuSpaltHide", mainWindow, Show_frmSpltHide);
   Bind_Command(QStringLiteral("mnuSpaltShow"), [](const CommandCall&) { Show_All_Columns(); });
+  Bind_Window("mnuVerlauf", mainWindow, Show_frmVerlauf);
+  Bind_Window("mnuStaende", mainWindow, Show_frmStaende);
   Bind_Window("mnuReplace", mainWindow, Show_frmReplace);
   Bind_Window("mnuPropTransfer", mainWindow, Show_frmPropTransfer);
   Bind_Window("mnuSql", mainWindow, Show_frmSql);

@@ -226,7 +226,7 @@ void TblWindow::Sync() {
     if (!DBGrid1->currentIndex().isValid()) {
       // The model was set anew: the eye stays where it was.
       DBGrid1->verticalScrollBar()->setValue(top);
-      shownKey = -1;
+      shownKey = noKey;
       DBGrid1->selectionModel()->setCurrentIndex(
           model->index(std::max(0, model->Row_Of(Map.CurBookmark.toLongLong())), formerColumn),
           QItemSelectionModel::NoUpdate);
@@ -257,7 +257,7 @@ void TblWindow::Show_Columns() {
 
 // The current row of the program, unless the grid stands there.
 void TblWindow::Show_Current_Row() {
-  const qint64 key = Map.CurBookmark.isEmpty() ? -1 : Map.CurBookmark.toLongLong();
+  const qint64 key = Map.CurBookmark.isEmpty() ? noKey : Map.CurBookmark.toLongLong();
   if (key == shownKey || rowTimer.isActive()) return;
   const int row = model->Row_Of(key);
   if (row < 0) return;
@@ -274,7 +274,7 @@ void TblWindow::Show_Current_Row() {
 void TblWindow::Take_Row() {
   rowTimer.stop();
   const qint64 key = model->Key_Of(DBGrid1->currentIndex().row());
-  if (key < 0) return;
+  if (key == noKey) return;
   shownKey = key;
   Row_Changed(key);
 }
@@ -286,7 +286,7 @@ void TblWindow::Show_Cell_Text() {
   const QModelIndex index = DBGrid1->currentIndex();
   textKey = model->Key_Of(index.row());
   textColumn = index.column();
-  const bool usable = textKey >= 0 && index.flags().testFlag(Qt::ItemIsEditable);
+  const bool usable = textKey != noKey && index.flags().testFlag(Qt::ItemIsEditable);
   lblField->setText(index.isValid() ? model->Name_Of(textColumn) + u':' : QString());
   const QString text = Window_Lines(model->Text_Of(index));
   if (Text1->toPlainText() != text || Text1->document()->isModified()) Text1->setPlainText(text);
@@ -298,7 +298,7 @@ void TblWindow::Show_Cell_Text() {
 QString TblWindow::Typed_Text() const { return Stored_Lines(Text1->toPlainText()); }
 
 bool TblWindow::Take_Text() {
-  if (textKey < 0 || textColumn < 0) return false;
+  if (textKey == noKey || textColumn < 0) return false;
   if (Edit_Cell(textKey, textColumn, Typed_Text()) == CellEdit::Refused) {
     Text1->setFocus();
     return false;
@@ -315,7 +315,7 @@ bool TblWindow::Store_Typed() {
 }
 
 void TblWindow::Offer_Text() {
-  if (!Text1->document()->isModified() || textKey < 0) return;
+  if (!Text1->document()->isModified() || textKey == noKey) return;
   Text1->document()->setModified(false);
   const int at = model->Row_Of(textKey);
   if (at < 0 || model->Text_Of(model->index(at, textColumn)) == Typed_Text()) return;
@@ -357,11 +357,11 @@ void TblWindow::Delete_Selected_Rows() {
   if (chosen.isEmpty() && DBGrid1->currentIndex().isValid()) chosen << DBGrid1->currentIndex().row();
   std::vector<qint64> keys;
   for (const int row : chosen)
-    if (const qint64 key = model->Key_Of(row); key >= 0) keys.push_back(key);
+    if (const qint64 key = model->Key_Of(row); key != noKey) keys.push_back(key);
   rowTimer.stop();
   if (keys.empty() || !Delete_Rows(keys)) return;
   Text1->document()->setModified(false);
-  shownKey = -1;
+  shownKey = noKey;
   Sync();
 }
 

@@ -4,10 +4,11 @@
 #include <QWidget>
 #include <functional>
 
+#include "windows/store/tbl_window_model.h"
+
 class QLabel;
 class QPlainTextEdit;
 class QPushButton;
-class TblModel;
 
 // The grid: before the first change of a session it warns, and texts of several lines are changed in the line above it.
 class TblGrid : public QTableView {
@@ -67,9 +68,9 @@ class TblWindow : public QWidget {
   QPlainTextEdit* Text1;
   QPushButton* btnTake;
   QTimer syncTimer, rowTimer;
-  qint64 textKey = -1;  // cell that Text1 shows
+  qint64 textKey = noKey;  // cell that Text1 shows
   int textColumn = -1;
-  qint64 shownKey = -1;  // current row as the grid shows it
+  qint64 shownKey = noKey;  // current row as the grid shows it
   int columnsShown = 0;
   int syncing = 0;
   int typing = 0;  // number of Watch_Typing

@@ -21,7 +21,8 @@ void TblModel::Load() {
   rows.reset();
   fields.clear();
   count = 0;
-  lastKey = changes = -1;
+  changes = -1;
+  lastKey = noKey;
   database = dbEntries.get();
   if (!dbEntries || !rsEntries) return;
   rows = dbEntries->OpenRecordset(QStringLiteral("MapData"));
@@ -42,7 +43,7 @@ void TblModel::Refresh() {
   changes = dbEntries->ChangeCount();
   auto fresh = dbEntries->OpenRecordset(QStringLiteral("MapData"));
   const int now = fresh->RecordCount();
-  const int oldAt = lastKey < 0 ? -1 : fresh->PositionOf(lastKey);
+  const int oldAt = lastKey == noKey ? -1 : fresh->PositionOf(lastKey);
   // Rows only join at the end: where the last one of before still stands at its place, none of them has gone.
   if (oldAt == count - 1) {
     if (now > count) beginInsertRows({}, count, now - 1);
@@ -62,7 +63,7 @@ void TblModel::Refresh() {
 }
 
 qint64 TblModel::Key_Of(int row) const {
-  if (!rows || !rows->IsOpen() || row < 0 || row >= rows->RecordCount()) return -1;
+  if (!rows || !rows->IsOpen() || row < 0 || row >= rows->RecordCount()) return noKey;
   rows->MoveTo(row);
   return rows->Key();
 }
@@ -138,8 +139,8 @@ Qt::ItemFlags TblModel::flags(const QModelIndex& index) const {
 }
 
 bool TblModel::setData(const QModelIndex& index, const QVariant& value, int role) {
-  const qint64 key = index.isValid() ? Key_Of(index.row()) : -1;
-  if (role != Qt::EditRole || key < 0) return false;
+  const qint64 key = index.isValid() ? Key_Of(index.row()) : noKey;
+  if (role != Qt::EditRole || key == noKey) return false;
   const CellEdit edit = Edit_Cell(key, index.column(), value.toString());
   refused = edit == CellEdit::Refused;
   return edit == CellEdit::Written;

@@ -1,8 +1,12 @@
 #pragma once
 #include <QAbstractTableModel>
+#include <limits>
 #include <memory>
 
 #include "platform/database.h"
+
+// The key of no row: rows may have keys below 0.
+inline constexpr qint64 noKey = std::numeric_limits<qint64>::min();
 
 // The rows of the open table for the grid, fetched as they come into view by a recordset of its own, whose cursor is
 // nobody's current row. The first row is the header row: shown, but not to be changed.
@@ -16,11 +20,11 @@ class TblModel : public QAbstractTableModel {
   // Takes over what has become of the table: as a whole where it was closed, loaded or got other columns, else the rows
   // that came, went or changed.
   void Refresh();
-  qint64 Key_Of(int row) const;  // -1 where there is no row
+  qint64 Key_Of(int row) const;  // noKey where there is no row
   int Row_Of(qint64 key) const;  // -1 where there is none
   QString Name_Of(int column) const;
   QString Text_Of(const QModelIndex& index) const;  // with its line breaks
-  bool Refused() const { return refused; }           // what was typed last into a cell
+  bool Refused() const { return refused; }          // what was typed last into a cell
 
   int rowCount(const QModelIndex& parent = {}) const override;
   int columnCount(const QModelIndex& parent = {}) const override;
@@ -39,6 +43,6 @@ class TblModel : public QAbstractTableModel {
   std::vector<FieldInfo> fields;
   qint64 changes = -1;  // state of the database that is shown
   int count = 0;
-  qint64 lastKey = -1;
+  qint64 lastKey = noKey;
   bool refused = false;
 };

@@ -1,0 +1,162 @@
+#include <benchmark/benchmark.h>
+
+#include "bench_map.h"
+#include "edit/marks.h"
+#include "edit/order.h"
+#include "hand/activation.h"
+#include "hand/typed_text.h"
+#include "maps/map_close.h"
+#include "store/table_file.h"
+#include "tools/drag.h"
+#include "tools/mouse.h"
+
+// Large tables: what one entry costs among 100,000, with all of them in view and with few, and a table of 1,000,000.
+
+namespace {
+
+// Texts all different on a map of that size. In view is what a window of 1600 x 1000 shows.
+class Large {
+ public:
+  Large(int64_t rows, int width, int height) {
+    map = std::make_unique<BenchMap>(BenchSize{0, 0, 0}, width, height);
+    dbEntries->Execute(QStringLiteral("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i+1 FROM n WHERE i<%1) "
+                                      "INSERT INTO MapData SELECT 'Text','Ort '||i,'Arial',8.0,i%15,15-i%7,-1,"
+                                      "(i*7919)%%2,(i*6101)%%3,0,0,0 FROM n")
+                           .arg(rows)
+                           .arg(width - 60)
+                           .arg(height - 20)
+                           .replace(QStringLiteral("%%"), QStringLiteral("%")));
+    rsEntries->Requery();
+    Map_Redraw();
+  }
+  std::unique_ptr<BenchMap> map;
+};
+
+// width 1600: all in view; 6000: few.
+std::unique_ptr<Large> Hundred_Thousand(const benchmark::State& state) {
+  const bool all = state.range(0) != 0;
+  return std::make_unique<Large>(100'000, all ? 1600 : 6000, all ? 1000 : 4000);
+}
+
+qint64 Any_Seen_Entry() {
+  static int x = 0;
+  for (;;) {
+    x = (x + 37) % 1500;
+    if (const int hit = Map.EntryRegions.TopAt(QPointF(x + 20, x * 7 % 900 + 20))) return Map.EntryRegions.Row(hit).key;
+  }
+}
+
+void Drag_Entry(benchmark::State& state) {
+  const auto large = Hundred_Thousand(state);
+  for (auto _ : state) {
+    state.PauseTiming();
+    Take_Entry(QString::number(Any_Seen_Entry()));
+    const QPoint at(Map.Text2.Left + 3, Map.Text2.Top + 3);
+    Begin_Drag(Grip::Entry, -1, at);
+    state.ResumeTiming();
+    Map_Mouse_Move(at + QPoint(40, 30), true);
+    Map_Mouse_Up(at + QPoint(40, 30), MouseButton::Left);
+    state.PauseTiming();
+    End_Entry();
+    state.ResumeTiming();
+  }
+}
+BENCHMARK(Drag_Entry)->ArgName("all_in_view")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond)->Iterations(20);
+
+void Take_And_Leave(benchmark::State& state) {
+  const auto large = Hundred_Thousand(state);
+  for (auto _ : state) {
+    Take_Entry(QString::number(Any_Seen_Entry()));
+    End_Entry();
+  }
+}
+BENCHMARK(Take_And_Leave)->ArgName("all_in_view")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond)->Iterations(20);
+
+void Type_Text(benchmark::State& state) {
+  const auto large = Hundred_Thousand(state);
+  int typed = 0;
+  for (auto _ : state) {
+    state.PauseTiming();
+    Take_Entry(QString::number(Any_Seen_Entry()));
+    state.ResumeTiming();
+    Text_Typed(QStringLiteral("getippt %1").arg(++typed));
+    End_Entry();
+  }
+}
+BENCHMARK(Type_Text)->ArgName("all_in_view")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond)->Iterations(20);
+
+void Mark_One(benchmark::State& state) {
+  const auto large = Hundred_Thousand(state);
+  for (auto _ : state) {
+    state.PauseTiming();
+    Map.CurBookmark = QString::number(Any_Seen_Entry());
+    rsEntries->SetBookmark(Map.CurBookmark);
+    state.ResumeTiming();
+    Mark_Obj();
+  }
+}
+BENCHMARK(Mark_One)->ArgName("all_in_view")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond)->Iterations(20);
+
+void Redraw_Large(benchmark::State& state) {
+  const auto large = Hundred_Thousand(state);
+  for (auto _ : state) Map_Redraw();
+  state.counters["regions"] = Map.EntryRegions.Count();
+}
+BENCHMARK(Redraw_Large)->ArgName("all_in_view")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond)->Iterations(10);
+
+void Unmark_All_100000(benchmark::State& state) {
+  const Large large(100'000, 6000, 4000);
+  for (auto _ : state) {
+    state.PauseTiming();
+    dbEntries->Execute(QStringLiteral("UPDATE MapData SET Typ = 100 WHERE Typ = 0 AND ID = 'Text'"));
+    state.ResumeTiming();
+    Unmark_All();
+  }
+}
+BENCHMARK(Unmark_All_100000)->Unit(benchmark::kMillisecond)->Iterations(2);
+
+void To_The_Back(benchmark::State& state) {
+  const Large large(100'000, 6000, 4000);
+  for (auto _ : state) {
+    state.PauseTiming();
+    rsEntries->MoveTo(90'000);
+    Map.CurBookmark = rsEntries->Bookmark();
+    state.ResumeTiming();
+    Move_In_Order(-10);
+  }
+}
+BENCHMARK(To_The_Back)->Unit(benchmark::kMillisecond)->Iterations(5);
+
+void Million_Open(benchmark::State& state) {
+  const Large large(1'000'000, 16000, 10000);
+  const QString path = large.map->path;
+  for (auto _ : state) {
+    state.PauseTiming();
+    Close_Map();
+    state.ResumeTiming();
+    Open_Map(path);
+  }
+}
+BENCHMARK(Million_Open)->Unit(benchmark::kMillisecond)->Iterations(1);
+
+void Million_Redraw(benchmark::State& state) {
+  const Large large(1'000'000, 16000, 10000);
+  for (auto _ : state) {
+    Scroll_By(50, 30);
+  }
+  state.counters["regions"] = Map.EntryRegions.Count();
+}
+BENCHMARK(Million_Redraw)->Unit(benchmark::kMillisecond)->Iterations(10);
+
+void Million_First_Sight(benchmark::State& state) {
+  const Large large(1'000'000, 16000, 10000);
+  int at = 0;
+  for (auto _ : state) {
+    ++at;
+    ScrollMap(at * 1700, at * 1100);
+  }
+  state.counters["regions"] = Map.EntryRegions.Count();
+}
+BENCHMARK(Million_First_Sight)->Unit(benchmark::kMillisecond)->Iterations(6);
+
+}  // namespace

@@ -1,0 +1,19 @@
+#pragma once
+#include <QString>
+
+// The tool TabBridge seen from the program: it carries the table into a workbook and brings corrections back. It is a
+// program of its own, so that map and sheet can be looked at side by side.
+
+namespace sheet_bridge {
+inline const QString program = QStringLiteral("TabBridge.exe"), exchangeWord = QStringLiteral("ColExchange");
+}
+// The copy of the open table that the tool works on, in the program folder.
+QString Exchange_File();
+
+// mnuExportxls: brings the user's table up to date and starts the tool, which writes the table of the last map into its
+// workbook. A failure is told.
+void Export_Table();
+// mnuExChangeXL: gives the tool a copy of the table and returns. When the tool ends, what it has changed there takes
+// the place of the table, with an undo point "Rückgängig: Einträge austauschen". Rows that were changed here meanwhile
+// are not lost without a question.
+void Exchange_With_Sheet();

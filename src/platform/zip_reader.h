@@ -1,0 +1,17 @@
+#pragma once
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+#include <optional>
+
+// Single files out of a ZIP archive.
+
+struct ZipPart {
+  QString name;
+  QByteArray content;
+};
+
+bool Is_Zip(const QByteArray& bytes);  // by its first bytes
+// The first file in the archive with one of the endings (small letters, without point), unpacked. Nothing where there
+// is none, for a damaged archive, and for a file that would be larger than `limit` bytes.
+std::optional<ZipPart> First_In_Zip(const QByteArray& bytes, const QStringList& endings, qint64 limit);

@@ -1,0 +1,248 @@
+#include "import/gps_file.h"
+#include "import/gps_guest.h"
+#include "import/gpx.h"
+#include "import/pcx5.h"
+#include "workbook/workbook_package.h"
+
+namespace {
+
+using Kind = ReferenceSystem::Kind;
+
+const QString samples = FLURAX_TEST_DATA "/gps/";
+
+const QString dmHead =
+    uR"(I  PCX5 2.09
+M  G WGS 84               121 +0.000000e+00
+U  LAT LON DM
+H  IDNT   LATITUDE    LONGITUDE    DATE      TIME     ALT   DESCRIPTION                              PROXIMITY     SYMBOL ;waypts
+)"_s;
+
+// "name x y comment", degrees with six decimals.
+QString Shown(const GpsWaypoint& point, int decimals = 6) {
+  return point.name + u' ' + QString::number(point.place.x, 'f', decimals) + u' ' +
+         QString::number(point.place.y, 'f', decimals) + u' ' + point.comment;
+}
+QStringList Faults(const GpsFile& file) {
+  QStringList all;
+  for (const GpsFault& fault : file.faults) all << u"%1: %2"_s.arg(fault.line).arg(fault.text);
+  return all;
+}
+QStringList Waypoints(const QString& text, int decimals = 6) {
+  QStringList all;
+  for (const GpsWaypoint& point : Read_Pcx5(text).waypoints) all << Shown(point, decimals);
+  return all;
+}
+// "name: number of points", piece by piece.
+QStringList Tracks(const GpsFile& file) {
+  QStringList all;
+  for (const GpsTrack& track : file.tracks) all << u"%1: %2"_s.arg(track.name).arg(track.points.size());
+  return all;
+}
+QStringList Tracks(const QString& text) { return Tracks(Read_Pcx5(text)); }
+
+class GpsFileTest : public FluraxTest {};
+
+}  // namespace
+
+// The same excursion in three formats: what lies in them must be the same places.
+TEST_F(GpsFileTest, TheSamplesAgreeWithEachOther) {
+  const GpsFile gpx = Read_Gps_File(samples + u"exkursion.gpx"_s), pcx = Read_Gps_File(samples + u"exk_pcx5_dm.wpt"_s),
+                own = Read_Gps_File(samples + u"exk_eigen_utm.wpt"_s), track = Read_Gps_File(samples + u"gb_trk.trk"_s);
+  ASSERT_GT(gpx.waypoints.size(), 40U);
+  ASSERT_EQ(pcx.waypoints.size(), gpx.waypoints.size());
+  ASSERT_EQ(own.waypoints.size(), gpx.waypoints.size());
+  for (const GpsFile* file : {&gpx, &pcx, &own, &track}) {
+    EXPECT_TRUE(file->faults.empty()) << Faults(*file).join('\n');
+    EXPECT_EQ(file->remark, QString());
+    EXPECT_EQ(file->system.datum, u"WGS-84"_s);
+  }
+  for (size_t i = 0; i < gpx.waypoints.size(); ++i) {
+    EXPECT_NEAR(pcx.waypoints[i].place.x, gpx.waypoints[i].place.x, 1e-6) << i;
+    EXPECT_NEAR(pcx.waypoints[i].place.y, gpx.waypoints[i].place.y, 1e-6) << i;
+    EXPECT_TRUE(gpx.waypoints[i].name.startsWith(own.waypoints[i].name)) << gpx.waypoints[i].name;
+  }
+  EXPECT_EQ(own.system.kind, Kind::Utm);
+  EXPECT_EQ(Shown(own.waypoints[3], 0), u"Jägersburg 646560 5510874 Ort; Jägersburg"_s);
+  EXPECT_EQ(own.waypoints[3].place.zone, 32);
+  EXPECT_EQ(own.waypoints[20].place.zone, 31);
+  EXPECT_EQ(Shown(pcx.waypoints[15]), u"AESKUL 11.045822 49.768693 12 Ex. Äskulapnatter (Zamenis longissimu"_s);
+  ASSERT_FALSE(gpx.tracks.empty());
+  ASSERT_EQ(track.tracks.size(), 2U);
+  EXPECT_EQ(Tracks(track).first(), u"BegehungRegnitzaue: 300"_s);
+  EXPECT_EQ(gpx.Track_Points(), 608U) << "and the route";
+  EXPECT_NEAR(track.tracks[1].points.back().place.y, gpx.tracks.back().points.back().place.y, 1e-6);
+}
+
+TEST(Pcx5Test, KindsOfDegrees) {
+  const auto degrees = [](const char* text, DegreeWriting writing = DegreeWriting::Unknown) {
+    return Read_Gps_Degrees(QString::fromUtf8(text), writing).value_or(-999);
+  };
+  EXPECT_NEAR(degrees("N4943.98212", DegreeWriting::Minutes), 49.733035333, 1e-8);
+  EXPECT_NEAR(degrees("E01105.84783", DegreeWriting::Minutes), 11.0974638333, 1e-8);
+  EXPECT_NEAR(degrees("E0110550.870", DegreeWriting::Seconds), 11.0974638889, 1e-8);
+  EXPECT_NEAR(degrees("W00030.0", DegreeWriting::Minutes), -0.5, 1e-8);
+  EXPECT_NEAR(degrees("S494358,927", DegreeWriting::Seconds), -49.7330352778, 1e-8);
+  for (const char* text : {"N49.7330353", "4943.98212", "N494358.927", "49 43 58.927", "N 49 43.98212",
+                           "49°43'58,927\"", "+49° 43' 58.927¨", "49.7330353°"})
+    EXPECT_NEAR(degrees(text), 49.7330353, 2e-7) << text;
+  EXPECT_EQ(degrees("-011°30'"), -11.5);
+  for (const char* text : {"", "N", "X49.7", "N4963.0", "49 63 10", "49.7.3", "1e1", "N49 43 58 11", "nan"})
+    EXPECT_EQ(degrees(text, strlen(text) > 6 ? DegreeWriting::Unknown : DegreeWriting::Minutes), -999) << text;
+}
+
+TEST(Pcx5Test, ColumnsBesideTheirHeadings) {
+  // Headings one or two places beside the data, a name of 20 characters with blanks, a description that ends at the
+  // next column.
+  EXPECT_EQ(Waypoints(uR"(I  PCX5
+U  LAT LON DEG
+H    IDNT                LATITUDE   LONGITUDE  DATE      TIME     ALT   DESCRIPTION    PROXIMITY
+W  Weiher am Berg       N49.7330353 E011.0974638 14-MAY-26 08:00:00 433 Ort am Bach x  0.0
+W  ÄÖ                   N49.7330353 E011.0974638
+)"_s),
+            (QStringList{u"Weiher am Berg 11.097464 49.733035 Ort am Bach x"_s, u"ÄÖ 11.097464 49.733035 "_s}));
+  // A name that pushes everything aside, and one that looks like a heading.
+  EXPECT_EQ(Waypoints(dmHead + u"W  "_s + QString(300, u'x') + u" N4930.0 E01130.0 14-MAY-26 08:00:00\n"_s),
+            QStringList{QString(300, u'x') + u" 11.500000 49.500000 "_s});
+  EXPECT_EQ(
+      Waypoints(dmHead + u"H  TN LATITUDE LONGITUDE DAT\nH  R DATUM       IDX\nW  EGGOLS N4930.0     E01130.0\n"_s),
+      QStringList{u"EGGOLS 11.500000 49.500000 "_s});
+}
+
+TEST(Pcx5Test, MetresOfTheWild) {
+  const GpsFile wild = Read_Pcx5(
+      uR"(I  PCX5 2.09
+M  G European 1950         37 +0.0
+U  UTM UPS
+H  IDNT   Zne Eastng  Northng  ALT   DESCRIPTION
+W  ONE    10U 609391  5784559   433 Ort; Fern
+W  TWO    32 U 643856 5510897   433 Ort; Nah
+W  SOUTH  32K 643856 5510897
+)"_s);
+  ASSERT_EQ(wild.waypoints.size(), 3U) << Faults(wild).join('\n');
+  EXPECT_EQ(wild.system, (GivenSystem{Kind::Utm, u"European 1950"_s}));
+  EXPECT_EQ(Shown(wild.waypoints[0], 0), u"ONE 609391 5784559 Ort; Fern"_s);
+  EXPECT_EQ(wild.waypoints[0].place.zone, 10);
+  EXPECT_EQ(Shown(wild.waypoints[1], 0), u"TWO 643856 5510897 Ort; Nah"_s);
+  EXPECT_EQ(wild.waypoints[1].place.zone, 32);
+  EXPECT_FALSE(wild.waypoints[1].place.southern);
+  EXPECT_TRUE(wild.waypoints[2].place.southern);
+  const GpsFile gauss =
+      Read_Pcx5(u"D  Potsdam\nM  GK\nH  Name  Rechtswert  Hochwert\nW  Eck   4431643     5513030,8\n"_s);
+  EXPECT_EQ(gauss.system, (GivenSystem{Kind::GaussKrueger, u"Potsdam"_s}));
+  ASSERT_EQ(gauss.waypoints.size(), 1U);
+  EXPECT_EQ(gauss.waypoints[0].place.y, 5513030.8);
+}
+
+TEST(Pcx5Test, BadRecordsAreNamedWithTheirLines) {
+  const GpsFile file = Read_Pcx5(u"W  FRUEH  N4930.0     E01130.0\r\n"_s + dmHead +
+                                 u"W  POL    N9500.0     E01130.0\r"
+                                 "W  WEST   N4930.0     E19000.1\r\n"
+                                 "W  LEER\n\nS  N4930.0\nN  x\nR  Route\n#\nWas ist das?\n"
+                                 "W  GUT    N4930.0     E01130.0\n"_s);
+  EXPECT_THAT(Faults(file), testing::ElementsAre(u"1: steht vor der Kopfzeile mit den Spalten"_s,
+                                                 u"6: \"POL\" Breite 95 gibt es nicht"_s,
+                                                 u"7: \"WEST\" Länge 190,001667 gibt es nicht"_s,
+                                                 u"8: \"LEER\" Breite \"\" ist keine lesbare Koordinate"_s));
+  ASSERT_EQ(file.waypoints.size(), 1U);
+  EXPECT_EQ(file.waypoints[0].line, 15);
+  EXPECT_EQ(file.remark, QString());
+  EXPECT_TRUE(Read_Pcx5(u"I  PCX5\nW  A N49 E11\n"_s).remark.contains(u"Kopfzeile"_s));
+  const GpsFile zone = Read_Pcx5(u"M  UTM\nH  Name Zone Rechtswert Hochwert\nW  A    99U  643856     5510897\n"_s);
+  EXPECT_THAT(Faults(zone), testing::ElementsAre(u"3: \"A\" Zone 99U gibt es nicht"_s));
+}
+
+TEST(Pcx5Test, TracksBeginAtNamesAndBreaks) {
+  const QString head = u"I  PCX5\nU  LAT LON DM\n"_s, columns = u"H  LATITUDE    LONGITUDE    DATE\n"_s,
+                point = u"T  N4943.75931 E01100.91891 14-MAY-26 08:00:00 290\n"_s;
+  EXPECT_EQ(Tracks(head + columns + u"H  TN Weg1\n"_s + point + point + u"\n"_s + point + u"H  TN Weg1\n"_s + point +
+                   u"<Weg zwei>\n"_s + point + point + point + u"S  x\nF  x\n"_s + point),
+            (QStringList{u"Weg1: 2"_s, u"Weg1: 1"_s, u"Weg1: 1"_s, u"Weg zwei: 4"_s}));
+  EXPECT_EQ(Tracks(u"D  WGS-84\nM  UTM\nH  Name   Zone Rechtswert Hochwert\nT  A      32U  651144     5511060\n"
+                   "T  A      32U  651145     5511060\nT  B      32U  651145     5511060\n"_s),
+            (QStringList{u"A: 2"_s, u"B: 1"_s}));
+}
+
+TEST(GpxTest, ReadsBothVersionsAndWhatIsMissing) {
+  const GpsFile file = Read_Gpx(
+      uR"(<?xml version="1.0" encoding="windows-1252"?>
+<!-- <gpx> --><g:gpx xmlns:g="http://www.topografix.com/GPX/1/0" version="1.0">
+<g:name>Alles</g:name><g:wpt lat="49.7" lon="11.0"/>
+<g:wpt lon="+11.5" lat=" 49.5 "><g:ele/><g:time>2026-05-14T08:00:00.123+02:00</g:time><g:name> Igel
+ am Bach </g:name><g:cmt>c</g:cmt><g:sym>Flag</g:sym><g:extensions><name>falsch</name><wpt lat="1" lon="1"/></g:extensions></g:wpt>
+<g:wpt lat="49.6" lon="11.1"><g:desc>nur &lt;Bemerkung&gt;</g:desc></g:wpt>
+<g:wpt lat="95" lon="11.1"><g:name>Pol</g:name></g:wpt><g:wpt lat="acht" lon="11.1"/>
+<g:rte><g:rtept lat="49.1" lon="11"><g:name>P</g:name></g:rtept><g:rtept lat="49.2" lon="11"/><g:name>Route</g:name></g:rte>
+<g:trk><g:name>Gang</g:name><g:trkseg/><g:trkseg><g:trkpt lat="49.1" lon="11"/><g:trkpt lat="49.2" lon="11"><g:time/></g:trkpt></g:trkseg>
+<g:trkseg><g:trkpt lat="49.1" lon="11"/></g:trkseg></g:trk><g:trk><g:trkseg><g:trkpt lat="49.1" lon="11"/></g:trkseg></g:trk>
+</g:gpx>)"_s);
+  EXPECT_EQ(file.remark, QString());
+  QStringList points;
+  for (const GpsWaypoint& point : file.waypoints) points << Shown(point, 1);
+  EXPECT_EQ(points, (QStringList{u" 11.0 49.7 "_s, u"Igel am Bach 11.5 49.5 c"_s, u" 11.1 49.6 nur <Bemerkung>"_s}));
+  EXPECT_EQ(Faults(file), (QStringList{u"7: Breite 95 gibt es nicht"_s, u"7: Länge oder Breite ist nicht lesbar"_s}));
+  EXPECT_EQ(Tracks(file), (QStringList{u"Route: 2"_s, u"Gang: 2"_s, u"Gang: 1"_s, u": 1"_s}));
+}
+
+TEST_F(GpsFileTest, ABrokenEndKeepsWhatWasRead) {
+  const QByteArray whole = Read_Bytes(samples + u"exkursion.gpx"_s);
+  const qsizetype inTrack = whole.indexOf("<trkpt", whole.indexOf("<trkpt") + 1000);
+  const GpsFile cut = Read_Gps_File(Put(u"ab.gpx"_s, whole.left(inTrack + 20)));
+  EXPECT_TRUE(cut.remark.contains(u"nicht mehr lesbar"_s)) << cut.remark;
+  EXPECT_EQ(cut.waypoints.size(), Read_Gps_File(samples + u"exkursion.gpx"_s).waypoints.size());
+  ASSERT_FALSE(cut.tracks.empty());
+  EXPECT_GT(cut.tracks[0].points.size(), 5U);
+  EXPECT_FALSE(cut.tracks[0].name.isEmpty());
+}
+
+TEST_F(GpsFileTest, CodingsZipsAndWhatIsNone) {
+  const QByteArray body = dmHead.toUtf8() +
+                          "W  J\xC3\xA4"
+                          "ger  N4930.0     E01130.0\n";
+  EXPECT_EQ(Read_Gps_File(Put(u"a.wpt"_s, body)).waypoints[0].name, u"Jäger"_s);
+  EXPECT_EQ(Read_Gps_File(Put(u"b.txt"_s, QByteArray(body).replace("\xC3\xA4", "\xE4"))).waypoints[0].name, u"Jäger"_s);
+  EXPECT_EQ(Read_Gps_File(Put(u"c.dat"_s, QByteArray(body).replace("J\xC3\xA4ger", QByteArray("J\0ger", 5))))
+                .waypoints[0]
+                .name,
+            u"J ger"_s)
+      << "a NUL byte is a blank, and the content tells the format";
+  workbook_inner::Package zip({});
+  zip.Put(u"Liesmich.pdf"_s, "nichts");
+  zip.Put(u"Gänge/a.wpt"_s, body);
+  const QByteArray packed = zip.Bytes();
+  EXPECT_EQ(Read_Gps_File(Put(u"p.zip"_s, packed)).waypoints.size(), 1U);
+  EXPECT_EQ(Error_Of([&] { Read_Gps_File(Put(u"k.zip"_s, packed.left(packed.size() / 2))); }), 5000);
+  for (const QByteArray& none : {QByteArray(), QByteArray(" \r\n"), QByteArray(3000, '\1'), QByteArray("PK\3\4halb"),
+                                 QByteArray("\x89PNG\r\n\x1a\n\0\0\0\rIHDR\0\0\0\1\0\0\0\1\10\2\0\0\0", 29)})
+    EXPECT_EQ(Error_Of([&] { Read_Gps_File(Put(u"n.gpx"_s, none)); }), 5000) << none.toHex().left(20).toStdString();
+  EXPECT_EQ(Error_Of([&] { Read_Gps_File(folder.path()); }), 5000);
+  EXPECT_EQ(Error_Of([&] { Read_Gps_File(Path(u"fehlt.gpx"_s)); }), errors::fileNotFound);
+  const GpsFile wide = Read_Gps_File(Put(
+      u"w.gpx"_s, QByteArray("\xFF\xFE", 2) + [] {
+        const QString text = u"<gpx><wpt lat='49' lon='11'><name>Ä</name></wpt></gpx>"_s;
+        return QByteArray(reinterpret_cast<const char*>(text.utf16()), text.size() * 2);
+      }()));
+  ASSERT_EQ(wide.waypoints.size(), 1U);
+  EXPECT_EQ(wide.waypoints[0].name, u"Ä"_s);
+}
+
+TEST_F(GpsFileTest, OtherFormatsGoThroughTheGuest) {
+  if (!Has_Babel()) GTEST_SKIP() << "gpsbabel is not installed";
+  const GpsFile kml = Read_Gps_File(Put(u"Orte,1.kml"_s, R"(<?xml version="1.0" encoding="UTF-8"?>
+<kml xmlns="http://www.opengis.net/kml/2.2"><Document><Placemark><name>Büg</name><description>Ort</description>
+<Point><coordinates>11.0384935,49.7418692,314</coordinates></Point></Placemark>
+<Placemark><name>Weg</name><LineString><coordinates>11,49.7 11.1,49.8</coordinates></LineString></Placemark>
+</Document></kml>)"));
+  ASSERT_EQ(kml.waypoints.size(), 1U);
+  EXPECT_EQ(Shown(kml.waypoints[0], 5), u"Büg 11.03849 49.74187 Ort"_s);
+  EXPECT_EQ(Tracks(kml), QStringList{u"Weg: 2"_s});
+  const GpsFile nmea = Read_Gps_File(Put(u"gang.log"_s,
+                                         "$GPGGA,080000,4943.982,N,01105.848,E,1,05,1.5,433.0,M,,,,*00\n"
+                                         "$GPRMC,080000,A,4943.982,N,01105.848,E,0.0,0.0,140526,,*1E\n"
+                                         "$GPRMC,080010,A,4943.990,N,01105.850,E,0.0,0.0,140526,,*17\n"));
+  EXPECT_EQ(nmea.system.datum, u"WGS-84"_s);
+  EXPECT_EQ(Error_Of([&] { Read_Gps_File(Put(u"k.fit"_s, "kein FIT, nur Text")); }), guestFailed);
+  EXPECT_EQ(Error_Of([&] { Babel_Device(u"garmin"_s, Path(u"kein-anschluss"_s)); }), guestFailed);
+  const StopWorkAt first(1);
+  const int answer = Error_Of([&] { Babel_Device(u"nmea"_s, Path(u"."_s)); });
+  EXPECT_TRUE(answer == guestCancelled || answer == guestFailed);
+}

@@ -1,0 +1,250 @@
+#include "maps/step_walk.h"
+
+#include "edit/marks.h"
+#include "edit/order.h"
+#include "maps/commands.h"
+#include "maps/map_close.h"
+#include "state/step.h"
+#include "state/table_state.h"
+#include "store/columns.h"
+#include "store/entry_edit.h"
+#include "store/file_names.h"
+#include "store/history.h"
+#include "support/bulk_fixture.h"
+
+// Strg+Z and what belongs to it, by the ways of a user.
+
+namespace {
+
+class StepWalk : public BulkTest {
+ protected:
+  static QString Last_Step() { return Step_Position() == 0 ? QString() : Step_At(Step_Position() - 1).name; }
+  static QString Key_Of_Text(const QString& text) {
+    const KeepCurrentRow keep;
+    for (rsEntries->MoveFirst(); !rsEntries->Eof(); rsEntries->MoveNext())
+      if (rsEntries->Text(column::Eintrag) == text) return rsEntries->Bookmark();
+    return {};
+  }
+  void Add_Texts(int count) {
+    for (int i = 0; i < count; ++i) Add_Text(QStringLiteral("Ort %1").arg(i), 20 + 30 * i, 40);
+  }
+};
+
+TEST_F(StepWalk, StepsAreNamedByWhatTheyDo) {
+  const QString text = Add_Text("Reh", 100, 100);
+  EXPECT_EQ(Last_Step(), "Text eingefügt (Reh)");
+  Take_Entry(text);
+  const QRect box = Box(Map.Text2);
+  Drag(box.center(), box.center() + QPoint(60, 40));
+  EXPECT_EQ(Last_Step(), "Text verschoben (Reh)");
+  Text_Typed("Hirsch");
+  End_Entry();
+  EXPECT_EQ(Last_Step(), "Text geändert (Hirsch)");
+  Go(text);
+  Mark_Obj();
+  EXPECT_EQ(Last_Step(), "Text markiert (Hirsch)");
+  Take_Entry(text);
+  Run_Command("mnuObjVisNo");
+  EXPECT_EQ(Last_Step(), "Sichtbarkeit (Hirsch)");
+  Write_Vertices("Flaeche1", {{300, 300}, {400, 300}, {350, 400}});
+  EXPECT_EQ(Last_Step(), "Eckpunkte geändert");
+  const QString area = Add(Make(4, "Flaeche1", "Moor", 340, 330, 1, 1));
+  EXPECT_EQ(Last_Step(), "Fläche eingefügt (Moor)");
+  With_Box("gelöscht werden", MsgAnswer::Yes, [] { return Delete_Entry(); });
+  EXPECT_EQ(Last_Step(), "Fläche gelöscht (Moor)");
+  Step_Back();
+  EXPECT_EQ(InfoBar.Panel[0], "Rückgängig: Fläche gelöscht (Moor)");
+  EXPECT_TRUE(rsEntries->HasRow(area));
+  EXPECT_EQ(Load_Vertices("Flaeche1").size(), 3u);
+  EXPECT_EQ(Step_Back_Text(), "Rückgängig: Fläche eingefügt (Moor)");
+  EXPECT_EQ(Step_Forward_Text(), "Wiederherstellen: Fläche gelöscht (Moor)");
+  Add_Column({"Finder", FieldType::Text, 20}, {});
+  EXPECT_EQ(Last_Step(), "Spalte hinzugefügt (Finder)");
+  EXPECT_TRUE(Tbl.HasUserColumns);
+  Step_Back();
+  EXPECT_FALSE(Tbl.HasUserColumns);
+  EXPECT_FALSE(rsEntries->HasField(u"Finder"));
+}
+
+TEST_F(StepWalk, OnePressTakesOneStepBack) {
+  const QString key = Add_Text("Reh", 100, 100);
+  Add_Text("Otter", 200, 200);
+  const int before = Step_Position();
+  // The typed text is stored first: it is the step that goes.
+  Take_Entry(key);
+  Text_Typed("Rehbock");
+  EXPECT_TRUE(Run_Command("mnuStepBack"));
+  EXPECT_EQ(Step_Position(), before);
+  EXPECT_EQ(Texts(), (QStringList{"Reh", "Otter"}));
+  EXPECT_FALSE(Entry_In_Hand());
+  EXPECT_EQ(Step_Forward_Text(), "Wiederherstellen: Text geändert (Rehbock)");
+  Run_Command("mnuStepForward");
+  EXPECT_EQ(Texts(), (QStringList{"Rehbock", "Otter"}));
+  // A command that asks for the text first is a step of its own.
+  Take_Entry(key);
+  Text_Typed("Rehkitz");
+  Run_Command("mnuObjVisNo");
+  EXPECT_EQ(Step_Position(), before + 3);
+  // What an event does is one step, however many transactions it takes.
+  {
+    const UndoStep step;
+    Add_Text("a");
+    Add_Text("b");
+    const UndoStep inner("innen");
+    Add_Text("c");
+  }
+  EXPECT_EQ(Step_Position(), before + 4);
+  EXPECT_EQ(Last_Step(), "innen");
+  Step_Back();
+  EXPECT_EQ(Texts().size(), 2);
+}
+
+TEST_F(StepWalk, TheMapShowsWhereItHappened) {
+  Set_Zoom(0.5);
+  const QString far = Add_Text("weit", 1500, 1100);
+  ScrollMap(0, 0);
+  ASSERT_LT(Map_X(Map.ViewWidth), 1400);
+  const auto shown = [] {
+    return QRect(Map_X(0), Map_Y(0), Map_X(Map.ViewWidth) - Map_X(0), Map_Y(Map.ViewHeight) - Map_Y(0));
+  };
+  Step_Back();  // the place of an entry that is no longer there
+  EXPECT_TRUE(shown().contains(1500, 1100));
+  ScrollMap(0, 0);
+  Step_Forward();
+  EXPECT_TRUE(shown().contains(1500, 1100));
+  const ViewPlace view = View_Now();
+  Go(far);
+  Mark_Obj();
+  Step_Back();
+  EXPECT_EQ(View_Now(), view) << "what is to be seen needs no scrolling";
+}
+
+TEST_F(StepWalk, SavingAndLoadingAnewKeepTheHistory) {
+  Add_Texts(3);
+  const QStringList three = Whole_Table();
+  const int count = Step_Position();
+  Step_Back();
+  const MessageScript any(MsgAnswer::Yes);
+  const FileDialogScript files({Path("Andere.MDB")});
+  for (const char* key : {"mnuTableSave", "mnuTabComp", "mnuTabRep", "mnuZoom50", "mnuTableSaveAs", "mnuMapLoad"}) {
+    Run_Command(QString::fromLatin1(key));
+    ASSERT_TRUE(frmMDI.MapOpen) << key;
+    EXPECT_EQ(Step_Position(), count - 1) << key << Last_Step();
+    EXPECT_EQ(Step_Count(), count) << key;
+  }
+  Step_Forward();
+  QStringList now = Whole_Table();
+  now.removeIf([&three](const QString& line) { return three.contains(line); });
+  EXPECT_EQ(Entry_Count(), 3);
+  EXPECT_LE(now.size(), 1) << "but the header row: " << now.join(u'\n').toStdString();
+}
+
+TEST_F(StepWalk, AnotherTableGoesBackWithItsName) {
+  Add_Texts(2);
+  const QStringList two = Texts();
+  const QString own = Tbl.DBGrid1.Caption;
+  MessageScript any(MsgAnswer::Yes);
+  {
+    const FileDialogScript files({Path("Zweite.MDB")});
+    Run_Command("mnuTableSaveAs");
+  }
+  const QString second = Tbl.DBGrid1.Caption;
+  ASSERT_NE(second, own);
+  Run_Command("mnuTableNeu");
+  ASSERT_EQ(Entry_Count(), 0);
+  EXPECT_EQ(Last_Step(), "Einträge neu");
+  EXPECT_EQ(Tbl.DBGrid1.Caption, own);
+  Step_Back();
+  EXPECT_EQ(Texts(), two);
+  EXPECT_EQ(Tbl.DBGrid1.Caption, second) << "saving would write these entries over the other file";
+  Step_Forward();
+  EXPECT_EQ(Entry_Count(), 0);
+  EXPECT_EQ(Tbl.DBGrid1.Caption, own);
+}
+
+TEST_F(StepWalk, TheNamedOperationAsksForLaterStepsAndComesBack) {
+  Add_Texts(3);
+  for (const char* name : {"Ort 0", "Ort 1"}) {
+    Go(Key_Of_Text(name));
+    Mark_Obj();
+  }
+  Go(Key_Of_Text("Ort 2"));
+  Order_Entry(-10);
+  const QStringList before = Texts();
+  Add_Text("später 1");
+  Add_Text("später 2");
+  const QStringList after = Texts();
+  With_Box("Auch die 2 späteren Schritte werden zurückgenommen.", MsgAnswer::No,
+           [] { return Run_Command("mnuReset"); });
+  EXPECT_EQ(Texts(), after);
+  {
+    const MessageScript asked({{"2 späteren", MsgAnswer::Yes}, {"wieder hergestellt", MsgAnswer::Ok}});
+    Run_Command("mnuReset");
+  }
+  EXPECT_EQ(Texts(), (QStringList{"Ort 0", "Ort 1", "Ort 2"}));
+  EXPECT_EQ(Last_Step(), "Rückgängig: Verschieben");
+  Step_Back();
+  EXPECT_EQ(Texts(), after);
+  Step_Forward();
+  EXPECT_EQ(Texts(), (QStringList{"Ort 0", "Ort 1", "Ort 2"}));
+}
+
+TEST_F(StepWalk, ManyStepsAheadAreNotDroppedWithoutAQuestion) {
+  Add_Texts(14);
+  Walk_To_Step(2);
+  const QStringList here = Whole_Table();
+  const int all = Step_Count();
+  {
+    const MessageScript refused("12 Schritte zurückgenommen", MsgAnswer::No);
+    EXPECT_EQ(Error_Of([] { Append_Entry(Make(0, "Text", "neu", 1, 1)); }), errors::workStopped);
+  }
+  EXPECT_EQ(Whole_Table(), here);
+  EXPECT_EQ(Step_Count(), all);
+  {
+    const MessageScript agreed("12 Schritte zurückgenommen", MsgAnswer::Yes);
+    Append_Entry(Make(0, "Text", "neu", 1, 1));
+  }
+  EXPECT_EQ(Step_Count(), 3);
+  Append_Entry(Make(0, "Text", "weiter", 1, 1));
+  for (int i = 0; i < 4; ++i) Step_Back();
+  EXPECT_EQ(Entry_Count(), 0);
+  Append_Entry(Make(0, "Text", "ohne Frage", 1, 1));
+  EXPECT_EQ(Step_Count(), 1);
+}
+
+// What a program that was killed leaves behind: its files as they were.
+TEST_F(StepWalk, InterruptedWorkCanBeWalked) {
+  Add_Texts(4);
+  Step_Back();
+  Table_Idle();
+  const QStringList here = Whole_Table();
+  const QStringList names = QDir(Program_File("Verlauf")).entryList(QDir::Files);
+  ASSERT_EQ(names.size(), 2);
+  QMap<QString, QByteArray> left;
+  for (const QString& name : names) left[Program_File("Verlauf/" + name)] = Read_Bytes(Program_File("Verlauf/" + name));
+  left[Path("KARTE.MDB")] = Read_Bytes(Path("KARTE.MDB"));
+  const auto open_with = [&](const QByteArray& run) {
+    Close_Map();
+    for (auto file = left.begin(); file != left.end(); ++file)
+      Replace_File(file.key(), file.key().endsWith(".lauf") ? run : *file);
+    Clear_Histories();
+    Open_Map(Path("Karte.bmp"));
+    ASSERT_TRUE(frmMDI.MapOpen);
+  };
+  open_with("offen 1-1");
+  EXPECT_EQ(Whole_Table(), here);
+  EXPECT_EQ(Step_Position(), 3);
+  EXPECT_EQ(Step_Count(), 4);
+  With_Box("Die 3 Schritte dieser Arbeit sind gesichert", [] { Tell_Of_Interrupted_Work(); });
+  Tell_Of_Interrupted_Work();  // once
+  Walk_To_Step(0);
+  EXPECT_EQ(Entry_Count(), 0);
+  Walk_To_Step(4);
+  EXPECT_EQ(Texts(), (QStringList{"Ort 0", "Ort 1", "Ort 2", "Ort 3"}));
+  open_with("zu 1-1");
+  EXPECT_EQ(Step_Count(), 0) << "a program that ended in order leaves no steps";
+  EXPECT_EQ(Whole_Table(), here);
+  EXPECT_FALSE(History_Was_Interrupted());
+}
+
+}  // namespace

@@ -1,0 +1,120 @@
+#include "store/versions.h"
+
+#include "maps/step_walk.h"
+#include "maps/version_look.h"
+#include "store/entry_edit.h"
+#include "store/file_names.h"
+#include "store/history.h"
+#include "support/bulk_fixture.h"
+
+// Earlier states of a table: which are kept, what they tell, and the way back to them.
+
+namespace {
+
+TEST(VersionRule, KeepsTheLastTenThenOneADayThenOneAMonth) {
+  const QDateTime now(QDate(2026, 11, 22), QTime(12, 0));
+  QList<QDateTime> times;
+  for (int hour = 0; hour < 15; ++hour) times += now.addSecs(-600 * hour);  // today
+  for (int day = 1; day < 50; ++day) times += {now.addDays(-day), now.addDays(-day).addSecs(-60)};
+  for (int month = 2; month < 20; ++month) times += now.addMonths(-month).addDays(-20);
+  std::sort(times.begin(), times.end(), std::greater<>());
+  const QList<int> drop = Versions_To_Drop(times, now);
+  QMap<QString, int> days, months;
+  for (int i = 0; i < times.size(); ++i) {
+    if (i < 10) {
+      EXPECT_FALSE(drop.contains(i)) << i;
+    }
+    if (drop.contains(i)) continue;
+    EXPECT_GE(times[i], now.addYears(-1));
+    if (i >= 10 && times[i] >= now.addMonths(-1)) ++days[times[i].toString("yyyy-MM-dd")];
+    if (times[i] < now.addMonths(-1)) ++months[times[i].toString("yyyy-MM")];
+  }
+  EXPECT_EQ(days.size(), 32) << "each day of the month has its last one";
+  for (const int count : days) EXPECT_EQ(count, 1);
+  EXPECT_EQ(months.size(), 11);
+  for (const int count : months) EXPECT_EQ(count, 1);
+}
+
+class Versions : public BulkTest {
+ protected:
+  void Make() {
+    Write_Vertices("Flaeche1", {{100, 100}, {200, 100}, {150, 200}});
+    area = Add(BulkTest::Make(4, "Flaeche1", "Moor", 150, 130, 1, 1));
+    deer = Add_Text("Reh", 100, 300);
+    otter = Add_Text("Otter", 200, 300);
+    Keep_Version();
+    before = Whole_Table();
+  }
+  QString area, deer, otter;
+  QStringList before;
+};
+
+TEST_F(Versions, AreKeptWhereSomethingHasChanged) {
+  Make();
+  ASSERT_EQ(Table_Versions().size(), 1);
+  EXPECT_EQ(Table_Versions().front().entries, 3);
+  Keep_Version();
+  EXPECT_EQ(Table_Versions().size(), 1) << "nothing has changed";
+  const TableVersion first = Table_Versions().front();
+  QFile::rename(first.file, QFileInfo(first.file).path() + "/2026-01-02_030405.MDB");  // not of the same second
+  Add_Text("Biber");
+  Keep_Version();
+  ASSERT_EQ(Table_Versions().size(), 2);
+  EXPECT_EQ(Table_Versions()[0].entries, 4);
+  EXPECT_EQ(Table_Versions()[1].when, QDateTime(QDate(2026, 1, 2), QTime(3, 4, 5)));
+  EXPECT_EQ(Version_Room(), defaultVersionRoom);
+  Set_Version_Room(0);
+  Add_Text("Dachs");
+  Keep_Version();
+  EXPECT_EQ(Table_Versions().size(), 2) << "there is no room for more";
+}
+
+TEST_F(Versions, TellWhatHasChangedAndGiveItBack) {
+  Make();
+  Go(area);
+  Delete_Entry(true);
+  Write_Vertices("Flaeche1", {{1, 1}, {2, 1}, {1, 2}});  // its number is another area's by now
+  Add(BulkTest::Make(4, "Flaeche1", "Teich", 10, 10, 1, 1));
+  EntryRow row = Row(deer);
+  row.Eintrag = "Hirsch";
+  Go(deer);
+  Update_Entry(row);
+  const QStringList now = Whole_Table();
+  const TableVersion version = Table_Versions().front();
+  const VersionDifferences all = Differences_To(version);
+  ASSERT_EQ(all.entries.size(), 2u);
+  EXPECT_EQ(all.added, 1);
+  EXPECT_EQ(all.entries[0].name, "Fläche: Moor");
+  EXPECT_EQ(all.entries[0].how, VersionEntry::Gone);
+  EXPECT_EQ(all.entries[1].name, "Text: Reh");
+  EXPECT_EQ(all.entries[1].how, VersionEntry::Changed);
+
+  Map_Redraw();
+  const QImage drawn = Map.canvas.copy();
+  ASSERT_TRUE(Show_Version(version));
+  EXPECT_NE(Map.canvas, drawn) << "the earlier entries are to be seen";
+  EXPECT_EQ(Whole_Table(), now);
+  Map_Redraw();
+  EXPECT_EQ(Map.canvas, drawn);
+
+  const int steps = Step_Position();
+  EXPECT_TRUE(Take_Back_Entries(version, {all.entries[0].key, all.entries[1].key}));
+  EXPECT_EQ(Step_Position(), steps + 1);
+  EXPECT_EQ(Row(deer).Eintrag, "Reh");
+  EXPECT_EQ(Texts(), (QStringList{"Reh", "Otter", "Teich", "Moor"}));
+  rsEntries->MoveLast();
+  const QString table = EntryId::Parse(rsEntries->Text(column::ID)).TableName();
+  EXPECT_NE(table, "Flaeche1");
+  EXPECT_EQ(Load_Vertices(table), (std::vector<QPoint>{{100, 100}, {200, 100}, {150, 200}}));
+  EXPECT_EQ(Load_Vertices("Flaeche1").front(), QPoint(1, 1));
+  Step_Back();
+  EXPECT_EQ(Whole_Table(), now);
+
+  EXPECT_TRUE(Take_Back_Version(version));
+  EXPECT_EQ(Whole_Table(), before);
+  EXPECT_EQ(Step_Position(), steps + 1);
+  Step_Back();
+  EXPECT_EQ(Whole_Table(), now);
+}
+
+}  // namespace

@@ -1,0 +1,445 @@
+#include "platform/journal.h"
+
+#include <sqlite3.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "platform/database.h"
+#include "platform/fault_vfs.h"
+#include "platform/row_changes.h"
+
+// Every change of a database can be taken back and brought again, exactly.
+
+namespace {
+
+// All tables with their columns and rows, by name.
+QStringList Content(Database& database) {
+  QStringList lines;
+  for (const TableDef& table : std::vector<TableDef>(database.TableDefs())) {
+    QString head = table.name + u':';
+    for (const FieldInfo& field : table.fields)
+      head += QStringLiteral(" %1/%2/%3").arg(field.name).arg(static_cast<int>(field.type)).arg(field.size);
+    lines += head;
+    const auto rows = database.OpenRecordset(table.name);
+    for (rows->MoveFirst(); !rows->Eof(); rows->MoveNext()) {
+      QString line = table.name + u' ' + rows->Bookmark();
+      for (int i = 0; i < static_cast<int>(rows->Fields().size()); ++i)
+        line += QStringLiteral("|%1:%2").arg(rows->Raw(i).index()).arg(rows->Text(i));
+      lines += line;
+    }
+  }
+  lines.sort();
+  return lines;
+}
+
+class JournalTest : public FolderTest {
+ protected:
+  void SetUp() override {
+    database = Workspace::CreateDatabase(Path("T.MDB"));
+    database->CreateTable(
+        {"MapData", {{"ID", FieldType::Text, 79}, {"Größe", FieldType::Double, 0}, {"X", FieldType::Integer, 0}}});
+    for (int i = 1; i <= 5; ++i) Add(i);
+    Follow();
+  }
+  void Follow() {
+    journal = std::make_unique<Journal>(Path("T.journal"), "MapData");
+    journal->Read();
+    if (!journal->Follow(*database)) journal->Begin_Anew();
+  }
+  // As after a kill or an end: nothing is told to the journal.
+  void Open_Again() {
+    journal.reset();
+    database.reset();
+    database = Workspace::OpenDatabase(Path("T.MDB"));
+    Follow();
+  }
+  void Add(int number) {
+    const auto rows = database->OpenRecordset("MapData");
+    rows->AddNew();
+    rows->Set(0, QStringLiteral("Ort %1").arg(number));
+    rows->Set(1, number / 4.0);
+    rows->Set(2, qint64{number});
+    rows->Update();
+  }
+  void Set(int position, const QString& text) {
+    const auto rows = database->OpenRecordset("MapData");
+    rows->MoveTo(position);
+    rows->Edit();
+    rows->Set(0, text);
+    rows->Update();
+  }
+  void Make_Points(const QString& name, int count) {
+    database->BeginTrans();
+    if (database->HasTable(name)) database->DropTable(name);
+    database->CreateTable({name, {{"xf", FieldType::Integer, 0}, {"yf", FieldType::Integer, 0}}});
+    const auto rows = database->OpenRecordset(name);
+    for (int i = 0; i < count; ++i) {
+      rows->AddNew();
+      rows->Set(0, qint64{i});
+      rows->Update();
+    }
+    database->CommitTrans();
+  }
+  QStringList Now() { return Content(*database); }
+
+  std::unique_ptr<Database> database;
+  std::unique_ptr<Journal> journal;
+};
+
+TEST_F(JournalTest, EveryKindOfChangeGoesBackAndForth) {
+  std::vector<QStringList> states{Now()};
+  const std::vector<std::function<void()>> changes = {
+      [&] { Set(1, "äöü"); },
+      [&] { Add(7); },
+      [&] {
+        const auto rows = database->OpenRecordset("MapData");
+        rows->MoveTo(2);
+        rows->Delete();
+      },
+      [&] { Make_Points("Linie1", 30); },
+      [&] { Make_Points("Linie1", 3); },
+      [&] {
+        database->AddColumn("MapData", {"Finder", FieldType::Text, 30});
+      },
+      [&] { database->Execute("UPDATE MapData SET Finder = 'F' || X, Größe = NULL WHERE X > 2"); },
+      [&] {
+        database->AddColumn("MapData", {"Höhe", FieldType::Long, 0});
+      },
+      [&] { database->DropColumn("MapData", "Finder"); },  // not the last one
+      [&] { database->Execute("UPDATE MapData SET rowid = -rowid WHERE rowid < 4"); },
+      [&] { database->Execute("DELETE FROM MapData"); },
+      [&] { database->DropTables({"Linie1"}); },
+      [&] {  // what is taken back leaves no step
+        database->BeginTrans();
+        Add(99);
+        Make_Points("Linie9", 4);
+        database->Rollback();
+        Add(8);
+      },
+  };
+  for (const auto& change : changes) {
+    change();
+    states.push_back(Now());
+    ASSERT_NE(states.back(), states[states.size() - 2]);
+    ASSERT_EQ(journal->Count(), static_cast<int>(states.size()) - 1);
+  }
+  EXPECT_EQ(journal->Fault(), QString());
+  std::mt19937 random(3);
+  for (int round = 0; round < 60; ++round) {
+    const auto target = static_cast<size_t>(random() % states.size());
+    if (round % 9 == 5) Open_Again();
+    journal->Walk_To(static_cast<int>(target));
+    ASSERT_EQ(Now(), states[target]) << "state " << target << " in round " << round;
+    ASSERT_EQ(journal->Position(), static_cast<int>(target));
+  }
+  // A step back to anywhere is a step itself.
+  journal->Walk_To(journal->Count());
+  journal->Step_Back_To(3, "Rückgängig: alles");
+  EXPECT_EQ(Now(), states[3]);
+  EXPECT_EQ(journal->Count(), static_cast<int>(states.size()));
+  EXPECT_EQ(journal->Step(journal->Count() - 1).name, "Rückgängig: alles");
+  Open_Again();
+  journal->Walk_To(journal->Count() - 1);
+  EXPECT_EQ(Now(), states.back());
+  journal->Walk_To(journal->Count());
+  EXPECT_EQ(Now(), states[3]);
+  // What begins in the middle drops what lay ahead.
+  journal->Walk_To(2);
+  Set(0, "neu");
+  EXPECT_EQ(journal->Count(), 3);
+  journal->Walk_To(2);
+  EXPECT_EQ(Now(), states[2]);
+}
+
+TEST_F(JournalTest, StepsJoinWhatBelongsTogether) {
+  journal->Set_Namer([](const QString& name, const StepFacts& facts) {
+    return QStringLiteral("%1 +%2 ~%3 -%4 %5")
+        .arg(name)
+        .arg(facts.inserted)
+        .arg(facts.changed)
+        .arg(facts.removed)
+        .arg(facts.oneRow
+                 ? facts.after.front().second.index() == 3 ? std::get<QString>(facts.after.front().second) : QString()
+                 : "viele");
+  });
+  const QStringList before = Now();
+  RunningStep running{7, "außen"};
+  journal->Set_Running([&] { return running; });
+  Set(1, "a");
+  Set(1, "b");
+  Set(1, "b");  // changes nothing
+  running = {};
+  Set(1, "b");
+  Add(6);
+  ASSERT_EQ(journal->Count(), 2);
+  EXPECT_EQ(journal->Step(0).name, "außen +0 ~2 -0 b");
+  EXPECT_EQ(journal->Step(0).rows, 2);
+  EXPECT_EQ(journal->Step(1).name, " +1 ~0 -0 Ort 6");
+  database->Execute("UPDATE MapData SET X = X + 1");
+  EXPECT_EQ(journal->Step(2).name, " +0 ~6 -0 viele");
+  const WalkResult result = journal->Walk_To(0);
+  EXPECT_EQ(Now(), before);
+  ASSERT_EQ(result.rows.size(), 1u) << "those of the step the walk ended with";
+  EXPECT_EQ(result.rows[0].key, 2);
+  // A row that is taken back is told with what stood in it.
+  journal->Walk_To(2);
+  const WalkResult gone = journal->Walk_To(1);
+  ASSERT_EQ(gone.rows.size(), 1u);
+  EXPECT_FALSE(gone.rows[0].there);
+  EXPECT_EQ(std::get<QString>(gone.rows[0].lastSeen.front().second), "Ort 6");
+}
+
+// What a cursor has read is what is there after a walk.
+TEST_F(JournalTest, OpenCursorsFollowAWalk) {
+  const auto rows = database->OpenRecordset("MapData");
+  const auto text = [&](int position) {
+    rows->MoveTo(position);
+    return rows->Text(0);
+  };
+  for (int i = 0; i < 600; ++i) Add(100 + i);
+  rows->Requery();
+  for (int i = 0; i < rows->RecordCount(); ++i) text(i);
+  const QString former = text(300);
+  Set(300, "geändert");
+  EXPECT_EQ(text(300), "geändert");
+  journal->Walk_To(journal->Count() - 1);
+  EXPECT_EQ(text(300), former);
+  EXPECT_EQ(text(299), "Ort 394");
+  journal->Walk_To(journal->Count() - 2);
+  EXPECT_EQ(rows->RecordCount(), 604);
+  Make_Points("Linie1", 3);
+  ASSERT_EQ(database->Points("Linie1")->size(), 3u);
+  database->Execute("UPDATE Linie1 SET xf = 70, yf = 80 WHERE rowid = 1");
+  ASSERT_EQ(database->Points("Linie1")->at(0).x, 70);
+  journal->Walk_To(journal->Count() - 1);
+  EXPECT_EQ(database->Points("Linie1")->at(0).x, 0);
+}
+
+TEST_F(JournalTest, AReplacedFileBecomesAStep) {
+  Set(0, "erster Schritt");
+  Make_Points("Linie1", 5);
+  const QStringList before = Now();
+  journal->Leave();
+  database.reset();
+  Table_File_Copy(Path("T.MDB"), Path("vorher.MDB"));
+  {
+    const auto other = Workspace::CreateDatabase(Path("A.MDB"));
+    other->CreateTable({"MapData", {{"ID", FieldType::Text, 79}, {"X", FieldType::Integer, 0}}});
+    other->CreateTable({"Linie1", {{"xf", FieldType::Integer, 0}, {"yf", FieldType::Integer, 0}}});
+    other->Execute("INSERT INTO MapData VALUES ('fremd', 5); INSERT INTO Linie1 VALUES (1, 2), (NULL, 1)");
+  }
+  Table_File_Copy(Path("A.MDB"), Path("T.MDB"));
+  database = Workspace::OpenDatabase(Path("T.MDB"));
+  const QStringList after = Now();
+  EXPECT_FALSE(journal->Follow(*database));
+  journal->Add_Difference(*Workspace::OpenDatabase(Path("vorher.MDB")), "Einträge laden", "alt", "neu");
+  ASSERT_EQ(journal->Count(), 3);
+  EXPECT_EQ(journal->Walk_To(2).context, "alt");
+  EXPECT_EQ(Now(), before);
+  EXPECT_EQ(journal->Walk_To(3).context, "neu");
+  EXPECT_EQ(Now(), after);
+  EXPECT_EQ(journal->Step_Back_To(1, "zurück").context, "alt");
+  EXPECT_EQ(journal->Walk_To(3).context, "neu");
+  EXPECT_EQ(Now(), after);
+}
+
+// The journal is never ahead of the database, nor behind it, whenever the program is killed.
+TEST_F(JournalTest, AKillLeavesTheStepWholeOrNone) {
+  const QStringList start = Now();
+  journal.reset();
+  database.reset();
+  std::mt19937 random(11);
+  for (int round = 0; round < 12; ++round) {
+    const pid_t child = fork();
+    if (child == 0) {
+      try {
+        database = Workspace::OpenDatabase(Path("T.MDB"));
+        Follow();
+        for (int i = 0;; ++i) {
+          if (i % 5 == 3) {
+            journal->Walk_To(std::max(0, journal->Position() - 2));
+            journal->Walk_To(journal->Position() + 1);
+          } else if (i % 5 == 1) {
+            Make_Points("Linie1", 40);
+          } else {
+            Add(i);
+          }
+        }
+      } catch (...) {
+      }
+      _exit(2);
+    }
+    const qint64 former = QFileInfo(Path("T.journal")).size();
+    for (int wait = 0; wait < 5000 && QFileInfo(Path("T.journal")).size() < former + 300; ++wait) usleep(1000);
+    usleep(static_cast<useconds_t>(random() % 40000));
+    kill(child, SIGKILL);
+    int status = 0;
+    waitpid(child, &status, 0);
+    ASSERT_TRUE(WIFSIGNALED(status)) << "it ended by itself";
+    database = Workspace::OpenDatabase(Path("T.MDB"));
+    journal = std::make_unique<Journal>(Path("T.journal"), "MapData");
+    ASSERT_TRUE(journal->Read());
+    ASSERT_TRUE(journal->Follow(*database)) << "round " << round;
+    const QStringList here = Now();
+    const int position = journal->Position();
+    ASSERT_GT(position, 0);
+    journal->Walk_To(0);
+    ASSERT_EQ(Now(), start);
+    journal->Walk_To(journal->Count());
+    journal->Walk_To(position);
+    ASSERT_EQ(Now(), here);
+    journal.reset();
+    database.reset();
+  }
+}
+
+TEST_F(JournalTest, AFullDiskTakesNoRows) {
+  Set(0, "vorher");
+  File_Write_Fault = [this](const QString& path, qint64) { return path == Path("T.journal") ? 61 : 0; };
+  Set(0, "trotzdem");
+  File_Write_Fault = {};
+  EXPECT_TRUE(Now().join(u' ').contains("trotzdem"));
+  EXPECT_EQ(journal->Count(), 0) << "steps that no longer lead to the rows must not be offered";
+  EXPECT_NE(journal->Fault(), QString());
+  Set(0, "weiter");
+  ASSERT_EQ(journal->Count(), 1);
+  Open_Again();
+  journal->Walk_To(0);
+  EXPECT_TRUE(Now().join(u' ').contains("trotzdem"));
+}
+
+// Power cut or full disk in the middle of a walk: whole before or whole after.
+TEST_F(JournalTest, AWalkThatCannotBeWrittenIsNoWalk) {
+  journal.reset();
+  database.reset();
+  FaultVfs disk;
+  database = Workspace::OpenDatabase(Path("T.MDB"));
+  Follow();
+  const QStringList start = Now();
+  for (int i = 0; i < 5; ++i) Make_Points(QStringLiteral("Linie%1").arg(i), 300);
+  database->Execute("UPDATE MapData SET ID = ID || 'x'");
+  const QStringList here = Now();
+  int refused = 0;
+  for (qint64 room = 0; room < 200000; room = room * 2 + 500) {
+    disk.room = room;
+    int error = 0;
+    try {
+      journal->Walk_To(0);
+    } catch (const Error& fault) {
+      error = fault.number;
+    }
+    disk.room = -1;
+    ASSERT_EQ(Now(), error == 0 ? start : here) << "room for " << room;
+    ASSERT_EQ(journal->Position(), error == 0 ? 0 : 6);
+    if (error != 0) {
+      ++refused;
+      EXPECT_EQ(error, 61);
+    }
+    journal->Walk_To(6);
+    ASSERT_EQ(Now(), here);
+  }
+  EXPECT_GT(refused, 2);
+}
+
+TEST_F(JournalTest, DamageIsRefusedAndChangesNothing) {
+  for (int i = 0; i < 4; ++i) Set(0, QStringLiteral("Schritt %1").arg(i));
+  const QStringList here = Now();
+  journal.reset();
+  QFile file(Path("T.journal"));
+  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+  const QByteArray whole = file.readAll();
+  file.close();
+  const auto with = [&](const QByteArray& bytes) {
+    Put("T.journal", bytes);
+    Follow();
+  };
+  // Cut anywhere: what is there in whole is a journal of its own or none.
+  for (qsizetype size = 0; size < whole.size(); size += 7) {
+    with(whole.left(size));
+    ASSERT_EQ(Now(), here);
+    ASSERT_LT(journal->Count(), 4);
+    journal->Walk_To(0);
+    ASSERT_EQ(Now(), here) << "cut to " << size;
+  }
+  // A changed byte: refused, or it was none that counts.
+  std::mt19937 random(5);
+  for (int round = 0; round < 200; ++round) {
+    QByteArray bytes = whole;
+    bytes[static_cast<qsizetype>(random() % static_cast<unsigned>(bytes.size()))] ^=
+        static_cast<char>(1 + random() % 255);
+    with(bytes);
+    try {
+      journal->Walk_To(0);
+      journal->Walk_To(journal->Count());
+    } catch (const Error& error) {
+      ASSERT_TRUE(error.number == 3343 || error.number == errors::dataChanged) << error.number;
+    }
+    if (journal->Position() == 4) {
+      ASSERT_EQ(Now(), here);
+    } else if (journal->Count() > 0) {
+      journal.reset();
+      Put("T.journal", whole);
+      Follow();
+      journal->Walk_To(4);
+      ASSERT_EQ(Now(), here);
+    }
+  }
+}
+
+// A table that was edited elsewhere is not written over.
+TEST_F(JournalTest, ForeignChangesStopAWalk) {
+  Set(0, "eins");
+  Set(1, "zwei");
+  journal.reset();
+  sqlite3_exec(database->Handle(), "UPDATE MapData SET ID = 'fremd' WHERE rowid = 2", nullptr, nullptr, nullptr);
+  Follow();
+  const QStringList here = Now();
+  ASSERT_EQ(journal->Count(), 2);
+  EXPECT_EQ(Error_Of([&] { journal->Walk_To(0); }), errors::dataChanged);
+  EXPECT_EQ(Now(), here);
+  EXPECT_EQ(journal->Position(), 2);
+}
+
+TEST_F(JournalTest, OldStepsGoWhenTheFileGrows) {
+  std::vector<QStringList> states{Now()};
+  for (int i = 0; i < 60; ++i) {
+    Set(i % 5, QString(70, u'x') + QString::number(i));
+    states.push_back(Now());
+  }
+  const qint64 before = journal->Bytes();
+  journal->Walk_To(58);
+  journal->Shrink(before / 2, 10);
+  EXPECT_LT(journal->Bytes(), before / 2 + 1);
+  EXPECT_GE(journal->Count(), 10);
+  const int dropped = 60 - journal->Count();
+  EXPECT_EQ(journal->Position(), 58 - dropped);
+  Open_Again();
+  EXPECT_EQ(journal->Position(), 58 - dropped);
+  journal->Walk_To(journal->Count());
+  EXPECT_EQ(Now(), states[60]);
+  journal->Walk_To(0);
+  EXPECT_EQ(Now(), states[static_cast<size_t>(dropped)]);
+}
+
+// A large step is stored in parts, each of them packed.
+TEST_F(JournalTest, LargeStepsAreStoredCompactly) {
+  const QStringList before = Now();
+  const auto rows = database->OpenRecordset("MapData");
+  database->BeginTrans();
+  for (int i = 0; i < 150000; ++i) {
+    rows->AddNew();
+    rows->Set(0, QStringLiteral("Gentiana verna, Frühlings-Enzian am Hang %1 oberhalb der Alm").arg(i));
+    rows->Set(2, qint64{i % 30000});
+    rows->Update();
+  }
+  database->CommitTrans();
+  EXPECT_EQ(journal->Count(), 1);
+  EXPECT_LT(journal->Bytes(), 150000 * 20);
+  Open_Again();
+  journal->Walk_To(0);
+  EXPECT_EQ(Now(), before);
+  journal->Walk_To(1);
+  EXPECT_EQ(database->RowCount("MapData"), 150005);
+}
+
+}  // namespace

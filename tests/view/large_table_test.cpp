@@ -1,0 +1,196 @@
+#include <random>
+
+#include "edit/order.h"
+#include "platform/surface.h"
+#include "state/table_state.h"
+#include "store/entry_edit.h"
+#include "support/hand_fixture.h"
+#include "view/entry_index.h"
+#include "view/hit_test.h"
+#include "view/map_paint.h"
+
+// A table so large that not all of its rows are looked at in a redraw, and that changes of single rows repaint what
+// they touch alone. Whatever is left out, picture, hits and counts are those of all rows.
+
+namespace {
+
+constexpr int many = 2100;
+
+// Where the two differ.
+QRect Difference(const QImage& one, const QImage& other) {
+  QRect where;
+  for (int y = 0; y < one.height(); ++y)
+    for (int x = 0; x < one.width(); ++x)
+      if ((one.pixel(x, y) ^ other.pixel(x, y)) & 0xffffff) where |= QRect(x, y, 1, 1);
+  return where;
+}
+
+class LargeTable : public HandTest {
+ protected:
+  void SetUp() override {
+    HandTest::SetUp();
+    dbEntries->BeginTrans();
+    Append_Entry(Poly_Row("Flaeche0", 400, 400, {{300, 300}, {900, 350}, {500, 900}}));
+    for (int i = 0; i < many; ++i) Append_Entry(Any_Row());
+    Append_Entry(Poly_Row("Linie1", -1, -1, {{0, 0}, {1500, 1100}, {200, 900}}));
+    Append_Entry(Figure_Row(22, {350, 300, 200, 150}));
+    dbEntries->CommitTrans();
+  }
+
+  int Below(int limit) { return static_cast<int>(dice() % static_cast<unsigned>(limit)); }
+  // A text of any kind, mostly small ones.
+  EntryRow Any_Row() {
+    const QStringList texts = {u"Ort"_s, u"Möwe\r\nSee"_s, u"i"_s, u"WWWWWWWWWWWW"_s, u"♀ 12"_s, u"日本"_s, {}};
+    EntryRow row = Text_Row(texts[Below(static_cast<int>(texts.size()))], Below(1700) - 50, Below(1300) - 50, Below(4));
+    if (Below(30) == 0) row.Typ = 7;
+    row.Groesse = Below(12) == 0 ? Below(60) - 10 : 6 + Below(5);
+    row.HG = Below(15);
+    row.RA = Below(3) == 0 ? 100 * Below(9) + Below(16) + 10000 * Below(2) + 1000 * Below(5) : -100;
+    if (Below(6) == 0) row.Schrift = u"Arial-T<%1"_s.arg(Below(360));
+    if (Below(5) == 0) {
+      row.Xline = Below(1600);
+      row.Yline = Below(1200);
+    }
+    if (Below(8) == 0) row.Typ = -std::max(row.Typ, 1);
+    if (Below(9) == 0) row.ID = u"-Text"_s;
+    if (Below(15) == 0) row.Typ += row.Typ < 0 ? -100 : 100;
+    return row;
+  }
+  // One whose reach is known.
+  void Go_To_Any_Text() {
+    do {
+      rsEntries->MoveTo(1 + Below(rsEntries->RecordCount() - 1));
+    } while (EntryReach::Of(*rsEntries).Everywhere());
+  }
+
+  // All rows, drawn one after the other onto the bare ground, and compared with what stands in the window.
+  static void Expect_All_Rows(const DrawCounts& counts, const std::string& what) {
+    SCOPED_TRACE(what);
+    QImage picture = Make_Canvas(Map.ScaleWidth, Map.ScaleHeight, qRgb(255, 255, 255));
+    const auto surface = Make_Surface(picture);
+    surface->pen.ForeColor = QBColor(9);
+    const QRectF window(0, 0, Map.ViewWidth, Map.ViewHeight);
+    surface->SetClip(window);
+    RegionSet regions;
+    DrawContext context{
+        *surface, {1.0 * Map.ViewLeft, 1.0 * Map.ViewTop, static_cast<double>(Map.Zoom)}, window, &regions};
+    const DrawCounts all = Draw_Entries(context);
+    EXPECT_EQ(Difference(picture.copy(window.toRect()), Map.canvas), QRect());
+    EXPECT_EQ(std::tuple(counts.hidden, counts.inactive, counts.marked),
+              std::tuple(all.hidden, all.inactive, all.marked));
+    const auto key = [](const RegionSet& set, QPointF at) { return set.AnyAt(at) ? set.Row(set.TopAt(at)).key : 0; };
+    for (int y = 1; y < Map.ViewHeight; y += 17)
+      for (int x = 1; x < Map.ViewWidth; x += 13)
+        ASSERT_EQ(key(Map.EntryRegions, QPointF(x, y)), key(regions, QPointF(x, y))) << x << ',' << y;
+  }
+
+  std::mt19937 dice{20};
+};
+
+}  // namespace
+
+TEST_F(LargeTable, ShowsWhatAllRowsShow) {
+  for (const double zoom : {1.0, 0.5, 2.5, 9.0}) {
+    Set_Zoom(zoom);
+    Scroll_By(137, 91);
+    Expect_All_Rows(Paint_Map(), std::to_string(zoom));
+  }
+}
+
+TEST_F(LargeTable, ChangedRowsAreMendedInPictureHitsAndCounts) {
+  for (const double zoom : {1.0, 0.5, 2.5}) {
+    Set_Zoom(zoom);
+    Scroll_By(150, 120);
+    Paint_Map();
+    for (int step = 0; step < 14; ++step) {
+      const KeepCurrentRow keep;
+      switch (step % 7) {
+        case 0:  // moved
+          Go_To_Any_Text();
+          Set_Field(column::Xmap, qint64{Map.ViewLeft + Below(static_cast<int>(300 * zoom))});
+          break;
+        case 1:
+          Append_Entry(Any_Row());
+          break;
+        case 2:
+          Go_To_Any_Text();
+          rsEntries->Delete();
+          break;
+        case 3:  // hidden or shown
+          Go_To_Any_Text();
+          Set_Field(column::Typ, -std::max(qint64{1}, rsEntries->Integer(column::Typ)));
+          break;
+        case 4:  // marked
+          Go_To_Any_Text();
+          Set_Field(column::Typ, qint64{Type_Here().Marked(Mark::Last).ToNumber()});
+          break;
+        case 5: {  // another row altogether, and several at once
+          const EntryRow row = Any_Row();
+          Go_To_Any_Text();
+          Update_Entry(row);
+          Go_To_Any_Text();
+          Set_Field(column::Ymap, qint64{Map.ViewTop + 30});
+          Set_Field(column::Ymap, qint64{Map.ViewTop + 40});
+          break;
+        }
+        default:
+          Go_To_Any_Text();
+          Set_Field(column::Eintrag, u"neu"_s);
+      }
+      const auto counts = Paint_Changes();
+      ASSERT_TRUE(counts || step % 7 == 1 || step % 7 == 5) << "letters of unknown width may have come";
+      Expect_All_Rows(counts ? *counts : Paint_Map(), std::to_string(zoom) + ", step " + std::to_string(step));
+      if (HasFatalFailure() || HasNonfatalFailure()) return;
+    }
+  }
+}
+
+// What cannot be told by the rows alone is painted as a whole.
+TEST_F(LargeTable, AnythingElsePaintsAllOfIt) {
+  const auto text = [this] { Go_To_Any_Text(), Set_Field(column::Eintrag, u"neu"_s); };
+  const std::pair<const char*, std::function<void()>> ways[] = {
+      {"a statement", [] { dbEntries->Execute(u"UPDATE MapData SET HG = 3 WHERE Typ = 0"_s); }},
+      {"vertices",
+       [] {
+         Write_Vertices(u"Flaeche0"_s, {{300, 300}, {900, 300}, {500, 800}});
+       }},
+      {"an area", [] { rsEntries->MoveTo(1), Set_Field(column::VG, qint64{4}); }},
+      {"taken back", [&] { dbEntries->BeginTrans(), text(), dbEntries->Rollback(); }},
+      {"another look", [&] { text(), frmMDI.Light = !frmMDI.Light; }},
+      {"the order", [&] { Go_To_Any_Text(), Map.CurBookmark = rsEntries->Bookmark(), Move_In_Order(-10); }},
+      {"scrolled", [&] { text(), ++Map.ViewLeft; }}};
+  Set_Zoom(1);
+  for (const auto& [name, way] : ways) {
+    Paint_Map();
+    text();
+    ASSERT_TRUE(Paint_Changes()) << name;
+    const KeepCurrentRow keep;
+    way();
+    EXPECT_FALSE(Paint_Changes()) << name;
+  }
+}
+
+// A drag, typing and marks by the user's hand, against the picture that is painted as a whole.
+TEST_F(LargeTable, TheHandLeavesTheSamePicture) {
+  Set_Zoom(1);
+  const auto expect_same = [](const char* what) {
+    const QImage mended = Map.canvas.copy();
+    const int hidden = Map.HiddenCount, marked = Map.MarkCount;
+    Map_Redraw();
+    EXPECT_EQ(Difference(mended, Map.canvas), QRect()) << what;
+    EXPECT_EQ(std::pair(hidden, marked), std::pair(Map.HiddenCount, Map.MarkCount)) << what;
+  };
+  const QString key = Add(Text_Row(u"Zieh mich"_s, 300, 200));
+  Map_Redraw();
+  Drag({310, 205}, {500, 333});
+  EXPECT_EQ(At(key), QPoint(490, 328));
+  expect_same("dragged, still in hand");
+  ASSERT_TRUE(End_Entry());
+  expect_same("left");
+  ASSERT_TRUE(Take_Entry(key));
+  Text_Typed(u"und noch länger als zuvor"_s);
+  ASSERT_TRUE(End_Entry());
+  EXPECT_EQ(Row(key).Eintrag, u"und noch länger als zuvor"_s);
+  expect_same("typed");
+  EXPECT_EQ(Map.EntryRegions.Row(Hit_Entry({560, 335})).Bookmark(), key);
+}

@@ -1,0 +1,193 @@
+#include <QDropEvent>
+#include <QMimeData>
+
+#include "platform/shell.h"
+#include "support/nets.h"
+#include "support/table_fixture.h"
+#include "windows/import/frmGPS.h"
+#include "windows/import/frmGPSGeraet.h"
+#include "windows/import/frmWpImport.h"
+#include "windows/window_fixture.h"
+
+namespace {
+
+// A metre a pixel; the lower left corner of the map lies at 640 000 / 5 500 000.
+class GpsWindowTest : public WindowTest {
+ protected:
+  void SetUp() override {
+    WindowTest::SetUp();
+    Open(600, 400);
+    Coord = Utm_Net({600, 400}, {0, 400}, 1000);
+    Coord.GridR = 640000, Coord.GridH = 5500000;
+    Choose("mnuImportGPS");
+    dialog = &Shown<FrmGPS>();
+  }
+  void TearDown() override {
+    WindowTest::TearDown();
+    Coord = {};
+  }
+  QString Own_File(const QString& name = QStringLiteral("Gang.wpt")) {
+    const QString path = Path(name);
+    Write_Lines(path, {"D  WGS-84", "M  UTM", "H  Name      Zone Rechtswert Hochwert Bemerkung",
+                       "W  Igel      32U  640100     5500300  am Bach", "W  Dachs     32U  640200     5500300",
+                       "W  Otter     32U  640300     5500300", "W  Fern      32U  740300     5500300",
+                       "W  Zone      33U  640300     5500300", "W  Kaputt    32U  sechs      5500300"});
+    return path;
+  }
+  void Load(const char* menu, const QString& path) {
+    FileDialogScript files{path};
+    dialog->findChild<QAction*>(QLatin1String(menu))->trigger();
+    Settle();
+  }
+  FrmWpImport& Onward() {
+    Press(*dialog, "cmdWeiter");
+    Settle();
+    return Shown<FrmWpImport>();
+  }
+  static QStringList Texts() {
+    QStringList texts;
+    for (const EntryRow& row : Rows_Of(*dbEntries)) texts << row.Eintrag;
+    return texts.mid(1);
+  }
+  QStringList List(int column) {
+    QStringList all;
+    const QAbstractItemModel* model = Part<QTableView>(*dialog, "Text1")->model();
+    for (int row = 0; row < model->rowCount(); ++row) all << model->index(row, column).data().toString();
+    return all;
+  }
+
+  FrmGPS* dialog = nullptr;
+};
+
+}  // namespace
+
+TEST_F(GpsWindowTest, ShowsEveryRecordAndImportsAll) {
+  EXPECT_EQ(Text_In(*dialog, "cmdWeiter"), "&Abbrechen");
+  Append_Entry({"Text", "Otter", "Arial", 10, 0, 14, -1, 300, 100, 0, 0, 0});
+  Load("mnuLoadWp", Own_File());
+  EXPECT_EQ(List(2), (QStringList{"Igel", "Dachs", "Otter", "Fern", "Zone"}));
+  EXPECT_EQ(List(1), (QStringList{"", "", "EG", "", ""}));
+  const QStringList symbols = List(0);
+  EXPECT_EQ(symbols[0], symbols[1]);
+  EXPECT_EQ(QSet<QString>(symbols.begin(), symbols.end()).size(), 4) << "there, exists, too far, another zone";
+  EXPECT_FALSE(symbols.contains(QString())) << "the font shows all of them";
+  EXPECT_EQ(Text_In(*dialog, "lblzurechts"), "1");
+  EXPECT_EQ(Text_In(*dialog, "lblObjOk"), "2");
+  EXPECT_EQ(Text_In(*dialog, "lblNamePosExist"), "1");
+  EXPECT_TRUE(Text_In(*dialog, "lblHeader").contains("UTM (WGS-84)"));
+  EXPECT_TRUE(Text_In(*dialog, "lblInfo3").contains("die erste: Zeile 9 \"Kaputt\""));
+  EXPECT_EQ(Text_In(*dialog, "cmdWeiter"), "&Weiter >>");
+  FrmWpImport& choice = Onward();
+  Fill(choice, "chkBemerkung", true);
+  MessageScript messages("2 Einträge wurden in die Karte importiert.", MsgAnswer::Ok);
+  Press(choice, "cmdImport");
+  EXPECT_EQ(Texts(), (QStringList{"Otter", "Igel am Bach", "Dachs"}));
+  EXPECT_EQ(List(0).size(), 0) << "not twice";
+  EXPECT_FALSE(choice.isVisible());
+  Press(*dialog, "cmdWeiter");
+  Settle();
+  EXPECT_FALSE(Is_Open<FrmGPS>()) << "nothing to go on with";
+}
+
+TEST_F(GpsWindowTest, TakesTheMarkedOnesOrAsksOfEach) {
+  Load("mnuLoadWp", Own_File());
+  FrmWpImport& choice = Onward();
+  Fill(choice, "optMark", true);
+  {
+    MessageScript messages("Option: Markierte Wegpunkte importieren");
+    Press(choice, "cmdImport");
+  }
+  auto* list = Part<QTableView>(*dialog, "Text1");
+  list->setCurrentIndex(list->model()->index(1, 2));
+  Key_On(list, Qt::Key_Down, Qt::ShiftModifier);
+  Key_On(list, Qt::Key_Down, Qt::ShiftModifier);
+  EXPECT_EQ(dialog->Marked_Rows(), (std::vector<int>{1, 2, 3}));
+  {
+    MessageScript messages("5 Einträge in der Datei, 2 davon tatsächlich importiert.", MsgAnswer::Cancel);
+    messages.AllowAny(MsgAnswer::No);
+    Press(choice, "cmdImport");
+  }
+  EXPECT_TRUE(Texts().isEmpty()) << "taken back";
+  Load("mnuLoadWp", Own_File());
+  Fill(Onward(), "optEinzel", true);
+  MessageScript messages{{"Igel", MsgAnswer::No}, {"Dachs", MsgAnswer::Yes}, {"Otter", MsgAnswer::No}};
+  messages.Expect("5 Einträge in der Datei, 1 davon");
+  Press(choice, "cmdImport");
+  EXPECT_EQ(Texts(), QStringList("Dachs"));
+}
+
+TEST_F(GpsWindowTest, OtherCoordinatesAreAskedAndFaultsAreTold) {
+  const QString gpx = Path("Gang.gpx");
+  // 640 100 / 5 500 200 in degrees.
+  Write_Lines(gpx, {"<gpx><trk><name>Weg</name><trkseg><trkpt lat='49.6380798' lon='10.9404049'/>",
+                    "<trkpt lat='49.6390798' lon='10.9414049'/></trkseg></trk></gpx>"});
+  {
+    MessageScript messages("Koordinatensystem falsch", MsgAnswer::No);
+    Load("mnuLoadWp", gpx);
+    EXPECT_TRUE(List(0).isEmpty());
+  }
+  MessageScript messages("Koordinatensystem falsch", MsgAnswer::Other);
+  Load("mnuLoadWp", gpx);
+  EXPECT_EQ(List(2), (QStringList{"Weg", "Weg"})) << "no waypoints: its track";
+  EXPECT_TRUE(Text_In(*dialog, "lblHeader").contains("umgerechnet: WGS-84 -> UTM 32 WGS-84"));
+  FrmWpImport& choice = Onward();
+  EXPECT_FALSE(Is_Enabled(choice, "cmdSchrift"));
+  messages.Expect("1 Einträge wurden in die Karte importiert.");
+  Press(choice, "cmdImport");
+  EXPECT_EQ(Texts(), QStringList("Weg"));
+  for (const QByteArray& content : {QByteArray(), QByteArray("<gpx></gpx>"), QByteArray("W  x\nW  y\n")}) {
+    messages.AllowAny(MsgAnswer::Ok);
+    Load("mnuLoadTrack", Put("schlecht.trk", content));
+    EXPECT_EQ(Text_In(*dialog, "cmdWeiter"), "&Abbrechen");
+  }
+  EXPECT_TRUE(messages.Seen().back().text.contains("Kopfzeile")) << messages.Seen().back().text;
+  Coord = {};
+  dialog->findChild<QAction*>("mnuLoadWp")->trigger();
+  EXPECT_TRUE(messages.Seen().back().text.contains("Karte ist nicht georeferenziert"));
+}
+
+TEST_F(GpsWindowTest, AFileDroppedOnTheMapOpensTheImport) {
+  dialog->close();
+  Settle();
+  QMimeData data;
+  data.setUrls({QUrl::fromLocalFile(Own_File())});
+  QDragEnterEvent enter({50, 50}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+  QCoreApplication::sendEvent(window.get(), &enter);
+  EXPECT_TRUE(enter.isAccepted());
+  QDropEvent event(QPointF(50, 50), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+  QCoreApplication::sendEvent(window.get(), &event);
+  Settle();
+  dialog = &Shown<FrmGPS>();
+  EXPECT_EQ(List(2).size(), 5);
+}
+
+TEST_F(GpsWindowTest, TheTransferProgramLeavesAFile) {
+  ASSERT_TRUE(QDir().mkpath(ProgramFolder + "/GPS"));
+  Write_Lines((ProgramFolder + "/GPS/Gps.exe"), {"#!"});
+  QFile::setPermissions((ProgramFolder + "/GPS/Gps.exe"), QFile::ReadOwner | QFile::ExeOwner);
+  QStringList started;
+  std::function<void()> ended;
+  const ShellFace former =
+      Set_Shell({[&](const QString& program, const QStringList& arguments, std::function<void()> then) {
+                   started << program << arguments;
+                   ended = std::move(then);
+                   return true;
+                 },
+                 {}});
+  dialog->findChild<QAction*>("mnuGPS")->trigger();
+  ASSERT_EQ(started.size(), 2);
+  EXPECT_EQ(started[1], "GPSe,," + (ProgramFolder + "/GPS/Wegpunkte.txt"));
+  QFile::copy(Own_File(), (ProgramFolder + "/GPS/Wegpunkte.txt"));
+  ended();
+  EXPECT_EQ(List(2).size(), 5);
+  Set_Shell(former);
+  Kill((ProgramFolder + "/GPS/Gps.exe"));
+  When_Shown([](QWidget& asked) {
+    EXPECT_GT(Part<QComboBox>(asked, "cmbGeraet")->count(), 3);
+    EXPECT_EQ(Text_In(asked, "cmbPort"), "usb:");
+    Press(asked, "cmdCancel");
+  });
+  MessageScript messages;
+  if (Find_Program("gpsbabel", ProgramFolder).isEmpty()) messages.Expect("'G7toWin.exe' wurde nicht gefunden");
+  dialog->findChild<QAction*>("mnuGPS")->trigger();
+}
