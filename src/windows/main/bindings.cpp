@@ -8,7 +8,6 @@
 #include "state/mdi_state.h"
 #include "view/view.h"
 #include "windows/analysis/bind_analysis.h"
-#include "windows/calibration/frmGeodaten.h"
 #include "windows/canvas/bind_canvas.h"
 #include "windows/common/bind_window.h"
 #include "windows/common/frm_dialogs.h"
@@ -66,5 +65,4 @@ void Bind_All_Windows(QMainWindow& window) {
   Bind_Print_Windows(&window);
   Bind_Analysis_Windows(&window);
   Bind_Import_Windows(&window);
-  Bind_Window("mnuMapGeo", &window, Show_frmGeodaten);
 }

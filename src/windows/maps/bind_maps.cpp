@@ -1,5 +1,6 @@
 #include "windows/maps/bind_maps.h"
 
+#include "windows/calibration/frmGeodaten.h"
 #include "windows/common/bind_window.h"
 #include "windows/maps/frmInfo.h"
 #include "windows/maps/frmMalprg.h"
@@ -11,6 +12,7 @@
 
 void Bind_Map_Windows(QWidget* mainWindow) {
   Bind_Window("mnuMapNeu", mainWindow, Show_frmMapNeu);
+  Bind_Window("mnuMapGeo", mainWindow, Show_frmGeodaten);
   Bind_Window("mnuMapSize", mainWindow, Show_frmMapSize);
   Bind_Window("mnuMalprgOpen", mainWindow, Show_frmMalprgOpen);
   Bind_Window("mnuMalprg", mainWindow, Show_frmMalprg);
