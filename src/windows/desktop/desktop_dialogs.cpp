@@ -7,6 +7,7 @@
 #include <QHeaderView>
 #include <QInputDialog>
 #include <QMessageBox>
+#include <QPointer>
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QShortcut>
@@ -18,9 +19,13 @@
 #include "state/dialog_hooks.h"
 #include "state/global_state.h"
 
+// A window that has just been closed is still the active one, and for a moment after it none is: a box that belonged to
+// it would get no keys.
 QWidget* Dialog_Parent() {
-  if (QWidget* active = QApplication::activeModalWidget()) return active;
-  if (QWidget* active = QApplication::activeWindow()) return active;
+  static QPointer<QWidget> last;
+  for (QWidget* active : {QApplication::activeModalWidget(), QApplication::activeWindow()})
+    if (active != nullptr && active->isVisible()) return last = active;
+  if (last && last->isVisible()) return last;
   const auto windows = QApplication::topLevelWidgets();
   for (QWidget* window : windows)
     if (window->isVisible() && window->windowType() == Qt::Window) return window;
