@@ -188,3 +188,11 @@ void Tell_Of_Interrupted_Work() {
                                  "ansehen und zurücknehmen."),
               MsgButtons::Ok, MsgIcon::Information, title);
 }
+
+void Tell_Of_Lost_Steps() {
+  const QString reason = Lost_History();
+  if (reason.isEmpty()) return;
+  const QString told = QStringLiteral(
+      "Die bisherigen Schritte können nicht mehr zurückgenommen werden; die Einträge selbst sind gesichert.\n\n");
+  Message_Box(told + reason, MsgButtons::Ok, MsgIcon::Warning, title);
+}

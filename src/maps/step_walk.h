@@ -18,3 +18,5 @@ QString Step_Forward_Text();  // the same with "Wiederherstellen: "
 void Take_Back_Operation();
 // After a map was opened: tells of work that was interrupted, once.
 void Tell_Of_Interrupted_Work();
+// Where steps were lost, for want of room on the disk: tells why, once. To be asked when nothing else is going on.
+void Tell_Of_Lost_Steps();

@@ -5,10 +5,12 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QHash>
 #include <QStringDecoder>
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <ctime>
 #include <new>
 
 #include "platform/error.h"
@@ -21,6 +23,54 @@ constexpr qint64 largestWhole = qint64{512} << 20;  // of files read at once; th
 // Names that look the same to the user are the same: in any case, and with umlauts in one character or in two.
 QString Folded(const QString& name) { return name.normalized(QString::NormalizationForm_C).toCaseFolded(); }
 
+// The names of a folder by what they look like. A path that is not there asks for every folder on its way, and a map
+// with missing pictures asks for it at each redraw: so lists are kept as long as the folder's own time tells that
+// nothing came or went. That time may be as coarse as on a memory stick: a list made soon after a change is not kept.
+class FolderLists {
+ public:
+  QStringList Like(const QString& folder, const QString& folded) {
+    struct stat info {};
+    if (::stat(QFile::encodeName(folder).constData(), &info) != 0) return {};
+    const auto kept = lists.constFind(folder);
+    if (kept != lists.cend() && kept->Is_Of(info)) return kept->names.values(folded);
+    List fresh{info.st_dev, info.st_ino, info.st_mtim, {}};
+    const timespec before = Now();
+    for (const QString& name :
+         QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot))
+      fresh.names.insert(Folded(name), name);
+    const QStringList found = fresh.names.values(folded);
+    if (lists.size() >= mostLists) lists.clear();
+    lists.remove(folder);
+    if (before.tv_sec - info.st_mtim.tv_sec > coarsestSeconds) lists.insert(folder, std::move(fresh));
+    return found;
+  }
+
+ private:
+  static constexpr qsizetype mostLists = 64;
+  static constexpr time_t coarsestSeconds = 3;
+  struct List {
+    dev_t device = 0;
+    ino_t number = 0;
+    timespec changed{};
+    QMultiHash<QString, QString> names;
+    bool Is_Of(const struct stat& info) const {
+      return device == info.st_dev && number == info.st_ino && changed.tv_sec == info.st_mtim.tv_sec &&
+             changed.tv_nsec == info.st_mtim.tv_nsec;
+    }
+  };
+  static timespec Now() {
+    timespec now{};
+    ::clock_gettime(CLOCK_REALTIME, &now);
+    return now;
+  }
+  QHash<QString, List> lists;
+};
+
+FolderLists& Folder_Lists() {
+  static FolderLists lists;
+  return lists;
+}
+
 // The rest of the path below a folder that is there; every branch is tried, the exact name first.
 QString Find_Below(const QString& folder, const QStringList& names, qsizetype index) {
   if (index == names.size()) return folder;
@@ -31,9 +81,8 @@ QString Find_Below(const QString& folder, const QStringList& names, qsizetype in
     if (!found.isEmpty()) return found;
   }
   const QString folded = Folded(wanted);
-  const QDir dir(base.isEmpty() ? QStringLiteral(".") : base);
-  for (const QString& name : dir.entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot)) {
-    if (name == wanted || Folded(name) != folded) continue;
+  for (const QString& name : Folder_Lists().Like(base.isEmpty() ? QStringLiteral(".") : base, folded)) {
+    if (name == wanted) continue;
     const QString found = Find_Below(base + name, names, index + 1);
     if (!found.isEmpty()) return found;
   }

@@ -4,6 +4,7 @@
 #include "edit/order.h"
 #include "maps/commands.h"
 #include "maps/map_close.h"
+#include "platform/files.h"
 #include "state/step.h"
 #include "state/table_state.h"
 #include "store/columns.h"
@@ -210,6 +211,17 @@ TEST_F(StepWalk, ManyStepsAheadAreNotDroppedWithoutAQuestion) {
   EXPECT_EQ(Entry_Count(), 0);
   Append_Entry(Make(0, "Text", "ohne Frage", 1, 1));
   EXPECT_EQ(Step_Count(), 1);
+}
+
+TEST_F(StepWalk, LostStepsAreToldOnce) {
+  Add_Texts(2);
+  File_Write_Fault = [](const QString& path, qint64) { return path.contains("Verlauf/") ? 61 : 0; };
+  Append_Entry(Make(0, "Text", "trotzdem", 1, 1));
+  File_Write_Fault = {};
+  EXPECT_EQ(Entry_Count(), 3);
+  With_Box("die Einträge selbst sind gesichert", [] { Tell_Of_Lost_Steps(); });
+  Tell_Of_Lost_Steps();
+  EXPECT_FALSE(Can_Step_Back());
 }
 
 // What a program that was killed leaves behind: its files as they were.

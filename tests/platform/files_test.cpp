@@ -1,5 +1,6 @@
 #include "platform/files.h"
 
+#include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -7,6 +8,7 @@
 
 #include <chrono>
 #include <csignal>
+#include <ctime>
 #include <thread>
 
 namespace {
@@ -96,6 +98,29 @@ TEST_F(Files, AreFoundIgnoringCase) {
   EXPECT_EQ(Find_File(Path("wald/käfer.mdb")), exact);
   EXPECT_TRUE(File_Exists(Path("WALD/käfer.mdb")));
   EXPECT_FALSE(File_Exists(Path("Wald")));  // a folder is no file
+}
+
+// Lists of folders are remembered: whatever comes, goes or changes its name is noticed all the same, in a folder that
+// was left alone for long and in one that is being written.
+TEST_F(Files, AreFoundAndMissedAtOnce) {
+  const auto rest = [this] {
+    const timespec times[] = {{::time(nullptr) - 60, 0}, {::time(nullptr) - 60, 0}};
+    ASSERT_EQ(::utimensat(AT_FDCWD, QFile::encodeName(folder.path()).constData(), times, 0), 0);
+  };
+  for (const bool rested : {true, false}) {
+    if (rested) rest();
+    for (int i = 0; i < 3; ++i) EXPECT_EQ(Find_File(Path("BILD.png")), QString());
+    const QString there = Put("Bild.png", "1");
+    EXPECT_EQ(Find_File(Path("BILD.png")), there);
+    if (rested) rest();
+    EXPECT_EQ(Find_File(Path("BILD.png")), there);
+    ASSERT_TRUE(QFile::rename(there, Path("bilD.png")));
+    EXPECT_EQ(Find_File(Path("BILD.png")), Path("bilD.png"));
+    if (rested) rest();
+    EXPECT_EQ(Find_File(Path("BILD.png")), Path("bilD.png"));
+    ASSERT_TRUE(QFile::remove(Path("bilD.png")));
+    EXPECT_EQ(Find_File(Path("BILD.png")), QString());
+  }
 }
 
 TEST_F(Files, PatternsAndSplitting) {

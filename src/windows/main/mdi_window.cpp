@@ -11,6 +11,7 @@
 #include <QStatusTipEvent>
 
 #include "maps/commands.h"
+#include "maps/step_walk.h"
 #include "state/events.h"
 #include "state/global_state.h"
 #include "state/map_state.h"
@@ -157,6 +158,7 @@ void MdiWindow::Idle() {
   // Not in the middle of something: a dialog, or work that serves events.
   if (!dbEntries || QApplication::activeModalWidget() || QApplication::overrideCursor()) return;
   Table_Idle();
+  Tell_Of_Lost_Steps();
 }
 
 void MdiWindow::Run(const QString& command, int line) {
