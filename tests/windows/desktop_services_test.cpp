@@ -62,6 +62,22 @@ TEST(DesktopMessageTest, HourglassGoesAwayWhileTheUserIsAsked) {
   QApplication::restoreOverrideCursor();
 }
 
+// A window that asks and closes itself is gone when the answer is told; the box belongs to what is still to be seen.
+TEST(DesktopMessageTest, ABoxBelongsToAWindowThatIsThere) {
+  QDialog list;
+  QDialog choice(&list);
+  list.show();
+  choice.show();
+  QApplication::setActiveWindow(&list);
+  EXPECT_EQ(Dialog_Parent(), &list);
+  QApplication::setActiveWindow(&choice);
+  choice.hide();
+  QApplication::setActiveWindow(&choice);
+  EXPECT_EQ(Dialog_Parent(), &list);
+  QApplication::setActiveWindow(nullptr);
+  EXPECT_EQ(Dialog_Parent(), &list);
+}
+
 TEST(DesktopFileDialogTest, FiltersAreThoseOfTheService) {
   EXPECT_EQ(Dialog_Filters("Bitmap (*.bmp;  *.gif)|*.bmp;*.gif", false),
             QStringList({"Bitmap (*.bmp *.gif)", "Alle Dateien (*)"}));
