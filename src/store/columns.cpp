@@ -85,7 +85,7 @@ bool Add_Column(NewColumn column, const QString& defaultTitle) {
                         [&field] { dbEntries->AddColumn(QStringLiteral("MapData"), field); });
 }
 
-bool Remove_Column(const QString& name) {
+bool Remove_Column(QString name) {
   if (!dbEntries || !rsEntries) return false;
   if (Is_Fixed_Column(name)) {
     Message_Box(

@@ -14,5 +14,5 @@ struct NewColumn {
 // for a name that is taken or cannot be used.
 bool Add_Column(NewColumn column, const QString& defaultTitle);
 // Removes it, asks nothing; False, with a message, for one of the twelve the program needs.
-bool Remove_Column(const QString& name);
+bool Remove_Column(QString name);
 bool Is_Fixed_Column(const QString& name);  // one of the twelve, ignoring case
