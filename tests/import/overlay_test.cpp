@@ -87,7 +87,7 @@ TEST(Overlay, BadFilesAreToldWithTheirLine) {
       Read_Overlay(Symbol("Typ=3\nXKoord0=11\nYKoord0=Nord\nXKoord1=11\nYKoord1=49\n") + Symbol("Typ=2\nText=x\n") +
                    Symbol("Typ=2\nXKoord=11\nYKoord=49\n") + Symbol("Typ=5\nXKoord=11\nYKoord=49\n") +
                    Symbol("Typ=4\nXKoord=11\nYKoord=49\nXKoord=11\nYKoord=49\n") + "YKoord=12\n" +
-                   Symbol(QByteArray("Typ=2\nText=a\0b\nXKoord=1\nYKoord=95\n", 37)));
+                   Symbol("Typ=2\nText=a\0b\nXKoord=1\nYKoord=95\n"_ba));
   EXPECT_EQ(file.records.size(), 1U) << "a place that is none is found when it is placed";
   QStringList told;
   for (const OverlayFault& one : file.faults) told << u"%1 %2"_s.arg(one.line).arg(one.text);
