@@ -226,7 +226,7 @@ TEST_F(GpsFileTest, CodingsZipsAndWhatIsNone) {
 }
 
 TEST_F(GpsFileTest, OtherFormatsGoThroughTheGuest) {
-  if (!Has_Babel()) GTEST_SKIP() << "gpsbabel is not installed";
+  ASSERT_TRUE(Has_Babel()) << "gpsbabel is not installed";
   const GpsFile kml = Read_Gps_File(Put(u"Orte,1.kml"_s, R"(<?xml version="1.0" encoding="UTF-8"?>
 <kml xmlns="http://www.opengis.net/kml/2.2"><Document><Placemark><name>Büg</name><description>Ort</description>
 <Point><coordinates>11.0384935,49.7418692,314</coordinates></Point></Placemark>
