@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "store/entry.h"
+#include "store/kind_word.h"
 #include "store/stored_number.h"
 
 namespace {
@@ -26,27 +27,12 @@ EntryType Type_In(const StepFacts::Row& row) {
   return EntryType::Parse(number ? Stored_Number(*number) : 0);
 }
 
-QString Kind_Word(const StepFacts::Row& row) {
-  const EntryType type = Type_In(row);
-  const EntryId id = EntryId::Parse(Text_In(row, QStringLiteral("ID")));
-  if (type.IsPolygon()) return id.IsLine() ? QStringLiteral("Linie") : QStringLiteral("Fläche");
-  if (type.IsFigure()) return QStringLiteral("Figur");
-  switch (type.Kind()) {
-    case EntryKind::Picture:
-      return QStringLiteral("Bild");
-    case EntryKind::Scale:
-      return QStringLiteral("Maßstab");
-    case EntryKind::NorthArrow:
-      return QStringLiteral("Nordpfeil");
-    case EntryKind::PlanSquare:
-    case EntryKind::PlanDesign:
-      return QStringLiteral("Planquadrat");
-    default:
-      break;
-  }
-  if (!type.IsText()) return QStringLiteral("Eintrag");
-  const bool symbol = FontSpec::Parse(Text_In(row, QStringLiteral("Schrift"))).IsSymbol();
-  return symbol ? QStringLiteral("Symbol") : QStringLiteral("Text");
+QString Kind_Of(const StepFacts::Row& row) {
+  EntryRow entry;
+  entry.ID = Text_In(row, QStringLiteral("ID"));
+  entry.Schrift = Text_In(row, QStringLiteral("Schrift"));
+  entry.Typ = Type_In(row).ToNumber();
+  return Kind_Word(entry);
 }
 
 // " (Moor)"; nothing for an entry whose text says nothing.
@@ -113,7 +99,7 @@ QString Verb(const StepFacts& facts) {
 QString Of_One_Row(const StepFacts& facts) {
   const StepFacts::Row& row = facts.after.empty() ? facts.before : facts.after;
   if (EntryId::StoredIsHeader(Text_In(row, QStringLiteral("ID")))) return QStringLiteral("Angaben zur Karte geändert");
-  const QString what = Kind_Word(row);
+  const QString what = Kind_Of(row);
   if (facts.before.empty()) return what + QStringLiteral(" eingefügt") + In_Brackets(row);
   if (facts.after.empty()) return what + QStringLiteral(" gelöscht") + In_Brackets(row);
   const QString verb = Verb(facts), text = In_Brackets(facts.after);
