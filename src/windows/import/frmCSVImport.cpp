@@ -3,7 +3,6 @@
 #include <QFileInfo>
 #include <QHeaderView>
 #include <QIntValidator>
-#include <QMenuBar>
 #include <QTableWidget>
 
 #include "import/csv_place.h"
@@ -59,19 +58,11 @@ FrmCSVImport::FrmCSVImport(QWidget* parent) : QDialog(parent), ui(std::make_uniq
 FrmCSVImport::~FrmCSVImport() { events.MapClosed.Disconnect(closedListener); }
 
 void FrmCSVImport::Make_Menus() {
-  auto* bar = new QMenuBar(this);
-  bar->setNativeMenuBar(false);
-  const auto add = [&](const char* name, const QString& caption, const QKeySequence& key, auto work) {
-    QAction* action = bar->addAction(caption);
-    action->setObjectName(QLatin1String(name));
-    action->setShortcut(key);
-    connect(action, &QAction::triggered, this, work);
-    addAction(action);
-  };
-  add("mnuOpenFile", QStringLiteral("Ö&ffnen"), QKeySequence::Open, [this] { Run_Guarded([this] { Open_File(); }); });
-  add("mnuImport", QStringLiteral("&Importieren"), {}, [this] { Run_Guarded([this] { Import(); }); });
-  add("mnuHelp", QStringLiteral("&Hilfe"), {}, [this] { Show_Help(this, helpPage); });
-  layout()->setMenuBar(bar);
+  Give_Menu_Bar(
+      *this,
+      {{"mnuOpenFile", QStringLiteral("Ö&ffnen"), QKeySequence::Open, [this] { Run_Guarded([this] { Open_File(); }); }},
+       {"mnuImport", QStringLiteral("&Importieren"), {}, [this] { Run_Guarded([this] { Import(); }); }},
+       {"mnuHelp", QStringLiteral("&Hilfe"), {}, [this] { Show_Help(this, helpPage); }}});
 }
 
 void FrmCSVImport::Open_File() {
