@@ -4,12 +4,7 @@
 #include "edit/order.h"
 #include "maps/commands.h"
 #include "maps/map_close.h"
-#include "platform/files.h"
 #include "state/step.h"
-#include "state/table_state.h"
-#include "store/columns.h"
-#include "store/entry_edit.h"
-#include "store/file_names.h"
 #include "store/history.h"
 #include "support/bulk_fixture.h"
 

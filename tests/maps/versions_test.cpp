@@ -2,8 +2,6 @@
 
 #include "maps/step_walk.h"
 #include "maps/version_look.h"
-#include "store/entry_edit.h"
-#include "store/file_names.h"
 #include "store/history.h"
 #include "support/bulk_fixture.h"
 
