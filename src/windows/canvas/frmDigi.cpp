@@ -25,6 +25,8 @@ FrmDigi::FrmDigi(QWidget* parent) : QDialog(parent), ui(std::make_unique<Ui::Frm
   Prepare_Dialog(*this, QStringLiteral("Digitalisieren.htm"));
   setWindowModality(Qt::NonModal);
   ui->Label1->setMinimumHeight(5 * ui->Label1->fontMetrics().lineSpacing());
+  ui->pic->setBackgroundRole(QPalette::Base);
+  ui->pic->setAutoFillBackground(true);
   ui->pic->setFixedHeight(barBottom + 6 + 2 * ui->pic->frameWidth());
   ui->lblPoints->setMinimumWidth(ui->lblPoints->fontMetrics().horizontalAdvance(Count_Text(90000)));
   ui->Slider1->setValue(frmMDI.DigiTolerance);
