@@ -275,7 +275,7 @@ bool Set_Figure_Properties(double angle, const FigureExtras& extras) {
   EntryRow row = before;
   Turn_Row(row, angle);
   if (row == before && Rows_Of(Name_Of(row)) == Extra_Rows(row, extras)) return true;
-  Undo_Point(undoCaption);
+  const UndoPoint point(undoCaption);
   if (!On_Current_Entry()) return false;
   const bool done = In_Told_Transaction(title, [&] {
     Update_Entry(row);

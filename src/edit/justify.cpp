@@ -234,7 +234,7 @@ void Justify(JustifyMode mode) {
       if (EntryType::Parse(row.Typ).Chosen()) alignment.Align(row);
     });
     if (changes.empty() && alignment.vertices.empty()) return Tell_Done_Of_Marked();
-    Undo_Point(QStringLiteral("Rückgängig: Justieren"));
+    const UndoPoint point(QStringLiteral("Rückgängig: Justieren"));
     const bool written = In_Told_Transaction(title, [&] {
       for (const RowChange& change : changes) Write_Change(change);
       for (const VertexChange& change : alignment.vertices) Write_Vertices(change.table, change.points);

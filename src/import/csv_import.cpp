@@ -98,7 +98,7 @@ class CsvRun {
   }
 
   void Write() {
-    Undo_Point(undoCaption);
+    const UndoPoint point(undoCaption);
     const bool written = In_Told_Transaction(importTitle, [this] {
       EntryRow row;
       row.ID = QStringLiteral("Text");

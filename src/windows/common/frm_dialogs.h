@@ -13,6 +13,7 @@ void Show_Help(QWidget* parent, const QString& page = {});
 
 // What all dialogs have in common: F1 opens the page, no question mark in the title bar, the map stays visible behind.
 void Prepare_Dialog(QDialog& dialog, const QString& helpPage);
+void Prepare_Dialog(QDialog& dialog, std::function<QString()> helpPage);  // of what it shows when F1 is pressed
 
 // A line in the menu bar of a dialog, by its object name.
 struct DialogMenuLine {
