@@ -2,7 +2,6 @@
 
 #include "edit/property_transfer.h"
 #include "edit/search_replace.h"
-#include "store/columns.h"
 #include "support/bulk_fixture.h"
 #include "support/table_fixture.h"
 
@@ -105,8 +104,7 @@ TEST_F(QueryTest, ASelectionThatIsNotTakenLeavesTheNameOfTheTable) {
   // A statement that changes something ends the selection as well.
   ASSERT_TRUE(Apply_Sql(sql, "Select * from MapData where Eintrag like 'b*'"));
   ASSERT_TRUE(Apply_Sql(sql, "Update MapData set RA = 1 where Typ = 0"));
-  EXPECT_EQ(Tbl.DBGrid1.Caption, Path("Wiese.MDB"));
-  EXPECT_EQ(Tbl.Tag, TableTag::Dirty);
+  EXPECT_EQ(std::tuple(Tbl.DBGrid1.Caption, Tbl.Tag), std::tuple(Path("Wiese.MDB"), TableTag::Dirty));
 }
 
 TEST_F(QueryTest, AsksTellsAndLeavesTheTableAlone) {

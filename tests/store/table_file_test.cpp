@@ -4,9 +4,6 @@
 
 #include <csignal>
 
-#include "state/events.h"
-#include "state/mdi_state.h"
-#include "store/vertex_table.h"
 #include "support/table_fixture.h"
 
 namespace {
@@ -90,7 +87,6 @@ TEST_F(TableFileTest, RowsAndHeaderAreThereAgain) {
   EXPECT_EQ(Load_Vertices("Linie0").size(), 2U);
   EXPECT_TRUE(Tbl.HasUserColumns);
   EXPECT_EQ(Tbl.Tag, TableTag::Clean);  // a sound header is not touched
-
   // A bad one is put right and nothing else.
   dbEntries->Execute("UPDATE MapData SET ID='Text', Xline=7, Typ=3, VG=11 WHERE Eintrag LIKE '*KARTE.MDB'");
   ASSERT_TRUE(Load_Table(LoadMode::Reload));
@@ -135,7 +131,6 @@ TEST_F(TableFileTest, ForeignFilesAreKeptAndANewTableBegun) {
   // Earlier copies are never overwritten.
   EXPECT_EQ(Read_Bytes(Path("KARTE_err_1.mdb")), first);
   EXPECT_EQ(Read_Bytes(Path("KARTE_err_2.mdb")), second);
-
   Close_Table(CloseMode::CloseOnly);
   QFile::remove(Table());
   Workspace::CreateDatabase(Table())->CreateTable({"MapData", {{"Nummer", FieldType::Long, 0}}});
@@ -163,25 +158,22 @@ TEST_F(TableFileTest, ADamagedTableIsRescuedWithItsRows) {
   const QByteArray nameless = QByteArray(sound).replace("tableMapData", "tableMapDatb");
   const QByteArray cut = sound.chopped(100);
   ASSERT_TRUE(misnamed != sound && merged != sound && nameless != sound);
-  struct Case {
-    QByteArray bytes;
-    int least;
-    LoadMode mode;
-  };
-  for (const Case& c :
-       {Case{headless, 390, LoadMode::First}, Case{sound.left(sound.size() * 6 / 10), 150, LoadMode::First},
-        Case{rubbish, 350, LoadMode::First}, Case{misnamed, 400, LoadMode::First}, Case{merged, 400, LoadMode::First},
-        Case{nameless, 400, LoadMode::First}, Case{cut, 380, LoadMode::First}, Case{headless, 390, LoadMode::Reload}}) {
+  const std::tuple<QByteArray, int, LoadMode> cases[] = {
+      {headless, 390, LoadMode::First}, {sound.left(sound.size() * 6 / 10), 150, LoadMode::First},
+      {rubbish, 350, LoadMode::First},  {misnamed, 400, LoadMode::First},
+      {merged, 400, LoadMode::First},   {nameless, 400, LoadMode::First},
+      {cut, 380, LoadMode::First},      {headless, 390, LoadMode::Reload}};
+  for (const auto& [bytes, least, mode] : cases) {
     Close_Table(CloseMode::CloseOnly);
-    Replace_File(Table(), c.bytes);
+    Replace_File(Table(), bytes);
     MessageScript script{{"gehört nicht zum Programm FLURAX."}, {"gerettet"}};
-    ASSERT_TRUE(Load_Table(c.mode));
-    ASSERT_GE(Entry_Count(), c.least);
+    ASSERT_TRUE(Load_Table(mode));
+    ASSERT_GE(Entry_Count(), least);
     EXPECT_TRUE(script.Seen().back().text.contains(QStringLiteral(" %1 Karteneinträge").arg(Entry_Count())));
     for (const QString& text : Texts()) EXPECT_TRUE(texts.contains(text)) << text;
     EXPECT_EQ(Read_Header().mapName, Shortened_Path(MapFile));
     EXPECT_EQ(Tbl.Tag, TableTag::Dirty);
-    EXPECT_EQ(Read_Bytes(Path("KARTE_err.mdb")), c.bytes);
+    EXPECT_EQ(Read_Bytes(Path("KARTE_err.mdb")), bytes);
   }
   EXPECT_EQ(Load_Vertices("Linie0"), (std::vector<QPoint>{{1, 2}, {3, 4}}));
   EXPECT_TRUE(QFile::exists(Path("KARTE_err_7.mdb")));
@@ -218,8 +210,7 @@ TEST_F(TableFileTest, ATableInUseIsNotTouched) {
 TEST_F(TableFileTest, ACheckpointBringsCopiesUpToDateAndKeepsTheRow) {
   Open_With(oneTwo);
   Save_As("Sicherung.MDB");
-  EXPECT_EQ(Tbl.DBGrid1.Caption, Path("Sicherung.MDB"));
-  EXPECT_EQ(Tbl.Tag, TableTag::Clean);
+  EXPECT_EQ(std::tuple(Tbl.DBGrid1.Caption, Tbl.Tag), std::tuple(Path("Sicherung.MDB"), TableTag::Clean));
   Add(Text("drei"));
   rsEntries->MoveFirst();
   rsEntries->MoveNext();
@@ -415,8 +406,7 @@ TEST_F(TableFileTest, AFailedSaveAsKeepsNamesAndRows) {
   EXPECT_FALSE(Save_Table(SaveStep::SaveAs));
   EXPECT_EQ(script.Seen()[0].title, "DBSaveError");
   EXPECT_TRUE(script.Seen()[0].text.startsWith("Step: 1\nQuelle: " + Table()));
-  EXPECT_EQ(Tbl.DBGrid1.Caption, Table());
-  EXPECT_EQ(Tbl.Tag, TableTag::Dirty);
+  EXPECT_EQ(std::tuple(Tbl.DBGrid1.Caption, Tbl.Tag), std::tuple(Table(), TableTag::Dirty));
   EXPECT_EQ(Read_Header().tablePath, Table());
   EXPECT_EQ(rsEntries->Bookmark(), row);
   EXPECT_EQ(Texts(), oneTwo);
@@ -455,8 +445,7 @@ TEST_F(TableFileTest, AnotherTableIsLoadedAndUndone) {
     EXPECT_EQ(QDir::cleanPath(dialog.Seen()[0].folder), folder.path());
   }
   EXPECT_EQ(TableFile, Table());  // the standard table keeps its name
-  EXPECT_EQ(Tbl.DBGrid1.Caption, other);
-  EXPECT_EQ(Tbl.Tag, TableTag::Clean);
+  EXPECT_EQ(std::tuple(Tbl.DBGrid1.Caption, Tbl.Tag), std::tuple(other, TableTag::Clean));
   EXPECT_EQ(Read_Header().tablePath, other);
   EXPECT_EQ(Texts(), birds);
   EXPECT_EQ(Menu("mnuReset").Caption, "Rückgängig: Einträge laden");
@@ -538,7 +527,7 @@ TEST_F(TableFileTest, EntriesThatStandNowhereElseAreKeptBeforeOthersTakeTheirPla
       const QStringList mine = {"eins", QString::number(kept.size())};
       Open_With(mine);
       if (!changed) Tbl.Tag = TableTag::Clean;
-      kept.append(Path(QStringLiteral("KARTE_old%1.MDB").arg(kept.empty() ? "" : '_' + QString::number(kept.size()))));
+      kept.append(Path(QString("KARTE_old%1.MDB").arg(kept.empty() ? "" : '_' + QString::number(kept.size()))));
       MessageScript script;
       if (changed) {
         script.Expect("Wollen Sie die veränderten Einträge sichern ?", MsgAnswer::Yes)

@@ -1,7 +1,6 @@
 #include <QCoreApplication>
 
 #include "platform/file_lock.h"
-#include "state/mdi_state.h"
 #include "support/second_program.h"
 #include "support/table_fixture.h"
 
@@ -16,7 +15,7 @@ class TwoPrograms : public TableTest {
       ASSERT_TRUE(QDir().mkpath(Path(name)));
   }
   QString Map_In(const char* which) const {
-    return Path(QStringLiteral("Ordner %1/langer Name des Ordners/Karte.bmp").arg(which));
+    return Path(QString("Ordner %1/langer Name des Ordners/Karte.bmp").arg(which));
   }
   void Open_Here() {
     Open_Table("Ordner A/langer Name des Ordners/Karte.bmp");

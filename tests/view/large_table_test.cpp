@@ -1,9 +1,4 @@
-#include <random>
-
 #include "edit/order.h"
-#include "platform/surface.h"
-#include "state/table_state.h"
-#include "store/entry_edit.h"
 #include "support/hand_fixture.h"
 #include "view/entry_index.h"
 #include "view/hit_test.h"

@@ -1,13 +1,8 @@
 #include "view/view.h"
 
-#include <random>
-
 #include "maps/map_close.h"
 #include "maps/map_open.h"
 #include "platform/for_now.h"
-#include "platform/surface.h"
-#include "state/events.h"
-#include "state/table_state.h"
 #include "support/looks.h"
 #include "support/map_room.h"
 #include "view/reduce.h"
@@ -24,7 +19,7 @@ class View : public FluraxTest {
   void Open(int width, int height) {
     Map.ScaleWidth = frmMDI.InnerWidth = 820;
     Map.ScaleHeight = frmMDI.InnerHeight = 620;
-    Open_Map(Make_Map(QStringLiteral("Karte.bmp"), width, height));
+    Open_Map(Make_Map("Karte.bmp", width, height));
     ASSERT_TRUE(frmMDI.MapOpen);
     Give_Map_Room(820, 620);
   }
