@@ -219,7 +219,6 @@ TEST(SurfaceModes, EachTouchedPixelIsCombinedOnce) {
 TEST(SurfaceModes, NopDrawsNothingAndLargeShapesAreCombinedInBands) {
   const QImage before = Motley(100, 100);
   for (const auto& [name, draw] : Knotty_Shapes()) EXPECT_EQ(Painted(before, draw, {.mode = DrawMode::Nop}), before);
-
   const QPointF corners[] = {{0, 0}, {70000, 0}, {70000, 200}, {0, 200}};
   const QImage wide = Painted(Make_Canvas(70000, 200, black), [&](Surface& s) { s.Polygon(corners); },
                               {red, green, DrawMode::Invert, 1, PenStyle::None, FillStyle::Solid});
@@ -258,17 +257,13 @@ TEST(SurfacePicture, BlitsAndEnlargesByNearestPixel) {
   pic.setPixel(0, 1, blue);
   pic.setPixel(1, 1, black);
   const QImage indexed = pic.convertToFormat(QImage::Format_Indexed8);
-  struct Case {
-    QRectF target, source;
-    Picture wanted;
-  };
   const QRectF whole(0, 0, 2, 2);
-  const Case cases[] = {{{1, 1, 2, 2}, whole, {"....", ".rg.", ".b#.", "...."}},
-                        {{-1, -1, 2, 2}, whole, {"#...", "....", "....", "...."}},
-                        {{0, 0, 4, 4}, whole, {"rrgg", "rrgg", "bb##", "bb##"}},
-                        {{-3, -3, 6, 6}, whole, {"###.", "###.", "###.", "...."}},
-                        {{0, 0, 2, 2}, {1, 0, 1, 1}, {"gg..", "gg..", "....", "...."}},
-                        {{0, 0, 1, 1}, whole, {"#...", "....", "....", "...."}}};
+  const std::tuple<QRectF, QRectF, Picture> cases[] = {{{1, 1, 2, 2}, whole, {"....", ".rg.", ".b#.", "...."}},
+                                                       {{-1, -1, 2, 2}, whole, {"#...", "....", "....", "...."}},
+                                                       {{0, 0, 4, 4}, whole, {"rrgg", "rrgg", "bb##", "bb##"}},
+                                                       {{-3, -3, 6, 6}, whole, {"###.", "###.", "###.", "...."}},
+                                                       {{0, 0, 2, 2}, {1, 0, 1, 1}, {"gg..", "gg..", "....", "...."}},
+                                                       {{0, 0, 1, 1}, whole, {"#...", "....", "....", "...."}}};
   for (const QImage& picture : {pic, indexed})
     for (const auto& [target, source, wanted] : cases)
       EXPECT_EQ(Drawn(4, 4, [&](Surface& s) { s.PaintPicture(target, picture, source); }), wanted);
