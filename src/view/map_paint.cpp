@@ -12,6 +12,7 @@
 #include "state/on_reset.h"
 #include "view/draw_rows.h"
 #include "view/entry_index.h"
+#include "view/map_copies.h"
 
 namespace {
 
@@ -70,6 +71,7 @@ void Paint_Clip(QImage& canvas, const QRect& part) {
   surface->SetClip(QRectF(part));
   surface->FilledBox(QRectF(part), QBColor(windowGrey));
   const MapClipState& clip = Map.MapClip[static_cast<size_t>(Map.ClipLevel)];
+  Prepare_Clip(QRect(clip.ClipX, clip.ClipY, clip.ClipWidth, clip.ClipHeight));
   const QRectF source(clip.ClipX, clip.ClipY, clip.ClipWidth, clip.ClipHeight);
   const QRectF target =
       Map.Zoom < 1.0F ? QRectF(0, 0, Map.ViewWidth, Map.ViewHeight) : QRectF(0, 0, clip.ClipWidth, clip.ClipHeight);
