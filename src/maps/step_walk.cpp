@@ -104,7 +104,7 @@ void Follow_Walk(const WalkResult& result) {
   if (!Leaves_Flags(result)) Scan_Table();
   Set_Buttons();
   Show_Where(result);
-  Map_Redraw();
+  Redraw_Changed_Entries();
   events.StateChanged.Emit();
 }
 
