@@ -114,6 +114,7 @@ bool Carry_Out(int position, const QString& told) {
   const BusyPointer busy;
   WalkResult result;
   try {
+    Before_Going_Back(position);
     result = Go_To_Step(position);
   } catch (const Error& error) {
     Message_Box(Error_Text(error) + QStringLiteral("\n\nEs wurde nichts verändert."), MsgButtons::Ok, MsgIcon::Critical,

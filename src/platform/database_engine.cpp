@@ -263,6 +263,10 @@ qint64 Engine::Number_Of(const QByteArray& sql) {
   return rc == SQLITE_ROW ? sqlite3_column_int64(statement.get(), 0) : 0;
 }
 
+void Engine::Put_Number(quint32 number) {
+  Run(("PRAGMA application_id=" + QByteArray::number(static_cast<qint32>(number))).constData());
+}
+
 void Engine::Need_Write() {
   Need_Open();
   if (readOnly) Raise(errors::noPermission);

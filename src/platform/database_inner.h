@@ -149,6 +149,7 @@ class Engine {
   void Run(const char* sql);
   void Execute(const QByteArray& statements);  // of anybody, several separated by ";"
   qint64 Number_Of(const QByteArray& sql);     // first column of the first row
+  void Put_Number(quint32 number);             // of the application, into the head of the file
 
   void Need_Write();  // before every write: switches the log on at the first one
   void Begin();
