@@ -58,6 +58,7 @@ TEST_F(TwoPrograms, EachGoesBackToItsOwnSnapshot) {
 TEST_F(TwoPrograms, WhatAKilledOneLeftIsClearedAtTheNextStart) {
   Open_Here();
   Undo_Point("Rückgängig: Ersetzen");
+  Table_Idle();
   SecondProgram killed(ProgramFolder);
   killed.Do("oeffnen", Map_In("B"));
   killed.Do("stand");
@@ -97,6 +98,7 @@ TEST_F(TwoPrograms, NoSnapshotOfAnotherMapIsTaken) {
   refused();
   // Whatever was put in its place since it was taken is none either.
   Undo_Point("Rückgängig: Ersetzen");
+  Table_Idle();
   const auto database = Make_Table_File(ProgramFolder + "/Moor.MDB", MapFile);
   Append_Row(*database, Text("Moos"));
   database->Close();

@@ -33,6 +33,7 @@ QString Carry_Out(const QString& order, const QString& argument) {
     Append_Entry(row);
   } else if (order == "stand") {
     Undo_Point(QStringLiteral("Rückgängig: Ersetzen"));
+    Table_Idle();
   } else if (order == "zurueck") {
     Undo_Last();
   } else if (order == "beginn") {
