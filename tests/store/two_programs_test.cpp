@@ -204,7 +204,9 @@ TEST_F(TwoPrograms, AKilledOneLeavesItsTableAndItsHistoryWhole) {
     const auto choose = [&] {
       const int which = below(5);
       order = which < 2 ? "geh" : which < 4 || position == 0 ? "viele" : "weg";
-      argument = which < 2 ? QString::number(below(static_cast<int>(states.size()))) : QString();
+      // No further back than goes without a question.
+      const int count = static_cast<int>(states.size());
+      argument = which < 2 ? QString::number(count - 1 - below(std::min(count, 11))) : QString();
       if (order == "viele") argument = QString::number(1 + (below(3) == 0 ? below(4000) : below(9)));
     };
     for (int i = below(4); i > 0; --i) {
