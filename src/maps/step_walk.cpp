@@ -191,12 +191,19 @@ void Take_Back_Operation() {
 void Tell_Of_Interrupted_Work() {
   if (!History_Was_Interrupted()) return;
   const int count = Step_Position();
-  const QString steps = count == 1 ? QStringLiteral("Der eine Schritt") : QStringLiteral("Die %1 Schritte").arg(count);
-  Message_Box(QStringLiteral("Die Arbeit an dieser Karte wurde unterbrochen, bevor die Karte geschlossen war.\n\n") +
-                  steps +
-                  QStringLiteral(" dieser Arbeit sind gesichert. Mit 'Einträge - Verlauf' oder Strg+Z können Sie sie "
-                                 "ansehen und zurücknehmen."),
-              MsgButtons::Ok, MsgIcon::Information, title);
+  const QString steps =
+      count == 0
+          ? QStringLiteral("Was Sie zurückgenommen hatten, können Sie mit 'Einträge - Verlauf' wiederherstellen.")
+      : count == 1 ? QStringLiteral(
+                         "Der eine Schritt dieser Arbeit ist gesichert. Mit 'Einträge - Verlauf' oder "
+                         "Strg+Z können Sie ihn ansehen und zurücknehmen.")
+                   : QStringLiteral(
+                         "Die %1 Schritte dieser Arbeit sind gesichert. Mit 'Einträge - Verlauf' oder "
+                         "Strg+Z können Sie sie ansehen und zurücknehmen.")
+                         .arg(count);
+  Message_Box(
+      QStringLiteral("Die Arbeit an dieser Karte wurde unterbrochen, bevor die Karte geschlossen war.\n\n") + steps,
+      MsgButtons::Ok, MsgIcon::Information, title);
 }
 
 void Tell_Of_Lost_Steps() {
