@@ -137,7 +137,7 @@ void Delete_Marked() {
                   MsgDefault::Second) != MsgAnswer::Yes)
     return;
   const BusyPointer busy;
-  Undo_Point(QStringLiteral("Rückgängig: Markierte löschen"));
+  const UndoPoint point(QStringLiteral("Rückgängig: Markierte löschen"));
   const auto work = [&keys] { Delete_Entries(keys + Extras_Of_All(keys)); };
   if (!In_Told_Transaction(QStringLiteral("Markierte löschen"), work)) return;
   std::erase_if(Map.MarkOrder, [&keys](qint64 key) { return keys.contains(key); });

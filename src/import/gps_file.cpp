@@ -21,7 +21,7 @@ const QStringList& Text_Endings() {
   return endings;
 }
 
-// What a file dropped on the map may be; ".txt" may be anything.
+// What a file dropped on the map may be, besides packed ones; ".txt" may be anything.
 const QStringList& Known_Endings() {
   static const QStringList endings = {QStringLiteral("gpx"),  QStringLiteral("wpt"), QStringLiteral("trk"),
                                       QStringLiteral("kml"),  QStringLiteral("kmz"), QStringLiteral("fit"),
@@ -70,6 +70,12 @@ GpsFile Read_Gps_File(const QString& path) {
     Raise(unreadable, QStringLiteral("\"%1\" kann nicht gelesen werden: %2").arg(path, strange));
   QByteArray bytes = Read_Bytes(path);
   QString name = path;
+  if (Is_Gzip(bytes)) {
+    auto content = Unpack_Gzip(bytes, largestUnpacked);
+    if (!content) Raise(unreadable, QStringLiteral("Die gepackte Datei ist beschädigt oder zu groß."));
+    bytes = std::move(*content);
+    if (QFileInfo(name).suffix().compare(QLatin1String("gz"), Qt::CaseInsensitive) == 0) name.chop(3);
+  }
   if (Is_Zip(bytes)) {
     auto part = First_In_Zip(bytes, Known_Endings() + Text_Endings(), largestUnpacked);
     if (!part)
@@ -89,4 +95,7 @@ GpsFile Read_Gps_Text(const QString& gpx) {
   return file;
 }
 
-bool Is_Gps_File_Name(const QString& path) { return Known_Endings().contains(QFileInfo(path).suffix().toLower()); }
+bool Is_Gps_File_Name(const QString& path) {
+  const QString ending = QFileInfo(path).suffix().toLower();
+  return ending == u"zip" || ending == u"gz" || Known_Endings().contains(ending);
+}

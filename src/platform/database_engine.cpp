@@ -336,9 +336,9 @@ void Engine::Walked(const QHash<QString, std::vector<qint64>>& rowsByTable) {
   accountedChanges = sqlite3_total_changes64(db);
   for (auto table = rowsByTable.begin(); table != rowsByTable.end(); ++table) {
     TableState* state = State_Of(table.key());
-    state->rowsOfVersion = table.value();
-    state->rowsVersion = ++state->version;
-    for (const qint64 key : table.value()) Log_Write(state, {RowWrite::Kind::Changed, key});
+    ++state->version;
+    for (const qint64 key : table.value()) state->Log({RowWrite::Kind::Changed, key});
+    loggedWrites += static_cast<quint64>(table.value().size());
   }
 }
 
@@ -356,16 +356,33 @@ void Engine::Notice_Changes() {
   ++generation;
 }
 
-void Engine::Wrote(TableState* table) {
+void Engine::Wrote(TableState* table, const RowWrite& write) {
   accountedChanges = sqlite3_total_changes64(db);
   ++table->version;
+  table->Log(write);
+  ++loggedWrites;
 }
 
-void Engine::Log_Write(TableState* table, const RowWrite& write) {
+void TableState::Log(const RowWrite& write) {
   constexpr std::ptrdiff_t most = 1024;
-  auto& writes = table->writes;
-  if (std::ssize(writes) >= 2 * most) writes.erase(writes.begin(), writes.begin() + most);
-  writes.push_back({table->version, ++loggedWrites, write});
+  if (std::ssize(writes) >= 2 * most) {
+    forgotten = writes[most - 1].version;
+    writes.erase(writes.begin(), writes.begin() + most);
+  }
+  writes.push_back({version, write});
+}
+
+std::optional<std::span<const TableState::Logged>> TableState::Since(quint64 earlier) const {
+  if (earlier < forgotten) return std::nullopt;
+  quint64 found = version + 1;
+  auto first = writes.end();
+  for (; first != writes.begin() && (first - 1)->version > earlier; --first) {
+    const quint64 one = (first - 1)->version;
+    if (one != found && one + 1 != found) return std::nullopt;
+    found = one;
+  }
+  if (found != earlier + 1) return std::nullopt;
+  return std::span(first, writes.end());
 }
 
 TableState* Engine::State_Of(const QString& table) {

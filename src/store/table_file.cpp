@@ -15,7 +15,6 @@
 #include "store/header_row.h"
 #include "store/history.h"
 #include "store/old_table.h"
-#include "store/stored_number.h"
 #include "store/table_file_inner.h"
 #include "store/table_file_texts.h"
 
@@ -94,29 +93,10 @@ void Write_New_Header() {
   Tbl.Tag = TableTag::Dirty;
 }
 
-// The header row, even where numbers in it are beyond the columns' range.
-EntryRow Read_Header_Row() {
-  const auto number = [](int where) { return Stored_Number(rsEntries->Integer(where)); };
-  EntryRow row;
-  row.ID = rsEntries->Text(column::ID);
-  row.Eintrag = rsEntries->Text(column::Eintrag);
-  row.Schrift = rsEntries->Text(column::Schrift);
-  row.Groesse = rsEntries->Number(column::Groesse);
-  row.VG = number(column::VG);
-  row.HG = number(column::HG);
-  row.RA = number(column::RA);
-  row.Xmap = number(column::Xmap);
-  row.Ymap = number(column::Ymap);
-  row.Xline = number(column::Xline);
-  row.Yline = number(column::Yline);
-  row.Typ = number(column::Typ);
-  return row;
-}
-
 // Puts right what is wrong in the header and takes over what it tells.
 void Take_Header() {
   rsEntries->MoveFirst();
-  EntryRow row = Read_Header_Row();
+  EntryRow row = Read_Entry(*rsEntries, ownPlaces, Beyond16::Nearest);
   bool repaired = false;
   HeaderRow header = HeaderRow::FromEntry(row, &repaired);
   PrintFactor = static_cast<float>(header.printFactor);

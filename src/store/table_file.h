@@ -26,6 +26,15 @@ QString Repair_Table();  // of a sound table what the status bar says of it
 void Recover_Table();    // keeps _err, _rep and _bak copies; the caller raises 5000
 // Checkpoint + caption of mnuReset. The current row stays.
 void Undo_Point(const QString& caption);
+// The same for the work of a scope. If nothing was written when it ends (an error took it back, the user stopped it,
+// there was nothing to do), mnuReset offers what it offered before.
+class UndoPoint {
+ public:
+  explicit UndoPoint(const QString& caption);
+  ~UndoPoint();
+  UndoPoint(const UndoPoint&) = delete;
+  UndoPoint& operator=(const UndoPoint&) = delete;
+};
 // The same in the middle of work that needs the table open: the rows are copied as they stand, UserTable is not.
 void Undo_Point_Of_Open_Table(const QString& caption);
 void Undo_Last();  // mnuReset: back to the snapshot

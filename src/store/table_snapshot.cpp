@@ -4,12 +4,15 @@
 #include <algorithm>
 #include <functional>
 #include <optional>
+#include <utility>
 
 #include "platform/database_clone.h"
 #include "platform/file_lock.h"
 #include "platform/files.h"
 #include "state/global_state.h"
+#include "state/mdi_state.h"
 #include "state/on_reset.h"
+#include "state/table_state.h"
 #include "store/file_names.h"
 #include "store/history.h"
 #include "store/table_file.h"
@@ -45,7 +48,17 @@ struct OwnNumber {
 };
 OwnNumber own;
 
-const OnReset fresh(userOfSnapshot, markOfSnapshot, own);
+// The undo point before that of the work that runs.
+struct FormerPoint {
+  QString caption, user;
+  bool enabled = false;
+  HistoryMark mark;
+  QByteArray stamp;
+  QString openTable;  // the user's, since the new point
+};
+std::optional<FormerPoint> formerPoint;
+
+const OnReset fresh(userOfSnapshot, markOfSnapshot, own, formerPoint);
 
 int Own_Number() {
   if (own.lock && own.folder == ProgramFolder) return own.number;
@@ -66,9 +79,11 @@ QByteArray Fingerprint(const QString& snapshot) {
   return hash.result().toHex();
 }
 
+QString Former_File(int number) { return Numbered_File(snapshotBase, number, ".vorher"); }
+
 void Delete_Work_Files(int number) {
-  for (const QString& file :
-       {Numbered_File(snapshotBase, number, ".MDB"), Stamp_File(number), Numbered_File(sortedBase, number, ".MDB")})
+  for (const QString& file : {Numbered_File(snapshotBase, number, ".MDB"), Stamp_File(number), Former_File(number),
+                              Numbered_File(sortedBase, number, ".MDB")})
     Kill_Quietly(file);
 }
 
@@ -130,14 +145,72 @@ int Steps_After_Undo_Point() {
   return place ? std::max(0, Step_Position() - *place - 1) : 0;
 }
 
+namespace {
+
+void Keep_Former_Point() {
+  const MenuState& menu = Menu(QStringLiteral("mnuReset"));
+  const int number = Own_Number();
+  formerPoint.reset();
+  Kill_Quietly(Former_File(number));
+  FormerPoint kept{menu.Caption, userOfSnapshot, menu.Enabled, markOfSnapshot, {}, {}};
+  try {
+    if (menu.Enabled) {
+      kept.stamp = Read_Bytes(Stamp_File(number));
+      File_Rename(Snapshot_File(), Former_File(number));
+    }
+    formerPoint = kept;
+  } catch (const Error&) {
+    // Then there is no way back to it; the new one is what counts.
+  }
+}
+
+bool Written_Since(const FormerPoint& kept) {
+  return !Place_Of(markOfSnapshot) || Mark_Here().state != markOfSnapshot.state ||
+         !Same_Name(Tbl.DBGrid1.Caption, kept.openTable);
+}
+
+void Put_Former_Back(const FormerPoint& kept) {
+  const int number = Own_Number();
+  try {
+    if (kept.enabled) {
+      Kill_Quietly(Snapshot_File());
+      File_Rename(Former_File(number), Snapshot_File());
+      Replace_File(Stamp_File(number), kept.stamp);
+    }
+    userOfSnapshot = kept.user;
+    markOfSnapshot = kept.mark;
+    kept.enabled ? Arm_Undo(kept.caption) : Disarm_Undo();
+  } catch (const Error&) {
+    Forget_Snapshot();
+  }
+}
+
+}  // namespace
+
+UndoPoint::UndoPoint(const QString& caption) {
+  Keep_Former_Point();
+  Undo_Point(caption);
+  if (formerPoint) formerPoint->openTable = Tbl.DBGrid1.Caption;
+}
+
+UndoPoint::~UndoPoint() {
+  if (!formerPoint) return;
+  const FormerPoint kept = *std::exchange(formerPoint, std::nullopt);
+  if (Written_Since(kept))
+    Kill_Quietly(Former_File(Own_Number()));
+  else
+    Put_Former_Back(kept);
+}
+
 void table_file::Forget_Snapshot() {
+  formerPoint.reset();
   userOfSnapshot.clear();
   markOfSnapshot = {};
   Disarm_Undo();
 }
 
 void Clear_Work_Files() {
-  static const QRegularExpression pattern(QStringLiteral("^TEMP_([0-9]{1,3})\\.(MDB|stamp|lock)$"),
+  static const QRegularExpression pattern(QStringLiteral("^TEMP_([0-9]{1,3})\\.(MDB|stamp|vorher|lock)$"),
                                           QRegularExpression::CaseInsensitiveOption);
   Clear_Stale_Asides(ProgramFolder);
   for (const QString& path : Find_Files(ProgramFolder, snapshotBase + QStringLiteral("_*"))) {

@@ -162,6 +162,20 @@ TEST(Pcx5Test, TracksBeginAtNamesAndBreaks) {
             (QStringList{u"A: 2"_s, u"B: 1"_s}));
 }
 
+// Files that were put together: what the first records say of their coordinates is said of the file.
+TEST(Pcx5Test, RecordsOfAnotherSystemAreRefused) {
+  const QString columns = u"H  IDNT   LATITUDE    LONGITUDE\n"_s;
+  const GpsFile file = Read_Pcx5(
+      u"I  PCX5\nM  G WGS 84\nU  UTM\nH  IDNT   Zne Eastng  Northng\nW  A      32U 643856 5510897\nU  LAT LON DEG\n"_s +
+      columns + u"W  B      N49.7330353 E011.0974638\nM  G Potsdam\nW  C      N49.7330353 E011.0974638\n"_s);
+  EXPECT_EQ(file.system, (GivenSystem{Kind::Utm, u"WGS-84"_s}));
+  ASSERT_EQ(file.waypoints.size(), 1U);
+  ASSERT_EQ(file.faults.size(), 2U);
+  EXPECT_EQ(Faults(file)[0],
+            u"8: \"B\" hat eine andere Art von Koordinaten oder ein anderes Kartendatum als die ersten "
+            "der Datei"_s);
+}
+
 TEST(GpxTest, ReadsBothVersionsAndWhatIsMissing) {
   const GpsFile file = Read_Gpx(
       uR"(<?xml version="1.0" encoding="windows-1252"?>
@@ -211,6 +225,16 @@ TEST_F(GpsFileTest, CodingsZipsAndWhatIsNone) {
   const QByteArray packed = zip.Bytes();
   EXPECT_EQ(Read_Gps_File(Put(u"p.zip"_s, packed)).waypoints.size(), 1U);
   EXPECT_EQ(Error_Of([&] { Read_Gps_File(Put(u"k.zip"_s, packed.left(packed.size() / 2))); }), 5000);
+  // "<gpx><wpt lat='49' lon='11'><name>Ä</name></wpt></gpx>" by gzip, whatever the file is called.
+  const QByteArray gzip = QByteArray::fromBase64(
+      "H4sIAAAAAAACA7NJL6iwsykvKFHISSyxVTexVFfIyc+zVTc0VLezyUvMTbU73GKjD2bY6AOVAUmQDgDQXiBZNwAAAA==");
+  for (const auto& name : {u"g.gpx.gz"_s, u"g.gz"_s, u"g.gpx"_s}) {
+    const GpsFile file = Read_Gps_File(Put(name, gzip));
+    ASSERT_EQ(file.waypoints.size(), 1U) << name;
+    EXPECT_EQ(file.waypoints[0].name, u"Ä"_s);
+  }
+  for (const QByteArray& bad : {gzip.chopped(9), gzip.left(30) + gzip.mid(31), gzip.left(11), gzip.left(3)})
+    EXPECT_EQ(Error_Of([&] { Read_Gps_File(Put(u"k.gpx.gz"_s, bad)); }), 5000);
   for (const QByteArray& none : {QByteArray(), QByteArray(" \r\n"), QByteArray(3000, '\1'), QByteArray("PK\3\4halb"),
                                  QByteArray("\x89PNG\r\n\x1a\n\0\0\0\rIHDR\0\0\0\1\0\0\0\1\10\2\0\0\0", 29)})
     EXPECT_EQ(Error_Of([&] { Read_Gps_File(Put(u"n.gpx"_s, none)); }), 5000) << none.toHex().left(20).toStdString();
