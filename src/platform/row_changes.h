@@ -71,9 +71,9 @@ class ChangeWriter {
   static QByteArray Names(const QByteArray& table, const std::vector<QByteArray>& columns);
   // One change each, behind the others.
   void Row(ChangeKind kind, int table, qint64 key, const std::vector<RawValue>& values);
-  void Update(int table, qint64 key, qint64 newKey, const std::vector<ChangedCell>& cells);
-  void Table(ChangeKind kind, const QString& name, const QString& statement);
-  void Column(ChangeKind kind, const QString& table, const FieldInfo& column, int place);
+  void Update(int table, qint64 key, qint64 newKey, const std::vector<ChangedCell>& cells);  // the cells that changed
+  void Table(ChangeKind kind, const QString& name, const QString& statement);                // made or dropped
+  void Column(ChangeKind kind, const QString& table, const FieldInfo& column, int place);    // added or removed
 
   bool Is_Empty() const { return list.isEmpty(); }
   qsizetype Size() const { return list.size(); }
