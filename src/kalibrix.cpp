@@ -1,6 +1,5 @@
 #include <QDir>
 #include <QTimer>
-#include <clocale>
 
 #include "platform/files.h"
 #include "prepare_folder.h"
@@ -13,7 +12,6 @@
 
 int main(int argc, char** argv) {
   Application application(argc, argv);
-  std::setlocale(LC_NUMERIC, "C");  // files hold decimal points
   Prepare_Application(application);
   Install_Desktop_Services();
   Reset_Global_State();
