@@ -1,15 +1,9 @@
 #include "maps/sheet_bridge.h"
 
-#include <QProcess>
 #include <QTableWidget>
 
 #include "exchange/sheet_rows.h"
 #include "maps/sheet_bridge_tool.h"
-#include "platform/shell.h"
-#include "state/events.h"
-#include "state/table_state.h"
-#include "store/file_names.h"
-#include "store/table_file.h"
 #include "windows/bridge/frmTabAustausch.h"
 #include "windows/bridge/frmTabExport.h"
 #include "windows/window_fixture.h"
@@ -41,15 +35,6 @@ class SheetBridgeTest : public WindowTest {
     Set_Shell(former);
     qunsetenv("FLURAX_HOME");
     WindowTest::TearDown();
-  }
-  static QStringList Texts() {
-    const KeepCurrentRow keep;
-    QStringList texts;
-    for (int i = 1; i < rsEntries->RecordCount(); ++i) {
-      rsEntries->MoveTo(i);
-      texts << rsEntries->Text(column::Eintrag);
-    }
-    return texts;
   }
   QString Book() const { return Path("KARTE.XLS"); }
   // The workbook of the map with that text in the first row.
