@@ -14,8 +14,6 @@
 #include "maps/step_walk.h"
 #include "objects/north_arrow.h"
 #include "state/step.h"
-#include "store/columns.h"
-#include "store/entry_edit.h"
 #include "store/history.h"
 #include "support/bulk_fixture.h"
 #include "tools/map_tool.h"
