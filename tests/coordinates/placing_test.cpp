@@ -101,6 +101,7 @@ TEST(PlacingTest, AsWrittenTellsOfOtherZones) {
   EXPECT_EQ(placing.Place({right, high, 31}).code, zoneTooLow);
   EXPECT_EQ(placing.Place({right, high, 33}).code, zoneTooHigh);
   EXPECT_EQ(placing.Place({right + 33e6, high}).code, zoneTooHigh);
+  EXPECT_EQ(placing.Place({5.5e15, high}).code, zoneTooHigh) << "no number of a zone is as large";
   EXPECT_EQ(placing.Place({right - 1e5, high, 32}).code, tooFarLeft);
   EXPECT_EQ(placing.Place({3e9, high, 32}).code, notConvertible);
   Placing degrees({Kind::Geographic, u"WGS-84"_s}, utm, PlacingWay::AsWritten);

@@ -93,6 +93,7 @@ TEST_F(QueryTest, ASelectionThatIsNotTakenLeavesTheNameOfTheTable) {
     EXPECT_EQ(InfoBar.Panel[2], Path("Wiese_SQL.mdb"));
   }
   EXPECT_FALSE(File_Exists(Path("Wiese_SQL.mdb"))) << "its undo points belong to the user's own table";
+  Table_Idle();
   EXPECT_TRUE(Stands_In("Wiese.MDB", "Ulme"));
   Close_Sql(sql);
   EXPECT_EQ(Tbl.DBGrid1.Caption, Path("Wiese.MDB"));

@@ -4,6 +4,7 @@
 #include <QPainter>
 #include <QPdfWriter>
 
+#include "platform/fonts.h"
 #include "support/pixels.h"
 
 namespace {
@@ -476,3 +477,29 @@ TEST(PageSurface, PdfHoldsLinesAndLettersInsteadOfPictures) {
 }
 
 }  // namespace
+
+// Letters that are drawn one by one stand where, and look as, the font would set them as a text.
+TEST(SurfaceText, PlainLettersLookAsSetByTheFont) {
+  QString letters;
+  for (int code = 0x20; code <= 0xff; ++code) letters += QChar(code);
+  const QStringList lines = {letters.left(90), letters.mid(143), "Wiese am Hügel 12,5 m", "AVA Tor. fffi 1/2",
+                             "Straße"};
+  int plain = 0;
+  for (const char* family : {"Arial", "Courier New", "Times New Roman", "Symbol", "DejaVu Sans"})
+    for (const double points : {5.0, 8.0, 11.3, 30.0, 90.0})
+      for (const int style : {0, 1, 2, 3}) {
+        const FontFace& face = Font_Face({family, points, (style & 1) != 0, (style & 2) != 0});
+        for (const QString& line : lines) {
+          QImage set(1200, 150, QImage::Format_RGB32);
+          set.fill(qRgb(240, 230, 200));
+          QImage drawn = set.copy();
+          QPainter one(&set), other(&drawn);
+          one.setFont(face.font), other.setFont(face.font);
+          one.drawStaticText(QPoint(3, 2), face.Prepared(line, FontFace::Edge::Smooth));
+          if (!face.Draw_Plain(other, QPoint(3, 2 + face.ascent), line)) continue;
+          ++plain;
+          ASSERT_EQ(set, drawn) << family << ' ' << points << ' ' << style << ' ' << line.toStdString();
+        }
+      }
+  EXPECT_GT(plain, 150);
+}

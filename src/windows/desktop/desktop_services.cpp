@@ -27,6 +27,7 @@ void Install_Desktop_Services() {
 void Prepare_Application(QApplication& application) {
   std::setlocale(LC_NUMERIC, "C");  // files hold decimal points
   Load_Icons();
+  Guard_Pasting(application);
   QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
   auto* translator = new QTranslator(&application);
   if (translator->load(QStringLiteral("qtbase_de"), QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
