@@ -16,6 +16,7 @@
 #include "state/global_state.h"
 #include "state/map_state.h"
 #include "tools/area_trace.h"
+#include "tools/trace_tool.h"
 #include "tools/poly_editor.h"
 #include "view/redraw.h"
 
@@ -90,6 +91,9 @@ ExitStatus Find_Area(const BatchOrder& order) {
     return failed;
   }
   for (const QPoint point : result.outline) std::printf("%d %d\n", point.x(), point.y());
+  if (result.part >= runOutPart)
+    Tell(u"Die Fläche füllt %1 % der Karte. Eine kleinere Toleranz trennt sie von ihrer Umgebung."_s.arg(
+        static_cast<int>(result.part * 100)));
   if (!order.changesTable) return done;
   return Append_Poly(PolyEditor::Kind::Area, result.outline, u"Fläche digitalisieren"_s) ? done : failed;
 }

@@ -326,9 +326,9 @@ void Draw_Figure_Preview(Surface& surface, const QRectF& area, const EntryRow& f
   EntryRow drawn = figure;
   EntryColors colors;
   colors = {Color_Of(figure.VG), Color_Of(figure.HG), Color_Of(FrameWord::Parse(figure.RA).color)};
-  static const std::vector<QPoint> none;
-  Draw_Figure(context, drawn, type.Kind(),
-              type.IsFreeFigure() ? Load_Vertices(EntryId::Parse(figure.ID).TableName()) : none, colors);
+  const std::vector<QPoint> vertices =
+      type.IsFreeFigure() ? Load_Vertices(EntryId::Parse(figure.ID).TableName()) : std::vector<QPoint>();
+  Draw_Figure(context, drawn, type.Kind(), vertices, colors);
   const FigureAxes axes = Axes_Of(is);
   surface.SetFont({QStringLiteral("Arial"), 8});
   const auto label = [&extras](const QString& text) { return extras.AchsenText ? text : QString(); };

@@ -103,7 +103,7 @@ Extent Measure::Of_Picture(const EntryRow& row) {
 }
 
 Extent Measure::Of_Free_Figure(const EntryRow& row) {
-  const std::vector<QPoint>& vertices = Load_Vertices(EntryId::Parse(row.ID).TableName());
+  const std::vector<QPoint> vertices = Load_Vertices(EntryId::Parse(row.ID).TableName());
   if (vertices.empty()) return {row.Xmap, row.Ymap, row.Xmap, row.Ymap};
   const EntryBox box = Vertex_Box(vertices);
   return {box.x, box.y, box.x + box.width, box.y + box.height};

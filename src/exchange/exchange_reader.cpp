@@ -110,7 +110,9 @@ class WholeReader {
     row.ID = Id_Back(head);
     if (row.Typ >= 0 && row.Typ <= 4) row.Groesse /= 2;
     const EntryType type = EntryType::Parse(row.Typ);
-    if (type.IsText()) row.Schrift = With_Transparency(row.Schrift, fields[field::stroke]);
+    // Lines and areas share the mark with their transparent filling, which says more.
+    if (type.IsText() || (type.IsPolygon() && row.Yline >= 0))
+      row.Schrift = With_Transparency(row.Schrift, fields[field::stroke]);
     if (type.Kind() == EntryKind::Scale) {
       row.ID = QStringLiteral("Maßstab");
       const QString text = row.Eintrag;

@@ -2,7 +2,6 @@
 #include <QPoint>
 #include <QString>
 #include <QStringList>
-#include <array>
 #include <memory>
 #include <vector>
 
@@ -46,7 +45,7 @@ class TableSource {
   QStringList counters;
   std::unique_ptr<Database> database;
   std::unique_ptr<Recordset> rows;
-  std::array<int, column::fixedCount> fixed{};
+  ColumnPlaces fixed{};
   HeaderRow header;
   int count = 0;
 };

@@ -3,26 +3,27 @@
 #include <cmath>
 #include <memory>
 
+#include "tools/area_colors.h"
 #include "tools/area_trace.h"
 
 // The second way to an outline: filling.
 
 namespace {
 
-constexpr int tileSize = 128, gap = 2, margin = 2 * gap, sampleRadius = 2;
-constexpr size_t tried = 6;  // ends of a side that are looked at
+// Work for a pixel of a tile reaches this far: closing to either side of the gap, the grain one pixel at two steps.
+constexpr int tileSize = 128, gap = 2, margin = 2 * gap + 2, sampleRadius = 2;
+constexpr int company = 5;        // pixels of the colour, of nine, that make a patch and not grain of another one
+constexpr double mostGrain = 16;  // of a channel; what differs by more is another colour
+constexpr size_t tried = 6;       // ends of a side that are looked at
 constexpr double mostOff = 0.7;
-// Of colours at 100 %: the follower widens each channel by half of its range on the average to either side, and this is
-// the corner of that cube.
-constexpr double farthestColors = 220.836;
 
-// Which pixels are of the patch's colour, gaps closed: worked out tile by tile where the filling comes along.
+// Which pixels are of the patch's colours, grain removed and gaps closed: worked out tile by tile where the filling
+// comes along.
 class ClosedMask {
  public:
-  ClosedMask(const QImage& source, QRgb likeColor, double tolerance)
+  ClosedMask(const QImage& source, const PatchColors& patchColors)
       : picture(source.format() == QImage::Format_RGB32 ? source : source.convertToFormat(QImage::Format_RGB32)),
-        like(likeColor),
-        limit(static_cast<int>(tolerance * tolerance)),
+        colors(patchColors),
         columns((picture.width() + tileSize - 1) / tileSize),
         rows((picture.height() + tileSize - 1) / tileSize),
         tiles(static_cast<size_t>(columns) * static_cast<size_t>(rows)) {}
@@ -48,24 +49,38 @@ class ClosedMask {
     return (*tile)[static_cast<size_t>(y % tileSize) * tileSize + static_cast<size_t>(x % tileSize)];
   }
 
-  void Compare_Colors(Work& mask, int left, int top) const {
-    const int red = qRed(like), green = qGreen(like), blue = qBlue(like);
+  void Compare_Colors(int left, int top) {
     mask.fill(0);
     for (int y = std::max(0, top); y < std::min(picture.height(), top + side); ++y) {
       const auto* line = reinterpret_cast<const QRgb*>(picture.constScanLine(y));
       uchar* row = mask.data() + static_cast<size_t>(y - top) * side;
-      for (int x = std::max(0, left); x < std::min(picture.width(), left + side); ++x) {
-        const int dr = qRed(line[x]) - red, dg = qGreen(line[x]) - green, db = qBlue(line[x]) - blue;
-        row[x - left] = dr * dr + dg * dg + db * db <= limit ? 1 : 0;
-      }
+      for (int x = std::max(0, left); x < std::min(picture.width(), left + side); ++x)
+        row[x - left] = colors.Hold({qRed(line[x]), qGreen(line[x]), qBlue(line[x])}) ? 1 : 0;
     }
+  }
+
+  // How many of the nine pixels round each are set.
+  const Work& Count_Company(const Work& of) {
+    constexpr size_t last = side * side - 1;
+    for (size_t i = 1; i < last; ++i) other[i] = static_cast<uchar>(of[i - 1] + of[i] + of[i + 1]);
+    for (size_t i = side; i + side <= last; ++i)
+      sums[i] = static_cast<uchar>(other[i - side] + other[i] + other[i + side]);
+    return sums;
+  }
+  // Where two colours are alike, grains of the one are like the other, and closing would make a patch of them. What
+  // has no company goes; what touches the rest comes back, so that corners and tips stay.
+  void Remove_Grain() {
+    const Work& around = Count_Company(mask);
+    for (size_t i = 0; i < mask.size(); ++i) kept[i] = around[i] >= company ? mask[i] : uchar{0};
+    const Work& touching = Count_Company(kept);
+    for (size_t i = 0; i < mask.size(); ++i)
+      if (touching[i] == 0) mask[i] = 0;
   }
 
   // The greatest (or least) value within `gap` pixels along rows and columns. What lies beyond the work area counts as
   // its border.
   template <typename Choose>
-  static void Spread(Work& mask, Choose choose) {
-    static thread_local Work other;
+  void Spread(Choose choose) {
     constexpr size_t last = side - 1;
     for (size_t y = 0; y < side; ++y) {
       const uchar* from = mask.data() + y * side;
@@ -85,11 +100,11 @@ class ClosedMask {
     }
   }
 
-  std::unique_ptr<Tile> Make(int left, int top) const {
-    static thread_local Work mask;
-    Compare_Colors(mask, left - margin, top - margin);
-    Spread(mask, [](uchar a, uchar b) { return std::max(a, b); });
-    Spread(mask, [](uchar a, uchar b) { return std::min(a, b); });
+  std::unique_ptr<Tile> Make(int left, int top) {
+    Compare_Colors(left - margin, top - margin);
+    Remove_Grain();
+    Spread([](uchar a, uchar b) { return std::max(a, b); });
+    Spread([](uchar a, uchar b) { return std::min(a, b); });
     auto tile = std::make_unique<Tile>();
     for (size_t y = 0; y < tileSize; ++y)
       std::copy_n(mask.data() + (y + margin) * side + margin, tileSize, tile->data() + y * tileSize);
@@ -97,24 +112,35 @@ class ClosedMask {
   }
 
   QImage picture;
-  QRgb like;
-  int limit, columns, rows;
+  PatchColors colors;
+  int columns, rows;
+  Work mask{}, other{}, sums{}, kept{};  // for the tile that is made
   std::vector<std::unique_ptr<Tile>> tiles;
 };
 
-QRgb Mean_Round(const QImage& picture, QPoint click, std::vector<QRgb>& sampled) {
-  int red = 0, green = 0, blue = 0;
+// The mean round the click and its grain: twice the standard deviation to either side.
+PatchColors Colors_Round(const QImage& picture, QPoint click, std::vector<QRgb>& sampled) {
+  std::array<double, 3> sums{}, squares{};
   for (int y = click.y() - sampleRadius; y <= click.y() + sampleRadius; ++y)
     for (int x = click.x() - sampleRadius; x <= click.x() + sampleRadius; ++x) {
       if (!picture.valid(x, y)) continue;
       const QRgb color = picture.pixel(x, y);
       sampled.push_back(color);
-      red += qRed(color);
-      green += qGreen(color);
-      blue += qBlue(color);
+      const std::array<int, 3> values = {qRed(color), qGreen(color), qBlue(color)};
+      for (size_t i = 0; i < 3; ++i) {
+        sums[i] += values[i];
+        squares[i] += values[i] * values[i];
+      }
     }
-  const int count = std::max(1, static_cast<int>(sampled.size()));
-  return qRgb(red / count, green / count, blue / count);
+  PatchColors colors;
+  const auto count = static_cast<double>(sampled.size());
+  for (size_t i = 0; i < 3; ++i) {
+    const double mean = sums[i] / count, variance = std::max(0.0, squares[i] / count - mean * mean);
+    const double grain = std::min(mostGrain, 2 * std::sqrt(variance));
+    colors.lo[i] = std::max(0, static_cast<int>(std::lround(mean - grain)));
+    colors.hi[i] = std::min(255, static_cast<int>(std::lround(mean + grain)));
+  }
+  return colors;
 }
 
 // Fills all that is joined to the place by its sides. The topmost filled pixel, leftmost in its row.
@@ -253,8 +279,9 @@ TraceResult Digi_Fill(const TraceRequest& request) {
     result.fault = QStringLiteral("Sie haben neben die Karte geklickt.");
     return result;
   }
-  const QRgb like = Mean_Round(request.picture, request.click, result.sampled);
-  ClosedMask mask(request.picture, like, request.tolerance * farthestColors / 100);
+  PatchColors colors = Colors_Round(request.picture, request.click, result.sampled);
+  colors.Widen(request.tolerance / 100.0);
+  ClosedMask mask(request.picture, colors);
   if (!mask.Open(request.click.x(), request.click.y())) {
     result.fault = QStringLiteral(
         "An dieser Stelle ist keine einheitliche Farbe.\nKlicken Sie daneben, oder lassen Sie "
@@ -268,5 +295,6 @@ TraceResult Digi_Fill(const TraceRequest& request) {
     result.outline.clear();
     result.fault = QStringLiteral("Zu wenig Randpunkte");
   }
+  result.part = Part_Of_Picture(result.outline, request.picture.size());
   return result;
 }

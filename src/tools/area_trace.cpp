@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "platform/text.h"
+#include "tools/area_colors.h"
 
 namespace {
 
@@ -55,34 +56,6 @@ class Pixels {
 
  private:
   QImage picture;
-};
-
-// Bounds of the colours that belong to the patch.
-struct Bounds {
-  std::array<int, 3> lo{255, 255, 255}, hi{0, 0, 0};
-  bool uniform = false;
-
-  void Take(const std::array<int, 3>& color) {
-    for (size_t i = 0; i < 3; ++i) {
-      if (color[i] < lo[i])
-        lo[i] = color[i];
-      else if (color[i] > hi[i])
-        hi[i] = color[i];
-    }
-  }
-  // Blue gives way by as much as green, which was widened before it.
-  void Widen(double t) {
-    uniform = lo == hi;
-    lo[0] = std::max(0, static_cast<int>(To_Int16(lo[0] - lo[0] * t)));
-    lo[1] = std::max(0, static_cast<int>(To_Int16(lo[1] - lo[1] * t)));
-    lo[2] = std::max(0, static_cast<int>(To_Int16(lo[2] - lo[1] * t)));
-    for (int& bound : hi) bound = std::min(255, static_cast<int>(To_Int16((255 - bound) * t + bound)));
-  }
-  bool Hold(const std::array<int, 3>& color) const {
-    for (size_t i = 0; i < 3; ++i)
-      if (color[i] < lo[i] || color[i] > hi[i]) return false;
-    return true;
-  }
 };
 
 struct EdgePoint {
@@ -248,7 +221,7 @@ class Follower {
 
   const TraceRequest& request;
   Pixels pixels;
-  Bounds bounds;
+  PatchColors bounds;
   int firstRing = 2;
   QPoint start;
   std::vector<EdgePoint> points;
@@ -274,4 +247,17 @@ int Entfernung(float dx, float dy) {
       std::sqrt(static_cast<double>(dx) * static_cast<double>(dx) + static_cast<double>(dy) * static_cast<double>(dy)));
 }
 
-TraceResult Digi_Trace_RGB(const TraceRequest& request) { return Follower(request).Run(); }
+double Part_Of_Picture(const std::vector<QPoint>& outline, QSize picture) {
+  double twice = 0;
+  for (size_t i = 0; i < outline.size(); ++i) {
+    const QPoint here = outline[i], next = outline[(i + 1) % outline.size()];
+    twice += static_cast<double>(here.x()) * next.y() - static_cast<double>(next.x()) * here.y();
+  }
+  return std::abs(twice) / 2 / picture.width() / picture.height();
+}
+
+TraceResult Digi_Trace_RGB(const TraceRequest& request) {
+  TraceResult result = Follower(request).Run();
+  result.part = Part_Of_Picture(result.outline, request.picture.size());
+  return result;
+}

@@ -22,18 +22,22 @@ struct TraceResult {
   QString fault;                // what to tell the user; empty if there is an outline, or if the step ended the work
   std::vector<QRgb> sampled;    // colours round the click
   int edgePoints = 0;           // before the outline was thinned
+  double part = 0;              // of the picture that lies within the outline, 0 to 1
   bool Found() const { return !outline.empty(); }
 };
+// How much of a picture of that size lies within an outline, 0 to 1.
+double Part_Of_Picture(const std::vector<QPoint>& outline, QSize picture);
 
 // The follower. Its colours are those on rings of up to 2..5 pixels round the click, widened by the tolerance; it goes
 // up from the click to the edge and steps from ring to ring to the first point of the longest run of such colours.
 TraceResult Digi_Trace_RGB(const TraceRequest& request);
 
-// The filler: all that is joined to the click by colours within the tolerance (of half the greatest distance in the RGB
-// cube, which is what the follower takes) of the mean round it, after gaps of up to four pixels were closed
-// (morphological closing with a square, Serra 1982); holes belong to it. The outline runs along pixel sides; of its
-// corners as few are kept as leave the middles of these sides at most 0.7 pixels off it (a cone of directions from
-// vertex to vertex, Williams 1978: the better known halving of lines keeps each step of a slanted edge).
+// The filler: all that is joined to the click by colours that are those round it, grain included, widened by the
+// tolerance as the follower does; single pixels of such a colour in another one do not join. Gaps of up to four pixels
+// are closed first (morphological closing with a square, Serra 1982); holes belong to it. The outline runs along pixel
+// sides; of its corners as few are kept as leave the middles of these sides at most 0.7 pixels off it (a cone of
+// directions from vertex to vertex, Williams 1978: the better known halving of lines keeps each step of a slanted
+// edge).
 TraceResult Digi_Fill(const TraceRequest& request);
 
 // Parts of the follower that others can look at.

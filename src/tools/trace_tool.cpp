@@ -1,5 +1,6 @@
 #include "tools/trace_tool.h"
 
+#include <algorithm>
 #include <optional>
 #include <utility>
 
@@ -39,13 +40,22 @@ class TraceTool final : public MapTool {
 
   void Trace() {
     if (!click) return;
-    {
+    Show([this] {
       const BusyPointer busy;
-      const TraceRequest request{Map.MapClip[0].image, *click, frmMDI.DigiTolerance, {}};
-      result = frmMDI.DigiFill ? Digi_Fill(request) : Digi_Trace_RGB(request);
+      return Traced(frmMDI.DigiTolerance);
+    }());
+  }
+  bool Trace_Less() {
+    const BusyPointer busy;
+    for (int tolerance = frmMDI.DigiTolerance; click && tolerance > 0;) {
+      tolerance -= std::max(1, tolerance / 4);
+      TraceResult tried = Traced(tolerance);
+      if (!tried.Found() || tried.part >= runOutPart) continue;
+      frmMDI.DigiTolerance = tolerance;
+      Show(std::move(tried));
+      return true;
     }
-    events.HandChanged.Emit();
-    if (listener.traced) listener.traced(result);
+    return false;
   }
   void Forget() {
     click.reset();
@@ -55,6 +65,16 @@ class TraceTool final : public MapTool {
   const TraceResult& Result() const { return result; }
 
  private:
+  TraceResult Traced(int tolerance) const {
+    const TraceRequest request{Map.MapClip[0].image, *click, tolerance, {}};
+    return frmMDI.DigiFill ? Digi_Fill(request) : Digi_Trace_RGB(request);
+  }
+  void Show(TraceResult found) {
+    result = std::move(found);
+    events.HandChanged.Emit();
+    if (listener.traced) listener.traced(result);
+  }
+
   TraceListener listener;
   std::optional<QPoint> click;  // map pixels
   TraceResult result;
@@ -72,6 +92,11 @@ void End_Tracing() {
 
 void Trace_Again() {
   if (TraceTool* tool = Tool()) tool->Trace();
+}
+
+bool Trace_Less() {
+  TraceTool* tool = Tool();
+  return tool && tool->Trace_Less();
 }
 
 void Forget_Trace() {

@@ -18,6 +18,11 @@ bool Start_Tracing(TraceListener listener);
 void End_Tracing();
 // The last click once more; nothing without one.
 void Trace_Again();
+// Whoever clicks into a patch hardly means that much of the map (0 to 1): the colour has run out of its patch.
+inline constexpr double runOutPart = 0.3;
+// The last click once more with the largest of some lower tolerances at which less than that is found; it stands in
+// frmMDI then. False if there is none: all is as before.
+bool Trace_Less();
 // Back to waiting for a click.
 void Forget_Trace();
 // The outline becomes an area that looks like the next one. False if there is none, or it could not be written, which

@@ -136,6 +136,23 @@ TEST(AreaFill, TheToleranceIsThatOfTheFollower) {
   EXPECT_FALSE(Digi_Trace_RGB({picture, {120, 90}, 90, {}}).Found());
 }
 
+// A pale meadow, its grain and that of the paper nearly meet: single grains are no bridge.
+TEST(AreaFill, AMeadowDoesNotRunIntoThePaper) {
+  QImage picture = Sheet();
+  unsigned random = 1;
+  for (int y = 0; y < 200; ++y)
+    for (int x = 0; x < 300; ++x) {
+      const bool meadow = QRect(60, 50, 120, 80).contains(x, y);
+      random = random * 1103515245U + 12345U;
+      const int grain = static_cast<int>(random >> 16) % 7 - 3;
+      picture.setPixel(x, y,
+                       meadow ? qRgb(241 + grain, 246 + grain, 226 + grain) : qRgb(249 + grain, 246, 235 + grain));
+    }
+  for (const int tolerance : {0, 5, 10})
+    EXPECT_NEAR(Digi_Fill({picture, {120, 90}, tolerance, {}}).part, 9600 / 60000.0, 0.005) << tolerance;
+  EXPECT_GT(Digi_Fill({picture, {120, 90}, 60, {}}).part, 0.9);
+}
+
 // Whatever the shape: the pixel sides of its edge lie within 0.7 pixels of the outline, and straight edges are few.
 TEST(AreaFill, StaysWithinSevenTenthsOfAPixel) {
   const std::vector<QPolygonF> shapes = {

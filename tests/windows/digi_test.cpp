@@ -45,7 +45,8 @@ TEST_F(DigiTest, AClickASliderAnArea) {
   const EntryRow row = Last_Row();
   EXPECT_EQ(row.ID, QStringLiteral("Flaeche0"));
   EXPECT_EQ(row.Typ, 4);
-  EXPECT_EQ(QPolygon(QList<QPoint>(Load_Vertices(row.ID).begin(), Load_Vertices(row.ID).end())).boundingRect(),
+  const std::vector<QPoint> vertices = Load_Vertices(row.ID);
+  EXPECT_EQ(QPolygon(QList<QPoint>(vertices.begin(), vertices.end())).boundingRect(),
             QRect(QPoint(60, 50), QPoint(180, 130)));
   // The next one at once, with the same settings, also in another window.
   Click(64, 54);
@@ -58,6 +59,29 @@ TEST_F(DigiTest, AClickASliderAnArea) {
   EXPECT_TRUE(Child<QAbstractButton>("optFuellen")->isChecked());
   Key_On(Canvas(), Qt::Key_Escape);
   EXPECT_FALSE(Is_Open<FrmDigi>());
+}
+
+// A white lake on grey paper: at 30 % the paper is meant, too.
+TEST_F(DigiTest, AColourThatRunsOutIsNamed) {
+  QImage& scan = Map.MapClip[0].image;
+  scan.fill(QColor(230, 230, 230));
+  QPainter(&scan).fillRect(60, 50, 120, 80, Qt::white);
+  auto* lower = Child<QPushButton>("btnSenken");
+  Child<QAbstractButton>("optFuellen")->click();
+  Child<QSlider>("Slider1")->setValue(30);
+  Click(120, 90);
+  EXPECT_TRUE(lower->isVisible());
+  EXPECT_TRUE(Child<QLabel>("Label1")->text().startsWith(u"Die Fläche füllt 100 % der Karte"_s));
+  Push(lower);
+  EXPECT_FALSE(lower->isVisible());
+  EXPECT_EQ(Points(), u"4 Randpunkte"_s);
+  EXPECT_LT(frmMDI.DigiTolerance, 10);
+  EXPECT_EQ(Child<QSlider>("Slider1")->value(), frmMDI.DigiTolerance);
+  // The paper itself is that large.
+  Click(20, 20);
+  EXPECT_TRUE(lower->isVisible());
+  Push(lower);
+  EXPECT_TRUE(Child<QLabel>("Label1")->text().startsWith(u"Auch mit kleinerer"_s));
 }
 
 // A fault is told while the click is still being worked on: the window, or the map, may go meanwhile.

@@ -25,10 +25,15 @@ FrmDigi::FrmDigi(QWidget* parent) : QDialog(parent), ui(std::make_unique<Ui::Frm
   Prepare_Dialog(*this, QStringLiteral("Digitalisieren.htm"));
   setWindowModality(Qt::NonModal);
   ui->Label1->setMinimumHeight(5 * ui->Label1->fontMetrics().lineSpacing());
+  ui->pic->setBackgroundRole(QPalette::Base);
+  ui->pic->setAutoFillBackground(true);
   ui->pic->setFixedHeight(barBottom + 6 + 2 * ui->pic->frameWidth());
   ui->lblPoints->setMinimumWidth(ui->lblPoints->fontMetrics().horizontalAdvance(Count_Text(90000)));
   ui->Slider1->setValue(frmMDI.DigiTolerance);
-  ui->lblWert->setText(QString::number(frmMDI.DigiTolerance) + QStringLiteral(" %"));
+  Show_Tolerance();
+  QSizePolicy keepsPlace = ui->btnSenken->sizePolicy();
+  keepsPlace.setRetainSizeWhenHidden(true);
+  ui->btnSenken->setSizePolicy(keepsPlace);
   ui->lblWert->setMinimumWidth(ui->lblWert->fontMetrics().horizontalAdvance(QStringLiteral("100 %")));
   (frmMDI.DigiFill ? ui->optFuellen : ui->optRand)->setChecked(true);
   connect(ui->Slider1, &QSlider::valueChanged, this, &FrmDigi::Slider_Moved);
@@ -37,6 +42,7 @@ FrmDigi::FrmDigi(QWidget* parent) : QDialog(parent), ui(std::make_unique<Ui::Frm
     Try_Again(fill ? QStringLiteral("Neuer Versuch: Die Fläche wird gefüllt.")
                    : QStringLiteral("Neuer Versuch: Der Rand wird verfolgt."));
   });
+  connect(ui->btnSenken, &QPushButton::clicked, this, [this] { Run_Guarded([this] { Lower_Tolerance(); }); });
   connect(ui->cmdTake, &QPushButton::clicked, this, [this] { Run_Guarded([this] { Take(); }); });
   connect(ui->btnNeu, &QPushButton::clicked, this, &FrmDigi::New_Try);
   connect(ui->btnEnd, &QPushButton::clicked, this, &QDialog::reject);
@@ -66,6 +72,14 @@ void FrmDigi::Show_Result(const TraceResult& result) {
   ui->btnNeu->setEnabled(true);
   ui->cmdTake->setEnabled(result.Found());
   ui->lblPoints->setText(Count_Text(static_cast<int>(result.outline.size())));
+  const bool runOut = result.part >= runOutPart;
+  ui->btnSenken->setVisible(runOut);
+  if (runOut) {
+    ui->Label1->setText(QStringLiteral("Die Fläche füllt %1 % der Karte: Die Farbe geht wohl in die Umgebung über.\n"
+                                       "Senken Sie die Farbtoleranz, oder 'Übernehmen', wenn es so gemeint ist.")
+                            .arg(static_cast<int>(result.part * 100)));
+    return;
+  }
   if (result.Found()) {
     ui->Label1->setText(
         QStringLiteral("Aktivieren Sie 'Übernehmen' unten in diesem Fenster,\nwenn Sie die digitalisierte Fläche als "
@@ -90,9 +104,22 @@ void FrmDigi::Show_Colors(const std::vector<QRgb>& colors) {
   ui->pic->setPixmap(bars);
 }
 
+void FrmDigi::Show_Tolerance() { ui->lblWert->setText(QString::number(frmMDI.DigiTolerance) + QStringLiteral(" %")); }
+
+void FrmDigi::Lower_Tolerance() {
+  if (!Trace_Less()) {
+    ui->Label1->setText(
+        QStringLiteral("Auch mit kleinerer Farbtoleranz läuft die Fläche aus.\nKlicken Sie an eine andere Stelle."));
+    return;
+  }
+  const QSignalBlocker traced(ui->Slider1);
+  ui->Slider1->setValue(frmMDI.DigiTolerance);
+  Show_Tolerance();
+}
+
 void FrmDigi::Slider_Moved(int value) {
   frmMDI.DigiTolerance = value;
-  ui->lblWert->setText(QString::number(value) + QStringLiteral(" %"));
+  Show_Tolerance();
   Try_Again(QStringLiteral("Neuer Versuch mit %1% Farbtoleranz.").arg(value));
 }
 
@@ -114,6 +141,7 @@ void FrmDigi::New_Try() {
   Forget_Trace();
   ui->btnNeu->setEnabled(false);
   ui->cmdTake->setEnabled(false);
+  ui->btnSenken->hide();
   ui->lblPoints->setText(Count_Text(0));
   ui->Label1->setText(QStringLiteral("Klicken Sie in die farbige Fläche auf der Karte."));
   Show_Colors({});

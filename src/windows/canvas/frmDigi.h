@@ -25,6 +25,8 @@ class FrmDigi : public QDialog {
  private:
   void Show_Result(const TraceResult& result);
   void Show_Colors(const std::vector<QRgb>& colors);
+  void Show_Tolerance();
+  void Lower_Tolerance();
   void Slider_Moved(int value);
   void Try_Again(const QString& text);
   void Take();

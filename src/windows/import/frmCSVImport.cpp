@@ -3,7 +3,6 @@
 #include <QFileInfo>
 #include <QHeaderView>
 #include <QIntValidator>
-#include <QMenuBar>
 #include <QTableWidget>
 
 #include "import/csv_place.h"
@@ -59,23 +58,14 @@ FrmCSVImport::FrmCSVImport(QWidget* parent) : QDialog(parent), ui(std::make_uniq
 FrmCSVImport::~FrmCSVImport() { events.MapClosed.Disconnect(closedListener); }
 
 void FrmCSVImport::Make_Menus() {
-  auto* bar = new QMenuBar(this);
-  bar->setNativeMenuBar(false);
-  const auto add = [&](const char* name, const QString& caption, const QKeySequence& key, auto work) {
-    QAction* action = bar->addAction(caption);
-    action->setObjectName(QLatin1String(name));
-    action->setShortcut(key);
-    connect(action, &QAction::triggered, this, work);
-    addAction(action);
+  const auto openChosen = [this] {
+    if (const QString path = Choose_Csv(); !path.isEmpty()) Open_File(path);
   };
-  add("mnuOpenFile", QStringLiteral("Ö&ffnen"), QKeySequence::Open, [this] {
-    Run_Guarded([this] {
-      if (const QString path = Choose_Csv(); !path.isEmpty()) Open_File(path);
-    });
-  });
-  add("mnuImport", QStringLiteral("&Importieren"), {}, [this] { Run_Guarded([this] { Import(); }); });
-  add("mnuHelp", QStringLiteral("&Hilfe"), {}, [this] { Show_Help(this, helpPage); });
-  layout()->setMenuBar(bar);
+  Give_Menu_Bar(
+      *this,
+      {{"mnuOpenFile", QStringLiteral("Ö&ffnen"), QKeySequence::Open, [=, this] { Run_Guarded(openChosen); }},
+       {"mnuImport", QStringLiteral("&Importieren"), {}, [this] { Run_Guarded([this] { Import(); }); }},
+       {"mnuHelp", QStringLiteral("&Hilfe"), {}, [this] { Show_Help(this, helpPage); }}});
 }
 
 void FrmCSVImport::Open_File(const QString& path) {

@@ -2,7 +2,6 @@
 
 #include <QFileInfo>
 #include <QHeaderView>
-#include <QMenuBar>
 #include <QPointer>
 #include <algorithm>
 
@@ -99,20 +98,12 @@ void FrmGPS::Told(const std::function<void()>& work) {
 }
 
 void FrmGPS::Make_Menus() {
-  auto* bar = new QMenuBar(this);
-  bar->setNativeMenuBar(false);
-  const auto add = [&](const char* name, const QString& caption, const QKeySequence& key, auto work) {
-    QAction* action = bar->addAction(caption);
-    action->setObjectName(QLatin1String(name));
-    action->setShortcut(key);
-    connect(action, &QAction::triggered, this, [this, work] { Told(work); });
-    addAction(action);
-  };
-  add("mnuGPS", QStringLiteral("GPS-&Gerät auslesen"), {}, [this] { Read_Device(); });
-  add("mnuLoadWp", QStringLiteral("Weg&punkte laden"), QKeySequence::Open, [this] { Load(GpsContent::Waypoints); });
-  add("mnuLoadTrack", QStringLiteral("&Tracks laden"), {}, [this] { Load(GpsContent::Tracks); });
-  add("mnuHelp", QStringLiteral("&Hilfe"), {}, [this] { Show_Help(this, page); });
-  layout()->setMenuBar(bar);
+  const auto load = [this](GpsContent wanted) { return [=, this] { Told([=, this] { Load(wanted); }); }; };
+  Give_Menu_Bar(*this,
+                {{"mnuGPS", QStringLiteral("GPS-&Gerät auslesen"), {}, [this] { Told([this] { Read_Device(); }); }},
+                 {"mnuLoadWp", QStringLiteral("Weg&punkte laden"), QKeySequence::Open, load(GpsContent::Waypoints)},
+                 {"mnuLoadTrack", QStringLiteral("&Tracks laden"), {}, load(GpsContent::Tracks)},
+                 {"mnuHelp", QStringLiteral("&Hilfe"), {}, [this] { Show_Help(this, page); }}});
 }
 
 void FrmGPS::Connect_Parts() {
