@@ -189,6 +189,12 @@ TEST_F(GpsImportTest, PointsOffTheMapBreakATrack) {
   EXPECT_EQ(Load_Vertices(rows[0].ID), (std::vector<QPoint>{{10, 10}, {20, 10}, {20, 20}}));
   EXPECT_EQ(Load_Vertices(rows[2].ID), (std::vector<QPoint>{{100, 100}, {110, 100}}));
   EXPECT_EQ(Import(file, GpsContent::Tracks).imported, 0) << "name and vertices are there";
+  const std::vector<QPoint> corner = {{1, 1}, {9, 1}};
+  EXPECT_EQ(
+      Import(Track_File({{u"Zwei"_s, corner}, {u"Zwei"_s, corner}, {u"Zwei"_s, {{1, 1}, {9, 2}}}}), GpsContent::Tracks)
+          .imported,
+      2)
+      << "a file that repeats a track";
   EXPECT_EQ(Import(file, GpsContent::Tracks, {}, {}, Existing::Taken).imported, 3);
   const GpsFile other = Track_File({{u"Weg"_s, {{12, 12}, {20, 10}, {20, 30}, {20, 40}, {20, 50}}}});
   const GpsPlan plan = Plan_Gps(other, GpsContent::Tracks, PlacingWay::AsWritten);

@@ -311,10 +311,20 @@ TEST_F(TableImportTest, BadSourcesAreToldAndLeaveNothing) {
 TEST_F(TableImportTest, ATableOfTheOldEngineIsReadAside) {
   ASSERT_TRUE(
       QFile::link(QStringLiteral(FLURAX_BINARY_DIR "/flurax-alttabelle"), ProgramFolder + u"/flurax-alttabelle"_s));
-  TableSource source(Put(u"alt.MDB"_s, qUncompress(Read_Bytes(QStringLiteral(FLURAX_TEST_DATA "/alt/Karte.mdb.z")))));
+  QByteArray bytes = qUncompress(Read_Bytes(QStringLiteral(FLURAX_TEST_DATA "/alt/Karte.mdb.z")));
+  constexpr qsizetype flagsOfDatum = 98707;  // in the description of its column
+  bytes[flagsOfDatum] = static_cast<char>(bytes[flagsOfDatum] | 4);
+  TableSource source(Put(u"alt.MDB"_s, bytes));
+  QStringList counters;
+  for (int i = 0; i < static_cast<int>(source.Fields().size()); ++i)
+    if (source.Counts(i)) counters << source.Fields()[static_cast<size_t>(i)].name;
+  EXPECT_EQ(counters, QStringList{u"Datum"_s}) << "hidden in the list";
   EXPECT_EQ(source.Count(), 1603);
   EXPECT_EQ(Found(source, {u"Eintrag= *Mühle*"_s}).size(), 1);
-  With_Box(u"4 Tabellen"_s, [&] { Tell_Remarks(source); });
+  With_Box(u"Die Spalte Datum der Tabelle MapData zählte die Zeilen von selbst"_s, [&] { Tell_Remarks(source); });
+  TableImportOrder first;
+  first.rows = {source.Entries().front()};
+  EXPECT_EQ(Import(source, first).missingColumns, (QStringList{u"Bemerkung"_s, u"Belegt"_s}));
 }
 
 // Numbers in columns of text, columns in another order, a number beyond 16 bits, a name that nothing fits behind.
