@@ -192,6 +192,7 @@ TEST_F(BatchTest, FaultsHaveAStatusAndGermanWords) {
       {{u"flaeche"_s, map, u"10"_s, u"-10"_s, u"--fuellen"_s}, 1, u"neben die Karte"_s},
       {{u"kalibriere"_s, map}, 1, u"weder eine Weltdatei noch"_s},
       {{u"kalibriere"_s, map, u"--zone"_s, u"61"_s}, 2, u"von 1 bis 60"_s},
+      {{u"tabelle-ein"_s, map, home + u"/ein.xls"_s}, 1, u"gibt es keine Tabelle"_s},
       {{u"tkr"_s, map, home + u"/aus.tkr"_s}, 1, u"leer"_s},
       {{u"bild"_s, home + u"/fehlt.bmp"_s, target}, 1, u"fehlt.bmp"_s},
       {{u"bild"_s, noPicture, target}, 1, u"Text.bmp"_s},
@@ -373,16 +374,18 @@ TEST_F(BatchTest, CarriesTheTableToASheetAndBack) {
 
 TEST_F(BatchTest, TakesObjectsOfAnOverlay) {
   const QString file = Path(u"a.ovl"_s);
-  Replace_File(file, "[Symbol 1]\nTyp=2\nText=hier\nXKoord=11.05\nYKoord=49.75\n[Symbol 2]\nTyp=2\nText=fern\n"
-                     "XKoord=12\nYKoord=49.75\n[Symbol 3]\nTyp=7\n");
+  Replace_File(file,
+               "[Symbol 1]\nTyp=2\nText=hier\nXKoord=11.05\nYKoord=49.75\n[Symbol 2]\nTyp=2\nText=fern\n"
+               "XKoord=12\nYKoord=49.75\n[Symbol 3]\nTyp=7\n");
   EXPECT_EQ(Batch({u"overlay"_s, map, file}).status, 1) << "a map without a net";
   Write_Lines(home + u"/Karte.cal"_s,
               {u"Grid GK Zone: 4 D: Potsdam R: 4431643 H: 5513031"_s, u"Gwidth = 1000"_s, u"Inclin = 0.0000001"_s,
                u"Xmap = 100"_s, u"Ymap = 200"_s, u"Xline = 100"_s, u"Yline = 100"_s});
   const Outcome outcome = Batch({u"overlay"_s, map, file});
   EXPECT_EQ(outcome.status, 0) << outcome.err;
-  EXPECT_EQ(outcome.out, u"1 Einträge wurden importiert\n1 Objekte liegen außerhalb der Karte.\n"
-                         "1 Bilder und Dreiecke wurden übergangen.\n"_s);
+  EXPECT_EQ(outcome.out,
+            u"1 Einträge wurden importiert\n1 Objekte liegen außerhalb der Karte.\n"
+            "1 Bilder und Dreiecke wurden übergangen.\n"_s);
   EXPECT_TRUE(Read_Lines(home + u"/Karte_Import.txt"_s).contains(u"Zeile 6: fern: zu weit rechts im Osten"_s));
   const EntryRow row = Rows_Of(*Workspace::OpenDatabase(home + u"/KARTE.MDB"_s)).back();
   EXPECT_EQ(QPoint(row.Xmap, row.Ymap), QPoint(100, 200)) << "converted from WGS-84";
