@@ -4,11 +4,10 @@
 #include <QGuiApplication>
 #include <ctime>
 
-#include "bench_map.h"
+#include "bench_net_map.h"
 #include "import/csv_import.h"
 #include "import/csv_place.h"
 #include "platform/files.h"
-#include "state/coordinate_state.h"
 #include "store/table_file.h"
 
 // The import of a CSV table against bare prepared INSERTs of the same rows in one transaction, in the same run: both
@@ -17,21 +16,6 @@
 namespace {
 
 constexpr int lineCount = 100'000;
-constexpr int mapWidth = 3000, mapHeight = 2200;
-
-void Set_Coordinates() {
-  Coord = {};
-  Coord.Grid = gridUtm;
-  Coord.MapWidthPx = mapWidth;
-  Coord.MapHeightPx = mapHeight;
-  Coord.Xmap = 701;
-  Coord.Ymap = 1486;
-  Coord.GridR = 646000;
-  Coord.GridH = 5512000;
-  Coord.Inclin = 0.02120933;
-  Coord.MeterPerPix = 2.1161907;
-  Coord.ZoneNumber = 32;
-}
 
 QString Make_File(const QString& folder) {
   QStringList lines = {QStringLiteral("#Eintrag1;Datum;#Eintrag2;#X;#Y;#UTM")};
@@ -89,8 +73,7 @@ double Bare_Inserts(const std::vector<EntryRow>& rows) {
 
 // Whole: from the file to the rows on the disk, undo point included. `drawn`: with the redraw of the map as well.
 void Import_100000(benchmark::State& state, bool drawn) {
-  const BenchMap map(BenchSize{0, 0, 0, mapWidth, mapHeight});
-  Set_Coordinates();
+  const NetBenchMap map;
   const QString file = Make_File(map.folder.path());
   double best[3] = {1e9, 1e9, 1e9};  // import, of which reading the file, bare
   for (auto _ : state) {

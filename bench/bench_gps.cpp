@@ -3,12 +3,11 @@
 #include <QGuiApplication>
 #include <ctime>
 
-#include "bench_map.h"
+#include "bench_net_map.h"
 #include "import/gps_file.h"
 #include "import/gps_import.h"
 #include "platform/files.h"
 #include "platform/geodesy.h"
-#include "state/coordinate_state.h"
 
 // Waypoints and tracks from their files to the rows on the disk: read, transformed into the map's net, compared with
 // what is there, written in one transaction.
@@ -16,23 +15,7 @@
 namespace {
 
 constexpr int count = 100'000;
-constexpr int mapWidth = 3000, mapHeight = 2200;
 constexpr double west = 10.985, south = 49.732;  // of the map's lower left part, degrees
-
-void Set_Coordinates() {
-  Coord = {};
-  Coord.Grid = gridUtm;
-  Coord.MapWidthPx = mapWidth;
-  Coord.MapHeightPx = mapHeight;
-  Coord.Xmap = 701;
-  Coord.Ymap = 1486;
-  Coord.GridR = 646000;
-  Coord.GridH = 5512000;
-  Coord.Inclin = 0.02120933;
-  Coord.MeterPerPix = 2.1161907;
-  Coord.ZoneNumber = 32;
-  Coord.GridDatum = QStringLiteral("WGS-84");
-}
 
 double Now() {
   timespec time{};
@@ -84,8 +67,7 @@ QByteArray Gpx(bool track) {
 }
 
 void Import(benchmark::State& state, const QByteArray& bytes, const char* name, GpsContent content) {
-  const BenchMap map(BenchSize{0, 0, 0, mapWidth, mapHeight});
-  Set_Coordinates();
+  const NetBenchMap map;
   const QString path = map.folder.filePath(QLatin1String(name));
   Replace_File(path, bytes);
   double best[3] = {1e9, 1e9, 1e9};  // all, of which reading, and planning

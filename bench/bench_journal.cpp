@@ -5,6 +5,8 @@
 
 #include "platform/database.h"
 #include "platform/journal.h"
+#include "state/step.h"
+#include "store/step_name.h"
 
 // What the journal costs. Pairs: the same change without and with it, on the same file system. And the way back, with
 // the rows read again that the change has touched.
@@ -41,6 +43,8 @@ struct File {
     database->Checkpoint();
     if (!followed) return;
     journal = std::make_unique<Journal>(folder.filePath("BENCH.verlauf"), "MapData");
+    journal->Set_Namer(Step_Name);
+    journal->Set_Running(Step_Now);
     if (!journal->Follow(*database)) journal->Begin_Anew();
   }
   // As an entry is written: all its columns, two of them changed.

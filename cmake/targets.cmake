@@ -12,7 +12,7 @@ file(GLOB_RECURSE window_sources CONFIGURE_DEPENDS src/windows/*.cpp src/windows
 
 add_library(flurax_platform STATIC ${platform_sources})
 target_link_libraries(flurax_platform PUBLIC flurax_options Qt6::Core Qt6::Gui SQLite::SQLite3
-                      PRIVATE PkgConfig::LIBZIP PkgConfig::PROJ pugixml::pugixml)
+                      PRIVATE PkgConfig::LIBZIP ZLIB::ZLIB PkgConfig::PROJ pugixml::pugixml)
 target_precompile_headers(flurax_platform PRIVATE <QString> <QList> <QHash> <QPainter> <QImage> <vector> <functional>)
 
 add_library(flurax_core STATIC ${core_sources})

@@ -81,7 +81,8 @@ ExitStatus Take_Table(const BatchOrder& order) {
     if (result.failed) return failed;
     const QStringList report = Table_Import_Report(source, result);
     Print_Lines(report.mid(0, report.indexOf(u"Abgelehnt:"_s)));
-    if (!result.refused.empty()) Tell(u"Abgelehnte Einträge stehen in: "_s + Write_Import_Report(report));
+    const QString list = Write_Import_Report(result.refused.empty() ? QStringList() : report);
+    if (!list.isEmpty()) Tell(u"Abgelehnte Einträge stehen in: "_s + list);
     return done;
   } catch (const Error& error) {
     Raise(error.number, Error_Text(error) + u": "_s + order.target);
@@ -97,8 +98,8 @@ ExitStatus Take_Overlay(const BatchOrder& order) {
     const OverlayResult result = Import_Overlay(file, plan);
     if (result.failed) return failed;
     Print_Lines(Overlay_Summary(file, plan, result));
-    const QStringList refusals = Overlay_Refusals(file, plan, result);
-    if (!refusals.isEmpty()) Tell(u"Was nicht kam, steht in: "_s + Write_Import_Report(refusals));
+    const QString list = Write_Import_Report(Overlay_Refusals(file, plan, result));
+    if (!list.isEmpty()) Tell(u"Was nicht kam, steht in: "_s + list);
     return done;
   } catch (const Error& error) {
     Raise(error.number, Error_Text(error) + u": "_s + order.target);

@@ -20,10 +20,7 @@ MapInput Map_Input_Without_Rows() {
   input.tableName = QFileInfo(TableFile).fileName();
   input.measure = Read_Map_Measure();
   input.palette = Palette;
-  input.vertices = [](const EntryRow& row) {
-    const std::vector<QPoint>& vertices = Load_Vertices(EntryId::Parse(row.ID).TableName());
-    return vertices;
-  };
+  input.vertices = [](const EntryRow& row) { return Load_Vertices(EntryId::Parse(row.ID).TableName()); };
   return input;
 }
 

@@ -5,10 +5,10 @@
 #include "hand/activation.h"
 #include "platform/message_box.h"
 #include "state/events.h"
-#include "state/task_line.h"
 #include "state/map_state.h"
 #include "state/mdi_state.h"
 #include "state/table_state.h"
+#include "state/task_line.h"
 #include "store/table_file.h"
 #include "view/redraw.h"
 
@@ -73,7 +73,8 @@ void Write_Change(const RowChange& change) {
 int Write_Changes(const std::vector<RowChange>& changes, const QString& title, const QString& undoCaption) {
   if (changes.empty()) return 0;
   const BusyPointer busy;
-  if (!undoCaption.isEmpty()) Undo_Point(undoCaption);
+  std::optional<UndoPoint> point;
+  if (!undoCaption.isEmpty()) point.emplace(undoCaption);
   const bool written = In_Told_Transaction(title, [&changes] {
     for (const RowChange& change : changes) Write_Change(change);
   });

@@ -40,7 +40,7 @@ QPoint Corner_Of(const EntryRow& row) {
   const EntryType type = EntryType::Parse(row.Typ);
   QPoint corner(row.Xmap, row.Ymap);
   if (!type.IsPolygon() && !type.IsFreeFigure()) return corner;
-  const std::vector<QPoint>& vertices = Load_Vertices(EntryId::Parse(row.ID).TableName());
+  const std::vector<QPoint> vertices = Load_Vertices(EntryId::Parse(row.ID).TableName());
   for (size_t i = 0; i < vertices.size(); ++i)
     corner =
         i == 0 ? vertices[0] : QPoint(std::min(corner.x(), vertices[i].x()), std::min(corner.y(), vertices[i].y()));

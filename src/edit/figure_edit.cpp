@@ -87,7 +87,7 @@ bool Append_Figure(EntryRow row, const EntryBox& box, const std::vector<QPoint>&
 bool Write_Figure(const EntryRow& row, const std::vector<QPoint>& vertices = {}) {
   const EntryRow before = Read_Entry(*rsEntries);
   if (before == row && (vertices.empty() || vertices == Free_Figure_Vertices())) return true;
-  Undo_Point(undoCaption);
+  const UndoPoint point(undoCaption);
   if (!On_Current_Entry()) return false;
   const bool done = In_Told_Transaction(title, [&] {
     if (!vertices.empty()) Write_Vertices(EntryId::Parse(row.ID).TableName(), vertices);

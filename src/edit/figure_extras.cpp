@@ -275,7 +275,7 @@ bool Set_Figure_Properties(double angle, const FigureExtras& extras) {
   EntryRow row = before;
   Turn_Row(row, angle);
   if (row == before && Rows_Of(Name_Of(row)) == Extra_Rows(row, extras)) return true;
-  Undo_Point(undoCaption);
+  const UndoPoint point(undoCaption);
   if (!On_Current_Entry()) return false;
   const bool done = In_Told_Transaction(title, [&] {
     Update_Entry(row);
@@ -326,9 +326,9 @@ void Draw_Figure_Preview(Surface& surface, const QRectF& area, const EntryRow& f
   EntryRow drawn = figure;
   EntryColors colors;
   colors = {Color_Of(figure.VG), Color_Of(figure.HG), Color_Of(FrameWord::Parse(figure.RA).color)};
-  static const std::vector<QPoint> none;
-  Draw_Figure(context, drawn, type.Kind(),
-              type.IsFreeFigure() ? Load_Vertices(EntryId::Parse(figure.ID).TableName()) : none, colors);
+  const std::vector<QPoint> vertices =
+      type.IsFreeFigure() ? Load_Vertices(EntryId::Parse(figure.ID).TableName()) : std::vector<QPoint>();
+  Draw_Figure(context, drawn, type.Kind(), vertices, colors);
   const FigureAxes axes = Axes_Of(is);
   surface.SetFont({QStringLiteral("Arial"), 8});
   const auto label = [&extras](const QString& text) { return extras.AchsenText ? text : QString(); };

@@ -103,7 +103,7 @@ Extent Measure::Of_Picture(const EntryRow& row) {
 }
 
 Extent Measure::Of_Free_Figure(const EntryRow& row) {
-  const std::vector<QPoint>& vertices = Load_Vertices(EntryId::Parse(row.ID).TableName());
+  const std::vector<QPoint> vertices = Load_Vertices(EntryId::Parse(row.ID).TableName());
   if (vertices.empty()) return {row.Xmap, row.Ymap, row.Xmap, row.Ymap};
   const EntryBox box = Vertex_Box(vertices);
   return {box.x, box.y, box.x + box.width, box.y + box.height};
@@ -234,7 +234,7 @@ void Justify(JustifyMode mode) {
       if (EntryType::Parse(row.Typ).Chosen()) alignment.Align(row);
     });
     if (changes.empty() && alignment.vertices.empty()) return Tell_Done_Of_Marked();
-    Undo_Point(QStringLiteral("Rückgängig: Justieren"));
+    const UndoPoint point(QStringLiteral("Rückgängig: Justieren"));
     const bool written = In_Told_Transaction(title, [&] {
       for (const RowChange& change : changes) Write_Change(change);
       for (const VertexChange& change : alignment.vertices) Write_Vertices(change.table, change.points);

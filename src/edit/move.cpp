@@ -157,7 +157,7 @@ int Move_Entries(const MoveRequest& request) {
     return 0;
   }
   if (work.rows.empty()) return 0;
-  Undo_Point(undoCaption);
+  const UndoPoint point(undoCaption);
   const bool written = In_Told_Transaction(errorTitle, [&] {
     Progress progress(QStringLiteral("Einträge verschieben"),
                       static_cast<int>(work.rows.size()) + static_cast<int>(work.tables.size()));

@@ -97,7 +97,7 @@ void Order_Entry(int step) {
     return;
   }
   const BusyPointer busy;
-  Undo_Point(QStringLiteral("Rückgängig: Verschieben"));
+  const UndoPoint point(QStringLiteral("Rückgängig: Verschieben"));
   if (!Move_In_Order(step)) return;
   events.CurrentRowChanged.Emit();
   Show_Changed_Entries();

@@ -348,10 +348,10 @@ void Write_Fields(const std::vector<NewField>& fields) {
   rsEntries->Update();
 }
 
-bool Take_Undo_Point(SearchState& state) {
+bool Take_Undo_Point(SearchState& state, std::optional<UndoPoint>& point) {
   const MenuState& undo = Menu(QStringLiteral("mnuReset"));
   // Something else has taken the undo since: this is a first replacement again.
-  if (!state.undoTaken || state.restored || !undo.Enabled || undo.Caption != undoCaption) Undo_Point(undoCaption);
+  if (!state.undoTaken || state.restored || !undo.Enabled || undo.Caption != undoCaption) point.emplace(undoCaption);
   state.undoTaken = true;
   state.restored = false;
   return rsEntries != nullptr;
@@ -372,10 +372,12 @@ bool Replace_Current(SearchState& state) {
     if (!plan->toldAboutId) Tell_Nothing_Changed();
     return false;
   }
-  if (!Take_Undo_Point(state)) return false;
+  std::optional<UndoPoint> point;
+  if (!Take_Undo_Point(state, point)) return false;
   const bool written = In_Told_Transaction(replaceTitle, [&] {
     if (On_Current_Entry()) Write_Fields(fields);
   });
+  if (point && !written) state.undoTaken = false;
   if (!written) return false;
   ++state.changed;
   Show_Changed_Entries();
@@ -385,7 +387,8 @@ bool Replace_Current(SearchState& state) {
 int Replace_All(SearchState& state) {
   if (!Has_Criteria(state) || !Ready_For_Many()) return 0;
   std::optional<Plan> plan = Make_Plan(state);
-  if (!plan || !Take_Undo_Point(state)) return 0;
+  std::optional<UndoPoint> point;
+  if (!plan || !Take_Undo_Point(state, point)) return 0;
   const BusyPointer busy;
   int found = 0, changed = 0;
   bool stopped = false;
@@ -403,6 +406,7 @@ int Replace_All(SearchState& state) {
     });
     return !stopped;
   });
+  if (point && (!written || changed == 0)) state.undoTaken = false;
   if (!written) return 0;
   state.found = found;
   state.changed += changed;

@@ -219,7 +219,7 @@ bool Run(SqlState& sql, const QString& statement) {
   static const QRegularExpression order(QStringLiteral(R"(\border\s+by\b)"), QRegularExpression::CaseInsensitiveOption);
   if (statement.contains(order) && !Ask_About_Order()) return false;
   const int oldCount = rsEntries->RecordCount();
-  Undo_Point(undoCaption);
+  const UndoPoint point(undoCaption);
   if (!rsEntries) return false;  // the table could not be loaded again; that was told
   const BusyPointer busy;
   const bool changes = Holds(statement, "update") || translated.kind == SqlKind::Insert;

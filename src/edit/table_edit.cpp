@@ -267,7 +267,8 @@ bool Delete_Rows(const std::vector<qint64>& keys) {
     return false;
   }
   if (!Ask_To_Delete_Rows(going)) return false;
-  if (going.size() > 1) Undo_Point(QStringLiteral("Rückgängig: Zeilen löschen"));
+  std::optional<UndoPoint> point;
+  if (going.size() > 1) point.emplace(QStringLiteral("Rückgängig: Zeilen löschen"));
   if (!rsEntries) return false;  // the table could not be opened again
   const BusyPointer busy;
   Delete_Entries(going + Extras_Of_All(going));

@@ -148,7 +148,7 @@ void Import(const QString& title, const Reader& read) {
     ExchangeTaken taken;
     if (!content.entries.empty()) {
       const BusyPointer busy;
-      Undo_Point(undoCaption);
+      const UndoPoint point(undoCaption);
       taken = Append_Exchange_Entries(content.entries, goOn);
       Show_Changed_Entries();
     }

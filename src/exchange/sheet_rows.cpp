@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "edit/figure_edit.h"
+#include "store/kind_word.h"
 
 namespace {
 
@@ -10,34 +11,20 @@ constexpr double narrowest = 6, widest = 40;
 constexpr int rowsLookedAt = 500;  // for the widths
 const QString textFormat = QStringLiteral("@");
 
-QString Base_Word(const EntryType& type, const EntryId& id) {
-  if (type.IsFigure()) return QStringLiteral("Figur: ") + Figure_Word(type.Kind());
+// What the word for its kind leaves open.
+QString Detail(const EntryType& type) {
+  if (type.IsFigure()) return QStringLiteral(": ") + Figure_Word(type.Kind());
   switch (type.Kind()) {
-    case EntryKind::Text:
-      return QStringLiteral("Text");
     case EntryKind::TextLine:
-      return QStringLiteral("Text mit Bezugslinie");
+      return QStringLiteral(" mit Bezugslinie");
     case EntryKind::TextArrow:
-      return QStringLiteral("Text mit Pfeil");
+      return QStringLiteral(" mit Pfeil");
     case EntryKind::TextCircle:
-      return QStringLiteral("Text mit Kreis");
-    case EntryKind::Polygon:
-      return id.IsLine() ? QStringLiteral("Linie") : QStringLiteral("Fläche");
+      return QStringLiteral(" mit Kreis");
     case EntryKind::PolygonRound:
-      return id.IsLine() ? QStringLiteral("Linie, abgerundet") : QStringLiteral("Fläche, abgerundet");
-    case EntryKind::Picture:
-      return QStringLiteral("Bild");
-    case EntryKind::Scale:
-      return QStringLiteral("Maßstab");
-    case EntryKind::NorthArrow:
-      return QStringLiteral("Nordpfeil");
-    case EntryKind::Net:
-      return QStringLiteral("Koordinatennetz");
-    case EntryKind::PlanSquare:
-    case EntryKind::PlanDesign:
-      return QStringLiteral("Planquadrat");
+      return QStringLiteral(", abgerundet");
     default:
-      return QStringLiteral("Typ %1").arg(type.base);
+      return {};
   }
 }
 
@@ -112,8 +99,7 @@ class SheetWriter {
 QString Kind_In_Words(const EntryRow& row) {
   const EntryType type = EntryType::Parse(row.Typ);
   const EntryId id = EntryId::Parse(row.ID);
-  const bool symbol = type.IsText() && row.Schrift.contains(QLatin1String("Wing"));
-  QString words = symbol ? QStringLiteral("Symbol") : Base_Word(type, id);
+  QString words = Kind_Word(row) + Detail(type);
   // The sign of a north arrow says nothing about its visibility.
   if (type.hidden && type.Kind() != EntryKind::NorthArrow) words += QStringLiteral(", ausgeblendet");
   if (id.inactive) words += QStringLiteral(", inaktiv");

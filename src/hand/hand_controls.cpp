@@ -122,7 +122,7 @@ EntryBox Vertex_Box(const std::vector<QPoint>& points) {
 
 EntryBox Figure_Box(const EntryRow& row) {
   if (!EntryType::Parse(row.Typ).IsFreeFigure()) return entry_box(row);
-  const std::vector<QPoint>& points = Load_Vertices(EntryId::Parse(row.ID).TableName());
+  const std::vector<QPoint> points = Load_Vertices(EntryId::Parse(row.ID).TableName());
   return points.empty() ? entry_box(row) : Vertex_Box(points);
 }
 

@@ -6,9 +6,9 @@
 #include "edit/bulk_change.h"
 #include "hand/activation.h"
 #include "import/csv_place.h"
+#include "import/placing_question.h"
 #include "platform/file_dialog.h"
 #include "platform/files.h"
-#include "platform/message_box.h"
 #include "platform/progress.h"
 #include "platform/text.h"
 #include "state/events.h"
@@ -98,7 +98,7 @@ class CsvRun {
   }
 
   void Write() {
-    Undo_Point(undoCaption);
+    const UndoPoint point(undoCaption);
     const bool written = In_Told_Transaction(importTitle, [this] {
       EntryRow row;
       row.ID = QStringLiteral("Text");
@@ -143,23 +143,11 @@ std::optional<PlacingWay> Confirmed_Way(const CsvTable& table) {
                      "Koordinatentyp der Datei und der Karte stimmen nicht überein.\n\nDatei: %1\nKarte: "
                      "%2\n\nSoll trotzdem importiert werden?")
                      .arg(table.CsvTyp, Grid_Type_Text(Coord).trimmed());
-  request.buttons = MsgButtons::YesNo;
-  request.icon = MsgIcon::Question;
   request.title = importTitle;
-  request.defaultButton = name ? MsgDefault::First : MsgDefault::Second;
-  if (name) {
-    request.other = QStringLiteral("&Umrechnen");
+  if (name)
     request.text +=
         QStringLiteral("\n\nUmrechnen: die Koordinaten werden in das Netz der Karte umgerechnet (%1).").arg(*name);
-  }
-  switch (Message_Box(request)) {
-    case MsgAnswer::Other:
-      return PlacingWay::Transformed;
-    case MsgAnswer::Yes:
-      return PlacingWay::AsWritten;
-    default:
-      return std::nullopt;
-  }
+  return Ask_Way(std::move(request), name.has_value());
 }
 
 }  // namespace

@@ -21,7 +21,7 @@ const QStringList& Text_Endings() {
   return endings;
 }
 
-// What a file dropped on the map may be; ".txt" may be anything.
+// What a file dropped on the map may be, besides packed ones; ".txt" may be anything.
 const QStringList& Known_Endings() {
   static const QStringList endings = {QStringLiteral("gpx"),  QStringLiteral("wpt"), QStringLiteral("trk"),
                                       QStringLiteral("kml"),  QStringLiteral("kmz"), QStringLiteral("fit"),
@@ -49,6 +49,20 @@ QString Text_Of(const QByteArray& bytes) {
   return Decode_Text(bytes);
 }
 
+// A log without a day, or one of a program that had no receiver: nothing of it would be left.
+GpsFile Read_Nmea(const QByteArray& bytes, const QString& ending) {
+  const auto read = [&](const char* options) {
+    return Read_Gpx(Babel_File(bytes, QStringLiteral("nmea") + QLatin1String(options), ending));
+  };
+  GpsFile file = read("");
+  if (!file.tracks.empty()) return file;
+  if (GpsFile dayless = read(",date=20000101"); !dayless.tracks.empty()) return dayless;
+  GpsFile all = read(",date=20000101,ignore_fix=1");
+  if (all.tracks.empty()) return file;
+  all.remark = QStringLiteral("Alle Positionen der Datei sind als solche ohne Empfang gekennzeichnet.");
+  return all;
+}
+
 GpsFile Read_Content(const QByteArray& bytes, const QString& ending) {
   if (bytes.trimmed().isEmpty()) Raise(unreadable, QStringLiteral("Die Datei ist leer."));
   const QString format = Babel_Format(ending, bytes);
@@ -59,6 +73,7 @@ GpsFile Read_Content(const QByteArray& bytes, const QString& ending) {
     text.replace(QChar(0), u' ');
     if (Is_Pcx5(text) || (format.isEmpty() && Text_Endings().contains(ending))) return Read_Pcx5(text);
   }
+  if (format == u"nmea") return Read_Nmea(bytes, ending);
   if (!format.isEmpty()) return Read_Gpx(Babel_File(bytes, format, ending));
   Raise(unreadable, QStringLiteral("Das ist keine Datei mit Wegpunkten oder Tracks, die gelesen werden kann."));
 }
@@ -70,6 +85,12 @@ GpsFile Read_Gps_File(const QString& path) {
     Raise(unreadable, QStringLiteral("\"%1\" kann nicht gelesen werden: %2").arg(path, strange));
   QByteArray bytes = Read_Bytes(path);
   QString name = path;
+  if (Is_Gzip(bytes)) {
+    auto content = Unpack_Gzip(bytes, largestUnpacked);
+    if (!content) Raise(unreadable, QStringLiteral("Die gepackte Datei ist beschädigt oder zu groß."));
+    bytes = std::move(*content);
+    if (QFileInfo(name).suffix().compare(QLatin1String("gz"), Qt::CaseInsensitive) == 0) name.chop(3);
+  }
   if (Is_Zip(bytes)) {
     auto part = First_In_Zip(bytes, Known_Endings() + Text_Endings(), largestUnpacked);
     if (!part)
@@ -89,4 +110,7 @@ GpsFile Read_Gps_Text(const QString& gpx) {
   return file;
 }
 
-bool Is_Gps_File_Name(const QString& path) { return Known_Endings().contains(QFileInfo(path).suffix().toLower()); }
+bool Is_Gps_File_Name(const QString& path) {
+  const QString ending = QFileInfo(path).suffix().toLower();
+  return ending == u"zip" || ending == u"gz" || Known_Endings().contains(ending);
+}

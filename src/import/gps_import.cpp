@@ -9,7 +9,6 @@
 #include "state/global_state.h"
 #include "state/table_state.h"
 #include "store/entry.h"
-#include "store/table_file.h"
 #include "store/vertex_table.h"
 
 namespace {
@@ -44,7 +43,7 @@ class GpsRun {
   }
 
   GpsResult Run(const std::vector<GpsUnit>& units) {
-    Undo_Point(undoCaption);
+    result.point = std::make_shared<UndoPoint>(undoCaption);
     const bool written = In_Told_Transaction(Title_Of(content), [&] {
       if (content == GpsContent::Tracks) tables = Free_Poly_Tables(QStringLiteral("Linie"), units.size());
       for (const GpsUnit& unit : units) {
@@ -213,7 +212,7 @@ ImportList Gps_List(const GpsFile& file, const GpsPlan& plan, const QString& tra
   ImportList list;
   list.header = Places_Text(file, transformation);
   list.info =
-      waypoints ? QStringLiteral("Wegpunkte außerhalb der Karte") : QStringLiteral("Trackpunkte außerhalb der Karte");
+      waypoints ? QStringLiteral("Wegpunkte außerhalb der Karte") : QStringLiteral("Trackunkte außerhalb der Karte");
   list.info2 = waypoints ? QStringLiteral("In der Karte sind bereits Einträge vorhanden mit")
                          : QStringLiteral("In der Karte sind bereits Tracks oder Linien vorhanden mit");
   list.columns = {QStringLiteral("Name"), QStringLiteral("Zone"),

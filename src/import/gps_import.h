@@ -2,12 +2,14 @@
 #include <QPoint>
 #include <QString>
 #include <QStringList>
+#include <memory>
 #include <optional>
 #include <vector>
 
 #include "hand/text_look.h"
 #include "import/gps_records.h"
 #include "import/import_list.h"
+#include "store/table_file.h"
 
 // Waypoints and tracks of a file onto the map: first a plan, which says of every record where it falls and what exists
 // already, then the entries. A waypoint becomes a text, an unbroken piece of a track a line.
@@ -63,6 +65,7 @@ struct GpsResult {
   bool stopped = false;                    // the user ended it; what came in before stays
   bool failed = false;                     // an error took everything back; it was told
   std::vector<GpsRefusal> refused, notes;  // what could not come; what came with a text that was cut
+  std::shared_ptr<UndoPoint> point;        // ends with the result: the user may take everything back at once
 };
 
 // Makes the entries: one undo point "Rückgängig: Import", one transaction, one redraw.

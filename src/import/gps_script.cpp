@@ -3,6 +3,7 @@
 #include <QFileInfo>
 
 #include "import/gps_file.h"
+#include "import/import_report.h"
 #include "import/placing_question.h"
 #include "platform/error.h"
 #include "platform/files.h"
@@ -11,17 +12,6 @@
 
 namespace {
 constexpr int cannotCome = 5000;
-}
-
-QString Write_Import_Report(const QStringList& lines) {
-  const QFileInfo map(MapFile);
-  const QString path = map.path() + u'/' + map.completeBaseName() + QStringLiteral("_Import.txt");
-  if (lines.isEmpty()) {
-    Kill_Quietly(path);
-    return {};
-  }
-  Write_Lines(path, lines);
-  return path;
 }
 
 ScriptedImport Import_Gps_Unasked(const QString& path, Existing existing) {

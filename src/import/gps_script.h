@@ -13,7 +13,3 @@ struct ScriptedImport {
 // Waypoints and tracks of a file, converted where kind or datum differ. Raises what Read_Gps_File and Placing raise,
 // and 5000 where the coordinates cannot come onto the map or an error took the import back.
 ScriptedImport Import_Gps_Unasked(const QString& path, Existing existing);
-
-// Writes the lines into "KARTE_Import.txt" beside the map; its path. No lines: an older one is taken away, and "".
-// Raises what the file raises.
-QString Write_Import_Report(const QStringList& lines);

@@ -62,9 +62,15 @@ void ImportCounts::Count(const ImportMark& mark) {
 }
 
 QString Import_Summary(const ImportCounts& counts) {
-  const int outside = counts.left + counts.right + counts.up + counts.down;
-  QString text = QStringLiteral("%1 Einträge wurden eingelesen, davon liegen außerhalb der Karte: %2\n")
-                     .arg(QString::number(counts.all), QString::number(outside));
+  QString text =
+      QString::number(counts.all) + QStringLiteral(" Einträge wurden eingelesen, davon liegen außerhalb der Karte:\n");
+  const std::pair<int, ImportStatus> directions[] = {{counts.left, ImportStatus::Left},
+                                                     {counts.right, ImportStatus::Right},
+                                                     {counts.up, ImportStatus::Up},
+                                                     {counts.down, ImportStatus::Down}};
+  QStringList outside;
+  for (const auto& [count, status] : directions) outside << QString::number(count) + u' ' + Import_Status_Text(status);
+  text += outside.join(QStringLiteral(", ")) + u'\n';
   const auto add = [&text](int count, const QString& what) {
     if (count > 0) text += QString::number(count) + what;
   };

@@ -37,5 +37,6 @@ struct ImportList {
   std::function<QString(int row, int column)> text;
 };
 
-// The counts in two lines: how many were read and lie outside; why others cannot come, and how many can.
+// The counts in three lines: how many were read; how many of them lie outside in each direction; why others cannot
+// come, and how many can.
 QString Import_Summary(const ImportCounts& counts);

@@ -29,7 +29,7 @@ class OverlayRun {
       : file(overlay), plan(whole), progress(title, static_cast<int>(whole.entries.size())) {}
 
   OverlayResult Run() {
-    Undo_Point(undoCaption);
+    const UndoPoint point(undoCaption);
     const bool written = In_Told_Transaction(title, [this] {
       lines = Free_Poly_Tables(QStringLiteral("Linie"), Count_Of(file, plan, OverlayKind::Line));
       areas = Free_Poly_Tables(QStringLiteral("Flaeche"), Count_Of(file, plan, OverlayKind::Area));

@@ -179,6 +179,12 @@ QString Shown(QStringView text) {
          u'"';
 }
 
+bool Same_System(const GivenSystem& one, const GivenSystem& other) {
+  if (one == other) return true;
+  const auto datum = Datum_Of(one.datum);
+  return one.kind == other.kind && datum && datum == Datum_Of(other.datum);
+}
+
 class Pcx5Reader {
  public:
   GpsFile Read(QStringView text) {
@@ -190,6 +196,7 @@ class Pcx5Reader {
       if (end + 1 < text.size() && text[end] == u'\r' && text[end + 1] == u'\n') ++end;
       start = end + 1;
     }
+    if (file.waypoints.empty() && file.tracks.empty()) file.system = now;
     if (columns.empty() && !file.faults.empty())
       file.remark =
           QStringLiteral("Es fehlt die Kopfzeile mit den Spalten der Koordinaten (H). Bitte überprüfen Sie die Datei.");
@@ -213,7 +220,7 @@ class Pcx5Reader {
         pcx5 = pcx5 || rest.contains(QLatin1String("PCX5"), Qt::CaseInsensitive);
         return;
       case u'D':
-        file.system.datum = rest.toString();
+        now.datum = rest.toString();
         return;
       case u'U':
         return Take_Units(rest);
@@ -245,11 +252,11 @@ class Pcx5Reader {
   void Take_Units(QStringView rest) {
     const auto holds = [rest](const char* mark) { return rest.contains(QLatin1String(mark), Qt::CaseInsensitive); };
     if (holds("UTM")) {
-      file.system.kind = Kind::Utm;
+      now.kind = Kind::Utm;
       return;
     }
     if (!holds("LAT") && !holds("DEG") && !holds("DM")) return;
-    file.system.kind = Kind::Geographic;
+    now.kind = Kind::Geographic;
     writing = holds("DEG") || holds("DDD") ? DegreeWriting::Decimal
               : holds("DMS")               ? DegreeWriting::Seconds
               : holds("DM")                ? DegreeWriting::Minutes
@@ -261,15 +268,15 @@ class Pcx5Reader {
     constexpr qsizetype datumFrom = 5, datumLength = 21;
     const auto holds = [rest](const char* mark) { return rest.contains(QString::fromUtf8(mark), Qt::CaseInsensitive); };
     if (holds("WGS") && holds("84")) {
-      file.system.datum = Datum_Name(Datum::Wgs84);
+      now.datum = Datum_Name(Datum::Wgs84);
     } else if (pcx5) {
-      file.system.datum = line.mid(datumFrom, datumLength).trimmed().toString();
+      now.datum = line.mid(datumFrom, datumLength).trimmed().toString();
     } else if (holds("UTM")) {
-      file.system.kind = Kind::Utm;
+      now.kind = Kind::Utm;
     } else if (holds("GAU") || rest == QLatin1String("GK")) {
-      file.system.kind = Kind::GaussKrueger;
+      now.kind = Kind::GaussKrueger;
     } else {
-      file.system.kind = Kind::Geographic;
+      now.kind = Kind::Geographic;
       writing = holds("DDD") || holds("DEG") ? DegreeWriting::Decimal : DegreeWriting::Unknown;
     }
   }
@@ -281,8 +288,13 @@ class Pcx5Reader {
     Fields fields = Cut(line, columns);
     GivenPlace place;
     QString flaw = Read_Place(fields, place);
-    if (!flaw.isEmpty() && Find_By_Shape(line, file.system.kind, fields)) flaw = Read_Place(fields, place);
+    if (!flaw.isEmpty() && Find_By_Shape(line, now.kind, fields)) flaw = Read_Place(fields, place);
     if (!flaw.isEmpty()) return Refuse(fields[Field::Name].isEmpty() ? flaw : Shown(fields[Field::Name]) + u' ' + flaw);
+    // All places of a file are placed in one system.
+    if (file.waypoints.empty() && file.tracks.empty()) file.system = now;
+    if (!Same_System(now, file.system))
+      return Refuse(Shown(fields[Field::Name]) + QStringLiteral(" hat eine andere Art von Koordinaten oder ein anderes "
+                                                                "Kartendatum als die ersten der Datei"));
     if (waypoint) {
       file.waypoints.push_back({number, fields[Field::Name].toString(), fields[Field::Comment].toString(), place});
       return;
@@ -294,7 +306,7 @@ class Pcx5Reader {
 
   // Why it cannot be read; "" if it could.
   QString Read_Place(const Fields& fields, GivenPlace& place) const {
-    const bool geographic = file.system.kind == Kind::Geographic;
+    const bool geographic = now.kind == Kind::Geographic;
     const QStringView east = fields[Field::East], north = fields[Field::North];
     const auto x = geographic ? Read_Gps_Degrees(east, writing) : Plain_Number(east);
     const auto y = geographic ? Read_Gps_Degrees(north, writing) : Plain_Number(north);
@@ -320,11 +332,12 @@ class Pcx5Reader {
     if (digits > 0 && (zone < 1 || zone > lastZone))
       return QStringLiteral("Zone %1 gibt es nicht").arg(text.toString());
     place.zone = zone;
-    place.southern = file.system.kind == Kind::Utm && band >= u'C' && band <= u'M';
+    place.southern = now.kind == Kind::Utm && band >= u'C' && band <= u'M';
     return {};
   }
 
   GpsFile file;
+  GivenSystem now;  // of the lines that follow
   std::vector<Column> columns;
   QString trackName;
   DegreeWriting writing = DegreeWriting::Unknown;

@@ -1,7 +1,6 @@
 #include "import/placing_question.h"
 
 #include "coordinates/net_system.h"
-#include "platform/message_box.h"
 
 namespace {
 
@@ -48,12 +47,16 @@ std::optional<PlacingWay> Ask_Placing_Way(const GivenSystem& given, const Coordi
                         "\n\nUmrechnen: die Koordinaten werden in das Netz der Karte umgerechnet (%1).\n"
                         "Ja: sie werden genommen, wie sie in der Datei stehen.")
                         .arg(*name);
-    request.other = QStringLiteral("&Umrechnen");
   }
+  request.title = title;
+  return Ask_Way(std::move(request), name.has_value());
+}
+
+std::optional<PlacingWay> Ask_Way(MsgRequest request, bool transformable) {
   request.buttons = MsgButtons::YesNo;
   request.icon = MsgIcon::Question;
-  request.title = title;
-  request.defaultButton = name ? MsgDefault::First : MsgDefault::Second;
+  request.defaultButton = transformable ? MsgDefault::First : MsgDefault::Second;
+  if (transformable) request.other = QStringLiteral("&Umrechnen");
   switch (Message_Box(request)) {
     case MsgAnswer::Other:
       return PlacingWay::Transformed;

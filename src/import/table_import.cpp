@@ -173,7 +173,7 @@ class TableRun {
   }
 
   void Write() {
-    Undo_Point(undoCaption);
+    const UndoPoint point(undoCaption);
     const bool written = In_Told_Transaction(importTitle, [this] {
       for (PlannedEntry& it : planned) {
         names.Adjust(it.entry);

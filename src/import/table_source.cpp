@@ -1,7 +1,6 @@
 #include "import/table_source.h"
 
 #include <QFileInfo>
-#include <limits>
 
 #include "platform/files.h"
 #include "state/global_state.h"
@@ -23,15 +22,6 @@ bool Is_Somebodys(const QString& path, const QString& source) {
     for (const char* ending : {"bmp", "jpg", "jpeg", "gif", "png", "wmf"})
       if (QFileInfo(picture).suffix().compare(QLatin1String(ending), Qt::CaseInsensitive) == 0) return true;
   return false;
-}
-
-int Read_16(const Recordset& rows, int number) {
-  const qint64 value = rows.Integer(number);
-  if (value != Stored_Number(value))
-    Raise(errors::overflow, QStringLiteral("In der Spalte %1 steht eine Zahl, die zu groß ist: %2.")
-                                .arg(rows.Fields()[static_cast<size_t>(number)].name)
-                                .arg(value));
-  return static_cast<int>(value);
 }
 
 }  // namespace
@@ -87,13 +77,7 @@ void TableSource::Open() {
     const bool isHeader = EntryId::StoredIsHeader(rows->Text(fixed[column::ID]));
     if (!isHeader) ++count;
     if (!isHeader || rows->Position() > 0) continue;
-    const auto number = [this](int where) { return Stored_Number(rows->Integer(Fixed_Column(where))); };
-    EntryRow row;
-    row.ID = rows->Text(fixed[column::ID]);
-    row.Schrift = rows->Text(fixed[column::Schrift]);
-    row.Xmap = number(column::Xmap);
-    row.Ymap = number(column::Ymap);
-    header = HeaderRow::FromEntry(row);
+    header = HeaderRow::FromEntry(Read_Entry(*rows, fixed, Beyond16::Nearest));
   }
 }
 
@@ -115,23 +99,7 @@ bool TableSource::Go_To(qint64 key) {
 int TableSource::Number() const { return rows->Position(); }
 QString TableSource::Text_Of() const { return rows->Text(Fixed_Column(column::Eintrag)); }
 
-EntryRow TableSource::Entry() const {
-  const auto number = [this](int where) { return Read_16(*rows, Fixed_Column(where)); };
-  EntryRow row;
-  row.ID = rows->Text(Fixed_Column(column::ID));
-  row.Eintrag = Text_Of();
-  row.Schrift = rows->Text(Fixed_Column(column::Schrift));
-  row.Groesse = rows->Number(Fixed_Column(column::Groesse));
-  row.VG = number(column::VG);
-  row.HG = number(column::HG);
-  row.RA = number(column::RA);
-  row.Xmap = number(column::Xmap);
-  row.Ymap = number(column::Ymap);
-  row.Xline = number(column::Xline);
-  row.Yline = number(column::Yline);
-  row.Typ = number(column::Typ);
-  return row;
-}
+EntryRow TableSource::Entry() const { return Read_Entry(*rows, fixed); }
 
 std::vector<QPoint> TableSource::Vertices(const QString& table) {
   std::vector<QPoint> points;

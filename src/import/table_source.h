@@ -1,7 +1,6 @@
 #pragma once
 #include <QPoint>
 #include <QString>
-#include <array>
 #include <memory>
 #include <vector>
 
@@ -42,7 +41,7 @@ class TableSource {
   QString file, copy, remarks;
   std::unique_ptr<Database> database;
   std::unique_ptr<Recordset> rows;
-  std::array<int, column::fixedCount> fixed{};
+  ColumnPlaces fixed{};
   HeaderRow header;
   int count = 0;
 };

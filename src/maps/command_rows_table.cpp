@@ -40,9 +40,9 @@ void Load_Overlay(const CommandCall& call) {
 
 std::vector<Command> File_Rows() {
   return {
-      {"mnuStepBack", "S&chritt zurück", "undo", "Ctrl+Z", Needs::StepBehind, Hand::Free, {},
+      {"mnuStepBack", "S&chritt zurück", "undo", "Ctrl+Z", Needs::StepBehind, Hand::Keep, {},
        "Den letzten Schritt zurücknehmen", Do(Step_Back)},
-      {"mnuStepForward", "Schritt v&orwärts", "redo", "Ctrl+Shift+Z Ctrl+Y", Needs::StepAhead, Hand::Free, {},
+      {"mnuStepForward", "Schritt v&orwärts", "redo", "Ctrl+Shift+Z Ctrl+Y", Needs::StepAhead, Hand::Keep, {},
        "Den zurückgenommenen Schritt wiederherstellen", Do(Step_Forward)},
       {"mnuVerlauf", "Verlau&f ...", "history", {}, Needs::OpenMap, Hand::StoreText, {},
        "Alle Schritte seit dem Öffnen der Karte ansehen und zu einem von ihnen gehen", opensWindow},

@@ -139,7 +139,8 @@ void Delete_Grid() {
   if (!Has_Header()) return;
   try {
     const QStringList rows = Net_Rows();
-    if (!rows.isEmpty()) Undo_Point(QStringLiteral("Rückgängig: Netz löschen"));
+    std::optional<UndoPoint> point;
+    if (!rows.isEmpty()) point.emplace(QStringLiteral("Rückgängig: Netz löschen"));
     Delete_Net_Rows(rows);
     Reset_Net_Margins();
   } catch (const Error& error) {

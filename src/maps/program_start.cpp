@@ -7,7 +7,6 @@
 #include "maps/map_open.h"
 #include "maps/menu_state.h"
 #include "maps/sheet_bridge.h"
-#include "maps/step_walk.h"
 #include "objects/palette.h"
 #include "platform/surface.h"
 #include "state/events.h"
@@ -43,7 +42,6 @@ void Program_Start(const QString& commandLine) {
   Connect_Canvas();
   events.MapOpened.Connect(Keep_Version);
   events.MapOpened.Connect(Offer_Left_Exchange);
-  events.MapOpened.Connect(Tell_Of_Interrupted_Work);
   Read_Log(1);
   Read_Log(3);
   Reset_InfoBar();

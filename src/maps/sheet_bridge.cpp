@@ -86,7 +86,7 @@ void Take_Over() {
   if (!Leave_Hand() || !Table_In_Place())
     return Tell(QStringLiteral("Die Änderungen stehen noch in der Datei:\n") + copy);
   const BusyPointer busy;
-  Undo_Point(QStringLiteral("Rückgängig: Einträge austauschen"));
+  const UndoPoint point(QStringLiteral("Rückgängig: Einträge austauschen"));
   Close_Table(CloseMode::CloseOnly);
   try {
     Table_File_Copy(copy, TableFile);

@@ -104,7 +104,7 @@ void Follow_Walk(const WalkResult& result) {
   if (!Leaves_Flags(result)) Scan_Table();
   Set_Buttons();
   Show_Where(result);
-  Map_Redraw();
+  Redraw_Changed_Entries();
   events.StateChanged.Emit();
 }
 
@@ -114,6 +114,7 @@ bool Carry_Out(int position, const QString& told) {
   const BusyPointer busy;
   WalkResult result;
   try {
+    Before_Going_Back(position);
     result = Go_To_Step(position);
   } catch (const Error& error) {
     Message_Box(Error_Text(error) + QStringLiteral("\n\nEs wurde nichts verändert."), MsgButtons::Ok, MsgIcon::Critical,
@@ -128,21 +129,29 @@ bool Carry_Out(int position, const QString& told) {
 QString Named(const QString& verb, int step) { return verb + QStringLiteral(": ") + Step_At(step).name; }
 
 const QString undone = QStringLiteral("Rückgängig"), redone = QStringLiteral("Wiederherstellen");
+const QString pointName = QStringLiteral(": Eckpunkt");
+
+// A line or area that is being drawn is no step yet: its last vertex is what goes back.
+bool Point_Behind() { return Points_Being_Drawn() && Points_Being_Drawn()->Can_Take_Back(); }
+bool Point_Ahead() { return Points_Being_Drawn() && Points_Being_Drawn()->Can_Bring_Again(); }
 
 }  // namespace
 
-bool Can_Step_Back() { return Step_Position() > 0; }
-bool Can_Step_Forward() { return Step_Position() < Step_Count(); }
+bool Can_Step_Back() { return Point_Behind() || Step_Position() > 0; }
+bool Can_Step_Forward() { return Point_Behind() || Point_Ahead() ? Point_Ahead() : Step_Position() < Step_Count(); }
 
 QString Step_Back_Text() {
+  if (Point_Behind()) return undone + pointName;
   return Can_Step_Back() ? Named(undone, Step_Position() - 1) : QString();
 }
 
 QString Step_Forward_Text() {
+  if (Point_Ahead()) return redone + pointName;
   return Can_Step_Forward() ? Named(redone, Step_Position()) : QString();
 }
 
 void Step_Back() {
+  if (Point_Behind()) return Points_Being_Drawn()->Take_Back();
   // Ending what is in the hand may be a step of its own: that is the one.
   Drop_Map_Tool();
   if (!Leave_Hand() || !Can_Step_Back()) return;
@@ -150,6 +159,8 @@ void Step_Back() {
 }
 
 void Step_Forward() {
+  if (Point_Ahead()) return Points_Being_Drawn()->Bring_Again();
+  if (Point_Behind()) return;  // what is being drawn would go
   Drop_Map_Tool();
   if (!Leave_Hand() || !Can_Step_Forward()) return;
   Carry_Out(Step_Position() + 1, Step_Forward_Text());
@@ -181,12 +192,19 @@ void Take_Back_Operation() {
 void Tell_Of_Interrupted_Work() {
   if (!History_Was_Interrupted()) return;
   const int count = Step_Position();
-  const QString steps = count == 1 ? QStringLiteral("Der eine Schritt") : QStringLiteral("Die %1 Schritte").arg(count);
-  Message_Box(QStringLiteral("Die Arbeit an dieser Karte wurde unterbrochen, bevor die Karte geschlossen war.\n\n") +
-                  steps +
-                  QStringLiteral(" dieser Arbeit sind gesichert. Mit 'Einträge - Verlauf' oder Strg+Z können Sie sie "
-                                 "ansehen und zurücknehmen."),
-              MsgButtons::Ok, MsgIcon::Information, title);
+  const QString steps =
+      count == 0
+          ? QStringLiteral("Was Sie zurückgenommen hatten, können Sie mit 'Einträge - Verlauf' wiederherstellen.")
+      : count == 1 ? QStringLiteral(
+                         "Der eine Schritt dieser Arbeit ist gesichert. Mit 'Einträge - Verlauf' oder "
+                         "Strg+Z können Sie ihn ansehen und zurücknehmen.")
+                   : QStringLiteral(
+                         "Die %1 Schritte dieser Arbeit sind gesichert. Mit 'Einträge - Verlauf' oder "
+                         "Strg+Z können Sie sie ansehen und zurücknehmen.")
+                         .arg(count);
+  Message_Box(
+      QStringLiteral("Die Arbeit an dieser Karte wurde unterbrochen, bevor die Karte geschlossen war.\n\n") + steps,
+      MsgButtons::Ok, MsgIcon::Information, title);
 }
 
 void Tell_Of_Lost_Steps() {

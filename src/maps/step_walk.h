@@ -2,10 +2,10 @@
 #include <QString>
 
 // Undo and redo of single steps: Strg+Z, its way back, and the list of steps. What is being typed is stored first, and
-// is the step that goes back then.
+// is the step that goes back then. While a line or area is being drawn they mean its vertices.
 
-bool Can_Step_Back();     // a step is in the table
-bool Can_Step_Forward();  // one was taken back
+bool Can_Step_Back();     // something can be taken back
+bool Can_Step_Forward();  // something was
 void Step_Back();         // takes the last step back; nothing without one
 void Step_Forward();      // brings the one taken back last again
 // The state after so many steps, from the list of them.

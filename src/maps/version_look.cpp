@@ -73,10 +73,10 @@ bool Take_Back_Version(const TableVersion& version) {
   return true;
 }
 
-bool Take_Back_Entries(const TableVersion& version, const QList<qint64>& keys) {
+bool Take_Back_Entries(const TableVersion& version, const std::vector<VersionDifference>& entries) {
   int taken = 0;
   try {
-    taken = Take_Entries(version, keys);
+    taken = Take_Entries(version, entries);
   } catch (const Error& error) {
     Tell(error);
   }

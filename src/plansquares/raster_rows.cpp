@@ -169,7 +169,7 @@ bool Take_Raster(const RasterDesign& design, const RasterPlan& plan) {
   if (there > 0 && Message_Box(raster_texts::alreadyThere, MsgButtons::OkCancel, MsgIcon::Question,
                                raster_texts::alreadyThereTitle) != MsgAnswer::Ok)
     return false;
-  Undo_Point(raster_texts::takeUndo);
+  const UndoPoint point(raster_texts::takeUndo);
   const BusyPointer busy;
   const bool written = In_Told_Transaction(raster_texts::takeTitle, [&] {
     Progress progress(raster_texts::takeTitle + u'\n' + raster_texts::taking,
@@ -194,7 +194,7 @@ qint64 Take_Free_Square(const RasterDesign& design, const RasterPlan& plan) {
     if (name.startsWith(freeName)) highest = std::max(highest, name.mid(freeName.size()).toInt());
     return Walk::On;
   });
-  Undo_Point(raster_texts::takeUndo);
+  const UndoPoint point(raster_texts::takeUndo);
   PlanSquare square = plan.squares.front();
   square.name = freeName + QString::number(highest + 1);
   if (!In_Told_Transaction(raster_texts::takeTitle, [&] { Append_Entry(Square_Row(design, square)); })) return 0;
@@ -208,7 +208,7 @@ qint64 Take_Free_Square(const RasterDesign& design, const RasterPlan& plan) {
 int Delete_Raster() {
   const int there = Count_Plan_Rows();
   if (there == 0) return 0;
-  Undo_Point(raster_texts::deleteUndo);
+  const UndoPoint point(raster_texts::deleteUndo);
   const BusyPointer busy;
   const bool written = In_Told_Transaction(raster_texts::deleteTitle, [there] {
     Progress progress(raster_texts::deleteTitle + u'\n' + raster_texts::deleting, there);
@@ -221,7 +221,7 @@ int Delete_Raster() {
 
 int Show_Raster(bool visible) {
   if (Count_Plan_Rows() == 0) return 0;
-  Undo_Point(raster_texts::changeUndo);
+  const UndoPoint point(raster_texts::changeUndo);
   int changed = 0;
   const BusyPointer busy;
   const bool written = In_Told_Transaction(QStringLiteral("Planquadrate"), [&] {

@@ -263,6 +263,10 @@ qint64 Engine::Number_Of(const QByteArray& sql) {
   return rc == SQLITE_ROW ? sqlite3_column_int64(statement.get(), 0) : 0;
 }
 
+void Engine::Put_Number(quint32 number) {
+  Run(("PRAGMA application_id=" + QByteArray::number(static_cast<qint32>(number))).constData());
+}
+
 void Engine::Need_Write() {
   Need_Open();
   if (readOnly) Raise(errors::noPermission);
@@ -336,9 +340,8 @@ void Engine::Walked(const QHash<QString, std::vector<qint64>>& rowsByTable) {
   accountedChanges = sqlite3_total_changes64(db);
   for (auto table = rowsByTable.begin(); table != rowsByTable.end(); ++table) {
     TableState* state = State_Of(table.key());
-    state->rowsOfVersion = table.value();
-    state->rowsVersion = ++state->version;
-    for (const qint64 key : table.value()) Log_Write(state, {RowWrite::Kind::Changed, key});
+    Count_Write(state);
+    for (const qint64 key : table.value()) state->Log({RowWrite::Kind::Changed, key});
   }
 }
 
@@ -356,16 +359,45 @@ void Engine::Notice_Changes() {
   ++generation;
 }
 
-void Engine::Wrote(TableState* table) {
+void Engine::Wrote(TableState* table, const RowWrite& write) {
   accountedChanges = sqlite3_total_changes64(db);
-  ++table->version;
+  Count_Write(table);
+  table->Log(write);
 }
 
-void Engine::Log_Write(TableState* table, const RowWrite& write) {
+void Engine::Count_Write(TableState* table) {
+  ++table->version;
+  table->when = ++writeClock;
+}
+
+QStringList Engine::Tables_Written_Since(quint64 moment, const TableState* but) const {
+  QStringList names;
+  if (writeClock == moment) return names;
+  for (auto table = states.begin(); table != states.end(); ++table)
+    if (table.value()->when > moment && table.value().get() != but) names += table.key();
+  return names;
+}
+
+void TableState::Log(const RowWrite& write) {
   constexpr std::ptrdiff_t most = 1024;
-  auto& writes = table->writes;
-  if (std::ssize(writes) >= 2 * most) writes.erase(writes.begin(), writes.begin() + most);
-  writes.push_back({table->version, ++loggedWrites, write});
+  if (std::ssize(writes) >= 2 * most) {
+    forgotten = writes[most - 1].version;
+    writes.erase(writes.begin(), writes.begin() + most);
+  }
+  writes.push_back({version, write});
+}
+
+std::optional<std::span<const TableState::Logged>> TableState::Since(quint64 earlier) const {
+  if (earlier < forgotten) return std::nullopt;
+  quint64 found = version + 1;
+  auto first = writes.end();
+  for (; first != writes.begin() && (first - 1)->version > earlier; --first) {
+    const quint64 one = (first - 1)->version;
+    if (one != found && one + 1 != found) return std::nullopt;
+    found = one;
+  }
+  if (found != earlier + 1) return std::nullopt;
+  return std::span(first, writes.end());
 }
 
 TableState* Engine::State_Of(const QString& table) {

@@ -7,6 +7,7 @@
 #include <QString>
 #include <memory>
 #include <optional>
+#include <span>
 #include <vector>
 
 #include "platform/database.h"
@@ -40,15 +41,21 @@ using Statement = std::unique_ptr<sqlite3_stmt, Finalizer>;
 // What is known of one table while the file is open. Never removed, so that pointers to it stay good.
 struct TableState {
   quint64 version = 0;  // counts the writes
+  quint64 when = 0;     // of the last one, by the clock of all tables
   qint64 nextKey = 0;   // 0: ask the table; keys are not used twice, so that an old bookmark never meets a new row
   quint64 nextKeyGeneration = 0;
+
+  // Which rows the last versions wrote, in order. A version is one write of a recordset, or all rows of a step of the
+  // journal; one that stands not in it changed anything at all (its columns, the whole table).
   struct Logged {
-    quint64 version = 0, all = 0;
+    quint64 version = 0;
     RowWrite write;
   };
-  std::vector<Logged> writes;  // the last ones
-  std::vector<qint64> rowsOfVersion;  // of the last write, where it changed nothing else of the table
-  quint64 rowsVersion = 0;            // the version that write made
+  std::vector<Logged> writes;
+  quint64 forgotten = 0;            // the last version of which rows have left it
+  void Log(const RowWrite& write);  // of the version that is the last now
+  // Everything that was written since a version; nothing where the log does not tell all of it.
+  std::optional<std::span<const Logged>> Since(quint64 earlier) const;
 };
 
 struct PointsEntry {
@@ -142,6 +149,7 @@ class Engine {
   void Run(const char* sql);
   void Execute(const QByteArray& statements);  // of anybody, several separated by ";"
   qint64 Number_Of(const QByteArray& sql);     // first column of the first row
+  void Put_Number(quint32 number);             // of the application, into the head of the file
 
   void Need_Write();  // before every write: switches the log on at the first one
   void Begin();
@@ -168,8 +176,9 @@ class Engine {
 
   // Notices writes that came by other ways than a recordset.
   void Notice_Changes();
-  void Wrote(TableState* table);                             // after a write of a recordset
-  void Log_Write(TableState* table, const RowWrite& write);  // after Wrote, once for each row
+  void Wrote(TableState* table, const RowWrite& write);  // after a write of a recordset
+  void Count_Write(TableState* table);                   // of whatever kind
+  QStringList Tables_Written_Since(quint64 moment, const TableState* but) const;
   void Drop_Caches() { ++generation; }
   TableState* State_Of(const QString& table);
   qint64 Next_Key(TableState* state, const QString& table);
@@ -196,7 +205,7 @@ class Engine {
   quint64 rollbacks = 0;                // keysets are taken anew when it has moved
   qint64 otherChanges = First_Count();  // those that SQLite does not count
   qint64 accountedChanges = 0;          // SQLite's count when it was last looked at
-  quint64 loggedWrites = 0;
+  quint64 writeClock = 0;               // counts the writes of all tables
   Limit* limit = nullptr;
   Recorder* recorder = nullptr;
 

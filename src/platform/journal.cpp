@@ -161,7 +161,7 @@ void Journal::Shrink(qint64 bytes, int leastSteps) {
 
 void Journal::Inner::Put_State(quint32 state) {
   stateBefore = std::exchange(stateNow, state);
-  engine->Run(("PRAGMA application_id=" + QByteArray::number(static_cast<qint32>(state))).constData());
+  engine->Put_Number(state);
 }
 
 // Storing ------------------------------------------------------------------------------------------------------------
@@ -187,8 +187,6 @@ void Journal::Inner::Store_Record() {
     file.Cut(static_cast<size_t>(records));
     Index_Steps();
   }
-  if (!writer.Is_Empty()) file.Add_Part(writer.Take());
-  ++list;
   JournalRecord record;
   record.step = Step_Number();
   record.when = QDateTime::currentMSecsSinceEpoch();
@@ -198,7 +196,9 @@ void Journal::Inner::Store_Record() {
   record.name = namer && !ownName ? namer(name, facts) : name;
   record.contextBefore = contextBefore;
   record.contextAfter = contextAfter;
-  file.Add_End(record);
+  file.Add_End(record, writer.List());
+  writer.Clear();
+  ++list;
   stored = true;
 }
 
@@ -215,7 +215,13 @@ void Journal::Inner::Begin_Facts() {
   if (!std::exchange(factsDue, false)) return;
   const quint64 former = running.number;
   running = asked ? asked() : RunningStep();
-  if (running.number == 0 || running.number != former) facts = {};
+  if (running.number != 0 && running.number == former) return;
+  StepFacts fresh;
+  fresh.before.swap(facts.before);  // their memory is kept
+  fresh.after.swap(facts.after);
+  fresh.before.clear();
+  fresh.after.clear();
+  facts = std::move(fresh);
 }
 
 // A database that is no longer followed by its steps has none.
@@ -225,7 +231,7 @@ void Journal::Inner::Give_Up_Steps(const QString& reason) {
   file.Begin(stateNow, stateNow);
   records = 0;
   Index_Steps();
-  writer.Take();
+  writer.Clear();
   ++list;
   stored = false;
   storedNumber = 0;
@@ -252,7 +258,7 @@ void Journal::Inner::Committed() {
 void Journal::Inner::Taken_Back() {
   if (stateBefore) stateNow = *stateBefore;
   stateBefore.reset();
-  writer.Take();
+  writer.Clear();
   ++list;
   mark = 0;
   rows = 0;
@@ -302,10 +308,11 @@ void Journal::Inner::Flush_If_Large() {
       Index_Steps();
     }
     hasParts = true;
-    file.Add_Part(writer.Take());
+    file.Add_Part(writer.List());
   } catch (const Error&) {
     lost = true;
   }
+  writer.Clear();
   ++list;
 }
 
@@ -327,14 +334,31 @@ Followed* Journal::Inner::Followed_Table(const QByteArray& name) {
   if (found == tables.end()) {
     const TableDef* table = engine->Table_As_Known(QString::fromUtf8(name));
     if (!table) return nullptr;
-    Followed followed{Column_Names(*table), -1, 0, table->name.compare(mainTable, Qt::CaseInsensitive) == 0};
+    Followed followed;
+    followed.names = ChangeWriter::Names(name, Column_Names(*table));
+    for (const FieldInfo& field : table->fields) followed.columns += field.name;
+    followed.main = table->name.compare(mainTable, Qt::CaseInsensitive) == 0;
     found = tables.insert(QByteArray(name.constData(), name.size()), followed);
   }
   if (found->list != list) {
-    found->number = writer.Number_Of(found.key(), found->columns);
+    found->number = writer.Number_Of(found->names);
     found->list = list;
   }
   return &*found;
+}
+
+// Columns that SQLite does not tell of are Null.
+void Journal::Inner::Read_Row(int operation, int width) {
+  const int there = std::min(width, sqlite3_preupdate_count(engine->db));
+  const auto read = [&](std::vector<RawValue>& row, int (*ask)(sqlite3*, int, sqlite3_value**)) {
+    row.assign(static_cast<size_t>(width), {});
+    sqlite3_value* value = nullptr;
+    for (int column = 0; column < there; ++column)
+      if (ask(engine->db, column, &value) == SQLITE_OK && value)
+        row[static_cast<size_t>(column)] = Raw_Of(value, engine->hasUtf8);
+  };
+  if (operation != SQLITE_INSERT) read(before, sqlite3_preupdate_old);
+  if (operation != SQLITE_DELETE) read(after, sqlite3_preupdate_new);
 }
 
 void Journal::Inner::Row_Changed(int operation, const QByteArray& name, qint64 key, qint64 newKey) {
@@ -345,24 +369,15 @@ void Journal::Inner::Row_Changed(int operation, const QByteArray& name, qint64 k
     return;
   }
   const int width = static_cast<int>(table->columns.size());
-  const int there = std::min(width, sqlite3_preupdate_count(engine->db));
-  const auto value = [&](bool before, int column) {
-    sqlite3_value* it = nullptr;
-    if (column >= there) return RawValue();
-    if (before)
-      sqlite3_preupdate_old(engine->db, column, &it);
-    else
-      sqlite3_preupdate_new(engine->db, column, &it);
-    return it ? Raw_Of(it) : RawValue();
-  };
+  Read_Row(operation, width);
   if (operation == SQLITE_UPDATE) {
-    const QStringList out = table->main ? leftOut.value(key) : QStringList();
+    const auto out = table->main ? leftOut.constFind(key) : leftOut.constEnd();
     cells.clear();
     for (int column = 0; column < width; ++column) {
-      ChangedCell cell{column, value(true, column), value(false, column)};
-      if (cell.before == cell.after) continue;
-      if (!out.isEmpty() && out.contains(QString::fromUtf8(table->columns[static_cast<size_t>(column)]))) continue;
-      cells.push_back(cell);
+      const auto index = static_cast<size_t>(column);
+      if (before[index] == after[index]) continue;
+      if (out != leftOut.constEnd() && out->contains(table->columns[column])) continue;
+      cells.push_back({column, before[index], after[index]});
     }
     if (cells.empty() && key == newKey) {
       if (writer.Size() > former) table->list = 0;  // its names go again
@@ -371,10 +386,8 @@ void Journal::Inner::Row_Changed(int operation, const QByteArray& name, qint64 k
     writer.Update(table->number, key, newKey, cells);
   } else {
     const bool insert = operation == SQLITE_INSERT;
-    values.clear();
-    for (int column = 0; column < width; ++column) values.push_back(value(!insert, column));
     if (insert) key = newKey;
-    writer.Row(insert ? ChangeKind::Insert : ChangeKind::Delete, table->number, key, values);
+    writer.Row(insert ? ChangeKind::Insert : ChangeKind::Delete, table->number, key, insert ? after : before);
   }
   ++rows;
   Note(operation, *table, key, newKey);
@@ -397,16 +410,22 @@ void Journal::Inner::Note(int operation, const Followed& table, qint64 key, qint
   }
   ++(operation == SQLITE_INSERT ? facts.inserted : operation == SQLITE_DELETE ? facts.removed : facts.changed);
   if (!facts.oneRow) return;
-  facts.key = newKey;
-  if (operation == SQLITE_DELETE) facts.key = key;
+  facts.key = operation == SQLITE_DELETE ? key : newKey;
+  if (namer) Note_Row(operation, table.columns, first);
+}
+
+void Journal::Inner::Note_Row(int operation, const QStringList& columns, bool first) {
   facts.after.clear();
-  for (int column = 0; column < static_cast<int>(table.columns.size()); ++column) {
-    sqlite3_value* it = nullptr;
-    const QString name = QString::fromUtf8(table.columns[static_cast<size_t>(column)]);
-    if (first && operation != SQLITE_INSERT && sqlite3_preupdate_old(engine->db, column, &it) == SQLITE_OK && it)
-      facts.before.emplace_back(name, Raw_Of(it).ToValue());
-    if (operation != SQLITE_DELETE && sqlite3_preupdate_new(engine->db, column, &it) == SQLITE_OK && it)
-      facts.after.emplace_back(name, Raw_Of(it).ToValue());
+  for (qsizetype column = 0; column < columns.size(); ++column) {
+    const auto index = static_cast<size_t>(column);
+    const bool had = first && operation != SQLITE_INSERT, has = operation != SQLITE_DELETE;
+    if (had) facts.before.emplace_back(columns[column], before[index].ToValue());
+    if (!has) continue;
+    // A text that stays is made once.
+    if (had && before[index] == after[index])
+      facts.after.push_back(facts.before.back());
+    else
+      facts.after.emplace_back(columns[column], after[index].ToValue());
   }
 }
 

@@ -56,17 +56,17 @@ class Rows {
 };
 
 int Write_Row_Differences(Engine& before, Engine& now, const TableDef& table, ChangeWriter& writer) {
-  const std::vector<QByteArray> names = Column_Names(table);
+  const QByteArray names = ChangeWriter::Names(table.name.toUtf8(), Column_Names(table));
   int changed = 0;
   Rows left(before, table), right(now, table);
   while (left.There() || right.There()) {
     const bool gone = left.There() && (!right.There() || left.Key() < right.Key());
     const bool came = right.There() && (!left.There() || right.Key() < left.Key());
     if (gone) {
-      writer.Row(ChangeKind::Delete, writer.Number_Of(table.name.toUtf8(), names), left.Key(), left.Values());
+      writer.Row(ChangeKind::Delete, writer.Number_Of(names), left.Key(), left.Values());
       ++changed;
     } else if (came) {
-      writer.Row(ChangeKind::Insert, writer.Number_Of(table.name.toUtf8(), names), right.Key(), right.Values());
+      writer.Row(ChangeKind::Insert, writer.Number_Of(names), right.Key(), right.Values());
       ++changed;
     } else {
       const auto former = left.Values(), values = right.Values();
@@ -75,7 +75,7 @@ int Write_Row_Differences(Engine& before, Engine& now, const TableDef& table, Ch
         if (!(former[column] == values[column]))
           cells.push_back({static_cast<int>(column), former[column], values[column]});
       if (!cells.empty()) {
-        writer.Update(writer.Number_Of(table.name.toUtf8(), names), left.Key(), left.Key(), cells);
+        writer.Update(writer.Number_Of(names), left.Key(), left.Key(), cells);
         ++changed;
       }
     }
@@ -88,9 +88,10 @@ int Write_Row_Differences(Engine& before, Engine& now, const TableDef& table, Ch
 }  // namespace
 
 int Write_All_Rows(Engine& engine, const TableDef& table, ChangeKind kind, ChangeWriter& writer) {
+  const QByteArray names = ChangeWriter::Names(table.name.toUtf8(), Column_Names(table));
   int count = 0;
   for (Rows rows(engine, table); rows.There(); rows.Next(), ++count)
-    writer.Row(kind, writer.Number_Of(table.name.toUtf8(), Column_Names(table)), rows.Key(), rows.Values());
+    writer.Row(kind, writer.Number_Of(names), rows.Key(), rows.Values());
   return count;
 }
 

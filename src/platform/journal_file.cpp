@@ -8,6 +8,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QtEndian>
 #include <cerrno>
 #include <cstring>
 #include <utility>
@@ -21,6 +22,7 @@ constexpr char magic[8] = {'F', 'L', 'X', 'J', 'N', 'L', '1', '\n'};
 constexpr qint64 headBytes = sizeof magic + 2 * sizeof(quint32);
 constexpr qint64 frameBytes = 1 + 4 + 8;  // kind, bytes, sum
 constexpr qsizetype worthPacking = 4096;  // bytes
+constexpr qsizetype usualEndBytes = 512;
 constexpr char plainPart = 'c', packedPart = 'z', recordEnd = 'e';
 
 quint64 Sum_Of(const char* bytes, qsizetype size) {
@@ -35,25 +37,50 @@ quint64 Sum_Of(const char* bytes, qsizetype size) {
   return sum;
 }
 
-QByteArray Frame(char kind, const QByteArray& content) {
-  QByteArray frame;
-  frame.reserve(frameBytes + content.size());
-  const auto size = static_cast<quint32>(content.size());
-  const quint64 sum = Sum_Of(content.constData(), content.size()) ^ static_cast<quint8>(kind);
-  frame.append(kind);
-  frame.append(reinterpret_cast<const char*>(&size), sizeof size);
-  frame.append(reinterpret_cast<const char*>(&sum), sizeof sum);
-  frame.append(content);
-  return frame;
+template <typename Number>
+void Append_Raw(QByteArray& bytes, Number number) {
+  bytes.append(reinterpret_cast<const char*>(&number), sizeof number);
 }
 
-QByteArray Bytes_Of(const JournalRecord& record) {
-  QByteArray bytes;
-  QDataStream out(&bytes, QIODevice::WriteOnly);
-  out.setVersion(QDataStream::Qt_6_0);
-  out << record.step << record.when << record.state << record.rows << record.name << record.contextBefore
-      << record.contextAfter;
-  return bytes;
+// Room for the head of a frame, whose content is appended next.
+qsizetype Begin_Frame(QByteArray& bytes) {
+  bytes.resize(bytes.size() + frameBytes);
+  return bytes.size();
+}
+
+void End_Frame(QByteArray& bytes, qsizetype content, char kind) {
+  const qsizetype count = bytes.size() - content;
+  const auto size = static_cast<quint32>(count);
+  const quint64 sum = Sum_Of(bytes.constData() + content, count) ^ static_cast<quint8>(kind);
+  char* head = bytes.data() + content - frameBytes;
+  head[0] = kind;
+  std::memcpy(head + 1, &size, sizeof size);
+  std::memcpy(head + 5, &sum, sizeof sum);
+}
+
+void Append_Part(QByteArray& bytes, const QByteArray& changes) {
+  const qsizetype content = Begin_Frame(bytes);
+  const bool plain = changes.size() < worthPacking;
+  bytes.append(plain ? changes : qCompress(changes, 1));
+  End_Frame(bytes, content, plain ? plainPart : packedPart);
+}
+
+// As QDataStream puts it, which reads it: numbers and letters with their high bytes first.
+void Append_Text(QByteArray& bytes, const QString& text) {
+  Append_Raw(bytes, qToBigEndian(static_cast<quint32>(2 * text.size())));
+  const qsizetype at = bytes.size();
+  bytes.resize(at + 2 * text.size());
+  qToBigEndian<char16_t>(text.utf16(), text.size(), bytes.data() + at);
+}
+
+void Append_Record(QByteArray& bytes, const JournalRecord& record) {
+  const qsizetype content = Begin_Frame(bytes);
+  Append_Raw(bytes, qToBigEndian(record.step));
+  Append_Raw(bytes, qToBigEndian(record.when));
+  Append_Raw(bytes, qToBigEndian(record.state));
+  Append_Raw(bytes, qToBigEndian(record.rows));
+  for (const QString* text : {&record.name, &record.contextBefore, &record.contextAfter}) Append_Text(bytes, *text);
+  End_Frame(bytes, content, recordEnd);
 }
 
 bool Read_Record(const QByteArray& bytes, JournalRecord& record) {
@@ -167,26 +194,27 @@ void JournalFile::Write(const QByteArray& bytes) {
 }
 
 void JournalFile::Add_Part(const QByteArray& changes) {
+  QByteArray bytes;
+  Append_Part(bytes, changes);
+  Append(bytes);
+}
+
+void JournalFile::Append(const QByteArray& bytes) {
   try {
     Open_For_Writing();
-    if (changes.size() < worthPacking)
-      Write(Frame(plainPart, changes));
-    else
-      Write(Frame(packedPart, qCompress(changes, 1)));
+    Write(bytes);
   } catch (const Error&) {
     Give_Up_Record();
     throw;
   }
 }
 
-void JournalFile::Add_End(const JournalRecord& record) {
-  try {
-    Open_For_Writing();
-    Write(Frame(recordEnd, Bytes_Of(record)));
-  } catch (const Error&) {
-    Give_Up_Record();
-    throw;
-  }
+void JournalFile::Add_End(const JournalRecord& record, const QByteArray& lastPart) {
+  QByteArray bytes;
+  bytes.reserve(lastPart.size() + usualEndBytes);
+  if (!lastPart.isEmpty()) Append_Part(bytes, lastPart);
+  Append_Record(bytes, record);
+  Append(bytes);
   end = partsEnd;
   records.push_back(record);
   ends.push_back(end);

@@ -31,11 +31,12 @@ class JournalFile {
 
   // A list of changes of the record that is being made; may come in parts. Errors 61, 70: nothing of it stays.
   void Add_Part(const QByteArray& changes);
-  void Add_End(const JournalRecord& record);  // and it is one
-  void Give_Up_Record();                      // the parts of one that gets no end
-  void Cut(size_t records);                   // those from that number on
-  void Drop_First(size_t records);            // the oldest; the file is written anew
-  void Remove();                              // the file itself
+  // The rest of it, and its end: at one go.
+  void Add_End(const JournalRecord& record, const QByteArray& lastPart = {});
+  void Give_Up_Record();            // the parts of one that gets no end
+  void Cut(size_t records);         // those from that number on
+  void Drop_First(size_t records);  // the oldest; the file is written anew
+  void Remove();                    // the file itself
 
   const std::vector<JournalRecord>& Records() const { return records; }
   quint32 First_State() const { return firstState; }  // before the first record
@@ -47,6 +48,7 @@ class JournalFile {
 
  private:
   void Open_For_Writing();
+  void Append(const QByteArray& bytes);
   void Write(const QByteArray& bytes);
   void Close();
   qint64 Read_Frame(qint64 at, char& kind, QByteArray* content) const;

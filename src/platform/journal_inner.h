@@ -13,7 +13,8 @@ namespace journal_inner {
 
 // The columns of a table as SQLite gives them to the hook.
 struct Followed {
-  std::vector<QByteArray> columns;
+  QByteArray names;  // as they stand in a list
+  QStringList columns;
   int number = -1;  // in the list that is being written
   quint64 list = 0;
   bool main = false;
@@ -84,7 +85,9 @@ struct Journal::Inner final : database_inner::Recorder {
   static void Hook(void* self, sqlite3* db, int operation, const char* schema, const char* table, sqlite3_int64 key,
                    sqlite3_int64 newKey);
   void Row_Changed(int operation, const QByteArray& table, qint64 key, qint64 newKey);
+  void Read_Row(int operation, int width);
   void Note(int operation, const journal_inner::Followed& table, qint64 key, qint64 newKey);
+  void Note_Row(int operation, const QStringList& columns, bool first);
   journal_inner::Followed* Followed_Table(const QByteArray& name);
   // A step of the journal's own while it lives.
   struct OwnStep {
@@ -114,6 +117,7 @@ struct Journal::Inner final : database_inner::Recorder {
   void Put_State(quint32 state);  // of the transaction that runs
   void Play_Back(size_t record, WalkResult& result);
   quint32 State_After(int record) const;
+  int Record_Of(quint32 state) const;  // so many records lead to it, -1 if it lies ahead or is none
 
   JournalFile file;
   QString mainTable, fault;
@@ -136,7 +140,7 @@ struct Journal::Inner final : database_inner::Recorder {
   bool hasParts = false;
   bool stored = false;  // the record of the transaction that is being committed is in the file
   QHash<QByteArray, journal_inner::Followed> tables;
-  std::vector<RawValue> values;
+  std::vector<RawValue> before, after;  // values of the row that is being changed
   std::vector<ChangedCell> cells;
 
   std::function<RunningStep()> asked;

@@ -182,13 +182,12 @@ void Recordset::Inner::Insert() {
   sqlite3_step(insertStatement);
   const int rc = sqlite3_reset(insertStatement);
   if (rc != SQLITE_OK) engine->Fail(rc);
-  engine->Wrote(state);
+  engine->Wrote(state, {RowWrite::Kind::Added, key});
   state->nextKey = key < std::numeric_limits<qint64>::max() ? key + 1 : 0;  // 0: the table is asked, and is full
   seenVersion = state->version;
   ascending = ascending && (keys.empty() || keys.back() < key);
   if (positionsKnown) positions.insert(key, static_cast<int>(keys.size()));
   keys.push_back(key);
-  engine->Log_Write(state, {RowWrite::Kind::Added, key});
 }
 
 void Recordset::Inner::Change() {
@@ -210,10 +209,9 @@ void Recordset::Inner::Change() {
   const int rc = sqlite3_reset(changeStatement);
   if (rc != SQLITE_OK) engine->Fail(rc);
   if (sqlite3_changes64(engine->db) == 0) Raise(errors::recordDeleted);
-  engine->Wrote(state);
+  engine->Wrote(state, {RowWrite::Kind::Changed, keys[static_cast<size_t>(position)]});
   seenVersion = state->version;
   Patch_Row();
-  engine->Log_Write(state, {RowWrite::Kind::Changed, keys[static_cast<size_t>(position)]});
 }
 
 // Brings the kept row up to date, so that a walk that writes row by row does not read each block anew.
@@ -264,14 +262,13 @@ void Recordset::Delete() {
     const int rc = sqlite3_reset(set.deleteStatement);
     if (rc != SQLITE_OK) set.engine->Fail(rc);
     if (sqlite3_changes64(set.engine->db) == 0) Raise(errors::recordDeleted);
-    set.engine->Wrote(set.state);
+    set.engine->Wrote(set.state, {RowWrite::Kind::Gone, key});
   });
   set.seenVersion = set.state->version;
   set.Forget_Row(set.position);
   set.keys.erase(set.keys.begin() + set.position);
   set.positionsKnown = false;
   set.Go(set.position);
-  set.engine->Log_Write(set.state, {RowWrite::Kind::Gone, key});
 }
 
 void Recordset::Inner::Forget_Row(int rowPosition) {
@@ -298,27 +295,17 @@ WriteMoment Recordset::Write_Moment() const {
   Inner& set = *inner;
   set.Validate();
   if (!set.state) return {};
-  return {set.state->version, set.engine->generation, set.engine->loggedWrites};
+  return {set.state->version, set.engine->generation, set.engine->writeClock};
 }
 
-std::optional<std::vector<RowWrite>> Recordset::Writes_Since(const WriteMoment& moment) const {
+std::optional<WritesSince> Recordset::Writes_Since(const WriteMoment& moment) const {
   Inner& set = *inner;
   set.Validate();
   if (!set.state || moment.generation != set.engine->generation) return std::nullopt;
-  const auto& logged = set.state->writes;
-  auto first = logged.end();
-  quint64 version = set.state->version + 1;
-  // Every version since is one of them, ...
-  for (; first != logged.begin() && (first - 1)->version > moment.version; --first) {
-    const quint64 earlier = (first - 1)->version;
-    if (earlier != version && earlier + 1 != version) return std::nullopt;
-    version = earlier;
-  }
-  // ... and no other table was written meanwhile.
-  if (version != moment.version + 1 ||
-      set.engine->loggedWrites - moment.all != static_cast<quint64>(logged.end() - first))
-    return std::nullopt;
-  std::vector<RowWrite> writes;
-  for (auto it = first; it != logged.end(); ++it) writes.push_back(it->write);
+  const auto since = set.state->Since(moment.version);
+  if (!since) return std::nullopt;
+  WritesSince writes;
+  for (const auto& [version, write] : *since) writes.rows.push_back(write);
+  writes.otherTables = set.engine->Tables_Written_Since(moment.all, set.state);
   return writes;
 }

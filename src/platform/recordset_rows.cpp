@@ -201,16 +201,17 @@ void Recordset::Inner::Refresh() {
   Go(again >= 0 ? again : std::min(position, static_cast<int>(keys.size())));
 }
 
-// Where the last write is known to have changed some rows and nothing else, all others stay as they were read.
+// Where the writes since are known to have changed a few rows and nothing else, all others stay as they were read.
 bool Recordset::Inner::Forget_Rows_Alone() {
-  if (!state || fixed || seenGeneration != engine->generation || seenRollbacks != engine->rollbacks ||
-      state->rowsVersion != state->version || seenVersion + 1 != state->version)
-    return false;
+  if (!state || fixed || seenGeneration != engine->generation || seenRollbacks != engine->rollbacks) return false;
+  const auto since = state->Since(seenVersion);
+  const auto changed = [](const auto& logged) { return logged.write.kind == RowWrite::Kind::Changed; };
+  if (!since || !std::all_of(since->begin(), since->end(), changed)) return false;
   seenVersion = state->version;
   lastBlock = nullptr;
   current = nullptr;
-  for (const qint64 key : state->rowsOfVersion) {
-    const int row = Position_Of(key);
+  for (const auto& [version, write] : *since) {
+    const int row = Position_Of(write.key);
     std::erase_if(blocks, [&](const std::unique_ptr<database_inner::Block>& block) {
       const bool holds = row >= block->first && row < block->first + block->Count();
       if (holds) cachedBytes -= block->Bytes();

@@ -38,7 +38,7 @@ Value RawValue::ToValue() const {
   return std::monostate();
 }
 
-RawValue Raw_Of(sqlite3_value* value) {
+RawValue Raw_Of(sqlite3_value* value, bool utf8) {
   RawValue raw;
   switch (sqlite3_value_type(value)) {
     case SQLITE_INTEGER:
@@ -51,7 +51,8 @@ RawValue Raw_Of(sqlite3_value* value) {
       break;
     case SQLITE_TEXT:
       raw.kind = RawValue::Kind::Text;
-      raw.bytes = reinterpret_cast<const char*>(sqlite3_value_text(value));
+      raw.bytes = utf8 ? static_cast<const char*>(sqlite3_value_blob(value))
+                       : reinterpret_cast<const char*>(sqlite3_value_text(value));
       raw.size = sqlite3_value_bytes(value);
       break;
     case SQLITE_BLOB:
@@ -97,26 +98,32 @@ qint64 Unfolded(quint64 number) { return static_cast<qint64>(number >> 1) ^ -sta
 
 }  // namespace
 
+char* ChangeWriter::Room(qsizetype bytes) {
+  const qsizetype at = list.size();
+  list.resize(at + bytes);
+  return list.data() + at;
+}
+
 void ChangeWriter::Whole(quint64 number) {
-  while (number >= 0x80) {
-    list.append(static_cast<char>(number | 0x80));
-    number >>= 7;
-  }
-  list.append(static_cast<char>(number));
+  char bytes[10];
+  qsizetype count = 0;
+  for (; number >= 0x80; number >>= 7) bytes[count++] = static_cast<char>(number | 0x80);
+  bytes[count++] = static_cast<char>(number);
+  std::memcpy(Room(count), bytes, static_cast<size_t>(count));
 }
 
 void ChangeWriter::Bytes(const char* bytes, qsizetype size) {
   Whole(static_cast<quint64>(size));
-  list.append(bytes, size);
+  if (size > 0) std::memcpy(Room(size), bytes, static_cast<size_t>(size));
 }
 
 void ChangeWriter::Put(const RawValue& value) {
-  list.append(static_cast<char>(value.kind));
+  *Room(1) = static_cast<char>(value.kind);
   switch (value.kind) {
     case RawValue::Kind::Whole:
       return Whole(Folded(value.whole));
     case RawValue::Kind::Real:
-      list.append(reinterpret_cast<const char*>(&value.real), sizeof value.real);
+      std::memcpy(Room(sizeof value.real), &value.real, sizeof value.real);
       return;
     case RawValue::Kind::Text:
     case RawValue::Kind::Blob:
@@ -126,17 +133,24 @@ void ChangeWriter::Put(const RawValue& value) {
   }
 }
 
+QByteArray ChangeWriter::Names(const QByteArray& table, const std::vector<QByteArray>& columns) {
+  ChangeWriter writer;
+  writer.list.append(static_cast<char>(ChangeKind::Names));
+  writer.Bytes(table.constData(), table.size());
+  writer.Whole(columns.size());
+  for (const QByteArray& column : columns) writer.Bytes(column.constData(), column.size());
+  return writer.list;
+}
+
 int ChangeWriter::Number_Of(const QByteArray& table, const std::vector<QByteArray>& columns) {
+  return Number_Of(Names(table, columns));
+}
+
+int ChangeWriter::Number_Of(const QByteArray& names) {
   for (size_t i = known.size(); i-- > 0;)
-    if (known[i].table == table) {
-      if (known[i].columns == columns) return static_cast<int>(i);
-      break;  // it has other columns by now
-    }
-  known.push_back({list.size(), table, columns});
-  list.append(static_cast<char>(ChangeKind::Names));
-  Bytes(table.constData(), table.size());
-  Whole(columns.size());
-  for (const QByteArray& column : columns) Bytes(column.constData(), column.size());
+    if (known[i].names == names) return static_cast<int>(i);
+  known.push_back({list.size(), names});
+  list.append(names);
   return static_cast<int>(known.size()) - 1;
 }
 
@@ -180,11 +194,13 @@ void ChangeWriter::Cut(qsizetype size) {
   while (!known.empty() && known.back().at >= size) known.pop_back();
 }
 
-QByteArray ChangeWriter::Take() {
+void ChangeWriter::Clear() {
+  constexpr qsizetype large = 64 << 10;
   known.clear();
-  QByteArray taken;
-  taken.swap(list);
-  return taken;
+  if (list.capacity() > large)
+    list = QByteArray();
+  else
+    list.resize(0);  // its memory is kept from step to step
 }
 
 // Reading ------------------------------------------------------------------------------------------------------------

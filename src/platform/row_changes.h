@@ -23,7 +23,8 @@ struct RawValue {
   bool operator==(const RawValue& other) const;
   Value ToValue() const;  // Null for a blob
 };
-RawValue Raw_Of(sqlite3_value* value);           // good as long as the value
+// Good as long as the value. Where the database keeps its texts in UTF-8 they are taken as they lie.
+RawValue Raw_Of(sqlite3_value* value, bool utf8 = false);
 RawValue Raw_Of(sqlite3_stmt* row, int column);  // of the row it stands on, good until its next step
 // Parameters count from 1. The bytes have to stay until the statement has run.
 void Bind_Raw(sqlite3_stmt* statement, int parameter, const RawValue& value);
@@ -65,6 +66,10 @@ class ChangeWriter {
  public:
   // The number of these names; written where they are new.
   int Number_Of(const QByteArray& table, const std::vector<QByteArray>& columns);
+  int Number_Of(const QByteArray& names);  // that Names gave
+  // As they stand in a list.
+  static QByteArray Names(const QByteArray& table, const std::vector<QByteArray>& columns);
+  // One change each, behind the others.
   void Row(ChangeKind kind, int table, qint64 key, const std::vector<RawValue>& values);
   void Update(int table, qint64 key, qint64 newKey, const std::vector<ChangedCell>& cells);
   void Table(ChangeKind kind, const QString& name, const QString& statement);
@@ -74,17 +79,18 @@ class ChangeWriter {
   qsizetype Size() const { return list.size(); }
   // Back to a size it had: what was written since has not happened.
   void Cut(qsizetype size);
-  QByteArray Take();  // the list; the next one names its tables anew
+  const QByteArray& List() const { return list; }
+  void Clear();  // the next list names its tables anew
 
  private:
+  char* Room(qsizetype bytes);  // at the end of the list, which is so much longer then
   void Whole(quint64 number);
   void Bytes(const char* bytes, qsizetype size);
   void Put(const RawValue& value);
 
   struct Known {
-    qsizetype at = 0;  // where the names stand in the list
-    QByteArray table;
-    std::vector<QByteArray> columns;
+    qsizetype at = 0;  // where they stand in the list
+    QByteArray names;
   };
   QByteArray list;
   std::vector<Known> known;

@@ -1,8 +1,10 @@
 #include "platform/zip_reader.h"
 
 #include <zip.h>
+#include <zlib.h>
 
 #include <QFileInfo>
+#include <algorithm>
 #include <memory>
 
 namespace {
@@ -42,4 +44,33 @@ std::optional<ZipPart> First_In_Zip(const QByteArray& bytes, const QStringList& 
     if (zip_fread(file.get(), part.content.data(), info.size) == static_cast<zip_int64_t>(info.size)) return part;
   }
   return std::nullopt;
+}
+
+bool Is_Gzip(const QByteArray& bytes) { return bytes.startsWith("\x1F\x8B\x08"); }
+
+// Several members behind each other are one content.
+std::optional<QByteArray> Unpack_Gzip(const QByteArray& bytes, qint64 limit) {
+  constexpr int gzipOnly = 16 + MAX_WBITS;
+  constexpr qsizetype portion = 1 << 16;
+  z_stream stream{};
+  if (inflateInit2(&stream, gzipOnly) != Z_OK) return std::nullopt;
+  const std::unique_ptr<z_stream, decltype(&inflateEnd)> end(&stream, inflateEnd);
+  QByteArray content, part(portion, '\0');
+  qsizetype at = 0;
+  while (true) {
+    // Its lengths have 32 bits.
+    const qsizetype given = std::min<qsizetype>(bytes.size() - at, portion);
+    stream.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(bytes.constData() + at));
+    stream.avail_in = static_cast<uInt>(given);
+    stream.next_out = reinterpret_cast<Bytef*>(part.data());
+    stream.avail_out = static_cast<uInt>(part.size());
+    const int state = inflate(&stream, Z_NO_FLUSH);
+    if (state != Z_OK && state != Z_STREAM_END) return std::nullopt;
+    at += given - stream.avail_in;
+    content.append(part.constData(), part.size() - stream.avail_out);
+    if (content.size() > limit) return std::nullopt;
+    if (state != Z_STREAM_END) continue;
+    if (!Is_Gzip(bytes.mid(at, 3))) return content;
+    if (inflateReset(&stream) != Z_OK) return std::nullopt;
+  }
 }

@@ -1,5 +1,6 @@
 #include "state/step.h"
 
+#include <QDeadlineTimer>
 #include <QThread>
 #include <utility>
 
@@ -10,7 +11,15 @@ namespace {
 RunningStep running;
 int runningLevel = 0;  // of nested event loops: a dialog that waits is one deeper
 quint64 lastNumber = 0;
-const OnReset fresh(running, runningLevel);
+constexpr qint64 longest = 1500;  // ms between two events of a gesture
+
+struct GestureNow {
+  QString what;
+  quint64 number = 0;
+  qint64 when = 0;
+};
+GestureNow gestureNow;
+const OnReset fresh(running, runningLevel, gestureNow);
 
 }  // namespace
 
@@ -23,6 +32,13 @@ UndoStep::UndoStep(const QString& name, Joins joins) : former(running), formerLe
   } else if (running.name.isEmpty()) {
     running.name = name;
   }
+}
+
+UndoStep::UndoStep(const Gesture& gesture) : UndoStep({}, Joins::Nothing) {
+  const qint64 now = QDeadlineTimer::current().deadline();
+  const bool goesOn = gestureNow.what == gesture.what && now - gestureNow.when < longest;
+  gestureNow = {gesture.what, goesOn ? gestureNow.number : running.number, now};
+  running.number = gestureNow.number;
 }
 
 UndoStep::~UndoStep() {

@@ -10,6 +10,12 @@ class UndoStep {
  public:
   enum class Joins { Outer, Nothing };
   explicit UndoStep(const QString& name = {}, Joins joins = Joins::Outer);
+  // What goes on over several events and is one step all the same: an arrow key held down, a number turned. Events of
+  // the same gesture are one while they follow each other quickly and nothing else is changed between them.
+  struct Gesture {
+    QString what;  // told apart by this
+  };
+  explicit UndoStep(const Gesture& gesture);
   ~UndoStep();
   UndoStep(const UndoStep&) = delete;
   UndoStep& operator=(const UndoStep&) = delete;

@@ -35,7 +35,7 @@ QString Fault_Of(const QString& title) {
 template <typename Work>
 bool Change_Columns(const QString& title, const QString& undoCaption, Work&& work) {
   const BusyPointer busy;
-  Undo_Point(undoCaption);
+  const UndoPoint point(undoCaption);
   if (!dbEntries || !rsEntries || !Table_In_Place()) return false;
   const QString row = rsEntries->Position() >= 0 ? rsEntries->Bookmark() : QString();
   rsEntries.reset();

@@ -1,7 +1,5 @@
 #include "store/entry.h"
 
-#include <limits>
-
 #include "platform/text.h"
 #include "state/global_state.h"
 #include "state/map_state.h"
@@ -15,8 +13,10 @@ FieldInfo Number_Field(const char* name) { return {QString::fromUtf8(name), Fiel
 
 int Read_Int16(const Recordset& rows, int number) {
   const qint64 value = rows.Integer(number);
-  if (value < std::numeric_limits<int16_t>::min() || value > std::numeric_limits<int16_t>::max())
-    Raise(errors::overflow);
+  if (value != Stored_Number(value))
+    Raise(errors::overflow, QStringLiteral("In der Spalte %1 steht eine Zahl, die zu groß ist: %2.")
+                                .arg(rows.Fields()[static_cast<size_t>(number)].name)
+                                .arg(value));
   return static_cast<int>(value);
 }
 
@@ -51,20 +51,24 @@ void Make_Template(Database& database) {
   });
 }
 
-EntryRow Read_Entry(const Recordset& rows) {
+EntryRow Read_Entry(const Recordset& rows, const ColumnPlaces& places, Beyond16 beyond) {
+  const auto place = [&places](int number) { return places[static_cast<size_t>(number)]; };
+  const auto number = [&](int which) {
+    return beyond == Beyond16::Nearest ? Stored_Number(rows.Integer(place(which))) : Read_Int16(rows, place(which));
+  };
   EntryRow row;
-  row.ID = rows.Text(column::ID);
-  row.Eintrag = rows.Text(column::Eintrag);
-  row.Schrift = rows.Text(column::Schrift);
-  row.Groesse = rows.Number(column::Groesse);
-  row.VG = Read_Int16(rows, column::VG);
-  row.HG = Read_Int16(rows, column::HG);
-  row.RA = Read_Int16(rows, column::RA);
-  row.Xmap = Read_Int16(rows, column::Xmap);
-  row.Ymap = Read_Int16(rows, column::Ymap);
-  row.Xline = Read_Int16(rows, column::Xline);
-  row.Yline = Read_Int16(rows, column::Yline);
-  row.Typ = Read_Int16(rows, column::Typ);
+  row.ID = rows.Text(place(column::ID));
+  row.Eintrag = rows.Text(place(column::Eintrag));
+  row.Schrift = rows.Text(place(column::Schrift));
+  row.Groesse = rows.Number(place(column::Groesse));
+  row.VG = number(column::VG);
+  row.HG = number(column::HG);
+  row.RA = number(column::RA);
+  row.Xmap = number(column::Xmap);
+  row.Ymap = number(column::Ymap);
+  row.Xline = number(column::Xline);
+  row.Yline = number(column::Yline);
+  row.Typ = number(column::Typ);
   return row;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 #include <QRect>
 #include <QString>
+#include <array>
 #include <optional>
 #include <type_traits>
 
@@ -35,8 +36,13 @@ TableDef Vertex_Def(const QString& name);
 // Makes MapData and Qdata with its one row in an empty database: the template.
 void Make_Template(Database& database);
 
-// The current row of the recordset. Integers beyond 16 bits are error 6.
-EntryRow Read_Entry(const Recordset& rows);
+// Where a recordset has the twelve columns, by column::; and what becomes of integers beyond 16 bits.
+using ColumnPlaces = std::array<int, column::fixedCount>;
+inline constexpr ColumnPlaces ownPlaces{0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11};
+enum class Beyond16 { Error, Nearest };
+// The current row of the recordset. Integers beyond 16 bits are error 6, with the column's name, or read as the
+// nearest.
+EntryRow Read_Entry(const Recordset& rows, const ColumnPlaces& places = ownPlaces, Beyond16 beyond = Beyond16::Error);
 // The current row of rsEntries; nothing where another program wrote numbers beyond the columns' range: such a row is
 // left to the repair.
 std::optional<EntryRow> Read_Sound_Entry();

@@ -6,8 +6,11 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <algorithm>
+#include <map>
 #include <memory>
 #include <utility>
+#include <vector>
 
 #include "platform/files.h"
 #include "platform/for_now.h"
@@ -165,11 +168,53 @@ void End_History() {
   history = {};
 }
 
-void Clear_Histories() {
+namespace {
+
+// What lies there for one journal, of a program that was killed, as far as can be told.
+struct LeftBehind {
+  QString journal;
+  QDateTime last;
+  qint64 bytes = 0;
+};
+
+bool Writer_Runs(const QString& run) {
+  const QString process = run.section(u' ', 1).section(u'-', 0, 0);
+  return run.startsWith(openWord) && !process.isEmpty() && QFileInfo::exists(QStringLiteral("/proc/") + process);
+}
+
+// The newest first; those that ended in order go on the way.
+std::vector<LeftBehind> All_Left_Behind() {
+  std::map<QString, LeftBehind> found;
   const QDir folder(Program_File(QStringLiteral("Verlauf")));
-  for (const QFileInfo& file : folder.entryInfoList({QStringLiteral("*.verlauf.lauf")}, QDir::Files)) {
-    const QString journal = file.filePath().chopped(5);
-    if (Read_Run(journal).startsWith(closedWord)) Remove_History(journal);
+  const QString ending = QStringLiteral(".verlauf");
+  for (const QFileInfo& file :
+       folder.entryInfoList({u'*' + ending, u'*' + ending + QStringLiteral(".*")}, QDir::Files)) {
+    LeftBehind& left = found[file.filePath().left(file.filePath().lastIndexOf(ending) + ending.size())];
+    left.bytes += file.size();
+    if (!left.last.isValid() || left.last < file.lastModified()) left.last = file.lastModified();
+  }
+  std::vector<LeftBehind> all;
+  for (auto& [journal, left] : found) {
+    const QString run = Read_Run(journal);
+    if (run.startsWith(closedWord))
+      Remove_History(journal);
+    else if (!Writer_Runs(run))
+      all.push_back({journal, left.last, left.bytes});
+  }
+  std::sort(all.begin(), all.end(), [](const LeftBehind& a, const LeftBehind& b) { return a.last > b.last; });
+  return all;
+}
+
+}  // namespace
+
+void Clear_Histories() {
+  constexpr int longestDays = 60, certainDays = 7;
+  constexpr qint64 mostLeft = qint64{1} << 30;
+  qint64 bytes = 0;
+  for (const LeftBehind& left : All_Left_Behind()) {
+    bytes += left.bytes;
+    const qint64 days = left.last.daysTo(QDateTime::currentDateTime());
+    if (days > (bytes > mostLeft ? certainDays : longestDays)) Remove_History(left.journal);
   }
 }
 
@@ -242,6 +287,19 @@ WalkResult Go_To_Step(int position) {
 HistoryMark Mark_Here() {
   if (!history.journal) return {};
   return {history.path, history.journal->State()};
+}
+
+bool Is_Reached(const HistoryMark& mark) {
+  return Is_Ours(history.journal.get()) && mark.journal == history.path && history.journal->Reaches(mark.state);
+}
+
+bool Lies_Behind(const HistoryMark& mark, int step) {
+  return Is_Reached(mark) && history.journal->Lies_Behind(mark.state, step);
+}
+
+void Bring_Back(Database& copy, const HistoryMark& mark) {
+  if (!Is_Reached(mark)) Raise(errors::dataChanged, QStringLiteral("Der Verlauf reicht nicht so weit zurück."));
+  history.journal->Bring_Back(copy, mark.state);
 }
 
 std::optional<int> Place_Of(const HistoryMark& mark) {

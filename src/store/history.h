@@ -14,7 +14,10 @@ QString History_Folder(const QString& table);
 void Follow_Table();
 void Leave_Table();      // before it is closed, to be loaded again or not
 void End_History();      // the map is closed: unless this program opens it again, its steps are over
-void Clear_Histories();  // of programs that ended in order; at the start of the program
+// At the start of the program: those of programs that ended in order go, and what was left by programs that were killed
+// and never taken up again: after 60 days, after 7 where all of it takes more than a gigabyte, the oldest first. Those
+// of a program that runs stay.
+void Clear_Histories();
 
 // The table file is about to be replaced, and closed already. When a table is loaded again, the difference becomes one
 // step of that name. What cannot be kept here leaves a history that begins anew then.
@@ -41,5 +44,11 @@ struct HistoryMark {
   quint32 state = 0;
 };
 HistoryMark Mark_Here();  // also of a table that is closed for a moment
+// Can a copy of the open table be brought back to it?
+bool Is_Reached(const HistoryMark& mark);
+// It can, and no more after going back to that step.
+bool Lies_Behind(const HistoryMark& mark, int step);
+// Brings back a copy of the open table. 3197 where it does not fit.
+void Bring_Back(Database& copy, const HistoryMark& mark);
 // Its place among the steps; nothing if it is none of them, or ahead.
 std::optional<int> Place_Of(const HistoryMark& mark);

@@ -1,52 +1,54 @@
 #include "store/step_name.h"
 
-#include <QStringList>
 #include <algorithm>
+#include <array>
+#include <initializer_list>
 
 #include "store/entry.h"
+#include "store/kind_word.h"
 #include "store/stored_number.h"
 
 namespace {
 
-Value Cell(const StepFacts::Row& row, const QString& name) {
-  const auto found = std::find_if(
-      row.begin(), row.end(), [&name](const auto& cell) { return cell.first.compare(name, Qt::CaseInsensitive) == 0; });
-  return found == row.end() ? Value() : found->second;
+// The names of the fixed columns, by their numbers.
+const std::array<QString, column::fixedCount>& Names() {
+  static const std::array<QString, column::fixedCount> names = {
+      "ID", "Eintrag", "Schrift", QStringLiteral("Größe"), "VG", "HG", "RA", "Xmap", "Ymap", "Xline", "Yline", "Typ"};
+  return names;
 }
 
-QString Text_In(const StepFacts::Row& row, const QString& name) {
-  const Value cell = Cell(row, name);
-  const auto* text = std::get_if<QString>(&cell);
+bool Is_Fixed(const QString& name, int fixed) {
+  const QString& its = Names()[static_cast<size_t>(fixed)];
+  return name == its || (name.size() == its.size() && name.compare(its, Qt::CaseInsensitive) == 0);
+}
+
+// Nearly always the columns stand in their order.
+const Value* Cell(const StepFacts::Row& row, int fixed) {
+  const auto index = static_cast<size_t>(fixed);
+  if (index < row.size() && Is_Fixed(row[index].first, fixed)) return &row[index].second;
+  const auto found =
+      std::find_if(row.begin(), row.end(), [fixed](const auto& cell) { return Is_Fixed(cell.first, fixed); });
+  return found == row.end() ? nullptr : &found->second;
+}
+
+QString Text_In(const StepFacts::Row& row, int fixed) {
+  const Value* cell = Cell(row, fixed);
+  const auto* text = cell ? std::get_if<QString>(cell) : nullptr;
   return text ? *text : QString();
 }
 
 EntryType Type_In(const StepFacts::Row& row) {
-  const Value cell = Cell(row, QStringLiteral("Typ"));
-  const auto* number = std::get_if<qint64>(&cell);
+  const Value* cell = Cell(row, column::Typ);
+  const auto* number = cell ? std::get_if<qint64>(cell) : nullptr;
   return EntryType::Parse(number ? Stored_Number(*number) : 0);
 }
 
-QString Kind_Word(const StepFacts::Row& row) {
-  const EntryType type = Type_In(row);
-  const EntryId id = EntryId::Parse(Text_In(row, QStringLiteral("ID")));
-  if (type.IsPolygon()) return id.IsLine() ? QStringLiteral("Linie") : QStringLiteral("Fläche");
-  if (type.IsFigure()) return QStringLiteral("Figur");
-  switch (type.Kind()) {
-    case EntryKind::Picture:
-      return QStringLiteral("Bild");
-    case EntryKind::Scale:
-      return QStringLiteral("Maßstab");
-    case EntryKind::NorthArrow:
-      return QStringLiteral("Nordpfeil");
-    case EntryKind::PlanSquare:
-    case EntryKind::PlanDesign:
-      return QStringLiteral("Planquadrat");
-    default:
-      break;
-  }
-  if (!type.IsText()) return QStringLiteral("Eintrag");
-  const bool symbol = FontSpec::Parse(Text_In(row, QStringLiteral("Schrift"))).IsSymbol();
-  return symbol ? QStringLiteral("Symbol") : QStringLiteral("Text");
+QString Kind_Of(const StepFacts::Row& row) {
+  EntryRow entry;
+  entry.ID = Text_In(row, column::ID);
+  entry.Schrift = Text_In(row, column::Schrift);
+  entry.Typ = Type_In(row).ToNumber();
+  return Kind_Word(entry);
 }
 
 // " (Moor)"; nothing for an entry whose text says nothing.
@@ -54,25 +56,35 @@ QString In_Brackets(const StepFacts::Row& row) {
   constexpr int longest = 30;
   const EntryType type = Type_In(row);
   if (type.Kind() == EntryKind::Scale || type.Kind() == EntryKind::NorthArrow) return {};
-  QString text = Text_In(row, QStringLiteral("Eintrag"));
+  QString text = Text_In(row, column::Eintrag);
   if (type.Kind() == EntryKind::Picture) text = text.mid(text.lastIndexOf(u'/') + 1);
-  text = text.section(u'\n', 0, 0).simplified();
+  if (text.contains(u'\n')) text.truncate(text.indexOf(u'\n'));
+  text = std::move(text).simplified();
   if (text.size() > longest) text = text.left(longest - 1) + u'…';
   if (text.isEmpty() || text == QString(QChar(160))) return {};
   return QStringLiteral(" (%1)").arg(text);
 }
 
-QStringList Changed_Columns(const StepFacts& facts) {
-  QStringList columns;
-  for (const auto& [name, value] : facts.after)
-    if (Cell(facts.before, name) != value) columns += name;
-  return columns;
+// A set of columns: a bit for each of the fixed ones, and one for all others.
+constexpr unsigned Bits(std::initializer_list<int> columns) {
+  unsigned bits = 0;
+  for (const int it : columns) bits |= 1U << it;
+  return bits;
+}
+constexpr int otherColumn = column::fixedCount;
+
+unsigned Changed_Columns(const StepFacts& facts) {
+  unsigned changed = 0;
+  for (int fixed = 0; fixed < column::fixedCount; ++fixed) {
+    const Value *before = Cell(facts.before, fixed), *after = Cell(facts.after, fixed);
+    if (after && !(before && *before == *after)) changed |= 1U << fixed;
+  }
+  for (size_t i = column::fixedCount; i < facts.after.size(); ++i)
+    if (i >= facts.before.size() || facts.before[i] != facts.after[i]) changed |= 1U << otherColumn;
+  return changed;
 }
 
-bool Only(const QStringList& columns, const QStringList& of) {
-  return !columns.isEmpty() &&
-         std::all_of(columns.begin(), columns.end(), [&of](const QString& column) { return of.contains(column); });
-}
+bool Only(unsigned columns, std::initializer_list<int> of) { return columns != 0 && (columns & ~Bits(of)) == 0; }
 
 QString Switched(const EntryType& before, const EntryType& after) {
   if (before.hidden != after.hidden)
@@ -85,35 +97,35 @@ QString Switched(const EntryType& before, const EntryType& after) {
 
 // What was done to it, by the columns that changed.
 QString Verb(const StepFacts& facts) {
-  const QStringList columns = Changed_Columns(facts);
+  using namespace column;
+  const unsigned columns = Changed_Columns(facts);
   const EntryType type = Type_In(facts.after);
   const bool sized = type.IsFigure() || type.Kind() == EntryKind::PlanSquare || type.Kind() == EntryKind::Scale;
-  if (columns.isEmpty())
-    return facts.otherRows > 0 ? QStringLiteral("geändert: Eckpunkte") : QStringLiteral("geändert");
-  if (columns.contains(QLatin1String("Eintrag"))) return QStringLiteral("geändert: Beschriftung");
-  if (Only(columns, {"Typ"})) return Switched(Type_In(facts.before), type);
-  if (Only(columns, {"ID"})) {
-    const EntryId was = EntryId::Parse(Text_In(facts.before, "ID")), is = EntryId::Parse(Text_In(facts.after, "ID"));
+  if (columns == 0) return facts.otherRows > 0 ? QStringLiteral("geändert: Eckpunkte") : QStringLiteral("geändert");
+  if ((columns & Bits({Eintrag})) != 0) return QStringLiteral("geändert: Beschriftung");
+  if (Only(columns, {Typ})) return Switched(Type_In(facts.before), type);
+  if (Only(columns, {ID})) {
+    const EntryId was = EntryId::Parse(Text_In(facts.before, ID)), is = EntryId::Parse(Text_In(facts.after, ID));
     if (was.inactive != is.inactive) return is.inactive ? QStringLiteral("deaktiviert") : QStringLiteral("aktiviert");
     if (was.assignment != is.assignment) return QStringLiteral("zugeordnet");
     if (was.group != is.group) return QStringLiteral("gruppiert");
   }
-  if (Only(columns, {"VG", "HG", "RA"})) return QStringLiteral("gefärbt");
-  if (Only(columns, {"Xline", "Yline", "ID"}))
+  if (Only(columns, {VG, HG, RA})) return QStringLiteral("gefärbt");
+  if (Only(columns, {Xline, Yline, ID}))
     return sized ? QStringLiteral("vergrößert oder verkleinert") : QStringLiteral("geändert: Fußpunkt");
-  const bool moved = columns.contains(QLatin1String("Xmap")) || columns.contains(QLatin1String("Ymap"));
-  if (moved && Only(columns, {"Xmap", "Ymap"})) return QStringLiteral("verschoben");
-  if (moved && Only(columns, {"Xmap", "Ymap", "Xline", "Yline"}))
+  const bool moved = (columns & Bits({Xmap, Ymap})) != 0;
+  if (moved && Only(columns, {Xmap, Ymap})) return QStringLiteral("verschoben");
+  if (moved && Only(columns, {Xmap, Ymap, Xline, Yline}))
     return sized ? QStringLiteral("vergrößert oder verkleinert") : QStringLiteral("verschoben");
-  if (Only(columns, {"Schrift", QStringLiteral("Größe")}))
+  if (Only(columns, {Schrift, Groesse}))
     return type.IsText() ? QStringLiteral("geändert: Schrift") : QStringLiteral("geändert: Aussehen");
   return QStringLiteral("geändert");
 }
 
 QString Of_One_Row(const StepFacts& facts) {
   const StepFacts::Row& row = facts.after.empty() ? facts.before : facts.after;
-  if (EntryId::StoredIsHeader(Text_In(row, QStringLiteral("ID")))) return QStringLiteral("Angaben zur Karte geändert");
-  const QString what = Kind_Word(row);
+  if (EntryId::StoredIsHeader(Text_In(row, column::ID))) return QStringLiteral("Angaben zur Karte geändert");
+  const QString what = Kind_Of(row);
   if (facts.before.empty()) return what + QStringLiteral(" eingefügt") + In_Brackets(row);
   if (facts.after.empty()) return what + QStringLiteral(" gelöscht") + In_Brackets(row);
   const QString verb = Verb(facts), text = In_Brackets(facts.after);
@@ -138,7 +150,7 @@ QString Step_Name(const QString& begun, const StepFacts& facts) {
   if (!begun.isEmpty()) {
     if (!facts.oneRow) return begun;
     const StepFacts::Row& row = facts.after.empty() ? facts.before : facts.after;
-    if (EntryId::StoredIsHeader(Text_In(row, QStringLiteral("ID")))) return begun;
+    if (EntryId::StoredIsHeader(Text_In(row, column::ID))) return begun;
     return begun + In_Brackets(row);
   }
   if (!facts.columnsAdded.isEmpty()) return QStringLiteral("Spalte hinzugefügt (%1)").arg(facts.columnsAdded.front());

@@ -15,7 +15,6 @@
 #include "store/header_row.h"
 #include "store/history.h"
 #include "store/old_table.h"
-#include "store/stored_number.h"
 #include "store/table_file_inner.h"
 #include "store/table_file_texts.h"
 
@@ -66,6 +65,7 @@ Copies table_file::Close_With_Copies() {
 
 void Close_Table(CloseMode mode) {
   if (mode == CloseMode::CloseOnly) {
+    Write_Pending_Snapshot();
     Keep_Before_Closing();
     Close_Quietly();
   } else if (mode == CloseMode::WithUserCopy) {
@@ -105,29 +105,10 @@ void Write_New_Header() {
   Tbl.Tag = TableTag::Dirty;
 }
 
-// The header row, even where numbers in it are beyond the columns' range.
-EntryRow Read_Header_Row() {
-  const auto number = [](int where) { return Stored_Number(rsEntries->Integer(where)); };
-  EntryRow row;
-  row.ID = rsEntries->Text(column::ID);
-  row.Eintrag = rsEntries->Text(column::Eintrag);
-  row.Schrift = rsEntries->Text(column::Schrift);
-  row.Groesse = rsEntries->Number(column::Groesse);
-  row.VG = number(column::VG);
-  row.HG = number(column::HG);
-  row.RA = number(column::RA);
-  row.Xmap = number(column::Xmap);
-  row.Ymap = number(column::Ymap);
-  row.Xline = number(column::Xline);
-  row.Yline = number(column::Yline);
-  row.Typ = number(column::Typ);
-  return row;
-}
-
 // Puts right what is wrong in the header and takes over what it tells.
 void Take_Header() {
   rsEntries->MoveFirst();
-  EntryRow row = Read_Header_Row();
+  EntryRow row = Read_Entry(*rsEntries, ownPlaces, Beyond16::Nearest);
   bool repaired = false;
   HeaderRow header = HeaderRow::FromEntry(row, &repaired);
   PrintFactor = static_cast<float>(header.printFactor);
@@ -325,12 +306,13 @@ Opened Try_Load(LoadMode mode, bool lastTry) {
 
 bool Load_Table(LoadMode mode) {
   Tell_Known_Tables();
+  if (mode == LoadMode::First) Write_Pending_Snapshot();
   Close_Quietly();
   TableFile = Table_Name_Of_Map();
   if (!TableFile.contains(u'/')) TableFile = Program_File(TableFile);
   if (mode == LoadMode::First) {
     Tbl.DBGrid1.Caption = TableFile;
-    Disarm_Undo();
+    Forget_Snapshot();
   }
   bool lastTry = false;
   for (Opened opened = Opened::Again; opened != Opened::Yes;) {
@@ -367,10 +349,18 @@ table_file::Checkpointed table_file::Checkpoint() {
 
 // Where the user's table is the standard table there is nothing to bring up to date but the snapshot.
 void Undo_Point(const QString& caption) {
-  if (dbEntries && !dbEntries->InTrans() && Same_Name(Tbl.DBGrid1.Caption, TableFile) && !Stands_Away()) {
+  if (dbEntries && !dbEntries->InTrans() && !Stands_Away()) {
+    const QString user = Tbl.DBGrid1.Caption;
+    const bool standard = Same_Name(user, TableFile);
     if (rsEntries->Editing()) rsEntries->CancelUpdate();
-    Take_Snapshot_Of_Open_Table() ? Arm_Undo(caption) : Disarm_Undo();
-    return;
+    if (standard) {
+      Take_Snapshot_Of_Open_Table() ? Arm_Undo(caption) : Disarm_Undo();
+      return;
+    }
+    if (!user.isEmpty() && Mark_Snapshot_And_User(user)) {
+      if (rsEntries->Position() >= 0) Go_Back_To(rsEntries->Bookmark());
+      return Arm_Undo(caption);
+    }
   }
   const Checkpointed point = Checkpoint();
   if (point.loaded && point.snapshot) {
@@ -382,6 +372,7 @@ void Undo_Point(const QString& caption) {
 
 void Table_Idle() {
   if (!dbEntries || dbEntries->InTrans()) return;
+  Write_Pending_Snapshot();
   try {
     dbEntries->Checkpoint();
   } catch (const Error&) {

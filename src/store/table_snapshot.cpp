@@ -1,15 +1,19 @@
 #include <QCryptographicHash>
 #include <QFile>
+#include <QFileInfo>
 #include <QRegularExpression>
 #include <algorithm>
 #include <functional>
 #include <optional>
+#include <utility>
 
 #include "platform/database_clone.h"
 #include "platform/file_lock.h"
 #include "platform/files.h"
 #include "state/global_state.h"
+#include "state/mdi_state.h"
 #include "state/on_reset.h"
+#include "state/table_state.h"
 #include "store/file_names.h"
 #include "store/history.h"
 #include "store/table_file.h"
@@ -24,6 +28,12 @@ namespace {
 
 QString userOfSnapshot;  // "" = the user's table did not change since
 HistoryMark markOfSnapshot;
+// What the mark stands for is in no file yet.
+struct Pending {
+  bool snapshot = false;
+  QString user;  // another table that is to be brought up to date as well
+};
+Pending pending;
 
 // "TEMP.MDB" is the work file of the first program, "TEMP_1.MDB" that of the second, ...
 QString Numbered_File(const QString& base, int number, const char* ending) {
@@ -45,7 +55,18 @@ struct OwnNumber {
 };
 OwnNumber own;
 
-const OnReset fresh(userOfSnapshot, markOfSnapshot, own);
+// The undo point before that of the work that runs.
+struct FormerPoint {
+  QString caption, user;
+  bool enabled = false;
+  HistoryMark mark;
+  Pending pending;
+  QByteArray stamp;
+  QString openTable;  // the user's, since the new point
+};
+std::optional<FormerPoint> formerPoint;
+
+const OnReset fresh(userOfSnapshot, markOfSnapshot, pending, own, formerPoint);
 
 int Own_Number() {
   if (own.lock && own.folder == ProgramFolder) return own.number;
@@ -66,9 +87,11 @@ QByteArray Fingerprint(const QString& snapshot) {
   return hash.result().toHex();
 }
 
+QString Former_File(int number) { return Numbered_File(snapshotBase, number, ".vorher"); }
+
 void Delete_Work_Files(int number) {
-  for (const QString& file :
-       {Numbered_File(snapshotBase, number, ".MDB"), Stamp_File(number), Numbered_File(sortedBase, number, ".MDB")})
+  for (const QString& file : {Numbered_File(snapshotBase, number, ".MDB"), Stamp_File(number), Former_File(number),
+                              Numbered_File(sortedBase, number, ".MDB")})
     Kill_Quietly(file);
 }
 
@@ -79,12 +102,11 @@ QString table_file::Sorted_File() { return Numbered_File(sortedBase, Own_Number(
 
 namespace {
 
-bool Take_By(const std::function<void(const QString& target)>& write) {
+bool Write_By(const std::function<void(const QString& target)>& write) {
+  pending = {};
   try {
     write(Snapshot_File());
     Replace_File(Stamp_File(Own_Number()), Fingerprint(Snapshot_File()));
-    userOfSnapshot.clear();
-    markOfSnapshot = Mark_Here();
     return true;
   } catch (const Error& error) {
     Forget_Snapshot();
@@ -95,6 +117,27 @@ bool Take_By(const std::function<void(const QString& target)>& write) {
     }
     return false;
   }
+}
+
+bool Take_By(const std::function<void(const QString& target)>& write) {
+  if (!Write_By(write)) return false;
+  userOfSnapshot.clear();
+  markOfSnapshot = Mark_Here();
+  return true;
+}
+
+// The journal knows the way back to here: a mark does for the file, which is written when there is time. What the file
+// holds is no snapshot of now.
+bool Take_Mark(const QString& user) {
+  const HistoryMark mark = Mark_Here();
+  const QFileInfo file(Snapshot_File());
+  if (dbEntries->InTrans() || !Is_Reached(mark) || file.isDir() || !QFileInfo(ProgramFolder).isWritable()) return false;
+  if (pending.user != user) Write_Pending_Snapshot();
+  QFile::remove(Stamp_File(Own_Number()));
+  userOfSnapshot.clear();
+  markOfSnapshot = mark;
+  pending = {true, user};
+  return true;
 }
 
 }  // namespace
@@ -108,7 +151,35 @@ void Undo_Point_Of_Open_Table(const QString& caption) {
 }
 
 bool table_file::Take_Snapshot_Of_Open_Table() {
-  return Take_By([](const QString& target) { Clone_Database(*dbEntries, target); });
+  return Take_Mark({}) || Take_By([](const QString& target) { Clone_Database(*dbEntries, target); });
+}
+
+bool table_file::Mark_Snapshot_And_User(const QString& user) { return Take_Mark(user); }
+bool table_file::Snapshot_Is_Pending() { return pending.snapshot; }
+
+bool table_file::Write_Pending_Snapshot() {
+  if (!pending.snapshot) return true;
+  if (!dbEntries || dbEntries->InTrans()) return false;
+  const QString user = pending.user;
+  const bool written = Write_By([](const QString& target) {
+    Clone_Database(*dbEntries, target);
+    if (markOfSnapshot.state == Mark_Here().state) return;
+    const auto copy = Workspace::OpenDatabase(target);
+    copy->Execute(QStringLiteral("PRAGMA synchronous=OFF"));  // a stamp proves it
+    Bring_Back(*copy, markOfSnapshot);
+    copy->Close();
+  });
+  if (!written || user.isEmpty()) return written;
+  try {
+    Compact_Over(Snapshot_File(), user);
+  } catch (const Error& error) {
+    Report_Copy_Error(user, error);
+  }
+  return true;
+}
+
+void Before_Going_Back(int step) {
+  if (pending.snapshot && Lies_Behind(markOfSnapshot, step)) Write_Pending_Snapshot();
 }
 
 table_file::SnapshotState table_file::State_Of_Snapshot() {
@@ -130,14 +201,77 @@ int Steps_After_Undo_Point() {
   return place ? std::max(0, Step_Position() - *place - 1) : 0;
 }
 
+namespace {
+
+void Keep_Former_Point() {
+  const MenuState& menu = Menu(QStringLiteral("mnuReset"));
+  const int number = Own_Number();
+  formerPoint.reset();
+  Kill_Quietly(Former_File(number));
+  FormerPoint kept{menu.Caption, userOfSnapshot, menu.Enabled, markOfSnapshot, pending, {}, {}};
+  try {
+    if (menu.Enabled && !pending.snapshot) {
+      kept.stamp = Read_Bytes(Stamp_File(number));
+      File_Rename(Snapshot_File(), Former_File(number));
+    }
+    formerPoint = kept;
+  } catch (const Error&) {
+    // Then there is no way back to it; the new one is what counts.
+  }
+}
+
+bool Written_Since(const FormerPoint& kept) {
+  return !Place_Of(markOfSnapshot) || Mark_Here().state != markOfSnapshot.state ||
+         !Same_Name(Tbl.DBGrid1.Caption, kept.openTable);
+}
+
+void Put_Former_Back(const FormerPoint& kept) {
+  const int number = Own_Number();
+  try {
+    if (!pending.user.isEmpty()) Write_Pending_Snapshot();  // the user's table is brought up to date all the same
+    if (kept.pending.snapshot) {
+      QFile::remove(Stamp_File(number));
+    } else if (kept.enabled) {
+      Kill_Quietly(Snapshot_File());
+      File_Rename(Former_File(number), Snapshot_File());
+      Replace_File(Stamp_File(number), kept.stamp);
+    }
+    pending = kept.pending;
+    userOfSnapshot = kept.user;
+    markOfSnapshot = kept.mark;
+    kept.enabled ? Arm_Undo(kept.caption) : Disarm_Undo();
+  } catch (const Error&) {
+    Forget_Snapshot();
+  }
+}
+
+}  // namespace
+
+UndoPoint::UndoPoint(const QString& caption) {
+  Keep_Former_Point();
+  Undo_Point(caption);
+  if (formerPoint) formerPoint->openTable = Tbl.DBGrid1.Caption;
+}
+
+UndoPoint::~UndoPoint() {
+  if (!formerPoint) return;
+  const FormerPoint kept = *std::exchange(formerPoint, std::nullopt);
+  if (Written_Since(kept))
+    Kill_Quietly(Former_File(Own_Number()));
+  else
+    Put_Former_Back(kept);
+}
+
 void table_file::Forget_Snapshot() {
+  formerPoint.reset();
   userOfSnapshot.clear();
   markOfSnapshot = {};
+  pending = {};
   Disarm_Undo();
 }
 
 void Clear_Work_Files() {
-  static const QRegularExpression pattern(QStringLiteral("^TEMP_([0-9]{1,3})\\.(MDB|stamp|lock)$"),
+  static const QRegularExpression pattern(QStringLiteral("^TEMP_([0-9]{1,3})\\.(MDB|stamp|vorher|lock)$"),
                                           QRegularExpression::CaseInsensitiveOption);
   Clear_Stale_Asides(ProgramFolder);
   for (const QString& path : Find_Files(ProgramFolder, snapshotBase + QStringLiteral("_*"))) {

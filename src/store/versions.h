@@ -4,6 +4,8 @@
 #include <QString>
 #include <vector>
 
+#include "platform/database.h"
+
 // Earlier states of the open map's table: dated copies, kept in the program folder at every opening where something has
 // changed since the last one.
 
@@ -22,28 +24,14 @@ QList<TableVersion> Table_Versions();  // of the open table, the newest first; w
 // Which of the times, the newest first, go by that rule.
 QList<int> Versions_To_Drop(const QList<QDateTime>& times, const QDateTime& now);
 
-// How an entry of a version stands to the table of now.
-enum class VersionEntry { Gone, Changed };
-struct VersionDifference {
-  qint64 key = 0;  // of its row, in the version
-  VersionEntry how = VersionEntry::Gone;
-  QString name;  // for the user: "Fläche: Moor"
-};
-struct VersionDifferences {
-  std::vector<VersionDifference> entries;  // gone or changed since, in the order of the version
-  int added = 0;                           // entries of now that it has not
-};
-// Raises what the database raises.
-VersionDifferences Differences_To(const TableVersion& version);
+// Is the open table in the same state, so that nothing has to be compared? False where that cannot be told.
+bool Holds_Same_As_Now(Database& version);
 
 // The whole table goes back to the version, as one step; the user's table keeps its name. False if it could not be
 // written; that was told.
 bool Take_Version(const TableVersion& version);
-// These entries alone, as one step: changed ones as they were, those that are gone at the end of the table, each with
-// its vertices. Raises what the database raises; nothing is changed then. The number of entries taken.
-int Take_Entries(const TableVersion& version, const QList<qint64>& keys);
 
-// Megabytes for the versions of one table; 0: none are kept.
+// Megabytes for the versions of one table; 0: none are kept. A file that cannot be read or is none: the default.
 inline constexpr int defaultVersionRoom = 200, mostVersionRoom = 10000;
-int Version_Room();
+int Version_Room();  // as it is set
 void Set_Version_Room(int megabytes);  // errors of the file are told

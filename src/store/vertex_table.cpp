@@ -130,9 +130,8 @@ void Write_Vertices(const QString& name, const std::vector<QPoint>& points) {
   });
 }
 
-const std::vector<QPoint>& Load_Vertices(const QString& name) {
-  static std::vector<QPoint> vertices;
-  vertices.clear();
+std::vector<QPoint> Load_Vertices(const QString& name) {
+  std::vector<QPoint> vertices;
   if (!dbEntries || name.isEmpty()) return vertices;
   try {
     const std::vector<Database::PointRow>* rows = dbEntries->Points(name);

@@ -23,7 +23,6 @@ void Write_Vertices(const QString& name, const std::vector<QPoint>& points);  //
 bool Drop_Vertex_Table(const QString& name);
 // The same for many, by their names in small letters.
 void Drop_Vertex_Tables(const QSet<QString>& lowerNames);
-// All vertices up to the stop mark (xf below -15000). A missing or damaged table has none. The reference lasts until
-// the next call.
-const std::vector<QPoint>& Load_Vertices(const QString& name);
+// All vertices up to the stop mark (xf below -15000). A missing or damaged table has none.
+std::vector<QPoint> Load_Vertices(const QString& name);
 inline constexpr int stopMark = -16000, stopLimit = -15000;

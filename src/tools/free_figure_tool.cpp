@@ -26,7 +26,7 @@ class FreeFigureTool final : public MapTool {
   void Press(QPoint window, MouseKeys) override {
     if (!In_View(window)) return;
     const QPoint at = On_Map(window);
-    if (vertices.empty() || vertices.back() != at) vertices.push_back(at);
+    if (vertices.All().empty() || vertices.All().back() != at) vertices.Add(at);
     pointer = at;
   }
   void Move(QPoint window, bool) override { pointer = On_Map(window); }
@@ -37,18 +37,19 @@ class FreeFigureTool final : public MapTool {
   }
   bool Key(int key, MouseKeys) override {
     if (key == Qt::Key_Backspace) {
-      if (!vertices.empty()) vertices.pop_back();
+      vertices.Take_Back();
       return true;
     }
     if (key != Qt::Key_Return && key != Qt::Key_Enter) return false;
     Finish();
     return true;
   }
+  DrawnPoints* Points() override { return &vertices; }
   OverPaint Paint_Over() const override {
-    if (vertices.empty()) return {};
+    if (vertices.All().empty()) return {};
     std::vector<QPointF> shown;
-    for (const QPoint& vertex : vertices) shown.emplace_back(On_Window(vertex));
-    if (vertices.back() != pointer) shown.emplace_back(On_Window(pointer));
+    for (const QPoint& vertex : vertices.All()) shown.emplace_back(On_Window(vertex));
+    if (vertices.All().back() != pointer) shown.emplace_back(On_Window(pointer));
     const EntryKind kind = NextShape.rounded ? EntryKind::FreeFigureRound : EntryKind::FreeFigure;
     return Dashed(Figure_Outline(kind, {}, 0, shown));
   }
@@ -56,12 +57,12 @@ class FreeFigureTool final : public MapTool {
  private:
   // Too few points: the tool stays, so that the missing ones can be set.
   void Finish() {
-    const std::vector<QPoint> drawn = vertices;
+    const std::vector<QPoint> drawn = vertices.All();
     if (drawn.size() >= fewestVertices) End_Map_Tool();
     Add_Free_Figure(drawn, NextShape.rounded);
   }
 
-  std::vector<QPoint> vertices;  // map pixels
+  DrawnPoints vertices;
   QPoint pointer;
 };
 

@@ -63,6 +63,11 @@ void Drop_Map_Tool() {
 // The state may have been made anew under a tool: it is none any more, and whoever it would tell may be gone.
 MapTool* Map_Tool_In_Use() { return inUse && inUse->Name() == Map.Tool ? inUse.get() : nullptr; }
 
+DrawnPoints* Points_Being_Drawn() {
+  MapTool* tool = Map_Tool_In_Use();
+  return tool ? tool->Points() : nullptr;
+}
+
 void Lay_Tool_Over(std::unique_ptr<MapTool> tool) {
   over = std::move(tool);
   Map.ToolOver = over->Name();

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/surface.h"
+#include "tools/drawn_points.h"
 
 // The one way to wait for the mouse on the map. There is always a tool: the hand (tools/hand_tool) takes, drags and
 // marks entries, and every other one takes its place while it is in use: text, line, figure, foot point, measuring,
@@ -78,6 +79,8 @@ class MapTool {
   }
   // Esc. True if the tool has dealt with it, false: it is dropped.
   virtual bool Escape() { return false; }
+  // The points it was given, where taking back a step means them: nullptr if it means the table.
+  virtual DrawnPoints* Points() { return nullptr; }
   // What is drawn over the map; asked after each of the calls above and after a redraw.
   virtual OverPaint Paint_Over() const { return {}; }
   // The tool goes without being finished: Esc, another tool, another entry in hand, the map is closed.
@@ -94,6 +97,8 @@ void End_Map_Tool();
 void Drop_Map_Tool();
 // nullptr while the hand has the mouse.
 MapTool* Map_Tool_In_Use();
+// Of the tool in use, if it has any.
+DrawnPoints* Points_Being_Drawn();
 // Its button: comes into use, or is dropped if the tool of that name is in use. True if it is in use now.
 bool Toggle_Map_Tool(std::unique_ptr<MapTool> tool);
 

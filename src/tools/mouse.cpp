@@ -1,6 +1,7 @@
 #include "tools/mouse.h"
 
 #include <qnamespace.h>
+#include <optional>
 #include <utility>
 
 #include "hand/hand_texts.h"
@@ -11,6 +12,7 @@
 #include "state/map_state.h"
 #include "state/mdi_state.h"
 #include "state/on_reset.h"
+#include "state/step.h"
 #include "tools/hand_tool.h"
 #include "view/cursor_coordinates.h"
 
@@ -110,6 +112,10 @@ void Map_Double_Click(QPoint window) {
 
 bool Map_Key(int key, MouseKeys keys) {
   if (!frmMDI.MapOpen) return false;
+  // A key that is held comes again and again.
+  std::optional<UndoStep> held;
+  if (key >= Qt::Key_Left && key <= Qt::Key_Down)
+    held.emplace(UndoStep::Gesture{QStringLiteral("Pfeil ") + Map.InHand});
   const auto tool = Tool_To_Ask();
   if (key == Qt::Key_Escape) return Escape(*tool);
   if (tool->Key(key, keys)) return true;

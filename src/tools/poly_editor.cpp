@@ -70,14 +70,14 @@ void PolyEditor::Press(QPoint window, [[maybe_unused]] MouseKeys keys) {
   mouse = window;
   const QPoint at(std::clamp(Map_X(window.x()), stopLimit, farthest),
                   std::clamp(Map_Y(window.y()), stopLimit, farthest));
-  if (!points.empty() && points.back() == at) return;
-  points.push_back(at);
+  if (!points.All().empty() && points.All().back() == at) return;
+  points.Add(at);
   Scroll_From_Edge(window);
 }
 
 void PolyEditor::Move(QPoint window, [[maybe_unused]] bool leftDown) {
   mouse = window;
-  if (!points.empty()) events.HandChanged.Emit();
+  if (points.Can_Take_Back()) events.HandChanged.Emit();
 }
 
 void PolyEditor::Double_Click([[maybe_unused]] QPoint window) { Finish(); }
@@ -90,8 +90,7 @@ bool PolyEditor::Right_Click([[maybe_unused]] QPoint window) {
 bool PolyEditor::Key(int key, [[maybe_unused]] MouseKeys keys) {
   switch (key) {
     case Qt::Key_Backspace:
-      if (!points.empty()) points.pop_back();
-      events.HandChanged.Emit();
+      points.Take_Back();
       return true;
     case Qt::Key_Return:
     case Qt::Key_Enter:
@@ -104,10 +103,11 @@ bool PolyEditor::Key(int key, [[maybe_unused]] MouseKeys keys) {
 
 OverPaint PolyEditor::Paint_Over() const {
   QPainterPath path;
-  if (points.empty()) return {};
+  const std::vector<QPoint>& drawn = points.All();
+  if (drawn.empty()) return {};
   const auto at = [](QPoint map) { return QPointF(Window_X(map.x()), Window_Y(map.y())); };
-  path.moveTo(at(points.front()));
-  for (size_t i = 1; i < points.size(); ++i) path.lineTo(at(points[i]));
+  path.moveTo(at(drawn.front()));
+  for (size_t i = 1; i < drawn.size(); ++i) path.lineTo(at(drawn[i]));
   path.lineTo(mouse);
   if (kind == Kind::Area) path.closeSubpath();
   return Dashed(path);
@@ -116,9 +116,10 @@ OverPaint PolyEditor::Paint_Over() const {
 // Too few vertices make nothing. What cannot be written stays in the hand, to be tried again or dropped.
 void PolyEditor::Finish() {
   const int slip = qRound(slipReach * static_cast<double>(Map.Zoom));
-  if (points.size() > 1 && (points.back() - points[points.size() - 2]).manhattanLength() <= slip) points.pop_back();
-  const bool enough = points.size() >= Least(kind);
-  if (enough && !Append_Poly(kind, points, Status().section(u':', 0, 0))) return;
+  std::vector<QPoint> drawn = points.All();
+  if (drawn.size() > 1 && (drawn.back() - drawn[drawn.size() - 2]).manhattanLength() <= slip) drawn.pop_back();
+  const bool enough = drawn.size() >= Least(kind);
+  if (enough && !Append_Poly(kind, drawn, Status().section(u':', 0, 0))) return;
   End_Map_Tool();
   if (!enough) return;
   Show_Changed_Entries();

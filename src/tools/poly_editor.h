@@ -4,9 +4,10 @@
 
 #include "tools/map_tool.h"
 
-// Drawing a line or area point by point. A left click sets a vertex, Backspace takes the last one back; a double click,
-// the right button or Enter ends, Esc drops. The vertices are kept in map pixels: the map can be scrolled and zoomed
-// meanwhile. The entry is written at the end, row and vertices in one transaction, and comes into hand.
+// Drawing a line or area point by point. A left click sets a vertex, Backspace or taking back a step takes the last
+// one back; a double click, the right button or Enter ends, Esc drops. The vertices are kept in map pixels: the map can
+// be scrolled and zoomed meanwhile. The entry is written at the end, row and vertices in one transaction, and comes
+// into hand.
 class PolyEditor final : public MapTool {
  public:
   enum class Kind { Line, Area };
@@ -19,14 +20,15 @@ class PolyEditor final : public MapTool {
   void Double_Click(QPoint window) override;
   bool Right_Click(QPoint window) override;
   bool Key(int key, MouseKeys keys) override;
+  DrawnPoints* Points() override { return &points; }
   OverPaint Paint_Over() const override;
 
  private:
   void Finish();
 
   Kind kind;
-  std::vector<QPoint> points;  // map pixels
-  QPoint mouse;                // window pixels
+  DrawnPoints points;
+  QPoint mouse;  // window pixels
 };
 
 // Starts it, or drops it if it is in use. No area is begun when 1000 are there; that is told.

@@ -43,8 +43,8 @@ bool EntryPainter::Is_Shown(const PaintedRow& row, bool northArrow) {
   return true;
 }
 
-const std::vector<QPoint>& EntryPainter::Vertices_Of(const QString& table) {
-  const std::vector<QPoint>& vertices = Load_Vertices(table);
+std::vector<QPoint> EntryPainter::Vertices_Of(const QString& table) {
+  std::vector<QPoint> vertices = Load_Vertices(table);
   if (vertices.empty() && !dbEntries->HasTable(table)) lostTable = table;
   return vertices;
 }
@@ -109,8 +109,7 @@ bool EntryPainter::Read_Place(const Recordset& rows, PaintedRow& row) const {
   row.at = view.Point(QPoint(x, y));
   row.xLine = number(column::Xline);
   // Lines and areas keep their width and style where others keep the foot point.
-  if (row.xLine > 0 && !row.type.IsPolygon())
-    row.foot = view.Point(QPoint(row.xLine, number(column::Yline)));
+  if (row.xLine > 0 && !row.type.IsPolygon()) row.foot = view.Point(QPoint(row.xLine, number(column::Yline)));
   return true;
 }
 
@@ -159,9 +158,8 @@ void EntryPainter::Draw_Picture_Row(const Recordset& rows, const PaintedRow& row
 
 void EntryPainter::Draw_Shape_Row(const Recordset& rows, const PaintedRow& row) {
   const EntryRow entry = Read_Entry(rows);
-  static const std::vector<QPoint> none;
-  const std::vector<QPoint>& vertices =
-      row.type.IsFreeFigure() ? Vertices_Of(EntryId::Parse(entry.ID).TableName()) : none;
+  std::vector<QPoint> vertices;
+  if (row.type.IsFreeFigure()) vertices = Vertices_Of(EntryId::Parse(entry.ID).TableName());
   const FigureShown shown = Draw_Figure(pass.context, entry, row.type.Kind(), vertices, row.colors);
   if (shown.drawn) pass.Add_Region(row, shown.box, shown.region);
 }

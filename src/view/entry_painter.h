@@ -27,7 +27,7 @@ class EntryPainter {
   void Draw_Scale_Row(Recordset& rows, const PaintedRow& row);
   void Draw_North_Arrow_Row(const Recordset& rows, const PaintedRow& row);
   QRgb Color(qint64 number) const;
-  const std::vector<QPoint>& Vertices_Of(const QString& table);
+  std::vector<QPoint> Vertices_Of(const QString& table);
 
   DrawPass pass;
   TextPainter texts;

@@ -1,9 +1,11 @@
 #include "edit/marks.h"
 #include "edit/move.h"
 #include "edit/order.h"
+#include "edit/search_replace.h"
+#include "edit/sql_query.h"
 #include "edit/visibility.h"
-#include "store/columns.h"
 #include "support/bulk_fixture.h"
+#include "support/refused_writes.h"
 #include "tools/assign.h"
 
 namespace {
@@ -17,7 +19,7 @@ class Undo : public BulkTest {
   }
   void Fill() {
     for (int i = 0; i < 6; ++i) {
-      Add_Text(QStringLiteral("Ort %1").arg(i), Below(600), Below(400), i % 4);
+      Add_Text(QString("Ort %1").arg(i), Below(600), Below(400), i % 4);
       Add(Make(20 + i % 4, QStringLiteral("Figur%1").arg(i + 1), "", Below(600), Below(400), 5 + Below(60),
                5 + Below(60)));
       Add_Polygon(QStringLiteral("Flaeche%1").arg(i), {{Below(300), 10}, {Below(300), 90}, {5, Below(90)}},
@@ -92,6 +94,43 @@ TEST_F(Undo, EveryChangeOfManyEntriesIsTakenBackWhole) {
     if (Entry_Count() < 15) Fill();
   }
   for (int which = 0; which < 9; ++which) EXPECT_GT(changed[which], 0) << "change " << which;
+}
+
+// An error, a stop, nothing to do: the menu must not promise to take back what did not happen, nor forget the last.
+TEST_F(Undo, WhatWroteNothingLeavesTheOfferAsItWas) {
+  Fill();
+  MessageScript script(MsgAnswer::Yes);
+  SearchState same;
+  same.search = same.replace = QStringList("Eintrag = Ort 1");
+  SqlState sql;
+  const QString refused = "Eintrag = 'Neuer Ort' AND Xmap = 10";
+  const std::pair<const char*, std::function<void()>> works[] = {
+      {"a stopped move",
+       [] {
+         const StopWorkAt second(2);
+         Move_Entries({5, 5});
+       }},
+      {"a refused move",
+       [&] {
+         Refuse_Rows(*dbEntries, refused);
+         Move_Entries({5, 5});
+       }},
+      {"the same text", [&] { EXPECT_EQ(Replace_All(same), 0); }},
+      {"no row", [&] { Apply_Sql(sql, "Update MapData set VG = 3 where ID = 'fehlt'"); }},
+      {"a failed statement", [&] {
+         Refuse_Rows(*dbEntries, refused);
+         Apply_Sql(sql, "Update MapData set Xmap = 10 where Eintrag = 'Neuer Ort'");
+       }}};
+  for (const auto& [name, work] : works) {
+    const QString before = Whole_Table().join(u'\n');
+    Undo_Point("Rückgängig: Vorher");
+    Add_Text("Neuer Ort", 5, 5);
+    work();
+    EXPECT_EQ(Menu("mnuReset").Caption, "Rückgängig: Vorher") << name;
+    ASSERT_TRUE(Menu("mnuReset").Enabled) << name;
+    Undo_Last();
+    EXPECT_EQ(Whole_Table().join(u'\n'), before) << name;
+  }
 }
 
 }  // namespace

@@ -40,6 +40,14 @@ QStringList Tracks(const GpsFile& file) {
 }
 QStringList Tracks(const QString& text) { return Tracks(Read_Pcx5(text)); }
 
+// All points of the tracks; the sample has a short route besides.
+std::vector<GpsPoint> Long_Tracks(const GpsFile& file) {
+  std::vector<GpsPoint> points;
+  for (const GpsTrack& track : file.tracks)
+    if (track.points.size() > 100) points.insert(points.end(), track.points.begin(), track.points.end());
+  return points;
+}
+
 class GpsFileTest : public FluraxTest {};
 
 }  // namespace
@@ -162,6 +170,20 @@ TEST(Pcx5Test, TracksBeginAtNamesAndBreaks) {
             (QStringList{u"A: 2"_s, u"B: 1"_s}));
 }
 
+// Files that were put together: what the first records say of their coordinates is said of the file.
+TEST(Pcx5Test, RecordsOfAnotherSystemAreRefused) {
+  const QString columns = u"H  IDNT   LATITUDE    LONGITUDE\n"_s;
+  const GpsFile file = Read_Pcx5(
+      u"I  PCX5\nM  G WGS 84\nU  UTM\nH  IDNT   Zne Eastng  Northng\nW  A      32U 643856 5510897\nU  LAT LON DEG\n"_s +
+      columns + u"W  B      N49.7330353 E011.0974638\nM  G Potsdam\nW  C      N49.7330353 E011.0974638\n"_s);
+  EXPECT_EQ(file.system, (GivenSystem{Kind::Utm, u"WGS-84"_s}));
+  ASSERT_EQ(file.waypoints.size(), 1U);
+  ASSERT_EQ(file.faults.size(), 2U);
+  EXPECT_EQ(Faults(file)[0],
+            u"8: \"B\" hat eine andere Art von Koordinaten oder ein anderes Kartendatum als die ersten "
+            "der Datei"_s);
+}
+
 TEST(GpxTest, ReadsBothVersionsAndWhatIsMissing) {
   const GpsFile file = Read_Gpx(
       uR"(<?xml version="1.0" encoding="windows-1252"?>
@@ -211,6 +233,16 @@ TEST_F(GpsFileTest, CodingsZipsAndWhatIsNone) {
   const QByteArray packed = zip.Bytes();
   EXPECT_EQ(Read_Gps_File(Put(u"p.zip"_s, packed)).waypoints.size(), 1U);
   EXPECT_EQ(Error_Of([&] { Read_Gps_File(Put(u"k.zip"_s, packed.left(packed.size() / 2))); }), 5000);
+  // "<gpx><wpt lat='49' lon='11'><name>Ä</name></wpt></gpx>" by gzip, whatever the file is called.
+  const QByteArray gzip = QByteArray::fromBase64(
+      "H4sIAAAAAAACA7NJL6iwsykvKFHISSyxVTexVFfIyc+zVTc0VLezyUvMTbU73GKjD2bY6AOVAUmQDgDQXiBZNwAAAA==");
+  for (const auto& name : {u"g.gpx.gz"_s, u"g.gz"_s, u"g.gpx"_s}) {
+    const GpsFile file = Read_Gps_File(Put(name, gzip));
+    ASSERT_EQ(file.waypoints.size(), 1U) << name;
+    EXPECT_EQ(file.waypoints[0].name, u"Ä"_s);
+  }
+  for (const QByteArray& bad : {gzip.chopped(9), gzip.left(30) + gzip.mid(31), gzip.left(11), gzip.left(3)})
+    EXPECT_EQ(Error_Of([&] { Read_Gps_File(Put(u"k.gpx.gz"_s, bad)); }), 5000);
   for (const QByteArray& none : {QByteArray(), QByteArray(" \r\n"), QByteArray(3000, '\1'), QByteArray("PK\3\4halb"),
                                  QByteArray("\x89PNG\r\n\x1a\n\0\0\0\rIHDR\0\0\0\1\0\0\0\1\10\2\0\0\0", 29)})
     EXPECT_EQ(Error_Of([&] { Read_Gps_File(Put(u"n.gpx"_s, none)); }), 5000) << none.toHex().left(20).toStdString();
@@ -225,8 +257,45 @@ TEST_F(GpsFileTest, CodingsZipsAndWhatIsNone) {
   EXPECT_EQ(wide.waypoints[0].name, u"Ä"_s);
 }
 
+// What the guest itself writes of the sample comes back: no point is lost on the way.
 TEST_F(GpsFileTest, OtherFormatsGoThroughTheGuest) {
   ASSERT_TRUE(Has_Babel()) << "gpsbabel is not installed";
+  const QString sample = samples + u"exkursion.gpx"_s;
+  struct Format {
+    QString written, ending;
+    size_t waypoints, trackPoints;
+    QString name, track;  // one of each, "" where the format has none
+  };
+  const QString place = u"Jägersburg"_s, way = u"Höhenweg Lange Meile"_s;
+  const std::vector<GpsPoint> wanted = Long_Tracks(Read_Gps_File(sample));
+  for (const Format& each : {Format{u"kml,points=0"_s, u"kml"_s, 60, 600, place, {}},
+                             {u"gdb"_s, u"gdb"_s, 60, 600, place, way},
+                             {u"gtrnctr"_s, u"tcx"_s, 0, 600, {}, {}},
+                             {u"garmin_fit"_s, u"fit"_s, 0, 600, {}, {}},
+                             {u"nmea,gprmc=0"_s, u"nmea"_s, 34, 600, u"Egglsh"_s, {}},
+                             {u"unicsv"_s, u"unicsv"_s, 60, 0, place, {}},
+                             {u"geo"_s, u"loc"_s, 60, 0, {}, {}}}) {
+    const QString path = Path(u"Gang, 1."_s + each.ending);
+    QStringList what = {u"-w"_s, u"-t"_s};
+    if (each.trackPoints == 0) what.removeLast();
+    Run_Tool(u"gpsbabel"_s,
+             what + QStringList{u"-i"_s, u"gpx"_s, u"-f"_s, sample, u"-o"_s, each.written, u"-F"_s, path});
+    const GpsFile file = Read_Gps_File(path);
+    const std::vector<GpsPoint> points = Long_Tracks(file);
+    EXPECT_EQ(points.size(), each.trackPoints) << each.ending;
+    EXPECT_GE(file.waypoints.size(), each.waypoints) << each.ending;
+    const auto named = [](const auto& all, const QString& name) {
+      return name.isEmpty() || std::any_of(all.begin(), all.end(), [&](const auto& one) { return one.name == name; });
+    };
+    EXPECT_TRUE(named(file.waypoints, each.name)) << each.ending << ' ' << file.waypoints.front().name;
+    EXPECT_TRUE(named(file.tracks, each.track)) << each.ending;
+    EXPECT_EQ(file.system, (GivenSystem{Kind::Geographic, u"WGS-84"_s}));
+    for (size_t i = 0; i < points.size() && i < wanted.size(); ++i)
+      EXPECT_LT(
+          std::max(std::fabs(points[i].place.x - wanted[i].place.x), std::fabs(points[i].place.y - wanted[i].place.y)),
+          1e-5)
+          << each.ending << ' ' << i << ": not where it was";
+  }
   const GpsFile kml = Read_Gps_File(Put(u"Orte,1.kml"_s, R"(<?xml version="1.0" encoding="UTF-8"?>
 <kml xmlns="http://www.opengis.net/kml/2.2"><Document><Placemark><name>Büg</name><description>Ort</description>
 <Point><coordinates>11.0384935,49.7418692,314</coordinates></Point></Placemark>
@@ -235,14 +304,30 @@ TEST_F(GpsFileTest, OtherFormatsGoThroughTheGuest) {
   ASSERT_EQ(kml.waypoints.size(), 1U);
   EXPECT_EQ(Shown(kml.waypoints[0], 5), u"Büg 11.03849 49.74187 Ort"_s);
   EXPECT_EQ(Tracks(kml), QStringList{u"Weg: 2"_s});
-  const GpsFile nmea = Read_Gps_File(Put(u"gang.log"_s,
-                                         "$GPGGA,080000,4943.982,N,01105.848,E,1,05,1.5,433.0,M,,,,*00\n"
-                                         "$GPRMC,080000,A,4943.982,N,01105.848,E,0.0,0.0,140526,,*1E\n"
-                                         "$GPRMC,080010,A,4943.990,N,01105.850,E,0.0,0.0,140526,,*17\n"));
-  EXPECT_EQ(nmea.system.datum, u"WGS-84"_s);
   EXPECT_EQ(Error_Of([&] { Read_Gps_File(Put(u"k.fit"_s, "kein FIT, nur Text")); }), guestFailed);
   EXPECT_EQ(Error_Of([&] { Babel_Device(u"garmin"_s, Path(u"kein-anschluss"_s)); }), guestFailed);
-  const StopWorkAt first(1);
-  const int answer = Error_Of([&] { Babel_Device(u"nmea"_s, Path(u"."_s)); });
-  EXPECT_TRUE(answer == guestCancelled || answer == guestFailed);
+}
+
+// In place of the real one: a device that keeps silent can be given up, one that tells what is wrong is quoted.
+TEST_F(GpsFileTest, ADeviceThatDoesNotAnswerIsGivenUp) {
+  const QString guest = Path(u"gpsbabel"_s);
+  ProgramFolder = folder.path();
+  const auto say = [&](const QByteArray& script) {
+    Put(u"gpsbabel"_s, "#!/bin/sh\n" + script + '\n');
+    QFile::setPermissions(guest, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+  };
+  say("exec sleep 600");
+  QElapsedTimer since;
+  since.start();
+  {
+    const StopWorkAt first(1);
+    EXPECT_EQ(Error_Of([] { Babel_Device(u"garmin"_s, u"usb:"_s); }), guestCancelled);
+  }
+  EXPECT_LT(since.elapsed(), 20'000);
+  say("echo 'GARMIN: Kein Anschluss' >&2; exit 1");
+  const QString told = Raised([] { Babel_Device(u"garmin"_s, u"usb:"_s); }).text;
+  EXPECT_TRUE(told.contains(u"'gpsbabel' ist mit einem Fehler beendet"_s) && told.endsWith(u"Kein Anschluss"_s))
+      << told;
+  say("exit 0");
+  EXPECT_TRUE(Raised([] { Babel_Device(u"garmin"_s, u"usb:"_s); }).text.contains(u"hat nichts geschrieben"_s));
 }

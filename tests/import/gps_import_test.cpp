@@ -1,9 +1,11 @@
 #include "import/gps_import.h"
 #include "import/gps_script.h"
+#include "import/import_report.h"
 #include "import/pcx5.h"
 #include "import/placing_question.h"
 #include "import/present_entries.h"
 #include "state/mdi_state.h"
+#include "store/history.h"
 #include "store/table_file.h"
 #include "store/vertex_table.h"
 #include "support/nets.h"
@@ -90,8 +92,9 @@ TEST_F(GpsImportTest, JudgesEveryWaypoint) {
   EXPECT_EQ(plan.counts.sameNameAndPosition, 1);
   EXPECT_EQ(
       Import_Summary(plan.counts),
-      u"14 Einträge wurden eingelesen, davon liegen außerhalb der Karte: 5\n2 liegen in einer anderen Zone, 2 sind in "
-      "der Karte schon vorhanden, 5 Einträge geeignet für den Import in die Karte"_s);
+      u"14 Einträge wurden eingelesen, davon liegen außerhalb der Karte:\n1 zu weit links im Westen, 1 zu weit rechts "
+      "im Osten, 2 zu weit oben im Norden, 1 zu weit unten im Süden\n2 liegen in einer anderen Zone, 2 sind in der "
+      "Karte schon vorhanden, 5 Einträge geeignet für den Import in die Karte"_s);
   EXPECT_EQ(Marks(Plan_Gps(file, GpsContent::Waypoints, PlacingWay::AsWritten, Existing::Taken))[8], QChar(252));
   // The same file once more, however its texts were written.
   for (const bool comment : {false, true}) {
@@ -158,6 +161,19 @@ TEST_F(GpsImportTest, StopsAndFailuresLeaveWhatWasTold) {
     EXPECT_TRUE(result.failed);
     EXPECT_EQ(result.imported, 0);
   }
+  EXPECT_EQ(Rows().size(), 10U);
+  EXPECT_EQ(Menu(u"mnuReset"_s).Caption, u"Rückgängig: Import"_s) << "of the ten that came";
+  Undo_Point(u"Rückgängig: Vorher"_s);
+  Append_Entry(Text(u"nachher"_s));
+  Import(Track_File({{u"Punkt"_s, {{7, 7}}}}), GpsContent::Tracks);
+  EXPECT_EQ(Menu(u"mnuReset"_s).Caption, u"Rückgängig: Vorher"_s) << "a single point is no line";
+  {
+    const GpsResult taken = Import(File({Waypoint(u"Neu"_s, 300, 200)}), GpsContent::Waypoints);
+    EXPECT_EQ(taken.imported, 1);
+    Go_To_Step(Step_Position() - 1);
+  }
+  EXPECT_EQ(Menu(u"mnuReset"_s).Caption, u"Rückgängig: Vorher"_s) << "taken back at once";
+  With_Box(u"wieder hergestellt"_s, Undo_Last);
   EXPECT_EQ(Rows().size(), 10U);
   const GpsPlan plan = Plan_Gps(file, GpsContent::Waypoints, PlacingWay::AsWritten);
   MessageScript messages{

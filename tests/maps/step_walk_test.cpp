@@ -1,17 +1,18 @@
 #include "maps/step_walk.h"
 
+#include <QCoreApplication>
+
 #include "edit/marks.h"
 #include "edit/order.h"
+#include "maps/command_look.h"
 #include "maps/commands.h"
 #include "maps/map_close.h"
 #include "platform/files.h"
+#include "state/run_guarded.h"
 #include "state/step.h"
-#include "state/table_state.h"
-#include "store/columns.h"
-#include "store/entry_edit.h"
-#include "store/file_names.h"
 #include "store/history.h"
 #include "support/bulk_fixture.h"
+#include "tools/poly_editor.h"
 
 // Strg+Z and what belongs to it, by the ways of a user.
 
@@ -188,6 +189,89 @@ TEST_F(StepWalk, TheNamedOperationAsksForLaterStepsAndComesBack) {
   EXPECT_EQ(Texts(), after);
   Step_Forward();
   EXPECT_EQ(Texts(), (QStringList{"Ort 0", "Ort 1", "Ort 2"}));
+}
+
+TEST_F(StepWalk, WhatWasLeftBehindIsClearedInTime) {
+  const QString me = QString::number(QCoreApplication::applicationPid()), gone = QStringLiteral("offen 999999999-1");
+  const struct {
+    QString run;
+    int days;
+    bool stays, staysWhereMuchLies;
+  } cases[] = {{"zu 1-1", 0, false, false}, {gone, 0, true, true},
+               {gone, 6, true, true},       {gone, 8, true, false},
+               {gone, 61, false, false},    {"", 59, true, false},
+               {"", 61, false, false},      {"offen " + me + "-1", 400, true, true}};
+  const auto name = [](int i) { return Program_File(QStringLiteral("Verlauf/Karte%1_0.verlauf").arg(i)); };
+  QDir().mkpath(Program_File("Verlauf"));
+  for (const bool much : {false, true}) {
+    for (int i = 0; i < static_cast<int>(std::size(cases)); ++i) {
+      const auto make = [&](const QString& path, const QByteArray& content, qint64 bytes) {
+        Replace_File(path, content);
+        QFile file(path);
+        ASSERT_TRUE(
+            file.open(QIODevice::ReadWrite) && file.resize(bytes) &&
+            file.setFileTime(QDateTime::currentDateTime().addDays(-cases[i].days), QFileDevice::FileModificationTime));
+      };
+      make(name(i), "x", much ? qint64{600} << 20 : 9);
+      if (!cases[i].run.isEmpty()) make(name(i) + ".lauf", cases[i].run.toUtf8(), cases[i].run.size());
+    }
+    Clear_Histories();
+    for (int i = 0; i < static_cast<int>(std::size(cases)); ++i)
+      EXPECT_EQ(QFile::exists(name(i)), much ? cases[i].staysWhereMuchLies : cases[i].stays) << i << much;
+  }
+}
+
+// What is being drawn is no step yet: going back means its last vertex, and the table only when there is none left.
+TEST_F(StepWalk, WhatIsBeingDrawnGoesBackVertexByVertex) {
+  Add_Text("vorher");
+  const int before = Step_Position();
+  const QStringList table = Whole_Table();
+  Poly_Editor(PolyEditor::Kind::Line);
+  for (const QPoint at : {QPoint(10, 10), QPoint(60, 10), QPoint(60, 60), QPoint(99, 99)}) Click(at);
+  EXPECT_EQ(Command_Text(*Find_Command("mnuStepBack")), "Rückgängig: Eckpunkt");
+  EXPECT_FALSE(Needs_Met(Needs::StepAhead));
+  Run_Command("mnuStepForward");
+  Run_Command("mnuStepBack");
+  Run_Command("mnuStepBack");
+  EXPECT_EQ(Points_Being_Drawn()->All().size(), 2u);
+  Run_Command("mnuStepForward");
+  EXPECT_EQ(Points_Being_Drawn()->All().back(), QPoint(60, 60));
+  EXPECT_EQ(Whole_Table(), table);
+  Map_Key(Qt::Key_Return, {});
+  EXPECT_EQ(Step_Position(), before + 1) << "the whole line is one step";
+  EXPECT_EQ(Entry_Count(), 2);
+  Run_Command("mnuStepBack");
+  EXPECT_EQ(Whole_Table(), table);
+  Poly_Editor(PolyEditor::Kind::Area);
+  Click({10, 10});
+  Run_Command("mnuStepBack");
+  EXPECT_EQ(Step_Position(), before);
+  Run_Command("mnuStepBack");
+  EXPECT_EQ(Step_Position(), before - 1) << "none is left";
+  EXPECT_EQ(Map_Tool_In_Use(), nullptr);
+}
+
+// A key held down comes as many events.
+TEST_F(StepWalk, AHeldKeyIsOneStep) {
+  const QString first = Add_Text("Moor", 100, 100), second = Add_Text("Ried", 200, 100);
+  const int before = Step_Position();
+  const auto hold = [](const QString& key) {
+    Take_Entry(key);
+    for (int i = 0; i < 5; ++i) Run_Guarded([] { Map_Key(Qt::Key_Right, {}); });
+  };
+  hold(first);
+  EXPECT_EQ(Step_Position(), before + 1);
+  EXPECT_EQ(Row(first).Xmap, 105);
+  hold(second);
+  EXPECT_EQ(Step_Position(), before + 2) << "another entry";
+  Step_Back();
+  Take_Entry(first);
+  Run_Guarded([] { Map_Key(Qt::Key_Right, {}); });
+  EXPECT_EQ(Step_Position(), before + 2) << "after a step back";
+  EXPECT_EQ(Row(first).Xmap, 106);
+  Step_Back();
+  Step_Back();
+  EXPECT_EQ(Row(first).Xmap, 100);
 }
 
 TEST_F(StepWalk, ManyStepsAheadAreNotDroppedWithoutAQuestion) {

@@ -1,9 +1,10 @@
 #include "store/versions.h"
 
+#include "edit/marks.h"
+#include "edit/order.h"
+#include "edit/table_edit.h"
 #include "maps/step_walk.h"
 #include "maps/version_look.h"
-#include "store/entry_edit.h"
-#include "store/file_names.h"
 #include "store/history.h"
 #include "support/bulk_fixture.h"
 
@@ -98,7 +99,7 @@ TEST_F(Versions, TellWhatHasChangedAndGiveItBack) {
   EXPECT_EQ(Map.canvas, drawn);
 
   const int steps = Step_Position();
-  EXPECT_TRUE(Take_Back_Entries(version, {all.entries[0].key, all.entries[1].key}));
+  EXPECT_TRUE(Take_Back_Entries(version, all.entries));
   EXPECT_EQ(Step_Position(), steps + 1);
   EXPECT_EQ(Row(deer).Eintrag, "Reh");
   EXPECT_EQ(Texts(), (QStringList{"Reh", "Otter", "Teich", "Moor"}));
@@ -115,6 +116,52 @@ TEST_F(Versions, TellWhatHasChangedAndGiveItBack) {
   EXPECT_EQ(Step_Position(), steps + 1);
   Step_Back();
   EXPECT_EQ(Whole_Table(), now);
+}
+
+// Marks and the order of the rows are no differences; one that got the key of an entry that is gone is not that entry.
+TEST_F(Versions, CompareEntriesNotRows) {
+  dbEntries->AddColumn("MapData", {"Zahl", FieldType::Text, 9});
+  rsEntries = dbEntries->OpenRecordset("MapData");
+  Make();
+  const QString badger = Add_Text("Dachs", 300, 300), last = Add_Text("Luchs", 400, 300);
+  QFile::remove(Table_Versions().front().file);
+  Keep_Version();
+  const TableVersion version = Table_Versions().front();
+  Go(deer);
+  Mark_Obj();
+  Go(last);
+  Delete_Entry(true);
+  // Its key is another entry's by now.
+  dbEntries->Execute(
+      QStringLiteral("Update MapData Set rowid = %1 Where rowid = %2").arg(last, Add_Text("Wolf", 20, 30)));
+  rsEntries->Requery();
+  Go(otter);
+  Order_Entry(-10);  // to the place before the first
+  Go(badger);
+  rsEntries->Edit();
+  rsEntries->Set(QStringLiteral("Zahl"), QStringLiteral("7"));
+  rsEntries->Update();
+
+  VersionComparison pieces;
+  pieces.Begin(version);
+  int calls = 1;
+  while (!pieces.Go_On(0)) ++calls;
+  EXPECT_GT(calls, 2) << "never longer than asked for";
+  const VersionDifferences all = pieces.Take();
+  ASSERT_EQ(all.entries.size(), 2u);
+  EXPECT_EQ(all.entries[0].name, "Text: Dachs");
+  EXPECT_EQ(all.entries[0].how, VersionEntry::Changed);
+  EXPECT_EQ(all.entries[1].name, "Text: Luchs");
+  EXPECT_EQ(all.entries[1].how, VersionEntry::Gone);
+  EXPECT_EQ(all.added, 1);
+  EXPECT_EQ(Take_Entries(version, all.entries), 2);
+  EXPECT_EQ(Texts(), (QStringList{"Otter", "Moor", "Reh", "Dachs", "Wolf", "Luchs"}));
+  rsEntries->SetBookmark(badger);
+  EXPECT_EQ(rsEntries->Text(u"Zahl"), "");
+  EXPECT_EQ(EntryType::Parse(Typ(deer)).mark, Mark::Last) << "marks stay";
+  const VersionDifferences none = Differences_To(version);
+  EXPECT_TRUE(none.entries.empty());
+  EXPECT_EQ(none.added, 1);
 }
 
 }  // namespace

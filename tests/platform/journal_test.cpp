@@ -4,7 +4,6 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "platform/database.h"
 #include "platform/fault_vfs.h"
 #include "platform/row_changes.h"
 
@@ -213,6 +212,21 @@ TEST_F(JournalTest, OpenCursorsFollowAWalk) {
   ASSERT_EQ(database->Points("Linie1")->at(0).x, 70);
   journal->Walk_To(journal->Count() - 1);
   EXPECT_EQ(database->Points("Linie1")->at(0).x, 0);
+  // So many writes later that not all rows of the step are remembered.
+  const QStringList ends{text(0), text(599)};
+  database->Execute("UPDATE MapData SET ID = 'alle'");
+  EXPECT_EQ(QStringList({text(0), text(599)}), QStringList({"alle", "alle"}));
+  journal->Walk_To(journal->Count() - 1);
+  const auto others = database->OpenRecordset("MapData");
+  database->BeginTrans();
+  for (int i = 0; i < 1000; ++i) {
+    others->MoveTo(600);
+    others->Edit();
+    others->Set(0, QString::number(i));
+    others->Update();
+  }
+  database->CommitTrans();
+  EXPECT_EQ(QStringList({text(0), text(599), text(600)}), ends + QStringList("999"));
 }
 
 TEST_F(JournalTest, AReplacedFileBecomesAStep) {

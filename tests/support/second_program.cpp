@@ -7,6 +7,9 @@
 #include "maps/program_start.h"
 #include "platform/files.h"
 #include "platform/message_box.h"
+#include "state/step.h"
+#include "store/history.h"
+#include "store/transaction.h"
 #include "support/table_fixture.h"
 
 namespace {
@@ -20,6 +23,40 @@ QString Texts_Of_Table() {
   return texts.mid(1).join(u' ');
 }
 
+// The number of entries, and a number that is another one when any row is.
+QString What_It_Holds() {
+  size_t all = 0;
+  for (const EntryRow& row : Rows_Of(*dbEntries)) all = qHashMulti(all, row.ID, row.Eintrag, row.Xmap, row.Typ);
+  return QStringLiteral("%1:%2").arg(Entry_Count()).arg(all);
+}
+
+QString What_It_Held() {
+  const int here = Step_Position();
+  QStringList all;
+  for (int step = 0; step <= Step_Count(); ++step) {
+    if (step != Step_Position()) Go_To_Step(step);
+    all += What_It_Holds();
+  }
+  if (here != Step_Position()) Go_To_Step(here);
+  return all.join(u' ');
+}
+
+void Change(const QString& order, const QString& argument) {
+  const UndoStep step(order);
+  if (order == "viele") Undo_Point(QStringLiteral("Rückgängig: Import"));
+  In_Transaction([&] {
+    for (int i = 0; i < argument.toInt(); ++i) {
+      EntryRow row;
+      row.ID = QStringLiteral("Text");
+      row.Eintrag = QString::number(i);
+      Append_Entry(row);
+    }
+    if (order != "weg") return;
+    rsEntries->MoveLast();
+    if (rsEntries->Position() > 0) rsEntries->Delete();
+  });
+}
+
 QString Carry_Out(const QString& order, const QString& argument) {
   if (order == "oeffnen") {
     MapFile = argument;
@@ -31,8 +68,19 @@ QString Carry_Out(const QString& order, const QString& argument) {
     row.ID = QStringLiteral("Text");
     row.Eintrag = argument;
     Append_Entry(row);
+  } else if (order == "viele" || order == "weg") {
+    Change(order, argument);
+    return order;
+  } else if (order == "geh") {
+    Go_To_Step(argument.toInt());
+    return order;
+  } else if (order == "lage") {
+    return QStringLiteral("%1 %2 %3").arg(Step_Position()).arg(Step_Count()).arg(What_It_Holds());
+  } else if (order == "alle") {
+    return What_It_Held();
   } else if (order == "stand") {
     Undo_Point(QStringLiteral("Rückgängig: Ersetzen"));
+    Table_Idle();
   } else if (order == "zurueck") {
     Undo_Last();
   } else if (order == "beginn") {
@@ -57,8 +105,13 @@ SecondProgram::SecondProgram(const QString& programFolder) {
 
 SecondProgram::~SecondProgram() { Kill(); }
 
-QString SecondProgram::Do(const QString& order, const QString& argument) {
+void SecondProgram::Send(const QString& order, const QString& argument) {
   process.write((order + u'\t' + argument + u'\n').toUtf8());
+  process.waitForBytesWritten(longestWait);
+}
+
+QString SecondProgram::Do(const QString& order, const QString& argument) {
+  Send(order, argument);
   while (!process.canReadLine() && process.waitForReadyRead(longestWait)) {
   }
   EXPECT_TRUE(process.canReadLine()) << "no answer to " << order.toStdString();

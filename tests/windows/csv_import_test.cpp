@@ -45,7 +45,7 @@ TEST_F(CsvWindowTest, ShowsImportsAndOffersTheListOfTheRefused) {
   MessageScript messages{{"Dachs", MsgAnswer::No}, {"1 versetzt, 1 Zeilen", MsgAnswer::Yes}};
   Menu_Line("mnuImport")->trigger();
   EXPECT_EQ(Text_In(*dialog, "lblMsg"), "2 Karteneinträge wurden importiert.");
-  EXPECT_TRUE(Text_In(*dialog, "lblInfo").contains("'Einträge - Rückgängig: CSV-Import'."));
+  EXPECT_TRUE(Text_In(*dialog, "lblInfo").contains("'Einträge - Rückgängig: CSV - Import'."));
   rsEntries->MoveLast();
   EXPECT_EQ(rsEntries->Integer(column::Xmap), 107);
   EXPECT_TRUE(File_Exists(Path("Karte-CSV-Import.txt")));

@@ -1,7 +1,10 @@
 #include "windows/desktop/desktop_services.h"
 
+#include <QClipboard>
 #include <QMessageBox>
+#include <QMimeData>
 #include <QProgressDialog>
+#include <QTextEdit>
 
 #include "windows/desktop/desktop_dialogs.h"
 #include "windows/dialog_parts.h"
@@ -103,6 +106,19 @@ TEST(DesktopFileDialogTest, CancelGivesNothingAndSaveAddsTheEnding) {
   EXPECT_FALSE(Desktop_File_Dialog(request).has_value());
   When_Shown([](QWidget& dialog) { QMetaObject::invokeMethod(&dialog, "accept"); });
   EXPECT_EQ(Desktop_File_Dialog(request).value_or(QString()), folder.path() + "/Leere_Karte.BMP");
+}
+
+// An owner that has gone leaves a clipboard that offers nothing: pasting it would end the program.
+TEST(DesktopClipboardTest, NothingIsPastedFromAnEmptyOne) {
+  QGuiApplication::clipboard()->setMimeData(new QMimeData);
+  QPlainTextEdit plain;
+  QTextEdit rich;
+  for (QWidget* edit : {static_cast<QWidget*>(&plain), static_cast<QWidget*>(&rich)})
+    QTest::keySequence(edit, QKeySequence::Paste);
+  EXPECT_EQ(plain.toPlainText() + rich.toPlainText(), "");
+  QGuiApplication::clipboard()->setText("Moor");
+  QTest::keySequence(&plain, QKeySequence::Paste);
+  EXPECT_EQ(plain.toPlainText(), "Moor");
 }
 
 TEST(DesktopInputBoxTest, ProposalIsTakenOrTheInputCancelled) {

@@ -45,7 +45,8 @@ TEST_F(DigiTest, AClickASliderAnArea) {
   const EntryRow row = Last_Row();
   EXPECT_EQ(row.ID, QStringLiteral("Flaeche0"));
   EXPECT_EQ(row.Typ, 4);
-  EXPECT_EQ(QPolygon(QList<QPoint>(Load_Vertices(row.ID).begin(), Load_Vertices(row.ID).end())).boundingRect(),
+  const std::vector<QPoint> vertices = Load_Vertices(row.ID);
+  EXPECT_EQ(QPolygon(QList<QPoint>(vertices.begin(), vertices.end())).boundingRect(),
             QRect(QPoint(60, 50), QPoint(180, 130)));
   // The next one at once, with the same settings, also in another window.
   Click(64, 54);

@@ -70,6 +70,8 @@ TEST_F(ImportWindowTest, FiltersMarksChangesAndAdds) {
   Fill(dialog, "chkChange", true);
   EXPECT_EQ(Text_In(dialog, "chkChange"), "importierte Einträge &verändern:");
   Part<QComboBox>(dialog, "cmbChange")->setEditText("VG= 9");
+  Q_EMIT Part<QComboBox>(dialog, "cmbChange")->lineEdit()->editingFinished();
+  EXPECT_EQ(Text_In(dialog, "lblFilter"), "keine Bedingung\nimportierten Eintrag verändern: VG= 9");
   With_Box("1  Einträge wurden importiert.", [&] { Press(dialog, "btnAdd"); });
   EXPECT_EQ(Texts(), QStringList("Biber 2"));
   EXPECT_EQ(Rows_Of(*dbEntries).back().VG, 9);

@@ -2,6 +2,7 @@
 
 #include "state/events.h"
 #include "state/table_state.h"
+#include "store/versions.h"
 #include "windows/store/frmReplace.h"
 #include "windows/store/tbl_window.h"
 #include "windows/window_fixture.h"
@@ -51,6 +52,39 @@ TEST_F(QueryWindowsTest, SelectionIsShownAndTaken) {
   MessageScript script("Karteneinträge wieder hergestellt.");
   Choose("mnuReset");
   EXPECT_EQ(Entry_Count(), 3);
+}
+
+TEST_F(QueryWindowsTest, FormerStatesTellTheirDifferencesAndGiveBack) {
+  Keep_Version();
+  rsEntries->MoveTo(1);
+  rsEntries->Delete();
+  When_Shown([](QWidget& dialog) {
+    auto* list = Part<QListWidget>(dialog, "lstStaende");
+    const auto line_becomes = [list](const QString& end) {
+      EXPECT_TRUE(QTest::qWaitFor([&] { return list->item(0)->text().endsWith(end); })) << end.toStdString();
+    };
+    line_becomes("1 gelöscht, 0 geändert, 0 neu");
+    auto* entries = Part<QListWidget>(dialog, "lstEintraege");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return entries->count() == 1; }));
+    EXPECT_EQ(entries->item(0)->text(), "gelöscht   Text: Ahorn");
+    EXPECT_FALSE(Is_Enabled(dialog, "btnTakeSome"));
+    entries->item(0)->setCheckState(Qt::Checked);
+    Press(dialog, "btnTakeSome");
+    line_becomes("wie jetzt");
+    EXPECT_EQ(Entry_Count(), 3);
+    Fill(dialog, "numPlatz", 50);
+    Press(dialog, "btnClose");
+  });
+  Choose("mnuStaende");
+  Set_Version_Room(70);
+  When_Shown([](QWidget& dialog) {
+    EXPECT_EQ(Part<QSpinBox>(dialog, "numPlatz")->value(), 70);
+    Fill(dialog, "numPlatz", 0);
+    Press(dialog, "cmdApply");
+    Press(dialog, "cmdCancel");
+  });
+  Choose("mnuOptionen");
+  EXPECT_EQ(Version_Room(), 0);
 }
 
 TEST_F(QueryWindowsTest, LeavingASelectionPutsTheNameOfTheTableBack) {

@@ -4,6 +4,7 @@
 #include <QDialog>
 #include <QEvent>
 #include <QLayout>
+#include <QMenuBar>
 #include <QShortcut>
 #include <QTimer>
 
@@ -44,10 +45,28 @@ class DialogManners : public QObject {
 }  // namespace
 
 void Prepare_Dialog(QDialog& dialog, const QString& helpPage) {
+  Prepare_Dialog(dialog, [helpPage] { return helpPage; });
+}
+
+void Prepare_Dialog(QDialog& dialog, std::function<QString()> helpPage) {
   dialog.setWindowFlag(Qt::WindowContextHelpButtonHint, false);
   // Only its own main window is blocked, so that the help can be read meanwhile.
   dialog.setWindowModality(dialog.parentWidget() ? Qt::WindowModal : Qt::ApplicationModal);
   dialog.installEventFilter(new DialogManners(&dialog));
   auto* help = new QShortcut(QKeySequence(Qt::Key_F1), &dialog);
-  QObject::connect(help, &QShortcut::activated, &dialog, [&dialog, helpPage] { Show_Help(&dialog, helpPage); });
+  QObject::connect(help, &QShortcut::activated, &dialog,
+                   [&dialog, page = std::move(helpPage)] { Show_Help(&dialog, page()); });
+}
+
+void Give_Menu_Bar(QDialog& dialog, const std::vector<DialogMenuLine>& lines) {
+  auto* bar = new QMenuBar(&dialog);
+  bar->setNativeMenuBar(false);
+  for (const DialogMenuLine& line : lines) {
+    QAction* action = bar->addAction(line.caption);
+    action->setObjectName(QLatin1String(line.name));
+    action->setShortcut(line.key);
+    QObject::connect(action, &QAction::triggered, &dialog, line.work);
+    dialog.addAction(action);
+  }
+  dialog.layout()->setMenuBar(bar);
 }

@@ -25,6 +25,7 @@ void Install_Desktop_Services() {
 
 void Prepare_Application(QApplication& application) {
   Load_Icons();
+  Guard_Pasting(application);
   QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
   auto* translator = new QTranslator(&application);
   if (translator->load(QStringLiteral("qtbase_de"), QLibraryInfo::path(QLibraryInfo::TranslationsPath)))

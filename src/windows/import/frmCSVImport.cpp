@@ -3,7 +3,6 @@
 #include <QFileInfo>
 #include <QHeaderView>
 #include <QIntValidator>
-#include <QMenuBar>
 #include <QTableWidget>
 
 #include "import/csv_place.h"
@@ -59,24 +58,17 @@ FrmCSVImport::FrmCSVImport(QWidget* parent) : QDialog(parent), ui(std::make_uniq
 FrmCSVImport::~FrmCSVImport() { events.MapClosed.Disconnect(closedListener); }
 
 void FrmCSVImport::Make_Menus() {
-  auto* bar = new QMenuBar(this);
-  bar->setNativeMenuBar(false);
-  const auto add = [&](const char* name, const QString& caption, const QKeySequence& key, auto work) {
-    QAction* action = bar->addAction(caption);
-    action->setObjectName(QLatin1String(name));
-    action->setShortcut(key);
-    connect(action, &QAction::triggered, this, work);
-    addAction(action);
+  const auto openChosen = [this] {
+    if (const QString path = Choose_Csv(); !path.isEmpty()) Open_File(path);
   };
-  add("mnuOpenFile", QStringLiteral("Ö&ffnen"), QKeySequence::Open, [this] { Run_Guarded([this] { Open_File(); }); });
-  add("mnuImport", QStringLiteral("&Importieren"), {}, [this] { Run_Guarded([this] { Import(); }); });
-  add("mnuHelp", QStringLiteral("&Hilfe"), {}, [this] { Show_Help(this, helpPage); });
-  layout()->setMenuBar(bar);
+  Give_Menu_Bar(
+      *this,
+      {{"mnuOpenFile", QStringLiteral("Ö&ffnen"), QKeySequence::Open, [=, this] { Run_Guarded(openChosen); }},
+       {"mnuImport", QStringLiteral("&Importieren"), {}, [this] { Run_Guarded([this] { Import(); }); }},
+       {"mnuHelp", QStringLiteral("&Hilfe"), {}, [this] { Show_Help(this, helpPage); }}});
 }
 
-void FrmCSVImport::Open_File() {
-  const QString path = Choose_Csv();
-  if (path.isEmpty()) return;
+void FrmCSVImport::Open_File(const QString& path) {
   Forget_Table();
   ui->lblFileName->setText(path);
   setWindowTitle(windowWords + QFileInfo(path).fileName());
@@ -144,7 +136,7 @@ void FrmCSVImport::Import() {
   Forget_Table();  // a second time would put every entry on the map twice
   ui->lblInfo->setText(
       QStringLiteral("%1 versetzt, %2 Zeilen abgelehnt, %3 ohne Text übergangen.\nImportierte Einträge löschen: "
-                     "'Einträge - Rückgängig: CSV-Import'.")
+                     "'Einträge - Rückgängig: CSV - Import'.")
           .arg(QString::number(result.shifted), QString::number(result.refused.size()),
                QString::number(imported.skipped)));
   ui->lblMsg->setText(QString::number(result.imported) + QStringLiteral(" Karteneinträge wurden importiert."));
@@ -167,14 +159,16 @@ void FrmCSVImport::Offer_Report(const CsvTable& imported, const CsvResult& resul
   }
 }
 
-void Show_frmCSVImport(QWidget* parent) {
-  // One is enough.
-  if (auto* open = parent->findChild<FrmCSVImport*>()) {
-    open->raise();
-    open->activateWindow();
-    return;
+FrmCSVImport& Open_frmCSVImport(QWidget* parent) {
+  auto* window = parent->findChild<FrmCSVImport*>();
+  if (window == nullptr) {
+    window = new FrmCSVImport(parent);
+    window->setAttribute(Qt::WA_DeleteOnClose);
+    window->show();
   }
-  auto* window = new FrmCSVImport(parent);
-  window->setAttribute(Qt::WA_DeleteOnClose);
-  window->show();
+  window->raise();
+  window->activateWindow();
+  return *window;
 }
+
+void Show_frmCSVImport(QWidget* parent) { Open_frmCSVImport(parent); }

@@ -17,9 +17,10 @@ class FrmCSVImport : public QDialog {
   explicit FrmCSVImport(QWidget* parent = nullptr);
   ~FrmCSVImport() override;
 
+  void Open_File(const QString& path);  // shows what is in it
+
  private:
   void Make_Menus();
-  void Open_File();
   void Import();
   void Offer_Report(const CsvTable& imported, const CsvResult& result);
   void Show_Table();
@@ -31,4 +32,5 @@ class FrmCSVImport : public QDialog {
   int closedListener = 0;
 };
 
-void Show_frmCSVImport(QWidget* parent);  // waits until it is closed
+FrmCSVImport& Open_frmCSVImport(QWidget* parent);  // one is enough
+void Show_frmCSVImport(QWidget* parent);           // the command

@@ -2,7 +2,6 @@
 
 #include <QFileInfo>
 #include <QHeaderView>
-#include <QMenuBar>
 #include <QPointer>
 #include <algorithm>
 
@@ -39,18 +38,6 @@ void Check_Net() {
                               "erstellen'."));
 }
 
-// What goes wrong with a file or a device is told; the program goes on.
-void Told(const std::function<void()>& work) {
-  Run_Guarded([&work] {
-    try {
-      work();
-    } catch (const Error& error) {
-      if (error.number == guestCancelled) return;
-      Message_Box(Error_Text(error), MsgButtons::Ok, MsgIcon::Warning, windowTitleText);
-    }
-  });
-}
-
 QString Ask_File(GpsContent wanted) {
   const bool waypoints = wanted == GpsContent::Waypoints;
   FileRequest request;
@@ -61,12 +48,11 @@ QString Ask_File(GpsContent wanted) {
   request.name = start.fileName();
   request.defaultExtension = waypoints ? QStringLiteral("WPT") : QStringLiteral("TRK");
   request.helpPage = helpPage;
-  request.filter = (waypoints ? QStringLiteral("Datei (*.wpt;*.txt)|*.wpt;*.txt;")
-                              : QStringLiteral("Datei (*.trk;*.txt)|*.trk;*.txt;")) +
+  request.filter = (waypoints ? QStringLiteral("Datei (*.wpt;*.txt)|*.wpt;*.txt;|Alle Dateien (*.*)|*.*")
+                              : QStringLiteral("Datei (*.trk;*.txt)|*.trk;*.txt;|Alle Dateien (*.*)|*.*")) +
                    QStringLiteral(
-                       "|GPX, KML und andere (*.gpx;*.kml;*.kmz;*.fit;*.nmea;*.gdb;*.tcx;*.igc;*.loc;*.plt;"
-                       "*.zip)|*.gpx;*.kml;*.kmz;*.fit;*.nmea;*.gdb;*.tcx;*.igc;*.loc;*.plt;*.zip"
-                       "|Alle Dateien (*.*)|*.*");
+                       "|GPX, KML und andere (*.gpx;*.kml;*.kmz;*.fit;*.nmea;*.gdb;*.tcx;*.igc;*.loc;*.plt;*.zip;*.gz)"
+                       "|*.gpx;*.kml;*.kmz;*.fit;*.nmea;*.gdb;*.tcx;*.igc;*.loc;*.plt;*.zip;*.gz");
   return File_Dialog(request).value_or(QString());
 }
 
@@ -74,9 +60,10 @@ QString Ask_File(GpsContent wanted) {
 
 FrmGPS::FrmGPS(QWidget* parent) : QDialog(parent), ui(std::make_unique<Ui::FrmGPS>()) {
   ui->setupUi(this);
-  Prepare_Dialog(*this, helpPage);
+  Prepare_Dialog(*this, [this] { return page; });
   setWindowModality(Qt::NonModal);
   setWindowTitle(windowTitleText);
+  page = helpPage;
   model = new ImportModel(this);
   ui->Text1->setModel(model);
   Make_Menus();
@@ -97,21 +84,26 @@ FrmGPS::FrmGPS(QWidget* parent) : QDialog(parent), ui(std::make_unique<Ui::FrmGP
 
 FrmGPS::~FrmGPS() { events.MapClosed.Disconnect(closedListener); }
 
+// What goes wrong with a file or a device is told: OK goes on, with another file perhaps; Cancel gives the import up.
+void FrmGPS::Told(const std::function<void()>& work) {
+  Run_Guarded([&] {
+    try {
+      work();
+    } catch (const Error& error) {
+      if (error.number == guestCancelled) return;
+      const MsgAnswer answer = Message_Box(Error_Text(error), MsgButtons::OkCancel, MsgIcon::Warning, windowTitleText);
+      if (answer != MsgAnswer::Ok) reject();
+    }
+  });
+}
+
 void FrmGPS::Make_Menus() {
-  auto* bar = new QMenuBar(this);
-  bar->setNativeMenuBar(false);
-  const auto add = [&](const char* name, const QString& caption, const QKeySequence& key, auto work) {
-    QAction* action = bar->addAction(caption);
-    action->setObjectName(QLatin1String(name));
-    action->setShortcut(key);
-    connect(action, &QAction::triggered, this, [work] { Told(work); });
-    addAction(action);
-  };
-  add("mnuGPS", QStringLiteral("GPS-&Gerät auslesen"), {}, [this] { Read_Device(); });
-  add("mnuLoadWp", QStringLiteral("Weg&punkte laden"), QKeySequence::Open, [this] { Load(GpsContent::Waypoints); });
-  add("mnuLoadTrack", QStringLiteral("&Tracks laden"), {}, [this] { Load(GpsContent::Tracks); });
-  add("mnuHelp", QStringLiteral("&Hilfe"), {}, [this] { Show_Help(this, helpPage); });
-  layout()->setMenuBar(bar);
+  const auto load = [this](GpsContent wanted) { return [=, this] { Told([=, this] { Load(wanted); }); }; };
+  Give_Menu_Bar(*this,
+                {{"mnuGPS", QStringLiteral("GPS-&Gerät auslesen"), {}, [this] { Told([this] { Read_Device(); }); }},
+                 {"mnuLoadWp", QStringLiteral("Weg&punkte laden"), QKeySequence::Open, load(GpsContent::Waypoints)},
+                 {"mnuLoadTrack", QStringLiteral("&Tracks laden"), {}, load(GpsContent::Tracks)},
+                 {"mnuHelp", QStringLiteral("&Hilfe"), {}, [this] { Show_Help(this, page); }}});
 }
 
 void FrmGPS::Connect_Parts() {
@@ -121,7 +113,8 @@ void FrmGPS::Connect_Parts() {
   ui->Text1->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
 }
 
-void FrmGPS::Show_List(ImportList list, std::function<void()> onNext) {
+void FrmGPS::Show_List(ImportList list, std::function<void()> onNext, const QString& ofPage) {
+  page = ofPage;
   for (const char* name : {"mnuGPS", "mnuLoadWp", "mnuLoadTrack"})
     findChild<QAction*>(QLatin1String(name))->setVisible(!onNext);
   next = std::move(onNext);
@@ -146,13 +139,16 @@ void FrmGPS::Forget_List() {
   none.header = QStringLiteral("Noch ist keine Datei geladen.");
   none.info = QStringLiteral("Wegpunkte außerhalb der Karte");
   none.info2 = QStringLiteral("In der Karte sind bereits Einträge vorhanden mit");
-  Show_List(none, {});
+  Show_List(none, {}, page);
   ui->lblInfo3->setText(QStringLiteral("Bitte wählen Sie oben 'Wegpunkte laden' oder 'Tracks laden'."));
   file = {};
   plan = {};
 }
 
-void FrmGPS::Show_Outcome(const QString& text) { ui->lblInfo3->setText(text); }
+void FrmGPS::Show_Outcome(const QString& text, const QString& button) {
+  ui->lblInfo3->setText(text);
+  ui->cmdWeiter->setText(button);
+}
 
 void FrmGPS::Show_Counts(const ImportCounts& counts) {
   const std::pair<QLabel*, int> labels[] = {{ui->lblzulinks, counts.left},
@@ -192,20 +188,23 @@ void FrmGPS::Load(GpsContent wanted) {
 }
 
 void FrmGPS::Open_File(const QString& path, GpsContent wanted) {
-  Check_Net();
-  Forget_List();
-  GpsFile read;
-  {
-    const BusyPointer busy;
-    read = Read_Gps_File(path);
-  }
-  Take_File(std::move(read), wanted, QFileInfo(path).fileName());
+  Told([&] {
+    Check_Net();
+    page = helpPage;
+    Forget_List();
+    GpsFile read;
+    {
+      const BusyPointer busy;
+      read = Read_Gps_File(path);
+    }
+    Take_File(std::move(read), wanted, QFileInfo(path).fileName());
+  });
 }
 
 void FrmGPS::Read_Device() {
   Check_Net();
   const bool started = Start_Transfer_Program([guard = QPointer<FrmGPS>(this)](const QString& path) {
-    if (guard) Told([&] { guard->Open_File(path, GpsContent::Waypoints); });
+    if (guard) guard->Open_File(path, GpsContent::Waypoints);
   });
   if (started) return;
   if (!Has_Babel()) Raise(guestFailed, QStringLiteral("Das Hilfsprogramm 'G7toWin.exe' wurde nicht gefunden"));
@@ -229,13 +228,12 @@ void FrmGPS::Take_File(GpsFile read, GpsContent wanted, const QString& name) {
   way = *chosen;
   transformation =
       way == PlacingWay::Transformed ? Transformation_Name(file.system, Coord).value_or(QString()) : QString();
-  setWindowTitle(windowTitleText + QStringLiteral(" - ") + name);
   const BusyPointer busy;
   plan = Plan_Gps(file, wanted, way);
-  Show_Plan();
+  ImportList list = Gps_List(file, plan, transformation);
+  list.header.prepend(name + QStringLiteral(":  "));
+  Show_List(std::move(list), {}, helpPage);
 }
-
-void FrmGPS::Show_Plan() { Show_List(Gps_List(file, plan, transformation), {}); }
 
 // Importing ----------------------------------------------------------------------------------------------------------
 
@@ -289,7 +287,7 @@ void FrmGPS::Import() {
   for (const GpsRefusal& one : result.refused)
     if (&one - result.refused.data() < 3)
       outcome += QStringLiteral("\nZeile %1: %2: %3").arg(QString::number(one.line), one.text, one.reason);
-  Show_Outcome(outcome);
+  Show_Outcome(outcome, cancel);
   if (!Tell_Gps_Import(result, content, readable, all)) Step_Back();
 }
 
@@ -308,7 +306,3 @@ FrmGPS& Open_frmGPS(QWidget* parent) {
 }
 
 void Show_frmGPS(QWidget* parent) { Open_frmGPS(parent); }
-
-void Import_Gps_File(QWidget* parent, const QString& path) {
-  Told([&] { Open_frmGPS(parent).Open_File(path, GpsContent::Waypoints); });
-}

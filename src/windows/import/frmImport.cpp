@@ -15,7 +15,8 @@
 namespace {
 
 const QString helpPage = QStringLiteral("Tabelle-Import.htm");
-const QString openStep = QStringLiteral("Datenbank öffnen"), filterStep = QStringLiteral("Leerzeichen entfernen");
+const QString openStep = QStringLiteral("Datenbank öffnen"), filterStep = QStringLiteral("Leerzeichen entfernen"),
+              changeStep = QStringLiteral("importierten Eintrag verändern");
 constexpr int gridLines = 3, largeGridLines = 16;
 
 // Lists of lines "Spalte= Wert" in an editable box: what is typed goes into the line of its column.
@@ -72,7 +73,6 @@ FrmImport::FrmImport(QWidget* parent)
   Connect_Controls();
   closedListener = events.MapClosed.Connect([this] { reject(); });
   Show_Change();
-  Show_Step();
 }
 
 FrmImport::~FrmImport() { events.MapClosed.Disconnect(closedListener); }
@@ -81,7 +81,7 @@ void FrmImport::Connect_Controls() {
   const auto guarded = [this](QPushButton* button, void (FrmImport::*work)()) {
     connect(button, &QPushButton::clicked, this, [this, work] { Run_Guarded([this, work] { (this->*work)(); }); });
   };
-  guarded(ui->btnFile, &FrmImport::Open_File);
+  guarded(ui->btnFile, &FrmImport::Choose_File);
   guarded(ui->btnTakeFilter, &FrmImport::Take_Filter);
   guarded(ui->btnReset, &FrmImport::FilterClear);
   guarded(ui->btnAdd, &FrmImport::Add);
@@ -99,9 +99,11 @@ void FrmImport::Connect_Controls() {
   connect(ui->Dt->selectionModel(), &QItemSelectionModel::selectionChanged, this, &FrmImport::Show_Step);
 }
 
-void FrmImport::Open_File() {
-  const QString path = Choose_Source();
-  if (path.isEmpty()) return;
+void FrmImport::Choose_File() {
+  if (const QString path = Choose_Source(); !path.isEmpty()) Open_File(path);
+}
+
+void FrmImport::Open_File(const QString& path) {
   Show_Rows({});
   model->Show_Rows(nullptr, {});
   source.reset();
@@ -193,7 +195,7 @@ void FrmImport::Add() {
   try {
     result = Import_Entries(*source, order);
   } catch (const Error& error) {
-    Go_On_After_Step(QStringLiteral("importierte Einträge verändern"), error);
+    Go_On_After_Step(changeStep, error);
     return;
   }
   if (result.failed || !Tell_Imported(result)) return;
@@ -210,7 +212,10 @@ void FrmImport::Show_Step() {
   for (QWidget* part : std::initializer_list<QWidget*>{ui->frAction, ui->frFilter, ui->frChange, ui->Dt, ui->btnSize})
     part->setEnabled(open);
   ui->optFilter->setEnabled(open && filtered);
-  ui->lblFilter->setText(Lines_Text(*ui->cmbFilter, QStringLiteral("keine Bedingung")));
+  QString filter = Lines_Text(*ui->cmbFilter, QStringLiteral("keine Bedingung"));
+  if (ui->chkChange->isChecked() && !Set_Lines(*ui->cmbChange).empty())
+    filter += u'\n' + changeStep + QStringLiteral(": ") + Lines_Text(*ui->cmbChange, {});
+  ui->lblFilter->setText(filter);
   ui->lblChange->setText(Lines_Text(*ui->cmbChange, QStringLiteral("keine Änderung")));
   const auto chosen = static_cast<qsizetype>(Chosen_Rows().size());
   ui->lblMarkDs->setText(open ? Rows_Text(chosen) : QString());
@@ -226,6 +231,7 @@ void FrmImport::Show_Change() {
                                 : QStringLiteral("Einträge un&verändert importieren"));
   ui->cmbChange->setEnabled(change);
   ui->lblChange->setEnabled(change);
+  Show_Step();
 }
 
 void FrmImport::Change_Size() {
@@ -235,13 +241,16 @@ void FrmImport::Change_Size() {
   if (!large) resize(width(), minimumSizeHint().height());
 }
 
-void Show_frmImport(QWidget* parent) {
-  if (auto* open = parent->findChild<FrmImport*>()) {  // one is enough
-    open->raise();
-    open->activateWindow();
-    return;
+FrmImport& Open_frmImport(QWidget* parent) {
+  auto* window = parent->findChild<FrmImport*>();
+  if (window == nullptr) {
+    window = new FrmImport(parent);
+    window->setAttribute(Qt::WA_DeleteOnClose);
+    window->show();
   }
-  auto* window = new FrmImport(parent);
-  window->setAttribute(Qt::WA_DeleteOnClose);
-  window->show();
+  window->raise();
+  window->activateWindow();
+  return *window;
 }
+
+void Show_frmImport(QWidget* parent) { Open_frmImport(parent); }

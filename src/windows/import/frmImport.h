@@ -19,10 +19,11 @@ class FrmImport : public QDialog {
  public:
   explicit FrmImport(QWidget* parent = nullptr);
   ~FrmImport() override;
+  void Open_File(const QString& path);  // shows what is in it
 
  private:
   void Connect_Controls();
-  void Open_File();
+  void Choose_File();
   void Show_Source();
   void Take_Filter();
   void FilterClear();
@@ -40,4 +41,5 @@ class FrmImport : public QDialog {
   int closedListener = 0;
 };
 
-void Show_frmImport(QWidget* parent);  // at once; the one that is open comes to the front
+FrmImport& Open_frmImport(QWidget* parent);  // one is enough
+void Show_frmImport(QWidget* parent);        // the command

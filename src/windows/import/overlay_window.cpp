@@ -1,7 +1,7 @@
 #include "windows/import/overlay_window.h"
 
 #include <QFileInfo>
-#include <QPushButton>
+#include <functional>
 #include <memory>
 
 #include "import/import_report.h"
@@ -18,6 +18,12 @@
 namespace {
 
 const QString title = QStringLiteral("OVL-Datei importieren"), helpPage = QStringLiteral("Overlay.htm");
+
+void Check_Net() {
+  if (Coord.Geographic() || Coord.Metric()) return;
+  Raise(5000, QStringLiteral("Die Karte ist nicht georeferenziert - Kein Koordinatensystem gefunden - Menü 'Grid - "
+                             "erstellen'."));
+}
 
 struct OverlayJob {
   OverlayFile file;
@@ -40,15 +46,13 @@ void Take(FrmGPS& window, const std::shared_ptr<OverlayJob>& job) {
   if (result.failed) return;
   window.Forget_List();  // a second time would put every object on the map twice
   window.Show_Outcome(Overlay_Summary(job->file, job->plan, result).join(u'\n') +
-                      QStringLiteral("\nImportierte Einträge löschen: Menü Einträge-Rückgängig"));
-  if (auto* button = window.findChild<QPushButton*>(QStringLiteral("cmdWeiter")))
-    button->setText(QStringLiteral("&Schließen"));
+                          QStringLiteral("\nImportierte Einträge löschen: Menü Einträge-Rückgängig"),
+                      QStringLiteral("&Schließen"));
   Offer_Refusals(Overlay_Refusals(job->file, job->plan, result));
 }
 
-}  // namespace
-
-void Open_Overlay(QWidget* parent, const QString& path) {
+void Show_Overlay(QWidget* parent, const QString& path) {
+  Check_Net();
   auto job = std::make_shared<OverlayJob>();
   job->file = Read_Overlay(Read_Bytes(path));
   const auto way = Ask_Placing_Way(Overlay_System(), Coord, title);
@@ -59,20 +63,38 @@ void Open_Overlay(QWidget* parent, const QString& path) {
   const QString transformation =
       *way == PlacingWay::Transformed ? Transformation_Name(Overlay_System(), Coord).value_or(QString()) : QString();
   FrmGPS& window = Open_frmGPS(parent);
-  window.setWindowTitle(QStringLiteral("Karteneinträge importieren - ") + QFileInfo(path).fileName());
-  window.Show_List(Overlay_List(job->file, job->plan, QFileInfo(path).fileName(), transformation),
-                   [&window, job] { Take(window, std::shared_ptr<OverlayJob>(job)); });
+  window.Show_List(
+      Overlay_List(job->file, job->plan, QFileInfo(path).fileName(), transformation),
+      [&window, job] { Take(window, std::shared_ptr<OverlayJob>(job)); }, helpPage);
 }
 
-void Import_OVL(QWidget* parent) {
-  if (!Coord.Geographic() && !Coord.Metric())
-    Raise(5000, QStringLiteral("Die Karte ist nicht georeferenziert - Kein Koordinatensystem gefunden - Menü 'Grid - "
-                               "erstellen'."));
+// OK goes on with what is shown; Cancel gives the import up.
+void Told(QWidget* parent, const std::function<void()>& work) {
+  try {
+    work();
+  } catch (const Error& error) {
+    if (Message_Box(Error_Text(error), MsgButtons::OkCancel, MsgIcon::Warning, title) == MsgAnswer::Ok) return;
+    if (auto* window = parent->findChild<FrmGPS*>()) window->reject();
+  }
+}
+
+void Ask_For_Overlay(QWidget* parent) {
+  Check_Net();
   FileRequest request;
   request.title = title;
   request.folder = QFileInfo(MapFile).path();
   request.defaultExtension = QStringLiteral("OVL");
   request.filter = QStringLiteral("Overlay (*.ovl)|*.ovl|Alle Dateien (*.*)|*.*");
   request.helpPage = helpPage;
-  if (const auto path = File_Dialog(request)) Open_Overlay(parent, *path);
+  if (const auto path = File_Dialog(request)) Show_Overlay(parent, *path);
+}
+
+}  // namespace
+
+void Open_Overlay(QWidget* parent, const QString& path) {
+  Told(parent, [&] { Show_Overlay(parent, path); });
+}
+
+void Import_OVL(QWidget* parent) {
+  Told(parent, [parent] { Ask_For_Overlay(parent); });
 }

@@ -102,7 +102,11 @@ void MdiWindow::Connect_Events() {
     disconnects.emplace_back([&event, number] { event.Disconnect(number); });
   };
   listen(events.StateChanged, [this] { Sync(); });
-  listen(events.MapOpened, [this] { Sync(); });
+  listen(events.MapOpened, [this] {
+    Sync();
+    // When the map stands there.
+    QTimer::singleShot(0, this, [] { Run_Guarded(Tell_Of_Interrupted_Work); });
+  });
   listen(events.MapClosed, [this] {
     Close_NotePads(*this, true);
     Sync();

@@ -5,14 +5,13 @@
 
 #include "hand/activation.h"
 #include "hand/leave_hand.h"
-#include "import/gps_file.h"
 #include "maps/map_choose.h"
 #include "maps/program_start.h"
 #include "platform/message_box.h"
 #include "platform/picture.h"
 #include "state/mdi_state.h"
 #include "state/run_guarded.h"
-#include "windows/import/frmGPS.h"
+#include "windows/import/dropped_file.h"
 #include "windows/main/mdi_window.h"
 #include "windows/main/mdi_window_pads.h"
 
@@ -27,11 +26,11 @@ QString Dragged_Map(const QMimeData& data) {
   return {};
 }
 
-// A file of waypoints or tracks that is dragged over an open map.
-QString Dragged_Gps_File(const QMimeData& data) {
+// A file for one of the imports that is dragged over an open map.
+QString Dragged_Import(const QMimeData& data) {
   if (!frmMDI.MapOpen) return {};
   for (const QUrl& url : data.urls())
-    if (Is_Gps_File_Name(url.toLocalFile())) return url.toLocalFile();
+    if (Can_Be_Imported(url.toLocalFile())) return url.toLocalFile();
   return {};
 }
 
@@ -69,19 +68,19 @@ void MdiWindow::closeEvent(QCloseEvent* event) {
 
 void MdiWindow::dragEnterEvent(QDragEnterEvent* event) {
   const QMimeData& dragged = *event->mimeData();
-  if (!Dragged_Map(dragged).isEmpty() || !Dragged_Gps_File(dragged).isEmpty()) event->acceptProposedAction();
+  if (!Dragged_Map(dragged).isEmpty() || !Dragged_Import(dragged).isEmpty()) event->acceptProposedAction();
 }
 
 void MdiWindow::dropEvent(QDropEvent* event) {
-  const QString path = Dragged_Map(*event->mimeData()), gpsFile = Dragged_Gps_File(*event->mimeData());
-  if (path.isEmpty() && gpsFile.isEmpty()) return;
+  const QString path = Dragged_Map(*event->mimeData()), toImport = Dragged_Import(*event->mimeData());
+  if (path.isEmpty() && toImport.isEmpty()) return;
   event->acceptProposedAction();
   // The window the file came from need not wait for the map.
   QMetaObject::invokeMethod(
       this,
-      [this, path, gpsFile] {
+      [this, path, toImport] {
         Run_Guarded([&] {
-          if (path.isEmpty()) return Import_Gps_File(this, gpsFile);
+          if (path.isEmpty()) return Import_Dropped_File(this, toImport);
           Open_User_Map(path);
         });
         Sync();

@@ -11,6 +11,7 @@
 #include "ui_frmNotePad.h"
 #include "windows/common/frm_dialogs.h"
 #include "windows/common/window_support.h"
+#include "windows/desktop/clipboard.h"
 
 FrmNotePad::FrmNotePad(int slotNumber, const QString& text, QWidget* parent)
     : QWidget(parent), ui(std::make_unique<Ui::FrmNotePad>()), slot(slotNumber) {
@@ -91,7 +92,9 @@ void FrmNotePad::Find_Next() {
 
 void FrmNotePad::Cut() { ui->Text1->cut(); }
 void FrmNotePad::Copy() { ui->Text1->copy(); }
-void FrmNotePad::Paste() { ui->Text1->paste(); }
+void FrmNotePad::Paste() {
+  if (!Clipboard_Is_Empty()) ui->Text1->paste();
+}
 
 // Keys that mean the text here and the map elsewhere.
 bool FrmNotePad::Key(int key, Qt::KeyboardModifiers modifiers, bool carryOut) {

@@ -9,6 +9,7 @@
 #include "state/events.h"
 #include "state/global_state.h"
 #include "store/settings.h"
+#include "store/versions.h"
 #include "ui_frmOptions.h"
 #include "windows/common/frm_dialogs.h"
 
@@ -38,7 +39,7 @@ bool Task_Running() { return frmMDI.MapOpen && Toolbar1.Tag != ToolMode::Norm; }
 OptionValues Current_Options() {
   return {frmMDI.toolbarPlace, frmMDI.raisedButtons, frmMDI.Tips,     frmMDI.showHidden,
           frmMDI.showTexts,    frmMDI.showPictures,  frmMDI.overview, frmMDI.trimInput,
-          frmMDI.sheetFrame,   frmMDI.mouseUnit,     Palette};
+          frmMDI.sheetFrame,   frmMDI.mouseUnit,     Palette,         Version_Room()};
 }
 
 void Take_Options(const OptionValues& values) {
@@ -63,11 +64,13 @@ void Take_Options(const OptionValues& values) {
   drawn.tips = before.tips;
   drawn.trimInput = before.trimInput;
   drawn.mouseUnit = before.mouseUnit;
+  drawn.versionRoom = before.versionRoom;
   if (frmMDI.MapOpen && drawn != before) events.RedrawWanted.Emit();
 
   Write_Ini(Toolbar_Line(values.toolbarPlace));
   if (values.tips != before.tips) Write_Ini(values.tips ? QStringLiteral("TippsYes") : QStringLiteral("TippsNo"));
   if (values.palette != before.palette) Save_Palette();
+  Set_Version_Room(values.versionRoom);
 }
 
 FrmOptions::FrmOptions(QWidget* parent) : QDialog(parent), ui(std::make_unique<Ui::FrmOptions>()), palette(Palette) {
@@ -86,6 +89,7 @@ FrmOptions::FrmOptions(QWidget* parent) : QDialog(parent), ui(std::make_unique<U
   for (QCheckBox* check :
        {ui->ckTipps, ui->ckSichtbar, ui->ckText, ui->ckBild, ui->ckShow, ui->ckBlattschnitt, ui->ckNoSpace})
     connect(check, &QCheckBox::toggled, this, &FrmOptions::Changed);
+  connect(ui->numPlatz, &QSpinBox::valueChanged, this, &FrmOptions::Changed);
   for (QToolButton* cell : ui->tabFarben->findChildren<QToolButton*>()) cell->installEventFilter(this);
   connect(ui->cmdPalChange, &QPushButton::clicked, this, &FrmOptions::Change_Color);
   connect(ui->cmdPalStandart, &QPushButton::clicked, this, &FrmOptions::Standard_Colors);
@@ -111,6 +115,8 @@ void FrmOptions::Show_Values() {
   (now.raisedButtons ? ui->optRelief : ui->optFlach)->setChecked(true);
   QRadioButton* const units[] = {ui->optPixel, ui->optMetr, ui->optKoord};
   units[static_cast<int>(now.mouseUnit)]->setChecked(true);
+  ui->numPlatz->setMaximum(mostVersionRoom);
+  ui->numPlatz->setValue(now.versionRoom);
   ui->ckTipps->setChecked(now.tips);
   ui->ckSichtbar->setChecked(now.showHidden);
   ui->ckText->setChecked(now.showTexts);
@@ -139,6 +145,7 @@ OptionValues FrmOptions::Read_Values() const {
                      : ui->optKoord->isChecked() ? MouseUnit::Coordinates
                                                  : MouseUnit::Pixel;
   values.palette = palette;
+  values.versionRoom = ui->numPlatz->value();
   return values;
 }
 

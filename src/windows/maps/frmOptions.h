@@ -16,11 +16,12 @@ struct OptionValues {
        trimInput = false, sheetFrame = false;
   MouseUnit mouseUnit = MouseUnit::Pixel;
   std::array<QRgb, 16> palette{};
+  int versionRoom = 0;  // megabytes
   bool operator==(const OptionValues&) const = default;
 };
 OptionValues Current_Options();  // those in force
-// Puts the values into the shared state, writes "TLB:", "Tipps:" and the palette file, and has the windows and the map
-// shown anew. Errors of the files.
+// Puts the values into the shared state, writes "TLB:", "Tipps:", the palette file and the room for versions, and has
+// the windows and the map shown anew. Errors of the files.
 void Take_Options(const OptionValues& values);
 
 // The options of the program; closing asks about changes that were not applied.

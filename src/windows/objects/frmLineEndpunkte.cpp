@@ -5,7 +5,9 @@
 
 #include "edit/line_look.h"
 #include "objects/line_sample.h"
+#include "state/map_state.h"
 #include "state/run_guarded.h"
+#include "state/step.h"
 #include "ui_frmLineEndpunkte.h"
 #include "windows/common/frm_dialogs.h"
 #include "windows/common/tool_place.h"
@@ -80,7 +82,10 @@ LineEnds FrmLineEndpunkte::Chosen() const {
 }
 
 void FrmLineEndpunkte::Apply() {
-  Run_Guarded([this] { Set_Line_Ends(Chosen()); });
+  Run_Guarded([this] {
+    const UndoStep turned(UndoStep::Gesture{QStringLiteral("Enden ") + Map.InHand});
+    Set_Line_Ends(Chosen());
+  });
   Show_Picture();
 }
 

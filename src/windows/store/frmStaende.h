@@ -1,8 +1,11 @@
 #pragma once
 #include <QDialog>
+#include <QTimer>
 #include <memory>
+#include <optional>
+#include <vector>
 
-#include "store/versions.h"
+#include "store/version_differences.h"
 
 namespace Ui {
 class FrmStaende;
@@ -18,8 +21,20 @@ class FrmStaende : public QDialog {
   ~FrmStaende() override;
 
  private:
+  // The differences of one are counted in pieces, while nothing else is to be done.
+  struct Shown {
+    TableVersion version;
+    std::optional<VersionDifferences> differences;
+    bool unreadable = false;
+  };
   void Load_List();
-  const TableVersion* Chosen() const;  // nullptr without one
+  void Table_Changed();  // everything is counted anew
+  void Work();           // a piece
+  void Count_On(int milliseconds);
+  int Next_To_Count() const;  // -1 when all is counted
+  void List_Some();
+  void Show_Line(int row);
+  const Shown* Chosen() const;  // nullptr without one
   void Show_Differences();
   void Show_On_Map(bool on);
   void Take_All();
@@ -27,7 +42,11 @@ class FrmStaende : public QDialog {
   void Enable_Buttons();
 
   std::unique_ptr<Ui::FrmStaende> ui;
-  QList<TableVersion> versions;
+  std::vector<Shown> versions;
+  VersionComparison comparison;
+  int counting = -1;  // the version being compared
+  QTimer timer;
+  int chosenEntries = 0;  // how many are ticked
 };
 
 void Show_frmStaende(QWidget* parent);  // waits
