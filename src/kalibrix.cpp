@@ -14,6 +14,7 @@ int main(int argc, char** argv) {
   Application application(argc, argv);
   Prepare_Application(application);
   Install_Desktop_Services();
+  QApplication::setDesktopFileName(QStringLiteral("kalibrix"));
   Reset_Global_State();
   Prepare_Folder();  // for the help: calibrating needs none, so a failure is only said
   FrmKalibrix window;

@@ -181,6 +181,7 @@ TEST_F(BatchTest, FaultsHaveAStatusAndGermanWords) {
       {{u"flaeche"_s, map, u"10"_s, u"-10"_s, u"--fuellen"_s}, 1, u"neben die Karte"_s},
       {{u"kalibriere"_s, map}, 1, u"weder eine Weltdatei noch"_s},
       {{u"kalibriere"_s, map, u"--zone"_s, u"61"_s}, 2, u"von 1 bis 60"_s},
+      {{u"tabelle-ein"_s, map, home + u"/ein.xls"_s}, 1, u"gibt es keine Tabelle"_s},
       {{u"tkr"_s, map, home + u"/aus.tkr"_s}, 1, u"leer"_s},
       {{u"bild"_s, home + u"/fehlt.bmp"_s, target}, 1, u"fehlt.bmp"_s},
       {{u"bild"_s, noPicture, target}, 1, u"Text.bmp"_s},

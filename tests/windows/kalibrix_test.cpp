@@ -112,6 +112,13 @@ TEST_F(KalibrixTest, TheDemoMapGetsItsCoordinatesBack) {
   In<QPushButton>("btnSave").click();
   EXPECT_TRUE(In<QLabel>("lblResult").text().contains("Gesichert: Karte.cal"));
   EXPECT_FALSE(tool->Work().Changed());
+  {
+    const FileDialogScript names{Path("Karte.cal"), Path("anders.cal")};
+    In<QPushButton>("btnSaveAs").click();
+    EXPECT_TRUE(In<QLabel>("lblResult").text().contains("heißt Karte.cal_alt"));
+    With_Box("findet diese Datei nicht von selbst", [this] { In<QPushButton>("btnSaveAs").click(); });
+    EXPECT_TRUE(File_Exists(Path("anders.cal")));
+  }
   tool->close();
   Open_Map(map);
   ASSERT_EQ(Coord.Grid, gridUtm);
