@@ -6,6 +6,7 @@
 #include "hand/activation.h"
 #include "hand/typed_text.h"
 #include "maps/map_close.h"
+#include "maps/step_walk.h"
 #include "store/table_file.h"
 #include "tools/drag.h"
 #include "tools/mouse.h"
@@ -96,6 +97,68 @@ void Mark_One(benchmark::State& state) {
   }
 }
 BENCHMARK(Mark_One)->ArgName("all_in_view")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond)->Iterations(20);
+
+void Move_Any_Entry() {
+  rsEntries->SetBookmark(QString::number(Any_Seen_Entry()));
+  rsEntries->Edit();
+  rsEntries->Set(column::Xmap, rsEntries->Integer(column::Xmap) + 1);
+  rsEntries->Update();
+  Redraw_Changed_Entries();
+}
+
+void One_Step_Back(benchmark::State& state) {
+  const auto large = Hundred_Thousand(state);
+  for (auto _ : state) {
+    state.PauseTiming();
+    Move_Any_Entry();
+    state.ResumeTiming();
+    Step_Back();
+  }
+}
+BENCHMARK(One_Step_Back)->ArgName("all_in_view")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond)->Iterations(20);
+
+// What the user waits for, and what is done when there is time.
+void Undo_Point_Taken(benchmark::State& state) {
+  const bool shapes = state.range(0) == 0;
+  const BenchMap map(shapes ? BenchSize{0, 990, 990} : BenchSize{static_cast<int>(state.range(0)), 0, 0});
+  for (auto _ : state) {
+    Undo_Point(QStringLiteral("Rückgängig: Verschieben"));
+    state.PauseTiming();
+    rsEntries->MoveTo(5);
+    rsEntries->Edit();
+    rsEntries->Set(column::Ymap, rsEntries->Integer(column::Ymap) + 1);
+    rsEntries->Update();
+    Table_Idle();
+    state.ResumeTiming();
+  }
+}
+BENCHMARK(Undo_Point_Taken)
+    ->ArgName("texts")
+    ->Arg(0)
+    ->Arg(10'000)
+    ->Arg(100'000)
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(10);
+
+void Undo_Point_Written(benchmark::State& state) {
+  const BenchMap map({static_cast<int>(state.range(0)), 0, 0});
+  for (auto _ : state) {
+    state.PauseTiming();
+    Undo_Point(QStringLiteral("Rückgängig: Verschieben"));
+    rsEntries->MoveTo(5);
+    rsEntries->Edit();
+    rsEntries->Set(column::Ymap, rsEntries->Integer(column::Ymap) + 1);
+    rsEntries->Update();
+    state.ResumeTiming();
+    Table_Idle();
+  }
+}
+BENCHMARK(Undo_Point_Written)
+    ->ArgName("texts")
+    ->Arg(10'000)
+    ->Arg(100'000)
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(10);
 
 void Redraw_Large(benchmark::State& state) {
   const auto large = Hundred_Thousand(state);

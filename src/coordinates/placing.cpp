@@ -107,7 +107,7 @@ Placing::Placing(const GivenSystem& givenSystem, const CoordinateState& coordina
 int Placing::Zone_Of(const GivenPlace& place) const {
   if (given.kind == Kind::Geographic) return 0;
   if (place.zone != 0) return place.zone;
-  if (place.x >= zoneMetres) return static_cast<int>(place.x / zoneMetres);
+  if (place.x >= zoneMetres) return static_cast<int>(std::min(place.x / zoneMetres, 1000.0));  // no such zone
   return given.kind == Net_Kind(state) ? Net_Zone(state) : 0;
 }
 

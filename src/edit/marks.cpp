@@ -10,6 +10,7 @@
 #include "platform/text.h"
 #include "state/events.h"
 #include "state/map_state.h"
+#include "state/on_reset.h"
 #include "state/task_line.h"
 #include "store/entry_edit.h"
 #include "store/table_file.h"
@@ -23,19 +24,47 @@ struct Marks {
   QHash<qint64, Mark> stored;  // what the rows say
 };
 
+// What the rows said when they were last asked: of a large table those that were written since are asked again.
+struct KnownMarks {
+  QHash<qint64, Mark> stored;
+  WriteMoment moment;
+};
+KnownMarks known;
+const OnReset fresh(known);
+
+void Look_At_Marks() {
+  const auto take = [] {
+    if (const Mark mark = Type_Here().mark; mark != Mark::None) known.stored.insert(rsEntries->Key(), mark);
+  };
+  if (const auto writes = rsEntries->Writes_Since(known.moment)) {
+    const KeepCurrentRow keep;
+    for (const RowWrite& write : writes->rows) {
+      known.stored.remove(write.key);
+      const int position = rsEntries->PositionOf(write.key);
+      if (position < 1) continue;
+      rsEntries->MoveTo(position);
+      take();
+    }
+  } else {
+    known.stored.clear();
+    For_Each_Entry(take);
+  }
+  known.moment = rsEntries->Write_Moment();
+}
+
 // The rows decide which are marked. Their order is kept in memory; of a table that was just loaded it is that of its
 // rows, the one stored as last behind all others.
 Marks Read_Marks() {
+  Look_At_Marks();
   Marks marks;
+  marks.stored = known.stored;
   std::vector<qint64> inTable;
   qint64 last = 0;
-  For_Each_Entry([&] {
-    const Mark mark = Type_Here().mark;
-    if (mark == Mark::None) return;
-    inTable.push_back(rsEntries->Key());
-    marks.stored.insert(rsEntries->Key(), mark);
-    if (mark == Mark::Last) last = rsEntries->Key();
-  });
+  for (auto it = marks.stored.cbegin(); it != marks.stored.cend(); ++it) {
+    inTable.push_back(it.key());
+    if (it.value() == Mark::Last) last = std::max(last, it.key());
+  }
+  std::sort(inTable.begin(), inTable.end());  // keys ascend with the rows
   QSet<qint64> remembered;
   for (const qint64 key : Map.MarkOrder)
     if (marks.stored.contains(key)) remembered.insert(key);

@@ -49,6 +49,20 @@ QString Text_Of(const QByteArray& bytes) {
   return Decode_Text(bytes);
 }
 
+// A log without a day, or one of a program that had no receiver: nothing of it would be left.
+GpsFile Read_Nmea(const QByteArray& bytes, const QString& ending) {
+  const auto read = [&](const char* options) {
+    return Read_Gpx(Babel_File(bytes, QStringLiteral("nmea") + QLatin1String(options), ending));
+  };
+  GpsFile file = read("");
+  if (!file.tracks.empty()) return file;
+  if (GpsFile dayless = read(",date=20000101"); !dayless.tracks.empty()) return dayless;
+  GpsFile all = read(",date=20000101,ignore_fix=1");
+  if (all.tracks.empty()) return file;
+  all.remark = QStringLiteral("Alle Positionen der Datei sind als solche ohne Empfang gekennzeichnet.");
+  return all;
+}
+
 GpsFile Read_Content(const QByteArray& bytes, const QString& ending) {
   if (bytes.trimmed().isEmpty()) Raise(unreadable, QStringLiteral("Die Datei ist leer."));
   const QString format = Babel_Format(ending, bytes);
@@ -59,6 +73,7 @@ GpsFile Read_Content(const QByteArray& bytes, const QString& ending) {
     text.replace(QChar(0), u' ');
     if (Is_Pcx5(text) || (format.isEmpty() && Text_Endings().contains(ending))) return Read_Pcx5(text);
   }
+  if (format == u"nmea") return Read_Nmea(bytes, ending);
   if (!format.isEmpty()) return Read_Gpx(Babel_File(bytes, format, ending));
   Raise(unreadable, QStringLiteral("Das ist keine Datei mit Wegpunkten oder Tracks, die gelesen werden kann."));
 }

@@ -49,20 +49,12 @@ QString Babel(QTemporaryDir& folder, const QString& format, const QString& input
   order.program = Program();
   if (order.program.isEmpty())
     Raise(guestFailed, QStringLiteral("Das Hilfsprogramm 'gpsbabel' wurde nicht gefunden (Paket gpsbabel)."));
-  // Without the settings that the user may have for it.
-  order.arguments = {QStringLiteral("-p"),
-                     QString(),
-                     QStringLiteral("-w"),
-                     QStringLiteral("-r"),
-                     QStringLiteral("-t"),
-                     QStringLiteral("-i"),
-                     format,
-                     QStringLiteral("-f"),
-                     input,
-                     QStringLiteral("-o"),
-                     QStringLiteral("gpx"),
-                     QStringLiteral("-F"),
-                     result};
+  // Without the settings that the user may have for it. One format knows waypoints alone, and refuses to be asked for
+  // all.
+  order.arguments = {QStringLiteral("-p"), QString()};
+  if (format != u"unicsv") order.arguments << QStringLiteral("-w") << QStringLiteral("-r") << QStringLiteral("-t");
+  order.arguments << QStringLiteral("-i") << format << QStringLiteral("-f") << input << QStringLiteral("-o")
+                  << QStringLiteral("gpx") << QStringLiteral("-F") << result;
   order.folder = folder.path();
   order.seconds = seconds;
   order.title = title;

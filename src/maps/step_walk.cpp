@@ -104,7 +104,7 @@ void Follow_Walk(const WalkResult& result) {
   if (!Leaves_Flags(result)) Scan_Table();
   Set_Buttons();
   Show_Where(result);
-  Map_Redraw();
+  Redraw_Changed_Entries();
   events.StateChanged.Emit();
 }
 
@@ -114,6 +114,7 @@ bool Carry_Out(int position, const QString& told) {
   const BusyPointer busy;
   WalkResult result;
   try {
+    Before_Going_Back(position);
     result = Go_To_Step(position);
   } catch (const Error& error) {
     Message_Box(Error_Text(error) + QStringLiteral("\n\nEs wurde nichts verändert."), MsgButtons::Ok, MsgIcon::Critical,

@@ -37,6 +37,10 @@ struct RowWrite {
 struct WriteMoment {
   quint64 version = 0, generation = 0, all = 0;
 };
+struct WritesSince {
+  std::vector<RowWrite> rows;
+  QStringList otherTables;  // that were written, made or dropped, in small letters
+};
 
 // A cursor over the rows of a table or of a Select. Row order is the table's order (order of appending) unless the
 // statement says otherwise. A keyset is taken at opening; rows appended through this recordset join it.
@@ -93,8 +97,8 @@ class Recordset {
 
   WriteMoment Write_Moment() const;  // now
   // What was written since, by this recordset and others of the table, in that order. Nothing where it cannot be told:
-  // by statements, taken back, other tables as well, too much.
-  std::optional<std::vector<RowWrite>> Writes_Since(const WriteMoment& moment) const;
+  // by statements, taken back, too much.
+  std::optional<WritesSince> Writes_Since(const WriteMoment& moment) const;
 
   void Requery();       // takes the keys anew; the cursor goes to the first row
   bool IsOpen() const;  // until its database is closed

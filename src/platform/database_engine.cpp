@@ -263,6 +263,10 @@ qint64 Engine::Number_Of(const QByteArray& sql) {
   return rc == SQLITE_ROW ? sqlite3_column_int64(statement.get(), 0) : 0;
 }
 
+void Engine::Put_Number(quint32 number) {
+  Run(("PRAGMA application_id=" + QByteArray::number(static_cast<qint32>(number))).constData());
+}
+
 void Engine::Need_Write() {
   Need_Open();
   if (readOnly) Raise(errors::noPermission);
@@ -336,9 +340,8 @@ void Engine::Walked(const QHash<QString, std::vector<qint64>>& rowsByTable) {
   accountedChanges = sqlite3_total_changes64(db);
   for (auto table = rowsByTable.begin(); table != rowsByTable.end(); ++table) {
     TableState* state = State_Of(table.key());
-    ++state->version;
+    Count_Write(state);
     for (const qint64 key : table.value()) state->Log({RowWrite::Kind::Changed, key});
-    loggedWrites += static_cast<quint64>(table.value().size());
   }
 }
 
@@ -358,9 +361,21 @@ void Engine::Notice_Changes() {
 
 void Engine::Wrote(TableState* table, const RowWrite& write) {
   accountedChanges = sqlite3_total_changes64(db);
-  ++table->version;
+  Count_Write(table);
   table->Log(write);
-  ++loggedWrites;
+}
+
+void Engine::Count_Write(TableState* table) {
+  ++table->version;
+  table->when = ++writeClock;
+}
+
+QStringList Engine::Tables_Written_Since(quint64 moment, const TableState* but) const {
+  QStringList names;
+  if (writeClock == moment) return names;
+  for (auto table = states.begin(); table != states.end(); ++table)
+    if (table.value()->when > moment && table.value().get() != but) names += table.key();
+  return names;
 }
 
 void TableState::Log(const RowWrite& write) {

@@ -41,6 +41,7 @@ using Statement = std::unique_ptr<sqlite3_stmt, Finalizer>;
 // What is known of one table while the file is open. Never removed, so that pointers to it stay good.
 struct TableState {
   quint64 version = 0;  // counts the writes
+  quint64 when = 0;     // of the last one, by the clock of all tables
   qint64 nextKey = 0;   // 0: ask the table; keys are not used twice, so that an old bookmark never meets a new row
   quint64 nextKeyGeneration = 0;
 
@@ -148,6 +149,7 @@ class Engine {
   void Run(const char* sql);
   void Execute(const QByteArray& statements);  // of anybody, several separated by ";"
   qint64 Number_Of(const QByteArray& sql);     // first column of the first row
+  void Put_Number(quint32 number);             // of the application, into the head of the file
 
   void Need_Write();  // before every write: switches the log on at the first one
   void Begin();
@@ -175,6 +177,8 @@ class Engine {
   // Notices writes that came by other ways than a recordset.
   void Notice_Changes();
   void Wrote(TableState* table, const RowWrite& write);  // after a write of a recordset
+  void Count_Write(TableState* table);                   // of whatever kind
+  QStringList Tables_Written_Since(quint64 moment, const TableState* but) const;
   void Drop_Caches() { ++generation; }
   TableState* State_Of(const QString& table);
   qint64 Next_Key(TableState* state, const QString& table);
@@ -201,7 +205,7 @@ class Engine {
   quint64 rollbacks = 0;                // keysets are taken anew when it has moved
   qint64 otherChanges = First_Count();  // those that SQLite does not count
   qint64 accountedChanges = 0;          // SQLite's count when it was last looked at
-  quint64 loggedWrites = 0;             // of all tables
+  quint64 writeClock = 0;               // counts the writes of all tables
   Limit* limit = nullptr;
   Recorder* recorder = nullptr;
 

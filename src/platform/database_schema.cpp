@@ -116,7 +116,7 @@ void Engine::Create(const TableDef& table) {
   if (table.fields.empty())
     Raise(errors::sqlSyntax, QStringLiteral("Die Tabelle '%1' hat keine Felder.").arg(table.name));
   Need_Write();
-  ++State_Of(table.name)->version;
+  Count_Write(State_Of(table.name));
   ++otherChanges;
   Write([&] {
     Run(Create_Statement(table).constData());
@@ -148,7 +148,7 @@ void Engine::Drop_All(const QStringList& names) {
   }
   if (gone.isEmpty()) return;
   Need_Write();
-  for (const QString& name : names) ++State_Of(name)->version;
+  for (const QString& name : names) Count_Write(State_Of(name));
   ++otherChanges;
   Write([&] {
     for (const QString& name : names)
@@ -163,7 +163,7 @@ void Engine::Drop_All(const QStringList& names) {
 
 void Engine::Alter(const QString& table, const QByteArray& change) {
   Need_Write();
-  ++State_Of(table)->version;
+  Count_Write(State_Of(table));
   ++otherChanges;
   knownSchema = -1;
   Run(QByteArray("ALTER TABLE " + Quoted(table) + ' ' + change).constData());

@@ -1,6 +1,8 @@
 #include "platform/fonts.h"
 
 #include <QFontDatabase>
+#include <QPainter>
+#include <QRawFont>
 #include <QSet>
 #include <algorithm>
 #include <cmath>
@@ -176,6 +178,55 @@ const QStaticText& FontFace::Prepared(const QString& line, Edge edge) const {
   keptLines.bytes += needed;
   ++keptLines.count;
   return table.insert(line, {text, now})->text;
+}
+
+// Letter by letter, of families that are known to put none together but "ff", "fi" and "fl".
+FontFace::Glyphs& FontFace::Plain_Glyphs() const {
+  auto& made = plainGlyphs;
+  if (made) return *made;
+  made = std::make_unique<Glyphs>();
+  const QRawFont raw = QRawFont::fromFont(font);
+  constexpr int largest = 60;  // pixels; beyond it letters are outlines that are filled together
+  if (symbol || key.underline || font.pixelSize() > largest || !raw.isValid() ||
+      !font.family().startsWith(QLatin1String("Liberation")))
+    return *made;
+  made->run.setRawFont(raw);
+  const auto take = [&](int from, int to) {
+    for (int code = from; code <= to; ++code) {
+      const QList<quint32> glyphs = raw.glyphIndexesForString(QString(QChar(code)));
+      if (glyphs.size() == 1) made->numbers[static_cast<size_t>(code)] = glyphs.front();
+    }
+  };
+  constexpr int softHyphen = 0xad;
+  take(0x20, 0x7e);
+  take(0xa0, softHyphen - 1);
+  take(softHyphen + 1, 0xff);
+  return *made;
+}
+
+bool FontFace::Draw_Plain(QPainter& painter, QPoint baseline, QStringView line) const {
+  constexpr qsizetype longest = 200;
+  Glyphs& glyphs = Plain_Glyphs();
+  std::array<quint32, longest> numbers;
+  std::array<QPointF, longest> places;
+  if (line.size() > longest) return false;
+  int x = 0, count = 0;
+  for (qsizetype i = 0; i < line.size(); ++i) {
+    const char16_t code = line[i].unicode();
+    const auto index = static_cast<size_t>(count);
+    numbers[index] = code < glyphs.numbers.size() ? glyphs.numbers[code] : 0;
+    if (numbers[index] == 0) return false;
+    if (code == u'f' && i + 1 < line.size()) {
+      const char16_t next = line[i + 1].unicode();
+      if (next == u'f' || next == u'i' || next == u'l') return false;
+    }
+    places[index] = {static_cast<double>(x), 0};
+    x += advance[code];
+    ++count;
+  }
+  glyphs.run.setRawData(numbers.data(), places.data(), count);
+  painter.drawGlyphRun(baseline, glyphs.run);
+  return true;
 }
 
 const FontFace& Font_Face(const FontKey& key) {

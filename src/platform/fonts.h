@@ -1,6 +1,7 @@
 #pragma once
 #include <QFont>
 #include <QFontMetrics>
+#include <QGlyphRun>
 #include <QHash>
 #include <QStaticText>
 #include <QString>
@@ -36,6 +37,9 @@ class FontFace {
   // megabytes; beyond that the half that was asked for longest ago goes.
   enum class Edge { Smooth, Hard };
   const QStaticText& Prepared(const QString& line, Edge edge) const;  // valid until the next call
+  // Draws a line of plain letters in `font`, glyph by glyph, with nothing prepared or kept. False, and nothing is
+  // drawn, where its look takes more than that.
+  bool Draw_Plain(QPainter& painter, QPoint baseline, QStringView line) const;
 
  private:
   friend struct KeptLines;
@@ -43,9 +47,16 @@ class FontFace {
     QStaticText text;
     quint64 asked = 0;  // when it was asked for last
   };
+  // Of the first 256 characters; 0 where a character is no plain letter of the font.
+  struct Glyphs {
+    QGlyphRun run;
+    std::array<quint32, 256> numbers{};
+  };
   int ShownWidth(QStringView shown) const;
+  Glyphs& Plain_Glyphs() const;
   std::array<short, 256> advance{};
   mutable std::array<QHash<QString, Kept>, 2> lines;  // by edge
+  mutable std::unique_ptr<Glyphs> plainGlyphs;        // made when they are needed
 };
 
 // The face of a key; made once and kept. Valid for good.

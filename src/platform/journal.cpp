@@ -161,7 +161,7 @@ void Journal::Shrink(qint64 bytes, int leastSteps) {
 
 void Journal::Inner::Put_State(quint32 state) {
   stateBefore = std::exchange(stateNow, state);
-  engine->Run(("PRAGMA application_id=" + QByteArray::number(static_cast<qint32>(state))).constData());
+  engine->Put_Number(state);
 }
 
 // Storing ------------------------------------------------------------------------------------------------------------

@@ -76,6 +76,11 @@ class Journal {
   void Remove();          // the file goes as well
   bool Follows() const;   // is a database being followed?
   QString Fault() const;  // why steps were lost, in German; empty if none were
+  // A copy of the database as it stands goes back to a former state, which is one of the journal's. 3197 where it is
+  // none, or the copy does not fit.
+  void Bring_Back(Database& copy, quint32 state) const;
+  bool Reaches(quint32 state) const;                // is it one of them, and not ahead?
+  bool Lies_Behind(quint32 state, int step) const;  // and behind the end of that many steps?
   // The number of the state the database is in. Two databases with the same one hold the same rows.
   quint32 State() const;
   int Place_Of(quint32 state) const;            // steps before it, -1 if it lies at the end of none of them

@@ -117,6 +117,7 @@ struct Journal::Inner final : database_inner::Recorder {
   void Put_State(quint32 state);  // of the transaction that runs
   void Play_Back(size_t record, WalkResult& result);
   quint32 State_After(int record) const;
+  int Record_Of(quint32 state) const;  // so many records lead to it, -1 if it lies ahead or is none
 
   JournalFile file;
   QString mainTable, fault;

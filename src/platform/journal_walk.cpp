@@ -338,3 +338,36 @@ WalkResult Journal::Step_Back_To(int position, const QString& name) {
   self.engine->Everything_Changed();
   return result;
 }
+
+int Journal::Inner::Record_Of(quint32 state) const {
+  for (int record = records; record > 0; --record)
+    if (State_After(record) == state) return record;
+  return state == State_After(0) || state == file.Found_State() ? 0 : -1;
+}
+
+bool Journal::Reaches(quint32 state) const { return Follows() && inner->Record_Of(state) >= 0; }
+
+bool Journal::Lies_Behind(quint32 state, int step) const { return inner->Record_Of(state) > inner->Records_Of(step); }
+
+void Journal::Bring_Back(Database& copy, quint32 state) const {
+  const Inner& self = *inner;
+  Engine& engine = *copy.inner->engine;
+  const int from = self.Record_Of(State_Of(copy)), to = self.Record_Of(state);
+  if (to < 0 || from < to) journal_inner::Raise_Data_Changed();
+  if (from == to) return;
+  WalkResult touched;
+  engine.Begin();
+  try {
+    for (int record = from; record-- > to;) {
+      std::vector<QByteArray> lists = self.file.Changes(static_cast<size_t>(record));
+      std::reverse(lists.begin(), lists.end());
+      Player player(engine, Player::Way::Back, self.mainTable, touched);
+      for (const QByteArray& changes : lists) player.Play(changes);
+    }
+    engine.Put_Number(state);
+    engine.Commit();
+  } catch (...) {
+    if (engine.depth > 0) engine.Roll_Back();
+    throw;
+  }
+}

@@ -295,17 +295,17 @@ WriteMoment Recordset::Write_Moment() const {
   Inner& set = *inner;
   set.Validate();
   if (!set.state) return {};
-  return {set.state->version, set.engine->generation, set.engine->loggedWrites};
+  return {set.state->version, set.engine->generation, set.engine->writeClock};
 }
 
-std::optional<std::vector<RowWrite>> Recordset::Writes_Since(const WriteMoment& moment) const {
+std::optional<WritesSince> Recordset::Writes_Since(const WriteMoment& moment) const {
   Inner& set = *inner;
   set.Validate();
   if (!set.state || moment.generation != set.engine->generation) return std::nullopt;
   const auto since = set.state->Since(moment.version);
-  // No other table was written meanwhile.
-  if (!since || set.engine->loggedWrites - moment.all != since->size()) return std::nullopt;
-  std::vector<RowWrite> writes;
-  for (const auto& [version, write] : *since) writes.push_back(write);
+  if (!since) return std::nullopt;
+  WritesSince writes;
+  for (const auto& [version, write] : *since) writes.rows.push_back(write);
+  writes.otherTables = set.engine->Tables_Written_Since(moment.all, set.state);
   return writes;
 }

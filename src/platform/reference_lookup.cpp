@@ -58,7 +58,7 @@ std::optional<Projection> Projection_Of(PJ_CONTEXT* context, const PJ* system) {
 std::optional<ReferenceSystem> Plane_System(const Projection& by, Datum datum) {
   constexpr double utmScale = 0.9996, utmEast = 500'000, zoneMetres = 1'000'000;
   const auto near = [](double a, double b) { return std::fabs(a - b) < 1e-6; };
-  if (!near(by.north, 0)) return std::nullopt;
+  if (!near(by.north, 0) || !(std::fabs(by.middle) <= 180)) return std::nullopt;
   const int utmZone = static_cast<int>(std::lround((by.middle + 183) / 6));
   if (near(by.scale, utmScale) && near(by.east, utmEast) && near(by.middle, utmZone * 6 - 183) && datum != Datum::Dhdn)
     return ReferenceSystem{ReferenceSystem::Kind::Utm, datum, utmZone};

@@ -66,9 +66,10 @@ class ChangeWriter {
  public:
   // The number of these names; written where they are new.
   int Number_Of(const QByteArray& table, const std::vector<QByteArray>& columns);
-  int Number_Of(const QByteArray& names);
+  int Number_Of(const QByteArray& names);  // that Names gave
   // As they stand in a list.
   static QByteArray Names(const QByteArray& table, const std::vector<QByteArray>& columns);
+  // One change each, behind the others.
   void Row(ChangeKind kind, int table, qint64 key, const std::vector<RawValue>& values);
   void Update(int table, qint64 key, qint64 newKey, const std::vector<ChangedCell>& cells);
   void Table(ChangeKind kind, const QString& name, const QString& statement);

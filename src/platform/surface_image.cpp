@@ -375,10 +375,11 @@ void ImageSurface::Print(QPointF at, const QString& text) {
   const auto draw = [&](QPainter& on, FontFace::Edge edge) {
     For_Each_Line(text, [&](QStringView line, int number) {
       const QPoint corner = place + QPoint(0, face->LineTop(number));
-      if (line.isEmpty()) return;
+      const QPoint baseline = corner + QPoint(0, face->ascent);
+      if (line.isEmpty() || (edge == FontFace::Edge::Smooth && face->Draw_Plain(on, baseline, line))) return;
       // A kept text has its underline a pixel aside.
       if (face->key.underline || line.size() > longestKeptLine)
-        on.drawText(corner + QPoint(0, face->ascent), face->Shown(line.toString()));
+        on.drawText(baseline, face->Shown(line.toString()));
       else
         on.drawStaticText(corner, face->Prepared(line.toString(), edge));
     });

@@ -289,6 +289,19 @@ HistoryMark Mark_Here() {
   return {history.path, history.journal->State()};
 }
 
+bool Is_Reached(const HistoryMark& mark) {
+  return Is_Ours(history.journal.get()) && mark.journal == history.path && history.journal->Reaches(mark.state);
+}
+
+bool Lies_Behind(const HistoryMark& mark, int step) {
+  return Is_Reached(mark) && history.journal->Lies_Behind(mark.state, step);
+}
+
+void Bring_Back(Database& copy, const HistoryMark& mark) {
+  if (!Is_Reached(mark)) Raise(errors::dataChanged, QStringLiteral("Der Verlauf reicht nicht so weit zurück."));
+  history.journal->Bring_Back(copy, mark.state);
+}
+
 std::optional<int> Place_Of(const HistoryMark& mark) {
   if (!Is_Ours(history.journal.get()) || mark.journal != history.path) return {};
   const int place = history.journal->Place_Of(mark.state);

@@ -44,5 +44,11 @@ struct HistoryMark {
   quint32 state = 0;
 };
 HistoryMark Mark_Here();  // also of a table that is closed for a moment
+// Can a copy of the open table be brought back to it?
+bool Is_Reached(const HistoryMark& mark);
+// It can, and no more after going back to that step.
+bool Lies_Behind(const HistoryMark& mark, int step);
+// Brings back a copy of the open table. 3197 where it does not fit.
+void Bring_Back(Database& copy, const HistoryMark& mark);
 // Its place among the steps; nothing if it is none of them, or ahead.
 std::optional<int> Place_Of(const HistoryMark& mark);

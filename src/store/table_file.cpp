@@ -56,6 +56,7 @@ Copies table_file::Close_With_Copies() {
 
 void Close_Table(CloseMode mode) {
   if (mode == CloseMode::CloseOnly) {
+    Write_Pending_Snapshot();
     Keep_Before_Closing();
     Close_Quietly();
   } else {
@@ -294,12 +295,13 @@ Opened Try_Load(LoadMode mode, bool lastTry) {
 
 bool Load_Table(LoadMode mode) {
   Tell_Known_Tables();
+  if (mode == LoadMode::First) Write_Pending_Snapshot();
   Close_Quietly();
   TableFile = Table_Name_Of_Map();
   if (!TableFile.contains(u'/')) TableFile = Program_File(TableFile);
   if (mode == LoadMode::First) {
     Tbl.DBGrid1.Caption = TableFile;
-    Disarm_Undo();
+    Forget_Snapshot();
   }
   bool lastTry = false;
   for (Opened opened = Opened::Again; opened != Opened::Yes;) {
@@ -336,10 +338,18 @@ table_file::Checkpointed table_file::Checkpoint() {
 
 // Where the user's table is the standard table there is nothing to bring up to date but the snapshot.
 void Undo_Point(const QString& caption) {
-  if (dbEntries && !dbEntries->InTrans() && Same_Name(Tbl.DBGrid1.Caption, TableFile) && !Stands_Away()) {
+  if (dbEntries && !dbEntries->InTrans() && !Stands_Away()) {
+    const QString user = Tbl.DBGrid1.Caption;
+    const bool standard = Same_Name(user, TableFile);
     if (rsEntries->Editing()) rsEntries->CancelUpdate();
-    Take_Snapshot_Of_Open_Table() ? Arm_Undo(caption) : Disarm_Undo();
-    return;
+    if (standard) {
+      Take_Snapshot_Of_Open_Table() ? Arm_Undo(caption) : Disarm_Undo();
+      return;
+    }
+    if (!user.isEmpty() && Mark_Snapshot_And_User(user)) {
+      if (rsEntries->Position() >= 0) Go_Back_To(rsEntries->Bookmark());
+      return Arm_Undo(caption);
+    }
   }
   const Checkpointed point = Checkpoint();
   if (point.loaded && point.snapshot) {
@@ -351,6 +361,7 @@ void Undo_Point(const QString& caption) {
 
 void Table_Idle() {
   if (!dbEntries || dbEntries->InTrans()) return;
+  Write_Pending_Snapshot();
   try {
     dbEntries->Checkpoint();
   } catch (const Error&) {

@@ -38,6 +38,8 @@ class UndoPoint {
 // The same in the middle of work that needs the table open: the rows are copied as they stand, UserTable is not.
 void Undo_Point_Of_Open_Table(const QString& caption);
 void Undo_Last();  // mnuReset: back to the snapshot
+// Before the table goes back to that step: an undo point behind it has to be a file by then.
+void Before_Going_Back(int step);
 // How many steps came after the one the undo point was taken for; they go along. 0 where that is not known.
 int Steps_After_Undo_Point();
 // Before the table is closed to be opened again. Where its file was deleted, moved or renamed under the program, the
@@ -48,7 +50,7 @@ void Name_User_Table(const QString& path);
 // The last undo point was taken under another UserTable: undo goes back to its name as well, so that the next
 // checkpoint does not write the old entries over the file of now.
 void Undo_Goes_Back_To(const QString& user);
-// Idle work: folds the log into the table file.
+// Idle work: writes the snapshot of the last undo point, folds the log into the table file.
 void Table_Idle();
 // Free name "<table>_BAK.MDB", "_BAK_1.MDB", ...
 QString Free_Backup_Name(const QString& table);

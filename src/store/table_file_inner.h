@@ -49,7 +49,12 @@ struct Copies {
 Copies Close_With_Copies();
 // Brings the snapshot up to date from the closed table; a failure is told and withdraws the undo.
 bool Take_Snapshot();
-bool Take_Snapshot_Of_Open_Table();  // the same from the open one, without closing it; quick
+bool Take_Snapshot_Of_Open_Table();  // the same from the open one, by a mark in its journal where that can be
+// The mark alone, for a user's table that is another one. It is brought up to date with the snapshot.
+bool Mark_Snapshot_And_User(const QString& user);
+bool Snapshot_Is_Pending();
+// Writes the file that a mark stands for. False if that cannot be now; a failure is told and withdraws the undo.
+bool Write_Pending_Snapshot();
 void Go_Back_To(const QString& row);  // if the table still has it
 // Close_With_Copies and Load_Table(Reload); the current row stays. `loaded` tells whether the table is open again.
 struct Checkpointed : Copies {

@@ -116,6 +116,7 @@ bool Load_Other_Table(const QString& wanted) {
   const QString user = Tbl.DBGrid1.Caption;
   const TableTag tag = Tbl.Tag;
   const BusyPointer busy;
+  Write_Pending_Snapshot();
   Close_Quietly();
   if (!Take_Snapshot()) {
     Load_Table(LoadMode::Reload);

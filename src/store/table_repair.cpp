@@ -36,6 +36,7 @@ void Compress_Table() {
   const BusyPointer busy;
   events.BackgroundText.Emit(TableFile);
   const QString sorted = Sorted_File();
+  Write_Pending_Snapshot();
   Close_Quietly();
   const QString before = Bytes_Of(TableFile);
   bool done = false;
@@ -68,6 +69,7 @@ QString Repair_Table() {
   if (!Table_In_Place()) return {};
   const BusyPointer busy;
   Tell_Known_Tables();
+  Write_Pending_Snapshot();
   Close_Quietly();
   QString text;
   try {
@@ -95,6 +97,7 @@ QString Repair_Table() {
 // snapshot of this map the third is the repaired one, so that every name that is told exists.
 void Recover_Table() {
   Tell_Known_Tables();
+  Write_Pending_Snapshot();
   Close_Quietly();
   const QString bak = Free_Aside_Name(TableFile, QStringLiteral("_bak.mdb"));
   const QString rep = Free_Aside_Name(TableFile, QStringLiteral("_rep.mdb"));

@@ -23,7 +23,7 @@ using namespace table_file;
 void table_file::Arm_Undo(const QString& caption) {
   MenuState& menu = Menu(QStringLiteral("mnuReset"));
   menu.Caption = caption;
-  menu.Enabled = File_Exists(Snapshot_File());
+  menu.Enabled = Snapshot_Is_Pending() || File_Exists(Snapshot_File());
   events.StateChanged.Emit();
 }
 
@@ -90,7 +90,7 @@ bool Restore(const QString& step) {
     Message_Box(texts::restored, MsgButtons::Ok, MsgIcon::Information, texts::saveTitle);
     return true;
   }
-  if (!Table_In_Place()) return false;
+  if (!Table_In_Place() || !Write_Pending_Snapshot()) return false;
   Close_Quietly();
   const SaveJob job{SaveStep::Restore, TableFile};
   const SnapshotState snapshot = State_Of_Snapshot();
@@ -177,6 +177,7 @@ bool Copy_To_Target(const SaveJob& job) {
     return true;
   };
   const TableTag tag = Tbl.Tag;
+  Write_Pending_Snapshot();
   try {
     Write_Header_Names(job.target, true);
     Close_Quietly();

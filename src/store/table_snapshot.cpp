@@ -1,5 +1,6 @@
 #include <QCryptographicHash>
 #include <QFile>
+#include <QFileInfo>
 #include <QRegularExpression>
 #include <algorithm>
 #include <functional>
@@ -27,6 +28,12 @@ namespace {
 
 QString userOfSnapshot;  // "" = the user's table did not change since
 HistoryMark markOfSnapshot;
+// What the mark stands for is in no file yet.
+struct Pending {
+  bool snapshot = false;
+  QString user;  // another table that is to be brought up to date as well
+};
+Pending pending;
 
 // "TEMP.MDB" is the work file of the first program, "TEMP_1.MDB" that of the second, ...
 QString Numbered_File(const QString& base, int number, const char* ending) {
@@ -53,12 +60,13 @@ struct FormerPoint {
   QString caption, user;
   bool enabled = false;
   HistoryMark mark;
+  Pending pending;
   QByteArray stamp;
   QString openTable;  // the user's, since the new point
 };
 std::optional<FormerPoint> formerPoint;
 
-const OnReset fresh(userOfSnapshot, markOfSnapshot, own, formerPoint);
+const OnReset fresh(userOfSnapshot, markOfSnapshot, pending, own, formerPoint);
 
 int Own_Number() {
   if (own.lock && own.folder == ProgramFolder) return own.number;
@@ -94,12 +102,11 @@ QString table_file::Sorted_File() { return Numbered_File(sortedBase, Own_Number(
 
 namespace {
 
-bool Take_By(const std::function<void(const QString& target)>& write) {
+bool Write_By(const std::function<void(const QString& target)>& write) {
+  pending = {};
   try {
     write(Snapshot_File());
     Replace_File(Stamp_File(Own_Number()), Fingerprint(Snapshot_File()));
-    userOfSnapshot.clear();
-    markOfSnapshot = Mark_Here();
     return true;
   } catch (const Error& error) {
     Forget_Snapshot();
@@ -110,6 +117,27 @@ bool Take_By(const std::function<void(const QString& target)>& write) {
     }
     return false;
   }
+}
+
+bool Take_By(const std::function<void(const QString& target)>& write) {
+  if (!Write_By(write)) return false;
+  userOfSnapshot.clear();
+  markOfSnapshot = Mark_Here();
+  return true;
+}
+
+// The journal knows the way back to here: a mark does for the file, which is written when there is time. What the file
+// holds is no snapshot of now.
+bool Take_Mark(const QString& user) {
+  const HistoryMark mark = Mark_Here();
+  const QFileInfo file(Snapshot_File());
+  if (dbEntries->InTrans() || !Is_Reached(mark) || file.isDir() || !QFileInfo(ProgramFolder).isWritable()) return false;
+  if (pending.user != user) Write_Pending_Snapshot();
+  QFile::remove(Stamp_File(Own_Number()));
+  userOfSnapshot.clear();
+  markOfSnapshot = mark;
+  pending = {true, user};
+  return true;
 }
 
 }  // namespace
@@ -123,7 +151,35 @@ void Undo_Point_Of_Open_Table(const QString& caption) {
 }
 
 bool table_file::Take_Snapshot_Of_Open_Table() {
-  return Take_By([](const QString& target) { Clone_Database(*dbEntries, target); });
+  return Take_Mark({}) || Take_By([](const QString& target) { Clone_Database(*dbEntries, target); });
+}
+
+bool table_file::Mark_Snapshot_And_User(const QString& user) { return Take_Mark(user); }
+bool table_file::Snapshot_Is_Pending() { return pending.snapshot; }
+
+bool table_file::Write_Pending_Snapshot() {
+  if (!pending.snapshot) return true;
+  if (!dbEntries || dbEntries->InTrans()) return false;
+  const QString user = pending.user;
+  const bool written = Write_By([](const QString& target) {
+    Clone_Database(*dbEntries, target);
+    if (markOfSnapshot.state == Mark_Here().state) return;
+    const auto copy = Workspace::OpenDatabase(target);
+    copy->Execute(QStringLiteral("PRAGMA synchronous=OFF"));  // a stamp proves it
+    Bring_Back(*copy, markOfSnapshot);
+    copy->Close();
+  });
+  if (!written || user.isEmpty()) return written;
+  try {
+    Compact_Over(Snapshot_File(), user);
+  } catch (const Error& error) {
+    Report_Copy_Error(user, error);
+  }
+  return true;
+}
+
+void Before_Going_Back(int step) {
+  if (pending.snapshot && Lies_Behind(markOfSnapshot, step)) Write_Pending_Snapshot();
 }
 
 table_file::SnapshotState table_file::State_Of_Snapshot() {
@@ -152,9 +208,9 @@ void Keep_Former_Point() {
   const int number = Own_Number();
   formerPoint.reset();
   Kill_Quietly(Former_File(number));
-  FormerPoint kept{menu.Caption, userOfSnapshot, menu.Enabled, markOfSnapshot, {}, {}};
+  FormerPoint kept{menu.Caption, userOfSnapshot, menu.Enabled, markOfSnapshot, pending, {}, {}};
   try {
-    if (menu.Enabled) {
+    if (menu.Enabled && !pending.snapshot) {
       kept.stamp = Read_Bytes(Stamp_File(number));
       File_Rename(Snapshot_File(), Former_File(number));
     }
@@ -172,11 +228,15 @@ bool Written_Since(const FormerPoint& kept) {
 void Put_Former_Back(const FormerPoint& kept) {
   const int number = Own_Number();
   try {
-    if (kept.enabled) {
+    if (!pending.user.isEmpty()) Write_Pending_Snapshot();  // the user's table is brought up to date all the same
+    if (kept.pending.snapshot) {
+      QFile::remove(Stamp_File(number));
+    } else if (kept.enabled) {
       Kill_Quietly(Snapshot_File());
       File_Rename(Former_File(number), Snapshot_File());
       Replace_File(Stamp_File(number), kept.stamp);
     }
+    pending = kept.pending;
     userOfSnapshot = kept.user;
     markOfSnapshot = kept.mark;
     kept.enabled ? Arm_Undo(kept.caption) : Disarm_Undo();
@@ -206,6 +266,7 @@ void table_file::Forget_Snapshot() {
   formerPoint.reset();
   userOfSnapshot.clear();
   markOfSnapshot = {};
+  pending = {};
   Disarm_Undo();
 }
 

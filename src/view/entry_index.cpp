@@ -3,8 +3,10 @@
 #include <algorithm>
 #include <cmath>
 
+#include "objects/draw_context.h"
 #include "state/map_state.h"
 #include "store/entry.h"
+#include "store/vertex_table.h"
 
 namespace {
 
@@ -13,6 +15,8 @@ constexpr float widestLetter = 3;  // widths and heights of a line in sizes of i
 constexpr float pixelsPerPoint = 4.0F / 3;
 constexpr float largestOwn = 3, ownPixels = 16;  // sizes up to it are drawn in so many pixels at every zoom
 constexpr int handRoom = 12;                     // marks, hit strips, rounding
+constexpr int shapeRoom = 20;                    // the same, with a pen of a pixel at least and its corners
+constexpr double penRoom = 3;                    // widths of a pen that its corners reach beyond an outline
 
 // Letters of unknown width or direction.
 bool Is_Plain(const QString& text) {
@@ -60,22 +64,96 @@ EntryReach EntryReach::Of(const Recordset& row) {
   reach.inactive = !reach.hidden && EntryId::StoredIsInactive(id);
   reach.marked = !reach.hidden && type.mark != Mark::None;
   reach.planRow = type.Kind() == EntryKind::PlanSquare || type.Kind() == EntryKind::PlanDesign;
-  if (Is_Text_Kind(type.Kind())) reach.Take_Text(row, row.Text(column::Schrift).contains(u'<'));
+  const auto schrift = [&] { return Font_Text(type, row.Text(column::Schrift)); };
+  if (Is_Text_Kind(type.Kind()))
+    reach.everywhere = !reach.Take_Text(row, schrift());
+  else if (type.IsPolygon())  // without a label where its size is negative
+    reach.everywhere =
+        !reach.Take_Outline(row) || !(row.Number(column::Groesse) < 0 || reach.Take_Text(row, schrift()));
+  else if (type.IsFigure())
+    reach.everywhere = !reach.Take_Figure(row, type);
   return reach;
 }
 
-void EntryReach::Take_Text(const Recordset& row, bool turned) {
+namespace {
+
+int Stored(const Recordset& row, int where) { return Stored_Number(row.Integer(where)); }
+
+// Null without a vertex.
+QRectF Bounds_Of(const std::vector<QPoint>& points) {
+  if (points.empty()) return {};
+  int left = points[0].x(), right = left, top = points[0].y(), bottom = top;
+  for (const QPoint& point : points) {
+    left = std::min(left, point.x()), right = std::max(right, point.x());
+    top = std::min(top, point.y()), bottom = std::max(bottom, point.y());
+  }
+  return {QPointF(left, top), QPointF(right, bottom)};
+}
+
+// What turning it about a point can cover.
+QRectF Turned_About(const QRectF& box, QPointF centre) {
+  double radius = 0;
+  for (const QPointF& corner : {box.topLeft(), box.topRight(), box.bottomLeft(), box.bottomRight()})
+    radius = std::max(radius, std::hypot(corner.x() - centre.x(), corner.y() - centre.y()));
+  return {centre - QPointF(radius, radius), centre + QPointF(radius, radius)};
+}
+
+}  // namespace
+
+void EntryReach::Take_Shape(const QRectF& box, double room) {
+  hasShape = true;
+  left = static_cast<float>(box.left() - room);
+  top = static_cast<float>(box.top() - room);
+  right = static_cast<float>(box.right() + room);
+  bottom = static_cast<float>(box.bottom() + room);
+  pad = std::max<qint16>(pad, shapeRoom);
+}
+
+// Rounded ones lie within the hull of their vertices. One without vertices is told of wherever the user looks.
+bool EntryReach::Take_Outline(const Recordset& row) {
+  const EntryId id = EntryId::Parse(row.Text(column::ID));
+  const std::vector<QPoint>& vertices = Load_Vertices(id.TableName());
+  if (vertices.empty()) return false;
+  double room = penRoom * std::max(0, Stored(row, column::Xline));
+  if (id.ends) room += (id.ends->lengthMm + id.ends->widthMm) * pixelsPerMm;
+  Take_Shape(Bounds_Of(vertices), room);
+  return true;
+}
+
+bool EntryReach::Take_Figure(const Recordset& row, const EntryType& type) {
+  const QString schrift = row.Text(column::Schrift);
+  const bool turned = FillCode::IsFill(schrift) && FillCode::AngleOf(schrift) != 0;
+  const double wide = Stored(row, column::Xline), high = Stored(row, column::Yline);
+  const QPointF corner(Stored(row, column::Xmap), Stored(row, column::Ymap));
+  const QPointF centre = corner + QPointF(wide, high) / 2;
+  QRectF box;
+  if (type.IsFreeFigure()) {
+    const std::vector<QPoint>& vertices = Load_Vertices(EntryId::Parse(row.Text(column::ID)).TableName());
+    if (vertices.empty()) return false;
+    box = Bounds_Of(vertices);
+  } else {
+    // A circle is as wide as it is high, an ellipse follows its longer side.
+    const double longer = std::max(std::abs(wide), std::abs(high));
+    box = QRectF(corner, QSizeF(wide, high)).normalized() | QRectF(corner, QSizeF(longer, longer));
+  }
+  Take_Shape(turned ? Turned_About(box, centre) : box, penRoom * FrameWord::Parse(row.Integer(column::RA)).width);
+  return true;
+}
+
+bool EntryReach::Take_Text(const Recordset& row, const QString& schrift) {
   const QString text = Shown_Text(row.Text(column::Eintrag));
-  if (!Is_Plain(text)) return;
-  const auto number = [&row](int where) { return static_cast<qint16>(Stored_Number(row.Integer(where))); };
-  everywhere = false;
-  allRound = turned;
+  if (!Is_Plain(text)) return false;
+  const auto number = [&row](int where) { return static_cast<qint16>(Stored(row, where)); };
+  hasText = true;
+  allRound = schrift.contains(u'<');
   x = number(column::Xmap);
   y = number(column::Ymap);
-  footX = std::max<qint16>(number(column::Xline), 0);
-  footY = number(column::Yline);
+  if (!hasShape) {  // lines and areas keep their width and style there
+    footX = std::max<qint16>(number(column::Xline), 0);
+    footY = number(column::Yline);
+  }
   const FrameWord frame = FrameWord::Parse(row.Integer(column::RA));
-  pad = static_cast<qint16>(2 * (frame.width + 1) + handRoom);
+  pad = std::max(pad, static_cast<qint16>(2 * (frame.width + 1) + handRoom));
   const auto size = static_cast<float>(Stored_Size(row.Number(column::Groesse)));
   const bool own = !(size > largestOwn);
   const TextExtent extent = Extent_Of(text);
@@ -86,24 +164,29 @@ void EntryReach::Take_Text(const Recordset& row, bool turned) {
   };
   take(width, extent.letters);
   take(height, extent.lines);
+  return true;
 }
 
 QRectF EntryReach::At(double zoom) const {
   const auto room = [zoom](const float(&reach)[2]) {
     return static_cast<double>(reach[0]) + static_cast<double>(reach[1]) * zoom;
   };
-  const double wide = room(width), high = room(height), out = pad * zoom;
+  const double out = pad * zoom;
+  QRectF shape;
+  if (hasShape)
+    shape = QRectF(QPointF(static_cast<double>(this->left), static_cast<double>(this->top)),
+                   QPointF(static_cast<double>(this->right), static_cast<double>(this->bottom)))
+                .adjusted(-out, -out, out, out);
+  if (!hasText) return shape;
+  const double wide = room(width), high = room(height);
   const double round = allRound ? wide + high : 0;
-  double left = x - out - round, right = x + out + (allRound ? round : wide);
-  double top = y - out - round, bottom = y + out + (allRound ? round : high);
+  QRectF text(QPointF(x - out - round, y - out - round),
+              QPointF(x + out + (allRound ? round : wide), y + out + (allRound ? round : high)));
   if (footX > 0) {
     const double foot = Foot_Room(zoom);
-    left = std::min(left, footX - foot);
-    right = std::max(right, footX + foot);
-    top = std::min(top, footY - foot);
-    bottom = std::max(bottom, footY + foot);
+    text |= QRectF(footX - foot, footY - foot, 2 * foot, 2 * foot);
   }
-  return {QPointF(left, top), QPointF(right, bottom)};
+  return hasShape ? text | shape : text;
 }
 
 void EntryIndex::Count(const EntryReach& reach, int by) {
@@ -140,6 +223,7 @@ bool EntryIndex::Build() {
   changes.reset();
   counts = {};
   index.clear();
+  vertexRows.clear();
   index.reserve(static_cast<size_t>(rsEntries->RecordCount()));
   index.push_back({});  // the header row, of no concern
   bool ascending = true;
@@ -147,44 +231,68 @@ bool EntryIndex::Build() {
     const qint64 key = rsEntries->Key();
     ascending = ascending && (index.size() == 1 || index.back().key < key);
     index.push_back({key, EntryReach::Of(*rsEntries)});
+    Note_Table(key);
     Count(index.back().reach, 1);
   });
   return ascending && std::ssize(index) == rsEntries->RecordCount();
 }
 
-// A row that was written several times is looked at once.
-bool EntryIndex::Follow_Writes(const std::vector<RowWrite>& writes) {
+void EntryIndex::Note_Table(qint64 key) {
+  const EntryType type = EntryType::Parse(rsEntries->Integer(column::Typ));
+  if (!type.HasVertices()) return;
+  const QString table = EntryId::Parse(rsEntries->Text(column::ID)).TableName().toLower();
+  if (!vertexRows.contains(table, key)) vertexRows.insert(table, key);
+}
+
+// Those whose vertices were written among them; one that was written several times is there once.
+std::vector<qint64> EntryIndex::Written_Rows(const WritesSince& writes) const {
   std::vector<qint64> keys;
-  for (const RowWrite& write : writes) keys.push_back(write.key);
+  for (const RowWrite& write : writes.rows) keys.push_back(write.key);
+  for (const QString& table : writes.otherTables) {
+    const auto rows = vertexRows.equal_range(table);
+    keys.insert(keys.end(), rows.first, rows.second);
+  }
   std::sort(keys.begin(), keys.end());
   keys.erase(std::unique(keys.begin(), keys.end()), keys.end());
+  return keys;
+}
+
+bool EntryIndex::Follow_Row(qint64 key) {
+  EntryChange change;
+  change.key = key;
+  const int position = rsEntries->PositionOf(key);
+  if (position == 0) return false;  // the header row
+  if (position > 0) {
+    rsEntries->MoveTo(position);
+    change.after = EntryReach::Of(*rsEntries);
+    Note_Table(key);
+  }
+  const auto place = std::lower_bound(index.begin() + 1, index.end(), key,
+                                      [](const Row& row, qint64 wanted) { return row.key < wanted; });
+  const bool known = place != index.end() && place->key == key;
+  if (known) {
+    change.before = place->reach;
+    Count(place->reach, -1);
+  }
+  if (change.after) Count(*change.after, 1);
+  if (known && change.after)
+    place->reach = *change.after;
+  else if (known)
+    index.erase(place);
+  else if (change.after)
+    index.insert(place, {key, *change.after});
+  changes->push_back(change);
+  return true;
+}
+
+bool EntryIndex::Follow_Writes(const WritesSince& writes) {
   changes.emplace();
   const KeepCurrentRow keep;
-  for (const qint64 key : keys) {
-    EntryChange change;
-    change.key = key;
-    const int position = rsEntries->PositionOf(key);
-    if (position == 0) return false;  // the header row
-    if (position > 0) {
-      rsEntries->MoveTo(position);
-      change.after = EntryReach::Of(*rsEntries);
-    }
-    const auto place = std::lower_bound(index.begin() + 1, index.end(), key,
-                                        [](const Row& row, qint64 wanted) { return row.key < wanted; });
-    const bool known = place != index.end() && place->key == key;
-    if (known) {
-      change.before = place->reach;
-      Count(place->reach, -1);
-    }
-    if (change.after) Count(*change.after, 1);
-    if (known && change.after)
-      place->reach = *change.after;
-    else if (known)
-      index.erase(place);
-    else if (change.after)
-      index.insert(place, {key, *change.after});
-    changes->push_back(change);
-  }
+  for (const qint64 key : Written_Rows(writes))
+    if (!Follow_Row(key)) return false;
+  // A table that is no entry's may concern all of them.
+  const auto isVertexTable = [this](const QString& table) { return vertexRows.contains(table); };
+  if (!std::all_of(writes.otherTables.begin(), writes.otherTables.end(), isVertexTable)) changes.reset();
   return std::ssize(index) == rsEntries->RecordCount();
 }
 

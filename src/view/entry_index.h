@@ -1,9 +1,11 @@
 #pragma once
+#include <QMultiHash>
 #include <QRectF>
 #include <optional>
 #include <vector>
 
 #include "platform/database.h"
+#include "store/entry_type.h"
 
 // Which rows of a large table a part of the map can concern, and what all rows add to the counts, without looking at
 // them: the reach of each, kept with the writes of the table. Rows whose reach is not known count as everywhere.
@@ -21,14 +23,19 @@ class EntryReach {
   bool planRow = false;                                   // of the raster
 
  private:
-  void Take_Text(const Recordset& row, bool turned);
+  // False where the reach cannot be known.
+  bool Take_Text(const Recordset& row, const QString& schrift);
+  bool Take_Outline(const Recordset& row);
+  bool Take_Figure(const Recordset& row, const EntryType& type);
+  void Take_Shape(const QRectF& box, double room);
 
-  bool everywhere = true;
+  bool everywhere = true, hasText = false, hasShape = false;
   qint16 x = 0, y = 0, footX = 0, footY = 0;  // map pixels; footX 0: none
   qint16 pad = 0;                             // surface pixels round it
   bool allRound = false;                      // turned: as far to the left and above as to the right and below
   // Width and height are first + second * zoom map pixels.
   float width[2] = {0, 0}, height[2] = {0, 0};
+  float left = 0, top = 0, right = 0, bottom = 0;  // of a line, an area, a figure: map pixels, with its pen
 };
 
 struct EntryCounts {
@@ -55,14 +62,18 @@ class EntryIndex {
 
  private:
   bool Build();
-  bool Follow_Writes(const std::vector<RowWrite>& writes);
+  bool Follow_Writes(const WritesSince& writes);
+  bool Follow_Row(qint64 key);
+  std::vector<qint64> Written_Rows(const WritesSince& writes) const;
   void Count(const EntryReach& reach, int by);
+  void Note_Table(qint64 key);  // of the current row
 
   struct Row {
     qint64 key = 0;
     EntryReach reach;
   };
-  std::vector<Row> index;  // by position
+  std::vector<Row> index;                  // by position
+  QMultiHash<QString, qint64> vertexRows;  // keys by vertex table, in small letters
   EntryCounts counts;
   WriteMoment moment;
   std::optional<std::vector<EntryChange>> changes;

@@ -12,6 +12,7 @@
 #include "state/on_reset.h"
 #include "view/draw_rows.h"
 #include "view/entry_index.h"
+#include "view/map_copies.h"
 
 namespace {
 
@@ -34,6 +35,7 @@ struct Looks {
 struct Painted {
   QImage picture, aside;  // the second one is drawn into while a part is painted anew
   Looks looks;
+  DrawCounts counts;  // those of the raster serve on
 };
 Painted painted;
 EntryIndex entryIndex;
@@ -70,6 +72,7 @@ void Paint_Clip(QImage& canvas, const QRect& part) {
   surface->SetClip(QRectF(part));
   surface->FilledBox(QRectF(part), QBColor(windowGrey));
   const MapClipState& clip = Map.MapClip[static_cast<size_t>(Map.ClipLevel)];
+  Prepare_Clip(QRect(clip.ClipX, clip.ClipY, clip.ClipWidth, clip.ClipHeight));
   const QRectF source(clip.ClipX, clip.ClipY, clip.ClipWidth, clip.ClipHeight);
   const QRectF target =
       Map.Zoom < 1.0F ? QRectF(0, 0, Map.ViewWidth, Map.ViewHeight) : QRectF(0, 0, clip.ClipWidth, clip.ClipHeight);
@@ -191,7 +194,7 @@ DrawCounts Paint_Map() {
     Paint_Ground(Map.canvas, Map.canvas.rect());
     On_View(Map.canvas, &Map.EntryRegions, [&counts](DrawContext& context) { counts = Draw_Seen_Entries(context); });
   } while (counts.deleted > 0);
-  if (entryIndex.Is_There() && counts.planRows == 0) painted = {Map.canvas, std::move(aside), Looks_Now()};
+  if (entryIndex.Is_There()) painted = {Map.canvas, std::move(aside), Looks_Now(), counts};
   return counts;
 }
 
@@ -199,10 +202,11 @@ std::optional<DrawCounts> Paint_Changes() {
   if (painted.picture.isNull() || !(painted.looks == Looks_Now()) || !entryIndex.Follow() || !entryIndex.Changes())
     return std::nullopt;
   const std::vector<EntryChange> changes = *entryIndex.Changes();
-  if (std::ssize(changes) > mostChanges || entryIndex.Counts().planRows > 0) return std::nullopt;
+  if (std::ssize(changes) > mostChanges) return std::nullopt;
   const auto parts = Changed_Parts(changes);
   if (!parts) return std::nullopt;
   const Looks looks = painted.looks;
+  DrawCounts counts = painted.counts;
   Map.FontMissing = FontQuestion::Ask;
   QImage picture = std::exchange(painted.picture, {}), aside = std::exchange(painted.aside, {});
   if (aside.size() != picture.size()) aside = Make_Canvas(picture.width(), picture.height());
@@ -213,9 +217,8 @@ std::optional<DrawCounts> Paint_Changes() {
   Map.EntryRegions.Widen();
   for (auto it = changed.begin(); it != changed.end(); ++it) Map.EntryRegions.Exchange(it.key(), std::move(*it));
   Map.canvas = picture;
-  painted = {std::move(picture), std::move(aside), looks};
-  DrawCounts counts;
   Take_Counts(counts);
+  painted = {std::move(picture), std::move(aside), looks, counts};
   return counts;
 }
 

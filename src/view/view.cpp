@@ -3,7 +3,6 @@
 #include <QImage>
 #include <algorithm>
 #include <cmath>
-#include <map>
 
 #include "platform/for_now.h"
 #include "platform/text.h"
@@ -15,8 +14,8 @@
 #include "state/on_reset.h"
 #include "state/table_state.h"
 #include "store/entry.h"
+#include "view/map_copies.h"
 #include "view/redraw.h"
-#include "view/reduce.h"
 
 namespace {
 
@@ -24,13 +23,6 @@ constexpr int barThickness = 20;  // window pixels
 constexpr int overhangAllowed = 3;
 constexpr int leastMapHeight = 100;
 constexpr float zoomMin = 0.125F, zoomMax = 20.0F;
-constexpr qint64 copiesLimit = 512LL << 20;  // bytes of reduced copies kept for the way back
-
-// Reduced copies by their factor against the scan, so that going back to a zoom builds nothing.
-std::map<float, QImage> reducedCopies;
-int builds = 0;
-const OnReset fresh(reducedCopies, builds);
-
 bool layingOut = false;  // the windows are taking their places
 
 MapClipState& Current_Clip() { return Map.MapClip[static_cast<size_t>(Map.ClipLevel)]; }
@@ -43,58 +35,6 @@ void Hide_Floating() {
   Map.imgRfLine.Visible = false;
   Map.imgBild.Visible = false;
   Map.lblShape.Visible = false;
-}
-
-void Forget_Distant_Copies(float wanted) {
-  qint64 bytes = 0;
-  for (const auto& [factor, image] : reducedCopies) bytes += image.sizeInBytes();
-  for (auto it = reducedCopies.begin(); it != reducedCopies.end() && bytes > copiesLimit;) {
-    const bool chain = it->first == 2.0F || it->first == 4.0F;
-    if (chain || it->first == wanted) {
-      ++it;
-      continue;
-    }
-    bytes -= it->second.sizeInBytes();
-    it = reducedCopies.erase(it);
-  }
-}
-
-// The copy of the scan reduced by `factor` in all; from the half-size chain where that is nearer.
-const QImage& Reduced_Copy(float factor) {
-  const auto found = reducedCopies.find(factor);
-  if (found != reducedCopies.end()) return found->second;
-  const float base = factor > 4.0F ? 4.0F : factor > 2.0F ? 2.0F : 1.0F;
-  const QImage source = factor == 4.0F ? Reduced_Copy(2.0F) : base == 1.0F ? Map.MapClip[0].image : Reduced_Copy(base);
-  const float step = factor == 4.0F ? 2.0F : factor / base;
-  // The status bar alone: windows that were synced now would ask for a picture of a zoom that is not there yet.
-  const ForNow notice(InfoBar.Zoom, QStringLiteral("Karte wird gezoomt. Bitte warten."));
-  events.InfoBarChanged.Emit();
-  QImage copy = Reduced_Picture(source, static_cast<double>(step));
-  ++builds;
-  const QImage& kept = reducedCopies[factor] = std::move(copy);
-  Forget_Distant_Copies(factor);
-  return kept;
-}
-
-void Use_Clip(int level, const QImage& image, float factor) {
-  MapClipState& clip = Map.MapClip[static_cast<size_t>(level)];
-  clip.image = image;
-  clip.factor = factor;
-  Map.ClipLevel = level;
-}
-
-void Choose_Clip() {
-  const float zoom = Map.Zoom;
-  if (zoom <= 1.0F) {
-    Map.ClipLevel = 0;
-    return;
-  }
-  if (zoom < 2.0F) return Use_Clip(1, Reduced_Copy(zoom), zoom);
-  Use_Clip(1, Reduced_Copy(2.0F), 1.0F);
-  if (zoom == 2.0F) return;
-  if (zoom < 4.0F) return Use_Clip(2, Reduced_Copy(zoom), zoom / 2);
-  Use_Clip(2, Reduced_Copy(4.0F), 1.0F);
-  if (zoom > 4.0F) Use_Clip(3, Reduced_Copy(zoom), zoom / 4);
 }
 
 struct MapPoint {
@@ -249,8 +189,7 @@ void Set_Map_Picture(const QImage& picture) {
 
 void Clear_Map_Picture() {
   Map.FontsAsked.clear();
-  reducedCopies.clear();
-  builds = 0;
+  Forget_Copies();
   for (MapClipState& clip : Map.MapClip) clip = {};
   Map.ClipLevel = 0;
   Map.ViewLeft = Map.ViewTop = 0;
@@ -397,5 +336,3 @@ void Set_Light(bool light) {
 ViewPlace View_Now() { return {Map.Zoom, Map.ViewLeft, Map.ViewTop}; }
 
 int Zoom_Percent() { return static_cast<int>(std::floor(100.0F / Map.Zoom)); }
-
-int Clip_Builds() { return builds; }

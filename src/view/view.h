@@ -32,4 +32,3 @@ struct ViewPlace {
 };
 ViewPlace View_Now();  // of the view as it stands in Map
 int Zoom_Percent();    // Int(100 / Zoom)
-int Clip_Builds();     // reduced copies made since the scan was taken

@@ -192,7 +192,7 @@ QString Book::Add_Sheet(const QString& name) {
   while (package.Has(Folder_Of(part) + partName())) ++number;
   const QString added = Add_Part(QStringLiteral("worksheet"), partName());
   for (const pugi::xml_node& node : Child(Root(), "sheets").children())
-    highestId = std::max(highestId, Attribute(node, "sheetId").as_int());
+    highestId = std::max(highestId, std::min(Attribute(node, "sheetId").as_int(), std::numeric_limits<int>::max() - 1));
   pugi::xml_node node = Append_Child(Child(Root(), "sheets"), "sheet");
   Set_Attribute(node, "name", name);
   Set_Attribute(node, "sheetId", QString::number(highestId + 1));

@@ -229,9 +229,10 @@ void Read_Sheet_Part(Sheet& sheet, const QByteArray& xml, const QString& part, c
   For_Children(Child(root, "cols"), "col", [&sheet](const pugi::xml_node& node) {
     const double width = Attribute(node, "width").as_double();
     // The last entry of some writers reaches to the end of the sheet: it says nothing of a column in use.
-    const int first = Attribute(node, "min").as_int(), last = std::min(Attribute(node, "max").as_int(), first + 256);
+    const int first = std::clamp(Attribute(node, "min").as_int(), 1, Sheet::maxColumn);
+    const int last = std::min({Attribute(node, "max").as_int(), first + 256, Sheet::maxColumn});
     if (width > 0)
-      for (int column = std::max(1, first); column <= last; ++column) sheet.SetColumnWidth(column, width);
+      for (int column = first; column <= last; ++column) sheet.SetColumnWidth(column, width);
   });
   RowReader reader(sheet, sources);
   For_Children(data, "row", [&reader](const pugi::xml_node& node) { reader.Read(node); });

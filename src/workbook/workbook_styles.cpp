@@ -31,7 +31,7 @@ QByteArray Entry_Text(const pugi::xml_node& node) {
 
 pugi::xml_node Entry_At(const pugi::xml_node& list, int place) {
   for (const pugi::xml_node& entry : list.children())
-    if (entry.type() == pugi::node_element && place-- == 0) return entry;
+    if (place >= 0 && entry.type() == pugi::node_element && place-- == 0) return entry;
   return {};
 }
 

@@ -32,10 +32,8 @@ TEST(ColorAssignmentTest, SpeciesByColour) {
     shown += QStringLiteral("%1 %2 = %3").arg(species.name).arg(species.total).arg(counts.join(u'+'));
   }
   EXPECT_EQ(shown, (QStringList{"asleep 1 = 0+1+0+0", "Ofen 1 = 0+1+0+0", "Öl 7 = 3+1+3+0", "zebra 1 = 0+0+0+1"}));
-  EXPECT_EQ(result->total, 10);
-  EXPECT_EQ(result->perColor, (std::vector<qint64>{3, 3, 3, 1}));
+  EXPECT_EQ(std::tuple(result->total, result->perColor), std::tuple(10, (std::vector<qint64>{3, 3, 3, 1})));
   EXPECT_EQ(result->species[2].row, 1);
-
   const auto whole =
       Assign_To_Colors(rows, {.plain = true, .marked = true, .inactive = true, .hidden = true}, By_Column);
   EXPECT_FALSE(whole->leftOut);
@@ -48,8 +46,7 @@ TEST(ColorAssignmentTest, ManyNamesButNotManyColours) {
   for (int i = 0; i < 5000; ++i) rows.push_back(At(i % 500, "Text", 0, QString::number(100000 - i) + "x"));
   const auto colorAt = [](QPoint at) { return qRgb(at.x() % 250, at.x() / 250, 0); };
   const auto result = Assign_To_Colors(rows, {}, colorAt);
-  EXPECT_EQ(result->species.size(), 5000U);
-  EXPECT_EQ(result->colors.size(), 500U);
+  EXPECT_EQ(std::tuple(result->species.size(), result->colors.size()), std::tuple(5000U, 500U));
   EXPECT_EQ(result->species.front().name, "100000x");
   rows.push_back(At(500, "Text", 0, "one more"));
   const Error error = Raised([&] { Assign_To_Colors(rows, {}, colorAt); });

@@ -76,10 +76,9 @@ TEST(Diagrams, NearestNeighboursInAnAreaWithItsEdge) {
   EXPECT_NEAR(found.pattern->expected, 3.219, 1e-9);
   EXPECT_NEAR(found.pattern->index, 0.621311, 1e-6);
   EXPECT_NEAR(found.pattern->z, -1.283602, 1e-5);
-  EXPECT_EQ(Pattern_Word(*found.pattern), QStringLiteral("zufällig"));
-  EXPECT_EQ(Pattern_Word({.z = -1.97}), QStringLiteral("gehäuft"));
-  EXPECT_EQ(Pattern_Word({.z = 1.97}), QStringLiteral("gleichmäßig"));
-
+  EXPECT_EQ(Pattern_Word(*found.pattern), "zufällig");
+  EXPECT_EQ(Pattern_Word({.z = -1.97}), "gehäuft");
+  EXPECT_EQ(Pattern_Word({.z = 1.97}), "gleichmäßig");
   const NearestDistances all = Nearest_On_Map(map, QSize(50, 25));
   EXPECT_EQ(all.distances.size(), 7U);
   // A = 100 * 50, P = 300, N = 7.

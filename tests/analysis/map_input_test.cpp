@@ -1,7 +1,5 @@
 #include "analysis/map_input.h"
 
-#include "store/columns.h"
-#include "store/vertex_table.h"
 #include "support/table_fixture.h"
 
 namespace {
@@ -20,20 +18,17 @@ TEST_F(MapInputTest, RowsOfTheOpenTable) {
   rsEntries->MoveNext();
   Set_Field(u"Datum", QStringLiteral("14.5."));
   const QString current = rsEntries->Bookmark();
-
   const MapInput input = Read_Map_Input();
   EXPECT_EQ(rsEntries->Bookmark(), current);
   ASSERT_EQ(input.rows.size(), 5U);
-  EXPECT_EQ(input.rows[0].Eintrag, "Zebra");
-  EXPECT_EQ(input.mapName, "Karte.bmp");
+  EXPECT_EQ(std::tuple(input.rows[0].Eintrag, input.mapName), std::tuple("Zebra", "Karte.bmp"));
   EXPECT_EQ(input.vertices(input.rows[4]).size(), 3U);
   EXPECT_TRUE(input.vertices(input.rows[0]).empty());
   const SortedMapInput sorted = Read_Sorted_Map_Input();
   QStringList texts;
   for (const EntryRow& row : sorted.map.rows) texts += row.Eintrag;
   EXPECT_EQ(texts, (QStringList{"=Ahorn", "ähre", "Bär", "x", "Zebra"}));
-  EXPECT_EQ(sorted.columns, QStringList{"Datum"});
-  EXPECT_EQ(sorted.values[4], QStringList{"14.5."});
+  EXPECT_EQ(std::tuple(sorted.columns, sorted.values[4]), std::tuple(QStringList{"Datum"}, QStringList{"14.5."}));
 }
 
 TEST_F(MapInputTest, MeasureWithAndWithoutAScale) {

@@ -109,8 +109,7 @@ TEST(PointPattern, ClarkEvansTellsEvenFromClumped) {
 
 TEST(PointPattern, HistogramHoldsEveryValue) {
   const Histogram histogram = Histogram_Of(std::vector<double>{0, 1, 2, 3, 4, 5, 6, 8});  // four classes of 2
-  EXPECT_EQ(histogram.width, 2);
-  EXPECT_EQ(histogram.counts, (std::vector<int>{2, 2, 2, 2}));
+  EXPECT_EQ(std::tuple(histogram.width, histogram.counts), std::tuple(2, (std::vector<int>{2, 2, 2, 2})));
   EXPECT_EQ(Histogram_Of(std::vector<double>{0, 0}).counts, (std::vector<int>{2, 0}));
   EXPECT_TRUE(Histogram_Of({}).counts.empty());
 }

@@ -6,7 +6,6 @@
 #include "analysis/population_sheet.h"
 #include "analysis/result_book.h"
 #include "analysis_rows.h"
-#include "platform/surface.h"
 
 namespace {
 // Expects the cells of a row from column 1 on, as text; "*" is anything.
@@ -71,10 +70,8 @@ TEST(PopulationSheetTest, BlockOfAnArea) {
   EXPECT_TRUE(sheet.Text(31, 1).startsWith("Ziffern am Anfang"));
   Expect_Row(sheet, 33, {"Ende der Auswertung"});
   EXPECT_EQ(sheet.RowCount(), 33);
-
   const CellStyle& look = sheet.Style(6, 1);
-  EXPECT_EQ(look.color, map.palette[1]);
-  EXPECT_EQ(look.fill, map.palette[14]);
+  EXPECT_EQ(std::tuple(look.color, look.fill), std::tuple(map.palette[1], map.palette[14]));
   EXPECT_EQ(look.border, map.palette[14]);  // 103 is beyond the palette
   EXPECT_TRUE(look.bold);
   EXPECT_EQ(sheet.Style(3, 1).color, qRgb(0, 0, 255));
@@ -113,7 +110,6 @@ TEST(PopulationSheetTest, WhatIsMissingIsTold) {
   EXPECT_EQ(Row_With(sheet, "2 markierte oder ausgeblendete Flächen sind nicht enthalten."), sheet.RowCount() - 4);
   EXPECT_EQ(sheet.Text(sheet.RowCount() - 2, 1), "Nicht gezählt, die Zahl ist größer als 32767: 40000 Mücken");
   EXPECT_EQ(Row_With(Population_Of_All(map, false), "Diversität:"), 0);
-
   const Population values = *Calc_Population_Values(map, 0);
   int asked = 0;
   const auto answer = [&asked](bool on) {
@@ -150,7 +146,6 @@ TEST(LineSheetTest, StretchesSumsAndLegend) {
   Expect_Row(sheet, sheet.RowCount() - 2, {"Gesamtsumme aller Längen:", "21", "42"});
   Expect_Row(sheet, sheet.RowCount(), {"Ende"});
   EXPECT_EQ(sheet.Style(first + 1, 3).format, "### ### ##0.000");
-
   const QString text = Line_Text(map, lines);
   EXPECT_TRUE(text.contains("Linie: Linie1  Bach\r\n"));
   EXPECT_TRUE(text.contains("1                                  5            10,000     143,130\r\n"));
@@ -252,7 +247,6 @@ TEST(MatrixSheetTest, SheetAndTextForOtherPrograms) {
   Expect_Row(sheet, 6, {"Insgesamt", "", "", "9", "3"});
   EXPECT_NEAR(sheet.Number(4, 8), 1 - (25.0 + 9 + 1) / 81, 1e-12);
   EXPECT_TRUE(sheet.Text(8, 1).contains("40000 x"));
-
   const QByteArray csv = Matrix_Csv(*matrix);
   EXPECT_TRUE(
       csv.startsWith("\xEF\xBB\xBF"

@@ -55,8 +55,7 @@ TEST(SpeciesLists, OrderByFallingThreshold) {
   EXPECT_EQ(Shown(Listed({"0a", "b", "0a", "B"})), "b 1, B 1");  // letter by letter; none of a
   EXPECT_EQ(Shown(Listed({"7", "3"})), " 10");
   const SpeciesList list = Listed({"3a", "b", "40000 c", "c"});
-  EXPECT_EQ(list.individuals, 5);
-  EXPECT_EQ(list.tooLarge, QStringList{"40000 c"});
+  EXPECT_EQ(std::tuple(list.individuals, list.tooLarge), std::tuple(5, QStringList{"40000 c"}));
   EXPECT_TRUE(list.digitsSeen);
   EXPECT_FLOAT_EQ(list.species[0].dominance, 60);
   EXPECT_FLOAT_EQ(list.percentSum, 100);
@@ -84,8 +83,7 @@ TEST(SpeciesLists, DensityByDecades) {
 TEST(DiversityTest, IndicesOfOneCommunity) {
   const std::vector<qint64> counts = {10, 0, 5, 3, 1, 1};
   const DiversityIndices all = Diversity_Indices(counts);
-  EXPECT_EQ(all.individuals, 20);
-  EXPECT_EQ(all.species, 5);
+  EXPECT_EQ(std::tuple(all.individuals, all.species), std::tuple(20, 5));
   const double h = -(0.5 * std::log(0.5) + 0.25 * std::log(0.25) + 0.15 * std::log(0.15) + 0.1 * std::log(0.05));
   EXPECT_NEAR(*all.shannon, h, 1e-14);
   EXPECT_NEAR(*all.evenness, h / std::log(5.0), 1e-14);
@@ -99,7 +97,6 @@ TEST(DiversityTest, IndicesOfOneCommunity) {
   EXPECT_FALSE(one.evenness);
   EXPECT_EQ(*one.inverse, 1);
   EXPECT_FALSE(Diversity_Indices(std::vector<qint64>{0, 0}).shannon);
-
   const std::vector<SpeciesCount> species = {{"a", 10, 0}, {"b", 5, 0}, {"c", 3, 0}, {"d", 1, 0}, {"e", 1, 0}};
   const Diversity block = Shannon_Diversity(species);
   EXPECT_NEAR(block.HS, h, 1e-14);
@@ -193,12 +190,10 @@ TEST(MatrixTest, WhateverEntriesAreAssignedTo) {
               {"Nord", MatrixKind::Group, {17, 0, 1, 0}}};
   ASSERT_EQ(matrix->rows.size(), std::size(rows));
   for (size_t i = 0; i < std::size(rows); ++i) {
-    EXPECT_EQ(matrix->rows[i].id, rows[i].id);
-    EXPECT_EQ(matrix->rows[i].kind, rows[i].kind);
+    EXPECT_EQ(std::tuple(matrix->rows[i].id, matrix->rows[i].kind), std::tuple(rows[i].id, rows[i].kind));
     EXPECT_EQ(matrix->rows[i].counts, rows[i].counts) << rows[i].id;
   }
   EXPECT_EQ(matrix->rows[0].indices.individuals, 3);
-  EXPECT_EQ(matrix->totals, (std::vector<qint64>{17, 4, 4, 1}));
-  EXPECT_EQ(matrix->all.species, 4);
+  EXPECT_EQ(std::tuple(matrix->totals, matrix->all.species), std::tuple((std::vector<qint64>{17, 4, 4, 1}), 4));
   EXPECT_EQ(matrix->tooLarge, QStringList{"40000 ameise"});
 }

@@ -184,6 +184,8 @@ TEST_F(WorldFiles, ZoneAndDatumComeFromTheFilesOrAreAskedFor) {
   Put("Karte.prj",
       R"(PROJCS["ETRS_1989_UTM_Zone_33N",GEOGCS["GCS_ETRS_1989",DATUM["D_ETRS_1989",SPHEROID["GRS_1980",6378137.0,298.257222101]],PRIMEM["Greenwich",0.0],UNIT["Degree",0.0174532925199433]],PROJECTION["Transverse_Mercator"],PARAMETER["False_Easting",500000.0],PARAMETER["False_Northing",0.0],PARAMETER["Central_Meridian",15.0],PARAMETER["Scale_Factor",0.9996],PARAMETER["Latitude_Of_Origin",0.0],UNIT["Meter",1.0]])");
   EXPECT_EQ(system({}).Name(), "UTM 33 ETRS89");
+  Put("Karte.prj", Read_Bytes(Path("Karte.prj")).replace("15.0", "15e9"));
+  EXPECT_THAT(Refusal([&] { system({}); }), Says("Karte aus Geodaten"));
   // A system the program does not count in.
   Put("Karte.prj",
       R"(PROJCS["WGS_1984_Web_Mercator_Auxiliary_Sphere",GEOGCS["GCS_WGS_1984",DATUM["D_WGS_1984",SPHEROID["WGS_1984",6378137.0,298.257223563]],PRIMEM["Greenwich",0.0],UNIT["Degree",0.0174532925199433]],PROJECTION["Mercator_Auxiliary_Sphere"],PARAMETER["False_Easting",0.0],PARAMETER["False_Northing",0.0],PARAMETER["Central_Meridian",0.0],PARAMETER["Standard_Parallel_1",0.0],PARAMETER["Auxiliary_Sphere_Type",0.0],UNIT["Meter",1.0]])");

@@ -18,8 +18,7 @@ class CalibrationFile : public FluraxTest {
   // What every box of the reader has.
   static void Expect_Boxes(const MessageScript& script) {
     for (const MsgRequest& box : script.Seen()) {
-      EXPECT_EQ(box.title, "Fehler:    ");
-      EXPECT_EQ(box.buttons, MsgButtons::OkCancel);
+      EXPECT_EQ(std::tuple(box.title, box.buttons), std::tuple("Fehler:    ", MsgButtons::OkCancel));
       EXPECT_EQ(box.icon, MsgIcon::Information);
       EXPECT_TRUE(box.text.contains("\nEinlesen der Referenzkoordinaten aus der Kalibrierungsdatei:\n"));
     }
@@ -30,9 +29,7 @@ class CalibrationFile : public FluraxTest {
 TEST_F(CalibrationFile, ReadsAMetricNet) {
   const MessageScript none;
   ASSERT_EQ(Read(Sample("a_utm.cal")), -1);
-  EXPECT_EQ(state.Grid, gridUtm);
-  EXPECT_EQ(state.ZoneText, "32U");
-  EXPECT_EQ(state.ZoneNumber, 32);
+  EXPECT_EQ(std::tuple(state.Grid, state.ZoneText, state.ZoneNumber), std::tuple(gridUtm, "32U", 32));
   EXPECT_EQ(state.GridDatum, "WGS-84");
   EXPECT_EQ(QPoint(state.GridR, state.GridH), QPoint(646000, 5512000));
   EXPECT_EQ(QPoint(state.Xmap, state.Ymap), QPoint(701, 1486));
@@ -43,8 +40,7 @@ TEST_F(CalibrationFile, ReadsAMetricNet) {
   EXPECT_EQ(state.NetFont, "Arial");
   EXPECT_EQ(QPoint(state.GridVG, state.GridHG), QPoint(12, 15));
   EXPECT_TRUE(state.NetTransp);
-  EXPECT_EQ(state.RefPoints[2].BreiteText, "5513000");
-  EXPECT_EQ(state.RefPoints[3].LaengeText, "647000");
+  EXPECT_EQ(std::tuple(state.RefPoints[2].BreiteText, state.RefPoints[3].LaengeText), std::tuple("5513000", "647000"));
   EXPECT_EQ(state.RefPoints[3].LabelY, 1486);
   EXPECT_FALSE(state.NetLLines.empty());
 }
@@ -66,17 +62,11 @@ TEST_F(CalibrationFile, TakesExtremeNumbersOfANetWithoutFault) {
 TEST_F(CalibrationFile, ReadsAGeographicNet) {
   const MessageScript none;
   ASSERT_EQ(Read(Sample("c_gms.cal")), -1);
-  EXPECT_EQ(state.Grid, gridGeographic);
-  EXPECT_EQ(state.format, DegreeFormat::Gms);
-  EXPECT_EQ(state.GridDatum, "WGS-84");
-  EXPECT_EQ(state.NetDivText, "0.0166667");
-  EXPECT_EQ(state.NetL[2].Count, 454);
-  EXPECT_EQ(state.NetB[1].Start, -5);
-  EXPECT_EQ(state.NetBPix[1][1], 212);
-  EXPECT_EQ(state.NetLPix[3][454], 2626);
+  EXPECT_EQ(std::tuple(state.Grid, state.format), std::tuple(gridGeographic, DegreeFormat::Gms));
+  EXPECT_EQ(std::tuple(state.GridDatum, state.NetDivText, state.NetL[2].Count), std::tuple("WGS-84", "0.0166667", 454));
+  EXPECT_EQ(std::tuple(state.NetB[1].Start, state.NetBPix[1][1], state.NetLPix[3][454]), std::tuple(-5, 212, 2626));
   EXPECT_DOUBLE_EQ(state.NetB[3].Deg64, 49.7333333);
-  EXPECT_EQ(state.NetB[2].Label, "+ 49°45'B");
-  EXPECT_EQ(state.NetL[1].Label, "+011°01'L");
+  EXPECT_EQ(std::tuple(state.NetB[2].Label, state.NetL[1].Label), std::tuple("+ 49°45'B", "+011°01'L"));
   EXPECT_TRUE(state.RefPoints[9].Used);
   EXPECT_EQ(state.RefPoints[9].LabelX, 2638);
   EXPECT_EQ(state.RefPoints[1].Caption, "P1\n\nLänge :+011°01'00,00¨\n\nBreite :+ 49°46'00,00¨");
@@ -103,8 +93,7 @@ TEST_F(CalibrationFile, KeysCountWhereverTheyStand) {
   ASSERT_EQ(Read(Sample("k_fallen.cal")), -1);
   EXPECT_EQ(state.Gwidth, 500);  // "Div" behind "Gwidth"
   EXPECT_DOUBLE_EQ(state.PixPerMeter, 0.47);
-  EXPECT_EQ(state.GridLnBreite, 12);
-  EXPECT_EQ(state.GridHG, 5);
+  EXPECT_EQ(std::tuple(state.GridLnBreite, state.GridHG), std::tuple(12, 5));
   EXPECT_EQ(state.GridVG, 2);  // "VG=12" from column 5
 }
 
@@ -155,8 +144,7 @@ TEST_F(CalibrationFile, AMissingFormatIsToldOnce) {
   const QString part = "Keine Formatangabe für die Koordinaten: Dezimal oder GG°MM'SS ?";
   MessageScript script{{part}, {part, MsgAnswer::Cancel}};
   EXPECT_EQ(Read(Sample("f_5010.cal")), -1);
-  EXPECT_EQ(state.NetB[3].Count, 301);
-  EXPECT_EQ(state.RefPoints[9].X, 2696);
+  EXPECT_EQ(std::tuple(state.NetB[3].Count, state.RefPoints[9].X), std::tuple(301, 2696));
   EXPECT_EQ(Read(Sample("f_5010.cal")), 0);
   Expect_Boxes(script);
 }
@@ -181,8 +169,7 @@ TEST_F(CalibrationFile, EachFaultIsToldAndReadingGoesOn) {
   EXPECT_EQ(QPoint(state.RefPoints[1].X, state.RefPoints[1].Y), QPoint(0, 317));
   EXPECT_EQ(QPoint(state.RefPoints[3].LabelX, state.RefPoints[3].LabelY), QPoint(2697, 295));
   EXPECT_EQ(state.NetBPix[1], (std::vector<std::int16_t>{0, 10, 0, 12, 13}));
-  EXPECT_EQ(state.NetLPix[3][4], 2690);
-  EXPECT_EQ(state.NetL[3].Label, "+011,08L°");
+  EXPECT_EQ(std::tuple(state.NetLPix[3][4], state.NetL[3].Label), std::tuple(2690, "+011,08L°"));
 }
 
 // Whatever stands in a file: the reader comes to an end, and so do the conversions with what it read.
@@ -197,7 +184,7 @@ TEST_F(CalibrationFile, DamagedFilesDoNoHarm) {
       for (int i = 0; round % 3 != 0 && i < 20; ++i)
         bytes[random.bounded(static_cast<int>(i < 15 ? 700 : bytes.size())) % bytes.size()] =
             round % 3 == 1 ? static_cast<char>(random.bounded(256)) : "0123456789-.,/ SNTR"[random.bounded(19)];
-      const QString path = Path(QStringLiteral("Probe.cal"));
+      const QString path = Path("Probe.cal");
       Replace_File(path, bytes);
       Read(path);
       double a = 0, b = 0, x = 0, y = 0;
@@ -211,9 +198,9 @@ TEST_F(CalibrationFile, DamagedFilesDoNoHarm) {
 TEST_F(CalibrationFile, FindsTheFilesOfAMap) {
   for (const char* name : {"Karte1.cal", "Karte1 neu.cal", "KARTE1.cal", "Karte2.cal", "Karte1.calx"})
     Replace_File(Path(QLatin1String(name)), "x");
-  const QString map = Path(QStringLiteral("Karte1.Ausschnitt.bmp"));
+  const QString map = Path("Karte1.Ausschnitt.bmp");
   EXPECT_EQ(Cal_Files_Of(map), QStringList({Path("Karte1 neu.cal"), Path("Karte1.cal")}));
-  for (int i = 0; i < 9; ++i) Replace_File(Path(QStringLiteral("Karte1 %1.cal").arg(i)), "x");
+  for (int i = 0; i < 9; ++i) Replace_File(Path(QString("Karte1 %1.cal").arg(i)), "x");
   MessageScript script("Maximale Anzahl = 10.  Überflüssige Cal-Dateien bitte entfernen.");
   EXPECT_EQ(Cal_Files_Of(map).size(), 10);
 }

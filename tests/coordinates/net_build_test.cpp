@@ -26,17 +26,14 @@ TEST_F(MetricNet, LinesRunFromEdgeToEdge) {
   ASSERT_EQ(state.NetBLines.size(), 5U);
   // Worked out by hand: 701 + 1486 t = 732.5 at the top, 701 - 715 t = 685.8 at the bottom.
   const NetPt top{733, 0}, bottom{686, 2201};
-  EXPECT_EQ(state.NetLLines[1][0], top);
-  EXPECT_EQ(state.NetLLines[1][1], bottom);
-  EXPECT_EQ(state.NetLLines[0][0].X, 260);
-  EXPECT_EQ(state.NetLLines[5][1].X, 2576);
+  EXPECT_EQ(std::tuple(state.NetLLines[1][0], state.NetLLines[1][1]), std::tuple(top, bottom));
+  EXPECT_EQ(std::tuple(state.NetLLines[0][0].X, state.NetLLines[5][1].X), std::tuple(260, 2576));
   const NetPt left{0, 52}, right{3001, 116};
-  EXPECT_EQ(state.NetBLines[0][0], left);
-  EXPECT_EQ(state.NetBLines[0][1], right);
+  EXPECT_EQ(std::tuple(state.NetBLines[0][0], state.NetBLines[0][1]), std::tuple(left, right));
   EXPECT_EQ(state.NetBLines[4][0].Y, 1944);
-  EXPECT_EQ(state.NetLLabels[0].Text, QStringLiteral("R 645 000"));
-  EXPECT_EQ(state.NetBLabels[0].Text, QStringLiteral("H5 515 000"));
-  EXPECT_EQ(state.NetBLabels[4].Text, QStringLiteral("H5 511 000"));
+  EXPECT_EQ(state.NetLLabels[0].Text, "R 645 000");
+  EXPECT_EQ(state.NetBLabels[0].Text, "H5 515 000");
+  EXPECT_EQ(state.NetBLabels[4].Text, "H5 511 000");
   EXPECT_NEAR(state.NetB[1].Step, 3720.2, 0.1);
   EXPECT_EQ(state.NetB[1].Count, 1);
 }
@@ -46,8 +43,7 @@ TEST_F(MetricNet, LinesCutAtTheSidesEndThere) {
   Build_Metric_Net(state);
   ASSERT_EQ(state.NetLLines.size(), 4U);
   const NetPt left{0, 141}, right{301, 143};
-  EXPECT_EQ(state.NetLLines[0][0], left);
-  EXPECT_EQ(state.NetLLines[3][1], right);
+  EXPECT_EQ(std::tuple(state.NetLLines[0][0], state.NetLLines[3][1]), std::tuple(left, right));
   EXPECT_NEAR(state.NetLLabels[0].Y, 140.7, 0.01);
 }
 

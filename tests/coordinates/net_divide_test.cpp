@@ -140,10 +140,10 @@ TEST_F(GeographicNet, SpacingsThatDifferByMoreThanTwoPercentAreBent) {
 TEST_F(GeographicNet, TooManyLinesEndTheNetWithWhatThereIs) {
   for (const auto answer : {MsgAnswer::Ok, MsgAnswer::Cancel}) {
     CoordinateState state = GeoNet{.division = QStringLiteral("0.0005")}.Make();
-    MessageScript script(QStringLiteral("Fehler: zuviele Teillinien"), answer);
-    if (answer == MsgAnswer::Ok) script.Expect(QStringLiteral("Fehler: zuviele Teillinien"));
+    MessageScript script("Fehler: zuviele Teillinien", answer);
+    if (answer == MsgAnswer::Ok) script.Expect("Fehler: zuviele Teillinien");
     Net_Divide(state);
-    EXPECT_EQ(script.Seen()[0].title, QStringLiteral("Fehler: geogr. Breitengrade unterteilen"));
+    EXPECT_EQ(script.Seen()[0].title, "Fehler: geogr. Breitengrade unterteilen");
     EXPECT_EQ(state.NetBLines.size(), 500U);
     EXPECT_EQ(state.NetLLines.size(), answer == MsgAnswer::Ok ? 500U : 0U);
   }

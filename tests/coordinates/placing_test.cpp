@@ -48,10 +48,7 @@ double Off(const PlacedPoint& placed) {
 
 TEST(PlacingTest, EveryKindAndDatumComesOntoEveryNet) {
   for (const Known& point : known) {
-    const struct {
-      CoordinateState net;
-      bool dhdn;
-    } nets[] = {
+    const std::pair<CoordinateState, bool> nets[] = {
         {Plane_Net(gridUtm, point.utm, point.utmZone, u"WGS-84"_s), false},
         {Plane_Net(gridUtm, point.utm, point.utmZone, u"ETRS89"_s), false},
         {Plane_Net(gridUtm, point.utm, point.utmZone, {}), false},
@@ -59,16 +56,13 @@ TEST(PlacingTest, EveryKindAndDatumComesOntoEveryNet) {
         {Plane_Net(gridGaussKrueger, {point.gk.x() - point.gkZone * 1e6, point.gk.y()}, point.gkZone, {}), true},
         {Degree_Net_Of(point.wgs, u"WGS-84"_s), false},
         {Degree_Net_Of(point.dhdn, u"Potsdam"_s), true}};
-    const struct {
-      GivenSystem given;
-      GivenPlace place;
-      bool dhdn;
-    } files[] = {{{Kind::Geographic, u"G WGS 84"_s}, {point.wgs.x(), point.wgs.y()}, false},
-                 {{Kind::Geographic, u"ETRS 89"_s}, {point.wgs.x(), point.wgs.y()}, false},
-                 {{Kind::Geographic, u"Potsdam"_s}, {point.dhdn.x(), point.dhdn.y()}, true},
-                 {{Kind::Utm, u"WGS-84"_s}, {point.utm.x(), point.utm.y(), point.utmZone}, false},
-                 {{Kind::Utm, {}}, {point.utm.x() + point.utmZone * 1e6, point.utm.y()}, false},
-                 {{Kind::GaussKrueger, {}}, {point.gk.x(), point.gk.y()}, true}};
+    const std::tuple<GivenSystem, GivenPlace, bool> files[] = {
+        {{Kind::Geographic, u"G WGS 84"_s}, {point.wgs.x(), point.wgs.y()}, false},
+        {{Kind::Geographic, u"ETRS 89"_s}, {point.wgs.x(), point.wgs.y()}, false},
+        {{Kind::Geographic, u"Potsdam"_s}, {point.dhdn.x(), point.dhdn.y()}, true},
+        {{Kind::Utm, u"WGS-84"_s}, {point.utm.x(), point.utm.y(), point.utmZone}, false},
+        {{Kind::Utm, {}}, {point.utm.x() + point.utmZone * 1e6, point.utm.y()}, false},
+        {{Kind::GaussKrueger, {}}, {point.gk.x(), point.gk.y()}, true}};
     for (const auto& [net, netDhdn] : nets)
       for (const auto& [given, place, fileDhdn] : files) {
         Placing placing(given, net, PlacingWay::Transformed);
@@ -92,7 +86,6 @@ TEST(PlacingTest, NeighboursInTwoZonesAndWhatCannotBe) {
   south.y += 1e7;
   south.southern = true;
   EXPECT_LT(Off(placing.Place(south)), 4) << "counted from ten million";
-
   Placing degrees({Kind::Geographic, u"WGS-84"_s}, net, PlacingWay::Transformed);
   EXPECT_EQ(degrees.Place({11.05, 95}).code, notConvertible);
   EXPECT_EQ(degrees.Place({11.05, 52}).code, tooFarUp);
@@ -108,11 +101,11 @@ TEST(PlacingTest, AsWrittenTellsOfOtherZones) {
   EXPECT_EQ(placing.Place({right, high, 31}).code, zoneTooLow);
   EXPECT_EQ(placing.Place({right, high, 33}).code, zoneTooHigh);
   EXPECT_EQ(placing.Place({right + 33e6, high}).code, zoneTooHigh);
+  EXPECT_EQ(placing.Place({5.5e15, high}).code, zoneTooHigh) << "no number of a zone is as large";
   EXPECT_EQ(placing.Place({right - 1e5, high, 32}).code, tooFarLeft);
   EXPECT_EQ(placing.Place({3e9, high, 32}).code, notConvertible);
   Placing degrees({Kind::Geographic, u"WGS-84"_s}, utm, PlacingWay::AsWritten);
   EXPECT_NE(degrees.Place({11.05, 49.75}).code, onMap) << "degrees are no metres";
-
   const CoordinateState gk = Plane_Net(gridGaussKrueger, {431643, 5513031}, 4, u"Potsdam"_s);
   Placing metres({Kind::GaussKrueger, {}}, gk, PlacingWay::AsWritten);
   EXPECT_EQ(Off(metres.Place({4431643, 5513031})), 0);
@@ -138,7 +131,6 @@ TEST(PlacingTest, ComparesAndNamesTheSystems) {
   CoordinateState other = utm;
   other.GridDatum = u"ed50"_s;
   EXPECT_TRUE(Match_Of(odd, other).Whole()) << "a name that nobody knows, but both bear it";
-
   for (const auto& [given, net] : {std::pair{gpx, &gk}, {gpx, &potsdam}, {apart, &gk}}) {
     const QString name = Transformation_Name(given, *net).value_or(u"nothing"_s);
     EXPECT_TRUE(name.startsWith(u"WGS-84 -> Potsdam, "_s) && name.endsWith(u" m"_s)) << name;

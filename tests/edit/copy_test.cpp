@@ -2,8 +2,6 @@
 
 #include "edit/marks.h"
 #include "hand/leave_hand.h"
-#include "platform/picture.h"
-#include "store/columns.h"
 #include "support/bulk_fixture.h"
 #include "support/refused_writes.h"
 #include "view/picture_cache.h"
@@ -45,15 +43,15 @@ TEST_F(Copies, TextIsPrefixedOnceAndCutToItsColumn) {
 }
 
 TEST_F(Copies, CopiesStayInsideTheWindow) {
-  struct Case {
-    int x, y, copyX, copyY;
-  };
   const int right = Map.ScaleWidth, low = Map.ScaleHeight;
-  for (const Case& it : {Case{0, 0, 30, 30}, Case{right - 10, low - 10, right - 40, low - 40},
-                         Case{right - 45, low - 50, right - 30, low - 30}, Case{right + 500, -200, right - 30, 0}}) {
-    const EntryRow copy = Copied(Add_Text("a", it.x, it.y));
-    EXPECT_EQ(copy.Xmap, it.copyX) << it.x;
-    EXPECT_EQ(copy.Ymap, it.copyY) << it.y;
+  const std::tuple<int, int, int, int> cases[] = {{0, 0, 30, 30},
+                                                  {right - 10, low - 10, right - 40, low - 40},
+                                                  {right - 45, low - 50, right - 30, low - 30},
+                                                  {right + 500, -200, right - 30, 0}};
+  for (const auto& [x, y, copyX, copyY] : cases) {
+    const EntryRow copy = Copied(Add_Text("a", x, y));
+    EXPECT_EQ(copy.Xmap, copyX) << x;
+    EXPECT_EQ(copy.Ymap, copyY) << y;
   }
 }
 
@@ -71,7 +69,6 @@ TEST_F(Copies, ShapesGetTheirOwnNumberAndVertices) {
   EXPECT_EQ(points[1].x, 90);
   EXPECT_EQ(points[2].x, stopMark);
   EXPECT_EQ(Load_Vertices("Linie0"), (std::vector<QPoint>{{10, 10}, {60, 20}}));
-
   Add(Make(20, "Figur6", "", 1, 1, 9, 9));
   const QString free = Add_Polygon("Figur2", {{50, 60}, {80, 70}, {50, 90}}, 25);
   Go(free);
@@ -112,7 +109,6 @@ TEST_F(Copies, PicturesFromFileAndClipboard) {
   ASSERT_TRUE(Add_Picture({30, 40}, file));
   EXPECT_EQ(Read_Entry(*rsEntries).Eintrag, file);
   EXPECT_EQ(Read_Entry(*rsEntries).Typ, 5);
-
   const QString longName = Path(QString(80, 'l') + ".bmp");
   Save_Picture(Picture(21, 10), longName);
   ASSERT_TRUE(Add_Picture({30, 40}, longName));
@@ -121,7 +117,6 @@ TEST_F(Copies, PicturesFromFileAndClipboard) {
   EXPECT_EQ(rsEntries->Text(column::Eintrag), QString("PicImport/Pic-2.bmp"));
   EXPECT_EQ(Entry_Picture("PicImport/Pic-1.bmp").width(), 21);
   EXPECT_EQ(Entry_Picture("PicImport/Pic-2.bmp").width(), 22);
-
   Kill(Path("PicImport/Pic-1.bmp"));
   ASSERT_TRUE(Size_Picture(PictureSizing::Proportional, 44, 0));
   EXPECT_EQ(rsEntries->Text(column::Eintrag), QString("PicImport/Pic-1.bmp")) << "the lowest free number";
@@ -157,7 +152,7 @@ TEST_F(Copies, PastedText) {
 TEST_F(Copies, APastedTextThatCannotBeWrittenLeavesNothingBehind) {
   Add_Text("Elster");
   Refuse_Rows(*dbEntries, QStringLiteral("Eintrag = 'Zettel'"));
-  EXPECT_NE(Error_Of([] { ::Add_Text({50, 50}, QStringLiteral("Zettel")); }), 0);
+  EXPECT_NE(Error_Of([] { ::Add_Text({50, 50}, "Zettel"); }), 0);
   EXPECT_TRUE(Leave_Hand()) << "what was not pasted is not stored later";
   EXPECT_FALSE(Entry_In_Hand());
   EXPECT_EQ(Texts(), QStringList("Elster"));

@@ -2,8 +2,6 @@
 
 #include "edit/bulk_change.h"
 #include "hand/next_shape.h"
-#include "store/file_names.h"
-#include "store/table_file.h"
 #include "support/hand_fixture.h"
 #include "support/refused_writes.h"
 
@@ -24,7 +22,7 @@ TEST_F(EntryLookTest, FrameColourKeepsTheRestOfTheWord) {
                                              {-11315, 2, -11302}, {399, 15, 315},   {-100, 0, -100}, {7, 16, 7},
                                              {7, -1, 7},          {32767, 9, 32709}};
   for (const auto& [before, color, after] : cases) {
-    EntryRow row = Text_Row(QStringLiteral("Reiher"), 50, 50);
+    EntryRow row = Text_Row("Reiher", 50, 50);
     row.RA = before;
     const QString bookmark = Take(row);
     EXPECT_TRUE(Change_Rahmen(color));
@@ -35,7 +33,7 @@ TEST_F(EntryLookTest, FrameColourKeepsTheRestOfTheWord) {
 
 TEST_F(EntryLookTest, FrameIsSwitchedAndStyled) {
   for (const auto& [on, off] : {std::pair{0, -100}, {5, -5}, {12304, -12304}}) {
-    EntryRow row = Text_Row(QStringLiteral("Reiher"), 50, 50);
+    EntryRow row = Text_Row("Reiher", 50, 50);
     row.RA = on;
     const QString bookmark = Take(row);
     Switch_Frame(false);
@@ -54,41 +52,30 @@ TEST_F(EntryLookTest, EveryKindTakesWhatItHas) {
   Change_Fill({-4});
   Change_Width(3.5);
   Change_Color(ColorOf::HG, 11);
-  EXPECT_EQ(Row(area).Yline, -4);
-  EXPECT_EQ(Row(area).Xline, 4);
-  EXPECT_EQ(Row(area).HG, 11);
-
+  EXPECT_EQ(std::tuple(Row(area).Yline, Row(area).Xline, Row(area).HG), std::tuple(-4, 4, 11));
   EntryRow figure = Figure_Row(20, {200, 300, 60, 40});
   figure.Schrift = QStringLiteral("F 1<30");
   const QString turned = Take(figure);
   Change_Fill({-8});
   Change_Width(5);  // its outline is its frame
-  EXPECT_EQ(Row(turned).Schrift, "F-8<30");
-  EXPECT_EQ(Row(turned).Xline, 60);
-
+  EXPECT_EQ(std::tuple(Row(turned).Schrift, Row(turned).Xline), std::tuple("F-8<30", 60));
   // A bare outline is drawn in VG; its frame takes over in that colour.
   figure.Schrift = QStringLiteral("Futura");
   figure.VG = 3;
   const QString bare = Take(figure);
   Change_Fill({6});
-  EXPECT_EQ(Row(bare).Schrift, "F 6");
-  EXPECT_EQ(Row(bare).RA, 203);
-
+  EXPECT_EQ(std::tuple(Row(bare).Schrift, Row(bare).RA), std::tuple("F 6", 203));
   EntryRow line = Area_Row();
   line.ID = QStringLiteral("Linie7");
   const QString thin = Take(line);
   Change_Fill({5});
   Change_Width(0);
-  EXPECT_EQ(Row(thin).Yline, 1);
-  EXPECT_EQ(Row(thin).Xline, 1);
-
-  const QString picture = Take(Text_Row(QStringLiteral("fehlt.png"), 400, 400, 5));
+  EXPECT_EQ(std::tuple(Row(thin).Yline, Row(thin).Xline), std::tuple(1, 1));
+  const QString picture = Take(Text_Row("fehlt.png", 400, 400, 5));
   Change_Color(ColorOf::VG, 4);
   Change_Color(ColorOf::RA, 4);
-  EXPECT_EQ(Row(picture).VG, 0);
-  EXPECT_EQ(Row(picture).RA, -104);
-
-  EntryRow scale = Text_Row(QStringLiteral(" km"), 500, 500, 11);
+  EXPECT_EQ(std::tuple(Row(picture).VG, Row(picture).RA), std::tuple(0, -104));
+  EntryRow scale = Text_Row(" km", 500, 500, 11);
   scale.HG = 1;
   const QString bar = Take(scale);
   Change_Color(ColorOf::HG, 7);  // its direction
@@ -97,7 +84,7 @@ TEST_F(EntryLookTest, EveryKindTakesWhatItHas) {
 }
 
 TEST_F(EntryLookTest, ASquareComesBackToItsFormerLook) {
-  EntryRow row = Text_Row(QStringLiteral("A-1"), 100, 100, 16);
+  EntryRow row = Text_Row("A-1", 100, 100, 16);
   row.ID = QStringLiteral("Plan\u001fA-1");
   std::tie(row.Schrift, row.Xline, row.Yline) = std::tuple("F 1", 200, 200);
   const QString square = Take(row);
@@ -120,10 +107,8 @@ TEST_F(EntryLookTest, NothingInHandMeansTheNextEntry) {
   Change_Width(400);
   EXPECT_EQ(CurVG, 12);
   EXPECT_LT(CurHG, 16);
-  EXPECT_EQ(NextShape.fill, 7);
-  EXPECT_EQ(NextShape.width, widestPen);
+  EXPECT_EQ(std::tuple(NextShape.fill, NextShape.width), std::tuple(7, widestPen));
   EXPECT_EQ(Row(bookmark), before);
-
   // A text being typed is the next entry, and stays open.
   New_Text(40, 40);
   Text_Typed(QStringLiteral("Eisvogel"));
@@ -139,16 +124,15 @@ TEST_F(EntryLookTest, NothingInHandMeansTheNextEntry) {
 }
 
 TEST_F(EntryLookTest, VanishedOrLockedRowsAreNotWritten) {
-  const QString gone = Take(Text_Row(QStringLiteral("Reiher"), 50, 50));
+  const QString gone = Take(Text_Row("Reiher", 50, 50));
   const int color = Row(gone).VG;
   rsEntries->SetBookmark(gone);
   rsEntries->Delete();
   EXPECT_EQ(Look_In_Hand().of, LookOf::Next);
   EXPECT_TRUE(Change_Color(ColorOf::VG, color == 3 ? 4 : 3));
-
-  const QString bookmark = Take(Text_Row(QStringLiteral("Reiher"), 50, 50));
+  const QString bookmark = Take(Text_Row("Reiher", 50, 50));
   Refuse_Rows(*dbEntries, QStringLiteral("RA = -105"));
-  MessageScript messages(QStringLiteral("Error: Change_Rahmen"));
+  MessageScript messages("Error: Change_Rahmen");
   EXPECT_FALSE(Change_Rahmen(5));
   EXPECT_EQ(Row(bookmark).RA, -100);
 }

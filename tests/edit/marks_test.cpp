@@ -6,7 +6,6 @@
 #include "edit/visibility.h"
 #include "hand/group.h"
 #include "objects/north_arrow.h"
-#include "store/entry_edit.h"
 #include "support/bulk_fixture.h"
 
 namespace {
@@ -15,7 +14,7 @@ class Marks : public BulkTest {
  protected:
   void SetUp() override {
     BulkTest::SetUp();
-    for (int i = 0; i < 4; ++i) keys.append(Add_Text(QStringLiteral("Text %1").arg(i), 50 * i, 30 * i));
+    for (int i = 0; i < 4; ++i) keys.append(Add_Text(QString("Text %1").arg(i), 50 * i, 30 * i));
   }
   void Mark(int i) {
     Go(keys[i]);
@@ -164,7 +163,6 @@ TEST_F(Marks, GroupsAreNumberedAndDissolved) {
   EXPECT_EQ(Group_Of(keys[0]), QStringList({keys[0]}));
   EXPECT_EQ(Row(keys[3]).ID, QString("Text"));
   EXPECT_EQ(Row(keys[1]).ID, QString("Text<1"));
-
   const QString full = Add(Make(100, QString(79, 'x'), "lang", 1, 1));
   MessageScript script("81 Zeichen");
   Group_Marked();
@@ -180,10 +178,8 @@ TEST_F(Marks, JustifyAlignsEdgesWithTheOneMarkedLast) {
   anchor.Xmap = 400;
   anchor.Ymap = 300;
   Update_Entry(anchor);
-
   Justify(JustifyMode::Left);
-  EXPECT_EQ(Row(keys[1]).Xmap, 400);
-  EXPECT_EQ(Row(keys[1]).Ymap, 30);
+  EXPECT_EQ(std::tuple(Row(keys[1]).Xmap, Row(keys[1]).Ymap), std::tuple(400, 30));
   EXPECT_EQ(Row(keys[4]).Xmap, 400);
   EXPECT_EQ(Row(keys[4]).Xline, 350) << "the foot point stays";
   EXPECT_EQ(entry_box(Row(keys[5])), (EntryBox{400, 200, 60, 40}));

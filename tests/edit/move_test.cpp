@@ -64,7 +64,6 @@ TEST_F(Move, MarkedOnlyAndPositionsOutOfRange) {
   EXPECT_EQ(Move_Entries({1.5, 0, true}), 1);
   EXPECT_EQ(Row(plain).Xmap, 100);
   EXPECT_EQ(Row(marked).Xmap, 102);
-
   Add_Polygon("Linie4", {{10, 10}, {-14990, 20}});
   const QStringList before = Whole_Table();
   const std::pair<MoveRequest, const char*> cases[] = {

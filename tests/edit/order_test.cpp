@@ -1,6 +1,5 @@
 #include "edit/order.h"
 
-#include "store/columns.h"
 #include "support/bulk_fixture.h"
 
 namespace {

@@ -35,7 +35,7 @@ TEST_F(ScaleEditTest, RowIsReadBackInEveryUnitLyingAndStanding) {
       const ScaleInput input{2.5, static_cast<ScaleUnit>(unit), 200, vertical, {100, 150}};
       ASSERT_TRUE(Add_Scale_Row(input));
       const EntryRow row = Row(Find(EntryKind::Scale));
-      EXPECT_EQ(row.ID, QStringLiteral("Maßstab"));
+      EXPECT_EQ(row.ID, "Maßstab");
       EXPECT_EQ(row.Eintrag + row.Schrift, QString(units[unit]) + QStringLiteral("2,5"));
       EXPECT_EQ(QRect(row.Xmap, row.Ymap, row.Xline, row.Yline), QRect(100, 150, 300, 158));
       EXPECT_EQ(std::pair(row.HG, row.VG), std::pair(vertical ? 1 : 0, 9));
@@ -51,21 +51,20 @@ TEST_F(ScaleEditTest, RowIsReadBackInEveryUnitLyingAndStanding) {
 }
 
 TEST_F(ScaleEditTest, TextNamesThePrintFactor) {
-  EXPECT_EQ(Show_Scale_Text(), QStringLiteral("Maßstab = 1 : ?"));
+  EXPECT_EQ(Show_Scale_Text(), "Maßstab = 1 : ?");
   MapWidthMm = 1600;  // 1 mm a pixel
   ASSERT_TRUE(Add_Scale_Row({5, ScaleUnit::Kilometer, 200, false, {}}));
-  EXPECT_EQ(Show_Scale_Text(), QStringLiteral("Maßstab = 1 : 25000"));
+  EXPECT_EQ(Show_Scale_Text(), "Maßstab = 1 : 25000");
   const std::pair<ScaleUnit, const char*> texts[] = {
       {ScaleUnit::Millimeter, "0,03"}, {ScaleUnit::Zentimeter, "0,25"}, {ScaleUnit::Meter, "25"}};
   for (const auto& [unit, text] : texts)
     EXPECT_EQ(Show_Scale_Text({5, unit, 200, true, {}}), QStringLiteral("Maßstab = 1 : ") + QLatin1String(text));
   PrintFactor = 2;
-  EXPECT_EQ(Show_Scale_Text(),
-            QStringLiteral("Maßstab = 1 : 12500\nincl. Druckfaktor = 2,00 (Menü: Karte - Druckvorschau)"));
+  EXPECT_EQ(Show_Scale_Text(), "Maßstab = 1 : 12500\nincl. Druckfaktor = 2,00 (Menü: Karte - Druckvorschau)");
 }
 
 TEST_F(ScaleEditTest, ReplacesOnlyAnEarlierScaleBar) {
-  const QString text = Add(Text_Row(QStringLiteral("Text"), 10, 10));
+  const QString text = Add(Text_Row("Text", 10, 10));
   Add_North_Arrow(QPoint(500, 100));
   ASSERT_TRUE(Add_Scale_Row(Kilometre()));
   EntryRow marked = Row(Find(EntryKind::Scale));
@@ -85,7 +84,7 @@ TEST_F(ScaleEditTest, FaultsAreToldAndChangeNothing) {
   const double nan = std::numeric_limits<double>::quiet_NaN();
   for (const auto& [number, length, x] :
        {std::tuple(0.0, 200, 0), {-5.0, 200, 0}, {nan, 200, 0}, {5.0, 0, 0}, {5.0, 200, 32700}, {1e300, 200, 0}}) {
-    MessageScript messages(QStringLiteral("Maßstab - Fehler"));
+    MessageScript messages("Maßstab - Fehler");
     EXPECT_FALSE(Add_Scale_Row({number, ScaleUnit::Meter, length, false, {x, 0}})) << number << ' ' << length;
   }
   EXPECT_EQ(Row(Find(EntryKind::Scale)), before);

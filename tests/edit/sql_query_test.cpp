@@ -2,7 +2,6 @@
 
 #include "edit/property_transfer.h"
 #include "edit/search_replace.h"
-#include "store/columns.h"
 #include "support/bulk_fixture.h"
 #include "support/table_fixture.h"
 
@@ -94,6 +93,7 @@ TEST_F(QueryTest, ASelectionThatIsNotTakenLeavesTheNameOfTheTable) {
     EXPECT_EQ(InfoBar.Panel[2], Path("Wiese_SQL.mdb"));
   }
   EXPECT_FALSE(File_Exists(Path("Wiese_SQL.mdb"))) << "its undo points belong to the user's own table";
+  Table_Idle();
   EXPECT_TRUE(Stands_In("Wiese.MDB", "Ulme"));
   Close_Sql(sql);
   EXPECT_EQ(Tbl.DBGrid1.Caption, Path("Wiese.MDB"));
@@ -105,8 +105,7 @@ TEST_F(QueryTest, ASelectionThatIsNotTakenLeavesTheNameOfTheTable) {
   // A statement that changes something ends the selection as well.
   ASSERT_TRUE(Apply_Sql(sql, "Select * from MapData where Eintrag like 'b*'"));
   ASSERT_TRUE(Apply_Sql(sql, "Update MapData set RA = 1 where Typ = 0"));
-  EXPECT_EQ(Tbl.DBGrid1.Caption, Path("Wiese.MDB"));
-  EXPECT_EQ(Tbl.Tag, TableTag::Dirty);
+  EXPECT_EQ(std::tuple(Tbl.DBGrid1.Caption, Tbl.Tag), std::tuple(Path("Wiese.MDB"), TableTag::Dirty));
 }
 
 TEST_F(QueryTest, AsksTellsAndLeavesTheTableAlone) {

@@ -2,9 +2,6 @@
 
 #include <sqlite3.h>
 
-#include "state/events.h"
-#include "state/mdi_state.h"
-#include "store/vertex_table.h"
 #include "support/looks.h"
 #include "support/table_fixture.h"
 
@@ -170,7 +167,7 @@ TEST_F(TableEditTest, SeveralRowsAreAskedOnceAndComeBackWithUndo) {
   EXPECT_EQ(Entry_Count(), 10);
   EXPECT_FALSE(dbEntries->HasTable("Linie10"));
   EXPECT_TRUE(dbEntries->HasTable("Linie0"));
-  EXPECT_EQ(Menu("mnuReset").Caption, QStringLiteral("Rückgängig: Zeilen löschen"));
+  EXPECT_EQ(Menu("mnuReset").Caption, "Rückgängig: Zeilen löschen");
   messages.Expect("Karteneinträge wieder hergestellt.");
   Undo_Last();
   QStringList after = Dump();
@@ -197,7 +194,7 @@ TEST_F(TableEditTest, ADamagedRowIsShownAndRepairedOrLeft) {
   Row_Changed(key);
   rsEntries->SetBookmark(QString::number(key));
   EXPECT_FALSE(Is_Damaged(*rsEntries));
-  EXPECT_EQ(Row(key).Eintrag, QStringLiteral("Amsel"));
+  EXPECT_EQ(Row(key).Eintrag, "Amsel");
 }
 
 TEST_F(TableEditTest, ShowingTheTableGivesTheMapItsNormalStateForAWhile) {
@@ -206,10 +203,10 @@ TEST_F(TableEditTest, ShowingTheTableGivesTheMapItsNormalStateForAWhile) {
   Toggle_Table();
   EXPECT_TRUE(frmMDI.TblVisible);
   EXPECT_FALSE(Map.Maximized);
-  EXPECT_EQ(Text_Now("mnuDBGridOn"), QStringLiteral("&Ausblenden"));
+  EXPECT_EQ(Text_Now("mnuDBGridOn"), "&Ausblenden");
   Toggle_Table();
   EXPECT_TRUE(Map.Maximized);
-  EXPECT_EQ(Text_Now("mnuDBGridOn"), QStringLiteral("&Einblenden"));
+  EXPECT_EQ(Text_Now("mnuDBGridOn"), "&Einblenden");
   Toggle_Table();
   Map.Maximized = true;  // by the user, over the table
   Map_Was_Maximized(true);
@@ -223,6 +220,6 @@ TEST_F(TableEditTest, ShowingTheTableGivesTheMapItsNormalStateForAWhile) {
   messages.Expect("Drücken Sie die Taste F4");
   Table_Moved_Off();
   EXPECT_FALSE(frmMDI.TblVisible);
-  EXPECT_EQ(Text_Now("mnuDBGridOn"), QStringLiteral("&Liste einblenden"));
+  EXPECT_EQ(Text_Now("mnuDBGridOn"), "&Liste einblenden");
   frmMDI.MapOpen = false;
 }

@@ -4,7 +4,6 @@
 #include "edit/search_replace.h"
 #include "edit/sql_query.h"
 #include "edit/visibility.h"
-#include "store/columns.h"
 #include "support/bulk_fixture.h"
 #include "support/refused_writes.h"
 #include "tools/assign.h"
@@ -20,7 +19,7 @@ class Undo : public BulkTest {
   }
   void Fill() {
     for (int i = 0; i < 6; ++i) {
-      Add_Text(QStringLiteral("Ort %1").arg(i), Below(600), Below(400), i % 4);
+      Add_Text(QString("Ort %1").arg(i), Below(600), Below(400), i % 4);
       Add(Make(20 + i % 4, QStringLiteral("Figur%1").arg(i + 1), "", Below(600), Below(400), 5 + Below(60),
                5 + Below(60)));
       Add_Polygon(QStringLiteral("Flaeche%1").arg(i), {{Below(300), 10}, {Below(300), 90}, {5, Below(90)}},

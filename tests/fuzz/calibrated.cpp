@@ -2,6 +2,8 @@
 
 #include "coordinates/calibration_file.h"
 #include "fuzz/driver.h"
+#include "state/map_state.h"
+#include "store/table_file.h"
 
 namespace {
 
@@ -69,4 +71,14 @@ const std::vector<CoordinateState>& Some_Nets() {
     return all;
   }();
   return nets;
+}
+
+void Open_Empty_Table() {
+  Close_Table(CloseMode::CloseOnly);
+  for (const QString& path : Find_Files(Work_Folder(), QStringLiteral("KARTE*.*"))) QFile::remove(path);
+  MapFile = Work_Folder() + QStringLiteral("/Karte.bmp");
+  MapWidthPx = netMapWidth;
+  MapHeightPx = netMapHeight;
+  Map.Caption = QStringLiteral("Map: ") + MapFile.toUpper();
+  Load_Table(LoadMode::First);
 }

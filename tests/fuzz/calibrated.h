@@ -12,3 +12,11 @@ QByteArrayList Files_Of(const QString& folder);
 const std::vector<CoordinateState>& Some_Nets();
 // The calibration files they are read from, and more.
 QByteArrayList Calibration_Seeds();
+
+// The empty table of a map of that size, opened anew.
+void Open_Empty_Table();
+
+struct GpsFile;
+// What was read must be sound; it is placed on maps of every kind of net, and now and then imported. False: nothing was
+// in it.
+bool Take_Gps_File(GpsFile file);

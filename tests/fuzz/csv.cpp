@@ -32,16 +32,6 @@ const CoordinateState& Geographic_Net() {
                        [](const CoordinateState& net) { return net.Geographic(); });
 }
 
-void Open_Empty_Table() {
-  Close_Table(CloseMode::CloseOnly);
-  for (const QString& path : Find_Files(Work_Folder(), QStringLiteral("KARTE*.*"))) QFile::remove(path);
-  MapFile = Work_Folder() + QStringLiteral("/Karte.bmp");
-  MapWidthPx = netMapWidth;
-  MapHeightPx = netMapHeight;
-  Map.Caption = QStringLiteral("Map: ") + MapFile.toUpper();
-  Load_Table(LoadMode::First);
-}
-
 void Import(const CsvTable& table, const CoordinateState& net) {
   Open_Empty_Table();
   Coord = net;

@@ -4,7 +4,6 @@
 #include "edit/row_switches.h"
 #include "edit/visibility.h"
 #include "maps/map_close.h"
-#include "state/table_state.h"
 #include "support/hand_fixture.h"
 #include "support/looks.h"
 #include "tools/text_tool.h"
@@ -19,27 +18,25 @@ TEST_F(Activation, ClickTypeLeaveWritesTheRow) {
   int rowChanges = 0;
   events.CurrentRowChanged.Connect([&] { ++rowChanges; });
   Click({110, 108});
-  EXPECT_EQ(Map.InHand, amsel);
-  EXPECT_EQ(Map.CurBookmark, amsel);
+  EXPECT_EQ(std::tuple(Map.InHand, Map.CurBookmark), std::tuple(amsel, amsel));
   EXPECT_EQ(rsEntries->Bookmark(), amsel);
   EXPECT_EQ(rowChanges, 1);
   EXPECT_EQ(Toolbar1.Tag, ToolMode::Text);
   EXPECT_TRUE(Map.Text2.Visible);
-  EXPECT_EQ(Map.Text2.Text, QStringLiteral("Amsel"));
-  EXPECT_EQ(Map.Text2.Tag, EditTag::Old);
+  EXPECT_EQ(std::tuple(Map.Text2.Text, Map.Text2.Tag), std::tuple(QStringLiteral("Amsel"), EditTag::Old));
   EXPECT_TRUE(Box(Map.Text2).contains(Map.EntryRegions.Row(1).bounds.toRect().adjusted(0, 0, -1, -1)));
-  EXPECT_EQ(InfoBar.Panel[0], QStringLiteral("Karteneintrag verschieben: Linke Maustaste drücken und bewegen."));
+  EXPECT_EQ(InfoBar.Panel[0], "Karteneintrag verschieben: Linke Maustaste drücken und bewegen.");
   const int width = Map.Text2.Width;
   Text_Typed(QStringLiteral("Amselmännchen"));
   EXPECT_EQ(Map.Text2.Tag, EditTag::Change);
   EXPECT_GT(Map.Text2.Width, width);
-  EXPECT_EQ(Row(amsel).Eintrag, QStringLiteral("Amsel"));
+  EXPECT_EQ(Row(amsel).Eintrag, "Amsel");
   Click({305, 308});  // another entry stores it
-  EXPECT_EQ(Row(amsel).Eintrag, QStringLiteral("Amselmännchen"));
+  EXPECT_EQ(Row(amsel).Eintrag, "Amselmännchen");
   EXPECT_EQ(Map.InHand, fink);
   Text_Typed(QStringLiteral("Finken"));
   Click({700, 500});  // the empty map as well
-  EXPECT_EQ(Row(fink).Eintrag, QStringLiteral("Finken"));
+  EXPECT_EQ(Row(fink).Eintrag, "Finken");
   EXPECT_FALSE(Entry_In_Hand());
   EXPECT_FALSE(Map.Text2.Visible);
   EXPECT_EQ(Toolbar1.Tag, ToolMode::Norm);
@@ -65,7 +62,7 @@ TEST_F(Activation, ScrollingAndZoomingStoreATextAndTakeTheControlsAlong) {
   Click({410, 308});
   Text_Typed(QStringLiteral("Star"));
   Scroll_By(100, 50);
-  EXPECT_EQ(Row(amsel).Eintrag, QStringLiteral("Star"));
+  EXPECT_EQ(Row(amsel).Eintrag, "Star");
   EXPECT_EQ(Map.Text2.Tag, EditTag::Old);
   EXPECT_EQ(QPoint(Map.Text2.Left, Map.Text2.Top), QPoint(Window_X(401), Window_Y(301)));
   Text_Typed(QString(80, u'x'));
@@ -75,7 +72,7 @@ TEST_F(Activation, ScrollingAndZoomingStoreATextAndTakeTheControlsAlong) {
   EXPECT_EQ(Map.Text2.Left, Window_X(401));
   Text_Typed(QStringLiteral("Meise"));
   Set_Zoom(1.0);
-  EXPECT_EQ(Row(amsel).Eintrag, QStringLiteral("Meise"));
+  EXPECT_EQ(Row(amsel).Eintrag, "Meise");
   EXPECT_EQ(At(amsel), QPoint(401, 301));
 }
 
@@ -94,8 +91,7 @@ TEST_F(Activation, TheZoomThatIsSetAlreadyOnlyHidesWhatFloats) {
   EXPECT_EQ(At(box), QPoint(300, 300)) << "what is dragged goes back";
   EXPECT_EQ(QPoint(Map.WantWidth, Map.WantHeight), QPoint(0, 0));
   EXPECT_FALSE(Map.lblShape.Visible || Map.lblHandle[0].Visible || Map.lblHandle[4].Visible);
-  EXPECT_EQ(Map.canvas, bare);
-  EXPECT_EQ(Map.InHand, box);
+  EXPECT_EQ(std::tuple(Map.canvas, Map.InHand), std::tuple(bare, box));
   Click({340, 330});
   EXPECT_TRUE(Map.lblShape.Visible && Map.lblHandle[4].Visible);
   const int rows = Entry_Count();
@@ -103,7 +99,7 @@ TEST_F(Activation, TheZoomThatIsSetAlreadyOnlyHidesWhatFloats) {
   Text_Typed(QStringLiteral("Horst"));
   Set_Zoom(1.0);
   EXPECT_EQ(Entry_Count(), rows + 1);
-  EXPECT_EQ(Last_Row().Eintrag, QStringLiteral("Horst"));
+  EXPECT_EQ(Last_Row().Eintrag, "Horst");
   EXPECT_FALSE(Map.Text2.Visible);
   EXPECT_EQ(Map.Text2.Tag, EditTag::Old);
 }
@@ -129,7 +125,7 @@ TEST_F(Activation, TheFrameOfATurnedTextLiesRoundIt) {
   Text_Typed(QStringLiteral("Rohrweihe\nEier"));  // it is typed upright
   EXPECT_GT(differs({330, 296, 80, 10}), 100);
   ASSERT_TRUE(End_Entry());
-  EXPECT_EQ(Row(key).Eintrag, QStringLiteral("Rohrweihe\r\nEier"));
+  EXPECT_EQ(Row(key).Eintrag, "Rohrweihe\r\nEier");
 }
 
 TEST_F(Activation, LongTextsAreRefusedWhereTheyDoNotFit) {
@@ -139,16 +135,15 @@ TEST_F(Activation, LongTextsAreRefusedWhereTheyDoNotFit) {
   Click({110, 108});
   const QString text80(80, u'm'), text253(253, u'm'), text254(254, u'm');
   Text_Typed(text253);
-  With_Box(QStringLiteral("253 Zeichen"), [&] { Text_Typed(text254); });
+  With_Box("253 Zeichen", [&] { Text_Typed(text254); });
   EXPECT_EQ(Map.Text2.Text, text253);
   for (const auto& leave : {+[] { Click({305, 308}); }, +[] { Click({700, 500}); }}) {
     Text_Typed(text80);
-    MessageScript script(QStringLiteral("80 Zeichen"));
+    MessageScript script("80 Zeichen");
     leave();
-    EXPECT_EQ(Map.InHand, amsel);
-    EXPECT_EQ(Map.Text2.Text, text80);
+    EXPECT_EQ(std::tuple(Map.InHand, Map.Text2.Text), std::tuple(amsel, text80));
     EXPECT_TRUE(Map.Text2.Visible);
-    EXPECT_EQ(Row(amsel).Eintrag, QStringLiteral("Amsel"));
+    EXPECT_EQ(Row(amsel).Eintrag, "Amsel");
     Text_Typed(text80.left(78));
   }
   Text_Typed(text80.left(79));
@@ -157,7 +152,7 @@ TEST_F(Activation, LongTextsAreRefusedWhereTheyDoNotFit) {
 }
 
 TEST_F(Activation, EveryKindHasItsControls) {
-  ASSERT_TRUE(Make_Canvas(40, 30, qRgb(200, 0, 0)).save(Path(QStringLiteral("Vogel.png"))));
+  ASSERT_TRUE(Make_Canvas(40, 30, qRgb(200, 0, 0)).save(Path("Vogel.png")));
   const EntryRow picture{"Bild", "Vogel.png", "Arial", 12, 0, 14, -100, 500, 100, 0, 0, 5},
       foot{"Text", "Fuß", "Arial", 12, 0, 14, -100, 300, 100, 400, 200, 1},
       free{"Figur7", "Figur", "F 1", 12, 0, 14, -100, 600, 400, 1, 1, 24};
@@ -233,8 +228,8 @@ TEST_F(Activation, OverlappingHiddenInactiveAndUnknownEntries) {
   Click({430, 120});
   EXPECT_FALSE(Entry_In_Hand());
   EXPECT_TRUE(Take_Entry(still));  // by the table window
-  EXPECT_EQ(Button_Now("Akt").ToolTipText, QStringLiteral("-Figur3 aktivieren"));
-  With_Box(QStringLiteral("Karteneintrag: Unbekannter Typ = 63"), [&] { EXPECT_FALSE(Take_Entry(strange)); });
+  EXPECT_EQ(Button_Now("Akt").ToolTipText, "-Figur3 aktivieren");
+  With_Box("Karteneintrag: Unbekannter Typ = 63", [&] { EXPECT_FALSE(Take_Entry(strange)); });
   EXPECT_FALSE(Entry_In_Hand());
   EXPECT_EQ(Toolbar1.Tag, ToolMode::Norm);
   rsEntries->MoveFirst();
@@ -244,7 +239,7 @@ TEST_F(Activation, OverlappingHiddenInactiveAndUnknownEntries) {
 
 TEST_F(Activation, AssignedRowsTellItFirstAndFarOnesScrollTheMap) {
   const QString amsel = Take({"Text>Flaeche3", "Amsel", "Arial", 12, 0, 14, -100, 1500, 1100, 0, 0, 0});
-  EXPECT_TRUE(InfoBar.Panel[0].startsWith(QStringLiteral("Zugeordnet: Flaeche3")));
+  EXPECT_TRUE(InfoBar.Panel[0].startsWith("Zugeordnet: Flaeche3"));
   EXPECT_GT(Map.ViewLeft, 0);
   EXPECT_EQ(Map.Text2.Left, Window_X(1500));
   EXPECT_LT(Map.Text2.Left, Map.ViewWidth);
@@ -267,7 +262,7 @@ TEST_F(Activation, ANewTextByTheMouse) {
   Click({600, 500});
   ASSERT_EQ(Entry_Count(), before + 1);
   rsEntries->MoveLast();
-  EXPECT_EQ(rsEntries->Text(column::Eintrag), QStringLiteral("Zaunkönig"));
+  EXPECT_EQ(rsEntries->Text(column::Eintrag), "Zaunkönig");
   EXPECT_EQ(At(rsEntries->Bookmark()), QPoint(200, 150));
   EXPECT_EQ(Map.EntryRegions.Count(), 1);  // and it is drawn
 }
@@ -278,8 +273,7 @@ TEST_F(Activation, TheHandLetsGoOfRowsThatVanish) {
   const QString fink = Add(Text_Row("Fink", 300, 300));
   Map_Redraw();
   ASSERT_TRUE(Take_Entry(amsel));
-  With_Box(QStringLiteral("Soll dieser Eintrag gelöscht werden?"), MsgAnswer::Yes,
-           [&] { EXPECT_TRUE(Map_Key(Qt::Key_Delete, {})); });
+  With_Box("Soll dieser Eintrag gelöscht werden?", MsgAnswer::Yes, [&] { EXPECT_TRUE(Map_Key(Qt::Key_Delete, {})); });
   EXPECT_FALSE(rsEntries->HasRow(amsel));
   EXPECT_FALSE(Entry_In_Hand());
   EXPECT_FALSE(Map.Text2.Visible);
@@ -302,11 +296,11 @@ TEST_F(Activation, TheHandFollowsTheRow) {
   Map_Redraw();
   Click({110, 108});
   Order_Entry(1);
-  EXPECT_EQ(Row(Map.InHand).Eintrag, QStringLiteral("Amsel"));
-  EXPECT_EQ(Map.Text2.Text, QStringLiteral("Amsel"));
+  EXPECT_EQ(Row(Map.InHand).Eintrag, "Amsel");
+  EXPECT_EQ(Map.Text2.Text, "Amsel");
   Text_Typed(QStringLiteral("Star"));
   ASSERT_TRUE(Store_Pending_Text());
-  EXPECT_EQ(Row(Map.InHand).Eintrag, QStringLiteral("Star"));
+  EXPECT_EQ(Row(Map.InHand).Eintrag, "Star");
   Hide_Current();
   EXPECT_FALSE(Map.Text2.Visible);
   EXPECT_TRUE(Button_Now("Vis").Value);
@@ -318,7 +312,7 @@ TEST_F(Activation, TheHandFollowsTheRow) {
   EXPECT_FALSE(Map.Text2.Visible);
   EXPECT_FALSE(Button_Now("LnBez").Value);
   Round_Corners();
-  EXPECT_EQ(Text_Now("mnuKanten"), QStringLiteral("Kanten eckig"));
+  EXPECT_EQ(Text_Now("mnuKanten"), "Kanten eckig");
   EntryRow row = Row(line);
   EXPECT_EQ(std::tuple(row.Eintrag, row.Typ, row.Groesse), std::tuple(QStringLiteral("Bach"), 40, -12.0));
   Toggle_Label();

@@ -1,7 +1,6 @@
 #include "hand/tool_state.h"
 
 #include "maps/menu_table.h"
-#include "state/dialog_hooks.h"
 #include "support/hand_fixture.h"
 #include "support/looks.h"
 #include "tools/magnifier.h"
@@ -95,18 +94,18 @@ TEST_F(ToolState, ButtonsOfMarksAndHiddenRowsComeWithTheirNumber) {
   inactive.ID = QStringLiteral("-Text");
   Add(inactive);
   Map_Redraw();
-  EXPECT_EQ(Button_Now("Ein").ToolTipText, QStringLiteral("2 unsichtbare Karteneinträge"));
+  EXPECT_EQ(Button_Now("Ein").ToolTipText, "2 unsichtbare Karteneinträge");
   EXPECT_TRUE(Button_Now("Ein").Visible);
   EXPECT_TRUE(Button_Now("Akt").Visible);
 }
 
 TEST_F(ToolState, TipsAndSwitchesTellOfTheRow) {
   const QString hidden = Take(Figure_Row(-20, {100, 100, 50, 50})), shown = Add(Figure_Row(22, {200, 100, 50, 50}));
-  EXPECT_EQ(Button_Now("Ein").ToolTipText, QStringLiteral("Figur wieder sichtbar machen"));
+  EXPECT_EQ(Button_Now("Ein").ToolTipText, "Figur wieder sichtbar machen");
   ASSERT_TRUE(Take_Entry(shown));
-  EXPECT_EQ(Button_Now("Ein").ToolTipText, QStringLiteral("Figur unsichtbar machen (ausblenden)"));
-  EXPECT_EQ(Button_Now("Panel").Caption, QStringLiteral("Figur Figur"));
-  EXPECT_EQ(Button_Now("Akt").ToolTipText, QStringLiteral("Figur1 de-aktivieren"));
+  EXPECT_EQ(Button_Now("Ein").ToolTipText, "Figur unsichtbar machen (ausblenden)");
+  EXPECT_EQ(Button_Now("Panel").Caption, "Figur Figur");
+  EXPECT_EQ(Button_Now("Akt").ToolTipText, "Figur1 de-aktivieren");
   EXPECT_FALSE(Button_Now("Curve").Enabled);
 }
 

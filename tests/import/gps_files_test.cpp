@@ -40,6 +40,14 @@ QStringList Tracks(const GpsFile& file) {
 }
 QStringList Tracks(const QString& text) { return Tracks(Read_Pcx5(text)); }
 
+// All points of the tracks; the sample has a short route besides.
+std::vector<GpsPoint> Long_Tracks(const GpsFile& file) {
+  std::vector<GpsPoint> points;
+  for (const GpsTrack& track : file.tracks)
+    if (track.points.size() > 100) points.insert(points.end(), track.points.begin(), track.points.end());
+  return points;
+}
+
 class GpsFileTest : public FluraxTest {};
 
 }  // namespace
@@ -249,8 +257,45 @@ TEST_F(GpsFileTest, CodingsZipsAndWhatIsNone) {
   EXPECT_EQ(wide.waypoints[0].name, u"Ä"_s);
 }
 
+// What the guest itself writes of the sample comes back: no point is lost on the way.
 TEST_F(GpsFileTest, OtherFormatsGoThroughTheGuest) {
   ASSERT_TRUE(Has_Babel()) << "gpsbabel is not installed";
+  const QString sample = samples + u"exkursion.gpx"_s;
+  struct Format {
+    QString written, ending;
+    size_t waypoints, trackPoints;
+    QString name, track;  // one of each, "" where the format has none
+  };
+  const QString place = u"Jägersburg"_s, way = u"Höhenweg Lange Meile"_s;
+  const std::vector<GpsPoint> wanted = Long_Tracks(Read_Gps_File(sample));
+  for (const Format& each : {Format{u"kml,points=0"_s, u"kml"_s, 60, 600, place, {}},
+                             {u"gdb"_s, u"gdb"_s, 60, 600, place, way},
+                             {u"gtrnctr"_s, u"tcx"_s, 0, 600, {}, {}},
+                             {u"garmin_fit"_s, u"fit"_s, 0, 600, {}, {}},
+                             {u"nmea,gprmc=0"_s, u"nmea"_s, 34, 600, u"Egglsh"_s, {}},
+                             {u"unicsv"_s, u"unicsv"_s, 60, 0, place, {}},
+                             {u"geo"_s, u"loc"_s, 60, 0, {}, {}}}) {
+    const QString path = Path(u"Gang, 1."_s + each.ending);
+    QStringList what = {u"-w"_s, u"-t"_s};
+    if (each.trackPoints == 0) what.removeLast();
+    Run_Tool(u"gpsbabel"_s,
+             what + QStringList{u"-i"_s, u"gpx"_s, u"-f"_s, sample, u"-o"_s, each.written, u"-F"_s, path});
+    const GpsFile file = Read_Gps_File(path);
+    const std::vector<GpsPoint> points = Long_Tracks(file);
+    EXPECT_EQ(points.size(), each.trackPoints) << each.ending;
+    EXPECT_GE(file.waypoints.size(), each.waypoints) << each.ending;
+    const auto named = [](const auto& all, const QString& name) {
+      return name.isEmpty() || std::any_of(all.begin(), all.end(), [&](const auto& one) { return one.name == name; });
+    };
+    EXPECT_TRUE(named(file.waypoints, each.name)) << each.ending << ' ' << file.waypoints.front().name;
+    EXPECT_TRUE(named(file.tracks, each.track)) << each.ending;
+    EXPECT_EQ(file.system, (GivenSystem{Kind::Geographic, u"WGS-84"_s}));
+    for (size_t i = 0; i < points.size() && i < wanted.size(); ++i)
+      EXPECT_LT(
+          std::max(std::fabs(points[i].place.x - wanted[i].place.x), std::fabs(points[i].place.y - wanted[i].place.y)),
+          1e-5)
+          << each.ending << ' ' << i << ": not where it was";
+  }
   const GpsFile kml = Read_Gps_File(Put(u"Orte,1.kml"_s, R"(<?xml version="1.0" encoding="UTF-8"?>
 <kml xmlns="http://www.opengis.net/kml/2.2"><Document><Placemark><name>Büg</name><description>Ort</description>
 <Point><coordinates>11.0384935,49.7418692,314</coordinates></Point></Placemark>
@@ -259,14 +304,30 @@ TEST_F(GpsFileTest, OtherFormatsGoThroughTheGuest) {
   ASSERT_EQ(kml.waypoints.size(), 1U);
   EXPECT_EQ(Shown(kml.waypoints[0], 5), u"Büg 11.03849 49.74187 Ort"_s);
   EXPECT_EQ(Tracks(kml), QStringList{u"Weg: 2"_s});
-  const GpsFile nmea = Read_Gps_File(Put(u"gang.log"_s,
-                                         "$GPGGA,080000,4943.982,N,01105.848,E,1,05,1.5,433.0,M,,,,*00\n"
-                                         "$GPRMC,080000,A,4943.982,N,01105.848,E,0.0,0.0,140526,,*1E\n"
-                                         "$GPRMC,080010,A,4943.990,N,01105.850,E,0.0,0.0,140526,,*17\n"));
-  EXPECT_EQ(nmea.system.datum, u"WGS-84"_s);
   EXPECT_EQ(Error_Of([&] { Read_Gps_File(Put(u"k.fit"_s, "kein FIT, nur Text")); }), guestFailed);
   EXPECT_EQ(Error_Of([&] { Babel_Device(u"garmin"_s, Path(u"kein-anschluss"_s)); }), guestFailed);
-  const StopWorkAt first(1);
-  const int answer = Error_Of([&] { Babel_Device(u"nmea"_s, Path(u"."_s)); });
-  EXPECT_TRUE(answer == guestCancelled || answer == guestFailed);
+}
+
+// In place of the real one: a device that keeps silent can be given up, one that tells what is wrong is quoted.
+TEST_F(GpsFileTest, ADeviceThatDoesNotAnswerIsGivenUp) {
+  const QString guest = Path(u"gpsbabel"_s);
+  ProgramFolder = folder.path();
+  const auto say = [&](const QByteArray& script) {
+    Put(u"gpsbabel"_s, "#!/bin/sh\n" + script + '\n');
+    QFile::setPermissions(guest, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+  };
+  say("exec sleep 600");
+  QElapsedTimer since;
+  since.start();
+  {
+    const StopWorkAt first(1);
+    EXPECT_EQ(Error_Of([] { Babel_Device(u"garmin"_s, u"usb:"_s); }), guestCancelled);
+  }
+  EXPECT_LT(since.elapsed(), 20'000);
+  say("echo 'GARMIN: Kein Anschluss' >&2; exit 1");
+  const QString told = Raised([] { Babel_Device(u"garmin"_s, u"usb:"_s); }).text;
+  EXPECT_TRUE(told.contains(u"'gpsbabel' ist mit einem Fehler beendet"_s) && told.endsWith(u"Kein Anschluss"_s))
+      << told;
+  say("exit 0");
+  EXPECT_TRUE(Raised([] { Babel_Device(u"garmin"_s, u"usb:"_s); }).text.contains(u"hat nichts geschrieben"_s));
 }

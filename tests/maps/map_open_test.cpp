@@ -1,5 +1,5 @@
-#include "maps/map_choose.h"
 #include "maps/map_open.h"
+#include "maps/map_choose.h"
 
 #include <sys/stat.h>
 
@@ -7,9 +7,6 @@
 #include "maps/map_close.h"
 #include "maps/program_start.h"
 #include "maps/safe_mode.h"
-#include "state/dialog_hooks.h"
-#include "state/events.h"
-#include "state/mdi_state.h"
 #include "support/looks.h"
 #include "support/table_fixture.h"
 

@@ -1,7 +1,5 @@
 #include "maps/note_pads.h"
 
-#include "state/mdi_state.h"
-
 using NotePadTest = FluraxTest;
 
 TEST_F(NotePadTest, SlotsAreUsedAgainAndMapTakesNone) {
@@ -16,7 +14,7 @@ TEST_F(NotePadTest, SlotsAreUsedAgainAndMapTakesNone) {
   EXPECT_FALSE(NotePad_Changed(0)) << "what the slot held before is forgotten";
   EXPECT_EQ(New_NotePad({}), 2);
   EXPECT_EQ(NotePads, QStringList({"c.txt", "b.txt", ""}));
-  EXPECT_EQ(NotePad_Title(2), QStringLiteral("Notiz 3"));
+  EXPECT_EQ(NotePad_Title(2), "Notiz 3");
 }
 
 // What was read and not touched is written back byte for byte.
@@ -41,7 +39,7 @@ TEST_F(NotePadTest, WhatCannotBeReadIsTold) {
   Replace_File(Path("Bild.txt"), QByteArray("BM\0\0\0", 5));
   messages.Expect("kein Text");
   EXPECT_FALSE(Read_NotePad(Path("Bild.txt"), text));
-  EXPECT_EQ(text, QStringLiteral("bleibt"));
+  EXPECT_EQ(text, "bleibt");
 }
 
 // Yes, no and cancel; a full disk and letters the file cannot hold must not lose the text.

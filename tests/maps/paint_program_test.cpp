@@ -3,11 +3,6 @@
 #include <QDateTime>
 
 #include "maps/map_open.h"
-#include "platform/shell.h"
-#include "state/events.h"
-#include "state/mdi_state.h"
-#include "store/file_names.h"
-#include "store/settings.h"
 
 namespace {
 
@@ -63,7 +58,6 @@ TEST_F(PaintProgramTest, TheChosenProgramLeadsTheListAndEachIsKeptOnce) {
   EXPECT_EQ(frmMDI.toolbarPlace, ToolbarPlace::Left);  // the other settings stay
   Write_Ini("TLB: vbAlignBottom");                     // and the programs stay with them
   EXPECT_EQ(Paint_Programs(), (QStringList{chosen, other}));
-
   Keep_Paint_Programs({}, {});
   EXPECT_TRUE(Paint_Programs().isEmpty());
   EXPECT_EQ(Chosen_Paint_Program(), QString());
@@ -86,7 +80,6 @@ TEST_F(PaintProgramTest, TheMapIsLoadedAgainOnceForEveryChange) {
   EXPECT_FALSE(Reload_Changed_Map());
   Repaint(10);
   EXPECT_FALSE(Reload_Changed_Map());  // no paint program has it
-
   ASSERT_EQ(Start_Paint_Program(program, [] { Reload_Changed_Map(); }), PaintStart::Started);
   EXPECT_FALSE(Reload_Changed_Map());
   Repaint(20);

@@ -4,8 +4,6 @@
 #include "maps/neighbour_command.h"
 #include "maps/population_command.h"
 #include "platform/for_now.h"
-#include "state/map_state.h"
-#include "store/vertex_table.h"
 #include "support/rows.h"
 #include "workbook/workbook.h"
 
@@ -66,7 +64,6 @@ TEST_F(StatisticsCommands, AMapWithoutAssignedEntriesOrAreasIsAskedAbout) {
     Calc_Chosen_Population({});
   }
   EXPECT_EQ(Sheets(), QStringList());
-
   Add({"Figur1", "Kreis", "0", 10, 0, 15, 1, 50, 50, 30, 30, 23});
   Add_Text("Text>Figur1", "3 Amsel");
   MessageScript script({{QStringLiteral("1  Karteneinträge sind jedoch"), MsgAnswer::No}});
@@ -76,7 +73,6 @@ TEST_F(StatisticsCommands, AMapWithoutAssignedEntriesOrAreasIsAskedAbout) {
   Calc_Chosen_Population({});
   EXPECT_EQ(Sheets(), QStringList("Matrix"));
   EXPECT_TRUE(Written("Matrix").contains("Figur|Figur1|Kreis|3|1|")) << Written("Matrix");
-
   Add_Area("Flaeche1");
   Add_Text("Text", "2 Igel", 100);
   script.Expect("\"Flächen\" und \"Matrix\"", MsgAnswer::No);
@@ -101,7 +97,6 @@ TEST_F(StatisticsCommands, OneSpeciesAndLargeNumbersAreToldAndNothingIsLostByCan
   const QByteArray before = Bytes();
   With_Box("Flaeche1: Von einer einzigen Art", MsgAnswer::Cancel, [] { Calc_Chosen_Population({}); });
   EXPECT_EQ(Bytes(), before);
-
   Add_Text("Text>Flaeche2", "40000 Ameisen");
   {
     const MessageScript script({{"11\n"}, {"40000 Ameisen", MsgAnswer::Cancel}});
@@ -122,7 +117,6 @@ TEST_F(StatisticsCommands, OneSpeciesAndLargeNumbersAreToldAndNothingIsLostByCan
     Calc_Chosen_Population({.diversity = false});
   }
   EXPECT_NE(Bytes(), before);
-
   const ForNow<QString> gone(TableFile, Path("weg/KARTE.MDB"));
   const MessageScript script({{"40000 Ameisen"}, {"Pfad nicht gefunden"}});
   Calc_Chosen_Population({.diversity = false});

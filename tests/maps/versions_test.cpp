@@ -5,8 +5,6 @@
 #include "edit/table_edit.h"
 #include "maps/step_walk.h"
 #include "maps/version_look.h"
-#include "store/entry_edit.h"
-#include "store/file_names.h"
 #include "store/history.h"
 #include "support/bulk_fixture.h"
 

@@ -45,18 +45,16 @@ TEST(EndMark, BoxAndCircleLieAboutTheEndAndAreAtLeastOneMillimetre) {
 TEST(LineEndsDrawing, FlagsSayWhere) {
   // 4 mm = 15 pixels. The line bends upward at (60, 50).
   const std::vector<QPoint> line{{20, 50}, {60, 50}, {60, 50}, {60, 10}};
-  struct Case {
-    bool start, end, partial;
-    QRgb atStart, atBend, atEnd;
-  };
-  for (const Case& c : {Case{true, false, false, blue, white, white}, Case{false, true, false, white, white, blue},
-                        Case{true, true, false, blue, white, blue}, Case{false, true, true, white, blue, blue},
-                        Case{true, false, true, blue, blue, white}, Case{false, false, true, white, white, white}}) {
+  const std::tuple<bool, bool, bool, QRgb, QRgb, QRgb> cases[] = {
+      {true, false, false, blue, white, white}, {false, true, false, white, white, blue},
+      {true, true, false, blue, white, blue},   {false, true, true, white, blue, blue},
+      {true, false, true, blue, blue, white},   {false, false, true, white, white, white}};
+  for (const auto& [start, end, partial, atStart, atBend, atEnd] : cases) {
     Drawing drawing;
     LineEnds ends = Ends(LineEnds::Shape::Rectangle, 4, 4);
-    ends.atStart = c.start, ends.atEnd = c.end, ends.partial = c.partial;
+    ends.atStart = start, ends.atEnd = end, ends.partial = partial;
     Draw_Line_Ends(drawing.context, ends, line, false, blue, 1);
-    drawing.Expect({{24, 54, c.atStart}, {64, 54, c.atBend}, {56, 6, c.atEnd}});
+    drawing.Expect({{24, 54, atStart}, {64, 54, atBend}, {56, 6, atEnd}});
   }
 }
 

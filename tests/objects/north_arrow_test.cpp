@@ -1,8 +1,6 @@
 #include "objects/north_arrow.h"
 
 #include "objects/drawing.h"
-#include "state/coordinate_state.h"
-#include "state/events.h"
 
 namespace {
 
@@ -10,7 +8,7 @@ class NorthArrowTest : public FluraxTest {
  protected:
   void SetUp() override {
     FluraxTest::SetUp();
-    dbEntries = Workspace::CreateDatabase(Path(QStringLiteral("K.MDB")));
+    dbEntries = Workspace::CreateDatabase(Path("K.MDB"));
     Make_Template(*dbEntries);
     rsEntries = dbEntries->OpenRecordset(QStringLiteral("MapData"));
     for (const char* id : {"!Karte", "Text", "Maßstab"}) {
@@ -29,18 +27,15 @@ class NorthArrowTest : public FluraxTest {
 };
 
 TEST(NorthArrowRow, ColoursAreToldApart) {
-  struct Case {
-    int curVG, curHG, VG, HG;
-  };
-  for (const Case& c :
-       {Case{9, 14, 9, 14}, Case{15, 0, 8, 0}, Case{15, 8, 8, 7}, Case{3, 3, 3, 12}, Case{0, 0, 0, 15}}) {
-    const EntryRow row = Make_North_Arrow({100, 200}, c.curVG, c.curHG);
-    EXPECT_EQ(row.VG, c.VG);
-    EXPECT_EQ(row.HG, c.HG);
+  const std::tuple<int, int, int, int> cases[] = {
+      {9, 14, 9, 14}, {15, 0, 8, 0}, {15, 8, 8, 7}, {3, 3, 3, 12}, {0, 0, 0, 15}};
+  for (const auto& [curVG, curHG, VG, HG] : cases) {
+    const EntryRow row = Make_North_Arrow({100, 200}, curVG, curHG);
+    EXPECT_EQ(std::tuple(row.VG, row.HG), std::tuple(VG, HG));
   }
   const EntryRow row = Make_North_Arrow({100, 200}, 1, 2);
   EXPECT_EQ(row.Typ, -12);
-  EXPECT_EQ(row.ID + row.Eintrag + row.Schrift, QStringLiteral("NpNordpfeilArial"));
+  EXPECT_EQ(row.ID + row.Eintrag + row.Schrift, "NpNordpfeilArial");
   EXPECT_EQ(row.Groesse, -8);
   EXPECT_EQ(QPoint(row.Xline, row.Yline), QPoint(100, 140));
 }
@@ -58,7 +53,7 @@ TEST_F(NorthArrowTest, SecondOneReplacesTheFirstAndNothingElse) {
   EXPECT_EQ(rsEntries->Bookmark(), current);
   const std::vector<EntryRow> rows = Rows();
   ASSERT_EQ(rows.size(), 4U);
-  EXPECT_EQ(rows[2].ID, QStringLiteral("Maßstab"));  // the scale bar stays
+  EXPECT_EQ(rows[2].ID, "Maßstab");  // the scale bar stays
   EXPECT_EQ(rows[3], Make_North_Arrow({150, 190}, 4, 14));
   // A marked one is one as well.
   rsEntries->MoveLast();
@@ -98,7 +93,6 @@ TEST(NorthArrowDrawing, PointsFromFootToTip) {
   EXPECT_GT(drawing.Count(blue, QRect(40, 10, 20, 19)), 8);             // the letter above its tip
   EXPECT_TRUE(box.contains(QRectF(45, 30, 10, 60)));
   EXPECT_TRUE(QRectF(30, 5, 40, 96).contains(box));
-
   Drawing east, old, beside;
   EntryRow row = Make_North_Arrow({20, 50}, 1, 2);
   row.Xline = 80, row.Yline = 50;

@@ -1,8 +1,5 @@
 #include "objects/palette.h"
 
-#include "platform/surface.h"
-#include "store/file_names.h"
-
 using PaletteFile = FluraxTest;
 
 TEST_F(PaletteFile, ComesBackAndIsWrittenWhenMissing) {

@@ -32,16 +32,14 @@ void Expect_Hits(const Drawing& drawing, const std::vector<QPointF>& points, boo
 
 TEST(Area, FillCodesAndOutline) {
   const QRgb ground = qRgb(200, 255, 180);
-  struct Case {
-    int code;
-    QRgb inside;
-  };
   // Transparent codes keep only what ground and colour have in common.
-  for (const Case& c : {Case{0, ground}, Case{1, yellow}, Case{8, blue}, Case{-1, ground & yellow},
-                        Case{-8, ground & blue}, Case{2, yellow}, Case{-2, ground & yellow}}) {
+  const std::pair<int, QRgb> cases[] = {{0, ground},           {1, yellow},         {8, blue},
+                                        {-1, ground & yellow}, {-8, ground & blue}, {2, yellow},
+                                        {-2, ground & yellow}};
+  for (const auto& [code, inside] : cases) {
     Drawing drawing(100, 100, ground);
-    EXPECT_TRUE(Draw_Area(drawing, Row(1, c.code), square));
-    drawing.Expect({{50, 51, c.inside}, {20, 50, red}, {85, 50, ground}});  // framed: outline in RA
+    EXPECT_TRUE(Draw_Area(drawing, Row(1, code), square));
+    drawing.Expect({{50, 51, inside}, {20, 50, red}, {85, 50, ground}});  // framed: outline in RA
   }
   Drawing unframed;
   Draw_Area(unframed, Row(1, 1, -100), square);

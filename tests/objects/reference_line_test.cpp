@@ -7,12 +7,10 @@ namespace {
 const QRectF box(40, 40, 20, 10);
 
 TEST(ReferenceLine, LeavesTheBoxByEightZones) {
-  struct Case {
-    QPointF foot, start;
-  };
-  const Case cases[] = {{{10, 10}, {40, 40}}, {{50, 10}, {50, 40}}, {{90, 10}, {60, 40}}, {{10, 45}, {40, 45}},
-                        {{90, 45}, {60, 45}}, {{10, 90}, {40, 50}}, {{55, 90}, {50, 50}}, {{90, 90}, {60, 50}}};
-  for (const Case& c : cases) EXPECT_EQ(Reference_Start(box, c.foot), c.start);
+  const std::pair<QPointF, QPointF> cases[] = {{{10, 10}, {40, 40}}, {{50, 10}, {50, 40}}, {{90, 10}, {60, 40}},
+                                               {{10, 45}, {40, 45}}, {{90, 45}, {60, 45}}, {{10, 90}, {40, 50}},
+                                               {{55, 90}, {50, 50}}, {{90, 90}, {60, 50}}};
+  for (const auto& [foot, start] : cases) EXPECT_EQ(Reference_Start(box, foot), start);
   for (const QPointF inside : {QPointF(50, 45), QPointF(40, 40), QPointF(60, 50)})
     EXPECT_FALSE(Reference_Start(box, inside).has_value());
   Drawing drawing;

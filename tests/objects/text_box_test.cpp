@@ -69,12 +69,9 @@ TEST(TextBox, PerspexMixesTheFillAndKeepsTheFrame) {
 }
 
 TEST(RotatedText, TheSampleStartsAtTheRimOfItsQuadrant) {
-  struct Case {
-    double angle, x, y;
-  };
-  const Case cases[] = {{0, 0, 0},     {30, 0, 40},       {89.999, 0, 80},  {90, 0, 80},
-                        {120, 50, 80}, {180, 100, 0},     {210, 100, 40},   {270, 0, 0},
-                        {300, 50, 0},  {359.999, 100, 0}, {-45, 70.7107, 0}};
+  const std::tuple<double, double, double> cases[] = {{0, 0, 0},     {30, 0, 40},       {89.999, 0, 80},  {90, 0, 80},
+                                                      {120, 50, 80}, {180, 100, 0},     {210, 100, 40},   {270, 0, 0},
+                                                      {300, 50, 0},  {359.999, 100, 0}, {-45, 70.7107, 0}};
   for (const auto& [angle, x, y] : cases)
     EXPECT_LT((Sample_Origin(angle, 100, 80) - QPointF(x, y)).manhattanLength(), 0.01) << angle;
 }

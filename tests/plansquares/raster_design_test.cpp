@@ -1,7 +1,5 @@
 #include "plansquares/raster_design.h"
 
-#include "state/coordinate_state.h"
-
 class RasterDesignTest : public FluraxTest {
  protected:
   void SetUp() override {
@@ -37,8 +35,7 @@ TEST_F(RasterDesignTest, FieldsShrinkToWholeSquaresAndSquaresLeaveNoGaps) {
   const RasterPlan plan = Plan({0, 0, 1000, 1000}, 300);
   EXPECT_EQ(std::tuple(plan.Cols, plan.Rows, plan.edgeX.back()), std::tuple(3, 3, 900));
   EXPECT_TRUE(plan.adjusted);
-  EXPECT_EQ(plan.squares[5].name, "C-2");
-  EXPECT_EQ(plan.squares[5].box, QRect(600, 300, 300, 300));
+  EXPECT_EQ(std::tuple(plan.squares[5].name, plan.squares[5].box), std::tuple("C-2", QRect(600, 300, 300, 300)));
   EXPECT_FALSE(Plan({0, 0, 900, 600}, 300).adjusted);
   // A field whose end was rounded to a whole pixel still has its last square.
   EXPECT_EQ(Plan({0, 0, 1233, 124, 1}, 123.4F).Cols, 10);
@@ -116,10 +113,9 @@ TEST_F(RasterDesignTest, CornersMayBeSwappedMissingOrNonsense) {
   for (const char* wrong : {"", "abc", "1e99", "12 34"}) {
     design.P2x = QString::fromLatin1(wrong);
     design.P2y = QStringLiteral("50");
-    MessageScript messages(QStringLiteral("Ungültige(r) Wert(e)"));
+    MessageScript messages("Ungültige(r) Wert(e)");
     EXPECT_FALSE(Design_Raster(design, {}, {}, steps)) << wrong;
-    EXPECT_EQ(steps.Mode, "Step: 3");
-    EXPECT_EQ(steps.tab, RasterTab::Corners);
+    EXPECT_EQ(std::tuple(steps.Mode, steps.tab), std::tuple("Step: 3", RasterTab::Corners));
   }
   design.unit = CornerUnit::Coordinates;
   design.size = QStringLiteral("50 mm");
@@ -139,7 +135,7 @@ TEST_F(RasterDesignTest, AFaultOnTheMapIsToldWithItsStep) {
       EXPECT_EQ(plan.Cols, 4);
       fails();
     };
-    MessageScript messages(QStringLiteral("Step: %1\n\n").arg(number), MsgAnswer::Cancel);
+    MessageScript messages(QString("Step: %1\n\n").arg(number), MsgAnswer::Cancel);
     EXPECT_FALSE(Design_Raster(design, {}, {}, steps, map));
     EXPECT_EQ(reached, number == 6 ? QString() : QStringLiteral("Step: 6"));
   }

@@ -5,7 +5,6 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "platform/database.h"
 #include "platform/fault_vfs.h"
 #include "platform/page_log.h"
 

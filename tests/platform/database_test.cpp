@@ -101,7 +101,7 @@ TEST_F(DatabaseTest, RefusedValuesLeaveTheRow) {
   EXPECT_EQ(rows->Text(u"ID"), QString(79, u'ä'));
   EXPECT_EQ(rows->Number(u"Größe"), 1.5);
   EXPECT_EQ(rows->Integer(u"Xmap"), 7);
-  EXPECT_EQ(Error_Of([&] { rows->Set(u"ID", QStringLiteral("x")); }), 3020);
+  EXPECT_EQ(Error_Of([&] { rows->Set(u"ID", "x"); }), 3020);
   EXPECT_EQ(Error_Of([&] { rows->Update(); }), 3020);
 }
 
@@ -503,10 +503,8 @@ TEST_F(DatabaseTest, ForeignValuesAreRead) {
   EXPECT_EQ(rows->Integer(u"Xmap"), 2);
   const int intMost = std::numeric_limits<int>::max(), intLeast = std::numeric_limits<int>::min();
   const auto& points = *database->Points("Linie0");
-  EXPECT_EQ(points[0].x, intMost);
-  EXPECT_EQ(points[0].y, intLeast);
-  EXPECT_EQ(points[1].x, intMost);
-  EXPECT_EQ(points[1].y, 7);
+  EXPECT_EQ(std::tuple(points[0].x, points[0].y), std::tuple(intMost, intLeast));
+  EXPECT_EQ(std::tuple(points[1].x, points[1].y), std::tuple(intMost, 7));
   rows->MoveFirst();
   rows->Edit();
   for (const double value : {std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::quiet_NaN()})

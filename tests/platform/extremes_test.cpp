@@ -2,7 +2,6 @@
 
 #include "platform/fonts.h"
 #include "platform/region.h"
-#include "platform/surface.h"
 #include "support/pixels.h"
 
 // Numbers of damaged tables reach the drawing as they are.

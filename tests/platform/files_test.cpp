@@ -62,10 +62,7 @@ TEST_F(Files, EveryByteOfTheCodePageComesBack) {
 }
 
 TEST_F(Files, LinesOfEveryKindAreRead) {
-  const struct {
-    QByteArray bytes;
-    QStringList lines;
-  } cases[] = {
+  const std::pair<QByteArray, QStringList> cases[] = {
       {"", {}},
       {"a", {"a"}},
       {"a\r\nb\r\n", {"a", "b"}},
@@ -78,8 +75,8 @@ TEST_F(Files, LinesOfEveryKindAreRead) {
       {"Stra\xC3", {"StraÃ"}},          // ends within a character
       {"12\xA8", {"12¨"}},
   };
-  for (const auto& c : cases)
-    EXPECT_EQ(Read_Lines(Put("text", c.bytes)), c.lines) << c.bytes.toPercentEncoding().data();
+  for (const auto& [bytes, lines] : cases)
+    EXPECT_EQ(Read_Lines(Put("text", bytes)), lines) << bytes.toPercentEncoding().data();
   Write_Lines(Path("neu.txt"), {"Größ", "", "Жук"});
   EXPECT_EQ(Content(Path("neu.txt")), QByteArray("Gr\xF6\xDF\r\n\r\n???\r\n"));
   EXPECT_EQ(Error_Of([&] { Read_Lines(Path("fehlt")); }), errors::fileNotFound);
@@ -218,7 +215,6 @@ TEST_F(Files, WriteAtCopyRenameAndKill) {
   EXPECT_EQ(Content(map), "012abc6789");
   EXPECT_EQ(Error_Of([&] { Write_At(Path("fehlt"), 0, "x"); }), errors::fileNotFound);
   Kill(map);
-
   const QString source = Put("Quelle.mdb", QByteArray(700000, 'q'));
   ASSERT_EQ(chmod(source.toUtf8().constData(), 0444), 0);
   const QString target = Put("ZIEL.MDB", "alt");
@@ -228,7 +224,6 @@ TEST_F(Files, WriteAtCopyRenameAndKill) {
   EXPECT_TRUE(QFileInfo(Path("Neu.mdb")).permission(QFile::WriteOwner));
   File_Copy(source, Path("quelle.MDB"));  // onto itself
   EXPECT_EQ(Names(), QStringList({"Neu.mdb", "Quelle.mdb", "ZIEL.MDB"}));
-
   File_Rename(Path("neu.mdb"), Path("NEU.MDB"));
   EXPECT_EQ(Names(), QStringList({"NEU.MDB", "Quelle.mdb", "ZIEL.MDB"}));
   EXPECT_EQ(Error_Of([&] { File_Rename(source, Path("neu.MDB")); }), errors::fileExists);

@@ -21,7 +21,6 @@ TEST_F(GuestTest, WorksInItsFolderAndSaysHowItEnded) {
   EXPECT_EQ(good.faults, "bad\n");
   EXPECT_EQ(Read_Bytes(Path(u"out"_s)), "a b; $(c) 'd'\n") << "no shell takes the arguments apart";
   EXPECT_EQ(Guest_Flaw(order, good), QString());
-
   EXPECT_EQ(Run(u"echo kaputt >&2; exit 3"_s).exitCode, 3);
   EXPECT_TRUE(Guest_Flaw(order, Run(u"echo kaputt >&2; exit 3"_s)).contains(u"kaputt"));
   EXPECT_EQ(Run(u"kill -SEGV $$"_s).end, GuestEnd::Failed) << "a crash";

@@ -4,7 +4,6 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "platform/database.h"
 #include "platform/fault_vfs.h"
 #include "platform/row_changes.h"
 

@@ -67,10 +67,7 @@ TEST(Metafiles, SavedStatesNest) {
     file.Add(rectangle, {30, 40, 10, 20});
     return Read_Wmf(file.Bytes(200, 100)).pixel(30, 20);
   };
-  const struct {
-    std::initializer_list<int> restores;
-    QRgb color;
-  } cases[] = {
+  const std::pair<std::initializer_list<int>, QRgb> cases[] = {
       {{}, yellow},     {{-1}, blue},    {{-2}, green},   {{-3}, red},   {{-1, -1}, green}, {{-1, -1, -1}, red},
       {{-2, -1}, red},  {{-1, -2}, red}, {{1}, red},      {{2}, green},  {{3}, blue},       {{2, -1}, red},
       {{3, 2, 1}, red}, {{1, -1}, red},  {{0}, yellow},   {{4}, yellow}, {{-4}, yellow},    {{-4, -1}, blue},

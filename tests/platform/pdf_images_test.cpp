@@ -1,7 +1,6 @@
 #include <QPainter>
 
 #include "platform/printer.h"
-#include "platform/surface.h"
 
 namespace {
 

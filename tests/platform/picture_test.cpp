@@ -149,8 +149,7 @@ TEST_F(PictureFile, LargerThanTheReadersUsualLimitOpens) {
   ASSERT_TRUE(QFile::resize(path, 54 + 16 + 7000LL * 7000));
   QImageReader::setAllocationLimit(128);
   const QImage image = Load_Picture(path);
-  EXPECT_EQ(image.size(), QSize(7000, 7000));
-  EXPECT_EQ(image.format(), QImage::Format_Indexed8);
+  EXPECT_EQ(std::tuple(image.size(), image.format()), std::tuple(QSize(7000, 7000), QImage::Format_Indexed8));
   EXPECT_EQ(image.pixel(6999, 6999), white);
   EXPECT_EQ(Picture_Memory(image.size(), 8), 49000000);
   // Wider than 16 bits count.
@@ -208,8 +207,7 @@ TEST_F(PictureFile, MetafilesAreKnownByContentOrEnding) {
   EXPECT_EQ(Load_Picture(path).pixel(30, 15), red);
   EXPECT_EQ(Picture_Size(path), QSize(200, 100));
   const Error error = Raised([&] { Load_Picture(Put("keine.wmf", "Dies ist keine Zeichnung, sondern ein Text.")); });
-  EXPECT_EQ(error.number, errors::fileNotFound);
-  EXPECT_EQ(error.text, Error_Text(errors::fileNotFound));
+  EXPECT_EQ(std::tuple(error.number, error.text), std::tuple(errors::fileNotFound, Error_Text(errors::fileNotFound)));
 }
 
 // Limits ------------------------------------------------------------------------------------------------------------

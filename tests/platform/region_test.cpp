@@ -1,21 +1,16 @@
 #include "platform/region.h"
 
-#include <map>
-
 namespace {
 
 TEST(Shapes, EdgesBelongToTheLeftAndTopOnly) {
-  struct Case {
-    RegionShape shape;
-    std::vector<QPointF> inside, outside;
-  };
   const QRectF box(10, 20, 30, 40);
   const QPolygonF ring{{{0, 0}, {40, 0}, {40, 40}, {0, 40}, {0, 0}, {10, 10}, {30, 10}, {30, 30}, {10, 30}, {10, 10}}};
-  const Case cases[] = {{box, {{10, 20}, {39.9, 59.9}}, {{40, 30}, {20, 60}}},
-                        {QRectF(40, 60, -30, -40), {{10, 20}}, {}},
-                        {QRectF(5, 5, 0, 0), {}, {{5, 5}}},
-                        {EllipseShape{box}, {{25, 40}, {25, 21}}, {{12, 22}, {37, 57}}},
-                        {ring, {{5, 5}, {35, 20}}, {{20, 20}}}};
+  const std::tuple<RegionShape, std::vector<QPointF>, std::vector<QPointF>> cases[] = {
+      {box, {{10, 20}, {39.9, 59.9}}, {{40, 30}, {20, 60}}},
+      {QRectF(40, 60, -30, -40), {{10, 20}}, {}},
+      {QRectF(5, 5, 0, 0), {}, {{5, 5}}},
+      {EllipseShape{box}, {{25, 40}, {25, 21}}, {{12, 22}, {37, 57}}},
+      {ring, {{5, 5}, {35, 20}}, {{20, 20}}}};
   for (const auto& [shape, inside, outside] : cases) {
     for (const QPointF& point : inside) EXPECT_TRUE(Shape_Contains(shape, point)) << point.x() << "," << point.y();
     for (const QPointF& point : outside) EXPECT_FALSE(Shape_Contains(shape, point)) << point.x() << "," << point.y();

@@ -1,7 +1,5 @@
 #include <new>
 
-#include "platform/shell.h"
-
 TEST(Guarded, AsksAndObeys) {
   MessageScript script{{"Prozedur beenden?", MsgAnswer::Yes},
                        {"Linie zeichnen", MsgAnswer::No},
@@ -12,11 +10,10 @@ TEST(Guarded, AsksAndObeys) {
   EXPECT_EQ(Guarded("Fehler: Linie zeichnen", [] { Raise(5010, "Karte fehlt"); }), Step::Skipped);
   EXPECT_EQ(Guarded({}, [] { throw std::bad_alloc(); }), Step::Skipped);
   const MsgRequest& first = script.Seen()[0];
-  EXPECT_EQ(first.text, QStringLiteral("Error: 53 Datei nicht gefunden\n\nProzedur beenden?"));
-  EXPECT_EQ(first.title, QStringLiteral("Fehler"));
-  EXPECT_EQ(first.buttons, MsgButtons::YesNo);
+  EXPECT_EQ(first.text, "Error: 53 Datei nicht gefunden\n\nProzedur beenden?");
+  EXPECT_EQ(std::tuple(first.title, first.buttons), std::tuple(QStringLiteral("Fehler"), MsgButtons::YesNo));
   EXPECT_EQ(first.icon, MsgIcon::Question);
-  EXPECT_EQ(script.Seen()[1].text, QStringLiteral("Error: 5010 Karte fehlt\n\nProzedur beenden?"));
+  EXPECT_EQ(script.Seen()[1].text, "Error: 5010 Karte fehlt\n\nProzedur beenden?");
 }
 
 TEST(MessageBox, TheCarefulAnswerIsGivenWithoutAWindow) {

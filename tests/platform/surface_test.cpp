@@ -4,6 +4,7 @@
 #include <QPainter>
 #include <QPdfWriter>
 
+#include "platform/fonts.h"
 #include "support/pixels.h"
 
 namespace {
@@ -219,7 +220,6 @@ TEST(SurfaceModes, EachTouchedPixelIsCombinedOnce) {
 TEST(SurfaceModes, NopDrawsNothingAndLargeShapesAreCombinedInBands) {
   const QImage before = Motley(100, 100);
   for (const auto& [name, draw] : Knotty_Shapes()) EXPECT_EQ(Painted(before, draw, {.mode = DrawMode::Nop}), before);
-
   const QPointF corners[] = {{0, 0}, {70000, 0}, {70000, 200}, {0, 200}};
   const QImage wide = Painted(Make_Canvas(70000, 200, black), [&](Surface& s) { s.Polygon(corners); },
                               {red, green, DrawMode::Invert, 1, PenStyle::None, FillStyle::Solid});
@@ -258,17 +258,13 @@ TEST(SurfacePicture, BlitsAndEnlargesByNearestPixel) {
   pic.setPixel(0, 1, blue);
   pic.setPixel(1, 1, black);
   const QImage indexed = pic.convertToFormat(QImage::Format_Indexed8);
-  struct Case {
-    QRectF target, source;
-    Picture wanted;
-  };
   const QRectF whole(0, 0, 2, 2);
-  const Case cases[] = {{{1, 1, 2, 2}, whole, {"....", ".rg.", ".b#.", "...."}},
-                        {{-1, -1, 2, 2}, whole, {"#...", "....", "....", "...."}},
-                        {{0, 0, 4, 4}, whole, {"rrgg", "rrgg", "bb##", "bb##"}},
-                        {{-3, -3, 6, 6}, whole, {"###.", "###.", "###.", "...."}},
-                        {{0, 0, 2, 2}, {1, 0, 1, 1}, {"gg..", "gg..", "....", "...."}},
-                        {{0, 0, 1, 1}, whole, {"#...", "....", "....", "...."}}};
+  const std::tuple<QRectF, QRectF, Picture> cases[] = {{{1, 1, 2, 2}, whole, {"....", ".rg.", ".b#.", "...."}},
+                                                       {{-1, -1, 2, 2}, whole, {"#...", "....", "....", "...."}},
+                                                       {{0, 0, 4, 4}, whole, {"rrgg", "rrgg", "bb##", "bb##"}},
+                                                       {{-3, -3, 6, 6}, whole, {"###.", "###.", "###.", "...."}},
+                                                       {{0, 0, 2, 2}, {1, 0, 1, 1}, {"gg..", "gg..", "....", "...."}},
+                                                       {{0, 0, 1, 1}, whole, {"#...", "....", "....", "...."}}};
   for (const QImage& picture : {pic, indexed})
     for (const auto& [target, source, wanted] : cases)
       EXPECT_EQ(Drawn(4, 4, [&](Surface& s) { s.PaintPicture(target, picture, source); }), wanted);
@@ -481,3 +477,29 @@ TEST(PageSurface, PdfHoldsLinesAndLettersInsteadOfPictures) {
 }
 
 }  // namespace
+
+// Letters that are drawn one by one stand where, and look as, the font would set them as a text.
+TEST(SurfaceText, PlainLettersLookAsSetByTheFont) {
+  QString letters;
+  for (int code = 0x20; code <= 0xff; ++code) letters += QChar(code);
+  const QStringList lines = {letters.left(90), letters.mid(143), "Wiese am Hügel 12,5 m", "AVA Tor. fffi 1/2",
+                             "Straße"};
+  int plain = 0;
+  for (const char* family : {"Arial", "Courier New", "Times New Roman", "Symbol", "DejaVu Sans"})
+    for (const double points : {5.0, 8.0, 11.3, 30.0, 90.0})
+      for (const int style : {0, 1, 2, 3}) {
+        const FontFace& face = Font_Face({family, points, (style & 1) != 0, (style & 2) != 0});
+        for (const QString& line : lines) {
+          QImage set(1200, 150, QImage::Format_RGB32);
+          set.fill(qRgb(240, 230, 200));
+          QImage drawn = set.copy();
+          QPainter one(&set), other(&drawn);
+          one.setFont(face.font), other.setFont(face.font);
+          one.drawStaticText(QPoint(3, 2), face.Prepared(line, FontFace::Edge::Smooth));
+          if (!face.Draw_Plain(other, QPoint(3, 2 + face.ascent), line)) continue;
+          ++plain;
+          ASSERT_EQ(set, drawn) << family << ' ' << points << ' ' << style << ' ' << line.toStdString();
+        }
+      }
+  EXPECT_GT(plain, 150);
+}

@@ -3,7 +3,6 @@
 #include <QFontMetrics>
 #include <QRawFont>
 
-#include "platform/surface.h"
 #include "support/pixels.h"
 
 namespace {
@@ -26,8 +25,8 @@ TEST(SymbolFonts, KnownPicturesStandAtTheirCodes) {
   };
   for (const auto& [family, code, wanted] : cases)
     EXPECT_EQ(Symbol_Text(family, QString(QChar(code))), QString::fromUcs4(&wanted, 1)) << family << int{code};
-  EXPECT_EQ(Symbol_Text("Arial", QStringLiteral("Jäger")), QStringLiteral("Jäger"));
-  EXPECT_EQ(Symbol_Text("Wingdings", QStringLiteral("✔")), QStringLiteral("✔"));
+  EXPECT_EQ(Symbol_Text("Arial", QStringLiteral("Jäger")), "Jäger");
+  EXPECT_EQ(Symbol_Text("Wingdings", QStringLiteral("✔")), "✔");
   EXPECT_TRUE(Is_Symbol_Font("wingdings") && Is_Symbol_Font("Symbol"));
   EXPECT_FALSE(Is_Symbol_Font("Arial"));
   // All 224 codes through the characters a text file gives for them.
@@ -41,32 +40,27 @@ TEST(SymbolFonts, KnownPicturesStandAtTheirCodes) {
 }
 
 TEST(SymbolFonts, TablesAreFullWithoutDoublesAndHaveGlyphs) {
-  struct Case {
-    Table table;
-    int least;
-    int doubles;  // two forms of one sign
-    std::vector<const char*> fonts;
-  };
-  const Case cases[] = {{Table::Wingdings, 223, 0, {"Symbola"}},
-                        {Table::Symbol, 187, 3, {"Liberation Serif", "Symbola", "DejaVu Sans"}}};
-  for (const Case& c : cases) {
+  // doubles: two forms of one sign
+  const std::tuple<Table, int, int, std::vector<const char*>> cases[] = {
+      {Table::Wingdings, 223, 0, {"Symbola"}}, {Table::Symbol, 187, 3, {"Liberation Serif", "Symbola", "DejaVu Sans"}}};
+  for (const auto& [table, least, doubles, fonts] : cases) {
     QSet<char32_t> seen;
     int mapped = 0;
     for (int code = 0x20; code <= 0xFF; ++code) {
-      const char32_t unicode = symbol_fonts::Unicode_Of(c.table, code);
+      const char32_t unicode = symbol_fonts::Unicode_Of(table, code);
       if (unicode == 0) continue;
       ++mapped;
       seen.insert(unicode);
       bool drawn = false;
-      for (const char* family : c.fonts) {
+      for (const char* family : fonts) {
         QFont font{QString::fromLatin1(family)};
         font.setPixelSize(20);
         drawn = drawn || QRawFont::fromFont(font).supportsCharacter(unicode);
       }
       EXPECT_TRUE(drawn) << "code " << std::hex << code << " U+" << static_cast<unsigned>(unicode);
     }
-    EXPECT_GE(mapped, c.least);
-    EXPECT_EQ(seen.size(), mapped - c.doubles);
+    EXPECT_GE(mapped, least);
+    EXPECT_EQ(seen.size(), mapped - doubles);
   }
 }
 

@@ -4,14 +4,10 @@
 
 #include "maps/map_close.h"
 #include "maps/map_open.h"
-#include "platform/picture.h"
 #include "printing/map_export.h"
 #include "printing/page_job.h"
 #include "printing/page_preview.h"
 #include "printing/table_print.h"
-#include "state/map_state.h"
-#include "state/mdi_state.h"
-#include "store/entry.h"
 #include "view/redraw.h"
 
 namespace {
@@ -59,12 +55,10 @@ class PageSetupTest : public FluraxTest {
 
 TEST_F(PageSetupTest, WhatIsTypedWaitsAndWorksBackward) {
   PageSetup setup = Load_Page_Setup();
-  EXPECT_EQ(setup.txtFaktor, u"1,000"_s);
-  EXPECT_EQ(setup.txtBreite, u"42,3"_s);
+  EXPECT_EQ(std::tuple(setup.txtFaktor, setup.txtBreite), std::tuple(u"1,000"_s, u"42,3"_s));
   EXPECT_EQ(setup.Eingabe, PageInput::Ok);
   Type_Width(setup, u"84,7"_s);
-  EXPECT_EQ(setup.txtHoehe, u"63,5"_s);
-  EXPECT_EQ(setup.Eingabe, PageInput::None);
+  EXPECT_EQ(std::tuple(setup.txtHoehe, setup.Eingabe), std::tuple(u"63,5"_s, PageInput::None));
   EXPECT_EQ(setup.settings.factor, 1.0) << "not taken yet";
   Take_Typed(setup);
   EXPECT_NEAR(setup.settings.factor, 2.0, 0.001);
@@ -191,7 +185,6 @@ TEST_F(PageSetupTest, TableAndTextRunOverPages) {
   for (const QString& part :
        {u"Fundort 1 "_s, u"Fundort 75 "_s, u"Fundort 150 "_s, u"umbricht"_s, u"Zeilen"_s, u"Ymap"_s})
     EXPECT_TRUE(all.contains(part)) << part;
-
   QString lines;
   for (int i = 1; i <= 130; ++i) lines += u"Zeile %1\n"_s.arg(i);
   Print_Text(u"Notiz"_s, lines);

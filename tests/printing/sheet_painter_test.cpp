@@ -4,13 +4,7 @@
 
 #include "maps/map_open.h"
 #include "plansquares/raster_rows.h"
-#include "platform/surface.h"
 #include "printing/print_map.h"
-#include "state/events.h"
-#include "state/map_state.h"
-#include "state/mdi_state.h"
-#include "store/entry.h"
-#include "store/vertex_table.h"
 #include "support/nets.h"
 #include "view/redraw.h"
 

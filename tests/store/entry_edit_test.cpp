@@ -1,8 +1,5 @@
 #include "store/entry_edit.h"
 
-#include "state/events.h"
-#include "state/mdi_state.h"
-#include "store/vertex_table.h"
 #include "support/table_fixture.h"
 
 class EntryEditTest : public TableTest {
@@ -35,21 +32,20 @@ TEST_F(EntryEditTest, ANewTextBecomesARow) {
 }
 
 TEST_F(EntryEditTest, EmptyTextsAndBlanks) {
-  struct Case {
-    TextRow where;
-    bool trim;
-    QString typed, stored;
-  };
   constexpr TextRow fresh = TextRow::New, current = TextRow::Current;
   const QString mark(QChar(160));
-  for (const Case& c :
-       {Case{fresh, false, "  ", mark}, Case{fresh, false, mark, mark}, Case{fresh, false, mark + "Moor", "Moor"},
-        Case{fresh, false, " Moor ", " Moor "}, Case{fresh, true, " Großes Moor ", "Großes Moor"},
-        Case{current, true, "", ""}, Case{current, false, mark + "x", "x"}}) {
+  const std::tuple<TextRow, bool, QString, QString> cases[] = {{fresh, false, "  ", mark},
+                                                               {fresh, false, mark, mark},
+                                                               {fresh, false, mark + "Moor", "Moor"},
+                                                               {fresh, false, " Moor ", " Moor "},
+                                                               {fresh, true, " Großes Moor ", "Großes Moor"},
+                                                               {current, true, "", ""},
+                                                               {current, false, mark + "x", "x"}};
+  for (const auto& [where, trim, typed, stored] : cases) {
     Add(Text("vorher"));
-    frmMDI.trimInput = c.trim;
-    ASSERT_TRUE(Save_Text_Entry(Typed(c.typed), c.where));
-    EXPECT_EQ(Row().Eintrag, c.stored);
+    frmMDI.trimInput = trim;
+    ASSERT_TRUE(Save_Text_Entry(Typed(typed), where));
+    EXPECT_EQ(Row().Eintrag, stored);
   }
 }
 
@@ -67,28 +63,23 @@ TEST_F(EntryEditTest, ATooLongTextIsRefusedNotCut) {
 }
 
 TEST_F(EntryEditTest, AChangeRespectsTheKindOfTheRow) {
-  struct Case {
-    EntryRow before;
-    bool transparent;
-    QString schrift;
-    double size;
-    int hg;
-  };
   EntryRow text = Text("alt"), foot = Entry("Text", 203), hiddenLabel = Entry("Linie0", 40), figure = Entry("Text", 22);
   const EntryRow line = Entry("Linie0", 104);
   text.Schrift = foot.Schrift = "Courier New-I-C161<45";
   hiddenLabel.Groesse = -8;
   figure.Schrift = "F-3<30";
-  for (const Case& c : {Case{text, true, "Courier New-B-T<45", 12, 2}, Case{foot, true, "Courier New-B-T<45", 12, 15},
-                        Case{line, true, "Arial-B-T", 12, 15}, Case{line, false, "Arial-B", 12, 2},
-                        Case{hiddenLabel, false, "Arial-B", -8, 2}, Case{figure, true, "F-3<30", 12, 2}}) {
-    Add(c.before);
+  const std::tuple<EntryRow, bool, QString, double, int> cases[] = {
+      {text, true, "Courier New-B-T<45", 12, 2}, {foot, true, "Courier New-B-T<45", 12, 15},
+      {line, true, "Arial-B-T", 12, 15},         {line, false, "Arial-B", 12, 2},
+      {hiddenLabel, false, "Arial-B", -8, 2},    {figure, true, "F-3<30", 12, 2}};
+  for (const auto& [before, transparent, schrift, size, hg] : cases) {
+    Add(before);
     TypedText typed = Typed("neu");
     typed.HG = 2;
-    typed.font = {.family = "Symbol", .bold = true, .transparent = c.transparent, .angle = 10};
+    typed.font = {.family = "Symbol", .bold = true, .transparent = transparent, .angle = 10};
     ASSERT_TRUE(Save_Text_Entry(typed, TextRow::Current));
-    const EntryRow expected{c.before.ID, "neu", c.schrift, c.size, 4, c.hg, 215, 120, 90, 0, 0, c.before.Typ};
-    EXPECT_EQ(Row(), expected) << c.schrift;
+    const EntryRow expected{before.ID, "neu", schrift, size, 4, hg, 215, 120, 90, 0, 0, before.Typ};
+    EXPECT_EQ(Row(), expected) << schrift;
   }
 }
 
@@ -134,7 +125,6 @@ TEST_F(EntryEditTest, DeletingAsksAndTakesTheVertexTableAlong) {
   EXPECT_EQ(Tbl.Tag, TableTag::Dirty);
   EXPECT_EQ(Map.CurBookmark, rsEntries->Bookmark());
   EXPECT_EQ(redraws, 1);
-
   // Two rows share a table: it goes with the second one.
   Write_Vertices("Linie0", {{0, 0}, {5, 5}});
   for (const char* id : {"Linie0", "-Linie0"}) Add(Entry(id, 4, "Bach"));

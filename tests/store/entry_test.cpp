@@ -1,7 +1,5 @@
 #include "store/entry.h"
 
-#include "state/mdi_state.h"
-#include "store/vertex_table.h"
 #include "support/table_fixture.h"
 
 class EntryTest : public TableTest {
@@ -38,17 +36,17 @@ TEST_F(EntryTest, NumbersBeyondSixteenBitAreRefusedAndNothingIsLeftBehind) {
 }
 
 TEST_F(EntryTest, BoxOfFiguresAndSquares) {
-  struct Case {
-    int typ, xline, yline, width, height;
-  };
-  for (const Case& c :
-       {Case{20, 30, 40, 30, 40}, Case{223, 300, 400, 300, 400}, Case{16, 130, 240, 30, 40},  // lower right corner
-        Case{-116, 130, 240, 30, 40}, Case{16, 30, 240, 30, 240}}) {  // an older row with a size
-    EntryRow row{"Figur1", "x", "F 1", 10, 0, 15, 0, 100, 200, c.xline, c.yline, c.typ};
-    EXPECT_EQ(entry_box(row), (EntryBox{100, 200, c.width, c.height})) << c.typ;
-    const EntryBox moved{5, 6, c.width, c.height};
+  const std::tuple<int, int, int, int, int> cases[] = {{20, 30, 40, 30, 40},
+                                                       {223, 300, 400, 300, 400},
+                                                       {16, 130, 240, 30, 40},  // lower right corner
+                                                       {-116, 130, 240, 30, 40},
+                                                       {16, 30, 240, 30, 240}};
+  for (const auto& [typ, xline, yline, width, height] : cases) {  // an older row with a size
+    EntryRow row{"Figur1", "x", "F 1", 10, 0, 15, 0, 100, 200, xline, yline, typ};
+    EXPECT_EQ(entry_box(row), (EntryBox{100, 200, width, height})) << typ;
+    const EntryBox moved{5, 6, width, height};
     set_entry_box(row, moved);
-    EXPECT_EQ(entry_box(row), moved) << c.typ;
+    EXPECT_EQ(entry_box(row), moved) << typ;
   }
 }
 
@@ -96,7 +94,6 @@ TEST_F(EntryTest, HeaderRowKeepsWhatItIsToldAndRepairsTheRest) {
   header = {"!Moor", "/k/KARTE.MDB", "Karte.bmp", 12, 5, 7, 9, 400, 300, 2, 2.345, false};
   Write_Header(header);
   EXPECT_EQ(Read_Header(), header);
-
   bool repaired = true;
   EntryRow row = header.ToEntry();
   EXPECT_EQ(HeaderRow::FromEntry(row, &repaired), header);
@@ -115,11 +112,9 @@ TEST_F(EntryTest, HeaderRowKeepsWhatItIsToldAndRepairsTheRest) {
     const HeaderRow read = HeaderRow::FromEntry(row, &repaired);
     EXPECT_EQ(repaired, c.repaired) << c.id << c.xline;
     EXPECT_EQ(read.ID, QString(c.id).startsWith(u'!') ? c.id : "!Unbekannt");
-    EXPECT_EQ(read.orientation, c.xline == 2 ? 2 : 1);
-    EXPECT_EQ(read.printFactor, 1.0);
+    EXPECT_EQ(std::tuple(read.orientation, read.printFactor), std::tuple(c.xline == 2 ? 2 : 1, 1.0));
     EXPECT_EQ(read.netVisible, c.typ != -2);
   }
-
   header.tablePath = "/home/" + QString(100, 'a') + "/KARTE.MDB";
   header.width = 40000;
   header.printFactor = 99;

@@ -1,7 +1,5 @@
 #include "store/file_names.h"
 
-#include "state/map_state.h"
-
 namespace {
 class FileNames : public FluraxTest {
  protected:
@@ -107,13 +105,11 @@ TEST_F(FileNames, TheProgramFolderIsFilledWithWhatIsMissing) {
   EXPECT_TRUE(QFileInfo(home + "/Beispiele/Karte.bmp").isWritable());
   EXPECT_EQ(Read_Bytes(home + "/tipps.TXT"), "des Benutzers");
   EXPECT_FALSE(QFile::exists(home + "/Tipps.txt"));
-
   Replace_File(home + "/MUSTER.MDB", "geändert");
   Prepare_Program_Folder(delivered);
   Prepare_Program_Folder(home);      // run from its own folder
   Prepare_Program_Folder("/fehlt");  // nothing delivered
   EXPECT_EQ(Read_Bytes(home + "/MUSTER.MDB"), "geändert");
-
   const auto fails = [&](const QString& wanted) {
     qputenv("FLURAX_HOME", wanted.toUtf8());
     return Error_Of([&] { Prepare_Program_Folder(delivered); });

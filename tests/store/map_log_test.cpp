@@ -1,7 +1,5 @@
 #include "store/map_log.h"
 
-#include "state/mdi_state.h"
-#include "store/file_names.h"
 #include "store/log_record.h"
 
 namespace {

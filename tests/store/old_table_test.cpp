@@ -1,6 +1,5 @@
 #include "store/old_table.h"
 #include "old_table_file.h"
-#include "store/vertex_table.h"
 #include "support/table_fixture.h"
 
 namespace {
@@ -54,19 +53,16 @@ TEST_F(OldTableTest, ValuesComeOutAsTheyWereTyped) {
 
 TEST_F(OldTableTest, BringsTablesRowsAndTheirOrder) {
   const OldTableReport report = Convert(bytes);
-  EXPECT_EQ(report.tables, 4);
-  EXPECT_EQ(report.entries, 1603);
+  EXPECT_EQ(std::tuple(report.tables, report.entries), std::tuple(4, 1603));
   EXPECT_TRUE(report.Text().contains(u"2 Zahlen keinen Platz"_s)) << report.Text();
   const auto database = Workspace::OpenDatabase(Path(u"neu.MDB"_s));
   const std::vector<EntryRow> rows = Rows_Of(*database);
   ASSERT_EQ(rows.size(), 1604U) << "and a header, which the file had not";
   EXPECT_EQ(rows[0].ID, u"!Unbekannt"_s);
-  EXPECT_EQ(rows[1].Eintrag, u"Fundort Äußere Mühle\r\n2. Zeile"_s);
-  EXPECT_EQ(rows[1].Groesse, 8.25);
+  EXPECT_EQ(std::tuple(rows[1].Eintrag, rows[1].Groesse), std::tuple(u"Fundort Äußere Mühle\r\n2. Zeile"_s, 8.25));
   EXPECT_EQ(rows[1].VG, 255);
   EXPECT_EQ(rows[1].HG, 32767) << "16777215 is beyond the column";
-  EXPECT_EQ(rows[2].Eintrag, u"Straße ü ö ä €"_s);
-  EXPECT_EQ(rows[2].Xmap, 1491);
+  EXPECT_EQ(std::tuple(rows[2].Eintrag, rows[2].Xmap), std::tuple(u"Straße ü ö ä €"_s, 1491));
   EXPECT_EQ(rows[2].Ymap, -4) << "-3.5: halves to even";
   EXPECT_EQ(rows[4].ID, u"P1"_s) << "it grew and lies on another page, yet is drawn where it was";
   EXPECT_EQ(rows[4].Eintrag.size(), 220);

@@ -1,8 +1,5 @@
 #include "store/settings.h"
 
-#include "state/mdi_state.h"
-#include "store/file_names.h"
-
 namespace {
 class Settings : public FluraxTest {
  protected:

@@ -1,5 +1,3 @@
-#include "state/mdi_state.h"
-#include "store/vertex_table.h"
 #include "support/table_fixture.h"
 
 namespace {

@@ -1,7 +1,5 @@
 #include "store/transaction.h"
 
-#include "store/entry_edit.h"
-#include "store/vertex_table.h"
 #include "support/table_fixture.h"
 
 namespace {

@@ -20,7 +20,7 @@ class TwoPrograms : public TableTest {
       ASSERT_TRUE(QDir().mkpath(Path(name)));
   }
   QString Map_In(const char* which) const {
-    return Path(QStringLiteral("Ordner %1/langer Name des Ordners/Karte.bmp").arg(which));
+    return Path(QString("Ordner %1/langer Name des Ordners/Karte.bmp").arg(which));
   }
   void Open_Here() {
     Open_Table("Ordner A/langer Name des Ordners/Karte.bmp");
@@ -63,6 +63,7 @@ TEST_F(TwoPrograms, EachGoesBackToItsOwnSnapshot) {
 TEST_F(TwoPrograms, WhatAKilledOneLeftIsClearedAtTheNextStart) {
   Open_Here();
   Undo_Point("Rückgängig: Ersetzen");
+  Table_Idle();
   SecondProgram killed(ProgramFolder);
   killed.Do("oeffnen", Map_In("B"));
   killed.Do("stand");
@@ -102,6 +103,7 @@ TEST_F(TwoPrograms, NoSnapshotOfAnotherMapIsTaken) {
   refused();
   // Whatever was put in its place since it was taken is none either.
   Undo_Point("Rückgängig: Ersetzen");
+  Table_Idle();
   const auto database = Make_Table_File(ProgramFolder + "/Moor.MDB", MapFile);
   Append_Row(*database, Text("Moos"));
   database->Close();

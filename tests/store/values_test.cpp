@@ -6,30 +6,24 @@
 #include "store/stored_number.h"
 
 TEST(EntryType, TakesTheNumberApart) {
-  struct Case {
-    int stored, base;
-    Mark mark;
-    bool hidden;
-  };
-  for (const Case& c :
-       {Case{0, 0, Mark::None, false}, Case{40, 40, Mark::None, false}, Case{100, 0, Mark::Marked, false},
-        Case{140, 40, Mark::Marked, false}, Case{200, 0, Mark::Last, false}, Case{223, 23, Mark::Last, false},
-        Case{-103, 3, Mark::Marked, true}, Case{-240, 40, Mark::Last, true}, Case{-12, 12, Mark::None, true}}) {
-    const EntryType type = EntryType::Parse(c.stored);
-    EXPECT_EQ(type, (EntryType{c.base, c.mark, c.hidden})) << c.stored;
-    EXPECT_EQ(type.ToNumber(), c.stored);
+  const std::tuple<int, int, Mark, bool> cases[] = {
+      {0, 0, Mark::None, false},      {40, 40, Mark::None, false},  {100, 0, Mark::Marked, false},
+      {140, 40, Mark::Marked, false}, {200, 0, Mark::Last, false},  {223, 23, Mark::Last, false},
+      {-103, 3, Mark::Marked, true},  {-240, 40, Mark::Last, true}, {-12, 12, Mark::None, true}};
+  for (const auto& [stored, base, mark, hidden] : cases) {
+    const EntryType type = EntryType::Parse(stored);
+    EXPECT_EQ(type, (EntryType{base, mark, hidden})) << stored;
+    EXPECT_EQ(type.ToNumber(), stored);
   }
 }
 
 TEST(EntryType, HidingAndShowingNeverLosesARow) {
-  struct Case {
-    int stored, hidden, shownAgain;
-  };
   // A plain text has no negative number of its own; the sign of a north arrow means nothing.
-  for (const Case& c : {Case{0, -1, 1}, Case{100, -101, 101}, Case{200, -201, 201}, Case{40, -40, 40},
-                        Case{103, -103, 103}, Case{-4, -4, 4}, Case{-12, -12, -12}, Case{-112, -112, -112}}) {
-    EXPECT_EQ(EntryType::Parse(c.stored).Hidden().ToNumber(), c.hidden) << c.stored;
-    EXPECT_EQ(EntryType::Parse(c.stored).Hidden().Shown().ToNumber(), c.shownAgain) << c.stored;
+  const std::tuple<int, int, int> cases[] = {{0, -1, 1},       {100, -101, 101}, {200, -201, 201}, {40, -40, 40},
+                                             {103, -103, 103}, {-4, -4, 4},      {-12, -12, -12},  {-112, -112, -112}};
+  for (const auto& [stored, hidden, shownAgain] : cases) {
+    EXPECT_EQ(EntryType::Parse(stored).Hidden().ToNumber(), hidden) << stored;
+    EXPECT_EQ(EntryType::Parse(stored).Hidden().Shown().ToNumber(), shownAgain) << stored;
   }
   EXPECT_EQ(EntryType::Parse(-240).Marked(Mark::Marked).ToNumber(), -140);
   EXPECT_EQ(EntryType::Parse(-12).Marked(Mark::Last).ToNumber(), -212);
@@ -37,16 +31,13 @@ TEST(EntryType, HidingAndShowingNeverLosesARow) {
 }
 
 TEST(FrameWord, ReadsAllParts) {
-  struct Case {
-    int stored;
-    FrameWord word;
-  };
-  for (const Case& c :
-       {Case{0, {true, false, 1, 1, 0}}, Case{15, {true, false, 1, 1, 15}}, Case{215, {true, false, 1, 2, 15}},
-        Case{-215, {false, false, 1, 2, 15}}, Case{-100, {false, false, 1, 1, 0}}, Case{13312, {true, true, 3, 3, 12}},
-        Case{-3013, {false, false, 3, 1, 13}}, Case{10000, {true, true, 1, 1, 0}}}) {
-    EXPECT_EQ(FrameWord::Parse(c.stored), c.word) << c.stored;
-    EXPECT_EQ(c.word.ToNumber(), c.stored);
+  const std::pair<int, FrameWord> cases[] = {{0, {true, false, 1, 1, 0}},       {15, {true, false, 1, 1, 15}},
+                                             {215, {true, false, 1, 2, 15}},    {-215, {false, false, 1, 2, 15}},
+                                             {-100, {false, false, 1, 1, 0}},   {13312, {true, true, 3, 3, 12}},
+                                             {-3013, {false, false, 3, 1, 13}}, {10000, {true, true, 1, 1, 0}}};
+  for (const auto& [stored, word] : cases) {
+    EXPECT_EQ(FrameWord::Parse(stored), word) << stored;
+    EXPECT_EQ(word.ToNumber(), stored);
   }
   EXPECT_EQ(FrameWord::Parse(116).color, 0);  // no such colour
   EXPECT_EQ(FrameWord::Parse(912).width, 8);  // widest frame
@@ -126,8 +117,7 @@ TEST(EntryId, ForeignNamesComeBackUnchanged) {
   EXPECT_FALSE(EntryId::Parse("Linie2-Nord").ends);
   // A change made to a foreign ID is not swallowed by what was read.
   EntryId id = EntryId::Parse("Text<3>Flaeche0");
-  EXPECT_EQ(id.assignment, "Flaeche0");
-  EXPECT_EQ(id.group, "3");
+  EXPECT_EQ(std::tuple(id.assignment, id.group), std::tuple("Flaeche0", "3"));
   id.assignment.clear();
   EXPECT_EQ(id.ToText(), "Text<3");
 }
@@ -175,7 +165,6 @@ TEST(StoredValues, StayWithinBoundsWhateverIsStored) {
   const int smallest = std::numeric_limits<int>::min();
   EXPECT_EQ(Frame_Switched(smallest, true), 32768);
   EXPECT_LE(Frame_With_Color(smallest, 3), 0);
-
   for (const char* text : {"Arial-C9e9", "Arial-C-99", "Arial<1e308", "Arial<-1e-300", "Arial<-0,000000000000000001"}) {
     const FontSpec font = FontSpec::Parse(text);
     EXPECT_TRUE(font.charset >= 0 && font.charset <= 255) << text;

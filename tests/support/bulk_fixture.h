@@ -27,14 +27,6 @@ class BulkTest : public HandTest {
     Map.CurBookmark = key;
   }
   static int Typ(const QString& key) { return Row(key).Typ; }
-  static QStringList Texts() {
-    QStringList texts;
-    const KeepCurrentRow keep;
-    rsEntries->MoveFirst();
-    for (rsEntries->MoveNext(); !rsEntries->Eof(); rsEntries->MoveNext())
-      texts.append(rsEntries->Text(column::Eintrag));
-    return texts;
-  }
   // Everything the table file holds: columns, rows in order, vertex tables.
   static QStringList Whole_Table() {
     QStringList all;

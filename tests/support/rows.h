@@ -41,5 +41,12 @@ struct RowsOfTable {
     rsEntries->MoveFirst();
     return rsEntries->Bookmark();
   }
+  static QStringList Texts() {
+    const KeepCurrentRow keep;
+    QStringList texts;
+    rsEntries->MoveFirst();
+    for (rsEntries->MoveNext(); !rsEntries->Eof(); rsEntries->MoveNext()) texts << rsEntries->Text(column::Eintrag);
+    return texts;
+  }
   static QPoint At(const QString& bookmark) { return {Row(bookmark).Xmap, Row(bookmark).Ymap}; }
 };

@@ -80,6 +80,7 @@ QString Carry_Out(const QString& order, const QString& argument) {
     return What_It_Held();
   } else if (order == "stand") {
     Undo_Point(QStringLiteral("Rückgängig: Ersetzen"));
+    Table_Idle();
   } else if (order == "zurueck") {
     Undo_Last();
   } else if (order == "beginn") {

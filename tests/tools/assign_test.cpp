@@ -35,7 +35,6 @@ TEST_F(Assign, MarkedRowsTakeTheAreaOrLineInHand) {
   Go(line);
   Assign_Entries(AssignKind::None);
   EXPECT_EQ(Row(line).ID, QString("-Linie12 - P0110L1.0B1.0"));
-
   const QString full = Add(Make(100, QString(75, 'x'), "", 1, 1));
   MessageScript script{{"Fläche oder Linie"}, {"84 Zeichen"}};
   Assign_Entries(AssignKind::MarkedToArea);

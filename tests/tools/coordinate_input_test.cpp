@@ -29,17 +29,17 @@ class CoordinateTest : public HandTest {
 
 TEST_F(CoordinateTest, TheStatusBarTellsWhereTheMouseIs) {
   Map_Mouse_Move({300, 100}, false);
-  EXPECT_EQ(InfoBar.Panel[0], QStringLiteral(" UTM-Koordinaten "));
-  EXPECT_EQ(InfoBar.Panel[1], QStringLiteral("Ost:647 000   Nord:5517 000 m"));
-  EXPECT_EQ(InfoBar.Panel[2], QStringLiteral(" Datum: WGS-84  Zone: 32U"));
+  EXPECT_EQ(InfoBar.Panel[0], " UTM-Koordinaten ");
+  EXPECT_EQ(InfoBar.Panel[1], "Ost:647 000   Nord:5517 000 m");
+  EXPECT_EQ(InfoBar.Panel[2], " Datum: WGS-84  Zone: 32U");
   frmMDI.mouseUnit = MouseUnit::Pixel;
   Map_Mouse_Move({300, 101}, false);
   EXPECT_EQ(InfoBar.Panel[0], QString());
-  EXPECT_EQ(InfoBar.Panel[1].simplified(), QStringLiteral("|_ 300 : 101 Pixel"));
+  EXPECT_EQ(InfoBar.Panel[1].simplified(), "|_ 300 : 101 Pixel");
   frmMDI.mouseUnit = MouseUnit::Coordinates;
   Coord = {};
   Map_Mouse_Move({300, 102}, false);
-  EXPECT_EQ(InfoBar.Panel[1].simplified(), QStringLiteral("|_ 300 : 102 Pixel"));
+  EXPECT_EQ(InfoBar.Panel[1].simplified(), "|_ 300 : 102 Pixel");
 }
 
 TEST_F(CoordinateTest, TypedNumbersComeToTheirPlace) {
@@ -47,10 +47,10 @@ TEST_F(CoordinateTest, TypedNumbersComeToTheirPlace) {
     EXPECT_EQ(GridPix(form(), Typed(right, "5517000")).value().map, QPoint(300, 100)) << right;
   const auto clicked = Show_Cursor_Coords({300, 100});
   ASSERT_TRUE(clicked);
-  EXPECT_EQ(clicked->valueR + clicked->valueH, QStringLiteral("6470005517000"));
-  EXPECT_EQ(Box_Text(form(), true, QStringLiteral(" 47000,6")), QStringLiteral("047001"));
-  EXPECT_EQ(Box_Text(form(), true, QStringLiteral(" ")), QStringLiteral("600000"));
-  EXPECT_EQ(Box_Text(form(), true, QStringLiteral("abc")), QStringLiteral("abc"));
+  EXPECT_EQ(clicked->valueR + clicked->valueH, "6470005517000");
+  EXPECT_EQ(Box_Text(form(), true, QStringLiteral(" 47000,6")), "047001");
+  EXPECT_EQ(Box_Text(form(), true, QStringLiteral(" ")), "600000");
+  EXPECT_EQ(Box_Text(form(), true, QStringLiteral("abc")), "abc");
 }
 
 TEST_F(CoordinateTest, PlacesOffTheMapAreTold) {
@@ -64,7 +64,7 @@ TEST_F(CoordinateTest, PlacesOffTheMapAreTold) {
   for (const auto& [typed, text] : cases) {
     MessageScript script(QString::fromUtf8(text));
     EXPECT_FALSE(GridPix(form(), typed)) << text;
-    EXPECT_EQ(script.Seen()[0].title, QStringLiteral("UTM - Koordinateneingabe"));
+    EXPECT_EQ(script.Seen()[0].title, "UTM - Koordinateneingabe");
   }
 }
 
@@ -72,13 +72,13 @@ TEST_F(CoordinateTest, AnEntryGoesToItsPlaceThenItsFootPoint) {
   const QString key = Add({"Text", "Fund", "Arial", 12, 0, 14, -100, 50, 60, 90, 120, 1});
   const auto places = [&key] { return std::pair(At(key), QPoint(Row(key).Xline, Row(key).Yline)); };
   TakenPosition taken;
-  With_Box(QStringLiteral("Karteneintrag aus"), [&] {
+  With_Box("Karteneintrag aus", [&] {
     EXPECT_FALSE(Take_Position(taken, {{300, 100}, 647001, 5517002}, QStringLiteral("Titel")));
   });
   ASSERT_TRUE(Take_Entry(key));
   ASSERT_TRUE(Take_Position(taken, {{300, 100}, 647001, 5517002}, QStringLiteral("Titel")));
   EXPECT_TRUE(Foot_Is_Next(taken));
-  EXPECT_EQ(InfoBar.Panel[1], QStringLiteral("Ost:647 001   Nord:5517 002 m")) << "as entered";
+  EXPECT_EQ(InfoBar.Panel[1], "Ost:647 001   Nord:5517 002 m") << "as entered";
   ASSERT_TRUE(Take_Position(taken, {{320, 150}, 647100, 5516750}, QStringLiteral("Titel")));
   EXPECT_EQ(places(), std::pair(QPoint(300, 100), QPoint(320, 150)));
   Take_Position_Back(taken, QStringLiteral("Titel"));
@@ -86,7 +86,7 @@ TEST_F(CoordinateTest, AnEntryGoesToItsPlaceThenItsFootPoint) {
 }
 
 TEST_F(CoordinateTest, TheNetLiesOverTheEntriesWhileItIsShown) {
-  Append_Entry(Text_Row(QStringLiteral("breiter Text auf der Linie"), 250, 100));
+  Append_Entry(Text_Row("breiter Text auf der Linie", 250, 100));
   const QPoint onLine(300, 105);
   const auto color = [&] { return Map.canvas.pixel(onLine) | black; };
   GridVisible = false;

@@ -2,7 +2,6 @@
 
 #include "edit/vertex_edit.h"
 #include "hand/hand_controls.h"
-#include "store/entry_edit.h"
 #include "support/hand_fixture.h"
 
 namespace {
@@ -15,8 +14,7 @@ TEST_F(DragTest, ATextGoesWithItsLeadAndLeavesItsFootPoint) {
   Drag({110, 108}, {160, 138});  // taken and dragged in one move
   EXPECT_EQ(At(amsel), QPoint(150, 130));
   EXPECT_EQ(Row(amsel).Xline, 300);
-  EXPECT_EQ(Map.InHand, amsel);
-  EXPECT_EQ(Map.Text2.Left, 150);
+  EXPECT_EQ(std::tuple(Map.InHand, Map.Text2.Left), std::tuple(amsel, 150));
   Drag({300, 300}, {420, 380});  // the foot point's grip
   EXPECT_EQ(QPoint(Row(amsel).Xline, Row(amsel).Yline), QPoint(420, 380));
   EXPECT_EQ(At(amsel), QPoint(150, 130));
@@ -48,8 +46,7 @@ TEST_F(DragTest, NothingIsWrittenOrPaintedAnewUntilTheEnd) {
   EXPECT_EQ(rows, 0);
   Drag({140, 130}, {240, 180});
   EXPECT_EQ(rows, 1);
-  EXPECT_EQ(Row(box).Xmap, 200);
-  EXPECT_EQ(Row(box).Xline, 80);
+  EXPECT_EQ(std::tuple(Row(box).Xmap, Row(box).Xline), std::tuple(200, 80));
 }
 
 // The outline would stay where it is while the map moves away under it.
@@ -84,23 +81,19 @@ TEST_F(DragTest, ScrollingOrZoomingPutsWhatIsDraggedBack) {
 }
 
 TEST_F(DragTest, HandlesSizeFigures) {
-  struct Case {
-    int kind, handle;
-    QPoint by;
-    QRect expected;
-  };
   const QRect start(200, 200, 100, 60), square(200, 200, 100, 100);
-  for (const Case& c : {Case{20, 4, {30, 20}, {200, 200, 130, 80}}, Case{20, 0, {-30, 20}, {170, 220, 130, 40}},
-                        Case{22, 1, {50, -10}, {200, 190, 100, 70}}, Case{22, 7, {10, 99}, {210, 200, 90, 60}},
-                        Case{20, 3, {-500, 0}, {200, 200, 1, 60}}, Case{21, 4, {30, 5}, {200, 200, 130, 130}},
-                        Case{23, 0, {-20, 5}, {180, 180, 120, 120}}, Case{21, 5, {0, -40}, {200, 200, 60, 60}}}) {
-    const QString figure = Take(Figure_Row(c.kind, c.kind == 21 || c.kind == 23 ? square : start));
-    const QPoint from = Box(Map.lblHandle[static_cast<size_t>(c.handle)]).center();
-    Drag(from, from + c.by);
-    EXPECT_EQ(entry_box(Row(figure)),
-              (EntryBox{c.expected.x(), c.expected.y(), c.expected.width(), c.expected.height()}))
-        << c.kind << ' ' << c.handle;
-    EXPECT_EQ(Box(Map.lblShape), c.expected);
+  const std::tuple<int, int, QPoint, QRect> cases[] = {
+      {20, 4, {30, 20}, {200, 200, 130, 80}},  {20, 0, {-30, 20}, {170, 220, 130, 40}},
+      {22, 1, {50, -10}, {200, 190, 100, 70}}, {22, 7, {10, 99}, {210, 200, 90, 60}},
+      {20, 3, {-500, 0}, {200, 200, 1, 60}},   {21, 4, {30, 5}, {200, 200, 130, 130}},
+      {23, 0, {-20, 5}, {180, 180, 120, 120}}, {21, 5, {0, -40}, {200, 200, 60, 60}}};
+  for (const auto& [kind, handle, by, expected] : cases) {
+    const QString figure = Take(Figure_Row(kind, kind == 21 || kind == 23 ? square : start));
+    const QPoint from = Box(Map.lblHandle[static_cast<size_t>(handle)]).center();
+    Drag(from, from + by);
+    EXPECT_EQ(entry_box(Row(figure)), (EntryBox{expected.x(), expected.y(), expected.width(), expected.height()}))
+        << kind << ' ' << handle;
+    EXPECT_EQ(Box(Map.lblShape), expected);
     rsEntries->Delete();
   }
 }
@@ -120,8 +113,7 @@ TEST_F(DragTest, TurnedFiguresAreGrippedWhereTheyAreSeen) {
   EXPECT_EQ(Grip_At({240, 205}), Grip::Entry);
   // The right edge is seen above: up is longer, and the lower end stays where it is.
   Drag(handle(3), handle(3) + QPoint(0, -40));
-  EXPECT_EQ(Row(figure).Xline, 140);
-  EXPECT_EQ(Row(figure).Yline, 60);
+  EXPECT_EQ(std::tuple(Row(figure).Xline, Row(figure).Yline), std::tuple(140, 60));
   EXPECT_TRUE(near(handle(6), {280, 280}));
   EXPECT_TRUE(near(handle(2), {220, 140}));
   Drag({250, 200}, {300, 250});
@@ -226,7 +218,7 @@ TEST_F(DragTest, GroupsGoTogetherOrNotAtAll) {
   far.ID = first.ID;
   const QString c = Add(far);
   Map_Redraw();
-  MessageScript script(QStringLiteral("32767"));
+  MessageScript script("32767");
   Move_In_Hand(1000, 0);
   EXPECT_EQ(At(a), QPoint(140, 120));
   EXPECT_EQ(At(b), QPoint(240, 170));
@@ -236,7 +228,7 @@ TEST_F(DragTest, GroupsGoTogetherOrNotAtAll) {
 }
 
 TEST_F(DragTest, PicturesKeepTheirShapeWhenSized) {
-  ASSERT_TRUE(Make_Canvas(40, 30, qRgb(200, 0, 0)).save(Path(QStringLiteral("Vogel.png"))));
+  ASSERT_TRUE(Make_Canvas(40, 30, qRgb(200, 0, 0)).save(Path("Vogel.png")));
   const QString picture = Add({"Bild", "Vogel.png", "Arial", 12, 0, 14, -100, 100, 100, 0, 0, 5});
   Map_Redraw();
   Drag({120, 115}, {170, 145});
@@ -250,7 +242,7 @@ TEST_F(DragTest, PicturesKeepTheirShapeWhenSized) {
 // A vertex beyond the stop mark would end the outline.
 TEST_F(DragTest, PositionsStayWithinTheirRange) {
   const QString line = Take(Poly_Row("Linie1", 100, 100, {{-14990, 100}, {200, 200}}));
-  MessageScript script(QStringLiteral("zu weit"));
+  MessageScript script("zu weit");
   Move_In_Hand(-20, 0);
   EXPECT_EQ(At(line), QPoint(100, 100));
   EXPECT_EQ(Load_Vertices("Linie1").front(), QPoint(-14990, 100));
@@ -260,7 +252,7 @@ TEST_F(DragTest, OutOfTheWindowAsksWhetherToDelete) {
   const QString amsel = Add(Text_Row("Amsel", 100, 100));
   Map_Redraw();
   for (const MsgAnswer answer : {MsgAnswer::No, MsgAnswer::Yes}) {
-    MessageScript script(QStringLiteral("über den Rand der Anwendung hinausbewegt"), answer);
+    MessageScript script("über den Rand der Anwendung hinausbewegt", answer);
     Drag({110, 108}, {900, 300});
     EXPECT_EQ(rsEntries->HasRow(amsel), answer == MsgAnswer::No);
     if (answer == MsgAnswer::No) {
@@ -278,10 +270,10 @@ TEST_F(DragTest, AChangedTextIsStoredBeforeItMoves) {
   Text_Typed(QStringLiteral("Star"));
   const QPoint border(Map.Text2.Left - 5, Map.Text2.Top - 5);
   Drag(border, border + QPoint(10, 20));
-  EXPECT_EQ(Row(amsel).Eintrag, QStringLiteral("Star"));
+  EXPECT_EQ(Row(amsel).Eintrag, "Star");
   EXPECT_EQ(At(amsel), QPoint(121, 141));
   Text_Typed(QString(80, u'x'));
-  MessageScript script(QStringLiteral("80 Zeichen"));
+  MessageScript script("80 Zeichen");
   const QPoint again(Map.Text2.Left - 5, Map.Text2.Top - 5);
   Drag(again, again + QPoint(10, 20));
   EXPECT_EQ(At(amsel), QPoint(121, 141));

@@ -7,8 +7,6 @@
 #include "edit/marks.h"
 #include "edit/vertex_edit.h"
 #include "hand/next_shape.h"
-#include "platform/surface.h"
-#include "store/table_file.h"
 #include "support/hand_fixture.h"
 #include "support/looks.h"
 #include "tools/figure_tool.h"
@@ -60,8 +58,7 @@ TEST_F(FigureTest, DraggedAndClickedFiguresComeIntoTheHand) {
   Map_Mouse_Up({60, 40}, MouseButton::Left);
   EXPECT_EQ(Map_Tool_In_Use(), nullptr);
   EXPECT_EQ(Place(InHand()), QRect(60, 40, 40, 50));
-  EXPECT_EQ(InHand().Schrift, "F-4");
-  EXPECT_EQ(InHand().HG, 3);
+  EXPECT_EQ(std::tuple(InHand().Schrift, InHand().HG), std::tuple("F-4", 3));
   EXPECT_EQ(Toolbar1.Tag, ToolMode::Figure);
   // A click: the chosen size, to the pixel at any zoom.
   End_Entry();
@@ -85,22 +82,18 @@ TEST_F(FigureTest, DraggedAndClickedFiguresComeIntoTheHand) {
 }
 
 TEST_F(FigureTest, SquaresAndCirclesStaySquareAndOnTheMap) {
-  struct Case {
-    EntryKind kind;
-    QPoint from, to;
-    QRect box;
-  };
-  for (const Case& it : {Case{EntryKind::Square, {100, 100}, {180, 120}, {100, 100, 80, 80}},
-                         Case{EntryKind::Circle, {100, 100}, {90, 30}, {30, 30, 70, 70}},
-                         Case{EntryKind::Circle, {40, 100}, {-300, 90}, {0, 60, 40, 40}}}) {
-    Choose_Figure(it.kind);
-    Drag(it.from, it.to);
-    EXPECT_EQ(Place(InHand()), it.box);
+  const std::tuple<EntryKind, QPoint, QPoint, QRect> cases[] = {
+      {EntryKind::Square, {100, 100}, {180, 120}, {100, 100, 80, 80}},
+      {EntryKind::Circle, {100, 100}, {90, 30}, {30, 30, 70, 70}},
+      {EntryKind::Circle, {40, 100}, {-300, 90}, {0, 60, 40, 40}}};
+  for (const auto& [kind, from, to, box] : cases) {
+    Choose_Figure(kind);
+    Drag(from, to);
+    EXPECT_EQ(Place(InHand()), box);
     // By a side handle and by a corner.
     const QRect right = Box(Map.lblHandle[3]), corner = Box(Map.lblHandle[4]);
     Drag(right.center(), right.center() + QPoint(15, 4));
-    EXPECT_EQ(InHand().Xline, it.box.width() + 15);
-    EXPECT_EQ(InHand().Xline, InHand().Yline);
+    EXPECT_EQ(std::tuple(InHand().Xline, InHand().Xline), std::tuple(box.width() + 15, InHand().Yline));
     Drag(corner.center() + QPoint(15, 15), corner.center() + QPoint(20, 45));
     EXPECT_EQ(InHand().Xline, InHand().Yline);
     End_Entry();
@@ -221,28 +214,23 @@ TEST_F(FigureTest, TheRowOfAFreeFigureFollowsItsVertices) {
 // Axes and foci ------------------------------------------------------------------------------------------------------
 
 TEST(FigureMeasuresTest, AxesAndFociByHand) {
-  struct Case {
-    QRect box;
-    double angle;
-    QPointF focus, alongEnd, acrossEnd;
-  };
   // Half axes 50 and 30: c = 40. Turned by 90 the right end goes to the top; 36.87 degrees: cos 0.8, sin 0.6.
-  const Case cases[] = {
+  const std::tuple<QRect, double, QPointF, QPointF, QPointF> cases[] = {
       {{100, 200, 100, 60}, 0, {190, 230}, {200, 230}, {150, 260}},
       {{100, 200, 60, 100}, 0, {130, 290}, {130, 300}, {160, 250}},
       {{100, 200, 100, 60}, 90, {150, 190}, {150, 180}, {180, 230}},
       {{100, 200, 100, 60}, 36.8698976, {182, 206}, {190, 200}, {168, 254}},
       {{0, 0, 80, 80}, 0, {40, 40}, {80, 40}, {40, 80}},
   };
-  for (const Case& it : cases) {
+  for (const auto& [box, angle, focus, alongEnd, acrossEnd] : cases) {
     EntryRow row;
-    row.Schrift = FillCode{1}.ToSchrift(it.angle);
+    row.Schrift = FillCode{1}.ToSchrift(angle);
     row.Typ = 22;
-    set_entry_box(row, {it.box.x(), it.box.y(), it.box.width(), it.box.height()});
+    set_entry_box(row, {box.x(), box.y(), box.width(), box.height()});
     const FigureAxes axes = Axes_Of(GetAbmessungen(row));
-    for (const auto& [is, want] : {std::pair(axes.foci[1], it.focus), std::pair(axes.along[1], it.alongEnd),
-                                   std::pair(axes.across[1], it.acrossEnd)})
-      EXPECT_LT(QLineF(is, want).length(), 0.01) << it.angle << ": " << is.x() << ' ' << is.y();
+    for (const auto& [is, want] :
+         {std::pair(axes.foci[1], focus), std::pair(axes.along[1], alongEnd), std::pair(axes.across[1], acrossEnd)})
+      EXPECT_LT(QLineF(is, want).length(), 0.01) << angle << ": " << is.x() << ' ' << is.y();
   }
 }
 
@@ -331,7 +319,7 @@ TEST_F(FigureTest, ExtrasAreCopiedAndDeletedWithTheirFigures) {
   const int each = Entry_Count();
   Copy_Entry();
   EXPECT_EQ(Entry_Count(), 2 * each);
-  EXPECT_EQ(InHand().ID, QStringLiteral("Figur2"));
+  EXPECT_EQ(InHand().ID, "Figur2");
   EXPECT_EQ(Extras_Of(InHand()), allExtras);
   EXPECT_EQ(QPoint(Last_Row().Xmap, Last_Row().Ymap), QPoint(180, 300)) << "30 pixels on, like the copy";
   ASSERT_TRUE(Store_Figure(FigureOf::Duplicate, entry_box(InHand())));
@@ -378,6 +366,5 @@ TEST_F(FigureTest, TellsWhereNoFigureIsInHand) {
   outline.Schrift = "Arial";
   outline.VG = 12;
   Turn_Row(outline, 30);
-  EXPECT_EQ(outline.Schrift, "F 0<30");
-  EXPECT_EQ(outline.RA, 212);
+  EXPECT_EQ(std::tuple(outline.Schrift, outline.RA), std::tuple("F 0<30", 212));
 }

@@ -1,7 +1,6 @@
 #include "tools/foot_point.h"
 
 #include "hand/hand_texts.h"
-#include "state/table_state.h"
 #include "support/hand_fixture.h"
 #include "support/looks.h"
 #include "tools/map_tool.h"
@@ -15,10 +14,10 @@ class FootPointTest : public HandTest {
 
 TEST_F(FootPointTest, IsSetByAClickOrADragAndStaysInHand) {
   for (const bool drag : {false, true}) {
-    const QString text = Take(Text_Row(QStringLiteral("Elster"), 100, drag ? 300 : 100));
+    const QString text = Take(Text_Row("Elster", 100, drag ? 300 : 100));
     Move_Foot_Point();
     EXPECT_TRUE(Map.imgRfLine.Visible);
-    EXPECT_EQ(InfoBar.Panel[0], QStringLiteral("Bezugspunkt verschieben: linke Maustaste drücken und bewegen"));
+    EXPECT_EQ(InfoBar.Panel[0], "Bezugspunkt verschieben: linke Maustaste drücken und bewegen");
     EXPECT_EQ(Map.InHand, text);
     EXPECT_TRUE(Button_Now("Rfline").Value);
     Map_Redraw();  // the tool lives through it
@@ -41,7 +40,7 @@ TEST_F(FootPointTest, IsSetByAClickOrADragAndStaysInHand) {
 
 TEST_F(FootPointTest, StaysInTheViewAndCanBeGivenUp) {
   Zoom_At(2, 0, 0);
-  const QString text = Take(Text_Row(QStringLiteral("Elster"), 100, 100));
+  const QString text = Take(Text_Row("Elster", 100, 100));
   Move_Foot_Point();
   Map_Key(Qt::Key_Escape, {});
   EXPECT_FALSE(Map.imgRfLine.Visible);
@@ -63,24 +62,23 @@ TEST_F(FootPointTest, IsRemovedAfterAQuestion) {
   Change_Foot_Point();
   EXPECT_EQ(Foot(text), QPoint(300, 200));
   Change_Foot_Point();
-  EXPECT_EQ(messages.Seen()[0].title, QStringLiteral("Fußpunkt"));
+  EXPECT_EQ(messages.Seen()[0].title, "Fußpunkt");
   EXPECT_EQ(Foot(text), QPoint(0, 0));
   EXPECT_EQ(Tbl.Tag, TableTag::Dirty);
   EXPECT_FALSE(Map.imgRfLine.Visible);
 }
 
 TEST_F(FootPointTest, EndMarkIsTheKind) {
-  struct Case {
-    int typ, shown, after;
-  };
-  for (const Case& c : {Case{0, 1, 3}, {1, 1, 3}, {102, 2, 103}, {3, 3, 3}, {5, 0, 5}, {7, 0, 7}, {-1, 0, -1}}) {
-    const QString text = Take({"Text", "Elster", "Arial", 12, 0, 14, -100, 100, 100, 300, 200, c.typ});
-    EXPECT_EQ(End_Mark_In_Hand(), c.shown) << c.typ;
+  const std::tuple<int, int, int> cases[] = {{0, 1, 3}, {1, 1, 3}, {102, 2, 103}, {3, 3, 3},
+                                             {5, 0, 5}, {7, 0, 7}, {-1, 0, -1}};
+  for (const auto& [typ, shown, after] : cases) {
+    const QString text = Take({"Text", "Elster", "Arial", 12, 0, 14, -100, 100, 100, 300, 200, typ});
+    EXPECT_EQ(End_Mark_In_Hand(), shown) << typ;
     Set_End_Mark(3);
-    EXPECT_EQ(Row(text).Typ, c.after) << c.typ;
+    EXPECT_EQ(Row(text).Typ, after) << typ;
     End_Entry();
   }
-  const QString next = Take(Text_Row(QStringLiteral("Star"), 100, 100));
+  const QString next = Take(Text_Row("Star", 100, 100));
   Move_Foot_Point();
   Click({200, 200});
   EXPECT_EQ(Row(next).Typ, 3);

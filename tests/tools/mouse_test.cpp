@@ -15,15 +15,15 @@ TEST_F(Mouse, PositionAndEntryUnderThePointer) {
   events.InfoBarChanged.Connect([&] { ++light; });
   const auto panel = [](size_t number) { return InfoBar.Panel[number]; };
   Map_Mouse_Move({400, 300}, false);
-  EXPECT_EQ(panel(1), QStringLiteral("|_ 400 : 300 Pixel"));
-  EXPECT_EQ(panel(2), QStringLiteral(" Abstand vom linken oberen Karteneck "));
+  EXPECT_EQ(panel(1), "|_ 400 : 300 Pixel");
+  EXPECT_EQ(panel(2), " Abstand vom linken oberen Karteneck ");
   EXPECT_EQ(Map_Pointer(), MapPointer::Arrow);
   Map_Mouse_Move({110, 108}, false);
-  EXPECT_EQ(panel(0), QStringLiteral("Text: Amsel"));
+  EXPECT_EQ(panel(0), "Text: Amsel");
   EXPECT_EQ(Map_Pointer(), MapPointer::Move);
   InfoBar.Panel[0] = QStringLiteral("von anderen");
   Map_Mouse_Move({111, 108}, false);
-  EXPECT_EQ(panel(0), QStringLiteral("von anderen"));  // still the same entry: not written again
+  EXPECT_EQ(panel(0), "von anderen");  // still the same entry: not written again
   EXPECT_EQ(light, 3);
   Map_Mouse_Move({111, 108}, false);
   EXPECT_EQ(light, 3);
@@ -32,12 +32,12 @@ TEST_F(Mouse, PositionAndEntryUnderThePointer) {
   MapPixelMm = MapPixelMmY = 0.25;
   Set_Zoom(2.0);
   Map_Mouse_Move({100, 101}, false);
-  EXPECT_EQ(panel(1), QStringLiteral("|_ 50,0 : 50,5 mm"));
+  EXPECT_EQ(panel(1), "|_ 50,0 : 50,5 mm");
   Add(Text_Row("Fink", 100, 100, -1));
   Map_Redraw();
   Click({600, 550});
   Map_Mouse_Move({110, 50}, false);
-  EXPECT_EQ(panel(2), QStringLiteral("1 Objekt unsichtbar"));  // the number is not wiped away
+  EXPECT_EQ(panel(2), "1 Objekt unsichtbar");  // the number is not wiped away
 }
 
 TEST_F(Mouse, AClickThroughTheEntryInHandMeansTheOneAbove) {
@@ -67,8 +67,7 @@ TEST_F(Mouse, RightClickTakesTheEntryAndOpensTheMenu) {
   int popups = 0;
   events.PopupWanted.Connect([&] { ++popups; });
   Map_Mouse_Down({110, 108}, MouseButton::Right, {});
-  EXPECT_EQ(Map.InHand, amsel);
-  EXPECT_EQ(Map.PopupAt, QPoint(110, 108));
+  EXPECT_EQ(std::tuple(Map.InHand, Map.PopupAt), std::tuple(amsel, QPoint(110, 108)));
   Map_Mouse_Down({500, 400}, MouseButton::Right, {});
   EXPECT_EQ(popups, 2);
 }
@@ -80,15 +79,14 @@ TEST_F(Mouse, KeysForTheEntryInHand) {
   ASSERT_TRUE(Take_Entry(amsel));
   Text_Typed(QStringLiteral("Star"));
   EXPECT_TRUE(Map_Key(Qt::Key_Escape, {}));  // first the text is as it was, then the entry is left
-  EXPECT_EQ(Map.Text2.Text, QStringLiteral("Amsel"));
-  EXPECT_EQ(Map.InHand, amsel);
+  EXPECT_EQ(std::tuple(Map.Text2.Text, Map.InHand), std::tuple(QStringLiteral("Amsel"), amsel));
   EXPECT_TRUE(Map_Key(Qt::Key_Escape, {}));
   EXPECT_FALSE(Entry_In_Hand());
-  EXPECT_EQ(Row(amsel).Eintrag, QStringLiteral("Amsel"));
+  EXPECT_EQ(Row(amsel).Eintrag, "Amsel");
   int ends = 0;
   events.EndWanted.Connect([&] { ++ends; });
   for (const MsgAnswer answer : {MsgAnswer::No, MsgAnswer::Yes}) {
-    MessageScript script(QStringLiteral("Pause / Unterbrechen"), answer);
+    MessageScript script("Pause / Unterbrechen", answer);
     EXPECT_TRUE(Map_Key(Qt::Key_Pause, {}));
   }
   EXPECT_EQ(ends, 1);

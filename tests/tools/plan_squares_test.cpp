@@ -29,7 +29,7 @@ class PlanSquaresTest : public BulkTest {
 };
 
 TEST_F(PlanSquaresTest, TakenOverAsRowsAndTakenBackByUndo) {
-  Add_Text(QStringLiteral("Wald"), 10, 20);
+  Add_Text("Wald", 10, 20);
   const QStringList before = Whole_Table();
   CurVG = 15;
   ASSERT_TRUE(Take_Raster_On_Map(Raster(100, LabelPlace::Centre)));
@@ -37,13 +37,10 @@ TEST_F(PlanSquaresTest, TakenOverAsRowsAndTakenBackByUndo) {
   const EntryRow square = Row(Key_Of(QStringLiteral("B-3")));
   EXPECT_EQ(square.Eintrag, "B-3");
   EXPECT_EQ(entry_box(square), (EntryBox{200, 300, 100, 100}));
-  EXPECT_EQ(square.Xline, 300);
-  EXPECT_EQ(square.VG, 8);
+  EXPECT_EQ(std::tuple(square.Xline, square.VG), std::tuple(300, 8));
   const EntryRow design = Row(Key_Of(QStringLiteral("Raster")));
-  EXPECT_EQ(design.Typ, 17);
-  EXPECT_EQ(design.Xmap, 102);
-  EXPECT_EQ(design.Ymap, 4);
-  EXPECT_TRUE(design.Schrift.endsWith(QStringLiteral("0 -")));
+  EXPECT_EQ(std::tuple(design.Typ, design.Xmap, design.Ymap), std::tuple(17, 102, 4));
+  EXPECT_TRUE(design.Schrift.endsWith("0 -"));
   EXPECT_EQ(Raster_bearbeiten()->labels, LabelPlace::Centre);
   EXPECT_EQ(Raster_bearbeiten()->font, "Arial");
   EXPECT_TRUE(frmMDI.HasPlanSquares);
@@ -59,10 +56,10 @@ TEST_F(PlanSquaresTest, TakenOverAsRowsAndTakenBackByUndo) {
 TEST_F(PlanSquaresTest, ASecondRasterAsksAndReplacesTheFirst) {
   ASSERT_TRUE(Take_Raster_On_Map(Raster(100, LabelPlace::None)));
   const QStringList first = Whole_Table();
-  With_Box(QStringLiteral("Planquadrate sind bereits"), MsgAnswer::Cancel,
+  With_Box("Planquadrate sind bereits", MsgAnswer::Cancel,
            [&] { EXPECT_FALSE(Take_Raster_On_Map(Raster(50, LabelPlace::None))); });
   EXPECT_EQ(Whole_Table(), first);
-  MessageScript messages(QStringLiteral("Planquadrate sind bereits"), MsgAnswer::Ok);
+  MessageScript messages("Planquadrate sind bereits", MsgAnswer::Ok);
   EXPECT_TRUE(Take_Raster_On_Map(Raster(50, LabelPlace::None)));
   EXPECT_EQ(Entry_Count(), 48 + 1);
   const QRectF field = *Raster_Field();
@@ -75,7 +72,7 @@ TEST_F(PlanSquaresTest, StoppedInTheMiddleNothingHasChanged) {
   ASSERT_TRUE(Take_Raster_On_Map(Raster(100, LabelPlace::None)));
   const QStringList before = Whole_Table();
   const StopWorkAt thirtieth(30);
-  MessageScript messages(QStringLiteral("Planquadrate sind bereits"), MsgAnswer::Ok);
+  MessageScript messages("Planquadrate sind bereits", MsgAnswer::Ok);
   EXPECT_FALSE(Take_Raster_On_Map(Raster(10, LabelPlace::None, 400, 400)));
   EXPECT_EQ(Whole_Table(), before);
   EXPECT_EQ(rsEntries->RecordCount(), 14);
@@ -85,7 +82,7 @@ TEST_F(PlanSquaresTest, StoppedInTheMiddleNothingHasChanged) {
 TEST_F(PlanSquaresTest, ARasterThatDoesNotFitIntoTheColumnsLeavesNoRow) {
   RasterPreview far = Raster(100, LabelPlace::None);
   far.plan = Plan({32700, 0, 200, 100}, 50);
-  MessageScript messages(QStringLiteral("Es wurde nichts verändert."));
+  MessageScript messages("Es wurde nichts verändert.");
   EXPECT_FALSE(Take_Raster_On_Map(far));
   EXPECT_EQ(Entry_Count(), 0);
   EXPECT_FALSE(rsEntries->Editing());
@@ -134,13 +131,10 @@ TEST_F(PlanSquaresTest, HidingTakesAllButMarkedRows) {
 
 TEST_F(PlanSquaresTest, LabelsStandWhereTheDesignSays) {
   const QRect middle(130, 130, 40, 40), topEdge(100, 1, 400, 14), leftEdge(1, 100, 14, 300), above(100, 84, 400, 14);
-  const struct {
-    LabelPlace place;
-    bool inMiddle, atMap, atSquares;
-  } cases[] = {{LabelPlace::None, false, false, false},
-               {LabelPlace::MapEdge, false, true, false},
-               {LabelPlace::SquareEdge, false, false, true},
-               {LabelPlace::Centre, true, false, false}};
+  const std::tuple<LabelPlace, bool, bool, bool> cases[] = {{LabelPlace::None, false, false, false},
+                                                            {LabelPlace::MapEdge, false, true, false},
+                                                            {LabelPlace::SquareEdge, false, false, true},
+                                                            {LabelPlace::Centre, true, false, false}};
   for (const auto& [place, inMiddle, atMap, atSquares] : cases) {
     Show_Raster_Preview(Raster(100, place));
     for (const bool table : {false, true}) {
@@ -201,7 +195,7 @@ TEST_F(PlanSquaresTest, SquaresTakeClicksOnlyWhileActive) {
   Add(Figure_Row(20, {245, 50, 20, 400}));  // narrower than a square, yet higher: it is not what lies in one
   const QString area = Add(Figure_Row(20, {90, 90, 500, 400}));
   ASSERT_TRUE(Take_Raster_On_Map(Raster(100, LabelPlace::None)));
-  const QString text = Add_Text(QStringLiteral("Ort"), 310, 310);
+  const QString text = Add_Text("Ort", 310, 310);
   Map_Redraw();
   const QString square = Key_Of(QStringLiteral("B-2"));
   Map_Mouse_Move({250, 250}, false);

@@ -6,8 +6,6 @@
 #include "edit/line_look.h"
 #include "edit/vertex_edit.h"
 #include "hand/next_shape.h"
-#include "state/table_state.h"
-#include "store/settings.h"
 #include "support/hand_fixture.h"
 
 namespace {
@@ -46,7 +44,6 @@ TEST_F(PolyEditorTest, WritesWhatWasClicked) {
   EXPECT_EQ(Toolbar1.Tag, ToolMode::Line);
   EXPECT_TRUE(Map.Tool.isEmpty());
   EXPECT_EQ(Tbl.Tag, TableTag::Dirty);
-
   NextShape.rounded = true;
   row = Draw(Kind::Area, {{100, 300}, {200, 300}, {150, 400}});
   EXPECT_EQ(std::tie(row.ID, row.Eintrag, row.Yline, row.Typ), std::tuple("Flaeche0", "Flaeche0", -8, 40));
@@ -62,12 +59,11 @@ TEST_F(PolyEditorTest, EveryWayToEndAndToDrop) {
   Clicks({{10, 100}, {100, 100}, {200, 200}});
   EXPECT_TRUE(Map_Key(Qt::Key_Escape, {}));
   Poly_Editor(Kind::Area);
-  EXPECT_EQ(Map.Tool, QStringLiteral("Fl"));
+  EXPECT_EQ(Map.Tool, "Fl");
   Poly_Editor(Kind::Area);
   EXPECT_TRUE(Map.Tool.isEmpty());
   EXPECT_EQ(Entry_Count(), rows);
   EXPECT_EQ(Tables("Linie") + Tables("Fl"), 0);
-
   // Double click, and a vertex taken back.
   Poly_Editor(Kind::Line);
   Clicks({{100, 100}, {200, 200}, {300, 300}});
@@ -79,7 +75,7 @@ TEST_F(PolyEditorTest, EveryWayToEndAndToDrop) {
   EXPECT_TRUE(Map.InHand.isEmpty()) << "the entry in hand is given up";
   Clicks({{100, 400}, {200, 400}});
   EXPECT_TRUE(Map_Key(Qt::Key_Return, {}));
-  EXPECT_EQ(Row(Map.InHand).ID, QStringLiteral("Linie1"));
+  EXPECT_EQ(Row(Map.InHand).ID, "Linie1");
 }
 
 TEST_F(PolyEditorTest, VerticesStayWhereTheyAreWhenTheMapMoves) {
@@ -105,15 +101,15 @@ TEST_F(PolyEditorTest, VerticesStayWhereTheyAreWhenTheMapMoves) {
 
 TEST_F(PolyEditorTest, TheThousandAndFirstIsRefusedUnlessATableIsGivenBack) {
   dbEntries->BeginTrans();
-  for (int i = 0; i < 1000; ++i) Write_Vertices(QStringLiteral("Flaeche%1").arg(i), {{1, 1}, {2, 2}, {3, 1}});
+  for (int i = 0; i < 1000; ++i) Write_Vertices(QString("Flaeche%1").arg(i), {{1, 1}, {2, 2}, {3, 1}});
   dbEntries->CommitTrans();
   {
-    MessageScript script(QStringLiteral("maximale Zahl der Polygone = 1000!"), MsgAnswer::Ok);
+    MessageScript script("maximale Zahl der Polygone = 1000!", MsgAnswer::Ok);
     Poly_Editor(Kind::Area);
     EXPECT_TRUE(Map.Tool.isEmpty());
   }
   Write_Vertices("Flaeche417", {{1, 1}});
-  EXPECT_EQ(Draw(Kind::Area, {{100, 300}, {200, 300}, {150, 400}}).ID, QStringLiteral("Flaeche417"));
+  EXPECT_EQ(Draw(Kind::Area, {{100, 300}, {200, 300}, {150, 400}}).ID, "Flaeche417");
 }
 
 class VertexDragTest : public PolyEditorTest {
@@ -197,14 +193,13 @@ TEST_F(LineLookTest, ChangesTheLineInHandElseTheNext) {
                  .partial = true,
                  .lengthMm = 12,
                  .widthMm = 3});
-  EXPECT_EQ(Row(row).Yline, 5);
-  EXPECT_EQ(Row(row).ID, QStringLiteral("Linie1 - R1011L12.B3.0>Flaeche3"));
+  EXPECT_EQ(std::tuple(Row(row).Yline, Row(row).ID), std::tuple(5, QStringLiteral("Linie1 - R1011L12.B3.0>Flaeche3")));
   EXPECT_EQ(Map.InHand, row);
   LineEnds ends = Line_Ends_Now();
   EXPECT_EQ(ends.lengthMm, 12);
   ends.atEnd = false;
   Set_Line_Ends(ends);
-  EXPECT_EQ(Row(row).ID, QStringLiteral("Linie1>Flaeche3"));
+  EXPECT_EQ(Row(row).ID, "Linie1>Flaeche3");
   EXPECT_EQ(NextShape.lineStyle, -3);
 }
 
@@ -226,8 +221,7 @@ TEST_F(LineLookTest, AreaTemplateGoesRound) {
   Take_Area_Template();
   EXPECT_EQ(CurVG, 4);
   EXPECT_EQ(CurRA, -205);
-  EXPECT_EQ(NextShape.fill, -4);
-  EXPECT_EQ(NextShape.width, 3);
+  EXPECT_EQ(std::tuple(NextShape.fill, NextShape.width), std::tuple(-4, 3));
 }
 
 }  // namespace

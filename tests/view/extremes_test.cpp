@@ -6,8 +6,6 @@
 #include "printing/page_preview.h"
 #include "printing/print_map.h"
 #include "printing/sheet_painter.h"
-#include "state/dialog_hooks.h"
-#include "store/header_row.h"
 #include "store/transaction.h"
 #include "support/bulk_fixture.h"
 #include "support/recording_surface.h"

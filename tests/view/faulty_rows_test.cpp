@@ -1,7 +1,5 @@
 #include "view/faulty_rows.h"
 
-#include "state/table_state.h"
-#include "store/table_file.h"
 #include "support/hand_fixture.h"
 
 namespace {

@@ -4,8 +4,6 @@
 
 #include "maps/map_close.h"
 #include "maps/map_open.h"
-#include "platform/surface.h"
-#include "state/events.h"
 #include "view/redraw.h"
 
 namespace {
@@ -25,7 +23,7 @@ class PictureCache : public FluraxTest {
     FluraxTest::TearDown();
   }
   QString Put(int number) {
-    const QString name = Path(QStringLiteral("Bild%1.bmp").arg(number));
+    const QString name = Path(QString("Bild%1.bmp").arg(number));
     EXPECT_TRUE(Make_Canvas(100, 100, qRgb(number % 256, number / 256, 9)).save(name));
     return name;
   }

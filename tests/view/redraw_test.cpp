@@ -2,9 +2,6 @@
 
 #include "maps/map_close.h"
 #include "plansquares/raster_rows.h"
-#include "platform/surface.h"
-#include "state/dialog_hooks.h"
-#include "state/table_state.h"
 #include "support/hand_fixture.h"
 #include "support/pixels.h"
 #include "view/hit_test.h"
@@ -97,8 +94,7 @@ TEST_F(Redraw, MarksFrameTheEntryAndVanishWithIt) {
   EXPECT_TRUE(Has(black, {195, 195, 60, 1}));
   row.Typ = 0;
   Draw_Last(row);
-  EXPECT_EQ(Map.canvas, plain);
-  EXPECT_EQ(Map.MarkCount, 0);
+  EXPECT_EQ(std::tuple(Map.canvas, Map.MarkCount), std::tuple(plain, 0));
 }
 
 TEST_F(Redraw, SmallSizesKeepTwelvePointsAtEveryZoom) {
@@ -134,16 +130,15 @@ TEST_F(Redraw, PlanSquaresAreListedInsteadOfHit) {
   Append_Entry({Plan_Id("A-1"), "A-1", "Arial", 12, 0, 10, 12, 100, 100, right, low, 16});
   Map_Redraw();
   ASSERT_EQ(Map.PlanLabels.size(), 1U);
-  EXPECT_EQ(Map.PlanLabels.front().text, QStringLiteral("A-1"));
-  EXPECT_EQ(Map.lblPLQ.Text, QStringLiteral("A-1"));
-  EXPECT_EQ(Map.EntryRegions.Count(), 0);
+  EXPECT_EQ(Map.PlanLabels.front().text, "A-1");
+  EXPECT_EQ(std::tuple(Map.lblPLQ.Text, Map.EntryRegions.Count()), std::tuple(QStringLiteral("A-1"), 0));
   EXPECT_NE(Pixel(200, 100), white);
   EXPECT_EQ(Pixel(200, 200), white);
 }
 
 TEST_F(Redraw, PicturesAreFoundBesideTheMapAndMissingOnesNamed) {
   QImage picture = Make_Canvas(40, 30, qRgb(200, 0, 0));
-  ASSERT_TRUE(picture.save(Path(QStringLiteral("Vogel.png"))));
+  ASSERT_TRUE(picture.save(Path("Vogel.png")));
   Append_Entry({"Bild", "vogel.PNG", "-", 12, 0, 14, -100, 100, 100, 0, 0, 5});
   Append_Entry({"Bild", "fehlt.png", "-", 12, 0, 14, -100, 100, 300, 0, 0, 5});
   Map_Redraw();
@@ -166,7 +161,7 @@ TEST_F(Redraw, LinesAndAreasComeFromTheirTables) {
   row.ID = QStringLiteral("Flaeche7");  // its table is missing
   row.Groesse = 10;
   Append_Entry(row);
-  With_Box(QStringLiteral("Die Eckpunkte fehlen: Flaeche7"), MsgAnswer::No, [] { Map_Redraw(); });
+  With_Box("Die Eckpunkte fehlen: Flaeche7", MsgAnswer::No, [] { Map_Redraw(); });
   Map_Redraw();  // asked once
   EXPECT_EQ(Pixel(250, 250), QBColor(10));
   EXPECT_EQ(Pixel(100, 200), QBColor(12));
@@ -229,14 +224,14 @@ TEST_F(Redraw, AMissingFontIsAskedForOnceAnEntry) {
   EXPECT_EQ(opened.size(), 2);
   rsEntries->MoveLast();
   ASSERT_TRUE(Take_Entry(rsEntries->Bookmark()));
-  EXPECT_EQ(EntFont, QStringLiteral("Arial"));
+  EXPECT_EQ(EntFont, "Arial");
 }
 
 TEST_F(Redraw, LightMixesTheScanWithWhiteButNotTheEntries) {
   Close_Map();
   QImage dark = Make_Canvas(400, 300, qRgb(100, 50, 0));
-  ASSERT_TRUE(dark.save(Path(QStringLiteral("dunkel.bmp"))));
-  Open_Map(Path(QStringLiteral("dunkel.bmp")));
+  ASSERT_TRUE(dark.save(Path("dunkel.bmp")));
+  Open_Map(Path("dunkel.bmp"));
   Append_Entry(Figure_Row(20, {50, 50, 80, 80}));
   Set_Light(true);
   EXPECT_NEAR(qRed(Pixel(200, 200)), 178, 2);
@@ -261,7 +256,7 @@ TEST_F(Redraw, AHiddenRowThatCannotBeDrawnLeavesTheOthersTheirRegions) {
   Append_Damaged(-20);
   Append_Entry(Figure_Row(20, {200, 200, 80, 80}));
   frmMDI.showHidden = true;
-  MessageScript script(QStringLiteral("Soll dieser Eintrag gelöscht werden?"), MsgAnswer::No);
+  MessageScript script("Soll dieser Eintrag gelöscht werden?", MsgAnswer::No);
   Map_Redraw();
   EXPECT_EQ(Map.EntryRegions.Count(), 1);
   EXPECT_EQ(Hit_Entry({240, 240}), 1);
@@ -284,7 +279,7 @@ TEST_F(Redraw, APictureGoesOnBehindAnEntryThatIsDeleted) {
     Append_Entry(Figure_Row(20, {x, 200, 80, 80}));
   }
   MessageScript script;
-  for (int i = 0; i < 2; ++i) script.Expect(QStringLiteral("Soll dieser Eintrag"), MsgAnswer::Yes);
+  for (int i = 0; i < 2; ++i) script.Expect("Soll dieser Eintrag", MsgAnswer::Yes);
   const QImage picture = Map_Picture_With_Entries();
   EXPECT_EQ(picture.pixel(140, 240), QBColor(10));
   EXPECT_EQ(picture.pixel(340, 240), QBColor(10));
@@ -312,7 +307,7 @@ TEST_F(Redraw, OverlaysLieOverTheEntriesInTheirOrder) {
   }
   EXPECT_EQ(Pixel(65, 65), QBColor(4));
   EXPECT_EQ(Pixel(80, 80), QBColor(10));
-  EXPECT_EQ(heard.join(u' '), QStringLiteral("before0 after1 1 4 before1 after1 1 4 painted"));
+  EXPECT_EQ(heard.join(u' '), "before0 after1 1 4 before1 after1 1 4 painted");
   Map_Redraw();
   EXPECT_EQ(Pixel(65, 65), QBColor(10)) << "an overlay goes with its object";
 }

@@ -1,15 +1,11 @@
 #include "view/view.h"
 
-#include <random>
-
 #include "maps/map_close.h"
 #include "maps/map_open.h"
 #include "platform/for_now.h"
-#include "platform/surface.h"
-#include "state/events.h"
-#include "state/table_state.h"
 #include "support/looks.h"
 #include "support/map_room.h"
+#include "view/map_copies.h"
 #include "view/reduce.h"
 
 namespace {
@@ -24,7 +20,7 @@ class View : public FluraxTest {
   void Open(int width, int height) {
     Map.ScaleWidth = frmMDI.InnerWidth = 820;
     Map.ScaleHeight = frmMDI.InnerHeight = 620;
-    Open_Map(Make_Map(QStringLiteral("Karte.bmp"), width, height));
+    Open_Map(Make_Map("Karte.bmp", width, height));
     ASSERT_TRUE(frmMDI.MapOpen);
     Give_Map_Room(820, 620);
   }
@@ -179,6 +175,30 @@ TEST(Reduce, AveragesAndKeepsPlainAreas) {
     EXPECT_NEAR(qRed(Reduced_Picture(source, 2).pixel(20, 10)), 128, 2);
     EXPECT_NEAR(qRed(Reduced_Picture(source, 4).pixel(10, 5)), 191, 2);
     EXPECT_EQ(Reduced_Picture(source, 4).pixel(11, 5), qRgb(255, 255, 255));
+  }
+}
+
+// Made part by part, in any order and from any format, it is what it is as a whole.
+TEST(Reduce, PartsMakeTheWhole) {
+  QImage noise = Make_Canvas(9000, 401);
+  std::mt19937 random(5);
+  for (int y = 0; y < noise.height(); ++y)
+    for (int x = 0; x < noise.width(); ++x) noise.setPixel(x, y, static_cast<QRgb>(random()) | 0xff000000U);
+  for (const auto format :
+       {QImage::Format_RGB32, QImage::Format_Indexed8, QImage::Format_RGB888, QImage::Format_Mono}) {
+    const QImage scan = noise.convertToFormat(format, Qt::ThresholdDither | Qt::AvoidDither);
+    const QImage whole = Reduced_Picture(Reduced_Picture(scan.convertToFormat(QImage::Format_RGB32), 2), 1.7);
+    ReducedPicture copy(std::make_shared<ReducedPicture>(scan, 2), 1.7);
+    const QImage shown = copy.Image();
+    for (int i = 0; i < 40; ++i) {
+      const QRect part(static_cast<int>(random() % 1400), static_cast<int>(random() % 110), 60, 40);
+      copy.Prepare(part);
+      ASSERT_EQ(shown.copy(part & whole.rect()), whole.copy(part & whole.rect())) << format;
+    }
+    EXPECT_GT(copy.Work_For(whole.rect()), 0) << "nothing else was made";
+    copy.Prepare(whole.rect());
+    EXPECT_EQ(shown, whole) << format;
+    EXPECT_EQ(copy.Work_For(whole.rect()), 0);
   }
 }
 

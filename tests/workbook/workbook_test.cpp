@@ -339,6 +339,24 @@ TEST_F(WorkbookTest, ADamagedFileIsToldAndLeft) {
   }
 }
 
+// Numbers at the ends of their range name no entry of a list; they must not be counted on from.
+TEST_F(WorkbookTest, NumbersOfNothingAreReadAsNothing) {
+  Write(Path(), Plain("Linien"));
+  const QByteArray whole = Read_Bytes(Path());
+  for (const QByteArray& number : {"-2147483648"_ba, "2147483647"_ba, "99999999999"_ba, "x"_ba}) {
+    Package book(whole);
+    book.Put("xl/styles.xml",
+             "<styleSheet><fonts><font/></fonts><fills><fill/></fills><borders><border/></borders><cellXfs><xf "
+             "numFmtId='N' fontId='N' fillId='N' borderId='N'/></cellXfs></styleSheet>"_ba.replace('N', number));
+    const QByteArray sheet = book.Read("xl/worksheets/sheet1.xml");
+    book.Put("xl/worksheets/sheet1.xml",
+             QByteArray(sheet).replace("<sheetData", "<cols><col min=\"" + number + "\" max=\"" + number +
+                                                         "\" width=\"9\"/></cols><sheetData"));
+    Replace_File(Path(), book.Bytes());
+    EXPECT_EQ(Workbook(Path()).Read("Linien").Text(1, 1), "x") << number.toStdString();
+  }
+}
+
 TEST_F(WorkbookTest, NothingIsLostWhenItCannotBeWritten) {
   const QString path = Put_Foreign();
   const QByteArray before = Read_Bytes(path);
