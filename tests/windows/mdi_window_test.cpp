@@ -154,6 +154,19 @@ TEST_F(WindowTest, KeysReachTheirEntriesWithAMapOpen) {
 }
 
 // Two seconds after the last key or button what waits in the log is folded into the table file.
+// The bar makes its list of access keys anew when one of its menus becomes of use or of none.
+TEST_F(WindowTest, AMenuStaysOpenWhenAnotherChangesMeanwhile) {
+  const auto menus = window->menuBar()->actions();
+  QMenu& menu = *menus[0]->menu();
+  QAction& other = *menus[2];
+  QObject::connect(&menu, &QMenu::aboutToShow, &other, [&other] { other.setEnabled(!other.isEnabled()); });
+  QApplication::setActiveWindow(window.get());
+  QTest::keyClick(window.get(), Qt::Key_K, Qt::AltModifier);
+  EXPECT_EQ(QApplication::activePopupWidget(), &menu);
+  EXPECT_NE(menu.activeAction(), nullptr) << "the keys go on from the first entry";
+  menu.close();
+}
+
 TEST_F(WindowTest, IdleTimeBringsTheTableFileUpToDate) {
   Open(300, 200);
   const auto rowsInCopy = [this](const QString& name) {
