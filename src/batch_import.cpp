@@ -25,8 +25,13 @@ TablePlacing Placing_Of(const TableSource& source, const BatchOrder& order) {
   if (Can_Convert(net, Coord)) return {PlaceWay::Converted, net, Coord};
   Raise(5000,
         u"Die Netze der beiden Karten sind nicht bekannt oder passen nicht zusammen; mit --pixel kommen die Einträge "
-        "auf dieselben Pixel: "_s +
-            source.File());
+        "auf dieselben Pixel."_s);
+}
+
+// A script gives one file after the other: which one it was.
+[[noreturn]] void Raise_Of_File(const QString& file, const Error& error) {
+  const QString text = Error_Text(error);
+  Raise(error.number, text.contains(file) ? text : file + u": "_s + text);
 }
 
 void Print_Lines(const QStringList& lines) {
@@ -59,11 +64,15 @@ ExitStatus Take_Exchange(const BatchOrder& order) {
 }
 
 ExitStatus Take_Gps(const BatchOrder& order) {
-  const ScriptedImport taken =
-      Import_Gps_Unasked(order.target, order.alsoPresent ? Existing::Taken : Existing::Skipped);
-  for (const QString& line : taken.summary) std::printf("%s\n", qUtf8Printable(line));
-  if (!taken.report.isEmpty()) std::printf("%s\n", qUtf8Printable(u"nicht gekommen: "_s + taken.report));
-  return done;
+  try {
+    const ScriptedImport taken =
+        Import_Gps_Unasked(order.target, order.alsoPresent ? Existing::Taken : Existing::Skipped);
+    for (const QString& line : taken.summary) std::printf("%s\n", qUtf8Printable(line));
+    if (!taken.report.isEmpty()) std::printf("%s\n", qUtf8Printable(u"nicht gekommen: "_s + taken.report));
+    return done;
+  } catch (const Error& error) {
+    Raise_Of_File(order.target, error);
+  }
 }
 
 ExitStatus Take_Table(const BatchOrder& order) {
@@ -85,7 +94,7 @@ ExitStatus Take_Table(const BatchOrder& order) {
     if (!list.isEmpty()) Tell(u"Abgelehnte Einträge stehen in: "_s + list);
     return done;
   } catch (const Error& error) {
-    Raise(error.number, Error_Text(error) + u": "_s + order.target);
+    Raise_Of_File(order.target, error);
   }
 }
 
@@ -102,6 +111,6 @@ ExitStatus Take_Overlay(const BatchOrder& order) {
     if (!list.isEmpty()) Tell(u"Was nicht kam, steht in: "_s + list);
     return done;
   } catch (const Error& error) {
-    Raise(error.number, Error_Text(error) + u": "_s + order.target);
+    Raise_Of_File(order.target, error);
   }
 }

@@ -35,6 +35,7 @@ T Number_At(const char* bytes) {
 OldColumn Column_Of(const MdbColumn& column, bool newer) {
   OldColumn result;
   result.field.name = QString::fromUtf8(column.name);
+  result.counts = column.is_long_auto != 0;
   switch (column.col_type) {
     case MDB_BOOL:
     case MDB_BYTE:

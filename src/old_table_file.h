@@ -13,6 +13,7 @@ struct OldColumn {
   FieldInfo field;      // as ours will hold it
   bool known = true;    // false: pictures and other bytes, which are not read
   bool wholes = false;  // of whole numbers
+  bool counts = false;  // the engine numbered the rows in it
 };
 
 struct OldTable {

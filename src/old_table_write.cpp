@@ -54,6 +54,14 @@ class Writer {
  private:
   void Note(const QString& text) { notes << QStringLiteral("hinweis\t") + text; }
 
+  // Its numbers may be written down somewhere: they stay.
+  void Tell_Counter(const QString& table, const QString& name) {
+    lines << QStringLiteral("zaehler\t%1\t%2").arg(table, name);
+    Note(QStringLiteral("Die Spalte %1 der Tabelle %2 zählte die Zeilen von selbst: ihre Zahlen sind geblieben, neue "
+                        "Zeilen bekommen keine.")
+             .arg(name, table));
+  }
+
   NewTable Plan(const OldTable& old) {
     NewTable table;
     table.entries = Same(old.name, MapData_Def().name);
@@ -79,6 +87,7 @@ class Writer {
       if (!column.known ||
           std::find(table.sources.begin(), table.sources.end(), static_cast<int>(i)) != table.sources.end())
         continue;
+      if (column.counts) Tell_Counter(old.name, column.field.name);
       table.def.fields.push_back(column.field);
       table.sources.push_back(static_cast<int>(i));
     }

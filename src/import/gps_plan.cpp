@@ -100,11 +100,19 @@ std::vector<QPoint> Pixels(const GpsPlan& plan, size_t first, size_t last) {
 
 void Compare_Tracks(const GpsFile& file, Existing existing, GpsPlan& plan) {
   const PresentLines lines;
+  QSet<std::pair<QString, QByteArray>> taken;
   const auto usable = [&plan](size_t i) { return plan.records[i].placed.Here(); };
   For_Each_Piece(file, usable, [&](size_t track, size_t first, size_t last) {
     const QString name = Cut_Text(file.tracks[track].name, Tbl.EintragSize).trimmed();
     ImportMark mark{ImportStatus::Ok, lines.starts.Has_Name(name), lines.starts.Near(plan.records[first].placed.at)};
-    if (existing == Existing::Skipped && lines.Has(name, Pixels(plan, first, last))) mark.status = ImportStatus::Exists;
+    const std::vector<QPoint> points = Pixels(plan, first, last);
+    const QByteArray bytes(reinterpret_cast<const char*>(points.data()),
+                           static_cast<qsizetype>(points.size() * sizeof(QPoint)));
+    // Files repeat tracks, too.
+    const auto known = taken.size();
+    taken.insert({name, bytes});
+    if ((existing == Existing::Skipped && lines.Has(name, points)) || taken.size() == known)
+      mark.status = ImportStatus::Exists;
     for (size_t i = first; i < last; ++i) plan.records[i].mark = mark;
   });
 }

@@ -2,6 +2,17 @@
 
 #include <cmath>
 
+QString Nothing_In(const GpsFile& file) {
+  if (!file.waypoints.empty() || !file.tracks.empty()) return {};
+  QString text = file.remark.isEmpty() ? QStringLiteral(
+                                             "Die Datei enthält keine lesbaren Wegpunkte oder Tracks. Bitte "
+                                             "überprüfen Sie die Datei.")
+                                       : file.remark;
+  if (!file.faults.empty())
+    text += QStringLiteral("\nZeile %1: %2").arg(file.faults.front().line).arg(file.faults.front().text);
+  return text;
+}
+
 void Add_Track_Point(GpsFile& file, const QString& name, GpsPoint point, bool& breaks) {
   if (breaks || file.tracks.empty() || file.tracks.back().name != name) file.tracks.push_back({name, {}});
   breaks = false;

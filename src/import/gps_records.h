@@ -42,6 +42,8 @@ struct GpsFile {
   }
 };
 
+// Why there is nothing in it, with the first line that could not be read; "" if there is something.
+QString Nothing_In(const GpsFile& file);
 // Adds a point to the last track, which is begun anew where `breaks` says so.
 void Add_Track_Point(GpsFile& file, const QString& name, GpsPoint point, bool& breaks);
 // Why a place on the earth cannot be: "Breite 95 gibt es nicht". "" if it can.

@@ -16,9 +16,7 @@ constexpr int cannotCome = 5000;
 
 ScriptedImport Import_Gps_Unasked(const QString& path, Existing existing) {
   const GpsFile file = Read_Gps_File(path);
-  if (file.waypoints.empty() && file.tracks.empty())
-    Raise(cannotCome, file.remark.isEmpty() ? QStringLiteral("Die Datei enthält keine lesbaren Wegpunkte oder Tracks.")
-                                            : file.remark);
+  if (const QString reason = Nothing_In(file); !reason.isEmpty()) Raise(cannotCome, reason);
   if (!Coord.Geographic() && !Coord.Metric()) Raise(cannotCome, QStringLiteral("Die Karte hat kein Koordinatennetz."));
   const auto way = Usual_Placing_Way(file.system, Coord);
   if (!way)

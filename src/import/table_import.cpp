@@ -98,7 +98,7 @@ class TableRun {
     for (int i = 0; i < static_cast<int>(fields.size()); ++i) {
       bool isFixed = false;
       for (int k = 0; k < column::fixedCount; ++k) isFixed = isFixed || source.Fixed_Column(k) == i;
-      if (isFixed) continue;
+      if (isFixed || source.Counts(i)) continue;
       const QString& name = fields[static_cast<size_t>(i)].name;
       if (rsEntries->HasField(name))
         columns.push_back({i, rsEntries->FieldIndex(name)});

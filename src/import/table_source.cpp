@@ -37,10 +37,13 @@ TableSource::TableSource(const QString& path) : file(path), copy(Import_Copy_Nam
   if (const QString strange = Strange_File(file); !strange.isEmpty())
     Raise(errors::databaseDamaged, file + u' ' + strange);
   if (File_Exists(copy)) Table_File_Delete(copy);
-  if (Is_Old_Table(file))
-    remarks = Convert_Old_Table(file, copy).Text();
-  else
+  if (Is_Old_Table(file)) {
+    const OldTableReport report = Convert_Old_Table(file, copy);
+    remarks = report.Text();
+    counters = report.counters;
+  } else {
     CompactDatabase(file, copy);
+  }
   try {
     Open();
   } catch (...) {

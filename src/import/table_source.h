@@ -1,6 +1,7 @@
 #pragma once
 #include <QPoint>
 #include <QString>
+#include <QStringList>
 #include <memory>
 #include <vector>
 
@@ -22,6 +23,8 @@ class TableSource {
   const QString& Remarks() const { return remarks; }  // what reading a table of the old engine told
   Database& Data() { return *database; }
   const std::vector<FieldInfo>& Fields() const { return rows->Fields(); }
+  // Numbers that the old engine gave its rows: they say nothing of an entry.
+  bool Counts(int column) const { return counters.contains(Fields()[static_cast<size_t>(column)].name); }
   const HeaderRow& Header() const { return header; }
   int Count() const { return count; }  // entries, without header rows
   std::vector<qint64> Entries();       // their keys, in the order of the table
@@ -39,6 +42,7 @@ class TableSource {
   void Open();
 
   QString file, copy, remarks;
+  QStringList counters;
   std::unique_ptr<Database> database;
   std::unique_ptr<Recordset> rows;
   ColumnPlaces fixed{};

@@ -30,11 +30,13 @@ OldTableReport Read_Report(const QByteArray& output) {
   for (const QString& line : QString::fromUtf8(output).split(u'\n', Qt::SkipEmptyParts)) {
     const QStringList parts = line.split(u'\t');
     if (parts.value(0) == QLatin1String("hinweis")) report.notes << parts.value(1);
+    const bool entries = parts.value(1).compare(QLatin1String("MapData"), Qt::CaseInsensitive) == 0;
+    if (parts.value(0) == QLatin1String("zaehler") && entries) report.counters << parts.value(2);
     if (parts.value(0) != QLatin1String("tabelle")) continue;
     const int rows = parts.value(2).toInt();
     ++report.tables;
     report.rows += rows;
-    if (parts.value(1).compare(QLatin1String("MapData"), Qt::CaseInsensitive) == 0) report.entries = rows;
+    if (entries) report.entries = rows;
   }
   return report;
 }

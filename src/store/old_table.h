@@ -11,6 +11,7 @@ bool Is_Old_Table(const QString& path);
 struct OldTableReport {
   int tables = 0, rows = 0, entries = 0;  // entries: rows of MapData
   QStringList notes;                      // what was not converted as it stood
+  QStringList counters;                   // columns of MapData in which the old engine numbered the rows
   QString Text() const;                   // as lines
 };
 

@@ -33,7 +33,7 @@ void Shape(QByteArray& bytes, Mutator& dice) {
 // The table it is compared with; it stays to the end.
 Recordset& Rows() {
   static Recordset* const rows = [] {
-    auto* database = Workspace::CreateDatabase(Work_Folder() + u"/Zeilen.MDB"_s).release();
+    static Database* const database = Workspace::CreateDatabase(Work_Folder() + u"/Zeilen.MDB"_s).release();
     Make_Template(*database);
     EntryRow row;
     row.ID = u"Text"_s;

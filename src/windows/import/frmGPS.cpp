@@ -217,11 +217,8 @@ void FrmGPS::Read_Device() {
 void FrmGPS::Take_File(GpsFile read, GpsContent wanted, const QString& name) {
   if (wanted == GpsContent::Waypoints && read.waypoints.empty() && !read.tracks.empty()) wanted = GpsContent::Tracks;
   if (wanted == GpsContent::Tracks && read.tracks.empty() && !read.waypoints.empty()) wanted = GpsContent::Waypoints;
-  if (read.waypoints.empty() && read.tracks.empty())
-    Raise(guestFailed, name + QStringLiteral(": ") +
-                           (!read.remark.isEmpty() ? read.remark
-                                                   : QStringLiteral("Die Datei enthält keine lesbaren Wegpunkte oder "
-                                                                    "Tracks. Bitte überprüfen Sie die Datei.")));
+  if (const QString reason = Nothing_In(read); !reason.isEmpty())
+    Raise(guestFailed, name + QStringLiteral(": ") + reason);
   const auto chosen = Ask_Placing_Way(read.system, Coord, windowTitleText);
   if (!chosen) return;
   file = std::move(read);

@@ -127,7 +127,10 @@ void FrmImport::Show_Source() {
   ui->optAll->setChecked(true);
   Show_Rows(source ? source->Entries() : std::vector<qint64>());
   const int digits = fontMetrics().horizontalAdvance(u'0');
-  for (int i = 0; i < model->columnCount(); ++i) ui->Dt->setColumnWidth(i, (model->Is_Text(i) ? 20 : 8) * digits);
+  for (int i = 0; i < model->columnCount(); ++i) {
+    ui->Dt->setColumnWidth(i, (model->Is_Text(i) ? 20 : 8) * digits);
+    ui->Dt->setColumnHidden(i, source->Counts(i));
+  }
   ui->lblInfo->setText(source ? QStringLiteral("Quelle: ") + source->File() : QString());
 }
 
