@@ -69,6 +69,7 @@ class ChangeWriter {
   int Number_Of(const QByteArray& names);  // that Names gave
   // As they stand in a list.
   static QByteArray Names(const QByteArray& table, const std::vector<QByteArray>& columns);
+
   // One change each, behind the others.
   void Row(ChangeKind kind, int table, qint64 key, const std::vector<RawValue>& values);
   void Update(int table, qint64 key, qint64 newKey, const std::vector<ChangedCell>& cells);
