@@ -86,7 +86,8 @@ void Take_Over() {
   if (!Leave_Hand() || !Table_In_Place())
     return Tell(QStringLiteral("Die Änderungen stehen noch in der Datei:\n") + copy);
   const BusyPointer busy;
-  const UndoPoint point(QStringLiteral("Rückgängig: Einträge austauschen"));
+  // The table is replaced as a file: no row tells that something was written.
+  Undo_Point(QStringLiteral("Rückgängig: Einträge austauschen"));
   Close_Table(CloseMode::CloseOnly);
   try {
     Table_File_Copy(copy, TableFile);
