@@ -11,6 +11,7 @@
 #include "batch_work.h"
 #include "maps/map_close.h"
 #include "maps/map_open.h"
+#include "maps/sheet_bridge_tool.h"
 #include "objects/palette.h"
 #include "platform/database.h"
 #include "platform/error.h"
@@ -123,6 +124,10 @@ struct CloseAtEnd {
 ExitStatus Carry_Out(const BatchOrder& order) {
   if (!QFileInfo(order.map).isFile()) {
     Tell(u"Die Karte wurde nicht gefunden: "_s + order.map);
+    return failed;
+  }
+  if (order.work == BatchWork::TakeSheet && order.changesTable && Find_File(Table_Of_Map(order.map)).isEmpty()) {
+    Tell(u"Zu dieser Karte gibt es keine Tabelle, in die etwas übernommen werden könnte: "_s + order.map);
     return failed;
   }
   if (order.work == BatchWork::Calibrate) return Calibrate_Picture(order);

@@ -1,6 +1,5 @@
 #include <QDir>
 #include <QTimer>
-#include <clocale>
 
 #include "platform/files.h"
 #include "prepare_folder.h"
@@ -13,9 +12,9 @@
 
 int main(int argc, char** argv) {
   Application application(argc, argv);
-  std::setlocale(LC_NUMERIC, "C");  // files hold decimal points
   Prepare_Application(application);
   Install_Desktop_Services();
+  QApplication::setDesktopFileName(QStringLiteral("kalibrix"));
   Reset_Global_State();
   Prepare_Folder();  // for the help: calibrating needs none, so a failure is only said
   FrmKalibrix window;

@@ -1,6 +1,5 @@
 #include <QScreen>
 #include <QTimer>
-#include <clocale>
 
 #include "maps/program_start.h"
 #include "prepare_folder.h"
@@ -12,7 +11,6 @@
 
 int main(int argc, char** argv) {
   Application application(argc, argv);
-  std::setlocale(LC_NUMERIC, "C");  // files hold decimal points
   Prepare_Application(application);
   Install_Desktop_Services();
   Reset_Global_State();

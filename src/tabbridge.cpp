@@ -1,6 +1,5 @@
 #include <QDir>
 #include <QIcon>
-#include <clocale>
 
 #include "maps/sheet_bridge.h"
 #include "platform/error.h"
@@ -51,7 +50,6 @@ void Run(const QStringList& words) {
 
 int main(int argc, char** argv) {
   Application application(argc, argv);
-  std::setlocale(LC_NUMERIC, "C");  // files hold decimal points
   Prepare_Application(application);
   QApplication::setDesktopFileName(QStringLiteral("tabbridge"));
   QApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/sheet.svg")));

@@ -59,6 +59,7 @@ void Make_Tables(const QString& folder, QSize map) {
 void Make_All(const QString& source, const QString& target) {
   if (QFileInfo::exists(target) && !QDir(target).removeRecursively()) Raise(errors::noPermission, target);
   Copy_Tree(source, target);
+  Copy_Tree(source + u"/../docs/bilder"_s, target + u"/Hilfe/bilder"_s);  // the manual's pictures are the help's, too
   Make_Template_File(target + u"/MUSTER.MDB"_s);
   Make_Settings_Sheet(target + u"/Hilfe/Einstellungen.htm"_s, target + u"/Flurax-Einstellungen.pdf"_s);
 

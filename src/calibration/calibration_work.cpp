@@ -2,6 +2,7 @@
 
 #include <QFileInfo>
 #include <cmath>
+#include <utility>
 
 #include "calibration/calibration_reading.h"
 #include "calibration/crossing.h"
@@ -152,4 +153,21 @@ void CalibrationWork::Save() {
   savedNet = net;
   notice = QStringLiteral("Gesichert: ") + Name_Of(calFile);
   if (replaced) notice += QStringLiteral("; die bisherige Datei heißt %1_alt").arg(Name_Of(calFile));
+}
+
+void CalibrationWork::Save_As(const QString& file) {
+  const QString former = std::exchange(calFile, file);
+  try {
+    Save();
+  } catch (const Error&) {
+    calFile = former;
+    throw;
+  }
+}
+
+// As the program looks for them, upper and lower case apart.
+bool CalibrationWork::Is_Found_By_Map() const {
+  const QFileInfo file(calFile), map(mapFile);
+  return file.absolutePath() == map.absolutePath() && file.fileName().endsWith(QLatin1String("cal")) &&
+         file.fileName().contains(map.fileName().section(u'.', 0, 0));
 }

@@ -43,6 +43,10 @@ class CalibrationWork {
 
   // Writes the file. Errors of Save_Calibration.
   void Save();
+  // The same under another name, which is the file's from then on. After an error it keeps the former one.
+  void Save_As(const QString& file);
+  // Whether a program that opens the map finds the file.
+  bool Is_Found_By_Map() const;
   bool Changed() const { return sheet.Changed() || net != savedNet; }
 
  private:

@@ -4,6 +4,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <algorithm>
 #include <cmath>
@@ -30,7 +31,7 @@ QString Folder_For_Work() { return QStringLiteral("Es konnte kein Arbeitsordner 
 
 // False if the user stopped it.
 bool Run(const QString& program, const QStringList& arguments, const QString& folder, const QString& title, int seconds,
-         QByteArray* output = nullptr) {
+         QByteArray* output = nullptr, bool tellsPart = false) {
   GuestOrder order;
   order.program = Find_Program(program, ProgramFolder);
   if (order.program.isEmpty()) Raise(badPoints, missing.arg(program));
@@ -38,6 +39,7 @@ bool Run(const QString& program, const QStringList& arguments, const QString& fo
   order.folder = folder;
   order.seconds = seconds;
   order.title = title;
+  if (tellsPart) order.part = Part_Of_Gdal;
   const GuestResult result = Run_Guest(order);
   if (result.end == GuestEnd::Cancelled) return false;
   if (result.end == GuestEnd::Missing) Raise(badPoints, missing.arg(program));
@@ -65,7 +67,9 @@ void Read_Bands(const QJsonArray& bands, GeoRaster& raster) {
   raster.bands = static_cast<int>(bands.size());
   for (const QJsonValue& band : bands) {
     const QJsonObject one = band.toObject();
-    if (one.value(QLatin1String("colorInterpretation")) == QLatin1String("Palette")) raster.palette = true;
+    const QString meaning = one.value(QLatin1String("colorInterpretation")).toString();
+    if (meaning == QLatin1String("Palette")) raster.palette = true;
+    if (meaning == QLatin1String("Alpha")) raster.alpha = true;
     if (one.value(QLatin1String("type")) != QLatin1String("Byte")) raster.bytes = false;
   }
 }
@@ -134,20 +138,36 @@ QRectF Extent_In(const ReferenceSystem& target, const std::vector<GeoRaster>& ra
 
 // Tasks of the guests ------------------------------------------------------------------------------------------------
 
-// Colours of a table must be resolved before they are mixed, and pictures have 8 bits a colour.
-QStringList Translation(const GeoRaster& raster, const QString& target) {
+bool Is_Colored(const GeoRaster& raster) { return raster.palette || raster.bands > 2; }
+
+// The bands of a picture: one of grey or three colours, and what says where there is none of them. Further ones are
+// infrared and the like.
+std::vector<int> Picture_Bands(const GeoRaster& raster, bool colored) {
+  if (raster.palette) return {};  // they come of the table
+  const bool alpha = raster.alpha && raster.bytes && (raster.bands == 2 || raster.bands == 4);
+  std::vector<int> bands = {1};
+  if (colored) bands = raster.bands > 2 ? std::vector{1, 2, 3} : std::vector{1, 1, 1};
+  if (alpha) bands.push_back(raster.bands);
+  return bands;
+}
+
+// Colours of a table must be resolved before they are mixed, and pictures have 8 bits a colour. All sheets of a map
+// have the same bands.
+QStringList Translation(const GeoRaster& raster, bool colored, const QString& target) {
   QStringList words = {QStringLiteral("-q"), QStringLiteral("-of"), QStringLiteral("VRT")};
   if (raster.palette) words << QStringLiteral("-expand") << QStringLiteral("rgb");
   if (!raster.bytes) words << QStringLiteral("-ot") << QStringLiteral("Byte") << QStringLiteral("-scale");
-  if (!raster.palette && raster.bands > 4)
-    for (const char* band : {"1", "2", "3"}) words << QStringLiteral("-b") << QLatin1String(band);
+  const std::vector<int> bands = Picture_Bands(raster, colored);
+  for (const int band : bands) words << QStringLiteral("-b") << QString::number(band);
+  if (bands.size() == 2 || bands.size() == 4)
+    words << QStringLiteral("-colorinterp_%1").arg(bands.size()) << QStringLiteral("alpha");
   return words << raster.path << target;
 }
 
 QStringList Warping(const GeodataWish& wish, const GeodataSize& made, const QStringList& sources,
                     const QString& target) {
   const auto text = [](double value) { return QString::number(value, 'f', 6); };
-  QStringList words = {QStringLiteral("-q"), QStringLiteral("-multi"), QStringLiteral("-r"),
+  QStringList words = {QStringLiteral("-multi"), QStringLiteral("-dstalpha"), QStringLiteral("-r"),
                        QStringLiteral("bilinear")};
   // What no raster covers is white.
   words << QStringLiteral("-wo") << QStringLiteral("INIT_DEST=255");
@@ -159,6 +179,27 @@ QStringList Warping(const GeodataWish& wish, const GeodataSize& made, const QStr
 }
 
 }  // namespace
+
+double Part_Of_Gdal(const QByteArray& output) {
+  // "[2/3] : 0...10...20.": of the second of three sheets
+  static const QRegularExpression sheet(QStringLiteral("\\[(\\d+)/(\\d+)\\]")),
+      reached(QStringLiteral("(\\d+)(\\.*)$"));
+  const QString text = QString::fromLatin1(output.mid(output.lastIndexOf('\n') + 1));
+  QRegularExpressionMatch which;
+  const qsizetype at = text.lastIndexOf(sheet, -1, &which);
+  const QRegularExpressionMatch number = reached.match(at < 0 ? text : text.mid(at + which.capturedLength()));
+  const double percent =
+      number.hasMatch() ? number.captured(1).toInt() + 2.5 * static_cast<double>(number.captured(2).size()) : 0;
+  const double part = std::min(percent, 100.0) / 100;
+  const int count = which.captured(2).toInt();
+  return count == 0 ? part : (which.captured(1).toInt() - 1 + part) / count;
+}
+
+double Source_Pixels(const std::vector<GeoRaster>& rasters) {
+  double pixels = 0;
+  for (const GeoRaster& raster : rasters) pixels += static_cast<double>(raster.size.width()) * raster.size.height();
+  return pixels;
+}
 
 GeoRaster Look_At_Raster(const QString& path) {
   if (!QFileInfo(path).isFile()) Raise(errors::fileNotFound);
@@ -205,6 +246,9 @@ GeodataSize Size_Of_Geodata(const GeodataWish& wish) {
     Raise(badPoints, QStringLiteral("Die Auflösung muss zwischen 0,01 und 10 000 m je Pixel liegen."));
   const QRectF whole = Extent_In(wish.target, wish.rasters),
                wanted = wish.window ? whole & wish.window->normalized() : whole;
+  if (whole.top() < 0)
+    Raise(badPoints, QStringLiteral("Diese Karte reicht nach Süden über den Äquator. Das Koordinatennetz kennt nur "
+                                    "Zonen der Nordhalbkugel."));
   if (wanted.isEmpty()) Raise(badPoints, QStringLiteral("Der Ausschnitt liegt neben den Karten."));
   const double columns = std::max(1.0, std::nearbyint(wanted.width() / step)),
                rows = std::max(1.0, std::nearbyint(wanted.height() / step));
@@ -230,20 +274,22 @@ bool Make_Map_From_Geodata(const GeodataWish& wish, const QString& mapFile) {
   const QString size = QStringLiteral("%1 x %2 Pixel").arg(made.size.width()).arg(made.size.height());
   const auto title = [&size](const QString& step) { return QStringLiteral("Karte aus Geodaten\n") + step + size; };
   QStringList sources;
+  const bool colored = std::any_of(wish.rasters.begin(), wish.rasters.end(), Is_Colored);
   for (const GeoRaster& raster : wish.rasters) {
     sources << folder.filePath(QStringLiteral("%1.vrt").arg(sources.size()));
-    if (!Run(QStringLiteral("gdal_translate"), Translation(raster, sources.back()), folder.path(),
-             title(QStringLiteral("Vorbereiten: ")), secondsToLook))
+    if (!Run(QStringLiteral("gdal_translate"), Translation(raster, colored, sources.back()), folder.path(),
+             title(QStringLiteral("Vorbereiten: ")), raster.bytes ? secondsToLook : secondsToWarp))
       return false;
   }
   const QString warped = folder.filePath(QStringLiteral("karte.tif")),
                 picture = folder.filePath(QStringLiteral("karte.bmp"));
   if (!Run(QStringLiteral("gdalwarp"), Warping(wish, made, sources, warped), folder.path(),
-           title(QStringLiteral("Umrechnen: ")), secondsToWarp))
+           title(QStringLiteral("Umrechnen: ")), secondsToWarp, nullptr, true))
     return false;
-  if (!Run(QStringLiteral("gdal_translate"),
-           {QStringLiteral("-q"), QStringLiteral("-of"), QStringLiteral("BMP"), warped, picture}, folder.path(),
-           title(QStringLiteral("Sichern: ")), secondsToWarp))
+  QStringList saving = {QStringLiteral("-of"), QStringLiteral("BMP")};
+  for (int band = 1; band <= (colored ? 3 : 1); ++band) saving << QStringLiteral("-b") << QString::number(band);
+  if (!Run(QStringLiteral("gdal_translate"), saving << warped << picture, folder.path(),
+           title(QStringLiteral("Sichern: ")), secondsToWarp, nullptr, true))
     return false;
   if (Picture_Size(picture) != made.size)
     Raise(badPoints, QStringLiteral("Die umgerechnete Karte hat eine falsche Größe."));

@@ -20,10 +20,16 @@ struct GeoRaster {
   QRectF exact;                           // in its own system where its pixels lie along it; else null
   int bands = 0;
   bool palette = false, bytes = true;  // colours of a table; 8 bits a value
+  bool alpha = false;                  // a band tells where there is nothing
 };
 // Error 5000 with a German text: GDAL is missing (the text names the package), the file is none of its rasters, it has
 // no reference system, or the user has stopped.
 GeoRaster Look_At_Raster(const QString& path);
+
+// Pixels of all of them together.
+double Source_Pixels(const std::vector<GeoRaster>& rasters);
+// How far one of GDAL's programs is, 0 to 1, by the "0...10...20" it writes.
+double Part_Of_Gdal(const QByteArray& output);
 
 // What is wanted of them. Metres of the target system.
 struct GeodataWish {
@@ -38,8 +44,8 @@ struct GeodataSize {
   QSize size;         // pixels of the map
   qint64 memory = 0;  // bytes of it while it is open
 };
-// Errors 5000 with a German text: no raster, no such zone, a resolution that is none, a window beside the rasters, a
-// target that does not reach so far, a map of more pixels than the program opens.
+// Errors 5000 with a German text: no raster, no such zone, sheets south of the equator, a resolution that is none, a
+// window beside the rasters, a target that does not reach so far, a map of more pixels than the program opens.
 GeodataSize Size_Of_Geodata(const GeodataWish& wish);
 // The rasters' own, in the middle of them; 0 without rasters.
 double Fitting_Resolution(const GeodataWish& wish);

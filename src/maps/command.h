@@ -11,6 +11,7 @@
 // What must be there for a command to be of use. All but Nothing need an open map.
 enum class Needs {
   Nothing,
+  More,  // what is not there yet: always grey
   OpenMap,
   NotePad,      // a note pad in front
   Entries,      // at least one entry
@@ -18,7 +19,7 @@ enum class Needs {
   UndoPoint,
   StepBehind,  // a step that can be taken back
   StepAhead,   // one that was taken back
-  Template,  // a template of an area was saved
+  Template,    // a template of an area was saved
   EntryInHand,
   NoEntryInHand,
   Picture,   // a picture in hand

@@ -52,6 +52,8 @@ bool Needs_Of_Row_Met(Needs needs) {
 
 bool Needs_Of_Map_Met(Needs needs) {
   switch (needs) {
+    case Needs::More:
+      return false;
     case Needs::NotePad:
       return ActiveNotePad >= 0;
     case Needs::Entries:

@@ -22,6 +22,8 @@ std::vector<Command> Exchange_Commands() {
        "Die Tabelle der Einträge in die Arbeitsmappe neben der Karte schreiben und öffnen", Do(Export_Table)},
       {"mnuExChangeXL", "mit &Excel ...", {}, {}, Needs::Entries, Hand::Free, "Einträge austauschen",
        "Spalten aus einem Blatt einer Arbeitsmappe in die Tabelle übernehmen", Do(Exchange_With_Sheet)},
+      {"mnuExChangeAVI", "&Verbreitungsliste ...", {}, {}, Needs::More, Hand::Keep, {},
+       "Der Austausch mit einer Verbreitungsliste ist noch nicht möglich", Do([] {})},
   };
 }
 // clang-format on

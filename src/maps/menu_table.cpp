@@ -37,7 +37,7 @@ const std::vector<MenuRow>& Menu_Table() {
        "&importieren",
        {"mnuImportCSV", "mnuImportXL", "mnuImportGPS", "mnuOVL_Import", "mnuImportMDB", "mnuImporttkr", "mnuImporttkrAll"}},
       {"mnuExportMenu", "e&xportieren", {"mnuExportCSV", "mnuExportCSVTable", "mnuExportxls", "mnuExporttkr"}},
-      {"mnuExchangeMenu", "austauschen", {"mnuExChangeXL"}},
+      {"mnuExchangeMenu", "austauschen", {"mnuExChangeXL", "mnuExChangeAVI"}},
       {"mnuTabelle", "&Tabelle",
        {"mnuDBGridOn", "mnuSpaltAppend", "mnuSpaltDelete", "mnuSpaltHide", "mnuSpaltShow",
         "-", "mnuTabComp", "mnuTabRep", "mnuTblPrint"}},

@@ -6,6 +6,7 @@
 #include "maps/map_choose.h"
 #include "maps/map_open.h"
 #include "maps/menu_state.h"
+#include "maps/sheet_bridge.h"
 #include "objects/palette.h"
 #include "platform/surface.h"
 #include "state/events.h"
@@ -40,6 +41,7 @@ void Program_Start(const QString& commandLine) {
   HighlightColor = QBColor(14);
   Connect_Canvas();
   events.MapOpened.Connect(Keep_Version);
+  events.MapOpened.Connect(Offer_Left_Exchange);
   Read_Log(1);
   Read_Log(3);
   Reset_InfoBar();

@@ -323,6 +323,8 @@ struct Recordset::Inner {
   const database_inner::Cell& Cell_At(int column);
   database_inner::Block* Block_Of(int rowPosition);
   database_inner::Block* Load(int from, int count);
+  void Take_In_Fresh();  // before anybody looks at all blocks
+  database_inner::Block* Keep(std::unique_ptr<database_inner::Block> block);
   void Forget_Older_Half();
   void Prepare_Read();
   bool Read_Exact(database_inner::Block& block, int count);
@@ -357,7 +359,9 @@ struct Recordset::Inner {
 
   database_inner::TableState* state = nullptr;
   quint64 seenVersion = 0, seenGeneration = 0, seenRollbacks = 0;
-  std::vector<std::unique_ptr<database_inner::Block>> blocks;  // by position
+  // By position. Single rows that a walk forward reads here and there wait in a list of their own: to put each among
+  // all others would cost more than to read it.
+  std::vector<std::unique_ptr<database_inner::Block>> blocks, fresh;
   database_inner::Block* lastBlock = nullptr;
   const database_inner::Cell* current = nullptr;  // the current row in lastBlock, once it was asked for
   qint64 cachedBytes = 0;

@@ -5,6 +5,7 @@
 #include <QElapsedTimer>
 #include <QFileInfo>
 #include <QProcess>
+#include <algorithm>
 #include <csignal>
 
 #include "platform/progress.h"
@@ -12,6 +13,7 @@
 namespace {
 
 constexpr int lookEvery = 50;              // milliseconds
+constexpr int barUnits = 1000;             // of work, where the program tells how far it is
 constexpr qsizetype mostOutput = 1 << 20;  // bytes of each
 
 // What is too much is forgotten, so that a program gone wild cannot fill the memory.
@@ -33,7 +35,15 @@ GuestResult Run_Guest(const GuestOrder& order) {
   process.setStandardInputFile(QProcess::nullDevice());
   process.setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGKILL); });
   const int limit = order.seconds * 1000;
-  Progress progress(order.title, limit / lookEvery);
+  Progress progress(order.title, order.part ? barUnits : limit / lookEvery);
+  int shown = 0;
+  const auto advance = [&] {
+    if (!order.part) return progress.Advance();
+    const int reached = std::clamp(static_cast<int>(order.part(result.output) * barUnits), shown, barUnits);
+    const bool goOn = progress.Advance(reached - shown);
+    shown = reached;
+    return goOn;
+  };
   QElapsedTimer clock;
   clock.start();
   process.start(order.program, order.arguments);
@@ -44,7 +54,7 @@ GuestResult Run_Guest(const GuestOrder& order) {
   };
   while (process.state() != QProcess::NotRunning && !process.waitForFinished(lookEvery)) {
     collect();
-    const bool cancelled = !progress.Advance();
+    const bool cancelled = !advance();
     if (!cancelled && clock.elapsed() < limit) continue;
     process.kill();
     process.waitForFinished();

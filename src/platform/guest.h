@@ -2,6 +2,7 @@
 #include <QByteArray>
 #include <QString>
 #include <QStringList>
+#include <functional>
 
 // Programs that do work on strangers' files for this one. They may crash, hang or write nonsense: each is a child
 // process with an argument list, a time limit and a folder of its own, and what it made is checked by the caller.
@@ -12,6 +13,9 @@ struct GuestOrder {
   QString folder;      // where it works and keeps its temporary files: that of a QTemporaryDir
   int seconds = 60;    // then it is ended
   QString title = {};  // of the progress, which has a button to end it
+  // How far it is, 0 to 1, from what it wrote to its standard output so far. Without it the bar runs with the time
+  // limit.
+  std::function<double(const QByteArray& output)> part = {};
 };
 
 enum class GuestEnd { Done, Missing, Failed, TimedOut, Cancelled };  // Failed: crashed, or an exit code other than 0

@@ -272,6 +272,7 @@ void Recordset::Delete() {
 }
 
 void Recordset::Inner::Forget_Row(int rowPosition) {
+  Take_In_Fresh();
   lastBlock = nullptr;
   current = nullptr;
   for (auto block = blocks.begin(); block != blocks.end();) {

@@ -3,6 +3,7 @@
 #include <QRegularExpression>
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <numeric>
 
 #include "platform/database_inner.h"
@@ -174,6 +175,7 @@ void Recordset::Inner::Close_Statements() {
 
 void Recordset::Inner::Drop_Blocks() {
   blocks.clear();
+  fresh.clear();
   lastBlock = nullptr;
   current = nullptr;
   cachedBytes = 0;
@@ -208,6 +210,7 @@ bool Recordset::Inner::Forget_Rows_Alone() {
   const auto changed = [](const auto& logged) { return logged.write.kind == RowWrite::Kind::Changed; };
   if (!since || !std::all_of(since->begin(), since->end(), changed)) return false;
   seenVersion = state->version;
+  Take_In_Fresh();
   lastBlock = nullptr;
   current = nullptr;
   for (const auto& [version, write] : *since) {
@@ -248,14 +251,26 @@ Block* Recordset::Inner::Block_Of(int rowPosition) {
     return rowPosition >= block.first && rowPosition < block.first + block.Count();
   };
   if (lastBlock && holds(*lastBlock)) return lastBlock;
-  const auto behind =
-      std::upper_bound(blocks.begin(), blocks.end(), rowPosition,
-                       [](int wanted, const std::unique_ptr<Block>& block) { return wanted < block->first; });
   current = nullptr;  // it belongs to lastBlock
-  if (behind == blocks.begin() || !holds(**(behind - 1))) return nullptr;
-  lastBlock = (behind - 1)->get();
-  lastBlock->asked = ++clock;
-  return lastBlock;
+  for (const auto* list : {&blocks, &fresh}) {
+    const auto behind =
+        std::upper_bound(list->begin(), list->end(), rowPosition,
+                         [](int wanted, const std::unique_ptr<Block>& block) { return wanted < block->first; });
+    if (behind == list->begin() || !holds(**(behind - 1))) continue;
+    lastBlock = (behind - 1)->get();
+    lastBlock->asked = ++clock;
+    return lastBlock;
+  }
+  return nullptr;
+}
+
+void Recordset::Inner::Take_In_Fresh() {
+  const auto middle = std::ssize(blocks);
+  std::move(fresh.begin(), fresh.end(), std::back_inserter(blocks));
+  fresh.clear();
+  std::inplace_merge(
+      blocks.begin(), blocks.begin() + middle, blocks.end(),
+      [](const std::unique_ptr<Block>& one, const std::unique_ptr<Block>& other) { return one->first < other->first; });
 }
 
 const Cell* Recordset::Inner::Row_Of(int rowPosition) {
@@ -265,6 +280,7 @@ const Cell* Recordset::Inner::Row_Of(int rowPosition) {
     // far from the last ones may be wanted alone.
     const bool onTheWay = rowPosition == lastLoaded || rowPosition == lastBegun - 1;
     readAhead = onTheWay ? std::min(readAhead * 2, mostReadAhead) : 1;
+    if (readAhead > 1) Take_In_Fresh();
     const int total = static_cast<int>(keys.size());
     int from = rowPosition / readAhead * readAhead;
     int to = std::min(from + readAhead, total);
@@ -298,7 +314,7 @@ const Cell& Recordset::Inner::Cell_At(int column) {
 
 void Recordset::Inner::Prepare_Read() {
   // The first few rows are read whole; they show which columns are wanted.
-  const bool all = blocks.empty();
+  const bool all = blocks.empty() && fresh.empty();
   auto wanted = std::make_shared<Layout>();
   wanted->slots.assign(fields.size(), -1);
   for (size_t i = 0; i < fields.size(); ++i) {
@@ -342,20 +358,34 @@ Block* Recordset::Inner::Load(int from, int count) {
   } else {
     for (int i = 0; i < count; ++i) Read_Range(*block, i, i + 1);
   }
+  return lastBlock = Keep(std::move(block));
+}
+
+// In place of the block that begins at the same row, if there is one.
+Block* Recordset::Inner::Keep(std::unique_ptr<Block> block) {
   block->asked = ++clock;
   cachedBytes += block->Bytes();
-  const auto place =
-      std::lower_bound(blocks.begin(), blocks.end(), from,
-                       [](const std::unique_ptr<Block>& other, int wanted) { return other->first < wanted; });
-  if (place != blocks.end() && (*place)->first == from) {
-    cachedBytes -= (*place)->Bytes();
-    *place = std::move(block);
-    return lastBlock = place->get();
+  const int from = block->first;
+  const auto place_of = [from](std::vector<std::unique_ptr<Block>>& list) {
+    return std::lower_bound(list.begin(), list.end(), from,
+                            [](const std::unique_ptr<Block>& other, int wanted) { return other->first < wanted; });
+  };
+  auto place = place_of(blocks);
+  const auto stands_there = [&] { return place != blocks.end() && (*place)->first == from; };
+  if (block->Count() == 1 && !stands_there() && (fresh.empty() || fresh.back()->first < from))
+    return fresh.emplace_back(std::move(block)).get();
+  if (!fresh.empty()) {
+    Take_In_Fresh();
+    place = place_of(blocks);
   }
-  return lastBlock = blocks.insert(place, std::move(block))->get();
+  if (!stands_there()) return blocks.insert(place, std::move(block))->get();
+  cachedBytes -= (*place)->Bytes();
+  *place = std::move(block);
+  return place->get();
 }
 
 void Recordset::Inner::Forget_Older_Half() {
+  Take_In_Fresh();
   std::vector<quint64> asked;
   asked.reserve(blocks.size());
   for (const auto& block : blocks) asked.push_back(block->asked);

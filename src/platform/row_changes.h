@@ -69,10 +69,13 @@ class ChangeWriter {
   int Number_Of(const QByteArray& names);  // that Names gave
   // As they stand in a list.
   static QByteArray Names(const QByteArray& table, const std::vector<QByteArray>& columns);
-  // One change each, behind the others.
+  // One change each, behind the others. A row that came or went, with all its values.
   void Row(ChangeKind kind, int table, qint64 key, const std::vector<RawValue>& values);
+  // A row that has other values, or another key.
   void Update(int table, qint64 key, qint64 newKey, const std::vector<ChangedCell>& cells);
+  // A table that came or went, and how it is made.
   void Table(ChangeKind kind, const QString& name, const QString& statement);
+  // A column that came or went, at that place of its table.
   void Column(ChangeKind kind, const QString& table, const FieldInfo& column, int place);
 
   bool Is_Empty() const { return list.isEmpty(); }

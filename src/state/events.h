@@ -59,6 +59,7 @@ struct Events {
   Event<QPoint> MapClicked;       // left button on the map, in map pixels
   Event<bool> Busy;               // hourglass on, off
   Event<> EndWanted;              // the main window shall close
+  Event<> LeftHalfWanted;         // it shall make room beside itself: the left half of the screen
   Event<QString> BackgroundText;  // text on the map window while a map or table is being loaded
   Event<> PopupWanted;            // right click on the map: the popup menu at Map.PopupAt
 };

@@ -38,7 +38,9 @@ void table_file::Close_Quietly() {
   }
 }
 
-Copies table_file::Close_With_Copies() {
+namespace {
+
+Copies Close_With_User_Copy() {
   const QString user = Tbl.DBGrid1.Caption;
   Close_Quietly();
   Copies copies;
@@ -50,6 +52,13 @@ Copies table_file::Close_With_Copies() {
       Report_Copy_Error(user, error);
     }
   }
+  return copies;
+}
+
+}  // namespace
+
+Copies table_file::Close_With_Copies() {
+  Copies copies = Close_With_User_Copy();
   copies.snapshot = Take_Snapshot();
   return copies;
 }
@@ -59,6 +68,8 @@ void Close_Table(CloseMode mode) {
     Write_Pending_Snapshot();
     Keep_Before_Closing();
     Close_Quietly();
+  } else if (mode == CloseMode::WithUserCopy) {
+    Close_With_User_Copy();
   } else {
     Close_With_Copies();
   }

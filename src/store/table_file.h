@@ -4,12 +4,12 @@
 // The table file of a map: closing with a copy, loading, the save family, compression, repair. UserTable is
 // Tbl.DBGrid1.Caption.
 
-enum class CloseMode { WithCopy = 0, CloseOnly = 1 };
+enum class CloseMode { WithCopy = 0, CloseOnly = 1, WithUserCopy = 2 };
 enum class LoadMode { First = 0, Reload = 1 };  // First: a bad file is put aside and a new table made
 enum class SaveStep { AtMapChange = 0, SaveAs = 1, Save = 2, Restore = 3, GivenName = 4 };
 
 // Closes the table; WithCopy also brings UserTable and the snapshot "TEMP.MDB" up to date. A copy that cannot be
-// written is told, and the former file stays.
+// written is told, and the former file stays. WithUserCopy leaves the snapshot as it is, for an undo that is armed.
 void Close_Table(CloseMode mode);
 // Opens the standard table and binds rsEntries; makes a new one from the template where none is. False: no table. A
 // damaged or foreign file is kept as "_err.mdb"; the rows of a damaged one that can be rescued are loaded.

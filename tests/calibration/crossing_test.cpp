@@ -2,7 +2,6 @@
 
 #include "calibration/calibration_sheet.h"
 #include "calibration/crossing.h"
-#include "platform/picture.h"
 
 namespace {
 

@@ -3,7 +3,6 @@
 #include "calibration/geodata.h"
 #include "coordinates/calibration_file.h"
 #include "coordinates/conversions.h"
-#include "platform/picture.h"
 
 namespace {
 
@@ -87,6 +86,45 @@ TEST_F(Geodata, SheetsAreJoinedAndLieWhereTheyDid) {
   EXPECT_TRUE(QFile::exists(Path("Karte.cal_alt")));
 }
 
+// Whatever bands the sheets have: a grey one with holes, one of a table, one of 16 bits, four with infrared or holes.
+TEST_F(Geodata, SheetsOfAllSortsBecomeOneMap) {
+  const QString plain = Sheet("west", 650000, 5512400, {"-b", "1", "-b", "1", "-b", "1"});
+  const auto made_by = [this](const char* tool, const QStringList& options, const QString& from, const QString& name) {
+    Run_Tool(tool, QStringList{"-q"} + options + QStringList{from, Path(name)});
+    return Look_At_Raster(Path(name));
+  };
+  const QStringList east = {"-a_ullr", "650400", "5512400", "650800", "5512000"};
+  const GeoRaster flat = made_by("gdal_translate", QStringList{"-b", "1"} + east, plain, "ost.tif"),
+                  grey = made_by("gdalwarp", {"-dstalpha"}, flat.path, "grau.tif");
+  const std::vector<std::pair<GeoRaster, GeoRaster>> pairs = {
+      {made_by("gdalwarp", {"-dstalpha"}, plain, "alpha.tif"), grey},
+      {made_by("gdal_translate", {"-b", "1", "-b", "1", "-b", "1", "-b", "1", "-colorinterp_4", "undefined"}, plain,
+               "infra.tif"),
+       flat},
+      {made_by("gdal_translate", {"-ot", "UInt16"}, plain, "u16.tif"), grey},
+      {made_by("gdal_translate", {"-of", "MBTILES"}, plain, "kacheln.mbtiles"), flat}};
+  EXPECT_TRUE(grey.alpha && pairs[0].first.alpha && !flat.alpha);
+  for (const auto& [first, second] : pairs) {
+    GeodataWish wish;
+    wish.rasters = {first, second};
+    wish.target = {ReferenceSystem::Kind::Utm, Datum::Etrs89, 32};
+    wish.metresPerPixel = 2;
+    const QString map = Path("Karte.bmp");
+    ASSERT_TRUE(Make_Map_From_Geodata(wish, map)) << first.path;
+    const QPointF found = Box_Near(map, Read(map), {650201, 5512199});
+    EXPECT_NEAR(found.x(), 650201, 2) << first.path;
+    EXPECT_NEAR(found.y(), 5512199, 2) << first.path;
+  }
+}
+
+TEST_F(Geodata, HowFarAProgramIs) {
+  EXPECT_EQ(Part_Of_Gdal("Input file size is 600, 440\n"), 0);
+  EXPECT_EQ(Part_Of_Gdal("Input file size is 600, 440\n0...10...20."), 0.225);
+  EXPECT_EQ(Part_Of_Gdal("Creating output file that is 617P x 464L.\nProcessing a.tif [1/2] : 0...10..100 - "
+                         "done.\nProcessing b.tif [2/2] : 0...10...20..."),
+            0.6375);
+}
+
 TEST_F(Geodata, AnotherSystemIsWarped) {
   GeodataWish wish;
   wish.rasters = {Look_At_Raster(Sheet("west", 650000, 5512400, {"-colorinterp", "red,green,blue"}))};
@@ -95,8 +133,7 @@ TEST_F(Geodata, AnotherSystemIsWarped) {
   const QString map = Path("Karte.bmp");
   ASSERT_TRUE(Make_Map_From_Geodata(wish, map));
   const CoordinateState state = Read(map);
-  EXPECT_EQ(state.Grid, gridGaussKrueger);
-  EXPECT_EQ(state.ZoneText, "4");
+  EXPECT_EQ(std::tuple(state.Grid, state.ZoneText), std::tuple(gridGaussKrueger, "4"));
   const auto wanted = Transformation(ReferenceSystem{ReferenceSystem::Kind::Utm, Datum::Etrs89, 32},
                                      wish.target)(QPointF(650201, 5512199));
   ASSERT_TRUE(wanted);
@@ -120,6 +157,9 @@ TEST_F(Geodata, WhatCannotBeMadeIsSaidBefore) {
   wish.window = QRectF(0, 0, 100, 100);
   EXPECT_THAT(refused([&] { Size_Of_Geodata(wish); }), Says("neben den Karten"));
   wish.window.reset();
+  wish.rasters = {Look_At_Raster(Sheet("süd", 650000, 7500000, {"-a_srs", "EPSG:32733"}))};
+  EXPECT_THAT(refused([&] { Size_Of_Geodata(wish); }), Says("über den Äquator"));
+  wish.rasters = {Look_At_Raster(Path("west.tif"))};
   wish.target.zone = 61;
   EXPECT_FALSE(refused([&] { Size_Of_Geodata(wish); }).isEmpty());
   EXPECT_THAT(refused([&] { Look_At_Raster(Make_Map("ohne.bmp")); }), Says("kein Bezugssystem"));

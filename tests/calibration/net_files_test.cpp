@@ -181,8 +181,7 @@ TEST_F(NetFiles, AFileOfAnotherMakerIsTakenUpByItsNet) {
     CoordinateState former;
     Read_Cal(FLURAX_TEST_DATA "/kalibrierung/"_L1 + QLatin1String(name), map, former);
     const CoordinateState now = Save_Calibration(plan, Path("a.cal")).state;
-    EXPECT_EQ(now.GridVG, former.GridVG);
-    EXPECT_EQ(now.NetLLabels.size(), former.NetLLabels.size());
+    EXPECT_EQ(std::tuple(now.GridVG, now.NetLLabels.size()), std::tuple(former.GridVG, former.NetLLabels.size()));
     for (const QPoint at : {QPoint(100, 100), QPoint(2900, 150), QPoint(1500, 1100), QPoint(60, 2100)}) {
       QPointF one, other;
       if (now.Metric()) {

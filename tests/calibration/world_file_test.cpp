@@ -2,7 +2,6 @@
 #include "coordinates/calibration_file.h"
 #include "coordinates/conversions.h"
 #include "platform/geotiff.h"
-#include "platform/picture.h"
 #include "platform/reference_lookup.h"
 
 namespace {
@@ -112,8 +111,7 @@ TEST_F(WorldFiles, TheOriginIsTheMiddleOfTheFirstPixel) {
   const ReferenceWish wish{32, "WGS-84"};
   Expect_Place(Place_In_Program(map, wish, {0, 0}), {650000, 5512000}, 0.25);
   Expect_Place(Place_In_Program(map, wish, {399, 299}), {650000 + 399 * 2.5, 5512000 - 299 * 2.5}, 0.25);
-  EXPECT_EQ(state.ZoneText, "32U");
-  EXPECT_EQ(state.GridDatum, "WGS-84");
+  EXPECT_EQ(std::tuple(state.ZoneText, state.GridDatum), std::tuple("32U", "WGS-84"));
   // The net of the file bears round numbers.
   EXPECT_EQ(state.GridR % state.Gwidth, 0);
   EXPECT_GE(state.NetLLines.size(), 3U);

@@ -2,7 +2,6 @@
 
 #include "edit/table_edit.h"
 #include "exchange/csv_export.h"
-#include "state/coordinate_state.h"
 #include "support/table_fixture.h"
 
 namespace {
@@ -31,10 +30,6 @@ class CsvTableTest : public TableTest {
     Coord.MeterPerPix = 1;
     Coord.MapWidthPx = 400;
     Coord.MapHeightPx = 300;
-  }
-  void TearDown() override {
-    Coord = {};
-    TableTest::TearDown();
   }
 };
 

@@ -1,7 +1,6 @@
 #include "exchange/sheet_comparison.h"
 #include "exchange/sheet_rows.h"
 #include "exchange/sheet_source.h"
-#include "support/errors.h"
 #include "support/table_fixture.h"
 #include "workbook/workbook.h"
 #include "workbook/workbook_package.h"
@@ -121,9 +120,7 @@ TEST_F(SheetExchangeTest, AWorkbookOfAnOfficeProgramIsUnderstood) {
             "neu 10 Neuer Fund");
   EXPECT_EQ(found.newRows[0].problem, "Ohne Xmap und Ymap hat der Eintrag keinen Ort in der Karte.");
   const SheetTaken taken = Take(found, true);
-  EXPECT_EQ(taken.cells, 9);
-  EXPECT_EQ(taken.rows, 4);
-  EXPECT_EQ(taken.added, 0);
+  EXPECT_EQ(std::tuple(taken.cells, taken.rows, taken.added), std::tuple(9, 4, 0));
   EXPECT_EQ(Field_Text(2, "Eintrag"), "Rot-\r\nmilan");
   EXPECT_EQ(Field_Text(5, "Status"), "alt");
   EXPECT_EQ(Compare(book->Read("MapData")).differences.size(), 0U);

@@ -1,4 +1,3 @@
-#include "platform/picture.h"
 #include "support/table_fixture.h"
 #include "workbook/workbook.h"
 
@@ -70,7 +69,6 @@ TEST_F(BatchTest, DrawsTheDemoMapAndLeavesItsFolderAlone) {
   EXPECT_EQ(outcome.status, 0) << outcome.err;
   EXPECT_EQ(outcome.err, QString());
   EXPECT_TRUE(Snapshot(home) == before);
-
   const QImage drawn = Load_Picture(target), bare = Load_Picture(map);
   ASSERT_EQ(drawn.size(), bare.size());
   // Some eighty entries cover a few percent of the map, not most of it.
@@ -88,20 +86,16 @@ TEST_F(BatchTest, DrawsTheDemoMapAndLeavesItsFolderAlone) {
 
 TEST_F(BatchTest, DrawsEntriesAtTheirPlaceInEveryFactorAndInTheColoursOfTheUser) {
   Append_Row(*New_Table_File(), redBox);
-  struct Case {
-    QString factor;
-    QSize size;
-    QPoint inside, outside;
-  };
-  for (const Case& each :
-       {Case{u"1"_s, {400, 300}, {130, 100}, {90, 100}}, Case{u"0,5"_s, {200, 150}, {65, 50}, {40, 50}},
-        Case{u"2"_s, {800, 600}, {300, 230}, {150, 230}}}) {
-    SCOPED_TRACE(each.factor.toStdString());
-    ASSERT_EQ(Batch({u"bild"_s, map, target, u"--zoom"_s, each.factor}).status, 0);
+  const std::tuple<QString, QSize, QPoint, QPoint> cases[] = {{u"1"_s, {400, 300}, {130, 100}, {90, 100}},
+                                                              {u"0,5"_s, {200, 150}, {65, 50}, {40, 50}},
+                                                              {u"2"_s, {800, 600}, {300, 230}, {150, 230}}};
+  for (const auto& [factor, size, inside, outside] : cases) {
+    SCOPED_TRACE(factor.toStdString());
+    ASSERT_EQ(Batch({u"bild"_s, map, target, u"--zoom"_s, factor}).status, 0);
     const QImage drawn = Load_Picture(target);
-    ASSERT_EQ(drawn.size(), each.size);
-    EXPECT_EQ(drawn.pixel(each.inside), qRgb(255, 0, 0));
-    EXPECT_EQ(drawn.pixel(each.outside), qRgb(255, 255, 255));
+    ASSERT_EQ(drawn.size(), size);
+    EXPECT_EQ(drawn.pixel(inside), qRgb(255, 0, 0));
+    EXPECT_EQ(drawn.pixel(outside), qRgb(255, 255, 255));
   }
   QStringList colours(16, u"0"_s);
   colours[redBox.HG] = QString::number(20 + 256 * 130 + 65536 * 240);
@@ -147,12 +141,7 @@ TEST_F(BatchTest, FaultsHaveAStatusAndGermanWords) {
   const QString noPicture = home + u"/Text.bmp"_s, pdf = Path(u"aus.pdf"_s), xls = Path(u"aus.xls"_s);
   Replace_File(noPicture, "kein Bild");
   const auto before = Snapshot(home);
-  struct Case {
-    QStringList words;
-    int status;
-    QString told;
-  };
-  const Case cases[] = {
+  const std::tuple<QStringList, int, QString> cases[] = {
       {{}, 2, u"Befehl"_s},
       {{u"male"_s, map, target}, 2, u"Unbekannter Befehl"_s},
       {{u"bild"_s, map}, 2, u"genau eine Karte"_s},
@@ -192,15 +181,16 @@ TEST_F(BatchTest, FaultsHaveAStatusAndGermanWords) {
       {{u"flaeche"_s, map, u"10"_s, u"-10"_s, u"--fuellen"_s}, 1, u"neben die Karte"_s},
       {{u"kalibriere"_s, map}, 1, u"weder eine Weltdatei noch"_s},
       {{u"kalibriere"_s, map, u"--zone"_s, u"61"_s}, 2, u"von 1 bis 60"_s},
+      {{u"tabelle-ein"_s, map, home + u"/ein.xls"_s}, 1, u"gibt es keine Tabelle"_s},
       {{u"tkr"_s, map, home + u"/aus.tkr"_s}, 1, u"leer"_s},
       {{u"bild"_s, home + u"/fehlt.bmp"_s, target}, 1, u"fehlt.bmp"_s},
       {{u"bild"_s, noPicture, target}, 1, u"Text.bmp"_s},
       {{u"bild"_s, map, home + u"/gibt/es/nicht/aus.png"_s}, 1, u"Fehler"_s},
   };
-  for (const Case& each : cases) {
-    const Outcome outcome = Batch(each.words);
-    EXPECT_EQ(outcome.status, each.status) << each.words.join(u' ');
-    EXPECT_TRUE(outcome.err.contains(each.told)) << outcome.err;
+  for (const auto& [words, status, told] : cases) {
+    const Outcome outcome = Batch(words);
+    EXPECT_EQ(outcome.status, status) << words.join(u' ');
+    EXPECT_TRUE(outcome.err.contains(told)) << outcome.err;
     EXPECT_EQ(outcome.out, QString());
     EXPECT_FALSE(outcome.err.contains(u"flurax-batch-"_s)) << "names a temporary folder: " << outcome.err;
   }
@@ -208,7 +198,6 @@ TEST_F(BatchTest, FaultsHaveAStatusAndGermanWords) {
   EXPECT_FALSE(QFile::exists(target));
   EXPECT_FALSE(QFile::exists(pdf));
   EXPECT_FALSE(QFile::exists(xls));
-
   const Outcome help = Batch({u"--hilfe"_s});
   EXPECT_EQ(help.status, 0);
   EXPECT_TRUE(help.out.contains(u"bild KARTE.bmp AUS.png"_s));
@@ -328,7 +317,6 @@ TEST_F(BatchTest, FindsAreasAndCarriesEntriesToAnotherMap) {
   EXPECT_GT(Batch(find.mid(0, 4)).out.count(u'\n'), 3);
   EXPECT_TRUE(Snapshot(home) == before);
   EXPECT_EQ(Batch(find + QStringList{u"--uebernehmen"_s}).status, 0);
-
   const QString file = Path(u"aus.tkr"_s), other = Make_Map(u"Andere.bmp"_s);
   ASSERT_EQ(Batch({u"tkr"_s, map, file}).status, 0);
   EXPECT_THAT(Read_Lines(file).join(u'\n').toStdString(), testing::HasSubstr("60,50/"));
@@ -373,16 +361,18 @@ TEST_F(BatchTest, CarriesTheTableToASheetAndBack) {
 
 TEST_F(BatchTest, TakesObjectsOfAnOverlay) {
   const QString file = Path(u"a.ovl"_s);
-  Replace_File(file, "[Symbol 1]\nTyp=2\nText=hier\nXKoord=11.05\nYKoord=49.75\n[Symbol 2]\nTyp=2\nText=fern\n"
-                     "XKoord=12\nYKoord=49.75\n[Symbol 3]\nTyp=7\n");
+  Replace_File(file,
+               "[Symbol 1]\nTyp=2\nText=hier\nXKoord=11.05\nYKoord=49.75\n[Symbol 2]\nTyp=2\nText=fern\n"
+               "XKoord=12\nYKoord=49.75\n[Symbol 3]\nTyp=7\n");
   EXPECT_EQ(Batch({u"overlay"_s, map, file}).status, 1) << "a map without a net";
   Write_Lines(home + u"/Karte.cal"_s,
               {u"Grid GK Zone: 4 D: Potsdam R: 4431643 H: 5513031"_s, u"Gwidth = 1000"_s, u"Inclin = 0.0000001"_s,
                u"Xmap = 100"_s, u"Ymap = 200"_s, u"Xline = 100"_s, u"Yline = 100"_s});
   const Outcome outcome = Batch({u"overlay"_s, map, file});
   EXPECT_EQ(outcome.status, 0) << outcome.err;
-  EXPECT_EQ(outcome.out, u"1 Einträge wurden importiert\n1 Objekte liegen außerhalb der Karte.\n"
-                         "1 Bilder und Dreiecke wurden übergangen.\n"_s);
+  EXPECT_EQ(outcome.out,
+            u"1 Einträge wurden importiert\n1 Objekte liegen außerhalb der Karte.\n"
+            "1 Bilder und Dreiecke wurden übergangen.\n"_s);
   EXPECT_TRUE(Read_Lines(home + u"/Karte_Import.txt"_s).contains(u"Zeile 6: fern: zu weit rechts im Osten"_s));
   const EntryRow row = Rows_Of(*Workspace::OpenDatabase(home + u"/KARTE.MDB"_s)).back();
   EXPECT_EQ(QPoint(row.Xmap, row.Ymap), QPoint(100, 200)) << "converted from WGS-84";
@@ -463,7 +453,6 @@ TEST_F(BatchTest, WritesTheEvaluationsBesideTheUsersOwnSheets) {
   EXPECT_TRUE(matrix.contains(u"Flaeche0;Wiese;4;2;0,5623"_s)) << matrix;
   const QStringList neighbours = Read_Lines(Path(u"Distanz.erg"_s));
   EXPECT_EQ(neighbours.value(0), u"Distanz zu den 1 naechstgelegenen Eintraegen."_s);  // of two entries
-
   // While the spreadsheet program has it open.
   Replace_File(Path(u".~lock.Auswertung 1.xls#"_s), ",Erna,rechner,14.05.2026 10:00,file:///x;");
   const QByteArray bytes = Read_Bytes(xls);

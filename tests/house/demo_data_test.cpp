@@ -6,7 +6,6 @@
 #include "exchange/exchange_record.h"
 #include "maps/map_close.h"
 #include "maps/map_open.h"
-#include "platform/picture.h"
 #include "support/table_fixture.h"
 
 using ::testing::IsSupersetOf;
@@ -113,10 +112,8 @@ QString Field_By_Field(const EntryRow& row) {
 TEST(DemoData, MapAndItsCompanionsAreThere) {
   const QString map = built + u"/Beispiele/Karte.bmp"_s;
   const QImage picture = Load_Picture(map);
-  EXPECT_EQ(picture.size(), QSize(3000, 2200));
-  EXPECT_EQ(picture.depth(), 8);
-  EXPECT_EQ(picture.dotsPerMeterX(), 11811);
-  EXPECT_EQ(picture.dotsPerMeterY(), 11811);
+  EXPECT_EQ(std::tuple(picture.size(), picture.depth()), std::tuple(QSize(3000, 2200), 8));
+  EXPECT_EQ(std::tuple(picture.dotsPerMeterX(), picture.dotsPerMeterY()), std::tuple(11811, 11811));
   EXPECT_TRUE(Read_Bytes(built + u"/Beispiele/Karte.cal"_s).contains("Karte: Karte.bmp"));
   EXPECT_EQ(Table_Names().join(u' '),
             u"Demo_1_Test.MDB Demo_2_Übersicht.MDB Demo_3_Eintrag_bearbeiten.MDB Demo_4_Text_Symbol.MDB "
@@ -133,7 +130,6 @@ TEST(DemoData, EveryRowOfEveryTableIsSound) {
     EXPECT_FALSE(repaired);
     EXPECT_EQ(QSize(header.width, header.height), map);
     EXPECT_EQ(header.mapName, u"Karte.bmp"_s);
-
     EXPECT_GE(table.rows.size(), 8U);
     std::set<QString> named;
     for (const EntryRow& row : table.rows) {
@@ -153,7 +149,6 @@ TEST(DemoData, OverviewShowsEveryKindAndLook) {
   const Table table(u"Demo_2_Übersicht.MDB"_s);
   EXPECT_GE(table.rows.size(), 100U);
   EXPECT_LE(table.rows.size(), 140U);
-
   std::set<int> kinds, hatches;
   std::set<LineEnds::Shape> ends;
   std::map<QString, int> looks;
@@ -176,7 +171,6 @@ TEST(DemoData, OverviewShowsEveryKindAndLook) {
   EXPECT_THAT(hatches, IsSupersetOf({-1, 0, 1, -2, -3, -4, -5, -6, -7}));
   EXPECT_EQ(ends.size(), 3U);
   for (const auto& [look, count] : looks) EXPECT_GE(count, look == u"turned figure"_s ? 2 : 5) << look;
-
   // The demo map opens with this very table; the files of its pictures are delivered.
   EXPECT_EQ(Table(u"KARTE.MDB"_s).rows, table.rows);
   for (const EntryRow& row : table.rows) {
@@ -243,8 +237,7 @@ TEST_F(DemoSession, EveryTableLoadsIntoTheDemoMap) {
     DrawContext context{*surface, {}, QRectF(picture.rect())};
     const bool isOverview = name.contains(u"Übersicht"_s);
     const DrawCounts counts = Draw_Entries(context);
-    EXPECT_EQ(counts.hidden, isOverview ? 1 : 0);
-    EXPECT_EQ(counts.inactive, isOverview ? 1 : 0);
+    EXPECT_EQ(std::tuple(counts.hidden, counts.inactive), std::tuple(isOverview ? 1 : 0, isOverview ? 1 : 0));
     EXPECT_EQ(counts.marked, 0);
   }
   Close_Map();

@@ -173,7 +173,6 @@ int Table() {
   for (const auto& [head, line, lines] : Functions_Of(source))
     found.push_back(u"%1 %2 %3"_s.arg(head.section('(', 0, 0)).arg(line).arg(lines));
   EXPECT_THAT(found, ElementsAre("Menu::Menu 7 4", "2, [] 14 3", "int Table 11 4"));
-
   const QString header =
       uR"(// Told.
 int A(int x);

@@ -1,9 +1,4 @@
-#include <gmock/gmock.h>
-
-#include <QSet>
-
 #include "house/source_tree.h"
-#include "support/fixture.h"
 
 // Variables that outlive a call, by the sources: Reset_Global_State must know them.
 
@@ -71,8 +66,7 @@ TEST(SharedState, AFreshStartReachesAllOfIt) {
                   "windows/desktop/desktop_printer.cpp: holder", "windows/main/dialog_hooks.cpp: activation",
                   // Good for one call alone.
                   "hand/hand_controls.cpp: pixel", "objects/hatch.cpp: crossings", "objects/polygon.cpp: buffers",
-                  "tools/area_fill.cpp: mask", "tools/area_fill.cpp: other", "view/redraw.cpp: running",
-                  "view/redraw.cpp: wantedAgain", "view/view.cpp: layingOut",
+                  "view/redraw.cpp: running", "view/redraw.cpp: wantedAgain", "view/view.cpp: layingOut",
                   // A bound, no state; and a list that is emptied by its procedure.
                   "view/picture_cache.cpp: mostBytes", "state/mdi_state.cpp: menus"));
 }

@@ -5,20 +5,26 @@
 #include "edit/move.h"
 #include "edit/order.h"
 #include "edit/row_switches.h"
+#include "edit/scale_edit.h"
+#include "edit/search_replace.h"
 #include "edit/sql_query.h"
 #include "edit/table_edit.h"
 #include "edit/text_font.h"
 #include "edit/vertex_edit.h"
 #include "edit/visibility.h"
+#include "exchange/sheet_comparison.h"
+#include "import/csv_import.h"
 #include "maps/commands.h"
 #include "maps/step_walk.h"
 #include "objects/north_arrow.h"
+#include "plansquares/raster_rows.h"
+#include "platform/files.h"
 #include "state/step.h"
-#include "store/columns.h"
-#include "store/entry_edit.h"
 #include "store/history.h"
 #include "support/bulk_fixture.h"
 #include "tools/map_tool.h"
+#include "tools/plan_squares.h"
+#include "tools/poly_editor.h"
 
 // Whatever is done with the demo map can be taken back to the start and brought again to the end, step by step.
 
@@ -126,7 +132,40 @@ class Steps : public BulkTest {
     Apply_Sql(sql, statements[Below(3)]);
     Close_Sql(sql);
   }
+  void Import_Csv() {
+    CsvTable table;
+    const QString path = Path("Funde.csv");
+    QByteArray lines = "#Eintrag;#X;#Y;#UTM\r\n";
+    for (int i = 0; i < 5; ++i)
+      lines += "Fund " + QByteArray::number(i) + ';' + QByteArray::number(645000 + 300 * Below(8)) + ';' +
+               QByteArray::number(5513000 + 300 * Below(8)) + ";32U\r\n";
+    Replace_File(path, lines);
+    if (Csv_Analyse(path, table)) Csv_Import(table, {7, 7});
+  }
+  void Squares() {
+    RasterPreview raster;
+    raster.design = Raster_Ini();
+    raster.design.size = QString::number(60 + Below(60));
+    raster.design.labels = LabelPlace::Centre;
+    raster.plan = Plan({50, 50, 300, 200}, raster.design.size.toFloat());
+    const int which = Below(4);
+    which == 0 ? (void)Delete_Raster() : which == 1 ? (void)Show_Raster(Chance(2)) : (void)Take_Raster_On_Map(raster);
+  }
+  void From_Sheet() {
+    Go_Anywhere();
+    SheetComparison all;
+    all.differences.push_back({rsEntries->Key(), 1, 2, column::Eintrag, rsEntries->Raw(column::Eintrag),
+                               QStringLiteral("aus dem Blatt %1").arg(Below(99))});
+    Take_From_Sheet(*dbEntries, *rsEntries, all, false);
+  }
+  void Replace_Texts() {
+    SearchState state;
+    state.search = {QStringLiteral("Eintrag = *e*")};
+    state.replace = {QStringLiteral("VG = %1").arg(Below(15))};
+    Replace_All(state);
+  }
   void Operate(int which);
+  void Operate_By_Windows(int which);
 
   ViewPlace view;
   std::mt19937 random{20};
@@ -215,12 +254,32 @@ void Steps::Operate(int which) {
         if (Chance(3)) Step_Forward();
       },
   };
-  all[static_cast<size_t>(which) % all.size()]();
+  if (which >= static_cast<int>(all.size())) return Operate_By_Windows(which - static_cast<int>(all.size()));
+  all[static_cast<size_t>(which)]();
+}
+
+// What windows and files bring.
+void Steps::Operate_By_Windows(int which) {
+  switch (which) {
+    case 0:
+      return Import_Csv();
+    case 1:
+      return Squares();
+    case 2:
+      return From_Sheet();
+    case 3:
+      return Replace_Texts();
+    case 4:
+      return (void)Add_Scale_Row(
+          {.ScaleValue = 1, .ScaleLenPx = 100 + Below(300), .vertical = Chance(2), .at = Anywhere()});
+    default:
+      return (void)Append_Poly(PolyEditor::Kind::Area, {Anywhere(), Anywhere(), Anywhere()}, "Digitalisieren");
+  }
 }
 
 TEST_F(Steps, LeadBackToTheStartAndForthToTheEnd) {
   MessageScript any(MsgAnswer::Yes);
-  constexpr int operations = 500, kinds = 30;
+  constexpr int operations = 500, kinds = 36;
   const State start = Now();
   ASSERT_EQ(Step_Count(), 0);
   std::map<int, State> stops;
@@ -240,7 +299,8 @@ TEST_F(Steps, LeadBackToTheStartAndForthToTheEnd) {
     std::erase_if(stops, [](const auto& stop) { return stop.first > Step_Position(); });
     if (i % 37 == 5) stops[Step_Position()] = Now();
   }
-  EXPECT_GT(left.size(), 22) << "hardly anything was done";
+  for (int which = 30; which < kinds; ++which) EXPECT_TRUE(left.contains(which)) << which << " did nothing";
+  EXPECT_GT(left.size(), 28) << "hardly anything was done";
   EXPECT_EQ(Lost_History(), QString());
   const State end = Now();
   const int count = Step_Position();

@@ -3,7 +3,6 @@
 #include "coordinates/conversions.h"
 #include "exchange/csv_export.h"
 #include "import/csv_place.h"
-#include "state/mdi_state.h"
 #include "support/nets.h"
 #include "support/refused_writes.h"
 #include "support/table_fixture.h"
@@ -19,10 +18,6 @@ class CsvTest : public TableTest {
     Open_Table();
     MapWidthPx = 3000, MapHeightPx = 2200;
     Coord = Utm_Net({3000, 2200}, {701, 1486}, 472.5472F, 0.02120933);  // fits the sample tables
-  }
-  void TearDown() override {
-    Coord = {};
-    TableTest::TearDown();
   }
   QString Csv(const QByteArray& bytes) { return Put("Funde.csv", bytes); }
   static CsvTable Analyse(const QString& path) {
@@ -53,8 +48,7 @@ TEST_F(CsvTest, ReadsEveryCodingAndLineEnd) {
   for (const QByteArray end : {"\r\n", "\n", "\r"}) {
     const CsvTable table = Analyse(Csv("Titel" + end + end + "#Eintrag;#X;#Y;#UTM" + end + "a;1;2" + end + "b;3;4"));
     ASSERT_EQ(table.CsvLines.size(), 2U);
-    EXPECT_EQ(table.CsvLines[1].text, QStringLiteral("b;3;4"));
-    EXPECT_EQ(table.CsvLines[1].number, 5);
+    EXPECT_EQ(std::tuple(table.CsvLines[1].text, table.CsvLines[1].number), std::tuple(QStringLiteral("b;3;4"), 5));
   }
 }
 
@@ -62,8 +56,7 @@ TEST_F(CsvTest, PutsTheTextTogetherByPlaces) {
   const CsvTable table = Analyse(sampleFolder + QStringLiteral("utm_plaetze.csv"));
   EXPECT_EQ(table.CsvTyp, QStringLiteral("UTM"));
   EXPECT_EQ(table.XCol, 0) << "a column like any other";
-  EXPECT_EQ(table.EintragCol, (std::vector<int>{3, 4, 7, 2, 8, 1}));
-  EXPECT_EQ(table.skipped, 1);
+  EXPECT_EQ(std::tuple(table.EintragCol, table.skipped), std::tuple((std::vector<int>{3, 4, 7, 2, 8, 1}), 1));
   CsvReader reader(table);
   EXPECT_EQ(reader.Read(table.CsvLines[0]).text, QStringLiteral("null eins zwei drei neun zehn"));
   EXPECT_EQ(reader.Read(table.CsvLines[1]).text, QStringLiteral("null zwei neun zehn"));
@@ -191,8 +184,7 @@ TEST_F(CsvTest, GeographicTablesComeToTheirPlaces) {
       "01'00,00\xA8;+ 49\xB0"
       "46'00,00\xA8\r\n"
       "Fern;10.5;49.75\r\n");
-  EXPECT_EQ(result.imported, 2);
-  EXPECT_EQ(result.refused.size(), 1U);
+  EXPECT_EQ(std::tuple(result.imported, result.refused.size()), std::tuple(2, 1U));
   const auto rows = Rows_Of(*dbEntries);
   EXPECT_LE((QPoint(rows[1].Xmap, rows[1].Ymap) - QPoint(1500, 1100)).manhattanLength(), 1);
   EXPECT_LE((QPoint(rows[2].Xmap, rows[2].Ymap) - QPoint(373, 215)).manhattanLength(), 1);

@@ -61,8 +61,7 @@ TEST_F(GpsFileTest, TheSamplesAgreeWithEachOther) {
   ASSERT_EQ(own.waypoints.size(), gpx.waypoints.size());
   for (const GpsFile* file : {&gpx, &pcx, &own, &track}) {
     EXPECT_TRUE(file->faults.empty()) << Faults(*file).join('\n');
-    EXPECT_EQ(file->remark, QString());
-    EXPECT_EQ(file->system.datum, u"WGS-84"_s);
+    EXPECT_EQ(std::tuple(file->remark, file->system.datum), std::tuple(QString(), u"WGS-84"_s));
   }
   for (size_t i = 0; i < gpx.waypoints.size(); ++i) {
     EXPECT_NEAR(pcx.waypoints[i].place.x, gpx.waypoints[i].place.x, 1e-6) << i;
@@ -71,8 +70,7 @@ TEST_F(GpsFileTest, TheSamplesAgreeWithEachOther) {
   }
   EXPECT_EQ(own.system.kind, Kind::Utm);
   EXPECT_EQ(Shown(own.waypoints[3], 0), u"Jägersburg 646560 5510874 Ort; Jägersburg"_s);
-  EXPECT_EQ(own.waypoints[3].place.zone, 32);
-  EXPECT_EQ(own.waypoints[20].place.zone, 31);
+  EXPECT_EQ(std::tuple(own.waypoints[3].place.zone, own.waypoints[20].place.zone), std::tuple(32, 31));
   EXPECT_EQ(Shown(pcx.waypoints[15]), u"AESKUL 11.045822 49.768693 12 Ex. Äskulapnatter (Zamenis longissimu"_s);
   ASSERT_FALSE(gpx.tracks.empty());
   ASSERT_EQ(track.tracks.size(), 2U);
@@ -152,8 +150,7 @@ TEST(Pcx5Test, BadRecordsAreNamedWithTheirLines) {
                                                  u"7: \"WEST\" Länge 190,001667 gibt es nicht"_s,
                                                  u"8: \"LEER\" Breite \"\" ist keine lesbare Koordinate"_s));
   ASSERT_EQ(file.waypoints.size(), 1U);
-  EXPECT_EQ(file.waypoints[0].line, 15);
-  EXPECT_EQ(file.remark, QString());
+  EXPECT_EQ(std::tuple(file.waypoints[0].line, file.remark), std::tuple(15, QString()));
   EXPECT_TRUE(Read_Pcx5(u"I  PCX5\nW  A N49 E11\n"_s).remark.contains(u"Kopfzeile"_s));
   const GpsFile zone = Read_Pcx5(u"M  UTM\nH  Name Zone Rechtswert Hochwert\nW  A    99U  643856     5510897\n"_s);
   EXPECT_THAT(Faults(zone), testing::ElementsAre(u"3: \"A\" Zone 99U gibt es nicht"_s));

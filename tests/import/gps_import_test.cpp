@@ -4,10 +4,7 @@
 #include "import/pcx5.h"
 #include "import/placing_question.h"
 #include "import/present_entries.h"
-#include "state/mdi_state.h"
 #include "store/history.h"
-#include "store/table_file.h"
-#include "store/vertex_table.h"
 #include "support/nets.h"
 #include "support/refused_writes.h"
 #include "support/table_fixture.h"
@@ -24,10 +21,6 @@ class GpsImportTest : public TableTest {
     Open_Table();
     Coord = Utm_Net({400, 300}, {0, 300}, 1000);
     Coord.GridR = 640000, Coord.GridH = 5500000;
-  }
-  void TearDown() override {
-    Coord = {};
-    TableTest::TearDown();
   }
   static GpsWaypoint Waypoint(const QString& name, double right, double high, int zone = 32,
                               const QString& comment = {}) {
@@ -87,8 +80,7 @@ TEST_F(GpsImportTest, JudgesEveryWaypoint) {
   const GpsPlan plan = Plan_Gps(file, GpsContent::Waypoints, PlacingWay::AsWritten);
   EXPECT_EQ(Marks(plan), Codes({252, 219, 220, 221, 222, 221, 239, 240, 76, 252, 252, 252, 76, 252}))
       << "four pixels away is the same position, five is not; what the file repeats comes once";
-  EXPECT_EQ(plan.counts.sameName, 2);
-  EXPECT_EQ(plan.counts.samePosition, 2);
+  EXPECT_EQ(std::tuple(plan.counts.sameName, plan.counts.samePosition), std::tuple(2, 2));
   EXPECT_EQ(plan.counts.sameNameAndPosition, 1);
   EXPECT_EQ(
       Import_Summary(plan.counts),
@@ -151,8 +143,7 @@ TEST_F(GpsImportTest, StopsAndFailuresLeaveWhatWasTold) {
     const StopWorkAt tenth(10);
     const GpsResult result = Import(file, GpsContent::Waypoints);
     EXPECT_TRUE(result.stopped);
-    EXPECT_EQ(result.imported, static_cast<int>(Rows().size()));
-    EXPECT_EQ(result.imported, 10);
+    EXPECT_EQ(std::tuple(result.imported, result.imported), std::tuple(static_cast<int>(Rows().size()), 10));
   }
   {
     Refuse_Rows(*dbEntries, u"Eintrag = 'P25'"_s);
@@ -193,8 +184,7 @@ TEST_F(GpsImportTest, PointsOffTheMapBreakATrack) {
   const auto rows = Rows();
   ASSERT_EQ(rows.size(), 3U);
   for (const EntryRow& row : rows) EXPECT_EQ(row.Eintrag, u"Weg"_s);
-  EXPECT_EQ(rows[0].Typ, 4);
-  EXPECT_EQ(rows[0].Xline, 2);
+  EXPECT_EQ(std::tuple(rows[0].Typ, rows[0].Xline), std::tuple(4, 2));
   EXPECT_EQ(QPoint(rows[1].Xmap, rows[1].Ymap), QPoint(40, 40));
   EXPECT_EQ(Load_Vertices(rows[0].ID), (std::vector<QPoint>{{10, 10}, {20, 10}, {20, 20}}));
   EXPECT_EQ(Load_Vertices(rows[2].ID), (std::vector<QPoint>{{100, 100}, {110, 100}}));
@@ -218,8 +208,7 @@ TEST_F(GpsImportTest, AThousandLinesAreTheMost) {
   for (int i = 0; i < 1003; ++i)
     file.tracks.push_back({u"T%1"_s.arg(i), {{1, {640000.0 + i % 390, 5500010, 32}}, {2, {640005.0, 5500020, 32}}}});
   const GpsResult result = Import(file, GpsContent::Tracks);
-  EXPECT_EQ(result.imported, 1000);
-  EXPECT_EQ(result.refused.size(), 3U);
+  EXPECT_EQ(std::tuple(result.imported, result.refused.size()), std::tuple(1000, 3U));
 }
 
 TEST_F(GpsImportTest, ReportsWhatDidNotCome) {

@@ -1,5 +1,4 @@
 #include "import/overlay_import.h"
-#include "store/vertex_table.h"
 #include "support/nets.h"
 #include "support/table_fixture.h"
 
@@ -22,10 +21,6 @@ class OverlayTest : public TableTest {
     Coord = Utm_Net({MapWidthPx, MapHeightPx}, {1500, 1100}, 250);
     Coord.GridR = 647673, Coord.GridH = 5512852;
   }
-  void TearDown() override {
-    Coord = {};
-    TableTest::TearDown();
-  }
   OverlayResult Import(const QByteArray& bytes, bool existingToo = true) {
     file = Read_Overlay(bytes);
     plan = Plan_Overlay(file, PlacingWay::Transformed, existingToo);
@@ -45,8 +40,7 @@ TEST(Overlay, TheKeyIsWhatStandsBeforeTheSignWithoutDigits) {
   for (const char* text : {"Typha latifolia", "Colchicum", "XKoord = 12", "Font=2", "Areal", "a=b"}) {
     const OverlayFile file = Read_Overlay(Placed_Text(text));
     ASSERT_EQ(file.records.size(), 1U) << text;
-    EXPECT_EQ(file.records[0].text, QLatin1String(text));
-    EXPECT_EQ(file.records[0].points.size(), 1U);
+    EXPECT_EQ(std::tuple(file.records[0].text, file.records[0].points.size()), std::tuple(QLatin1String(text), 1U));
     EXPECT_EQ(file.records[0].color + file.records[0].fill, 0);
   }
   const OverlayFile line =
@@ -69,12 +63,10 @@ TEST(Overlay, SectionsAndKindsEndAnObjectInAnyOrder) {
                                         Symbol("Typ=5\r\n" + rectangle) + Symbol("Typ=1\n") + Symbol("Typ=7\n") +
                                         Symbol("Typ=99\n") + "Typ=2\nText=ohne Abschnitt\nXKoord=11\nYKoord=49\n");
   ASSERT_EQ(file.records.size(), 3U);
-  EXPECT_EQ(file.records[0].size, 5);
-  EXPECT_EQ(file.records[0].height, 0.5);
+  EXPECT_EQ(std::tuple(file.records[0].size, file.records[0].height), std::tuple(5, 0.5));
   EXPECT_EQ(file.records[1].points.size(), 1U);
   EXPECT_EQ(file.records[2].text, u"ohne Abschnitt"_s) << "a new kind begins an object, too";
-  EXPECT_EQ(file.passedOver, 2);
-  EXPECT_EQ(file.unknown, 1);
+  EXPECT_EQ(std::tuple(file.passedOver, file.unknown), std::tuple(2, 1));
 }
 
 TEST(Overlay, BadFilesAreToldWithTheirLine) {
@@ -97,18 +89,14 @@ TEST(Overlay, BadFilesAreToldWithTheirLine) {
 }
 
 TEST_F(OverlayTest, ObjectsBecomeEntriesWithTheirLooks) {
-  struct Case {
-    QByteArray color;
-    int index;
-  };
-  for (const Case& each : {Case{"1", 12}, {"2", 10}, {"3", 9}, {"4", 14}, {"5", 0}, {"6", 15}, {"9", 0}, {"x", 0}}) {
+  const std::pair<QByteArray, int> cases[] = {{"1", 12}, {"2", 10}, {"3", 9}, {"4", 14},
+                                              {"5", 0},  {"6", 15}, {"9", 0}, {"x", 0}};
+  for (const auto& [color, index] : cases) {
     const EntryRow row =
-        Imported(Symbol("Typ=2\nCol=" + each.color + "\nFont=3\nSize=112\nText=Ä\nXKoord=11.05\nYKoord=49.75\n"));
-    EXPECT_EQ(row.VG, each.index);
+        Imported(Symbol("Typ=2\nCol=" + color + "\nFont=3\nSize=112\nText=Ä\nXKoord=11.05\nYKoord=49.75\n"));
+    EXPECT_EQ(row.VG, index);
     EXPECT_EQ(FrameWord::Parse(row.RA).framed, false);
-    EXPECT_EQ(row.Schrift, u"Courier-T"_s);
-    EXPECT_EQ(row.Groesse, 12);
-    EXPECT_EQ(row.Typ, 0);
+    EXPECT_EQ(std::tuple(row.Schrift, row.Groesse, row.Typ), std::tuple(u"Courier-T"_s, 12, 0));
     EXPECT_NEAR(row.Xmap, 1500, 1) << "the reference point of the net";
     EXPECT_NEAR(row.Ymap, 1100, 1);
   }
@@ -116,32 +104,23 @@ TEST_F(OverlayTest, ObjectsBecomeEntriesWithTheirLooks) {
   const QByteArray corners =
       "XKoord0=11.05\nYKoord0=49.75\nXKoord1=11.06\nYKoord1=49.75\nXKoord2=11.06\nYKoord2=49.76\n";
   const EntryRow line = Imported(Symbol("Typ=3\nCol=3\nSize=105\n" + corners));
-  EXPECT_EQ(line.ID, u"Linie0"_s);
-  EXPECT_EQ(line.Eintrag, line.ID);
-  EXPECT_EQ(line.Xline, 5);
-  EXPECT_EQ(line.Typ, 4);
+  EXPECT_EQ(std::tuple(line.ID, line.Eintrag, line.Xline, line.Typ), std::tuple(u"Linie0"_s, line.ID, 5, 4));
   EXPECT_EQ(line.VG, 9);
   ASSERT_EQ(Load_Vertices(u"Linie0"_s).size(), 3U);
   // 0.01 degrees are 720 m to the east and 1112 m to the north here.
   EXPECT_NEAR(Load_Vertices(u"Linie0"_s)[1].x(), 1500 + 180, 2);
   EXPECT_NEAR(Load_Vertices(u"Linie0"_s)[2].y() - Load_Vertices(u"Linie0"_s)[1].y(), -278, 2);
   const EntryRow area = Imported(Symbol("Typ=4\nCol=2\nArea=1\nSize=103\n" + corners));
-  EXPECT_EQ(area.ID, u"Flaeche0"_s);
-  EXPECT_EQ(area.Schrift, u"F-1"_s);
-  EXPECT_EQ(area.Yline, -1);
-  EXPECT_EQ(area.RA, 310);
+  EXPECT_EQ(std::tuple(area.ID, area.Schrift, area.Yline, area.RA), std::tuple(u"Flaeche0"_s, u"F-1"_s, -1, 310));
   EXPECT_EQ(Font_Text(EntryType::Parse(area.Typ), area.Schrift), u"Arial"_s);
   EXPECT_EQ(Imported(Symbol("Typ=4\n" + corners)).Yline, 1) << "the usual fill is F 1";
   EXPECT_EQ(Imported(Symbol("Typ=4\nArea=8\n" + corners)).Yline, -2);
   const EntryRow pixels = Imported(Symbol("Typ=5\nArea=2\n" + rectangle));
-  EXPECT_EQ(pixels.Typ, 20);
-  EXPECT_EQ(pixels.Eintrag, u"Ellipse"_s);
-  EXPECT_EQ(pixels.ID, u"Figur1"_s);
+  EXPECT_EQ(std::tuple(pixels.Typ, pixels.Eintrag, pixels.ID), std::tuple(20, u"Ellipse"_s, u"Figur1"_s));
   EXPECT_EQ(pixels.Schrift, u"F 8"_s);
   EXPECT_EQ(entry_box(pixels), (EntryBox{1480, 1090, 40, 20}));
   const EntryRow degrees = Imported(Symbol("Typ=6\nXKoord=11.05\nYKoord=49.75\nWidth=0.02\nHeight=0.01\n"));
-  EXPECT_EQ(degrees.Typ, 22);
-  EXPECT_EQ(degrees.ID, u"Figur2"_s);
+  EXPECT_EQ(std::tuple(degrees.Typ, degrees.ID), std::tuple(22, u"Figur2"_s));
   EXPECT_NEAR(entry_box(degrees).width, 360, 12) << "the meridians are not those of the net";
   EXPECT_NEAR(entry_box(degrees).x, 1500 - 180, 8);
 }

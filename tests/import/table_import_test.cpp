@@ -1,7 +1,6 @@
 #include "coordinates/conversions.h"
 #include "import/table_choice.h"
 #include "import/table_entry.h"
-#include "store/vertex_table.h"
 #include "support/nets.h"
 #include "support/second_program.h"
 #include "support/table_fixture.h"
@@ -14,10 +13,6 @@ class TableImportTest : public TableTest {
   void SetUp() override {
     TableTest::SetUp();
     Open_Table();
-  }
-  void TearDown() override {
-    Coord = {};
-    TableTest::TearDown();
   }
   static void Put_Vertices(Database& database, const QString& name, const std::vector<QPoint>& points) {
     database.CreateTable(Vertex_Def(name));
@@ -87,8 +82,7 @@ TEST_F(TableImportTest, BringsRowsWithTheirTablesUnderNewNames) {
     TableImportOrder order;
     order.skipExisting = true;
     const TableImportResult third = Import(source, order);
-    EXPECT_EQ(third.imported, 0);
-    EXPECT_EQ(third.existed, 5);
+    EXPECT_EQ(std::tuple(third.imported, third.existed), std::tuple(0, 5));
   }
   EXPECT_EQ(
       Rows().mid(1, 5),
@@ -144,15 +138,12 @@ TEST_F(TableImportTest, CarriesUserColumnsAndWritesOverWhatIsToChange) {
   order.rows = {source.Entries()[0], source.Entries()[1]};
   order.change = {{u"VG"_s, u"12"_s}, {u"Größe"_s, u"8,5"_s}, {u"Schrift"_s, u"*"_s}};
   const TableImportResult result = Import(source, order);
-  EXPECT_EQ(result.imported, 2);
-  EXPECT_EQ(result.missingColumns, QStringList{u"Wetter"_s});
+  EXPECT_EQ(std::tuple(result.imported, result.missingColumns), std::tuple(2, QStringList{u"Wetter"_s}));
   rsEntries->MoveTo(1);
   EXPECT_EQ(rsEntries->Text(u"Finder"), u"Hann"_s);
   EXPECT_EQ(rsEntries->Integer(u"Anzahl"), 0) << "no number";
   for (const EntryRow& row : {Rows_Of(*dbEntries)[1], Rows_Of(*dbEntries)[2]}) {
-    EXPECT_EQ(row.VG, 12);
-    EXPECT_EQ(row.Groesse, 8.5);
-    EXPECT_EQ(row.Schrift, u"Arial"_s);
+    EXPECT_EQ(std::tuple(row.VG, row.Groesse, row.Schrift), std::tuple(12, 8.5, u"Arial"_s));
   }
   order.change = {{u"VG"_s, u"rot"_s}};
   EXPECT_EQ(Error_Of([&] { Import(source, order); }), errors::typeMismatch);
@@ -173,7 +164,6 @@ TEST_F(TableImportTest, PlacesGoThroughTheCoordinates) {
   const QPointF again = Pixel_To_Koord(Coord, there->x(), there->y());
   EXPECT_LE(std::fabs(again.x() - metres.x()), Coord.MeterPerPix * 0.51);
   EXPECT_LE(std::fabs(again.y() - metres.y()), Coord.MeterPerPix * 0.51);
-
   Coord.Inclin = 0;
   old.Inclin = 0;
   const PlaceOf place = [placing = TablePlacing(PlaceWay::Coordinates, old, Coord)](QPoint at) { return placing(at); };
@@ -252,8 +242,7 @@ TEST_F(TableImportTest, AsksOnceOffTheMapAndKeepsWhatReachesOntoIt) {
     MessageScript script;
     script.Expect(u"bei 5000\nliegt außerhalb"_s, MsgAnswer::No);
     const TableImportResult result = Import(source, order);
-    EXPECT_EQ(result.imported, 2);
-    EXPECT_EQ(result.outside, 3);
+    EXPECT_EQ(std::tuple(result.imported, result.outside), std::tuple(2, 3));
     ASSERT_EQ(result.refused.size(), 4U);
     EXPECT_EQ(result.refused[3].text, u"ohne Tabelle"_s);
     const QString report = Table_Import_Report(source, result).join(u'\n');
@@ -364,15 +353,12 @@ TEST_F(TableImportTest, OtherColumnTypesAreReadAsFarAsTheyGo) {
   TableSource source(Path(u"Quelle.MDB"_s));
   EXPECT_EQ(source.Count(), 3) << "a table without a header row";
   const TableImportResult result = Import(source);
-  EXPECT_EQ(result.imported, 1);
-  EXPECT_EQ(result.shortened, 1);
+  EXPECT_EQ(std::tuple(result.imported, result.shortened), std::tuple(1, 1));
   ASSERT_EQ(result.refused.size(), 2U);
   EXPECT_TRUE(result.refused[0].reason.contains(u"Xmap"_s)) << result.refused[0].reason;
   EXPECT_TRUE(result.refused[1].reason.contains(u"zu lang"_s));
   const EntryRow row = Rows_Of(*dbEntries).back();
-  EXPECT_EQ(row.Eintrag, QString(79, u'ä'));
-  EXPECT_EQ(row.Xmap, 120);
-  EXPECT_EQ(row.Groesse, 8.5);
+  EXPECT_EQ(std::tuple(row.Eintrag, row.Xmap, row.Groesse), std::tuple(QString(79, u'ä'), 120, 8.5));
 }
 
 TEST_F(TableImportTest, AStopInTheMiddleKeepsWhatCame) {

@@ -285,10 +285,7 @@ TEST_F(StepWalk, ManyStepsAheadAreNotDroppedWithoutAQuestion) {
   }
   EXPECT_EQ(Whole_Table(), here);
   EXPECT_EQ(Step_Count(), all);
-  {
-    const MessageScript agreed("12 Schritte zurückgenommen", MsgAnswer::Yes);
-    Append_Entry(Make(0, "Text", "neu", 1, 1));
-  }
+  With_Box("12 Schritte zurückgenommen", MsgAnswer::Yes, [&] { Append_Entry(Make(0, "Text", "neu", 1, 1)); });
   EXPECT_EQ(Step_Count(), 3);
   Append_Entry(Make(0, "Text", "weiter", 1, 1));
   for (int i = 0; i < 4; ++i) Step_Back();

@@ -84,12 +84,9 @@ TEST_F(Versions, TellWhatHasChangedAndGiveItBack) {
   const TableVersion version = Table_Versions().front();
   const VersionDifferences all = Differences_To(version);
   ASSERT_EQ(all.entries.size(), 2u);
-  EXPECT_EQ(all.added, 1);
-  EXPECT_EQ(all.entries[0].name, "Fläche: Moor");
-  EXPECT_EQ(all.entries[0].how, VersionEntry::Gone);
-  EXPECT_EQ(all.entries[1].name, "Text: Reh");
+  EXPECT_EQ(std::tuple(all.added, all.entries[0].name), std::tuple(1, "Fläche: Moor"));
+  EXPECT_EQ(std::tuple(all.entries[0].how, all.entries[1].name), std::tuple(VersionEntry::Gone, "Text: Reh"));
   EXPECT_EQ(all.entries[1].how, VersionEntry::Changed);
-
   Map_Redraw();
   const QImage drawn = Map.canvas.copy();
   ASSERT_TRUE(Show_Version(version));
@@ -97,7 +94,6 @@ TEST_F(Versions, TellWhatHasChangedAndGiveItBack) {
   EXPECT_EQ(Whole_Table(), now);
   Map_Redraw();
   EXPECT_EQ(Map.canvas, drawn);
-
   const int steps = Step_Position();
   EXPECT_TRUE(Take_Back_Entries(version, all.entries));
   EXPECT_EQ(Step_Position(), steps + 1);
@@ -110,7 +106,6 @@ TEST_F(Versions, TellWhatHasChangedAndGiveItBack) {
   EXPECT_EQ(Load_Vertices("Flaeche1").front(), QPoint(1, 1));
   Step_Back();
   EXPECT_EQ(Whole_Table(), now);
-
   EXPECT_TRUE(Take_Back_Version(version));
   EXPECT_EQ(Whole_Table(), before);
   EXPECT_EQ(Step_Position(), steps + 1);

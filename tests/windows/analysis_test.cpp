@@ -1,6 +1,3 @@
-#include "platform/shell.h"
-#include "state/events.h"
-#include "store/vertex_table.h"
 #include "windows/maps/frmNotePad.h"
 #include "windows/window_fixture.h"
 #include "workbook/workbook.h"
@@ -13,7 +10,7 @@ class AnalysisMenuTest : public WindowTest {
   void SetUp() override {
     WindowTest::SetUp();
     Open(300, 200);
-    Write_Vertices(QStringLiteral("Flaeche0"), {{10, 10}, {110, 10}, {110, 60}, {10, 60}});
+    Write_Vertices("Flaeche0", {{10, 10}, {110, 10}, {110, 60}, {10, 60}});
     area = Add({"Flaeche0", "Wiese", "Arial", 8, 0, 0, 0, 10, 10, 1, 1, 4});
     Add({"Text>Flaeche0", QStringLiteral("7Höckerschrecke"), "Arial", 8, 0, 15, 0, 30, 30, 0, 0, 0});
     events.StateChanged.Emit();
@@ -25,35 +22,33 @@ class AnalysisMenuTest : public WindowTest {
 }  // namespace
 
 TEST_F(AnalysisMenuTest, ReportsAreWrittenAnewButNotOverWhatTheUserChanged) {
-  Choose(QStringLiteral("mnuFlGrosTxt"));
+  Choose("mnuFlGrosTxt");
   auto& pad = Shown<FrmNotePad>();
   auto* text = pad.findChild<QPlainTextEdit*>();
-  EXPECT_EQ(pad.windowTitle(), QStringLiteral("Flaechen.stk"));
-  EXPECT_TRUE(pad.Text().contains(QStringLiteral("5 000"))) << pad.Text();
-  EXPECT_TRUE(pad.Text().contains(QStringLiteral("Höckerschrecke"))) << pad.Text();
-
+  EXPECT_EQ(pad.windowTitle(), "Flaechen.stk");
+  EXPECT_TRUE(pad.Text().contains("5 000")) << pad.Text();
+  EXPECT_TRUE(pad.Text().contains("Höckerschrecke")) << pad.Text();
   Add({"Text>Flaeche0", QStringLiteral("Łąka"), "Arial", 8, 0, 15, 0, 40, 30, 0, 0, 0});
-  Choose(QStringLiteral("mnuFlGrosTxt"));
+  Choose("mnuFlGrosTxt");
   EXPECT_EQ(window->findChildren<FrmNotePad*>().size(), 1);
-  EXPECT_TRUE(pad.Text().contains(QStringLiteral("Łąka"))) << pad.Text();
-
+  EXPECT_TRUE(pad.Text().contains("Łąka")) << pad.Text();
   const QByteArray written = Read_Bytes(Path("Flaechen.stk"));
   text->insertPlainText(QStringLiteral("eigene Zeile"));
   Add({"Text>Flaeche0", "Neu", "Arial", 8, 0, 15, 0, 50, 30, 0, 0, 0});
   const MessageScript changed("wurde geändert");
-  Choose(QStringLiteral("mnuFlGrosTxt"));
-  EXPECT_TRUE(pad.Text().contains(QStringLiteral("eigene Zeile")));
+  Choose("mnuFlGrosTxt");
+  EXPECT_TRUE(pad.Text().contains("eigene Zeile"));
   EXPECT_EQ(Read_Bytes(Path("Flaechen.stk")), written);
   text->document()->setModified(false);
 }
 
 TEST_F(AnalysisMenuTest, TheOverviewMeasuresTheMapOnPaper) {
-  Choose(QStringLiteral("mnuOverView"));
+  Choose("mnuOverView");
   const QString text = Shown<FrmNotePad>().Text();
   EXPECT_TRUE(text.startsWith(QStringLiteral("Übersicht\nKarte.bmp\n"), Qt::CaseInsensitive)) << text;
   // 300 pixels of 96 to the inch.
-  EXPECT_TRUE(text.contains(QStringLiteral("Breite scanned:   \t300,00\t79,3"))) << text;
-  EXPECT_TRUE(text.contains(QStringLiteral("Flächen \t\t\t1\t0\t0"))) << text;
+  EXPECT_TRUE(text.contains("Breite scanned:   \t300,00\t79,3")) << text;
+  EXPECT_TRUE(text.contains("Flächen \t\t\t1\t0\t0")) << text;
 }
 
 TEST_F(AnalysisMenuTest, SheetsGoIntoTheWorkbookBesideTheTable) {
@@ -65,27 +60,26 @@ TEST_F(AnalysisMenuTest, SheetsGoIntoTheWorkbookBesideTheTable) {
   };
   Set_Shell(face);
   MessageScript script({{"\"Flächen\"", MsgAnswer::No}, {"\"Kataster\"", MsgAnswer::Yes}, {"keine Linie"}});
-  Choose(QStringLiteral("mnuFlExcel"));
+  Choose("mnuFlExcel");
   const QString path = Workbook_Name(TableFile);
   EXPECT_EQ(opened, QString());
-  Choose(QStringLiteral("mnuKataster"));
+  Choose("mnuKataster");
   EXPECT_EQ(opened, path);
-  Choose(QStringLiteral("mnuLaengeXL"));
+  Choose("mnuLaengeXL");
   EXPECT_EQ(Workbook(path).SheetNames(), QStringList({QStringLiteral("Flächen"), "Kataster"}));
-
   // Open in the spreadsheet program: asked again until the user gives up.
   const QByteArray bytes = Read_Bytes(path);
   Replace_File(QFileInfo(path).path() + "/.~lock." + QFileInfo(path).fileName() + "#", ",Erna,r,,;");
-  Write_Vertices(QStringLiteral("Linie0"), {{10, 10}, {40, 50}});
+  Write_Vertices("Linie0", {{10, 10}, {40, 50}});
   Add({"Linie0", "Weg", "Arial", 8, 0, 0, 0, 10, 10, 1, 1, 4});
   script.Expect("Erna", MsgAnswer::Ok).Expect("Erna", MsgAnswer::Cancel);
-  Choose(QStringLiteral("mnuLaengeXL"));
+  Choose("mnuLaengeXL");
   EXPECT_EQ(Read_Bytes(path), bytes);
 }
 
 TEST_F(AnalysisMenuTest, TheSizeOfWhatIsInHandIsTold) {
   EXPECT_FALSE(window->Action("mnuCalc")->isEnabled());
-  Write_Vertices(QStringLiteral("Linie0"), {{10, 10}, {40, 50}});
+  Write_Vertices("Linie0", {{10, 10}, {40, 50}});
   const QString line = Add({"Linie0", "Weg", "Arial", 8, 0, 0, 0, 10, 10, 1, 1, 4});
   const MessageScript script({{"Fläche: 5 000 Pixel"}, {"Länge: 50 Pixel"}});
   ASSERT_TRUE(Take_Entry(area));
@@ -94,5 +88,5 @@ TEST_F(AnalysisMenuTest, TheSizeOfWhatIsInHandIsTold) {
   ASSERT_TRUE(Take_Entry(line));
   Settle();
   Press_Tool("LnCalc");
-  EXPECT_EQ(script.Seen().at(0).title, QStringLiteral("Flächenstatistik"));
+  EXPECT_EQ(script.Seen().at(0).title, "Flächenstatistik");
 }

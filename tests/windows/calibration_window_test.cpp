@@ -10,7 +10,7 @@ TEST_F(CalibrationWindow, OffersTheFilesAndTakesTheChosenOne) {
   for (const char* name : {"Karte.cal", "Karte neu.cal"}) Write_Lines(Path(name), Utm_Calibration({100, 150}, 80));
   When_Shown([](QWidget& dialog) {
     EXPECT_EQ(Part<QComboBox>(dialog, "cmbFiles")->count(), 3);
-    MessageScript script(QStringLiteral("Bitte wählen Sie aus der Auflistung eine Datei aus."));
+    MessageScript script("Bitte wählen Sie aus der Auflistung eine Datei aus.");
     Press(dialog, "btnOK");
     Press(dialog, "btnCancel");
   });
@@ -21,8 +21,8 @@ TEST_F(CalibrationWindow, OffersTheFilesAndTakesTheChosenOne) {
     Part<QComboBox>(dialog, "cmbFiles")->setCurrentIndex(2);
     Press(dialog, "btnOK");
   });
-  Choose(QStringLiteral("mnuChooseGrid"));
-  EXPECT_EQ(Coord.CalFile, Path(QStringLiteral("Karte.cal")));
+  Choose("mnuChooseGrid");
+  EXPECT_EQ(Coord.CalFile, Path("Karte.cal"));
 }
 
 }  // namespace

@@ -101,6 +101,7 @@ const Expected expected[] = {
     {"mnuExporttkr", "", "Datei 'Name der Exportdatei:'"},
     {"mnuExportxls", "", "Frage 'Fehler - Export der Einträge nach EXCEL|*"},
     {"mnuExChangeXL", "", "Frage 'Fehler - Export der Einträge nach EXCEL|*"},
+    {"mnuExChangeAVI", "", ""},
     {"mnuDBGridOn", "", "Karte maximiert=an; Tabelle=aus; vorn=Map"},
     {"mnuSpaltAppend", "", "FrmSpalteApp 'Spalte hinzufügen'"},
     {"mnuSpaltDelete", "", "FrmSpalteDel 'Spalte in der Tabelle löschen'"},

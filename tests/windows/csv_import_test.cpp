@@ -15,10 +15,6 @@ class CsvWindowTest : public WindowTest {
     Choose("mnuImportCSV");
     dialog = &Shown<FrmCSVImport>();
   }
-  void TearDown() override {
-    WindowTest::TearDown();
-    Coord = {};
-  }
   QAction* Menu_Line(const char* name) { return dialog->findChild<QAction*>(name); }
   void Open_Csv(const QStringList& lines) {
     const QString path = Path("Funde.csv");

@@ -21,11 +21,7 @@ QStringList Captions(const QWidget& box) {
 }  // namespace
 
 TEST(DesktopMessageTest, ButtonsAreGermanAndEscapeIsTheCarefulAnswer) {
-  const struct {
-    MsgButtons buttons;
-    QStringList captions;
-    MsgAnswer first, careful;
-  } cases[] = {
+  const std::tuple<MsgButtons, QStringList, MsgAnswer, MsgAnswer> cases[] = {
       {MsgButtons::Ok, {"OK"}, MsgAnswer::Ok, MsgAnswer::Ok},
       {MsgButtons::OkCancel, {"Abbrechen", "OK"}, MsgAnswer::Ok, MsgAnswer::Cancel},
       {MsgButtons::YesNo, {"Ja", "Nein"}, MsgAnswer::Yes, MsgAnswer::No},

@@ -58,3 +58,17 @@ inline void When_Shown(const std::function<void(QWidget&)>& act) {
     act(*dialog);
   });
 }
+
+// While it lives all letters are so many times larger.
+class Letters {
+ public:
+  explicit Letters(double factor) {
+    QFont larger = normal;
+    larger.setPointSizeF(normal.pointSizeF() * factor);
+    QApplication::setFont(larger);
+  }
+  ~Letters() { QApplication::setFont(normal); }
+
+ private:
+  const QFont normal = QApplication::font();
+};

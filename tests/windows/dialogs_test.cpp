@@ -5,12 +5,6 @@
 
 #include "maps/map_close.h"
 #include "maps/map_open.h"
-#include "platform/shell.h"
-#include "platform/surface.h"
-#include "state/events.h"
-#include "state/map_state.h"
-#include "store/file_names.h"
-#include "store/settings.h"
 #include "windows/canvas/frmBildZoom.h"
 #include "windows/dialog_parts.h"
 #include "windows/main/dialog_hooks.h"
@@ -65,26 +59,23 @@ TEST_F(DialogTest, PaperSizesTurnWithTheOrientation) {
 }
 
 TEST_F(DialogTest, OwnSizesAreTakenWithCommaAndWithinTheLimits) {
-  struct Case {
-    const char *width, *height;
-    bool good;
-  };
-  for (const Case& c :
-       {Case{"10", "3000", true}, Case{"100,5", "99.5", true}, Case{"9,99", "100", false}, Case{"100", "3000,1", false},
-        Case{"", "100", false}, Case{"abc", "100", false}, Case{"-50", "100", false}, Case{"1e9", "100", false}}) {
+  const std::tuple<const char*, const char*, bool> cases[] = {
+      {"10", "3000", true}, {"100,5", "99.5", true}, {"9,99", "100", false}, {"100", "3000,1", false},
+      {"", "100", false},   {"abc", "100", false},   {"-50", "100", false},  {"1e9", "100", false}};
+  for (const auto& [width, height, good] : cases) {
     FrmMapNeu dialog;
     dialog.show();
     MessageScript script;
-    if (!c.good) script.Expect("Bitte geben Sie Breite und Höhe zwischen 10 und 3000 mm ein.");
-    if (*c.width)
-      Type(dialog, "txtBreite", c.width);
+    if (!good) script.Expect("Bitte geben Sie Breite und Höhe zwischen 10 und 3000 mm ein.");
+    if (*width)
+      Type(dialog, "txtBreite", width);
     else
       Part<QLineEdit>(dialog, "txtBreite")->clear();
-    Type(dialog, "txtHoehe", c.height);
+    Type(dialog, "txtHoehe", height);
     EXPECT_TRUE(Is_Checked(dialog, "optUser"));
     Press(dialog, "cmdOK");
-    EXPECT_EQ(dialog.result() == QDialog::Accepted, c.good) << c.width << " x " << c.height;
-    EXPECT_EQ(dialog.isVisible(), !c.good);
+    EXPECT_EQ(dialog.result() == QDialog::Accepted, good) << width << " x " << height;
+    EXPECT_EQ(dialog.isVisible(), !good);
   }
 }
 
@@ -140,9 +131,7 @@ TEST_F(DialogTest, AMapSizeIsTakenForTheSessionOrWrittenAfterAQuestion) {
   }
   EXPECT_FLOAT_EQ(MapWidthMm, 100);
   EXPECT_NEAR(MapPixelMm, 0.1, 1e-6);
-  EXPECT_EQ(Map.MapXPpM, 10000);
-  EXPECT_EQ(Map.MapYPpM, 10000);
-
+  EXPECT_EQ(std::tuple(Map.MapXPpM, Map.MapYPpM), std::tuple(10000, 10000));
   FrmMapSize dialog;
   dialog.show();
   for (const MsgAnswer answer : {MsgAnswer::No, MsgAnswer::Yes}) {
@@ -258,14 +247,12 @@ TEST_F(DialogTest, TipsAreTurnedOverAndSwitchedOff) {
   Press(dialog, "cmdNext");
   EXPECT_EQ(text->toPlainText(), "Dritter");
   EXPECT_FALSE(Is_Enabled(dialog, "cmdNext"));
-
   Fill(dialog, "ckTipps", false);
   Press(dialog, "cmdOK");
   EXPECT_FALSE(frmMDI.Tips);
   frmMDI.Tips = true;
   Read_Ini();
   EXPECT_FALSE(frmMDI.Tips);
-
   FrmTipps again;
   Fill(again, "ckTipps", true);
   QTest::keyClick(&again, Qt::Key_Escape);
@@ -395,7 +382,6 @@ TEST_F(DialogTest, TheStartButtonOpensTheMenuAndTheButterflyStaysInside) {
   auto* timer = Part<QTimer>(*start, "Timer1");
   EXPECT_TRUE(timer->isActive());
   EXPECT_EQ(timer->interval(), 150);
-
   auto* butterfly = Part<QWidget>(*start, "Bfly1");
   const QPoint first = butterfly->pos();
   for (int i = 0; i < 400; ++i) {
@@ -404,7 +390,6 @@ TEST_F(DialogTest, TheStartButtonOpensTheMenuAndTheButterflyStaysInside) {
     ASSERT_FALSE(Part<QPushButton>(*start, "StartButton")->geometry().intersects(butterfly->geometry())) << i;
     EXPECT_TRUE(i != 100 || butterfly->pos() != first);
   }
-
   Press(*start, "StartButton");
   EXPECT_TRUE(map->isVisible());
   map->close();

@@ -3,7 +3,6 @@
 
 #include "maps/map_close.h"
 #include "platform/message_box.h"
-#include "store/vertex_table.h"
 #include "windows/canvas/frmDigi.h"
 #include "windows/window_fixture.h"
 
@@ -18,8 +17,8 @@ class DigiTest : public WindowTest {
     QPainter(&picture).fillRect(60, 50, 120, 80, QColor(120, 180, 90));
     ASSERT_TRUE(picture.save(path));
     const FileDialogScript files{path};
-    Choose(QStringLiteral("mnuFOpen"));
-    Choose(QStringLiteral("mnuInsDigi"));
+    Choose("mnuFOpen");
+    Choose("mnuInsDigi");
   }
   void Click(int x, int y) {
     QTest::mouseClick(Canvas(), Qt::LeftButton, {}, {Window_X(x), Window_Y(y)});
@@ -31,20 +30,19 @@ class DigiTest : public WindowTest {
 
 TEST_F(DigiTest, AClickASliderAnArea) {
   EXPECT_FALSE(Take()->isEnabled());
-  With_Box(QStringLiteral("über den oberen Fensterrand hinaus"), [&] { Click(300, 200); });
+  With_Box("über den oberen Fensterrand hinaus", [&] { Click(300, 200); });
   EXPECT_FALSE(Take()->isEnabled());
   Click(120, 90);
   EXPECT_TRUE(Take()->isEnabled());
   const QString followed = Points();
   Child<QSlider>("Slider1")->setValue(30);
-  EXPECT_NE(Points(), QStringLiteral("0 Randpunkte")) << "it tries again at once";
+  EXPECT_NE(Points(), "0 Randpunkte") << "it tries again at once";
   Child<QAbstractButton>("optFuellen")->click();
-  EXPECT_EQ(Points(), QStringLiteral("4 Randpunkte")) << followed.toStdString();
+  EXPECT_EQ(Points(), "4 Randpunkte") << followed.toStdString();
   Push(Take());
   EXPECT_FALSE(Take()->isEnabled());
   const EntryRow row = Last_Row();
-  EXPECT_EQ(row.ID, QStringLiteral("Flaeche0"));
-  EXPECT_EQ(row.Typ, 4);
+  EXPECT_EQ(std::tuple(row.ID, row.Typ), std::tuple(QStringLiteral("Flaeche0"), 4));
   const std::vector<QPoint> vertices = Load_Vertices(row.ID);
   EXPECT_EQ(QPolygon(QList<QPoint>(vertices.begin(), vertices.end())).boundingRect(),
             QRect(QPoint(60, 50), QPoint(180, 130)));

@@ -5,7 +5,6 @@
 
 #include "maps/map_coordinates.h"
 #include "maps/sheet_bridge.h"
-#include "state/dialog_hooks.h"
 #include "windows/bridge/frmTabAustausch.h"
 #include "windows/bridge/frmTabExport.h"
 #include "windows/calibration/frmKalibrix.h"
@@ -114,19 +113,17 @@ QStringList Faults_Of(const QWidget& window) {
 class EveryWindow : public CommandTest, public testing::WithParamInterface<double> {
  protected:
   void SetUp() override {
-    QFont larger = font;
-    larger.setPointSizeF(font.pointSizeF() * GetParam());
-    QApplication::setFont(larger);
     CommandTest::SetUp();
-    look = [this](const QWidget& shown) { Look_At(shown); };
+    ASSERT_TRUE(QDir(Program_File("Hilfe")).removeRecursively());
+    ASSERT_TRUE(QFile::link(FLURAX_SOURCE_DIR "/data/Hilfe", Program_File("Hilfe")));
+    look = [this](QWidget& shown) { Look_At(shown); };
   }
   void TearDown() override {
     look = {};
     CommandTest::TearDown();
-    QApplication::setFont(font);
   }
 
-  void Look_At(const QWidget& shown) {
+  void Look_At(QWidget& shown) {
     QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
     const QString name = QLatin1String(shown.metaObject()->className());
     found << name;
@@ -139,6 +136,19 @@ class EveryWindow : public CommandTest, public testing::WithParamInterface<doubl
         << name << " hangs off the screen";
     for (const QString& fault : Faults_Of(shown))
       ADD_FAILURE() << name << ": " << fault << ", letters x " << GetParam();
+    if (GetParam() == 1.0 && qobject_cast<QDialog*>(&shown) && name != "FrmPRN") Expect_Help(shown);
+  }
+
+  static void Expect_Help(QWidget& dialog) {
+    const QString name = dialog.windowTitle();
+    dialog.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog)) << name;
+    QTest::keyClick(&dialog, Qt::Key_F1);
+    ASSERT_NE(Help(), nullptr) << name;
+    EXPECT_TRUE(QFile::exists(Program_File("Hilfe/" + Help()->Page()))) << name << ' ' << Help()->Page();
+    QTest::keyClick(Help(), Qt::Key_Escape);
+    EXPECT_EQ(Help(), nullptr) << name;
+    EXPECT_TRUE(dialog.isVisible()) << name;
   }
 
   // With nothing or the first entry in hand with which the command shows a window.
@@ -156,7 +166,7 @@ class EveryWindow : public CommandTest, public testing::WithParamInterface<doubl
   // What no command opens by itself.
   void Open_The_Others() {
     Begin_Again();
-    dialogHooks.Abgesichert({map, TableFile, Path("KARTE_BAK.MDB")});
+    dialogHooks.Abgesichert({map, TableFile, Path("ein langer Pfad zu einer/Tabelle/KARTE_BAK_12.MDB")});
     dialogHooks.BigMapHint({6000, 4000}, 24);
     FrmTblSymb characters(window.get());
     FrmPRN progress(window.get());
@@ -178,13 +188,13 @@ class EveryWindow : public CommandTest, public testing::WithParamInterface<doubl
     Show_frmFigurDraw(window.get());
     Close_Windows();
     Look_At(*window);
-    for (const QWidget* child : window->findChildren<FrmNotePad*>()) Look_At(*child->window()), found << "FrmNotePad";
+    for (QWidget* child : window->findChildren<FrmNotePad*>()) Look_At(*child->window()), found << "FrmNotePad";
     Close_Map();
     found << QLatin1String(Child<QWidget>("frmMapStart")->metaObject()->className());
     Look_At(*window);
   }
 
-  const QFont font = QApplication::font();
+  const Letters letters{GetParam()};
   QSet<QString> found;
   int looks = 0;
 };

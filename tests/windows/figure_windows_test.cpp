@@ -5,8 +5,6 @@
 #include "edit/figure_edit.h"
 #include "edit/figure_extras.h"
 #include "hand/next_shape.h"
-#include "state/dialog_hooks.h"
-#include "store/vertex_table.h"
 #include "support/pixels.h"
 #include "windows/canvas/frmEigenschaften.h"
 #include "windows/canvas/frmFigur.h"
@@ -17,10 +15,7 @@ namespace {
 
 class FigureWindowsTest : public WindowTest {
  protected:
-  void SetUp() override {
-    WindowTest::SetUp();
-    Open(600, 400);
-  }
+  FigureWindowsTest() { mapSize = {600, 400}; }
   static EntryRow Figure() { return Figure_In_Hand().value_or(EntryRow{}); }
   static QRect Place() { return {Figure().Xmap, Figure().Ymap, Figure().Xline, Figure().Yline}; }
   void Drag(QPoint from, QPoint to) const {
@@ -36,7 +31,7 @@ class FigureWindowsTest : public WindowTest {
 TEST_F(FigureWindowsTest, AFigureIsPlacedChangedAndFollowed) {
   int colors = 0;
   dialogHooks.ColorWindow = [&colors] { ++colors; };
-  Choose(QStringLiteral("mnuInsFigur"));
+  Choose("mnuInsFigur");
   auto* dialog = &Shown<FrmFigur>();
   EXPECT_EQ(Canvas()->cursor().shape(), Qt::CrossCursor);
   auto* list = Part<QListWidget>(*dialog, "lstFigur");
@@ -55,22 +50,22 @@ TEST_F(FigureWindowsTest, AFigureIsPlacedChangedAndFollowed) {
   Drag({90, 55}, {190, 155});
   EXPECT_EQ(Place(), QRect(150, 140, 80, 30));
   Drag({230, 170}, {250, 200});
-  EXPECT_EQ(Text_In(*dialog, "txtLaenge"), QStringLiteral("100"));
+  EXPECT_EQ(Text_In(*dialog, "txtLaenge"), "100");
   for (const char* bad : {"0", "zehn", "-4", "99999"}) {
     Type(*dialog, "txtLaenge", bad);
-    MessageScript messages(QStringLiteral("Figur"));
+    MessageScript messages("Figur");
     Press(*dialog, "cmdOK");
     EXPECT_EQ(Place().size(), QSize(100, 60)) << bad;
   }
   Press(*dialog, "btnFarb");
   EXPECT_EQ(colors, 1);
   const QPointer<FrmFigur> open = dialog;
-  Choose(QStringLiteral("mnuMapClose"));
+  Choose("mnuMapClose");
   EXPECT_TRUE(open.isNull());
 }
 
 TEST_F(FigureWindowsTest, AFreeFigureIsDrawnAndItsVerticesAreEdited) {
-  Choose(QStringLiteral("mnuInsFigur"));
+  Choose("mnuInsFigur");
   Part<QListWidget>(Shown<FrmFigur>(), "lstFigur")->setCurrentRow(4);
   auto* dialog = &Shown<FrmFigurDraw>();
   for (const QPoint at : {QPoint(20, 20), {120, 20}, {120, 90}}) QTest::mouseClick(Canvas(), Qt::LeftButton, {}, at);
@@ -83,7 +78,7 @@ TEST_F(FigureWindowsTest, AFreeFigureIsDrawnAndItsVerticesAreEdited) {
   table->item(3, 1)->setText(QStringLiteral("150"));
   Press(*dialog, "cmdOK");
   const std::vector<QPoint> want = {{20, 20}, {120, 20}, {120, 90}, {70, 150}};
-  EXPECT_EQ(Load_Vertices(QStringLiteral("Figur1")), want);
+  EXPECT_EQ(Load_Vertices("Figur1"), want);
   Press(*dialog, "optRund");
   EXPECT_EQ(Figure().Typ, 25);
   table->item(0, 0)->setText(QStringLiteral("links"));
@@ -91,7 +86,7 @@ TEST_F(FigureWindowsTest, AFreeFigureIsDrawnAndItsVerticesAreEdited) {
   Press(*dialog, "cmdOK");
   table->item(0, 0)->setText(QStringLiteral("70000"));
   Press(*dialog, "cmdOK");
-  EXPECT_EQ(Load_Vertices(QStringLiteral("Figur1")), want);
+  EXPECT_EQ(Load_Vertices("Figur1"), want);
   Press(*dialog, "cmdCancel");
 }
 
@@ -112,7 +107,7 @@ TEST_F(FigureWindowsTest, TheFrameIsTurnedWithTheFigure) {
 TEST_F(FigureWindowsTest, PropertiesShowTurnAndMarkTheFigure) {
   NextShape.figure = 22;
   Place_Figure({100, 100});
-  Choose(QStringLiteral("mnuEigenschaften"));
+  Choose("mnuEigenschaften");
   auto* dialog = &Shown<FrmEigenschaften>();
   const QImage plain = Part<QLabel>(*dialog, "picFigur")->pixmap().toImage();
   Press(*dialog, "ckLaengsachse");
@@ -120,25 +115,25 @@ TEST_F(FigureWindowsTest, PropertiesShowTurnAndMarkTheFigure) {
   EXPECT_NE(Part<QLabel>(*dialog, "picFigur")->pixmap().toImage(), plain);
   Type(*dialog, "txtWinkel", "-90");
   Press(*dialog, "cmdOK");
-  EXPECT_EQ(Text_In(*dialog, "txtWinkel"), QStringLiteral("270,000"));
-  EXPECT_EQ(Figure().Schrift, QStringLiteral("F 1<270"));
+  EXPECT_EQ(Text_In(*dialog, "txtWinkel"), "270,000");
+  EXPECT_EQ(Figure().Schrift, "F 1<270");
   EXPECT_EQ(Extras_Of(Figure()), (FigureExtras{false, false, true, false, true}));
   // A click on the frame, then the mouse on the map; the angle is written where it is clicked.
   QTest::mouseClick(Part<QGroupBox>(*dialog, "fraWinkel"), Qt::LeftButton, {}, {4, 4});
   QTest::mouseMove(Canvas(), {160, 20});
-  EXPECT_EQ(Text_In(*dialog, "txtWinkel"), QStringLiteral("90,000"));
+  EXPECT_EQ(Text_In(*dialog, "txtWinkel"), "90,000");
   QTest::mouseClick(Canvas(), Qt::LeftButton, {}, {300, 140});
-  EXPECT_EQ(Figure().Schrift, QStringLiteral("F 1"));
+  EXPECT_EQ(Figure().Schrift, "F 1");
   EXPECT_EQ(Extras_Of(Figure()).Laengsachse, true);
   EXPECT_FALSE(Is_Checked(*dialog, "btnDrehen"));
   // Esc on the map leaves the angle as it was.
   Press(*dialog, "btnDrehen");
   QTest::mouseMove(Canvas(), {160, 20});
   QTest::keyClick(window->findChild<MapWindow*>(), Qt::Key_Escape);
-  EXPECT_EQ(Text_In(*dialog, "txtWinkel"), QStringLiteral("0,000"));
+  EXPECT_EQ(Text_In(*dialog, "txtWinkel"), "0,000");
   EXPECT_FALSE(Figure().ID.isEmpty());
   Type(*dialog, "txtWinkel", "schief");
-  MessageScript messages(QStringLiteral("Winkel"));
+  MessageScript messages("Winkel");
   Press(*dialog, "cmdOK");
-  EXPECT_EQ(Figure().Schrift, QStringLiteral("F 1"));
+  EXPECT_EQ(Figure().Schrift, "F 1");
 }

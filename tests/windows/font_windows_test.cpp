@@ -1,5 +1,4 @@
 #include "edit/symbols.h"
-#include "state/dialog_hooks.h"
 #include "support/pixels.h"
 #include "windows/objects/frmSchrift.h"
 #include "windows/objects/frmSymbol.h"
@@ -12,10 +11,7 @@ namespace {
 
 class FontWindows : public WindowTest {
  protected:
-  void SetUp() override {
-    WindowTest::SetUp();
-    Open(600, 400);
-  }
+  FontWindows() { mapSize = {600, 400}; }
   static EntryRow Text(const QString& text, const QString& schrift, double size) {
     return {"Text", text, schrift, size, 0, 15, 0, 50, 50, 0, 0, 0};
   }
@@ -26,12 +22,12 @@ class FontWindows : public WindowTest {
 TEST_F(FontWindows, TheWindowShowsTheRowAndWritesItBack) {
   const QString stored = QStringLiteral("Courier New-B-I-U-T-C204<22.5");
   const QString bookmark = Take(Text("Wald", stored, 13));
-  Choose(QStringLiteral("mnuSchrift"));
+  Choose("mnuSchrift");
   auto& dialog = Shown<FrmSchrift>();
-  EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Schrift ändern: Text"));
-  EXPECT_EQ(Text_In(dialog, "cmbScript"), QStringLiteral("Kyrillisch"));
-  EXPECT_EQ(Text_In(dialog, "cmbWinkel"), QStringLiteral("22,5"));
-  EXPECT_EQ(Text_In(dialog, "cmbFontsize"), QStringLiteral("13"));
+  EXPECT_EQ(dialog.windowTitle(), "Schrift ändern: Text");
+  EXPECT_EQ(Text_In(dialog, "cmbScript"), "Kyrillisch");
+  EXPECT_EQ(Text_In(dialog, "cmbWinkel"), "22,5");
+  EXPECT_EQ(Text_In(dialog, "cmbFontsize"), "13");
   EXPECT_FALSE(Is_Enabled(dialog, "cmdTake")) << "nothing to take";
   // The preview changes first, the map when it is taken.
   const QImage before = Part<FontSample>(dialog, "txtMuster")->grab().toImage();
@@ -40,61 +36,61 @@ TEST_F(FontWindows, TheWindowShowsTheRowAndWritesItBack) {
   EXPECT_NE(Part<FontSample>(dialog, "txtMuster")->grab().toImage(), before);
   EXPECT_EQ(Row(bookmark).Schrift, stored);
   Press(dialog, "cmdTake");
-  EXPECT_EQ(Row(bookmark).Schrift, QStringLiteral("Courier New-B-I-U-C204<112.5"));
+  EXPECT_EQ(Row(bookmark).Schrift, "Courier New-B-I-U-C204<112.5");
   EXPECT_EQ(Row(bookmark).Groesse, 13);
   // All of it once more by Enter; nonsense is told and nothing written.
   Fill(dialog, "optNorm", true);
   Fill(dialog, "chkFett", false);
-  Fill(dialog, "cmbScript", QStringLiteral("Western"));
-  Fill(dialog, "cmbFontsize", QStringLiteral("riesig"));
-  With_Box(QStringLiteral("zwischen 1 und 80"), MsgAnswer::Ok, [&] { Press(dialog, "cmdTake"); });
-  Fill(dialog, "cmbFontsize", QStringLiteral("18"));
-  Fill(dialog, "cmbWinkel", QStringLiteral("-45"));
+  Fill(dialog, "cmbScript", "Western");
+  Fill(dialog, "cmbFontsize", "riesig");
+  With_Box("zwischen 1 und 80", MsgAnswer::Ok, [&] { Press(dialog, "cmdTake"); });
+  Fill(dialog, "cmbFontsize", "18");
+  Fill(dialog, "cmbWinkel", "-45");
   QTest::keyClick(&dialog, Qt::Key_Return);
-  EXPECT_EQ(Row(bookmark).Schrift, QStringLiteral("Courier New-U<315"));
+  EXPECT_EQ(Row(bookmark).Schrift, "Courier New-U<315");
   EXPECT_EQ(Row(bookmark).Groesse, 18);
   // It follows the hand; with nothing in it the next text is meant.
   ASSERT_TRUE(End_Entry());
-  EXPECT_TRUE(Text_In(dialog, "lblHinweis").startsWith(QStringLiteral("Hinweis: Kein Eintrag aktiviert!")));
-  EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Schrift"));
+  EXPECT_TRUE(Text_In(dialog, "lblHinweis").startsWith("Hinweis: Kein Eintrag aktiviert!"));
+  EXPECT_EQ(dialog.windowTitle(), "Schrift");
   Key_On(&dialog, Qt::Key_Escape);
   EXPECT_FALSE(Is_Open<FrmSchrift>());
 }
 
 TEST_F(FontWindows, AMissingFontIsReplacedOnTheWayTheQuestionOpens) {
   const QString bookmark = Add(Text("Alt", "Gibt Es Nicht-B", 12));
-  With_Box(QStringLiteral("Gibt Es Nicht"), MsgAnswer::Yes, [&] {
+  With_Box("Gibt Es Nicht", MsgAnswer::Yes, [&] {
     Map_Redraw();
     Settle();
   });
   auto& dialog = Shown<FrmSchrift>();
   EXPECT_EQ(Map.InHand, bookmark);
-  EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Schrift ändern: Gibt Es Nicht"));
-  EXPECT_TRUE(Text_In(dialog, "lblHinweis").contains(QStringLiteral("nicht vorhanden")));
-  Fill(dialog, "cmbFont", QStringLiteral("Times New Roman"));
+  EXPECT_EQ(dialog.windowTitle(), "Schrift ändern: Gibt Es Nicht");
+  EXPECT_TRUE(Text_In(dialog, "lblHinweis").contains("nicht vorhanden"));
+  Fill(dialog, "cmbFont", "Times New Roman");
   Press(dialog, "cmdTake");
-  EXPECT_EQ(Row(bookmark).Schrift, QStringLiteral("Times New Roman-B"));
+  EXPECT_EQ(Row(bookmark).Schrift, "Times New Roman-B");
 }
 
 TEST_F(FontWindows, SymbolsArePickedByMouseAndKeys) {
-  Choose(QStringLiteral("mnuInsSymbol"));
+  Choose("mnuInsSymbol");
   auto& dialog = Shown<FrmSymbol>();
-  EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Schriftart: Wingdings"));
+  EXPECT_EQ(dialog.windowTitle(), "Schriftart: Wingdings");
   auto* table = Part<SymbolTable>(dialog, "rgcard");
   EXPECT_EQ(table->Selected(), QChar(u'l'));
   QTest::mouseClick(table, Qt::LeftButton, {}, QPoint(27 * 10 + 13, 27 * 2 + 13));  // row 4, column 10: code 0x4A
-  EXPECT_EQ(NextText.sign, QStringLiteral("J"));
+  EXPECT_EQ(NextText.sign, "J");
   QTest::mouseClick(Canvas(), Qt::LeftButton, {}, QPoint(200, 100));
   ASSERT_TRUE(Symbol_In_Hand());
   QTest::keyClick(table, Qt::Key_Down);
   QTest::keyClick(table, Qt::Key_Right);
-  EXPECT_EQ(Symbol_Sign(), QStringLiteral("J")) << "only Enter takes it";
+  EXPECT_EQ(Symbol_Sign(), "J") << "only Enter takes it";
   QTest::keyClick(table, Qt::Key_Return);
-  EXPECT_EQ(Symbol_Sign(), QStringLiteral("["));
-  Fill(dialog, "cmbFont", QStringLiteral("Symbol"));
-  EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Schriftart: Symbol"));
+  EXPECT_EQ(Symbol_Sign(), "[");
+  Fill(dialog, "cmbFont", "Symbol");
+  EXPECT_EQ(dialog.windowTitle(), "Schriftart: Symbol");
   QTest::keyClick(table, Qt::Key_Return);
-  EXPECT_EQ(Row(Map.InHand).Schrift, QStringLiteral("Symbol-T"));
+  EXPECT_EQ(Row(Map.InHand).Schrift, "Symbol-T");
 }
 
 TEST_F(FontWindows, TheTableShowsSignsScriptsAndBoxesWithCodes) {
@@ -109,15 +105,15 @@ TEST_F(FontWindows, TheTableShowsSignsScriptsAndBoxesWithCodes) {
   EXPECT_EQ(shown, 223) << "signs, and the box of the one without";
   // A script of letters; its characters go into a text.
   const QString bookmark = Take(Text("Ma", "Arial", 12));
-  Choose(QStringLiteral("mnuSchrift"));
+  Choose("mnuSchrift");
   auto& dialog = Shown<FrmSchrift>();
-  Fill(dialog, "cmbScript", QStringLiteral("Griechisch"));
+  Fill(dialog, "cmbScript", "Griechisch");
   Press(dialog, "cmdZeichen");
   auto* signs = Part<SymbolTable>(*dialog.findChild<FrmTblSymb*>(), "rgcard");
   signs->Select(QChar(0x03B1));
   QTest::keyClick(signs, Qt::Key_Return);
-  EXPECT_EQ(Map.Text2.Text, QStringLiteral("Maα"));
+  EXPECT_EQ(Map.Text2.Text, "Maα");
   ASSERT_TRUE(End_Entry());
-  EXPECT_EQ(Row(bookmark).Eintrag, QStringLiteral("Maα"));
-  EXPECT_EQ(Row(bookmark).Schrift, QStringLiteral("Arial-C161"));
+  EXPECT_EQ(Row(bookmark).Eintrag, "Maα");
+  EXPECT_EQ(Row(bookmark).Schrift, "Arial-C161");
 }

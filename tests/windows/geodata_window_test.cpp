@@ -3,7 +3,6 @@
 #include <QLabel>
 #include <QLineEdit>
 
-#include "state/coordinate_state.h"
 #include "windows/calibration/frmGeodaten.h"
 #include "windows/window_fixture.h"
 
@@ -19,10 +18,7 @@ TEST_F(WindowTest, ASheetBecomesTheOpenMap) {
   auto& make = *dialog.findChild<QPushButton*>("btnOK");
   dialog.show();
   EXPECT_FALSE(make.isEnabled());
-  {
-    const MessageScript box("kein Bezugssystem");
-    EXPECT_FALSE(dialog.Add_Raster(Path("Scan.bmp")));
-  }
+  With_Box("kein Bezugssystem", [&] { EXPECT_FALSE(dialog.Add_Raster(Path("Scan.bmp"))); });
   ASSERT_TRUE(dialog.Add_Raster(sheet));
   EXPECT_EQ(resolution.text(), "2");
   EXPECT_TRUE(size.text().contains("400 x 300 Pixel")) << size.text();

@@ -1,4 +1,3 @@
-#include "state/events.h"
 #include "support/nets.h"
 #include "tools/coordinate_input.h"
 #include "view/hit_test.h"
@@ -11,14 +10,14 @@ class GpsWindow : public WindowTest {
  protected:
   void SetUp() override {
     WindowTest::SetUp();
-    const QString map = Make_Map(QStringLiteral("Karte.bmp"), 1600, 1200);
-    Write_Lines(Path(QStringLiteral("Karte.cal")), Utm_Calibration({100, 1100}, 200, 0.0000001));
+    const QString map = Make_Map("Karte.bmp", 1600, 1200);
+    Write_Lines(Path("Karte.cal"), Utm_Calibration({100, 1100}, 200, 0.0000001));
     FileDialogScript files{map};
-    Choose(QStringLiteral("mnuFOpen"));
+    Choose("mnuFOpen");
     ASSERT_EQ(Coord.Grid, gridUtm);
   }
   FrmGPSData& Input() {
-    Choose(QStringLiteral("mnuGridXYInput"));
+    Choose("mnuGridXYInput");
     return Shown<FrmGPSData>();
   }
 };
@@ -27,36 +26,36 @@ class GpsWindow : public WindowTest {
 
 TEST_F(GpsWindow, TypedAndClickedCoordinates) {
   FrmGPSData& input = Input();
-  EXPECT_EQ(input.windowTitle(), QStringLiteral("UTM - Koordinateneingabe"));
-  EXPECT_EQ(Text_In(input, "lblZone"), QStringLiteral("32U"));
+  EXPECT_EQ(input.windowTitle(), "UTM - Koordinateneingabe");
+  EXPECT_EQ(Text_In(input, "lblZone"), "32U");
   auto* right = Part<QLineEdit>(input, "txtRW");
   auto* high = Part<QLineEdit>(input, "txtHW");
   {  // the start value is no coordinate
-    MessageScript script(QStringLiteral("Bitte geben Sie eine Koordinate ein."));
+    MessageScript script("Bitte geben Sie eine Koordinate ein.");
     Press(input, "btnShow");
   }
   events.MapClicked.Emit({300, 100});
-  EXPECT_EQ(right->text(), QStringLiteral("600000"));
+  EXPECT_EQ(right->text(), "600000");
   Press(input, "ckMausclick");
   QTest::mouseClick(Canvas(), Qt::LeftButton, {}, {Window_X(300), Window_Y(200)});
-  EXPECT_EQ(right->text(), QStringLiteral("647000"));
-  EXPECT_EQ(high->text(), QStringLiteral("5516500"));
+  EXPECT_EQ(right->text(), "647000");
+  EXPECT_EQ(high->text(), "5516500");
   Press(input, "btnShow");
   EXPECT_EQ(Map.PositionMark, QPoint(300, 200));
-  EXPECT_EQ(Text_In(input, "btnSetback"), QStringLiteral("Zurück"));
+  EXPECT_EQ(Text_In(input, "btnSetback"), "Zurück");
   EXPECT_FALSE(Is_Enabled(input, "btnTake"));
   Press(input, "btnSetback");
   EXPECT_FALSE(Map.PositionMark);
   auto* letter = Part<QLineEdit>(input, "txtR");
   letter->selectAll();
   QTest::keyClicks(letter, "x7");
-  EXPECT_EQ(letter->text(), QStringLiteral("R"));
-  EXPECT_EQ(right->text(), QStringLiteral("7")) << "a digit begins the number";
+  EXPECT_EQ(letter->text(), "R");
+  EXPECT_EQ(right->text(), "7") << "a digit begins the number";
   QTest::keyClicks(letter, "-");
-  EXPECT_EQ(letter->text(), QStringLiteral("-"));
+  EXPECT_EQ(letter->text(), "-");
   right->clear();
   Q_EMIT right->editingFinished();
-  EXPECT_EQ(right->text(), QStringLiteral("600000"));
+  EXPECT_EQ(right->text(), "600000");
   Press(input, "ckMausclick");
 }
 

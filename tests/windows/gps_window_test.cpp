@@ -1,7 +1,3 @@
-#include <QDropEvent>
-#include <QMimeData>
-
-#include "platform/shell.h"
 #include "support/nets.h"
 #include "support/table_fixture.h"
 #include "windows/common/help_window.h"
@@ -25,10 +21,6 @@ class GpsWindowTest : public WindowTest {
     Choose("mnuImportGPS");
     dialog = &Shown<FrmGPS>();
   }
-  void TearDown() override {
-    WindowTest::TearDown();
-    Coord = {};
-  }
   QString Own_File(const QString& name = QStringLiteral("Gang.wpt")) {
     const QString path = Path(name);
     Write_Lines(path, {"D  WGS-84", "M  UTM", "H  Name      Zone Rechtswert Hochwert Bemerkung",
@@ -46,11 +38,6 @@ class GpsWindowTest : public WindowTest {
     Press(*dialog, "cmdWeiter");
     Settle();
     return Shown<FrmWpImport>();
-  }
-  static QStringList Texts() {
-    QStringList texts;
-    for (const EntryRow& row : Rows_Of(*dbEntries)) texts << row.Eintrag;
-    return texts.mid(1);
   }
   QStringList List(int column) {
     QStringList all;
@@ -96,10 +83,7 @@ TEST_F(GpsWindowTest, TakesTheMarkedOnesOrAsksOfEach) {
   Load("mnuLoadWp", Own_File());
   FrmWpImport& choice = Onward();
   Fill(choice, "optMark", true);
-  {
-    MessageScript messages("Option: Markierte Wegpunkte importieren");
-    Press(choice, "cmdImport");
-  }
+  With_Box("Option: Markierte Wegpunkte importieren", [&] { Press(choice, "cmdImport"); });
   auto* list = Part<QTableView>(*dialog, "Text1");
   list->setCurrentIndex(list->model()->index(1, 2));
   Key_On(list, Qt::Key_Down, Qt::ShiftModifier);
@@ -150,51 +134,37 @@ TEST_F(GpsWindowTest, OtherCoordinatesAreAskedAndFaultsAreTold) {
 
 // Each kind of file into the window it belongs to, whose help F1 opens.
 TEST_F(GpsWindowTest, AFileDroppedOnTheMapOpensItsImport) {
-  const auto drop = [this](const QString& path) {
-    QMimeData data;
-    data.setUrls({QUrl::fromLocalFile(path)});
-    QDragEnterEvent enter({50, 50}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-    enter.ignore();
-    QCoreApplication::sendEvent(window.get(), &enter);
-    if (!enter.isAccepted()) return false;
-    QDropEvent event(QPointF(50, 50), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(window.get(), &event);
-    Settle();
-    return true;
-  };
-  // No window's child: it stays usable beside a dialog.
   const auto help = [](QWidget& of) {
     of.activateWindow();
     EXPECT_TRUE(QTest::qWaitForWindowActive(&of));
     QTest::keyClick(&of, Qt::Key_F1);
-    for (QWidget* shown : QApplication::topLevelWidgets())
-      if (auto* page = qobject_cast<HelpWindow*>(shown); page && page->isVisible()) return page->close(), page->Page();
-    return QString();
+    HelpWindow* page = Help();
+    return page ? (page->close(), page->Page()) : QString();
   };
   ASSERT_TRUE(QDir().mkpath(Program_File("Hilfe")));
   for (const char* page : {"GPS.htm", "Overlay.htm"})
     Write_Lines(Program_File("Hilfe/") + QLatin1String(page), {"<p>Seite</p>"});
   dialog->close();
   Settle();
-  ASSERT_TRUE(drop(Own_File()));
+  ASSERT_TRUE(Drop(Own_File()));
   dialog = &Shown<FrmGPS>();
   EXPECT_EQ(List(2).size(), 5);
   EXPECT_EQ(help(*dialog), "GPS.htm");
   MessageScript messages("Koordinatensystem falsch", MsgAnswer::Other);
   // 640 100 / 5 500 200 in degrees.
-  ASSERT_TRUE(drop(Put("a.OVL", "[Symbol 1]\nTyp=2\nText=hier\nXKoord=10.9404049\nYKoord=49.6380798\n")));
+  ASSERT_TRUE(Drop(Put("a.OVL", "[Symbol 1]\nTyp=2\nText=hier\nXKoord=10.9404049\nYKoord=49.6380798\n")));
   EXPECT_EQ(Text_In(*dialog, "lblObjOk"), "1");
   EXPECT_EQ(help(*dialog), "Overlay.htm");
   EXPECT_EQ(dialog->windowTitle(), "Karteneinträge importieren");
   messages.Expect("binäres Overlay", MsgAnswer::Cancel);
-  ASSERT_TRUE(drop(Put("b.ovl", "DOMGVCRD Ovlfile V2.0:")));
+  ASSERT_TRUE(Drop(Put("b.ovl", "DOMGVCRD Ovlfile V2.0:")));
   EXPECT_FALSE(Is_Open<FrmGPS>()) << "given up";
-  ASSERT_TRUE(drop(Put("c.csv", "#X;#Y;#Eintrag;#UTM\n32640100;5500300;Igel\n")));
+  ASSERT_TRUE(Drop(Put("c.csv", "#X;#Y;#Eintrag;#UTM\n32640100;5500300;Igel\n")));
   EXPECT_TRUE(Text_In(Shown<FrmCSVImport>(), "lblMsg").startsWith("1 Karteneinträge"));
   Make_Table_File(Path("Andere.MDB"), "Andere.bmp").reset();
-  ASSERT_TRUE(drop(Path("Andere.MDB")));
+  ASSERT_TRUE(Drop(Path("Andere.MDB")));
   EXPECT_EQ(Text_In(Shown<FrmImport>(), "lblInfo"), "Quelle: " + Path("Andere.MDB"));
-  EXPECT_FALSE(drop(Path("Brief.odt")));
+  EXPECT_FALSE(Drop(Path("Brief.odt")));
 }
 
 TEST_F(GpsWindowTest, TheTransferProgramLeavesAFile) {

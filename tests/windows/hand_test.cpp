@@ -4,7 +4,6 @@
 #include <QToolButton>
 
 #include "maps/menu_table.h"
-#include "state/events.h"
 #include "tools/drag.h"
 #include "windows/canvas/frmClipboard.h"
 #include "windows/canvas/map_window_controls.h"
@@ -96,19 +95,18 @@ TEST_F(HandTest, TypingChangesTheTextEscForgetsAndLeavingStores) {
   Click(On(first));
   QTest::keyClicks(&window->Map_Window(), QStringLiteral("e"));  // goes into the text
   QTest::keyClicks(Editor(), QStringLiteral(" am Bach"));
-  EXPECT_EQ(Map.Text2.Text, QStringLiteral("Eisvogele am Bach"));
+  EXPECT_EQ(Map.Text2.Text, "Eisvogele am Bach");
   EXPECT_GE(Editor()->width(), Editor()->fontMetrics().horizontalAdvance(Map.Text2.Text));
-  EXPECT_EQ(Row(first).Eintrag, QStringLiteral("Eisvogel"));
+  EXPECT_EQ(Row(first).Eintrag, "Eisvogel");
   Key_On(Editor(), Qt::Key_Escape);
   EXPECT_FALSE(Entry_In_Hand());
-  EXPECT_EQ(Row(first).Eintrag, QStringLiteral("Eisvogel"));
-
+  EXPECT_EQ(Row(first).Eintrag, "Eisvogel");
   Click(On(first));
   Press(Qt::Key_F2);
   Editor()->insertPlainText(QStringLiteral("\u00e4\u00f6"));
   Key_On(Editor(), Qt::Key_Return, Qt::ControlModifier);
   EXPECT_FALSE(Entry_In_Hand());
-  EXPECT_EQ(Row(first).Eintrag, QStringLiteral("Eisvogel\u00e4\u00f6"));
+  EXPECT_EQ(Row(first).Eintrag, "Eisvogel\u00e4\u00f6");
 }
 
 TEST_F(HandTest, ARefusedTextStaysInTheBoxAsItWas) {
@@ -129,7 +127,7 @@ TEST_F(HandTest, EditorKeepsItsOwnKeys) {
   Press(Qt::Key_F2);
   Editor()->selectAll();
   QTest::keyClick(Editor(), Qt::Key_C, Qt::ControlModifier);
-  EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("Eisvogel"));
+  EXPECT_EQ(QGuiApplication::clipboard()->text(), "Eisvogel");
   EXPECT_EQ(Entry_Count(), 2) << "the map made a copy of the entry";
   QTest::keyClick(Editor(), Qt::Key_Delete);
   EXPECT_EQ(Map.Text2.Text, QString());
@@ -170,7 +168,7 @@ TEST_F(HandTest, RightButtonOfForwardGoesAllTheWay) {
   QApplication::sendEvent(button, &event);
   Settle();
   rsEntries->MoveLast();
-  EXPECT_EQ(rsEntries->Text(column::Eintrag), QStringLiteral("Eisvogel"));
+  EXPECT_EQ(rsEntries->Text(column::Eintrag), "Eisvogel");
 }
 
 TEST_F(HandTest, PopupOffersWhatCanBeDone) {
@@ -188,7 +186,7 @@ TEST_F(HandTest, PopupOffersWhatCanBeDone) {
   QTest::keyClicks(Editor(), QStringLiteral("Otter"));
   Key_On(Editor(), Qt::Key_Return, Qt::ControlModifier);
   rsEntries->MoveLast();
-  EXPECT_EQ(rsEntries->Text(column::Eintrag), QStringLiteral("Otter"));
+  EXPECT_EQ(rsEntries->Text(column::Eintrag), "Otter");
   EXPECT_EQ(rsEntries->Integer(column::Xmap), Map_X(500));
   Click(On(first), Qt::NoModifier, Qt::RightButton);
   EXPECT_TRUE(Entry_In_Hand());
@@ -203,7 +201,7 @@ TEST_F(HandTest, ControlClickMarksTheEntryInHandToo) {
   EXPECT_EQ(Map.MarkCount, 1);
   EXPECT_FALSE(Editor()->isVisible());
   Click(On(second));
-  EXPECT_EQ(Editor()->toPlainText(), QStringLiteral("Biber"));
+  EXPECT_EQ(Editor()->toPlainText(), "Biber");
 }
 
 TEST_F(HandTest, EscEndsTheWaitingForADuplicate) {
@@ -240,13 +238,11 @@ TEST_F(HandTest, ClipboardWindowTellsWhatLiesThere) {
   EXPECT_FALSE(Is_Enabled(FrmClipboard(), "cmdOK"));
   QGuiApplication::clipboard()->setText(QString(3'000'000, QLatin1Char('a')));
   const FrmClipboard text;
-  EXPECT_EQ(text.kind, ClipboardKind::Text);
-  EXPECT_EQ(text.text.size(), 3'000'000);
+  EXPECT_EQ(std::tuple(text.kind, text.text.size()), std::tuple(ClipboardKind::Text, 3'000'000));
   EXPECT_TRUE(Is_Enabled(text, "cmdOK"));
   QImage picture(900, 50, QImage::Format_RGB32);
   picture.fill(Qt::red);
   QGuiApplication::clipboard()->setImage(picture);
   const FrmClipboard image;
-  EXPECT_EQ(image.kind, ClipboardKind::Picture);
-  EXPECT_EQ(image.picture.size(), QSize(900, 50));
+  EXPECT_EQ(std::tuple(image.kind, image.picture.size()), std::tuple(ClipboardKind::Picture, QSize(900, 50)));
 }

@@ -9,25 +9,13 @@ namespace {
 
 class ImportWindowTest : public WindowTest {
  protected:
-  void SetUp() override {
-    WindowTest::SetUp();
-    Open(400, 300);
-  }
-  void TearDown() override {
-    WindowTest::TearDown();
-    Coord = {};
-  }
+  ImportWindowTest() { mapSize = {400, 300}; }
   QString Source() const {
     const auto database = Make_Table_File(Path("Quelle.MDB"), "Andere.bmp");
     for (const char* text : {"Biber 1", "O'Hara", "Biber 2"})
       Append_Row(*database, {"Text", QLatin1String(text), "Arial", 10, 4, 0, 0, 40, 50, 0, 0, 0});
     Append_Row(*database, {"Linie1", "ohne Punkte", "Arial", 10, 4, 0, 0, 40, 50, 1, 1, 4});
     return Path("Quelle.MDB");
-  }
-  static QStringList Texts() {
-    QStringList texts;
-    for (const EntryRow& row : Rows_Of(*dbEntries)) texts << row.Eintrag;
-    return texts.mid(1);
   }
 };
 
@@ -45,7 +33,6 @@ TEST_F(ImportWindowTest, FiltersMarksChangesAndAdds) {
   EXPECT_EQ(Text_In(dialog, "lblInfo"), "Quelle: " + Path("Quelle.MDB"));
   EXPECT_EQ(Text_In(dialog, "lblMarkDs"), "4 Datensätze ausgewählt");
   EXPECT_FALSE(Is_Enabled(dialog, "optFilter")) << "nothing is filtered yet";
-
   auto* filter = Part<QComboBox>(dialog, "cmbFilter");
   EXPECT_EQ(filter->itemText(1), "Eintrag= *");
   filter->setCurrentIndex(1);
@@ -61,7 +48,6 @@ TEST_F(ImportWindowTest, FiltersMarksChangesAndAdds) {
   Press(dialog, "btnReset");
   EXPECT_EQ(Text_In(dialog, "lblMarkDs"), "4 Datensätze ausgewählt");
   EXPECT_EQ(filter->itemText(1), "Eintrag= *");
-
   Fill(dialog, "optSelect", true);
   EXPECT_FALSE(Is_Enabled(dialog, "btnAdd"));
   Part<QTableView>(dialog, "Dt")->selectRow(2);
@@ -75,7 +61,6 @@ TEST_F(ImportWindowTest, FiltersMarksChangesAndAdds) {
   With_Box("1  Einträge wurden importiert.", [&] { Press(dialog, "btnAdd"); });
   EXPECT_EQ(Texts(), QStringList("Biber 2"));
   EXPECT_EQ(Rows_Of(*dbEntries).back().VG, 9);
-
   Fill(dialog, "optAll", true);
   Fill(dialog, "chkExisting", true);
   With_Box("1 wurden abgelehnt", MsgAnswer::Yes, [&] { Press(dialog, "btnAdd"); });

@@ -11,7 +11,6 @@
 #include "coordinates/conversions.h"
 #include "maps/map_grid.h"
 #include "maps/map_open.h"
-#include "platform/picture.h"
 #include "support/nets.h"
 #include "view/cursor_coordinates.h"
 #include "windows/calibration/calibration_view.h"
@@ -113,6 +112,13 @@ TEST_F(KalibrixTest, TheDemoMapGetsItsCoordinatesBack) {
   In<QPushButton>("btnSave").click();
   EXPECT_TRUE(In<QLabel>("lblResult").text().contains("Gesichert: Karte.cal"));
   EXPECT_FALSE(tool->Work().Changed());
+  {
+    const FileDialogScript names{Path("Karte.cal"), Path("anders.cal")};
+    In<QPushButton>("btnSaveAs").click();
+    EXPECT_TRUE(In<QLabel>("lblResult").text().contains("heißt Karte.cal_alt"));
+    With_Box("findet diese Datei nicht von selbst", [this] { In<QPushButton>("btnSaveAs").click(); });
+    EXPECT_TRUE(File_Exists(Path("anders.cal")));
+  }
   tool->close();
   Open_Map(map);
   ASSERT_EQ(Coord.Grid, gridUtm);
@@ -180,24 +186,12 @@ TEST_F(KalibrixTest, WhatIsNoCoordinateIsToldAndNothingIsLost) {
   Open_Demo_Map();
   Click(Crossing(646000, 5511000));
   Type("txtRW", "646000");
-  {
-    const MessageScript box("Das ist keine Koordinate: viel");
-    Type("txtHW", "viel");
-  }
+  With_Box("Das ist keine Koordinate: viel", [&] { Type("txtHW", "viel"); });
   EXPECT_FALSE(Points()[0].used);
-  {
-    const MessageScript box("mindestens drei Punkte");
-    QTest::keyClick(tool.get(), Qt::Key_S, Qt::ControlModifier);
-  }
-  {
-    const MessageScript box("noch nicht gesichert", MsgAnswer::Cancel);
-    QTest::keyClick(tool.get(), Qt::Key_Escape);
-  }
+  With_Box("mindestens drei Punkte", [&] { QTest::keyClick(tool.get(), Qt::Key_S, Qt::ControlModifier); });
+  With_Box("noch nicht gesichert", MsgAnswer::Cancel, [&] { QTest::keyClick(tool.get(), Qt::Key_Escape); });
   EXPECT_TRUE(tool->isVisible());
-  {
-    const MessageScript box("noch nicht gesichert", MsgAnswer::No);
-    QTest::keyClick(tool.get(), Qt::Key_Escape);
-  }
+  With_Box("noch nicht gesichert", MsgAnswer::No, [&] { QTest::keyClick(tool.get(), Qt::Key_Escape); });
   EXPECT_FALSE(tool->isVisible());
   EXPECT_FALSE(QFile::exists(Path("Karte.cal")));
 }
@@ -268,7 +262,7 @@ TEST_F(KalibrixTest, TheMainProgramStartsItAndLoadsTheMapAgain) {
                 .last();
     if (!child.isEmpty()) command = Read_Bytes(u"/proc/%1/cmdline"_s.arg(QString::fromLatin1(child)));
   }
-  EXPECT_EQ(command.split('\0').value(1), map.toUtf8()) << "the path is one argument";
+  ASSERT_EQ(command.split('\0').value(1), map.toUtf8()) << "the path is one argument";
   // It lives until its user ends it.
   QTest::qWait(1500);
   EXPECT_TRUE(QFile::exists(u"/proc/%1"_s.arg(QString::fromLatin1(child))));

@@ -1,7 +1,4 @@
 #include "hand/next_shape.h"
-#include "state/events.h"
-#include "state/table_state.h"
-#include "store/vertex_table.h"
 #include "tools/mouse.h"
 #include "windows/canvas/frmFlKord.h"
 #include "windows/objects/frmLineEndpunkte.h"
@@ -12,10 +9,7 @@ namespace {
 
 class LinesWindowTest : public WindowTest {
  protected:
-  void SetUp() override {
-    WindowTest::SetUp();
-    Open(800, 600);
-  }
+  LinesWindowTest() { mapSize = {800, 600}; }
   QString Take(const QString& id, const std::vector<QPoint>& vertices, int typ = 4) {
     Write_Vertices(EntryId::Parse(id).TableName(), vertices);
     return WindowTest::Take({id, "Weg", "Arial", 8, 0, 0, 0, 0, 0, 1, 1, typ});
@@ -42,14 +36,14 @@ TEST_F(LinesWindowTest, StyleAndEndsAreWrittenAtOnceAndTakenBack) {
     Press(dialog, "cmdOK");
   });
   Press_Tool("LnEnd");
-  EXPECT_EQ(Now().ID, QStringLiteral("Linie1 - C1011L5.0B3.0"));
+  EXPECT_EQ(Now().ID, "Linie1 - C1011L5.0B3.0");
 }
 
 TEST_F(LinesWindowTest, VertexTableEditsDeletesInsertsAndPutsBack) {
   Take("Linie1 - P0010L1.0B1.0", {{100, 100}, {200, 100}, {300, 200}});
   Press_Tool("LnKorr");
   auto* dialog = &Shown<FrmFlKord>();
-  EXPECT_EQ(dialog->windowTitle(), QStringLiteral("Linie1 Korrektur"));
+  EXPECT_EQ(dialog->windowTitle(), "Linie1 Korrektur");
   auto* table = Part<QTableView>(*dialog, "DBGrid1");
   auto* count = Part<QLabel>(*dialog, "lblCount");
   auto& model = *table->model();
@@ -64,7 +58,7 @@ TEST_F(LinesWindowTest, VertexTableEditsDeletesInsertsAndPutsBack) {
   EXPECT_EQ(Map.Circled, QPoint(200, 150));
   Press(*dialog, "btnInsert");
   EXPECT_EQ(Load_Vertices("Linie1")[2], QPoint(250, 175));
-  EXPECT_EQ(count->text(), QStringLiteral("Polygoneckpunkte: 4"));
+  EXPECT_EQ(count->text(), "Polygoneckpunkte: 4");
   table->selectAll();
   Press(*dialog, "btnDelete");
   EXPECT_EQ(Load_Vertices("Linie1").size(), 4U) << "two must stay";
@@ -87,27 +81,27 @@ TEST_F(LinesWindowTest, VertexTableEditsDeletesInsertsAndPutsBack) {
 
 TEST_F(LinesWindowTest, TheCheckStopsAtEveryDisturbingVertex) {
   Take("Figur1", {{100, 100}, {300, 300}, {300, 100}, {100, 300}}, 24);
-  Choose(QStringLiteral("mnuFigKorr"));
+  Choose("mnuFigKorr");
   auto* dialog = &Shown<FrmFlKord>();
   auto* button = Part<QAbstractButton>(*dialog, "btnPruefen");
   auto* table = Part<QTableView>(*dialog, "DBGrid1");
   auto* found = Part<QLabel>(*dialog, "lblFound");
-  EXPECT_EQ(button->text(), QStringLiteral("Prüfen "));
+  EXPECT_EQ(button->text(), "Prüfen ");
   button->click();
-  EXPECT_EQ(button->text(), QStringLiteral("Stop"));
+  EXPECT_EQ(button->text(), "Stop");
   Settle();
-  EXPECT_EQ(button->text(), QStringLiteral("Prüfen | "));
+  EXPECT_EQ(button->text(), "Prüfen | ");
   EXPECT_EQ(table->currentIndex().row(), 1);
   EXPECT_EQ(Map.Circled, QPoint(300, 300));
   Push(button);
   EXPECT_EQ(table->currentIndex().row(), 3);
   Push(button);
-  EXPECT_EQ(button->text(), QStringLiteral("Prüfen "));
-  EXPECT_EQ(found->text(), QStringLiteral("Kein weiterer störender Polygoneckpunkt gefunden."));
+  EXPECT_EQ(button->text(), "Prüfen ");
+  EXPECT_EQ(found->text(), "Kein weiterer störender Polygoneckpunkt gefunden.");
   Write_Vertices("Figur1", {{100, 100}, {300, 100}, {300, 300}});
   events.TableChanged.Emit();
   Push(button);
-  EXPECT_EQ(found->text(), QStringLiteral("Kein störender Polygoneckpunkt gefunden."));
+  EXPECT_EQ(found->text(), "Kein störender Polygoneckpunkt gefunden.");
 }
 
 }  // namespace

@@ -1,7 +1,6 @@
 #include <QColorDialog>
 
 #include "hand/next_shape.h"
-#include "state/dialog_hooks.h"
 #include "windows/objects/frmDrawBreite.h"
 #include "windows/objects/frmFarb.h"
 #include "windows/objects/frmFarb_table.h"
@@ -35,12 +34,11 @@ class LookWindowsTest : public WindowTest {
 }  // namespace
 
 TEST_F(LookWindowsTest, ColoursFollowTheEntryInHandAndApplyAtOnce) {
-  Choose(QStringLiteral("mnuFarbe"));
+  Choose("mnuFarbe");
   auto& colors = Shown<FrmFarb>();
   EXPECT_EQ(colors.height(), 247);
   Pick(colors, 5);
   EXPECT_EQ(CurVG, 5);
-
   Take_Entry(text);
   EXPECT_EQ(colors.windowTitle(), " Farbe für Text: Reiher");
   Press(colors, "btnHG");
@@ -56,7 +54,6 @@ TEST_F(LookWindowsTest, ColoursFollowTheEntryInHandAndApplyAtOnce) {
   EXPECT_TRUE(colors.isVisible());
   Press(colors, "optOhne");
   EXPECT_EQ(Row(text).RA, -100);
-
   Take_Entry(figure);
   EXPECT_EQ(colors.windowTitle(), " Farbe für Figur: Figur1");
   Take_Entry(picture);
@@ -64,14 +61,13 @@ TEST_F(LookWindowsTest, ColoursFollowTheEntryInHandAndApplyAtOnce) {
   EXPECT_FALSE(Is_Enabled(colors, "btnVG"));
   Pick(colors, 3);
   EXPECT_EQ(Row(picture).RA, 3);
-
   // The row goes while the window is open.
   rsEntries->SetBookmark(picture);
   rsEntries->Delete();
   Map_Redraw();
   Pick(colors, 7);
   EXPECT_EQ(Row(figure).VG, 0);
-  Choose(QStringLiteral("mnuMapClose"));
+  Choose("mnuMapClose");
   EXPECT_FALSE(Is_Open<FrmFarb>());
 }
 
@@ -91,7 +87,7 @@ TEST_F(LookWindowsTest, PaletteIsMixedAndPutBack) {
   EXPECT_EQ(Palette[14], qRgb(10, 20, 30));
   EXPECT_EQ(Row(figure).HG, 14);
   EXPECT_FALSE(Is_Checked(colors, "btnPalette"));
-  With_Box(QStringLiteral("Standardfarben"), MsgAnswer::Yes, [&] { Press(colors, "cmdStandart"); });
+  With_Box("Standardfarben", MsgAnswer::Yes, [&] { Press(colors, "cmdStandart"); });
   EXPECT_EQ(Palette[14], former);
 }
 
@@ -101,7 +97,6 @@ TEST_F(LookWindowsTest, FillIsTakenByTheEntryShownThen) {
   Press(fill, "OptBut4");
   Press(fill, "btnTake");
   EXPECT_EQ(NextShape.fill, 4);
-
   Take_Entry(figure);
   EXPECT_EQ(fill.windowTitle(), "Figur1 füllen");
   EXPECT_TRUE(Is_Checked(fill, "OptBut1"));
@@ -113,8 +108,7 @@ TEST_F(LookWindowsTest, FillIsTakenByTheEntryShownThen) {
   Pick(Shown<FrmFarb>(), 12);
   EXPECT_NE(Part<QLabel>(fill, "picVorschau")->pixmap().toImage(), before);
   Press(fill, "btnTake");
-  EXPECT_EQ(Row(figure).Schrift, "F-6");
-  EXPECT_EQ(Row(figure).VG, 12);
+  EXPECT_EQ(std::tuple(Row(figure).Schrift, Row(figure).VG), std::tuple("F-6", 12));
   Take_Entry(text);
   EXPECT_FALSE(Is_Enabled(fill, "btnTake"));
 }
@@ -129,7 +123,6 @@ TEST_F(LookWindowsTest, WidthAndFrameOfWhatIsInHand) {
   EXPECT_EQ(Text_In(width, "txtBreite"), "7,0");
   Take_Entry(figure);
   EXPECT_EQ(width.windowTitle(), "Strichbreite");
-
   Take_Entry(text);
   Press_Tool("Rahmen");
   auto& colors = Shown<FrmFarb>();

@@ -1,7 +1,3 @@
-#include <gmock/gmock.h>
-
-#include <clocale>
-
 #include "support/surroundings.h"
 #include "windows/desktop/application.h"
 #include "windows/desktop/desktop_services.h"
@@ -13,6 +9,5 @@ int main(int argc, char** argv) {
   Application application(argc, argv);
   Prepare_Application(application);
   QApplication::setQuitOnLastWindowClosed(false);
-  std::setlocale(LC_NUMERIC, "C");
   return RUN_ALL_TESTS();
 }

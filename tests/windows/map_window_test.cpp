@@ -4,8 +4,6 @@
 #include <QScrollBar>
 #include <QWheelEvent>
 
-#include "state/dialog_hooks.h"
-#include "state/events.h"
 #include "support/pixels.h"
 #include "view/view.h"
 #include "windows/maps/frmNotePad.h"
@@ -20,10 +18,10 @@ class MapWindowTest : public WindowTest {
     QImage picture(width, height, QImage::Format_RGB32);
     for (int y = 0; y < height; ++y)
       for (int x = 0; x < width; ++x) picture.setPixel(x, y, qRgb(x / 16, y / 16, 0));
-    const QString path = Path(QStringLiteral("Farbkarte.bmp"));
+    const QString path = Path("Farbkarte.bmp");
     ASSERT_TRUE(picture.save(path));
     FileDialogScript files{path};
-    Choose(QStringLiteral("mnuFOpen"));
+    Choose("mnuFOpen");
     ASSERT_TRUE(frmMDI.MapOpen);
   }
   void Wheel(QPoint at, QPoint delta, Qt::KeyboardModifiers keys) {
@@ -52,8 +50,7 @@ TEST_F(MapWindowTest, ScrollBarsMoveTheView) {
   auto* down = Child<QScrollBar>("VScroller");
   ASSERT_TRUE(right->isVisible());
   ASSERT_TRUE(down->isVisible());
-  EXPECT_EQ(right->maximum(), 100);
-  EXPECT_EQ(right->value(), Map.HScroller.Value);
+  EXPECT_EQ(std::tuple(right->maximum(), right->value()), std::tuple(100, Map.HScroller.Value));
   right->setValue(100);
   down->setValue(100);
   Settle();
@@ -108,8 +105,7 @@ TEST_F(MapWindowTest, MaximisedWindowFollowsTheMainWindow) {
     window->resize(size);
     Settle();
     EXPECT_EQ(Map.ScaleWidth, window->Map_Window().width());
-    EXPECT_EQ(Map.ScaleHeight, window->Map_Window().height());
-    EXPECT_EQ(Map.ViewWidth, Canvas()->width());
+    EXPECT_EQ(std::tuple(Map.ScaleHeight, Map.ViewWidth), std::tuple(window->Map_Window().height(), Canvas()->width()));
     EXPECT_EQ(Map.ViewHeight, Canvas()->height());
     EXPECT_EQ(frmMDI.InnerWidth, Map.ScaleWidth);
     Check_Picture();
@@ -118,7 +114,7 @@ TEST_F(MapWindowTest, MaximisedWindowFollowsTheMainWindow) {
 
 TEST_F(MapWindowTest, NormalWindowShrinksToASmallMapAndObeysTheUser) {
   Open_Colored(400, 320);
-  Choose(QStringLiteral("mnuWEinpass"));
+  Choose("mnuWEinpass");
   EXPECT_FALSE(Frame()->isMaximized());
   EXPECT_EQ(Canvas()->size(), QSize(400, 320));
   EXPECT_FALSE(Map.HScroller.Visible);
@@ -142,10 +138,10 @@ TEST_F(MapWindowTest, NormalWindowShrinksToASmallMapAndObeysTheUser) {
 
 TEST_F(MapWindowTest, FittingGivesTheNoteInFrontAllTheRoom) {
   Open(3000, 2000);
-  Write_Lines(Path(QStringLiteral("Notiz.txt")), {"Horst"});
-  dialogHooks.NotePad(Path(QStringLiteral("Notiz.txt")));
+  Write_Lines(Path("Notiz.txt"), {"Horst"});
+  dialogHooks.NotePad(Path("Notiz.txt"));
   Settle();
-  Choose(QStringLiteral("mnuWEinpass"));
+  Choose("mnuWEinpass");
   const auto* pad = window->findChild<FrmNotePad*>()->parentWidget();
   EXPECT_EQ(pad->geometry(), QRect(QPoint(0, 0), Child<QMdiArea>("area")->viewport()->size()));
   EXPECT_FALSE(Map.Maximized);
@@ -158,7 +154,7 @@ TEST_F(MapWindowTest, AZoomPaintsTheMapOnceAndTellsOfTheWork) {
   const int painting = events.MapPainted.Connect([&painted] { ++painted; });
   const int telling = events.InfoBarChanged.Connect([&told] { told << InfoBar.Zoom; });
   for (const bool normal : {false, true}) {
-    if (normal) Choose(QStringLiteral("mnuWEinpass"));
+    if (normal) Choose("mnuWEinpass");
     for (const char* zoom : {"mnuZoom50", "mnuZoom25", "mnuZoom100", "mnuZoom200", "mnuZoomBreite", "mnuZoom75"}) {
       painted = 0;
       Choose(QLatin1String(zoom));
@@ -167,8 +163,8 @@ TEST_F(MapWindowTest, AZoomPaintsTheMapOnceAndTellsOfTheWork) {
       Check_Picture();
     }
   }
-  EXPECT_TRUE(told.contains(QStringLiteral("Karte wird gezoomt. Bitte warten.")));
-  EXPECT_EQ(Child<QLabel>("Zm")->text(), QStringLiteral("75 %"));
+  EXPECT_TRUE(told.contains("Karte wird gezoomt. Bitte warten."));
+  EXPECT_EQ(Child<QLabel>("Zm")->text(), "75 %");
   painted = 0;
   Wheel({200, 200}, {0, -120}, Qt::NoModifier);
   EXPECT_EQ(painted, 1);

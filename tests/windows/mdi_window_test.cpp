@@ -1,14 +1,11 @@
-#include <QDragEnterEvent>
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QMenuBar>
-#include <QMimeData>
 #include <QToolButton>
 
 #include "maps/commands.h"
 #include "maps/menu_table.h"
 #include "maps/toolbar_table.h"
-#include "state/events.h"
 #include "windows/common/window_support.h"
 #include "windows/window_fixture.h"
 
@@ -57,7 +54,7 @@ TEST(ToolbarTableTest, OnlyButtonsOfCommandsAreShown) {
   Toolbar1.Tag = ToolMode::Norm;
   QStringList norm;
   for (const ToolButton& button : Toolbar_Now()) norm << button.Key;
-  EXPECT_EQ(norm.first(), QStringLiteral("Map"));
+  EXPECT_EQ(norm.first(), "Map");
   EXPECT_TRUE(norm.contains("Excel"));
   EXPECT_FALSE(norm.contains("Del")) << "belongs to an entry in hand";
   for (const ToolRow& row : Toolbar_Table())
@@ -75,7 +72,7 @@ TEST_F(WindowTest, WithoutMapOnlyOpeningAndHelpAreOffered) {
     EXPECT_FALSE(window->Action(key)->isEnabled()) << key;
   for (const char* key : {"mnuMapNeu", "mnuFOpen", "mnuNoTable", "mnuOptionen", "mnuFluraxFini", "mnuHelpIndex"})
     EXPECT_TRUE(window->Action(key)->isEnabled()) << key;
-  EXPECT_EQ(window->windowTitle(), QStringLiteral("FLURAX - 100%"));
+  EXPECT_EQ(window->windowTitle(), "FLURAX - 100%");
   ASSERT_NE(Child<QWidget>("frmMapStart"), nullptr);
   EXPECT_TRUE(Child<QWidget>("frmMapStart")->isVisible());
   EXPECT_TRUE(Child<QToolBar>("Toolbar1")->isHidden());
@@ -92,15 +89,13 @@ TEST_F(WindowTest, MenuOpensMapAndCloseBringsStartWindowBack) {
   EXPECT_TRUE(window->Action("mnuZoom100")->isChecked());
   EXPECT_TRUE(window->Action("mnuTableSave")->isEnabled());
   EXPECT_TRUE(window->Action("mnuMapFile", 1)->isVisible());
-
-  Choose(QStringLiteral("mnuMapClose"));
+  Choose("mnuMapClose");
   EXPECT_FALSE(frmMDI.MapOpen);
   EXPECT_FALSE(Canvas()->isVisible());
   EXPECT_TRUE(Child<QWidget>("frmMapStart")->isVisible());
   EXPECT_FALSE(window->Action("mnuTableSave")->isEnabled());
-
   // The recent list opens it again.
-  Choose(QStringLiteral("mnuMapFile"), 1);
+  Choose("mnuMapFile", 1);
   EXPECT_TRUE(frmMDI.MapOpen);
   EXPECT_TRUE(Canvas()->isVisible());
 }
@@ -108,7 +103,7 @@ TEST_F(WindowTest, MenuOpensMapAndCloseBringsStartWindowBack) {
 TEST_F(WindowTest, TheStartWindowListsTheMapsOpenedLastAndOpensThem) {
   Open(300, 200);
   const QString map = MapFile;
-  Choose(QStringLiteral("mnuMapClose"));
+  Choose("mnuMapClose");
   auto* recent = Child<QListWidget>("lstRecent");
   ASSERT_TRUE(recent->isVisible());
   ASSERT_EQ(recent->count(), 1);  // the demo map is not there, so it is not offered
@@ -159,6 +154,19 @@ TEST_F(WindowTest, KeysReachTheirEntriesWithAMapOpen) {
 }
 
 // Two seconds after the last key or button what waits in the log is folded into the table file.
+// The bar makes its list of access keys anew when one of its menus becomes of use or of none.
+TEST_F(WindowTest, AMenuStaysOpenWhenAnotherChangesMeanwhile) {
+  const auto menus = window->menuBar()->actions();
+  QMenu& menu = *menus[0]->menu();
+  QAction& other = *menus[2];
+  QObject::connect(&menu, &QMenu::aboutToShow, &other, [&other] { other.setEnabled(!other.isEnabled()); });
+  QApplication::setActiveWindow(window.get());
+  QTest::keyClick(window.get(), Qt::Key_K, Qt::AltModifier);
+  EXPECT_EQ(QApplication::activePopupWidget(), &menu);
+  EXPECT_NE(menu.activeAction(), nullptr) << "the keys go on from the first entry";
+  menu.close();
+}
+
 TEST_F(WindowTest, IdleTimeBringsTheTableFileUpToDate) {
   Open(300, 200);
   const auto rowsInCopy = [this](const QString& name) {
@@ -184,13 +192,13 @@ TEST_F(WindowTest, OneOfAGroupIsChecked) {
 }
 
 TEST_F(WindowTest, SafeModeTellsItsStateInTheMenu) {
-  MessageScript messages(QStringLiteral("Wählen Sie diese Option"));
-  Choose(QStringLiteral("mnuNoTable"));
+  MessageScript messages("Wählen Sie diese Option");
+  Choose("mnuNoTable");
   EXPECT_TRUE(window->Action("mnuNoTable")->isChecked());
   EXPECT_TRUE(frmMDI.SafeMode);
-  EXPECT_EQ(window->Action("mnuNoTable")->text(), QStringLiteral("im abgesicherten Modus öffnen - ja"));
-  messages.Expect(QStringLiteral("zuletzt bearbeiteten Karteneinträgen"));
-  Choose(QStringLiteral("mnuNoTable"));
+  EXPECT_EQ(window->Action("mnuNoTable")->text(), "im abgesicherten Modus öffnen - ja");
+  messages.Expect("zuletzt bearbeiteten Karteneinträgen");
+  Choose("mnuNoTable");
   EXPECT_FALSE(window->Action("mnuNoTable")->isChecked());
 }
 
@@ -199,7 +207,7 @@ TEST_F(WindowTest, ListLinesShowPathsAsTheyAre) {
   Menu(QStringLiteral("mnuMapFile"), 1).Visible = true;
   Menu(QStringLiteral("mnuMapFile"), 2).Caption.clear();
   events.StateChanged.Emit();
-  EXPECT_EQ(window->Action("mnuMapFile", 1)->text(), QStringLiteral("/karten/Tier && Pflanze.bmp"));
+  EXPECT_EQ(window->Action("mnuMapFile", 1)->text(), "/karten/Tier && Pflanze.bmp");
   EXPECT_FALSE(window->Action("mnuMapFile", 2)->isVisible());
   Menu(QStringLiteral("mnuMapFile"), 1).Visible = false;
   events.StateChanged.Emit();
@@ -240,7 +248,7 @@ TEST_F(WindowTest, HelpOfAnEntryStandsInTheSecondPanelOnlyWhileItIsMeant) {
   EXPECT_EQ(panel->Whole_Text(), window->Action("mnuFOpen")->statusTip());
   QStatusTipEvent leave{QString()};
   QApplication::sendEvent(window.get(), &leave);
-  EXPECT_EQ(panel->Whole_Text(), QStringLiteral("F1 - Hilfe"));
+  EXPECT_EQ(panel->Whole_Text(), "F1 - Hilfe");
 }
 
 TEST_F(WindowTest, LongStatusTextIsWholeInTheToolTip) {
@@ -255,23 +263,12 @@ TEST_F(WindowTest, LongStatusTextIsWholeInTheToolTip) {
 }
 
 TEST_F(WindowTest, DroppedMapOpensOtherFilesDoNot) {
-  const auto drop = [this](const QString& path) {
-    QMimeData data;
-    data.setUrls({QUrl::fromLocalFile(path)});
-    QDragEnterEvent enter({50, 50}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(window.get(), &enter);
-    if (!enter.isAccepted()) return false;
-    QDropEvent event(QPointF(50, 50), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(window.get(), &event);
-    Settle();
-    return true;
-  };
-  const QString text = Path(QStringLiteral("Notiz.txt"));
+  const QString text = Path("Notiz.txt");
   Write_Lines(text, {QStringLiteral("keine Karte")});
-  EXPECT_FALSE(drop(text));
+  EXPECT_FALSE(Drop(text));
   EXPECT_FALSE(frmMDI.MapOpen);
-  const QString map = Make_Map(QStringLiteral("Übersicht Nord.bmp"), 200, 150);
-  EXPECT_TRUE(drop(map));
+  const QString map = Make_Map("Übersicht Nord.bmp", 200, 150);
+  EXPECT_TRUE(Drop(map));
   ASSERT_TRUE(frmMDI.MapOpen);
   EXPECT_EQ(MapFile, map);
   EXPECT_EQ(Menu(QStringLiteral("mnuMapFile"), 1).Tag, map);
@@ -282,7 +279,7 @@ TEST_F(WindowTest, MapButtonOpensMenuOrFitsTheWindow) {
   EXPECT_EQ(window->menuBar()->activeAction(), window->Action("mnuKarte"));
   window->menuBar()->setActiveAction(nullptr);
   Open(300, 200);
-  Choose(QStringLiteral("mnuDBGridOn"));  // without the table the map fills the window
+  Choose("mnuDBGridOn");  // without the table the map fills the window
   ASSERT_TRUE(Map.Maximized);
   Press_Tool("Map");
   EXPECT_FALSE(Map.Maximized);
@@ -313,7 +310,7 @@ TEST_F(WindowTest, UncaughtErrorIsToldAndTheProgramGoesOn) {
   Open(300, 200);
   Thrower thrower;
   {
-    MessageScript messages(QStringLiteral("Programmfehler "), MsgAnswer::No);
+    MessageScript messages("Programmfehler ", MsgAnswer::No);
     QApplication::postEvent(&thrower, new QEvent(QEvent::User));
     Settle();
     ASSERT_EQ(messages.Seen().size(), 1U);
@@ -322,7 +319,7 @@ TEST_F(WindowTest, UncaughtErrorIsToldAndTheProgramGoesOn) {
   }
   EXPECT_TRUE(window->isVisible());
   EXPECT_TRUE(frmMDI.MapOpen);
-  MessageScript messages(QStringLiteral("Programmfehler "), MsgAnswer::Yes);
+  MessageScript messages("Programmfehler ", MsgAnswer::Yes);
   QApplication::postEvent(&thrower, new QEvent(QEvent::User));
   Settle();
   EXPECT_FALSE(window->isVisible());

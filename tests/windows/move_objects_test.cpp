@@ -1,4 +1,3 @@
-#include "state/events.h"
 #include "windows/canvas/dlgBMP.h"
 #include "windows/canvas/frmMoveObjects.h"
 #include "windows/window_fixture.h"

@@ -5,7 +5,6 @@
 
 #include "platform/printer.h"
 #include "printing/print_map.h"
-#include "store/header_row.h"
 #include "support/pixels.h"
 #include "windows/main/mdi_window_pads.h"
 #include "windows/maps/frmNotePad.h"
@@ -108,7 +107,6 @@ TEST_F(PrintWindowsTest, ThePreviewFitsTheMapAndKeepsIt) {
   EXPECT_TRUE(Text_In(form, "Label2").startsWith("1 Druckseite")) << pages->currentText();
   Press(form, "btnDF");
   EXPECT_EQ(form.Setup().settings.orientation, landscape);
-
   MessageScript box("Wertebereich");
   Type(form, "txtFtSize", "3,01");
   Press(form, "Ok_Butt");
@@ -142,11 +140,8 @@ TEST_F(PrintWindowsTest, APreviewIsStoppedByItsOwnButtonAndMadeAnew) {
 }
 
 TEST_F(PrintWindowsTest, TheFactorIsSeenWholeAtEveryFontSize) {
-  const QFont normal = QApplication::font();
   for (const double size : {1.0, 1.5, 2.0}) {
-    QFont font = normal;
-    font.setPointSizeF(normal.pointSizeF() * size);
-    QApplication::setFont(font);
+    const Letters letters(size);
     Choose("mnuBlattschnitt");
     const auto* box = Part<QLineEdit>(*Preview(), "txtFaktor");
     QStyleOptionFrame frame;
@@ -157,7 +152,6 @@ TEST_F(PrintWindowsTest, TheFactorIsSeenWholeAtEveryFontSize) {
     Press(*Preview(), "btnClose");
     Settle();
   }
-  QApplication::setFont(normal);
 }
 
 TEST_F(PrintWindowsTest, PrintingClosesThePreviewAndCanBeStopped) {
@@ -231,8 +225,7 @@ TEST_F(PrintWindowsTest, PathTableTextAndWindow) {
   EXPECT_FALSE(window->Action("mnuPrintTxt")->isEnabled()) << "without a note pad";
   Choose("mnuTextNew");
   Choose("mnuPrintTxt");
-  EXPECT_EQ(printed.ended, 4);
-  EXPECT_EQ(printed.title, "Notiz 1");
+  EXPECT_EQ(std::tuple(printed.ended, printed.title), std::tuple(4, "Notiz 1"));
 }
 
 TEST_F(PrintWindowsTest, SheetFrameStandsOnTheMap) {

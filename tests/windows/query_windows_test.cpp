@@ -1,7 +1,5 @@
 #include <QStatusBar>
 
-#include "state/events.h"
-#include "state/table_state.h"
 #include "store/versions.h"
 #include "windows/store/frmReplace.h"
 #include "windows/store/tbl_window.h"

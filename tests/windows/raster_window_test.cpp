@@ -16,15 +16,15 @@ class RasterWindow : public WindowTest {
 TEST_F(RasterWindow, FromTheSizeToTheTableAndBack) {
   Open(600, 400);
   EXPECT_FALSE(window->Action(QStringLiteral("mnuRasterBearbeiten"))->isEnabled());
-  Choose(QStringLiteral("mnuRasterErstellen"));
+  Choose("mnuRasterErstellen");
   ASSERT_TRUE(Frm().isVisible());
   EXPECT_EQ(Frm().windowTitle(), "Raster-  oder Planquadrate erstellen");
-  With_Box(QStringLiteral("Keine Größe"), [&] { Press(Frm(), "btnVorschau"); });
+  With_Box("Keine Größe", [&] { Press(Frm(), "btnVorschau"); });
   EXPECT_FALSE(Is_Enabled(Frm(), "btnTake"));
   Press(Frm(), "optTeil");
   Press(Frm(), "optPixel");
   Size(QStringLiteral("   100 * 100"));
-  With_Box(QStringLiteral("alle vier Eingabefelder"), [&] { Press(Frm(), "btnGetTxt"); });
+  With_Box("alle vier Eingabefelder", [&] { Press(Frm(), "btnGetTxt"); });
   Write("txt1x", QStringLiteral("50"));
   Write("txt1y", QStringLiteral("50"));
   Write("txt2x", QStringLiteral("390"));
@@ -33,7 +33,7 @@ TEST_F(RasterWindow, FromTheSizeToTheTableAndBack) {
   Press(Frm(), "btnGetTxt");
   EXPECT_TRUE(Raster_Preview_Shown());
   EXPECT_EQ(Preview(), "<< Zurück");
-  EXPECT_TRUE(Info().startsWith(QStringLiteral("Abstimmung"))) << Info();
+  EXPECT_TRUE(Info().startsWith("Abstimmung")) << Info();
   EXPECT_EQ(Entry_Count(), 0);
   Press(Frm(), "btnVorschau");
   EXPECT_FALSE(Raster_Preview_Shown());
@@ -42,36 +42,36 @@ TEST_F(RasterWindow, FromTheSizeToTheTableAndBack) {
   Press(Frm(), "btnTake");
   EXPECT_EQ(Entry_Count(), 3 * 2 + 1);
   EXPECT_FALSE(Raster_Preview_Shown());
-  EXPECT_TRUE(Info().startsWith(QStringLiteral("Raster übernommen."))) << Info();
+  EXPECT_TRUE(Info().startsWith("Raster übernommen.")) << Info();
   Frm().close();
   Settle();
-  Choose(QStringLiteral("mnuRasterBearbeiten"));
+  Choose("mnuRasterBearbeiten");
   EXPECT_EQ(Text_In(Frm(), "cmbSize"), "100 * 100");
   EXPECT_TRUE(Is_Checked(Frm(), "optZentrSchrift"));
   EXPECT_EQ(Text_In(Frm(), "txt2x"), "350");
   {
-    MessageScript messages(QStringLiteral("bereits übernommen"), MsgAnswer::Yes);
-    messages.Expect(QStringLiteral("bereits in der Karte"), MsgAnswer::Ok);
+    MessageScript messages("bereits übernommen", MsgAnswer::Yes);
+    messages.Expect("bereits in der Karte", MsgAnswer::Ok);
     Size(QStringLiteral("50 px"));
     Press(Frm(), "btnVorschau");
     Press(Frm(), "btnTake");
   }
   EXPECT_EQ(Entry_Count(), 6 * 4 + 1);
-  Choose(QStringLiteral("mnuRasterDelete"));
+  Choose("mnuRasterDelete");
   EXPECT_EQ(Entry_Count(), 0);
   EXPECT_FALSE(window->Action(QStringLiteral("mnuRasterBearbeiten"))->isEnabled());
 }
 
 TEST_F(RasterWindow, TheFieldIsDraggedAndFaultsShowTheirTab) {
   Open(600, 400);
-  Choose(QStringLiteral("mnuRasterErstellen"));
+  Choose("mnuRasterErstellen");
   Size(QStringLiteral("20 px"));
   Press(Frm(), "optTeil");
   {
-    MessageScript messages(QStringLiteral("Ungültige(r) Wert(e)"), MsgAnswer::Cancel);
+    MessageScript messages("Ungültige(r) Wert(e)", MsgAnswer::Cancel);
     Press(Frm(), "btnVorschau");
     EXPECT_EQ(Part<QTabWidget>(Frm(), "TabStrip")->currentIndex(), 1);
-    messages.Expect(QStringLiteral("Kein Koordinatennetz"));
+    messages.Expect("Kein Koordinatennetz");
     Press(Frm(), "optKoordinaten");
     EXPECT_TRUE(Is_Checked(Frm(), "optPixel"));
   }
@@ -87,9 +87,9 @@ TEST_F(RasterWindow, TheFieldIsDraggedAndFaultsShowTheirTab) {
   Size(QStringLiteral("2 px"));
   EXPECT_FALSE(Raster_Preview_Shown()) << "another size, another preview";
   Press(Frm(), "optGesamt");
-  MessageScript messages(QStringLiteral("Step: 7\n\nZuviele Planquadrate. 60000"));
+  MessageScript messages("Step: 7\n\nZuviele Planquadrate. 60000");
   Press(Frm(), "btnVorschau");
   EXPECT_FALSE(Raster_Preview_Shown());
-  Choose(QStringLiteral("mnuMapClose"));
+  Choose("mnuMapClose");
   EXPECT_FALSE(Raster_Preview_Shown());
 }

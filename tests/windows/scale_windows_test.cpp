@@ -7,10 +7,7 @@ namespace {
 
 class ScaleWindowsTest : public WindowTest {
  protected:
-  void SetUp() override {
-    WindowTest::SetUp();
-    Open(600, 400);
-  }
+  ScaleWindowsTest() { mapSize = {600, 400}; }
   FrmMass* Mass() const { return window->findChild<FrmMass*>(); }
   static void Drag(QPoint from, QPoint to) {
     Map_Mouse_Down(from, MouseButton::Left, {});
@@ -22,22 +19,22 @@ class ScaleWindowsTest : public WindowTest {
 }  // namespace
 
 TEST_F(ScaleWindowsTest, LineIsDrawnAndTheBarStandsAtItsBeginning) {
-  Choose(QStringLiteral("mnuInsMass"));
+  Choose("mnuInsMass");
   ASSERT_NE(Mass(), nullptr);
   EXPECT_TRUE(Is_Checked(*Mass(), "btnLinie"));
   Drag({100, 300}, {104, 100});
-  EXPECT_EQ(Text_In(*Mass(), "txtLaenge"), QStringLiteral("200"));
+  EXPECT_EQ(Text_In(*Mass(), "txtLaenge"), "200");
   EXPECT_TRUE(Is_Checked(*Mass(), "optV"));
-  EXPECT_EQ(Text_In(*Mass(), "lblMass"), QStringLiteral("Maßstab = 1 : ?"));
+  EXPECT_EQ(Text_In(*Mass(), "lblMass"), "Maßstab = 1 : ?");
   MessageScript messages;
   for (const char* bad : {"", "0", "-1", "viel"}) {
-    messages.Expect(QStringLiteral("Maßstab - Fehler"));
+    messages.Expect("Maßstab - Fehler");
     Fill(*Mass(), "txtZahl", QLatin1String(bad));
     Press(*Mass(), "cmdOK");
     ASSERT_TRUE(Mass()->isVisible());
   }
-  Fill(*Mass(), "txtZahl", QStringLiteral("2.5"));
-  Fill(*Mass(), "cmbEinheit", QStringLiteral("Meter"));
+  Fill(*Mass(), "txtZahl", "2.5");
+  Fill(*Mass(), "cmbEinheit", "Meter");
   Press(*Mass(), "cmdOK");
   const EntryRow row = Last_Row();
   EXPECT_EQ(std::tuple(row.Schrift, row.Eintrag, row.HG), std::tuple(QStringLiteral("2,5"), QStringLiteral(" m"), 1));
@@ -46,29 +43,28 @@ TEST_F(ScaleWindowsTest, LineIsDrawnAndTheBarStandsAtItsBeginning) {
   EXPECT_TRUE(Map.Tool.isEmpty());
   Settle();
   // Opened again it shows what is there; closing asks for what was changed.
-  Choose(QStringLiteral("mnuMass"));
-  EXPECT_EQ(Text_In(*Mass(), "txtZahl"), QStringLiteral("2,5"));
+  Choose("mnuMass");
+  EXPECT_EQ(Text_In(*Mass(), "txtZahl"), "2,5");
   EXPECT_TRUE(Is_Checked(*Mass(), "optV"));
   QTest::keyClicks(Part<QLineEdit>(*Mass(), "txtZahl"), QStringLiteral("5"));
-  messages.Expect(QStringLiteral("Maßstab sichern?"), MsgAnswer::Cancel);
+  messages.Expect("Maßstab sichern?", MsgAnswer::Cancel);
   Mass()->reject();
   ASSERT_TRUE(Mass()->isVisible());
-  messages.Expect(QStringLiteral("Maßstab sichern?"), MsgAnswer::Yes);
+  messages.Expect("Maßstab sichern?", MsgAnswer::Yes);
   Mass()->reject();
-  EXPECT_EQ(Last_Row().Schrift, QStringLiteral("5"));
-  EXPECT_EQ(Last_Row().Xmap, 100);
+  EXPECT_EQ(std::tuple(Last_Row().Schrift, Last_Row().Xmap), std::tuple(QStringLiteral("5"), 100));
 }
 
 TEST_F(ScaleWindowsTest, TypedLengthWaitsForAClick) {
   MapWidthMm = 1200;  // 2 mm a pixel
   Press_Tool("Scale");
   ASSERT_NE(Mass(), nullptr);
-  Fill(*Mass(), "cmbArt", QStringLiteral("Millimeter"));
+  Fill(*Mass(), "cmbArt", "Millimeter");
   QTest::keyClicks(Part<QLineEdit>(*Mass(), "txtLaenge"), QStringLiteral("100,4"));
-  Fill(*Mass(), "txtZahl", QStringLiteral("1"));
+  Fill(*Mass(), "txtZahl", "1");
   Press(*Mass(), "cmdOK");
   ASSERT_TRUE(Mass()->isVisible());
-  EXPECT_EQ(Map.Tool, QStringLiteral("Scale"));
+  EXPECT_EQ(Map.Tool, "Scale");
   Map_Mouse_Down({40, 60}, MouseButton::Left, {});
   Map_Mouse_Up({40, 60}, MouseButton::Left);
   const EntryRow row = Last_Row();
@@ -76,9 +72,9 @@ TEST_F(ScaleWindowsTest, TypedLengthWaitsForAClick) {
   Settle();
   EXPECT_EQ(Mass(), nullptr);
   // Without a map there is no window, and nothing is asked.
-  Choose(QStringLiteral("mnuInsMass"));
+  Choose("mnuInsMass");
   Drag({10, 10}, {60, 10});
-  Choose(QStringLiteral("mnuMapClose"));
+  Choose("mnuMapClose");
   EXPECT_EQ(Mass(), nullptr);
 }
 
@@ -95,10 +91,9 @@ TEST_F(ScaleWindowsTest, ReferenceStyleIsSeenAtOnceAndTakenBack) {
       EXPECT_EQ(Last_Row().Typ, 2);
       Press(dialog, keep ? "cmdOK" : "cmdCancel");
     });
-    Choose(QStringLiteral("mnuRfline"));
+    Choose("mnuRfline");
     EXPECT_EQ(Last_Row().Typ, keep ? 2 : 1);
-    EXPECT_EQ(Map.ReferenceWidth, keep ? 4 : 1);
-    EXPECT_EQ(Map.ReferenceArrow, keep ? 30 : 6);
+    EXPECT_EQ(std::tuple(Map.ReferenceWidth, Map.ReferenceArrow), std::tuple(keep ? 4 : 1, keep ? 30 : 6));
     EXPECT_EQ(ink() > 2 * thin, keep);
   }
 }

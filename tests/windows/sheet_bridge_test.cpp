@@ -1,15 +1,10 @@
 #include "maps/sheet_bridge.h"
 
-#include <QProcess>
 #include <QTableWidget>
 
 #include "exchange/sheet_rows.h"
+#include "maps/map_open.h"
 #include "maps/sheet_bridge_tool.h"
-#include "platform/shell.h"
-#include "state/events.h"
-#include "state/table_state.h"
-#include "store/file_names.h"
-#include "store/table_file.h"
 #include "windows/bridge/frmTabAustausch.h"
 #include "windows/bridge/frmTabExport.h"
 #include "windows/window_fixture.h"
@@ -41,15 +36,6 @@ class SheetBridgeTest : public WindowTest {
     Set_Shell(former);
     qunsetenv("FLURAX_HOME");
     WindowTest::TearDown();
-  }
-  static QStringList Texts() {
-    const KeepCurrentRow keep;
-    QStringList texts;
-    for (int i = 1; i < rsEntries->RecordCount(); ++i) {
-      rsEntries->MoveTo(i);
-      texts << rsEntries->Text(column::Eintrag);
-    }
-    return texts;
   }
   QString Book() const { return Path("KARTE.XLS"); }
   // The workbook of the map with that text in the first row.
@@ -192,6 +178,37 @@ TEST_F(SheetBridgeTest, ChangesOfTheProgramAreNotLostUnasked) {
   Choose("mnuMapClose");
   ASSERT_FALSE(frmMDI.MapOpen);
   With_Box("nicht mehr geöffnet", [this] { ended(); });
+}
+
+// The program may end before the tool does: what that left is offered when the map is opened again.
+TEST_F(SheetBridgeTest, WhatWasLeftIsOfferedAtTheNextOpening) {
+  for (const MsgAnswer answer : {MsgAnswer::No, MsgAnswer::Yes}) {
+    Write_Book(QString("Uhu, 2 juv."));
+    Choose("mnuExChangeXL");
+    In_Window([](QWidget& tab) { Press(tab, "cmdUebernehmen"); });
+    const QString map = MapFile;
+    Choose("mnuMapClose");
+    With_Box("werden angeboten, wenn sie wieder geöffnet wird", [this] { ended(); });
+    Open_Map(map);
+    With_Box("als Flurax schon beendet war", answer, [] {
+      Offer_Left_Exchange();
+      Settle();
+    });
+    EXPECT_EQ(Texts().first(), answer == MsgAnswer::Yes ? "Uhu, 2 juv." : "Uhu");
+    Offer_Left_Exchange();  // once
+    Settle();
+  }
+}
+
+TEST_F(SheetBridgeTest, TheExportLeavesAnArmedUndo) {
+  Undo_Point("Rückgängig: Import");
+  Add({"Text", "Reiher", "Arial", 10, 0, 15, 0, 40, 50, 0, 0, 0});
+  Choose("mnuExportxls");
+  const QRect screen = window->screen()->availableGeometry();
+  EXPECT_NEAR(window->geometry().right(), screen.left() + screen.width() / 2, 10) << "room for the tool";
+  EXPECT_EQ(Menu("mnuReset").Caption, "Rückgängig: Import");
+  With_Box("wieder hergestellt", [this] { Choose("mnuReset"); });
+  EXPECT_EQ(Texts(), QStringList({"Uhu", "Star", "Specht"}));
 }
 
 TEST_F(SheetBridgeTest, TheExportTellsWhereItLiesAndTakesAnotherMap) {

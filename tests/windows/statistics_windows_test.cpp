@@ -6,8 +6,6 @@
 #include <QXmlStreamReader>
 
 #include "platform/printer.h"
-#include "state/events.h"
-#include "store/vertex_table.h"
 #include "tools/map_tool.h"
 #include "tools/text_tool.h"
 #include "view/view.h"
@@ -66,7 +64,7 @@ TEST_F(StatisticsWindows, DistancesFollowTheClicksOnEntries) {
   Add({"Flaeche1", "Wiese", "Arial", 8, 0, 0, 0, 560, 10, 1, 1, 4});
   Map_Redraw();
   events.StateChanged.Emit();
-  Choose(QStringLiteral("mnuDistPoly"));
+  Choose("mnuDistPoly");
   auto* distances = &Shown<FrmDistanz>();
   EXPECT_TRUE(Is_Checked(*distances, "optPolygon"));
   EXPECT_EQ(Canvas()->cursor().shape(), Qt::CrossCursor);
@@ -84,31 +82,28 @@ TEST_F(StatisticsWindows, DistancesFollowTheClicksOnEntries) {
   Set_Zoom(2);
   EXPECT_EQ(Line_Ends().back(), QPoint(Window_X(148), Window_Y(304))) << "lines stay on their places of the map";
   Set_Zoom(1);
-
   Press(*distances, "optBundel");
   EXPECT_EQ(Text_In(*distances, "lblDist"), "419,14 m");
-  Choose(QStringLiteral("mnuDist_Einfach"));
+  Choose("mnuDist_Einfach");
   EXPECT_EQ(window->findChildren<FrmDistanz*>().size(), 1);
   EXPECT_EQ(Figures(*distances).mid(0, 3), QStringList({"298,00 m", "1", "298,00 m"})) << "the last two are left";
   Click({105, 106});
   EXPECT_EQ(Text_In(*distances, "lblDist"), "419,14 m");
-
   Click({420, 220});
   const QStringList toArea = Figures(*distances);
   EXPECT_NE(toArea[0], "419,14 m") << "an area counts where it is clicked";
   Click({480, 280});
   EXPECT_EQ(Figures(*distances), toArea) << "the same area once more";
-
   const QPointer<FrmDistanz> open = distances;
   Toggle_Text_Tool();  // somebody else takes the mouse
   Settle();
   EXPECT_TRUE(open.isNull());
-  Choose(QStringLiteral("mnuDistBundle"));
+  Choose("mnuDistBundle");
   Key_On(&Shown<FrmDistanz>(), Qt::Key_Escape);
   EXPECT_FALSE(Is_Open<FrmDistanz>());
   EXPECT_EQ(Map_Tool_In_Use(), nullptr);
-  Choose(QStringLiteral("mnuDistBundle"));
-  Choose(QStringLiteral("mnuMapClose"));
+  Choose("mnuDistBundle");
+  Choose("mnuMapClose");
   EXPECT_FALSE(Is_Open<FrmDistanz>());
 }
 
@@ -125,7 +120,7 @@ TEST_F(StatisticsWindows, PopulationOptionsGoToTheirSheets) {
       Press(dialog, "cmdOK");
     });
     const MessageScript script({{"Hier Code eingeben"}, {sheets, MsgAnswer::No}});
-    Choose(QStringLiteral("mnuPopParm"));
+    Choose("mnuPopParm");
     const Sheet sheet = Workbook(Path(book))
                             .Read(Workbook(Path(book)).SheetNames().contains("Zuordnung") ? QStringLiteral("Zuordnung")
                                                                                           : QStringLiteral("Flächen"));
@@ -179,7 +174,7 @@ TEST_F(StatisticsWindows, ColoursAreStartedStoppedAndDone) {
     EXPECT_EQ(Read_Bytes(Path(book)), before);
     Key_On(&dialog, Qt::Key_Escape);
   });
-  Choose(QStringLiteral("mnuZuordBackgdColor"));
+  Choose("mnuZuordBackgdColor");
 }
 
 TEST_F(StatisticsWindows, NeighboursAreReportedAndTheReducedNumberIsShown) {
@@ -195,7 +190,7 @@ TEST_F(StatisticsWindows, NeighboursAreReportedAndTheReducedNumberIsShown) {
     EXPECT_FALSE(dialog.isVisible());
     EXPECT_EQ(dialog.findChild<QSpinBox*>("txtZahl")->value(), 2);
   });
-  Choose(QStringLiteral("mnuNachbar"));
+  Choose("mnuNachbar");
   EXPECT_TRUE(Shown<FrmNotePad>().Text().startsWith("Distanz zu den 2 naechstgelegenen Eintraegen."));
 }
 
@@ -220,7 +215,7 @@ TEST_F(StatisticsWindows, DiagramsFollowTheTableAndCanBeTakenAway) {
   Add_Text("Text>Flaeche1", "4 Amsel", {10, 10});
   Add_Text("Text>Flaeche1", "<b>Igel\x01z", {13, 14});
   events.StateChanged.Emit();
-  Choose(QStringLiteral("mnuDiagramme"));
+  Choose("mnuDiagramme");
   auto& diagrams = Shown<FrmDiagramme>();
   const auto* view = Part<QChartView>(diagrams, "view");
   const auto choose = [&](const char* box, int row) {
@@ -243,7 +238,6 @@ TEST_F(StatisticsWindows, DiagramsFollowTheTableAndCanBeTakenAway) {
   EXPECT_FALSE(Is_Enabled(diagrams, "cboWo"));
   EXPECT_TRUE(view->chart()->title().contains("3 Arten auf einer Fläche")) << view->chart()->title();
   choose("cboArt", 0);
-
   FileDialogScript files({Path("a.png"), Path("a.svg"), Path("weg/a.png")});
   Press(diagrams, "cmdPng");
   const QImage picture(Path("a.png"));
@@ -255,16 +249,13 @@ TEST_F(StatisticsWindows, DiagramsFollowTheTableAndCanBeTakenAway) {
     if (svg.readNext() == QXmlStreamReader::Characters) texts += svg.text().trimmed().toString() + u'|';
   EXPECT_FALSE(svg.hasError()) << svg.errorString();
   EXPECT_TRUE(texts.contains("3. <b>Igel z|")) << texts;
-  {
-    const MessageScript script("Pfad nicht gefunden", MsgAnswer::No);
-    Press(diagrams, "cmdPng");
-  }
+  With_Box("Pfad nicht gefunden", MsgAnswer::No, [&] { Press(diagrams, "cmdPng"); });
   Press(diagrams, "cmdCopy");
   EXPECT_EQ(QGuiApplication::clipboard()->image().size(), picture.size());
   PrinterFace printer = Set_Printer({});
   Press(diagrams, "cmdPrint");
   EXPECT_TRUE(QFileInfo::exists(ProgramFolder + "/Karte.pdf"));
   Set_Printer(printer);
-  Choose(QStringLiteral("mnuMapClose"));
+  Choose("mnuMapClose");
   EXPECT_FALSE(Is_Open<FrmDiagramme>());
 }

@@ -5,8 +5,6 @@
 #include <QMdiSubWindow>
 
 #include "edit/table_edit.h"
-#include "state/events.h"
-#include "state/table_state.h"
 #include "windows/store/tbl_window_model.h"
 #include "windows/window_fixture.h"
 
@@ -53,15 +51,15 @@ TEST_F(TblWindowTest, TheTableStandsBelowTheMapUntilF4) {
   EXPECT_GE(Frame()->height(), 110);
   EXPECT_LE(Frame()->geometry().bottom(), Frame()->parentWidget()->height());
   const int before = Map.ScaleHeight;
-  Choose(QStringLiteral("mnuDBGridOn"));
+  Choose("mnuDBGridOn");
   EXPECT_FALSE(Frame()->isVisible());
   EXPECT_GT(Map.ScaleHeight, before);
-  Choose(QStringLiteral("mnuDBGridOn"));
+  Choose("mnuDBGridOn");
   EXPECT_EQ(Map.ScaleHeight, before);
   Frame()->close();  // closing is hiding
   Settle();
   EXPECT_FALSE(frmMDI.TblVisible);
-  EXPECT_EQ(window->Action("mnuDBGridOn")->text(), QStringLiteral("&Einblenden"));
+  EXPECT_EQ(window->Action("mnuDBGridOn")->text(), "&Einblenden");
 }
 
 TEST_F(TblWindowTest, TheMapWindowMaximisedByTheUserHidesTheTable) {
@@ -70,7 +68,7 @@ TEST_F(TblWindowTest, TheMapWindowMaximisedByTheUserHidesTheTable) {
   Settle();
   EXPECT_FALSE(frmMDI.TblVisible);
   EXPECT_TRUE(Map.Maximized);
-  Choose(QStringLiteral("mnuDBGridOn"));
+  Choose("mnuDBGridOn");
   EXPECT_TRUE(Frame()->isVisible());
   EXPECT_FALSE(Map.Maximized);
 }
@@ -125,9 +123,9 @@ TEST_F(TblWindowTest, TheGridFollowsRowsThatComeGoAndChange) {
   }
   // Closed and loaded once more: nothing of the old table is asked.
   MessageScript messages("unter einem eigenen Namen sichern?", MsgAnswer::No);
-  Choose(QStringLiteral("mnuMapLoad"));
+  Choose("mnuMapLoad");
   EXPECT_EQ(Model().rowCount(), 31);
-  Choose(QStringLiteral("mnuMapClose"));
+  Choose("mnuMapClose");
   EXPECT_EQ(Model().rowCount(), 0);
   EXPECT_FALSE(Frame()->isVisible());
 }
@@ -147,22 +145,22 @@ TEST_F(TblWindowTest, CellsAreEditedInPlaceAndInTheLineAbove) {
   // A text of two lines goes by Text1; Enter takes it, Esc gives it up.
   Click(2, column::Eintrag);
   auto* Text1 = Table().findChild<QPlainTextEdit*>(QStringLiteral("Text1"));
-  EXPECT_EQ(Text1->toPlainText(), QStringLiteral("Ort 1"));
+  EXPECT_EQ(Text1->toPlainText(), "Ort 1");
   Text1->setPlainText(QStringLiteral("verworfen"));
   Text1->document()->setModified(true);
   QTest::keyClick(Text1, Qt::Key_Escape);
-  EXPECT_EQ(Text1->toPlainText(), QStringLiteral("Ort 1"));
+  EXPECT_EQ(Text1->toPlainText(), "Ort 1");
   Text1->setPlainText(QStringLiteral("oben\nunten"));
   Text1->document()->setModified(true);
   Key_On(Text1, Qt::Key_Return);
-  EXPECT_EQ(Model().Text_Of(Model().index(2, column::Eintrag)), QStringLiteral("oben\r\nunten"));
+  EXPECT_EQ(Model().Text_Of(Model().index(2, column::Eintrag)), "oben\r\nunten");
   // Left without taking it: asked, not lost.
   Text1->setPlainText(QStringLiteral("fast vergessen"));
   Text1->document()->setModified(true);
   messages.Expect("Soll er in die Tabelle übernommen werden?", MsgAnswer::Yes);
   Click(4, column::Eintrag);
-  EXPECT_EQ(Model().Text_Of(Model().index(2, column::Eintrag)), QStringLiteral("fast vergessen"));
-  EXPECT_EQ(Text1->toPlainText(), QStringLiteral("Ort 3"));
+  EXPECT_EQ(Model().Text_Of(Model().index(2, column::Eintrag)), "fast vergessen");
+  EXPECT_EQ(Text1->toPlainText(), "Ort 3");
   // The header row takes nothing.
   Click(0, column::Eintrag);
   EXPECT_FALSE(Text1->isEnabled());
@@ -191,9 +189,9 @@ TEST_F(TblWindowTest, ColumnsAreAddedHiddenAndRemovedByTheirHeads) {
     dialog->findChild<QAbstractButton*>(QStringLiteral("optInteger"))->click();
     dialog->findChild<QPushButton*>(QStringLiteral("comOK"))->click();
   });
-  Choose(QStringLiteral("mnuSpaltAppend"));
+  Choose("mnuSpaltAppend");
   ASSERT_EQ(Model().columnCount(), column::fixedCount + 1);
-  EXPECT_EQ(Model().Name_Of(column::fixedCount), QStringLiteral("Anzahl"));
+  EXPECT_EQ(Model().Name_Of(column::fixedCount), "Anzahl");
   EXPECT_EQ(Edit_Cell(Model().Key_Of(2), column::fixedCount, "17"), CellEdit::Written);
   Settle();
   EXPECT_EQ(Model().index(2, column::fixedCount).data().toString(), QStringLiteral("17"));
@@ -204,15 +202,14 @@ TEST_F(TblWindowTest, ColumnsAreAddedHiddenAndRemovedByTheirHeads) {
                       {header->sectionViewportPosition(section) + 8, header->height() / 2});
     Settle();
   };
-  Choose(QStringLiteral("mnuSpaltHide"));
+  Choose("mnuSpaltHide");
   head(column::Schrift);
   EXPECT_TRUE(Grid().isColumnHidden(column::Schrift));
   Child<QDialog>("FrmSpltHide")->close();
   Settle();
-  Choose(QStringLiteral("mnuSpaltShow"));
+  Choose("mnuSpaltShow");
   EXPECT_FALSE(Grid().isColumnHidden(column::Schrift));
-
-  Choose(QStringLiteral("mnuSpaltDelete"));
+  Choose("mnuSpaltDelete");
   auto* dialog = Child<QDialog>("FrmSpalteDel");
   ASSERT_TRUE(dialog);
   MessageScript messages("Bitte wählen Sie eine Spalte rechts");
@@ -230,21 +227,21 @@ TEST_F(TblWindowTest, ColumnsAreAddedHiddenAndRemovedByTheirHeads) {
 TEST_F(TblWindowTest, NotePadsAreOpenedAndAskedBeforeTheProgramEnds) {
   Open_With(1);
   EXPECT_FALSE(window->Action("mnuTextSave")->isEnabled());
-  Choose(QStringLiteral("mnuTextNew"));
+  Choose("mnuTextNew");
   auto* text = Child<QWidget>("frmNotePad")->findChild<QPlainTextEdit*>();
   ASSERT_TRUE(text);
   EXPECT_TRUE(window->Action("mnuTextSave")->isEnabled());
   text->insertPlainText(QStringLiteral("Fund"));
-  EXPECT_EQ(Child<QWidget>("frmNotePad")->windowTitle(), QStringLiteral("Notiz 1 *"));
+  EXPECT_EQ(Child<QWidget>("frmNotePad")->windowTitle(), "Notiz 1 *");
   MessageScript messages("wurde geändert.", MsgAnswer::Cancel);
   EXPECT_FALSE(window->close());
   EXPECT_TRUE(frmMDI.MapOpen);
   FileDialogScript files{Path("Fund.txt")};
-  Choose(QStringLiteral("mnuTextSave"));
+  Choose("mnuTextSave");
   EXPECT_TRUE(QFile::exists(Path("Fund.txt")));
   // The same file again shows the same window.
-  Choose(QStringLiteral("mnuRecentFile"), 1);
+  Choose("mnuRecentFile", 1);
   EXPECT_EQ(window->findChildren<QWidget*>(QStringLiteral("frmNotePad")).size(), 1);
-  Choose(QStringLiteral("mnuMapClose"));
+  Choose("mnuMapClose");
   EXPECT_EQ(window->findChildren<QWidget*>(QStringLiteral("frmNotePad")).size(), 0);
 }

@@ -1,12 +1,8 @@
-#include <QDropEvent>
-#include <QMimeData>
-
 #include "edit/table_edit.h"
 #include "hand/leave_hand.h"
-#include "maps/map_choose.h"
 #include "maps/command_look.h"
+#include "maps/map_choose.h"
 #include "maps/paint_program.h"
-#include "store/file_names.h"
 #include "view/view.h"
 #include "windows/command_fixture.h"
 
@@ -27,16 +23,6 @@ class TypingTest : public CommandTest {
     for (; !rows->Eof(); rows->MoveNext())
       if (rows->Text(column::Eintrag) == text) return true;
     return false;
-  }
-
-  void Drop(const QString& path) {
-    QMimeData data;
-    data.setUrls({QUrl::fromLocalFile(path)});
-    QDragEnterEvent enter({10, 10}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(window.get(), &enter);
-    QDropEvent event({10, 10}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(window.get(), &event);
-    Settle();
   }
 };
 

@@ -6,12 +6,10 @@
 
 #include "edit/table_edit.h"
 #include "maps/map_choose.h"
-#include "state/dialog_hooks.h"
 #include "store/map_log.h"
 #include "view/view.h"
 #include "windows/canvas/frmMass.h"
 #include "windows/command_fixture.h"
-#include "windows/common/help_window.h"
 #include "windows/common/window_support.h"
 #include "windows/desktop/desktop_dialogs.h"
 #include "windows/maps/frmNotePad.h"
@@ -24,11 +22,6 @@ namespace {
 
 class UserWays : public WindowTest {
  protected:
-  static HelpWindow* Help() {
-    for (QWidget* shown : QApplication::topLevelWidgets())
-      if (auto* help = qobject_cast<HelpWindow*>(shown); help && help->isVisible()) return help;
-    return nullptr;
-  }
   QMdiSubWindow* Frame_Of(QWidget& inner) const { return qobject_cast<QMdiSubWindow*>(inner.parentWidget()); }
   // What is seen of the map, on the screen.
   QRect Picture() const { return {Canvas()->mapToGlobal(QPoint()), QSize(Map.ViewWidth, Map.ViewHeight)}; }
@@ -43,18 +36,7 @@ class UserWays : public WindowTest {
 };
 
 class SharedRoom : public UserWays, public testing::WithParamInterface<std::tuple<int, int, double>> {
- protected:
-  void SetUp() override {
-    QFont larger = font;
-    larger.setPointSizeF(font.pointSizeF() * std::get<2>(GetParam()));
-    QApplication::setFont(larger);
-    UserWays::SetUp();
-  }
-  void TearDown() override {
-    UserWays::TearDown();
-    QApplication::setFont(font);
-  }
-  const QFont font = QApplication::font();
+  const Letters letters{std::get<2>(GetParam())};
 };
 
 }  // namespace
@@ -218,8 +200,7 @@ TEST_F(UserWays, TheKeysOfTheMapWorkFromTheTable) {
   Key_On(&grid, Qt::Key_D, Qt::ControlModifier);
   EXPECT_EQ(Map.Tool, "Dupl");
   Key_On(&grid, Qt::Key_Escape);
-  EXPECT_EQ(Map.Tool, "");
-  EXPECT_EQ(Map.InHand, key);
+  EXPECT_EQ(std::tuple(Map.Tool, Map.InHand), std::tuple("", key));
   Key_On(&grid, Qt::Key_Escape);
   EXPECT_EQ(Map.InHand, "");
   // While a cell is being typed the keys belong to it.
@@ -247,10 +228,7 @@ TEST_F(UserWays, AMapThatIsGoneLeavesTheListAndNothingElse) {
   const QString open = MapFile;
   ASSERT_EQ(Menu("mnuMapFile", 2).Tag, gone);
   ASSERT_TRUE(QFile::remove(gone));
-  {
-    const MessageScript messages("Diese Datei wurde nicht gefunden:");
-    Choose("mnuMapFile", 2);
-  }
+  With_Box("Diese Datei wurde nicht gefunden:", [&] { Choose("mnuMapFile", 2); });
   EXPECT_EQ(MapFile, open);
   EXPECT_TRUE(frmMDI.MapOpen);
   EXPECT_NE(Menu("mnuMapFile", 2).Tag, gone);

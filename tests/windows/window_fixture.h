@@ -1,5 +1,7 @@
 #pragma once
 #include <QAction>
+#include <QDropEvent>
+#include <QMimeData>
 #include <QTest>
 #include <QToolBar>
 #include <memory>
@@ -11,6 +13,7 @@
 #include "support/rows.h"
 #include "view/redraw.h"
 #include "windows/canvas/map_window.h"
+#include "windows/common/help_window.h"
 #include "windows/dialog_parts.h"
 #include "windows/main/mdi_window.h"
 
@@ -24,6 +27,7 @@ class WindowTest : public FluraxTest, public RowsOfTable {
     Program_Start({});
     frmMDI.Tips = false;  // no window that waits for an answer
     Settle();
+    if (!mapSize.isEmpty()) Open(mapSize.width(), mapSize.height());
   }
   void TearDown() override {
     Program_End();
@@ -35,6 +39,7 @@ class WindowTest : public FluraxTest, public RowsOfTable {
   static void Settle() { QTest::qWait(60); }
   static void Key_On(QWidget* part, Qt::Key key, Qt::KeyboardModifiers with = Qt::NoModifier) {
     QTest::keyClick(part, key, with);
+    if (with != Qt::NoModifier) QTest::keyRelease(part, Qt::Key_Shift);  // else the next test finds it held
     Settle();
   }
   static void Push(QAbstractButton* button) {
@@ -65,10 +70,8 @@ class WindowTest : public FluraxTest, public RowsOfTable {
   }
   // Opens a white map of the size through the menu.
   void Open(int width, int height) {
-    const QString path = Make_Map(QStringLiteral("Karte.bmp"), width, height);
-    FileDialogScript files;
-    files.Answer(path);
-    Choose(QStringLiteral("mnuFOpen"));
+    const FileDialogScript files{Make_Map("Karte.bmp", width, height)};
+    Choose("mnuFOpen");
     ASSERT_TRUE(frmMDI.MapOpen);
   }
   // The one open window of its kind.
@@ -87,6 +90,25 @@ class WindowTest : public FluraxTest, public RowsOfTable {
     return window->findChild<T*>(QString::fromLatin1(name));
   }
   QWidget* Canvas() const { return Child<QWidget>("pic"); }
+  // Drops a file on the main window. False if it is not taken.
+  bool Drop(const QString& path) {
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(path)});
+    QDragEnterEvent enter({50, 50}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    enter.ignore();
+    QApplication::sendEvent(window.get(), &enter);
+    if (!enter.isAccepted()) return false;
+    QDropEvent event(QPointF(50, 50), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(window.get(), &event);
+    Settle();
+    return true;
+  }
+  static HelpWindow* Help() {
+    for (QWidget* shown : QApplication::topLevelWidgets())
+      if (auto* help = qobject_cast<HelpWindow*>(shown); help && help->isVisible()) return help;
+    return nullptr;
+  }
 
+  QSize mapSize;  // of the map every test begins with; empty: none
   std::unique_ptr<MdiWindow> window;
 };

@@ -149,6 +149,18 @@ void FrmGeodaten::Show_Size() {
   ui->btnRemove->setEnabled(!rasters.empty());
 }
 
+// Large sources take minutes.
+bool FrmGeodaten::Wants_Long_Work() {
+  constexpr double manyPixels = 500e6, million = 1e6;
+  const double pixels = Source_Pixels(rasters);
+  if (pixels < manyPixels) return true;
+  return Message_Box(
+             QStringLiteral("Die Quelle hat %1 Millionen Pixel; sie zu lesen kann einige Minuten dauern.\n%2\n\n"
+                            "Soll die Karte angelegt werden?")
+                 .arg(Whole(pixels / million), ui->lblSize->text().section(u'\n', 0, 0)),
+             MsgButtons::YesNo, MsgIcon::Question, title) == MsgAnswer::Yes;
+}
+
 void FrmGeodaten::accept() {
   FileRequest request;
   request.save = true;
@@ -159,6 +171,7 @@ void FrmGeodaten::accept() {
   request.defaultExtension = QStringLiteral("bmp");
   request.filter = QStringLiteral("Karten|*.bmp");
   request.helpPage = helpPage;
+  if (!Wants_Long_Work()) return;
   const auto path = File_Dialog(request);
   if (!path) return;
   if (frmMDI.MapOpen && QFileInfo(*path) == QFileInfo(MapFile)) {

@@ -26,6 +26,7 @@ class FrmGeodaten : public QDialog {
   void Remove_Raster();
   void Propose();
   void Show_Size();
+  bool Wants_Long_Work();
   GeodataWish Read_Wish() const;
 
   std::unique_ptr<Ui::FrmGeodaten> ui;

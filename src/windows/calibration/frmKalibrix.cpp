@@ -89,6 +89,7 @@ void FrmKalibrix::Connect_Controls() {
   act(ui->btnRedo, QKeySequence(Qt::CTRL | Qt::Key_Y), [this] { work.Sheet().Redo(), Points_Changed(); });
   act(ui->btnOpen, QKeySequence(Qt::CTRL | Qt::Key_O), [this] { Choose_Map(); });
   act(ui->btnSave, QKeySequence(Qt::CTRL | Qt::Key_S), [this] { Save(); });
+  act(ui->btnSaveAs, QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S), [this] { Save_As(); });
   act(ui->btnClose, {}, [this] { reject(); });
   act(ui->btnWhole, {}, [this] { view->Fit_In_Window(); });
   act(ui->btnFull, {}, [this] { view->Zoom_To(1, QRectF(view->viewport()->rect()).center()); });
@@ -161,6 +162,30 @@ bool FrmKalibrix::Save() {
   }
   Show_All();
   return true;
+}
+
+void FrmKalibrix::Save_As() {
+  Take_Typed(false);
+  FileRequest request;
+  request.save = true;
+  request.title = QStringLiteral("Kalibrierung sichern unter");
+  request.folder = QFileInfo(work.Cal_File()).path();
+  request.name = QFileInfo(work.Cal_File()).fileName();
+  request.defaultExtension = QStringLiteral("cal");
+  request.filter = QStringLiteral("Kalibrierungsdateien|*.cal");
+  request.helpPage = helpPage;
+  const auto path = File_Dialog(request);
+  if (!path) return;
+  try {
+    work.Save_As(*path);
+  } catch (const Error& error) {
+    Tell(QStringLiteral("Die Kalibrierung kann nicht gesichert werden.\n") + Error_Text(error));
+    return;
+  }
+  Show_All();
+  if (!work.Is_Found_By_Map())
+    Tell(QStringLiteral("Flurax findet diese Datei nicht von selbst: Sie muss neben dem Bild liegen, auf \"cal\" enden "
+                        "und den Namen des Bildes enthalten."));
 }
 
 void FrmKalibrix::reject() {
@@ -415,6 +440,7 @@ void FrmKalibrix::Show_Selected() {
   ui->btnUndo->setEnabled(work.Sheet().Can_Undo());
   ui->btnRedo->setEnabled(work.Sheet().Can_Redo());
   ui->btnSave->setEnabled(work.Is_Open());
+  ui->btnSaveAs->setEnabled(work.Is_Open());
 }
 
 void FrmKalibrix::Show_Result() {

@@ -30,6 +30,7 @@ class FrmKalibrix : public QDialog {
   void Connect_Map();
   void Choose_Map();
   bool Save();
+  void Save_As();
 
   void Press(QPointF pixel);
   void Drag(QPointF pixel);

@@ -6,6 +6,7 @@
 #include <QLocale>
 #include <QStyleFactory>
 #include <QTranslator>
+#include <clocale>
 
 #include "windows/desktop/clipboard.h"
 #include "windows/desktop/desktop_dialogs.h"
@@ -24,6 +25,7 @@ void Install_Desktop_Services() {
 }
 
 void Prepare_Application(QApplication& application) {
+  std::setlocale(LC_NUMERIC, "C");  // files hold decimal points
   Load_Icons();
   Guard_Pasting(application);
   QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));

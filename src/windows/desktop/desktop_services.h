@@ -5,5 +5,5 @@ class QApplication;
 
 // Gives the services their windows. Once, when the program starts.
 void Install_Desktop_Services();
-// Look, German language and icon of the application.
+// Look, German language and icon of the application; numbers of files keep their decimal point.
 void Prepare_Application(QApplication& application);

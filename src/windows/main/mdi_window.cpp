@@ -128,6 +128,11 @@ void MdiWindow::Connect_Events() {
       QApplication::restoreOverrideCursor();
   });
   // The procedure that wants the end runs to its own end first.
+  listen(events.LeftHalfWanted, [this] {
+    const QRect room = screen()->availableGeometry();
+    showNormal();
+    setGeometry(room.adjusted(0, frameGeometry().height() - height(), -room.width() / 2, 0));
+  });
   listen(events.EndWanted, [this] {
     QMetaObject::invokeMethod(
         this, [this] { close(); }, Qt::QueuedConnection);

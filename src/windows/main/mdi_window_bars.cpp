@@ -2,8 +2,10 @@
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
+#include <QShortcutEvent>
 #include <QToolBar>
 #include <QToolButton>
+#include <algorithm>
 
 #include "maps/command_look.h"
 #include "maps/commands.h"
@@ -49,9 +51,42 @@ QList<QKeySequence> Shortcuts(const QString& text) {
   return keys;
 }
 
+// The access keys of the menus. That of Qt goes on through its list of keys while a menu opens, although the list is
+// made anew when a menu becomes of use or of none meanwhile: a second menu opens, or the program ends.
+class MenuBar : public QMenuBar {
+ public:
+  using QMenuBar::QMenuBar;
+
+ protected:
+  bool event(QEvent* event) override {
+    if (event->type() != QEvent::Shortcut) return QMenuBar::event(event);
+    const QKeySequence key = static_cast<QShortcutEvent*>(event)->key();
+    const auto all = actions();
+    for (QAction* action : all) {
+      if (!action->menu() || !action->isVisible() || !action->isEnabled() ||
+          QKeySequence::mnemonic(action->text()) != key)
+        continue;
+      setActiveAction(action);
+      Go_To_First(*action->menu());
+      break;
+    }
+    return true;
+  }
+
+ private:
+  static void Go_To_First(QMenu& menu) {
+    const auto all = menu.actions();
+    const auto first = std::find_if(all.begin(), all.end(), [](const QAction* it) {
+      return it->isVisible() && it->isEnabled() && !it->isSeparator();
+    });
+    if (menu.isVisible() && first != all.end()) menu.setActiveAction(*first);
+  }
+};
+
 }  // namespace
 
 void MdiWindow::Build_Menus() {
+  setMenuBar(new MenuBar(this));
   popup = new QMenu(this);
   popup->setObjectName(QStringLiteral("popup"));
   // What is chosen there comes before or after the menu goes; the next turn of the loop forgets it.
