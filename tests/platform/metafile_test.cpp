@@ -55,7 +55,7 @@ TEST(Metafiles, DamageNeverEndsTheProgram) {
 
 // Three saved states with brushes of their own; what is taken back decides the colour of the box drawn then.
 TEST(Metafiles, SavedStatesNest) {
-  const auto colorAfter = [](std::initializer_list<int> restores) {
+  const auto colorAfter = [](const std::vector<int>& restores) {
     Metafile file;
     file.Add(setOrg, {0, 0}).Add(setExt, {100, 200}).Add(createPen, {5, 0, 0, 0, 0}).Add(selectObject, {0});
     const int brushes[][2] = {{0x00FF, 0}, {-256, 0}, {0, 0xFF}, {-1, 0}};  // red, green, blue, yellow
@@ -67,7 +67,7 @@ TEST(Metafiles, SavedStatesNest) {
     file.Add(rectangle, {30, 40, 10, 20});
     return Read_Wmf(file.Bytes(200, 100)).pixel(30, 20);
   };
-  const std::pair<std::initializer_list<int>, QRgb> cases[] = {
+  const std::pair<std::vector<int>, QRgb> cases[] = {
       {{}, yellow},     {{-1}, blue},    {{-2}, green},   {{-3}, red},   {{-1, -1}, green}, {{-1, -1, -1}, red},
       {{-2, -1}, red},  {{-1, -2}, red}, {{1}, red},      {{2}, green},  {{3}, blue},       {{2, -1}, red},
       {{3, 2, 1}, red}, {{1, -1}, red},  {{0}, yellow},   {{4}, yellow}, {{-4}, yellow},    {{-4, -1}, blue},
