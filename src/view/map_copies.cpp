@@ -3,6 +3,7 @@
 #include <array>
 #include <map>
 #include <memory>
+#include <utility>
 
 #include "platform/for_now.h"
 #include "state/events.h"
@@ -20,7 +21,8 @@ using Copy = std::shared_ptr<ReducedPicture>;
 std::map<float, Copy> copies;
 std::array<Copy, 4> clips;  // by level; without one it is the scan
 int builds = 0;
-const OnReset fresh(copies, clips, builds);
+bool isNew = false;  // the zoom has not been looked at yet
+const OnReset fresh(copies, clips, builds, isNew);
 
 void Forget_Distant_Copies(float wanted) {
   qint64 bytes = 0;
@@ -44,6 +46,7 @@ const Copy& Copy_Of(float factor) {
   Copy copy = base == 1.0F ? std::make_shared<ReducedPicture>(Map.MapClip[0].image, step)
                            : std::make_shared<ReducedPicture>(Copy_Of(base), step);
   ++builds;
+  isNew = true;
   const Copy& kept = copies[factor] = std::move(copy);
   Forget_Distant_Copies(factor);
   return kept;
@@ -76,7 +79,8 @@ void Choose_Clip() {
 void Prepare_Clip(const QRect& part) {
   const Copy& copy = clips[static_cast<size_t>(Map.ClipLevel)];
   if (Map.ClipLevel == 0 || !copy) return;
-  if (copy->Work_For(part) < longWork) return copy->Prepare(part);
+  const bool first = std::exchange(isNew, false);
+  if (!first && copy->Work_For(part) < longWork) return copy->Prepare(part);
   // The status bar alone: windows that were synced now would ask for a picture of a zoom that is not there yet.
   const ForNow notice(InfoBar.Zoom, QStringLiteral("Karte wird gezoomt. Bitte warten."));
   events.InfoBarChanged.Emit();
