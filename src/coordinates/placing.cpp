@@ -84,11 +84,7 @@ std::optional<QString> Transformation_Name(const GivenSystem& given, const Coord
     const auto there = middle ? back(*middle) : std::nullopt;
     ReferenceSystem source{given.kind, *datum, 0};
     if (there && given.kind != Kind::Geographic) source.zone = Zone_At(given.kind, there->x());
-    const QString name = *datum != target->datum
-                             ? Datum_Name(*datum) + QStringLiteral(" -> ") + Datum_Name(target->datum)
-                             : source.Name() + QStringLiteral(" -> ") + target->Name();
-    const double metres = there ? back.Accuracy() : 0;
-    return metres > 0 ? name + QStringLiteral(", %1 m").arg(QString::number(metres, 'g', 2)) : name;
+    return Way_Name(source, *target, there ? back.Accuracy() : 0);
   } catch (const Error&) {
     return std::nullopt;
   }

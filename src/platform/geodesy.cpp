@@ -66,6 +66,13 @@ QString ReferenceSystem::Name() const {
   return Datum_Name(datum);
 }
 
+QString Way_Name(const ReferenceSystem& from, const ReferenceSystem& to, double metres) {
+  const bool shifts = from.datum != to.datum;
+  const QString name = (shifts ? Datum_Name(from.datum) : from.Name()) + QStringLiteral(" -> ") +
+                       (shifts ? Datum_Name(to.datum) : to.Name());
+  return metres > 0 ? name + QStringLiteral(", %1 m").arg(QString::number(metres, 'g', 2)) : name;
+}
+
 struct Transformation::Inner {
   ReferenceSystem from, to;
   std::unique_ptr<PJ_CONTEXT, ContextEnd> context;  // one a transformation: they may live in different threads
@@ -110,8 +117,4 @@ double Transformation::Accuracy() const {
   return std::max(0.0, metres);
 }
 
-QString Transformation::Name() const {
-  const QString name = Datum_Name(inner->from.datum) + QStringLiteral(" -> ") + Datum_Name(inner->to.datum);
-  const double metres = Accuracy();
-  return metres > 0 ? name + QStringLiteral(", %1 m").arg(QString::number(metres, 'g', 2)) : name;
-}
+QString Transformation::Name() const { return Way_Name(inner->from, inner->to, Accuracy()); }

@@ -21,6 +21,10 @@ struct ReferenceSystem {
 // "WGS-84", "ETRS89", "Potsdam".
 QString Datum_Name(Datum datum);
 
+// "Potsdam -> WGS-84, 3 m": the systems' datums and how exact the way between them is; without a number where that is
+// not known (0). Of one datum the systems themselves: "WGS-84 -> UTM 32 WGS-84".
+QString Way_Name(const ReferenceSystem& from, const ReferenceSystem& to, double metres);
+
 class Transformation {
  public:
   // Raises 5000 with a German text for a zone that does not exist, and without PROJ's own data.
@@ -33,9 +37,7 @@ class Transformation {
   std::optional<QPointF> operator()(QPointF point) const;
   // All of them in place; those that the systems do not reach become NaN.
   void Transform(std::vector<QPointF>& points) const;
-  // "Potsdam -> WGS-84, 3 m": the systems' datums and how exact the way between them is, after a point was transformed;
-  // without a number where that is not known.
-  QString Name() const;
+  QString Name() const;  // Way_Name with the accuracy, after a point was transformed
   // Metres, after a point was transformed; 0 where the way is exact or nothing is known of it.
   double Accuracy() const;
 

@@ -68,8 +68,8 @@ FrmImport::FrmImport(QWidget* parent)
   ui->Dt->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
   ui->Dt->setMinimumHeight(gridLines * (fontMetrics().height() + 6));
   for (QComboBox* box : {ui->cmbFilter, ui->cmbChange}) box->setCompleter(nullptr);
-  for (QLabel* label : {ui->lblPfeil, ui->lblMarkDs})
-    label->setStyleSheet(QStringLiteral("color: %1").arg(QStringLiteral("#c00000")));
+  for (QLabel* label : {ui->lblPfeil, ui->lblInfo, ui->lblMarkDs})
+    label->setStyleSheet(QStringLiteral("color: #c00000"));
   Connect_Controls();
   closedListener = events.MapClosed.Connect([this] { reject(); });
   Show_Change();
