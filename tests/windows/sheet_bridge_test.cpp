@@ -51,6 +51,7 @@ class SheetBridgeTest : public WindowTest {
     SheetExchange exchange(Exchange_File());
     FrmTabAustausch tab(exchange);
     tab.show();
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr) << "its help could not be used";
     tab.Take_Workbook(exchange.Proposed_Workbook());
     act(tab);
   }

@@ -51,7 +51,7 @@ void Prepare_Dialog(QDialog& dialog, const QString& helpPage) {
 void Prepare_Dialog(QDialog& dialog, std::function<QString()> helpPage) {
   dialog.setWindowFlag(Qt::WindowContextHelpButtonHint, false);
   // Only its own main window is blocked, so that the help can be read meanwhile.
-  dialog.setWindowModality(dialog.parentWidget() ? Qt::WindowModal : Qt::ApplicationModal);
+  dialog.setWindowModality(dialog.parentWidget() ? Qt::WindowModal : Qt::NonModal);
   dialog.installEventFilter(new DialogManners(&dialog));
   auto* help = new QShortcut(QKeySequence(Qt::Key_F1), &dialog);
   QObject::connect(help, &QShortcut::activated, &dialog,
