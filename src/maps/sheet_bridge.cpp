@@ -115,7 +115,7 @@ bool Wants_What_Was_Left() {
   return Message_Box(
              QStringLiteral(
                  "TabBridge hat Einträge dieser Karte geändert, als Flurax schon beendet war.\nWas seitdem in der "
-                 "Tabelle geändert wurde, geht verloren, wenn der Austausch\nübernommen wird (Rückgängig bringt "
+                 "Tabelle geändert wurde, geht verloren, wenn der Austausch übernommen wird (Rückgängig bringt "
                  "es wieder).\n\nSoll der Austausch übernommen werden?"),
              MsgButtons::YesNo, MsgIcon::Question, title) == MsgAnswer::Yes;
 }
