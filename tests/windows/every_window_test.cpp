@@ -183,8 +183,8 @@ class EveryWindow : public CommandTest, public testing::WithParamInterface<doubl
     fromSheet.Take_Workbook(exchange.Proposed_Workbook());
     FrmWpImport waypoints(window.get());
     FrmGPSGeraet device(window.get());
-    for (QDialog* dialog : std::initializer_list<QDialog*>{&characters, &calibration, &toSheet, &fromSheet, &waypoints,
-                                                           &device}) {
+    for (QDialog* dialog :
+         std::initializer_list<QDialog*>{&characters, &calibration, &toSheet, &fromSheet, &waypoints, &device}) {
       dialog->show();
       Close_Windows();
       dialog->hide();

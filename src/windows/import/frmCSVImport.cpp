@@ -61,11 +61,10 @@ void FrmCSVImport::Make_Menus() {
   const auto openChosen = [this] {
     if (const QString path = Choose_Csv(); !path.isEmpty()) Open_File(path);
   };
-  Give_Menu_Bar(
-      *this,
-      {{"mnuOpenFile", QStringLiteral("Ö&ffnen"), QKeySequence::Open, [=, this] { Run_Guarded(openChosen); }},
-       {"mnuImport", QStringLiteral("&Importieren"), {}, [this] { Run_Guarded([this] { Import(); }); }},
-       {"mnuHelp", QStringLiteral("&Hilfe"), {}, [this] { Show_Help(this, helpPage); }}});
+  Give_Menu_Bar(*this,
+                {{"mnuOpenFile", QStringLiteral("Ö&ffnen"), QKeySequence::Open, [=, this] { Run_Guarded(openChosen); }},
+                 {"mnuImport", QStringLiteral("&Importieren"), {}, [this] { Run_Guarded([this] { Import(); }); }},
+                 {"mnuHelp", QStringLiteral("&Hilfe"), {}, [this] { Show_Help(this, helpPage); }}});
 }
 
 void FrmCSVImport::Open_File(const QString& path) {
