@@ -1,5 +1,7 @@
 #include "batch_import.h"
 
+#include <QFileInfo>
+#include <algorithm>
 #include <cstdio>
 
 #include "exchange/exchange_table.h"
@@ -10,6 +12,7 @@
 #include "import/table_choice.h"
 #include "platform/error.h"
 #include "platform/files.h"
+#include "state/global_state.h"
 
 using namespace Qt::StringLiterals;
 
@@ -43,7 +46,11 @@ void Print_Lines(const QStringList& lines) {
 
 ExitStatus Write_Exchange(const BatchOrder& order) {
   try {
-    const auto text = Exchange_Lines(Read_Exchange_Table(order.target));
+    ExchangeTable table = Read_Exchange_Table(order.target);
+    // What is read is a copy of the map and its table.
+    table.map = QFileInfo(order.map).absoluteFilePath();
+    table.table = QFileInfo(order.map).absolutePath() + u'/' + QFileInfo(TableFile).fileName();
+    const auto text = Exchange_Lines(table);
     Write_Lines(order.target, text->lines);
     if (text->withoutText > 0) Tell(u"Einträge ohne Text, die nicht in der Datei stehen: %1"_s.arg(text->withoutText));
   } catch (const Error& error) {
@@ -57,8 +64,13 @@ ExitStatus Take_Exchange(const BatchOrder& order) {
   const QStringList lines = Read_Lines(order.target);
   const ExchangeContent content = order.wholeFile ? Read_Exchange_All(lines) : Read_Exchange_Entries(lines);
   const ExchangeTaken taken = Append_Exchange_Entries(content.entries);
-  for (const auto* refused : {&content.refused, &taken.refused})
-    for (const ExchangeRefusal& one : *refused) Tell(u"Zeile %1: %2"_s.arg(one.line).arg(one.reason));
+  // A file of another kind is refused line by line.
+  constexpr size_t most = 50;
+  std::vector<ExchangeRefusal> refused = content.refused;
+  refused.insert(refused.end(), taken.refused.begin(), taken.refused.end());
+  for (size_t i = 0; i < std::min(refused.size(), most); ++i)
+    Tell(u"Zeile %1: %2"_s.arg(refused[i].line).arg(refused[i].reason));
+  if (refused.size() > most) Tell(u"und %1 weitere Zeilen"_s.arg(refused.size() - most));
   std::printf("%d\n", taken.entries);
   return taken.entries > 0 ? done : failed;
 }

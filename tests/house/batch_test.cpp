@@ -319,6 +319,8 @@ TEST_F(BatchTest, FindsAreasAndCarriesEntriesToAnotherMap) {
   EXPECT_EQ(Batch(find + QStringList{u"--uebernehmen"_s}).status, 0);
   const QString file = Path(u"aus.tkr"_s), other = Make_Map(u"Andere.bmp"_s);
   ASSERT_EQ(Batch({u"tkr"_s, map, file}).status, 0);
+  EXPECT_EQ(Read_Lines(file).first(),
+            u"Map = %1,  Overlay = %2,  Import = %3"_s.arg(map, file, QFileInfo(map).path() + u"/KARTE.MDB"_s));
   EXPECT_THAT(Read_Lines(file).join(u'\n').toStdString(), testing::HasSubstr("60,50/"));
   EXPECT_EQ(Batch({u"tkr-ein"_s, other, file, u"--alles"_s}).out, u"1\n"_s);
   const auto database = Workspace::OpenDatabase(Path(u"ANDERE.MDB"_s));
