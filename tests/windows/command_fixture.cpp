@@ -8,6 +8,7 @@
 #include "maps/map_choose.h"
 #include "maps/menu_state.h"
 #include "plansquares/raster_rows.h"
+#include "platform/for_now.h"
 #include "platform/text.h"
 #include "view/view.h"
 #include "windows/analysis/frmDistanz.h"
@@ -146,10 +147,16 @@ void CommandTest::Watch_Services() {
 // A dialog that waits for an answer.
 void CommandTest::Close_Waiting() {
   QWidget* dialog = QApplication::activeModalWidget();
-  if (!dialog || !dialog->isVisible()) return;
+  if (looking || !dialog || !dialog->isVisible()) return;
   seen << Window_Name(*dialog);
-  if (look) look(*dialog);
+  Look_At_It(*dialog);
   dialog->close();
+}
+
+// Events are served meanwhile: nothing may close it under the eye.
+void CommandTest::Look_At_It(QWidget& shown) {
+  const ForNow eye(looking, true);
+  if (look) look(shown);
 }
 
 void CommandTest::Close_Windows() {
@@ -165,7 +172,7 @@ void CommandTest::Close_Windows() {
         open->windowType() == Qt::ToolTip)
       continue;
     names << Window_Name(*open);
-    if (look) look(*open);
+    Look_At_It(*open);
     open->close();
   }
   names.sort();

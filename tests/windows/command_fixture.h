@@ -55,10 +55,12 @@ class CommandTest : public WindowTest {
   void Make_Entries();
   void Watch_Services();
   void Close_Waiting();
+  void Look_At_It(QWidget& shown);
   static QStringList Changes(const QMap<QString, EntryRow>& before, const QMap<QString, EntryRow>& after);
 
   QTimer closer;
   int opened = 0;
+  bool looking = false;
   ShellFace shell;
   PrinterFace printer;
 };
