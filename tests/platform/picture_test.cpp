@@ -59,8 +59,8 @@ TEST_F(PictureFile, EveryKindOfBitmapGivesTheSamePixels) {
       Expect_Pixels(image, {{0, 1, white}, {1, 1, white}, {2, 1, red}}, kind);
       const bool indexed = bytes[28] <= 8;  // bits a pixel
       EXPECT_EQ(image.format(), indexed ? QImage::Format_Indexed8 : QImage::Format_RGB32) << kind;
-      if (head.compression == 0)
-        EXPECT_EQ(Read_Bmp_Strips(file, head, 1).convertToFormat(image.format()), image) << kind << ", row by row";
+      if (head.compression != 0) continue;
+      EXPECT_EQ(Read_Bmp_Strips(file, head, 1).convertToFormat(image.format()), image) << kind << ", row by row";
     }
   }
 }
