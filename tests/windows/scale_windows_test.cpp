@@ -26,6 +26,10 @@ TEST_F(ScaleWindowsTest, LineIsDrawnAndTheBarStandsAtItsBeginning) {
   EXPECT_EQ(Text_In(*Mass(), "txtLaenge"), "200");
   EXPECT_TRUE(Is_Checked(*Mass(), "optV"));
   EXPECT_EQ(Text_In(*Mass(), "lblMass"), "Maßstab = 1 : ?");
+  Choose("mnuStepBack");
+  EXPECT_EQ(Text_In(*Mass(), "txtLaenge"), "") << "the line goes, no entry";
+  Choose("mnuStepForward");
+  EXPECT_EQ(Text_In(*Mass(), "txtLaenge"), "200");
   MessageScript messages;
   for (const char* bad : {"", "0", "-1", "viel"}) {
     messages.Expect("Maßstab - Fehler");
