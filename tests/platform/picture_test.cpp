@@ -324,6 +324,10 @@ TEST_F(PictureFile, WhatIsNoOrdinaryFileIsNotOpened) {
     EXPECT_TRUE(Picture_Size(Path(name)).isEmpty()) << name;
     EXPECT_NE(Error_Of([&, path = Path(name)] { File_Copy(path, Path("Kopie")); }), 0) << name;
   }
+  // A pipe stands for the devices: a write that takes them for files replaces them.
+  ASSERT_TRUE(QFile::link(Path("Leitung.bmp"), Path("Dorthin.bmp")));
+  for (const char* name : {"Leitung.bmp", "Dorthin.bmp"})
+    EXPECT_NE(Error_Of([&, path = Path(name)] { Replace_File(path, "x"); }), 0) << name;
 }
 
 TEST_F(PictureFile, PathsThatAreTooLongAreToldAsThat) {
