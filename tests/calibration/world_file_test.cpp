@@ -188,6 +188,8 @@ TEST_F(WorldFiles, ZoneAndDatumComeFromTheFilesOrAreAskedFor) {
   Put("Karte.prj",
       R"(PROJCS["WGS_1984_Web_Mercator_Auxiliary_Sphere",GEOGCS["GCS_WGS_1984",DATUM["D_WGS_1984",SPHEROID["WGS_1984",6378137.0,298.257223563]],PRIMEM["Greenwich",0.0],UNIT["Degree",0.0174532925199433]],PROJECTION["Mercator_Auxiliary_Sphere"],PARAMETER["False_Easting",0.0],PARAMETER["False_Northing",0.0],PARAMETER["Central_Meridian",0.0],PARAMETER["Standard_Parallel_1",0.0],PARAMETER["Auxiliary_Sphere_Type",0.0],UNIT["Meter",1.0]])");
   EXPECT_THAT(refused({}), Says("Karte aus Geodaten"));
+  Put("Karte.prj", "ETRS89[");  // the beginning of a name is no text of a system
+  EXPECT_THAT(refused({}), Says("Karte aus Geodaten"));
   for (const int code : {3857, 32732, 5243, 4746}) EXPECT_EQ(System_Of_Epsg(code), std::nullopt) << code;
   for (const int code : {4326, 4258, 4314, 31466, 31469, 32601, 32633, 25832})
     EXPECT_EQ(Epsg_Of(System_Of_Epsg(code).value_or(ReferenceSystem{})), code);

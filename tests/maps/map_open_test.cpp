@@ -236,12 +236,23 @@ TEST_F(MapOpen, StartOpensTheMapOfTheCommandLineOrWaits) {
   for (const auto& [line, map] : {std::pair{"  Karte.BMP weiter", "Karte.BMP"}, std::pair{"\t/a/b.bmp", "/a/b.bmp"},
                                   std::pair{"karte.jpg x.bmp", ""}, std::pair{"\"meine karte.bmp\"", ""}})
     EXPECT_EQ(Command_Line_Map(line), map);
-  Program_Start(QString());
+  // Seen from the folder of the start, which the program leaves.
+  const QString kept = Path("Meine Karten/Moor Nord.bmp");
+  QDir().mkpath(QFileInfo(kept).path());
+  File_Copy(Make_Map(), kept);
+  QDir::setCurrent(folder.path());
+  for (const auto& [arguments, map] :
+       {std::pair{QStringList{"Meine Karten/Moor Nord.bmp"}, kept},
+        std::pair{QStringList{"Meine", "Karten/Moor", "Nord.bmp"}, kept}, std::pair{QStringList{kept, "-x"}, kept},
+        std::pair{QStringList{"fehlt.bmp"}, Program_File("fehlt.bmp")},
+        std::pair{QStringList{"wo/fehlt.bmp"}, QString("wo/fehlt.bmp")}, std::pair{QStringList{}, QString()}})
+    EXPECT_EQ(Map_Of_Arguments(arguments), map);
+  Program_Start({});
   EXPECT_FALSE(frmMDI.MapOpen);
   EXPECT_FALSE(Usable("mnuTableSave"));
   EXPECT_TRUE(Usable("mnuFOpen"));
   File_Copy(Make_Map(), ProgramFolder + "/start.bmp");
-  Program_Start("start.bmp");
+  Program_Start({"start.bmp"});
   EXPECT_TRUE(frmMDI.MapOpen);
   EXPECT_TRUE(Usable("mnuTableSave"));
   EXPECT_EQ(Toolbar1.Tag, ToolMode::Norm);
