@@ -1,7 +1,4 @@
-#include "maps/note_pads.h"
-#include "support/nets.h"
 #include "windows/import/frmCSVImport.h"
-#include "windows/window_fixture.h"
 
 namespace {
 

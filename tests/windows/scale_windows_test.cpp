@@ -1,7 +1,6 @@
 #include "support/pixels.h"
 #include "tools/mouse.h"
 #include "windows/canvas/frmMass.h"
-#include "windows/window_fixture.h"
 
 namespace {
 
