@@ -242,9 +242,7 @@ TEST(SurfaceClip, HoldsForEveryDrawing) {
       s->pen.fill = FillStyle::Solid;
       s->SetClip({30, 30, 20, 40});
       draw(*s);
-      for (int y = 0; y < 100; ++y)
-        for (int x = 0; x < 100; ++x)
-          ASSERT_TRUE(image.pixel(x, y) == before.pixel(x, y) || QRect(30, 30, 20, 40).contains(x, y)) << name;
+      ASSERT_TRUE(QRect(30, 30, 20, 40).contains(Difference_Of(image, before))) << name;
       s->SetClip({});
       s->FilledBox({0, 0, 1, 1}, red);
       EXPECT_NE(image.pixel(0, 0), before.pixel(0, 0)) << name;
@@ -330,22 +328,12 @@ TEST(SurfaceText, KeptTextsHaveThePixelsOfPlainOnes) {
   const auto s = Make_Surface(kept);
   s->SetFont({"Arial", 12, false, false, true, 0});
   s->pen.ForeColor = red;
-  for (int round = 0; round < 2; ++round) {
+  for (const int others : {0, 0, 21000}) {  // more than are kept
+    for (int i = 0; i < others; ++i) s->Print({2, 2}, QString::number(i));
     s->Cls(white);
     s->Print({7, 11}, QStringLiteral("Wiesen-Glockenblume ÄÖÜß AVA fi"));
     EXPECT_EQ(kept, plain);
   }
-}
-
-TEST(SurfaceText, MoreTextsThanAreKeptAreStillDrawn) {
-  QImage image = Make_Canvas(200, 30);
-  const auto s = Make_Surface(image);
-  s->Print({2, 2}, "Anfang");
-  const auto wanted = Rows(image);
-  for (int i = 0; i < 21000; ++i) s->Print({2, 2}, QString::number(i));
-  s->Cls(white);
-  s->Print({2, 2}, "Anfang");
-  EXPECT_EQ(Rows(image), wanted);
 }
 
 TEST(SurfaceText, RotatedTextRunsCounterClockwiseAboutItsCorner) {
