@@ -4,11 +4,10 @@
 
 namespace {
 
-class TransactionTest : public TableTest {
+class TransactionTest : public OpenTableTest {
  protected:
   void SetUp() override {
-    TableTest::SetUp();
-    Open_Table();
+    OpenTableTest::SetUp();
     Add(Text("eins"));
     Add(Text("zwei"));
     Tbl.Tag = TableTag::Clean;
