@@ -2,15 +2,15 @@
 
 #include "edit/table_edit.h"
 #include "exchange/csv_export.h"
+#include "support/nets.h"
 #include "support/table_fixture.h"
 
 namespace {
 
-class CsvTableTest : public TableTest {
+class CsvTableTest : public OpenTableTest {
  protected:
   void SetUp() override {
-    TableTest::SetUp();
-    Open_Table();
+    OpenTableTest::SetUp();
     EntryRow row = Text(u"Uhu \"groß\"; 2\r\nEx."_s, 110, 190);
     row.Groesse = 9.5;
     row.Typ = 1;
@@ -18,18 +18,9 @@ class CsvTableTest : public TableTest {
     Add(Entry(u"Flaeche0"_s, 4));
     Add(Text(u"=1+1"_s, 100, 200));
     // 1 m a pixel; reference point at (100, 200).
-    Coord = {};
-    Coord.Grid = gridUtm;
-    Coord.GridDatum = u"WGS-84"_s;
-    Coord.ZoneText = u"32U"_s;
-    Coord.ZoneNumber = 32;
-    Coord.Xmap = 100;
-    Coord.Ymap = 200;
+    Coord = Utm_Net({400, 300}, {100, 200}, 1000);
     Coord.GridR = 644811;
     Coord.GridH = 5484963;
-    Coord.MeterPerPix = 1;
-    Coord.MapWidthPx = 400;
-    Coord.MapHeightPx = 300;
   }
 };
 

@@ -6,12 +6,8 @@ using ::testing::ElementsAre;
 
 namespace {
 
-class ExchangeTest : public TableTest {
+class ExchangeTest : public OpenTableTest {
  protected:
-  void SetUp() override {
-    TableTest::SetUp();
-    Open_Table();
-  }
   static EntryRow Point(const QString& text, const QString& font, double size, int typ, QPoint foot = {}) {
     EntryRow row = Text(text, 100, 200);
     row.Schrift = font;
