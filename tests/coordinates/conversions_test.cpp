@@ -42,7 +42,7 @@ CoordinateState Bent_Net() {
   return state;
 }
 
-TEST(Conversions, MetricPlacesComeBackExactly) {
+TEST(Conversions, MetricPlacesComeBackExactlyAndOthersTellTheSide) {
   for (const double inclination : {0.0, 0.02120933, -0.3}) {
     const CoordinateState state = Metric_Net(inclination);
     for (int y = 0; y <= state.MapHeightPx; y += 37)
@@ -55,9 +55,6 @@ TEST(Conversions, MetricPlacesComeBackExactly) {
         ASSERT_EQ(QPoint(backX, backY), QPoint(x, y)) << inclination;
       }
   }
-}
-
-TEST(Conversions, MetricEdgesAndFaults) {
   const CoordinateState state = Metric_Net(0);
   EXPECT_EQ(Pixel_To_Koord(state, 701, 1486), QPointF(646000, 5512000));
   int x = -7, y = -7;

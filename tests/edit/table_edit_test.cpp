@@ -120,15 +120,12 @@ TEST_F(TableEditTest, NamesThatLeadToVerticesStay) {
   EXPECT_EQ(Edit_Cell(figure, column::ID, "Kasten"), CellEdit::Written);
 }
 
-TEST_F(TableEditTest, TheFirstChangeWarnsOnceASession) {
+TEST_F(TableEditTest, TheFirstChangeWarnsOnceASessionAndLeavesTheCurrentRow) {
   const qint64 key = Add_Row(Text("Amsel"));
   Tbl.EditWarned = false;
   MessageScript messages("Vorsicht! - Veränderungen in der Tabelle können Fehler verursachen.");
   EXPECT_EQ(Edit_Cell(key, column::Eintrag, "Drossel"), CellEdit::Written);
   EXPECT_EQ(Edit_Cell(key, column::Eintrag, "Fink"), CellEdit::Written);
-}
-
-TEST_F(TableEditTest, ChangingACellLeavesTheCurrentRow) {
   const qint64 first = Add_Row(Text("Amsel")), second = Add_Row(Text("Fink"));
   int redraws = 0;
   const int number = events.ChangedEntriesWanted.Connect([&redraws] { ++redraws; });

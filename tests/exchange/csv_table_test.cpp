@@ -24,7 +24,7 @@ class CsvTableTest : public OpenTableTest {
   }
 };
 
-TEST_F(CsvTableTest, EveryChoiceIsKept) {
+TEST_F(CsvTableTest, EveryChoiceIsKeptAndWithoutANetTheCellsAreEmpty) {
   CsvOrder order{
       {u"Nr"_s, u"Eintrag"_s, u"Pixel"_s, u"Koordinaten"_s, u"Größe"_s, u"fehlt"_s}, u';', u',', true, false};
   EXPECT_EQ(Csv_Table(order),
@@ -40,9 +40,6 @@ TEST_F(CsvTableTest, EveryChoiceIsKept) {
   EXPECT_NEAR(cells[0].toDouble(), 11.0000056, 2e-7);
   EXPECT_NEAR(cells[1].toDouble(), 49.4999994, 2e-7);
   EXPECT_TRUE(Csv_Columns().contains(u"Schrift"_s));
-}
-
-TEST_F(CsvTableTest, WithoutANetTheCellsAreEmpty) {
   Coord = {};
   EXPECT_FALSE(Csv_Knows_Wgs84());
   EXPECT_EQ(Csv_Table({{u"Koordinaten"_s, u"Nr"_s}, u',', u'.', false, true}),

@@ -23,7 +23,7 @@ TEST(Metafiles, RecordsArePlayedInPlace) {
 }
 
 // Three saved states with brushes of their own; what is taken back decides the colour of the box drawn then.
-TEST(Metafiles, SavedStatesNest) {
+TEST(Metafiles, SavedStatesNestAndAreWhole) {
   const auto colorAfter = [](const std::vector<int>& restores) {
     Metafile file;
     file.Add(setOrg, {0, 0}).Add(setExt, {100, 200}).Add(createPen, {5, 0, 0, 0, 0}).Add(selectObject, {0});
@@ -47,10 +47,7 @@ TEST(Metafiles, SavedStatesNest) {
     for (const int restore : restores) name += ' ' + std::to_string(restore);
     EXPECT_EQ(colorAfter(restores), color) << "restored" << name;
   }
-}
-
-// Saved states hold everything that can be set, and what is set later does not reach into them.
-TEST(Metafiles, ARestoredStateIsWhole) {
+  // Saved states hold everything that can be set, and what is set later does not reach into them.
   Metafile file;
   file.Add(setOrg, {0, 0}).Add(setExt, {100, 200}).Add(createPen, {0, 1, 0, 0, 0}).Add(selectObject, {0});
   file.Add(createBrush, {0, 0x00FF, 0, 0}).Add(selectObject, {1}).Add(moveTo, {50, 10});

@@ -132,7 +132,7 @@ TEST_F(PictureFile, TransparencyLiesOnWhite) {
   Expect_Pixels(b, {{0, 0, white}, {1, 0, green}});
 }
 
-TEST_F(PictureFile, SavedPicturesComeBackWithTheirResolution) {
+TEST_F(PictureFile, SavedPicturesComeBackAndAFullDiskLeavesTheFormerOne) {
   const QImage colored = Motley(5, 3);
   for (const QImage& image :
        {colored, colored.convertToFormat(QImage::Format_Grayscale8), colored.convertToFormat(QImage::Format_Indexed8)})
@@ -148,9 +148,6 @@ TEST_F(PictureFile, SavedPicturesComeBackWithTheirResolution) {
   Save_Picture(plain, Path("a.jpg"), 3937);
   EXPECT_NEAR(qGreen(Load_Picture(Path("a.jpg")).pixel(30, 30)), 150, 3);
   EXPECT_NEAR(Load_Picture(Path("a.jpg")).dotsPerMeterX(), 3937, 20);
-}
-
-TEST_F(PictureFile, AFullDiskLeavesTheFormerPicture) {
   for (const char* name : {"Karte.bmp", "Karte.png"}) {
     Save_Picture(Motley(4, 4), Path(name));
     const QByteArray before = Read_Bytes(Path(name));
@@ -175,7 +172,7 @@ PictureLimits Limits(qint64 pixels, qint64 memory = qint64{1} << 30, qint64 file
   return {pixels, memory, fileBytes, 60'000};
 }
 
-TEST_F(PictureFile, MorePixelsThanAllowedAreToldInFigures) {
+TEST_F(PictureFile, PixelsAndMemoryBeyondTheLimitAreToldInFigures) {
   QImage bare(1500, 1000, QImage::Format_Mono);
   bare.fill(1);
   const QString metafile = Put("a.wmf", Metafile().Add(setExt, {1000, 1500}).Bytes(1500, 1000));
@@ -186,9 +183,6 @@ TEST_F(PictureFile, MorePixelsThanAllowedAreToldInFigures) {
     EXPECT_THAT(Raised([&] { Load_Picture(Path(name), Limits(1'499'999)); }),
                 Tells(errors::badPicture, {Path(name), "1500 x 1000 Bildpunkte", "höchstens 1 Millionen"}));
   }
-}
-
-TEST_F(PictureFile, MemoryIsCountedWithTheFormBesideIt) {
   QImage deep(1000, 1000, QImage::Format_RGBX64), plain(1000, 1000, QImage::Format_RGB32);
   deep.fill(Qt::red);
   plain.fill(Qt::red);

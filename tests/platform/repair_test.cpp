@@ -90,15 +90,12 @@ class RepairTest : public DamageTest {
   RepairReport report;
 };
 
-TEST_F(RepairTest, SoundFileStays) {
+TEST_F(RepairTest, SoundFilesAndWhatIsNoneStay) {
   Put(*sound);
   report = RepairDatabase(path);
   EXPECT_TRUE(report.wasSound);
   EXPECT_EQ(std::tuple(report.rows, report.damagedCopy), std::tuple(Count(*original), ""));
   EXPECT_EQ(Read_Bytes(path), *sound);
-}
-
-TEST_F(RepairTest, NothingToRead) {
   quint32 seed = 1;
   QByteArray noise(50000, '\0');
   for (char& byte : noise) byte = static_cast<char>((seed = seed * 1664525u + 1013904223u) >> 24);

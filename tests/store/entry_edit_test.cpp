@@ -80,9 +80,6 @@ TEST_F(EntryEditTest, AChangeRespectsTheKindOfTheRow) {
     const EntryRow expected{before.ID, "neu", schrift, size, 4, hg, 215, 120, 90, 0, 0, before.Typ};
     EXPECT_EQ(Row(), expected) << schrift;
   }
-}
-
-TEST_F(EntryEditTest, ScaleBarHiddenRowsAndHeaderAreNotWritten) {
   const EntryRow scale{"Maßstab", " km", "2", 2, 4, 1, 215, 10, 20, 0, 0, 11};
   for (const EntryRow& row : {scale, Entry("Text", -1), Read_Header().ToEntry()}) {
     row.ID.startsWith('!') ? Go_To(0) : Add(row);

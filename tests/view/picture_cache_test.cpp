@@ -54,7 +54,7 @@ TEST_F(PictureCache, KeepsWhatWasAskedLastWithinItsBound) {
   EXPECT_EQ(Entry_Pictures_Kept(), pictureBytes + pictureBytes / 4);
 }
 
-TEST_F(PictureCache, ManySmallOnesAreDroppedOneByOne) {
+TEST_F(PictureCache, ManySmallOnesAreDroppedOneByOneAndAllWithTheMap) {
   std::vector<QImage> shown;
   for (int i = 0; i < 520; ++i) {
     const QString name = Put(i);
@@ -64,9 +64,6 @@ TEST_F(PictureCache, ManySmallOnesAreDroppedOneByOne) {
   EXPECT_EQ(Entry_Pictures_Kept(), 500 * (pictureBytes + pictureBytes / 16));
   for (size_t i = 0; i < shown.size(); ++i)
     ASSERT_EQ(shown[i].pixel(99, 99), qRgb(static_cast<int>(i % 256), static_cast<int>(i / 256), 9));
-}
-
-TEST_F(PictureCache, IsEmptyWhenTheMapIsClosed) {
   Open_Map(Make_Map());
   Entry_Picture(Put(1));
   Entry_Picture(Put(2), 3.0);
