@@ -117,6 +117,26 @@ void One_Step_Back(benchmark::State& state) {
 }
 BENCHMARK(One_Step_Back)->ArgName("all_in_view")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond)->Iterations(20);
 
+// One text among 20,000 pictures or squares of a raster, 600 of which are in view.
+void Move_One_Among(benchmark::State& state) {
+  const BenchMap map({2000, 0, 0}, 8000, 6000);
+  QImage symbol(24, 24, QImage::Format_RGB32);
+  symbol.fill(qRgb(20, 90, 160));
+  Save_Picture(symbol, map.folder.filePath(QStringLiteral("Bild.bmp")));
+  const bool squares = state.range(0) != 0;
+  dbEntries->Execute(QStringLiteral("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i+1 FROM n WHERE i<20000) "
+                                    "INSERT INTO MapData SELECT %1 FROM n")
+                         .arg(squares
+                                  ? QStringLiteral("'Plan'||char(31)||i,'A'||i,'F 1',8.0,1,14,109,i%160*50,i/160*48,"
+                                                   "i%160*50+50,i/160*48+48,16")
+                                  : QStringLiteral("'Bild','Bild.bmp','',8.0,0,15,-100,i%160*50,i/160*48,0,0,5")));
+  rsEntries->Requery();
+  Map_Redraw();
+  for (auto _ : state) Move_Any_Entry();
+  state.counters["regions"] = Map.EntryRegions.Count();
+}
+BENCHMARK(Move_One_Among)->ArgName("squares")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond)->Iterations(20);
+
 // What the user waits for, and what is done when there is time.
 void Undo_Point_Taken(benchmark::State& state) {
   const bool shapes = state.range(0) == 0;

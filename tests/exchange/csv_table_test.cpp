@@ -15,7 +15,7 @@ class CsvTableTest : public OpenTableTest {
     row.Groesse = 9.5;
     row.Typ = 1;
     Add(row);
-    Add(Entry(u"Flaeche0"_s, 4));
+    for (const int typ : {4, 104, -204, 140, 105, 211}) Add(Entry(u"Flaeche0"_s, typ));  // no place of their own
     Add(Text(u"=1+1"_s, 100, 200));
     // 1 m a pixel; reference point at (100, 200).
     Coord = Utm_Net({400, 300}, {100, 200}, 1000);

@@ -178,7 +178,11 @@ TEST_F(ExchangeTest, WhatCannotBeReadIsNamedByItsLine) {
 TEST_F(ExchangeTest, FaultsLeaveFileAndTableAsTheyAre) {
   const FileDialogScript dialogs{Path(u"k.tkr"_s), Path(u"k.tkr"_s), std::nullopt, Path(u"leer.tkr"_s),
                                  Path(u"voll.tkr"_s)};
-  With_Box(u"\rDiese Datei ist leer.\rDer Export dieser Datei wird abgebrochen."_s, Export_Trakkor);
+  {
+    const MessageScript script(u"\rDiese Datei ist leer.\rDer Export dieser Datei wird abgebrochen."_s);
+    Export_Trakkor();
+    EXPECT_EQ(script.Seen()[0].title, u"Karteneinträge in eine Trakkor-Datei exportieren"_s);
+  }
   EXPECT_FALSE(File_Exists(Path(u"k.tkr"_s)));
   Add(Point(u"Amsel"_s, u"Arial"_s, 8, 1));
   Write_Lines(Path(u"k.tkr"_s), {u"alt"_s});

@@ -5,7 +5,10 @@
 #include <QClipboard>
 #include <QXmlStreamReader>
 
+#include "maps/command_look.h"
+#include "maps/commands.h"
 #include "platform/printer.h"
+#include "store/history.h"
 #include "tools/map_tool.h"
 #include "tools/text_tool.h"
 #include "view/view.h"
@@ -78,6 +81,18 @@ TEST_F(StatisticsWindows, DistancesFollowTheClicksOnEntries) {
   Click({80, 304});  // its middle is 149 below the foot point
   EXPECT_EQ(Figures(*distances), QStringList({"298,00 m", "2", "444,00 m", "222,00 m", QStringLiteral("±107,48 m")}));
   EXPECT_EQ(Line_Ends().back(), QPoint(148, 304));
+  // Going back means the last point, also by the keys of the window itself.
+  const QStringList two = Figures(*distances);
+  const int steps = Step_Position();
+  EXPECT_EQ(Command_Text(*Find_Command("mnuStepBack")), "Rückgängig: Messpunkt");
+  Choose("mnuStepBack");
+  EXPECT_EQ(Figures(*distances), QStringList({"146,00 m", "1", "146,00 m", QStringLiteral("–"), QStringLiteral("–")}));
+  QTest::keyClick(distances, Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(Figures(*distances), QStringList(5, QStringLiteral("–")));
+  Choose("mnuStepForward");
+  Choose("mnuStepForward");
+  EXPECT_EQ(Figures(*distances), two);
+  EXPECT_EQ(Step_Position(), steps);
   Set_Zoom(2);
   EXPECT_EQ(Line_Ends().back(), QPoint(Window_X(148), Window_Y(304))) << "lines stay on their places of the map";
   Set_Zoom(1);
