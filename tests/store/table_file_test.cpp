@@ -225,7 +225,7 @@ TEST_F(TableFileTest, ACheckpointBringsCopiesUpToDateAndKeepsTheRow) {
   EXPECT_EQ(Menu("mnuReset").Caption, "Rückgängig: Justieren");
   EXPECT_TRUE(Menu("mnuReset").Enabled);
   EXPECT_EQ(Tbl.Tag, TableTag::Dirty);  // a checkpoint does not set it
-  Table_Idle();  // afterwards the file alone is whole
+  Table_Idle();                         // afterwards the file alone is whole
   EXPECT_EQ(Texts_In(Path("Sicherung.MDB")), oneTwoThree);
   EXPECT_EQ(Texts_In(Snapshot()), oneTwoThree);
   ASSERT_TRUE(QFile::copy(Table(), Path("Kopie.MDB")));
@@ -253,6 +253,11 @@ TEST_F(TableFileTest, UndoGoesBackToThePoint) {
 // It costs nothing when it is taken; whatever the table has become by then, the file holds the rows of the point.
 TEST_F(TableFileTest, AnUndoPointBecomesAFileWhenThereIsTime) {
   const std::function<void()> ways[] = {Table_Idle, [] { Close_Table(CloseMode::CloseOnly); },
+                                        [this] {  // in pieces, while the user goes on
+                                          int pieces = 0;
+                                          for (; Table_Idle_Some(0); ++pieces) Add(Text("dazwischen"));
+                                          EXPECT_GT(pieces, 0);
+                                        },
                                         [] {
                                           Before_Going_Back(0);
                                           Go_To_Step(0);
