@@ -1,12 +1,12 @@
 #include "platform/geodesy.h"
 
-#include <proj.h>
-
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <map>
 
 #include "platform/error.h"
+#include "platform/proj_context.h"
 
 namespace {
 
@@ -28,16 +28,24 @@ int Code_Of(const ReferenceSystem& system) {
   return system.datum == Datum::Dhdn ? dhdn : system.datum == Datum::Etrs89 ? etrs89 : wgs84;
 }
 
-struct ContextEnd {
-  void operator()(PJ_CONTEXT* context) const { proj_context_destroy(context); }
-};
-struct WayEnd {
-  void operator()(PJ* way) const { proj_destroy(way); }
-};
-
 [[noreturn]] void Raise_No_Way(const ReferenceSystem& from, const ReferenceSystem& to) {
   Raise(cannotTransform,
         QStringLiteral("Die Koordinaten können nicht umgerechnet werden: %1 -> %2.").arg(from.Name(), to.Name()));
+}
+
+// Between two codes of the register; nothing without PROJ's data. Between datums PROJ looks through all the ways there
+// are, some 30 ms: the last ones found are kept, and what is given is a copy.
+ProjObject New_Way(PJ_CONTEXT* context, int from, int to) {
+  constexpr size_t mostKept = 16;
+  thread_local std::map<std::pair<int, int>, ProjObject> kept;
+  if (kept.size() >= mostKept && !kept.contains({from, to})) kept.clear();
+  ProjObject& way = kept[{from, to}];
+  if (!way) {
+    const auto name = [](int code) { return QByteArrayLiteral("EPSG:") + QByteArray::number(code); };
+    const ProjObject raw(proj_create_crs_to_crs(context, name(from).constData(), name(to).constData(), nullptr));
+    if (raw) way.reset(proj_normalize_for_visualization(context, raw.get()));
+  }
+  return ProjObject(way ? proj_clone(context, way.get()) : nullptr);
 }
 
 }  // namespace
@@ -75,8 +83,8 @@ QString Way_Name(const ReferenceSystem& from, const ReferenceSystem& to, double 
 
 struct Transformation::Inner {
   ReferenceSystem from, to;
-  std::unique_ptr<PJ_CONTEXT, ContextEnd> context;  // one a transformation: they may live in different threads
-  std::unique_ptr<PJ, WayEnd> way;
+  ProjContext context;  // outlives the way
+  ProjObject way;
 };
 
 Transformation::Transformation(const ReferenceSystem& from, const ReferenceSystem& to)
@@ -85,12 +93,8 @@ Transformation::Transformation(const ReferenceSystem& from, const ReferenceSyste
   if (fromCode == 0 || toCode == 0) Raise_No_Way(from, to);
   inner->from = from;
   inner->to = to;
-  inner->context.reset(proj_context_create());
-  proj_log_level(inner->context.get(), PJ_LOG_NONE);
-  const auto name = [](int code) { return QByteArrayLiteral("EPSG:") + QByteArray::number(code); };
-  const std::unique_ptr<PJ, WayEnd> raw(
-      proj_create_crs_to_crs(inner->context.get(), name(fromCode).constData(), name(toCode).constData(), nullptr));
-  if (raw) inner->way.reset(proj_normalize_for_visualization(inner->context.get(), raw.get()));
+  inner->context = Proj_Context();
+  inner->way = New_Way(inner->context.get(), fromCode, toCode);
   if (!inner->way) Raise_No_Way(from, to);
 }
 
@@ -112,7 +116,7 @@ void Transformation::Transform(std::vector<QPointF>& points) const {
 }
 
 double Transformation::Accuracy() const {
-  const std::unique_ptr<PJ, WayEnd> used(proj_trans_get_last_used_operation(inner->way.get()));
+  const ProjObject used(proj_trans_get_last_used_operation(inner->way.get()));
   const double metres = used ? proj_coordoperation_get_accuracy(inner->context.get(), used.get()) : 0;
   return std::max(0.0, metres);
 }

@@ -25,6 +25,7 @@ QString Datum_Name(Datum datum);
 // not known (0). Of one datum the systems themselves: "WGS-84 -> UTM 32 WGS-84".
 QString Way_Name(const ReferenceSystem& from, const ReferenceSystem& to, double metres);
 
+// To be used in the thread that made it.
 class Transformation {
  public:
   // Raises 5000 with a German text for a zone that does not exist, and without PROJ's own data.

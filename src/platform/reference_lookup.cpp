@@ -1,20 +1,11 @@
 #include "platform/reference_lookup.h"
 
-#include <proj.h>
-
+#include <array>
 #include <cmath>
-#include <memory>
+
+#include "platform/proj_context.h"
 
 namespace {
-
-struct ContextEnd {
-  void operator()(PJ_CONTEXT* context) const { proj_context_destroy(context); }
-};
-struct ObjectEnd {
-  void operator()(PJ* object) const { proj_destroy(object); }
-};
-using Context = std::unique_ptr<PJ_CONTEXT, ContextEnd>;
-using Object = std::unique_ptr<PJ, ObjectEnd>;
 
 std::optional<Datum> Datum_Of_Name(const QString& name) {
   QString plain;
@@ -34,7 +25,7 @@ struct Projection {
 };
 
 std::optional<Projection> Projection_Of(PJ_CONTEXT* context, const PJ* system) {
-  const Object conversion(proj_crs_get_coordoperation(context, system));
+  const ProjObject conversion(proj_crs_get_coordoperation(context, system));
   if (!conversion) return std::nullopt;
   const char* method = nullptr;
   proj_coordoperation_get_method_info(context, conversion.get(), &method, nullptr, nullptr);
@@ -69,15 +60,11 @@ std::optional<ReferenceSystem> Plane_System(const Projection& by, Datum datum) {
   return std::nullopt;
 }
 
-std::optional<ReferenceSystem> Look_Up(const QByteArray& definition) {
-  const Context context(proj_context_create());
-  proj_log_level(context.get(), PJ_LOG_NONE);
-  Object system(proj_create(context.get(), definition.constData()));
+std::optional<ReferenceSystem> Known_System(PJ_CONTEXT* context, ProjObject system) {
   if (!system) return std::nullopt;
-  if (proj_get_type(system.get()) == PJ_TYPE_BOUND_CRS) system.reset(proj_get_source_crs(context.get(), system.get()));
-  if (proj_get_type(system.get()) == PJ_TYPE_COMPOUND_CRS)
-    system.reset(proj_crs_get_sub_crs(context.get(), system.get(), 0));
-  const Object ground(proj_crs_get_geodetic_crs(context.get(), system.get()));
+  if (proj_get_type(system.get()) == PJ_TYPE_BOUND_CRS) system.reset(proj_get_source_crs(context, system.get()));
+  if (proj_get_type(system.get()) == PJ_TYPE_COMPOUND_CRS) system.reset(proj_crs_get_sub_crs(context, system.get(), 0));
+  const ProjObject ground(proj_crs_get_geodetic_crs(context, system.get()));
   if (!ground) return std::nullopt;
   auto datum = Datum_Of_Name(QString::fromUtf8(proj_get_name(ground.get())));
   if (!datum) return std::nullopt;
@@ -90,20 +77,26 @@ std::optional<ReferenceSystem> Look_Up(const QByteArray& definition) {
     default:
       return std::nullopt;
   }
-  const auto projection = Projection_Of(context.get(), system.get());
+  const auto projection = Projection_Of(context, system.get());
   return projection ? Plane_System(*projection, *datum) : std::nullopt;
 }
 
 }  // namespace
 
 std::optional<ReferenceSystem> System_Of_Wkt(const QString& text) {
-  const QString trimmed = text.trimmed();
-  // Names and other short forms are no text of such a file.
-  return trimmed.contains(u'[') ? Look_Up(trimmed.toUtf8()) : std::nullopt;
+  // As such a text and as nothing else: what is none would be looked for among all the names PROJ knows.
+  constexpr std::array<const char*, 2> options{"STRICT=NO", nullptr};
+  const ProjContext context = Proj_Context();
+  return Known_System(context.get(), ProjObject(proj_create_from_wkt(context.get(), text.trimmed().toUtf8().constData(),
+                                                                     options.data(), nullptr, nullptr)));
 }
 
 std::optional<ReferenceSystem> System_Of_Epsg(int code) {
-  return code > 0 ? Look_Up(QByteArrayLiteral("EPSG:") + QByteArray::number(code)) : std::nullopt;
+  if (code <= 0) return std::nullopt;
+  const ProjContext context = Proj_Context();
+  return Known_System(context.get(),
+                      ProjObject(proj_create_from_database(context.get(), "EPSG", QByteArray::number(code).constData(),
+                                                           PJ_CATEGORY_CRS, 0, nullptr)));
 }
 
 int Epsg_Of(const ReferenceSystem& system) {

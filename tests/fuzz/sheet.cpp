@@ -1,4 +1,5 @@
 #include "exchange/sheet_comparison.h"
+#include "exchange/sheet_rows.h"
 #include "exchange/sheet_source.h"
 #include "fuzz/calibrated.h"
 #include "fuzz/driver.h"
@@ -11,13 +12,42 @@ namespace {
 
 const QStringList& Parts() {
   static const QStringList parts = {
-      u"xl/worksheets/sheet1.xml"_s, u"xl/sharedStrings.xml"_s,       u"xl/styles.xml"_s,
+      u"xl/worksheets/sheet1.xml"_s, u"xl/worksheets/sheet2.xml"_s,   u"xl/sharedStrings.xml"_s, u"xl/styles.xml"_s,
       u"xl/workbook.xml"_s,          u"xl/_rels/workbook.xml.rels"_s, u"[Content_Types].xml"_s};
   return parts;
 }
 
+// The table it is compared with; it stays to the end.
+Database& Table() {
+  static Database* const table = [] {
+    Database* const made = Workspace::CreateDatabase(Work_Folder() + u"/Zeilen.MDB"_s).release();
+    Make_Template(*made);
+    EntryRow row;
+    row.ID = u"Text"_s;
+    for (const char* text : {"Kopf", "Uhu", "Rotmilan", "=1+1", "Uhu"}) {
+      row.Eintrag = QString::fromLatin1(text);
+      Append_Row(*made, row);
+    }
+    return made;
+  }();
+  return *table;
+}
+Recordset& Rows() {
+  static Recordset* const rows = Open_Entries(Table()).release();
+  return *rows;
+}
+
+// Of a spreadsheet program, and one of the program itself with some cells changed.
 const QByteArrayList& Books() {
-  static const QByteArrayList books = Files_Of(QStringLiteral(FLURAX_TEST_DATA "/workbook"));
+  static const QByteArrayList books = [] {
+    const QString path = Work_Folder() + u"/Eigene.XLS"_s;
+    Workbook book(path);
+    Sheet sheet = Sheet_Of_Rows(Rows());
+    sheet.Put(2, 3, u"Rotkehlchen"_s), sheet.Put(3, 5, 12.0), sheet.Put(4, 1, 99.0), sheet.Put(6, 3, u"neu"_s);
+    book.Put(sheet);
+    book.Save();
+    return Files_Of(QStringLiteral(FLURAX_TEST_DATA "/workbook")) << Read_Bytes(path);
+  }();
   return books;
 }
 
@@ -30,20 +60,22 @@ void Shape(QByteArray& bytes, Mutator& dice) {
   bytes = book.Bytes();
 }
 
-// The table it is compared with; it stays to the end.
-Recordset& Rows() {
-  static Recordset* const rows = [] {
-    static Database* const database = Workspace::CreateDatabase(Work_Folder() + u"/Zeilen.MDB"_s).release();
-    Make_Template(*database);
-    EntryRow row;
-    row.ID = u"Text"_s;
-    for (const char* text : {"Kopf", "Uhu", "Rotmilan"}) {
-      row.Eintrag = QString::fromLatin1(text);
-      Append_Row(*database, row);
-    }
-    return Open_Entries(*database).release();
-  }();
-  return *rows;
+// Compared by each key; now and then it is taken over, and taken back.
+void Compare(const Sheet& sheet) {
+  static int number = 0;
+  const int key = std::array{ownNumber, +column::ID, +column::Eintrag}[static_cast<size_t>(++number) % 3];
+  const SheetOrder order = Proposed_Order(Rows(), Titles_Of(sheet), key);
+  if (order.keyColumn < 1) return;
+  const SheetComparison found = Compare_With_Sheet(Rows(), sheet, order);
+  Comparison_Text(found);
+  if (number % 8 != 0) return;
+  Table().BeginTrans();
+  try {
+    Take_From_Sheet(Table(), Rows(), found, number % 16 == 0);
+  } catch (const Error& error) {
+    if (error.text.isEmpty()) throw std::runtime_error("a refusal without a text");
+  }
+  if (Table().InTrans()) Table().Rollback();
 }
 
 bool Run(const QByteArray& input) {
@@ -52,9 +84,8 @@ bool Run(const QByteArray& input) {
     const auto book = Open_Workbook_To_Read(path);
     if (book->SheetNames().isEmpty()) return false;
     for (const QString& name : book->SheetNames()) {
-      const Sheet sheet = book->Read(name);
       book->IsEmpty(name);
-      Comparison_Text(Compare_With_Sheet(Rows(), sheet, Proposed_Order(Rows(), Titles_Of(sheet))));
+      Compare(book->Read(name));
     }
     return true;
   } catch (const Error& error) {

@@ -79,10 +79,6 @@ void CommandTest::TearDown() {
   Close_Windows();
   Drop_Hand();
   WindowTest::TearDown();
-  Set_Message_Handler({});
-  Set_File_Dialog_Handler({});
-  Set_Input_Box_Handler({});
-  Set_Shell(shell);
   Set_Printer(printer);
 }
 
@@ -128,11 +124,11 @@ void CommandTest::Watch_Services() {
     seen << QStringLiteral("Eingabe '%1'").arg(prompt.simplified());
     return std::optional<QString>();
   });
-  shell = Set_Shell({[this](const QString& program, const QStringList&, const std::function<void()>&) {
-                       seen << QStringLiteral("Programm ") + program.section(u'/', -1);
-                       return true;
-                     },
-                     {}});
+  Set_Shell({[this](const QString& program, const QStringList&, const std::function<void()>&) {
+               seen << QStringLiteral("Programm ") + program.section(u'/', -1);
+               return true;
+             },
+             {}});
   PrinterFace face;
   face.ask = [this](const QString& title, int, int) {
     seen << QStringLiteral("Drucken '%1'").arg(title);

@@ -61,6 +61,5 @@ class CommandTest : public WindowTest {
   QTimer closer;
   int opened = 0;
   bool looking = false;
-  ShellFace shell;
   PrinterFace printer;
 };

@@ -12,6 +12,7 @@
 #include "state/run_guarded.h"
 #include "ui_frmCSVImport.h"
 #include "windows/common/frm_dialogs.h"
+#include "windows/common/show_beside.h"
 #include "windows/common/window_support.h"
 
 namespace {
@@ -158,16 +159,4 @@ void FrmCSVImport::Offer_Report(const CsvTable& imported, const CsvResult& resul
   }
 }
 
-FrmCSVImport& Open_frmCSVImport(QWidget* parent) {
-  auto* window = parent->findChild<FrmCSVImport*>();
-  if (window == nullptr) {
-    window = new FrmCSVImport(parent);
-    window->setAttribute(Qt::WA_DeleteOnClose);
-    window->show();
-  }
-  window->raise();
-  window->activateWindow();
-  return *window;
-}
-
-void Show_frmCSVImport(QWidget* parent) { Open_frmCSVImport(parent); }
+void Show_frmCSVImport(QWidget* parent) { Show_Beside<FrmCSVImport>(parent); }
