@@ -252,6 +252,11 @@ TEST_F(TableFileTest, UndoGoesBackToThePoint) {
 // It costs nothing when it is taken; whatever the table has become by then, the file holds the rows of the point.
 TEST_F(TableFileTest, AnUndoPointBecomesAFileWhenThereIsTime) {
   const std::function<void()> ways[] = {Table_Idle, [] { Close_Table(CloseMode::CloseOnly); },
+                                        [this] {  // in pieces, while the user goes on
+                                          int pieces = 0;
+                                          for (; Table_Idle_Some(0); ++pieces) Add(Text("dazwischen"));
+                                          EXPECT_GT(pieces, 0);
+                                        },
                                         [] {
                                           Before_Going_Back(0);
                                           Go_To_Step(0);

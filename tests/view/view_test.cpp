@@ -164,7 +164,7 @@ TEST(Reduce, PartsMakeTheWhole) {
       ASSERT_EQ(shown.copy(part & whole.rect()), whole.copy(part & whole.rect())) << format;
     }
     EXPECT_GT(copy.Work_For(whole.rect()), 0) << "nothing else was made";
-    copy.Prepare(whole.rect());
+    while (copy.Prepare_Some(QDeadlineTimer(1))) continue;
     EXPECT_EQ(shown, whole) << format;
     EXPECT_EQ(copy.Work_For(whole.rect()), 0);
   }
