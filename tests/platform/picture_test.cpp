@@ -5,6 +5,8 @@
 #include <QImageReader>
 
 #include "picture_bytes.h"
+#include "platform/bmp_strips.h"
+#include "platform/picture_check.h"
 #include "support/pixels.h"
 
 namespace {
@@ -46,6 +48,9 @@ TEST_F(PictureFile, EveryKindOfBitmapGivesTheSamePixels) {
     // The ending does not tell what is inside.
     for (const char* name : {"Karte.bmp", "Käfer.RLE", "x.jpg"}) {
       const QString path = Put(name, bytes);
+      QFile file(path);
+      ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+      const BmpHead head = Read_Bmp_Head(file).value();
       QImage image;
       ASSERT_EQ(Raised([&] { image = Load_Picture(path); }).number, 0) << kind;
       ASSERT_EQ(image.size(), QSize(3, 2)) << kind;
@@ -54,6 +59,8 @@ TEST_F(PictureFile, EveryKindOfBitmapGivesTheSamePixels) {
       Expect_Pixels(image, {{0, 1, white}, {1, 1, white}, {2, 1, red}}, kind);
       const bool indexed = bytes[28] <= 8;  // bits a pixel
       EXPECT_EQ(image.format(), indexed ? QImage::Format_Indexed8 : QImage::Format_RGB32) << kind;
+      if (head.compression != 0) continue;
+      EXPECT_EQ(Read_Bmp_Strips(file, head, 1).convertToFormat(image.format()), image) << kind << ", row by row";
     }
   }
 }

@@ -109,6 +109,7 @@ TEST_F(FileNames, TheProgramFolderIsFilledWithWhatIsMissing) {
   };
   EXPECT_EQ(fails(home + "/MUSTER.MDB/Flurax"), errors::pathNotFound);
   EXPECT_NE(fails("/proc/flurax"), 0);
+  EXPECT_TRUE(Raised([&] { Prepare_Program_Folder(delivered); }).text.endsWith("\n/proc/flurax"));
   File_Write_Fault = [](const QString&, qint64) { return errors::diskFull; };
   EXPECT_EQ(fails(Path("voll")), errors::diskFull);
   qunsetenv("FLURAX_HOME");
