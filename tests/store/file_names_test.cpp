@@ -3,13 +3,6 @@
 namespace {
 class FileNames : public FluraxTest {
  protected:
-  QString Put(const QString& name, const QByteArray& content = "x") {
-    QDir().mkpath(QFileInfo(Path(name)).path());
-    QFile file(Path(name));  // this very name, whatever is there in another case
-    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(content);
-    return Path(name);
-  }
   // Opens a map as far as names are concerned.
   static QString Table_Of(const QString& map, const QString& caption) {
     MapFile = map;

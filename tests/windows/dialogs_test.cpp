@@ -1,13 +1,5 @@
-#include <QMainWindow>
-#include <QMenu>
-#include <QMenuBar>
-#include <QTextBrowser>
-
-#include "maps/map_close.h"
-#include "maps/map_open.h"
 #include "support/recorded_shell.h"
 #include "windows/canvas/frmBildZoom.h"
-#include "windows/dialog_parts.h"
 #include "windows/main/dialog_hooks.h"
 #include "windows/maps/frmAbgesichert.h"
 #include "windows/maps/frmMalprg.h"

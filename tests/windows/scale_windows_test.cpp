@@ -1,7 +1,6 @@
 #include "support/pixels.h"
 #include "tools/mouse.h"
 #include "windows/canvas/frmMass.h"
-#include "windows/window_fixture.h"
 
 namespace {
 
@@ -24,6 +23,10 @@ TEST_F(ScaleWindowsTest, LineIsDrawnAndTheBarStandsAtItsBeginning) {
   Walk(*Mass(), "btnLinie checked");
   Drag({100, 300}, {104, 100});
   Walk(*Mass(), "txtLaenge = 200; optV checked; lblMass = Maßstab = 1 : ?");
+  Choose("mnuStepBack");
+  Walk(*Mass(), "txtLaenge = ");  // the line goes, no entry
+  Choose("mnuStepForward");
+  Walk(*Mass(), "txtLaenge = 200");
   MessageScript messages;
   for (const char* bad : {"", "0", "-1", "viel"}) {
     messages.Expect("Maßstab - Fehler");

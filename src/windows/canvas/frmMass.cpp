@@ -140,9 +140,12 @@ void FrmMass::MassLinie(bool on) {
 void FrmMass::Mass_Zeichnen(const MeasuringLine& drawn) {
   const Syncing keep(filling);
   changed = true;
-  (drawn.lies == MeasuringLine::Lies::Upright ? ui->optV : ui->optH)->setChecked(true);
   lengthPx = drawn.Length();
-  at = drawn.Upper_Left();
+  at.reset();
+  if (drawn.lies != MeasuringLine::Lies::Nowhere) {
+    (drawn.lies == MeasuringLine::Lies::Upright ? ui->optV : ui->optH)->setChecked(true);
+    at = drawn.Upper_Left();
+  }
   Show_Length();
   Mass_Show();
 }
