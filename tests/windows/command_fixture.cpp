@@ -1,5 +1,7 @@
 #include "windows/command_fixture.h"
 
+#include <QPointer>
+
 #include "maps/menu_state.h"
 #include "plansquares/raster_rows.h"
 #include "platform/for_now.h"
@@ -152,13 +154,15 @@ void CommandTest::Close_Windows() {
     popup->close();
   }
   QStringList names;
-  for (QWidget* open : QApplication::topLevelWidgets()) {
-    if (!open->isVisible() || open == window.get() || open->windowType() == Qt::Popup ||
+  QList<QPointer<QWidget>> shown;  // looking at one or closing it may take others along
+  for (QWidget* open : QApplication::topLevelWidgets()) shown << open;
+  for (const QPointer<QWidget>& open : shown) {
+    if (!open || !open->isVisible() || open == window.get() || open->windowType() == Qt::Popup ||
         open->windowType() == Qt::ToolTip)
       continue;
     names << Window_Name(*open);
     Look_At_It(*open);
-    open->close();
+    if (open) open->close();
   }
   names.sort();
   seen += names;
