@@ -197,7 +197,7 @@ TEST_F(DialogTest, TheHooksShowTheWindowsAndBringTheAnswerBack) {
     Walk(dialog, "lblGroesse = *3000 x 2334*");
     dialog.close();
   });
-  dialogHooks.BigMapHint({3000, 2334}, 24);
+  dialogHooks.BigMapHint({3000, 2334});
   Clear_Dialog_Hooks();
   EXPECT_FALSE(dialogHooks.Abgesichert);
 }

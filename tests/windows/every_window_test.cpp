@@ -164,7 +164,7 @@ class EveryWindow : public CommandTest, public testing::WithParamInterface<doubl
   void Open_The_Others() {
     Begin_Again();
     dialogHooks.Abgesichert({map, TableFile, Path("ein langer Pfad zu einer/Tabelle/KARTE_BAK_12.MDB")});
-    dialogHooks.BigMapHint({6000, 4000}, 24);
+    dialogHooks.BigMapHint({6000, 4000});
     FrmTblSymb characters(window.get());
     FrmKalibrix calibration(window.get());
     calibration.Open_Map(map);

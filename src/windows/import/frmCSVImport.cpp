@@ -139,7 +139,8 @@ void FrmCSVImport::Import() {
                      "'Einträge - Rückgängig: CSV-Import'.")
           .arg(QString::number(result.shifted), QString::number(result.refused.size()),
                QString::number(imported.skipped)));
-  ui->lblMsg->setText(QString::number(result.imported) + QStringLiteral(" Karteneinträge wurden importiert."));
+  ui->lblMsg->setText(QString::number(result.imported) + QStringLiteral(" Karteneinträge wurden importiert.") +
+                      (result.stopped ? QStringLiteral("\nDer Import wurde abgebrochen.") : QString()));
   if (!result.refused.empty() || !result.notes.empty()) Offer_Report(imported, result);
 }
 
