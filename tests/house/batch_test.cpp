@@ -135,6 +135,11 @@ TEST_F(BatchTest, DamagedTableIsToldAndStaysAsItIs) {
     EXPECT_FALSE(QFile::exists(target));
     EXPECT_TRUE(Snapshot(home) == before);
   }
+  ASSERT_TRUE(QFile::resize(home + u"/KARTE.MDB"_s, qint64{100} << 30));
+  EXPECT_TRUE(Batch({u"bild"_s, map, target}).err.contains(u"zu groß"_s));
+  Kill(home + u"/KARTE.MDB"_s);
+  QDir(home).mkdir(u"KARTE.MDB"_s);
+  EXPECT_TRUE(Batch({u"bild"_s, map, target}).err.contains(u"sondern ein Ordner"_s));
 }
 
 TEST_F(BatchTest, FaultsHaveAStatusAndGermanWords) {
@@ -185,6 +190,7 @@ TEST_F(BatchTest, FaultsHaveAStatusAndGermanWords) {
       {{u"tkr"_s, map, home + u"/aus.tkr"_s}, 1, u"leer"_s},
       {{u"bild"_s, home + u"/fehlt.bmp"_s, target}, 1, u"fehlt.bmp"_s},
       {{u"bild"_s, noPicture, target}, 1, u"Text.bmp"_s},
+      {{u"bild"_s, home, target}, 1, u"sondern ein Ordner"_s},
       {{u"bild"_s, map, home + u"/gibt/es/nicht/aus.png"_s}, 1, u"Fehler"_s},
   };
   for (const auto& [words, status, told] : cases) {
