@@ -98,8 +98,8 @@ void BM_Reduce_6000x4000_To_4(benchmark::State& state) {
 }
 BENCHMARK(BM_Reduce_6000x4000_To_4)->Unit(benchmark::kMillisecond);
 
-// The first zoom-out of a big scan of 32 bits, to the painted window.
-void BM_First_Zoom_Out(benchmark::State& state) {
+// The first zoom-out of a big scan of 32 bits, to the painted window: at once, and after a while without keys.
+void First_Zoom_Out(benchmark::State& state, bool idle) {
   const BenchMap map({10, 1, 1, 12'000, 9'000}, 12'000, 9'000);
   QImage scan(12'000, 9'000, QImage::Format_RGB32);
   for (int y = 0; y < scan.height(); ++y)
@@ -110,11 +110,15 @@ void BM_First_Zoom_Out(benchmark::State& state) {
     Set_Zoom(1);
     Set_Map_Picture(scan);
     Map_Redraw();
+    while (idle && Prepare_Ahead(8)) continue;
     state.ResumeTiming();
     Set_Zoom(static_cast<double>(state.range(0)) / 100);
   }
 }
+void BM_First_Zoom_Out(benchmark::State& state) { First_Zoom_Out(state, false); }
+void BM_First_Zoom_Out_Later(benchmark::State& state) { First_Zoom_Out(state, true); }
 BENCHMARK(BM_First_Zoom_Out)->Arg(133)->Arg(200)->Arg(400)->Arg(1000)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(BM_First_Zoom_Out_Later)->Arg(400)->Arg(1000)->Unit(benchmark::kMillisecond)->UseRealTime();
 
 void BM_Open_Map(benchmark::State& state) {
   const BenchMap map({10'000, 1'000, 0});

@@ -14,10 +14,9 @@ int main(int argc, char** argv) {
   Prepare_Application(application);
   Install_Desktop_Services();
   Reset_Global_State();
-  const QString commandLine = QCoreApplication::arguments().mid(1).join(QLatin1Char(' '));
   if (!Prepare_Folder()) return 1;
   MdiWindow window;
   window.showMaximized();
-  QTimer::singleShot(0, &window, [commandLine] { Run_Guarded([&] { Program_Start(commandLine); }); });
+  QTimer::singleShot(0, &window, [] { Run_Guarded([] { Program_Start(QCoreApplication::arguments().mid(1)); }); });
   return QApplication::exec();
 }

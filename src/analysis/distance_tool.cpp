@@ -33,34 +33,38 @@ class DistanceTool final : public MapTool {
   DistanceTool(DistanceMode how, DistanceWatch who) : mode(how), watch(std::move(who)) {}
   QString Name() const override { return QStringLiteral("Distanz"); }
   QString Status() const override {
-    return points.empty() ? distance_texts::first : QString(distance_texts::next).replace(u'\n', u' ');
+    return points.All().empty() ? distance_texts::first : QString(distance_texts::next).replace(u'\n', u' ');
   }
-  QString Status_Key() const override { return Name() + QString::number(points.empty()); }
+  QString Status_Key() const override { return Name() + QString::number(points.All().empty()); }
 
   void Press(QPoint window, MouseKeys) override {
     const int hit = Hit_Entry(window);
     if (hit == 0) return;
     const QString bookmark = Map.EntryRegions.Row(hit).Bookmark();
-    if (!points.empty() && bookmark == last) return;
+    if (!points.All().empty() && bookmark == last) return;
     const auto place = Place_Of(bookmark, {Map_X(window.x()), Map_Y(window.y())});
-    if (!place || !Add_Distance_Point(points, *place, mode)) return;
+    if (!place || (!points.All().empty() && points.All().back() == *place)) return;
+    points.Add(*place);
     last = bookmark;
     Tell();
   }
   bool Right_Click(QPoint) override { return true; }
+  DrawnPoints* Points() override { return &points; }
+  bool Outlives_Steps() const override { return true; }
   void Dropped() override {
     if (watch.dropped) watch.dropped();
   }
 
   OverPaint Paint_Over() const override {
     OverPaint paint;
-    if (points.empty()) return paint;
+    const std::vector<QPoint> measured = Measured_Points(points.All(), mode);
+    if (measured.empty()) return paint;
     QPainterPath first;
-    first.addEllipse(On_Window(points.front()), markRadius, markRadius);
+    first.addEllipse(On_Window(measured.front()), markRadius, markRadius);
     paint.push_back({first, QBColor(13), lineWidth});
-    const int count = static_cast<int>(points.size()) - 1;
+    const int count = static_cast<int>(measured.size()) - 1;
     for (int i = 0; i < count; ++i) {
-      const auto [from, to] = Distance_Line(points, mode, i);
+      const auto [from, to] = Distance_Line(measured, mode, i);
       QPainterPath path;
       path.moveTo(On_Window(from));
       path.lineTo(On_Window(to));
@@ -70,22 +74,30 @@ class DistanceTool final : public MapTool {
   }
 
   void Set_Mode(DistanceMode how) {
+    // Another mode goes on with what was measured until now.
+    if (mode == DistanceMode::Simple || how == DistanceMode::Simple) points.Keep_Last(2);
     mode = how;
-    if (mode == DistanceMode::Simple && points.size() > 2) points.erase(points.begin(), points.end() - 2);
     Tell();
     events.HandChanged.Emit();
   }
 
  private:
   void Tell() const {
-    if (watch.changed)
-      watch.changed(static_cast<int>(points.size()), Measure_Distances(points, mode, Read_Map_Measure().perPixel));
+    if (!watch.changed) return;
+    const std::vector<QPoint> measured = Measured_Points(points.All(), mode);
+    watch.changed(static_cast<int>(measured.size()), Measure_Distances(measured, mode, Read_Map_Measure().perPixel));
+  }
+  // What stands there of points that are gone goes as well.
+  void Tell_Anew() {
+    last.clear();
+    if (watch.changed) watch.changed(0, {});
+    Tell();
   }
 
   DistanceMode mode;
   DistanceWatch watch;
-  std::vector<QPoint> points;  // map pixels
-  QString last;                // row key of the entry clicked last
+  DrawnPoints points{QStringLiteral("Messpunkt"), [this] { Tell_Anew(); }};
+  QString last;  // row key of the entry clicked last
 };
 
 DistanceTool* In_Use() { return dynamic_cast<DistanceTool*>(Map_Tool_In_Use()); }

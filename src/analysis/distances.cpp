@@ -3,11 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
-bool Add_Distance_Point(std::vector<QPoint>& points, QPoint point, DistanceMode mode) {
-  if (!points.empty() && points.back() == point) return false;
-  points.push_back(point);
-  if (mode == DistanceMode::Simple && points.size() > 2) points.erase(points.begin(), points.end() - 2);
-  return true;
+std::vector<QPoint> Measured_Points(const std::vector<QPoint>& given, DistanceMode mode) {
+  return mode == DistanceMode::Simple && given.size() > 2 ? std::vector<QPoint>(given.end() - 2, given.end()) : given;
 }
 
 DistanceLine Distance_Line(const std::vector<QPoint>& points, DistanceMode mode, int number) {

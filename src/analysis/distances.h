@@ -11,8 +11,8 @@ enum class DistanceMode {
   Bundle    // from the first one to each of the others
 };
 
-// Adds a point (map pixels). One at the place of the last is passed over: false. In the simple mode the last two stay.
-bool Add_Distance_Point(std::vector<QPoint>& points, QPoint point, DistanceMode mode);
+// Those of the given points (map pixels) that are measured: in the simple mode the last two.
+std::vector<QPoint> Measured_Points(const std::vector<QPoint>& given, DistanceMode mode);
 
 struct Distances {
   int count = 0;             // of distances

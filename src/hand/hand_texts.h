@@ -34,5 +34,6 @@ inline const QString drawLine = QStringLiteral(
 inline const QString drawArea = QStringLiteral(
     "Fläche: Klicken setzt einen Eckpunkt, Rücktaste nimmt ihn zurück. Ende: Doppelklick oder rechte Maustaste. Esc: "
     "verwerfen.");
+inline const QString vertex = QStringLiteral("Eckpunkt");
 inline const QString fromCorner = QStringLiteral(" Abstand vom linken oberen Karteneck ");
 }  // namespace hand_texts

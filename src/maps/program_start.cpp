@@ -1,6 +1,7 @@
 #include "maps/program_start.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QRegularExpression>
 
 #include "maps/map_choose.h"
@@ -27,7 +28,19 @@ QString Command_Line_Map(const QString& commandLine) {
                                                                                                 : QString();
 }
 
-void Program_Start(const QString& commandLine) {
+QString Map_Of_Arguments(const QStringList& arguments) {
+  const QString line = arguments.join(QLatin1Char(' '));
+  for (const QString& path : {line, arguments.value(0)}) {
+    const QFileInfo file(Clean_Path(path));
+    if (!path.isEmpty() && file.isFile()) return file.absoluteFilePath();
+  }
+  const QString map = Command_Line_Map(line);
+  const bool bare = !map.contains(QLatin1Char('/')) && !map.contains(QLatin1Char('\\'));
+  return bare && !map.isEmpty() ? Program_File(map) : map;
+}
+
+void Program_Start(const QStringList& arguments) {
+  const QString map = Map_Of_Arguments(arguments);
   frmMDI.SafeMode = false;
   Read_Ini();
   Clear_Work_Files();
@@ -46,10 +59,7 @@ void Program_Start(const QString& commandLine) {
   Read_Log(3);
   Reset_InfoBar();
   Set_Buttons();
-  QString map = Command_Line_Map(commandLine);
-  if (map.isEmpty()) return;  // the start window stands there
-  if (!map.contains(QLatin1Char('/')) && !map.contains(QLatin1Char('\\'))) map = Program_File(map);
-  Open_User_Map(map);
+  if (!map.isEmpty()) Open_User_Map(map);  // else the start window stands there
 }
 
 bool Program_End() {

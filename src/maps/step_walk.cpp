@@ -109,7 +109,7 @@ void Follow_Walk(const WalkResult& result) {
 }
 
 bool Carry_Out(int position, const QString& told) {
-  Drop_Map_Tool();
+  const StepsUnderTool tool;
   if (!Leave_Hand()) return false;
   const BusyPointer busy;
   WalkResult result;
@@ -129,9 +129,8 @@ bool Carry_Out(int position, const QString& told) {
 QString Named(const QString& verb, int step) { return verb + QStringLiteral(": ") + Step_At(step).name; }
 
 const QString undone = QStringLiteral("Rückgängig"), redone = QStringLiteral("Wiederherstellen");
-const QString pointName = QStringLiteral(": Eckpunkt");
 
-// A line or area that is being drawn is no step yet: its last vertex is what goes back.
+// What a tool is being given is no step yet: its last point is what goes back.
 bool Point_Behind() { return Points_Being_Drawn() && Points_Being_Drawn()->Can_Take_Back(); }
 bool Point_Ahead() { return Points_Being_Drawn() && Points_Being_Drawn()->Can_Bring_Again(); }
 
@@ -141,19 +140,19 @@ bool Can_Step_Back() { return Point_Behind() || Step_Position() > 0; }
 bool Can_Step_Forward() { return Point_Behind() || Point_Ahead() ? Point_Ahead() : Step_Position() < Step_Count(); }
 
 QString Step_Back_Text() {
-  if (Point_Behind()) return undone + pointName;
+  if (Point_Behind()) return undone + QStringLiteral(": ") + Points_Being_Drawn()->Name();
   return Can_Step_Back() ? Named(undone, Step_Position() - 1) : QString();
 }
 
 QString Step_Forward_Text() {
-  if (Point_Ahead()) return redone + pointName;
+  if (Point_Ahead()) return redone + QStringLiteral(": ") + Points_Being_Drawn()->Name();
   return Can_Step_Forward() ? Named(redone, Step_Position()) : QString();
 }
 
 void Step_Back() {
   if (Point_Behind()) return Points_Being_Drawn()->Take_Back();
   // Ending what is in the hand may be a step of its own: that is the one.
-  Drop_Map_Tool();
+  const StepsUnderTool tool;
   if (!Leave_Hand() || !Can_Step_Back()) return;
   Carry_Out(Step_Position() - 1, Step_Back_Text());
 }
@@ -161,13 +160,13 @@ void Step_Back() {
 void Step_Forward() {
   if (Point_Ahead()) return Points_Being_Drawn()->Bring_Again();
   if (Point_Behind()) return;  // what is being drawn would go
-  Drop_Map_Tool();
+  const StepsUnderTool tool;
   if (!Leave_Hand() || !Can_Step_Forward()) return;
   Carry_Out(Step_Position() + 1, Step_Forward_Text());
 }
 
 void Walk_To_Step(int position) {
-  Drop_Map_Tool();
+  const StepsUnderTool tool;
   if (!Leave_Hand()) return;
   if (position < 0 || position > Step_Count() || position == Step_Position()) return;
   const QString told =

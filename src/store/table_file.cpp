@@ -370,6 +370,16 @@ void Undo_Point(const QString& caption) {
   }
 }
 
+bool Table_Idle_Some(int milliseconds) {
+  if (!dbEntries || dbEntries->InTrans()) return false;
+  if (Snapshot_Is_Pending()) {
+    Write_Pending_Snapshot(QDeadlineTimer(milliseconds));
+    return true;  // the log in a piece of its own
+  }
+  Table_Idle();
+  return false;
+}
+
 void Table_Idle() {
   if (!dbEntries || dbEntries->InTrans()) return;
   Write_Pending_Snapshot();

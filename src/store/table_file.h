@@ -52,6 +52,8 @@ void Name_User_Table(const QString& path);
 void Undo_Goes_Back_To(const QString& user);
 // Idle work: writes the snapshot of the last undo point, folds the log into the table file.
 void Table_Idle();
+// The same for about so many milliseconds, so that nobody waits for all of it; true if there is more to do.
+bool Table_Idle_Some(int milliseconds);
 // Free name "<table>_BAK.MDB", "_BAK_1.MDB", ...
 QString Free_Backup_Name(const QString& table);
 // At the start of the program: clears the program folder of what programs that were killed have left of their snapshots

@@ -1,4 +1,5 @@
 #pragma once
+#include <QDeadlineTimer>
 #include <QString>
 
 #include "platform/database.h"
@@ -54,7 +55,7 @@ bool Take_Snapshot_Of_Open_Table();  // the same from the open one, by a mark in
 bool Mark_Snapshot_And_User(const QString& user);
 bool Snapshot_Is_Pending();
 // Writes the file that a mark stands for. False if that cannot be now; a failure is told and withdraws the undo.
-bool Write_Pending_Snapshot();
+bool Write_Pending_Snapshot(const QDeadlineTimer& end = QDeadlineTimer(QDeadlineTimer::Forever));
 void Go_Back_To(const QString& row);  // if the table still has it
 // Close_With_Copies and Load_Table(Reload); the current row stays. `loaded` tells whether the table is open again.
 struct Checkpointed : Copies {

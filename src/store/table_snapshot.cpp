@@ -1,4 +1,5 @@
 #include <QCryptographicHash>
+#include <QDeadlineTimer>
 #include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
@@ -28,9 +29,9 @@ namespace {
 
 QString userOfSnapshot;  // "" = the user's table did not change since
 HistoryMark markOfSnapshot;
-// What the mark stands for is in no file yet.
+// What the mark stands for is in no file yet, or in one that proves nothing so far.
 struct Pending {
-  bool snapshot = false;
+  bool snapshot = false, written = false;
   QString user;  // another table that is to be brought up to date as well
 };
 Pending pending;
@@ -78,14 +79,37 @@ int Own_Number() {
   return own.number;
 }
 
-// Fingerprint of the snapshot's bytes, its table and its map: another content or another place has another one.
-QByteArray Fingerprint(const QString& snapshot) {
-  QCryptographicHash hash(QCryptographicHash::Sha256);
-  for (const QString& path : {TableFile, MapFile}) hash.addData(Clean_Path(path).toCaseFolded().toUtf8() + '\n');
-  QFile file(Find_File(snapshot));
-  if (!file.open(QIODevice::ReadOnly) || !hash.addData(&file)) Raise(errors::fileNotFound);
-  return hash.result().toHex();
-}
+// Fingerprint of the snapshot's bytes, its table and its map: another content or another place has another one. Taken
+// piece by piece.
+class Fingerprint {
+ public:
+  explicit Fingerprint(const QString& snapshot) : file(Find_File(snapshot)) {
+    for (const QString& path : {TableFile, MapFile}) hash.addData(Clean_Path(path).toCaseFolded().toUtf8() + '\n');
+    if (!file.open(QIODevice::ReadOnly)) Raise(errors::fileNotFound);
+  }
+  bool Go_On(const QDeadlineTimer& end) {
+    constexpr qint64 piece = 1 << 18;  // bytes
+    do {
+      const QByteArray read = file.read(piece);
+      if (file.error() != QFileDevice::NoError) Raise(errors::fileNotFound);
+      if (read.isEmpty()) return true;
+      hash.addData(read);
+    } while (!end.hasExpired());
+    return false;
+  }
+  QByteArray Text() const { return hash.result().toHex(); }
+  static QByteArray Of(const QString& snapshot) {
+    Fingerprint print(snapshot);
+    print.Go_On(QDeadlineTimer::Forever);
+    return print.Text();
+  }
+
+ private:
+  QCryptographicHash hash{QCryptographicHash::Sha256};
+  QFile file;
+};
+std::unique_ptr<Fingerprint> fingerprint;  // of the pending snapshot, once it is written
+const OnReset freshPrint(fingerprint);
 
 QString Former_File(int number) { return Numbered_File(snapshotBase, number, ".vorher"); }
 
@@ -102,11 +126,15 @@ QString table_file::Sorted_File() { return Numbered_File(sortedBase, Own_Number(
 
 namespace {
 
-bool Write_By(const std::function<void(const QString& target)>& write) {
+void Forget_Pending() {
   pending = {};
+  fingerprint.reset();
+}
+
+// False if it could not be done, which was told.
+bool Guarded_Work(const std::function<void()>& work) {
   try {
-    write(Snapshot_File());
-    Replace_File(Stamp_File(Own_Number()), Fingerprint(Snapshot_File()));
+    work();
     return true;
   } catch (const Error& error) {
     Forget_Snapshot();
@@ -120,7 +148,12 @@ bool Write_By(const std::function<void(const QString& target)>& write) {
 }
 
 bool Take_By(const std::function<void(const QString& target)>& write) {
-  if (!Write_By(write)) return false;
+  Forget_Pending();
+  const bool written = Guarded_Work([&write] {
+    write(Snapshot_File());
+    Replace_File(Stamp_File(Own_Number()), Fingerprint::Of(Snapshot_File()));
+  });
+  if (!written) return false;
   userOfSnapshot.clear();
   markOfSnapshot = Mark_Here();
   return true;
@@ -136,7 +169,8 @@ bool Take_Mark(const QString& user) {
   QFile::remove(Stamp_File(Own_Number()));
   userOfSnapshot.clear();
   markOfSnapshot = mark;
-  pending = {true, user};
+  fingerprint.reset();
+  pending = {true, false, user};
   return true;
 }
 
@@ -157,25 +191,44 @@ bool table_file::Take_Snapshot_Of_Open_Table() {
 bool table_file::Mark_Snapshot_And_User(const QString& user) { return Take_Mark(user); }
 bool table_file::Snapshot_Is_Pending() { return pending.snapshot; }
 
-bool table_file::Write_Pending_Snapshot() {
-  if (!pending.snapshot) return true;
-  if (!dbEntries || dbEntries->InTrans()) return false;
+namespace {
+
+void Write_Marked_State(const QString& target) {
+  Clone_Database(*dbEntries, target);
+  if (markOfSnapshot.state == Mark_Here().state) return;
+  const auto copy = Workspace::OpenDatabase(target);
+  copy->Execute(QStringLiteral("PRAGMA synchronous=OFF"));  // a stamp proves it
+  Bring_Back(*copy, markOfSnapshot);
+  copy->Close();
+}
+
+// The file first, then its fingerprint, piece by piece, then the user's table: what was written does not change any
+// more, whatever is done with the open table meanwhile. True if there is more to do.
+bool Work_On_Snapshot(const QDeadlineTimer& end) {
+  if (!pending.written) {
+    Write_Marked_State(Snapshot_File());
+    pending.written = true;
+  }
+  if (!fingerprint) fingerprint = std::make_unique<Fingerprint>(Snapshot_File());
+  if (!fingerprint->Go_On(end)) return true;
+  Replace_File(Stamp_File(Own_Number()), fingerprint->Text());
   const QString user = pending.user;
-  const bool written = Write_By([](const QString& target) {
-    Clone_Database(*dbEntries, target);
-    if (markOfSnapshot.state == Mark_Here().state) return;
-    const auto copy = Workspace::OpenDatabase(target);
-    copy->Execute(QStringLiteral("PRAGMA synchronous=OFF"));  // a stamp proves it
-    Bring_Back(*copy, markOfSnapshot);
-    copy->Close();
-  });
-  if (!written || user.isEmpty()) return written;
+  Forget_Pending();
   try {
-    Compact_Over(Snapshot_File(), user);
+    if (!user.isEmpty()) Compact_Over(Snapshot_File(), user);
   } catch (const Error& error) {
     Report_Copy_Error(user, error);
   }
-  return true;
+  return false;
+}
+
+}  // namespace
+
+bool table_file::Write_Pending_Snapshot(const QDeadlineTimer& end) {
+  if (!pending.snapshot) return true;
+  if (!dbEntries || dbEntries->InTrans()) return false;
+  bool more = false;
+  return Guarded_Work([&] { more = Work_On_Snapshot(end); }) && !more;
 }
 
 void Before_Going_Back(int step) {
@@ -186,7 +239,7 @@ table_file::SnapshotState table_file::State_Of_Snapshot() {
   const QString file = Snapshot_File();
   if (!File_Exists(file) || !Table_Fault(file).isEmpty()) return SnapshotState::Unusable;
   try {
-    const bool fits = Read_Bytes(Stamp_File(Own_Number())) == Fingerprint(file);
+    const bool fits = Read_Bytes(Stamp_File(Own_Number())) == Fingerprint::Of(file);
     return fits ? SnapshotState::Fits : SnapshotState::Foreign;
   } catch (const Error&) {
     return SnapshotState::Foreign;
@@ -236,7 +289,9 @@ void Put_Former_Back(const FormerPoint& kept) {
       File_Rename(Former_File(number), Snapshot_File());
       Replace_File(Stamp_File(number), kept.stamp);
     }
-    pending = kept.pending;
+    // What was written of it went with the file of the later one.
+    Forget_Pending();
+    pending = {kept.pending.snapshot, false, kept.pending.user};
     userOfSnapshot = kept.user;
     markOfSnapshot = kept.mark;
     kept.enabled ? Arm_Undo(kept.caption) : Disarm_Undo();
@@ -266,7 +321,7 @@ void table_file::Forget_Snapshot() {
   formerPoint.reset();
   userOfSnapshot.clear();
   markOfSnapshot = {};
-  pending = {};
+  Forget_Pending();
   Disarm_Undo();
 }
 

@@ -9,18 +9,21 @@ void DrawnPoints::Add(QPoint point) {
   if (!known) events.StateChanged.Emit();
 }
 
-void DrawnPoints::Take_Back() {
-  if (points.empty()) return;
-  taken.push_back(points.back());
-  points.pop_back();
-  events.StateChanged.Emit();
-  events.HandChanged.Emit();
+void DrawnPoints::Keep_Last(size_t count) {
+  const bool known = points.size() <= count && taken.empty();
+  if (points.size() > count) points.erase(points.begin(), points.end() - static_cast<std::ptrdiff_t>(count));
+  taken.clear();
+  if (!known) events.StateChanged.Emit();
 }
 
-void DrawnPoints::Bring_Again() {
-  if (taken.empty()) return;
-  points.push_back(taken.back());
-  taken.pop_back();
+void DrawnPoints::Take_Back() { Pass(points, taken); }
+void DrawnPoints::Bring_Again() { Pass(taken, points); }
+
+void DrawnPoints::Pass(std::vector<QPoint>& from, std::vector<QPoint>& to) {
+  if (from.empty()) return;
+  to.push_back(from.back());
+  from.pop_back();
+  if (walked) walked();
   events.StateChanged.Emit();
   events.HandChanged.Emit();
 }

@@ -3,6 +3,7 @@
 #include <qnamespace.h>
 
 #include "edit/figure_edit.h"
+#include "hand/hand_texts.h"
 #include "hand/next_shape.h"
 #include "state/global_state.h"
 #include "state/map_state.h"
@@ -62,7 +63,7 @@ class FreeFigureTool final : public MapTool {
     Add_Free_Figure(drawn, NextShape.rounded);
   }
 
-  DrawnPoints vertices;
+  DrawnPoints vertices{hand_texts::vertex};
   QPoint pointer;
 };
 

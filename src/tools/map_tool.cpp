@@ -11,7 +11,8 @@
 namespace {
 
 std::shared_ptr<MapTool> inUse, over;
-const OnReset fresh(inUse, over);
+int stepsUnder = 0;
+const OnReset fresh(inUse, over, stepsUnder);
 
 void Show_Change() {
   const MapTool* tool = over ? over.get() : inUse.get();
@@ -63,6 +64,12 @@ void Drop_Map_Tool() {
 // The state may have been made anew under a tool: it is none any more, and whoever it would tell may be gone.
 MapTool* Map_Tool_In_Use() { return inUse && inUse->Name() == Map.Tool ? inUse.get() : nullptr; }
 
+StepsUnderTool::StepsUnderTool() {
+  if (!Map_Tool_In_Use() || !Map_Tool_In_Use()->Outlives_Steps()) Drop_Map_Tool();
+  ++stepsUnder;
+}
+StepsUnderTool::~StepsUnderTool() { --stepsUnder; }
+
 DrawnPoints* Points_Being_Drawn() {
   MapTool* tool = Map_Tool_In_Use();
   return tool ? tool->Points() : nullptr;
@@ -89,6 +96,7 @@ std::shared_ptr<MapTool> Tool_With_The_Mouse() {
 void Connect_Map_Tools() {
   static int dropped = 0;
   Reconnect(events.HandDropped, dropped, [] {
+    if (stepsUnder > 0 && Map_Tool_In_Use() && Map_Tool_In_Use()->Outlives_Steps()) return;
     Take_Tool_Off();
     Drop_Map_Tool();
   });

@@ -81,6 +81,8 @@ class MapTool {
   virtual bool Escape() { return false; }
   // The points it was given, where taking back a step means them: nullptr if it means the table.
   virtual DrawnPoints* Points() { return nullptr; }
+  // True: it knows nothing of the table's rows, and stays in use while steps are taken back.
+  virtual bool Outlives_Steps() const { return false; }
   // What is drawn over the map; asked after each of the calls above and after a redraw.
   virtual OverPaint Paint_Over() const { return {}; }
   // The tool goes without being finished: Esc, another tool, another entry in hand, the map is closed.
@@ -97,6 +99,15 @@ void End_Map_Tool();
 void Drop_Map_Tool();
 // nullptr while the hand has the mouse.
 MapTool* Map_Tool_In_Use();
+// While one of these lives, steps of the table are taken back or brought again: every tool goes at its beginning but
+// those that outlive them, and these stay whatever the hand lets go of.
+class StepsUnderTool {
+ public:
+  StepsUnderTool();
+  ~StepsUnderTool();
+  StepsUnderTool(const StepsUnderTool&) = delete;
+  StepsUnderTool& operator=(const StepsUnderTool&) = delete;
+};
 // Of the tool in use, if it has any.
 DrawnPoints* Points_Being_Drawn();
 // Its button: comes into use, or is dropped if the tool of that name is in use. True if it is in use now.

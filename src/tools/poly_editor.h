@@ -2,6 +2,7 @@
 #include <QString>
 #include <vector>
 
+#include "hand/hand_texts.h"
 #include "tools/map_tool.h"
 
 // Drawing a line or area point by point. A left click sets a vertex, Backspace or taking back a step takes the last
@@ -27,7 +28,7 @@ class PolyEditor final : public MapTool {
   void Finish();
 
   Kind kind;
-  DrawnPoints points;
+  DrawnPoints points{hand_texts::vertex};
   QPoint mouse;  // window pixels
 };
 

@@ -27,8 +27,11 @@ class MeasureTool final : public MapTool {
   void Press(QPoint window, MouseKeys) override {
     if (!drawing) {
       start = window;
+      other = {};
       line.from = line.to = Map_At(window);
       line.lies = Lies::Nowhere;
+      begun.Keep_Last(0);
+      begun.Add(line.from);
     }
     drawing = true;
     Draw_To(window);
@@ -42,6 +45,7 @@ class MeasureTool final : public MapTool {
     const QPoint by = window - start;
     drawing = std::max(std::abs(by.x()), std::abs(by.y())) < clickReach;
   }
+  DrawnPoints* Points() override { return &begun; }
   OverPaint Paint_Over() const override {
     QPainterPath path;
     if (line.lies == Lies::Nowhere) return {};
@@ -73,7 +77,15 @@ class MeasureTool final : public MapTool {
 
   std::function<void(const MeasuringLine&)> drawn;
   std::function<void()> dropped;
-  MeasuringLine line;
+  // The line goes, or comes again as it was.
+  void Walk() {
+    drawing = false;
+    std::swap(line, other);
+    if (drawn) drawn(line);
+  }
+
+  MeasuringLine line, other;
+  DrawnPoints begun{QStringLiteral("Messlinie"), [this] { Walk(); }};  // where the line was begun
   QPoint start;
   bool drawing = false;
 };

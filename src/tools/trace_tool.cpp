@@ -1,7 +1,6 @@
 #include "tools/trace_tool.h"
 
 #include <algorithm>
-#include <optional>
 #include <utility>
 
 #include "edit/bulk_change.h"
@@ -22,9 +21,11 @@ class TraceTool final : public MapTool {
   }
 
   void Press(QPoint window, MouseKeys) override {
-    click = QPoint(Map_X(window.x()), Map_Y(window.y()));
+    clicks.Add({Map_X(window.x()), Map_Y(window.y())});
     Trace();
   }
+  DrawnPoints* Points() override { return &clicks; }
+  bool Outlives_Steps() const override { return true; }
   OverPaint Paint_Over() const override {
     if (!result.Found()) return {};
     QPainterPath path;
@@ -39,15 +40,11 @@ class TraceTool final : public MapTool {
   }
 
   void Trace() {
-    if (!click) return;
-    Show([this] {
-      const BusyPointer busy;
-      return Traced(frmMDI.DigiTolerance);
-    }());
+    if (!clicks.All().empty()) Show(Traced_Now());
   }
   bool Trace_Less() {
     const BusyPointer busy;
-    for (int tolerance = frmMDI.DigiTolerance; click && tolerance > 0;) {
+    for (int tolerance = frmMDI.DigiTolerance; !clicks.All().empty() && tolerance > 0;) {
       tolerance -= std::max(1, tolerance / 4);
       TraceResult tried = Traced(tolerance);
       if (!tried.Found() || tried.part >= runOutPart) continue;
@@ -58,7 +55,7 @@ class TraceTool final : public MapTool {
     return false;
   }
   void Forget() {
-    click.reset();
+    clicks.Keep_Last(0);
     result = {};
     events.HandChanged.Emit();
   }
@@ -66,8 +63,18 @@ class TraceTool final : public MapTool {
 
  private:
   TraceResult Traced(int tolerance) const {
-    const TraceRequest request{Map.MapClip[0].image, *click, tolerance, {}};
+    const TraceRequest request{Map.MapClip[0].image, clicks.All().back(), tolerance, {}};
     return frmMDI.DigiFill ? Digi_Fill(request) : Digi_Trace_RGB(request);
+  }
+  TraceResult Traced_Now() const {
+    const BusyPointer busy;
+    return Traced(frmMDI.DigiTolerance);
+  }
+  // The patch of the click that is the last one now. What was wrong with it was told before.
+  void Trace_Former() {
+    TraceResult former = clicks.All().empty() ? TraceResult() : Traced_Now();
+    former.fault.clear();
+    Show(std::move(former));
   }
   void Show(TraceResult found) {
     result = std::move(found);
@@ -76,7 +83,7 @@ class TraceTool final : public MapTool {
   }
 
   TraceListener listener;
-  std::optional<QPoint> click;  // map pixels
+  DrawnPoints clicks{QStringLiteral("Fleck"), [this] { Trace_Former(); }};
   TraceResult result;
 };
 

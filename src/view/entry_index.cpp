@@ -49,9 +49,8 @@ bool Is_Text_Kind(EntryKind kind) {
 }
 
 // Round a foot point, at 100 % and for each map pixel a surface pixel shows.
-double Foot_Room(double zoom) {
-  return Map.ReferenceCircle + Map.ReferenceArrow + 2 * Map.ReferenceWidth + handRoom * zoom;
-}
+double Foot_Size() { return Map.ReferenceCircle + Map.ReferenceArrow + 2 * Map.ReferenceWidth; }
+double Foot_Room(double zoom) { return Foot_Size() + handRoom * zoom; }
 
 }  // namespace
 
@@ -189,6 +188,24 @@ QRectF EntryReach::At(double zoom) const {
   return hasShape ? text | shape : text;
 }
 
+// Each side of the reach is the farther one of two places that move evenly with the zoom: at most as far as the farther
+// of their beginnings, and as fast as the faster one.
+NearReach::NearReach(const EntryReach& reach) : everywhere(reach.Everywhere()) {
+  if (everywhere) return;
+  // Zooms at which a side stands as good as where it began, without the box being empty, and at which that makes no
+  // difference any more.
+  constexpr double in = 1e-3, out = 1e6;
+  const QRectF near = reach.At(in), wide = reach.At(out);
+  const auto whole = [](double at) { return static_cast<qint16>(std::clamp(at, -32000.0, 32000.0)); };
+  x = whole(near.center().x());
+  y = whole(near.center().y());
+  const auto farthest = [this](const QRectF& box) {
+    return std::max({x - box.left(), box.right() - x, y - box.top(), box.bottom() - y});
+  };
+  first = static_cast<float>(farthest(near)) + 1;
+  second = static_cast<float>(std::max(0.0, farthest(wide) / out)) + 1;
+}
+
 void EntryIndex::Count(const EntryReach& reach, int by) {
   counts.hidden += reach.hidden ? by : 0;
   counts.inactive += reach.inactive ? by : 0;
@@ -226,11 +243,14 @@ bool EntryIndex::Build() {
   vertexRows.clear();
   index.reserve(static_cast<size_t>(rsEntries->RecordCount()));
   index.push_back({});  // the header row, of no concern
+  nearby.assign(1, {});
+  nearby.reserve(index.capacity());
   bool ascending = true;
   For_Each_Entry([&] {
     const qint64 key = rsEntries->Key();
     ascending = ascending && (index.size() == 1 || index.back().key < key);
     index.push_back({key, EntryReach::Of(*rsEntries)});
+    nearby.emplace_back(index.back().reach);
     Note_Table(key);
     Count(index.back().reach, 1);
   });
@@ -275,12 +295,17 @@ bool EntryIndex::Follow_Row(qint64 key) {
     Count(place->reach, -1);
   }
   if (change.after) Count(*change.after, 1);
-  if (known && change.after)
+  const auto near = nearby.begin() + (place - index.begin());
+  if (known && change.after) {
     place->reach = *change.after;
-  else if (known)
+    *near = NearReach(*change.after);
+  } else if (known) {
     index.erase(place);
-  else if (change.after)
+    nearby.erase(near);
+  } else if (change.after) {
     index.insert(place, {key, *change.after});
+    nearby.insert(near, NearReach(*change.after));
+  }
   changes->push_back(change);
   return true;
 }
@@ -298,7 +323,12 @@ bool EntryIndex::Follow_Writes(const WritesSince& writes) {
 
 std::vector<int> EntryIndex::Rows_In(const QRectF& area, double zoom) const {
   std::vector<int> found;
+  const QPointF middle = area.center();
+  const NearReach::Area wanted{
+      static_cast<float>(middle.x()),        static_cast<float>(middle.y()), static_cast<float>(area.width() / 2),
+      static_cast<float>(area.height() / 2), static_cast<float>(zoom),       static_cast<float>(Foot_Size())};
   for (size_t i = 1; i < index.size(); ++i)
-    if (index[i].reach.Everywhere() || index[i].reach.At(zoom).intersects(area)) found.push_back(static_cast<int>(i));
+    if (nearby[i].May_Touch(wanted) && (index[i].reach.Everywhere() || index[i].reach.At(zoom).intersects(area)))
+      found.push_back(static_cast<int>(i));
   return found;
 }

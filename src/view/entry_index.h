@@ -1,6 +1,7 @@
 #pragma once
 #include <QMultiHash>
 #include <QRectF>
+#include <cmath>
 #include <optional>
 #include <vector>
 
@@ -38,6 +39,27 @@ class EntryReach {
   float left = 0, top = 0, right = 0, bottom = 0;  // of a line, an area, a figure: map pixels, with its pen
 };
 
+// A square round the reach, small enough that a million of them are looked through in no time.
+class NearReach {
+ public:
+  NearReach() = default;
+  explicit NearReach(const EntryReach& reach);
+  struct Area {
+    float x, y, wide, high;  // its middle, and half its size
+    float zoom, foot;        // foot: what foot points take round them, map pixels
+  };
+  // Can the reach touch the area at that zoom?
+  bool May_Touch(const Area& area) const {
+    const float far = first + second * area.zoom + area.foot;
+    return (std::abs(x - area.x) <= area.wide + far && std::abs(y - area.y) <= area.high + far) || everywhere;
+  }
+
+ private:
+  bool everywhere = false;
+  qint16 x = 0, y = 0;          // its middle
+  float first = 0, second = 0;  // half its side is first + second * zoom map pixels
+};
+
 struct EntryCounts {
   int hidden = 0, inactive = 0, marked = 0, planRows = 0;
 };
@@ -73,6 +95,7 @@ class EntryIndex {
     EntryReach reach;
   };
   std::vector<Row> index;                  // by position
+  std::vector<NearReach> nearby;           // the same rows
   QMultiHash<QString, qint64> vertexRows;  // keys by vertex table, in small letters
   EntryCounts counts;
   WriteMoment moment;

@@ -5,6 +5,7 @@
 #include <memory>
 #include <utility>
 
+#include "platform/error.h"
 #include "platform/for_now.h"
 #include "state/events.h"
 #include "state/map_state.h"
@@ -15,6 +16,7 @@
 namespace {
 
 constexpr qint64 copiesLimit = 512LL << 20;  // bytes of reduced copies kept for the way back
+constexpr qint64 mostAhead = 256LL << 20;    // bytes of copies made before somebody has asked for them
 constexpr qint64 longWork = 20'000'000;      // pixels of the scan: the user sees that it takes its time
 
 using Copy = std::shared_ptr<ReducedPicture>;
@@ -85,6 +87,19 @@ void Prepare_Clip(const QRect& part) {
   const ForNow notice(InfoBar.Zoom, QStringLiteral("Karte wird gezoomt. Bitte warten."));
   events.InfoBarChanged.Emit();
   copy->Prepare(part);
+}
+
+bool Prepare_Ahead(int milliseconds) {
+  const QImage& scan = Map.MapClip[0].image;
+  const qint64 pixels = qint64{scan.width()} * scan.height();
+  const qint64 bytes = pixels + pixels / 4;  // 32-bit: of the half and the quarter
+  if (pixels < longWork || bytes > mostAhead) return false;
+  try {
+    const ForNow asked(isNew, isNew);  // no zoom was chosen
+    return Copy_Of(4.0F)->Prepare_Some(QDeadlineTimer(milliseconds));
+  } catch (const Error&) {
+    return false;  // the memory is not there
+  }
 }
 
 void Forget_Copies() {

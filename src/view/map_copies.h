@@ -6,5 +6,8 @@
 
 void Choose_Clip();                    // makes the zoom's copy the current clip; error 7 if the memory is not there
 void Prepare_Clip(const QRect& part);  // before it is painted: that part of the current clip, in its pixels
-void Forget_Copies();                  // of a scan that goes
-int Clip_Builds();                     // reduced copies made since the scan was taken
+// While nobody waits: of a large scan the halves that every far zoom begins with, for so many milliseconds. True if
+// there is more to do.
+bool Prepare_Ahead(int milliseconds);
+void Forget_Copies();  // of a scan that goes
+int Clip_Builds();     // reduced copies made since the scan was taken

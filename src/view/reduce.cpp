@@ -161,6 +161,13 @@ void ReducedPicture::Prepare(const QRect& part) {
     ready[static_cast<size_t>(tile.top() / tileHeight * tilesAcross + tile.left() / tileWidth)] = 1;
 }
 
+bool ReducedPicture::Prepare_Some(const QDeadlineTimer& end) {
+  const std::vector<QRect> missing = Missing_Tiles(target.rect());
+  size_t made = 0;
+  while (made < missing.size() && (made == 0 || !end.hasExpired())) Prepare(missing[made++]);
+  return made < missing.size();
+}
+
 void ReducedPicture::Make(const QRect& tile) const { halved ? Halve(tile) : Average(tile); }
 
 void ReducedPicture::Halve(const QRect& tile) const {

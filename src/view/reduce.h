@@ -1,4 +1,5 @@
 #pragma once
+#include <QDeadlineTimer>
 #include <QImage>
 #include <QRect>
 #include <memory>
@@ -19,6 +20,8 @@ class ReducedPicture {
   // Its size holds, its pixels where they were prepared. It stays the same image while they are.
   const QImage& Image() const { return target; }
   void Prepare(const QRect& part);
+  // Some tiles of all of it, one at least, until the time is over; true if there are more.
+  bool Prepare_Some(const QDeadlineTimer& end);
   // Pixels of the scan that preparing it would read.
   qint64 Work_For(const QRect& part) const;
 

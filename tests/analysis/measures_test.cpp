@@ -69,11 +69,7 @@ TEST(Measures, LinesAndTheirAngles) {
 }
 
 TEST(Distances, OfClickedEntries) {
-  std::vector<QPoint> points;
-  const std::pair<QPoint, bool> clicks[] = {
-      {{0, 0}, true}, {{3, 4}, true}, {{3, 4}, false}, {{3, 16}, true}, {{0, 0}, true}};
-  for (const auto& [point, taken] : clicks) EXPECT_EQ(Add_Distance_Point(points, point, DistanceMode::Polygon), taken);
-  ASSERT_EQ(points.size(), 4U);
+  const std::vector<QPoint> points = {{0, 0}, {3, 4}, {3, 16}, {0, 0}};
   const auto polygon = Measure_Distances(points, DistanceMode::Polygon, 2);  // 10, 24, 2 * sqrt(265)
   const double third = 2 * std::sqrt(265.0), sum = 34 + third, mean = sum / 3;
   EXPECT_EQ(polygon->count, 3);
@@ -90,7 +86,5 @@ TEST(Distances, OfClickedEntries) {
   EXPECT_EQ(two->sum, 5);
   EXPECT_FALSE(two->mean || two->spread);
   EXPECT_FALSE(Measure_Distances({{1, 1}}, DistanceMode::Simple, 1));
-  std::vector<QPoint> pair = {{1, 1}, {2, 2}};
-  EXPECT_TRUE(Add_Distance_Point(pair, {3, 3}, DistanceMode::Simple));
-  EXPECT_EQ(pair, (std::vector<QPoint>{{2, 2}, {3, 3}}));
+  EXPECT_EQ(Measured_Points(points, DistanceMode::Simple), (std::vector<QPoint>{{3, 16}, {0, 0}}));
 }

@@ -161,10 +161,11 @@ TEST_F(WorldFiles, ZoneAndDatumComeFromTheFilesOrAreAskedFor) {
   const QString map = Make_Map("Karte.bmp", 400, 300);
   Put("Karte.bpw", "2.5\n0\n0\n-2.5\n4450000\n5512000\n");
   const auto system = [&](const ReferenceWish& wish) { return System_To_Use(*Find_Reference(map), wish); };
-  EXPECT_THAT(Refusal([&] { system({}); }), Says("Es fehlt das Datum"));
-  EXPECT_THAT(Refusal([&] { system({0, "Potsdam"}); }), Says("Es fehlt die Zone"));
-  EXPECT_THAT(Refusal([&] { system({4, "Mond"}); }), Says("Mond"));
-  EXPECT_THAT(Refusal([&] { system({7, "Potsdam"}); }), Says("Diese Zone gibt es nicht"));
+  const auto refused = [&](const ReferenceWish& wish) { return Refusal([&] { system(wish); }); };
+  EXPECT_THAT(refused({}), Says("Es fehlt das Datum"));
+  EXPECT_THAT(refused({0, "Potsdam"}), Says("Es fehlt die Zone"));
+  EXPECT_THAT(refused({4, "Mond"}), Says("Mond"));
+  EXPECT_THAT(refused({7, "Potsdam"}), Says("Diese Zone gibt es nicht"));
   EXPECT_EQ(system({4, "Potsdam"}).Name(), "Gauß-Krüger 4");
   const auto plan = [&](const ReferenceWish& wish) {
     return Plan_Of_Reference(*Find_Reference(map), system(wish), "Karte.bmp");
@@ -175,21 +176,20 @@ TEST_F(WorldFiles, ZoneAndDatumComeFromTheFilesOrAreAskedFor) {
   Put("Karte.prj",
       R"(PROJCS["DHDN_3_Degree_Gauss_Zone_4",GEOGCS["GCS_Deutsches_Hauptdreiecksnetz",DATUM["D_Deutsches_Hauptdreiecksnetz",SPHEROID["Bessel_1841",6377397.155,299.1528128]],PRIMEM["Greenwich",0.0],UNIT["Degree",0.0174532925199433]],PROJECTION["Gauss_Kruger"],PARAMETER["False_Easting",4500000.0],PARAMETER["False_Northing",0.0],PARAMETER["Central_Meridian",12.0],PARAMETER["Scale_Factor",1.0],PARAMETER["Latitude_Of_Origin",0.0],UNIT["Meter",1.0]])");
   EXPECT_EQ(system({}).Name(), "Gauß-Krüger 4");
-  EXPECT_EQ(plan({}).net.zone, "4");
-  EXPECT_EQ(plan({}).net.datum, "Potsdam");
-  EXPECT_THAT(Refusal([&] { system({3, {}}); }), Says("Gauß-Krüger 4"));
-  EXPECT_THAT(Refusal([&] { system({0, "WGS-84"}); }), Says("Gauß-Krüger 4"));
+  EXPECT_EQ(std::tuple(plan({}).net.zone, plan({}).net.datum), std::tuple("4", "Potsdam"));
+  for (const ReferenceWish& other : {ReferenceWish{3, {}}, {0, "WGS-84"}})
+    EXPECT_THAT(refused(other), Says("Gauß-Krüger 4"));
   Put("Karte.prj",
       R"(PROJCS["ETRS_1989_UTM_Zone_33N",GEOGCS["GCS_ETRS_1989",DATUM["D_ETRS_1989",SPHEROID["GRS_1980",6378137.0,298.257222101]],PRIMEM["Greenwich",0.0],UNIT["Degree",0.0174532925199433]],PROJECTION["Transverse_Mercator"],PARAMETER["False_Easting",500000.0],PARAMETER["False_Northing",0.0],PARAMETER["Central_Meridian",15.0],PARAMETER["Scale_Factor",0.9996],PARAMETER["Latitude_Of_Origin",0.0],UNIT["Meter",1.0]])");
   EXPECT_EQ(system({}).Name(), "UTM 33 ETRS89");
   Put("Karte.prj", Read_Bytes(Path("Karte.prj")).replace("15.0", "15e9"));
-  EXPECT_THAT(Refusal([&] { system({}); }), Says("Karte aus Geodaten"));
+  EXPECT_THAT(refused({}), Says("Karte aus Geodaten"));
   // A system the program does not count in.
   Put("Karte.prj",
       R"(PROJCS["WGS_1984_Web_Mercator_Auxiliary_Sphere",GEOGCS["GCS_WGS_1984",DATUM["D_WGS_1984",SPHEROID["WGS_1984",6378137.0,298.257223563]],PRIMEM["Greenwich",0.0],UNIT["Degree",0.0174532925199433]],PROJECTION["Mercator_Auxiliary_Sphere"],PARAMETER["False_Easting",0.0],PARAMETER["False_Northing",0.0],PARAMETER["Central_Meridian",0.0],PARAMETER["Standard_Parallel_1",0.0],PARAMETER["Auxiliary_Sphere_Type",0.0],UNIT["Meter",1.0]])");
-  EXPECT_THAT(Refusal([&] { system({}); }), Says("Karte aus Geodaten"));
+  EXPECT_THAT(refused({}), Says("Karte aus Geodaten"));
   Put("Karte.prj", "ETRS89[");  // the beginning of a name is no text of a system
-  EXPECT_THAT(Refusal([&] { system({}); }), Says("Karte aus Geodaten"));
+  EXPECT_THAT(refused({}), Says("Karte aus Geodaten"));
   for (const int code : {3857, 32732, 5243, 4746}) EXPECT_EQ(System_Of_Epsg(code), std::nullopt) << code;
   for (const int code : {4326, 4258, 4314, 31466, 31469, 32601, 32633, 25832})
     EXPECT_EQ(Epsg_Of(System_Of_Epsg(code).value_or(ReferenceSystem{})), code);
@@ -202,11 +202,12 @@ TEST_F(WorldFiles, ZoneAndDatumComeFromTheFilesOrAreAskedFor) {
 }
 
 TEST_F(WorldFiles, NonsenseIsRefusedByItsLine) {
-  EXPECT_THAT(Refusal([] { Parse_World_File("2\n0\n0\n-2\n650000\n"); }), Says("Zeile 6"));
-  EXPECT_THAT(Refusal([] { Parse_World_File("2\n0\nnull\n-2\n1\n1\n"); }), Says("Zeile 3"));
-  EXPECT_THAT(Refusal([] { Parse_World_File("0\n0\n0\n0\n650000\n5512000\n"); }), Says("keine Größe"));
-  EXPECT_THAT(Refusal([] { Parse_World_File("2\n0\n0\n2\n650000\n5512000\n"); }), Says("Vorzeichen"));
-  EXPECT_THAT(Refusal([] { Parse_World_File("-2\n0\n0\n-2\n650000\n5512000\n"); }), Says("Vorzeichen"));
+  for (const auto& [lines, told] : {std::pair("2\n0\n0\n-2\n650000\n", "Zeile 6"),
+                                    {"2\n0\nnull\n-2\n1\n1\n", "Zeile 3"},
+                                    {"0\n0\n0\n0\n650000\n5512000\n", "keine Größe"},
+                                    {"2\n0\n0\n2\n650000\n5512000\n", "Vorzeichen"},
+                                    {"-2\n0\n0\n-2\n650000\n5512000\n", "Vorzeichen"}})
+    EXPECT_THAT(Refusal([&, text = lines] { Parse_World_File(text); }), Says(told));
   // Whatever is cut off or wrong in a TIFF file: an error of pictures, or a place that is none, and no more.
   const QByteArray whole = Tagged(area, 25832).Bytes();
   const QString path = Path("k.tif");

@@ -18,11 +18,8 @@ TEST_F(Activation, ClickTypeLeaveWritesTheRow) {
   int rowChanges = 0;
   events.CurrentRowChanged.Connect([&] { ++rowChanges; });
   Click({110, 108});
-  EXPECT_EQ(std::tuple(Map.InHand, Map.CurBookmark), std::tuple(amsel, amsel));
-  EXPECT_EQ(rsEntries->Bookmark(), amsel);
-  EXPECT_EQ(rowChanges, 1);
-  EXPECT_EQ(Toolbar1.Tag, ToolMode::Text);
-  EXPECT_TRUE(Map.Text2.Visible);
+  EXPECT_EQ(std::tuple(Map.InHand, Map.CurBookmark, rsEntries->Bookmark()), std::tuple(amsel, amsel, amsel));
+  EXPECT_EQ(std::tuple(rowChanges, Toolbar1.Tag, Map.Text2.Visible), std::tuple(1, ToolMode::Text, true));
   EXPECT_EQ(std::tuple(Map.Text2.Text, Map.Text2.Tag), std::tuple(QStringLiteral("Amsel"), EditTag::Old));
   EXPECT_TRUE(Box(Map.Text2).contains(Map.EntryRegions.Row(1).bounds.toRect().adjusted(0, 0, -1, -1)));
   EXPECT_EQ(InfoBar.Panel[0], "Karteneintrag verschieben: Linke Maustaste drücken und bewegen.");
@@ -37,8 +34,7 @@ TEST_F(Activation, ClickTypeLeaveWritesTheRow) {
   Text_Typed(QStringLiteral("Finken"));
   Click({700, 500});  // the empty map as well
   EXPECT_EQ(Row(fink).Eintrag, "Finken");
-  EXPECT_FALSE(Entry_In_Hand());
-  EXPECT_FALSE(Map.Text2.Visible);
+  EXPECT_FALSE(Entry_In_Hand() || Map.Text2.Visible);
   EXPECT_EQ(Toolbar1.Tag, ToolMode::Norm);
 }
 
@@ -100,8 +96,7 @@ TEST_F(Activation, TheZoomThatIsSetAlreadyOnlyHidesWhatFloats) {
   Set_Zoom(1.0);
   EXPECT_EQ(Entry_Count(), rows + 1);
   EXPECT_EQ(Last_Row().Eintrag, "Horst");
-  EXPECT_FALSE(Map.Text2.Visible);
-  EXPECT_EQ(Map.Text2.Tag, EditTag::Old);
+  EXPECT_EQ(std::pair(Map.Text2.Visible, Map.Text2.Tag), std::pair(false, EditTag::Old));
 }
 
 // The box of a row is not where a turned text is seen.
@@ -162,39 +157,31 @@ TEST_F(Activation, EveryKindHasItsControls) {
   Write_Vertices(free.ID, {{610, 410}, {660, 410}, {630, 440}});
   struct Case {
     QString bookmark, state;
-    QRect shape, bild;
-    bool text, foot;
+    QRect shape, bild, foot;
+    bool text;
     int handles;
   };
   const std::vector<Case> cases = {
-      {Add(Figure_Row(20, {100, 100, 80, 60})), "Fig", {100, 100, 80, 60}, {}, false, false, 8},
-      {Add(free), "Fig", {610, 410, 50, 30}, {}, false, false, 8},
-      {Add(picture), "Bild", {}, {500, 100, 40, 30}, false, false, 0},
-      {Add(foot), "Text", {}, {}, true, true, 0},
-      {Add(Poly_Row("Flaeche1", 250, 420, {{200, 400}, {350, 400}, {300, 500}})), "Ply", {}, {}, true, false, 0},
-      {Add(Poly_Row("Linie9", 400, 500, {})), "Ln", {}, {}, true, false, 0},  // its vertex table is missing
-      {Add(hiddenLabel), "Ln", {}, {}, false, false, 0},
-      {Add(Text_Row("versteckt", 20, 20, -1)), "Text", {}, {}, false, false, 0},
+      {Add(Figure_Row(20, {100, 100, 80, 60})), "Fig", {100, 100, 80, 60}, {}, {}, false, 8},
+      {Add(free), "Fig", {610, 410, 50, 30}, {}, {}, false, 8},
+      {Add(picture), "Bild", {}, {500, 100, 40, 30}, {}, false, 0},
+      {Add(foot), "Text", {}, {}, {392, 192, 16, 16}, true, 0},
+      {Add(Poly_Row("Flaeche1", 250, 420, {{200, 400}, {350, 400}, {300, 500}})), "Ply", {}, {}, {}, true, 0},
+      {Add(Poly_Row("Linie9", 400, 500, {})), "Ln", {}, {}, {}, true, 0},  // its vertex table is missing
+      {Add(hiddenLabel), "Ln", {}, {}, {}, false, 0},
+      {Add(Text_Row("versteckt", 20, 20, -1)), "Text", {}, {}, {}, false, 0},
   };
   Map_Redraw();
   for (const Case& c : cases) {
     ASSERT_TRUE(Take_Entry(c.bookmark)) << c.state;
     EXPECT_EQ(Tool_Word(Toolbar1.Tag), c.state);
     EXPECT_EQ(Map.Text2.Visible, c.text) << c.state;
-    EXPECT_EQ(Map.imgRfLine.Visible, c.foot) << c.state;
-    EXPECT_EQ(Map.lblShape.Visible, !c.shape.isNull());
-    if (!c.shape.isNull()) {
-      EXPECT_EQ(Box(Map.lblShape), c.shape);
-    }
-    EXPECT_EQ(Map.imgBild.Visible, !c.bild.isNull());
-    if (!c.bild.isNull()) {
-      EXPECT_EQ(Box(Map.imgBild), c.bild);
-    }
+    const auto place = [](const LiveControl& control) { return control.Visible ? Box(control) : QRect(); };
+    EXPECT_EQ(place(Map.imgRfLine), c.foot) << c.state;
+    EXPECT_EQ(place(Map.lblShape), c.shape) << c.state;
+    EXPECT_EQ(place(Map.imgBild), c.bild) << c.state;
     EXPECT_EQ(Map.imgHandle.Visible, !c.bild.isNull());
     EXPECT_EQ(std::count_if(Map.lblHandle.begin(), Map.lblHandle.end(), [](auto& h) { return h.Visible; }), c.handles);
-    if (c.foot) {
-      EXPECT_EQ(Box(Map.imgRfLine), QRect(392, 192, 16, 16));
-    }
   }
 }
 
@@ -232,9 +219,7 @@ TEST_F(Activation, OverlappingHiddenInactiveAndUnknownEntries) {
   With_Box("Karteneintrag: Unbekannter Typ = 63", [&] { EXPECT_FALSE(Take_Entry(strange)); });
   EXPECT_FALSE(Entry_In_Hand());
   EXPECT_EQ(Toolbar1.Tag, ToolMode::Norm);
-  rsEntries->MoveFirst();
-  EXPECT_FALSE(Take_Entry(rsEntries->Bookmark()));  // the header row
-  EXPECT_FALSE(Take_Entry(QStringLiteral("999999")));
+  for (const QString& none : {Header_Key(), QStringLiteral("999999")}) EXPECT_FALSE(Take_Entry(none)) << none;
 }
 
 TEST_F(Activation, AssignedRowsTellItFirstAndFarOnesScrollTheMap) {
@@ -250,8 +235,7 @@ TEST_F(Activation, ANewTextByTheMouse) {
   Toggle_Text_Tool();
   EXPECT_EQ(Map_Pointer(), MapPointer::Cross);
   Click({200, 150});
-  EXPECT_EQ(Map.Text2.Tag, EditTag::New);
-  EXPECT_EQ(Toolbar1.Tag, ToolMode::Text);
+  EXPECT_EQ(std::pair(Map.Text2.Tag, Toolbar1.Tag), std::pair(EditTag::New, ToolMode::Text));
   Text_Typed(QStringLiteral("Zaunkönig"));
   EXPECT_TRUE(Map_Key(Qt::Key_Escape, {}));  // forgotten
   EXPECT_EQ(Entry_Count(), before);
@@ -261,9 +245,7 @@ TEST_F(Activation, ANewTextByTheMouse) {
   Text_Typed(QStringLiteral("Zaunkönig"));
   Click({600, 500});
   ASSERT_EQ(Entry_Count(), before + 1);
-  rsEntries->MoveLast();
-  EXPECT_EQ(rsEntries->Text(column::Eintrag), "Zaunkönig");
-  EXPECT_EQ(At(rsEntries->Bookmark()), QPoint(200, 150));
+  EXPECT_EQ(std::tuple(Last_Row().Eintrag, Last_Row().Xmap, Last_Row().Ymap), std::tuple("Zaunkönig", 200, 150));
   EXPECT_EQ(Map.EntryRegions.Count(), 1);  // and it is drawn
 }
 
@@ -274,9 +256,7 @@ TEST_F(Activation, TheHandLetsGoOfRowsThatVanish) {
   Map_Redraw();
   ASSERT_TRUE(Take_Entry(amsel));
   With_Box("Soll dieser Eintrag gelöscht werden?", MsgAnswer::Yes, [&] { EXPECT_TRUE(Map_Key(Qt::Key_Delete, {})); });
-  EXPECT_FALSE(rsEntries->HasRow(amsel));
-  EXPECT_FALSE(Entry_In_Hand());
-  EXPECT_FALSE(Map.Text2.Visible);
+  EXPECT_FALSE(rsEntries->HasRow(amsel) || Entry_In_Hand() || Map.Text2.Visible);
   EXPECT_EQ(Toolbar1.Tag, ToolMode::Norm);
   ASSERT_TRUE(Take_Entry(fink));
   Text_Typed(QStringLiteral("Finken"));
@@ -296,25 +276,21 @@ TEST_F(Activation, TheHandFollowsTheRow) {
   Map_Redraw();
   Click({110, 108});
   Order_Entry(1);
-  EXPECT_EQ(Row(Map.InHand).Eintrag, "Amsel");
-  EXPECT_EQ(Map.Text2.Text, "Amsel");
+  EXPECT_EQ(std::tuple(Row(Map.InHand).Eintrag, Map.Text2.Text), std::tuple("Amsel", "Amsel"));
   Text_Typed(QStringLiteral("Star"));
   ASSERT_TRUE(Store_Pending_Text());
   EXPECT_EQ(Row(Map.InHand).Eintrag, "Star");
   Hide_Current();
-  EXPECT_FALSE(Map.Text2.Visible);
-  EXPECT_TRUE(Button_Now("Vis").Value);
+  EXPECT_TRUE(!Map.Text2.Visible && Button_Now("Vis").Value);
   Hide_Current();
   EXPECT_TRUE(Map.Text2.Visible);
   const QString line = Take(Poly_Row("Linie1", 400, 100, {{400, 150}, {500, 150}, {450, 200}}));
   Text_Typed(QStringLiteral("Bach"));
   EXPECT_TRUE(Run_Command("Label"));
-  EXPECT_FALSE(Map.Text2.Visible);
-  EXPECT_FALSE(Button_Now("LnBez").Value);
+  EXPECT_FALSE(Map.Text2.Visible || Button_Now("LnBez").Value);
   Round_Corners();
   EXPECT_EQ(Text_Now("mnuKanten"), "Kanten eckig");
-  EntryRow row = Row(line);
-  EXPECT_EQ(std::tuple(row.Eintrag, row.Typ, row.Groesse), std::tuple(QStringLiteral("Bach"), 40, -12.0));
+  EXPECT_EQ(std::tuple(Row(line).Eintrag, Row(line).Typ, Row(line).Groesse), std::tuple("Bach", 40, -12.0));
   Toggle_Label();
   Round_Corners();
   EXPECT_EQ(Row(line).Typ, 4);

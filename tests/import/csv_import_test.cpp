@@ -39,12 +39,14 @@ const QByteArray head = "#Eintrag;#X;#Y;#UTM\r\n";
 }  // namespace
 
 TEST_F(CsvTest, ReadsEveryCodingAndLineEnd) {
-  const CsvTable ansi = Analyse(sampleFolder + QStringLiteral("utm_umlaute_cp1252.csv"));
-  const CsvTable utf = Analyse(sampleFolder + QStringLiteral("utm_umlaute_utf8_bom.csv"));
-  ASSERT_EQ(ansi.CsvLines.size(), 10U);
-  ASSERT_EQ(utf.CsvLines.size(), 10U);
-  for (size_t i = 0; i < 10; ++i) EXPECT_EQ(ansi.CsvLines[i].text, utf.CsvLines[i].text);
-  EXPECT_EQ(ansi.CsvLines[6].text, QStringLiteral("Große Höckerschrecke;647674;5512853"));
+  const auto texts = [](const QString& name) {
+    QStringList all;
+    for (const auto& line : Analyse(sampleFolder + name).CsvLines) all << line.text;
+    return all;
+  };
+  const QStringList ansi = texts("utm_umlaute_cp1252.csv");
+  EXPECT_EQ(ansi, texts("utm_umlaute_utf8_bom.csv"));
+  EXPECT_EQ(std::tuple(ansi.size(), ansi.value(6)), std::tuple(10, "Große Höckerschrecke;647674;5512853"));
   for (const QByteArray end : {"\r\n", "\n", "\r"}) {
     const CsvTable table = Analyse(Csv("Titel" + end + end + "#Eintrag;#X;#Y;#UTM" + end + "a;1;2" + end + "b;3;4"));
     ASSERT_EQ(table.CsvLines.size(), 2U);
@@ -54,8 +56,7 @@ TEST_F(CsvTest, ReadsEveryCodingAndLineEnd) {
 
 TEST_F(CsvTest, PutsTheTextTogetherByPlaces) {
   const CsvTable table = Analyse(sampleFolder + QStringLiteral("utm_plaetze.csv"));
-  EXPECT_EQ(table.CsvTyp, QStringLiteral("UTM"));
-  EXPECT_EQ(table.XCol, 0) << "a column like any other";
+  EXPECT_EQ(std::tuple(table.CsvTyp, table.XCol), std::tuple("UTM", 0)) << "a column like any other";
   EXPECT_EQ(std::tuple(table.EintragCol, table.skipped), std::tuple((std::vector<int>{3, 4, 7, 2, 8, 1}), 1));
   CsvReader reader(table);
   EXPECT_EQ(reader.Read(table.CsvLines[0]).text, QStringLiteral("null eins zwei drei neun zehn"));
@@ -63,11 +64,9 @@ TEST_F(CsvTest, PutsTheTextTogetherByPlaces) {
   const CsvTable quoted =
       Analyse(Csv(head + "\"Hecke; \"\"alt\"\"\" ;646183;\"5513245,5\"\r\n5\" Rohr;1;2\r\n\"x;1;2"));
   CsvReader quotes(quoted);
-  const CsvRecord record = quotes.Read(quoted.CsvLines[0]);
-  EXPECT_EQ(record.text, QStringLiteral("Hecke; \"alt\""));
-  EXPECT_EQ(record.y.toString(), QStringLiteral("5513245,5"));
-  EXPECT_EQ(quotes.Read(quoted.CsvLines[1]).text, QStringLiteral("5\" Rohr"));
-  EXPECT_EQ(quotes.Read(quoted.CsvLines[2]).text, QStringLiteral("\"x")) << "a quote that is never closed";
+  QStringList cells;  // a quote that is never closed stands as it is
+  for (const auto& line : quoted.CsvLines) cells << quotes.Read(line).text + u'|' + quotes.Read(line).y.toString();
+  EXPECT_EQ(cells, QStringList({"Hecke; \"alt\"|5513245,5", "5\" Rohr|2", "\"x|2"}));
 }
 
 TEST_F(CsvTest, TellsWhatAFileLacks) {
@@ -167,10 +166,10 @@ TEST_F(CsvTest, SixAndSevenDigitsMeanTheSameOnEveryPlaneNet) {
 }
 
 TEST_F(CsvTest, ReadsDegreesInBothWays) {
-  EXPECT_DOUBLE_EQ(Read_Degrees(u"11,5").value_or(0), 11.5);
-  EXPECT_DOUBLE_EQ(Read_Degrees(u"- 11.25 °").value_or(0), -11.25);
-  EXPECT_NEAR(Read_Degrees(u"+ 49°45'30,00\u00A8").value_or(0), 49.7583333, 1e-6);
-  EXPECT_NEAR(Read_Degrees(u"49° 45' 30\"").value_or(0), 49.7583333, 1e-6);
+  const std::pair<QStringView, double> cases[] = {
+      {u"11,5", 11.5}, {u"- 11.25 °", -11.25}, {u"+ 49°45'30,00\u00A8", 49.7583333}, {u"49° 45' 30\"", 49.7583333}};
+  for (const auto& [text, degrees] : cases)
+    EXPECT_NEAR(Read_Degrees(text).value_or(0), degrees, 1e-7) << text.toString();
   for (const QStringView bad : {u"", u"11x", u"°", u"a°30'", u"11°3o'", u"nan"})
     EXPECT_FALSE(Read_Degrees(bad)) << bad.toString();
 }
@@ -217,11 +216,12 @@ TEST_F(CsvTest, PushesEqualCoordinatesApartAndKeepsThemOnTheMap) {
   EXPECT_EQ(Rows(), wanted);
   EXPECT_EQ(result.shifted, 8);
   TakenPositions taken({2, -1}, {10, 10});
-  EXPECT_EQ(taken.Take({5, 1}), QPoint(5, 1));
-  EXPECT_EQ(taken.Take({5, 1}), QPoint(7, 0));
-  EXPECT_EQ(taken.Take({3, 2}), QPoint(3, 2));
-  EXPECT_EQ(taken.Take({5, 1}), QPoint(1, 3)) << "past those that are taken, the other way";
-  EXPECT_EQ(taken.Take({5, 1}), QPoint(5, 1)) << "no room on either side: on the place of the first";
+  const std::pair<QPoint, QPoint> takes[] = {{{5, 1}, {5, 1}},
+                                             {{5, 1}, {7, 0}},
+                                             {{3, 2}, {3, 2}},
+                                             {{5, 1}, {1, 3}},   // past those that are taken, the other way
+                                             {{5, 1}, {5, 1}}};  // no room on either side: on the place of the first
+  for (const auto& [wish, place] : takes) EXPECT_EQ(taken.Take(wish), place);
 }
 
 TEST_F(CsvTest, RefusedLinesAreToldAsLongAsTheUserWants) {
@@ -292,9 +292,7 @@ TEST_F(CsvTest, AFaultOfTheTableTakesAllBack) {
   Refuse_Rows(*dbEntries, QStringLiteral("Eintrag = 'b'"));
   MessageScript messages(QStringLiteral("Es wurde nichts verändert."));
   const CsvResult result = Csv_Import(table, {1, 1});
-  EXPECT_TRUE(result.failed);
-  EXPECT_EQ(result.imported, 0);
-  EXPECT_EQ(Texts(), QStringList());
+  EXPECT_EQ(std::tuple(result.failed, result.imported, Texts().size()), std::tuple(true, 0, 0));
 }
 
 // Texts that a spreadsheet program would compute leave guarded and come back as they were; numbers stay numbers.

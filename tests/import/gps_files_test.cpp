@@ -83,11 +83,13 @@ TEST(Pcx5Test, KindsOfDegrees) {
   const auto degrees = [](const char* text, DegreeWriting writing = DegreeWriting::Unknown) {
     return Read_Gps_Degrees(QString::fromUtf8(text), writing).value_or(-999);
   };
-  EXPECT_NEAR(degrees("N4943.98212", DegreeWriting::Minutes), 49.733035333, 1e-8);
-  EXPECT_NEAR(degrees("E01105.84783", DegreeWriting::Minutes), 11.0974638333, 1e-8);
-  EXPECT_NEAR(degrees("E0110550.870", DegreeWriting::Seconds), 11.0974638889, 1e-8);
-  EXPECT_NEAR(degrees("W00030.0", DegreeWriting::Minutes), -0.5, 1e-8);
-  EXPECT_NEAR(degrees("S494358,927", DegreeWriting::Seconds), -49.7330352778, 1e-8);
+  const std::tuple<const char*, DegreeWriting, double> written[] = {
+      {"N4943.98212", DegreeWriting::Minutes, 49.733035333},
+      {"E01105.84783", DegreeWriting::Minutes, 11.0974638333},
+      {"E0110550.870", DegreeWriting::Seconds, 11.0974638889},
+      {"W00030.0", DegreeWriting::Minutes, -0.5},
+      {"S494358,927", DegreeWriting::Seconds, -49.7330352778}};
+  for (const auto& [text, writing, value] : written) EXPECT_NEAR(degrees(text, writing), value, 1e-8) << text;
   for (const char* text : {"N49.7330353", "4943.98212", "N494358.927", "49 43 58.927", "N 49 43.98212",
                            "49°43'58,927\"", "+49° 43' 58.927¨", "49.7330353°"})
     EXPECT_NEAR(degrees(text), 49.7330353, 2e-7) << text;
@@ -126,12 +128,11 @@ W  SOUTH  32K 643856 5510897
 )"_s);
   ASSERT_EQ(wild.waypoints.size(), 3U) << Faults(wild).join('\n');
   EXPECT_EQ(wild.system, (GivenSystem{Kind::Utm, u"European 1950"_s}));
-  EXPECT_EQ(Shown(wild.waypoints[0], 0), u"ONE 609391 5784559 Ort; Fern"_s);
-  EXPECT_EQ(wild.waypoints[0].place.zone, 10);
-  EXPECT_EQ(Shown(wild.waypoints[1], 0), u"TWO 643856 5510897 Ort; Nah"_s);
-  EXPECT_EQ(wild.waypoints[1].place.zone, 32);
-  EXPECT_FALSE(wild.waypoints[1].place.southern);
-  EXPECT_TRUE(wild.waypoints[2].place.southern);
+  QStringList places;
+  for (const GpsWaypoint& point : wild.waypoints)
+    places << Shown(point, 0) + u"; "_s + QString::number(point.place.zone) + (point.place.southern ? u'S' : u'N');
+  EXPECT_EQ(places, (QStringList{u"ONE 609391 5784559 Ort; Fern; 10N"_s, u"TWO 643856 5510897 Ort; Nah; 32N"_s,
+                                 u"SOUTH 643856 5510897 ; 32S"_s}));
   const GpsFile gauss =
       Read_Pcx5(u"D  Potsdam\nM  GK\nH  Name  Rechtswert  Hochwert\nW  Eck   4431643     5513030,8\n"_s);
   EXPECT_EQ(gauss.system, (GivenSystem{Kind::GaussKrueger, u"Potsdam"_s}));
@@ -217,13 +218,12 @@ TEST_F(GpsFileTest, CodingsZipsAndWhatIsNone) {
   const QByteArray body = dmHead.toUtf8() +
                           "W  J\xC3\xA4"
                           "ger  N4930.0     E01130.0\n";
-  EXPECT_EQ(Read_Gps_File(Put(u"a.wpt"_s, body)).waypoints[0].name, u"Jäger"_s);
-  EXPECT_EQ(Read_Gps_File(Put(u"b.txt"_s, QByteArray(body).replace("\xC3\xA4", "\xE4"))).waypoints[0].name, u"Jäger"_s);
-  EXPECT_EQ(Read_Gps_File(Put(u"c.dat"_s, QByteArray(body).replace("J\xC3\xA4ger", QByteArray("J\0ger", 5))))
-                .waypoints[0]
-                .name,
-            u"J ger"_s)
-      << "a NUL byte is a blank, and the content tells the format";
+  // A NUL byte is a blank, and the content tells the format.
+  const std::tuple<QString, QByteArray, QString> codings[] = {{u"a.wpt"_s, "J\xC3\xA4ger", u"Jäger"_s},
+                                                              {u"b.txt"_s, "J\xE4ger", u"Jäger"_s},
+                                                              {u"c.dat"_s, QByteArray("J\0ger", 5), u"J ger"_s}};
+  for (const auto& [name, bytes, read] : codings)
+    EXPECT_EQ(Read_Gps_File(Put(name, QByteArray(body).replace("J\xC3\xA4ger", bytes))).waypoints[0].name, read);
   workbook_inner::Package zip({});
   zip.Put(u"Liesmich.pdf"_s, "nichts");
   zip.Put(u"Gänge/a.wpt"_s, body);

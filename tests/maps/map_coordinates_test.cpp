@@ -5,6 +5,7 @@
 #include "maps/map_open.h"
 #include "support/looks.h"
 #include "support/nets.h"
+#include "support/recorded_shell.h"
 #include "support/table_fixture.h"
 
 namespace {
@@ -22,9 +23,7 @@ class MapCoordinates : public TableTest {
     for (const char* key : {"mnuGridDel", "mnuGridonoff", "mnuGridXYInput"}) EXPECT_EQ(Usable(key), on) << key;
     EXPECT_EQ(Text_Now("mnuGridmake"), on ? "bearbeiten" : "erstellen");
     EXPECT_TRUE(Usable("mnuGridmake"));
-    if (shown) {
-      EXPECT_EQ(Text_Now("mnuGridonoff"), shown);
-    }
+    EXPECT_TRUE(!shown || Text_Now("mnuGridonoff") == QLatin1String(shown)) << Text_Now("mnuGridonoff");
   }
   QString map;
 };
@@ -40,8 +39,7 @@ TEST_F(MapCoordinates, ComeWithTheMapAndGoWithIt) {
   Reload_Map();
   EXPECT_EQ(Coord.GridR, 646000);
   EXPECT_EQ(QPoint(Coord.MapWidthPx, Coord.MapHeightPx), QPoint(400, 300));
-  EXPECT_EQ(frmMDI.mouseUnit, MouseUnit::Coordinates);
-  EXPECT_EQ(redraws, 1);
+  EXPECT_EQ(std::pair(frmMDI.mouseUnit, redraws), std::pair(MouseUnit::Coordinates, 1));
   EXPECT_FALSE(Usable("mnuChooseGrid"));
   Expect_Menus(true, "ausblenden");
   Close_Map();
@@ -110,30 +108,19 @@ TEST_F(MapCoordinates, DeletingTakesTheRowOfTheNetAndItsMargins) {
 
 TEST_F(MapCoordinates, TheToolGetsTheMapAndTheMapComesBack) {
   Open_Map(map);
-  {
-    MessageScript script("Bitte kopieren Sie das Hilfsprogramm Kalibrix.exe in das Anwendungsverzeichnis\n" +
-                         ProgramFolder);
-    Make_Grid();
-    EXPECT_TRUE(frmMDI.MapOpen);
-  }
+  With_Box("Bitte kopieren Sie das Hilfsprogramm Kalibrix.exe in das Anwendungsverzeichnis\n" + ProgramFolder,
+           [] { Make_Grid(); });
+  EXPECT_TRUE(frmMDI.MapOpen);
   const QString tool = ProgramFolder + "/kalibrix.exe";
   Replace_File(tool, "#!");
   QFile(tool).setPermissions(QFile::ReadOwner | QFile::ExeOwner);
-  QStringList given;
-  std::function<void()> ended;
-  ShellFace shell;
-  shell.start = [&](const QString&, const QStringList& arguments, std::function<void()> after) {
-    given = arguments;
-    ended = std::move(after);
-    return true;
-  };
-  Set_Shell(shell);
+  const RecordedShell shell;
   Make_Grid();
-  EXPECT_EQ(given, QStringList(map));
+  EXPECT_EQ(shell.given, QStringList(map));
   EXPECT_FALSE(frmMDI.MapOpen);
   Calibrate("Karte.cal");
   MessageScript script(map + "\nSoll die Karte erneut geladen werden ?", MsgAnswer::Yes);
-  ended();
+  shell.ended();
   EXPECT_TRUE(frmMDI.MapOpen);
   EXPECT_EQ(Coord.Grid, gridUtm);
 }

@@ -32,12 +32,10 @@ TEST_F(NotePadTest, TextsRoundTrip) {
 }
 
 TEST_F(NotePadTest, WhatCannotBeReadIsTold) {
-  MessageScript messages;
+  const MessageScript messages{{"kann nicht geöffnet werden"}, {"kein Text"}};
   QString text = QStringLiteral("bleibt");
-  messages.Expect("kann nicht geöffnet werden");
   EXPECT_FALSE(Read_NotePad(Path("fehlt.txt"), text));
   Replace_File(Path("Bild.txt"), QByteArray("BM\0\0\0", 5));
-  messages.Expect("kein Text");
   EXPECT_FALSE(Read_NotePad(Path("Bild.txt"), text));
   EXPECT_EQ(text, "bleibt");
 }
@@ -54,14 +52,12 @@ TEST_F(NotePadTest, ClosingAChangedTextAsks) {
   const QString question = QStringLiteral("Der Text in [") + path + QStringLiteral("] wurde geändert.");
   messages.Expect(question, MsgAnswer::Cancel);
   EXPECT_FALSE(Close_NotePad(slot, "neu"));
-  messages.Expect("Möchten Sie die Änderungen speichern?", MsgAnswer::Yes);
-  messages.Expect("kann nicht gespeichert werden");
+  messages.Expect("Möchten Sie die Änderungen speichern?", MsgAnswer::Yes).Expect("kann nicht gespeichert werden");
   File_Write_Fault = [](const QString&, qint64) { return errors::diskFull; };
   EXPECT_FALSE(Close_NotePad(slot, "neu")) << "it stays open";
   File_Write_Fault = nullptr;
   EXPECT_TRUE(NotePad_Changed(slot));
-  messages.Expect(question, MsgAnswer::Yes);
-  messages.Expect("Fragezeichen", MsgAnswer::No);
+  messages.Expect(question, MsgAnswer::Yes).Expect("Fragezeichen", MsgAnswer::No);
   EXPECT_FALSE(Close_NotePad(slot, QString::fromUtf8("α")));
   EXPECT_EQ(Read_Bytes(path), QByteArray("alt"));
   messages.Expect(question, MsgAnswer::Yes);
@@ -87,11 +83,8 @@ TEST_F(NotePadTest, ANewTextAsksForItsNameAndTwoWindowsNeverShareAFile) {
 
 TEST_F(NotePadTest, TheSearchGoesForwardAndIgnoresCase) {
   const QString text = QStringLiteral("Enzian, ÄHRE, enzian");
-  EXPECT_EQ(Find_Text(text, "enzian", 0), 0);
-  EXPECT_EQ(Find_Text(text, "enzian", 6), 14);
-  EXPECT_EQ(Find_Text(text, "ENZIAN", 20), -1);
-  EXPECT_EQ(Find_Text(text, "ähre", 8), 8);
-  EXPECT_EQ(Find_Text(text, "ähre", 99), -1);
-  EXPECT_EQ(Find_Text(text, "fehlt", 0), -1);
-  EXPECT_EQ(Find_Text(text, "", 0), -1);
+  const std::tuple<const char*, int, int> cases[] = {{"enzian", 0, 0}, {"enzian", 6, 14}, {"ENZIAN", 20, -1},
+                                                     {"ähre", 8, 8},   {"ähre", 99, -1},  {"fehlt", 0, -1},
+                                                     {"", 0, -1}};
+  for (const auto& [part, from, at] : cases) EXPECT_EQ(Find_Text(text, part, from), at) << part << from;
 }

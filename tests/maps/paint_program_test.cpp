@@ -3,6 +3,7 @@
 #include <QDateTime>
 
 #include "maps/map_open.h"
+#include "support/recorded_shell.h"
 
 namespace {
 
@@ -10,17 +11,10 @@ class PaintProgramTest : public FluraxTest {
  protected:
   void SetUp() override {
     FluraxTest::SetUp();
+    shell.emplace();
     program = Path("malen");
     Replace_File(program, "#!/bin/sh\n");
     QFile(program).setPermissions(QFile::ReadOwner | QFile::ExeOwner);
-    ShellFace face;
-    face.start = [this](const QString& path, const QStringList& given, std::function<void()> end) {
-      started = path;
-      arguments = given;
-      ended = std::move(end);
-      return canStart;
-    };
-    Set_Shell(face);
   }
 
   void Open() {
@@ -38,10 +32,8 @@ class PaintProgramTest : public FluraxTest {
     ASSERT_TRUE(file.setFileTime(time, QFileDevice::FileModificationTime));
   }
 
-  QString program, started;
-  QStringList arguments;
-  std::function<void()> ended;
-  bool canStart = true;
+  std::optional<RecordedShell> shell;
+  QString program;
   int loads = 0;
 };
 
@@ -67,11 +59,10 @@ TEST_F(PaintProgramTest, TheProgramGetsTheMapAndTellsWhyItDoesNotStart) {
   EXPECT_EQ(Start_Paint_Program(program), PaintStart::NoMap);
   Open();
   EXPECT_EQ(Start_Paint_Program(Path("fehlt")), PaintStart::NoProgram);
-  EXPECT_EQ(started, QString());
+  EXPECT_EQ(shell->program, QString());
   EXPECT_EQ(Start_Paint_Program(program), PaintStart::Started);
-  EXPECT_EQ(started, program);
-  EXPECT_EQ(arguments, QStringList{MapFile});
-  canStart = false;
+  EXPECT_EQ(std::tuple(shell->program, shell->given), std::tuple(program, QStringList{MapFile}));
+  shell->starts = false;
   EXPECT_EQ(Start_Paint_Program(program), PaintStart::Failed);
 }
 
@@ -83,7 +74,7 @@ TEST_F(PaintProgramTest, TheMapIsLoadedAgainOnceForEveryChange) {
   ASSERT_EQ(Start_Paint_Program(program, [] { Reload_Changed_Map(); }), PaintStart::Started);
   EXPECT_FALSE(Reload_Changed_Map());
   Repaint(20);
-  ended();
+  shell->ended();
   EXPECT_EQ(loads, 1);
   EXPECT_FALSE(Reload_Changed_Map());
   Repaint(30);  // the program had handed the picture to a window of its own

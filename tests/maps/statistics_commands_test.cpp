@@ -56,11 +56,13 @@ class StatisticsCommands : public FluraxTest, public RowsOfTable {
 
 TEST_F(StatisticsCommands, AMapWithoutAssignedEntriesOrAreasIsAskedAbout) {
   Add_Text("Text", "Amsel");
-  With_Box(nothingAssigned, MsgAnswer::No, [] { Calc_Chosen_Population({}); });
+  With_Box("Fehler -  Populationsparameter berechnen", MsgAnswer::No, [] { Calc_Chosen_Population({}); });
   {
     MessageScript script({{nothingAssigned, MsgAnswer::Yes}, {noArea, MsgAnswer::No}});
     Calc_Chosen_Population({});
-    script.Expect(nothingAssigned, MsgAnswer::Yes).Expect(noArea, MsgAnswer::Yes).Expect("Es ist keine Fläche");
+    script.Expect(nothingAssigned, MsgAnswer::Yes)
+        .Expect(noArea, MsgAnswer::Yes)
+        .Expect("Es ist keine Fläche ausgewählt.\nMaus");
     Calc_Chosen_Population({});
   }
   EXPECT_EQ(Sheets(), QStringList());
@@ -79,7 +81,6 @@ TEST_F(StatisticsCommands, AMapWithoutAssignedEntriesOrAreasIsAskedAbout) {
   Calc_Chosen_Population({.from = SpeciesFrom::Marked});
   EXPECT_EQ(Sheets(), QStringList({QStringLiteral("Flächen"), "Matrix"}));
   EXPECT_TRUE(Written("Matrix").contains("Markierte||markierte Einträge|2|1|")) << Written("Matrix");
-  EXPECT_EQ(script.Seen()[0].title, "Fehler -  Populationsparameter berechnen");
 }
 
 TEST_F(StatisticsCommands, OneSpeciesAndLargeNumbersAreToldAndNothingIsLostByCancel) {
@@ -91,7 +92,6 @@ TEST_F(StatisticsCommands, OneSpeciesAndLargeNumbersAreToldAndNothingIsLostByCan
   {
     const MessageScript script({{"11\nDivision durch", MsgAnswer::Ok}, written});
     Calc_Chosen_Population({});
-    EXPECT_EQ(script.Seen()[0].title, "Fehler - Flächenstatistik");
   }
   EXPECT_TRUE(Written("Flächen").contains("Igel")) << "the next area is in it";
   const QByteArray before = Bytes();
@@ -99,7 +99,7 @@ TEST_F(StatisticsCommands, OneSpeciesAndLargeNumbersAreToldAndNothingIsLostByCan
   EXPECT_EQ(Bytes(), before);
   Add_Text("Text>Flaeche2", "40000 Ameisen");
   {
-    const MessageScript script({{"11\n"}, {"40000 Ameisen", MsgAnswer::Cancel}});
+    const MessageScript script({{"Fehler - Flächenstatistik"}, {"40000 Ameisen", MsgAnswer::Cancel}});
     Calc_Chosen_Population({});
   }
   With_Box("40000 Ameisen", MsgAnswer::Cancel, [] { Write_Matrix_Sheet(); });
@@ -120,7 +120,6 @@ TEST_F(StatisticsCommands, OneSpeciesAndLargeNumbersAreToldAndNothingIsLostByCan
   const ForNow<QString> gone(TableFile, Path("weg/KARTE.MDB"));
   const MessageScript script({{"40000 Ameisen"}, {"Pfad nicht gefunden"}});
   Calc_Chosen_Population({.diversity = false});
-  EXPECT_EQ(script.Seen()[1].title, "Fehler - Flächenstatistik");
 }
 
 // Hears of the steps of long work.
@@ -175,12 +174,11 @@ TEST_F(StatisticsCommands, ColoursComeFromThePictureAndThe501stEndsTheWork) {
   {
     const MessageScript script("Zu viele Durchgänge beim Sortieren der Karteneinträge.", MsgAnswer::Cancel);
     EXPECT_EQ(Assign_Colors({}, watch), ColorEnd::Failed);
-    EXPECT_EQ(script.Seen()[0].title, "Fehler - Abundanz berechnen");
     EXPECT_EQ(Sheets(), QStringList());
   }
   EXPECT_EQ(said, QStringList({"Karteneinträge werden sortiert.", " Fehler!"}));
   {
-    const MessageScript script({{"Zu viele Durchgänge", MsgAnswer::Ok}, written});
+    const MessageScript script({{"Fehler - Abundanz berechnen", MsgAnswer::Ok}, written});
     EXPECT_EQ(Assign_Colors({}, watch), ColorEnd::Failed);
   }
   EXPECT_TRUE(Written("Zuordnung").contains("Fehler: Auswertung abgebrochen!"));

@@ -1,5 +1,7 @@
 #include "plansquares/raster_design.h"
 
+#include "support/nets.h"
+
 class RasterDesignTest : public FluraxTest {
  protected:
   void SetUp() override {
@@ -73,28 +75,21 @@ TEST_F(RasterDesignTest, SizesAreReadWithTheirUnits) {
 
 TEST_F(RasterDesignTest, SidesFollowScalePaperAndNet) {
   RasterDesign design;
-  design.size = QStringLiteral("10 * 10");
-  EXPECT_DOUBLE_EQ(Side_Pixels(design), 20);  // mm on paper: half a millimetre a pixel
-  design.size = QStringLiteral("10 km");
-  EXPECT_THROW(Side_Pixels(design), RasterFault);
+  const auto side = [&design](const QString& size) { return design.size = size, Side_Pixels(design); };
+  EXPECT_DOUBLE_EQ(side("10 * 10"), 20);  // mm on paper: half a millimetre a pixel
+  EXPECT_THROW(side("10 km"), RasterFault);
   Give_Scale(QStringLiteral(" m"), 5);
-  design.size = QStringLiteral("1 km");
-  EXPECT_DOUBLE_EQ(Side_Pixels(design), 200);
-  design.size = QStringLiteral("100");
-  EXPECT_DOUBLE_EQ(Side_Pixels(design), 20);
+  EXPECT_DOUBLE_EQ(side("1 km"), 200);
+  EXPECT_DOUBLE_EQ(side("100"), 20);
   design = Part(CornerUnit::Measure, QStringLiteral("100"), {"0", "0", "1000", "500,5"});
   MessageScript messages{{QStringLiteral("Die Maßeinheit fehlt")}, {QStringLiteral("Meter")}};
   EXPECT_DOUBLE_EQ(Side_Pixels(design), 20);
-  design.size = QStringLiteral("100 km");
-  EXPECT_DOUBLE_EQ(Side_Pixels(design), 20);  // told to be metres
+  EXPECT_DOUBLE_EQ(side("100 km"), 20);  // told to be metres
   EXPECT_DOUBLE_EQ(Read_Field(design, {}).height, 100.1);
   design.unit = CornerUnit::Pixel;
-  design.size = QStringLiteral("30");
-  EXPECT_DOUBLE_EQ(Side_Pixels(design), 30);
-  Coord.Grid = gridUtm;
-  Coord.MeterPerPix = 2;
-  Coord.MapWidthPx = 1000, Coord.MapHeightPx = 800;
-  Coord.GridR = 4500000, Coord.GridH = 5400000, Coord.Xmap = 100, Coord.Ymap = 700;
+  EXPECT_DOUBLE_EQ(side("30"), 30);
+  Coord = Utm_Net({1000, 800}, {100, 700}, 500);
+  Coord.GridR = 4500000, Coord.GridH = 5400000;
   design = Part(CornerUnit::Coordinates, QStringLiteral("200"), {"4500000", "5401000", "4501000", "5400000"});
   EXPECT_DOUBLE_EQ(Side_Pixels(design), 100);
   const PlanField field = Read_Field(design, {});

@@ -75,9 +75,8 @@ TEST(PrintGeometryTest, ChoicesAreTheLargestFactorsThatFit) {
   ASSERT_GE(choices.size(), 3U);
   EXPECT_LE(choices.size(), 10U);
   // 400 mm on 170: 0.425 and its multiples; 300 mm on 250: 0.833.
-  EXPECT_EQ(choices[0], (PageChoice{1, 0.425}));
-  EXPECT_EQ(choices[1], (PageChoice{2, 0.833}));
-  EXPECT_EQ(choices[2], (PageChoice{4, 0.85}));
+  EXPECT_EQ((std::vector(choices.begin(), choices.begin() + 3)),
+            (std::vector<PageChoice>{{1, 0.425}, {2, 0.833}, {4, 0.85}}));
   for (const PageChoice& choice : choices) {
     EXPECT_EQ(Print_Geometry({.factor = choice.factor}, paper, map).Pages(), choice.pages);
     EXPECT_GT(Print_Geometry({.factor = choice.factor + 0.001}, paper, map).Pages(), choice.pages);

@@ -1,7 +1,6 @@
 #include "tools/area_trace.h"
 
 #include <QPainter>
-#include <QPolygonF>
 
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;

@@ -14,6 +14,11 @@ class Assign : public BulkTest {
     area = Add_Polygon("Flaeche3", {{1, 1}, {50, 50}, {1, 90}});
     line = Add(Make(4, "-Linie12 - P0110L1.0B1.0>Flaeche1", "", 1, 1));
   }
+  static QString Ids(std::initializer_list<QString> keys) {
+    QStringList ids;
+    for (const QString& key : keys) ids << Row(key).ID;
+    return ids.join(u' ');
+  }
   QString text, other, area, line;
 };
 
@@ -21,13 +26,10 @@ TEST_F(Assign, MarkedRowsTakeTheAreaOrLineInHand) {
   Mark_Rows({text, other, area});
   Go(area);
   Assign_Entries(AssignKind::MarkedToArea);
-  EXPECT_EQ(Row(text).ID, QString("Text>Flaeche3"));
-  EXPECT_EQ(Row(other).ID, QString("Text>Flaeche3<4"));
-  EXPECT_EQ(Row(area).ID, QString("Flaeche3")) << "not to itself";
+  EXPECT_EQ(Ids({text, other, area}), "Text>Flaeche3 Text>Flaeche3<4 Flaeche3") << "not to itself";
   Go(line);
   Assign_Entries(AssignKind::MarkedToLine);
-  EXPECT_EQ(Row(text).ID, QString("Text>Linie12")) << "one assignment, by the bare name";
-  EXPECT_EQ(Row(area).ID, QString("Flaeche3>Linie12"));
+  EXPECT_EQ(Ids({text, area}), "Text>Linie12 Flaeche3>Linie12") << "one assignment, by the bare name";
   Assign_Entries(AssignKind::None);
   EXPECT_EQ(Row(other).ID, QString("Text<4"));
   EXPECT_EQ(Row(line).ID, QString("-Linie12 - P0110L1.0B1.0>Flaeche1")) << "not marked";

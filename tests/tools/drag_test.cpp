@@ -6,20 +6,23 @@
 
 namespace {
 
-using DragTest = HandTest;
+class DragTest : public HandTest {
+ protected:
+  static QPoint Foot(const QString& key) { return {Row(key).Xline, Row(key).Yline}; }
+};
 
 TEST_F(DragTest, ATextGoesWithItsLeadAndLeavesItsFootPoint) {
   const QString amsel = Add({"Text", "Amsel", "Arial", 12, 0, 14, -100, 100, 100, 300, 300, 1});
   Map_Redraw();
   Drag({110, 108}, {160, 138});  // taken and dragged in one move
   EXPECT_EQ(At(amsel), QPoint(150, 130));
-  EXPECT_EQ(Row(amsel).Xline, 300);
+  EXPECT_EQ(Foot(amsel), QPoint(300, 300));
   EXPECT_EQ(std::tuple(Map.InHand, Map.Text2.Left), std::tuple(amsel, 150));
   Drag({300, 300}, {420, 380});  // the foot point's grip
-  EXPECT_EQ(QPoint(Row(amsel).Xline, Row(amsel).Yline), QPoint(420, 380));
+  EXPECT_EQ(Foot(amsel), QPoint(420, 380));
   EXPECT_EQ(At(amsel), QPoint(150, 130));
   Drag({420, 380}, {-50, 900});  // the foot point stays within the view, and is never 0
-  EXPECT_EQ(QPoint(Row(amsel).Xline, Row(amsel).Yline), QPoint(1, Map.ViewHeight - 1));
+  EXPECT_EQ(Foot(amsel), QPoint(1, Map.ViewHeight - 1));
   Map_Key(Qt::Key_Right, {.shift = true});
   Map_Key(Qt::Key_Up, {});
   EXPECT_EQ(At(amsel), QPoint(160, 129));
@@ -107,15 +110,13 @@ TEST_F(DragTest, TurnedFiguresAreGrippedWhereTheyAreSeen) {
   ASSERT_TRUE(Take_Entry(figure));
   const auto handle = [](size_t i) { return Box(Map.lblHandle[i]).center(); };
   const auto near = [](QPoint a, QPoint b) { return (a - b).manhattanLength() <= 2; };
-  EXPECT_TRUE(near(handle(2), {220, 180}));
-  EXPECT_TRUE(near(handle(6), {280, 280}));
+  EXPECT_TRUE(near(handle(2), {220, 180}) && near(handle(6), {280, 280}));
   EXPECT_EQ(Grip_At({205, 230}), Grip::None) << "in the box, beside the figure";
   EXPECT_EQ(Grip_At({240, 205}), Grip::Entry);
   // The right edge is seen above: up is longer, and the lower end stays where it is.
   Drag(handle(3), handle(3) + QPoint(0, -40));
   EXPECT_EQ(std::tuple(Row(figure).Xline, Row(figure).Yline), std::tuple(140, 60));
-  EXPECT_TRUE(near(handle(6), {280, 280}));
-  EXPECT_TRUE(near(handle(2), {220, 140}));
+  EXPECT_TRUE(near(handle(6), {280, 280}) && near(handle(2), {220, 140}));
   Drag({250, 200}, {300, 250});
   EXPECT_TRUE(near(handle(6), {330, 330}));
 }
@@ -169,8 +170,7 @@ TEST_F(DragTest, AnEllipseInHandIsHitInItself) {
 
 TEST_F(DragTest, LinesGoWithTheirVerticesAndLabelsAlone) {
   const QString area = Add(Poly_Row("Flaeche1", 250, 420, {{200, 400}, {350, 400}, {300, 500}}));
-  EntryRow lost = Poly_Row("Linie9", 500, 100, {});
-  const QString line = Add(lost);
+  const QString line = Add(Poly_Row("Linie9", 500, 100, {}));
   Map_Redraw();
   Drag({300, 480}, {320, 490});  // an area is taken first, and does not move by accident
   EXPECT_EQ(At(area), QPoint(250, 420));
@@ -188,7 +188,6 @@ TEST_F(DragTest, LinesGoWithTheirVerticesAndLabelsAlone) {
 }
 
 TEST_F(DragTest, FreeFiguresAndPlanSquaresAndScales) {
-  Create_Vertex_Table("Figur7");
   Write_Vertices("Figur7", {{200, 200}, {300, 200}, {300, 250}});
   const QString figure = Take({"Figur7", "Figur", "F 1", 12, 0, 14, -100, 200, 200, 100, 50, 24}),
                 plan = Add(Figure_Row(16, {400, 100, 450, 150})),
@@ -212,17 +211,14 @@ TEST_F(DragTest, GroupsGoTogetherOrNotAtAll) {
   const QString a = Add(first), b = Add(second), alone = Add(Text_Row("D", 300, 300));
   Map_Redraw();
   Drag({104, 108}, {144, 128});
-  EXPECT_EQ(At(a), QPoint(140, 120));
-  EXPECT_EQ(At(b), QPoint(240, 170));
-  EXPECT_EQ(At(alone), QPoint(300, 300));
+  const QList<QPoint> moved = {{140, 120}, {240, 170}, {300, 300}};
+  EXPECT_EQ((QList<QPoint>{At(a), At(b), At(alone)}), moved);
   far.ID = first.ID;
   const QString c = Add(far);
   Map_Redraw();
   MessageScript script("32767");
   Move_In_Hand(1000, 0);
-  EXPECT_EQ(At(a), QPoint(140, 120));
-  EXPECT_EQ(At(b), QPoint(240, 170));
-  EXPECT_EQ(At(c), QPoint(32000, 100));
+  EXPECT_EQ((QList<QPoint>{At(a), At(b), At(alone), At(c)}), (moved + QList<QPoint>{{32000, 100}}));
   EXPECT_FALSE(dbEntries->InTrans());
   EXPECT_EQ(Map.InHand, a);
 }
@@ -255,9 +251,7 @@ TEST_F(DragTest, OutOfTheWindowAsksWhetherToDelete) {
     MessageScript script("über den Rand der Anwendung hinausbewegt", answer);
     Drag({110, 108}, {900, 300});
     EXPECT_EQ(rsEntries->HasRow(amsel), answer == MsgAnswer::No);
-    if (answer == MsgAnswer::No) {
-      EXPECT_EQ(At(amsel), QPoint(100, 100));
-    }
+    EXPECT_TRUE(answer == MsgAnswer::Yes || At(amsel) == QPoint(100, 100));
   }
   EXPECT_FALSE(Entry_In_Hand());
 }

@@ -3,7 +3,6 @@
 #include "hand/hand_texts.h"
 #include "support/hand_fixture.h"
 #include "support/looks.h"
-#include "tools/map_tool.h"
 
 namespace {
 
@@ -57,8 +56,8 @@ TEST_F(FootPointTest, StaysInTheViewAndCanBeGivenUp) {
 TEST_F(FootPointTest, IsRemovedAfterAQuestion) {
   const QString text = Take({"Text", "Elster", "Arial", 12, 0, 14, -100, 100, 100, 300, 200, 2});
   Tbl.Tag = TableTag::Clean;
-  const QString question = "Fußpunkt für den Text: Elster entfernen?";
-  MessageScript messages{{question, MsgAnswer::No}, {question, MsgAnswer::Yes}};
+  const MessageScript messages{{"Fußpunkt für den Text: Elster entfernen?", MsgAnswer::No},
+                               {"Fußpunkt", MsgAnswer::Yes}};
   Change_Foot_Point();
   EXPECT_EQ(Foot(text), QPoint(300, 200));
   Change_Foot_Point();

@@ -1,6 +1,4 @@
 #include "maps/map_coordinates.h"
-#include "support/nets.h"
-#include "window_fixture.h"
 
 namespace {
 
@@ -10,16 +8,14 @@ TEST_F(CalibrationWindow, OffersTheFilesAndTakesTheChosenOne) {
   for (const char* name : {"Karte.cal", "Karte neu.cal"}) Write_Lines(Path(name), Utm_Calibration({100, 150}, 80));
   When_Shown([](QWidget& dialog) {
     EXPECT_EQ(Part<QComboBox>(dialog, "cmbFiles")->count(), 3);
-    MessageScript script("Bitte wählen Sie aus der Auflistung eine Datei aus.");
-    Press(dialog, "btnOK");
-    Press(dialog, "btnCancel");
+    const MessageScript script("Bitte wählen Sie aus der Auflistung eine Datei aus.");
+    Walk(dialog, "btnOK!; btnCancel!");
   });
   Open(400, 300);
   EXPECT_EQ(Coord.Grid, gridNone);
   When_Shown([](QWidget& dialog) {
     EXPECT_EQ(dialog.pos(), QPoint(1, 1));
-    Part<QComboBox>(dialog, "cmbFiles")->setCurrentIndex(2);
-    Press(dialog, "btnOK");
+    Walk(dialog, "cmbFiles : #2; btnOK!");
   });
   Choose("mnuChooseGrid");
   EXPECT_EQ(Coord.CalFile, Path("Karte.cal"));

@@ -1,23 +1,12 @@
 #include "windows/command_fixture.h"
 
-#include <QClipboard>
-#include <QMdiArea>
-#include <QMdiSubWindow>
-
-#include "edit/table_edit.h"
-#include "maps/map_choose.h"
 #include "maps/menu_state.h"
 #include "plansquares/raster_rows.h"
 #include "platform/for_now.h"
 #include "platform/text.h"
-#include "view/view.h"
 #include "windows/analysis/frmDistanz.h"
-#include "windows/canvas/map_window_controls.h"
-#include "windows/common/help_window.h"
 #include "windows/desktop/clipboard.h"
-#include "windows/maps/frmNotePad.h"
 #include "windows/plansquares/frmRaster.h"
-#include "windows/store/tbl_window.h"
 #include "windows/store/tbl_window_model.h"
 
 namespace {
@@ -79,10 +68,6 @@ void CommandTest::TearDown() {
   Close_Windows();
   Drop_Hand();
   WindowTest::TearDown();
-  Set_Message_Handler({});
-  Set_File_Dialog_Handler({});
-  Set_Input_Box_Handler({});
-  Set_Shell(shell);
   Set_Printer(printer);
 }
 
@@ -128,11 +113,11 @@ void CommandTest::Watch_Services() {
     seen << QStringLiteral("Eingabe '%1'").arg(prompt.simplified());
     return std::optional<QString>();
   });
-  shell = Set_Shell({[this](const QString& program, const QStringList&, const std::function<void()>&) {
-                       seen << QStringLiteral("Programm ") + program.section(u'/', -1);
-                       return true;
-                     },
-                     {}});
+  Set_Shell({[this](const QString& program, const QStringList&, const std::function<void()>&) {
+               seen << QStringLiteral("Programm ") + program.section(u'/', -1);
+               return true;
+             },
+             {}});
   PrinterFace face;
   face.ask = [this](const QString& title, int, int) {
     seen << QStringLiteral("Drucken '%1'").arg(title);

@@ -1,13 +1,6 @@
 #include "windows/desktop/desktop_services.h"
 
-#include <QClipboard>
-#include <QMessageBox>
-#include <QMimeData>
-#include <QProgressDialog>
-#include <QTextEdit>
-
 #include "windows/desktop/desktop_dialogs.h"
-#include "windows/dialog_parts.h"
 
 namespace {
 
@@ -29,10 +22,7 @@ TEST(DesktopMessageTest, ButtonsAreGermanAndEscapeIsTheCarefulAnswer) {
       {MsgButtons::YesNoAll, {"Ja", "Ja, für alle", "Nein", "Nein, für alle"}, MsgAnswer::Yes, MsgAnswer::NoAll},
   };
   for (const auto& [buttons, captions, first, careful] : cases) {
-    MsgRequest request;
-    request.text = "Zeile 1\rZeile <b>2</b>";
-    request.buttons = buttons;
-    request.title = " Karte öffnen. ";
+    MsgRequest request{.text = "Zeile 1\rZeile <b>2</b>", .buttons = buttons, .title = " Karte öffnen. "};
     When_Shown([&captions = captions](QWidget& box) {
       EXPECT_EQ(Captions(box), captions);
       EXPECT_EQ(box.windowTitle(), "Karte öffnen.");
@@ -88,13 +78,12 @@ TEST(DesktopFileDialogTest, FiltersAreThoseOfTheService) {
 
 TEST(DesktopFileDialogTest, CancelGivesNothingAndSaveAddsTheEnding) {
   const QTemporaryDir folder;
-  FileRequest request;
-  request.save = true;
-  request.title = "Sichern";
-  request.folder = folder.path();
-  request.name = "Leere_Karte";
-  request.defaultExtension = "BMP";
-  request.filter = "Karte|*.bmp";
+  const FileRequest request{.save = true,
+                            .title = "Sichern",
+                            .folder = folder.path(),
+                            .name = "Leere_Karte",
+                            .defaultExtension = "BMP",
+                            .filter = "Karte|*.bmp"};
   When_Shown([](QWidget& dialog) {
     EXPECT_TRUE(Captions(dialog).contains("Abbrechen")) << Captions(dialog).join(' ');
     QTest::keyClick(&dialog, Qt::Key_Escape);

@@ -1,20 +1,9 @@
 #pragma once
 #include <gtest/gtest.h>
-#include <QApplication>
-#include <QCheckBox>
-#include <QComboBox>
-#include <QDoubleSpinBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QListWidget>
-#include <QPlainTextEdit>
-#include <QPushButton>
-#include <QRadioButton>
-#include <QSpinBox>
-#include <QTableView>
 #include <QTest>
-#include <QTimer>
+#include <QtWidgets>
 #include <functional>
+#include <source_location>
 
 // Parts of a dialog by their names, and the hand on a dialog that waits for an answer.
 
@@ -24,31 +13,42 @@ T* Part(const QWidget& window, const char* name) {
   EXPECT_NE(part, nullptr) << name;
   return part;
 }
-// What stands in a line, label, button or list.
+// The property that holds what a user reads or enters there.
+inline const char* Content_Of(const QWidget* part) {
+  return qobject_cast<const QComboBox*>(part)                    ? "currentText"
+         : part->metaObject()->indexOfProperty("plainText") >= 0 ? "plainText"
+                                                                 : "text";
+}
+// What stands in a line, label, button, list or text.
 inline QString Text_In(const QWidget& window, const char* name) {
   const QWidget* part = Part<QWidget>(window, name);
-  return part->property(qobject_cast<const QComboBox*>(part) ? "currentText" : "text").toString();
+  return part->property(Content_Of(part)).toString();
 }
 inline bool Is_Enabled(const QWidget& window, const char* name) { return Part<QWidget>(window, name)->isEnabled(); }
 inline bool Is_Checked(const QWidget& window, const char* name) {
   return Part<QAbstractButton>(window, name)->isChecked();
 }
-// Gives a line, list, button or number its value at once.
+// Gives a line, list, text, button or number its value at once.
 inline void Fill(const QWidget& window, const char* name, const QVariant& value) {
   auto* part = Part<QWidget>(window, name);
-  part->setProperty(qobject_cast<QLineEdit*>(part)         ? "text"
-                    : qobject_cast<QComboBox*>(part)       ? "currentText"
-                    : qobject_cast<QAbstractButton*>(part) ? "checked"
-                                                           : "value",
-                    value);
+  const bool number = qobject_cast<QAbstractSpinBox*>(part) || qobject_cast<QAbstractSlider*>(part);
+  part->setProperty(number ? "value" : qobject_cast<QAbstractButton*>(part) ? "checked" : Content_Of(part), value);
 }
 // Typed over what stands there, as with the keys.
 inline void Type(const QWidget& window, const char* name, const QString& text) {
   auto* edit = Part<QLineEdit>(window, name);
-  edit->selectAll();
+  text.isEmpty() ? edit->clear() : edit->selectAll();
   QTest::keyClicks(edit, text);
 }
 inline void Press(const QWidget& window, const char* name) { Part<QAbstractButton>(window, name)->click(); }
+
+// A user's way over a window, step by step, parted by "; ":
+//   part = text    stands in it; "text*" begins so, "*text*" is in it
+//   part < text    is typed over what stands there
+//   part : value   has its value at once; "#2" is a row of a list
+//   part!          is pressed
+//   part on        can be used; and so "off", "checked", "unchecked", "shown", "hidden"
+void Walk(const QWidget& window, const QString& steps, std::source_location from = std::source_location::current());
 
 // Acts on the dialog that the next call shows.
 inline void When_Shown(const std::function<void(QWidget&)>& act) {

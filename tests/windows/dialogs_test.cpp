@@ -1,12 +1,5 @@
-#include <QMainWindow>
-#include <QMenu>
-#include <QMenuBar>
-#include <QTextBrowser>
-
-#include "maps/map_close.h"
-#include "maps/map_open.h"
+#include "support/recorded_shell.h"
 #include "windows/canvas/frmBildZoom.h"
-#include "windows/dialog_parts.h"
 #include "windows/main/dialog_hooks.h"
 #include "windows/maps/frmAbgesichert.h"
 #include "windows/maps/frmMalprg.h"
@@ -41,12 +34,8 @@ class DialogTest : public FluraxTest {
 
 TEST_F(DialogTest, PaperSizesTurnWithTheOrientation) {
   const FrmMapNeu dialog;
-  EXPECT_EQ(Text_In(dialog, "lblGroesse"), "210 x 297 mm");
-  EXPECT_EQ(Text_In(dialog, "lblPixel"), "794 x 1123 Bildpunkte");
-  Press(dialog, "optQuer");
-  EXPECT_EQ(Text_In(dialog, "lblGroesse"), "297 x 210 mm");
-  EXPECT_EQ(Text_In(dialog, "lblDIN0"), "1189 x 841 mm");
-  Press(dialog, "optDIN6");
+  Walk(dialog, "lblGroesse = 210 x 297 mm; lblPixel = 794 x 1123 Bildpunkte; optQuer!; lblGroesse = 297 x 210 mm");
+  Walk(dialog, "lblDIN0 = 1189 x 841 mm; optDIN6!");
   EXPECT_EQ(dialog.Chosen_Size(), QSizeF(148, 105));
   // Every sheet is half of the one before it, cut to whole millimetres.
   Press(dialog, "optHoch");
@@ -67,12 +56,7 @@ TEST_F(DialogTest, OwnSizesAreTakenWithCommaAndWithinTheLimits) {
     dialog.show();
     MessageScript script;
     if (!good) script.Expect("Bitte geben Sie Breite und Höhe zwischen 10 und 3000 mm ein.");
-    if (*width)
-      Type(dialog, "txtBreite", width);
-    else
-      Part<QLineEdit>(dialog, "txtBreite")->clear();
-    Type(dialog, "txtHoehe", height);
-    EXPECT_TRUE(Is_Checked(dialog, "optUser"));
+    Walk(dialog, QString("txtBreite < %1; txtHoehe < %2; optUser checked").arg(QString(width), QString(height)));
     Press(dialog, "cmdOK");
     EXPECT_EQ(dialog.result() == QDialog::Accepted, good) << width << " x " << height;
     EXPECT_EQ(dialog.isVisible(), !good);
@@ -82,13 +66,11 @@ TEST_F(DialogTest, OwnSizesAreTakenWithCommaAndWithinTheLimits) {
 TEST_F(DialogTest, ANewMapIsWrittenAndOpened) {
   FileDialogScript files{Path("Leere_Karte.BMP")};
   When_Shown([](QWidget& dialog) {
-    Type(dialog, "txtBreite", "100,5");
-    Type(dialog, "txtHoehe", "50");
+    Walk(dialog, "txtBreite < 100,5; txtHoehe < 50");
     QTest::keyClick(&dialog, Qt::Key_Return);
   });
   Show_frmMapNeu(nullptr);
-  ASSERT_EQ(files.Seen().size(), 1U);
-  EXPECT_EQ(files.Seen().front().name, "Leere_Karte");
+  EXPECT_EQ(files.Seen().at(0).name, "Leere_Karte");
   EXPECT_TRUE(frmMDI.MapOpen);
   EXPECT_EQ(QSize(MapWidthPx, MapHeightPx), QSize(380, 189));
   EXPECT_EQ(Map.MapClip[0].image.pixel(370, 180), qRgb(255, 255, 255));
@@ -125,8 +107,7 @@ TEST_F(DialogTest, AMapSizeIsTakenForTheSessionOrWrittenAfterAQuestion) {
     FrmMapSize dialog;
     dialog.show();
     script.Expect("Die neuen Werte wurden von FLURAX übernommen.");
-    Type(dialog, "txtBildbr", "100");
-    Press(dialog, "btnTake");
+    Walk(dialog, "txtBildbr < 100; btnTake!");
     EXPECT_FALSE(dialog.isVisible());
   }
   EXPECT_FLOAT_EQ(MapWidthMm, 100);
@@ -154,8 +135,7 @@ TEST_F(DialogTest, UnusableMapSizesAreRefusedAndEscChangesNothing) {
     FrmMapSize dialog;
     dialog.show();
     MessageScript script("Bitte geben Sie");
-    Type(dialog, "txtBildbr", QLatin1String(typed));
-    Press(dialog, "btnTake");
+    Walk(dialog, "txtBildbr < " + QString(typed) + "; btnTake!");
     EXPECT_TRUE(dialog.isVisible()) << typed;
     QTest::keyClick(&dialog, Qt::Key_Escape);
     EXPECT_FALSE(dialog.isVisible());
@@ -169,9 +149,7 @@ TEST_F(DialogTest, PaintProgramsAreAddedChosenAndRemovedWithOkOnly) {
   Set_Paint_Programs(two);
   {
     FrmMalprg dialog;
-    Press(dialog, "cmdRemove");
-    Press(dialog, "cmdRemove");
-    EXPECT_FALSE(Is_Enabled(dialog, "cmdRemove"));
+    Walk(dialog, "cmdRemove!; cmdRemove!; cmdRemove off");
     QTest::keyClick(&dialog, Qt::Key_Escape);
     EXPECT_EQ(Paint_Programs(), two);
   }
@@ -180,30 +158,22 @@ TEST_F(DialogTest, PaintProgramsAreAddedChosenAndRemovedWithOkOnly) {
   FileDialogScript files{plain, "/bin/sh", std::nullopt};
   MessageScript script("kein Programm, das gestartet werden kann");
   FrmMalprg dialog;
-  for (int i = 0; i < 3; ++i) Press(dialog, "cmdAdd");
-  Press(dialog, "cmdOK");
+  Walk(dialog, "cmdAdd!; cmdAdd!; cmdAdd!; cmdOK!");
   EXPECT_EQ(Paint_Programs(), QStringList{"/bin/sh"} + two);
 }
 
 TEST_F(DialogTest, AMissingPaintProgramIsToldAndTheListStays) {
   Open();
   Set_Paint_Programs({Path("fehlt"), "/bin/sh"});
-  QString started;
-  ShellFace face;
-  face.start = [&](const QString& program, const QStringList&, std::function<void()>) {
-    started = program;
-    return true;
-  };
-  Set_Shell(face);
+  const RecordedShell shell;
   FrmMalprgOpen dialog;
   dialog.show();
   MessageScript script("Dieses Programm wurde nicht gefunden");
   Press(dialog, "cmdOK");
   EXPECT_TRUE(dialog.isVisible());
-  Part<QListWidget>(dialog, "lstMalprg")->setCurrentRow(1);
-  Press(dialog, "cmdOK");
+  Walk(dialog, "lstMalprg : #1; cmdOK!");
   EXPECT_FALSE(dialog.isVisible());
-  EXPECT_EQ(started, "/bin/sh");
+  EXPECT_EQ(shell.program, "/bin/sh");
 }
 
 TEST_F(DialogTest, TheHooksShowTheWindowsAndBringTheAnswerBack) {
@@ -213,8 +183,7 @@ TEST_F(DialogTest, TheHooksShowTheWindowsAndBringTheAnswerBack) {
   const SafeModeQuestion question{"/k/Karte.bmp", "/k/KARTE.MDB", "/k/KARTE_BAK.MDB"};
   for (int choice = 0; choice <= 4; ++choice) {
     When_Shown([&](QWidget& dialog) {
-      EXPECT_EQ(Text_In(dialog, "lblDB"), question.table);
-      EXPECT_EQ(Text_In(dialog, "lblBakName"), question.backup);
+      Walk(dialog, "lblDB = " + question.table + "; lblBakName = " + question.backup);
       if (choice == 4) return QTest::keyClick(&dialog, Qt::Key_Escape);
       const QByteArray number = QByteArray::number(choice);
       QTest::mouseClick(Part<QLabel>(dialog, "lblChoice" + number), Qt::LeftButton);
@@ -223,15 +192,12 @@ TEST_F(DialogTest, TheHooksShowTheWindowsAndBringTheAnswerBack) {
     });
     EXPECT_EQ(dialogHooks.Abgesichert(question), choice);
   }
-  QString caption, size;
   When_Shown([&](QWidget& dialog) {
-    caption = dialog.windowTitle();
-    size = Text_In(dialog, "lblGroesse");
+    EXPECT_EQ(dialog.windowTitle(), "Tipps & Tricks: Große Bitmap und viele Bildschirmfarben");
+    Walk(dialog, "lblGroesse = *3000 x 2334*");
     dialog.close();
   });
-  dialogHooks.BigMapHint({3000, 2334}, 24);
-  EXPECT_EQ(caption, "Tipps & Tricks: Große Bitmap und viele Bildschirmfarben");
-  EXPECT_TRUE(size.contains("3000 x 2334"));
+  dialogHooks.BigMapHint({3000, 2334});
   Clear_Dialog_Hooks();
   EXPECT_FALSE(dialogHooks.Abgesichert);
 }
@@ -239,16 +205,8 @@ TEST_F(DialogTest, TheHooksShowTheWindowsAndBringTheAnswerBack) {
 TEST_F(DialogTest, TipsAreTurnedOverAndSwitchedOff) {
   Write_Lines(Program_File("Tipps.txt"), {"Tipp 1", "Erster", "Tipp 2", "Zweiter", "weiter", "Tipp 3", "Dritter"});
   FrmTipps dialog;
-  auto* text = Part<QTextBrowser>(dialog, "txtTipp");
-  EXPECT_EQ(text->toPlainText(), "Erster");
-  EXPECT_FALSE(Is_Enabled(dialog, "cmdBack"));
-  Press(dialog, "cmdNext");
-  EXPECT_EQ(text->toPlainText(), "Zweiter\nweiter");
-  Press(dialog, "cmdNext");
-  EXPECT_EQ(text->toPlainText(), "Dritter");
-  EXPECT_FALSE(Is_Enabled(dialog, "cmdNext"));
-  Fill(dialog, "ckTipps", false);
-  Press(dialog, "cmdOK");
+  Walk(dialog, "txtTipp = Erster; cmdBack off; cmdNext!; txtTipp = Zweiter\nweiter; cmdNext!; txtTipp = Dritter");
+  Walk(dialog, "cmdNext off; ckTipps : false; cmdOK!");
   EXPECT_FALSE(frmMDI.Tips);
   frmMDI.Tips = true;
   Read_Ini();
@@ -295,11 +253,8 @@ TEST_F(DialogTest, OptionsAreTakenAfterTheQuestionAndRedrawTheMapOnce) {
       Press(dialog, box);
       if (way == Way::ChangedBack) Press(dialog, box);
     }
-    if (way != Way::ChangedBack) {
-      Press(dialog, "optRelief");
-      Press(dialog, "btnFarbe3");
-      EXPECT_TRUE(dialog.Is_Changed());
-    }
+    if (way != Way::ChangedBack) Walk(dialog, "optRelief!; btnFarbe3!");
+    EXPECT_EQ(dialog.Is_Changed(), way != Way::ChangedBack);
     MessageScript script;
     if (way == Way::No) script.Expect("Die Optionen wurden verändert;", MsgAnswer::No);
     if (way == Way::Yes) script.Expect("Möchten Sie die neuen Einstellungen übernehmen?", MsgAnswer::Yes);
@@ -328,31 +283,28 @@ TEST_F(DialogTest, StandardColoursComeBackAndAreKept) {
 TEST_F(DialogTest, AFullDiskIsToldAndTheOptionsHoldForTheSession) {
   File_Write_Fault = [](const QString&, qint64) { return errors::diskFull; };
   FrmOptions dialog;
-  Press(dialog, "ckText");
   MessageScript script("Error: 61", MsgAnswer::No);
-  Press(dialog, "cmdApply");
+  Walk(dialog, "ckText!; cmdApply!");
   EXPECT_FALSE(frmMDI.showTexts);
 }
 
 TEST_F(DialogTest, AZoomFactorIsTakenWithCommaOrPointWithinItsRange) {
-  struct Case {
-    const char* typed;
-    float zoom;  // 0 = refused
-  };
-  for (const Case& c : {Case{"0,5", 2}, Case{"0.25", 4}, Case{"8", 0.125F}, Case{"0,05", 20}, Case{"0,04", 0},
-                        Case{"8,01", 0}, Case{"x", 0}, Case{"-1", 0}}) {
+  const std::pair<const char*, float> cases[] = {
+      // 0: refused
+      {"0,5", 2}, {"0.25", 4}, {"8", 0.125F}, {"0,05", 20}, {"0,04", 0}, {"8,01", 0}, {"x", 0}, {"-1", 0}};
+  for (const auto& [typed, zoom] : cases) {
     Open();
     Map.Zoom = 1;
     Map.ZoomMenu = "mnuZoom100";
     FrmBildZoom dialog;
     dialog.show();
     MessageScript script;
-    if (c.zoom == 0) script.Expect("Bitte geben Sie einen Faktor zwischen 0,05 und 8 ein.");
-    Type(dialog, "txtFaktor", c.typed);
+    if (zoom == 0) script.Expect("Bitte geben Sie einen Faktor zwischen 0,05 und 8 ein.");
+    Type(dialog, "txtFaktor", typed);
     QTest::keyClick(&dialog, Qt::Key_Return);
-    EXPECT_FLOAT_EQ(Map.Zoom, c.zoom == 0 ? 1 : c.zoom) << c.typed;
-    EXPECT_EQ(dialog.isVisible(), c.zoom == 0) << c.typed;
-    EXPECT_EQ(Map.ZoomMenu, c.zoom != 0 ? "mnuZoomFak" : "mnuZoom100") << c.typed;
+    EXPECT_FLOAT_EQ(Map.Zoom, zoom == 0 ? 1 : zoom) << typed;
+    EXPECT_EQ(dialog.isVisible(), zoom == 0) << typed;
+    EXPECT_EQ(Map.ZoomMenu, zoom != 0 ? "mnuZoomFak" : "mnuZoom100") << typed;
     Close_Map();
   }
 }
@@ -366,8 +318,7 @@ TEST_F(DialogTest, TheZoomWindowStandsAtTheRightEdgeAndRoundsNothingIntoTheMap) 
   FrmBildZoom dialog(&mainWindow);
   dialog.show();
   EXPECT_EQ(dialog.frameGeometry().right() + 1, 50 + 600 - 6);
-  EXPECT_EQ(Text_In(dialog, "txtFaktor"), "0,33");
-  Press(dialog, "cmdOK");
+  Walk(dialog, "txtFaktor = 0,33; cmdOK!");
   EXPECT_EQ(Map.Zoom, 3.0F);
 }
 

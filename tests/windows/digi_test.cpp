@@ -1,10 +1,4 @@
-#include <QPainter>
-#include <QSlider>
-
-#include "maps/map_close.h"
-#include "platform/message_box.h"
 #include "windows/canvas/frmDigi.h"
-#include "windows/window_fixture.h"
 
 namespace {
 
@@ -39,8 +33,17 @@ TEST_F(DigiTest, AClickASliderAnArea) {
   EXPECT_NE(Points(), "0 Randpunkte") << "it tries again at once";
   Child<QAbstractButton>("optFuellen")->click();
   EXPECT_EQ(Points(), "4 Randpunkte") << followed.toStdString();
+  // A step back is the patch before, and after the last one the table's, while the window stays.
+  Click(300, 200);
+  EXPECT_TRUE(Child<QPushButton>("btnSenken")->isVisible());
+  Choose("mnuStepBack");
+  EXPECT_FALSE(Child<QPushButton>("btnSenken")->isVisible());
   Push(Take());
   EXPECT_FALSE(Take()->isEnabled());
+  Choose("mnuStepBack");
+  EXPECT_EQ(Entry_Count(), 0);
+  EXPECT_TRUE(Is_Open<FrmDigi>());
+  Choose("mnuStepForward");
   const EntryRow row = Last_Row();
   EXPECT_EQ(std::tuple(row.ID, row.Typ), std::tuple(QStringLiteral("Flaeche0"), 4));
   const std::vector<QPoint> vertices = Load_Vertices(row.ID);

@@ -1,7 +1,3 @@
-#include <QGroupBox>
-#include <QPointer>
-#include <QTableWidget>
-
 #include "edit/figure_edit.h"
 #include "edit/figure_extras.h"
 #include "hand/next_shape.h"
@@ -9,7 +5,6 @@
 #include "windows/canvas/frmEigenschaften.h"
 #include "windows/canvas/frmFigur.h"
 #include "windows/canvas/frmFigurDraw.h"
-#include "windows/window_fixture.h"
 
 namespace {
 
@@ -34,15 +29,12 @@ TEST_F(FigureWindowsTest, AFigureIsPlacedChangedAndFollowed) {
   Choose("mnuInsFigur");
   auto* dialog = &Shown<FrmFigur>();
   EXPECT_EQ(Canvas()->cursor().shape(), Qt::CrossCursor);
-  auto* list = Part<QListWidget>(*dialog, "lstFigur");
-  list->setCurrentRow(1);
-  EXPECT_FALSE(Is_Enabled(*dialog, "txtBreite"));
-  Type(*dialog, "txtLaenge", "80");
+  Walk(*dialog, "lstFigur : #1; txtBreite off; txtLaenge < 80");
   QTest::mouseClick(Canvas(), Qt::LeftButton, {}, {50, 40});
   EXPECT_EQ(Place(), QRect(50, 40, 80, 80));
   EXPECT_EQ(Figure().Typ, 21);
   // The window tells of the figure in hand and changes it.
-  list->setCurrentRow(2);
+  Walk(*dialog, "lstFigur : #2");
   EXPECT_EQ(Figure().Typ, 22);
   Type(*dialog, "txtBreite", "30");
   QTest::keyClick(Part<QLineEdit>(*dialog, "txtBreite"), Qt::Key_Return);
@@ -52,16 +44,12 @@ TEST_F(FigureWindowsTest, AFigureIsPlacedChangedAndFollowed) {
   Drag({230, 170}, {250, 200});
   EXPECT_EQ(Text_In(*dialog, "txtLaenge"), "100");
   for (const char* bad : {"0", "zehn", "-4", "99999"}) {
-    Type(*dialog, "txtLaenge", bad);
-    MessageScript messages("Figur");
-    Press(*dialog, "cmdOK");
+    const MessageScript messages("Figur");
+    Walk(*dialog, "txtLaenge < " + QString(bad) + "; cmdOK!");
     EXPECT_EQ(Place().size(), QSize(100, 60)) << bad;
   }
   Press(*dialog, "btnFarb");
   EXPECT_EQ(colors, 1);
-  const QPointer<FrmFigur> open = dialog;
-  Choose("mnuMapClose");
-  EXPECT_TRUE(open.isNull());
 }
 
 TEST_F(FigureWindowsTest, AFreeFigureIsDrawnAndItsVerticesAreEdited) {
@@ -109,13 +97,11 @@ TEST_F(FigureWindowsTest, PropertiesShowTurnAndMarkTheFigure) {
   Place_Figure({100, 100});
   Choose("mnuEigenschaften");
   auto* dialog = &Shown<FrmEigenschaften>();
-  const QImage plain = Part<QLabel>(*dialog, "picFigur")->pixmap().toImage();
-  Press(*dialog, "ckLaengsachse");
-  Press(*dialog, "ckAchsenText");
-  EXPECT_NE(Part<QLabel>(*dialog, "picFigur")->pixmap().toImage(), plain);
-  Type(*dialog, "txtWinkel", "-90");
-  Press(*dialog, "cmdOK");
-  EXPECT_EQ(Text_In(*dialog, "txtWinkel"), "270,000");
+  const auto picture = [dialog] { return Part<QLabel>(*dialog, "picFigur")->pixmap().toImage(); };
+  const QImage plain = picture();
+  Walk(*dialog, "ckLaengsachse!; ckAchsenText!");
+  EXPECT_NE(picture(), plain);
+  Walk(*dialog, "txtWinkel < -90; cmdOK!; txtWinkel = 270,000");
   EXPECT_EQ(Figure().Schrift, "F 1<270");
   EXPECT_EQ(Extras_Of(Figure()), (FigureExtras{false, false, true, false, true}));
   // A click on the frame, then the mouse on the map; the angle is written where it is clicked.
@@ -132,8 +118,7 @@ TEST_F(FigureWindowsTest, PropertiesShowTurnAndMarkTheFigure) {
   QTest::keyClick(window->findChild<MapWindow*>(), Qt::Key_Escape);
   EXPECT_EQ(Text_In(*dialog, "txtWinkel"), "0,000");
   EXPECT_FALSE(Figure().ID.isEmpty());
-  Type(*dialog, "txtWinkel", "schief");
-  MessageScript messages("Winkel");
-  Press(*dialog, "cmdOK");
+  const MessageScript messages("Winkel");
+  Walk(*dialog, "txtWinkel < schief; cmdOK!");
   EXPECT_EQ(Figure().Schrift, "F 1");
 }

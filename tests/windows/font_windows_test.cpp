@@ -5,7 +5,6 @@
 #include "windows/objects/frmTblSymb.h"
 #include "windows/objects/frm_font_sample.h"
 #include "windows/objects/frm_symbol_table.h"
-#include "windows/window_fixture.h"
 
 namespace {
 
@@ -25,27 +24,19 @@ TEST_F(FontWindows, TheWindowShowsTheRowAndWritesItBack) {
   Choose("mnuSchrift");
   auto& dialog = Shown<FrmSchrift>();
   EXPECT_EQ(dialog.windowTitle(), "Schrift ändern: Text");
-  EXPECT_EQ(Text_In(dialog, "cmbScript"), "Kyrillisch");
-  EXPECT_EQ(Text_In(dialog, "cmbWinkel"), "22,5");
-  EXPECT_EQ(Text_In(dialog, "cmbFontsize"), "13");
-  EXPECT_FALSE(Is_Enabled(dialog, "cmdTake")) << "nothing to take";
+  Walk(dialog, "cmbScript = Kyrillisch; cmbWinkel = 22,5; cmbFontsize = 13; cmdTake off");
   // The preview changes first, the map when it is taken.
   const QImage before = Part<FontSample>(dialog, "txtMuster")->grab().toImage();
-  Fill(dialog, "chkTransp", false);
-  Press(dialog, "cmdRotate");
+  Walk(dialog, "chkTransp : false; cmdRotate!");
   EXPECT_NE(Part<FontSample>(dialog, "txtMuster")->grab().toImage(), before);
   EXPECT_EQ(Row(bookmark).Schrift, stored);
   Press(dialog, "cmdTake");
   EXPECT_EQ(Row(bookmark).Schrift, "Courier New-B-I-U-C204<112.5");
   EXPECT_EQ(Row(bookmark).Groesse, 13);
   // All of it once more by Enter; nonsense is told and nothing written.
-  Fill(dialog, "optNorm", true);
-  Fill(dialog, "chkFett", false);
-  Fill(dialog, "cmbScript", "Western");
-  Fill(dialog, "cmbFontsize", "riesig");
+  Walk(dialog, "optNorm : true; chkFett : false; cmbScript : Western; cmbFontsize : riesig");
   With_Box("zwischen 1 und 80", MsgAnswer::Ok, [&] { Press(dialog, "cmdTake"); });
-  Fill(dialog, "cmbFontsize", "18");
-  Fill(dialog, "cmbWinkel", "-45");
+  Walk(dialog, "cmbFontsize : 18; cmbWinkel : -45");
   QTest::keyClick(&dialog, Qt::Key_Return);
   EXPECT_EQ(Row(bookmark).Schrift, "Courier New-U<315");
   EXPECT_EQ(Row(bookmark).Groesse, 18);
@@ -66,9 +57,7 @@ TEST_F(FontWindows, AMissingFontIsReplacedOnTheWayTheQuestionOpens) {
   auto& dialog = Shown<FrmSchrift>();
   EXPECT_EQ(Map.InHand, bookmark);
   EXPECT_EQ(dialog.windowTitle(), "Schrift ändern: Gibt Es Nicht");
-  EXPECT_TRUE(Text_In(dialog, "lblHinweis").contains("nicht vorhanden"));
-  Fill(dialog, "cmbFont", "Times New Roman");
-  Press(dialog, "cmdTake");
+  Walk(dialog, "lblHinweis = *nicht vorhanden*; cmbFont : Times New Roman; cmdTake!");
   EXPECT_EQ(Row(bookmark).Schrift, "Times New Roman-B");
 }
 
@@ -107,8 +96,7 @@ TEST_F(FontWindows, TheTableShowsSignsScriptsAndBoxesWithCodes) {
   const QString bookmark = Take(Text("Ma", "Arial", 12));
   Choose("mnuSchrift");
   auto& dialog = Shown<FrmSchrift>();
-  Fill(dialog, "cmbScript", "Griechisch");
-  Press(dialog, "cmdZeichen");
+  Walk(dialog, "cmbScript : Griechisch; cmdZeichen!");
   auto* signs = Part<SymbolTable>(*dialog.findChild<FrmTblSymb*>(), "rgcard");
   signs->Select(QChar(0x03B1));
   QTest::keyClick(signs, Qt::Key_Return);

@@ -1,8 +1,6 @@
-#include "support/nets.h"
 #include "tools/coordinate_input.h"
 #include "view/hit_test.h"
 #include "windows/canvas/frmGPSData.h"
-#include "windows/window_fixture.h"
 
 namespace {
 
@@ -27,32 +25,21 @@ class GpsWindow : public WindowTest {
 TEST_F(GpsWindow, TypedAndClickedCoordinates) {
   FrmGPSData& input = Input();
   EXPECT_EQ(input.windowTitle(), "UTM - Koordinateneingabe");
-  EXPECT_EQ(Text_In(input, "lblZone"), "32U");
-  auto* right = Part<QLineEdit>(input, "txtRW");
-  auto* high = Part<QLineEdit>(input, "txtHW");
   {  // the start value is no coordinate
     MessageScript script("Bitte geben Sie eine Koordinate ein.");
     Press(input, "btnShow");
   }
   events.MapClicked.Emit({300, 100});
-  EXPECT_EQ(right->text(), "600000");
-  Press(input, "ckMausclick");
+  Walk(input, "lblZone = 32U; txtRW = 600000; ckMausclick!");
   QTest::mouseClick(Canvas(), Qt::LeftButton, {}, {Window_X(300), Window_Y(200)});
-  EXPECT_EQ(right->text(), "647000");
-  EXPECT_EQ(high->text(), "5516500");
-  Press(input, "btnShow");
+  Walk(input, "txtRW = 647000; txtHW = 5516500; btnShow!; btnSetback = Zurück; btnTake off");
   EXPECT_EQ(Map.PositionMark, QPoint(300, 200));
-  EXPECT_EQ(Text_In(input, "btnSetback"), "Zurück");
-  EXPECT_FALSE(Is_Enabled(input, "btnTake"));
   Press(input, "btnSetback");
   EXPECT_FALSE(Map.PositionMark);
-  auto* letter = Part<QLineEdit>(input, "txtR");
-  letter->selectAll();
-  QTest::keyClicks(letter, "x7");
-  EXPECT_EQ(letter->text(), "R");
-  EXPECT_EQ(right->text(), "7") << "a digit begins the number";
-  QTest::keyClicks(letter, "-");
-  EXPECT_EQ(letter->text(), "-");
+  Walk(input, "txtR < x7; txtR = R; txtRW = 7");  // a digit begins the number
+  QTest::keyClicks(Part<QLineEdit>(input, "txtR"), "-");
+  EXPECT_EQ(Text_In(input, "txtR"), "-");
+  auto* right = Part<QLineEdit>(input, "txtRW");
   right->clear();
   Q_EMIT right->editingFinished();
   EXPECT_EQ(right->text(), "600000");

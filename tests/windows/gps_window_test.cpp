@@ -1,12 +1,10 @@
-#include "support/nets.h"
+#include "support/recorded_shell.h"
 #include "support/table_fixture.h"
-#include "windows/common/help_window.h"
 #include "windows/import/frmCSVImport.h"
 #include "windows/import/frmGPS.h"
 #include "windows/import/frmGPSGeraet.h"
 #include "windows/import/frmImport.h"
 #include "windows/import/frmWpImport.h"
-#include "windows/window_fixture.h"
 
 namespace {
 
@@ -61,16 +59,11 @@ TEST_F(GpsWindowTest, ShowsEveryRecordAndImportsAll) {
   EXPECT_EQ(symbols[0], symbols[1]);
   EXPECT_EQ(QSet<QString>(symbols.begin(), symbols.end()).size(), 4) << "there, exists, too far, another zone";
   EXPECT_FALSE(symbols.contains(QString())) << "the font shows all of them";
-  EXPECT_EQ(Text_In(*dialog, "lblzurechts"), "1");
-  EXPECT_EQ(Text_In(*dialog, "lblObjOk"), "2");
-  EXPECT_EQ(Text_In(*dialog, "lblNamePosExist"), "1");
-  EXPECT_TRUE(Text_In(*dialog, "lblHeader").contains("UTM (WGS-84)"));
-  EXPECT_TRUE(Text_In(*dialog, "lblInfo3").contains("die erste: Zeile 9 \"Kaputt\""));
-  EXPECT_EQ(Text_In(*dialog, "cmdWeiter"), "&Weiter >>");
+  Walk(*dialog, "lblzurechts = 1; lblObjOk = 2; lblNamePosExist = 1; lblHeader = *UTM (WGS-84)*");
+  Walk(*dialog, "lblInfo3 = *die erste: Zeile 9 \"Kaputt\"*; cmdWeiter = &Weiter >>");
   FrmWpImport& choice = Onward();
   Fill(choice, "chkBemerkung", true);
-  MessageScript messages("2 Einträge wurden in die Karte importiert.", MsgAnswer::Ok);
-  Press(choice, "cmdImport");
+  With_Box("2 Einträge wurden in die Karte importiert.", [&] { Press(choice, "cmdImport"); });
   EXPECT_EQ(Texts(), (QStringList{"Otter", "Igel am Bach", "Dachs"}));
   EXPECT_EQ(List(0).size(), 0) << "not twice";
   EXPECT_FALSE(choice.isVisible());
@@ -89,10 +82,8 @@ TEST_F(GpsWindowTest, TakesTheMarkedOnesOrAsksOfEach) {
   Key_On(list, Qt::Key_Down, Qt::ShiftModifier);
   Key_On(list, Qt::Key_Down, Qt::ShiftModifier);
   EXPECT_EQ(dialog->Marked_Rows(), (std::vector<int>{1, 2, 3}));
-  {
-    MessageScript messages("5 Einträge in der Datei, 2 davon tatsächlich importiert.", MsgAnswer::Cancel);
-    Press(choice, "cmdImport");
-  }
+  With_Box("5 Einträge in der Datei, 2 davon tatsächlich importiert.", MsgAnswer::Cancel,
+           [&] { Press(choice, "cmdImport"); });
   EXPECT_TRUE(Texts().isEmpty()) << "taken back";
   Load("mnuLoadWp", Own_File());
   Fill(Onward(), "optEinzel", true);
@@ -107,11 +98,8 @@ TEST_F(GpsWindowTest, OtherCoordinatesAreAskedAndFaultsAreTold) {
   // 640 100 / 5 500 200 in degrees.
   Write_Lines(gpx, {"<gpx><trk><name>Weg</name><trkseg><trkpt lat='49.6380798' lon='10.9404049'/>",
                     "<trkpt lat='49.6390798' lon='10.9414049'/></trkseg></trk></gpx>"});
-  {
-    MessageScript messages("Koordinatensystem falsch", MsgAnswer::No);
-    Load("mnuLoadWp", gpx);
-    EXPECT_TRUE(List(0).isEmpty());
-  }
+  With_Box("Koordinatensystem falsch", MsgAnswer::No, [&] { Load("mnuLoadWp", gpx); });
+  EXPECT_TRUE(List(0).isEmpty());
   MessageScript messages("Koordinatensystem falsch", MsgAnswer::Other);
   Load("mnuLoadWp", gpx);
   EXPECT_EQ(List(2), (QStringList{"Weg", "Weg"})) << "no waypoints: its track";
@@ -168,30 +156,18 @@ TEST_F(GpsWindowTest, AFileDroppedOnTheMapOpensItsImport) {
 }
 
 TEST_F(GpsWindowTest, TheTransferProgramLeavesAFile) {
-  ASSERT_TRUE(QDir().mkpath(ProgramFolder + "/GPS"));
-  Write_Lines((ProgramFolder + "/GPS/Gps.exe"), {"#!"});
-  QFile::setPermissions((ProgramFolder + "/GPS/Gps.exe"), QFile::ReadOwner | QFile::ExeOwner);
-  QStringList started;
-  std::function<void()> ended;
-  const ShellFace former =
-      Set_Shell({[&](const QString& program, const QStringList& arguments, std::function<void()> then) {
-                   started << program << arguments;
-                   ended = std::move(then);
-                   return true;
-                 },
-                 {}});
+  const QString program = Put("Programm/GPS/Gps.exe", "#!"), left = Path("Programm/GPS/Wegpunkte.txt");
+  QFile::setPermissions(program, QFile::ReadOwner | QFile::ExeOwner);
+  const RecordedShell shell;
   dialog->findChild<QAction*>("mnuGPS")->trigger();
-  ASSERT_EQ(started.size(), 2);
-  EXPECT_EQ(started[1], "GPSe,," + (ProgramFolder + "/GPS/Wegpunkte.txt"));
-  QFile::copy(Own_File(), (ProgramFolder + "/GPS/Wegpunkte.txt"));
-  ended();
+  EXPECT_EQ(shell.given, QStringList("GPSe,," + left));
+  QFile::copy(Own_File(), left);
+  shell.ended();
   EXPECT_EQ(List(2).size(), 5);
-  Set_Shell(former);
-  Kill((ProgramFolder + "/GPS/Gps.exe"));
+  Kill(program);
   When_Shown([](QWidget& asked) {
     EXPECT_GT(Part<QComboBox>(asked, "cmbGeraet")->count(), 3);
-    EXPECT_EQ(Text_In(asked, "cmbPort"), "usb:");
-    Press(asked, "cmdCancel");
+    Walk(asked, "cmbPort = usb:; cmdCancel!");
   });
   MessageScript messages;
   if (Find_Program("gpsbabel", ProgramFolder).isEmpty()) messages.Expect("'G7toWin.exe' wurde nicht gefunden");

@@ -1,22 +1,13 @@
-#include <QCheckBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QMouseEvent>
-#include <QTableWidget>
-#include <QToolButton>
 #include <csignal>
 
 #include "calibration/typed_place.h"
 #include "coordinates/calibration_file.h"
 #include "coordinates/conversions.h"
 #include "maps/map_grid.h"
-#include "maps/map_open.h"
-#include "support/nets.h"
 #include "view/cursor_coordinates.h"
 #include "windows/calibration/calibration_view.h"
 #include "windows/calibration/frmKalibrix.h"
 #include "windows/desktop/desktop_dialogs.h"
-#include "windows/window_fixture.h"
 
 // Kalibrix as its user meets it: mouse, keys, boxes.
 
@@ -26,11 +17,10 @@ class KalibrixTest : public WindowTest {
  protected:
   void SetUp() override {
     WindowTest::SetUp();
-    former = Set_Shell(Desktop_Shell());
+    Set_Shell(Desktop_Shell());
   }
   void TearDown() override {
     tool.reset();
-    Set_Shell(former);
     WindowTest::TearDown();
   }
   // The demo map without its calibration.
@@ -90,7 +80,6 @@ class KalibrixTest : public WindowTest {
   QString map;
   CoordinateState shipped;
   std::unique_ptr<FrmKalibrix> tool;
-  ShellFace former;
 };
 
 constexpr double metresPerPixel = 2.115;  // of the demo map
@@ -108,14 +97,12 @@ TEST_F(KalibrixTest, TheDemoMapGetsItsCoordinatesBack) {
   ASSERT_EQ(Points().size(), 5U);
   ASSERT_TRUE(tool->Work().Fit()) << tool->Work().Fault();
   EXPECT_LT(tool->Work().Fit()->meanPixels, 1);
-  EXPECT_EQ(In<QLabel>("lblRemarks").text(), QString());
-  In<QPushButton>("btnSave").click();
-  EXPECT_TRUE(In<QLabel>("lblResult").text().contains("Gesichert: Karte.cal"));
+  Walk(*tool, "lblRemarks = ; btnSave!; lblResult = *Gesichert: Karte.cal*");
   EXPECT_FALSE(tool->Work().Changed());
   {
     const FileDialogScript names{Path("Karte.cal"), Path("anders.cal")};
     In<QPushButton>("btnSaveAs").click();
-    EXPECT_TRUE(In<QLabel>("lblResult").text().contains("heißt Karte.cal_alt"));
+    Walk(*tool, "lblResult = *heißt Karte.cal_alt*");
     With_Box("findet diese Datei nicht von selbst", [this] { In<QPushButton>("btnSaveAs").click(); });
     EXPECT_TRUE(File_Exists(Path("anders.cal")));
   }
@@ -202,8 +189,7 @@ TEST_F(KalibrixTest, AFileInForceIsTakenUpAndAWorldFileProposed) {
   Open_Tool();
   EXPECT_EQ(Points().size(), 9U);
   EXPECT_FALSE(tool->Work().Changed());
-  EXPECT_TRUE(In<QLabel>("lblResult").text().contains("Gelesen: Karte.cal"));
-  EXPECT_EQ(In<QLineEdit>("txtZone").text(), "32U");
+  Walk(*tool, "lblResult = *Gelesen: Karte.cal*; txtZone = 32U");
   Kill(Path("Karte.cal"));
   Put("Karte.pgw", "2.5\n0\n0\n-2.5\n650000\n5512000\n");
   Open_Tool();
@@ -211,12 +197,10 @@ TEST_F(KalibrixTest, AFileInForceIsTakenUpAndAWorldFileProposed) {
   EXPECT_NEAR(tool->Work().Fit()->metresPerPixel, 2.5, 1e-6);
   // Another kind of net: other words, and the zone has no meaning.
   In<QComboBox>("cmbKind").setCurrentIndex(static_cast<int>(NetKind::DegreesGms));
-  EXPECT_EQ(In<QLabel>("lblRW").text(), "Länge");
-  EXPECT_FALSE(In<QLineEdit>("txtZone").isEnabled());
-  EXPECT_EQ(In<QLineEdit>("txtSpacing").text(), "1'");
+  Walk(*tool, "lblRW = Länge; txtZone off; txtSpacing = 1'");
   EXPECT_FALSE(In<QLabel>("lblRemarks").text().isEmpty());
   In<QComboBox>("cmbKind").setCurrentIndex(static_cast<int>(NetKind::Utm));
-  EXPECT_EQ(In<QLabel>("lblRemarks").text(), QString());
+  Walk(*tool, "lblRemarks = ");
   const MessageScript box(MsgAnswer::No);
   tool->close();
 }

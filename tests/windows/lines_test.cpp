@@ -3,7 +3,6 @@
 #include "windows/canvas/frmFlKord.h"
 #include "windows/objects/frmLineEndpunkte.h"
 #include "windows/objects/frmLnStil.h"
-#include "windows/window_fixture.h"
 
 namespace {
 
@@ -20,20 +19,14 @@ class LinesWindowTest : public WindowTest {
 TEST_F(LinesWindowTest, StyleAndEndsAreWrittenAtOnceAndTakenBack) {
   Take("Linie1", {{100, 100}, {300, 200}});
   When_Shown([](QWidget& dialog) {
-    Part<QComboBox>(dialog, "cmbStil")->setCurrentIndex(2);
-    Fill(dialog, "optTransparent", true);
+    Walk(dialog, "cmbStil : #2; optTransparent : true");
     EXPECT_EQ(Now().Yline, -3);
     Press(dialog, "cmdCancel");
   });
   Press_Tool("LnStil");
   EXPECT_EQ(Now().Yline, 1);
   When_Shown([](QWidget& dialog) {
-    EXPECT_FALSE(Is_Checked(dialog, "chkEnde"));
-    Part<QComboBox>(dialog, "cmbForm")->setCurrentIndex(2);
-    Fill(dialog, "chkEnde", true);
-    Fill(dialog, "optTeilstrecke", true);
-    Fill(dialog, "txtLaenge", 5);
-    Press(dialog, "cmdOK");
+    Walk(dialog, "chkEnde unchecked; cmbForm : #2; chkEnde : true; optTeilstrecke : true; txtLaenge : 5; cmdOK!");
   });
   Press_Tool("LnEnd");
   EXPECT_EQ(Now().ID, "Linie1 - C1011L5.0B3.0");
@@ -45,7 +38,6 @@ TEST_F(LinesWindowTest, VertexTableEditsDeletesInsertsAndPutsBack) {
   auto* dialog = &Shown<FrmFlKord>();
   EXPECT_EQ(dialog->windowTitle(), "Linie1 Korrektur");
   auto* table = Part<QTableView>(*dialog, "DBGrid1");
-  auto* count = Part<QLabel>(*dialog, "lblCount");
   auto& model = *table->model();
   Tbl.Tag = TableTag::Clean;
   EXPECT_FALSE(model.setData(model.index(1, 0), 40000, Qt::EditRole));
@@ -56,9 +48,8 @@ TEST_F(LinesWindowTest, VertexTableEditsDeletesInsertsAndPutsBack) {
   EXPECT_EQ(Tbl.Tag, TableTag::Dirty);
   table->setCurrentIndex(model.index(1, 0));
   EXPECT_EQ(Map.Circled, QPoint(200, 150));
-  Press(*dialog, "btnInsert");
+  Walk(*dialog, "btnInsert!; lblCount = Polygoneckpunkte: 4");
   EXPECT_EQ(Load_Vertices("Linie1")[2], QPoint(250, 175));
-  EXPECT_EQ(count->text(), "Polygoneckpunkte: 4");
   table->selectAll();
   Press(*dialog, "btnDelete");
   EXPECT_EQ(Load_Vertices("Linie1").size(), 4U) << "two must stay";
@@ -85,10 +76,7 @@ TEST_F(LinesWindowTest, TheCheckStopsAtEveryDisturbingVertex) {
   auto* dialog = &Shown<FrmFlKord>();
   auto* button = Part<QAbstractButton>(*dialog, "btnPruefen");
   auto* table = Part<QTableView>(*dialog, "DBGrid1");
-  auto* found = Part<QLabel>(*dialog, "lblFound");
-  EXPECT_EQ(button->text(), "Prüfen ");
-  button->click();
-  EXPECT_EQ(button->text(), "Stop");
+  Walk(*dialog, "btnPruefen = Prüfen ; btnPruefen!; btnPruefen = Stop");
   Settle();
   EXPECT_EQ(button->text(), "Prüfen | ");
   EXPECT_EQ(table->currentIndex().row(), 1);
@@ -96,12 +84,11 @@ TEST_F(LinesWindowTest, TheCheckStopsAtEveryDisturbingVertex) {
   Push(button);
   EXPECT_EQ(table->currentIndex().row(), 3);
   Push(button);
-  EXPECT_EQ(button->text(), "Prüfen ");
-  EXPECT_EQ(found->text(), "Kein weiterer störender Polygoneckpunkt gefunden.");
+  Walk(*dialog, "btnPruefen = Prüfen ; lblFound = Kein weiterer störender Polygoneckpunkt gefunden.");
   Write_Vertices("Figur1", {{100, 100}, {300, 100}, {300, 300}});
   events.TableChanged.Emit();
   Push(button);
-  EXPECT_EQ(found->text(), "Kein störender Polygoneckpunkt gefunden.");
+  EXPECT_EQ(Text_In(*dialog, "lblFound"), "Kein störender Polygoneckpunkt gefunden.");
 }
 
 }  // namespace

@@ -1,11 +1,8 @@
-#include <QColorDialog>
-
 #include "hand/next_shape.h"
 #include "windows/objects/frmDrawBreite.h"
 #include "windows/objects/frmFarb.h"
 #include "windows/objects/frmFarb_table.h"
 #include "windows/objects/frmFill.h"
-#include "windows/window_fixture.h"
 
 namespace {
 
@@ -41,8 +38,7 @@ TEST_F(LookWindowsTest, ColoursFollowTheEntryInHandAndApplyAtOnce) {
   EXPECT_EQ(CurVG, 5);
   Take_Entry(text);
   EXPECT_EQ(colors.windowTitle(), " Farbe für Text: Reiher");
-  Press(colors, "btnHG");
-  EXPECT_EQ(Text_In(colors, "lblHint"), "Wählen Sie hier eine Hintergrundfarbe aus");
+  Walk(colors, "btnHG!; lblHint = Wählen Sie hier eine Hintergrundfarbe aus");
   Pick(colors, 11);
   EXPECT_EQ(Row(text).HG, 11);
   auto* table = Part<ColorTable>(colors, "tabFarben");
@@ -67,8 +63,6 @@ TEST_F(LookWindowsTest, ColoursFollowTheEntryInHandAndApplyAtOnce) {
   Map_Redraw();
   Pick(colors, 7);
   EXPECT_EQ(Row(figure).VG, 0);
-  Choose("mnuMapClose");
-  EXPECT_FALSE(Is_Open<FrmFarb>());
 }
 
 TEST_F(LookWindowsTest, PaletteIsMixedAndPutBack) {
@@ -94,14 +88,11 @@ TEST_F(LookWindowsTest, PaletteIsMixedAndPutBack) {
 TEST_F(LookWindowsTest, FillIsTakenByTheEntryShownThen) {
   dialogHooks.FillWindow();
   auto& fill = Shown<FrmFill>();
-  Press(fill, "OptBut4");
-  Press(fill, "btnTake");
+  Walk(fill, "OptBut4!; btnTake!");
   EXPECT_EQ(NextShape.fill, 4);
   Take_Entry(figure);
   EXPECT_EQ(fill.windowTitle(), "Figur1 füllen");
-  EXPECT_TRUE(Is_Checked(fill, "OptBut1"));
-  Press(fill, "OptBut6");
-  Press(fill, "optTransparent");
+  Walk(fill, "OptBut1 checked; OptBut6!; optTransparent!");
   const QImage before = Part<QLabel>(fill, "picVorschau")->pixmap().toImage();
   // A change of colour leaves the choice and is seen in the picture.
   Press(fill, "btnFarbe");
@@ -117,10 +108,8 @@ TEST_F(LookWindowsTest, WidthAndFrameOfWhatIsInHand) {
   dialogHooks.WidthWindow();
   auto& width = Shown<FrmDrawBreite>();
   EXPECT_EQ(width.windowTitle(), "Linienbreite");
-  Fill(width, "txtBreite", 6.6);
-  Press(width, "btnTake");
+  Walk(width, "txtBreite : 6.6; btnTake!; txtBreite = 7,0");
   EXPECT_EQ(NextShape.width, 7);
-  EXPECT_EQ(Text_In(width, "txtBreite"), "7,0");
   Take_Entry(figure);
   EXPECT_EQ(width.windowTitle(), "Strichbreite");
   Take_Entry(text);
@@ -129,12 +118,9 @@ TEST_F(LookWindowsTest, WidthAndFrameOfWhatIsInHand) {
   EXPECT_EQ(colors.windowTitle(), "Rahmenfarbe für Text: Reiher");
   Pick(colors, 9);
   EXPECT_EQ(width.windowTitle(), "Rahmenbreite");
-  Part<QComboBox>(width, "cboMuster")->setCurrentIndex(1);
-  Fill(width, "txtBreite", 20);
-  Press(width, "btnTake");
+  Walk(width, "cboMuster : #1; txtBreite : 20; btnTake!");
   EXPECT_EQ(Row(text).RA, 2809);
-  Press(width, "ckRahmen");
-  Press(width, "btnTake");
+  Walk(width, "ckRahmen!; btnTake!");
   EXPECT_EQ(Row(text).RA, -2809);
   Press_Tool("Rahmen", true);
   EXPECT_EQ(Row(text).RA, 2809);

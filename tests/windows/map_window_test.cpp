@@ -1,13 +1,4 @@
-#include <QMdiArea>
-#include <QMdiSubWindow>
-#include <QPainter>
-#include <QScrollBar>
-#include <QWheelEvent>
-
 #include "support/pixels.h"
-#include "view/view.h"
-#include "windows/maps/frmNotePad.h"
-#include "windows/window_fixture.h"
 
 namespace {
 
@@ -48,14 +39,12 @@ TEST_F(MapWindowTest, ScrollBarsMoveTheView) {
   Open_Colored(3200, 2400);
   auto* right = Child<QScrollBar>("HScroller");
   auto* down = Child<QScrollBar>("VScroller");
-  ASSERT_TRUE(right->isVisible());
-  ASSERT_TRUE(down->isVisible());
+  ASSERT_TRUE(right->isVisible() && down->isVisible());
   EXPECT_EQ(std::tuple(right->maximum(), right->value()), std::tuple(100, Map.HScroller.Value));
   right->setValue(100);
   down->setValue(100);
   Settle();
-  EXPECT_EQ(Map.ViewLeft + Map.ViewWidth, MapWidthPx);
-  EXPECT_EQ(Map.ViewTop + Map.ViewHeight, MapHeightPx);
+  EXPECT_EQ(QPoint(Map.ViewLeft + Map.ViewWidth, Map.ViewTop + Map.ViewHeight), QPoint(MapWidthPx, MapHeightPx));
   Check_Picture();
   right->setValue(37);
   EXPECT_NEAR(Map.ViewLeft, (MapWidthPx - Map.ViewWidth) * 0.37, 2);
@@ -67,11 +56,10 @@ TEST_F(MapWindowTest, WheelAndKeysScrollAndStopAtTheRim) {
   Open_Colored(3200, 2400);
   Scroll_By(-10000, -10000);
   Wheel({100, 100}, {0, -120}, Qt::NoModifier);
-  EXPECT_EQ(Map.ViewLeft, 0);
   const int notch = Map.ViewTop;
   EXPECT_GT(notch, 20);
   Wheel({100, 100}, {0, -240}, Qt::NoModifier);
-  EXPECT_EQ(Map.ViewTop, 3 * notch);
+  EXPECT_EQ(QPoint(Map.ViewLeft, Map.ViewTop), QPoint(0, 3 * notch));
   Wheel({100, 100}, {0, -120}, Qt::ShiftModifier);
   EXPECT_EQ(Map.ViewLeft, notch);
   EXPECT_GT(Child<QScrollBar>("VScroller")->value(), 0);
@@ -104,9 +92,8 @@ TEST_F(MapWindowTest, MaximisedWindowFollowsTheMainWindow) {
   for (const QSize size : {QSize(800, 600), QSize(1300, 900), QSize(640, 480)}) {
     window->resize(size);
     Settle();
-    EXPECT_EQ(Map.ScaleWidth, window->Map_Window().width());
-    EXPECT_EQ(std::tuple(Map.ScaleHeight, Map.ViewWidth), std::tuple(window->Map_Window().height(), Canvas()->width()));
-    EXPECT_EQ(Map.ViewHeight, Canvas()->height());
+    EXPECT_EQ(QSize(Map.ScaleWidth, Map.ScaleHeight), window->Map_Window().size());
+    EXPECT_EQ(QSize(Map.ViewWidth, Map.ViewHeight), Canvas()->size());
     EXPECT_EQ(frmMDI.InnerWidth, Map.ScaleWidth);
     Check_Picture();
   }
@@ -115,17 +102,15 @@ TEST_F(MapWindowTest, MaximisedWindowFollowsTheMainWindow) {
 TEST_F(MapWindowTest, NormalWindowShrinksToASmallMapAndObeysTheUser) {
   Open_Colored(400, 320);
   Choose("mnuWEinpass");
-  EXPECT_FALSE(Frame()->isMaximized());
+  EXPECT_FALSE(Frame()->isMaximized() || Map.HScroller.Visible);
   EXPECT_EQ(Canvas()->size(), QSize(400, 320));
-  EXPECT_FALSE(Map.HScroller.Visible);
   EXPECT_EQ(Frame()->pos(), QPoint(0, 0));
   // Dragging the frame smaller brings the bars, and the frame stays where the user leaves it.
   Frame()->resize(260, 220);
   Settle();
   EXPECT_EQ(Frame()->size(), QSize(260, 220));
   EXPECT_EQ(Map.ScaleWidth, window->Map_Window().width());
-  EXPECT_TRUE(Child<QScrollBar>("HScroller")->isVisible());
-  EXPECT_TRUE(Child<QScrollBar>("VScroller")->isVisible());
+  EXPECT_TRUE(Child<QScrollBar>("HScroller")->isVisible() && Child<QScrollBar>("VScroller")->isVisible());
   Check_Picture();
   // Larger than the map: grey around it.
   Frame()->resize(600, 500);
@@ -171,8 +156,7 @@ TEST_F(MapWindowTest, AZoomPaintsTheMapOnceAndTellsOfTheWork) {
   painted = 0;
   Set_Zoom(20);  // smaller than a window can be
   Settle();
-  EXPECT_EQ(painted, 1);
-  EXPECT_EQ(Map.ScaleWidth, window->Map_Window().width());
+  EXPECT_EQ(std::pair(painted, Map.ScaleWidth), std::pair(1, window->Map_Window().width()));
   events.MapPainted.Disconnect(painting);
   events.InfoBarChanged.Disconnect(telling);
 }
@@ -187,8 +171,7 @@ TEST_F(MapWindowTest, MinimisingAndMaximisingByTheUserIsTold) {
   EXPECT_TRUE(Map.Minimized);
   Frame()->showMaximized();
   Settle();
-  EXPECT_FALSE(Map.Minimized);
-  EXPECT_TRUE(Map.Maximized);
+  EXPECT_TRUE(Map.Maximized && !Map.Minimized);
   EXPECT_EQ(Map.ScaleWidth, window->Map_Window().width());
   Check_Picture();
 }

@@ -1,6 +1,5 @@
 #include "windows/canvas/dlgBMP.h"
 #include "windows/canvas/frmMoveObjects.h"
-#include "windows/window_fixture.h"
 
 namespace {
 
@@ -19,10 +18,6 @@ class MoveObjectsTest : public WindowTest {
     const QPoint first = At("2"), second = At("3");
     return {first.x(), first.y(), second.x(), second.y()};
   }
-  void Type(const char* x, const char* y) {
-    Fill(*dialog, "txtX", x);
-    Fill(*dialog, "txtY", y);
-  }
 
   FrmMoveObjects* dialog = nullptr;
 };
@@ -32,27 +27,22 @@ using Numbers = std::vector<int>;
 }  // namespace
 
 TEST_F(MoveObjectsTest, MovesAllOrTheMarkedOnesAndTakesItBack) {
-  EXPECT_TRUE(Is_Checked(*dialog, "optMarked"));
-  Type("10,4", "-3");
-  EXPECT_TRUE(Text_In(*dialog, "lblBetrag").startsWith("Betrag = 10,8 Pixel")) << Text_In(*dialog, "lblBetrag");
-  Press(*dialog, "cmdOK");
+  Choose("mnuMoveObjects");
+  EXPECT_EQ(window->findChildren<FrmMoveObjects*>().size(), 1);
+  Walk(*dialog, "optMarked checked; txtX : 10,4; txtY : -3; lblBetrag = Betrag = 10,8 Pixel*; cmdOK!");
   EXPECT_EQ(Places(), Numbers({50, 50, 60, 47}));
   EXPECT_TRUE(dialog->isVisible()) << "the window stays for the next distance";
   MessageScript messages(MsgAnswer::Ok);
   Press(*dialog, "btnBack");
   EXPECT_EQ(Places(), Numbers({50, 50, 50, 50}));
-  EXPECT_FALSE(Is_Enabled(*dialog, "btnBack"));
-  Press(*dialog, "optAll");
-  Type("-20", "5");
-  Press(*dialog, "cmdOK");
+  Walk(*dialog, "btnBack off; optAll!; txtX : -20; txtY : 5; cmdOK!");
   EXPECT_EQ(Places(), Numbers({30, 55, 30, 55}));
 }
 
 TEST_F(MoveObjectsTest, RefusesWhatIsNoDistance) {
   for (const char* bad : {"", "zehn", "40000", "1,2,3"}) {
-    Type(bad, "1");
-    MessageScript messages("Einträge verschieben");
-    Press(*dialog, "cmdOK");
+    const MessageScript messages("Einträge verschieben");
+    Walk(*dialog, "txtY : 1; txtX : " + QString(bad) + "; cmdOK!");
     EXPECT_EQ(Places(), Numbers({50, 50, 50, 50})) << bad;
   }
 }
@@ -63,27 +53,14 @@ TEST_F(MoveObjectsTest, TwoClicksOnTheMapShowTheDistance) {
   QTest::mouseClick(Canvas(), Qt::LeftButton, {}, {60, 60});
   EXPECT_TRUE(Map.InHand.isEmpty()) << "the click took the entry instead";
   QTest::mouseClick(Canvas(), Qt::LeftButton, {}, {160, 40});
-  EXPECT_EQ(Text_In(*dialog, "txtX"), "100,0");
-  EXPECT_EQ(Text_In(*dialog, "txtY"), "-20,0");
-  EXPECT_EQ(Text_In(*dialog, "lblFix"), "Fixpunkt = 60,60");
+  Walk(*dialog, "txtX = 100,0; txtY = -20,0; lblFix = Fixpunkt = 60,60");
   EXPECT_EQ(Places(), Numbers({50, 50, 50, 50})) << "showing alone moves nothing";
-  Press(*dialog, "optFixZero");
-  Press(*dialog, "btnPoint");
+  Walk(*dialog, "optFixZero!; btnPoint!");
   QTest::mouseClick(Canvas(), Qt::LeftButton, {}, {33, 44});
-  EXPECT_EQ(Text_In(*dialog, "txtX"), "33,0");
-  // Closing in the middle of showing gives the mouse back to the map.
-  Press(*dialog, "btnPoint");
+  Walk(*dialog, "txtX = 33,0; btnPoint!");  // closed in the middle of showing it gives the mouse back to the map
   Key_On(dialog, Qt::Key_Escape);
   QTest::mouseClick(Canvas(), Qt::LeftButton, {}, {60, 58});
   EXPECT_FALSE(Map.InHand.isEmpty());
-}
-
-TEST_F(MoveObjectsTest, GoesWithTheMap) {
-  const QPointer<FrmMoveObjects> open = dialog;
-  Choose("mnuMoveObjects");
-  EXPECT_EQ(window->findChildren<FrmMoveObjects*>().size(), 1);
-  Choose("mnuMapClose");
-  EXPECT_TRUE(open.isNull());
 }
 
 TEST(PictureSizeTest, TheOtherSideFollowsWhileProportional) {

@@ -1,19 +1,11 @@
-#include <QPainter>
-#include <QScrollBar>
-#include <QStyle>
-#include <QStyleOptionFrame>
-
-#include "platform/printer.h"
 #include "printing/print_map.h"
 #include "support/pixels.h"
 #include "windows/main/mdi_window_pads.h"
-#include "windows/maps/frmNotePad.h"
 #include "windows/printing/frmDruckpfad.h"
 #include "windows/printing/frmPRN.h"
 #include "windows/printing/frmRand.h"
 #include "windows/printing/frmSeiten.h"
 #include "windows/printing/frm_preview_picture.h"
-#include "windows/window_fixture.h"
 
 namespace {
 
@@ -90,27 +82,14 @@ TEST_F(PrintWindowsTest, ThePreviewFitsTheMapAndKeepsIt) {
   Choose("mnuBlattschnitt");
   ASSERT_NE(Preview(), nullptr);
   FrmSeiten& form = *Preview();
-  EXPECT_EQ(Text_In(form, "txtFaktor"), "1,000");
-  EXPECT_TRUE(Text_In(form, "Label2").startsWith("6 Druckseiten"));
-  EXPECT_FALSE(Is_Enabled(form, "btnShow"));
-  Type(form, "txtBreite", "84,7");
-  EXPECT_EQ(Text_In(form, "txtHoehe"), "63,5");
-  EXPECT_TRUE(Is_Enabled(form, "btnShow"));
-  EXPECT_TRUE(Text_In(form, "Label2").startsWith("6 ")) << "waits for the preview";
-  Press(form, "btnShow");
-  EXPECT_EQ(Text_In(form, "txtFaktor"), "2,001");
-  EXPECT_TRUE(Text_In(form, "Label2").startsWith("15 "));
-  Press(form, "btnSpinDown");
-  EXPECT_EQ(Text_In(form, "txtFaktor"), "2,000");
-  auto* pages = Part<QComboBox>(form, "cmbPages");
-  QTest::keyClick(pages, Qt::Key_Down);
-  EXPECT_TRUE(Text_In(form, "Label2").startsWith("1 Druckseite")) << pages->currentText();
-  Press(form, "btnDF");
+  Walk(form, "txtFaktor = 1,000; Label2 = 6 Druckseiten*; btnShow off");
+  Walk(form, "txtBreite < 84,7; txtHoehe = 63,5; btnShow on; Label2 = 6 *");  // waits for the preview
+  Walk(form, "btnShow!; txtFaktor = 2,001; Label2 = 15 *; btnSpinDown!; txtFaktor = 2,000");
+  QTest::keyClick(Part<QComboBox>(form, "cmbPages"), Qt::Key_Down);
+  Walk(form, "Label2 = 1 Druckseite*; btnDF!");
   EXPECT_EQ(form.Setup().settings.orientation, landscape);
   MessageScript box("Wertebereich");
-  Type(form, "txtFtSize", "3,01");
-  Press(form, "Ok_Butt");
-  Type(form, "txtFtSize", "1,5");
+  Walk(form, "txtFtSize < 3,01; Ok_Butt!; txtFtSize < 1,5");
   box.Expect("übernommen und gespeichert");
   Press(form, "Ok_Butt");
   EXPECT_EQ(Read_Print_Settings().orientation, landscape);
@@ -133,25 +112,8 @@ TEST_F(PrintWindowsTest, APreviewIsStoppedByItsOwnButtonAndMadeAnew) {
   FrmSeiten& form = *Preview();
   auto* picture = Part<PreviewPicture>(form, "Picture1");
   EXPECT_EQ(picture->Text(), "Vorschau abgebrochen");
-  EXPECT_EQ(Text_In(form, "btnShow"), "&Vorschau");
-  Press(form, "btnShow");
+  Walk(form, "btnShow = &Vorschau; btnShow!; btnShow off");
   EXPECT_EQ(picture->Text(), QString());
-  EXPECT_FALSE(Is_Enabled(form, "btnShow"));
-}
-
-TEST_F(PrintWindowsTest, TheFactorIsSeenWholeAtEveryFontSize) {
-  for (const double size : {1.0, 1.5, 2.0}) {
-    const Letters letters(size);
-    Choose("mnuBlattschnitt");
-    const auto* box = Part<QLineEdit>(*Preview(), "txtFaktor");
-    QStyleOptionFrame frame;
-    frame.initFrom(box);
-    frame.lineWidth = box->style()->pixelMetric(QStyle::PM_DefaultFrameWidth, &frame, box);
-    const int room = box->style()->subElementRect(QStyle::SE_LineEditContents, &frame, box).width() - 2 * 2;
-    EXPECT_GE(room, box->fontMetrics().horizontalAdvance("1,000") + 1) << size;
-    Press(*Preview(), "btnClose");
-    Settle();
-  }
 }
 
 TEST_F(PrintWindowsTest, PrintingClosesThePreviewAndCanBeStopped) {
@@ -171,10 +133,6 @@ TEST_F(PrintWindowsTest, PrintingClosesThePreviewAndCanBeStopped) {
   MessageScript box("wird abgebrochen");
   Choose("mnuPrintMap");
   EXPECT_EQ(std::tuple(printed.jobs, printed.ended, printed.killed), std::tuple(2, 1, 1));
-  // With the map the preview goes as well.
-  Choose("mnuBlattschnitt");
-  Choose("mnuMapClose");
-  EXPECT_EQ(Preview(), nullptr);
 }
 
 TEST_F(PrintWindowsTest, MarginsKnowTheBorderOfThePrinter) {
@@ -184,13 +142,10 @@ TEST_F(PrintWindowsTest, MarginsKnowTheBorderOfThePrinter) {
   };
   MessageScript box;
   When_Shown([&](QWidget& form) {
-    EXPECT_EQ(Text_In(form, "txtLR"), "4");
-    EXPECT_EQ(Part<QScrollBar>(form, "scrLR")->value(), 100);
-    Part<QScrollBar>(form, "scrLR")->setValue(85);
-    EXPECT_EQ(Text_In(form, "txtLR"), "19");
-    Type(form, "txtOR", "24");
+    const auto* side = Part<QScrollBar>(form, "scrLR");
+    EXPECT_EQ(side->value(), 100);
+    Walk(form, "txtLR = 4; scrLR : 85; txtLR = 19; txtOR < 24; txtUR < 1");
     EXPECT_EQ(Part<QScrollBar>(form, "scrOR")->value(), 80);
-    Type(form, "txtUR", "1");
     Press(form, "btnTake");
   });
   Choose("mnuRand");
@@ -209,11 +164,7 @@ TEST_F(PrintWindowsTest, MarginsKnowTheBorderOfThePrinter) {
 }
 
 TEST_F(PrintWindowsTest, PathTableTextAndWindow) {
-  When_Shown([](QWidget& form) {
-    EXPECT_TRUE(Is_Checked(form, "optDruckdirekt"));
-    Fill(form, "optDruckFlurax", true);
-    Press(form, "cmdOK");
-  });
+  When_Shown([](QWidget& form) { Walk(form, "optDruckdirekt checked; optDruckFlurax : true; cmdOK!"); });
   Choose("mnuDruckpfad");
   EXPECT_TRUE(frmMDI.printAsBitmap);
   Choose("mnuPrintMap");

@@ -1,9 +1,5 @@
-#include <QStatusBar>
-
 #include "store/versions.h"
 #include "windows/store/frmReplace.h"
-#include "windows/store/tbl_window.h"
-#include "windows/window_fixture.h"
 
 namespace {
 
@@ -34,10 +30,8 @@ TEST_F(QueryWindowsTest, SelectionIsShownAndTaken) {
     EXPECT_EQ(text->count(), 6);
     EXPECT_EQ(text->currentText(), "") << "nothing is carried out that was not chosen";
     EXPECT_EQ(grid->model()->rowCount(), 4) << "the table with its header row";
-    EXPECT_TRUE(Text_In(dialog, "lblInfo").startsWith("Anzahl der Datensätze in der untenstehenden"));
-    EXPECT_FALSE(Is_Enabled(dialog, "btnTake"));
-    text->setEditText("Select * from MapData where Eintrag like 'b*' : Buchen");
-    Press(dialog, "btnApply");
+    Walk(dialog, "lblInfo = Anzahl der Datensätze in der untenstehenden*; btnTake off");
+    Walk(dialog, "cmbSqlText : Select * from MapData where Eintrag like 'b*' : Buchen; btnApply!");
     ASSERT_EQ(grid->model()->rowCount(), 2);
     EXPECT_EQ(grid->model()->index(1, 1).data().toString(), "Buche");
     Press(dialog, "btnTake");
@@ -70,16 +64,13 @@ TEST_F(QueryWindowsTest, FormerStatesTellTheirDifferencesAndGiveBack) {
     Press(dialog, "btnTakeSome");
     line_becomes("wie jetzt");
     EXPECT_EQ(Entry_Count(), 3);
-    Fill(dialog, "numPlatz", 50);
-    Press(dialog, "btnClose");
+    Walk(dialog, "numPlatz : 50; btnClose!");
   });
   Choose("mnuStaende");
   Set_Version_Room(70);
   When_Shown([](QWidget& dialog) {
     EXPECT_EQ(Part<QSpinBox>(dialog, "numPlatz")->value(), 70);
-    Fill(dialog, "numPlatz", 0);
-    Press(dialog, "cmdApply");
-    Press(dialog, "cmdCancel");
+    Walk(dialog, "numPlatz : 0; cmdApply!; cmdCancel!");
   });
   Choose("mnuOptionen");
   EXPECT_EQ(Version_Room(), 0);
@@ -92,8 +83,7 @@ TEST_F(QueryWindowsTest, LeavingASelectionPutsTheNameOfTheTableBack) {
     return texts.join(u'\n');
   };
   When_Shown([&](QWidget& dialog) {
-    Fill(dialog, "cmbSqlText", "Select * from MapData where Eintrag like 'b*'");
-    Press(dialog, "btnApply");
+    Walk(dialog, "cmbSqlText : Select * from MapData where Eintrag like 'b*'; btnApply!");
     EXPECT_TRUE(QTest::qWaitFor([&] { return shown().count("_SQL.mdb") == 2; })) << shown();
     QTest::keyClick(&dialog, Qt::Key_Escape);
   });
@@ -106,21 +96,16 @@ TEST_F(QueryWindowsTest, LeavingASelectionPutsTheNameOfTheTableBack) {
 TEST_F(QueryWindowsTest, SelectionOutlivesTheNextStatement) {
   When_Shown([](QWidget& dialog) {
     auto* grid = Part<QTableView>(dialog, "sqlGrid");
-    auto* text = Part<QComboBox>(dialog, "cmbSqlText");
-    text->setEditText("Select * from MapData where Eintrag like 'b*'");
-    Press(dialog, "btnApply");
+    const QString good = "cmbSqlText : Select * from MapData where Eintrag like 'b*'; btnApply!";
+    Walk(dialog, good);
     QStringList painted;
     const MsgHandler former = Set_Message_Handler([&](const MsgRequest& request) {
       grid->viewport()->repaint();
       painted << request.text.section(u'\n', 0, 0) << grid->model()->index(1, 1).data().toString();
       return MsgAnswer::No;
     });
-    for (const char* statement : {"Select * from Nirgends", ""}) {
-      text->setEditText(QLatin1String(statement));
-      Press(dialog, "btnApply");
-      text->setEditText("Select * from MapData where Eintrag like 'b*'");
-      Press(dialog, "btnApply");
-    }
+    for (const char* statement : {"Select * from Nirgends", ""})
+      Walk(dialog, "cmbSqlText : " + QString(statement) + "; btnApply!; " + good);
     Set_Message_Handler(former);
     EXPECT_EQ(painted, QStringList({"SQL-Fehler.", "Buche", "SQL-Fehler:", "Buche"}));
     Press(dialog, "cmdCancel");
@@ -131,18 +116,11 @@ TEST_F(QueryWindowsTest, SelectionOutlivesTheNextStatement) {
 TEST_F(QueryWindowsTest, HitsAreTakenInHandAndReplaced) {
   Choose("mnuReplace");
   auto* dialog = &Shown<FrmReplace>();
-  auto* search = Part<QPlainTextEdit>(*dialog, "cmbSearch");
-  EXPECT_EQ(search->toPlainText(), "Eintrag =");
-  search->setPlainText("Eintrag = b*");
-  Press(*dialog, "btnSearch");
-  EXPECT_EQ(Text_In(*dialog, "btnSearch"), "Weitersuchen");
+  Walk(*dialog, "cmbSearch = Eintrag =; cmbSearch : Eintrag = b*; btnSearch!; btnSearch = Weitersuchen");
   rsEntries->MoveTo(2);
   EXPECT_EQ(Map.InHand, rsEntries->Bookmark());
   Part<QPlainTextEdit>(*dialog, "cmbReplace")->setFocus();
-  Press(*dialog, "btnFarbe");
-  EXPECT_EQ(Part<QPlainTextEdit>(*dialog, "cmbReplace")->toPlainText(), "VG =\nHG =\nRA =");
-  Part<QPlainTextEdit>(*dialog, "cmbReplace")->setPlainText("Eintrag = Linde");
-  Press(*dialog, "btnReplace");
+  Walk(*dialog, "btnFarbe!; cmbReplace = VG =\nHG =\nRA =; cmbReplace : Eintrag = Linde; btnReplace!");
   EXPECT_EQ(Text_Of_Row(2), "Linde");
   EXPECT_EQ(Text_Of_Row(3), "Buche");
   MessageScript script("Karteneinträge wieder hergestellt.");
@@ -156,11 +134,8 @@ TEST_F(QueryWindowsTest, LookGoesToOthers) {
   rsEntries->MoveTo(3);
   Map.CurBookmark = rsEntries->Bookmark();
   Set_Field(column::VG, qint64{5});
-  When_Shown([](QWidget& dialog) {
-    EXPECT_TRUE(Text_In(dialog, "lblInfo").startsWith("Möchten Sie die Eigenschaften"));
-    EXPECT_EQ(Text_In(dialog, "lblMuster"), "Buche");
-    Press(dialog, "OKButton");
-  });
+  When_Shown(
+      [](QWidget& dialog) { Walk(dialog, "lblInfo = Möchten Sie die Eigenschaften*; lblMuster = Buche; OKButton!"); });
   Choose("mnuPropTransfer");
   EXPECT_EQ(script.Seen().back().text, "1 Karteneinträge wurden verändert");
   rsEntries->MoveTo(2);

@@ -1,7 +1,6 @@
 #include "support/pixels.h"
 #include "tools/mouse.h"
 #include "windows/canvas/frmMass.h"
-#include "windows/window_fixture.h"
 
 namespace {
 
@@ -21,21 +20,20 @@ class ScaleWindowsTest : public WindowTest {
 TEST_F(ScaleWindowsTest, LineIsDrawnAndTheBarStandsAtItsBeginning) {
   Choose("mnuInsMass");
   ASSERT_NE(Mass(), nullptr);
-  EXPECT_TRUE(Is_Checked(*Mass(), "btnLinie"));
+  Walk(*Mass(), "btnLinie checked");
   Drag({100, 300}, {104, 100});
-  EXPECT_EQ(Text_In(*Mass(), "txtLaenge"), "200");
-  EXPECT_TRUE(Is_Checked(*Mass(), "optV"));
-  EXPECT_EQ(Text_In(*Mass(), "lblMass"), "Maßstab = 1 : ?");
+  Walk(*Mass(), "txtLaenge = 200; optV checked; lblMass = Maßstab = 1 : ?");
+  Choose("mnuStepBack");
+  Walk(*Mass(), "txtLaenge = ");  // the line goes, no entry
+  Choose("mnuStepForward");
+  Walk(*Mass(), "txtLaenge = 200");
   MessageScript messages;
   for (const char* bad : {"", "0", "-1", "viel"}) {
     messages.Expect("Maßstab - Fehler");
-    Fill(*Mass(), "txtZahl", QLatin1String(bad));
-    Press(*Mass(), "cmdOK");
+    Walk(*Mass(), "txtZahl : " + QString(bad) + "; cmdOK!");
     ASSERT_TRUE(Mass()->isVisible());
   }
-  Fill(*Mass(), "txtZahl", "2.5");
-  Fill(*Mass(), "cmbEinheit", "Meter");
-  Press(*Mass(), "cmdOK");
+  Walk(*Mass(), "txtZahl : 2.5; cmbEinheit : Meter; cmdOK!");
   const EntryRow row = Last_Row();
   EXPECT_EQ(std::tuple(row.Schrift, row.Eintrag, row.HG), std::tuple(QStringLiteral("2,5"), QStringLiteral(" m"), 1));
   EXPECT_EQ(QRect(row.Xmap, row.Ymap, row.Xline, row.Yline), QRect(100, 100, 300, 108));
@@ -44,9 +42,7 @@ TEST_F(ScaleWindowsTest, LineIsDrawnAndTheBarStandsAtItsBeginning) {
   Settle();
   // Opened again it shows what is there; closing asks for what was changed.
   Choose("mnuMass");
-  EXPECT_EQ(Text_In(*Mass(), "txtZahl"), "2,5");
-  EXPECT_TRUE(Is_Checked(*Mass(), "optV"));
-  QTest::keyClicks(Part<QLineEdit>(*Mass(), "txtZahl"), QStringLiteral("5"));
+  Walk(*Mass(), "txtZahl = 2,5; optV checked; txtZahl < 5");
   messages.Expect("Maßstab sichern?", MsgAnswer::Cancel);
   Mass()->reject();
   ASSERT_TRUE(Mass()->isVisible());
@@ -59,10 +55,7 @@ TEST_F(ScaleWindowsTest, TypedLengthWaitsForAClick) {
   MapWidthMm = 1200;  // 2 mm a pixel
   Press_Tool("Scale");
   ASSERT_NE(Mass(), nullptr);
-  Fill(*Mass(), "cmbArt", "Millimeter");
-  QTest::keyClicks(Part<QLineEdit>(*Mass(), "txtLaenge"), QStringLiteral("100,4"));
-  Fill(*Mass(), "txtZahl", "1");
-  Press(*Mass(), "cmdOK");
+  Walk(*Mass(), "cmbArt : Millimeter; txtLaenge < 100,4; txtZahl : 1; cmdOK!");
   ASSERT_TRUE(Mass()->isVisible());
   EXPECT_EQ(Map.Tool, "Scale");
   Map_Mouse_Down({40, 60}, MouseButton::Left, {});
@@ -84,9 +77,7 @@ TEST_F(ScaleWindowsTest, ReferenceStyleIsSeenAtOnceAndTakenBack) {
   const int thin = ink();
   for (const bool keep : {false, true}) {
     When_Shown([&](QWidget& dialog) {
-      Press(dialog, "btnArrow");
-      Fill(dialog, "numBreite", 4);
-      Fill(dialog, "numPfeil", 30);
+      Walk(dialog, "btnArrow!; numBreite : 4; numPfeil : 30");
       EXPECT_GT(ink(), 2 * thin);
       EXPECT_EQ(Last_Row().Typ, 2);
       Press(dialog, keep ? "cmdOK" : "cmdCancel");

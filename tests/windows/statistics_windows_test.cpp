@@ -2,21 +2,16 @@
 #include <QBarSet>
 #include <QChart>
 #include <QChartView>
-#include <QClipboard>
-#include <QXmlStreamReader>
 
-#include "platform/printer.h"
-#include "tools/map_tool.h"
+#include "maps/command_look.h"
+#include "store/history.h"
 #include "tools/text_tool.h"
-#include "view/view.h"
 #include "windows/analysis/frmDiagramme.h"
 #include "windows/analysis/frmDistanz.h"
 #include "windows/analysis/frmNachbar.h"
 #include "windows/analysis/frmPopOptions.h"
 #include "windows/analysis/frmZuord.h"
 #include "windows/analysis/frm_chart.h"
-#include "windows/maps/frmNotePad.h"
-#include "windows/window_fixture.h"
 #include "workbook/workbook.h"
 
 namespace {
@@ -69,21 +64,31 @@ TEST_F(StatisticsWindows, DistancesFollowTheClicksOnEntries) {
   EXPECT_TRUE(Is_Checked(*distances, "optPolygon"));
   EXPECT_EQ(Canvas()->cursor().shape(), Qt::CrossCursor);
   Click({550, 350});  // nothing there
-  EXPECT_TRUE(Text_In(*distances, "lblPrompt").startsWith("Mauscursor auf einen Eintrag"));
+  Walk(*distances, "lblPrompt = Mauscursor auf einen Eintrag*");
   Click({105, 106});
   Click({108, 108});  // the same entry
-  EXPECT_EQ(Text_In(*distances, "lblPrompt"), "Cursor auf nächsten Eintrag\nsetzen.");
-  EXPECT_TRUE(Map.InHand.isEmpty()) << "the click took the entry";
+  Walk(*distances, "lblPrompt = Cursor auf nächsten Eintrag\nsetzen.");
   Click({305, 46});  // its foot point is 48, 55 away
   EXPECT_EQ(Figures(*distances), QStringList({"146,00 m", "1", "146,00 m", QStringLiteral("–"), QStringLiteral("–")}));
   Click({80, 304});  // its middle is 149 below the foot point
   EXPECT_EQ(Figures(*distances), QStringList({"298,00 m", "2", "444,00 m", "222,00 m", QStringLiteral("±107,48 m")}));
   EXPECT_EQ(Line_Ends().back(), QPoint(148, 304));
+  // Going back means the last point, also by the keys of the window itself.
+  const QStringList two = Figures(*distances);
+  const int steps = Step_Position();
+  EXPECT_EQ(Command_Text(*Find_Command("mnuStepBack")), "Rückgängig: Messpunkt");
+  Choose("mnuStepBack");
+  EXPECT_EQ(Figures(*distances), QStringList({"146,00 m", "1", "146,00 m", QStringLiteral("–"), QStringLiteral("–")}));
+  QTest::keyClick(distances, Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(Figures(*distances), QStringList(5, QStringLiteral("–")));
+  Choose("mnuStepForward");
+  Choose("mnuStepForward");
+  EXPECT_EQ(Figures(*distances), two);
+  EXPECT_EQ(Step_Position(), steps);
   Set_Zoom(2);
   EXPECT_EQ(Line_Ends().back(), QPoint(Window_X(148), Window_Y(304))) << "lines stay on their places of the map";
   Set_Zoom(1);
-  Press(*distances, "optBundel");
-  EXPECT_EQ(Text_In(*distances, "lblDist"), "419,14 m");
+  Walk(*distances, "optBundel!; lblDist = 419,14 m");
   Choose("mnuDist_Einfach");
   EXPECT_EQ(window->findChildren<FrmDistanz*>().size(), 1);
   EXPECT_EQ(Figures(*distances).mid(0, 3), QStringList({"298,00 m", "1", "298,00 m"})) << "the last two are left";
@@ -94,17 +99,12 @@ TEST_F(StatisticsWindows, DistancesFollowTheClicksOnEntries) {
   EXPECT_NE(toArea[0], "419,14 m") << "an area counts where it is clicked";
   Click({480, 280});
   EXPECT_EQ(Figures(*distances), toArea) << "the same area once more";
-  const QPointer<FrmDistanz> open = distances;
   Toggle_Text_Tool();  // somebody else takes the mouse
   Settle();
-  EXPECT_TRUE(open.isNull());
+  EXPECT_FALSE(Is_Open<FrmDistanz>());
   Choose("mnuDistBundle");
   Key_On(&Shown<FrmDistanz>(), Qt::Key_Escape);
-  EXPECT_FALSE(Is_Open<FrmDistanz>());
   EXPECT_EQ(Map_Tool_In_Use(), nullptr);
-  Choose("mnuDistBundle");
-  Choose("mnuMapClose");
-  EXPECT_FALSE(Is_Open<FrmDistanz>());
 }
 
 TEST_F(StatisticsWindows, PopulationOptionsGoToTheirSheets) {
@@ -114,10 +114,8 @@ TEST_F(StatisticsWindows, PopulationOptionsGoToTheirSheets) {
   events.StateChanged.Emit();
   const auto run = [this](const char* option, bool diversity, const QString& sheets) {
     When_Shown([&](QWidget& dialog) {
-      Press(dialog, option);
       Fill(dialog, "chkDiversitaet", diversity);
-      Press(dialog, "cmdApply");
-      Press(dialog, "cmdOK");
+      Walk(dialog, QString(option) + "!; cmdApply!; cmdOK!");
     });
     const MessageScript script({{"Hier Code eingeben"}, {sheets, MsgAnswer::No}});
     Choose("mnuPopParm");
@@ -149,17 +147,13 @@ TEST_F(StatisticsWindows, ColoursAreStartedStoppedAndDone) {
     EXPECT_EQ(dialog.windowTitle(), "Texteinträge -> Excel");
     EXPECT_EQ(total(), 6);
     EXPECT_EQ(dialog.windowTitle(), "Einträge -> Excel");
-    EXPECT_EQ(Text_In(dialog, "cmdOK"), "Ok");
     // Another choice is another work.
-    Press(dialog, "chkMarkiert");
-    EXPECT_TRUE(Is_Checked(dialog, "optWahl"));
-    EXPECT_EQ(Text_In(dialog, "cmdOK"), "Berechnen");
+    Walk(dialog, "cmdOK = Ok; chkMarkiert!; optWahl checked; cmdOK = Berechnen");
     script.Expect("\"Zuordnung\"", MsgAnswer::No).Expect("\"Zuordnung\"", MsgAnswer::No);
     EXPECT_EQ(total(), 7);
     Press(dialog, "chkZahl");
     EXPECT_EQ(total(), 4);
-    Press(dialog, "optAll");
-    EXPECT_FALSE(Is_Checked(dialog, "chkMarkiert"));
+    Walk(dialog, "optAll!; chkMarkiert unchecked");
     // Pressed again while it runs, it stops: the sheet stays.
     const QByteArray before = Read_Bytes(Path(book));
     QTest::qWait(60);
@@ -169,8 +163,7 @@ TEST_F(StatisticsWindows, ColoursAreStartedStoppedAndDone) {
       Key_On(&dialog, Qt::Key_Escape);
     });
     button->click();
-    EXPECT_TRUE(dialog.isVisible());
-    EXPECT_TRUE(Text_In(dialog, "Label1").contains("Abgebrochen")) << Text_In(dialog, "Label1");
+    Walk(dialog, "Label1 = *Abgebrochen*; Label1 shown");
     EXPECT_EQ(Read_Bytes(Path(book)), before);
     Key_On(&dialog, Qt::Key_Escape);
   });
@@ -182,8 +175,7 @@ TEST_F(StatisticsWindows, NeighboursAreReportedAndTheReducedNumberIsShown) {
   events.StateChanged.Emit();
   MessageScript script({{"N = 2", MsgAnswer::Cancel}});
   When_Shown([&](QWidget& dialog) {
-    Fill(dialog, "txtZahl", 7);
-    Press(dialog, "btnRechn");
+    Walk(dialog, "txtZahl : 7; btnRechn!");
     EXPECT_TRUE(dialog.isVisible()) << "cancelled: another number can be given";
     script.Expect("N = 2", MsgAnswer::Ok);
     Press(dialog, "btnRechn");
@@ -196,17 +188,12 @@ TEST_F(StatisticsWindows, NeighboursAreReportedAndTheReducedNumberIsShown) {
 
 // Of very many species the first ones are drawn, and it is said.
 TEST_F(StatisticsWindows, ThousandsOfSpeciesStayReadable) {
-  std::vector<RankedSpecies> ranked(5000, {"Art", 1});
-  const std::unique_ptr<QChart> all(Make_Rank_Chart(ranked, {}, "Karte"));
-  const auto bars = [](const QChart& chart) {
-    return static_cast<const QBarSeries*>(chart.series().constFirst())->barSets().constFirst()->count();
-  };
-  EXPECT_EQ(bars(*all), 200);
-  EXPECT_TRUE(all->title().contains("die 200 häufigsten")) << all->title();
-  ranked.resize(200);
-  const std::unique_ptr<QChart> few(Make_Rank_Chart(ranked, {}, "Karte"));
-  EXPECT_EQ(bars(*few), 200);
-  EXPECT_FALSE(few->title().contains("häufigsten"));
+  for (const size_t species : {5000U, 200U}) {
+    const std::unique_ptr<QChart> chart(Make_Rank_Chart(std::vector<RankedSpecies>(species, {"Art", 1}), {}, "Karte"));
+    const auto* series = static_cast<const QBarSeries*>(chart->series().constFirst());
+    EXPECT_EQ(series->barSets().constFirst()->count(), 200);
+    EXPECT_EQ(chart->title().contains("die 200 häufigsten"), species > 200) << chart->title();
+  }
 }
 
 TEST_F(StatisticsWindows, DiagramsFollowTheTableAndCanBeTakenAway) {
@@ -217,27 +204,23 @@ TEST_F(StatisticsWindows, DiagramsFollowTheTableAndCanBeTakenAway) {
   events.StateChanged.Emit();
   Choose("mnuDiagramme");
   auto& diagrams = Shown<FrmDiagramme>();
-  const auto* view = Part<QChartView>(diagrams, "view");
-  const auto choose = [&](const char* box, int row) {
-    auto* list = Part<QComboBox>(diagrams, box);
-    list->setCurrentIndex(row);
-    Q_EMIT list->activated(row);
+  // What is chosen, and what the title says then.
+  const auto title = [&](const QString& choice, const QString& part) {
+    if (!choice.isEmpty()) Walk(diagrams, choice);
+    const QString now = Part<QChartView>(diagrams, "view")->chart()->title();
+    EXPECT_TRUE(now.contains(part)) << now;
   };
-  EXPECT_TRUE(view->chart()->title().contains("N = 5 Individuen, S = 2 Arten")) << view->chart()->title();
-  choose("cboWo", 1);
-  EXPECT_TRUE(view->chart()->title().contains("Wiese &lt;&amp;&gt;")) << view->chart()->title();
+  title({}, "N = 5 Individuen, S = 2 Arten");
+  title("cboWo : #1", "Wiese &lt;&amp;&gt;");
   Add_Text("Text>Flaeche1", "3 Maus", {20, 20});
   Map_Redraw();
   QTest::qWait(400);
-  EXPECT_TRUE(view->chart()->title().contains("N = 8 Individuen, S = 3 Arten")) << view->chart()->title();
+  title({}, "N = 8 Individuen, S = 3 Arten");
   EXPECT_EQ(Part<QComboBox>(diagrams, "cboWo")->currentIndex(), 1) << "the place stays chosen";
-  choose("cboArt", 2);
-  EXPECT_TRUE(view->chart()->title().contains("M = 3 Einträge")) << view->chart()->title();
-  EXPECT_TRUE(view->chart()->title().contains("R = ")) << view->chart()->title();
-  choose("cboArt", 1);
-  EXPECT_FALSE(Is_Enabled(diagrams, "cboWo"));
-  EXPECT_TRUE(view->chart()->title().contains("3 Arten auf einer Fläche")) << view->chart()->title();
-  choose("cboArt", 0);
+  title("cboArt : #2", "M = 3 Einträge");
+  title({}, "R = ");
+  title("cboArt : #1; cboWo off", "3 Arten auf einer Fläche");
+  Walk(diagrams, "cboArt : #0");
   FileDialogScript files({Path("a.png"), Path("a.svg"), Path("weg/a.png")});
   Press(diagrams, "cmdPng");
   const QImage picture(Path("a.png"));
@@ -256,6 +239,4 @@ TEST_F(StatisticsWindows, DiagramsFollowTheTableAndCanBeTakenAway) {
   Press(diagrams, "cmdPrint");
   EXPECT_TRUE(QFileInfo::exists(ProgramFolder + "/Karte.pdf"));
   Set_Printer(printer);
-  Choose("mnuMapClose");
-  EXPECT_FALSE(Is_Open<FrmDiagramme>());
 }

@@ -1,12 +1,6 @@
 #include "windows/store/tbl_window.h"
 
-#include <QDialog>
-#include <QHeaderView>
-#include <QMdiSubWindow>
-
-#include "edit/table_edit.h"
 #include "windows/store/tbl_window_model.h"
-#include "windows/window_fixture.h"
 
 namespace {
 
@@ -58,19 +52,9 @@ TEST_F(TblWindowTest, TheTableStandsBelowTheMapUntilF4) {
   EXPECT_EQ(Map.ScaleHeight, before);
   Frame()->close();  // closing is hiding
   Settle();
-  EXPECT_FALSE(frmMDI.TblVisible);
-  EXPECT_EQ(window->Action("mnuDBGridOn")->text(), "&Einblenden");
-}
-
-TEST_F(TblWindowTest, TheMapWindowMaximisedByTheUserHidesTheTable) {
-  Open_With(3);
-  qobject_cast<QMdiSubWindow*>(window->Map_Window().parentWidget())->showMaximized();
-  Settle();
-  EXPECT_FALSE(frmMDI.TblVisible);
-  EXPECT_TRUE(Map.Maximized);
+  EXPECT_TRUE(Map.Maximized && !frmMDI.TblVisible);
   Choose("mnuDBGridOn");
-  EXPECT_TRUE(Frame()->isVisible());
-  EXPECT_FALSE(Map.Maximized);
+  EXPECT_TRUE(Frame()->isVisible() && !Map.Maximized);
 }
 
 TEST_F(TblWindowTest, DraggedOverTheEdgeItIsHiddenWithAMessage) {
@@ -182,13 +166,7 @@ TEST_F(TblWindowTest, TheDeleteKeyDeletesTheChosenRows) {
 TEST_F(TblWindowTest, ColumnsAreAddedHiddenAndRemovedByTheirHeads) {
   Open_With(4);
   EXPECT_FALSE(window->Action("mnuSpaltDelete")->isEnabled());
-  QTimer::singleShot(50, [] {
-    auto* dialog = QApplication::activeModalWidget();
-    ASSERT_TRUE(dialog);
-    dialog->findChild<QLineEdit*>(QStringLiteral("txtTitel"))->setText(QStringLiteral("Anzahl"));
-    dialog->findChild<QAbstractButton*>(QStringLiteral("optInteger"))->click();
-    dialog->findChild<QPushButton*>(QStringLiteral("comOK"))->click();
-  });
+  When_Shown([](QWidget& dialog) { Walk(dialog, "txtTitel : Anzahl; optInteger!; comOK!"); });
   Choose("mnuSpaltAppend");
   ASSERT_EQ(Model().columnCount(), column::fixedCount + 1);
   EXPECT_EQ(Model().Name_Of(column::fixedCount), "Anzahl");
@@ -213,12 +191,12 @@ TEST_F(TblWindowTest, ColumnsAreAddedHiddenAndRemovedByTheirHeads) {
   auto* dialog = Child<QDialog>("FrmSpalteDel");
   ASSERT_TRUE(dialog);
   MessageScript messages("Bitte wählen Sie eine Spalte rechts");
-  dialog->findChild<QPushButton*>(QStringLiteral("comRemove"))->click();
+  Press(*dialog, "comRemove");
   messages.Expect("Typ:  Diese ausgewählte Spalte wird vom Programm benötigt.");
   head(column::Typ);
   head(column::fixedCount);
   messages.Expect("Folgende Spalte wurde entfernt:");
-  dialog->findChild<QPushButton*>(QStringLiteral("comRemove"))->click();
+  Press(*dialog, "comRemove");
   Settle();
   EXPECT_EQ(Model().columnCount(), column::fixedCount);
   EXPECT_FALSE(window->Action("mnuSpaltDelete")->isEnabled());
@@ -228,11 +206,11 @@ TEST_F(TblWindowTest, NotePadsAreOpenedAndAskedBeforeTheProgramEnds) {
   Open_With(1);
   EXPECT_FALSE(window->Action("mnuTextSave")->isEnabled());
   Choose("mnuTextNew");
-  auto* text = Child<QWidget>("frmNotePad")->findChild<QPlainTextEdit*>();
-  ASSERT_TRUE(text);
+  auto* pad = Child<QWidget>("frmNotePad");
+  auto* text = Part<QPlainTextEdit>(*pad, "Text1");
   EXPECT_TRUE(window->Action("mnuTextSave")->isEnabled());
   text->insertPlainText(QStringLiteral("Fund"));
-  EXPECT_EQ(Child<QWidget>("frmNotePad")->windowTitle(), "Notiz 1 *");
+  EXPECT_EQ(pad->windowTitle(), "Notiz 1 *");
   MessageScript messages("wurde geändert.", MsgAnswer::Cancel);
   EXPECT_FALSE(window->close());
   EXPECT_TRUE(frmMDI.MapOpen);
@@ -241,7 +219,7 @@ TEST_F(TblWindowTest, NotePadsAreOpenedAndAskedBeforeTheProgramEnds) {
   EXPECT_TRUE(QFile::exists(Path("Fund.txt")));
   // The same file again shows the same window.
   Choose("mnuRecentFile", 1);
-  EXPECT_EQ(window->findChildren<QWidget*>(QStringLiteral("frmNotePad")).size(), 1);
+  EXPECT_EQ(window->findChildren<QWidget*>("frmNotePad").size(), 1);
   Choose("mnuMapClose");
-  EXPECT_EQ(window->findChildren<QWidget*>(QStringLiteral("frmNotePad")).size(), 0);
+  EXPECT_EQ(Child<QWidget>("frmNotePad"), nullptr);
 }

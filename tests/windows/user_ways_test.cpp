@@ -1,20 +1,8 @@
-#include <QListView>
-#include <QMdiArea>
-#include <QMdiSubWindow>
-#include <QScreen>
-#include <QStatusTipEvent>
-
-#include "edit/table_edit.h"
-#include "maps/map_choose.h"
 #include "store/map_log.h"
-#include "view/view.h"
 #include "windows/canvas/frmMass.h"
-#include "windows/command_fixture.h"
 #include "windows/common/window_support.h"
 #include "windows/desktop/desktop_dialogs.h"
-#include "windows/maps/frmNotePad.h"
 #include "windows/objects/frmFarb.h"
-#include "windows/store/tbl_window.h"
 
 // What a user meets: where windows stand, what they hide, what the status bar says.
 
@@ -57,8 +45,7 @@ TEST_P(SharedRoom, MapAndTableLieBesideEachOther) {
       const QRect upper = Frame_Of(window->Map_Window())->geometry(),
                   lower = Frame_Of(window->Table_Window())->geometry();
       EXPECT_FALSE(upper.intersects(lower)) << zoom << " " << size.width();
-      EXPECT_TRUE(room.contains(lower)) << zoom << " " << size.width();
-      EXPECT_TRUE(room.contains(upper)) << zoom << " " << size.width();
+      EXPECT_TRUE(room.contains(lower) && room.contains(upper)) << zoom << " " << size.width();
       EXPECT_GE(window->Table_Window().Grid().viewport()->height(), 20) << zoom;
       EXPECT_GE(Map.ViewHeight, 40) << zoom;
     }
@@ -143,10 +130,8 @@ TEST_F(UserWays, TheWindowsThatAreOpenStandInTheirMenu) {
   Choose("mnuFarbe");
   const QStringList titles = Windows_Listed();
   ASSERT_EQ(titles.size(), 4) << titles.join(u'|');
-  EXPECT_TRUE(titles[0].startsWith("Map: ")) << titles[0];
-  EXPECT_TRUE(titles[1].startsWith("Tabelle der Einträge")) << titles[1];
-  EXPECT_EQ(titles[2], "Notiz 1");
-  EXPECT_EQ(titles[3], Shown<FrmFarb>().windowTitle());
+  EXPECT_TRUE(titles[0].startsWith("Map: ") && titles[1].startsWith("Tabelle der Einträge")) << titles.join(u'|');
+  EXPECT_EQ(titles.mid(2), QStringList({"Notiz 1", Shown<FrmFarb>().windowTitle()}));
   const auto* area = Child<QMdiArea>("area");
   for (const int line : {2, 1, 3}) {
     Choose("mnuWindow", line);
@@ -205,8 +190,7 @@ TEST_F(UserWays, TheKeysOfTheMapWorkFromTheTable) {
   EXPECT_EQ(Map.InHand, "");
   // While a cell is being typed the keys belong to it.
   Tbl.EditWarned = true;
-  grid.setCurrentIndex(grid.model()->index(0, 1));
-  grid.setCurrentIndex(grid.model()->index(1, 1));
+  for (const int row : {0, 1}) grid.setCurrentIndex(grid.model()->index(row, 1));
   Settle();
   ASSERT_EQ(Map.InHand, key);
   QTest::keyClick(&grid, Qt::Key_F2);
@@ -229,8 +213,7 @@ TEST_F(UserWays, AMapThatIsGoneLeavesTheListAndNothingElse) {
   ASSERT_EQ(Menu("mnuMapFile", 2).Tag, gone);
   ASSERT_TRUE(QFile::remove(gone));
   With_Box("Diese Datei wurde nicht gefunden:", [&] { Choose("mnuMapFile", 2); });
-  EXPECT_EQ(MapFile, open);
-  EXPECT_TRUE(frmMDI.MapOpen);
+  EXPECT_TRUE(frmMDI.MapOpen && MapFile == open);
   EXPECT_NE(Menu("mnuMapFile", 2).Tag, gone);
   for (const auto& [list, name] : {std::pair("mnuRecentFile", "Notiz.txt"), std::pair("mnuOverlay", "ANDERE.MDB")}) {
     Write_Log(Path(name), QLatin1String(list) == "mnuOverlay" ? 2 : 3);

@@ -16,6 +16,7 @@
 #include "ui_frmDiagramme.h"
 #include "windows/analysis/frm_chart.h"
 #include "windows/common/frm_dialogs.h"
+#include "windows/common/show_beside.h"
 
 namespace {
 const QString helpPage = QStringLiteral("Diagramme.htm");
@@ -134,13 +135,4 @@ void FrmDiagramme::Print() {
 
 void FrmDiagramme::Copy() { QGuiApplication::clipboard()->setImage(Chart_Image(*ui->view->scene(), pictureScale)); }
 
-void Show_frmDiagramme(QWidget* parent) {
-  auto* window = parent->findChild<FrmDiagramme*>();
-  if (!window) {
-    window = new FrmDiagramme(parent);
-    window->setAttribute(Qt::WA_DeleteOnClose);
-  }
-  window->show();
-  window->raise();
-  window->activateWindow();
-}
+void Show_frmDiagramme(QWidget* parent) { Show_Beside<FrmDiagramme>(parent); }

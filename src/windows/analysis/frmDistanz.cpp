@@ -52,7 +52,11 @@ bool FrmDistanz::Measure(DistanceMode mode) {
 
 void FrmDistanz::Show_Distances(int points, const std::optional<Distances>& distances) {
   ui->lblPrompt->setText(points == 0 ? distance_texts::first : distance_texts::next);
-  if (!distances) return;
+  if (!distances) {
+    for (QLabel* label : {ui->lblDist, ui->lblZahl, ui->lblSum, ui->lblMean, ui->lblStreuung})
+      label->setText(QStringLiteral("–"));
+    return;
+  }
   const QString unit = Read_Map_Measure().unit;
   ui->lblDist->setText(Fixed_Text(distances->last) + unit);
   ui->lblZahl->setText(QString::number(distances->count));

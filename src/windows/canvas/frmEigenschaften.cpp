@@ -14,6 +14,7 @@
 #include "ui_frmEigenschaften.h"
 #include "windows/canvas/figure_fields.h"
 #include "windows/common/frm_dialogs.h"
+#include "windows/common/show_beside.h"
 #include "windows/common/window_support.h"
 
 namespace {
@@ -184,16 +185,8 @@ void FrmEigenschaften::done(int result) {
 }
 
 void Show_frmEigenschaften(QWidget* parent) {
-  if (!Figure_In_Hand()) {
+  if (Figure_In_Hand())
+    Show_Beside<FrmEigenschaften>(parent);
+  else
     Show_Figure();
-    return;
-  }
-  if (auto* open = parent->findChild<FrmEigenschaften*>()) {
-    open->raise();
-    open->activateWindow();
-    return;
-  }
-  auto* window = new FrmEigenschaften(parent);
-  window->setAttribute(Qt::WA_DeleteOnClose);
-  window->show();
 }

@@ -8,7 +8,6 @@
 #include "hand/next_shape.h"
 #include "objects/figure.h"
 #include "platform/message_box.h"
-#include "platform/text.h"
 #include "state/dialog_hooks.h"
 #include "state/events.h"
 #include "state/global_state.h"
@@ -20,6 +19,7 @@
 #include "windows/canvas/figure_fields.h"
 #include "windows/canvas/frmFigurDraw.h"
 #include "windows/common/frm_dialogs.h"
+#include "windows/common/show_beside.h"
 #include "windows/common/window_support.h"
 
 namespace {
@@ -194,13 +194,4 @@ void FrmFigur::done(int result) {
   QDialog::done(result);
 }
 
-void Show_frmFigur(QWidget* parent) {
-  if (auto* open = parent->findChild<FrmFigur*>()) {
-    open->raise();
-    open->activateWindow();
-    return;
-  }
-  auto* window = new FrmFigur(parent);
-  window->setAttribute(Qt::WA_DeleteOnClose);
-  window->show();
-}
+void Show_frmFigur(QWidget* parent) { Show_Beside<FrmFigur>(parent); }

@@ -12,6 +12,7 @@
 #include "ui_frmFigurDraw.h"
 #include "windows/canvas/figure_fields.h"
 #include "windows/common/frm_dialogs.h"
+#include "windows/common/show_beside.h"
 #include "windows/common/window_support.h"
 
 FrmFigurDraw::FrmFigurDraw(QWidget* parent) : QDialog(parent), ui(std::make_unique<Ui::FrmFigurDraw>()) {
@@ -140,15 +141,7 @@ void FrmFigurDraw::done(int result) {
 
 // Without a free figure in hand a new one is begun at once.
 void Show_frmFigurDraw(QWidget* parent) {
-  auto* window = parent->findChild<FrmFigurDraw*>();
-  if (!window) {
-    window = new FrmFigurDraw(parent);
-    window->setAttribute(Qt::WA_DeleteOnClose);
-    window->show();
-  } else {
-    window->raise();
-    window->activateWindow();
-  }
+  Show_Beside<FrmFigurDraw>(parent);
   const std::optional<EntryRow> row = Figure_In_Hand();
   if (!row || !EntryType::Parse(row->Typ).IsFreeFigure()) Draw_Free_Figure();
 }

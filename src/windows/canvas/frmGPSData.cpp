@@ -14,6 +14,7 @@
 #include "ui_frmGPSData.h"
 #include "view/view.h"
 #include "windows/common/frm_dialogs.h"
+#include "windows/common/show_beside.h"
 #include "windows/common/window_support.h"
 
 namespace {
@@ -196,14 +197,4 @@ void FrmGPSData::done(int result) {
 
 bool Coordinates_By_Click() { return byClick; }
 
-void Show_frmGPSData(QWidget* parent) {
-  // One is enough.
-  if (auto* open = parent->findChild<FrmGPSData*>()) {
-    open->raise();
-    open->activateWindow();
-    return;
-  }
-  auto* window = new FrmGPSData(parent);
-  window->setAttribute(Qt::WA_DeleteOnClose);
-  window->show();
-}
+void Show_frmGPSData(QWidget* parent) { Show_Beside<FrmGPSData>(parent); }

@@ -14,6 +14,7 @@
 #include "tools/map_tool.h"
 #include "ui_frmMass.h"
 #include "windows/common/frm_dialogs.h"
+#include "windows/common/show_beside.h"
 #include "windows/common/window_support.h"
 
 namespace {
@@ -139,9 +140,12 @@ void FrmMass::MassLinie(bool on) {
 void FrmMass::Mass_Zeichnen(const MeasuringLine& drawn) {
   const Syncing keep(filling);
   changed = true;
-  (drawn.lies == MeasuringLine::Lies::Upright ? ui->optV : ui->optH)->setChecked(true);
   lengthPx = drawn.Length();
-  at = drawn.Upper_Left();
+  at.reset();
+  if (drawn.lies != MeasuringLine::Lies::Nowhere) {
+    (drawn.lies == MeasuringLine::Lies::Upright ? ui->optV : ui->optH)->setChecked(true);
+    at = drawn.Upper_Left();
+  }
   Show_Length();
   Mass_Show();
 }
@@ -234,13 +238,6 @@ void FrmMass::done(int result) {
 
 void Show_frmMass(QWidget* parent, bool drawLine) {
   if (!frmMDI.MapOpen) return;
-  auto* window = parent->findChild<FrmMass*>();
-  if (!window) {
-    window = new FrmMass(parent);
-    window->setAttribute(Qt::WA_DeleteOnClose);
-  }
-  window->show();
-  window->raise();
-  window->activateWindow();
+  auto* window = Show_Beside<FrmMass>(parent);
   if (drawLine) window->MassLinie(true);
 }

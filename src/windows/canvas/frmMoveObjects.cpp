@@ -13,6 +13,7 @@
 #include "tools/pick_tool.h"
 #include "ui_frmMoveObjects.h"
 #include "windows/common/frm_dialogs.h"
+#include "windows/common/show_beside.h"
 
 namespace {
 
@@ -174,14 +175,4 @@ void FrmMoveObjects::done(int result) {
   QDialog::done(result);
 }
 
-void Show_frmMoveObjects(QWidget* parent) {
-  // One is enough.
-  if (auto* open = parent->findChild<FrmMoveObjects*>()) {
-    open->raise();
-    open->activateWindow();
-    return;
-  }
-  auto* window = new FrmMoveObjects(parent);
-  window->setAttribute(Qt::WA_DeleteOnClose);
-  window->show();
-}
+void Show_frmMoveObjects(QWidget* parent) { Show_Beside<FrmMoveObjects>(parent); }

@@ -2,15 +2,29 @@
 
 #include <QComboBox>
 #include <QDialog>
-#include <QEvent>
+#include <QKeyEvent>
 #include <QLayout>
 #include <QMenuBar>
 #include <QShortcut>
 #include <QTimer>
 
+#include "maps/commands.h"
+#include "state/run_guarded.h"
 #include "windows/common/tool_place.h"
 
 namespace {
+
+// Beside the map the keys for steps mean what they mean there, unless what has the focus knows better.
+bool Run_Step_Key(const QDialog& dialog, const QKeyEvent& key) {
+  if (dialog.isModal()) return false;
+  for (const QString& command : {QStringLiteral("mnuStepBack"), QStringLiteral("mnuStepForward")})
+    for (const QString& keys : Find_Command(command)->shortcut.split(u' ')) {
+      if (QKeySequence(keys) != QKeySequence(key.keyCombination())) continue;
+      Run_Guarded([&command] { Run_Command(command); });
+      return true;
+    }
+  return false;
+}
 
 // What every dialog gets when it is shown, and leaves when it goes.
 class DialogManners : public QObject {
@@ -22,6 +36,8 @@ class DialogManners : public QObject {
       Prepare(*dialog);
     else if (event->type() == QEvent::Hide && !event->spontaneous())
       Remember_Place(*dialog);
+    else if (event->type() == QEvent::KeyPress)
+      return Run_Step_Key(*dialog, *static_cast<QKeyEvent*>(event));
     return false;
   }
 

@@ -29,17 +29,3 @@ class LookWindow : public QDialog {
 };
 
 EntryColors Colors_Of(const EntryLook& look);  // as they are drawn
-
-// One window of its kind is enough.
-template <typename Window>
-Window* Show_Beside(QWidget* parent) {
-  auto* window = parent ? parent->findChild<Window*>() : nullptr;
-  if (!window) {
-    window = new Window(parent);
-    window->setAttribute(Qt::WA_DeleteOnClose);
-  }
-  window->show();
-  window->raise();
-  window->activateWindow();
-  return window;
-}

@@ -1,9 +1,13 @@
 #pragma once
+#include <QAbstractNativeEventFilter>
 #include <QApplication>
 
-// The application: an error that no procedure has caught becomes a message, and the program goes on.
-class Application : public QApplication {
+// The application: an error that no procedure has caught becomes a message, and the program goes on. A click on a
+// window that waits for a dialog leaves the keys with the dialog, also where the window manager gives them away.
+class Application : public QApplication, public QAbstractNativeEventFilter {
  public:
-  using QApplication::QApplication;
+  Application(int& argc, char** argv);
+  ~Application() override;
   bool notify(QObject* receiver, QEvent* event) override;
+  bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
 };

@@ -12,6 +12,7 @@
 #include "state/run_guarded.h"
 #include "ui_frmCSVImport.h"
 #include "windows/common/frm_dialogs.h"
+#include "windows/common/show_beside.h"
 #include "windows/common/window_support.h"
 
 namespace {
@@ -135,10 +136,11 @@ void FrmCSVImport::Import() {
   Forget_Table();  // a second time would put every entry on the map twice
   ui->lblInfo->setText(
       QStringLiteral("%1 versetzt, %2 Zeilen abgelehnt, %3 ohne Text übergangen.\nImportierte Einträge löschen: "
-                     "'Einträge - Rückgängig: CSV - Import'.")
+                     "'Einträge - Rückgängig: CSV-Import'.")
           .arg(QString::number(result.shifted), QString::number(result.refused.size()),
                QString::number(imported.skipped)));
-  ui->lblMsg->setText(QString::number(result.imported) + QStringLiteral(" Karteneinträge wurden importiert."));
+  ui->lblMsg->setText(QString::number(result.imported) + QStringLiteral(" Karteneinträge wurden importiert.") +
+                      (result.stopped ? QStringLiteral("\nDer Import wurde abgebrochen.") : QString()));
   if (!result.refused.empty() || !result.notes.empty()) Offer_Report(imported, result);
 }
 
@@ -158,16 +160,4 @@ void FrmCSVImport::Offer_Report(const CsvTable& imported, const CsvResult& resul
   }
 }
 
-FrmCSVImport& Open_frmCSVImport(QWidget* parent) {
-  auto* window = parent->findChild<FrmCSVImport*>();
-  if (window == nullptr) {
-    window = new FrmCSVImport(parent);
-    window->setAttribute(Qt::WA_DeleteOnClose);
-    window->show();
-  }
-  window->raise();
-  window->activateWindow();
-  return *window;
-}
-
-void Show_frmCSVImport(QWidget* parent) { Open_frmCSVImport(parent); }
+void Show_frmCSVImport(QWidget* parent) { Show_Beside<FrmCSVImport>(parent); }

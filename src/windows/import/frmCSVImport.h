@@ -32,5 +32,4 @@ class FrmCSVImport : public QDialog {
   int closedListener = 0;
 };
 
-FrmCSVImport& Open_frmCSVImport(QWidget* parent);  // one is enough
-void Show_frmCSVImport(QWidget* parent);           // the command
+void Show_frmCSVImport(QWidget* parent);  // the command

@@ -18,6 +18,7 @@
 #include "state/step.h"
 #include "ui_frmGPS.h"
 #include "windows/common/frm_dialogs.h"
+#include "windows/common/show_beside.h"
 #include "windows/common/tool_place.h"
 #include "windows/import/frmGPSGeraet.h"
 #include "windows/import/frmGPS_model.h"
@@ -290,16 +291,4 @@ void FrmGPS::Import() {
 
 // Opening ------------------------------------------------------------------------------------------------------------
 
-FrmGPS& Open_frmGPS(QWidget* parent) {
-  auto* window = parent->findChild<FrmGPS*>();
-  if (window == nullptr) {
-    window = new FrmGPS(parent);
-    window->setAttribute(Qt::WA_DeleteOnClose);
-    window->show();
-  }
-  window->raise();
-  window->activateWindow();
-  return *window;
-}
-
-void Show_frmGPS(QWidget* parent) { Open_frmGPS(parent); }
+void Show_frmGPS(QWidget* parent) { Show_Beside<FrmGPS>(parent); }

@@ -60,5 +60,4 @@ class FrmGPS : public QDialog {
 };
 
 // One is enough. The window of imports, shown.
-FrmGPS& Open_frmGPS(QWidget* parent);
 void Show_frmGPS(QWidget* parent);  // the command

@@ -10,6 +10,7 @@
 #include "state/run_guarded.h"
 #include "ui_frmImport.h"
 #include "windows/common/frm_dialogs.h"
+#include "windows/common/show_beside.h"
 #include "windows/import/frmImport_model.h"
 
 namespace {
@@ -244,16 +245,4 @@ void FrmImport::Change_Size() {
   if (!large) resize(width(), minimumSizeHint().height());
 }
 
-FrmImport& Open_frmImport(QWidget* parent) {
-  auto* window = parent->findChild<FrmImport*>();
-  if (window == nullptr) {
-    window = new FrmImport(parent);
-    window->setAttribute(Qt::WA_DeleteOnClose);
-    window->show();
-  }
-  window->raise();
-  window->activateWindow();
-  return *window;
-}
-
-void Show_frmImport(QWidget* parent) { Open_frmImport(parent); }
+void Show_frmImport(QWidget* parent) { Show_Beside<FrmImport>(parent); }

@@ -41,5 +41,4 @@ class FrmImport : public QDialog {
   int closedListener = 0;
 };
 
-FrmImport& Open_frmImport(QWidget* parent);  // one is enough
-void Show_frmImport(QWidget* parent);        // the command
+void Show_frmImport(QWidget* parent);  // the command

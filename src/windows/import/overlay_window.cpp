@@ -13,6 +13,7 @@
 #include "state/dialog_hooks.h"
 #include "state/events.h"
 #include "state/global_state.h"
+#include "windows/common/show_beside.h"
 #include "windows/import/frmGPS.h"
 
 namespace {
@@ -62,7 +63,7 @@ void Show_Overlay(QWidget* parent, const QString& path) {
   if (job->plan.cancelled) return;
   const QString transformation =
       *way == PlacingWay::Transformed ? Transformation_Name(Overlay_System(), Coord).value_or(QString()) : QString();
-  FrmGPS& window = Open_frmGPS(parent);
+  FrmGPS& window = *Show_Beside<FrmGPS>(parent);
   window.Show_List(
       Overlay_List(job->file, job->plan, QFileInfo(path).fileName(), transformation),
       [&window, job] { Take(window, std::shared_ptr<OverlayJob>(job)); }, helpPage);

@@ -19,6 +19,7 @@
 #include "state/run_guarded.h"
 #include "store/table_file.h"
 #include "tools/drag.h"
+#include "view/map_copies.h"
 #include "windows/canvas/map_window.h"
 #include "windows/common/window_support.h"
 #include "windows/main/bindings.h"
@@ -104,6 +105,7 @@ void MdiWindow::Connect_Events() {
   listen(events.StateChanged, [this] { Sync(); });
   listen(events.MapOpened, [this] {
     Sync();
+    idleTimer.start();
     // When the map stands there.
     QTimer::singleShot(0, this, [] { Run_Guarded(Tell_Of_Interrupted_Work); });
   });
@@ -166,7 +168,9 @@ void MdiWindow::Sync_InfoBar() {
 void MdiWindow::Idle() {
   // Not in the middle of something: a dialog, or work that serves events.
   if (!dbEntries || QApplication::activeModalWidget() || QApplication::overrideCursor()) return;
-  Table_Idle();
+  constexpr int piece = 8;  // ms: whoever comes back meanwhile does not wait longer
+  if (Table_Idle_Some(piece) || Prepare_Ahead(piece))
+    QTimer::singleShot(0, this, [this] { Run_Guarded([this] { Idle(); }); });
   Tell_Of_Lost_Steps();
 }
 

@@ -8,6 +8,7 @@
 #include "state/global_state.h"
 #include "state/run_guarded.h"
 #include "ui_frmDrawBreite.h"
+#include "windows/common/show_beside.h"
 
 namespace {
 

@@ -9,6 +9,7 @@
 #include "state/global_state.h"
 #include "state/run_guarded.h"
 #include "ui_frmFarb.h"
+#include "windows/common/show_beside.h"
 
 namespace {
 

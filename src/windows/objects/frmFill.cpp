@@ -7,6 +7,7 @@
 #include "objects/look_samples.h"
 #include "state/run_guarded.h"
 #include "ui_frmFill.h"
+#include "windows/common/show_beside.h"
 #include "windows/objects/frmDrawBreite.h"
 #include "windows/objects/frmFarb.h"
 

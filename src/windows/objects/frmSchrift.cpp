@@ -14,6 +14,7 @@
 #include "store/entry.h"
 #include "ui_frmSchrift.h"
 #include "windows/common/frm_dialogs.h"
+#include "windows/common/show_beside.h"
 #include "windows/common/window_support.h"
 #include "windows/objects/frmTblSymb.h"
 #include "windows/objects/frm_symbol_table.h"
@@ -250,13 +251,6 @@ void FrmSchrift::Take() {
 // Opening ------------------------------------------------------------------------------------------------------------
 
 void Show_frmSchrift(QWidget* parent, const QString& bookmark, const QString& caption) {
-  auto* window = parent->findChild<FrmSchrift*>();
-  if (!window) {
-    window = new FrmSchrift(parent);
-    window->setAttribute(Qt::WA_DeleteOnClose);
-    window->show();
-  }
+  auto* window = Show_Beside<FrmSchrift>(parent);
   if (!bookmark.isEmpty()) window->Set_Caption(bookmark, caption);
-  window->raise();
-  window->activateWindow();
 }

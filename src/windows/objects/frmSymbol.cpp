@@ -10,6 +10,7 @@
 #include "state/run_guarded.h"
 #include "ui_frmSymbol.h"
 #include "windows/common/frm_dialogs.h"
+#include "windows/common/show_beside.h"
 #include "windows/common/window_support.h"
 #include "windows/objects/frmSchrift.h"
 
@@ -98,13 +99,4 @@ void FrmSymbol::Pick(QChar character) {
   Sync();
 }
 
-void Show_frmSymbol(QWidget* parent) {
-  if (auto* open = parent->findChild<FrmSymbol*>()) {
-    open->raise();
-    open->activateWindow();
-    return;
-  }
-  auto* window = new FrmSymbol(parent);
-  window->setAttribute(Qt::WA_DeleteOnClose);
-  window->show();
-}
+void Show_frmSymbol(QWidget* parent) { Show_Beside<FrmSymbol>(parent); }

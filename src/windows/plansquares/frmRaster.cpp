@@ -17,7 +17,7 @@
 #include "tools/map_tool.h"
 #include "ui_frmRaster.h"
 #include "windows/common/frm_dialogs.h"
-#include "windows/common/frm_look_window.h"
+#include "windows/common/show_beside.h"
 #include "windows/common/window_support.h"
 #include "windows/objects/frmFarb.h"
 

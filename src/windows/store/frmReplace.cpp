@@ -10,7 +10,7 @@
 #include "state/run_guarded.h"
 #include "ui_frmReplace.h"
 #include "windows/common/frm_dialogs.h"
-#include "windows/common/frm_look_window.h"
+#include "windows/common/show_beside.h"
 
 FrmReplace::FrmReplace(QWidget* parent) : QDialog(parent), ui(std::make_unique<Ui::FrmReplace>()) {
   ui->setupUi(this);

@@ -1,7 +1,6 @@
 #include "windows/store/frmVerlauf.h"
 
 #include <QDateTime>
-#include <QShortcut>
 
 #include "maps/commands.h"
 #include "maps/step_walk.h"
@@ -44,10 +43,6 @@ FrmVerlauf::FrmVerlauf(QWidget* parent) : QDialog(parent), ui(std::make_unique<U
   connect(ui->btnBack, &QPushButton::clicked, this, [] { Run_Command(QStringLiteral("mnuStepBack")); });
   connect(ui->btnForward, &QPushButton::clicked, this, [] { Run_Command(QStringLiteral("mnuStepForward")); });
   connect(ui->btnClose, &QPushButton::clicked, this, &QDialog::close);
-  // The keys of the map mean the same here.
-  for (const QString& key : {QStringLiteral("mnuStepBack"), QStringLiteral("mnuStepForward")})
-    for (const QString& keys : Find_Command(key)->shortcut.split(u' '))
-      connect(new QShortcut(QKeySequence(keys), this), &QShortcut::activated, this, [key] { Run_Command(key); });
   Show_Steps();
   ui->lstSchritte->setFocus();
 }
