@@ -55,7 +55,8 @@ class Rows {
   bool there = false;
 };
 
-int Write_Row_Differences(Engine& before, Engine& now, const TableDef& table, ChangeWriter& writer) {
+int Write_Row_Differences(Engine& before, Engine& now, const TableDef& table, ChangeWriter& writer,
+                          const LeftOut& isLeftOut) {
   const QByteArray names = ChangeWriter::Names(table.name.toUtf8(), Column_Names(table));
   int changed = 0;
   Rows left(before, table), right(now, table);
@@ -72,7 +73,7 @@ int Write_Row_Differences(Engine& before, Engine& now, const TableDef& table, Ch
       const auto former = left.Values(), values = right.Values();
       std::vector<ChangedCell> cells;
       for (size_t column = 0; column < values.size(); ++column)
-        if (!(former[column] == values[column]))
+        if (!(former[column] == values[column]) && !isLeftOut(table, left.Key(), table.fields[column].name))
           cells.push_back({static_cast<int>(column), former[column], values[column]});
       if (!cells.empty()) {
         writer.Update(writer.Number_Of(names), left.Key(), left.Key(), cells);
@@ -95,7 +96,7 @@ int Write_All_Rows(Engine& engine, const TableDef& table, ChangeKind kind, Chang
   return count;
 }
 
-void Write_Difference(Engine& before, Engine& now, ChangeWriter& writer, int& rows) {
+void Write_Difference(Engine& before, Engine& now, ChangeWriter& writer, int& rows, const LeftOut& isLeftOut) {
   // Copies: asking one database for its tables may read them anew.
   const std::vector<TableDef> former = before.Tables(), present = now.Tables();
   const auto same = [](const std::vector<TableDef>& tables, const TableDef& table) {
@@ -108,7 +109,7 @@ void Write_Difference(Engine& before, Engine& now, ChangeWriter& writer, int& ro
     }
   for (const TableDef& table : present) {
     if (same(former, table)) {
-      rows += Write_Row_Differences(before, now, table, writer);
+      rows += Write_Row_Differences(before, now, table, writer, isLeftOut);
     } else {
       writer.Table(ChangeKind::MakeTable, table.name, Statement_Of_Table(now, table.name));
       rows += Write_All_Rows(now, table, ChangeKind::Insert, writer);
@@ -133,9 +134,13 @@ void Journal::Add_Difference(Database& former, const QString& name, const QStrin
   const Inner::OwnStep own(self, name);
   self.contextBefore = contextBefore;
   self.contextAfter = contextAfter;
+  // What is no step does not change with one either: going back would ask for values that have gone on since.
+  const auto isLeftOut = [&self](const TableDef& table, qint64 key, const QString& column) {
+    return table.name.compare(self.mainTable, Qt::CaseInsensitive) == 0 && self.leftOut.value(key).contains(column);
+  };
   self.engine->Begin();
   try {
-    journal_inner::Write_Difference(before, *self.engine, self.writer, self.rows);
+    journal_inner::Write_Difference(before, *self.engine, self.writer, self.rows, isLeftOut);
     if (self.writer.Is_Empty()) self.Put_State(state);  // the same rows are the same state
     self.engine->Commit();
   } catch (...) {
