@@ -97,6 +97,20 @@ QStringList Faults_Of(const QWidget& window) {
       if (other < part && other->parentWidget() == &around && other->geometry().intersects(part->geometry()))
         faults << Name_Of(*part) + QStringLiteral(" lies on ") + Name_Of(*other);
   }
+  // A key that two controls have presses neither of them.
+  QHash<QKeySequence, const QWidget*> keys;
+  for (const QWidget* part : parts) {
+    const auto* button = qobject_cast<const QAbstractButton*>(part);
+    const auto* label = qobject_cast<const QLabel*>(part);
+    const QKeySequence key = button                    ? button->shortcut()
+                             : label && label->buddy() ? QKeySequence::mnemonic(label->text())
+                                                       : QKeySequence();
+    if (key.isEmpty()) continue;
+    if (const QWidget*& former = keys[key])
+      faults << Name_Of(*part) + QStringLiteral(" has the key of ") + Name_Of(*former);
+    else
+      former = part;
+  }
   // 7 is no beginning of 70: nothing is completed while one types.
   for (const QLineEdit* line : window.findChildren<QLineEdit*>())
     if (line->completer()) faults << Name_Of(*line->parentWidget()) + QStringLiteral(" completes");
