@@ -212,7 +212,7 @@ TEST_F(BatchTest, FaultsHaveAStatusAndGermanWords) {
       {"tkr ~/Karte.bmp ~/aus.tkr", 1, "leer"},
       {"bild ~/fehlt.bmp ./aus.png", 1, "fehlt.bmp"},
       {"bild ~/Text.bmp ./aus.png", 1, "Text.bmp"},
-      {"bild ~ ./aus.png", 1, "sondern ein Ordner"},
+      {"bild ~/. ./aus.png", 1, "sondern ein Ordner"},
       {"bild ~/Karte.bmp ~/gibt/es/nicht/aus.png", 1, "Fehler"},
   };
   const Untouched maps(home);
