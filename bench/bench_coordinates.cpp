@@ -58,49 +58,46 @@ std::vector<Place> Places(const CoordinateState& state) {
   return places;
 }
 
-void BM_Linear_Interpolation(benchmark::State& state) {
+// The work on every place of the map.
+template <class Work>
+void On_Every_Place(benchmark::State& state, Work work) {
   const CoordinateState net = Net();
   const std::vector<Place> places = Places(net);
   for (auto _ : state)
-    for (const Place& place : places) {
-      benchmark::DoNotOptimize((place.longitude - 11.1) / 0.2 * 4000 + 1000);
-      benchmark::DoNotOptimize((49.7 - place.latitude) / 0.2 * 4000 + 1000);
-    }
+    for (const Place& place : places) work(net, place);
   state.SetItemsProcessed(state.iterations() * static_cast<int64_t>(places.size()));
+}
+
+void BM_Linear_Interpolation(benchmark::State& state) {
+  On_Every_Place(state, [](const CoordinateState&, const Place& place) {
+    benchmark::DoNotOptimize((place.longitude - 11.1) / 0.2 * 4000 + 1000);
+    benchmark::DoNotOptimize((49.7 - place.latitude) / 0.2 * 4000 + 1000);
+  });
 }
 BENCHMARK(BM_Linear_Interpolation);
 
 void BM_Grad_To_Pixel(benchmark::State& state) {
-  const CoordinateState net = Net();
-  const std::vector<Place> places = Places(net);
   double x = 0, y = 0;
-  for (auto _ : state)
-    for (const Place& place : places)
-      benchmark::DoNotOptimize(Grad_To_Pixel(net, place.longitude, place.latitude, x, y));
-  state.SetItemsProcessed(state.iterations() * static_cast<int64_t>(places.size()));
+  On_Every_Place(state, [&](const CoordinateState& net, const Place& place) {
+    benchmark::DoNotOptimize(Grad_To_Pixel(net, place.longitude, place.latitude, x, y));
+  });
 }
 BENCHMARK(BM_Grad_To_Pixel);
 
 // Places beside the map: the curves do not meet on it and are followed beyond their ends.
 void BM_Grad_To_Pixel_Beside(benchmark::State& state) {
-  const CoordinateState net = Net();
-  const std::vector<Place> places = Places(net);
   double x = 0, y = 0;
-  for (auto _ : state)
-    for (const Place& place : places)
-      benchmark::DoNotOptimize(Grad_To_Pixel(net, place.longitude + 0.5, place.latitude, x, y));
-  state.SetItemsProcessed(state.iterations() * static_cast<int64_t>(places.size()));
+  On_Every_Place(state, [&](const CoordinateState& net, const Place& place) {
+    benchmark::DoNotOptimize(Grad_To_Pixel(net, place.longitude + 0.5, place.latitude, x, y));
+  });
 }
 BENCHMARK(BM_Grad_To_Pixel_Beside);
 
 void BM_Pixel_To_Grad(benchmark::State& state) {
-  const CoordinateState net = Net();
-  const std::vector<Place> places = Places(net);
   double longitude = 0, latitude = 0;
-  for (auto _ : state)
-    for (const Place& place : places)
-      benchmark::DoNotOptimize(Pixel_To_Grad(net, place.x, place.y, longitude, latitude));
-  state.SetItemsProcessed(state.iterations() * static_cast<int64_t>(places.size()));
+  On_Every_Place(state, [&](const CoordinateState& net, const Place& place) {
+    benchmark::DoNotOptimize(Pixel_To_Grad(net, place.x, place.y, longitude, latitude));
+  });
 }
 BENCHMARK(BM_Pixel_To_Grad);
 

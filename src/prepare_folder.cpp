@@ -22,7 +22,7 @@ bool Prepare_Folder() {
     Prepare_Program_Folder(Delivered_Folder());
     return true;
   } catch (const Error& error) {
-    Message_Box(QStringLiteral("Der Programmordner kann nicht angelegt werden.\n") + error.text, MsgButtons::Ok,
+    Message_Box(QStringLiteral("Der Programmordner kann nicht angelegt oder beschrieben werden.\n") + error.text, MsgButtons::Ok,
                 MsgIcon::Critical, QStringLiteral("Programmfehler "));
     return false;
   }

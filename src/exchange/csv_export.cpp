@@ -22,7 +22,7 @@ namespace {
 const QString title = QStringLiteral("Export der Karteneinträge in eine CSV-Datei");
 const QString firstWords = QStringLiteral("Export der Datei: ");
 
-constexpr std::array without = {-40, -11, -5, -4, -1, 4, 5, 11, 40};  // kinds without a line
+constexpr std::array without = {4, 5, 11, 40};  // kinds without a line, marked or hidden
 
 bool In_Metres() { return Coord.Metric() || (Coord.Geographic() && Coord.NetPKG); }
 
@@ -78,7 +78,10 @@ void Keep_Foreign_File(const QString& path) {
 
 }  // namespace
 
-bool Csv_Has_Line(const EntryRow& row) { return std::find(without.begin(), without.end(), row.Typ) == without.end(); }
+bool Csv_Has_Line(const EntryRow& row) {
+  const int kind = EntryType::Parse(row.Typ).base;
+  return row.Typ != -1 && std::find(without.begin(), without.end(), kind) == without.end();
+}
 
 // The foot point where there is one. Figures and plan squares keep their size in its columns.
 QPoint Csv_Place(const EntryRow& row) {

@@ -19,6 +19,7 @@
 namespace {
 
 const QString exportTitle = QStringLiteral("Karteinträge in eine Trakkor-Datei exportieren"),
+              emptyTitle = QStringLiteral("Karteneinträge in eine Trakkor-Datei exportieren"),
               exportExists = QStringLiteral("Datenbank in eine Trakkor-Datei exportieren"),
               importTitle = QStringLiteral("Karteneinträge aus einer Trakkor-Datei importieren"),
               undoCaption = QStringLiteral("Rückgängig: Import"),
@@ -65,7 +66,7 @@ QString Ask_Import_Name(const QString& title) {
 
 void Tell_Empty(const QString& name) {
   Message_Box(name + QStringLiteral("\rDiese Datei ist leer.\rDer Export dieser Datei wird abgebrochen."),
-              MsgButtons::Ok, MsgIcon::Warning, exportTitle);
+              MsgButtons::Ok, MsgIcon::Warning, emptyTitle);
 }
 
 // Free names for new lines, areas and figures, found by one walk through tables and rows.

@@ -14,7 +14,8 @@
 
 namespace {
 
-const QString undoCaption = QStringLiteral("Rückgängig: Import"), title = QStringLiteral("Overlay importieren");
+const QString undoCaption = QStringLiteral("Rückgängig: Import Top50*.ovl-Datei"),
+              title = QStringLiteral("Overlay importieren");
 
 size_t Count_Of(const OverlayFile& file, const OverlayPlan& plan, OverlayKind kind) {
   size_t count = 0;

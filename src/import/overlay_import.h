@@ -29,7 +29,7 @@ struct OverlayResult {
   bool failed = false;                // an error took everything back; it was told
   std::vector<OverlayFault> refused;  // the map has no name left for them, texts that were cut
 };
-// One undo point "Rückgängig: Import", one transaction, one redraw.
+// One undo point "Rückgängig: Import Top50*.ovl-Datei", one transaction, one redraw.
 OverlayResult Import_Overlay(const OverlayFile& file, const OverlayPlan& plan);
 
 // For the window of imports; file and plan must outlive it. `transformation`: "" where nothing is transformed.

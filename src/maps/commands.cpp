@@ -8,6 +8,7 @@
 #include "platform/error.h"
 #include "state/run_guarded.h"
 #include "state/step.h"
+#include "state/task_line.h"
 
 namespace {
 
@@ -74,6 +75,7 @@ bool Run_Command(const QString& key, const CommandCall& call) {
   Run_Guarded([&] {
     begun = Needs_Met(command->needs) && Hand_Ready(command->hand);
     if (!begun) return;
+    Forget_Done();
     const UndoStep step(command->step, UndoStep::Joins::Nothing);
     procedure(call);
   });

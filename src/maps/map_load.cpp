@@ -137,7 +137,7 @@ void Open_Steps(const QString& path, OpenMarker& marker) {
     Message_Box(map_texts::Not_Ended(stem), MsgButtons::Ok, MsgIcon::Information, QStringLiteral("Datenbank"));
   }
   if (static_cast<qint64>(MapWidthPx) * MapHeightPx > bigMapPixels && frmMDI.Tips && dialogHooks.BigMapHint) {
-    dialogHooks.BigMapHint({MapWidthPx, MapHeightPx}, Map.MapClip[0].image.depth());
+    dialogHooks.BigMapHint({MapWidthPx, MapHeightPx});
     events.RedrawWanted.Emit();
   }
 }

@@ -129,6 +129,15 @@ std::optional<SpeciesMatrix> Matrix_Of_Map() {
   return matrix;
 }
 
+// The statistics were wanted all the same, though there is nothing they could begin with.
+void Tell_No_Area_Chosen() {
+  Message_Box(QStringLiteral("\nEs ist keine Fläche ausgewählt.\n"
+                             "Mauszeiger auf eine Fläche \n"
+                             "oder auf den linken Rand der Tabelle\n"
+                             "in die Zeile der betreffenden Fläche setzen\n"),
+              MsgButtons::Ok, MsgIcon::Information, areaTitle);
+}
+
 }  // namespace
 
 void Tell_No_Area() {
@@ -149,7 +158,7 @@ void Calc_Population(const MapInput& input, const PopOptions& options) {
   }
   if (results.sheets.empty()) {
     steps.reset();
-    Tell_No_Area();
+    Tell_No_Area_Chosen();
   } else if (Tell_Too_Large(results.tooLarge, areaTitle)) {
     Write_Result(results.sheets, std::move(steps));
   }

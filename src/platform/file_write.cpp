@@ -70,6 +70,13 @@ QString Folder_Of(const QString& path) {
   return cut == 0 ? QStringLiteral("/") : path.left(cut);
 }
 
+// What is no ordinary file is neither read nor replaced: a pipe would wait for its other end, and a device would be
+// gone.
+void Refuse_Strange_File(const QString& path) {
+  if (const QString flaw = Strange_File(path); !flaw.isEmpty())
+    Raise(errors::noPermission, QStringLiteral("Auf \"%1\" kann nicht zugegriffen werden: %2").arg(path, flaw));
+}
+
 // The file that a write goes to: the one that is there in any case, behind a link the linked file, else the new name in
 // the folder that is there.
 QString Target_Of(const QString& path) {
@@ -77,6 +84,7 @@ QString Target_Of(const QString& path) {
   const QString found = Find_File(clean);
   if (!found.isEmpty()) {
     if (QFileInfo(found).isDir()) Raise(errors::noPermission);
+    Refuse_Strange_File(found);
     const QString real = QFileInfo(found).canonicalFilePath();
     return real.isEmpty() ? found : real;
   }
@@ -160,11 +168,9 @@ QString Source_Of(const QString& path) {
   return found;
 }
 
-// Opening a pipe would wait for its other end.
 QString Content_Of(const QString& path) {
   const QString found = Source_Of(path);
-  if (const QString flaw = Strange_File(found); !flaw.isEmpty())
-    Raise(errors::noPermission, QStringLiteral("Auf \"%1\" kann nicht zugegriffen werden: %2").arg(found, flaw));
+  Refuse_Strange_File(found);
   return found;
 }
 }  // namespace

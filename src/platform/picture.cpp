@@ -12,6 +12,7 @@
 #include <new>
 #include <optional>
 
+#include "platform/bmp_strips.h"
 #include "platform/error.h"
 #include "platform/files.h"
 #include "platform/picture_check.h"
@@ -191,7 +192,12 @@ QImage Load_With_Reader(const QString& path, TimedFile& file, const PictureLimit
   }
   const AllocationLimit allocation(size.isValid() ? Counted_Memory(size, format) : limits.memory);
   QImage image;
-  const bool read = reader.read(&image);
+  const bool strips = bmp && bmp->width * bmp->height > wholeBmpPixels;
+  if (strips && bmp->compression != 0 && bmp->compression != 3)
+    Raise_Damaged(path, QStringLiteral("gepackte Bitmaps können höchstens %1 Millionen Bildpunkte haben.")
+                            .arg(wholeBmpPixels / 1'000'000));
+  if (strips) image = Read_Bmp_Strips(file, *bmp);
+  const bool read = strips || reader.read(&image);
   if (file.Late())
     Raise_Damaged(path, QStringLiteral("das Lesen dauert länger als %1 Sekunden.").arg(limits.milliseconds / 1000.0));
   if (!read || image.isNull()) Raise_Damaged(path, QStringLiteral("die Datei ist beschädigt."));

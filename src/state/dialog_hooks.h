@@ -10,7 +10,7 @@ struct SafeModeQuestion {
 };
 struct DialogHooks {
   std::function<int(const SafeModeQuestion&)> Abgesichert;    // 1, 2, 3 as chosen, 0 or 4 = stop
-  std::function<void(QSize map, int colorDepth)> BigMapHint;  // frmTipps
+  std::function<void(QSize map)> BigMapHint;  // frmTipps
   std::function<void(const QString& path)> NotePad;           // shows a text file in a note pad
   std::function<void()> FitNotePad;               // the active note pad, if there is one, takes all the room
   std::function<void(const QString& page)> Help;  // a page of the help window

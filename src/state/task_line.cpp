@@ -2,9 +2,21 @@
 
 #include "state/events.h"
 #include "state/mdi_state.h"
+#include "state/on_reset.h"
+
+namespace {
+QString done;
+const OnReset fresh(done);
+}  // namespace
 
 void Tell_Done(const QString& text) {
-  InfoBar.Panel[0] = text;
+  InfoBar.Panel[0] = done = text;
+  events.InfoBarChanged.Emit();
+}
+
+void Forget_Done() {
+  if (done.isEmpty() || InfoBar.Panel[0] != done) return;
+  InfoBar.Panel[0].clear();
   events.InfoBarChanged.Emit();
 }
 

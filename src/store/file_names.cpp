@@ -80,11 +80,15 @@ QString Real_Map(const QString& capitals) {
 
 void Prepare_Program_Folder(const QString& delivered) {
   const QString folder = Wanted_Program_Folder();
-  if (!QDir().mkpath(folder)) Raise(errors::pathNotFound);
-  ProgramFolder = folder;
-  const QString source = QFileInfo(delivered).canonicalFilePath();
-  if (!source.isEmpty() && source != QFileInfo(folder).canonicalFilePath()) Fill_With_Missing(folder, source);
-  if (!QFileInfo(folder).isWritable()) Raise(errors::noPermission);
+  try {
+    if (!QDir().mkpath(folder)) Raise(errors::pathNotFound);
+    ProgramFolder = folder;
+    const QString source = QFileInfo(delivered).canonicalFilePath();
+    if (!source.isEmpty() && source != QFileInfo(folder).canonicalFilePath()) Fill_With_Missing(folder, source);
+    if (!QFileInfo(folder).isWritable()) Raise(errors::noPermission);
+  } catch (const Error& error) {  // the user has to know which folder it is
+    Raise(error.number, error.text + u'\n' + folder);
+  }
 }
 
 QString Program_File(const QString& name) {

@@ -4,7 +4,7 @@
 
 // Finds and prepares the program folder: FLURAX_HOME if set, else ~/.local/share/flurax, filled from `delivered` with
 // what is missing there; files that are there stay as they are. Sets ProgramFolder. Error 70, 61 or 76 if it cannot be
-// written.
+// written; the text names it.
 void Prepare_Program_Folder(const QString& delivered);
 // Program folder + "/" + name.
 QString Program_File(const QString& name);

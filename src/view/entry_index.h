@@ -44,11 +44,11 @@ class NearReach {
  public:
   NearReach() = default;
   explicit NearReach(const EntryReach& reach);
-  // Can the reach touch the area at that zoom? `foot`: what foot points take round them, map pixels.
   struct Area {
     float x, y, wide, high;  // its middle, and half its size
-    float zoom, foot;
+    float zoom, foot;        // foot: what foot points take round them, map pixels
   };
+  // Can the reach touch the area at that zoom?
   bool May_Touch(const Area& area) const {
     const float far = first + second * area.zoom + area.foot;
     return (std::abs(x - area.x) <= area.wide + far && std::abs(y - area.y) <= area.high + far) || everywhere;

@@ -26,6 +26,10 @@ struct TestMap : MapInput {
   TestMap(const TestMap&) = delete;
   QHash<QString, std::vector<QPoint>> shapes;
   void Add(const QString& id, int typ, const QString& text = {}) { rows.push_back(Row(id, typ, text)); }
+  // Texts that are assigned to something.
+  void Assign(const QString& to, const QStringList& texts) {
+    for (const QString& text : texts) Add(QStringLiteral("Text>") + to, 0, text);
+  }
   void Add_Square(const QString& id, int side, int typ = 4, const QString& text = {}) {
     Add(id, typ, text);
     shapes[EntryId::Parse(id).TableName()] = {{0, 0}, {side, 0}, {side, side}, {0, side}};

@@ -6,10 +6,6 @@ using ::testing::ElementsAre;
 
 namespace {
 
-void Assign(TestMap& map, const QString& to, const QStringList& texts) {
-  for (const QString& text : texts) map.Add(QStringLiteral("Text>") + to, 0, text);
-}
-
 // Entries at these places, assigned to something.
 void Assign_At(TestMap& map, const QString& to, const std::vector<QPoint>& places) {
   for (const QPoint at : places) map.rows.push_back(Row(QStringLiteral("Text>") + to, 0, "x", at.x(), at.y()));
@@ -27,8 +23,8 @@ TEST(Diagrams, RanksOfOneAreaAndOfAll) {
   TestMap map;
   map.Add_Square("Flaeche1", 10);
   map.Add_Square("Flaeche10", 10);
-  Assign(map, "Flaeche1", {"3 Zilpzalp", "2 Öl", "2 Amsel", "0 Nichts", "7"});
-  Assign(map, "Flaeche10", {"4 Amsel"});
+  map.Assign("Flaeche1", {"3 Zilpzalp", "2 Öl", "2 Amsel", "0 Nichts", "7"});
+  map.Assign("Flaeche10", {"4 Amsel"});
   map.Add("Text>Flaeche1<1", 0, "5 Zilpzalp");
   const auto matrix = Calc_Species_Matrix(map);
   EXPECT_THAT(Ranked(*matrix, 0), ElementsAre("8 Zilpzalp", "7 (ohne Namen)", "2 Amsel", "2 Öl"));
@@ -47,10 +43,10 @@ TEST(Diagrams, SpeciesOverAreasAndFigures) {
   map.Add_Square("Flaeche3", 10, 4);
   map.Add("Figur1", 23, "Kreis");
   map.Add("Linie1", 4, "Weg");
-  Assign(map, "Flaeche1", {"a", "5 b"});
-  Assign(map, "Flaeche3", {"b", "c"});
-  Assign(map, "Figur1", {"c"});
-  Assign(map, "Linie1", {"d"});
+  map.Assign("Flaeche1", {"a", "5 b"});
+  map.Assign("Flaeche3", {"b", "c"});
+  map.Assign("Figur1", {"c"});
+  map.Assign("Linie1", {"d"});
   const AreaAccumulation found = Accumulate_Areas(*Calc_Species_Matrix(map));
   EXPECT_THAT(found.names, ElementsAre("Au", "Flaeche3", "Kreis"));
   EXPECT_THAT(found.species.collected, ElementsAre(2, 3, 3));

@@ -21,9 +21,6 @@ int Row_With(const Sheet& sheet, const QString& text) {
     if (sheet.Text(row, 1).contains(text)) return row;
   return 0;
 }
-void Assign(TestMap& map, const QString& target, const QStringList& texts) {
-  for (const QString& text : texts) map.Add("Text>" + target, 0, text);
-}
 Sheet Population_Of_All(const TestMap& map, bool diversity = true) {
   return *Population_Sheet(map, *Calc_Population_Values(map, First_Area_Row(map.rows)), {.diversity = diversity});
 }
@@ -35,7 +32,7 @@ TEST(PopulationSheetTest, BlockOfAnArea) {
   map.rows[0].VG = 1;
   map.rows[0].HG = 14;
   map.rows[0].RA = 103;
-  Assign(map, "Flaeche1", {"13P.mont.", "=x", "2P.mont.", "=x", "*18N"});
+  map.Assign("Flaeche1", {"13P.mont.", "=x", "2P.mont.", "=x", "*18N"});
   const Sheet sheet = Population_Of_All(map);
   Expect_Row(sheet, 1, {"Flächenstatistik", ""});
   Expect_Row(sheet, 2, {"", "", "Karte:", "Natur:", "Karte:", "Natur:"});
@@ -91,8 +88,8 @@ TEST(PopulationSheetTest, WhatIsMissingIsTold) {
   map.Add("Flaeche3", 40, "ohne Punkte");
   map.Add_Square("Flaeche4", 10, 104);
   map.Add_Square("Flaeche5", 10, -4);
-  Assign(map, "Flaeche2", {"a", "40000 Mücken"});
-  Assign(map, "Flaeche3", {"0 Ex."});
+  map.Assign("Flaeche2", {"a", "40000 Mücken"});
+  map.Assign("Flaeche3", {"0 Ex."});
   const Sheet sheet = Population_Of_All(map);
   // Nothing assigned: its sizes and the count, then the next.
   Expect_Row(sheet, 7, {"zugeordnete Einträge:", "0"});
@@ -235,8 +232,8 @@ TEST(MatrixSheetTest, SheetAndTextForOtherPrograms) {
   TestMap map;
   map.Add_Square("Flaeche1", 10, 4, "Wiese; \"naß\"");
   map.Add_Square("Flaeche2", 10, 4, "@Moor");
-  Assign(map, "Flaeche1", {"3 =Art", "b", "5"});
-  Assign(map, "Flaeche2", {"40000 x"});
+  map.Assign("Flaeche1", {"3 =Art", "b", "5"});
+  map.Assign("Flaeche2", {"40000 x"});
   const auto matrix = Calc_Species_Matrix(map);
   const Sheet sheet = Matrix_Sheet(*matrix);
   Expect_Row(sheet, 3,

@@ -168,12 +168,10 @@ TEST(MatrixTest, WhateverEntriesAreAssignedTo) {
   map.Add("Figur1", 23, "Kreis");
   map.Add("Figur2", 23, "leer");
   map.Add("Linie4 - P0110L5.0B3.0", 4, "Bach");
-  map.Add("Text>Flaeche1", 0, "2 Öchsel");
-  map.Add("Text>Flaeche1", 0, "Zikade");
+  map.Assign("Flaeche1", {"2 Öchsel", "Zikade"});
   map.Add("Text>Figur1<Nord", 0, "Öchsel");
-  map.Add("Text>Linie4", 0, "ameise");
-  map.Add("Text>Linie4 - P0110L5.0B3.0", 0, "40000 ameise");  // as older tables have it
-  map.Add("Text>Linie4", 0, "3 ameise");
+  map.Assign("Linie4", {"ameise", "3 ameise"});
+  map.Assign("Linie4 - P0110L5.0B3.0", {"40000 ameise"});  // as older tables have it
   map.Add("Text<Nord", 0, "17");
   map.Add("-Achse>Figur1", 7);
   const auto matrix = Calc_Species_Matrix(map);

@@ -63,7 +63,8 @@ TEST(Crossing, IsNotInventedWhereThereIsNone) {
   EXPECT_FALSE(Find_Crossing(QImage(), {60, 60}));
   EXPECT_TRUE(none_with([](QPainter&) {}));
   EXPECT_TRUE(none_with([](QPainter& painter) { painter.drawLine(60, 0, 60, 119); })) << "one line is no crossing";
-  EXPECT_TRUE(none_with([](QPainter& painter) { painter.fillRect(60, 0, 60, 120, Qt::black); })) << "an edge is no line";
+  EXPECT_TRUE(none_with([](QPainter& painter) { painter.fillRect(60, 0, 60, 120, Qt::black); }))
+      << "an edge is no line";
   EXPECT_FALSE(Find_Crossing(Scan({20, 20}, 0, 2, Qt::black, 1), {60, 60}));
 }
 

@@ -202,9 +202,11 @@ TEST_F(WorldFiles, ZoneAndDatumComeFromTheFilesOrAreAskedFor) {
 }
 
 TEST_F(WorldFiles, NonsenseIsRefusedByItsLine) {
-  for (const auto& [lines, told] : {std::pair("2\n0\n0\n-2\n650000\n", "Zeile 6"), {"2\n0\nnull\n-2\n1\n1\n", "Zeile 3"},
-       {"0\n0\n0\n0\n650000\n5512000\n", "keine Größe"}, {"2\n0\n0\n2\n650000\n5512000\n", "Vorzeichen"},
-       {"-2\n0\n0\n-2\n650000\n5512000\n", "Vorzeichen"}})
+  for (const auto& [lines, told] : {std::pair("2\n0\n0\n-2\n650000\n", "Zeile 6"),
+                                    {"2\n0\nnull\n-2\n1\n1\n", "Zeile 3"},
+                                    {"0\n0\n0\n0\n650000\n5512000\n", "keine Größe"},
+                                    {"2\n0\n0\n2\n650000\n5512000\n", "Vorzeichen"},
+                                    {"-2\n0\n0\n-2\n650000\n5512000\n", "Vorzeichen"}})
     EXPECT_THAT(Refusal([&, text = lines] { Parse_World_File(text); }), Says(told));
   // Whatever is cut off or wrong in a TIFF file: an error of pictures, or a place that is none, and no more.
   const QByteArray whole = Tagged(area, 25832).Bytes();

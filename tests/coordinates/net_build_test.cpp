@@ -38,7 +38,14 @@ TEST_F(MetricNet, LinesRunFromEdgeToEdge) {
   EXPECT_EQ(state.NetB[1].Count, 1);
 }
 
-TEST_F(MetricNet, LinesCutAtTheSidesEndThere) {
+TEST_F(MetricNet, FindsTheMapFromAReferencePointOutsideAndEndsLinesAtItsSides) {
+  for (const int xmap : {-9950, 10250}) {
+    CoordinateState state = Small_Utm(xmap, 100, 100);
+    Build_Metric_Net(state);
+    ASSERT_EQ(state.NetLLines.size(), 3U) << xmap;
+    EXPECT_EQ(state.NetLLines[0][0].X, 50);
+    EXPECT_FLOAT_EQ(state.NetLLabels[0].Deg, static_cast<float>(646000 + (50 - xmap) * 10));
+  }
   CoordinateState state = Small_Utm(30, 0, 100, -0.5);  // the line through the reference point leads to (130, 201)
   Build_Metric_Net(state);
   ASSERT_EQ(state.NetLLines.size(), 4U);
@@ -47,17 +54,7 @@ TEST_F(MetricNet, LinesCutAtTheSidesEndThere) {
   EXPECT_NEAR(state.NetLLabels[0].Y, 140.7, 0.01);
 }
 
-TEST_F(MetricNet, FindsTheMapFromAReferencePointOutside) {
-  for (const int xmap : {-9950, 10250}) {
-    CoordinateState state = Small_Utm(xmap, 100, 100);
-    Build_Metric_Net(state);
-    ASSERT_EQ(state.NetLLines.size(), 3U) << xmap;
-    EXPECT_EQ(state.NetLLines[0][0].X, 50);
-    EXPECT_FLOAT_EQ(state.NetLLabels[0].Deg, static_cast<float>(646000 + (50 - xmap) * 10));
-  }
-}
-
-TEST_F(MetricNet, TellsWhyThereAreNoLines) {
+TEST_F(MetricNet, TellsWhyThereAreNoLinesAndWhichAreTooMany) {
   const std::tuple<int, int, float, int, size_t, size_t> cases[] = {
       {-20000, 150, 100, 6000, 0, 2}, {20000, 150, 100, 6010, 0, 2}, {50, 20000, 100, 6020, 3, 0},
       {-50, 100, 1000, 6000, 0, 1},   {50, 100, 0, 6010, 0, 0},      {50, 100, 0.5F, 5000, 500, 401},
@@ -68,9 +65,6 @@ TEST_F(MetricNet, TellsWhyThereAreNoLines) {
     EXPECT_EQ(std::pair(state.NetLLines.size(), state.NetBLines.size()), std::pair(vertical, horizontal))
         << xmap << ' ' << distance;
   }
-}
-
-TEST_F(MetricNet, TooManyLinesNameTheirFamily) {
   for (const bool vertical : {true, false}) {
     CoordinateState state = Small_Utm(50, 100, 100, 0.02120933);
     (vertical ? state.Xline : state.Yline) = 0.3F;

@@ -149,7 +149,7 @@ TEST_F(GeographicNet, TooManyLinesEndTheNetWithWhatThereIs) {
   }
 }
 
-TEST_F(GeographicNet, FaultsOfTheFileAreTold) {
+TEST_F(GeographicNet, FaultsOfTheFileAreToldANetOffTheMapIsNone) {
   const std::tuple<const char*, const char*, std::function<void(CoordinateState&)>> cases[] = {
       {"fehlerhafte Teilung der Längengrade.", "Fehler: geogr. Längengrade unterteilen",
        [](CoordinateState& state) { state.NetL[2].Kind = 3; }},
@@ -166,9 +166,6 @@ TEST_F(GeographicNet, FaultsOfTheFileAreTold) {
     EXPECT_EQ(state.NetBLines.size(), 9U);
     EXPECT_TRUE(state.NetLLines.empty());
   }
-}
-
-TEST_F(GeographicNet, OffTheMapThereIsNothingAndNobodyIsTold) {
   CoordinateState state =
       GeoNet{.rows = {5100, 5200, 5300}, .columns = {7100, 7300, 7500}, .division = QStringLiteral("0.05")}.Make();
   Net_Divide(state);

@@ -123,50 +123,37 @@ TEST_F(Marks, UnmarkingKeepsKindAndSignAndWritesOnlyMarkedRows) {
   EXPECT_EQ(Map.MarkCount, 0);
 }
 
-TEST_F(Marks, DeletingTakesVertexTablesUnlessTheyAreShared) {
-  const QString line = Add_Polygon("Linie0", {{1, 1}, {50, 50}}),
-                twin = Add(Make(4, "Linie1 - P0110L1.0B1.0", "", 1, 1));
-  const QString area = Add_Polygon("Flaeche0", {{1, 1}, {50, 50}, {1, 90}});
-  Write_Vertices("Linie1", {{2, 2}, {8, 8}});
-  const QString shares = Add(Make(104, "-Linie1", "", 1, 1));
-  Mark_Rows({keys[0], line, shares, area});
-  {
-    MessageScript script("4 markierten", MsgAnswer::No);
+TEST_F(Marks, DeletingAsksAndTakesVertexTablesAlong) {
+  Mark_Rows({keys[0], Add_Polygon("Linie0", {{1, 1}, {50, 50}}), Add_Polygon("Flaeche0", {{1, 1}, {50, 50}, {1, 90}})});
+  for (const MsgAnswer answer : {MsgAnswer::No, MsgAnswer::Yes}) {
+    MessageScript script("3 markierten", answer);
     Delete_Marked();
     EXPECT_EQ(script.Seen()[0].defaultButton, MsgDefault::Second);
+    EXPECT_EQ(Entry_Count(), answer == MsgAnswer::No ? 6 : 3);
   }
-  EXPECT_EQ(Entry_Count(), 8);
-  MessageScript script("4 markierten", MsgAnswer::Yes);
-  Delete_Marked();
-  EXPECT_EQ(Entry_Count(), 4);
-  EXPECT_TRUE(rsEntries->HasRow(twin));
-  EXPECT_TRUE(dbEntries->HasTable("Linie1"));
-  EXPECT_FALSE(dbEntries->HasTable("Linie0"));
-  EXPECT_FALSE(dbEntries->HasTable("Flaeche0"));
+  EXPECT_FALSE(dbEntries->HasTable("Linie0") || dbEntries->HasTable("Flaeche0"));
   EXPECT_TRUE(rsEntries->HasRow(Map.CurBookmark));
 }
 
 TEST_F(Marks, GroupsAreNumberedAndDissolved) {
-  Mark_Rows({keys[0], keys[1]});
-  Group_Marked();
+  const auto group = [](const QStringList& members) {
+    Mark_Rows(members);
+    Group_Marked();
+  };
+  group({keys[0], keys[1]});
   Unmark_All();
-  Mark_Rows({keys[2], keys[3]});
-  Group_Marked();
-  EXPECT_EQ(Row(keys[0]).ID, QString("Text<1"));
-  EXPECT_EQ(Row(keys[3]).ID, QString("Text<2"));
+  group({keys[2], keys[3]});
+  EXPECT_EQ(std::tuple(Row(keys[0]).ID, Row(keys[3]).ID), std::tuple("Text<1", "Text<2"));
   EXPECT_EQ(Group_Of(keys[1]), QStringList({keys[0], keys[1]}));
-  Mark_Rows({keys[0]});  // marks of two groups make a new one
-  Group_Marked();
+  group({keys[0]});  // marks of two groups make a new one
   EXPECT_EQ(Group_Of(keys[0]), QStringList({keys[0], keys[2], keys[3]}));
   EXPECT_EQ(Group_Of(keys[1]), QStringList({keys[1]}));
   Group_Marked();
   EXPECT_EQ(Group_Of(keys[0]), QStringList({keys[0]}));
-  EXPECT_EQ(Row(keys[3]).ID, QString("Text"));
-  EXPECT_EQ(Row(keys[1]).ID, QString("Text<1"));
-  const QString full = Add(Make(100, QString(79, 'x'), "lang", 1, 1));
-  MessageScript script("81 Zeichen");
-  Group_Marked();
-  EXPECT_EQ(Row(keys[0]).ID, QString("Text"));
+  EXPECT_EQ(std::tuple(Row(keys[3]).ID, Row(keys[1]).ID), std::tuple("Text", "Text<1"));
+  Add(Make(100, QString(79, 'x'), "lang", 1, 1));
+  With_Box("81 Zeichen", Group_Marked);
+  EXPECT_EQ(Row(keys[0]).ID, "Text");
 }
 
 TEST_F(Marks, JustifyAlignsEdgesWithTheOneMarkedLast) {

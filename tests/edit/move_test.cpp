@@ -46,7 +46,7 @@ TEST_F(Move, VerticesGoAlongOnceAndTakeTheirStopMark) {
   dbEntries->Execute("UPDATE MapData SET Xmap = 99999 WHERE Eintrag = 'beschädigt'");
   const QStringList before = Whole_Table();
   EXPECT_EQ(Move_Entries({3, 4}), 4);
-  EXPECT_TRUE(Whole_Table().join('\n').contains("99999|20|")) << "such a row belongs to the repair";
+  EXPECT_TRUE(Whole_Table().join('\n').contains("1:99999|1:20|")) << "such a row belongs to the repair";
   const auto& points = *dbEntries->Points("Linie0");
   ASSERT_EQ(points.size(), 4U);
   EXPECT_EQ(points[1].x, 23);

@@ -2,38 +2,29 @@
 
 #include "edit/table_edit.h"
 #include "exchange/csv_export.h"
+#include "support/nets.h"
 #include "support/table_fixture.h"
 
 namespace {
 
-class CsvTableTest : public TableTest {
+class CsvTableTest : public OpenTableTest {
  protected:
   void SetUp() override {
-    TableTest::SetUp();
-    Open_Table();
+    OpenTableTest::SetUp();
     EntryRow row = Text(u"Uhu \"groß\"; 2\r\nEx."_s, 110, 190);
     row.Groesse = 9.5;
     row.Typ = 1;
     Add(row);
-    Add(Entry(u"Flaeche0"_s, 4));
+    for (const int typ : {4, 104, -204, 140, 105, 211}) Add(Entry(u"Flaeche0"_s, typ));  // no place of their own
     Add(Text(u"=1+1"_s, 100, 200));
     // 1 m a pixel; reference point at (100, 200).
-    Coord = {};
-    Coord.Grid = gridUtm;
-    Coord.GridDatum = u"WGS-84"_s;
-    Coord.ZoneText = u"32U"_s;
-    Coord.ZoneNumber = 32;
-    Coord.Xmap = 100;
-    Coord.Ymap = 200;
+    Coord = Utm_Net({400, 300}, {100, 200}, 1000);
     Coord.GridR = 644811;
     Coord.GridH = 5484963;
-    Coord.MeterPerPix = 1;
-    Coord.MapWidthPx = 400;
-    Coord.MapHeightPx = 300;
   }
 };
 
-TEST_F(CsvTableTest, EveryChoiceIsKept) {
+TEST_F(CsvTableTest, EveryChoiceIsKeptAndWithoutANetTheCellsAreEmpty) {
   CsvOrder order{
       {u"Nr"_s, u"Eintrag"_s, u"Pixel"_s, u"Koordinaten"_s, u"Größe"_s, u"fehlt"_s}, u';', u',', true, false};
   EXPECT_EQ(Csv_Table(order),
@@ -49,9 +40,6 @@ TEST_F(CsvTableTest, EveryChoiceIsKept) {
   EXPECT_NEAR(cells[0].toDouble(), 11.0000056, 2e-7);
   EXPECT_NEAR(cells[1].toDouble(), 49.4999994, 2e-7);
   EXPECT_TRUE(Csv_Columns().contains(u"Schrift"_s));
-}
-
-TEST_F(CsvTableTest, WithoutANetTheCellsAreEmpty) {
   Coord = {};
   EXPECT_FALSE(Csv_Knows_Wgs84());
   EXPECT_EQ(Csv_Table({{u"Koordinaten"_s, u"Nr"_s}, u',', u'.', false, true}),

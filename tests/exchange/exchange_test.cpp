@@ -6,12 +6,8 @@ using ::testing::ElementsAre;
 
 namespace {
 
-class ExchangeTest : public TableTest {
+class ExchangeTest : public OpenTableTest {
  protected:
-  void SetUp() override {
-    TableTest::SetUp();
-    Open_Table();
-  }
   static EntryRow Point(const QString& text, const QString& font, double size, int typ, QPoint foot = {}) {
     EntryRow row = Text(text, 100, 200);
     row.Schrift = font;
@@ -92,6 +88,8 @@ TEST_F(ExchangeTest, ColoursAndLineEndsGoThereAndBack) {
   EXPECT_EQ(trakkorColor(-305), u"-305"_s);
   EXPECT_EQ(trakkorColor({}) + fluraxColor({}), u"11"_s);
   EXPECT_EQ(Line_Style_Of(u"-Linie4"_s), u"-"_s);
+  for (const auto& [fill, stroke] : {std::pair{-1, "0.5"}, {0, "1.0"}})
+    EXPECT_EQ(Export_Record_Of(Shape(u"Flaeche1"_s, 4, u"x"_s, u"Arial"_s, 1, fill)).stroke, stroke) << fill;
   EXPECT_EQ(Line_Ends_Of(u"-"_s), std::nullopt);
   for (const auto shape : {LineEnds::Shape::Arrow, LineEnds::Shape::Circle, LineEnds::Shape::Rectangle})
     for (int flags = 0; flags < 16; ++flags) {
@@ -180,7 +178,11 @@ TEST_F(ExchangeTest, WhatCannotBeReadIsNamedByItsLine) {
 TEST_F(ExchangeTest, FaultsLeaveFileAndTableAsTheyAre) {
   const FileDialogScript dialogs{Path(u"k.tkr"_s), Path(u"k.tkr"_s), std::nullopt, Path(u"leer.tkr"_s),
                                  Path(u"voll.tkr"_s)};
-  With_Box(u"\rDiese Datei ist leer.\rDer Export dieser Datei wird abgebrochen."_s, Export_Trakkor);
+  {
+    const MessageScript script(u"\rDiese Datei ist leer.\rDer Export dieser Datei wird abgebrochen."_s);
+    Export_Trakkor();
+    EXPECT_EQ(script.Seen()[0].title, u"Karteneinträge in eine Trakkor-Datei exportieren"_s);
+  }
   EXPECT_FALSE(File_Exists(Path(u"k.tkr"_s)));
   Add(Point(u"Amsel"_s, u"Arial"_s, 8, 1));
   Write_Lines(Path(u"k.tkr"_s), {u"alt"_s});

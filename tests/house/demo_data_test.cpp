@@ -2,8 +2,6 @@
 
 #include "analysis/assigned_entries.h"
 #include "analysis/species_matrix.h"
-#include "exchange/exchange_reader.h"
-#include "exchange/exchange_record.h"
 #include "maps/map_close.h"
 #include "maps/map_open.h"
 #include "support/table_fixture.h"
@@ -67,44 +65,6 @@ QStringList Row_Faults(Database& database, const EntryRow& row, QSize map) {
     for (const auto& point : *points) check(sheet.contains(point.x, point.y), u"vertex beside the map"_s);
   }
   return faults;
-}
-
-// A row as it comes back from an exchange file, by what such a file holds; nothing if it is not in it.
-std::optional<EntryRow> Row_Of_Exchange(EntryRow row, int number) {
-  EntryType type = EntryType::Parse(row.Typ);
-  const EntryId id = EntryId::Parse(row.ID);
-  if (type.base == 15 || type.IsFreeFigure() || row.Typ == -1) return std::nullopt;
-  type.mark = Mark::None;
-  row.Typ = type.ToNumber();
-  EntryId plain;
-  plain.name = id.name;
-  while ((type.IsPolygon() || type.IsFigure()) && plain.name.back().isDigit()) plain.name.chop(1);
-  if (id.IsLine()) plain.ends = id.ends;
-  row.ID = plain.ToText();
-  row.Eintrag.replace(u';', u',').replace(QRegularExpression(u"^ +"_s), QString());
-  if (type.IsText()) row.ID = u"Text"_s;
-  if (type.IsPolygon() && row.Yline < 0) row.Schrift.remove(u"-T"_s);
-  if (type.IsFigure()) {
-    row.Eintrag = u"Figur-"_s + QString::number(number);
-    row.Schrift = u"F "_s + row.Schrift.trimmed().right(1);
-  }
-  if (type.Kind() == EntryKind::Picture) {
-    row.Eintrag = QFileInfo(row.Eintrag).fileName();
-    row.Groesse = 12;
-  }
-  if (type.Kind() == EntryKind::Scale) {
-    row.ID = u"Maßstab"_s;
-    row.Eintrag = row.Eintrag.trimmed();
-    row.Groesse = 12;
-  }
-  return row;
-}
-
-QString Field_By_Field(const EntryRow& row) {
-  QStringList fields{row.ID, row.Eintrag, row.Schrift, QString::number(row.Groesse)};
-  for (const int value : {row.VG, row.HG, row.RA, row.Xmap, row.Ymap, row.Xline, row.Yline, row.Typ})
-    fields << QString::number(value);
-  return fields.join(u" | "_s);
 }
 
 }  // namespace
@@ -267,37 +227,4 @@ TEST(DemoData, SecondRunMakesTheSameBytes) {
     EXPECT_TRUE(Read_Bytes(first) == Read_Bytes(again + u'/' + QDir(built).relativeFilePath(first))) << first;
   }
   EXPECT_GE(files, 10);
-}
-
-// What went out as an exchange file comes back the same, field by field, within what the file holds.
-TEST(DemoData, AnExchangeFileBringsTheMapBack) {
-  for (const QString& name : Table_Names()) {
-    SCOPED_TRACE(name.toStdString());
-    Table table(name);
-    const auto vertices = [&](const QString& of) {
-      std::vector<QPoint> points;
-      if (const auto* stored = table.database->Points(of))
-        for (const auto& point : *stored) points.emplace_back(point.x, point.y);
-      return points;
-    };
-    const auto text = Exchange_Lines({u"K.bmp"_s, u"K.tkr"_s, u"K.MDB"_s, table.rows, vertices});
-    const ExchangeContent content = Read_Exchange_All(text->lines);
-    size_t next = 0, lost = 0;
-    int number = 0;
-    for (const EntryRow& row : table.rows) {
-      const EntryType type = EntryType::Parse(row.Typ);
-      if (type.IsText() || type.HasVertices() || type.IsFigure() || type.Kind() == EntryKind::Picture) ++number;
-      const auto wanted = Row_Of_Exchange(row, number);
-      lost += type.IsFreeFigure() ? 1U : 0U;
-      if (!wanted) continue;
-      ASSERT_LT(next, content.entries.size()) << row.ID;
-      const ExchangeEntry& came = content.entries[next++];
-      EXPECT_EQ(Field_By_Field(came.row), Field_By_Field(*wanted)) << Field_By_Field(row);
-      if (type.IsPolygon()) {
-        EXPECT_EQ(came.vertices, vertices(EntryId::Parse(row.ID).TableName()));
-      }
-    }
-    EXPECT_EQ(next, content.entries.size());
-    EXPECT_EQ(content.refused.size(), lost) << "free figures alone";
-  }
 }

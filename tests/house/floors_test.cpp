@@ -114,11 +114,12 @@ std::vector<QString> Types_Defined_Twice(const SourceTree& tree) {
       uR"(^(?:template <.*> )?(?:struct|class|enum class|enum|union) (\w+)(?: final)?(?: : [^;]*)? ?\{)"_s);
   std::map<QString, QStringList> filesOf;
   for (const auto& [path, content] : tree) {
-    qsizetype depth = 0;
-    for (const QString& line : Bare(content).split('\n')) {
+    int depth = 0;
+    for (const QString& line : content.split('\n')) {
       if (const auto match = type.match(line); depth == 0 && match.hasMatch()) filesOf[match.captured(1)] << path;
-      depth += line.count('{') - line.count('}');
+      depth += Balance_Of(line);
     }
+    EXPECT_EQ(depth, 0) << path;
   }
   std::vector<QString> twice;
   for (const auto& [name, files] : filesOf)
@@ -176,9 +177,10 @@ TEST(Floors, EveryFaultIsToldWithFileAndLine) {
   EXPECT_THAT(Knots_Of(rooms), UnorderedElementsAre(QStringList({"hall/a", "hall/b", "hall/c"})));
   EXPECT_THAT(Wide_Rooms(Rooms_Of(tree), 1), UnorderedElementsAre("hall/b: 2", "hall/d: 3"));
   const SourceTree types = {
-      {"ground/a.h", "class Sheet;\nnamespace inner {\nstruct Cell {\n};\n}\nstruct Sheet : Cell {\n};\n"},
+      {"ground/a.h",
+       "class Sheet;\nnamespace inner {\nstruct Cell {\n};\n}  // namespace inner\nstruct Sheet : Cell {\n};\n"},
       {"hall/b.h",
        "struct Cell {\n  int n = 1; };\nclass Sheet {\n};\nstruct Sheet::Part {\n};\nstruct Door final {\n};\n"},
-      {"hall/c.cpp", "namespace {\nstruct Door {\n};\n}\nnamespace inner {\nenum class Cell { A };\n}\n"}};
+      {"hall/c.cpp", "namespace {\nstruct Door {\n};\n}  // namespace\nnamespace inner {\nenum class Cell { A };\n}"}};
   EXPECT_THAT(Types_Defined_Twice(types), UnorderedElementsAre("Sheet: ground/a.h hall/b.h"));
 }

@@ -28,20 +28,11 @@ inline QString Folder_Of(const QString& path) {
   return path.contains('/') ? path.left(path.lastIndexOf('/')) : QStringLiteral(".");
 }
 
-// Without comments, directives and what stands in quotes; every line stays a line.
-inline QString Bare(const QString& content) {
-  static const QRegularExpression pattern(
-      uR"raw(R"(\w*)\(.*?\)\1"|"(?:\\.|[^"\\\n])*"|\b(?:u8?|U|L)?'(?:\\[^']+|\\'|[^'\\])'|(?<!\w)'(?:\\.[^']*|[^'\\])')raw"
-      uR"raw(|//[^\n]*|/\*.*?\*/|(?<=\n)[ \t]*#(?:[^\n]*\\\n)*[^\n]*)raw"_s,
-      QRegularExpression::DotMatchesEverythingOption);
-  QString bare;
-  qsizetype end = 0;
-  for (auto matches = pattern.globalMatch(content); matches.hasNext();) {
-    const auto match = matches.next();
-    bare += content.mid(end, match.capturedStart() - end) + QString(match.captured().count('\n'), '\n');
-    end = match.capturedEnd();
-  }
-  return bare + content.mid(end);
+// How many more braces the line opens than it closes, those in quotes and comments left aside.
+inline int Balance_Of(QString line) {
+  static const QRegularExpression quoted(uR"("(?:\\.|[^"\\])*"|'(?:\\.|[^'\\])'|//.*)"_s);
+  line.remove(quoted);
+  return static_cast<int>(line.count('{') - line.count('}'));
 }
 
 // The lines of the block ```name of docs/architecture.md as words.

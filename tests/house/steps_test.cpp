@@ -35,6 +35,7 @@
 
 namespace {
 
+constexpr int kinds = 41;  // of operations
 const QString delivered = QStringLiteral(FLURAX_BINARY_DIR "/data/Beispiele/");
 
 class Steps : public BulkTest {
@@ -114,6 +115,10 @@ class Steps : public BulkTest {
     Go_Anywhere();
     if (rsEntries->Position() > 0) Take_Entry(rsEntries->Bookmark());
     Run_Command(QString::fromLatin1(key));
+  }
+  void Take_Any() {
+    Go_Anywhere();
+    Take_Entry(rsEntries->Bookmark());
   }
   void Type_Text() {
     Take_Entry(Key_At(1 + Below(Entry_Count())));
@@ -225,7 +230,6 @@ class Steps : public BulkTest {
     Replace_All(state);
   }
   void Operate(int which);
-  void Operate_By_Windows(int which);
 
   ViewPlace view;
   std::mt19937 random{20};
@@ -233,42 +237,31 @@ class Steps : public BulkTest {
 
 void Steps::Operate(int which) {
   if (Entry_Count() < 8) which = 20 + Below(2);
-  const auto font = [&] {
-    Go_Anywhere();
-    Take_Entry(rsEntries->Bookmark());
-    FontChoice choice = Load_Font_Spec();
-    choice.size = 8 + Below(12);
-    Take_Font(choice);
-  };
-  const std::vector<std::function<void()>> all = {
+  const std::function<void()> all[kinds] = {
       [&] { Type_Text(); },
-      [&] { ::Add_Text(Anywhere(), QStringLiteral("Neu %1").arg(Below(100))); },
+      [&] { ::Add_Text(Anywhere(), u"Neu %1"_s.arg(Below(100))); },
       [&] { Drag(Anywhere(), Anywhere()); },
       [&] {
-        if (Go_To([](const EntryType& type) { return !type.hidden; })) {
-          const EntryRow row = Read_Entry(*rsEntries);
-          Take_Entry(rsEntries->Bookmark());
-          const QPoint at(Window_X(row.Xmap) + 3, Window_Y(row.Ymap) + 3);
-          Drag(at, at + QPoint(Below(80) - 40, Below(80) - 40));
-        }
+        if (!Go_To([](const EntryType& type) { return !type.hidden; })) return;
+        const EntryRow row = Read_Entry(*rsEntries);
+        Take_Entry(rsEntries->Bookmark());
+        const QPoint at(Window_X(row.Xmap) + 3, Window_Y(row.Ymap) + 3);
+        Drag(at, at + QPoint(Below(80) - 40, Below(80) - 40));
       },
       [&] {
-        Go_Anywhere();
-        Order_Entry(std::array{1, -1, 10, -10}[static_cast<size_t>(Below(4))]);
+        Go_Anywhere(), Order_Entry(std::array{1, -1, 10, -10}[static_cast<size_t>(Below(4))]);
       },
       [&] { Mark_Some(); },
       [&] { Command("mnuObjVisNo"); },
       [&] { Command("mnuObjActNo"); },
       [&] { Command("mnuObjDel"); },
       [&] { Mark_Some(), Justify(static_cast<JustifyMode>(1 + Below(5))); },
-      [&] {
-        Move_Entries({static_cast<double>(Below(20) - 10), static_cast<double>(Below(20) - 10), Chance(2)});
-      },
+      [&] { Move_Entries({.dx = 1.0 * Below(20) - 10, .dy = 1.0 * Below(20) - 10, .markedOnly = Chance(2)}); },
       [&] {
         if (Tbl.HasUserColumns && Chance(2))
           Remove_Column(rsEntries->Fields()[static_cast<size_t>(column::fixedCount)].name);
         else
-          Add_Column({QStringLiteral("Spalte %1").arg(Below(100000)), FieldType::Text, 9}, {});
+          Add_Column({u"Spalte %1"_s.arg(Below(100000)), FieldType::Text, 9}, {});
       },
       [&] { Statement(); },
       [&] {
@@ -276,8 +269,7 @@ void Steps::Operate(int which) {
       },
       [&] { Change_Vertices(); },
       [&] {
-        Write_Vertices("Linie77", {Anywhere(), Anywhere(), Anywhere()});
-        Append_Entry(Make(4, "Linie77", "Weg", 100, 100, 1, 1));
+        Add_Polygon("Linie77", {Anywhere(), Anywhere(), Anywhere()});
       },
       [&] { Mark_Some(), Chance(4) ? Delete_Marked() : Group_Marked(); },
       [&] { Command(Chance(2) ? "mnuObjVisAll" : "mnuObjActAll"); },
@@ -288,17 +280,14 @@ void Steps::Operate(int which) {
       [&] {
         if (Chance(4)) Load_Other_Table(Path("Andere.MDB"));
       },
-      [&] { ::Add_Text(Anywhere(), QStringLiteral("Noch %1").arg(Below(100))); },
-      [&] {
-        if (Menu("mnuReset").Enabled && Chance(2)) Run_Command("mnuReset");
-      },
+      [&] { ::Add_Text(Anywhere(), u"Noch %1"_s.arg(Below(100))); },
+      [&] { Menu("mnuReset").Enabled&& Chance(2) ? (void)Run_Command("mnuReset") : (void)0; },
       [&] {
         const QStringList keys = {"mnuTableSave", "mnuTabComp", "mnuTabRep", "mnuZoom50", "mnuTableRe"};
         Run_Command(keys[Below(Chance(3) ? 5 : 4)]);
       },
       [&] {
-        Go_Anywhere();
-        Take_Entry(rsEntries->Bookmark());
+        Take_Any();
         Change_Color(Chance(2) ? ColorOf::VG : ColorOf::HG, Below(16));
         Change_Width(1 + Below(4));
       },
@@ -306,50 +295,41 @@ void Steps::Operate(int which) {
         Go_Anywhere();
         Edit_Cell(rsEntries->Key(), Chance(2) ? column::Eintrag : column::Xmap, QString::number(Below(500)));
       },
-      font,
+      [&] {
+        Take_Any();
+        FontChoice choice = Load_Font_Spec();
+        choice.size = 8 + Below(12);
+        Take_Font(choice);
+      },
       [&] { Command("mnuKanten"); },
       [&] { Command("mnuInsNord"); },
       [&] {
         if (Chance(2)) Step_Back();
         if (Chance(3)) Step_Forward();
       },
+      // What windows and files bring.
+      [&] { Import_Csv(); },
+      [&] { Squares(); },
+      [&] { From_Sheet(); },
+      [&] { Replace_Texts(); },
+      [&] {
+        Add_Scale_Row({.ScaleValue = 1, .ScaleLenPx = 100 + Below(300), .vertical = Chance(2), .at = Anywhere()});
+      },
+      [&] {
+        Append_Poly(PolyEditor::Kind::Area, {Anywhere(), Anywhere(), Anywhere()}, "Digitalisieren");
+      },
+      [&] { Import_Of_Gps(); },
+      [&] { Import_Of_Overlay(); },
+      [&] { Import_Of_Table(); },
+      [&] { Import_Of_Exchange(); },
+      [&] { Any_Command(); },
   };
-  if (which >= static_cast<int>(all.size())) return Operate_By_Windows(which - static_cast<int>(all.size()));
-  all[static_cast<size_t>(which)]();
-}
-
-// What windows and files bring.
-void Steps::Operate_By_Windows(int which) {
-  switch (which) {
-    case 0:
-      return Import_Csv();
-    case 1:
-      return Squares();
-    case 2:
-      return From_Sheet();
-    case 3:
-      return Replace_Texts();
-    case 4:
-      return (void)Add_Scale_Row(
-          {.ScaleValue = 1, .ScaleLenPx = 100 + Below(300), .vertical = Chance(2), .at = Anywhere()});
-    case 5:
-      return (void)Append_Poly(PolyEditor::Kind::Area, {Anywhere(), Anywhere(), Anywhere()}, "Digitalisieren");
-    case 6:
-      return Import_Of_Gps();
-    case 7:
-      return Import_Of_Overlay();
-    case 8:
-      return Import_Of_Table();
-    case 9:
-      return Import_Of_Exchange();
-    default:
-      return Any_Command();
-  }
+  all[which]();
 }
 
 TEST_F(Steps, LeadBackToTheStartAndForthToTheEnd) {
   MessageScript any(MsgAnswer::Yes);
-  constexpr int operations = 500, kinds = 41;
+  constexpr int operations = 500;
   const State start = Now();
   ASSERT_EQ(Step_Count(), 0);
   std::map<int, State> stops;

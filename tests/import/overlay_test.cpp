@@ -142,6 +142,7 @@ TEST_F(OverlayTest, CountsWhatLiesOutsideExistsOrIsOfNoUse) {
   EXPECT_EQ(Import(bytes, false).imported, 0);
   EXPECT_EQ(plan.counts.exists, 2);
   EXPECT_EQ(Import(bytes, true).imported, 2);
+  EXPECT_EQ(Menu(u"mnuReset"_s).Caption, u"Rückgängig: Import Top50*.ovl-Datei"_s);
   With_Box(u"wieder hergestellt"_s, Undo_Last);
   EXPECT_EQ(Rows_Of(*dbEntries).size(), 3U);
 }

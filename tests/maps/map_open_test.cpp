@@ -165,7 +165,7 @@ TEST_F(MapOpen, ResolutionIsReadAndADistortedScanIsTold) {
 
 TEST_F(MapOpen, BigMapsGiveAHintAboveSevenMillionPixels) {
   int hints = 0;
-  dialogHooks.BigMapHint = [&](QSize, int) { ++hints; };
+  dialogHooks.BigMapHint = [&](QSize) { ++hints; };
   Open_Map(Make_Map("genau.bmp", 3500, 2000));
   EXPECT_EQ(hints, 0);
   Open_Map(Make_Map("gross.bmp", 3000, 2334));

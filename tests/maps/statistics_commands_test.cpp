@@ -60,7 +60,9 @@ TEST_F(StatisticsCommands, AMapWithoutAssignedEntriesOrAreasIsAskedAbout) {
   {
     MessageScript script({{nothingAssigned, MsgAnswer::Yes}, {noArea, MsgAnswer::No}});
     Calc_Chosen_Population({});
-    script.Expect(nothingAssigned, MsgAnswer::Yes).Expect(noArea, MsgAnswer::Yes).Expect("Es ist keine Fläche");
+    script.Expect(nothingAssigned, MsgAnswer::Yes)
+        .Expect(noArea, MsgAnswer::Yes)
+        .Expect("Es ist keine Fläche ausgewählt.\nMaus");
     Calc_Chosen_Population({});
   }
   EXPECT_EQ(Sheets(), QStringList());

@@ -56,6 +56,8 @@ TEST_F(StepWalk, StepsAreNamedByWhatTheyDo) {
   named("Fläche gelöscht (Moor)");
   Step_Back();
   EXPECT_EQ(InfoBar.Panel[0], "Rückgängig: Fläche gelöscht (Moor)");
+  Run_Command("mnuBildHell");
+  EXPECT_EQ(InfoBar.Panel[0], QString()) << "something else was done";
   EXPECT_TRUE(rsEntries->HasRow(area));
   EXPECT_EQ(Load_Vertices("Flaeche1").size(), 3u);
   EXPECT_EQ(Step_Back_Text(), "Rückgängig: Fläche eingefügt (Moor)");

@@ -59,7 +59,7 @@ TEST(Figure, FrameAndBareOutline) {
   EXPECT_EQ(reduced.Extent(blue).topLeft(), QPoint(10, 10));
 }
 
-TEST(Figure, EllipseAndCircleFillTheirBox) {
+TEST(Figure, EllipseAndCircleFillTheirBoxAndAnEmptyOneCanBeHit) {
   Drawing flat, tall, circle;
   EXPECT_EQ(Draw(flat, Ellipse, "F 1", QRect(20, 30, 60, 30)).box, QRectF(20, 30, 60, 30));
   const QRect extent = flat.Extent(red);
@@ -72,6 +72,11 @@ TEST(Figure, EllipseAndCircleFillTheirBox) {
   EXPECT_NEAR(tall.Extent(red).height(), 63, 1);
   Draw(circle, Circle, "F 1", QRect(30, 30, 40, 40));
   EXPECT_EQ(circle.Extent(red).width(), circle.Extent(red).height());
+  Drawing drawing;
+  const FigureShown shown = Draw(drawing, Rectangle, "F 1", QRect(50, 50, 0, 0));
+  EXPECT_TRUE(shown.drawn);
+  EXPECT_EQ(Shape_Bounds(shown.region), QRectF(50, 50, 3, 3));
+  EXPECT_EQ(drawing.Count(white), 10000 - 1);
 }
 
 TEST(Figure, KeepsItsFormBeyondTheWindow) {
@@ -129,14 +134,6 @@ TEST(Figure, FreeFiguresAreDrawnFromTheirVertices) {
   EXPECT_FALSE(Draw(turned, FreeFigure, "F 1", square, {{3, 3}}).drawn);
   Draw(transparent, FreeFigure, "F-8", square, triangle);
   transparent.Expect({{50, 60, blue}});  // not-xor on white is the colour itself
-}
-
-TEST(Figure, EmptyBoxCanStillBeHit) {
-  Drawing drawing;
-  const FigureShown shown = Draw(drawing, Rectangle, "F 1", QRect(50, 50, 0, 0));
-  EXPECT_TRUE(shown.drawn);
-  EXPECT_EQ(Shape_Bounds(shown.region), QRectF(50, 50, 3, 3));
-  EXPECT_EQ(drawing.Count(white), 10000 - 1);
 }
 
 }  // namespace

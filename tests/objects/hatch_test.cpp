@@ -15,7 +15,7 @@ Drawing Hatched(FillStyle pattern, double width, const std::vector<QPointF>& out
   return drawing;
 }
 
-TEST(Hatch, LinesAreEightPixelsApartWithGapsBetween) {
+TEST(Hatch, LinesAreEightPixelsApartAndSlantAsNamed) {
   const Drawing level = Hatched(FillStyle::Horizontal, 1), upright = Hatched(FillStyle::Vertical, 1);
   for (int i = 0; i < 100; ++i) {
     const QRgb wanted = i >= 10 && i < 60 && i % 8 == 0 ? blue : white;
@@ -24,9 +24,6 @@ TEST(Hatch, LinesAreEightPixelsApartWithGapsBetween) {
   }
   EXPECT_EQ(level.Extent(blue), QRect(QPoint(10, 16), QPoint(59, 56)));
   EXPECT_EQ(Hatched(FillStyle::Horizontal, 3).Count(blue, QRect(30, 10, 1, 50)), 3 * 6);
-}
-
-TEST(Hatch, SlantsAsNamed) {
   const Drawing up = Hatched(FillStyle::Upward, 1), down = Hatched(FillStyle::Downward, 1);
   for (int y = 12; y < 58; ++y) {
     for (int x = 12; x < 58; ++x) {
@@ -80,15 +77,12 @@ TEST(Hatch, IsTwoMillimetresApartOnPaper) {
   EXPECT_EQ(paper.calls[0].points[0].y(), 10);
 }
 
-TEST(Hatch, LiesFastOnTheMap) {
+TEST(Hatch, LiesFastOnTheMapAndFillsFarOutlines) {
   // The map is scrolled by 3 pixels, the outline with it: every pixel moves along.
   std::vector<QPointF> moved;
   for (const QPointF& point : square) moved.push_back(point - QPointF(3, 0));
   const Drawing before = Hatched(FillStyle::Downward, 1), after = Hatched(FillStyle::Downward, 1, moved, 3);
   EXPECT_EQ(before.image.copy(3, 0, 97, 100), after.image.copy(0, 0, 97, 100));
-}
-
-TEST(Hatch, FarOutlinesCostNoMoreThanTheWindow) {
   const Drawing huge = Hatched(FillStyle::Cross, 1, {{-9000, -9000}, {9000, -9000}, {9000, 9000}, {-9000, 9000}});
   huge.Expect({{0, 0, blue}, {99, 96, blue}, {99, 99, white}});
 }

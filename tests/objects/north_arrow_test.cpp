@@ -1,29 +1,18 @@
 #include "objects/north_arrow.h"
 
 #include "objects/drawing.h"
+#include "support/table_fixture.h"
 
 namespace {
 
-class NorthArrowTest : public FluraxTest {
+class NorthArrowTest : public OpenTableTest {
  protected:
   void SetUp() override {
-    FluraxTest::SetUp();
-    dbEntries = Workspace::CreateDatabase(Path("K.MDB"));
-    Make_Template(*dbEntries);
-    rsEntries = dbEntries->OpenRecordset(QStringLiteral("MapData"));
-    for (const char* id : {"!Karte", "Text", "Maßstab"}) {
-      EntryRow row;
-      row.ID = QString::fromUtf8(id);
-      row.Typ = id[0] == 'M' ? 11 : id[0] == '!' ? -1 : 0;
-      Append_Entry(row);
-    }
+    OpenTableTest::SetUp();
+    Add(Entry("Text", 0));
+    Add(Entry("Maßstab", 11));
   }
-  static std::vector<EntryRow> Rows() {
-    std::vector<EntryRow> rows;
-    const KeepCurrentRow keep;
-    for (rsEntries->MoveFirst(); !rsEntries->Eof(); rsEntries->MoveNext()) rows.push_back(Read_Entry(*rsEntries));
-    return rows;
-  }
+  static std::vector<EntryRow> Rows() { return Rows_Of(*dbEntries); }
 };
 
 TEST(NorthArrowRow, ColoursAreToldApart) {
@@ -44,8 +33,7 @@ TEST_F(NorthArrowTest, SecondOneReplacesTheFirstAndNothingElse) {
   int redraws = 0;
   events.RedrawWanted.Connect([&] { ++redraws; });
   CurVG = 4, CurHG = 14;
-  rsEntries->MoveFirst();
-  rsEntries->MoveNext();
+  rsEntries->MoveTo(1);
   const QString current = rsEntries->Bookmark();
   Add_North_Arrow(QPoint(50, 90));
   Add_North_Arrow(QPoint(150, 190));

@@ -138,8 +138,7 @@ TEST(Line, HitStripLiesFivePixelsAndHalfTheWidthBeside) {
   Drawing drawing;
   Draw_Line(drawing, Row(4, 1), {{10, 50}, {50, 50}, {50, 10}});
   ASSERT_EQ(drawing.regions.Count(), 1);
-  EXPECT_EQ(drawing.regions.Row(1).key, 7);
-  EXPECT_EQ(drawing.regions.Row(1).kind, 0);
+  EXPECT_EQ(std::pair(drawing.regions.Row(1).key, drawing.regions.Row(1).kind), std::pair(qint64{7}, 0));
   Expect_Hits(drawing, {{30, 56}, {30, 44}, {56, 30}, {55, 55}}, true);  // and on the outer side of the bend
   Expect_Hits(drawing, {{30, 58}, {30, 42}, {5, 50}, {30, 20}}, false);  // no longer than the line
   Drawing still;
@@ -147,9 +146,7 @@ TEST(Line, HitStripLiesFivePixelsAndHalfTheWidthBeside) {
   Draw_Line(still, Row(4, 1), level);
   EXPECT_EQ(still.regions.Count(), 0);
   EXPECT_EQ(still.At(50, 50), blue);
-}
-
-TEST(Line, StripOfASharpBendDoesNotRunAway) {
+  // That of a sharp bend does not run away.
   const QPolygonF strip = Hit_Strip(std::vector<QPointF>{{0, 0}, {100, 0}, {0, 1}}, 6);
   EXPECT_EQ(strip.size(), 6);
   EXPECT_LT(strip.boundingRect().right(), 125);

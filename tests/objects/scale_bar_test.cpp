@@ -49,6 +49,11 @@ TEST(ScaleBar, SetsTheMapsScale) {
   EXPECT_FALSE(Read_Scale(Row(300, 10, 0)));
   EXPECT_FALSE(MapHasScale);
   EXPECT_EQ(MapUnitPerPixel, 0);
+  Drawing drawing;
+  EntryRow flat = Row(20, 30, 50);
+  flat.Yline = flat.Ymap;
+  for (const EntryRow& none : {flat, Row(20, 30, 0)}) EXPECT_TRUE(Draw_Scale_Bar(drawing.context, none).isEmpty());
+  EXPECT_EQ(drawing.Count(white), 10000);
 }
 
 TEST(ScaleBar, HasFiveStepsBlackAndYellow) {
@@ -75,15 +80,6 @@ TEST(ScaleBar, StandsWhenVertical) {
   EXPECT_GT(Count_Pixels(edge.image, QRect(50, 50, 18, 60), Is_Ink), 20);
   EXPECT_EQ(Count_Pixels(edge.image, QRect(80, 50, 19, 60), Is_Ink), 0);
   EXPECT_EQ(box.left(), 55) << "15 pixels beside the bar";
-}
-
-TEST(ScaleBar, WithoutLengthOrThicknessThereIsNone) {
-  Drawing drawing;
-  EntryRow flat = Row(20, 30, 50);
-  flat.Yline = flat.Ymap;
-  EXPECT_TRUE(Draw_Scale_Bar(drawing.context, flat).isEmpty());
-  EXPECT_TRUE(Draw_Scale_Bar(drawing.context, Row(20, 30, 0)).isEmpty());
-  EXPECT_EQ(drawing.Count(white), 10000);
 }
 
 }  // namespace

@@ -13,11 +13,16 @@ TextLook Look(const Drawing& drawing, int frameWidth) {
   return look;
 }
 
+// A box of 40 x 16 pixels for a text without ink.
+void Draw(Drawing& drawing, const TextLook& look) {
+  Draw_Text_Box(drawing.context, {20, 30}, QStringLiteral(" "), QSizeF(40, 16), look);
+}
+
 TEST(TextBox, BoxFrameAndTextPosition) {
   for (const int width : {0, 1, 3}) {
     Drawing drawing;
     const TextLook look = Look(drawing, width);
-    Draw_Text_Box(drawing.context, {20, 30}, QStringLiteral(" "), QSizeF(40, 16), look);
+    Draw(drawing, look);
     const int space = width > 0 ? width + 1 : 1;
     const QRect box(20, 30, 40 + 2 * space, 16 + 2 * space);
     EXPECT_EQ(Text_Box({20, 30}, QSizeF(40, 16), look.frame).toRect(), box);
@@ -28,25 +33,21 @@ TEST(TextBox, BoxFrameAndTextPosition) {
   }
 }
 
-TEST(TextBox, TransparentKeepsOnlyTheFrame) {
-  Drawing framed, bare;
-  TextLook look = Look(framed, 1);
-  look.transparent = true;
-  Draw_Text_Box(framed.context, {20, 30}, QStringLiteral(" "), QSizeF(40, 16), look);
-  EXPECT_EQ(framed.Count(yellow), 0);
-  EXPECT_EQ(framed.Extent(red), QRect(20, 30, 44, 20));
-  look.frame.framed = false;
-  Draw_Text_Box(bare.context, {20, 30}, QStringLiteral(" "), QSizeF(40, 16), look);
-  EXPECT_EQ(bare.Count(white), 10000);
-}
-
-TEST(TextBox, ANotXorFrameCanBeTakenBack) {
+TEST(TextBox, TransparentKeepsOnlyTheFrameAndANotXorOneCanBeTakenBack) {
+  for (const bool framed : {true, false}) {
+    Drawing drawing;
+    TextLook look = Look(drawing, framed ? 1 : 0);
+    look.transparent = true;
+    Draw(drawing, look);
+    EXPECT_EQ(drawing.Extent(red), framed ? QRect(20, 30, 44, 20) : QRect());
+    EXPECT_EQ(drawing.Count(red) + drawing.Count(white), 10000);
+  }
   Drawing drawing(100, 100, qRgb(120, 200, 40));
   const QImage before = drawing.image.copy();
   TextLook look = Look(drawing, 2);
   look.frame.notXor = true;
   for (const bool again : {false, true}) {
-    Draw_Text_Box(drawing.context, {20, 30}, QStringLiteral(" "), QSizeF(40, 16), look);
+    Draw(drawing, look);
     EXPECT_EQ(drawing.image == before, again);
   }
 }
@@ -56,7 +57,7 @@ TEST(TextBox, PerspexMixesTheFillAndKeepsTheFrame) {
     Drawing plain, turned;
     TextLook look = Look(plain, width);
     look.perspex = true;
-    Draw_Text_Box(plain.context, {20, 30}, QStringLiteral(" "), QSizeF(40, 16), look);
+    Draw(plain, look);
     Draw_Rotated_Text(turned.context, QStringLiteral(" "), 90, {50, 50}, std::nullopt, look);
     for (const Drawing* drawing : {&plain, &turned}) {
       EXPECT_EQ(drawing->Count(yellow), 0);
@@ -68,15 +69,12 @@ TEST(TextBox, PerspexMixesTheFillAndKeepsTheFrame) {
   }
 }
 
-TEST(RotatedText, TheSampleStartsAtTheRimOfItsQuadrant) {
+TEST(RotatedText, TheSampleStartsAtTheRimAndTheBoxLiesFivePixelsOut) {
   const std::tuple<double, double, double> cases[] = {{0, 0, 0},     {30, 0, 40},       {89.999, 0, 80},  {90, 0, 80},
                                                       {120, 50, 80}, {180, 100, 0},     {210, 100, 40},   {270, 0, 0},
                                                       {300, 50, 0},  {359.999, 100, 0}, {-45, 70.7107, 0}};
   for (const auto& [angle, x, y] : cases)
     EXPECT_LT((Sample_Origin(angle, 100, 80) - QPointF(x, y)).manhattanLength(), 0.01) << angle;
-}
-
-TEST(RotatedText, BoxLiesFivePixelsOut) {
   // Upright: the text runs upward from (50, 50), its lower side to the right.
   const auto corners = Rotated_Box({50, 50}, QSizeF(30, 10), 90), half = Rotated_Box({50, 50}, QSizeF(30, 10), 180);
   const QPointF wanted[] = {{45, 55}, {45, 15}, {65, 15}, {65, 55}};

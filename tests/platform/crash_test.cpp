@@ -1,12 +1,10 @@
-#include <poll.h>
-#include <signal.h>
 #include <sqlite3.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
+#include "platform/child.h"
 #include "platform/fault_vfs.h"
 #include "platform/page_log.h"
+#include "support/records.h"
 
 // What the disk, the power and other programs can do to a table.
 
@@ -14,12 +12,7 @@ namespace {
 
 TableDef Numbers() { return {"MapData", {{"ID", FieldType::Text, 79}, {"Xmap", FieldType::Integer, 0}}}; }
 
-void Append(Recordset& rows, int number) {
-  rows.AddNew();
-  rows.Set(0, QStringLiteral("Zeile %1").arg(number));
-  rows.Set(1, qint64{number});
-  rows.Update();
-}
+void Append(Recordset& rows, int number) { Append(rows, {u"Zeile %1"_s.arg(number), qint64{number}}); }
 
 void Append_Many(Database& database, Recordset& rows, int from, int end) {
   database.BeginTrans();
@@ -27,59 +20,9 @@ void Append_Many(Database& database, Recordset& rows, int from, int end) {
   database.CommitTrans();
 }
 
-void Change(Recordset& rows, int number) {
-  rows.Edit();
-  rows.Set(1, qint64{number});
-  rows.Update();
-}
-
 QString Integrity(Database& database) {
   return database.OpenRecordset("SELECT * FROM pragma_integrity_check")->Text(0);
 }
-
-// A second process that runs `work` with a pipe to tell by.
-class Child {
- public:
-  explicit Child(const std::function<void(int out)>& work) {
-    int ends[2];
-    if (pipe(ends) != 0) qFatal("pipe");
-    process = fork();
-    if (process == 0) {
-      close(ends[0]);
-      try {
-        work(ends[1]);
-      } catch (const Error&) {
-        _exit(2);
-      }
-      _exit(0);
-    }
-    close(ends[1]);
-    in = ends[0];
-  }
-  ~Child() {
-    Kill();
-    close(in);
-  }
-  void Kill() {
-    if (process <= 0) return;
-    kill(process, SIGKILL);
-    waitpid(process, nullptr, 0);
-    process = 0;
-  }
-  // The number told next, -1 if none comes.
-  int Next_Number(int milliseconds) {
-    int number = -1;
-    pollfd waiting{in, POLLIN, 0};
-    if (poll(&waiting, 1, milliseconds) != 1 || read(in, &number, sizeof number) != sizeof number) return -1;
-    return number;
-  }
-  int Last_Number(int last) {
-    for (int number = last; number >= 0; number = Next_Number(0)) last = number;
-    return last;
-  }
-  pid_t process = 0;
-  int in = -1;
-};
 
 class CrashTest : public ::testing::Test {
  protected:
@@ -103,7 +46,7 @@ TEST_F(CrashTest, KilledWhileAppending) {
       Open();
       for (int number = rows->RecordCount() + 1;; ++number) {
         Append(*rows, number % 30000);
-        if (write(out, &number, sizeof number) != sizeof number) _exit(3);
+        Child::Tell(out, number);
         if (number % 7 == 0) database->Checkpoint();
       }
     });
@@ -163,7 +106,7 @@ TEST_F(CrashTest, OneFlushForOneUpdate) {
     rows->Update();
   };
   const std::pair<std::function<void()>, int> works[] = {{[&] { Append(*rows, 3); }, 1},
-                                                         {[&] { Change(*rows, 8); }, 1},
+                                                         {[&] { Set_Field(*rows, 1, qint64{8}); }, 1},
                                                          {[&] { rows->Delete(); }, 1},
                                                          {[&] { Append_Many(*database, *rows, 0, 500); }, 1},
                                                          {read_all, 0}};
@@ -187,13 +130,11 @@ TEST_F(CrashTest, FullDiskLeavesTheOldRow) {
   for (const int error : {61, 57}) {
     disk.room = error == 61 ? 100 : -1;
     disk.writeError = error == 61 ? 0 : SQLITE_IOERR_WRITE;
-    const std::function<void()> works[] = {[&] { Change(*rows, 5); }, [&] { Append(*rows, 2); },
+    const std::function<void()> works[] = {[&] { Set_Field(*rows, 1, qint64{5}); }, [&] { Append(*rows, 2); },
                                            [&] { rows->Delete(); }, [&] { database->CreateTable(line); },
                                            [&] { Append_Many(*database, *rows, 0, 20000); }};
     for (const auto& work : works) {
-      const Error told = Raised(work);
-      EXPECT_EQ(told.number, error);
-      EXPECT_TRUE(told.text.contains(error == 61 ? "Schaffen Sie dort Platz" : "Datenträger")) << told.text;
+      EXPECT_THAT(Raised(work), Tells(error, {error == 61 ? "Schaffen Sie dort Platz" : "Datenträger"}));
       EXPECT_FALSE(rows->Editing());
       database->Rollback();  // of the bulk operation, which is gone as a whole
       EXPECT_FALSE(database->InTrans());
@@ -208,7 +149,7 @@ TEST_F(CrashTest, FullDiskLeavesTheOldRow) {
     disk.room = -1;
     disk.writeError = 0;
   }
-  Change(*rows, 9);
+  Set_Field(*rows, 1, qint64{9});
   // The log does not fit back into the file: that is told, and nothing is lost.
   disk.room = 100;
   EXPECT_EQ(Error_Of([&] { database->Close(); }), 61);
@@ -263,29 +204,23 @@ TEST_F(CrashTest, PlacesWithoutPermission) {
                                               {closed, 0555u},
                                               {folder.path(), 0777u}};
   for (const auto& [name, mode] : modes) ASSERT_EQ(chmod(qPrintable(name), mode), 0);
+  const QString openFolder = folder.filePath("offen"), readable = closed + "/A.MDB";
+  const std::pair<std::function<void()>, int> works[] = {
+      {[&] { Workspace::OpenDatabase(readOnlyFile); }, 3051},
+      {[&] { Workspace::OpenDatabase(readable); }, 3051},
+      {[&] { Workspace::CreateDatabase(closed + "/B.MDB"); }, 3051},
+      {[&] { CompactDatabase(readable, closed + "/B.MDB"); }, 3051},
+      {[&] { RepairDatabase(readable); }, 3051},
+      {[&] { Workspace::CreateDatabase(closed + "/fehlt/B.MDB"); }, 76},
+      {[&] { Workspace::OpenDatabase(readable, {.readOnly = true})->OpenRecordset("MapData"); }, 0},
+      {[&] { CompactDatabase(readable, openFolder + "/B.MDB"); }, 0},
+      {[&] { CompactDatabase(readOnlyFile, openFolder + "/C.MDB"); }, 0},
+  };
   Child other([&](int out) {
     if (getuid() == 0 && setresuid(65534, 65534, 65534) != 0) _exit(4);
-    const std::function<void()> works[] = {
-        [&] { Workspace::OpenDatabase(readOnlyFile); },
-        [&] { Workspace::OpenDatabase(closed + "/A.MDB"); },
-        [&] { Workspace::CreateDatabase(closed + "/B.MDB"); },
-        [&] { CompactDatabase(closed + "/A.MDB", closed + "/B.MDB"); },
-        [&] { RepairDatabase(closed + "/A.MDB"); },
-        [&] { Workspace::CreateDatabase(closed + "/fehlt/B.MDB"); },
-        [&] { Workspace::OpenDatabase(closed + "/A.MDB", {.readOnly = true})->OpenRecordset("MapData"); },
-        [&] { CompactDatabase(closed + "/A.MDB", folder.filePath("offen/B.MDB")); },
-        [&] { CompactDatabase(readOnlyFile, folder.filePath("offen/C.MDB")); },
-    };
-    for (const auto& work : works) {
-      const int error = Error_Of(work);
-      if (write(out, &error, sizeof error) != sizeof error) _exit(3);
-    }
+    for (const auto& [work, expected] : works) Child::Tell(out, Error_Of(work));
   });
-  for (const int expected : {3051, 3051, 3051, 3051, 3051, 76, 0, 0, 0}) {
-    int error = -1;
-    ASSERT_EQ(read(other.in, &error, sizeof error), static_cast<ssize_t>(sizeof error));
-    EXPECT_EQ(error, expected);
-  }
+  for (const auto& [work, expected] : works) EXPECT_EQ(other.Next_Number(10000), expected);
   chmod(qPrintable(closed), 0755);
 }
 
@@ -294,8 +229,7 @@ TEST_F(CrashTest, TwoProgramsOnOneTable) {
   Child other([&](int out) {
     Open();
     Append(*rows, 1);
-    const int ready = 1;
-    if (write(out, &ready, sizeof ready) != sizeof ready) _exit(3);
+    Child::Tell(out, 1);
     pause();
   });
   ASSERT_EQ(other.Next_Number(10000), 1);
@@ -326,8 +260,7 @@ TEST_F(CrashTest, FilesWithAWaitingLog) {
       for (int i = 0; i < count; ++i) Append(*set, i);
       kill(getpid(), SIGKILL);
     });
-    waitpid(writer.process, nullptr, 0);
-    writer.process = 0;
+    writer.Wait();
   };
   const auto count = [](const QString& file) { return Workspace::OpenDatabase(file)->RowCount("MapData"); };
   const QString third = folder.filePath("Dritte.MDB");

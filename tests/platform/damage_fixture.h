@@ -1,5 +1,5 @@
 #pragma once
-#include "platform/database.h"
+#include "support/records.h"
 
 using RowTexts = std::map<qint64, QStringList>;  // by key
 using TableTexts = std::map<QString, RowTexts>;  // by table
@@ -15,12 +15,6 @@ inline std::vector<FieldInfo> Entry_Columns() {
 inline const std::vector<FieldInfo> pointColumns = {{"xf", FieldType::Integer, 0}, {"yf", FieldType::Integer, 0}};
 inline const std::vector<FieldInfo> listColumns = {
     {"Nr", FieldType::Text, 20}, {"Ort", FieldType::Text, 79}, {"Spzf", FieldType::Text, 20}};
-
-inline void Append(Recordset& rows, const std::vector<Value>& values) {
-  rows.AddNew();
-  for (int i = 0; i < static_cast<int>(values.size()); ++i) rows.Set(i, values[static_cast<size_t>(i)]);
-  rows.Update();
-}
 
 inline TableTexts Read_All(Database& database) {
   TableTexts all;

@@ -3,13 +3,11 @@
 #include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
-#include <chrono>
 #include <csignal>
 #include <ctime>
-#include <thread>
+
+#include "platform/child.h"
 
 namespace {
 class Files : public FolderTest {
@@ -24,10 +22,9 @@ class Files : public FolderTest {
 
 // What a kill leaves behind, beside what others still write and what is none of ours.
 TEST_F(Files, AsidesOfProgramsThatEndedAreCleared) {
-  const pid_t ended = ::fork();
-  if (ended == 0) ::_exit(0);
-  ::waitpid(ended, nullptr, 0);
-  const pid_t running = ::getppid();
+  Child child([](int) {});
+  const pid_t ended = child.process, running = ::getppid();
+  child.Wait();
   const auto put_all = [&](const QStringList& patterns, pid_t writer) {
     for (const QString& pattern : patterns) Put(pattern.arg(writer), "halb");
   };
@@ -183,13 +180,11 @@ TEST_F(Files, TheSystemsOwnLimitIsAFullDisk) {
 TEST_F(Files, AKillLeavesAWholeFile) {
   const QString path = Put("Map.log", QByteArray(200000, 'a'));
   for (int round = 0; round < 20; ++round) {
-    const pid_t child = fork();
-    ASSERT_GE(child, 0);
-    for (char c = 'a'; child == 0; c = c == 'z' ? 'a' : static_cast<char>(c + 1))
-      Replace_File(path, QByteArray(200000, c));
-    std::this_thread::sleep_for(std::chrono::milliseconds(5 + 3 * round));
-    kill(child, SIGKILL);
-    waitpid(child, nullptr, 0);
+    Child writer([&path](int) {
+      for (int i = 0;; ++i) Replace_File(path, QByteArray(200000, static_cast<char>('a' + i % 26)));
+    });
+    usleep(static_cast<useconds_t>(1000 * (5 + 3 * round)));
+    writer.Kill();
     const QByteArray content = Content(path);
     ASSERT_EQ(content.size(), 200000);
     ASSERT_EQ(content.count(content[0]), content.size()) << "two contents mixed";

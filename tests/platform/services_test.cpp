@@ -1,5 +1,7 @@
 #include <new>
 
+using Shell = FolderTest;
+using FileDialog = FolderTest;
 TEST(Guarded, AsksAndObeys) {
   MessageScript script{{"Prozedur beenden?", MsgAnswer::Yes},
                        {"Linie zeichnen", MsgAnswer::No},
@@ -27,16 +29,13 @@ TEST(MessageBox, TheCarefulAnswerIsGivenWithoutAWindow) {
   Set_Message_Handler(former);
 }
 
-TEST(FileDialog, AddsTheEndingWhereNoneWasTyped) {
-  const QTemporaryDir folder;
-  QFile file(folder.path() + "/Alt");
-  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+TEST_F(FileDialog, AddsTheEndingWhereNoneWasTyped) {
   FileRequest request;
   request.save = true;
   request.defaultExtension = "MDB";
   EXPECT_EQ(File_Dialog(request), std::nullopt);  // nobody there to ask
   FileDialogScript script;
-  const std::optional<QString> nothing, alt(file.fileName());
+  const std::optional<QString> nothing, alt(Put("Alt"));
   const std::pair<std::optional<QString>, std::optional<QString>> cases[] = {
       {"/k\\v1.2/Neu", "/k/v1.2/Neu.MDB"}, {"/k/Neu.txt", "/k/Neu.txt"}, {"", nothing}, {nothing, nothing}, {alt, alt}};
   for (const auto& [answer, wanted] : cases) {
@@ -79,16 +78,10 @@ TEST(Progress, ShortWorkShowsNothingAndAbbrechenStopsForGood) {
   EXPECT_TRUE(Progress("ohne Fenster", 1).Advance());
 }
 
-TEST(Shell, ProgramsAreFoundInTheProgramFolderThenOnThePath) {
-  const QTemporaryDir folder;
-  const auto put = [&](const QString& name, bool executable) {
-    QFile file(folder.path() + '/' + name);
-    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-    file.setPermissions(executable ? QFile::ReadOwner | QFile::ExeOwner : QFile::ReadOwner);
-    return file.fileName();
-  };
-  const QString tool = put("GPSTool", true);
-  put("sh.exe", false);
+TEST_F(Shell, ProgramsAreFoundInTheProgramFolderThenOnThePath) {
+  const QString tool = Put("GPSTool");
+  QFile::setPermissions(tool, QFile::ReadOwner | QFile::ExeOwner);
+  Put("sh.exe");
   for (const char* name : {"gpstool.exe", "GPSTOOL"}) EXPECT_EQ(Find_Program(name, folder.path()), tool) << name;
   EXPECT_EQ(Find_Program(tool, "/"), tool);
   EXPECT_TRUE(Find_Program("sh.exe", folder.path()).endsWith("/sh"));  // what cannot be run is passed over

@@ -36,7 +36,7 @@ TEST(Text, FormatFillsThePatternFromTheRight) {
     for (const auto& [value, text] : texts) EXPECT_EQ(Format(value, pattern), text) << value << ' ' << pattern;
 }
 
-TEST(Text, ValReadsTheNumberAtTheStart) {
+TEST(Text, ValReadsTheNumberAtTheStartATypedOneIsTheWholeText) {
   struct Case {
     const char* text;
     double value;
@@ -60,9 +60,6 @@ TEST(Text, ValReadsTheNumberAtTheStart) {
   EXPECT_EQ(Val_Comma(QStringLiteral("1,5")), 1.5);
   EXPECT_EQ(Val_Comma(QStringLiteral("1.5")), 1.5);
   EXPECT_EQ(Val_Comma(QStringLiteral("1,5,7")), 1.5);
-}
-
-TEST(Text, ATypedNumberIsTheWholeText) {
   for (const auto& [text, number] : {std::pair{" 2,5", 2.5}, {"2.5 ", 2.5}, {"-3", -3.0}, {"1e2", 100.0}})
     EXPECT_EQ(Number_Typed(QString::fromUtf8(text)), number) << text;
   for (const char* bad : {"", " ", "zwei", "1.000,5", "1,5,7", "1e999", "nan", "inf", "5 km", "1 000"})

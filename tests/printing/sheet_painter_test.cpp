@@ -46,6 +46,14 @@ class SheetPainter : public FluraxTest {
     Draw_Sheet(painter, dpi, geometry, sheets[sheet], {.fontFactor = settings.fontFactor});
     return page;
   }
+  PrintOrder Order(PrintRange range, PrintPath path = PrintPath::Direct) const {
+    return {.settings = settings, .paper = paper, .map = Map_To_Print(), .range = range, .path = path};
+  }
+  // Prints into "Blatt.pdf".
+  PrintEnd Print(const PrintOrder& order, std::function<bool(int, const QString&)> step = {}) const {
+    return Print_Map(order,
+                     {[this] { return Make_Pdf_Job(Path(u"Blatt.pdf"_s), paper, u"Karte"_s); }, std::move(step)});
+  }
   // Colour of the page at a place of the map (pixels), shifted by paper mm.
   QRgb At(const QImage& page, size_t sheet, int dpi, QPointF map, QPointF mm = {}) const {
     const double x = map.x() * geometry.MapPixelMm - sheets[sheet].PageDrawX + geometry.marginLeft + mm.x();
@@ -146,20 +154,15 @@ TEST_F(SheetPainter, TicksStandOutRoundPlanSquares) {
 TEST_F(SheetPainter, WhatCannotBeDrawnIsToldOnceAJob) {
   Append_Entry({"Linie3", "Bach", "Arial", 12, 0, 15, -100, 100, 100, 1, 1, 4});
   Append_Entry({"Figur2", "Becken", "F 1", 12, 0, 15, -100, 100, 100, 50, 50, 24});
-  PrintOrder order{.settings = settings, .paper = paper, .map = Map_To_Print(), .range = {1, 4}};
-  const auto print = [&] {
-    return Print_Map(order, {[&] { return Make_Pdf_Job(Path(u"Blatt.pdf"_s), paper, {}); }, {}});
-  };
   for (const PrintPath way : {PrintPath::Direct, PrintPath::Bitmap}) {
-    order.path = way;
     MessageScript boxes{{u"Bach"_s, MsgAnswer::Yes}, {u"Becken"_s, MsgAnswer::Yes}};
-    EXPECT_EQ(print(), PrintEnd::Done);
+    EXPECT_EQ(Print(Order({1, 4}, way)), PrintEnd::Done);
     ASSERT_EQ(boxes.Seen().size(), 2U);
     EXPECT_EQ(boxes.Seen()[0].title, u"Problem - Karte drucken"_s);
     EXPECT_EQ(boxes.Seen()[1].title, u"Module4 - Fig_Print"_s);
   }
   MessageScript boxes{{u"Bach"_s, MsgAnswer::No}, {u"wird abgebrochen"_s}};
-  EXPECT_EQ(print(), PrintEnd::Cancelled);
+  EXPECT_EQ(Print(Order({1, 4})), PrintEnd::Cancelled);
 }
 
 TEST_F(SheetPainter, AnEntryAcrossTwoSheetsIsCutWhereTheyMeet) {
@@ -211,11 +214,8 @@ TEST_F(SheetPainter, ThePdfHoldsTheTextAndTrueMillimetres) {
   Text(u"Sumpfdotterblume"_s, 400, 400);
   Text(u"Wollgras"_s, 1300, 100);
   const QString path = Path(u"Blatt.pdf"_s);
-  PrintOrder order{.settings = settings, .paper = paper, .map = Map_To_Print(), .range = {1, 2}};
   int steps = 0;
-  const PrintHooks hooks{[&] { return Make_Pdf_Job(path, paper, u"Karte"_s); },
-                         [&](int, const QString&) { return ++steps > 0; }};
-  ASSERT_EQ(Print_Map(order, hooks), PrintEnd::Done);
+  ASSERT_EQ(Print(Order({1, 2}), [&](int, const QString&) { return ++steps > 0; }), PrintEnd::Done);
   EXPECT_GE(steps, 2);
   EXPECT_EQ(InfoBar.Panel[0], u"Gedruckt: 2 Blätter, "_s + path);
   const QString first = Run_Tool(u"pdftotext"_s, {u"-l"_s, u"1"_s, path, u"-"_s});
@@ -244,22 +244,17 @@ TEST_F(SheetPainter, TheNetIsLabelledOnBothPaths) {
   EXPECT_EQ(settings.left, 5) << "room for the labels";
   settings.left = settings.right = settings.top = settings.bottom = 10;
   for (const PrintPath way : {PrintPath::Direct, PrintPath::Bitmap}) {
-    const QString pdf = Path(u"Netz.pdf"_s);
-    PrintOrder order{.settings = settings, .paper = paper, .map = Map_To_Print(), .range = {1, 1}, .path = way};
-    ASSERT_EQ(Print_Map(order, {[&] { return Make_Pdf_Job(pdf, paper, {}); }, {}}), PrintEnd::Done);
-    const QString text = Run_Tool(u"pdftotext"_s, {pdf, u"-"_s});
+    ASSERT_EQ(Print(Order({1, 1}, way)), PrintEnd::Done);
+    const QString text = Run_Tool(u"pdftotext"_s, {Path(u"Blatt.pdf"_s), u"-"_s});
     EXPECT_TRUE(text.contains(u"UTM"_s) && text.contains(u"647 000"_s)) << text;
   }
 }
 
 TEST_F(SheetPainter, AStoppedOrFailingJobLeavesNothing) {
   Figure({100, 100, 200, 150}, 12);
-  const QString path = Path(u"Blatt.pdf"_s);
-  PrintOrder order{.settings = settings, .paper = paper, .map = Map_To_Print(), .range = {1, 4}};
+  PrintOrder order = Order({1, 4}, PrintPath::Bitmap);
   MessageScript box(u"wird abgebrochen"_s);
-  EXPECT_EQ(Print_Map(order, {[&] { return Make_Pdf_Job(path, paper, {}); },
-                              [](int sheet, const QString&) { return sheet < 2; }}),
-            PrintEnd::Cancelled);
+  EXPECT_EQ(Print(Order({1, 4}), [](int sheet, const QString&) { return sheet < 2; }), PrintEnd::Cancelled);
   EXPECT_TRUE(Find_Files(folder.path(), u"*.pdf*"_s).isEmpty());
   // A printer that fails at every sharpness: five tries, then the box.
   class Failing : public PrintJob {
@@ -271,7 +266,6 @@ TEST_F(SheetPainter, AStoppedOrFailingJobLeavesNothing) {
   };
   int tries = 0;
   QStringList notes;
-  order.path = PrintPath::Bitmap;
   const PrintHooks failing{[&] { return ++tries, std::make_unique<Failing>(); },
                            [&](int, const QString& note) { return notes << note, true; }};
   box.Expect(u"Karte zu groß"_s);

@@ -4,11 +4,10 @@
 
 namespace {
 
-class Columns : public TableTest {
+class Columns : public OpenTableTest {
  protected:
   void SetUp() override {
-    TableTest::SetUp();
-    Open_Table();
+    OpenTableTest::SetUp();
     Add(Text("erster"));
     Add(Text("zweiter"));
   }

@@ -2,11 +2,10 @@
 
 #include "support/table_fixture.h"
 
-class EntryEditTest : public TableTest {
+class EntryEditTest : public OpenTableTest {
  protected:
   void SetUp() override {
-    TableTest::SetUp();
-    Open_Table();
+    OpenTableTest::SetUp();
     events.RedrawWanted.Connect([this] { ++redraws; });
     events.ChangedEntriesWanted.Connect([this] { ++redraws; });
   }
@@ -81,19 +80,10 @@ TEST_F(EntryEditTest, AChangeRespectsTheKindOfTheRow) {
     const EntryRow expected{before.ID, "neu", schrift, size, 4, hg, 215, 120, 90, 0, 0, before.Typ};
     EXPECT_EQ(Row(), expected) << schrift;
   }
-}
-
-TEST_F(EntryEditTest, ScaleBarHiddenRowsAndHeaderAreNotWritten) {
   const EntryRow scale{"Maßstab", " km", "2", 2, 4, 1, 215, 10, 20, 0, 0, 11};
   for (const EntryRow& row : {scale, Entry("Text", -1), Read_Header().ToEntry()}) {
-    if (row.ID.startsWith('!')) {
-      rsEntries->MoveFirst();
-      Map.CurBookmark = rsEntries->Bookmark();
-    } else {
-      Add(row);
-    }
-    const bool isScale = row == scale;
-    EXPECT_EQ(Save_Text_Entry(Typed("Unsinn"), TextRow::Current), isScale) << row.ID;
+    row.ID.startsWith('!') ? Go_To(0) : Add(row);
+    EXPECT_EQ(Save_Text_Entry(Typed("Unsinn"), TextRow::Current), row == scale) << row.ID;
     EXPECT_EQ(Row(), row);
   }
 }
@@ -125,22 +115,13 @@ TEST_F(EntryEditTest, DeletingAsksAndTakesTheVertexTableAlong) {
   EXPECT_EQ(Tbl.Tag, TableTag::Dirty);
   EXPECT_EQ(Map.CurBookmark, rsEntries->Bookmark());
   EXPECT_EQ(redraws, 1);
-  // Two rows share a table: it goes with the second one.
-  Write_Vertices("Linie0", {{0, 0}, {5, 5}});
-  for (const char* id : {"Linie0", "-Linie0"}) Add(Entry(id, 4, "Bach"));
-  for (const bool shared : {true, false}) {
-    script.Expect("Bach", MsgAnswer::Yes);
-    EXPECT_TRUE(Delete_Entry());
-    EXPECT_EQ(dbEntries->HasTable("Linie0"), shared);
-  }
 }
 
 TEST_F(EntryEditTest, WhatDeletingRefusesAndSpares) {
   MessageScript script("Die Karte enthält noch keine Einträge");
   EXPECT_FALSE(Delete_Entry());
   Add(Text("eins"));
-  rsEntries->MoveFirst();
-  Map.CurBookmark = rsEntries->Bookmark();
+  Go_To(0);
   EXPECT_FALSE(Delete_Entry());
   EXPECT_EQ(Texts(), QStringList{"eins"});
   Add(Text("Entwurf"));  // an unfinished drawing goes without a question

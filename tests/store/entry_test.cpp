@@ -2,13 +2,7 @@
 
 #include "support/table_fixture.h"
 
-class EntryTest : public TableTest {
- protected:
-  void SetUp() override {
-    TableTest::SetUp();
-    Open_Table();
-  }
-};
+using EntryTest = OpenTableTest;
 
 TEST_F(EntryTest, RowsComeBackAsTheyWereWritten) {
   const QString id = "-Flaeche0 - P1101L5.0B2.5>Linie3", text = "Größe „ß“ \r\nzweite Zeile";
@@ -130,13 +124,10 @@ TEST_F(EntryTest, FontFactorLivesInTheSettings) {
   EXPECT_EQ(Read_Font_Factor(), 1.25F);
   const auto settings = dbEntries->OpenRecordset("Qdata");
   EXPECT_EQ(settings->RecordCount(), 1);
-  settings->MoveFirst();
   for (const auto& [nr, ort, factor] :
        {std::tuple{"FSZ", "0,8", 0.8F}, std::tuple{"FSZ", "x", 1.0F}, std::tuple{"Amsel", "2", 1.0F}}) {
-    settings->Edit();
-    settings->Set(u"Nr", QString(nr));
-    settings->Set(u"Ort", QString(ort));
-    settings->Update();
+    Set_Field(*settings, u"Nr", QString(nr));
+    Set_Field(*settings, u"Ort", QString(ort));
     EXPECT_EQ(Read_Font_Factor(), factor) << nr << ort;
   }
   dbEntries->DropTable("Qdata");
@@ -168,7 +159,6 @@ TEST_F(VertexTest, ATableEndsAtTheStopMarkAndIsWrittenWholeOrNotAtAll) {
 }
 
 TEST_F(VertexTest, TheLowestFreeNumberIsTaken) {
-  MessageScript script;
   EXPECT_EQ(New_Poly_Table("Linie"), "Linie0");
   Add_Line("Linie0");
   Add_Line("-Linie1 - P1101L5.0B2.5");
@@ -179,31 +169,25 @@ TEST_F(VertexTest, TheLowestFreeNumberIsTaken) {
   Write_Vertices("Linie4", {{1, 1}});                // less than two points
   dbEntries->CreateTable({"Linien", {{"xf", FieldType::Integer, 0}, {"yf", FieldType::Integer, 0}}});
   EXPECT_EQ(New_Poly_Table("Linie"), "Linie2");
-  EXPECT_FALSE(dbEntries->HasTable("Linie2"));
-  EXPECT_FALSE(dbEntries->HasTable("Linie4"));
+  EXPECT_FALSE(dbEntries->HasTable("Linie2") || dbEntries->HasTable("Linie4"));
   EXPECT_TRUE(dbEntries->HasTable("Linien"));  // no number: not ours to drop
-  script.Expect("Falscher Id-Tabellen-Name");
-  EXPECT_EQ(New_Poly_Table("Kreis"), "");
-}
-
-TEST_F(VertexTest, TheRowInHandAndRowsWithoutTableKeepTheirNumber) {
-  Add_Line("Linie0", {{1, 1}});  // just begun, the current row
-  EXPECT_EQ(New_Poly_Table("Linie"), "Linie1");
-  EXPECT_TRUE(dbEntries->HasTable("Linie0"));
-  dbEntries->DropTable("Linie0");
-  Add_Line("Linie1");
-  EXPECT_EQ(New_Poly_Table("Linie"), "Linie2");  // else the row "Linie0" would get another's shape
+  Add_Line("Linie2", {{1, 1}});                // just begun, the current row
+  EXPECT_EQ(New_Poly_Table("Linie"), "Linie4");
+  EXPECT_TRUE(dbEntries->HasTable("Linie2"));
+  dbEntries->DropTable("Linie2");
+  Add_Line("Linie4");
+  EXPECT_EQ(New_Poly_Table("Linie"), "Linie5");  // else the row "Linie2" would get another's shape
+  With_Box("Falscher Id-Tabellen-Name", [] { EXPECT_EQ(New_Poly_Table("Kreis"), ""); });
 }
 
 TEST_F(VertexTest, AThousandTablesFit) {
+  const std::vector<QPoint> two{{0, 0}, {1, 1}};
   dbEntries->BeginTrans();
-  for (int i = 0; i < 999; ++i) Write_Vertices("Flaeche" + QString::number(i), {{0, 0}, {1, 1}});
+  for (int i = 0; i < 999; ++i) Write_Vertices("Flaeche" + QString::number(i), two);
   dbEntries->CommitTrans();
-  MessageScript script;
   EXPECT_EQ(New_Poly_Table("Flaeche"), "Flaeche999");
-  Write_Vertices("Flaeche999", {{0, 0}, {1, 1}});
-  script.Expect("maximale Zahl der Polygone = 1000!");
-  EXPECT_EQ(New_Poly_Table("Flaeche"), "");
+  Write_Vertices("Flaeche999", two);
+  With_Box("maximale Zahl der Polygone = 1000!", [] { EXPECT_EQ(New_Poly_Table("Flaeche"), ""); });
   Write_Vertices("Flaeche500", {{0, 0}});
   EXPECT_EQ(New_Poly_Table("Flaeche"), "Flaeche500");
 }

@@ -3,13 +3,6 @@
 namespace {
 class FileNames : public FluraxTest {
  protected:
-  QString Put(const QString& name, const QByteArray& content = "x") {
-    QDir().mkpath(QFileInfo(Path(name)).path());
-    QFile file(Path(name));  // this very name, whatever is there in another case
-    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(content);
-    return Path(name);
-  }
   // Opens a map as far as names are concerned.
   static QString Table_Of(const QString& map, const QString& caption) {
     MapFile = map;
@@ -116,6 +109,7 @@ TEST_F(FileNames, TheProgramFolderIsFilledWithWhatIsMissing) {
   };
   EXPECT_EQ(fails(home + "/MUSTER.MDB/Flurax"), errors::pathNotFound);
   EXPECT_NE(fails("/proc/flurax"), 0);
+  EXPECT_TRUE(Raised([&] { Prepare_Program_Folder(delivered); }).text.endsWith("\n/proc/flurax"));
   File_Write_Fault = [](const QString&, qint64) { return errors::diskFull; };
   EXPECT_EQ(fails(Path("voll")), errors::diskFull);
   qunsetenv("FLURAX_HOME");

@@ -5,11 +5,6 @@
 namespace {
 class MapLog : public FluraxTest {
  protected:
-  QString Put(const QString& name) {
-    QDir().mkpath(QFileInfo(Path(name)).path());
-    Replace_File(Path(name), "x");
-    return Path(name);
-  }
   static QString Log() { return Program_File("Map.log"); }
   static QStringList Lines(const QString& list) {
     QStringList lines;

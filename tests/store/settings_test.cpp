@@ -44,7 +44,7 @@ TEST_F(Settings, GarbageLeavesTheDefaults) {
   Write_Ini("TLB: vbAlignTop");
 }
 
-TEST_F(Settings, ALineReplacesTheOneOfItsKey) {
+TEST_F(Settings, ALineReplacesTheOneOfItsKeyAndAFullDiskLosesNone) {
   Write_Ini("TLB: vbAlignTop");  // no file yet: the line alone
   EXPECT_EQ(Ini(), QStringList("TLB: vbAlignTop"));
   Write_Ini("TippsNo");
@@ -63,9 +63,6 @@ TEST_F(Settings, ALineReplacesTheOneOfItsKey) {
   Write_Ini("FL: dritte |VG=4|");  // the first template, whatever its name
   EXPECT_EQ(Ini().mid(1, 2), QStringList({"FL: dritte |VG=4|", "FL: zweite |VG=3|"}));
   EXPECT_FALSE(Ini().contains("Templates:"));
-}
-
-TEST_F(Settings, AFullDiskLosesNoSetting) {
   Put_Ini({"TLB: vbAlignLeft", "FL: Wiese |VG=2|"});
   File_Write_Fault = [](const QString&, qint64) { return errors::diskFull; };
   MessageScript script("Datenträger voll");

@@ -165,16 +165,3 @@ TEST_F(SqlTranslate, Changes) {
   EXPECT_EQ(Run("insert into MapData (ID, Eintrag, Typ) values ('Text', 'neu', 0)"),
             "Ahorn|Äsche|3 Buchen|100% *echt*|neu");
 }
-
-TEST_F(SqlTranslate, EndlessWorkIsStopped) {
-  QString statement = "update MapData set VG = 3 where (select Count(*) from MapData as a";
-  for (char alias = 'b'; alias < 'o'; ++alias) statement += QString(", MapData as ") + alias;
-  const SqlTranslation it = Translate_Sql(statement + ") > 0", database->TableDefs());
-  ASSERT_TRUE(it.Good()) << it.error;
-  const TimeLimit limit(*database, 50);
-  database->BeginTrans();
-  const Error error = Raised([&] { database->Execute(it.sql); });
-  EXPECT_EQ(error.text, "Die Anweisung dauerte zu lange und wurde abgebrochen.");
-  EXPECT_FALSE(database->InTrans());
-  EXPECT_EQ(Rows_Of(*database)[1].VG, 0);
-}

@@ -3,17 +3,16 @@
 #include <sys/resource.h>
 
 #include <csignal>
-#include <functional>
 
-#include "state/events.h"
-#include "state/mdi_state.h"
 #include "store/history.h"
-#include "store/vertex_table.h"
 #include "support/table_fixture.h"
 
 namespace {
 const QStringList oneTwo = {"eins", "zwei"}, oneTwoThree = {"eins", "zwei", "drei"};
-}
+const QString unsaved = "Wollen Sie die veränderten Einträge sichern ?",
+              notSaved = "Datei kann nicht gesichert werden.", ownName = "unter einem eigenen Namen sichern?";
+int Full_Disk(const QString&, qint64) { return errors::diskFull; }
+}  // namespace
 
 class TableFileTest : public TableTest {
  protected:
@@ -32,6 +31,7 @@ class TableFileTest : public TableTest {
     Undo_Last();
     EXPECT_EQ(script.Seen()[0].title, "  Karteneinträge sichern");
   }
+  static auto Name_And_Tag() { return std::tuple(Tbl.DBGrid1.Caption, Tbl.Tag); }
   // A table file of its own beside the map, made for the map `made` with these texts.
   QString Make_Table(const QString& name, const QStringList& texts, const QString& made = "Karte.bmp") {
     const auto database = Make_Table_File(Path(name), Path(made));
@@ -56,9 +56,8 @@ TEST_F(TableFileTest, ANewTableComesFromTheTemplate) {
   Menu("mnuReset").Enabled = true;
   Open_Table();
   EXPECT_EQ(TableFile, Table());
-  EXPECT_EQ(Tbl.DBGrid1.Caption, Table());
+  EXPECT_EQ(Name_And_Tag(), std::tuple(Table(), TableTag::Dirty));
   EXPECT_EQ(Entry_Count(), 0);
-  EXPECT_EQ(Tbl.Tag, TableTag::Dirty);
   HeaderRow header;
   header.tablePath = Table();
   header.mapName = Shortened_Path(MapFile);
@@ -67,8 +66,15 @@ TEST_F(TableFileTest, ANewTableComesFromTheTemplate) {
   EXPECT_EQ(Read_Header(), header);
   EXPECT_EQ(Tbl.EintragSize, 79);
   EXPECT_FALSE(Tbl.HasUserColumns || Menu("mnuReset").Enabled);
-  EXPECT_GT(loaded, 0);
-  EXPECT_GT(moved, 0);
+  EXPECT_TRUE(loaded > 0 && moved > 0);
+  // One that was copied here from elsewhere names its new place.
+  Close_Table(CloseMode::CloseOnly);
+  QFile::remove(Table());
+  Make_Table("KARTE.MDB", oneTwo);
+  Tbl.Tag = TableTag::Clean;
+  Open_Table();
+  EXPECT_EQ(Read_Header().tablePath, Table());
+  EXPECT_EQ(Tbl.Tag, TableTag::Clean);
 }
 
 TEST_F(TableFileTest, RowsAndHeaderAreThereAgain) {
@@ -99,13 +105,6 @@ TEST_F(TableFileTest, RowsAndHeaderAreThereAgain) {
   EXPECT_EQ(std::tuple(row.ID, row.Xline, row.Typ, row.VG), std::tuple("!Unbekannt", 1, -1, 11));
   EXPECT_EQ(Tbl.Tag, TableTag::Dirty);
   EXPECT_EQ(Texts(), oneTwo);
-}
-
-TEST_F(TableFileTest, ATableThatWasCopiedElsewhereNamesItsNewPlace) {
-  Make_Table("KARTE.MDB", oneTwo);
-  Open_Table();
-  EXPECT_EQ(Read_Header().tablePath, Table());
-  EXPECT_EQ(Tbl.Tag, TableTag::Clean);
 }
 
 TEST_F(TableFileTest, WithoutTemplateThereIsNoTable) {
@@ -215,7 +214,7 @@ TEST_F(TableFileTest, ATableInUseIsNotTouched) {
 TEST_F(TableFileTest, ACheckpointBringsCopiesUpToDateAndKeepsTheRow) {
   Open_With(oneTwo);
   Save_As("Sicherung.MDB");
-  EXPECT_EQ(std::tuple(Tbl.DBGrid1.Caption, Tbl.Tag), std::tuple(Path("Sicherung.MDB"), TableTag::Clean));
+  EXPECT_EQ(Name_And_Tag(), std::tuple(Path("Sicherung.MDB"), TableTag::Clean));
   Add(Text("drei"));
   rsEntries->MoveFirst();
   rsEntries->MoveNext();
@@ -275,9 +274,7 @@ TEST_F(TableFileTest, AnUndoPointBecomesAFileWhenThereIsTime) {
     rsEntries->MoveTo(2);
     rsEntries->Delete();
     rsEntries->MoveTo(1);
-    rsEntries->Edit();
-    rsEntries->Set(column::Eintrag, "neu");
-    rsEntries->Update();
+    Set_Field(column::Eintrag, "neu");
     Write_Vertices("Flaeche0", {{5, 5}, {6, 6}});
     dbEntries->AddColumn("MapData", {"Farbe", FieldType::Text, 9});
     EXPECT_EQ(Texts_In(Path("Sicherung.MDB")), oneTwo);
@@ -300,7 +297,7 @@ TEST_F(TableFileTest, ALostSnapshotEmptiesTheTableButKeepsItAside) {
     Table_Idle();
     QFile::remove(Snapshot());
     if (!snapshot.isEmpty()) Replace_File(Snapshot(), snapshot);
-    MessageScript script("Datei kann nicht gesichert werden.");
+    MessageScript script(notSaved);
     Undo_Last();
     EXPECT_TRUE(script.Seen()[0].text.startsWith("Step: 3\nQuelle: " + Snapshot() + "\nZiel: " + Table()));
     EXPECT_TRUE(script.Seen()[0].text.contains(Path("KARTE_bak.mdb")));
@@ -316,7 +313,7 @@ TEST_F(TableFileTest, AFullDiskLeavesTheCopiesAndTheTable) {
   Undo_Point("Rückgängig: Ersetzen");
   Table_Idle();
   Add(Text("drei"));
-  File_Write_Fault = [](const QString&, qint64) { return errors::diskFull; };
+  File_Write_Fault = Full_Disk;
   MessageScript script{{"Sicherung.MDB"}, {"TEMP.MDB"}};
   EXPECT_FALSE(Save_Table(SaveStep::Save));
   EXPECT_TRUE(script.Seen()[0].text.contains(Table()));
@@ -408,29 +405,26 @@ TEST_F(TableFileTest, SaveAsAsksUntilTheNameIsFit) {
   EXPECT_EQ(Read_Header().tablePath, Path("KARTE_Neu.MDB"));
 }
 
-TEST_F(TableFileTest, FoldersMayHaveUmlautsBlanksDotsAndAMinus) {
-  const QString place = "Örtliche Karten-v1.2/";
-  ASSERT_TRUE(QDir().mkpath(Path(place)));
-  Open_With(oneTwo, place + "Große Wiese.bmp");
-  EXPECT_EQ(TableFile, Path(place + "GROßE WIESE.MDB"));
-  FileDialogScript dialog{Path(place + "Sicherung.MDB")};
-  ASSERT_TRUE(Save_Table(SaveStep::SaveAs));
-  // Cut at the point of the file name, not of the folder.
-  EXPECT_EQ(dialog.Seen()[0].folder + dialog.Seen()[0].name, Path(place + "GROßE WIESE_Neu.MDB"));
-  EXPECT_EQ(Texts_In(Path(place + "Sicherung.MDB")), oneTwo);
-}
-
-TEST_F(TableFileTest, LongPathsAreSavedAndLoadedAgain) {
-  const QString place = QString(100, 'o') + '/' + QString(60, 'p') + '/';
-  ASSERT_TRUE(QDir().mkpath(Path(place)));
+TEST_F(TableFileTest, PathsMayBeLongAndHaveUmlautsBlanksDotsAndAMinus) {
+  const QString umlauts = "Örtliche Karten-v1.2/", place = QString(100, 'o') + '/' + QString(60, 'p') + '/';
+  ASSERT_TRUE(QDir().mkpath(Path(umlauts)) && QDir().mkpath(Path(place)));
+  Open_With(oneTwo, umlauts + "Große Wiese.bmp");
+  EXPECT_EQ(TableFile, Path(umlauts + "GROßE WIESE.MDB"));
+  {
+    FileDialogScript dialog{Path(umlauts + "Sicherung.MDB")};
+    ASSERT_TRUE(Save_Table(SaveStep::SaveAs));
+    // Cut at the point of the file name, not of the folder.
+    EXPECT_EQ(dialog.Seen()[0].folder + dialog.Seen()[0].name, Path(umlauts + "GROßE WIESE_Neu.MDB"));
+  }
+  EXPECT_EQ(Texts_In(Path(umlauts + "Sicherung.MDB")), oneTwo);
+  Close_Table(CloseMode::CloseOnly);
   Open_With(oneTwo, place + QString(140, 'k') + ".bmp");
   ASSERT_GT(TableFile.size(), 300);
   const QString target = place + QString(243, 's') + ".MDB";  // the longest name that can have a log beside it
   {
-    MessageScript script;
+    MessageScript script{{"Ein Name im Pfad der Datei ist zu lang: 248 Zeichen"}, {"Der Pfad der Datei ist zu lang"}};
     FileDialogScript dialog{Path(place + QString(244, 's') + ".MDB"), Path(place + place + place + "Amsel.MDB"),
                             Path(target)};
-    script.Expect("Ein Name im Pfad der Datei ist zu lang: 248 Zeichen").Expect("Der Pfad der Datei ist zu lang");
     ASSERT_TRUE(Save_Table(SaveStep::SaveAs));
   }
   Add(Text("drei"));
@@ -454,50 +448,53 @@ TEST_F(TableFileTest, AFailedSaveAsKeepsNamesAndRows) {
   const QString row = rsEntries->Bookmark();
   FileDialogScript dialog{std::nullopt, Path("fehlt/Amsel.MDB")};
   EXPECT_FALSE(Save_Table(SaveStep::SaveAs));
-  MessageScript script("Datei kann nicht gesichert werden.");
+  MessageScript script(notSaved);
   EXPECT_FALSE(Save_Table(SaveStep::SaveAs));
   EXPECT_EQ(script.Seen()[0].title, "DBSaveError");
   EXPECT_TRUE(script.Seen()[0].text.startsWith("Step: 1\nQuelle: " + Table()));
-  EXPECT_EQ(std::tuple(Tbl.DBGrid1.Caption, Tbl.Tag), std::tuple(Table(), TableTag::Dirty));
+  EXPECT_EQ(Name_And_Tag(), std::tuple(Table(), TableTag::Dirty));
   EXPECT_EQ(Read_Header().tablePath, Table());
   EXPECT_EQ(rsEntries->Bookmark(), row);
   EXPECT_EQ(Texts(), oneTwo);
 }
 
 TEST_F(TableFileTest, AtAMapChange) {
+  const auto leave = [] { EXPECT_TRUE(Save_Table(SaveStep::AtMapChange)); };
   Open_With({"eins"});
-  EXPECT_TRUE(Save_Table(SaveStep::AtMapChange));  // fewer than two entries: no question
+  leave();  // fewer than two entries: no question
   Add(Text("zwei"));
   const QString old = Path("KARTE_old.MDB");
-  MessageScript script("unter einem eigenen Namen sichern?\n" + old, MsgAnswer::No);
-  EXPECT_TRUE(Save_Table(SaveStep::AtMapChange));
+  With_Box(ownName + "\n" + old, MsgAnswer::No, leave);
   EXPECT_FALSE(QFile::exists(old));
-  script.Expect("unter einem eigenen Namen sichern?", MsgAnswer::Yes);
-  EXPECT_TRUE(Save_Table(SaveStep::AtMapChange));
+  With_Box(ownName, MsgAnswer::Yes, leave);
   EXPECT_EQ(Texts_In(old), oneTwo);
-  EXPECT_TRUE(Save_Table(SaveStep::AtMapChange));  // unchanged: no question
+  leave();  // unchanged: no question
   Add(Text("drei"));
-  script.Expect("\n\nDie Karteneinträge\nwurden verändert.\nWollen Sie die veränderten Einträge sichern ?",
-                MsgAnswer::Yes);
-  EXPECT_TRUE(Save_Table(SaveStep::AtMapChange));
+  With_Box("\n\nDie Karteneinträge\nwurden verändert.\n" + unsaved, MsgAnswer::Yes, leave);
   EXPECT_EQ(Texts_In(old), oneTwoThree);
 }
 
 // Another table ------------------------------------------------------------------------------------------------------
 
-TEST_F(TableFileTest, AnotherTableIsLoadedAndUndone) {
+TEST_F(TableFileTest, AnotherOrANewTableIsLoadedAndUndone) {
   Open_With(oneTwo);
   const QStringList birds = {"Amsel", "Drossel", "Fink"};
   const QString other = Make_Table("Amsel.MDB", birds);
+  With_Box(unsaved, MsgAnswer::No, New_Table);
+  EXPECT_EQ(Entry_Count(), 0);
+  EXPECT_EQ(Menu("mnuReset").Caption, "Rückgängig: Einträge neu");
+  EXPECT_FALSE(QFile::exists(Path("KARTE_old.MDB")));
+  Undo();
+  EXPECT_EQ(Texts(), oneTwo);
   {
-    MessageScript script("Wollen Sie die veränderten Einträge sichern ?", MsgAnswer::No);
+    MessageScript script(unsaved, MsgAnswer::No);
     FileDialogScript dialog{other};
     ASSERT_TRUE(Load_Other_Table({}));
     EXPECT_EQ(dialog.Seen()[0].title, "Einträge laden");
     EXPECT_EQ(QDir::cleanPath(dialog.Seen()[0].folder), folder.path());
   }
   EXPECT_EQ(TableFile, Table());  // the standard table keeps its name
-  EXPECT_EQ(std::tuple(Tbl.DBGrid1.Caption, Tbl.Tag), std::tuple(other, TableTag::Clean));
+  EXPECT_EQ(Name_And_Tag(), std::tuple(other, TableTag::Clean));
   EXPECT_EQ(Read_Header().tablePath, other);
   EXPECT_EQ(Texts(), birds);
   EXPECT_EQ(Menu("mnuReset").Caption, "Rückgängig: Einträge laden");
@@ -515,7 +512,7 @@ TEST_F(TableFileTest, ATableOfAnotherMapIsAskedAbout) {
   MessageScript script;
   for (const MsgAnswer answer : {MsgAnswer::No, MsgAnswer::Yes}) {
     Tbl.Tag = TableTag::Dirty;
-    script.Expect("Wollen Sie die veränderten Einträge sichern ?", MsgAnswer::No)
+    script.Expect(unsaved, MsgAnswer::No)
         .Expect("Diese Tabelle wurde in Verbindung mit folgender Karte erstellt:\n" + Path("Moor.bmp"), answer);
     const bool loaded = answer == MsgAnswer::Yes;
     EXPECT_EQ(Load_Other_Table(moor), loaded);
@@ -527,14 +524,7 @@ TEST_F(TableFileTest, ATableOfAnotherMapIsAskedAbout) {
   const QString other = Make_Table("Amsel.MDB", {"Amsel"});
   for (const QString& name : {QStringLiteral("C:\\Karten\\karte.BMP"), Shortened_Path("/sehr/langer/weg/zur/Karte.bmp"),
                               QStringLiteral("/vo...karte.bmp"), QString(), QStringLiteral("ohne Karte")}) {
-    {
-      const auto database = Workspace::OpenDatabase(other);
-      const auto rows = database->OpenRecordset("MapData");
-      rows->MoveFirst();
-      rows->Edit();
-      rows->Set(column::Schrift, name);
-      rows->Update();
-    }
+    Set_Field(*Workspace::OpenDatabase(other)->OpenRecordset("MapData"), column::Schrift, name);
     EXPECT_TRUE(Load_Other_Table(other)) << name;
   }
 }
@@ -553,50 +543,34 @@ TEST_F(TableFileTest, WhatCannotBeLoadedLeavesTheTableAlone) {
   EXPECT_EQ(Texts(), oneTwo);
   EXPECT_EQ(Tbl.DBGrid1.Caption, Table());
   EXPECT_EQ(Read_Bytes(Path("Fremd.MDB")), "keine Datenbank");
-  File_Write_Fault = [](const QString&, qint64) { return errors::diskFull; };
+  File_Write_Fault = Full_Disk;
   const QString other = Make_Table("Amsel.MDB", {"Amsel"});
   script.AllowAny(MsgAnswer::Ok);
   EXPECT_FALSE(Load_Other_Table(other));
   EXPECT_EQ(Texts(), oneTwo);
 }
 
-TEST_F(TableFileTest, ANewTableAndItsUndo) {
-  Open_With(oneTwo);
-  With_Box("Wollen Sie die veränderten Einträge sichern ?", MsgAnswer::No, [&] { New_Table(); });
-  EXPECT_EQ(Entry_Count(), 0);
-  EXPECT_EQ(Menu("mnuReset").Caption, "Rückgängig: Einträge neu");
-  EXPECT_FALSE(QFile::exists(Path("KARTE_old.MDB")));
-  Undo();
-  EXPECT_EQ(Texts(), oneTwo);
-}
-
 TEST_F(TableFileTest, EntriesThatStandNowhereElseAreKeptBeforeOthersTakeTheirPlace) {
   QString other = Make_Table("Amsel.MDB", {"Amsel"});
-  QStringList kept;
-  for (const bool changed : {true, false}) {
-    for (const bool load : {true, false}) {
-      QFile::remove(Table());
-      const QStringList mine = {"eins", QString::number(kept.size())};
-      Open_With(mine);
-      if (!changed) Tbl.Tag = TableTag::Clean;
-      kept.append(Path(QString("KARTE_old%1.MDB").arg(kept.empty() ? "" : '_' + QString::number(kept.size()))));
-      MessageScript script;
-      if (changed) {
-        script.Expect("Wollen Sie die veränderten Einträge sichern ?", MsgAnswer::Yes)
-            .Expect("liegen jetzt in:\n" + kept.back());
-      } else {
-        script.Expect("unter einem eigenen Namen sichern?\n" + kept.back(), MsgAnswer::Yes);
-      }
-      load ? static_cast<void>(Load_Other_Table(other)) : New_Table();
-      EXPECT_EQ(Texts(), load ? QStringList{"Amsel"} : QStringList{});
-      EXPECT_EQ(Texts_In(kept.back()), mine);
-      script.Expect("wieder hergestellt");
-      Undo_Last();
-      EXPECT_EQ(Tbl.DBGrid1.Caption, kept.back());
-      Undo_Point("Rückgängig: Ersetzen");
-      Table_Idle();
-      EXPECT_EQ(Texts_In(other), QStringList{"Amsel"});
-    }
+  const QStringList kept{Path("KARTE_old.MDB"), Path("KARTE_old_1.MDB"), Path("KARTE_old_2.MDB"),
+                         Path("KARTE_old_3.MDB")};
+  for (int i = 0; i < 4; ++i) {
+    const bool changed = i < 2, load = i % 2 == 0;
+    QFile::remove(Table());
+    const QStringList mine = {"eins", QString::number(i)};
+    Open_With(mine);
+    if (!changed) Tbl.Tag = TableTag::Clean;
+    MessageScript script(changed ? unsaved : ownName + "\n" + kept[i], MsgAnswer::Yes);
+    if (changed) script.Expect("liegen jetzt in:\n" + kept[i]);
+    load ? static_cast<void>(Load_Other_Table(other)) : New_Table();
+    EXPECT_EQ(Texts(), load ? QStringList{"Amsel"} : QStringList{});
+    EXPECT_EQ(Texts_In(kept[i]), mine);
+    script.Expect("wieder hergestellt");
+    Undo_Last();
+    EXPECT_EQ(Tbl.DBGrid1.Caption, kept[i]);
+    Undo_Point("Rückgängig: Ersetzen");
+    Table_Idle();
+    EXPECT_EQ(Texts_In(other), QStringList{"Amsel"});
   }
   // Entries that were saved or loaded stand in their own file: nothing to ask, unless that has gone.
   MessageScript script;
@@ -604,7 +578,7 @@ TEST_F(TableFileTest, EntriesThatStandNowhereElseAreKeptBeforeOthersTakeTheirPla
   New_Table();
   EXPECT_TRUE(Load_Other_Table(other));
   QFile::remove(other);
-  script.Expect("unter einem eigenen Namen sichern?", MsgAnswer::Yes);
+  script.Expect(ownName, MsgAnswer::Yes);
   New_Table();
   EXPECT_EQ(Texts_In(Path("KARTE_old_4.MDB")), QStringList{"Amsel"});
   // After the map was opened anew nothing is asked while a table of the map holds the same, vertices included.
@@ -615,20 +589,13 @@ TEST_F(TableFileTest, EntriesThatStandNowhereElseAreKeptBeforeOthersTakeTheirPla
   EXPECT_TRUE(Load_Other_Table(other = Make_Table("Fink.MDB", {"Fink"})));
   EXPECT_TRUE(Load_Other_Table(Path("Sicherung.MDB")));
   ASSERT_TRUE(Load_Table(LoadMode::First));
-  {
-    const auto database = Workspace::OpenDatabase(Path("Sicherung.MDB"));
-    const auto points = database->OpenRecordset("Linie0");
-    points->MoveLast();
-    points->Delete();
-  }
-  script.Expect("unter einem eigenen Namen sichern?", MsgAnswer::No);
+  Workspace::OpenDatabase(Path("Sicherung.MDB"))->Execute("DELETE FROM Linie0 WHERE xf = 3");
+  script.Expect(ownName, MsgAnswer::No);
   New_Table();
   // What cannot be kept is not replaced.
   Add(Text("eins"));
-  File_Write_Fault = [](const QString&, qint64) { return errors::diskFull; };
-  script.Expect("Wollen Sie die veränderten Einträge sichern ?", MsgAnswer::Yes)
-      .Expect("Datei kann nicht gesichert werden.")
-      .Expect("Datei kann nicht gesichert werden.");
+  File_Write_Fault = Full_Disk;
+  script.Expect(unsaved, MsgAnswer::Yes).Expect(notSaved).Expect(notSaved);
   New_Table();
   EXPECT_EQ(Texts(), QStringList{"eins"});
 }

@@ -4,18 +4,27 @@
 
 namespace {
 
-class TransactionTest : public TableTest {
+class TransactionTest : public OpenTableTest {
  protected:
   void SetUp() override {
-    TableTest::SetUp();
-    Open_Table();
+    OpenTableTest::SetUp();
     Add(Text("eins"));
     Add(Text("zwei"));
     Tbl.Tag = TableTag::Clean;
   }
 };
 
-TEST_F(TransactionTest, AnErrorOrAStopLeavesNothingBehind) {
+// An inner transaction that fails ends all of them: nobody above may take the rest for stored.
+TEST_F(TransactionTest, AnErrorOrAStopInsideOrOutsideLeavesNothingBehind) {
+  const bool outer = In_Transaction([] {
+    Append_Entry(Text("außen"));
+    EXPECT_EQ(Error_Of([] { Write_Vertices("Linie0", {{1, 1}, {40000, 0}}); }), errors::overflow);
+  });
+  EXPECT_FALSE(outer);
+  EXPECT_EQ(Texts(), (QStringList{"eins", "zwei"}));
+  EXPECT_EQ(Tbl.Tag, TableTag::Clean);
+  // An error that passes through both is raised once more, not replaced by one about the transaction.
+  EXPECT_EQ(Error_Of([] { In_Transaction([] { Write_Vertices("Linie0", {{40000, 0}}); }); }), errors::overflow);
   const auto fails = [] {
     Append_Entry(Text("drei"));
     Write_Vertices("Linie0", {{1, 1}, {2, 2}});
@@ -37,19 +46,6 @@ TEST_F(TransactionTest, AnErrorOrAStopLeavesNothingBehind) {
   EXPECT_TRUE(In_Transaction([] { Append_Entry(Text("drei")); }));
   EXPECT_EQ(Texts().size(), 3);
   EXPECT_EQ(Tbl.Tag, TableTag::Dirty);
-}
-
-// An inner transaction that fails ends all of them: nobody above may take the rest for stored.
-TEST_F(TransactionTest, WhatIsTakenBackInsideTakesTheOuterOneBack) {
-  const bool outer = In_Transaction([] {
-    Append_Entry(Text("außen"));
-    EXPECT_EQ(Error_Of([] { Write_Vertices("Linie0", {{1, 1}, {40000, 0}}); }), errors::overflow);
-  });
-  EXPECT_FALSE(outer);
-  EXPECT_EQ(Texts(), (QStringList{"eins", "zwei"}));
-  EXPECT_EQ(Tbl.Tag, TableTag::Clean);
-  // An error that passes through both is raised once more, not replaced by one about the transaction.
-  EXPECT_EQ(Error_Of([] { In_Transaction([] { Write_Vertices("Linie0", {{40000, 0}}); }); }), errors::overflow);
 }
 
 TEST_F(TransactionTest, AToldTransactionKeepsTheRowAndTellsTheFault) {

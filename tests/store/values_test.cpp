@@ -89,7 +89,7 @@ TEST(FontSpec, WritesInOneOrderAndReadsInAny) {
   EXPECT_TRUE(FontSpec::Parse("Wingdings 2-B").IsSymbol());
 }
 
-TEST(EntryId, OwnNamesComeBackUnchanged) {
+TEST(EntryId, OwnAndForeignNamesComeBackUnchanged) {
   for (const char* text : {"Text", "-Text", "1Text", "Bild", "Linie12", "-Linie0 - P1101L5.0B2.5",
                            "Flaeche3 - R0010L12.B1.0", "Text>Flaeche0", "Text>Linie4<2", "Text<", "Text<7", "-Figur3",
                            "Plan\x1f"
@@ -104,9 +104,6 @@ TEST(EntryId, OwnNamesComeBackUnchanged) {
     id.ends = LineEnds{LineEnds::Shape::Circle, true, false, true, false, mm, mm};
     EXPECT_EQ(EntryId::Parse(id.ToText()), id) << mm;
   }
-}
-
-TEST(EntryId, ForeignNamesComeBackUnchanged) {
   for (const char* text :
        {"Feld-3 Amsel", "Linie0 - X", "Linie2-Nord", "Linie0 - P1101L0.5B 2 ", "Text>", "Text<3>Flaeche0", "--Linie0",
         " Linie7 ", "a>b>c", "a<b<c", ">Flaeche1", "Linie0- P1101L5,0B2.5"}) {

@@ -27,24 +27,5 @@ class BulkTest : public HandTest {
     Map.CurBookmark = key;
   }
   static int Typ(const QString& key) { return Row(key).Typ; }
-  // Everything the table file holds: columns, rows in order, vertex tables.
-  static QStringList Whole_Table() {
-    QStringList all;
-    QStringList names;
-    for (const TableDef& table : dbEntries->TableDefs()) names.append(table.name);
-    names.sort();
-    for (const QString& name : names) {
-      const auto rows = dbEntries->OpenRecordset(name);
-      QString head = name + u':';
-      for (const FieldInfo& field : rows->Fields()) head += u' ' + field.name + u'/' + QString::number(field.size);
-      all.append(head);
-      for (; !rows->Eof(); rows->MoveNext()) {
-        QString line;
-        for (int i = 0; i < static_cast<int>(rows->Fields().size()); ++i)
-          line += rows->Raw(i).index() == 0 ? QStringLiteral("Null|") : rows->Text(i) + u'|';
-        all.append(line);
-      }
-    }
-    return all;
-  }
+  static QStringList Whole_Table() { return Content_Of(*dbEntries); }
 };

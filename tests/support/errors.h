@@ -1,4 +1,9 @@
 #pragma once
+#include <gmock/gmock.h>
+#include <QStringList>
+
+#include <algorithm>
+
 #include "platform/error.h"
 
 // The error that the work raises; its number is 0 if it raises none.
@@ -16,3 +21,12 @@ template <class Work>
 int Error_Of(Work&& work) {
   return Raised(work).number;
 }
+
+// For EXPECT_THAT(Raised(..), ..): this error, and all of this stands in its text.
+inline testing::Matcher<const Error&> Tells(int number, const QStringList& parts) {
+  return testing::Truly([number, parts](const Error& error) {
+    return error.number == number &&
+           std::all_of(parts.begin(), parts.end(), [&](const QString& part) { return error.text.contains(part); });
+  });
+}
+inline void PrintTo(const Error& error, std::ostream* out) { *out << error.number << ": " << qPrintable(error.text); }

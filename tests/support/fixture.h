@@ -89,8 +89,10 @@ class StopWorkAt {
  public:
   explicit StopWorkAt(int unit);
   ~StopWorkAt();
+  const QStringList& Shown() const { return shown; }  // the texts of its windows
 
  private:
+  QStringList shown;
   ProgressMaker former;
 };
 

@@ -35,6 +35,21 @@ QRect Extent_Of(const QImage& image, Holds holds) {
   return extent;
 }
 
+// Where the two, of one size, have other colours; and on how many pixels.
+inline QRect Difference_Of(const QImage& one, const QImage& other) {
+  QRect where;
+  for (int y = 0; y < one.height(); ++y)
+    for (int x = 0; x < one.width(); ++x)
+      if ((one.pixel(x, y) ^ other.pixel(x, y)) & RGB_MASK) where |= QRect(x, y, 1, 1);
+  return where;
+}
+inline int Count_Different(const QImage& one, const QImage& other) {
+  int count = 0;
+  for (int y = 0; y < one.height(); ++y)
+    for (int x = 0; x < one.width(); ++x) count += one.pixel(x, y) != other.pixel(x, y);
+  return count;
+}
+
 inline bool Is_Ink(QRgb color) { return color != white; }
 
 // A picture in which every pixel differs from its neighbours.

@@ -1,14 +1,13 @@
 #pragma once
 #include "hand/activation.h"
 #include "store/entry.h"
+#include "support/records.h"
 #include "view/redraw.h"
 
-// One value of the current row.
+// One value of the current row of the open table.
 template <class Field>
 void Set_Field(Field field, const Value& value) {
-  rsEntries->Edit();
-  rsEntries->Set(field, value);
-  rsEntries->Update();
+  Set_Field(*rsEntries, field, value);
 }
 
 // Rows of the open table by their keys; the current row stays.

@@ -6,15 +6,17 @@
 
 namespace {
 struct Stopper : ProgressFace {
-  explicit Stopper(int unit) : last(unit) {}
-  void Show(const QString&, int) override {}
+  Stopper(int unit, QStringList& texts) : last(unit), shown(texts) {}
+  void Show(const QString& text, int) override { shown << text; }
   bool Step(int done) override { return done < last; }
   int Delay() const override { return 0; }
   int last;
+  QStringList& shown;
 };
 }  // namespace
 
-StopWorkAt::StopWorkAt(int unit) : former(Set_Progress_Maker([unit] { return std::make_unique<Stopper>(unit); })) {}
+StopWorkAt::StopWorkAt(int unit)
+    : former(Set_Progress_Maker([this, unit] { return std::make_unique<Stopper>(unit, shown); })) {}
 StopWorkAt::~StopWorkAt() { Set_Progress_Maker(std::move(former)); }
 
 QString Run_Tool(const QString& program, const QStringList& arguments) {

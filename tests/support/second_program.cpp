@@ -41,20 +41,25 @@ QString What_It_Held() {
   return all.join(u' ');
 }
 
-void Change(const QString& order, const QString& argument) {
-  const UndoStep step(order);
-  if (order == "viele") Undo_Point(QStringLiteral("Rückgängig: Import"));
-  In_Transaction([&] {
-    for (int i = 0; i < argument.toInt(); ++i) {
-      EntryRow row;
-      row.ID = QStringLiteral("Text");
-      row.Eintrag = QString::number(i);
-      Append_Entry(row);
-    }
-    if (order != "weg") return;
-    rsEntries->MoveLast();
-    if (rsEntries->Position() > 0) rsEntries->Delete();
+void Append_Text(const QString& text) {
+  EntryRow row;
+  row.ID = QStringLiteral("Text");
+  row.Eintrag = text;
+  Append_Entry(row);
+}
+
+void Append_Many(int count) {
+  const UndoStep step(QStringLiteral("viele"));
+  Undo_Point(QStringLiteral("Rückgängig: Import"));
+  In_Transaction([count] {
+    for (int i = 0; i < count; ++i) Append_Text(QString::number(i));
   });
+}
+
+void Delete_Last() {
+  const UndoStep step(QStringLiteral("weg"));
+  rsEntries->MoveLast();
+  if (rsEntries->Position() > 0) rsEntries->Delete();
 }
 
 QString Carry_Out(const QString& order, const QString& argument) {
@@ -63,34 +68,20 @@ QString Carry_Out(const QString& order, const QString& argument) {
     Map.Caption = QStringLiteral("Map: ") + Capitals(argument);
     return Load_Table(LoadMode::First) ? TableFile : QStringLiteral("nicht geladen");
   }
-  if (order == "neu") {
-    EntryRow row;
-    row.ID = QStringLiteral("Text");
-    row.Eintrag = argument;
-    Append_Entry(row);
-  } else if (order == "viele" || order == "weg") {
-    Change(order, argument);
-    return order;
-  } else if (order == "geh") {
-    Go_To_Step(argument.toInt());
-    return order;
-  } else if (order == "lage") {
-    return QStringLiteral("%1 %2 %3").arg(Step_Position()).arg(Step_Count()).arg(What_It_Holds());
-  } else if (order == "alle") {
-    return What_It_Held();
-  } else if (order == "stand") {
-    Undo_Point(QStringLiteral("Rückgängig: Ersetzen"));
-    Table_Idle();
-  } else if (order == "zurueck") {
-    Undo_Last();
-  } else if (order == "beginn") {
-    Program_Start({});
-  } else if (order == "ende") {
-    Close_Table(CloseMode::CloseOnly);
-    Program_End();
-    return order;
-  }
-  return Texts_Of_Table();
+  if (order == "lage") return u"%1 %2 %3"_s.arg(Step_Position()).arg(Step_Count()).arg(What_It_Holds());
+  if (order == "alle") return What_It_Held();
+  const std::map<QString, std::function<void()>> works = {
+      {"neu", [&] { Append_Text(argument); }},
+      {"viele", [&] { Append_Many(argument.toInt()); }},
+      {"weg", Delete_Last},
+      {"geh", [&] { Go_To_Step(argument.toInt()); }},
+      {"stand", [] { Undo_Point(QStringLiteral("Rückgängig: Ersetzen")), Table_Idle(); }},
+      {"zurueck", Undo_Last},
+      {"beginn", [] { Program_Start({}); }},
+      {"ende", [] { Close_Table(CloseMode::CloseOnly), Program_End(); }},
+      {"texte", [] {}}};
+  works.at(order)();
+  return QStringList{"viele", "weg", "geh", "ende"}.contains(order) ? order : Texts_Of_Table();
 }
 }  // namespace
 

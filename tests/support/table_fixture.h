@@ -6,6 +6,7 @@
 #include "store/header_row.h"
 #include "store/table_file.h"
 #include "support/fixture.h"
+#include "support/records.h"
 #include "support/rows.h"
 
 // A row at the end of a table file that is not the open one.
@@ -80,5 +81,18 @@ class TableTest : public FluraxTest {
   // Texts of a table file that is not open.
   static QStringList Texts_In(const QString& path) {
     return Texts_Of(*Workspace::OpenDatabase(path)->OpenRecordset(QStringLiteral("MapData")));
+  }
+  static void Go_To(int position) {
+    rsEntries->MoveTo(position);
+    Map.CurBookmark = rsEntries->Bookmark();
+  }
+};
+
+// One whose table is open from the start.
+class OpenTableTest : public TableTest {
+ protected:
+  void SetUp() override {
+    TableTest::SetUp();
+    Open_Table();
   }
 };

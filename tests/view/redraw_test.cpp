@@ -185,29 +185,23 @@ TEST_F(Redraw, OverviewAndSwitchesChangeWhatIsDrawn) {
 TEST_F(Redraw, AMissingFontIsAskedForOnceAnEntry) {
   EntryRow row = Text_Row(100, 100);
   row.Schrift = QStringLiteral("Gibt Es Nicht Sans-B");
-  const auto add = [&row](int count) {
-    for (; count > 0; --count) Append_Entry(row);
-  };
-  add(2);
+  const auto two_more = [&row] { Append_Entry(row), Append_Entry(row); };
+  two_more();
   Map_Redraw();  // without a font window nothing is asked
   QStringList opened;
   dialogHooks.FontWindow = [&](const QString&, const QString& caption) { opened << caption; };
   const QString question = QStringLiteral("Gibt Es Nicht Sans");
-  With_Box(question, MsgAnswer::Cancel, [&] {
-    Map_Redraw();
-    Map_Redraw();
-  });
-  add(2);
   {
-    MessageScript script(question, MsgAnswer::No);
-    script.Expect(question, MsgAnswer::Yes);
+    MessageScript script(question, MsgAnswer::Cancel);
     Map_Redraw();
-  }
-  EXPECT_EQ(opened, QStringList(QStringLiteral("Schrift ändern: Gibt Es Nicht Sans")));
-  add(2);
-  {
+    Map_Redraw();
+    two_more();
+    script.Expect(question, MsgAnswer::No).Expect(question, MsgAnswer::Yes);
+    Map_Redraw();
+    EXPECT_EQ(opened, QStringList(QStringLiteral("Schrift ändern: Gibt Es Nicht Sans")));
+    two_more();
     // The next question waits until the font of this one was chosen.
-    MessageScript script(question, MsgAnswer::Yes);
+    script.Expect(question, MsgAnswer::Yes);
     Map_Redraw();
     script.Expect(question, MsgAnswer::Cancel);
     Map_Redraw();
@@ -218,7 +212,7 @@ TEST_F(Redraw, AMissingFontIsAskedForOnceAnEntry) {
     for (const char* fill : {"F 1", "F-1", "F 8", "F-8", "F 3"}) {
       row.Typ = typ;
       row.Schrift = QLatin1String(fill);
-      add(1);
+      Append_Entry(row);
     }
   Map_Redraw();
   EXPECT_EQ(opened.size(), 2);
@@ -228,17 +222,17 @@ TEST_F(Redraw, AMissingFontIsAskedForOnceAnEntry) {
 }
 
 TEST_F(Redraw, LightMixesTheScanWithWhiteButNotTheEntries) {
-  Close_Map();
-  QImage dark = Make_Canvas(400, 300, qRgb(100, 50, 0));
-  ASSERT_TRUE(dark.save(Path("dunkel.bmp")));
-  Open_Map(Path("dunkel.bmp"));
+  Map_Redraw();
   Append_Entry(Figure_Row(20, {50, 50, 80, 80}));
-  Set_Light(true);
-  EXPECT_NEAR(qRed(Pixel(200, 200)), 178, 2);
-  EXPECT_NEAR(qBlue(Pixel(200, 200)), 128, 2);
-  EXPECT_EQ(Pixel(90, 90), QBColor(10));
-  Set_Light(false);
-  EXPECT_EQ(Pixel(200, 200), qRgb(100, 50, 0));
+  Close_Map();
+  ASSERT_TRUE(Make_Canvas(1600, 1200, qRgb(100, 50, 0)).save(Path("Karte.bmp")));
+  Open_Map(Path("Karte.bmp"));
+  for (const bool light : {true, false}) {
+    Set_Light(light);
+    EXPECT_NEAR(qRed(Pixel(200, 200)), light ? 178 : 100, 2);
+    EXPECT_NEAR(qBlue(Pixel(200, 200)), light ? 128 : 0, 2);
+    EXPECT_EQ(Pixel(90, 90), QBColor(10));
+  }
 }
 
 TEST_F(Redraw, TheWholePictureIsTheSameDrawing) {
@@ -252,38 +246,29 @@ TEST_F(Redraw, TheWholePictureIsTheSameDrawing) {
   EXPECT_EQ(Map.EntryRegions.Count(), 1);  // the map's hit list is untouched
 }
 
-TEST_F(Redraw, AHiddenRowThatCannotBeDrawnLeavesTheOthersTheirRegions) {
-  Append_Damaged(-20);
-  Append_Entry(Figure_Row(20, {200, 200, 80, 80}));
-  frmMDI.showHidden = true;
-  MessageScript script("Soll dieser Eintrag gelöscht werden?", MsgAnswer::No);
-  Map_Redraw();
-  EXPECT_EQ(Map.EntryRegions.Count(), 1);
-  EXPECT_EQ(Hit_Entry({240, 240}), 1);
-}
-
-TEST_F(Redraw, AFailureOnTheWayDoesNotStopTheRedrawsAfterIt) {
+TEST_F(Redraw, WhatCannotBeDrawnLeavesTheRestAsItIs) {
   {
     const Overlay failing(OverlayLayer::Mark, [](DrawContext&) { Raise(errors::diskFull); });
     EXPECT_THROW(Map_Redraw(), Error);
   }
   EXPECT_FALSE(Redraw_Running());
-  Append_Entry(Figure_Row(20, {200, 200, 80, 80}));
-  Map_Redraw();
-  EXPECT_EQ(Pixel(240, 240), QBColor(10));
-}
-
-TEST_F(Redraw, APictureGoesOnBehindAnEntryThatIsDeleted) {
+  MessageScript script;
   for (const int x : {100, 300}) {
     Append_Damaged(20);
     Append_Entry(Figure_Row(20, {x, 200, 80, 80}));
+    script.Expect("Soll dieser Eintrag", MsgAnswer::Yes);
   }
-  MessageScript script;
-  for (int i = 0; i < 2; ++i) script.Expect("Soll dieser Eintrag", MsgAnswer::Yes);
+  // A picture goes on behind an entry that is deleted.
   const QImage picture = Map_Picture_With_Entries();
-  EXPECT_EQ(picture.pixel(140, 240), QBColor(10));
-  EXPECT_EQ(picture.pixel(340, 240), QBColor(10));
+  for (const int x : {140, 340}) EXPECT_EQ(picture.pixel(x, 240), QBColor(10));
   EXPECT_EQ(Map_Picture_With_Entries(), picture);
+  // A hidden one costs the others no regions.
+  Append_Damaged(-20);
+  frmMDI.showHidden = true;
+  script.Expect("Soll dieser Eintrag gelöscht werden?", MsgAnswer::No);
+  Map_Redraw();
+  EXPECT_EQ(Map.EntryRegions.Count(), 2);
+  EXPECT_EQ(Hit_Entry({140, 240}), 1);
 }
 
 TEST_F(Redraw, OverlaysLieOverTheEntriesInTheirOrder) {

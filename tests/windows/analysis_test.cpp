@@ -1,6 +1,4 @@
 #include "support/recorded_shell.h"
-#include "windows/maps/frmNotePad.h"
-#include "windows/window_fixture.h"
 #include "workbook/workbook.h"
 
 namespace {

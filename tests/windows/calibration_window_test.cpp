@@ -1,6 +1,4 @@
 #include "maps/map_coordinates.h"
-#include "support/nets.h"
-#include "window_fixture.h"
 
 namespace {
 

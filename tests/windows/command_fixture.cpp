@@ -1,23 +1,12 @@
 #include "windows/command_fixture.h"
 
-#include <QClipboard>
-#include <QMdiArea>
-#include <QMdiSubWindow>
-
-#include "edit/table_edit.h"
-#include "maps/map_choose.h"
 #include "maps/menu_state.h"
 #include "plansquares/raster_rows.h"
 #include "platform/for_now.h"
 #include "platform/text.h"
-#include "view/view.h"
 #include "windows/analysis/frmDistanz.h"
-#include "windows/canvas/map_window_controls.h"
-#include "windows/common/help_window.h"
 #include "windows/desktop/clipboard.h"
-#include "windows/maps/frmNotePad.h"
 #include "windows/plansquares/frmRaster.h"
-#include "windows/store/tbl_window.h"
 #include "windows/store/tbl_window_model.h"
 
 namespace {

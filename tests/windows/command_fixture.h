@@ -1,8 +1,4 @@
 #pragma once
-#include <QMap>
-#include <QMenu>
-#include <QTimer>
-
 #include "hand/activation.h"
 #include "maps/commands.h"
 #include "maps/map_close.h"
@@ -11,11 +7,6 @@
 #include "platform/files.h"
 #include "platform/printer.h"
 #include "platform/shell.h"
-#include "state/coordinate_state.h"
-#include "state/events.h"
-#include "state/table_state.h"
-#include "store/table_file.h"
-#include "store/vertex_table.h"
 #include "support/nets.h"
 #include "tools/map_tool.h"
 #include "windows/window_fixture.h"

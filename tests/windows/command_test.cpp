@@ -1,10 +1,7 @@
-#include "edit/table_edit.h"
 #include "edit/visibility.h"
 #include "maps/map_coordinates.h"
 #include "maps/step_walk.h"
 #include "store/history.h"
-#include "windows/command_fixture.h"
-#include "windows/maps/frmNotePad.h"
 
 namespace {
 
@@ -256,6 +253,30 @@ TEST_P(WithInHand, NoCommandGoesWrong) {
     EXPECT_TRUE(Map.InHand.isEmpty() || rsEntries->HasRow(Map.InHand)) << command.key;
     EXPECT_TRUE(!command.step.isEmpty() || Rows() == untouched) << command.key << " changes the table";
   }
+}
+
+TEST_F(Commands, WhatStaysOpenBesideTheMapGoesWithIt) {
+  const auto open = [this] {
+    QStringList names;
+    for (const QDialog* dialog : window->findChildren<QDialog*>())
+      if (dialog->isVisible()) names << dialog->metaObject()->className();
+    return names;
+  };
+  int beside = 0;
+  for (const Command& command : Command_Table()) {
+    if (command.procedure || command.key == "mnuFluraxFini") continue;
+    for (const char* hand : {"", "Otter", "Moor", "Haus", "Zaun"}) {
+      Begin_Again();
+      if (*hand) Take_Entry(Key_Of(QString::fromUtf8(hand)));
+      if (!Run_Command(command.key, {1, {}}) || open().isEmpty()) continue;
+      ++beside;
+      Close_Map();
+      Settle();
+      EXPECT_EQ(open(), QStringList()) << command.key;
+      break;
+    }
+  }
+  EXPECT_GE(beside, 15);
 }
 
 // By the menu or, where it stands in none, as a button calls it.

@@ -1,7 +1,5 @@
 #include "windows/import/frmCSVExport.h"
 
-#include "windows/window_fixture.h"
-
 namespace {
 
 class CsvExportTest : public WindowTest {

@@ -1,7 +1,4 @@
-#include "maps/note_pads.h"
-#include "support/nets.h"
 #include "windows/import/frmCSVImport.h"
-#include "windows/window_fixture.h"
 
 namespace {
 
@@ -37,7 +34,7 @@ TEST_F(CsvWindowTest, ShowsImportsAndOffersTheListOfTheRefused) {
   Walk(*dialog, "cmbEintrag : #2; lblWo = *zu weit rechts*; txtXPix : 7");
   MessageScript messages{{"Dachs", MsgAnswer::No}, {"1 versetzt, 1 Zeilen", MsgAnswer::Yes}};
   Menu_Line("mnuImport")->trigger();
-  Walk(*dialog, "lblMsg = 2 Karteneinträge wurden importiert.; lblInfo = *'Einträge - Rückgängig: CSV - Import'.*");
+  Walk(*dialog, "lblMsg = 2 Karteneinträge wurden importiert.; lblInfo = *'Einträge - Rückgängig: CSV-Import'.*");
   rsEntries->MoveLast();
   EXPECT_EQ(rsEntries->Integer(column::Xmap), 107);
   EXPECT_GE(NotePad_Of(Path("Karte-CSV-Import.txt")), 0) << "shown in a note pad";

@@ -1,13 +1,6 @@
 #include "windows/desktop/desktop_services.h"
 
-#include <QClipboard>
-#include <QMessageBox>
-#include <QMimeData>
-#include <QProgressDialog>
-#include <QTextEdit>
-
 #include "windows/desktop/desktop_dialogs.h"
-#include "windows/dialog_parts.h"
 
 namespace {
 

@@ -1,13 +1,5 @@
-#include <QMainWindow>
-#include <QMenu>
-#include <QMenuBar>
-#include <QTextBrowser>
-
-#include "maps/map_close.h"
-#include "maps/map_open.h"
 #include "support/recorded_shell.h"
 #include "windows/canvas/frmBildZoom.h"
-#include "windows/dialog_parts.h"
 #include "windows/main/dialog_hooks.h"
 #include "windows/maps/frmAbgesichert.h"
 #include "windows/maps/frmMalprg.h"
@@ -205,7 +197,7 @@ TEST_F(DialogTest, TheHooksShowTheWindowsAndBringTheAnswerBack) {
     Walk(dialog, "lblGroesse = *3000 x 2334*");
     dialog.close();
   });
-  dialogHooks.BigMapHint({3000, 2334}, 24);
+  dialogHooks.BigMapHint({3000, 2334});
   Clear_Dialog_Hooks();
   EXPECT_FALSE(dialogHooks.Abgesichert);
 }

@@ -1,10 +1,4 @@
-#include <QPainter>
-#include <QSlider>
-
-#include "maps/map_close.h"
-#include "platform/message_box.h"
 #include "windows/canvas/frmDigi.h"
-#include "windows/window_fixture.h"
 
 namespace {
 

@@ -1,18 +1,11 @@
-#include <QGroupBox>
-#include <QListView>
-#include <QScreen>
-#include <QTabBar>
-
 #include "maps/map_coordinates.h"
 #include "maps/sheet_bridge.h"
 #include "windows/bridge/frmTabAustausch.h"
 #include "windows/bridge/frmTabExport.h"
 #include "windows/calibration/frmKalibrix.h"
 #include "windows/canvas/frmFigurDraw.h"
-#include "windows/command_fixture.h"
 #include "windows/import/frmGPSGeraet.h"
 #include "windows/import/frmWpImport.h"
-#include "windows/maps/frmNotePad.h"
 #include "windows/objects/frmTblSymb.h"
 #include "windows/printing/frmPRN.h"
 
@@ -171,7 +164,7 @@ class EveryWindow : public CommandTest, public testing::WithParamInterface<doubl
   void Open_The_Others() {
     Begin_Again();
     dialogHooks.Abgesichert({map, TableFile, Path("ein langer Pfad zu einer/Tabelle/KARTE_BAK_12.MDB")});
-    dialogHooks.BigMapHint({6000, 4000}, 24);
+    dialogHooks.BigMapHint({6000, 4000});
     FrmTblSymb characters(window.get());
     FrmKalibrix calibration(window.get());
     calibration.Open_Map(map);

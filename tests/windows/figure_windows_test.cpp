@@ -1,7 +1,3 @@
-#include <QGroupBox>
-#include <QPointer>
-#include <QTableWidget>
-
 #include "edit/figure_edit.h"
 #include "edit/figure_extras.h"
 #include "hand/next_shape.h"
@@ -9,7 +5,6 @@
 #include "windows/canvas/frmEigenschaften.h"
 #include "windows/canvas/frmFigur.h"
 #include "windows/canvas/frmFigurDraw.h"
-#include "windows/window_fixture.h"
 
 namespace {
 
@@ -55,9 +50,6 @@ TEST_F(FigureWindowsTest, AFigureIsPlacedChangedAndFollowed) {
   }
   Press(*dialog, "btnFarb");
   EXPECT_EQ(colors, 1);
-  const QPointer<FrmFigur> open = dialog;
-  Choose("mnuMapClose");
-  EXPECT_TRUE(open.isNull());
 }
 
 TEST_F(FigureWindowsTest, AFreeFigureIsDrawnAndItsVerticesAreEdited) {

@@ -5,7 +5,6 @@
 #include "windows/objects/frmTblSymb.h"
 #include "windows/objects/frm_font_sample.h"
 #include "windows/objects/frm_symbol_table.h"
-#include "windows/window_fixture.h"
 
 namespace {
 

@@ -1,7 +1,4 @@
-#include <QGroupBox>
-
 #include "windows/calibration/frmGeodaten.h"
-#include "windows/window_fixture.h"
 
 // A map from geodata, by its window.
 

@@ -1,8 +1,6 @@
-#include "support/nets.h"
 #include "tools/coordinate_input.h"
 #include "view/hit_test.h"
 #include "windows/canvas/frmGPSData.h"
-#include "windows/window_fixture.h"
 
 namespace {
 

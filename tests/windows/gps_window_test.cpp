@@ -1,4 +1,3 @@
-#include "support/nets.h"
 #include "support/recorded_shell.h"
 #include "support/table_fixture.h"
 #include "windows/import/frmCSVImport.h"
@@ -6,7 +5,6 @@
 #include "windows/import/frmGPSGeraet.h"
 #include "windows/import/frmImport.h"
 #include "windows/import/frmWpImport.h"
-#include "windows/window_fixture.h"
 
 namespace {
 

@@ -1,12 +1,6 @@
-#include <QMdiSubWindow>
-#include <QScrollBar>
 #include <ctime>
 
 #include "edit/marks.h"
-#include "edit/table_edit.h"
-#include "maps/map_choose.h"
-#include "view/view.h"
-#include "windows/command_fixture.h"
 
 // The library tells of every object that is made and that goes; declared as its own tools declare it.
 extern quintptr Q_DECL_IMPORT qtHookData[];

@@ -1,11 +1,6 @@
-#include <QClipboard>
-#include <QMenu>
-#include <QToolButton>
-
 #include "tools/drag.h"
 #include "windows/canvas/frmClipboard.h"
 #include "windows/desktop/clipboard.h"
-#include "windows/window_fixture.h"
 
 // The hand on the map through the windows: mouse, keys, edit box, popup, tool buttons.
 

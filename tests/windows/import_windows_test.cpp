@@ -1,9 +1,6 @@
-#include "maps/note_pads.h"
-#include "support/nets.h"
 #include "support/table_fixture.h"
 #include "windows/import/frmGPS.h"
 #include "windows/import/frmImport.h"
-#include "windows/window_fixture.h"
 
 namespace {
 

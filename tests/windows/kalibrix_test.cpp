@@ -1,22 +1,13 @@
-#include <QCheckBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QMouseEvent>
-#include <QTableWidget>
-#include <QToolButton>
 #include <csignal>
 
 #include "calibration/typed_place.h"
 #include "coordinates/calibration_file.h"
 #include "coordinates/conversions.h"
 #include "maps/map_grid.h"
-#include "maps/map_open.h"
-#include "support/nets.h"
 #include "view/cursor_coordinates.h"
 #include "windows/calibration/calibration_view.h"
 #include "windows/calibration/frmKalibrix.h"
 #include "windows/desktop/desktop_dialogs.h"
-#include "windows/window_fixture.h"
 
 // Kalibrix as its user meets it: mouse, keys, boxes.
 

@@ -3,7 +3,6 @@
 #include "windows/canvas/frmFlKord.h"
 #include "windows/objects/frmLineEndpunkte.h"
 #include "windows/objects/frmLnStil.h"
-#include "windows/window_fixture.h"
 
 namespace {
 

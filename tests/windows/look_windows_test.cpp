@@ -1,11 +1,8 @@
-#include <QColorDialog>
-
 #include "hand/next_shape.h"
 #include "windows/objects/frmDrawBreite.h"
 #include "windows/objects/frmFarb.h"
 #include "windows/objects/frmFarb_table.h"
 #include "windows/objects/frmFill.h"
-#include "windows/window_fixture.h"
 
 namespace {
 
@@ -66,8 +63,6 @@ TEST_F(LookWindowsTest, ColoursFollowTheEntryInHandAndApplyAtOnce) {
   Map_Redraw();
   Pick(colors, 7);
   EXPECT_EQ(Row(figure).VG, 0);
-  Choose("mnuMapClose");
-  EXPECT_FALSE(Is_Open<FrmFarb>());
 }
 
 TEST_F(LookWindowsTest, PaletteIsMixedAndPutBack) {

@@ -1,13 +1,4 @@
-#include <QMdiArea>
-#include <QMdiSubWindow>
-#include <QPainter>
-#include <QScrollBar>
-#include <QWheelEvent>
-
 #include "support/pixels.h"
-#include "view/view.h"
-#include "windows/maps/frmNotePad.h"
-#include "windows/window_fixture.h"
 
 namespace {
 

@@ -1,11 +1,4 @@
-#include <QMdiSubWindow>
-#include <QMenu>
-#include <QMenuBar>
-#include <QToolButton>
-
-#include "maps/commands.h"
 #include "windows/common/window_support.h"
-#include "windows/window_fixture.h"
 
 namespace {
 

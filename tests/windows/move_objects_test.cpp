@@ -1,6 +1,5 @@
 #include "windows/canvas/dlgBMP.h"
 #include "windows/canvas/frmMoveObjects.h"
-#include "windows/window_fixture.h"
 
 namespace {
 
@@ -28,6 +27,8 @@ using Numbers = std::vector<int>;
 }  // namespace
 
 TEST_F(MoveObjectsTest, MovesAllOrTheMarkedOnesAndTakesItBack) {
+  Choose("mnuMoveObjects");
+  EXPECT_EQ(window->findChildren<FrmMoveObjects*>().size(), 1);
   Walk(*dialog, "optMarked checked; txtX : 10,4; txtY : -3; lblBetrag = Betrag = 10,8 Pixel*; cmdOK!");
   EXPECT_EQ(Places(), Numbers({50, 50, 60, 47}));
   EXPECT_TRUE(dialog->isVisible()) << "the window stays for the next distance";
@@ -60,14 +61,6 @@ TEST_F(MoveObjectsTest, TwoClicksOnTheMapShowTheDistance) {
   Key_On(dialog, Qt::Key_Escape);
   QTest::mouseClick(Canvas(), Qt::LeftButton, {}, {60, 58});
   EXPECT_FALSE(Map.InHand.isEmpty());
-}
-
-TEST_F(MoveObjectsTest, GoesWithTheMap) {
-  const QPointer<FrmMoveObjects> open = dialog;
-  Choose("mnuMoveObjects");
-  EXPECT_EQ(window->findChildren<FrmMoveObjects*>().size(), 1);
-  Choose("mnuMapClose");
-  EXPECT_TRUE(open.isNull());
 }
 
 TEST(PictureSizeTest, TheOtherSideFollowsWhileProportional) {

@@ -1,19 +1,11 @@
-#include <QPainter>
-#include <QScrollBar>
-#include <QStyle>
-#include <QStyleOptionFrame>
-
-#include "platform/printer.h"
 #include "printing/print_map.h"
 #include "support/pixels.h"
 #include "windows/main/mdi_window_pads.h"
-#include "windows/maps/frmNotePad.h"
 #include "windows/printing/frmDruckpfad.h"
 #include "windows/printing/frmPRN.h"
 #include "windows/printing/frmRand.h"
 #include "windows/printing/frmSeiten.h"
 #include "windows/printing/frm_preview_picture.h"
-#include "windows/window_fixture.h"
 
 namespace {
 
@@ -141,10 +133,6 @@ TEST_F(PrintWindowsTest, PrintingClosesThePreviewAndCanBeStopped) {
   MessageScript box("wird abgebrochen");
   Choose("mnuPrintMap");
   EXPECT_EQ(std::tuple(printed.jobs, printed.ended, printed.killed), std::tuple(2, 1, 1));
-  // With the map the preview goes as well.
-  Choose("mnuBlattschnitt");
-  Choose("mnuMapClose");
-  EXPECT_EQ(Preview(), nullptr);
 }
 
 TEST_F(PrintWindowsTest, MarginsKnowTheBorderOfThePrinter) {

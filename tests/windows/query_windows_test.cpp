@@ -1,9 +1,5 @@
-#include <QStatusBar>
-
 #include "store/versions.h"
 #include "windows/store/frmReplace.h"
-#include "windows/store/tbl_window.h"
-#include "windows/window_fixture.h"
 
 namespace {
 

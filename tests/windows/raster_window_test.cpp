@@ -1,8 +1,5 @@
-#include <QTabWidget>
-
 #include "tools/plan_squares.h"
 #include "windows/plansquares/frmRaster.h"
-#include "windows/window_fixture.h"
 
 class RasterWindow : public WindowTest {
  protected:

@@ -1,7 +1,6 @@
 #include "support/pixels.h"
 #include "tools/mouse.h"
 #include "windows/canvas/frmMass.h"
-#include "windows/window_fixture.h"
 
 namespace {
 
@@ -25,7 +24,7 @@ TEST_F(ScaleWindowsTest, LineIsDrawnAndTheBarStandsAtItsBeginning) {
   Drag({100, 300}, {104, 100});
   Walk(*Mass(), "txtLaenge = 200; optV checked; lblMass = Maßstab = 1 : ?");
   Choose("mnuStepBack");
-  EXPECT_EQ(Text_In(*Mass(), "txtLaenge"), "") << "the line goes, no entry";
+  Walk(*Mass(), "txtLaenge = ");  // the line goes, no entry
   Choose("mnuStepForward");
   Walk(*Mass(), "txtLaenge = 200");
   MessageScript messages;

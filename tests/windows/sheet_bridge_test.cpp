@@ -1,13 +1,9 @@
 #include "maps/sheet_bridge.h"
 
-#include <QTableWidget>
-
 #include "exchange/sheet_rows.h"
-#include "maps/map_open.h"
 #include "maps/sheet_bridge_tool.h"
 #include "windows/bridge/frmTabAustausch.h"
 #include "windows/bridge/frmTabExport.h"
-#include "windows/window_fixture.h"
 
 namespace {
 

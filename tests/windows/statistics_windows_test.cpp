@@ -2,24 +2,16 @@
 #include <QBarSet>
 #include <QChart>
 #include <QChartView>
-#include <QClipboard>
-#include <QXmlStreamReader>
 
 #include "maps/command_look.h"
-#include "maps/commands.h"
-#include "platform/printer.h"
 #include "store/history.h"
-#include "tools/map_tool.h"
 #include "tools/text_tool.h"
-#include "view/view.h"
 #include "windows/analysis/frmDiagramme.h"
 #include "windows/analysis/frmDistanz.h"
 #include "windows/analysis/frmNachbar.h"
 #include "windows/analysis/frmPopOptions.h"
 #include "windows/analysis/frmZuord.h"
 #include "windows/analysis/frm_chart.h"
-#include "windows/maps/frmNotePad.h"
-#include "windows/window_fixture.h"
 #include "workbook/workbook.h"
 
 namespace {
@@ -113,9 +105,6 @@ TEST_F(StatisticsWindows, DistancesFollowTheClicksOnEntries) {
   Choose("mnuDistBundle");
   Key_On(&Shown<FrmDistanz>(), Qt::Key_Escape);
   EXPECT_EQ(Map_Tool_In_Use(), nullptr);
-  Choose("mnuDistBundle");
-  Choose("mnuMapClose");
-  EXPECT_FALSE(Is_Open<FrmDistanz>());
 }
 
 TEST_F(StatisticsWindows, PopulationOptionsGoToTheirSheets) {
@@ -250,6 +239,4 @@ TEST_F(StatisticsWindows, DiagramsFollowTheTableAndCanBeTakenAway) {
   Press(diagrams, "cmdPrint");
   EXPECT_TRUE(QFileInfo::exists(ProgramFolder + "/Karte.pdf"));
   Set_Printer(printer);
-  Choose("mnuMapClose");
-  EXPECT_FALSE(Is_Open<FrmDiagramme>());
 }

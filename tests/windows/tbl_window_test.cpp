@@ -1,12 +1,6 @@
 #include "windows/store/tbl_window.h"
 
-#include <QDialog>
-#include <QHeaderView>
-#include <QMdiSubWindow>
-
-#include "edit/table_edit.h"
 #include "windows/store/tbl_window_model.h"
-#include "windows/window_fixture.h"
 
 namespace {
 

@@ -1,10 +1,6 @@
-#include "edit/table_edit.h"
 #include "hand/leave_hand.h"
 #include "maps/command_look.h"
-#include "maps/map_choose.h"
 #include "maps/paint_program.h"
-#include "view/view.h"
-#include "windows/command_fixture.h"
 
 // What is being typed when something else begins: a new text on the map, a text that is being changed, a cell of the
 // table, the line above it.

@@ -1,20 +1,8 @@
-#include <QListView>
-#include <QMdiArea>
-#include <QMdiSubWindow>
-#include <QScreen>
-#include <QStatusTipEvent>
-
-#include "edit/table_edit.h"
-#include "maps/map_choose.h"
 #include "store/map_log.h"
-#include "view/view.h"
 #include "windows/canvas/frmMass.h"
-#include "windows/command_fixture.h"
 #include "windows/common/window_support.h"
 #include "windows/desktop/desktop_dialogs.h"
-#include "windows/maps/frmNotePad.h"
 #include "windows/objects/frmFarb.h"
-#include "windows/store/tbl_window.h"
 
 // What a user meets: where windows stand, what they hide, what the status bar says.
 

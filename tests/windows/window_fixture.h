@@ -1,9 +1,4 @@
 #pragma once
-#include <QAction>
-#include <QDropEvent>
-#include <QMimeData>
-#include <QTest>
-#include <QToolBar>
 #include <memory>
 
 #include "maps/program_start.h"

@@ -1,7 +1,3 @@
-#include "windows/common/help_window.h"
-
-#include <QTextBrowser>
-
 using WindowLookTest = FluraxTest;
 
 TEST_F(WindowLookTest, EveryLinkOfTheHelpLeadsToAPage) {

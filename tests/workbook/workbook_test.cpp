@@ -329,12 +329,12 @@ TEST_F(WorkbookTest, ADamagedFileIsToldAndLeft) {
                                                       {"a changed bit", flipped}};
   for (const auto& [what, bytes] : cases) {
     Replace_File(Path(), bytes);
-    const Error error = Raised([&] {
-      const Workbook book(Path());
-      book.Read("Linien");
-    });
-    EXPECT_EQ(error.number, workbook_errors::damaged) << what;
-    EXPECT_TRUE(error.text.contains("beschädigt")) << what << error.text;
+    EXPECT_THAT(Raised([&] {
+                  const Workbook book(Path());
+                  book.Read("Linien");
+                }),
+                Tells(workbook_errors::damaged, {"beschädigt"}))
+        << what;
     EXPECT_EQ(Read_Bytes(Path()), bytes) << what;
   }
 }
@@ -367,9 +367,8 @@ TEST_F(WorkbookTest, NothingIsLostWhenItCannotBeWritten) {
   }
   File_Write_Fault = nullptr;
   Write_Lines(Path(".~lock.KARTE.XLS#"), {",mueller,rechner,14.05.2026 08:00,file:///home;"});
-  const Error locked = Raised([&] { Write(path, Plain("Linien")); });
-  EXPECT_EQ(locked.number, workbook_errors::openElsewhere);
-  EXPECT_TRUE(locked.text.contains("mueller") && locked.text.contains("14.05.2026")) << locked.text;
+  EXPECT_THAT(Raised([&] { Write(path, Plain("Linien")); }),
+              Tells(workbook_errors::openElsewhere, {"mueller", "14.05.2026"}));
   Kill(Path(".~lock.KARTE.XLS#"));
   {
     // Saved elsewhere between reading and writing.

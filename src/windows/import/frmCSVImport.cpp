@@ -136,10 +136,11 @@ void FrmCSVImport::Import() {
   Forget_Table();  // a second time would put every entry on the map twice
   ui->lblInfo->setText(
       QStringLiteral("%1 versetzt, %2 Zeilen abgelehnt, %3 ohne Text übergangen.\nImportierte Einträge löschen: "
-                     "'Einträge - Rückgängig: CSV - Import'.")
+                     "'Einträge - Rückgängig: CSV-Import'.")
           .arg(QString::number(result.shifted), QString::number(result.refused.size()),
                QString::number(imported.skipped)));
-  ui->lblMsg->setText(QString::number(result.imported) + QStringLiteral(" Karteneinträge wurden importiert."));
+  ui->lblMsg->setText(QString::number(result.imported) + QStringLiteral(" Karteneinträge wurden importiert.") +
+                      (result.stopped ? QStringLiteral("\nDer Import wurde abgebrochen.") : QString()));
   if (!result.refused.empty() || !result.notes.empty()) Offer_Report(imported, result);
 }
 

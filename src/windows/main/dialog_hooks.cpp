@@ -36,8 +36,8 @@ void Set_Dialog_Hooks(QWidget* mainWindow) {
     dialog.exec();
     return dialog.Choice();
   };
-  dialogHooks.BigMapHint = [parent](QSize map, int colorDepth) {
-    FrmTipps dialog(map, colorDepth, parent);
+  dialogHooks.BigMapHint = [parent](QSize map) {
+    FrmTipps dialog(map, parent);
     dialog.exec();
   };
   dialogHooks.Help = [parent](const QString& page) {

@@ -1,5 +1,7 @@
 #include "windows/maps/frmTipps.h"
 
+#include <QScreen>
+
 #include "platform/message_box.h"
 #include "state/mdi_state.h"
 #include "store/settings.h"
@@ -19,11 +21,11 @@ FrmTipps::FrmTipps(QWidget* parent) : QDialog(parent), ui(std::make_unique<Ui::F
   Show_Tip(1);
 }
 
-FrmTipps::FrmTipps(QSize map, int colorDepth, QWidget* parent) : QDialog(parent), ui(std::make_unique<Ui::FrmTipps>()) {
+FrmTipps::FrmTipps(QSize map, QWidget* parent) : QDialog(parent), ui(std::make_unique<Ui::FrmTipps>()) {
   Prepare();
   setWindowTitle(QStringLiteral("Tipps & Tricks: Große Bitmap und viele Bildschirmfarben"));
   ui->lblGroesse->setText(QStringLiteral("Größe der Karte: %1 x %2 Bildpunkte").arg(map.width()).arg(map.height()));
-  ui->lblFarben->setText(QStringLiteral("Farbtiefe des Bildschirms: %1 Bit").arg(colorDepth));
+  ui->lblFarben->setText(QStringLiteral("Farbtiefe des Bildschirms: %1 Bit").arg(screen()->depth()));
   Show_Tip(largeMapTip);
   for (QWidget* widget :
        {static_cast<QWidget*>(ui->lblNummer), static_cast<QWidget*>(ui->cmdBack), static_cast<QWidget*>(ui->cmdNext)})

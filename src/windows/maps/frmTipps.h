@@ -13,7 +13,7 @@ class FrmTipps : public QDialog {
 
  public:
   explicit FrmTipps(QWidget* parent = nullptr);
-  FrmTipps(QSize map, int colorDepth, QWidget* parent = nullptr);
+  explicit FrmTipps(QSize map, QWidget* parent = nullptr);
   ~FrmTipps() override;
 
  public Q_SLOTS:
