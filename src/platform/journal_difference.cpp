@@ -55,10 +55,36 @@ class Rows {
   bool there = false;
 };
 
+// The row both stand on; true if it differs. Left out are columns of the first row alone. Where the key was another
+// row's before, that one goes and this one comes: an update would ask for what stands in those columns when it is taken
+// back.
+bool Write_Changed_Row(const Rows& left, const Rows& right, const TableDef& table, bool first, ChangeWriter& writer,
+                       const LeftOut& isLeftOut) {
+  const auto former = left.Values(), values = right.Values();
+  std::vector<ChangedCell> cells;
+  bool another = false;
+  for (size_t column = 0; column < values.size(); ++column) {
+    if (former[column] == values[column]) continue;
+    const bool out = isLeftOut(table, left.Key(), table.fields[column].name);
+    another = another || (out && !first);
+    if (!out) cells.push_back({static_cast<int>(column), former[column], values[column]});
+  }
+  if (!another && cells.empty()) return false;
+  const int number = writer.Number_Of(ChangeWriter::Names(table.name.toUtf8(), Column_Names(table)));
+  if (another) {
+    writer.Row(ChangeKind::Delete, number, left.Key(), former);
+    writer.Row(ChangeKind::Insert, number, left.Key(), values);
+  } else {
+    writer.Update(number, left.Key(), left.Key(), cells);
+  }
+  return true;
+}
+
 int Write_Row_Differences(Engine& before, Engine& now, const TableDef& table, ChangeWriter& writer,
                           const LeftOut& isLeftOut) {
   const QByteArray names = ChangeWriter::Names(table.name.toUtf8(), Column_Names(table));
   int changed = 0;
+  bool first = true;
   Rows left(before, table), right(now, table);
   while (left.There() || right.There()) {
     const bool gone = left.There() && (!right.There() || left.Key() < right.Key());
@@ -70,16 +96,9 @@ int Write_Row_Differences(Engine& before, Engine& now, const TableDef& table, Ch
       writer.Row(ChangeKind::Insert, writer.Number_Of(names), right.Key(), right.Values());
       ++changed;
     } else {
-      const auto former = left.Values(), values = right.Values();
-      std::vector<ChangedCell> cells;
-      for (size_t column = 0; column < values.size(); ++column)
-        if (!(former[column] == values[column]) && !isLeftOut(table, left.Key(), table.fields[column].name))
-          cells.push_back({static_cast<int>(column), former[column], values[column]});
-      if (!cells.empty()) {
-        writer.Update(writer.Number_Of(names), left.Key(), left.Key(), cells);
-        ++changed;
-      }
+      changed += Write_Changed_Row(left, right, table, first, writer, isLeftOut) ? 1 : 0;
     }
+    first = false;
     if (!came) left.Next();
     if (!gone) right.Next();
   }
