@@ -17,6 +17,7 @@
 #include "platform/error.h"
 #include "platform/files.h"
 #include "platform/message_box.h"
+#include "platform/system_fault.h"
 #include "state/global_state.h"
 #include "store/entry.h"
 #include "store/old_table.h"
@@ -42,7 +43,15 @@ QString User_Program_Folder() {
 }
 
 void Copy_If_There(const QString& source, const QString& target) {
-  if (QFileInfo::exists(source) && !QFile::copy(source, target)) Raise(errors::diskFull, target);
+  constexpr qint64 largest = qint64{4} << 30;  // a damaged file may claim any size
+  const QFileInfo info(source);
+  if (!info.exists()) return;
+  if (const QString strange = Strange_File(source); !strange.isEmpty())
+    Raise(errors::noPermission, source + u": "_s + strange);
+  if (info.size() > largest)
+    Raise(errors::diskFull,
+          u"Die Datei ist zu groß, um mit einer Kopie zu arbeiten: %1 (%2 MB)"_s.arg(source).arg(info.size() >> 20));
+  if (!QFile::copy(source, target)) Raise(errors::diskFull, Error_Text(errors::diskFull) + u": "_s + source);
 }
 
 // A program folder of its own, so that neither recent lists nor work copies of the user change.
@@ -123,7 +132,9 @@ struct CloseAtEnd {
 
 ExitStatus Carry_Out(const BatchOrder& order) {
   if (!QFileInfo(order.map).isFile()) {
-    Tell(u"Die Karte wurde nicht gefunden: "_s + order.map);
+    const QString strange = Strange_File(order.map);
+    Tell(strange.isEmpty() ? u"Die Karte wurde nicht gefunden: "_s + order.map
+                           : u"Die Karte kann nicht gelesen werden: "_s + order.map + u": "_s + strange);
     return failed;
   }
   if (order.work == BatchWork::TakeSheet && order.changesTable && Find_File(Table_Of_Map(order.map)).isEmpty()) {
@@ -133,7 +144,7 @@ ExitStatus Carry_Out(const BatchOrder& order) {
   if (order.work == BatchWork::Calibrate) return Calibrate_Picture(order);
   const QTemporaryDir scratch;
   if (!scratch.isValid()) {
-    Tell(u"Es konnte kein Arbeitsordner angelegt werden: "_s + scratch.errorString());
+    Tell(No_Work_Folder());
     return failed;
   }
   Reset_Global_State();

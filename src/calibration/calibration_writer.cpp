@@ -12,6 +12,7 @@
 #include "platform/error.h"
 #include "platform/files.h"
 #include "platform/message_box.h"
+#include "platform/system_fault.h"
 #include "platform/text.h"
 
 using namespace calibration;
@@ -210,7 +211,7 @@ QStringList Calibration_Lines(const CalibrationPlan& plan) {
 CalibrationProof Prove_Calibration(const CalibrationPlan& plan, const QStringList& lines) {
   constexpr int places = 12;
   QTemporaryFile file;
-  if (!file.open()) Raise(errors::pathNotFound, file.errorString());
+  if (!file.open()) Raise(errors::pathNotFound, No_Work_Folder());
   file.write(To_1252(lines.join(QLatin1String("\r\n")) + QStringLiteral("\r\n")));
   file.close();
   CalibrationProof proof;

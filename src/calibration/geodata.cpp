@@ -17,6 +17,7 @@
 #include "platform/picture.h"
 #include "platform/reference_lookup.h"
 #include "platform/shell.h"
+#include "platform/system_fault.h"
 #include "platform/text.h"
 
 namespace {
@@ -26,8 +27,6 @@ const QString missing =
     QStringLiteral("Das Programm %1 fehlt. Es gehört zum Paket gdal-bin:\n    apt-get install gdal-bin");
 
 QString Name_Of(const QString& path) { return QFileInfo(path).fileName(); }
-
-QString Folder_For_Work() { return QStringLiteral("Es konnte kein Arbeitsordner angelegt werden."); }
 
 // False if the user stopped it.
 bool Run(const QString& program, const QStringList& arguments, const QString& folder, const QString& title, int seconds,
@@ -204,7 +203,7 @@ double Source_Pixels(const std::vector<GeoRaster>& rasters) {
 GeoRaster Look_At_Raster(const QString& path) {
   if (!QFileInfo(path).isFile()) Raise(errors::fileNotFound);
   const QTemporaryDir folder;
-  if (!folder.isValid()) Raise(errors::pathNotFound, Folder_For_Work());
+  if (!folder.isValid()) Raise(errors::pathNotFound, No_Work_Folder());
   QByteArray said;
   const QString title = QStringLiteral("Karte aus Geodaten\n") + Name_Of(path);
   if (!Run(QStringLiteral("gdalinfo"),
@@ -270,7 +269,7 @@ bool Make_Map_From_Geodata(const GeodataWish& wish, const QString& mapFile) {
   const GeodataSize made = Size_Of_Geodata(wish);
   // On the disk of the map: there is room for it, or the map would have none either.
   const QTemporaryDir folder(QFileInfo(mapFile).path() + QStringLiteral("/.geodaten-XXXXXX"));
-  if (!folder.isValid()) Raise(errors::pathNotFound, Folder_For_Work());
+  if (!folder.isValid()) Raise(errors::pathNotFound, No_Work_Folder(QFileInfo(mapFile).path()));
   const QString size = QStringLiteral("%1 x %2 Pixel").arg(made.size.width()).arg(made.size.height());
   const auto title = [&size](const QString& step) { return QStringLiteral("Karte aus Geodaten\n") + step + size; };
   QStringList sources;

@@ -7,6 +7,7 @@
 
 #include "platform/error.h"
 #include "platform/files.h"
+#include "platform/system_fault.h"
 #include "store/entry.h"
 
 namespace {
@@ -50,7 +51,9 @@ void Copy_As_It_Lies(const QString& table, const QString& target) {
 std::unique_ptr<Workbook> Open_Workbook_To_Read(const QString& path) {
   const QString found = Find_File(Clean_Path(path));
   if (found.isEmpty()) Raise(errors::fileNotFound, QStringLiteral("Die Arbeitsmappe wurde nicht gefunden:\n") + path);
-  if (const QString strange = Strange_File(found); !strange.isEmpty()) Raise(workbook_errors::damaged, strange);
+  if (const QString strange = Strange_File(found); !strange.isEmpty())
+    Raise(workbook_errors::damaged,
+          QStringLiteral("Die Arbeitsmappe kann nicht gelesen werden: %1\n%2").arg(strange, found));
   auto book = std::make_unique<Workbook>(found);
   if (!book->AsidePath().isEmpty())
     Raise(
@@ -76,7 +79,7 @@ std::unique_ptr<Recordset> Open_Entries(Database& database) {
 TableCopy::TableCopy(const QString& table) {
   const QString found = Find_File(table);
   if (found.isEmpty()) Raise(errors::fileNotFound, QStringLiteral("Die Tabelle wurde nicht gefunden:\n") + table);
-  if (!folder.isValid()) Raise(errors::pathNotFound, folder.errorString());
+  if (!folder.isValid()) Raise(errors::pathNotFound, No_Work_Folder());
   const QString copy = folder.filePath(QStringLiteral("KARTE.MDB"));
   Copy_As_It_Lies(found, copy);
   database = Workspace::OpenDatabase(copy);

@@ -10,6 +10,7 @@
 #include "platform/files.h"
 #include "platform/guest.h"
 #include "platform/shell.h"
+#include "platform/system_fault.h"
 
 namespace {
 
@@ -38,7 +39,7 @@ constexpr std::array<EndingFormat, 16> formats = {{{"kml", "kml"},
 QString Program() { return Find_Program(QStringLiteral("gpsbabel"), ProgramFolder); }
 
 QTemporaryDir& Checked(QTemporaryDir& folder) {
-  if (!folder.isValid()) Raise(guestFailed, QStringLiteral("Es konnte kein Arbeitsordner angelegt werden."));
+  if (!folder.isValid()) Raise(guestFailed, No_Work_Folder());
   return folder;
 }
 

@@ -35,7 +35,7 @@ QString Import_Copy_Name(const QString& source) {
 
 TableSource::TableSource(const QString& path) : file(path), copy(Import_Copy_Name(path)) {
   if (const QString strange = Strange_File(file); !strange.isEmpty())
-    Raise(errors::databaseDamaged, file + u' ' + strange);
+    Raise(errors::databaseDamaged, file + QStringLiteral(": ") + strange);
   if (File_Exists(copy)) Table_File_Delete(copy);
   if (Is_Old_Table(file)) {
     const OldTableReport report = Convert_Old_Table(file, copy);

@@ -8,6 +8,7 @@
 #include "platform/error.h"
 #include "platform/files.h"
 #include "platform/for_now.h"
+#include "platform/system_fault.h"
 #include "state/global_state.h"
 #include "state/map_state.h"
 #include "store/file_names.h"
@@ -45,7 +46,7 @@ std::optional<TableExport> Export_Rows_Of_Map(const QString& map,
 SheetExchange::SheetExchange(const QString& copy) : file(Find_File(copy)) {
   if (file.isEmpty())
     Raise(errors::fileNotFound, QStringLiteral("Die Kopie der Tabelle wurde nicht gefunden:\n") + copy);
-  if (!folder.isValid()) Raise(errors::pathNotFound, folder.errorString());
+  if (!folder.isValid()) Raise(errors::pathNotFound, No_Work_Folder());
   Open();
 }
 

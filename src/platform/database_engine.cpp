@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "platform/database_inner.h"
+#include "platform/files.h"
 #include "platform/page_log.h"
 
 namespace database_inner {
@@ -88,6 +89,18 @@ bool Is_Cut(sqlite3* db, const QString& file) {
 QByteArray Text_Of_First(const Statement& statement) {
   if (sqlite3_step(statement.get()) != SQLITE_ROW) return {};
   return reinterpret_cast<const char*>(sqlite3_column_text(statement.get(), 0));
+}
+
+// Only tells others who has the file; SQLite's lock decides. What lies there is read as a whole: a device, or what is
+// larger than such a file can be, is left alone.
+std::unique_ptr<QLockFile> Lock_Beside(const QString& table) {
+  constexpr qint64 largest = 4096;
+  const QString name = Lock_File_Of(table);
+  if (!Strange_File(name).isEmpty() || QFileInfo(name).size() > largest) return nullptr;
+  auto lock = std::make_unique<QLockFile>(name);
+  lock->setStaleLockTime(0);
+  lock->tryLock(0);
+  return lock;
 }
 
 }  // namespace
@@ -178,11 +191,7 @@ void Engine::Open(const QString& file, OpenWay way) {
   openName = QFileInfo(path).canonicalFilePath();  // it may be another one when it is closed
   openedAs = OpenedAs(path);
   Open_Files().insert(openName);
-  if (way.lockFile && !readOnly) {
-    lock = std::make_unique<QLockFile>(Lock_File_Of(path));
-    lock->setStaleLockTime(0);
-    lock->tryLock(0);  // only tells others who has the file; SQLite's lock decides
-  }
+  if (way.lockFile && !readOnly) lock = Lock_Beside(path);
 }
 
 void Engine::Close() {

@@ -14,6 +14,7 @@
 
 #include "platform/error.h"
 #include "platform/files.h"
+#include "platform/system_fault.h"
 
 // Everything that changes files. Content is written under a name aside in the same folder, so that a full disk, a kill
 // or a power cut leaves the former file whole.
@@ -42,7 +43,7 @@ namespace {
     case EISDIR:
       Raise(errors::noPermission);
     default:
-      Raise(errors::noPermission, QString::fromLocal8Bit(strerror(code)));
+      Raise(errors::noPermission, System_Fault(code));
   }
 }
 

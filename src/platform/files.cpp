@@ -220,9 +220,13 @@ QByteArray To_1252(const QString& text) {
 
 QByteArray Read_Bytes(const QString& path) {
   const QString found = Find_File(path);
-  if (found.isEmpty() || !QFileInfo(found).isFile()) Raise(errors::fileNotFound);
+  if (found.isEmpty()) Raise(errors::fileNotFound);
+  const auto raiseNoAccess = [&](const QString& why) {
+    Raise(errors::noPermission, QStringLiteral("Auf \"%1\" kann nicht zugegriffen werden: %2").arg(found, why));
+  };
+  if (const QString strange = Strange_File(found); !strange.isEmpty()) raiseNoAccess(strange);
   QFile file(found);
-  if (!file.open(QIODevice::ReadOnly)) Raise(errors::noPermission);
+  if (!file.open(QIODevice::ReadOnly)) raiseNoAccess(QStringLiteral("das Recht dazu fehlt."));
   const auto raiseTooLarge = [&] {
     Raise(errors::outOfMemory, QStringLiteral("Die Datei \"%1\" ist zu groß, um sie als Ganzes zu lesen: %2 MB.")
                                    .arg(found)
@@ -231,7 +235,7 @@ QByteArray Read_Bytes(const QString& path) {
   if (file.size() > largestWhole) raiseTooLarge();
   try {
     const QByteArray bytes = file.readAll();
-    if (file.error() != QFileDevice::NoError) Raise(errors::noPermission, file.errorString());
+    if (file.error() != QFileDevice::NoError) raiseNoAccess(QStringLiteral("das Lesen bricht ab."));
     return bytes;
   } catch (const std::bad_alloc&) {
     raiseTooLarge();

@@ -57,8 +57,11 @@ class Player {
   QHash<QByteArray, sqlite3_stmt*> statements;
 };
 
+// Is what stands in that column of the row no step?
+using LeftOut = std::function<bool(const TableDef& table, qint64 key, const QString& column)>;
 // What the second lacks and has against the first, as a list.
-void Write_Difference(database_inner::Engine& before, database_inner::Engine& now, ChangeWriter& writer, int& rows);
+void Write_Difference(database_inner::Engine& before, database_inner::Engine& now, ChangeWriter& writer, int& rows,
+                      const LeftOut& isLeftOut);
 // The rows of a table as rows that go or come.
 int Write_All_Rows(database_inner::Engine& engine, const TableDef& table, ChangeKind kind, ChangeWriter& writer);
 QString Statement_Of_Table(database_inner::Engine& engine, const QString& table);

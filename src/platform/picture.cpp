@@ -320,8 +320,8 @@ QImage Load_Picture(const QString& path, const PictureLimits& limits) {
     throw;
   } catch (const std::bad_alloc&) {
     Raise_Named(errors::outOfMemory, path);
-  } catch (const std::exception& failure) {
-    Raise_Damaged(path, QString::fromUtf8(failure.what()));
+  } catch (const std::exception&) {
+    Raise_Damaged(path, QStringLiteral("sein Inhalt ergibt kein Bild."));
   }
 }
 
@@ -381,7 +381,7 @@ void Save_Picture(const QImage& picture, const QString& path, int pointsPerMetre
   buffer.open(QIODevice::WriteOnly);
   QImageWriter writer(&buffer, png ? "png" : "jpg");
   if (jpg) writer.setQuality(92);
-  if (!writer.write(view)) Raise(errors::badPicture, writer.errorString());
+  if (!writer.write(view)) Raise(errors::badPicture, QStringLiteral("Das Bild kann nicht geschrieben werden: ") + path);
   buffer.close();
   Replace_File(path, bytes);
 }

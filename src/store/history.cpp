@@ -76,6 +76,7 @@ void Write_Run(const QString& word) {
 
 QString Read_Run(const QString& journal) {
   QFile file(Run_File(journal));
+  if (!Strange_File(file.fileName()).isEmpty()) return {};  // a pipe would never answer
   return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.read(200)) : QString();
 }
 

@@ -10,6 +10,7 @@
 #include "platform/guest.h"
 #include "platform/message_box.h"
 #include "platform/shell.h"
+#include "platform/system_fault.h"
 #include "state/global_state.h"
 #include "store/table_file_inner.h"
 
@@ -71,7 +72,7 @@ QString OldTableReport::Text() const {
 OldTableReport Convert_Old_Table(const QString& source, const QString& target) {
   if (File_Exists(target)) Raise(errors::databaseExists);
   const QTemporaryDir folder;
-  if (!folder.isValid()) Raise(errors::diskFull, folder.errorString());
+  if (!folder.isValid()) Raise(errors::diskFull, No_Work_Folder());
   const QString made = folder.filePath(QStringLiteral("neu.mdb"));
   const GuestOrder order{Reader(),
                          {QFileInfo(Find_File(source)).absoluteFilePath(), made},

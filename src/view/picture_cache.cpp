@@ -41,8 +41,10 @@ void Try(Kept& kept, const QString& name, Work work) {
     work();
   } catch (const Error& error) {
     kept.flaw = failed + u'\n' + error.text;
-  } catch (const std::exception& failure) {
-    kept.flaw = failed + u'\n' + QString::fromUtf8(failure.what());
+  } catch (const std::bad_alloc&) {
+    kept.flaw = failed + u'\n' + Error_Text(errors::outOfMemory);
+  } catch (const std::exception&) {
+    kept.flaw = failed;
   }
 }
 

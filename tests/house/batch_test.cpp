@@ -159,6 +159,11 @@ TEST_F(BatchTest, DamagedTableIsToldAndStaysAsItIs) {
     EXPECT_TRUE(Fault(u"bild ~/Karte.bmp ./aus.png"_s).contains(u"KARTE.MDB"_s));
     EXPECT_FALSE(QFile::exists(Path(u"aus.png"_s)));
   }
+  ASSERT_TRUE(QFile::resize(Full(u"~/KARTE.MDB"_s), qint64{100} << 30));
+  EXPECT_TRUE(Fault(u"bild ~/Karte.bmp ./aus.png"_s).contains(u"zu groß"_s));
+  Kill(Full(u"~/KARTE.MDB"_s));
+  QDir().mkdir(Full(u"~/KARTE.MDB"_s));
+  EXPECT_TRUE(Fault(u"bild ~/Karte.bmp ./aus.png"_s).contains(u"sondern ein Ordner"_s));
 }
 
 TEST_F(BatchTest, FaultsHaveAStatusAndGermanWords) {
@@ -207,6 +212,7 @@ TEST_F(BatchTest, FaultsHaveAStatusAndGermanWords) {
       {"tkr ~/Karte.bmp ~/aus.tkr", 1, "leer"},
       {"bild ~/fehlt.bmp ./aus.png", 1, "fehlt.bmp"},
       {"bild ~/Text.bmp ./aus.png", 1, "Text.bmp"},
+      {"bild ~/. ./aus.png", 1, "sondern ein Ordner"},
       {"bild ~/Karte.bmp ~/gibt/es/nicht/aus.png", 1, "Fehler"},
   };
   const Untouched maps(home);

@@ -135,6 +135,15 @@ TEST(Floors, IncludesOfTheHouseRunDownward) {
   EXPECT_THAT(Floor_Faults(House_Tree(), Block_Of_Document("floors")), IsEmpty());
 }
 
+// They are English: the user is told in German what happened and what to do.
+TEST(Words, NoneOfTheLibrariesReachTheUser) {
+  static const QRegularExpression theirs(uR"(errorString\(|strerror\(|sqlite3_errmsg\(|what\(\))"_s);
+  static const QSet<QString> allowed = {"platform/database_texts.cpp",  // where they are put into German
+                                        "state/run_guarded.cpp"};       // faults of the program itself
+  for (const auto& [path, content] : House_Tree())
+    EXPECT_TRUE(allowed.contains(path) || !content.contains(theirs)) << path;
+}
+
 TEST(Floors, OnlyTheNamedRoomsKnowEachOther) {
   const Knots named = Block_Of_Document("knots");
   EXPECT_THAT(Knots_Of(Rooms_Of(House_Tree())), ::testing::UnorderedElementsAreArray(named));

@@ -12,8 +12,13 @@
 #include "edit/text_font.h"
 #include "edit/vertex_edit.h"
 #include "edit/visibility.h"
+#include "exchange/exchange_table.h"
 #include "exchange/sheet_comparison.h"
 #include "import/csv_import.h"
+#include "import/gps_import.h"
+#include "import/overlay_import.h"
+#include "import/placing_question.h"
+#include "import/table_import.h"
 #include "maps/commands.h"
 #include "maps/step_walk.h"
 #include "objects/north_arrow.h"
@@ -30,7 +35,7 @@
 
 namespace {
 
-constexpr int kinds = 36;  // of operations
+constexpr int kinds = 41;  // of operations
 const QString delivered = QStringLiteral(FLURAX_BINARY_DIR "/data/Beispiele/");
 
 class Steps : public BulkTest {
@@ -147,6 +152,61 @@ class Steps : public BulkTest {
     Replace_File(path, lines);
     if (Csv_Analyse(path, table)) Csv_Import(table, {7, 7});
   }
+  void Import_Of_Gps() {
+    GpsFile file;
+    file.system = {ReferenceSystem::Kind::Utm, QStringLiteral("WGS-84")};
+    for (int i = 1; i < 4; ++i)
+      file.waypoints.push_back(
+          {i, QStringLiteral("W%1").arg(Below(99)), {}, {645000.0 + Below(2000), 5513000.0 + Below(1500), 32}});
+    const GpsPlan plan = Plan_Gps(file, GpsContent::Waypoints, PlacingWay::AsWritten, Existing::Taken);
+    Import_Gps(Gps_Units(file, plan, {}), GpsContent::Waypoints, {});
+  }
+  void Import_Of_Overlay() {
+    const OverlayFile file = Read_Overlay(
+        "[Symbol 1]\nTyp=3\nPunkte=2\nXKoord0=11.02\nYKoord0=49.76\nXKoord1=11.03\n"
+        "YKoord1=49.765\n[Symbol 2]\nTyp=2\nText=Overlay\nXKoord=11.025\nYKoord=49.76\n");
+    Import_Overlay(file, Plan_Overlay(file, PlacingWay::Transformed, true));
+  }
+  void Import_Of_Table() {
+    TableSource source(Path("Andere.MDB"));
+    std::vector<qint64> rows = source.Entries();
+    rows.resize(std::min<size_t>(rows.size(), 9));
+    Import_Entries(source, {rows, {}, {}, false, false});
+  }
+  static void Import_Of_Exchange() {
+    Append_Exchange_Entries(
+        Read_Exchange_All({u"T-1;Uhu;Arial-B<-045;16;1;16;0;0.5;100;200;110;210;11;"_s,
+                           u"F-3;Moor;Arial;20;1;16;1;1.0;100;200;6;4;4;"_s, u"100,200/300,240/210,300/"_s, u"#;#;#"_s})
+            .entries);
+  }
+  // Of those that ask for nothing.
+  void Any_Command() {
+    static const char* const keys[] = {"mnuGridonoff",
+                                       "mnuFlTemplateSave",
+                                       "mnuFlTemplateGet",
+                                       "mnuFootDel",
+                                       "mnuMarkObj",
+                                       "AdMark",
+                                       "AdMarkLin",
+                                       "AdNo",
+                                       "mnuUnmark",
+                                       "mnuObjVisX",
+                                       "mnuObjActX",
+                                       "mnuObjVisJa",
+                                       "mnuObjActivJa",
+                                       "FrameOnOff",
+                                       "Label",
+                                       "ObjForeAll",
+                                       "ObjBackAll",
+                                       "mnuSpaceDel",
+                                       "mnuRasterAktiv",
+                                       "mnuEintrPaste",
+                                       "mnuPicSize",
+                                       "mnuTableNeu"};
+    if (Chance(2)) Mark_Some();
+    // A new table once in a while.
+    Command(keys[Below(static_cast<int>(std::size(keys)) - (Chance(8) ? 0 : 1))]);
+  }
   void Squares() {
     RasterPreview raster;
     raster.design = Raster_Ini();
@@ -258,6 +318,11 @@ void Steps::Operate(int which) {
       [&] {
         Append_Poly(PolyEditor::Kind::Area, {Anywhere(), Anywhere(), Anywhere()}, "Digitalisieren");
       },
+      [&] { Import_Of_Gps(); },
+      [&] { Import_Of_Overlay(); },
+      [&] { Import_Of_Table(); },
+      [&] { Import_Of_Exchange(); },
+      [&] { Any_Command(); },
   };
   all[which]();
 }
@@ -294,7 +359,7 @@ TEST_F(Steps, LeadBackToTheStartAndForthToTheEnd) {
   while (Can_Step_Back()) {
     const int before = Step_Position();
     Step_Back();
-    ASSERT_EQ(Step_Position(), before - 1) << Step_Forward_Text();
+    ASSERT_EQ(Step_Position(), before - 1) << Step_Back_Text() << any.Seen().back().text;
     if (const auto stop = stops.find(Step_Position()); stop != stops.end())
       Expect_Same(Now(), stop->second, "back at " + std::to_string(stop->first));
     ASSERT_FALSE(HasFatalFailure());

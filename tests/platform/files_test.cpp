@@ -77,7 +77,8 @@ TEST_F(Files, LinesOfEveryKindAreRead) {
   Write_Lines(Path("neu.txt"), {"Größ", "", "Жук"});
   EXPECT_EQ(Content(Path("neu.txt")), QByteArray("Gr\xF6\xDF\r\n\r\n???\r\n"));
   EXPECT_EQ(Error_Of([&] { Read_Lines(Path("fehlt")); }), errors::fileNotFound);
-  EXPECT_EQ(Error_Of([&] { Read_Lines(folder.path()); }), errors::fileNotFound);
+  EXPECT_EQ(Error_Of([&] { Read_Lines(folder.path()); }), errors::noPermission);
+  EXPECT_TRUE(Raised([] { Read_Lines("/dev/null"); }).text.contains("Gerät"));
 }
 
 TEST_F(Files, AreFoundIgnoringCase) {

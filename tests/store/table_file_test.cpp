@@ -662,4 +662,6 @@ TEST_F(TableFileTest, BackupNamesAndLockFiles) {
   Tbl.DBGrid1.Caption = TableFile;  // whatever table the user has open
   Delete_Lock_Files();
   EXPECT_FALSE(QFile::exists(Path("fremd.ldb")));
+  ASSERT_TRUE(QFile::link("/dev/zero", Path("KARTE.ldb")));
+  EXPECT_NO_THROW(Workspace::OpenDatabase(Table()));  // it is not read
 }

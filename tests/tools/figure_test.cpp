@@ -1,5 +1,3 @@
-#include <qnamespace.h>
-
 #include "edit/bulk_change.h"
 #include "edit/copy.h"
 #include "edit/figure_edit.h"
@@ -11,7 +9,6 @@
 #include "support/looks.h"
 #include "tools/figure_tool.h"
 #include "tools/free_figure_tool.h"
-#include "tools/map_tool.h"
 #include "tools/turn_tool.h"
 
 namespace {

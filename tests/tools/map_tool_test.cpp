@@ -1,7 +1,5 @@
 #include "tools/map_tool.h"
 
-#include <qnamespace.h>
-
 #include "edit/order.h"
 #include "support/bulk_fixture.h"
 #include "support/looks.h"

@@ -1,8 +1,5 @@
 #include "tools/poly_editor.h"
 
-#include <qnamespace.h>
-#include <QPainterPath>
-
 #include "edit/line_look.h"
 #include "edit/vertex_edit.h"
 #include "hand/next_shape.h"

@@ -1,6 +1,7 @@
 #include "view/redraw.h"
 
 #include "maps/map_close.h"
+#include "plansquares/plan_map.h"
 #include "plansquares/raster_rows.h"
 #include "support/hand_fixture.h"
 #include "support/pixels.h"
@@ -134,6 +135,15 @@ TEST_F(Redraw, PlanSquaresAreListedInsteadOfHit) {
   EXPECT_EQ(std::tuple(Map.lblPLQ.Text, Map.EntryRegions.Count()), std::tuple(QStringLiteral("A-1"), 0));
   EXPECT_NE(Pixel(200, 100), white);
   EXPECT_EQ(Pixel(200, 200), white);
+  // An active raster is hit, but for what lies in a square and is smaller than it both ways.
+  Append_Entry(Figure_Row(20, {120, 120, 40, 40}));
+  Append_Entry(Figure_Row(21, {50, 220, 400, 40}));
+  Append_Entry(Figure_Row(22, {240, 50, 40, 400}));
+  Set_Raster_Active(true);
+  Map_Redraw();
+  const auto kind = [](int x, int y) { return Map.EntryRegions.Row(Hit_Entry({x, y})).kind; };
+  EXPECT_EQ(std::tuple(kind(140, 140), kind(200, 240), kind(260, 150), kind(200, 150), kind(350, 240)),
+            std::tuple(0, planRegion, planRegion, planRegion, 0));
 }
 
 TEST_F(Redraw, PicturesAreFoundBesideTheMapAndMissingOnesNamed) {
