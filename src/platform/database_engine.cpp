@@ -103,6 +103,13 @@ std::unique_ptr<QLockFile> Lock_Beside(const QString& table) {
   return lock;
 }
 
+void Need_Database(const QFileInfo& info, bool readOnly) {
+  if (!info.exists() || info.isDir()) Raise(errors::databaseNotFound);
+  // SQLite would take so short a file for a new one and fill it.
+  if (info.size() < 512) Raise(errors::databaseDamaged);
+  if (!readOnly && !QFileInfo(info.path()).isWritable()) Raise(errors::databaseAccess);
+}
+
 }  // namespace
 
 void Raise_Device() {
@@ -137,12 +144,7 @@ Engine::~Engine() {
 void Engine::Open(const QString& file, OpenWay way) {
   readOnly = way.readOnly;
   const QFileInfo info(file);
-  if (!way.create) {
-    if (!info.exists() || info.isDir()) Raise(errors::databaseNotFound);
-    // SQLite would take so short a file for a new one and fill it.
-    if (info.size() < 512) Raise(errors::databaseDamaged);
-    if (!readOnly && !QFileInfo(info.path()).isWritable()) Raise(errors::databaseAccess);
-  }
+  if (!way.create) Need_Database(info, readOnly);
   if (way.create && !QFileInfo(info.absolutePath()).isDir()) Raise(errors::pathNotFound);
   int flags = SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE;
   flags |= readOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
