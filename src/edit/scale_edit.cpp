@@ -10,6 +10,7 @@
 #include "objects/scale_bar.h"
 #include "platform/message_box.h"
 #include "platform/text.h"
+#include "state/step.h"
 #include "store/anchor.h"
 
 namespace {
@@ -120,6 +121,7 @@ bool Add_Scale_Row(const ScaleInput& input) {
   }
   if (!rsEntries || !dbEntries || (Entry_In_Hand() && !End_Entry())) return false;
   const EntryRow row = Make_Scale_Row(input);
+  const UndoStep step(MapHasScale ? QStringLiteral("Maßstab ersetzt") : QString());
   const bool written = In_Told_Transaction(title, [&row] {
     Delete_Scale_Rows();
     Append_Entry(row);

@@ -4,6 +4,7 @@
 
 #include "edit/marks.h"
 #include "edit/order.h"
+#include "edit/scale_edit.h"
 #include "maps/command_look.h"
 #include "maps/commands.h"
 #include "maps/map_close.h"
@@ -48,6 +49,10 @@ TEST_F(StepWalk, StepsAreNamedByWhatTheyDo) {
   Take_Entry(text);
   Run_Command("mnuObjVisNo");
   named("Sichtbarkeit (Hirsch)");
+  for (const char* name : {"Maßstab eingefügt", "Maßstab ersetzt"}) {
+    Add_Scale_Row({.ScaleValue = 5, .ScaleLenPx = 100, .at = {}});
+    named(name);
+  }
   Write_Vertices("Flaeche1", {{300, 300}, {400, 300}, {350, 400}});
   named("Eckpunkte geändert");
   const QString area = Add(Make(4, "Flaeche1", "Moor", 340, 330, 1, 1));
