@@ -8,7 +8,7 @@ using ::testing::IsEmpty;
 namespace {
 
 constexpr int longestFunction = 60, longestFile = 650;
-constexpr double largestFolder = 0.20;
+constexpr double largestFolder = 0.20, largestTests = 0.36;
 
 int Lines_Of(const QString& content) { return static_cast<int>(content.count('\n')); }
 
@@ -125,6 +125,19 @@ TEST(Measures, NoFolderOutgrowsTheOthers) {
     all += Lines_Of(content);
   }
   for (const auto& [folder, lines] : folders) EXPECT_LE(lines, largestFolder * all) << folder;
+}
+
+// More than a third means that they say things twice; the programs are their sources and forms.
+TEST(Measures, TestsStayInProportion) {
+  const auto lines_below = [](const QString& folder, const QStringList& kinds) {
+    int lines = 0;
+    QDirIterator files(FLURAX_SOURCE_DIR + folder, kinds, QDir::Files, QDirIterator::Subdirectories);
+    while (files.hasNext()) lines += Lines_Of(QString::fromUtf8(Read_Bytes(files.next())));
+    return lines;
+  };
+  const int programs = lines_below("/src", {"*.cpp", "*.h", "*.ui"});
+  ASSERT_GT(programs, 50000);
+  EXPECT_LE(lines_below("/tests", {"*.cpp", "*.h"}), largestTests * programs) << programs;
 }
 
 TEST(Measures, HeadersTellOfTheirProcedures) {
