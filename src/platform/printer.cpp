@@ -11,16 +11,27 @@
 
 namespace {
 
+// The writer of a PDF tells nobody what it could not write, and leaves out the rest.
+class WatchedFile final : public QFile {
+ public:
+  using QFile::QFile;
+  bool failed = false;
+
+ protected:
+  qint64 writeData(const char* bytes, qint64 count) override {
+    const qint64 written = QFile::writeData(bytes, count);
+    failed = failed || written != count;
+    return written;
+  }
+};
+
 class PdfJob final : public PrintJob {
  public:
-  PdfJob(const QString& target, const Paper& paper, const QString& title) : path(target), aside(target + ".neu") {
-    {
-      // The writer itself tells of a target that cannot be written only when painting begins.
-      QFile probe(aside);
-      if (!probe.open(QIODevice::WriteOnly))
-        Raise(errors::noPermission, Error_Text(errors::noPermission) + QLatin1Char('\n') + path);
-    }
-    writer = std::make_unique<QPdfWriter>(aside);
+  PdfJob(const QString& target, const Paper& paper, const QString& title)
+      : path(target), aside(target + ".neu"), file(aside) {
+    if (!file.open(QIODevice::WriteOnly))
+      Raise(errors::noPermission, Error_Text(errors::noPermission) + QLatin1Char('\n') + path);
+    writer = std::make_unique<QPdfWriter>(&file);
     writer->setTitle(title);
     writer->setCreator(QStringLiteral("Flurax"));
     writer->setResolution(paper.dpi);
@@ -39,6 +50,7 @@ class PdfJob final : public PrintJob {
   }
   void EndDoc() override {
     Close();
+    if (file.failed) Raise(errors::diskFull);
     images->Put_Into(aside);
     if (File_Exists(path)) Kill(path);
     File_Rename(aside, path);
@@ -53,9 +65,12 @@ class PdfJob final : public PrintJob {
   void Close() {
     if (painter.isActive()) painter.end();
     writer.reset();
+    if (file.isOpen() && !file.flush()) file.failed = true;
+    file.close();
   }
 
   QString path, aside;
+  WatchedFile file;
   std::unique_ptr<QPdfWriter> writer;
   QPainter painter;
   std::optional<PdfImages> images;

@@ -1,4 +1,7 @@
+#include <sys/resource.h>
+
 #include <QPainter>
+#include <csignal>
 
 #include "platform/printer.h"
 
@@ -54,4 +57,19 @@ TEST(PdfImagesTest, ScansStandInTheFileAsTheyAre) {
   for (int x = 10; x < 120; x += 20) same(one, {x, 240 + x}, full, {x, x});
   for (int x = 10; x < 200; x += 20) same(two, {x, 50}, second, {x, 50});
   EXPECT_EQ(Read_Bytes(path).count("/Indexed"), 3);
+}
+
+TEST(PdfImagesTest, AFullDiskIsNoFaultOfThePrinter) {
+  const QTemporaryDir folder;
+  const auto job = Make_Pdf_Job(folder.filePath("aus.pdf"), {}, {});
+  job->Painter().drawImage(0, 0, Scan(200, 900, 900).convertToFormat(QImage::Format_RGB32));
+  rlimit former{};
+  ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &former), 0);
+  const rlimit small{1000, former.rlim_max};
+  auto* const handler = std::signal(SIGXFSZ, SIG_IGN);
+  ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
+  const int number = Error_Of([&] { job->EndDoc(); });
+  setrlimit(RLIMIT_FSIZE, &former);
+  std::signal(SIGXFSZ, handler);
+  EXPECT_EQ(number, errors::diskFull);
 }
