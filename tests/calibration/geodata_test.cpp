@@ -158,6 +158,7 @@ TEST_F(Geodata, WhatCannotBeMadeIsSaidBefore) {
   EXPECT_THAT(refused([&] { Look_At_Raster(Put("kein.tif", "nichts")); }), Says("gdalinfo"));
   // Stopped in the middle, or without the programs: no file is left.
   wish.target.zone = 32;
+  wish.metresPerPixel = 0.05;  // 64 million pixels take longer than until somebody looks
   {
     const StopWorkAt stop(1);
     EXPECT_FALSE(Make_Map_From_Geodata(wish, Path("Karte.bmp")));
