@@ -44,8 +44,8 @@ inline BenchShapes Make_Shapes(const BenchSize& size) {
   const auto below = [&random](int limit) { return static_cast<int>(random() % static_cast<unsigned>(limit)); };
   BenchShapes shapes;
   for (int i = 0; i < size.texts; ++i)
-    shapes.texts.push_back({below(size.width - 60), below(size.height - 20), below(15), 14 - below(7),
-                            QStringLiteral("Ort %1").arg(i)});
+    shapes.texts.push_back(
+        {below(size.width - 60), below(size.height - 20), below(15), 14 - below(7), QStringLiteral("Ort %1").arg(i)});
   for (int i = 0; i < size.areas; ++i) {
     const int x = 60 + below(size.width - 120), y = 60 + below(size.height - 120);
     auto& area = shapes.areas.emplace_back();

@@ -16,8 +16,8 @@
 #include "state/global_state.h"
 #include "state/map_state.h"
 #include "tools/area_trace.h"
-#include "tools/trace_tool.h"
 #include "tools/poly_editor.h"
+#include "tools/trace_tool.h"
 #include "view/redraw.h"
 
 using namespace Qt::StringLiterals;

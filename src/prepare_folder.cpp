@@ -22,8 +22,8 @@ bool Prepare_Folder() {
     Prepare_Program_Folder(Delivered_Folder());
     return true;
   } catch (const Error& error) {
-    Message_Box(QStringLiteral("Der Programmordner kann nicht angelegt oder beschrieben werden.\n") + error.text, MsgButtons::Ok,
-                MsgIcon::Critical, QStringLiteral("Programmfehler "));
+    Message_Box(QStringLiteral("Der Programmordner kann nicht angelegt oder beschrieben werden.\n") + error.text,
+                MsgButtons::Ok, MsgIcon::Critical, QStringLiteral("Programmfehler "));
     return false;
   }
 }

@@ -22,9 +22,9 @@ struct EntryLook {
   bool operator==(const EntryLook&) const = default;
 
   bool Has_Color(ColorOf which) const;  // does the kind of entry show that colour?
-  bool Has_Fill() const;   // areas and figures
-  bool Has_Width() const;  // lines and areas: the width is no frame's
-  bool Has_Frame() const;  // the frame can be switched on and off
+  bool Has_Fill() const;                // areas and figures
+  bool Has_Width() const;               // lines and areas: the width is no frame's
+  bool Has_Frame() const;               // the frame can be switched on and off
 };
 
 // An entry that vanished counts as none.

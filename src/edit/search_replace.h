@@ -14,7 +14,7 @@ struct Criterion {
   enum class Kind { All, Left, Right, Middle, Whole };
   QString column, value;  // the value without its stars
   Kind kind = Kind::Whole;
-  bool openEnd = false;  // the value ended in "*"
+  bool openEnd = false;                         // the value ended in "*"
   static Criterion Parse(const QString& line);  // without "=" there is no column
   bool operator==(const Criterion&) const = default;
 };

@@ -25,7 +25,7 @@ void Forget_Typing(int number) {
 
 bool Store_Typed() {
   const UndoStep typing({}, UndoStep::Joins::Nothing);  // whatever asks for it comes after it
-  const auto windows = watched;                 // what is told meanwhile may close one
+  const auto windows = watched;                         // what is told meanwhile may close one
   const bool stored = std::all_of(windows.begin(), windows.end(), [](const auto& window) { return window.second(); });
   return stored && Store_Pending_Text();
 }

@@ -145,9 +145,7 @@ std::vector<ToolRow> Closing_Rows() {
 
 // clang-format on
 
-bool Belongs(const ToolRow& row, ToolMode state) {
-  return row.state ? row.state == state : state != ToolMode::Norm;
-}
+bool Belongs(const ToolRow& row, ToolMode state) { return row.state ? row.state == state : state != ToolMode::Norm; }
 
 // What stands in the bar of the state "Norm".
 void Dress_Norm(ToolButton& button) {

@@ -10,8 +10,8 @@
 class ProgressFace {
  public:
   virtual ~ProgressFace() = default;
-  virtual void Show(const QString& title, int total) = 0;  // `total` units of work
-  virtual bool Step(int done) = 0;  // serves waiting events; false: the user wants to stop
+  virtual void Show(const QString& title, int total) = 0;   // `total` units of work
+  virtual bool Step(int done) = 0;                          // serves waiting events; false: the user wants to stop
   virtual void Say(const QString& step) { Q_UNUSED(step) }  // another step of the same work
   // Milliseconds of work before it is shown. At 0 it is shown at once and hears of every unit.
   virtual int Delay() const { return 300; }

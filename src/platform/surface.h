@@ -52,9 +52,9 @@ class Surface {
   virtual ~Surface() = default;
   PenState pen;
 
-  virtual QRectF Extent() const = 0;  // the drawable area
-  virtual bool IsPaper() const = 0;   // vector output: fractions count
-  virtual void Cls(QRgb color) = 0;   // fills the surface with one colour
+  virtual QRectF Extent() const = 0;             // the drawable area
+  virtual bool IsPaper() const = 0;              // vector output: fractions count
+  virtual void Cls(QRgb color) = 0;              // fills the surface with one colour
   virtual void SetClip(const QRectF& area) = 0;  // an empty rectangle lifts it
 
   // Picture part `source` (picture pixels) onto `target`. Nearest pixel when enlarged.

@@ -14,8 +14,8 @@ namespace {
 constexpr double budgetUnits = 4e9;
 constexpr double recordCost = 100, edgeCost = 500;
 constexpr double fillCost = 0.5, slowFillCost = 2.5;  // a pixel; slow are patterns and modes that combine
-constexpr double fillRowCost = 220;                    // an edge of a filled shape in one row of pixels
-constexpr double thinStepCost = 64;                    // a pixel of a thin line
+constexpr double fillRowCost = 220;                   // an edge of a filled shape in one row of pixels
+constexpr double thinStepCost = 64;                   // a pixel of a thin line
 constexpr double wideRowCost = 260, dashCost = 100;
 constexpr size_t deepestSave = 4096, mostObjects = 65536;
 constexpr int farthestUnit = 1 << 24;      // window origin and extent

@@ -30,13 +30,13 @@ void Fill_Page_Choices(PageSetup& setup);  // PageChoices for margins and paper 
 void Type_Factor(PageSetup& setup, const QString& text);
 void Type_Width(PageSetup& setup, const QString& text);   // centimetres on paper
 void Type_Height(PageSetup& setup, const QString& text);  // centimetres on paper
-void Take_Typed(PageSetup& setup);              // what waits becomes the setting
-void Step_Factor(PageSetup& setup, int steps);  // of 0.05, not below 0.05
-void Choose_Pages(PageSetup& setup, int index);  // takes the factor of PageChoices[index]
+void Take_Typed(PageSetup& setup);                        // what waits becomes the setting
+void Step_Factor(PageSetup& setup, int steps);            // of 0.05, not below 0.05
+void Choose_Pages(PageSetup& setup, int index);           // takes the factor of PageChoices[index]
 // Number in the text; error 5000 below 0.3 and above 3.0.
 double Get_FontFactor(const QString& text);
 void Take_Font_Factor(PageSetup& setup);  // the typed one; error 5000 as above
-void Take_Margins(PageSetup& setup);  // those of the map, which another window has changed
+void Take_Margins(PageSetup& setup);      // those of the map, which another window has changed
 
 bool Settings_Changed(const PageSetup& setup);  // not as kept with the map
 // Takes what waits, keeps the settings with the map and reports them in a box. False if they could not be kept.
@@ -51,7 +51,7 @@ struct SheetMargins {
   int left = 0, right = 0, top = 0, bottom = 0;
   bool operator==(const SheetMargins&) const = default;
 };
-inline constexpr int largestMargin = 100;  // mm, of a scroll bar
+inline constexpr int largestMargin = 100;                                         // mm, of a scroll bar
 SheetMargins Margins_To_Show(const PrintSettings& settings, const Paper& paper);  // millimetres
 // The way back; what lies in the unprintable border becomes 0.
 PrintSettings With_Margins(PrintSettings settings, const SheetMargins& shown, const Paper& paper);

@@ -9,11 +9,11 @@ struct SafeModeQuestion {
   QString map, table, backup;
 };
 struct DialogHooks {
-  std::function<int(const SafeModeQuestion&)> Abgesichert;    // 1, 2, 3 as chosen, 0 or 4 = stop
-  std::function<void(QSize map)> BigMapHint;  // frmTipps
-  std::function<void(const QString& path)> NotePad;           // shows a text file in a note pad
-  std::function<void()> FitNotePad;               // the active note pad, if there is one, takes all the room
-  std::function<void(const QString& page)> Help;  // a page of the help window
+  std::function<int(const SafeModeQuestion&)> Abgesichert;  // 1, 2, 3 as chosen, 0 or 4 = stop
+  std::function<void(QSize map)> BigMapHint;                // frmTipps
+  std::function<void(const QString& path)> NotePad;         // shows a text file in a note pad
+  std::function<void()> FitNotePad;                         // the active note pad, if there is one, takes all the room
+  std::function<void(const QString& page)> Help;            // a page of the help window
   std::function<void(const QString& bookmark, const QString& caption)> FontWindow;  // the font of an entry
   std::function<void()> ColorWindow;        // frmFarb, of the entry in hand or the next one
   std::function<void()> FillWindow;         // frmFill

@@ -15,29 +15,30 @@ struct LineEnds {
 // text apart.
 struct EntryId {
   bool inactive = false;
-  QString name;                  // "Text", "Linie12", "Flaeche0", "Figur3", "Bild", a free name, ...
+  QString name;  // "Text", "Linie12", "Flaeche0", "Figur3", "Bild", a free name, ...
   std::optional<LineEnds> ends;
-  QString assignment;            // name of the area or line it is assigned to
-  QString group;                 // what stands behind "<"; "" = none
+  QString assignment;  // name of the area or line it is assigned to
+  QString group;       // what stands behind "<"; "" = none
   bool hasGroup = false;
-  // What was read, where ToText would write it in another way (a foreign ID). Written back while nothing else is changed.
+  // What was read, where ToText would write it in another way (a foreign ID). Written back while nothing else is
+  // changed.
   QString asStored;
 
   static EntryId Parse(const QString& stored);  // any text: what is not understood belongs to the name
   // Two questions about a stored ID that are asked of every row that is drawn.
   static bool StoredIsHeader(const QString& stored) { return stored.startsWith(u'!'); }
   static bool StoredIsInactive(const QString& stored) { return stored.startsWith(u'-'); }
-  QString ToText() const;                       // as it is stored
+  QString ToText() const;  // as it is stored
   bool operator==(const EntryId&) const = default;
 
-  QString TableName() const;     // name of the vertex table
-  bool IsLine() const;           // the name contains "Lin"
-  bool IsArea() const;           // the name contains "Fl"
-  bool IsFigure() const;         // the name contains "Fig"
-  bool IsNorthArrow() const;     // the name contains "Np"
-  bool IsHeader() const;         // starts with "!"
+  QString TableName() const;  // name of the vertex table
+  bool IsLine() const;        // the name contains "Lin"
+  bool IsArea() const;        // the name contains "Fl"
+  bool IsFigure() const;      // the name contains "Fig"
+  bool IsNorthArrow() const;  // the name contains "Np"
+  bool IsHeader() const;      // starts with "!"
   // A digit "1" to "4" before "Text".
   bool HasReferenceDigit() const;
   EntryId WithoutReferenceDigit() const;  // the same where there is none
-  int Number() const;            // number behind the kind word, -1 if there is none
+  int Number() const;                     // number behind the kind word, -1 if there is none
 };

@@ -13,5 +13,5 @@ struct FontSpec {
   static FontSpec Parse(const QString& stored);  // any text; unknown marks are passed over
   QString ToText() const;                        // as it is stored
   bool operator==(const FontSpec&) const = default;
-  bool IsSymbol() const;     // family contains "Wing"
+  bool IsSymbol() const;  // family contains "Wing"
 };

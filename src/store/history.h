@@ -12,8 +12,8 @@
 QString History_Folder(const QString& table);
 // The table was bound: its steps are those of before if it was left in one of their states.
 void Follow_Table();
-void Leave_Table();      // before it is closed, to be loaded again or not
-void End_History();      // the map is closed: unless this program opens it again, its steps are over
+void Leave_Table();  // before it is closed, to be loaded again or not
+void End_History();  // the map is closed: unless this program opens it again, its steps are over
 // At the start of the program: those of programs that ended in order go, and what was left by programs that were killed
 // and never taken up again: after 60 days, after 7 where all of it takes more than a gigabyte, the oldest first. Those
 // of a program that runs stay.

@@ -33,5 +33,5 @@ bool Take_Version(const TableVersion& version);
 
 // Megabytes for the versions of one table; 0: none are kept. A file that cannot be read or is none: the default.
 inline constexpr int defaultVersionRoom = 200, mostVersionRoom = 10000;
-int Version_Room();  // as it is set
+int Version_Room();                    // as it is set
 void Set_Version_Room(int megabytes);  // errors of the file are told

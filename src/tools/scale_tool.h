@@ -5,7 +5,7 @@
 
 // The measuring line: lies or stands, by its longer direction.
 struct MeasuringLine {
-  QPoint from, to;            // map pixels
+  QPoint from, to;  // map pixels
   enum class Lies { Nowhere, Across, Upright } lies = Lies::Nowhere;
   int Length() const;         // map pixels
   QPoint Upper_Left() const;  // map pixels

@@ -39,7 +39,8 @@ class Workbook {
   QStringList SheetNames() const;            // in the order of the book
   bool HasSheet(const QString& name) const;  // in any case
   // Values, looks, widths, merged cells of a sheet. A formula gives the value it had last, a truth value 1 or 0, an
-  // error its text. Dates are days since 1899-12-30. Colours by theme are left out. Error 9 if there is no such sheet, 321 if it is damaged.
+  // error its text. Dates are days since 1899-12-30. Colours by theme are left out. Error 9 if there is no such sheet,
+  // 321 if it is damaged.
   Sheet Read(const QString& name) const;
   // No cell, no picture, no chart, nothing else on it.
   bool IsEmpty(const QString& name) const;

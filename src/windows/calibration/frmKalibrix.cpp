@@ -184,8 +184,9 @@ void FrmKalibrix::Save_As() {
   }
   Show_All();
   if (!work.Is_Found_By_Map())
-    Tell(QStringLiteral("Flurax findet diese Datei nicht von selbst: Sie muss neben dem Bild liegen, auf \"cal\" enden "
-                        "und den Namen des Bildes enthalten."));
+    Tell(
+        QStringLiteral("Flurax findet diese Datei nicht von selbst: Sie muss neben dem Bild liegen, auf \"cal\" enden "
+                       "und den Namen des Bildes enthalten."));
 }
 
 void FrmKalibrix::reject() {

@@ -11,7 +11,7 @@ class PreviewPicture : public QWidget {
   explicit PreviewPicture(QWidget* parent = nullptr);
   void Show_Map(PreviewMap map);  // draws it anew; a map that cannot be drawn tells why
   void Show_Sheets(const PrintGeometry& geometry, const Paper& paper);  // the lines between the sheets
-  void Show_Text(const QString& text);  // in place of the picture
+  void Show_Text(const QString& text);                                  // in place of the picture
   const QImage& Picture() const { return image; }
   const QString& Text() const { return text; }
   QSize sizeHint() const override;

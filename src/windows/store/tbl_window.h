@@ -57,9 +57,9 @@ class TblWindow : public QWidget {
   void Show_Title();
   void Show_Current_Row();
   void Show_Cell_Text();
-  bool Take_Text();   // btnTake: Text1 -> the cell. False if it was refused
+  bool Take_Text();    // btnTake: Text1 -> the cell. False if it was refused
   bool Store_Typed();  // a cell or Text1, wherever something is being typed
-  void Offer_Text();  // another cell is shown: what was typed for the former one is taken or given up
+  void Offer_Text();   // another cell is shown: what was typed for the former one is taken or given up
   QString Typed_Text() const;
 
   TblModel* model;
