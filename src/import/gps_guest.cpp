@@ -43,8 +43,10 @@ QTemporaryDir& Checked(QTemporaryDir& folder) {
   return folder;
 }
 
-// Runs it over an input and gives what it wrote.
-QString Babel(QTemporaryDir& folder, const QString& format, const QString& input, int seconds, const QString& title) {
+// Runs it over an input and gives what it wrote. `flaw` is what it means to the user if that fails: its own words are
+// English.
+QString Babel(QTemporaryDir& folder, const QString& format, const QString& input, int seconds, const QString& title,
+              const QString& flaw) {
   const QString result = folder.filePath(QStringLiteral("ergebnis.gpx"));
   GuestOrder order;
   order.program = Program();
@@ -61,7 +63,7 @@ QString Babel(QTemporaryDir& folder, const QString& format, const QString& input
   order.title = title;
   const GuestResult ran = Run_Guest(order);
   if (ran.end == GuestEnd::Cancelled) Raise(guestCancelled, QStringLiteral("Der Vorgang wurde abgebrochen."));
-  if (ran.end != GuestEnd::Done) Raise(guestFailed, Guest_Flaw(order, ran));
+  if (ran.end != GuestEnd::Done) Raise(guestFailed, flaw + QStringLiteral("\n\n") + Guest_Flaw(order, ran));
   if (!File_Exists(result)) Raise(guestFailed, QStringLiteral("Das Hilfsprogramm 'gpsbabel' hat nichts geschrieben."));
   return Decode_Text(Read_Bytes(result));
 }
@@ -83,7 +85,8 @@ QString Babel_File(const QByteArray& bytes, const QString& format, const QString
   QTemporaryDir folder;
   const QString input = Checked(folder).filePath(QStringLiteral("eingabe.") + ending);
   Replace_File(input, bytes);
-  return Babel(folder, format, input, fileSeconds, QStringLiteral("GPS-Daten\nDie Datei wird übersetzt ..."));
+  return Babel(folder, format, input, fileSeconds, QStringLiteral("GPS-Daten\nDie Datei wird übersetzt ..."),
+               QStringLiteral("Die Datei ist beschädigt, oder sie ist von anderer Art, als ihre Endung sagt."));
 }
 
 const std::vector<GpsDevice>& Gps_Devices() {
@@ -109,9 +112,16 @@ QStringList Gps_Ports() {
 }
 
 QString Babel_Device(const QString& format, const QString& port) {
+  const QFileInfo device(port);
+  if (device.exists() && !(device.isReadable() && device.isWritable()))
+    Raise(guestFailed, QStringLiteral("Sie dürfen den Anschluss '%1' nicht benutzen. Der Verwalter des Rechners nimmt "
+                                      "Sie dazu in die Gruppe 'dialout' auf.")
+                           .arg(port));
   QTemporaryDir folder;
-  return Babel(Checked(folder), format, port, deviceSeconds,
-               QStringLiteral("GPS-Gerät\nDas Gerät wird ausgelesen ..."));
+  return Babel(Checked(folder), format, port, deviceSeconds, QStringLiteral("GPS-Gerät\nDas Gerät wird ausgelesen ..."),
+               QStringLiteral("Am Anschluss '%1' antwortet kein Gerät.\nIst es eingeschaltet und mit dem Rechner "
+                              "verbunden, und sind Gerät und Anschluss richtig gewählt?")
+                   .arg(port));
 }
 
 bool Start_Transfer_Program(std::function<void(const QString& path)> left) {

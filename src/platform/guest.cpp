@@ -81,7 +81,7 @@ QString Guest_Flaw(const GuestOrder& order, const GuestResult& result) {
       const QString said = QString::fromUtf8(result.faults).simplified();
       constexpr qsizetype longest = 300;
       return QStringLiteral("Das Hilfsprogramm '%1' ist mit einem Fehler beendet worden.").arg(name) +
-             (said.isEmpty() ? QString() : u'\n' + said.right(longest));
+             (said.isEmpty() ? QString() : QStringLiteral(" Es meldete:\n") + said.right(longest));
     }
     case GuestEnd::Done:
     case GuestEnd::Cancelled:
