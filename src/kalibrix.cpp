@@ -19,6 +19,7 @@ int main(int argc, char** argv) {
   Prepare_Folder();  // for the help: calibrating needs none, so a failure is only said
   FrmKalibrix window;
   window.showMaximized();
+  window.activateWindow();  // a desktop may leave the focus with Flurax, which started it
   // A path with blanks may come as several words from a desktop that does not quote it.
   const QString map = QCoreApplication::arguments().mid(1).join(QLatin1Char(' '));
   if (!map.isEmpty())

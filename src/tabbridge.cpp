@@ -22,6 +22,7 @@ void Exchange() {
   SheetExchange exchange(Exchange_File());
   FrmTabAustausch window(exchange);
   window.show();
+  window.activateWindow();  // a desktop may leave the focus with Flurax, which started it
   const QString book = exchange.Proposed_Workbook();
   if (!book.isEmpty()) window.Take_Workbook(book);
   QApplication::exec();
@@ -30,6 +31,7 @@ void Exchange() {
 void Export(const QString& map) {
   FrmTabExport window(map);
   window.show();
+  window.activateWindow();
   QApplication::processEvents();
   window.Write_Table();
   QApplication::exec();

@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "coordinates/calibration_reader.h"
 #include "coordinates/degree_text.h"
 #include "coordinates/net_build.h"
@@ -14,15 +16,16 @@ constexpr int captionLength = 50, textLength = 15, datumLength = 13;
 
 struct CurveFamily {
   char16_t letter;  // of labels
+  QString name;
   std::array<NetLine, 4>& lines;
   std::array<std::vector<std::int16_t>, 4>& pixels;
   CurveParameters& parameters;
 };
 CurveFamily Parallels(CalibrationReader& reader) {
-  return {u'B', reader.state.NetB, reader.state.NetBPix, reader.parallels};
+  return {u'B', QStringLiteral("Breitenkreis"), reader.state.NetB, reader.state.NetBPix, reader.parallels};
 }
 CurveFamily Meridians(CalibrationReader& reader) {
-  return {u'L', reader.state.NetL, reader.state.NetLPix, reader.meridians};
+  return {u'L', QStringLiteral("Längenkreis"), reader.state.NetL, reader.state.NetLPix, reader.meridians};
 }
 
 void Set_Format(CoordinateState& state, DegreeFormat format) {
@@ -117,13 +120,14 @@ void Read_Start(NetLine& line, std::int16_t kind, const QString& text) {
   line.Start = To_Int16(static_cast<double>(line.StartF));
 }
 
-// "/"-separated samples, as many as the parameters tell or the line has.
-void Read_Samples(CalibrationReader& reader, std::vector<std::int16_t>& pixels, int count, const QString& text) {
+// "/"-separated samples, as many as the parameters tell or the line has; returns how many these were.
+int Read_Samples(CalibrationReader& reader, std::vector<std::int16_t>& pixels, int count, const QString& text) {
   const QStringList fields = text.split(u'/');
   const qsizetype last = fields.back().trimmed().isEmpty() ? fields.size() - 1 : fields.size();
   if (pixels.size() <= static_cast<size_t>(count)) pixels.resize(static_cast<size_t>(count) + 1);
   for (qsizetype k = 1; k < last && k <= count; ++k)
     reader.Try([&] { pixels[static_cast<size_t>(k)] = Short(fields[k]); });
+  return std::min(count, static_cast<int>(last) - 1);
 }
 
 void Read_Curve(CalibrationReader& reader, CurveFamily family, const QString& text) {
@@ -140,7 +144,7 @@ void Read_Curve(CalibrationReader& reader, CurveFamily family, const QString& te
   reader.Try([&] { line.Mid = Single(Between(text, QStringLiteral("y"), QStringLiteral("S"))); });
   reader.Try([&] { line.Reserve = Short(Between(text, QStringLiteral("S"), QStringLiteral("R"))); });
   reader.Try([&] { line.Deg = Single(Between(text, QStringLiteral("R"), QStringLiteral("/"))); });
-  Read_Samples(reader, family.pixels[index], line.Count, text);
+  family.parameters.samples[index] = Read_Samples(reader, family.pixels[index], line.Count, text);
   const bool parallel = family.letter == u'B';
   RefPoint& point = state.RefPoints[parallel ? 3 * index : index];
   line.Deg64 = parallel ? point.Breite : point.Laenge;
@@ -171,6 +175,27 @@ void Reset_Net(CoordinateState& state) {
     line->Step = 0;
     line->Count = 0;
   }
+}
+
+// What is not there counts as 0 in every conversion and is seen nowhere: a file that was cut is told.
+void Check_Complete(CalibrationReader& reader) {
+  QStringList lacks;
+  for (size_t n = 1; n < reader.state.RefPoints.size() && !reader.formatMissed; ++n)
+    if (const RefPoint& point = reader.state.RefPoints[n]; point.LaengeText.isEmpty() && point.BreiteText.isEmpty())
+      lacks << QStringLiteral("Bezugspunkt %1 fehlt.").arg(n);
+  for (const CurveFamily& family : {Parallels(reader), Meridians(reader)})
+    for (size_t n = 1; n < family.lines.size(); ++n) {
+      const int there = family.parameters.samples[n], wanted = family.parameters.Count;
+      const QString line = family.name + QStringLiteral(" %1").arg(n);
+      if (there < 0)
+        lacks << line + QStringLiteral(" fehlt.");
+      else if (there < wanted)
+        lacks << line + QStringLiteral(": %1 statt %2 Werte.").arg(there).arg(wanted);
+    }
+  if (lacks.isEmpty()) return;
+  Raise(incompleteNet, QStringLiteral("Das geographische Koordinatennetz ist unvollständig:\n") + lacks.join(u'\n') +
+                           QStringLiteral("\nNetz und Koordinaten stimmen dort nicht. Die Datei bleibt, wie sie ist; "
+                                          "Kalibrix schreibt sie neu."));
 }
 
 }  // namespace
@@ -212,6 +237,7 @@ void Read_Geographic_Line(CalibrationReader& reader, const QString& line) {
 
 void Close_Geographic(CalibrationReader& reader) {
   CoordinateState& state = reader.state;
+  reader.Try([&] { Check_Complete(reader); });
   reader.Try([&] { Net_Divide(state); });
   state.NetReady = true;
   if (state.NetDiv == 0) state.NetDiv = 1;

@@ -1,5 +1,6 @@
 #pragma once
 #include <QString>
+#include <array>
 #include <functional>
 
 #include "state/coordinate_state.h"
@@ -15,6 +16,7 @@ struct ReadingStopped {};
 struct CurveParameters {
   std::int16_t Kind = 0, Count = 0;
   float Step = 0;
+  std::array<int, 4> samples = {-1, -1, -1, -1};  // read of each curve; -1: it has no line
 };
 
 class CalibrationReader {
@@ -31,7 +33,7 @@ class CalibrationReader {
 
 namespace calibration {
 
-inline constexpr int noFormat = 5010, wrongLayout = 5020, wrongLine = 5030, badMetricNet = 6000;
+inline constexpr int noFormat = 5010, wrongLayout = 5020, wrongLine = 5030, incompleteNet = 5040, badMetricNet = 6000;
 
 [[noreturn]] void Raise_Bad_Call();   // a mark that a field needs is missing
 [[noreturn]] void Raise_Bad_Index();  // no such line or point

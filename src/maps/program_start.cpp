@@ -32,7 +32,7 @@ QString Map_Of_Arguments(const QStringList& arguments) {
   const QString line = arguments.join(QLatin1Char(' '));
   for (const QString& path : {line, arguments.value(0)}) {
     const QFileInfo file(Clean_Path(path));
-    if (!path.isEmpty() && file.isFile()) return file.absoluteFilePath();
+    if (!path.isEmpty() && file.exists()) return file.absoluteFilePath();  // what is no file is told with its reason
   }
   const QString map = Command_Line_Map(line);
   const bool bare = !map.contains(QLatin1Char('/')) && !map.contains(QLatin1Char('\\'));

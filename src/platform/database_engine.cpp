@@ -70,9 +70,10 @@ QByteArray Head_Of(sqlite3* db, qint64& size) {
   return head;
 }
 
+constexpr qsizetype writeVersion = 18;  // and read version behind it: 1, or 2 while there is a log
+
 // Does the file say of itself that it can only be read? None of ours does.
 bool Is_Head_Damaged(sqlite3* db) {
-  constexpr qsizetype writeVersion = 18;
   qint64 size = 0;
   const QByteArray head = Head_Of(db, size);
   return !head.isEmpty() && static_cast<uchar>(head[writeVersion]) > 2;
@@ -83,6 +84,17 @@ bool Is_Cut(sqlite3* db, const QString& file) {
   qint64 size = 0;
   const QByteArray head = Head_Of(db, size);
   return Lacks_Pages(head, size, Read_Log(file + QStringLiteral("-wal")));
+}
+
+// SQLite plays whatever log lies beside a file into it. A file that was closed in order has none: this is the log of a
+// table that lay here before and was replaced while a program had it. It is kept aside.
+void Leave_Strange_Log(sqlite3* db, const QString& file) {
+  const QString log = file + QStringLiteral("-wal"), aside = log + QStringLiteral("_alt");
+  if (QFileInfo(log).size() == 0) return;  // looked at first: a writer marks the head before it begins a log
+  qint64 size = 0;
+  if (Head_Of(db, size).mid(writeVersion, 2) != "\1\1") return;
+  QFile::remove(aside);
+  QFile::rename(log, aside);
 }
 
 // The first column of the first row; empty without one.
@@ -160,6 +172,7 @@ void Engine::Open(const QString& file, OpenWay way) {
   const auto step = [&](const char* sql) {
     if (rc == SQLITE_OK) rc = sqlite3_exec(db, sql, nullptr, nullptr, nullptr);
   };
+  if (rc == SQLITE_OK && !readOnly) Leave_Strange_Log(db, file);
   if (rc == SQLITE_OK) rc = Register_Collation(db);
   if (rc == SQLITE_OK) rc = Register_Functions(db);
   if (rc == SQLITE_OK) rc = Distrust(db);

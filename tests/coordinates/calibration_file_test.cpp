@@ -137,7 +137,7 @@ TEST_F(CalibrationFile, EachFaultIsToldAndReadingGoesOn) {
   MessageScript script("Ungültiger Prozeduraufruf");
   script.Expect("Anwendungs- oder objektdefinierter Fehler\nEinlesen").Expect("Typen unverträglich");
   script.Expect("Koordinatenlinie gebogen oder gerade?").Expect("Überlauf");
-  script.Expect("Index außerhalb").AllowAny(MsgAnswer::Ok);  // then the net cannot be divided
+  script.Expect("Index außerhalb").Expect("Bezugspunkt 2 fehlt").AllowAny(MsgAnswer::Ok);  // then it cannot be divided
   EXPECT_EQ(Read_Text(lines), -1);
   EXPECT_EQ(state.RefPoints[1].Laenge, 0);
   EXPECT_DOUBLE_EQ(state.RefPoints[1].Breite, 49.765);
@@ -145,6 +145,28 @@ TEST_F(CalibrationFile, EachFaultIsToldAndReadingGoesOn) {
   EXPECT_EQ(QPoint(state.RefPoints[3].LabelX, state.RefPoints[3].LabelY), QPoint(2697, 295));
   EXPECT_EQ(state.NetBPix[1], (std::vector<std::int16_t>{0, 10, 0, 12, 13}));
   EXPECT_EQ(std::tuple(state.NetLPix[3][4], state.NetL[3].Label), std::tuple(2690, "+011,08L°"));
+}
+
+// A file that a disk or a copy cut: what is missing would be 0 in every conversion.
+TEST_F(CalibrationFile, AGeographicNetThatWasCutIsTold) {
+  const QStringList whole = Read_Lines(Sample("c_gms.cal"));
+  const auto of = [&](const char* start) { return whole.indexOf(QRegularExpression(QString("^%1.*").arg(start))); };
+  QStringList pointless = whole, cut = whole.mid(0, of("l3")), lineless = cut;
+  pointless.removeAt(of("R9"));
+  cut.last().truncate(cut.last().indexOf(u'/') + 8);  // two samples and a part of one
+  lineless.removeLast();
+  const struct {
+    QStringList lines;
+    const char* told;
+  } cases[] = {{pointless, "unvollständig:\nBezugspunkt 9 fehlt.\nNetz"},
+               {cut, "Längenkreis 2: 2 statt 454 Werte.\nLängenkreis 3 fehlt.\n"},
+               {lineless, "Längenkreis 2 fehlt.\nLängenkreis 3 fehlt.\n"}};
+  for (const auto& c : cases) {
+    MessageScript script;
+    script.Expect(c.told).AllowAny(MsgAnswer::Ok);
+    EXPECT_EQ(Read_Text(c.lines), -1) << c.told;
+    EXPECT_EQ(state.Grid, gridGeographic);
+  }
 }
 
 TEST_F(CalibrationFile, FindsTheFilesOfAMap) {

@@ -115,7 +115,7 @@ int Run_All(const FuzzTarget& target, const Options& options) {
   for (int i = 0; i < options.count; ++i) {
     // The seeds themselves first.
     QByteArray input = i < target.seeds.size() ? target.seeds[i] : mutator.Next(pool);
-    if (i >= target.seeds.size() && target.shape && mutator.Number(2) == 0) target.shape(input, mutator);
+    if (i >= target.seeds.size() && target.shape && mutator.Number(4) != 0) target.shape(input, mutator);
     Keep_Input(input);
     const double begun = Computed_Seconds();
     Watch(true);

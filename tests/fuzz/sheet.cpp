@@ -51,12 +51,33 @@ const QByteArrayList& Books() {
   return books;
 }
 
-// Damaged inside: a part of a sound book is changed and packed again.
+// An attribute or a text takes parts of another one, numbers, words: the part stays XML.
+void Change_A_Value(QByteArray& xml, Mutator& dice) {
+  const auto value = [&] {
+    const bool text = dice.Number(2) == 0;
+    const QByteArray open = text ? ">" : "=\"", close = text ? "<" : "\"";
+    const qsizetype from = xml.lastIndexOf(open, dice.Place(xml.size())) + open.size();
+    return std::pair(from, std::max(xml.indexOf(close, from) - from, qsizetype{0}));
+  };
+  const auto [from, size] = value();
+  const auto [other, otherSize] = value();
+  QByteArray changed = dice.Next({xml.mid(from, size), xml.mid(other, otherSize)});
+  for (const char mark : {'<', '&', '"'}) changed.replace(mark, ' ');
+  xml.replace(from, size, changed);
+}
+
+// Damaged inside: a part of a sound book is changed, mostly in its values, and packed again.
 void Shape(QByteArray& bytes, Mutator& dice) {
   workbook_inner::Package book(Books()[dice.Place(Books().size())]);
-  const QString& part = Parts()[dice.Place(Parts().size())];
+  // Cells and their texts more often than what leads to them.
+  const QString& part = Parts()[std::min(dice.Place(Parts().size()), dice.Place(Parts().size()))];
   if (!book.Has(part)) return;
-  book.Put(part, dice.Next({book.Read(part)}));
+  QByteArray xml = book.Read(part);
+  if (dice.Number(8) == 0)
+    xml = dice.Next({xml});
+  else
+    for (quint64 i = dice.Number(6) + 1; i > 0; --i) Change_A_Value(xml, dice);
+  book.Put(part, xml);
   bytes = book.Bytes();
 }
 

@@ -244,6 +244,7 @@ TEST_F(MapOpen, StartOpensTheMapOfTheCommandLineOrWaits) {
   for (const auto& [arguments, map] :
        {std::pair{QStringList{"Meine Karten/Moor Nord.bmp"}, kept},
         std::pair{QStringList{"Meine", "Karten/Moor", "Nord.bmp"}, kept}, std::pair{QStringList{kept, "-x"}, kept},
+        std::pair{QStringList{"Meine Karten"}, Path("Meine Karten")},  // no file: its reason is told of the right path
         std::pair{QStringList{"fehlt.bmp"}, Program_File("fehlt.bmp")},
         std::pair{QStringList{"wo/fehlt.bmp"}, QString("wo/fehlt.bmp")}, std::pair{QStringList{}, QString()}})
     EXPECT_EQ(Map_Of_Arguments(arguments), map);

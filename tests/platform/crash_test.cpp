@@ -334,6 +334,11 @@ TEST_F(CrashTest, CutFileWithALog) {
     EXPECT_EQ(rows_in_copy(), 400);
     EXPECT_FALSE(QFile::exists(copy + "-wal"));
   }
+  const QString other = folder.filePath("Andere.MDB");
+  Make(other);
+  put(Read_Bytes(other), log);
+  EXPECT_EQ(rows_in_copy(), 0) << "the log of another file that lay there before";
+  EXPECT_EQ(Read_Bytes(copy + "-wal_alt"), log);
   put(before, torn);
   EXPECT_EQ(rows_in_copy(), 3) << "a transaction that was not finished";
   put(begun, torn);
