@@ -5,6 +5,7 @@
 #include "edit/marks.h"
 #include "edit/order.h"
 #include "edit/scale_edit.h"
+#include "edit/vertex_edit.h"
 #include "maps/command_look.h"
 #include "maps/commands.h"
 #include "maps/map_close.h"
@@ -57,6 +58,24 @@ TEST_F(StepWalk, StepsAreNamedByWhatTheyDo) {
   named("Eckpunkte geändert");
   const QString area = Add(Make(4, "Flaeche1", "Moor", 340, 330, 1, 1));
   named("Fläche eingefügt (Moor)");
+  const QString figure = Add(Make(25, "Figur1", "Teich", 500, 300, 100, 100));
+  Write_Vertices("Figur1", {{500, 300}, {600, 300}, {600, 400}, {500, 400}});
+  for (const QString& key : {area, figure}) {
+    Go(key);
+    VertexList list = *Vertices_Of_Current();
+    const QString of = key == area ? " (Moor)" : " (Teich)";
+    list.points.insert(list.points.begin(), {QPoint(300, 250), QPoint(320, 240)});
+    Write_Vertex_List(list);
+    EXPECT_EQ(Last_Step(), "2 Eckpunkte eingefügt" + of);
+    list.points.front() += QPoint(5, 5);
+    Write_Vertex_List(list);
+    EXPECT_EQ(Last_Step(), "Eckpunkt verschoben" + of);
+    list.points.erase(list.points.begin());
+    Write_Vertex_List(list);
+    EXPECT_EQ(Last_Step(), "Eckpunkt gelöscht" + of);
+    Walk_To_Step(Step_Position() - (key == area ? 3 : 5));
+  }
+  Go(area);
   With_Box("gelöscht werden", MsgAnswer::Yes, [] { return Delete_Entry(); });
   named("Fläche gelöscht (Moor)");
   Step_Back();
@@ -126,6 +145,24 @@ TEST_F(StepWalk, TheMapShowsWhereItHappened) {
   Mark_Obj();
   Step_Back();
   EXPECT_EQ(View_Now(), view) << "what is to be seen needs no scrolling";
+  Add_Polygon("Flaeche1", {{1500, 1100}, {1600, 1100}, {1550, 1200}});
+  Write_Vertices("Flaeche1", {{1500, 1100}, {1600, 1100}, {1550, 1250}});
+  ScrollMap(0, 0);
+  Step_Back();  // of vertices no row tells
+  EXPECT_TRUE(shown().contains(1550, 1150));
+}
+
+// The last of them says where to look, all of them what has to be read again.
+TEST_F(StepWalk, SeveralStepsAtOnceAreFollowedWhole) {
+  const int before = Step_Position();
+  HeaderRow header = Read_Header();
+  header.netVisible = GridVisible = !header.netVisible;
+  Write_Header(header);
+  Add_Text("Reh", 100, 100);
+  for (const int to : {before, before + 2}) {
+    Walk_To_Step(to);
+    EXPECT_EQ(GridVisible, Read_Header().netVisible) << to - before;
+  }
 }
 
 TEST_F(StepWalk, SavingAndLoadingAnewKeepTheHistory) {
