@@ -9,5 +9,6 @@ class Application : public QApplication, public QAbstractNativeEventFilter {
   Application(int& argc, char** argv);
   ~Application() override;
   bool notify(QObject* receiver, QEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
   bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
 };
