@@ -1,6 +1,8 @@
 #include "maps/step_walk.h"
 
 #include <QCoreApplication>
+#include <QEventLoop>
+#include <QTimer>
 
 #include "edit/marks.h"
 #include "edit/order.h"
@@ -123,6 +125,20 @@ TEST_F(StepWalk, OnePressTakesOneStepBack) {
   }
   EXPECT_EQ(Step_Position(), before + 4);
   EXPECT_EQ(Last_Step(), "innen");
+  Step_Back();
+  // What is done in a window that waits is called by the command that opened it.
+  {
+    const UndoStep command("Ersetzen");
+    QEventLoop waits;
+    QTimer::singleShot(0, &waits, [&waits] {
+      const UndoStep step;
+      Add_Text("d");
+      Add_Text("e");
+      waits.quit();
+    });
+    waits.exec();
+  }
+  EXPECT_EQ(Last_Step(), "Ersetzen");
   Step_Back();
   EXPECT_EQ(Texts().size(), 2);
 }
