@@ -7,6 +7,7 @@
 #include "edit/marks.h"
 #include "edit/order.h"
 #include "edit/scale_edit.h"
+#include "edit/table_edit.h"
 #include "edit/vertex_edit.h"
 #include "maps/command_look.h"
 #include "maps/commands.h"
@@ -343,6 +344,13 @@ TEST_F(StepWalk, ManyStepsAheadAreNotDroppedWithoutAQuestion) {
     const MessageScript refused("12 Schritte zurückgenommen", MsgAnswer::No);
     EXPECT_EQ(Error_Of([] { Append_Entry(Make(0, "Text", "neu", 1, 1)); }), errors::workStopped);
   }
+  // One question, and nothing is told of the answer.
+  rsEntries->MoveLast();
+  Go(rsEntries->Bookmark());
+  With_Box("12 Schritte zurückgenommen", MsgAnswer::No, [] { Mark_Obj(); });
+  Tbl.EditWarned = true;
+  With_Box("12 Schritte zurückgenommen", MsgAnswer::No,
+           [] { EXPECT_EQ(Edit_Cell(rsEntries->Key(), column::Eintrag, "anders"), CellEdit::Refused); });
   EXPECT_EQ(Whole_Table(), here);
   EXPECT_EQ(Step_Count(), all);
   With_Box("12 Schritte zurückgenommen", MsgAnswer::Yes, [&] { Append_Entry(Make(0, "Text", "neu", 1, 1)); });

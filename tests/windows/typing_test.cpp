@@ -157,6 +157,9 @@ TEST_F(TypingTest, AnEditorWithoutAStepOfItsOwnLeavesTheKeys) {
     QTest::keyClicks(editor, "7");
     QTest::keyClick(editor, Qt::Key_Z, Qt::ControlModifier);
     EXPECT_EQ(Rows(), hidden);
+    QKeyEvent held(QEvent::KeyPress, Qt::Key_Z, Qt::ControlModifier, {}, true);
+    QApplication::sendEvent(editor, &held);
+    EXPECT_EQ(Rows(), hidden) << "a press is a step, however long";
     QTest::keyClick(editor, Qt::Key_Z, Qt::ControlModifier);
     EXPECT_EQ(Rows(), untouched);
   }
