@@ -20,7 +20,6 @@ bool Run_Step_Key(const QDialog& dialog, const QKeyEvent& key) {
   for (const QString& command : {QStringLiteral("mnuStepBack"), QStringLiteral("mnuStepForward")})
     for (const QString& keys : Find_Command(command)->shortcut.split(u' ')) {
       if (QKeySequence(keys) != QKeySequence(key.keyCombination())) continue;
-      if (key.isAutoRepeat()) return true;  // one press is one step
       Run_Guarded([&command] { Run_Command(command); });
       return true;
     }

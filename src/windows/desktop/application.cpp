@@ -52,15 +52,33 @@ Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
 }
 Application::~Application() { removeNativeEventFilter(this); }
 
-// An editor takes the keys for steps even if it has none: then they belong to whom they belong elsewhere.
-bool Application::eventFilter(QObject* watched, QEvent* event) {
-  if ((event->type() != QEvent::ShortcutOverride && event->type() != QEvent::KeyPress) || !watched->isWidgetType())
+// A key that is held comes as pairs of a release and a press of the same moment, and is told as a repeated one only
+// where both had come when the first was looked at.
+bool Application::Is_Held(const QKeyEvent& key) {
+  constexpr quint64 sameMoment = 5;  // ms; nobody's fingers are as quick
+  if (key.type() == QEvent::KeyRelease) {
+    released = {key.key(), key.timestamp()};
     return false;
+  }
+  const bool pair = key.timestamp() != 0 && key.key() == released.first && key.timestamp() >= released.second &&
+                    key.timestamp() - released.second <= sameMoment;
+  return key.isAutoRepeat() || pair;
+}
+
+// One press of the keys for steps is one step, however long they are held. An editor takes them even if it has no step
+// of its own: then they belong to whom they belong elsewhere.
+bool Application::eventFilter(QObject* watched, QEvent* event) {
+  const QEvent::Type type = event->type();
+  if (type != QEvent::ShortcutOverride && type != QEvent::KeyPress && type != QEvent::KeyRelease) return false;
   const auto* key = static_cast<QKeyEvent*>(event);
+  const bool held = Is_Held(*key);
   const bool back = key->matches(QKeySequence::Undo);
-  if (!back && !key->matches(QKeySequence::Redo)) return false;
-  if (Has_Own_Step(static_cast<QWidget*>(watched), back).value_or(true)) return false;
-  event->ignore();
+  const bool forward =
+      key->matches(QKeySequence::Redo) || QKeySequence(key->keyCombination()) == QKeySequence("Ctrl+Y");
+  if (type == QEvent::KeyRelease || !watched->isWidgetType() || !(back || forward)) return false;
+  const std::optional<bool> own = Has_Own_Step(static_cast<QWidget*>(watched), back);
+  if (own.value_or(false) || (!own && !held)) return false;
+  event->setAccepted(held);
   return true;
 }
 

@@ -128,8 +128,6 @@ void MdiWindow::Add_Command(QMenu& menu, const Command& command, int line) {
   action->setStatusTip(command.help);
   action->setIcon(Program_Icon(command.icon));
   action->setShortcuts(Shortcuts(command.shortcut));
-  // One press of the keys is one step, however long they are held.
-  action->setAutoRepeat(command.needs != Needs::StepBehind && command.needs != Needs::StepAhead);
   if (!command.shortcut.isEmpty() && Shortcut_Of_Map(command.key)) {
     action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
     mapWindow->addAction(action);
