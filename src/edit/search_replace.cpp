@@ -11,6 +11,7 @@
 #include "state/global_state.h"
 #include "state/map_state.h"
 #include "state/mdi_state.h"
+#include "state/step.h"
 #include "state/table_state.h"
 #include "store/entry.h"
 #include "store/table_file.h"
@@ -386,6 +387,7 @@ bool Replace_Current(SearchState& state) {
 
 int Replace_All(SearchState& state) {
   if (!Has_Criteria(state) || !Ready_For_Many()) return 0;
+  const UndoStep step(QStringLiteral("Ersetzen"));
   std::optional<Plan> plan = Make_Plan(state);
   std::optional<UndoPoint> point;
   if (!plan || !Take_Undo_Point(state, point)) return 0;

@@ -218,8 +218,9 @@ CellEdit Edit_Cell(qint64 key, int number, const QString& text) {
     rsEntries->Set(number, value);
     rsEntries->Update();
   } catch (const Error& error) {
-    // A full disk, a row that has gone: the cell keeps its value.
-    Refuse(Error_Message(error, QStringLiteral("Die Änderung wurde nicht gespeichert.")));
+    // A full disk, a row that has gone: the cell keeps its value. Who was asked and did not want it knows of it.
+    if (error.number != errors::workStopped)
+      Refuse(Error_Message(error, QStringLiteral("Die Änderung wurde nicht gespeichert.")));
     return CellEdit::Refused;
   }
   Row_Was_Edited(QString::number(key));

@@ -11,7 +11,9 @@
 #include "state/events.h"
 #include "state/global_state.h"
 #include "state/map_state.h"
+#include "state/step.h"
 #include "state/table_state.h"
+#include "store/step_name.h"
 #include "store/vertex_table.h"
 
 namespace {
@@ -135,7 +137,25 @@ QPoint Seen_Vertex(const VertexList& list, int number) {
   return row ? Turn_Of(*row).Seen(vertex).toPoint() : vertex;
 }
 
+namespace {
+
+// The row of a line or an area keeps its values: it would not tell whose vertices they are. That of a figure tells it
+// itself, but takes their box, as if it had been resized.
+QString Name_Of_Change(const VertexList& list) {
+  const size_t before = Load_Vertices(list.table).size(), after = list.points.size();
+  const size_t more = std::max(before, after) - std::min(before, after);
+  const QString what = more > 1 ? QStringLiteral("%1 Eckpunkte ").arg(more) : QStringLiteral("Eckpunkt ");
+  const QString done = after > before   ? QStringLiteral("eingefügt")
+                       : after < before ? QStringLiteral("gelöscht")
+                                        : QStringLiteral("verschoben");
+  const std::optional<EntryRow> row = Sound_Entry_At(QString::number(list.key));
+  return what + done + (row && EntryType::Parse(row->Typ).IsPolygon() ? In_Brackets(*row) : QString());
+}
+
+}  // namespace
+
 bool Write_Vertex_List(const VertexList& list) {
+  const UndoStep step(Name_Of_Change(list));
   std::vector<QPoint> all = list.points;
   all.insert(all.end(), list.rest.begin(), list.rest.end());
   const auto work = [&] {

@@ -14,6 +14,7 @@
 #include "state/events.h"
 #include "state/global_state.h"
 #include "state/mdi_state.h"
+#include "state/step.h"
 #include "state/table_state.h"
 #include "store/entry.h"
 #include "store/table_file.h"
@@ -98,6 +99,7 @@ class CsvRun {
   }
 
   void Write() {
+    const UndoStep step(QStringLiteral("CSV - Import"));
     const UndoPoint point(undoCaption);
     const bool written = In_Told_Transaction(importTitle, [this] {
       EntryRow row;

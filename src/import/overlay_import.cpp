@@ -8,6 +8,7 @@
 #include "platform/text.h"
 #include "state/events.h"
 #include "state/global_state.h"
+#include "state/step.h"
 #include "state/table_state.h"
 #include "store/table_file.h"
 #include "store/vertex_table.h"
@@ -30,6 +31,7 @@ class OverlayRun {
       : file(overlay), plan(whole), progress(title, static_cast<int>(whole.entries.size())) {}
 
   OverlayResult Run() {
+    const UndoStep step(QStringLiteral("Import Top50*.ovl-Datei"));
     const UndoPoint point(undoCaption);
     const bool written = In_Told_Transaction(title, [this] {
       lines = Free_Poly_Tables(QStringLiteral("Linie"), Count_Of(file, plan, OverlayKind::Line));

@@ -13,6 +13,7 @@
 #include "platform/text.h"
 #include "state/events.h"
 #include "state/global_state.h"
+#include "state/step.h"
 #include "state/table_state.h"
 #include "store/table_file.h"
 #include "store/vertex_table.h"
@@ -173,6 +174,7 @@ class TableRun {
   }
 
   void Write() {
+    const UndoStep step(QStringLiteral("Import"));
     const UndoPoint point(undoCaption);
     const bool written = In_Told_Transaction(importTitle, [this] {
       for (PlannedEntry& it : planned) {

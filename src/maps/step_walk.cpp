@@ -1,6 +1,7 @@
 #include "maps/step_walk.h"
 
 #include <QRect>
+#include <algorithm>
 #include <optional>
 
 #include "hand/leave_hand.h"
@@ -27,13 +28,17 @@ QRect View_On_Map() {
   return {QPoint(Map_X(0), Map_Y(0)), QPoint(Map_X(Map.ViewWidth - 1), Map_Y(Map.ViewHeight - 1))};
 }
 
+QRect Box_Of_Vertices(const QString& table) {
+  QRect box;
+  for (const QPoint& point : Load_Vertices(table)) box |= QRect(point, QSize(1, 1));
+  return box;
+}
+
 // Where an entry stands, as far as its row tells.
 QRect Box_Of(const EntryRow& row) {
   const EntryType type = EntryType::Parse(row.Typ);
   if (type.IsPolygon() && dbEntries) {
-    QRect box;
-    for (const QPoint& point : Load_Vertices(EntryId::Parse(row.ID).TableName())) box |= QRect(point, QSize(1, 1));
-    if (!box.isEmpty()) return box;
+    if (const QRect box = Box_Of_Vertices(EntryId::Parse(row.ID).TableName()); !box.isEmpty()) return box;
   }
   if (type.IsFigure() || type.Kind() == EntryKind::PlanSquare) {
     const EntryBox box = entry_box(row);
@@ -61,7 +66,8 @@ EntryRow Row_Last_Seen(const StepFacts::Row& cells) {
 
 bool Is_Header(qint64 key) { return rsEntries->PositionOf(key) == 0; }
 
-// The place of the first entry that was touched, if none of them is to be seen.
+// The place of the first entry that was touched, if none of them is to be seen. Where vertices alone were changed no
+// row tells of it.
 void Show_Where(const WalkResult& result) {
   const QRect view = View_On_Map();
   std::optional<QPoint> first;
@@ -73,6 +79,11 @@ void Show_Where(const WalkResult& result) {
     if (view.intersects(box)) return;
     if (!first) first = box.center();
   }
+  for (const QString& table : result.rows.empty() ? result.tables : QStringList()) {
+    const QRect box = Box_Of_Vertices(table);
+    if (view.intersects(box)) return;
+    if (!first && !box.isEmpty()) first = box.center();
+  }
   if (first) ScrollMap(first->x(), first->y());
 }
 
@@ -83,19 +94,21 @@ bool Is_Plain(const EntryRow& row) {
 
 // What is known of the whole table (scale, plan squares, hidden rows) stays known where one plain entry changed alone.
 bool Leaves_Flags(const WalkResult& result) {
-  if (result.columnsChanged || result.rows.size() != 1) return false;
+  if (result.columnsChanged || result.steps > 1) return false;
+  if (result.rows.empty()) return true;  // vertices
+  if (result.rows.size() != 1) return false;
   const TouchedRow& touched = result.rows.front();
   const auto row = touched.there ? Sound_Entry_At(QString::number(touched.key)) : Row_Last_Seen(touched.lastSeen);
   return row && Is_Plain(*row);
 }
 
 void Take_Header_Again(const WalkResult& result) {
-  for (const TouchedRow& touched : result.rows) {
-    if (!touched.there || !Is_Header(touched.key)) continue;
-    const HeaderRow header = Read_Header();
-    PrintFactor = static_cast<float>(header.printFactor);
-    GridVisible = header.netVisible;
-  }
+  const auto is = [](const TouchedRow& touched) { return touched.there && Is_Header(touched.key); };
+  // Of several steps the last alone tells its rows.
+  if (result.steps < 2 && std::none_of(result.rows.begin(), result.rows.end(), is)) return;
+  const HeaderRow header = Read_Header();
+  PrintFactor = static_cast<float>(header.printFactor);
+  GridVisible = header.netVisible;
 }
 
 void Follow_Walk(const WalkResult& result) {

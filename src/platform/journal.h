@@ -45,6 +45,7 @@ struct TouchedRow {
 struct WalkResult {
   std::vector<TouchedRow> rows;  // the first few of those the last step of the walk touched
   QStringList tables;            // other tables it touched
+  int steps = 0;                 // so many were crossed
   bool columnsChanged = false;   // tables or columns came or went: recordsets have to be opened again
   QString context;               // what the owner kept with a step that was crossed; empty: nothing
 };

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 #include "platform/files.h"
@@ -140,7 +141,10 @@ void Player::Touch(const TableNames& table, const StoredChange& change, bool the
   TouchedRow row{back ? change.key : change.newKey, there, {}};
   for (const ChangedCell& cell : change.cells)
     if (!there) row.lastSeen.emplace_back(table.columns[cell.column], cell.before.ToValue());
-  result.rows.push_back(std::move(row));
+  if (!result.rows.empty() && result.rows.back().key == row.key)
+    result.rows.back() = std::move(row);  // by another transaction of the step
+  else
+    result.rows.push_back(std::move(row));
 }
 
 void Player::Insert(const TableNames& table, const StoredChange& change) {
@@ -237,9 +241,23 @@ void Player::Remove_Column(const StoredChange& change) {
 
 using journal_inner::Player;
 
+namespace {
+
+// What was touched counts for the last step alone: there is where the user looks.
+void Cross(quint64 step, std::optional<quint64>& former, WalkResult& result) {
+  if (former == step) return;
+  former = step;
+  ++result.steps;
+  result.rows.clear();
+  result.tables.clear();
+}
+
+}  // namespace
+
 // The records between the two states are played in one transaction, which stores the state's number as well.
 WalkResult Journal::Inner::Walk(int from, int to, quint32 state) {
   WalkResult result;
+  std::optional<quint64> crossed;
   const bool isBack = to < from;
   bool keysChanged = false;
   QHash<QString, std::vector<qint64>> updated;
@@ -251,11 +269,9 @@ WalkResult Journal::Inner::Walk(int from, int to, quint32 state) {
   engine->Begin();
   try {
     while (from != to) {
-      // What was touched counts for the last step alone: there is where the user looks.
-      result.rows.clear();
-      result.tables.clear();
       const int record = isBack ? --from : from++;
       const JournalRecord& it = file.Records()[static_cast<size_t>(record)];
+      Cross(it.step, crossed, result);
       std::vector<QByteArray> lists = file.Changes(static_cast<size_t>(record));
       if (isBack) std::reverse(lists.begin(), lists.end());
       Player player(*engine, isBack ? Player::Way::Back : Player::Way::Forwards, mainTable, result);
@@ -315,13 +331,13 @@ WalkResult Journal::Step_Back_To(int position, const QString& name) {
   if (!Follows() || self.engine->depth > 0 || position < 0 || position > Position()) Raise(5);
   const int target = self.Records_Of(position);
   WalkResult result;
+  std::optional<quint64> crossed;
   const Inner::OwnStep own(self, name);
   self.engine->Begin();
   try {
     for (int record = self.records; record-- > target;) {
-      result.rows.clear();
-      result.tables.clear();
       const JournalRecord& it = self.file.Records()[static_cast<size_t>(record)];
+      Cross(it.step, crossed, result);
       if (!it.contextBefore.isEmpty()) {
         if (self.contextBefore.isEmpty()) self.contextBefore = it.contextAfter;
         self.contextAfter = it.contextBefore;

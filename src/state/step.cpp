@@ -27,7 +27,8 @@ UndoStep::UndoStep(const QString& name, Joins joins) : former(running), formerLe
   const int level = QThread::currentThread()->loopLevel();
   isOuter = running.number == 0 || level != runningLevel || joins == Joins::Nothing;
   if (isOuter) {
-    running = {++lastNumber, name};
+    const bool within = running.number != 0 && level > runningLevel;
+    running = {++lastNumber, name.isEmpty() && within ? running.name : name};
     runningLevel = level;
   } else if (running.name.isEmpty()) {
     running.name = name;

@@ -5,7 +5,8 @@
 
 // What the user does at one go is one step of the journal, however many rows and transactions it takes: from the
 // object's beginning to its end. One within another joins it, so that every procedure may name its step; a window that
-// waits for answers in a step begins new ones. Without a name the change itself gives one.
+// waits for answers in a step begins new ones, of the same name where they have none. Without a name the change itself
+// gives one.
 class UndoStep {
  public:
   enum class Joins { Outer, Nothing };

@@ -43,27 +43,16 @@ EntryType Type_In(const StepFacts::Row& row) {
   return EntryType::Parse(number ? Stored_Number(*number) : 0);
 }
 
-QString Kind_Of(const StepFacts::Row& row) {
+EntryRow Entry_Of(const StepFacts::Row& row) {
   EntryRow entry;
   entry.ID = Text_In(row, column::ID);
+  entry.Eintrag = Text_In(row, column::Eintrag);
   entry.Schrift = Text_In(row, column::Schrift);
   entry.Typ = Type_In(row).ToNumber();
-  return Kind_Word(entry);
+  return entry;
 }
 
-// " (Moor)"; nothing for an entry whose text says nothing.
-QString In_Brackets(const StepFacts::Row& row) {
-  constexpr int longest = 30;
-  const EntryType type = Type_In(row);
-  if (type.Kind() == EntryKind::Scale || type.Kind() == EntryKind::NorthArrow) return {};
-  QString text = Text_In(row, column::Eintrag);
-  if (type.Kind() == EntryKind::Picture) text = text.mid(text.lastIndexOf(u'/') + 1);
-  if (text.contains(u'\n')) text.truncate(text.indexOf(u'\n'));
-  text = std::move(text).simplified();
-  if (text.size() > longest) text = text.left(longest - 1) + u'…';
-  if (text.isEmpty() || text == QString(QChar(160))) return {};
-  return QStringLiteral(" (%1)").arg(text);
-}
+QString In_Brackets(const StepFacts::Row& row) { return ::In_Brackets(Entry_Of(row)); }
 
 // A set of columns: a bit for each of the fixed ones, and one for all others.
 constexpr unsigned Bits(std::initializer_list<int> columns) {
@@ -125,7 +114,7 @@ QString Verb(const StepFacts& facts) {
 QString Of_One_Row(const StepFacts& facts) {
   const StepFacts::Row& row = facts.after.empty() ? facts.before : facts.after;
   if (EntryId::StoredIsHeader(Text_In(row, column::ID))) return QStringLiteral("Angaben zur Karte geändert");
-  const QString what = Kind_Of(row);
+  const QString what = Kind_Word(Entry_Of(row));
   if (facts.before.empty()) return what + QStringLiteral(" eingefügt") + In_Brackets(row);
   if (facts.after.empty()) return what + QStringLiteral(" gelöscht") + In_Brackets(row);
   const QString verb = Verb(facts), text = In_Brackets(facts.after);
@@ -145,6 +134,19 @@ QString Of_Many_Rows(const StepFacts& facts) {
 }
 
 }  // namespace
+
+QString In_Brackets(const EntryRow& row) {
+  constexpr int longest = 30;
+  const EntryType type = EntryType::Parse(row.Typ);
+  if (type.Kind() == EntryKind::Scale || type.Kind() == EntryKind::NorthArrow) return {};
+  QString text = row.Eintrag;
+  if (type.Kind() == EntryKind::Picture) text = text.mid(text.lastIndexOf(u'/') + 1);
+  if (text.contains(u'\n')) text.truncate(text.indexOf(u'\n'));
+  text = std::move(text).simplified();
+  if (text.size() > longest) text = text.left(longest - 1) + u'…';
+  if (text.isEmpty() || text == QString(QChar(160))) return {};
+  return QStringLiteral(" (%1)").arg(text);
+}
 
 QString Step_Name(const QString& begun, const StepFacts& facts) {
   if (!begun.isEmpty()) {

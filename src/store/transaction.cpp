@@ -40,6 +40,7 @@ bool transaction::Run_Or_Tell(const QString& title, const TransactionWork& work)
     const KeepCurrentRow keep;
     return Run_On_Table(work);
   } catch (const Error& error) {
+    if (error.number == errors::workStopped) return false;  // who was asked and did not want it knows of it
     Message_Box(Error_Text(error) + QStringLiteral("\n\nEs wurde nichts verändert."), MsgButtons::Ok, MsgIcon::Critical,
                 title);
     return false;

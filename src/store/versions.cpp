@@ -5,6 +5,7 @@
 #include <QMap>
 #include <QSet>
 #include <algorithm>
+#include <vector>
 
 #include "platform/files.h"
 #include "platform/message_box.h"
@@ -35,9 +36,38 @@ QFileInfoList Files() {
 
 QDateTime Time_Of(const QFileInfo& file) { return QDateTime::fromString(file.completeBaseName(), pattern); }
 
+// Table by table; where table and map lie does not count.
+bool Same_Rows(Database& one, Database& other, const QString& table) {
+  const auto rows = one.OpenRecordset(table), others = other.OpenRecordset(table);
+  const bool main = table == QLatin1String("MapData");
+  const auto columns = static_cast<int>(rows->Fields().size());
+  for (; !rows->Eof() && !others->Eof(); rows->MoveNext(), others->MoveNext()) {
+    const bool header = main && rows->Position() == 0;
+    if (rows->Key() != others->Key()) return false;
+    for (int i = 0; i < columns; ++i)
+      if (!(header && (i == column::Eintrag || i == column::Schrift)) && rows->Raw(i) != others->Raw(i)) return false;
+  }
+  return rows->Eof() && others->Eof();
+}
+
+// A table that was never changed here has no number, and one that was changed and taken back may have another one.
+bool Same_Content(Database& one, Database& other) {
+  constexpr int longest = 50'000;  // rows for whose sake the opening of a map may wait
+  const QString mapData = QStringLiteral("MapData");
+  const auto names = [](const TableDef& a, const TableDef& b) { return a.name < b.name; };
+  std::vector<TableDef> tables = one.TableDefs(), others = other.TableDefs();
+  std::sort(tables.begin(), tables.end(), names);
+  std::sort(others.begin(), others.end(), names);
+  const int rows = one.RowCount(mapData);
+  return tables == others && rows <= longest && rows == other.RowCount(mapData) &&
+         std::all_of(tables.begin(), tables.end(),
+                     [&](const TableDef& table) { return Same_Rows(one, other, table.name); });
+}
+
 bool Holds_Same(const QString& file) {
   try {
-    return Holds_Same_As_Now(*Workspace::OpenDatabase(file, {.readOnly = true}));
+    const auto version = Workspace::OpenDatabase(file, {.readOnly = true});
+    return Holds_Same_As_Now(*version) || Same_Content(*version, *dbEntries);
   } catch (const Error&) {
     return false;
   }

@@ -1,10 +1,14 @@
 #include "maps/step_walk.h"
 
 #include <QCoreApplication>
+#include <QEventLoop>
+#include <QTimer>
 
 #include "edit/marks.h"
 #include "edit/order.h"
 #include "edit/scale_edit.h"
+#include "edit/table_edit.h"
+#include "edit/vertex_edit.h"
 #include "maps/command_look.h"
 #include "maps/commands.h"
 #include "maps/map_close.h"
@@ -57,6 +61,24 @@ TEST_F(StepWalk, StepsAreNamedByWhatTheyDo) {
   named("Eckpunkte geändert");
   const QString area = Add(Make(4, "Flaeche1", "Moor", 340, 330, 1, 1));
   named("Fläche eingefügt (Moor)");
+  const QString figure = Add(Make(25, "Figur1", "Teich", 500, 300, 100, 100));
+  Write_Vertices("Figur1", {{500, 300}, {600, 300}, {600, 400}, {500, 400}});
+  for (const QString& key : {area, figure}) {
+    Go(key);
+    VertexList list = *Vertices_Of_Current();
+    const QString of = key == area ? " (Moor)" : " (Teich)";
+    list.points.insert(list.points.begin(), {QPoint(300, 250), QPoint(320, 240)});
+    Write_Vertex_List(list);
+    EXPECT_EQ(Last_Step(), "2 Eckpunkte eingefügt" + of);
+    list.points.front() += QPoint(5, 5);
+    Write_Vertex_List(list);
+    EXPECT_EQ(Last_Step(), "Eckpunkt verschoben" + of);
+    list.points.erase(list.points.begin());
+    Write_Vertex_List(list);
+    EXPECT_EQ(Last_Step(), "Eckpunkt gelöscht" + of);
+    Walk_To_Step(Step_Position() - (key == area ? 3 : 5));
+  }
+  Go(area);
   With_Box("gelöscht werden", MsgAnswer::Yes, [] { return Delete_Entry(); });
   named("Fläche gelöscht (Moor)");
   Step_Back();
@@ -105,6 +127,20 @@ TEST_F(StepWalk, OnePressTakesOneStepBack) {
   EXPECT_EQ(Step_Position(), before + 4);
   EXPECT_EQ(Last_Step(), "innen");
   Step_Back();
+  // What is done in a window that waits is called by the command that opened it.
+  {
+    const UndoStep command("Ersetzen");
+    QEventLoop waits;
+    QTimer::singleShot(0, &waits, [&waits] {
+      const UndoStep step;
+      Add_Text("d");
+      Add_Text("e");
+      waits.quit();
+    });
+    waits.exec();
+  }
+  EXPECT_EQ(Last_Step(), "Ersetzen");
+  Step_Back();
   EXPECT_EQ(Texts().size(), 2);
 }
 
@@ -126,6 +162,24 @@ TEST_F(StepWalk, TheMapShowsWhereItHappened) {
   Mark_Obj();
   Step_Back();
   EXPECT_EQ(View_Now(), view) << "what is to be seen needs no scrolling";
+  Add_Polygon("Flaeche1", {{1500, 1100}, {1600, 1100}, {1550, 1200}});
+  Write_Vertices("Flaeche1", {{1500, 1100}, {1600, 1100}, {1550, 1250}});
+  ScrollMap(0, 0);
+  Step_Back();  // of vertices no row tells
+  EXPECT_TRUE(shown().contains(1550, 1150));
+}
+
+// The last of them says where to look, all of them what has to be read again.
+TEST_F(StepWalk, SeveralStepsAtOnceAreFollowedWhole) {
+  const int before = Step_Position();
+  HeaderRow header = Read_Header();
+  header.netVisible = GridVisible = !header.netVisible;
+  Write_Header(header);
+  Add_Text("Reh", 100, 100);
+  for (const int to : {before, before + 2}) {
+    Walk_To_Step(to);
+    EXPECT_EQ(GridVisible, Read_Header().netVisible) << to - before;
+  }
 }
 
 TEST_F(StepWalk, SavingAndLoadingAnewKeepTheHistory) {
@@ -290,6 +344,13 @@ TEST_F(StepWalk, ManyStepsAheadAreNotDroppedWithoutAQuestion) {
     const MessageScript refused("12 Schritte zurückgenommen", MsgAnswer::No);
     EXPECT_EQ(Error_Of([] { Append_Entry(Make(0, "Text", "neu", 1, 1)); }), errors::workStopped);
   }
+  // One question, and nothing is told of the answer.
+  rsEntries->MoveLast();
+  Go(rsEntries->Bookmark());
+  With_Box("12 Schritte zurückgenommen", MsgAnswer::No, [] { Mark_Obj(); });
+  Tbl.EditWarned = true;
+  With_Box("12 Schritte zurückgenommen", MsgAnswer::No,
+           [] { EXPECT_EQ(Edit_Cell(rsEntries->Key(), column::Eintrag, "anders"), CellEdit::Refused); });
   EXPECT_EQ(Whole_Table(), here);
   EXPECT_EQ(Step_Count(), all);
   With_Box("12 Schritte zurückgenommen", MsgAnswer::Yes, [&] { Append_Entry(Make(0, "Text", "neu", 1, 1)); });

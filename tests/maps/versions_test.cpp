@@ -60,6 +60,13 @@ TEST_F(Versions, AreKeptWhereSomethingHasChanged) {
   EXPECT_EQ(Table_Versions().size(), 1) << "nothing has changed";
   const TableVersion first = Table_Versions().front();
   QFile::rename(first.file, QFileInfo(first.file).path() + "/2026-01-02_030405.MDB");  // not of the same second
+  for (const bool never : {true, false}) {
+    // Of a table that was never changed here, and where something was taken back and a step of another number made.
+    const QString file = Table_Versions().front().file;
+    Workspace::OpenDatabase(file)->Execute(u"PRAGMA application_id=%1"_s.arg(never ? 0 : 4711));
+    Keep_Version();
+    EXPECT_EQ(Table_Versions().size(), 1) << "the same rows";
+  }
   Add_Text("Biber");
   Keep_Version();
   ASSERT_EQ(Table_Versions().size(), 2);

@@ -1,6 +1,15 @@
+#include <QComboBox>
+#include <QDialog>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QSpinBox>
+#include <QTextEdit>
+
 #include "hand/leave_hand.h"
 #include "maps/command_look.h"
 #include "maps/paint_program.h"
+#include "windows/command_fixture.h"
+#include "windows/common/frm_dialogs.h"
 
 // What is being typed when something else begins: a new text on the map, a text that is being changed, a cell of the
 // table, the line above it.
@@ -126,4 +135,38 @@ TEST_F(TypingTest, ASetZoomLeavesANewTextWhereItIs) {
   EXPECT_TRUE(Entry_In_Hand());
   Choose("mnuZoom50");
   EXPECT_TRUE(Rows().contains(typed));
+}
+
+// Beside the map as well: what is typed goes back first, then what was done to the entries.
+TEST_F(TypingTest, AnEditorWithoutAStepOfItsOwnLeavesTheKeys) {
+  Begin_Again();
+  QDialog beside(window.get());
+  Prepare_Dialog(beside, QStringLiteral("Verlauf.htm"));
+  beside.setWindowModality(Qt::NonModal);
+  auto* combo = new QComboBox(&beside);
+  combo->setEditable(true);
+  QWidget* const editors[] = {new QLineEdit(&beside), new QTextEdit(&beside), new QPlainTextEdit(&beside),
+                              new QSpinBox(&beside), combo};
+  beside.show();
+  for (QWidget* editor : editors) {
+    SCOPED_TRACE(editor->metaObject()->className());
+    ASSERT_TRUE(Take_Entry(Key_Of("Otter")));
+    Run_Command("mnuObjVisNo");
+    const auto hidden = Rows();
+    ASSERT_NE(hidden, untouched);
+    QTest::keyClicks(editor, "7");
+    QTest::keyClick(editor, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(Rows(), hidden);
+    for (const quint64 told : {0, 1}) {
+      // Held: a release and a press of one moment, which are not always told as such.
+      QKeyEvent up(QEvent::KeyRelease, Qt::Key_Z, Qt::ControlModifier);
+      QKeyEvent down(QEvent::KeyPress, Qt::Key_Z, Qt::ControlModifier, {}, told != 0);
+      up.setTimestamp(7000), down.setTimestamp(told != 0 ? 8000 : 7001);
+      QApplication::sendEvent(editor, &up);
+      QApplication::sendEvent(editor, &down);
+    }
+    EXPECT_EQ(Rows(), hidden) << "a press is a step, however long";
+    QTest::keyClick(editor, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(Rows(), untouched);
+  }
 }
