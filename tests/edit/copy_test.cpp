@@ -22,16 +22,11 @@ class Copies : public BulkTest {
     EXPECT_NE(Map.CurBookmark, key);
     return Read_Entry(*rsEntries);
   }
-  static QString clipboardText;
 };
-QString Copies::clipboardText;
 
 TEST_F(Copies, TextIsPrefixedOnceAndCutToItsColumn) {
-  clipboardFace.setText = [](const QString& text) { clipboardText = text; };
   const QString text = Add(Make(203, "-Text>Flaeche1<7", "Fund", 100, 100, 150, 160));
-  const EntryRow copy = Copied(text);
-  EXPECT_EQ(copy, Make(3, "-Text>Flaeche1", "Kopie: Fund", 130, 130, 180, 190));
-  EXPECT_EQ(clipboardText, QString("Fund"));
+  EXPECT_EQ(Copied(text), Make(3, "-Text>Flaeche1", "Kopie: Fund", 130, 130, 180, 190));
   EXPECT_EQ(Copied(Map.CurBookmark).Eintrag, QString("Kopie: Fund"));
   EXPECT_EQ(Copied(Add_Text(QString(73, 'x'))).Eintrag, QStringLiteral("Kopie: ") + QString(72, 'x'));
   const QString bird = QStringLiteral("🐦");  // two surrogates, one character of the column
@@ -39,19 +34,17 @@ TEST_F(Copies, TextIsPrefixedOnceAndCutToItsColumn) {
             QStringLiteral("Kopie: ") + QString(71, 'x') + bird);
   EXPECT_EQ(Copied(Add(Make(5, "Bild", "Bild.bmp", 10, 10))).Eintrag, QString("Bild.bmp"));
   EXPECT_EQ(Copied(Add({"Text", "J", "Wingdings", 10, 0, 0, -1, 10, 10, 0, 0, 0})).Eintrag, QString("J"));
-  clipboardFace = {};
 }
 
 TEST_F(Copies, CopiesStayInsideTheWindow) {
   const int right = Map.ScaleWidth, low = Map.ScaleHeight;
-  const std::tuple<int, int, int, int> cases[] = {{0, 0, 30, 30},
-                                                  {right - 10, low - 10, right - 40, low - 40},
-                                                  {right - 45, low - 50, right - 30, low - 30},
-                                                  {right + 500, -200, right - 30, 0}};
-  for (const auto& [x, y, copyX, copyY] : cases) {
-    const EntryRow copy = Copied(Add_Text("a", x, y));
-    EXPECT_EQ(copy.Xmap, copyX) << x;
-    EXPECT_EQ(copy.Ymap, copyY) << y;
+  const std::pair<QPoint, QPoint> cases[] = {{{0, 0}, {30, 30}},
+                                             {{right - 10, low - 10}, {right - 40, low - 40}},
+                                             {{right - 45, low - 50}, {right - 30, low - 30}},
+                                             {{right + 500, -200}, {right - 30, 0}}};
+  for (const auto& [source, copy] : cases) {
+    const EntryRow made = Copied(Add_Text("a", source.x(), source.y()));
+    EXPECT_EQ(QPoint(made.Xmap, made.Ymap), copy);
   }
 }
 
@@ -76,16 +69,6 @@ TEST_F(Copies, ShapesGetTheirOwnNumberAndVertices) {
   EXPECT_EQ(rsEntries->Text(column::ID), QString("Figur7"));
   EXPECT_EQ(rsEntries->Text(column::Eintrag), QString("Figur2"));
   EXPECT_EQ(Load_Vertices("Figur7"), (std::vector<QPoint>{{200, 100}, {230, 110}, {200, 130}}));
-}
-
-TEST_F(Copies, TheCopyOfAnEntryInHandIsTaken) {
-  const QString text = Add_Text("Fund", 100, 100);
-  ASSERT_TRUE(Take_Entry(text));
-  Text_Typed("Neuer Fund");
-  Copy_Entry();
-  EXPECT_EQ(Row(text).Eintrag, QString("Neuer Fund"));
-  EXPECT_NE(Map.InHand, text);
-  EXPECT_EQ(Map.Text2.Text, QString("Kopie: Neuer Fund"));
 }
 
 TEST_F(Copies, ACopyThatFailsLeavesNoTrace) {
@@ -146,18 +129,11 @@ TEST_F(Copies, PastedText) {
   EXPECT_EQ(Map.Text2.Tag, EditTag::Old);
   MessageScript script("5000000 Zeichen");
   EXPECT_FALSE(::Add_Text(QPoint(40, 50), QString(5'000'000, 'x')));
-  EXPECT_EQ(Entry_Count(), 1);
-}
-
-TEST_F(Copies, APastedTextThatCannotBeWrittenLeavesNothingBehind) {
-  Add_Text("Elster");
+  // One that cannot be written leaves nothing behind.
   Refuse_Rows(*dbEntries, QStringLiteral("Eintrag = 'Zettel'"));
   EXPECT_NE(Error_Of([] { ::Add_Text({50, 50}, "Zettel"); }), 0);
   EXPECT_TRUE(Leave_Hand()) << "what was not pasted is not stored later";
-  EXPECT_FALSE(Entry_In_Hand());
-  EXPECT_EQ(Texts(), QStringList("Elster"));
-  EXPECT_TRUE(::Add_Text({50, 50}, QStringLiteral("Notiz\n")));
-  EXPECT_EQ(Texts(), QStringList({"Elster", "Notiz"}));
+  EXPECT_EQ(Texts(), QStringList("eins\r\nzwei"));
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include "edit/sql_query.h"
 
+#include "edit/move.h"
 #include "edit/property_transfer.h"
 #include "edit/search_replace.h"
 #include "support/bulk_fixture.h"
@@ -260,6 +261,33 @@ TEST_F(QueryTest, ReplacesOneAndAllAndTakesThemBack) {
   const StopWorkAt third(3);
   EXPECT_EQ(all("Eintrag = *", {"VG = 3"}), 0);
   EXPECT_EQ(Whole_Table(), before) << "a stopped replacement changes nothing";
+}
+
+// A stop, nothing to do: the menu must not promise to take back what did not happen, nor forget the last.
+TEST_F(QueryTest, WhatWroteNothingLeavesTheOfferAsItWas) {
+  MessageScript script(MsgAnswer::Yes);
+  SearchState same;
+  same.search = same.replace = QStringList("Eintrag = Ahorn");
+  const std::pair<const char*, std::function<void()>> works[] = {
+      {"a stopped move",
+       [] {
+         const StopWorkAt second(2);
+         Move_Entries({5, 5});
+       }},
+      {"the same text", [&] { EXPECT_EQ(Replace_All(same), 0); }},
+      {"no row", [&] { Apply_Sql(sql, "Update MapData set VG = 3 where ID = 'fehlt'"); }}};
+  for (const auto& [name, work] : works) {
+    const QString before = Whole_Table().join(u'\n');
+    Undo_Point("Rückgängig: Vorher");
+    Add_Text("Neuer Ort", 5, 5);
+    const QStringList table = Whole_Table();
+    work();
+    EXPECT_EQ(Whole_Table(), table) << name;
+    EXPECT_EQ(Menu("mnuReset").Caption, "Rückgängig: Vorher") << name;
+    ASSERT_TRUE(Menu("mnuReset").Enabled) << name;
+    Undo_Last();
+    EXPECT_EQ(Whole_Table().join(u'\n'), before) << name;
+  }
 }
 
 TEST_F(QueryTest, RunningStatementsAreStoppedByAbbrechen) {
