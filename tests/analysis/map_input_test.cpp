@@ -30,15 +30,3 @@ TEST_F(MapInputTest, RowsOfTheOpenTable) {
   EXPECT_EQ(texts, (QStringList{"=Ahorn", "ähre", "Bär", "x", "Zebra"}));
   EXPECT_EQ(std::tuple(sorted.columns, sorted.values[4]), std::tuple(QStringList{"Datum"}, QStringList{"14.5."}));
 }
-
-TEST_F(MapInputTest, MeasureWithAndWithoutAScale) {
-  MapPixelMm = 0.25;
-  MapUnit.clear();
-  MapUnitPerPixel = 0;
-  EXPECT_EQ(Read_Map_Measure(), (MapMeasure{0.25, 0.25, " mm", false}));
-  MapUnit = " km";
-  MapUnitPerPixel = 3;
-  EXPECT_EQ(Read_Map_Measure(), (MapMeasure{0.25, 0.25, " mm", false}));
-  MapHasScale = true;
-  EXPECT_EQ(Read_Map_Measure(), (MapMeasure{0.25, 3, " km", true}));
-}

@@ -3,33 +3,22 @@
 #include "analysis_rows.h"
 
 namespace {
-// The plain search: every pair, the slots of each entry kept in order.
+// The plain search: every pair, the nearest first, of equal ones the first.
 struct PlainSearch {
   std::vector<int> entry;
   std::vector<double> distance;
 };
 PlainSearch Search_Plainly(const std::vector<NeighbourEntry>& entries, int n) {
   PlainSearch result;
-  const auto slots = static_cast<size_t>(n);
   for (size_t a = 0; a < entries.size(); ++a) {
-    std::vector<double> best(slots, 2147483646.0);
-    std::vector<int> who(slots, -1);
+    std::vector<std::pair<double, int>> others;
     for (size_t b = 0; b < entries.size(); ++b) {
-      if (a == b) continue;
-      const double dx = std::abs(entries[a].x - entries[b].x), dy = std::abs(entries[a].y - entries[b].y);
-      if (dx > best[slots - 1] || dy > best[slots - 1]) continue;
-      const double d = std::sqrt(dy * dy + dx * dx);
-      for (size_t k = 0; k < slots; ++k) {
-        if (!(d < best[k])) continue;
-        best.insert(best.begin() + static_cast<std::ptrdiff_t>(k), d);
-        who.insert(who.begin() + static_cast<std::ptrdiff_t>(k), static_cast<int>(b));
-        best.pop_back();
-        who.pop_back();
-        break;
-      }
+      const double dx = entries[a].x - entries[b].x, dy = entries[a].y - entries[b].y;
+      if (a != b) others.emplace_back(std::sqrt(dy * dy + dx * dx), static_cast<int>(b));
     }
-    result.entry.insert(result.entry.end(), who.begin(), who.end());
-    result.distance.insert(result.distance.end(), best.begin(), best.end());
+    std::sort(others.begin(), others.end());
+    others.resize(static_cast<size_t>(n));
+    for (const auto& [distance, entry] : others) result.distance.push_back(distance), result.entry.push_back(entry);
   }
   return result;
 }

@@ -1,6 +1,5 @@
 #include "coordinates/conversions.h"
 
-#include "coordinates/geometry.h"
 #include "support/nets.h"
 
 namespace {
@@ -131,24 +130,6 @@ TEST(Conversions, TextsOfAPlace) {
   state.NetPKG = true;
   state.PkgR = 4400000;
   EXPECT_EQ(texts(32.25, 7.125), Texts(" Rechtswert:  4432 250m", " Hochwert:  7 125m"));
-}
-
-TEST(Geometry, SegmentsAndFrame) {
-  double x = -1, y = -1;
-  EXPECT_EQ(Line_Intersect(0, 0, 10, 10, 0, 10, 10, 0, x, y), -1);
-  EXPECT_EQ(QPointF(x, y), QPointF(5, 5));
-  EXPECT_EQ(Line_Intersect(0, 0, 10, 0, 10, 0, 10, 8, x, y), -1);  // ends meet
-  EXPECT_EQ(QPointF(x, y), QPointF(10, 0));
-  EXPECT_EQ(Line_Intersect(0, 0, 10, 0, 0, 1, 10, 1, x, y), 0);
-  EXPECT_EQ(Line_Intersect(0, 0, 4, 4, 0, 10, 10, 0, x, y), 0);
-  EXPECT_EQ(QPointF(x, y), QPointF(10, 0));
-  EXPECT_EQ(Area2Sign({0, 0}, {0, 10}, {-3, 5}), 1);
-  EXPECT_EQ(Area2Sign({0, 0}, {0, 1}, {0.4, 5}), 0);
-  EXPECT_TRUE(Seg_Cross_Frame({-5, 50}, {5, 50}, {100, 80}));
-  EXPECT_TRUE(Seg_Cross_Frame({95, 50}, {105, 50}, {100, 80}));
-  EXPECT_FALSE(Seg_Cross_Frame({5, 50}, {95, 50}, {100, 80}));
-  EXPECT_EQ(Slope_Of(0, 0, 2, 1), -0.5);
-  EXPECT_EQ(Slope_Of(3, 0, 3, 1), 10000);
 }
 
 }  // namespace

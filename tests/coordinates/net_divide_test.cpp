@@ -182,11 +182,3 @@ TEST_F(GeographicNet, KilometresAndThinnedLabels) {
   EXPECT_EQ(Labels(state.NetBLabels), QStringList({"5513H", "", "5511H", "", "5509H"}));
   EXPECT_EQ(Labels(state.NetLLabels), QStringList({"4432R", "", "4434R"}));
 }
-
-TEST(CircleTest, GoesThroughItsPoints) {
-  const Circle circle = Calc_Circle(3, 0, 5, 2, 3, 4);
-  EXPECT_NEAR(circle.x, 3, 1e-9);
-  EXPECT_NEAR(circle.y, 2, 1e-9);
-  EXPECT_NEAR(circle.r, 2, 1e-9);
-  EXPECT_TRUE(std::isfinite(Calc_Circle(0, 0, 1, 1, 2, 2).r));  // points on one line
-}

@@ -114,24 +114,9 @@ TEST_F(GpsImportTest, WritesTextsInOneStepThatCanBeTakenBack) {
   ASSERT_EQ(result.notes.size(), 1U);
   EXPECT_EQ(result.notes[0].text, longName) << "cut, and told whole";
   ASSERT_EQ(Rows().size(), 3U);
-  const EntryRow wanted{.ID = u"Text"_s,
-                        .Eintrag = u"Igel am Bach"_s,
-                        .Schrift = look.font.font.ToText(),
-                        .Groesse = 14,
-                        .VG = 12,
-                        .HG = 14,
-                        .RA = 209,
-                        .Xmap = 50,
-                        .Ymap = 250,
-                        .Xline = 50,
-                        .Yline = 250,
-                        .Typ = 1};
+  const EntryRow wanted{"Text", "Igel am Bach", look.font.font.ToText(), 14, 12, 14, 209, 50, 250, 50, 250, 1};
   EXPECT_EQ(Rows()[0], wanted);
   EXPECT_EQ(Menu(u"mnuReset"_s).Caption, u"Rückgängig: Import"_s);
-  MessageScript messages{{u"3 Einträge wurden in die Karte importiert."_s, MsgAnswer::Ok},
-                         {u"5 Einträge in der Datei, 3 davon tatsächlich importiert."_s, MsgAnswer::Cancel}};
-  EXPECT_TRUE(Tell_Gps_Import(result, GpsContent::Waypoints, 3, 3));
-  EXPECT_FALSE(Tell_Gps_Import(result, GpsContent::Waypoints, 5, 4));
 }
 
 TEST_F(GpsImportTest, StopsAndFailuresLeaveWhatWasTold) {
@@ -209,16 +194,7 @@ TEST_F(GpsImportTest, AThousandLinesAreTheMost) {
   EXPECT_EQ(std::tuple(result.imported, result.refused.size()), std::tuple(1000, 3U));
 }
 
-TEST_F(GpsImportTest, ReportsWhatDidNotCome) {
-  GpsFile file = File({Waypoint(u"hier"_s, 50, 50), Waypoint(u"fern"_s, 5000, 50)});
-  file.faults.push_back({7, u"\"POL\" Breite 95 gibt es nicht"_s});
-  const GpsPlan plan = Plan_Gps(file, GpsContent::Waypoints, PlacingWay::AsWritten);
-  const GpsResult result = Import_Gps(Gps_Units(file, plan, {}), plan.content, {});
-  EXPECT_EQ(Gps_Report(plan, result),
-            (QStringList{u"Wegpunkte gelesen: 2"_s, u"Wegpunkte importiert: 1"_s, u"außerhalb der Karte: 1"_s,
-                         u"schon vorhanden: 0"_s, u"abgelehnt: 0"_s}));
-  EXPECT_EQ(Gps_Faults(file), QStringList{u"Zeile 7: \"POL\" Breite 95 gibt es nicht"_s});
-  EXPECT_EQ(Gps_Refusals(file, plan, result), QStringList{u"Zeile 2: fern: zu weit rechts im Osten"_s});
+TEST_F(GpsImportTest, TheReportGoesWhenThereIsNothingToTell) {
   EXPECT_EQ(Write_Import_Report({u"Zeile 1: ä"_s}), Path(u"Karte_Import.txt"_s));
   EXPECT_EQ(Read_Lines(Path(u"Karte_Import.txt"_s)), QStringList{u"Zeile 1: ä"_s});
   EXPECT_EQ(Write_Import_Report({}), QString());

@@ -78,8 +78,7 @@ TEST_F(MapOpen, WhatIsNoFileIsRefusedBeforeItIsTouched) {
   QDir(folder.path()).mkdir("Ordner.bmp");
   for (const auto& [name, told] : {std::pair("Leitung.bmp", "eine Leitung"), std::pair("Geraet.bmp", "ein Gerät"),
                                    std::pair("Ordner.bmp", "ein Ordner")}) {
-    MessageScript script(told);
-    Open_Map(Path(name));
+    With_Box(told, [path = Path(name)] { Open_Map(path); });
     EXPECT_FALSE(frmMDI.MapOpen) << name;
   }
   EXPECT_TRUE(Find_Files(folder.path(), "*.map").isEmpty());
@@ -218,18 +217,14 @@ TEST_F(MapOpen, AnEmptyMapIsNotWrittenOverTheOpenOne) {
   EXPECT_EQ(Read_Bytes(MapFile), before);
 }
 
-TEST_F(MapOpen, TheScaleAndTheMenusFollowAnotherTable) {
+TEST_F(MapOpen, TheScaleFollowsAnotherTable) {
   Open_Map(Make_Map());
   Add({"Maßstab", " m", "500", 500, 0, 15, 0, 100, 20, 300, 8, static_cast<int>(EntryKind::Scale)});
   Table_Replaced();
-  EXPECT_TRUE(MapHasScale);
-  EXPECT_DOUBLE_EQ(MapUnitPerPixel, 2.5);
-  EXPECT_TRUE(Usable("mnuTabComp"));
-  MessageScript script(MsgAnswer::No);
-  New_Table();
+  EXPECT_EQ(std::pair(MapHasScale, MapUnitPerPixel), std::pair(true, 2.5));
+  With_Box("unter einem eigenen Namen", MsgAnswer::No, New_Table);
   Table_Replaced();
   EXPECT_FALSE(MapHasScale);
-  EXPECT_FALSE(Usable("mnuTabComp"));
 }
 
 TEST_F(MapOpen, StartOpensTheMapOfTheCommandLineOrWaits) {

@@ -36,20 +36,6 @@ TEST(ClipSegment, MeetsAnEdgeOrNot) {
   }
 }
 
-TEST(ClipOutline, ShortensRunsBeyondOneSide) {
-  const QRectF area(0, 0, 100, 100);
-  const Points zigzag{{10, 10}, {-20, 20}, {-30, 30}, {-90, 35}, {-20, 40}, {50, 50}};
-  EXPECT_EQ(Clipped(zigzag, area), (Points{{10, 10}, {-20, 20}, {-20, 40}, {50, 50}}));
-  EXPECT_EQ(Clipped(zigzag, area, true), zigzag);  // a rounded edge hangs on both neighbours
-  // Round the window's corner: the turning points stay.
-  const Points round{{50, 50}, {-10, 50}, {-20, 60}, {-30, 130}, {10, 140}, {20, 150}, {50, 120}, {50, 60}};
-  EXPECT_EQ(Clipped(round, area), (Points{{50, 50}, {-10, 50}, {-30, 130}, {50, 120}, {50, 60}}));
-  // Nothing to be seen; a vertex on the edge counts as inside.
-  EXPECT_TRUE(Clipped({{-1, 0}, {-5, 50}, {-2, 200}}, area).empty());
-  EXPECT_EQ(Clipped({{0, 0}, {-5, 50}, {-2, 200}}, area).size(), 3U);
-  EXPECT_TRUE(Clipped({}, area).empty());
-}
-
 TEST(ClipOutline, KeepsFewOfManyVertices) {
   // A circle of 10,000 vertices that only grazes the window, in whole map pixels.
   std::vector<QPoint> circle;
