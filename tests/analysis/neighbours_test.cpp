@@ -86,12 +86,6 @@ TEST(PointPattern, ClarkEvansTellsEvenFromClumped) {
   EXPECT_NEAR(lattice->index, 2, 1e-12);
   EXPECT_NEAR(lattice->z, 1.5 / (0.26136 * 3 / 10), 1e-9);
   EXPECT_LT(Clark_Evans(even, 900, 120.0)->index, lattice->index);
-  // Points thrown at random: near 1, and nearer with the edge allowed for.
-  const auto thrown = Scattered(20000, 10000, 5);
-  const auto found = Find_Neighbours(thrown, 1);
-  const auto plain = Clark_Evans(found->distance, 4e8), edged = Clark_Evans(found->distance, 4e8, 80000.0);
-  EXPECT_NEAR(plain->index, 1, 0.02);
-  EXPECT_LT(std::abs(edged->z), 3);
   EXPECT_FALSE(Clark_Evans(even, 0));
   EXPECT_FALSE(Clark_Evans(std::span(even).first(1), 900));
 }

@@ -20,9 +20,7 @@ TEST(AreaTextTest, AreasAndFiguresWithTheirSpecies) {
         "\r\nFlächengröße:         10 000       40 000,00 m^2  =  4 Hektar\r\n",
         "\r\nFlächenumfang:           400          800,00 m   =   0,8 Kilometer\r\n",
         "\r\nPopulationsdichte:\t5,000 Einträge pro 100 000 m^2  ", "\r\nFläche pro Eintrag:\t20 000,000 m^2 ",
-        "\r\n\r\n\t\t\t  Abundanz\tDominanz\r\n\t\t\t      n   \t   %         ",
-        "\r\nArt:\tChort...lus montanus\t         3\t     75,00\r\nArt:\ta ", "\r\nBezeichner:      Figur2",
-        "\r\n\r\nDiese Ergebnisse können Sie wie einen Text \r\n", "\r\n\r\nZiffern am Anfang"})
+        "\r\nArt:\tChort...lus montanus\t         3\t     75,00\r\nArt:\ta ", "\r\nBezeichner:      Figur2"})
     EXPECT_TRUE(text.contains(QString::fromUtf8(part))) << part;
   EXPECT_FALSE(text.contains("kein Maßstab"));
   EXPECT_EQ(text.count("zugeordnete Einträge:      2"), 1);
