@@ -90,16 +90,14 @@ TEST(Conversions, EveryPixelOfABentNetComesBackAndLinesHaveTheirDegrees) {
 
 TEST(Conversions, PlacesBesideABentNetTellTheSide) {
   const CoordinateState state = Bent_Net();
-  const struct {
-    int x, y, code;
-  } cases[] = {{-3, 350, tooFarLeft}, {903, 350, tooFarRight}, {450, -3, tooFarUp},    {450, 703, tooFarDown},
-               {-3, -3, tooFarUp},    {903, 703, tooFarDown},  {-200, 40, tooFarLeft}, {1100, 660, tooFarRight}};
-  for (const auto& c : cases) {
-    double longitude = 0, latitude = 0, x = 0, y = 0;
-    ASSERT_EQ(Pixel_To_Grad(state, c.x, c.y, longitude, latitude), 1);
-    EXPECT_EQ(Grad_To_Pixel(state, longitude, latitude, x, y), c.code) << c.x << ' ' << c.y;
+  const std::tuple<int, int, int> cases[] = {{-3, 350, tooFarLeft},  {903, 350, tooFarRight}, {450, -3, tooFarUp},
+                                             {450, 703, tooFarDown}, {-3, -3, tooFarUp},      {903, 703, tooFarDown},
+                                             {-200, 40, tooFarLeft}, {1100, 660, tooFarRight}};
+  double longitude = 0, latitude = 0, x = 0, y = 0;
+  for (const auto& [left, top, code] : cases) {
+    ASSERT_EQ(Pixel_To_Grad(state, left, top, longitude, latitude), 1);
+    EXPECT_EQ(Grad_To_Pixel(state, longitude, latitude, x, y), code) << left << ' ' << top;
   }
-  double x = 0, y = 0;
   EXPECT_GE(Grad_To_Pixel(state, -170, 49, x, y), tooFarLeft);
   EXPECT_GE(Grad_To_Pixel(state, 1e300, 49.6, x, y), tooFarLeft);
 }

@@ -10,11 +10,6 @@ namespace {
 
 class Copies : public BulkTest {
  protected:
-  QImage Picture(int width, int height) {
-    QImage picture(width, height, QImage::Format_RGB32);
-    picture.fill(Qt::red);
-    return picture;
-  }
   // The current row after a copy.
   static EntryRow Copied(QString key) {
     Go(key);
@@ -87,16 +82,16 @@ TEST_F(Copies, ACopyThatFailsLeavesNoTrace) {
 
 TEST_F(Copies, PicturesFromFileAndClipboard) {
   const QString file = Path("Bild.bmp");
-  Save_Picture(Picture(20, 10), file);
+  Save_Picture(Make_Canvas(20, 10), file);
   ASSERT_LE(file.size(), 79);
   ASSERT_TRUE(Add_Picture({30, 40}, file));
   EXPECT_EQ(Read_Entry(*rsEntries).Eintrag, file);
   EXPECT_EQ(Read_Entry(*rsEntries).Typ, 5);
   const QString longName = Path(QString(80, 'l') + ".bmp");
-  Save_Picture(Picture(21, 10), longName);
+  Save_Picture(Make_Canvas(21, 10), longName);
   ASSERT_TRUE(Add_Picture({30, 40}, longName));
   EXPECT_EQ(rsEntries->Text(column::Eintrag), QString("PicImport/Pic-1.bmp"));
-  ASSERT_TRUE(Add_Picture({30, 40}, Picture(22, 10)));
+  ASSERT_TRUE(Add_Picture({30, 40}, Make_Canvas(22, 10)));
   EXPECT_EQ(rsEntries->Text(column::Eintrag), QString("PicImport/Pic-2.bmp"));
   EXPECT_EQ(Entry_Picture("PicImport/Pic-1.bmp").width(), 21);
   EXPECT_EQ(Entry_Picture("PicImport/Pic-2.bmp").width(), 22);
@@ -115,7 +110,7 @@ TEST_F(Copies, PicturesThatCannotBeHadAddNoRow) {
   EXPECT_FALSE(Add_Picture({1, 1}, Path("Text.bmp")));
   File_Write_Fault = [](const QString& path, qint64) { return path.contains("PicImport") ? 61 : 0; };
   script.Expect("kann nicht gespeichert werden");
-  EXPECT_FALSE(Add_Picture({1, 1}, Picture(9, 9)));
+  EXPECT_FALSE(Add_Picture({1, 1}, Make_Canvas(9, 9)));
   File_Write_Fault = nullptr;
   script.Expect("zu groß");
   EXPECT_FALSE(Add_Picture({1, 1}, QImage(40000, 2000, QImage::Format_Mono)));

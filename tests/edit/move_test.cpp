@@ -3,8 +3,6 @@
 #include "support/bulk_fixture.h"
 #include "support/table_fixture.h"
 
-namespace {
-
 using Move = BulkTest;
 
 TEST_F(Move, EveryPositionOfAKindGoesAlong) {
@@ -71,5 +69,3 @@ TEST_F(Move, MarkedOnlyAndPositionsOutOfRange) {
   EXPECT_THROW(Shift_Row(corner, 10, 0), Error);
   EXPECT_EQ(corner, was);
 }
-
-}  // namespace

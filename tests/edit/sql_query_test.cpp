@@ -165,11 +165,8 @@ TEST_F(QueryTest, ListOfStatements) {
 // Search and replace --------------------------------------------------------------------------------------------------
 
 TEST(FindIn, KindsOfMatch) {
-  struct {
-    const char *text, *line;
-    bool words, matchCase;
-    int at, length;  // -1: no hit
-  } cases[] = {
+  // Whole words, case; place and length of the hit, -1 where there is none.
+  const std::tuple<const char*, const char*, bool, bool, int, int> cases[] = {
       {"Rotbuche", "Eintrag = *", false, false, 0, 8},
       {"", "Eintrag=*", false, false, 0, 0},
       {"Rotbuche", "Eintrag = rot*", false, false, 0, 3},
@@ -183,12 +180,9 @@ TEST(FindIn, KindsOfMatch) {
       {"ÄSCHE", "Eintrag = ä*", false, false, 0, 1},
       {"a = b", "Eintrag = a = b", false, false, 0, 5},
   };
-  for (const auto& it : cases) {
-    const auto hit = Find_In(it.text, Criterion::Parse(it.line), {it.matchCase, it.words});
-    EXPECT_EQ(hit ? static_cast<int>(hit->at) : -1, it.at) << it.text << " / " << it.line;
-    if (hit) {
-      EXPECT_EQ(hit->length, it.length) << it.text << " / " << it.line;
-    }
+  for (const auto& [text, line, words, matchCase, at, length] : cases) {
+    const auto hit = Find_In(text, Criterion::Parse(line), {matchCase, words});
+    EXPECT_EQ(std::tuple(hit ? hit->at : -1, hit ? hit->length : 0), std::tuple(at, length)) << text << " / " << line;
   }
 }
 

@@ -50,13 +50,8 @@ class TableEditTest : public OpenTableTest {
 // Every cell takes what fits, and refuses all else with a message and without a change.
 TEST_F(TableEditTest, CellsTakeWhatFitsAndRefuseTheRest) {
   const qint64 key = Add_Row(Text("Amsel"));
-  struct Case {
-    int column;
-    QString text;
-    const char* message;  // empty: taken
-    QString stored;
-  };
-  const Case cases[] = {
+  // The message, none where it is taken, and what is stored then.
+  const std::tuple<int, QString, const char*, QString> cases[] = {
       {column::Eintrag, "Ährenfeld", "", "Ährenfeld"},
       {column::Eintrag, "zwei\r\nZeilen", "", "zwei\r\nZeilen"},
       {column::Eintrag, QString(79, 'x'), "", QString(79, 'x')},
@@ -79,22 +74,21 @@ TEST_F(TableEditTest, CellsTakeWhatFitsAndRefuseTheRest) {
       {column::ID, "!Text", "Kopfzeile", {}},
       {column::ID, "-Text>Flaeche0", "", "-Text>Flaeche0"},
   };
-  for (const Case& test : cases) {
+  for (const auto& [column, text, message, stored] : cases) {
     const QStringList before = Dump();
     Tbl.Tag = TableTag::Clean;
     MessageScript messages;
-    const bool refused = *test.message != '\0';
-    if (refused) messages.Expect(QString::fromUtf8(test.message));
-    EXPECT_EQ(Edit_Cell(key, test.column, test.text), refused ? CellEdit::Refused : CellEdit::Written)
-        << test.column << ' ' << test.text;
-    EXPECT_EQ(Table_Is_Changed(), !refused) << test.text;
+    const bool refused = *message != '\0';
+    if (refused) messages.Expect(QString::fromUtf8(message));
+    EXPECT_EQ(Edit_Cell(key, column, text), refused ? CellEdit::Refused : CellEdit::Written) << column << ' ' << text;
+    EXPECT_EQ(Table_Is_Changed(), !refused) << text;
     if (refused) {
-      EXPECT_EQ(Dump(), before) << test.text;
+      EXPECT_EQ(Dump(), before) << text;
       EXPECT_TRUE(messages.Seen().empty() || messages.Seen()[0].title == "Fehler in der Tabelle");
     } else {
       rsEntries->SetBookmark(QString::number(key));
-      EXPECT_EQ(Cell_Text(rsEntries->Raw(test.column)), test.stored);
-      EXPECT_EQ(Edit_Cell(key, test.column, test.stored), CellEdit::Unchanged);
+      EXPECT_EQ(Cell_Text(rsEntries->Raw(column)), stored);
+      EXPECT_EQ(Edit_Cell(key, column, stored), CellEdit::Unchanged);
     }
   }
   MessageScript messages("Kopfzeile");

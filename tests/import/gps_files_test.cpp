@@ -286,14 +286,6 @@ TEST_F(GpsFileTest, OtherFormatsGoThroughTheGuest) {
           1e-5)
           << each.ending << ' ' << i << ": not where it was";
   }
-  const GpsFile kml = Read_Gps_File(Put(u"Orte,1.kml"_s, R"(<?xml version="1.0" encoding="UTF-8"?>
-<kml xmlns="http://www.opengis.net/kml/2.2"><Document><Placemark><name>Büg</name><description>Ort</description>
-<Point><coordinates>11.0384935,49.7418692,314</coordinates></Point></Placemark>
-<Placemark><name>Weg</name><LineString><coordinates>11,49.7 11.1,49.8</coordinates></LineString></Placemark>
-</Document></kml>)"));
-  ASSERT_EQ(kml.waypoints.size(), 1U);
-  EXPECT_EQ(Shown(kml.waypoints[0], 5), u"Büg 11.03849 49.74187 Ort"_s);
-  EXPECT_EQ(Tracks(kml), QStringList{u"Weg: 2"_s});
   EXPECT_EQ(Error_Of([&] { Read_Gps_File(Put(u"k.fit"_s, "kein FIT, nur Text")); }), guestFailed);
   EXPECT_EQ(Error_Of([&] { Babel_Device(u"garmin"_s, Path(u"kein-anschluss"_s)); }), guestFailed);
 }

@@ -49,10 +49,10 @@ class GpsImportTest : public TableTest {
     const GpsPlan plan = Plan_Gps(file, content, PlacingWay::AsWritten, existing);
     return Import_Gps(Gps_Units(file, plan, look, chosen), content, look);
   }
-  static QString Marks(const GpsPlan& plan) {
-    QString text;
-    for (const GpsRecord& record : plan.records) text += Import_Symbol(record.mark.status);
-    return text;
+  static QList<int> Marks(const GpsPlan& plan) {
+    QList<int> codes;
+    for (const GpsRecord& record : plan.records) codes += Import_Symbol(record.mark.status).unicode();
+    return codes;
   }
   static std::vector<EntryRow> Rows() {
     std::vector<EntryRow> all = Rows_Of(*dbEntries);
@@ -60,12 +60,6 @@ class GpsImportTest : public TableTest {
     return all;
   }
 };
-
-QString Codes(std::initializer_list<int> codes) {
-  QString text;
-  for (const int code : codes) text += QChar(code);
-  return text;
-}
 
 }  // namespace
 
@@ -78,7 +72,7 @@ TEST_F(GpsImportTest, JudgesEveryWaypoint) {
             Waypoint(u"Otter"_s, 105, 200), Waypoint(u"Fisch"_s, 104, 204), Waypoint(u"Fisch"_s, 100, 205),
             Waypoint(u"hier"_s, 50, 50), Waypoint(u"hier"_s, 60, 50)});
   const GpsPlan plan = Plan_Gps(file, GpsContent::Waypoints, PlacingWay::AsWritten);
-  EXPECT_EQ(Marks(plan), Codes({252, 219, 220, 221, 222, 221, 239, 240, 76, 252, 252, 252, 76, 252}))
+  EXPECT_EQ(Marks(plan), QList<int>({252, 219, 220, 221, 222, 221, 239, 240, 76, 252, 252, 252, 76, 252}))
       << "four pixels away is the same position, five is not; what the file repeats comes once";
   EXPECT_EQ(std::tuple(plan.counts.sameName, plan.counts.samePosition, plan.counts.sameNameAndPosition),
             std::tuple(2, 2, 1));
@@ -87,7 +81,7 @@ TEST_F(GpsImportTest, JudgesEveryWaypoint) {
       u"14 Einträge wurden eingelesen, davon liegen außerhalb der Karte:\n1 zu weit links im Westen, 1 zu weit rechts "
       "im Osten, 2 zu weit oben im Norden, 1 zu weit unten im Süden\n2 liegen in einer anderen Zone, 2 sind in der "
       "Karte schon vorhanden, 5 Einträge geeignet für den Import in die Karte"_s);
-  EXPECT_EQ(Marks(Plan_Gps(file, GpsContent::Waypoints, PlacingWay::AsWritten, Existing::Taken))[8], QChar(252));
+  EXPECT_EQ(Marks(Plan_Gps(file, GpsContent::Waypoints, PlacingWay::AsWritten, Existing::Taken))[8], 252);
   // The same file once more, however its texts were written.
   for (const bool comment : {false, true}) {
     const GpsFile more = File({Waypoint(QString(90, u'n') + (comment ? u'1' : u'2'), 200, 50, 32, u"selten"_s),

@@ -10,8 +10,6 @@
 #include "support/looks.h"
 #include "support/table_fixture.h"
 
-namespace {
-
 using MapOpen = TableTest;
 
 TEST_F(MapOpen, OpensClosesAndOpensAgainWithItsEntries) {
@@ -248,5 +246,3 @@ TEST_F(MapOpen, StartOpensTheMapOfTheCommandLineOrWaits) {
   EXPECT_TRUE(Usable("mnuTableSave"));
   EXPECT_EQ(Toolbar1.Tag, ToolMode::Norm);
 }
-
-}  // namespace

@@ -46,21 +46,17 @@ TEST_F(NorthArrowTest, SecondOneReplacesTheFirstAndNothingElse) {
 
 TEST_F(NorthArrowTest, PointsAlongAMetricNet) {
   const CoordinateState former = Coord;
-  struct Case {
-    int grid;
-    double slope;
-    QPoint tip;
-  };
   // The tip is where Rechtswert stays the same: (dx, dy) with dy * slope + dx = 0.
-  for (const Case& c : {Case{gridUtm, 0.75, {136, 152}},
-                        {gridGaussKrueger, -0.75, {64, 152}},
-                        {gridUtm, 0.0001, {100, 140}},
-                        {gridGeographic, 0.75, {100, 140}},
-                        {gridNone, 0.75, {100, 140}}}) {
-    Coord.Grid = c.grid;
-    Coord.Inclin = c.slope;
+  const std::tuple<int, double, QPoint> cases[] = {{gridUtm, 0.75, {136, 152}},
+                                                   {gridGaussKrueger, -0.75, {64, 152}},
+                                                   {gridUtm, 0.0001, {100, 140}},
+                                                   {gridGeographic, 0.75, {100, 140}},
+                                                   {gridNone, 0.75, {100, 140}}};
+  for (const auto& [grid, slope, tip] : cases) {
+    Coord.Grid = grid;
+    Coord.Inclin = slope;
     Add_North_Arrow(QPoint(100, 200));
-    EXPECT_EQ(QPoint(Rows().back().Xline, Rows().back().Yline), c.tip) << c.grid << ' ' << c.slope;
+    EXPECT_EQ(QPoint(Rows().back().Xline, Rows().back().Yline), tip) << grid << ' ' << slope;
   }
   Coord = former;
 }

@@ -268,15 +268,14 @@ TEST_F(WorkbookTest, ReadsAndKeepsWhatAnOfficeProgramSaved) {
 }
 
 TEST_F(WorkbookTest, OnlyEmptySheetsGo) {
-  struct {
-    const char* content;  // of the sheet, with a relationship part if it begins with "!"
-    bool empty;
-  } const cases[] = {{"<sheetData/>", true},
-                     {"<sheetPr/><sheetViews/><sheetData><row r='1' ht='20'/></sheetData><pageMargins/>", true},
-                     {"<sheetData><row><c/></row></sheetData>", false},  // coloured by the user, say
-                     {"<sheetData/><drawing/>", false},
-                     {"!<sheetData/>", false},
-                     {"<sheetData/><conditionalFormatting/>", false}};
+  // Of the sheet, with a relationship part if it begins with "!".
+  const std::pair<const char*, bool> cases[] = {
+      {"<sheetData/>", true},
+      {"<sheetPr/><sheetViews/><sheetData><row r='1' ht='20'/></sheetData><pageMargins/>", true},
+      {"<sheetData><row><c/></row></sheetData>", false},  // coloured by the user, say
+      {"<sheetData/><drawing/>", false},
+      {"!<sheetData/>", false},
+      {"<sheetData/><conditionalFormatting/>", false}};
   for (const auto& [content, empty] : cases) {
     Write(Path(), Plain("Tab_x"));
     Package package(Read_Bytes(Path()));
