@@ -30,3 +30,12 @@ TEST_F(MapInputTest, RowsOfTheOpenTable) {
   EXPECT_EQ(texts, (QStringList{"=Ahorn", "ähre", "Bär", "x", "Zebra"}));
   EXPECT_EQ(std::tuple(sorted.columns, sorted.values[4]), std::tuple(QStringList{"Datum"}, QStringList{"14.5."}));
 }
+
+TEST_F(MapInputTest, AUnitCountsWithItsScale) {
+  MapUnit = " km";
+  MapUnitPerPixel = 3;
+  for (const bool scale : {false, true}) {
+    MapHasScale = scale;
+    EXPECT_EQ(Read_Map_Measure(), (MapMeasure{MapPixelMm, scale ? 3 : MapPixelMm, scale ? " km" : " mm", scale}));
+  }
+}

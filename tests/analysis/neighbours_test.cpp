@@ -4,12 +4,8 @@
 
 namespace {
 // The plain search: every pair, the nearest first, of equal ones the first.
-struct PlainSearch {
-  std::vector<int> entry;
-  std::vector<double> distance;
-};
-PlainSearch Search_Plainly(const std::vector<NeighbourEntry>& entries, int n) {
-  PlainSearch result;
+Neighbours Search_Plainly(const std::vector<NeighbourEntry>& entries, int n) {
+  Neighbours result;
   for (size_t a = 0; a < entries.size(); ++a) {
     std::vector<std::pair<double, int>> others;
     for (size_t b = 0; b < entries.size(); ++b) {
@@ -46,7 +42,7 @@ TEST(NeighbourSearch, EqualsThePlainSearchTiesIncluded) {
   for (const auto& entries : cases) {
     for (const int n : {1, 2, 5, 9, 99}) {
       if (static_cast<size_t>(n) >= entries.size()) continue;
-      const PlainSearch plain = Search_Plainly(entries, n);
+      const Neighbours plain = Search_Plainly(entries, n);
       const auto found = Find_Neighbours(entries, n);
       ASSERT_TRUE(found);
       ASSERT_EQ(found->entry, plain.entry) << entries.size() << " entries, N = " << n;

@@ -1,5 +1,6 @@
 #include "coordinates/conversions.h"
 
+#include "coordinates/geometry.h"
 #include "support/nets.h"
 
 namespace {
@@ -116,18 +117,26 @@ TEST(Conversions, NetsWithoutCurvesOrDegrees) {
 
 TEST(Conversions, TextsOfAPlace) {
   CoordinateState state = Bent_Net();
-  using Texts = std::pair<QString, QString>;
   const auto texts = [&state](double longitude, double latitude) {
     const auto [first, second] = Grad_Texts(state, longitude, latitude);
-    return Texts(first, second);
+    return first + u'|' + second;
   };
-  EXPECT_EQ(texts(11.5, -49.75), Texts(" Länge Ost: 011°30'00,00¨", " Breite Süd:  -49°45'00,00¨"));
+  EXPECT_EQ(texts(11.5, -49.75), " Länge Ost: 011°30'00,00¨| Breite Süd:  -49°45'00,00¨");
   EXPECT_EQ(Grad_Texts(state, 181, 49).first, "");
   state.NetDec = true;
-  EXPECT_EQ(texts(-11.5, 49.75), Texts(" Länge West:  -11,500000°", " Breite Nord: 49,750000°"));
+  EXPECT_EQ(texts(-11.5, 49.75), " Länge West:  -11,500000°| Breite Nord: 49,750000°");
   state.NetPKG = true;
   state.PkgR = 4400000;
-  EXPECT_EQ(texts(32.25, 7.125), Texts(" Rechtswert:  4432 250m", " Hochwert:  7 125m"));
+  EXPECT_EQ(texts(32.25, 7.125), " Rechtswert:  4432 250m| Hochwert:  7 125m");
+}
+
+TEST(Geometry, SegmentsAndSides) {
+  double x = -1, y = -1;
+  EXPECT_EQ(Line_Intersect(0, 0, 10, 0, 10, 0, 10, 8, x, y), -1);  // ends meet
+  EXPECT_EQ(QPointF(x, y), QPointF(10, 0));
+  EXPECT_EQ(Line_Intersect(0, 0, 4, 4, 0, 10, 10, 0, x, y), 0);
+  EXPECT_EQ(Area2Sign({0, 0}, {0, 10}, {-3, 5}), 1);
+  EXPECT_EQ(Area2Sign({0, 0}, {0, 1}, {0.4, 5}), 0);
 }
 
 }  // namespace

@@ -121,6 +121,7 @@ TEST_F(GeographicNet, SpacingsThatDifferByMoreThanTwoPercentAreBent) {
   EXPECT_EQ(Teilmodus(net.Make(), 'B', perDegree), 2);
   net.division = QStringLiteral("0");
   EXPECT_EQ(Teilmodus(net.Make(), 'B', perDegree), 0);
+  EXPECT_TRUE(std::isfinite(Calc_Circle(0, 0, 1, 1, 2, 2).r)) << "three points on one line";
   // Bent either way: the lines go through the measured ones, and those between stand on the bend.
   for (const int middle : {180, 220}) {
     net = {.rows = {100, middle, 300}, .tilt = 60, .division = QStringLiteral("0.05")};

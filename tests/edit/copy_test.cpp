@@ -46,9 +46,7 @@ TEST_F(Copies, CopiesStayInsideTheWindow) {
 TEST_F(Copies, ShapesGetTheirOwnNumberAndVertices) {
   ASSERT_TRUE(Add_Column({QStringLiteral("Komment"), FieldType::Text, 30}, {}));
   const QString line = Add_Polygon("Linie0", {{10, 10}, {60, 20}, {stopMark, 0}, {1, 1}});
-  EntryRow row = Row(line);
-  row.ID = QStringLiteral("Linie0 - P0110L2.5B1.0");
-  Update_Entry(row);
+  Set_Field(column::ID, QStringLiteral("Linie0 - P0110L2.5B1.0"));
   Set_Field(rsEntries->FieldIndex(QStringLiteral("Komment")), QStringLiteral("eigene Spalte"));
   EXPECT_EQ(Copied(line).ID, QString("Linie1 - P0110L2.5B1.0"));
   EXPECT_EQ(rsEntries->Text(QStringLiteral("Komment")), QString("eigene Spalte"));

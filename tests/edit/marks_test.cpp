@@ -45,8 +45,9 @@ TEST_F(Marks, TheOneMarkedLastIsTheOnlyAnchor) {
   EXPECT_EQ(Types(), QList<int>({0, 0, 200, 0}));
   rsEntries->MoveFirst();
   Map.CurBookmark = rsEntries->Bookmark();
-  Mark_Obj();
+  for (const auto change : {Mark_Obj, Hide_Current, Deactivate_Current}) change();
   EXPECT_EQ(Row(Header_Key()).Typ, -1);
+  EXPECT_TRUE(Row(Header_Key()).ID.startsWith('!'));
 }
 
 TEST_F(Marks, WhateverDeletesTheAnchorTheOneMarkedBeforeItFollows) {
@@ -103,6 +104,7 @@ TEST_F(Marks, WhatCannotBeSeenStaysAsItIs) {
   }
   for (const MsgAnswer answer : {MsgAnswer::No, MsgAnswer::Yes}) {
     MessageScript script("2 markierten", answer);
+    Go(keys[0]);
     Delete_Marked();
     EXPECT_EQ(script.Seen()[0].defaultButton, MsgDefault::Second);
     EXPECT_TRUE(script.Seen()[0].text.contains(stay));

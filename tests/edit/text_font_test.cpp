@@ -10,8 +10,7 @@ namespace {
 class TextFont : public HandTest {
  protected:
   static FontChoice Serif(double size = 20) {
-    FontChoice choice{{.family = QStringLiteral("Times New Roman"), .bold = true, .charset = 238, .angle = -45}, size};
-    return choice;
+    return {{.family = QStringLiteral("Times New Roman"), .bold = true, .charset = 238, .angle = -45}, size};
   }
 };
 

@@ -251,40 +251,35 @@ TEST_F(GpsFileTest, CodingsZipsAndWhatIsNone) {
 TEST_F(GpsFileTest, OtherFormatsGoThroughTheGuest) {
   ASSERT_TRUE(Has_Babel()) << "gpsbabel is not installed";
   const QString sample = samples + u"exkursion.gpx"_s;
-  struct Format {
-    QString written, ending;
-    size_t waypoints, trackPoints;
-    QString name, track;  // one of each, "" where the format has none
-  };
+  // How it is written and called, waypoints, points of tracks, the name of one of each, "" where the format has none.
+  using Format = std::tuple<QString, QString, size_t, size_t, QString, QString>;
   const QString place = u"Jägersburg"_s, way = u"Höhenweg Lange Meile"_s;
   const std::vector<GpsPoint> wanted = Long_Tracks(Read_Gps_File(sample));
-  for (const Format& each : {Format{u"kml,points=0"_s, u"kml"_s, 60, 600, place, {}},
-                             {u"gdb"_s, u"gdb"_s, 60, 600, place, way},
-                             {u"gtrnctr"_s, u"tcx"_s, 0, 600, {}, {}},
-                             {u"garmin_fit"_s, u"fit"_s, 0, 600, {}, {}},
-                             {u"nmea,gprmc=0"_s, u"nmea"_s, 34, 600, u"Egglsh"_s, {}},
-                             {u"unicsv"_s, u"unicsv"_s, 60, 0, place, {}},
-                             {u"geo"_s, u"loc"_s, 60, 0, {}, {}}}) {
-    const QString path = Path(u"Gang, 1."_s + each.ending);
+  for (const auto& [written, ending, waypoints, trackPoints, name, trackName] :
+       {Format{u"kml,points=0"_s, u"kml"_s, 60, 600, place, {}},
+        {u"gdb"_s, u"gdb"_s, 60, 600, place, way},
+        {u"gtrnctr"_s, u"tcx"_s, 0, 600, {}, {}},
+        {u"garmin_fit"_s, u"fit"_s, 0, 600, {}, {}},
+        {u"nmea,gprmc=0"_s, u"nmea"_s, 34, 600, u"Egglsh"_s, {}},
+        {u"unicsv"_s, u"unicsv"_s, 60, 0, place, {}},
+        {u"geo"_s, u"loc"_s, 60, 0, {}, {}}}) {
+    const QString path = Path(u"Gang, 1."_s + ending);
     QStringList what = {u"-w"_s, u"-t"_s};
-    if (each.trackPoints == 0) what.removeLast();
-    Run_Tool(u"gpsbabel"_s,
-             what + QStringList{u"-i"_s, u"gpx"_s, u"-f"_s, sample, u"-o"_s, each.written, u"-F"_s, path});
+    if (trackPoints == 0) what.removeLast();
+    Run_Tool(u"gpsbabel"_s, what + QStringList{u"-i"_s, u"gpx"_s, u"-f"_s, sample, u"-o"_s, written, u"-F"_s, path});
     const GpsFile file = Read_Gps_File(path);
     const std::vector<GpsPoint> points = Long_Tracks(file);
-    EXPECT_EQ(points.size(), each.trackPoints) << each.ending;
-    EXPECT_GE(file.waypoints.size(), each.waypoints) << each.ending;
-    const auto named = [](const auto& all, const QString& name) {
-      return name.isEmpty() || std::any_of(all.begin(), all.end(), [&](const auto& one) { return one.name == name; });
+    EXPECT_EQ(points.size(), trackPoints) << ending;
+    EXPECT_GE(file.waypoints.size(), waypoints) << ending;
+    const auto named = [](const auto& all, const QString& who) {
+      return who.isEmpty() || std::any_of(all.begin(), all.end(), [&](const auto& one) { return one.name == who; });
     };
-    EXPECT_TRUE(named(file.waypoints, each.name)) << each.ending << ' ' << file.waypoints.front().name;
-    EXPECT_TRUE(named(file.tracks, each.track)) << each.ending;
+    EXPECT_TRUE(named(file.waypoints, name)) << ending << ' ' << file.waypoints.front().name;
+    EXPECT_TRUE(named(file.tracks, trackName)) << ending;
     EXPECT_EQ(file.system, (GivenSystem{Kind::Geographic, u"WGS-84"_s}));
     for (size_t i = 0; i < points.size() && i < wanted.size(); ++i)
-      EXPECT_LT(
-          std::max(std::fabs(points[i].place.x - wanted[i].place.x), std::fabs(points[i].place.y - wanted[i].place.y)),
-          1e-5)
-          << each.ending << ' ' << i << ": not where it was";
+      EXPECT_LT(std::hypot(points[i].place.x - wanted[i].place.x, points[i].place.y - wanted[i].place.y), 1.42e-5)
+          << ending << ' ' << i << ": not where it was";
   }
   EXPECT_EQ(Error_Of([&] { Read_Gps_File(Put(u"k.fit"_s, "kein FIT, nur Text")); }), guestFailed);
   EXPECT_EQ(Error_Of([&] { Babel_Device(u"garmin"_s, Path(u"kein-anschluss"_s)); }), guestFailed);

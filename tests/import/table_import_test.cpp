@@ -230,6 +230,7 @@ TEST_F(TableImportTest, AsksOnceOffTheMapAndKeepsWhatReachesOntoIt) {
   ASSERT_EQ(result.refused.size(), 4U);
   EXPECT_EQ(result.refused[3].text, u"ohne Tabelle"_s);
   const QStringList report = Table_Import_Report(source, result);
+  EXPECT_TRUE(report.contains(u"4 Einträge wurden abgelehnt, 3 davon außerhalb der Karte."_s));
   EXPECT_TRUE(report.contains(u"Zeile 2: bei 5000: liegt außerhalb der Karte"_s)) << report.join(u'\n');
   EXPECT_EQ(Load_Vertices(u"Linie0i00001"_s), (std::vector<QPoint>{{50, 100}, {5000, 100}}));
   const TableImportResult cancelled =

@@ -41,6 +41,9 @@ TEST_F(MapCoordinates, ComeWithTheMapAndGoWithIt) {
   Expect_Menus(true, "ausblenden");
   Close_Map();
   EXPECT_EQ(Coord.Grid, gridNone);
+  File_Copy(Path("Karte.cal"), Path("Karte neu.cal"));
+  Open_Map(map);
+  EXPECT_TRUE(Usable("mnuChooseGrid"));
 }
 
 TEST_F(MapCoordinates, AHiddenNetStaysHidden) {

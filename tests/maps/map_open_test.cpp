@@ -18,8 +18,6 @@ TEST_F(MapOpen, OpensClosesAndOpensAgainWithItsEntries) {
   ASSERT_TRUE(frmMDI.MapOpen);
   EXPECT_TRUE(Map.Caption.endsWith("/GRÖßE MIT BLANK.BMP")) << Map.Caption;
   EXPECT_EQ(std::tuple(MapFile, QFileInfo(TableFile).fileName()), std::tuple(map, "GRÖßE MIT BLANK.MDB"));
-  EXPECT_EQ(MapWidthPx, 640);
-  EXPECT_NEAR(MapWidthMm, 640 * 25.4 / 96, 0.01);
   EXPECT_EQ(Tbl.Tag, TableTag::Clean);
   EXPECT_FALSE(File_Exists(Path("Größe mit Blank.map")));
   EXPECT_EQ(Menu("mnuMapFile", 1).Tag, map);

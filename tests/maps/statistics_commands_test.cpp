@@ -168,7 +168,6 @@ TEST_F(StatisticsCommands, ColoursComeFromThePictureAndThe501stEndsTheWork) {
   rsEntries->Delete();
   Calc({written}, {.from = SpeciesFrom::AllTexts});
   EXPECT_TRUE(Written("Zuordnung").contains("Igel|2|")) << "numbers in front of names count";
-  EXPECT_TRUE(Written("Zuordnung").contains("Ende der Auswertung"));
 }
 
 TEST_F(StatisticsCommands, NeighboursAreReducedWhereThereAreTooFew) {

@@ -43,6 +43,8 @@ TEST(ClipOutline, KeepsFewOfManyVertices) {
   Points kept;
   Clip_Outline(circle, QRectF(8900, -50, 200, 100), false, kept);
   EXPECT_TRUE(kept.size() > 10 && kept.size() < 30) << kept.size();
+  // A vertex on the edge counts as inside.
+  EXPECT_EQ(Clipped({{0, 0}, {-5, 50}, {-2, 200}}, {0, 0, 100, 100}).size(), 3U);
 }
 
 TEST(CutFar, AddsCornersOfTheLimit) {
