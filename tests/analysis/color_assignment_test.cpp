@@ -48,9 +48,6 @@ TEST(ColorAssignmentTest, ManyNamesButNotManyColours) {
   const auto result = Assign_To_Colors(rows, {}, colorAt);
   EXPECT_EQ(std::tuple(result->species.size(), result->colors.size()), std::tuple(5000U, 500U));
   EXPECT_EQ(result->species.front().name, "100000x");
-  rows.push_back(At(500, "Text", 0, "one more"));
-  const Error error = Raised([&] { Assign_To_Colors(rows, {}, colorAt); });
-  EXPECT_EQ(error.text, "Zu viele Durchgänge beim Sortieren der Karteneinträge.");
   EXPECT_TRUE(Assign_To_Colors({}, {}, colorAt)->species.empty());
   QImage picture(2, 2, QImage::Format_Indexed8);
   picture.setColorTable({red, blue});

@@ -31,14 +31,11 @@ TEST_F(MapInputTest, RowsOfTheOpenTable) {
   EXPECT_EQ(std::tuple(sorted.columns, sorted.values[4]), std::tuple(QStringList{"Datum"}, QStringList{"14.5."}));
 }
 
-TEST_F(MapInputTest, MeasureWithAndWithoutAScale) {
-  MapPixelMm = 0.25;
-  MapUnit.clear();
-  MapUnitPerPixel = 0;
-  EXPECT_EQ(Read_Map_Measure(), (MapMeasure{0.25, 0.25, " mm", false}));
+TEST_F(MapInputTest, AUnitCountsWithItsScale) {
   MapUnit = " km";
   MapUnitPerPixel = 3;
-  EXPECT_EQ(Read_Map_Measure(), (MapMeasure{0.25, 0.25, " mm", false}));
-  MapHasScale = true;
-  EXPECT_EQ(Read_Map_Measure(), (MapMeasure{0.25, 3, " km", true}));
+  for (const bool scale : {false, true}) {
+    MapHasScale = scale;
+    EXPECT_EQ(Read_Map_Measure(), (MapMeasure{MapPixelMm, scale ? 3 : MapPixelMm, scale ? " km" : " mm", scale}));
+  }
 }

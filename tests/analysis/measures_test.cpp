@@ -4,11 +4,8 @@
 #include "analysis_rows.h"
 
 TEST(Measures, Polygons) {
-  const struct {
-    const char* what;
-    std::vector<QPoint> points;
-    int area, perimeter;
-  } cases[] = {
+  const std::tuple<const char*, std::vector<QPoint>, int, int> cases[] = {
+      // area and perimeter
       {"square", {{5, 5}, {15, 5}, {15, 15}, {5, 15}}, 100, 40},
       {"the other way round", {{5, 15}, {15, 15}, {15, 5}, {5, 5}}, 100, 40},
       {"half goes to even, down", {{0, 0}, {1, 0}, {0, 1}}, 0, 3},  // 0.5; 3.41
@@ -20,15 +17,13 @@ TEST(Measures, Polygons) {
       {"one point", {{7, 7}}, 0, 0},
       {"none", {}, 0, 0},
   };
-  for (const auto& c : cases) {
-    const ShapeSize size = Polygon_Size(c.points, 0.5);
-    EXPECT_EQ(size.areaPx, c.area) << c.what;
-    EXPECT_EQ(size.perimeterPx, c.perimeter) << c.what;
-    EXPECT_DOUBLE_EQ(size.areaNat, 0.25 * c.area) << c.what;
-    EXPECT_DOUBLE_EQ(size.perimeterNat, 0.5 * c.perimeter) << c.what;
+  for (const auto& [what, points, area, perimeter] : cases) {
+    const ShapeSize size = Polygon_Size(points, 0.5);
+    EXPECT_EQ(std::tuple(size.areaPx, size.perimeterPx), std::tuple(area, perimeter)) << what;
+    EXPECT_EQ(std::tuple(size.areaNat, size.perimeterNat), std::tuple(0.25 * area, 0.5 * perimeter)) << what;
   }
   // Three times round the plane.
-  const std::vector<QPoint> wound(cases[6].points);
+  const std::vector<QPoint> wound(std::get<1>(cases[6]));
   std::vector<QPoint> thrice;
   for (int i = 0; i < 3; ++i) thrice.insert(thrice.end(), wound.begin(), wound.end());
   EXPECT_EQ(Error_Of([&] { Polygon_Size(thrice, 1); }), errors::overflow);

@@ -20,9 +20,7 @@ TEST(AreaTextTest, AreasAndFiguresWithTheirSpecies) {
         "\r\nFlächengröße:         10 000       40 000,00 m^2  =  4 Hektar\r\n",
         "\r\nFlächenumfang:           400          800,00 m   =   0,8 Kilometer\r\n",
         "\r\nPopulationsdichte:\t5,000 Einträge pro 100 000 m^2  ", "\r\nFläche pro Eintrag:\t20 000,000 m^2 ",
-        "\r\n\r\n\t\t\t  Abundanz\tDominanz\r\n\t\t\t      n   \t   %         ",
-        "\r\nArt:\tChort...lus montanus\t         3\t     75,00\r\nArt:\ta ", "\r\nBezeichner:      Figur2",
-        "\r\n\r\nDiese Ergebnisse können Sie wie einen Text \r\n", "\r\n\r\nZiffern am Anfang"})
+        "\r\nArt:\tChort...lus montanus\t         3\t     75,00\r\nArt:\ta ", "\r\nBezeichner:      Figur2"})
     EXPECT_TRUE(text.contains(QString::fromUtf8(part))) << part;
   EXPECT_FALSE(text.contains("kein Maßstab"));
   EXPECT_EQ(text.count("zugeordnete Einträge:      2"), 1);
@@ -75,20 +73,14 @@ TEST(OverviewTest, SizesAndKinds) {
   for (const int typ : {0, 1, 102, -3, -203, 5, -5, 7, 15, 17, 16, 11, -12, 20, 125}) map.Add("Text", typ);
   map.Add("Linie1", 4);
   map.Add("Flaeche1", -40);
-  const struct {
-    const char* word;
-    int visible, hidden, marked;
-  } kinds[] = {{"Texteinträge", 3, 2, 2}, {"Bildeinträge", 1, 1, 0}, {"Linien", 1, 0, 0},
-               {"Flächen", 0, 1, 0},      {"Figuren", 2, 0, 1},      {"Planquadrate", 1, 0, 0},
-               {"Maßstab", 1, 0, 0},      {"Nordpfeil", 1, 0, 0},    {"Insgesamt", 10, 4, 3}};
+  const std::tuple<const char*, int, int, int> kinds[] = {
+      {"Texteinträge", 3, 2, 2}, {"Bildeinträge", 1, 1, 0}, {"Linien", 1, 0, 0},
+      {"Flächen", 0, 1, 0},      {"Figuren", 2, 0, 1},      {"Planquadrate", 1, 0, 0},
+      {"Maßstab", 1, 0, 0},      {"Nordpfeil", 1, 0, 0},    {"Insgesamt", 10, 4, 3}};
   const auto counts = Count_Kinds(map.rows);
   ASSERT_EQ(counts.size(), std::size(kinds));
-  for (size_t i = 0; i < counts.size(); ++i) {
-    EXPECT_EQ(counts[i].word, kinds[i].word);
-    EXPECT_EQ(std::tuple(counts[i].visible, counts[i].hidden, counts[i].marked),
-              std::tuple(kinds[i].visible, kinds[i].hidden, kinds[i].marked))
-        << kinds[i].word;
-  }
+  for (size_t i = 0; i < counts.size(); ++i)
+    EXPECT_EQ(std::tuple(counts[i].word, counts[i].visible, counts[i].hidden, counts[i].marked), kinds[i]) << i;
   const QString text = Overview_Text(map, {4000, 300}, {1000, 75});
   EXPECT_TRUE(text.startsWith("Übersicht\r\nKarte.bmp\r\n----"));
   EXPECT_TRUE(text.contains("\r\nBreite scanned:   \t4 000,00\t1 000,00\t8 000,00\r\n"));

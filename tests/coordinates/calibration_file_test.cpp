@@ -27,9 +27,7 @@ TEST_F(CalibrationFile, ReadsAMetricNet) {
   EXPECT_FLOAT_EQ(state.Yline, 472.8572F);
   EXPECT_DOUBLE_EQ(state.MeterPerPix, 1000 / static_cast<double>(472.5472F));
   EXPECT_DOUBLE_EQ(state.PixPerMeter, static_cast<double>(472.5472F) / 1000);
-  EXPECT_EQ(state.NetFont, "Arial");
-  EXPECT_EQ(QPoint(state.GridVG, state.GridHG), QPoint(12, 15));
-  EXPECT_TRUE(state.NetTransp);
+  EXPECT_EQ(std::tuple(state.NetFont, state.GridVG, state.GridHG, state.NetTransp), std::tuple("Arial", 12, 15, true));
   EXPECT_EQ(std::tuple(state.RefPoints[2].BreiteText, state.RefPoints[3].LaengeText), std::tuple("5513000", "647000"));
   EXPECT_EQ(state.RefPoints[3].LabelY, 1486);
   EXPECT_FALSE(state.NetLLines.empty());
@@ -57,8 +55,7 @@ TEST_F(CalibrationFile, ReadsAGeographicNet) {
   EXPECT_EQ(std::tuple(state.NetB[1].Start, state.NetBPix[1][1], state.NetLPix[3][454]), std::tuple(-5, 212, 2626));
   EXPECT_DOUBLE_EQ(state.NetB[3].Deg64, 49.7333333);
   EXPECT_EQ(std::tuple(state.NetB[2].Label, state.NetL[1].Label), std::tuple("+ 49°45'B", "+011°01'L"));
-  EXPECT_TRUE(state.RefPoints[9].Used);
-  EXPECT_EQ(state.RefPoints[9].LabelX, 2638);
+  EXPECT_EQ(std::tuple(state.RefPoints[9].Used, state.RefPoints[9].LabelX), std::tuple(true, 2638));
   EXPECT_EQ(state.RefPoints[1].Caption, "P1\n\nLänge :+011°01'00,00¨\n\nBreite :+ 49°46'00,00¨");
   EXPECT_FALSE(state.NetBLines.empty());
 }
@@ -75,10 +72,7 @@ TEST_F(CalibrationFile, KeysCountWhereverTheyStandAndColoursOfASiblingAreRead) {
 }
 
 TEST_F(CalibrationFile, LinesAndTheirMeaning) {
-  const struct {
-    const char* line;
-    std::function<bool(const CoordinateState&)> holds;
-  } cases[] = {
+  const std::pair<const char*, std::function<bool(const CoordinateState&)>> cases[] = {
       {"VG = 16", [](const auto& s) { return s.GridVG == 0; }},
       {"HG = 16", [](const auto& s) { return s.GridHG == 7; }},
       {"Font = Courier New Sz = 0", [](const auto& s) { return s.NetFont == "Courier New" && s.NetFontSize == 8; }},
@@ -89,10 +83,10 @@ TEST_F(CalibrationFile, LinesAndTheirMeaning) {
        [](const auto& s) { return s.Grid == gridGaussKrueger && s.GridR == 4432000 && s.ZoneNumber == 4; }},
       {"Grid UTM Z: U33 D: WGS-84 R: 1 H: 2", [](const auto& s) { return s.ZoneNumber == 33 && s.GridH == 2; }},
   };
-  for (const auto& c : cases) {
+  for (const auto& [line, holds] : cases) {
     const MessageScript none;
-    EXPECT_EQ(Read_Text(Utm_Calibration({500, 600}, 400) << c.line), -1);
-    EXPECT_TRUE(c.holds(state)) << c.line;
+    EXPECT_EQ(Read_Text(Utm_Calibration({500, 600}, 400) << line), -1);
+    EXPECT_TRUE(holds(state)) << line;
   }
 }
 

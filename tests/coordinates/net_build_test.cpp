@@ -31,9 +31,8 @@ TEST_F(MetricNet, LinesRunFromEdgeToEdge) {
   const NetPt left{0, 52}, right{3001, 116};
   EXPECT_EQ(std::tuple(state.NetBLines[0][0], state.NetBLines[0][1]), std::tuple(left, right));
   EXPECT_EQ(state.NetBLines[4][0].Y, 1944);
-  EXPECT_EQ(state.NetLLabels[0].Text, "R 645 000");
-  EXPECT_EQ(state.NetBLabels[0].Text, "H5 515 000");
-  EXPECT_EQ(state.NetBLabels[4].Text, "H5 511 000");
+  EXPECT_EQ(std::tuple(state.NetLLabels[0].Text, state.NetBLabels[0].Text, state.NetBLabels[4].Text),
+            std::tuple("R 645 000", "H5 515 000", "H5 511 000"));
   EXPECT_NEAR(state.NetB[1].Step, 3720.2, 0.1);
   EXPECT_EQ(state.NetB[1].Count, 1);
 }

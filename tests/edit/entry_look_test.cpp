@@ -28,7 +28,6 @@ TEST_F(EntryLookTest, FrameColourKeepsTheRestOfTheWord) {
     EXPECT_TRUE(Change_Rahmen(color));
     EXPECT_EQ(Row(bookmark).RA, after) << before << " " << color;
   }
-  EXPECT_EQ(FrameWord::Parse(216).color, 0);
 }
 
 TEST_F(EntryLookTest, FrameIsSwitchedAndStyled) {

@@ -45,8 +45,9 @@ TEST_F(Marks, TheOneMarkedLastIsTheOnlyAnchor) {
   EXPECT_EQ(Types(), QList<int>({0, 0, 200, 0}));
   rsEntries->MoveFirst();
   Map.CurBookmark = rsEntries->Bookmark();
-  Mark_Obj();
+  for (const auto change : {Mark_Obj, Hide_Current, Deactivate_Current}) change();
   EXPECT_EQ(Row(Header_Key()).Typ, -1);
+  EXPECT_TRUE(Row(Header_Key()).ID.startsWith('!'));
 }
 
 TEST_F(Marks, WhateverDeletesTheAnchorTheOneMarkedBeforeItFollows) {
@@ -101,38 +102,27 @@ TEST_F(Marks, WhatCannotBeSeenStaysAsItIs) {
     EXPECT_NE(Row(keys[0]), shown) << name;
     EXPECT_TRUE(InfoBar.Panel[0].endsWith(stay)) << name << InfoBar.Panel[0].toStdString();
   }
-  MessageScript script(stay, MsgAnswer::Yes);
-  Delete_Marked();
-  EXPECT_FALSE(rsEntries->HasRow(keys[0]) || rsEntries->HasRow(keys[1]));
-  EXPECT_TRUE(rsEntries->HasRow(hidden) && rsEntries->HasRow(anchor));
+  for (const MsgAnswer answer : {MsgAnswer::No, MsgAnswer::Yes}) {
+    MessageScript script("2 markierten", answer);
+    Go(keys[0]);
+    Delete_Marked();
+    EXPECT_EQ(script.Seen()[0].defaultButton, MsgDefault::Second);
+    EXPECT_TRUE(script.Seen()[0].text.contains(stay));
+    EXPECT_EQ(rsEntries->HasRow(keys[0]), answer == MsgAnswer::No);
+  }
+  EXPECT_FALSE(rsEntries->HasRow(keys[1]));
+  EXPECT_TRUE(rsEntries->HasRow(hidden) && rsEntries->HasRow(anchor) && rsEntries->HasRow(Map.CurBookmark));
 }
 
-TEST_F(Marks, UnmarkingKeepsKindAndSignAndWritesOnlyMarkedRows) {
-  const QString hidden = Add(Make(-103, "Text", "versteckt", 5, 5)), arrow = Add(Make(-12, "Np", "Nordpfeil", 5, 50));
-  Go(arrow);
-  Mark_Obj();
-  EXPECT_EQ(Typ(arrow), -212);
+TEST_F(Marks, EachRowIsMarkedOnceAndOnlyMarkedOnesAreWritten) {
+  const QString hidden = Add(Make(-103, "Text", "versteckt", 5, 5));
   Mark_Rows({keys[1], keys[1], Header_Key(), QStringLiteral("99")});
   EXPECT_EQ(Types(), QList<int>({0, 200, 0, 0}));
   const qint64 before = dbEntries->ChangeCount();
   Unmark_All();
-  EXPECT_EQ(dbEntries->ChangeCount() - before, 3);
+  EXPECT_EQ(dbEntries->ChangeCount() - before, 2);
   EXPECT_EQ(Typ(hidden), -3);
-  EXPECT_EQ(Typ(arrow), -12);
   EXPECT_EQ(Types(), QList<int>({0, 0, 0, 0}));
-  EXPECT_EQ(Map.MarkCount, 0);
-}
-
-TEST_F(Marks, DeletingAsksAndTakesVertexTablesAlong) {
-  Mark_Rows({keys[0], Add_Polygon("Linie0", {{1, 1}, {50, 50}}), Add_Polygon("Flaeche0", {{1, 1}, {50, 50}, {1, 90}})});
-  for (const MsgAnswer answer : {MsgAnswer::No, MsgAnswer::Yes}) {
-    MessageScript script("3 markierten", answer);
-    Delete_Marked();
-    EXPECT_EQ(script.Seen()[0].defaultButton, MsgDefault::Second);
-    EXPECT_EQ(Entry_Count(), answer == MsgAnswer::No ? 6 : 3);
-  }
-  EXPECT_FALSE(dbEntries->HasTable("Linie0") || dbEntries->HasTable("Flaeche0"));
-  EXPECT_TRUE(rsEntries->HasRow(Map.CurBookmark));
 }
 
 TEST_F(Marks, GroupsAreNumberedAndDissolved) {
@@ -153,6 +143,7 @@ TEST_F(Marks, GroupsAreNumberedAndDissolved) {
   EXPECT_EQ(std::tuple(Row(keys[3]).ID, Row(keys[1]).ID), std::tuple("Text", "Text<1"));
   Add(Make(100, QString(79, 'x'), "lang", 1, 1));
   With_Box("81 Zeichen", Group_Marked);
+  With_Box("80 Zeichen", Deactivate_Marked);
   EXPECT_EQ(Row(keys[0]).ID, "Text");
 }
 
@@ -161,15 +152,10 @@ TEST_F(Marks, JustifyAlignsEdgesWithTheOneMarkedLast) {
   keys.append(Add(Make(20, "Figur1", "", 100, 200, 60, 40)));
   Mark_Rows({keys[1], keys[4], keys[5], keys[0]});
   Go(keys[0]);
-  EntryRow anchor = Row(keys[0]);
-  anchor.Xmap = 400;
-  anchor.Ymap = 300;
-  Update_Entry(anchor);
+  Set_Field(column::Xmap, qint64{400});
   Justify(JustifyMode::Left);
-  EXPECT_EQ(std::tuple(Row(keys[1]).Xmap, Row(keys[1]).Ymap), std::tuple(400, 30));
-  EXPECT_EQ(Row(keys[4]).Xmap, 400);
-  EXPECT_EQ(Row(keys[4]).Xline, 350) << "the foot point stays";
-  EXPECT_EQ(entry_box(Row(keys[5])), (EntryBox{400, 200, 60, 40}));
+  EXPECT_EQ(At(keys[1]), QPoint(400, 30));
+  EXPECT_EQ(std::pair(Row(keys[4]).Xmap, Row(keys[4]).Xline), std::pair(400, 350)) << "the foot point stays";
   EXPECT_EQ(Row(keys[2]).Xmap, 100) << "not marked";
   Justify(JustifyMode::Right);
   Justify(JustifyMode::Bottom);

@@ -80,17 +80,4 @@ TEST_F(Order, TheEndsAreToldAndNothingChanges) {
   EXPECT_FALSE(Menu("mnuReset").Enabled);
 }
 
-TEST_F(Order, TheEntryInHandStaysInHand) {
-  Go_To("b");
-  ASSERT_TRUE(Take_Entry(Map.CurBookmark));
-  Text_Typed("b bleibt");
-  for (const int step : {10, -10, 1}) {
-    Order_Entry(step);
-    ASSERT_TRUE(Entry_In_Hand());
-    EXPECT_EQ(Map.InHand, rsEntries->Bookmark());
-  }
-  ASSERT_TRUE(End_Entry());
-  EXPECT_EQ(Texts().join(' '), QString("a b bleibt c d e"));
-}
-
 }  // namespace

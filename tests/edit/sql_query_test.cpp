@@ -1,5 +1,6 @@
 #include "edit/sql_query.h"
 
+#include "edit/move.h"
 #include "edit/property_transfer.h"
 #include "edit/search_replace.h"
 #include "support/bulk_fixture.h"
@@ -164,11 +165,8 @@ TEST_F(QueryTest, ListOfStatements) {
 // Search and replace --------------------------------------------------------------------------------------------------
 
 TEST(FindIn, KindsOfMatch) {
-  struct {
-    const char *text, *line;
-    bool words, matchCase;
-    int at, length;  // -1: no hit
-  } cases[] = {
+  // Whole words, case; place and length of the hit, -1 where there is none.
+  const std::tuple<const char*, const char*, bool, bool, int, int> cases[] = {
       {"Rotbuche", "Eintrag = *", false, false, 0, 8},
       {"", "Eintrag=*", false, false, 0, 0},
       {"Rotbuche", "Eintrag = rot*", false, false, 0, 3},
@@ -182,12 +180,9 @@ TEST(FindIn, KindsOfMatch) {
       {"ÄSCHE", "Eintrag = ä*", false, false, 0, 1},
       {"a = b", "Eintrag = a = b", false, false, 0, 5},
   };
-  for (const auto& it : cases) {
-    const auto hit = Find_In(it.text, Criterion::Parse(it.line), {it.matchCase, it.words});
-    EXPECT_EQ(hit ? static_cast<int>(hit->at) : -1, it.at) << it.text << " / " << it.line;
-    if (hit) {
-      EXPECT_EQ(hit->length, it.length) << it.text << " / " << it.line;
-    }
+  for (const auto& [text, line, words, matchCase, at, length] : cases) {
+    const auto hit = Find_In(text, Criterion::Parse(line), {matchCase, words});
+    EXPECT_EQ(std::tuple(hit ? hit->at : -1, hit ? hit->length : 0), std::tuple(at, length)) << text << " / " << line;
   }
 }
 
@@ -260,6 +255,33 @@ TEST_F(QueryTest, ReplacesOneAndAllAndTakesThemBack) {
   const StopWorkAt third(3);
   EXPECT_EQ(all("Eintrag = *", {"VG = 3"}), 0);
   EXPECT_EQ(Whole_Table(), before) << "a stopped replacement changes nothing";
+}
+
+// A stop, nothing to do: the menu must not promise to take back what did not happen, nor forget the last.
+TEST_F(QueryTest, WhatWroteNothingLeavesTheOfferAsItWas) {
+  MessageScript script(MsgAnswer::Yes);
+  SearchState same;
+  same.search = same.replace = QStringList("Eintrag = Ahorn");
+  const std::pair<const char*, std::function<void()>> works[] = {
+      {"a stopped move",
+       [] {
+         const StopWorkAt second(2);
+         Move_Entries({5, 5});
+       }},
+      {"the same text", [&] { EXPECT_EQ(Replace_All(same), 0); }},
+      {"no row", [&] { Apply_Sql(sql, "Update MapData set VG = 3 where ID = 'fehlt'"); }}};
+  for (const auto& [name, work] : works) {
+    const QString before = Whole_Table().join(u'\n');
+    Undo_Point("Rückgängig: Vorher");
+    Add_Text("Neuer Ort", 5, 5);
+    const QStringList table = Whole_Table();
+    work();
+    EXPECT_EQ(Whole_Table(), table) << name;
+    EXPECT_EQ(Menu("mnuReset").Caption, "Rückgängig: Vorher") << name;
+    ASSERT_TRUE(Menu("mnuReset").Enabled) << name;
+    Undo_Last();
+    EXPECT_EQ(Whole_Table().join(u'\n'), before) << name;
+  }
 }
 
 TEST_F(QueryTest, RunningStatementsAreStoppedByAbbrechen) {

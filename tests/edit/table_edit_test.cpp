@@ -50,13 +50,8 @@ class TableEditTest : public OpenTableTest {
 // Every cell takes what fits, and refuses all else with a message and without a change.
 TEST_F(TableEditTest, CellsTakeWhatFitsAndRefuseTheRest) {
   const qint64 key = Add_Row(Text("Amsel"));
-  struct Case {
-    int column;
-    QString text;
-    const char* message;  // empty: taken
-    QString stored;
-  };
-  const Case cases[] = {
+  // The message, none where it is taken, and what is stored then.
+  const std::tuple<int, QString, const char*, QString> cases[] = {
       {column::Eintrag, "Ährenfeld", "", "Ährenfeld"},
       {column::Eintrag, "zwei\r\nZeilen", "", "zwei\r\nZeilen"},
       {column::Eintrag, QString(79, 'x'), "", QString(79, 'x')},
@@ -79,22 +74,21 @@ TEST_F(TableEditTest, CellsTakeWhatFitsAndRefuseTheRest) {
       {column::ID, "!Text", "Kopfzeile", {}},
       {column::ID, "-Text>Flaeche0", "", "-Text>Flaeche0"},
   };
-  for (const Case& test : cases) {
+  for (const auto& [column, text, message, stored] : cases) {
     const QStringList before = Dump();
     Tbl.Tag = TableTag::Clean;
     MessageScript messages;
-    const bool refused = *test.message != '\0';
-    if (refused) messages.Expect(QString::fromUtf8(test.message));
-    EXPECT_EQ(Edit_Cell(key, test.column, test.text), refused ? CellEdit::Refused : CellEdit::Written)
-        << test.column << ' ' << test.text;
-    EXPECT_EQ(Table_Is_Changed(), !refused) << test.text;
+    const bool refused = *message != '\0';
+    if (refused) messages.Expect(QString::fromUtf8(message));
+    EXPECT_EQ(Edit_Cell(key, column, text), refused ? CellEdit::Refused : CellEdit::Written) << column << ' ' << text;
+    EXPECT_EQ(Table_Is_Changed(), !refused) << text;
     if (refused) {
-      EXPECT_EQ(Dump(), before) << test.text;
+      EXPECT_EQ(Dump(), before) << text;
       EXPECT_TRUE(messages.Seen().empty() || messages.Seen()[0].title == "Fehler in der Tabelle");
     } else {
       rsEntries->SetBookmark(QString::number(key));
-      EXPECT_EQ(Cell_Text(rsEntries->Raw(test.column)), test.stored);
-      EXPECT_EQ(Edit_Cell(key, test.column, test.stored), CellEdit::Unchanged);
+      EXPECT_EQ(Cell_Text(rsEntries->Raw(column)), stored);
+      EXPECT_EQ(Edit_Cell(key, column, stored), CellEdit::Unchanged);
     }
   }
   MessageScript messages("Kopfzeile");
@@ -135,28 +129,20 @@ TEST_F(TableEditTest, TheFirstChangeWarnsOnceASessionAndLeavesTheCurrentRow) {
   EXPECT_EQ(redraws, 1);
 }
 
-// One row: a question about it alone, vertex table and all. The header never.
-TEST_F(TableEditTest, DeletingARowAsksAndTakesItsVerticesAlong) {
-  const qint64 area = Add_Area("Flaeche0"), other = Add_Area("Flaeche1"), header = Header();
-  MessageScript messages("Kopfzeile");
-  EXPECT_FALSE(Delete_Rows({header}));
-  messages.Expect("Wiese löschen ?", MsgAnswer::No);
-  EXPECT_FALSE(Delete_Rows({area}));
-  messages.Expect("Wiese löschen ?", MsgAnswer::Yes);
-  EXPECT_TRUE(Delete_Rows({header, area}));
-  EXPECT_FALSE(dbEntries->HasTable("Flaeche0"));
-  EXPECT_EQ(Entry_Count(), 1);
-  EXPECT_EQ(Map.CurBookmark, QString::number(other));
-  EXPECT_TRUE(rsEntries->PositionOf(header) == 0);
-}
-
-TEST_F(TableEditTest, SeveralRowsAreAskedOnceAndComeBackWithUndo) {
+TEST_F(TableEditTest, DeletedRowsAreAskedOnceTakeTheirVerticesAlongAndComeBackWithUndo) {
   std::vector<qint64> keys;
   for (int i = 0; i < 40; ++i)
     keys.push_back(i % 5 == 0 ? Add_Area(QStringLiteral("Linie%1").arg(i)) : Add_Row(Text("T")));
+  const qint64 header = Header();
   const QStringList before = Dump();
-  MessageScript messages("30 Einträge löschen ?", MsgAnswer::Yes);
-  ASSERT_TRUE(Delete_Rows({keys.begin() + 5, keys.begin() + 35}));
+  MessageScript messages{{"Kopfzeile"}, {"Wiese löschen ?", MsgAnswer::No}, {"30 Einträge löschen ?", MsgAnswer::Yes}};
+  EXPECT_FALSE(Delete_Rows({header}));
+  EXPECT_FALSE(Delete_Rows({keys[0]}));
+  EXPECT_EQ(Dump(), before);
+  std::vector<qint64> chosen{keys.begin() + 5, keys.begin() + 35};
+  chosen.push_back(header);
+  ASSERT_TRUE(Delete_Rows(chosen));
+  EXPECT_EQ(rsEntries->PositionOf(header), 0);
   EXPECT_EQ(Entry_Count(), 10);
   EXPECT_FALSE(dbEntries->HasTable("Linie10"));
   EXPECT_TRUE(dbEntries->HasTable("Linie0"));
@@ -190,17 +176,11 @@ TEST_F(TableEditTest, ADamagedRowIsShownAndRepairedOrLeft) {
   EXPECT_EQ(Row(key).Eintrag, "Amsel");
 }
 
-TEST_F(TableEditTest, ShowingTheTableGivesTheMapItsNormalStateForAWhile) {
+TEST_F(TableEditTest, TheMapFillsTheWindowWithoutTheTableUnlessTheUserChoseOtherwise) {
   frmMDI.MapOpen = true;
-  Map.Maximized = true;
-  Toggle_Table();
-  EXPECT_TRUE(frmMDI.TblVisible);
-  EXPECT_FALSE(Map.Maximized);
-  EXPECT_EQ(Text_Now("mnuDBGridOn"), "&Ausblenden");
-  Toggle_Table();
-  EXPECT_TRUE(Map.Maximized);
   EXPECT_EQ(Text_Now("mnuDBGridOn"), "&Einblenden");
   Toggle_Table();
+  EXPECT_EQ(Text_Now("mnuDBGridOn"), "&Ausblenden");
   Map.Maximized = true;  // by the user, over the table
   Map_Was_Maximized(true);
   EXPECT_FALSE(frmMDI.TblVisible);
@@ -208,11 +188,8 @@ TEST_F(TableEditTest, ShowingTheTableGivesTheMapItsNormalStateForAWhile) {
   Toggle_Table();
   Toggle_Table();
   EXPECT_FALSE(Map.Maximized);
-  MessageScript messages;
   Toggle_Table();
-  messages.Expect("Drücken Sie die Taste F4");
-  Table_Moved_Off();
-  EXPECT_FALSE(frmMDI.TblVisible);
+  With_Box("Drücken Sie die Taste F4", Table_Moved_Off);
   EXPECT_EQ(Text_Now("mnuDBGridOn"), "&Liste einblenden");
   frmMDI.MapOpen = false;
 }

@@ -233,11 +233,8 @@ TEST_F(GpsFileTest, CodingsZipsAndWhatIsNone) {
   // "<gpx><wpt lat='49' lon='11'><name>Ä</name></wpt></gpx>" by gzip, whatever the file is called.
   const QByteArray gzip = QByteArray::fromBase64(
       "H4sIAAAAAAACA7NJL6iwsykvKFHISSyxVTexVFfIyc+zVTc0VLezyUvMTbU73GKjD2bY6AOVAUmQDgDQXiBZNwAAAA==");
-  for (const auto& name : {u"g.gpx.gz"_s, u"g.gz"_s, u"g.gpx"_s}) {
-    const GpsFile file = Read_Gps_File(Put(name, gzip));
-    ASSERT_EQ(file.waypoints.size(), 1U) << name;
-    EXPECT_EQ(file.waypoints[0].name, u"Ä"_s);
-  }
+  for (const auto& name : {u"g.gpx.gz"_s, u"g.gz"_s, u"g.gpx"_s})
+    EXPECT_EQ(Read_Gps_File(Put(name, gzip)).waypoints.at(0).name, u"Ä"_s) << name;
   for (const QByteArray& bad : {gzip.chopped(9), gzip.left(30) + gzip.mid(31), gzip.left(11), gzip.left(3)})
     EXPECT_EQ(Error_Of([&] { Read_Gps_File(Put(u"k.gpx.gz"_s, bad)); }), 5000);
   for (const QByteArray& none : {QByteArray(), QByteArray(" \r\n"), QByteArray(3000, '\1'), QByteArray("PK\3\4halb"),
@@ -245,62 +242,45 @@ TEST_F(GpsFileTest, CodingsZipsAndWhatIsNone) {
     EXPECT_EQ(Error_Of([&] { Read_Gps_File(Put(u"n.gpx"_s, none)); }), 5000) << none.toHex().left(20).toStdString();
   EXPECT_EQ(Error_Of([&] { Read_Gps_File(folder.path()); }), 5000);
   EXPECT_EQ(Error_Of([&] { Read_Gps_File(Path(u"fehlt.gpx"_s)); }), errors::fileNotFound);
-  const GpsFile wide = Read_Gps_File(Put(
-      u"w.gpx"_s, QByteArray("\xFF\xFE", 2) + [] {
-        const QString text = u"<gpx><wpt lat='49' lon='11'><name>Ä</name></wpt></gpx>"_s;
-        return QByteArray(reinterpret_cast<const char*>(text.utf16()), text.size() * 2);
-      }()));
-  ASSERT_EQ(wide.waypoints.size(), 1U);
-  EXPECT_EQ(wide.waypoints[0].name, u"Ä"_s);
+  const QString wide = u"\uFEFF<gpx><wpt lat='49' lon='11'><name>Ä</name></wpt></gpx>"_s;
+  const QByteArray wideBytes(reinterpret_cast<const char*>(wide.utf16()), wide.size() * 2);
+  EXPECT_EQ(Read_Gps_File(Put(u"w.gpx"_s, wideBytes)).waypoints.at(0).name, u"Ä"_s);
 }
 
 // What the guest itself writes of the sample comes back: no point is lost on the way.
 TEST_F(GpsFileTest, OtherFormatsGoThroughTheGuest) {
   ASSERT_TRUE(Has_Babel()) << "gpsbabel is not installed";
   const QString sample = samples + u"exkursion.gpx"_s;
-  struct Format {
-    QString written, ending;
-    size_t waypoints, trackPoints;
-    QString name, track;  // one of each, "" where the format has none
-  };
+  // How it is written and called, waypoints, points of tracks, the name of one of each, "" where the format has none.
+  using Format = std::tuple<QString, QString, size_t, size_t, QString, QString>;
   const QString place = u"Jägersburg"_s, way = u"Höhenweg Lange Meile"_s;
   const std::vector<GpsPoint> wanted = Long_Tracks(Read_Gps_File(sample));
-  for (const Format& each : {Format{u"kml,points=0"_s, u"kml"_s, 60, 600, place, {}},
-                             {u"gdb"_s, u"gdb"_s, 60, 600, place, way},
-                             {u"gtrnctr"_s, u"tcx"_s, 0, 600, {}, {}},
-                             {u"garmin_fit"_s, u"fit"_s, 0, 600, {}, {}},
-                             {u"nmea,gprmc=0"_s, u"nmea"_s, 34, 600, u"Egglsh"_s, {}},
-                             {u"unicsv"_s, u"unicsv"_s, 60, 0, place, {}},
-                             {u"geo"_s, u"loc"_s, 60, 0, {}, {}}}) {
-    const QString path = Path(u"Gang, 1."_s + each.ending);
+  for (const auto& [written, ending, waypoints, trackPoints, name, trackName] :
+       {Format{u"kml,points=0"_s, u"kml"_s, 60, 600, place, {}},
+        {u"gdb"_s, u"gdb"_s, 60, 600, place, way},
+        {u"gtrnctr"_s, u"tcx"_s, 0, 600, {}, {}},
+        {u"garmin_fit"_s, u"fit"_s, 0, 600, {}, {}},
+        {u"nmea,gprmc=0"_s, u"nmea"_s, 34, 600, u"Egglsh"_s, {}},
+        {u"unicsv"_s, u"unicsv"_s, 60, 0, place, {}},
+        {u"geo"_s, u"loc"_s, 60, 0, {}, {}}}) {
+    const QString path = Path(u"Gang, 1."_s + ending);
     QStringList what = {u"-w"_s, u"-t"_s};
-    if (each.trackPoints == 0) what.removeLast();
-    Run_Tool(u"gpsbabel"_s,
-             what + QStringList{u"-i"_s, u"gpx"_s, u"-f"_s, sample, u"-o"_s, each.written, u"-F"_s, path});
+    if (trackPoints == 0) what.removeLast();
+    Run_Tool(u"gpsbabel"_s, what + QStringList{u"-i"_s, u"gpx"_s, u"-f"_s, sample, u"-o"_s, written, u"-F"_s, path});
     const GpsFile file = Read_Gps_File(path);
     const std::vector<GpsPoint> points = Long_Tracks(file);
-    EXPECT_EQ(points.size(), each.trackPoints) << each.ending;
-    EXPECT_GE(file.waypoints.size(), each.waypoints) << each.ending;
-    const auto named = [](const auto& all, const QString& name) {
-      return name.isEmpty() || std::any_of(all.begin(), all.end(), [&](const auto& one) { return one.name == name; });
+    EXPECT_EQ(points.size(), trackPoints) << ending;
+    EXPECT_GE(file.waypoints.size(), waypoints) << ending;
+    const auto named = [](const auto& all, const QString& who) {
+      return who.isEmpty() || std::any_of(all.begin(), all.end(), [&](const auto& one) { return one.name == who; });
     };
-    EXPECT_TRUE(named(file.waypoints, each.name)) << each.ending << ' ' << file.waypoints.front().name;
-    EXPECT_TRUE(named(file.tracks, each.track)) << each.ending;
+    EXPECT_TRUE(named(file.waypoints, name)) << ending << ' ' << file.waypoints.front().name;
+    EXPECT_TRUE(named(file.tracks, trackName)) << ending;
     EXPECT_EQ(file.system, (GivenSystem{Kind::Geographic, u"WGS-84"_s}));
     for (size_t i = 0; i < points.size() && i < wanted.size(); ++i)
-      EXPECT_LT(
-          std::max(std::fabs(points[i].place.x - wanted[i].place.x), std::fabs(points[i].place.y - wanted[i].place.y)),
-          1e-5)
-          << each.ending << ' ' << i << ": not where it was";
+      EXPECT_LT(std::hypot(points[i].place.x - wanted[i].place.x, points[i].place.y - wanted[i].place.y), 1.42e-5)
+          << ending << ' ' << i << ": not where it was";
   }
-  const GpsFile kml = Read_Gps_File(Put(u"Orte,1.kml"_s, R"(<?xml version="1.0" encoding="UTF-8"?>
-<kml xmlns="http://www.opengis.net/kml/2.2"><Document><Placemark><name>Büg</name><description>Ort</description>
-<Point><coordinates>11.0384935,49.7418692,314</coordinates></Point></Placemark>
-<Placemark><name>Weg</name><LineString><coordinates>11,49.7 11.1,49.8</coordinates></LineString></Placemark>
-</Document></kml>)"));
-  ASSERT_EQ(kml.waypoints.size(), 1U);
-  EXPECT_EQ(Shown(kml.waypoints[0], 5), u"Büg 11.03849 49.74187 Ort"_s);
-  EXPECT_EQ(Tracks(kml), QStringList{u"Weg: 2"_s});
   EXPECT_EQ(Error_Of([&] { Read_Gps_File(Put(u"k.fit"_s, "kein FIT, nur Text")); }), guestFailed);
   EXPECT_EQ(Error_Of([&] { Babel_Device(u"garmin"_s, Path(u"kein-anschluss"_s)); }), guestFailed);
 }

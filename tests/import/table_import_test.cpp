@@ -17,12 +17,7 @@ class TableImportTest : public TableTest {
   static void Put_Vertices(Database& database, const QString& name, const std::vector<QPoint>& points) {
     database.CreateTable(Vertex_Def(name));
     const auto rows = database.OpenRecordset(name);
-    for (const QPoint point : points) {
-      rows->AddNew();
-      rows->Set(0, qint64{point.x()});
-      rows->Set(1, qint64{point.y()});
-      rows->Update();
-    }
+    for (const QPoint point : points) Append(*rows, {qint64{point.x()}, qint64{point.y()}});
   }
   std::unique_ptr<Database> New_Source(const QString& map = u"Andere.bmp"_s) const {
     return Make_Table_File(Path(u"Quelle.MDB"_s), map);
@@ -96,10 +91,7 @@ TEST_F(TableImportTest, BringsRowsWithTheirTablesUnderNewNames) {
 }
 
 TEST_F(TableImportTest, FiltersByTheLinesThatAreSet) {
-  {
-    const auto database = Workspace::OpenDatabase(Usual_Source());
-    database->AddColumn(u"MapData"_s, {u"Finder neu"_s, FieldType::Text, 20});
-  }
+  Workspace::OpenDatabase(Usual_Source())->AddColumn(u"MapData"_s, {u"Finder neu"_s, FieldType::Text, 20});
   TableSource source(Path(u"Quelle.MDB"_s));
   using Lines = QStringList;
   const std::tuple<Lines, FilterMode, Lines> cases[] = {
@@ -130,10 +122,8 @@ TEST_F(TableImportTest, CarriesUserColumnsAndWritesOverWhatIsToChange) {
       database->AddColumn(u"MapData"_s, {QLatin1String(name), FieldType::Text, 30});
     const auto rows = database->OpenRecordset(u"SELECT * FROM MapData"_s);
     rows->MoveTo(1);
-    rows->Edit();
-    rows->Set(u"finder", u"Hannelore"_s);
-    rows->Set(u"Anzahl", u"viele"_s);
-    rows->Update();
+    Set_Field(*rows, u"finder", u"Hannelore"_s);
+    Set_Field(*rows, u"Anzahl", u"viele"_s);
   }
   TableSource source(file);
   TableImportOrder order;
@@ -144,9 +134,8 @@ TEST_F(TableImportTest, CarriesUserColumnsAndWritesOverWhatIsToChange) {
   rsEntries->MoveTo(1);
   EXPECT_EQ(rsEntries->Text(u"Finder"), u"Hann"_s);
   EXPECT_EQ(rsEntries->Integer(u"Anzahl"), 0) << "no number";
-  for (const EntryRow& row : {Rows_Of(*dbEntries)[1], Rows_Of(*dbEntries)[2]}) {
+  for (const EntryRow& row : {Rows_Of(*dbEntries)[1], Rows_Of(*dbEntries)[2]})
     EXPECT_EQ(std::tuple(row.VG, row.Groesse, row.Schrift), std::tuple(12, 8.5, u"Arial"_s));
-  }
   order.change = {{u"VG"_s, u"rot"_s}};
   EXPECT_EQ(Error_Of([&] { Import(source, order); }), errors::typeMismatch);
   EXPECT_EQ(Rows().size(), 2);
@@ -222,7 +211,6 @@ TEST_F(TableImportTest, FindsTheNetOfTheSource) {
 
 TEST_F(TableImportTest, AsksOnceOffTheMapAndKeepsWhatReachesOntoIt) {
   Coord = Utm_Net({400, 300}, {50, 100}, 500);
-  MapWidthPx = 400, MapHeightPx = 300;
   {
     const auto database = New_Source();
     for (const int x : {100, 5000, 6000}) Append_Row(*database, Text(u"bei %1"_s.arg(x), x, 100));
@@ -231,23 +219,19 @@ TEST_F(TableImportTest, AsksOnceOffTheMapAndKeepsWhatReachesOntoIt) {
     Append_Row(*database, Entry(u"Linie1"_s, 4, u"draußen"_s));
     Put_Vertices(*database, u"Linie1"_s, {{4000, 100}, {5000, 100}});
     Append_Row(*database, Entry(u"Linie2"_s, 4, u"ohne Tabelle"_s));
-    EntryRow header = HeaderRow{}.ToEntry();
-    Append_Row(*database, header);
+    Append_Row(*database, HeaderRow{}.ToEntry());
   }
   TableSource source(Path(u"Quelle.MDB"_s));
   TableImportOrder order;
   order.placing = TablePlacing(PlaceWay::Coordinates, Coord, Coord);
-  {
-    MessageScript script;
-    script.Expect(u"bei 5000\nliegt außerhalb"_s, MsgAnswer::No);
-    const TableImportResult result = Import(source, order);
-    EXPECT_EQ(std::tuple(result.imported, result.outside), std::tuple(2, 3));
-    ASSERT_EQ(result.refused.size(), 4U);
-    EXPECT_EQ(result.refused[3].text, u"ohne Tabelle"_s);
-    const QString report = Table_Import_Report(source, result).join(u'\n');
-    EXPECT_TRUE(report.contains(u"4 Einträge wurden abgelehnt, 3 davon außerhalb der Karte."_s)) << report;
-    EXPECT_TRUE(report.contains(u"Zeile 2: bei 5000: liegt außerhalb der Karte"_s)) << report;
-  }
+  const TableImportResult result =
+      With_Box(u"bei 5000\nliegt außerhalb"_s, MsgAnswer::No, [&] { return Import(source, order); });
+  EXPECT_EQ(std::tuple(result.imported, result.outside), std::tuple(2, 3));
+  ASSERT_EQ(result.refused.size(), 4U);
+  EXPECT_EQ(result.refused[3].text, u"ohne Tabelle"_s);
+  const QStringList report = Table_Import_Report(source, result);
+  EXPECT_TRUE(report.contains(u"4 Einträge wurden abgelehnt, 3 davon außerhalb der Karte."_s));
+  EXPECT_TRUE(report.contains(u"Zeile 2: bei 5000: liegt außerhalb der Karte"_s)) << report.join(u'\n');
   EXPECT_EQ(Load_Vertices(u"Linie0i00001"_s), (std::vector<QPoint>{{50, 100}, {5000, 100}}));
   const TableImportResult cancelled =
       With_Box(u"keine weiteren Einträge"_s, MsgAnswer::Cancel, [&] { return Import(source, order); });
@@ -269,8 +253,7 @@ TEST_F(TableImportTest, AsksHowPlacesComeOntoTheMap) {
   lines[0] = u"Grid GK Zone: 4 D: Potsdam R: 4431643 H: 5513031"_s;
   Write_Lines(Path(u"Andere.cal"_s), lines);
   {
-    MessageScript script;
-    script.Expect(u"Stelle im Gelände (Potsdam -> WGS-84, "_s, MsgAnswer::Other);
+    const MessageScript script(u"Stelle im Gelände (Potsdam -> WGS-84, "_s, MsgAnswer::Other);
     Coord.GridR = 647673, Coord.GridH = 5512852, Coord.Xmap = 200, Coord.Ymap = 150;
     const auto placing = Ask_Placing(source);
     ASSERT_TRUE(placing);
@@ -337,11 +320,12 @@ TEST_F(TableImportTest, OtherColumnTypesAreReadAsFarAsTheyGo) {
     const auto rows = database->OpenRecordset(u"MapData"_s);
     const auto add = [&rows](const QString& id, const QString& text, const QString& x) {
       rows->AddNew();
-      rows->Set(u"ID", id);
-      rows->Set(u"Eintrag", text);
-      rows->Set(u"Xmap", x);
-      rows->Set(u"Größe", u"8.5"_s);
-      rows->Set(u"Typ", id.startsWith(u'F') ? u"4"_s : u"0"_s);
+      const std::pair<const char16_t*, QString> values[] = {{u"ID", id},
+                                                            {u"Eintrag", text},
+                                                            {u"Xmap", x},
+                                                            {u"Größe", u"8.5"_s},
+                                                            {u"Typ", id.startsWith(u'F') ? u"4"_s : u"0"_s}};
+      for (const auto& [name, value] : values) rows->Set(name, value);
       rows->Update();
     };
     add(u"Text"_s, QString(200, u'ä'), u"120"_s);
@@ -363,8 +347,6 @@ TEST_F(TableImportTest, OtherColumnTypesAreReadAsFarAsTheyGo) {
 TEST_F(TableImportTest, AStopInTheMiddleKeepsWhatCame) {
   TableSource source(Usual_Source());
   const StopWorkAt stop(7);
-  const TableImportResult result = Import(source);
-  EXPECT_TRUE(result.stopped);
-  EXPECT_EQ(result.imported, 2);
+  EXPECT_TRUE(Import(source).stopped);
   EXPECT_EQ(Texts(), QStringList({u"O'Hara"_s, u"Biber"_s}));
 }

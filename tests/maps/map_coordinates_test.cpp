@@ -5,7 +5,6 @@
 #include "maps/map_open.h"
 #include "support/looks.h"
 #include "support/nets.h"
-#include "support/recorded_shell.h"
 #include "support/table_fixture.h"
 
 namespace {
@@ -16,9 +15,7 @@ class MapCoordinates : public TableTest {
     TableTest::SetUp();
     map = Make_Map();
   }
-  void Calibrate(const QString& name, int right = 646000) {
-    Write_Lines(Path(name), Utm_Calibration({100, 150}, 80, 0.01, right));
-  }
+  void Calibrate() { Write_Lines(Path("Karte.cal"), Utm_Calibration({100, 150}, 80)); }
   static void Expect_Menus(bool on, const char* shown = nullptr) {
     for (const char* key : {"mnuGridDel", "mnuGridonoff", "mnuGridXYInput"}) EXPECT_EQ(Usable(key), on) << key;
     EXPECT_EQ(Text_Now("mnuGridmake"), on ? "bearbeiten" : "erstellen");
@@ -32,7 +29,7 @@ TEST_F(MapCoordinates, ComeWithTheMapAndGoWithIt) {
   Open_Map(map);
   EXPECT_EQ(Coord.Grid, gridNone);
   Expect_Menus(false);
-  Calibrate("Karte.cal");
+  Calibrate();
   frmMDI.mouseUnit = MouseUnit::Metric;
   int redraws = 0;
   events.RedrawWanted.Connect([&redraws] { ++redraws; });
@@ -44,10 +41,13 @@ TEST_F(MapCoordinates, ComeWithTheMapAndGoWithIt) {
   Expect_Menus(true, "ausblenden");
   Close_Map();
   EXPECT_EQ(Coord.Grid, gridNone);
+  File_Copy(Path("Karte.cal"), Path("Karte neu.cal"));
+  Open_Map(map);
+  EXPECT_TRUE(Usable("mnuChooseGrid"));
 }
 
 TEST_F(MapCoordinates, AHiddenNetStaysHidden) {
-  Calibrate("Karte.cal");
+  Calibrate();
   Open_Map(map);
   ASSERT_TRUE(GridVisible);
   Toggle_Grid();
@@ -61,22 +61,6 @@ TEST_F(MapCoordinates, AHiddenNetStaysHidden) {
   Expect_Menus(true, "ausblenden");
 }
 
-TEST_F(MapCoordinates, AmongSeveralFilesTheUserChooses) {
-  Calibrate("Karte.cal");
-  Calibrate("Karte neu.cal", 700000);
-  int asked = 0;
-  dialogHooks.ChooseCalibration = [&asked] { ++asked; };
-  Open_Map(map);
-  EXPECT_EQ(asked, 1);
-  EXPECT_EQ(Coord.Grid, gridNone);
-  EXPECT_TRUE(Usable("mnuChooseGrid"));
-  ASSERT_EQ(CalFileChoice.size(), 2);
-  EXPECT_TRUE(Take_Cal_File(CalFileChoice[0]));
-  EXPECT_EQ(Coord.GridR, 700000);
-  Choose_Cal_File();
-  EXPECT_EQ(asked, 2);
-}
-
 TEST_F(MapCoordinates, AFileThatIsGivenUpLeavesNoNet) {
   Replace_File(Path("Karte.cal"), "Grid UTM Zone: 32U D: WGS-84 R: 1 H: 2\r\n");
   MessageScript script("Metrisches Koordinatennetz fehlerhaft", MsgAnswer::Cancel);
@@ -88,7 +72,7 @@ TEST_F(MapCoordinates, AFileThatIsGivenUpLeavesNoNet) {
 }
 
 TEST_F(MapCoordinates, DeletingTakesTheRowOfTheNetAndItsMargins) {
-  Calibrate("Karte.cal");
+  Calibrate();
   Open_Map(map);
   Append_Row(*dbEntries, Entry("Text", 15, "Netz"));
   Append_Row(*dbEntries, Text("Fund"));
@@ -104,25 +88,6 @@ TEST_F(MapCoordinates, DeletingTakesTheRowOfTheNetAndItsMargins) {
   EXPECT_EQ(rsEntries->Text(column::Eintrag), "Fund");
   EXPECT_EQ(Coord.Grid, gridNone);
   Expect_Menus(false);
-}
-
-TEST_F(MapCoordinates, TheToolGetsTheMapAndTheMapComesBack) {
-  Open_Map(map);
-  With_Box("Bitte kopieren Sie das Hilfsprogramm Kalibrix.exe in das Anwendungsverzeichnis\n" + ProgramFolder,
-           [] { Make_Grid(); });
-  EXPECT_TRUE(frmMDI.MapOpen);
-  const QString tool = ProgramFolder + "/kalibrix.exe";
-  Replace_File(tool, "#!");
-  QFile(tool).setPermissions(QFile::ReadOwner | QFile::ExeOwner);
-  const RecordedShell shell;
-  Make_Grid();
-  EXPECT_EQ(shell.given, QStringList(map));
-  EXPECT_FALSE(frmMDI.MapOpen);
-  Calibrate("Karte.cal");
-  MessageScript script(map + "\nSoll die Karte erneut geladen werden ?", MsgAnswer::Yes);
-  shell.ended();
-  EXPECT_TRUE(frmMDI.MapOpen);
-  EXPECT_EQ(Coord.Grid, gridUtm);
 }
 
 }  // namespace

@@ -83,7 +83,7 @@ TEST_F(PaintProgramTest, TheMapIsLoadedAgainOnceForEveryChange) {
   EXPECT_TRUE(frmMDI.MapOpen);
 }
 
-TEST_F(PaintProgramTest, AnEmptyFileInTheMiddleOfSavingIsWaitedFor) {
+TEST_F(PaintProgramTest, AnEmptyFileIsWaitedForAndAnotherMapIsNotMeant) {
   Open();
   ASSERT_EQ(Start_Paint_Program(program), PaintStart::Started);
   const QByteArray picture = Read_Bytes(MapFile);
@@ -96,16 +96,10 @@ TEST_F(PaintProgramTest, AnEmptyFileInTheMiddleOfSavingIsWaitedFor) {
   Repaint(20);
   EXPECT_TRUE(Reload_Changed_Map());
   EXPECT_EQ(loads, 1);
-}
-
-TEST_F(PaintProgramTest, AnotherMapIsNotReloadedForTheFormerOne) {
-  Open();
-  ASSERT_EQ(Start_Paint_Program(program), PaintStart::Started);
+  // Another map is not loaded for the former one.
   const QString former = MapFile;
   const MessageScript script;
   Open_Map(Make_Map("Zweite.bmp"));
-  loads = 0;
   Repaint(60, former);
   EXPECT_FALSE(Reload_Changed_Map());
-  EXPECT_EQ(loads, 0);
 }

@@ -85,10 +85,8 @@ TEST_F(Versions, TellWhatHasChangedAndGiveItBack) {
   Delete_Entry(true);
   Write_Vertices("Flaeche1", {{1, 1}, {2, 1}, {1, 2}});  // its number is another area's by now
   Add(BulkTest::Make(4, "Flaeche1", "Teich", 10, 10, 1, 1));
-  EntryRow row = Row(deer);
-  row.Eintrag = "Hirsch";
   Go(deer);
-  Update_Entry(row);
+  Set_Field(column::Eintrag, QStringLiteral("Hirsch"));
   const QStringList now = Whole_Table();
   const TableVersion version = Table_Versions().front();
   const VersionDifferences all = Differences_To(version);
@@ -139,9 +137,7 @@ TEST_F(Versions, CompareEntriesNotRows) {
   Go(otter);
   Order_Entry(-10);  // to the place before the first
   Go(badger);
-  rsEntries->Edit();
-  rsEntries->Set(QStringLiteral("Zahl"), QStringLiteral("7"));
-  rsEntries->Update();
+  Set_Field(QStringLiteral("Zahl"), QStringLiteral("7"));
 
   VersionComparison pieces;
   pieces.Begin(version);

@@ -1,7 +1,5 @@
 #include "objects/bezier.h"
 
-namespace {
-
 using Points = std::vector<QPointF>;
 
 TEST(Bezier, ClosedRunsThroughTheMiddlesOfTheSidesOpenFromEndToEnd) {
@@ -29,5 +27,3 @@ TEST(Bezier, FlatteningFollowsTheCurve) {
                           [](QPointF point) { return (point - QPointF(6.25, 6.25)).manhattanLength() < 2; }));
   for (size_t i = 1; i < flat.size(); ++i) EXPECT_LT((flat[i] - flat[i - 1]).manhattanLength(), 16);
 }
-
-}  // namespace

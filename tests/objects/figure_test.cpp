@@ -21,17 +21,13 @@ const QRect square(20, 20, 60, 60), lying(20, 40, 60, 20);
 TEST(Figure, FillCodesByTheirTable) {
   const QRgb ground = qRgb(200, 255, 180);
   const auto notXor = [](QRgb a, QRgb b) { return ~(a ^ b) | black; };
-  struct Case {
-    const char* schrift;
-    QRgb inside, onHatch;
-  };
-  const Case cases[] = {{"F 0", ground, ground},
-                        {"F 1", yellow, yellow},
-                        {"F 8", blue, blue},
-                        {"F-1", notXor(ground, yellow), notXor(ground, yellow)},
-                        {"F-8", notXor(ground, blue), notXor(ground, blue)},
-                        {"F 2", yellow, blue},
-                        {"F-2", notXor(ground, yellow), notXor(ground, blue)}};
+  const std::tuple<const char*, QRgb, QRgb> cases[] = {{"F 0", ground, ground},
+                                                       {"F 1", yellow, yellow},
+                                                       {"F 8", blue, blue},
+                                                       {"F-1", notXor(ground, yellow), notXor(ground, yellow)},
+                                                       {"F-8", notXor(ground, blue), notXor(ground, blue)},
+                                                       {"F 2", yellow, blue},
+                                                       {"F-2", notXor(ground, yellow), notXor(ground, blue)}};
   for (const auto& [schrift, inside, onHatch] : cases) {
     Drawing drawing(100, 100, ground);
     EXPECT_TRUE(Draw(drawing, Rectangle, schrift, square).drawn);

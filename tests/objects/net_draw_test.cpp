@@ -34,10 +34,9 @@ QImage Drawn(const CoordinateState& state, const ViewTransform& view, int width 
   return image;
 }
 
-constexpr QRgb lightRed = 0xffff0000;
-bool Is_Red(QRgb color) { return color == lightRed; }
+bool Is_Red(QRgb color) { return color == red; }
 void Expect_Lines(const QImage& image, const std::vector<QPoint>& on, const std::vector<QPoint>& beside) {
-  for (const QPoint at : on) Expect_Pixels(image, {{at.x(), at.y(), lightRed}});
+  for (const QPoint at : on) Expect_Pixels(image, {{at.x(), at.y(), red}});
   for (const QPoint at : beside) Expect_Pixels(image, {{at.x(), at.y(), white}});
 }
 int Red_In(const QImage& image, const QRect& area) { return Count_Pixels(image, area, Is_Red); }
@@ -59,7 +58,7 @@ TEST_F(NetDrawing, LinesAndLabelsByZoomAndScroll) {
   EXPECT_GT(Count_Pixels(large, {2, 54, 60, 12}, Is_Ink), 100);
   // Where lines come too close their labels are left out, not printed over each other.
   const QImage small = Drawn(state, {.Zoom = 10}, 30, 20);
-  EXPECT_EQ(small.pixel(5, 19) | black, lightRed);
+  EXPECT_EQ(small.pixel(5, 19) | black, red);
 }
 
 TEST_F(NetDrawing, WidthStyleAndGround) {

@@ -22,11 +22,6 @@ TEST(NorthArrowRow, ColoursAreToldApart) {
     const EntryRow row = Make_North_Arrow({100, 200}, curVG, curHG);
     EXPECT_EQ(std::tuple(row.VG, row.HG), std::tuple(VG, HG));
   }
-  const EntryRow row = Make_North_Arrow({100, 200}, 1, 2);
-  EXPECT_EQ(row.Typ, -12);
-  EXPECT_EQ(row.ID + row.Eintrag + row.Schrift, "NpNordpfeilArial");
-  EXPECT_EQ(row.Groesse, -8);
-  EXPECT_EQ(QPoint(row.Xline, row.Yline), QPoint(100, 140));
 }
 
 TEST_F(NorthArrowTest, SecondOneReplacesTheFirstAndNothingElse) {
@@ -39,37 +34,29 @@ TEST_F(NorthArrowTest, SecondOneReplacesTheFirstAndNothingElse) {
   Add_North_Arrow(QPoint(150, 190));
   EXPECT_EQ(redraws, 2);
   EXPECT_EQ(rsEntries->Bookmark(), current);
-  const std::vector<EntryRow> rows = Rows();
-  ASSERT_EQ(rows.size(), 4U);
-  EXPECT_EQ(rows[2].ID, "Maßstab");  // the scale bar stays
-  EXPECT_EQ(rows[3], Make_North_Arrow({150, 190}, 4, 14));
-  // A marked one is one as well.
+  ASSERT_EQ(Rows().size(), 4U);
+  EXPECT_EQ(Rows()[2].ID, "Maßstab");  // the scale bar stays
+  EXPECT_EQ(Rows()[3], Make_North_Arrow({150, 190}, 4, 14));
   rsEntries->MoveLast();
-  EntryRow marked = rows[3];
-  marked.Typ = -112;
-  Update_Entry(marked);
-  Add_North_Arrow(QPoint(10, 90));  // the current row is the one that goes
+  Set_Field(column::Typ, qint64{-112});  // a marked one is one as well
+  Add_North_Arrow(QPoint(10, 90));       // the current row is the one that goes
   EXPECT_EQ(Rows().size(), 4U);
   EXPECT_EQ(Rows()[3].Xmap, 10);
 }
 
 TEST_F(NorthArrowTest, PointsAlongAMetricNet) {
   const CoordinateState former = Coord;
-  struct Case {
-    int grid;
-    double slope;
-    QPoint tip;
-  };
   // The tip is where Rechtswert stays the same: (dx, dy) with dy * slope + dx = 0.
-  for (const Case& c : {Case{gridUtm, 0.75, {136, 152}},
-                        {gridGaussKrueger, -0.75, {64, 152}},
-                        {gridUtm, 0.0001, {100, 140}},
-                        {gridGeographic, 0.75, {100, 140}},
-                        {gridNone, 0.75, {100, 140}}}) {
-    Coord.Grid = c.grid;
-    Coord.Inclin = c.slope;
+  const std::tuple<int, double, QPoint> cases[] = {{gridUtm, 0.75, {136, 152}},
+                                                   {gridGaussKrueger, -0.75, {64, 152}},
+                                                   {gridUtm, 0.0001, {100, 140}},
+                                                   {gridGeographic, 0.75, {100, 140}},
+                                                   {gridNone, 0.75, {100, 140}}};
+  for (const auto& [grid, slope, tip] : cases) {
+    Coord.Grid = grid;
+    Coord.Inclin = slope;
     Add_North_Arrow(QPoint(100, 200));
-    EXPECT_EQ(QPoint(Rows().back().Xline, Rows().back().Yline), c.tip) << c.grid << ' ' << c.slope;
+    EXPECT_EQ(QPoint(Rows().back().Xline, Rows().back().Yline), tip) << grid << ' ' << slope;
   }
   Coord = former;
 }

@@ -1,15 +1,8 @@
 #include "objects/vertex_check.h"
 
-namespace {
-
 TEST(VertexCheck, FindsRepeatedCloseAndCrossingVertices) {
-  struct Case {
-    const char* what;
-    bool closed;
-    std::vector<QPoint> points;
-    std::vector<int> disturbing;
-  };
-  const Case cases[] = {
+  // Is it closed, its vertices, those that disturb.
+  const std::tuple<const char*, bool, std::vector<QPoint>, std::vector<int>> cases[] = {
       {"square", true, {{0, 0}, {100, 0}, {100, 100}, {0, 100}}, {}},
       {"repeated", false, {{0, 0}, {50, 0}, {50, 0}, {90, 9}}, {2}},
       {"two pixels are too close, three are not", false, {{0, 0}, {2, 0}, {5, 0}, {90, 9}}, {1}},
@@ -21,12 +14,10 @@ TEST(VertexCheck, FindsRepeatedCloseAndCrossingVertices) {
       {"one vertex", true, {{0, 0}}, {0}},
       {"none", false, {}, {}},
   };
-  for (const Case& c : cases) {
+  for (const auto& [what, closed, points, disturbing] : cases) {
     std::vector<int> found;
-    for (int i = -1; i <= static_cast<int>(c.points.size()); ++i)
-      if (Vertex_Disturbs(c.points, c.closed, i)) found.push_back(i);
-    EXPECT_EQ(found, c.disturbing) << c.what;
+    for (int i = -1; i <= static_cast<int>(points.size()); ++i)
+      if (Vertex_Disturbs(points, closed, i)) found.push_back(i);
+    EXPECT_EQ(found, disturbing) << what;
   }
 }
-
-}  // namespace
