@@ -37,38 +37,6 @@ class CrashTest : public ::testing::Test {
   std::unique_ptr<Recordset> rows;
 };
 
-TEST_F(CrashTest, KilledWhileAppending) {
-  Make(path);
-  int acknowledged = 0, before = 0;
-  quint32 seed = 20;
-  for (int round = 0; round < 20; ++round) {
-    Child writer([&](int out) {
-      Open();
-      for (int number = rows->RecordCount() + 1;; ++number) {
-        Append(*rows, number % 30000);
-        Child::Tell(out, number);
-        if (number % 7 == 0) database->Checkpoint();
-      }
-    });
-    // Every other one is let write at first; the rest may be hit while opening.
-    if (round % 2 == 1) acknowledged = writer.Next_Number(10000);
-    ASSERT_GE(acknowledged, 0);
-    seed = seed * 1664525u + 1013904223u;
-    usleep((seed >> 8) % 50000);
-    writer.Kill();
-    acknowledged = std::max(acknowledged, writer.Last_Number(acknowledged));
-    Open();
-    ASSERT_EQ(Integrity(*database), "ok");
-    ASSERT_GE(rows->RecordCount(), acknowledged);
-    ASSERT_LE(rows->RecordCount(), std::max(acknowledged, before) + 1);
-    before = rows->RecordCount();
-    for (int number = 1; !rows->Eof(); rows->MoveNext(), ++number) ASSERT_EQ(rows->Integer(1), number);
-    rows.reset();
-    database.reset();
-  }
-  EXPECT_GE(acknowledged, 10);
-}
-
 TEST_F(CrashTest, PowerCutKeepsEveryAcknowledgedRow) {
   FaultVfs disk(folder.path());
   Make(path);
@@ -350,30 +318,6 @@ TEST_F(CrashTest, CutFileWithALog) {
   EXPECT_EQ(RepairDatabase(copy).Rows_In("MapData"), 400);
   put(cut, torn);
   EXPECT_EQ(RepairDatabase(copy).Rows_In("MapData"), 3);
-}
-
-TEST_F(CrashTest, CompactingKeepsTablesRowsAndKeys) {
-  Make(path);
-  Open();
-  database->CreateTable({"Linie0", Numbers().fields});
-  database->BeginTrans();
-  for (int i = 0; i < 3000; ++i) Append(*rows, i);
-  for (rows->MoveFirst(); !rows->Eof();) {
-    rows->Integer(1) % 3 != 0 ? rows->Delete() : rows->MoveNext();
-  }
-  database->CommitTrans();
-  rows->MoveTo(500);
-  const QString bookmark = rows->Bookmark();
-  database->Close();
-  CompactDatabase(path, target);
-  EXPECT_LT(QFileInfo(target).size(), QFileInfo(path).size() / 2);
-  database = Workspace::OpenDatabase(target);
-  rows = database->OpenRecordset("MapData");
-  EXPECT_EQ(rows->RecordCount(), 1000);
-  rows->SetBookmark(bookmark);
-  EXPECT_EQ(rows->Integer(1), 1500);
-  EXPECT_EQ(database->TableDefs(), std::vector<TableDef>({Numbers(), {"Linie0", Numbers().fields}}));
-  EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList({"KARTE.MDB", "Kopie.ldb", "Kopie.MDB"}));
 }
 
 }  // namespace

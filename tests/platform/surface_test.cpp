@@ -2,7 +2,6 @@
 
 #include <QFontMetrics>
 #include <QPainter>
-#include <QPdfWriter>
 
 #include "platform/fonts.h"
 #include "support/pixels.h"
@@ -437,25 +436,6 @@ TEST(PageSurface, HatchesAreLinesWithinTheShape) {
     EXPECT_GT(share, crossed ? 0.2 : 0.1) << static_cast<int>(style);
     EXPECT_LT(share, crossed ? 0.36 : 0.2) << static_cast<int>(style);
   }
-}
-
-TEST(PageSurface, PdfHoldsLinesAndLettersInsteadOfPictures) {
-  const QTemporaryDir folder;
-  const QString path = folder.filePath("Blatt.pdf");
-  {
-    QPdfWriter page(path);
-    page.setResolution(600);
-    const auto s = Make_Page_Surface(page, 600 / 96.0);
-    s->pen = {black, red, DrawMode::NotXor, 1, PenStyle::Solid, FillStyle::Cross};
-    s->Box({10, 10, 300, 200});
-    s->PrintRotated({100, 100}, "Sumpfdotterblume", 30);
-  }
-  const QByteArray bytes = Read_Bytes(path);
-  EXPECT_TRUE(bytes.startsWith("%PDF"));
-  EXPECT_TRUE(bytes.contains("LiberationSans"));
-  EXPECT_FALSE(bytes.contains("/Subtype /Image"));
-  QPdfWriter nowhere(folder.filePath("fehlt/Blatt.pdf"));
-  EXPECT_THROW(Make_Page_Surface(nowhere, 1), Error);
 }
 
 }  // namespace

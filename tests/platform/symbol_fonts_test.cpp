@@ -1,9 +1,6 @@
 #include "platform/symbol_fonts.h"
 
-#include <QFontMetrics>
 #include <QRawFont>
-
-#include "support/pixels.h"
 
 namespace {
 
@@ -62,19 +59,6 @@ TEST(SymbolFonts, TablesAreFullWithoutDoublesAndHaveGlyphs) {
     EXPECT_GE(mapped, least);
     EXPECT_EQ(seen.size(), mapped - doubles);
   }
-}
-
-TEST(SymbolFonts, SignsAreDrawnAndMeasured) {
-  QImage image = Make_Canvas(60, 60);
-  const auto s = Make_Surface(image);
-  s->SetFont({"Wingdings", 24, false, false, false, 2});
-  EXPECT_NE(s->TextWidth("l"), s->TextWidth("("));
-  const int width = s->TextWidth("n");
-  s->Print({10, 10}, "n");
-  const auto dark = [](QRgb color) { return qGray(color) <= 128; };
-  EXPECT_GT(Count_Pixels(image, image.rect(), dark), 80);  // a black square
-  const QRect ink = Extent_Of(image, dark);
-  EXPECT_TRUE(ink.left() >= 10 && ink.right() < 10 + width);
 }
 
 }  // namespace
