@@ -222,31 +222,6 @@ TEST_F(DatabaseTest, RandomWorkAgreesWithAList) {
   for (auto row = model.begin(); row != model.end(); ++row, rows->MoveNext()) expect_here(*row);
 }
 
-// Rows are kept in blocks; those behind a deleted row move up by one wherever the blocks begin.
-TEST_F(DatabaseTest, KeptRowsBehindADeletedOneMoveUp) {
-  constexpr int count = 40;
-  for (int deleted = 0; deleted < count; ++deleted) {
-    database->Execute(u"DELETE FROM MapData"_s);
-    rows->Requery();
-    QStringList wanted;
-    for (int i = 0; i < count; ++i) Add(QString::number(i)), wanted << QString::number(i);
-    rows->Requery();
-    // Blocks of one row and more, with gaps between them, some just before and just behind the row.
-    for (const int at : {5, 6, 7, 30, 20, 21, 22, 23, 24, 12, deleted + 1, deleted + 2, deleted - 2, deleted + 4}) {
-      if (at < 0 || at >= count) continue;
-      rows->MoveTo(at);
-      ASSERT_EQ(rows->Text(0), wanted[at]);
-    }
-    rows->MoveTo(deleted);
-    rows->Delete();
-    wanted.removeAt(deleted);
-    for (int at = count - 2; at >= 0; --at) {
-      rows->MoveTo(at);
-      ASSERT_EQ(rows->Text(0), wanted[at]) << "row " << deleted << " deleted";
-    }
-  }
-}
-
 TEST_F(DatabaseTest, TransactionsNestAndTakeBackEverything) {
   Add("a");
   rows->MoveFirst();

@@ -2,7 +2,6 @@
 
 #include <sqlite3.h>
 
-#include "platform/child.h"
 #include "platform/fault_vfs.h"
 #include "platform/row_changes.h"
 #include "support/records.h"
@@ -219,46 +218,6 @@ TEST_F(JournalTest, AReplacedFileBecomesAStep) {
   EXPECT_EQ(journal->Step_Back_To(1, "zurück").context, "alt");
   EXPECT_EQ(journal->Walk_To(3).context, "neu");
   EXPECT_EQ(Now(), after);
-}
-
-// The journal is never ahead of the database, nor behind it, whenever the program is killed.
-TEST_F(JournalTest, AKillLeavesTheStepWholeOrNone) {
-  const QStringList start = Now();
-  journal.reset();
-  database.reset();
-  std::mt19937 random(11);
-  for (int round = 0; round < 12; ++round) {
-    Child writer([this](int) {
-      database = Workspace::OpenDatabase(Path("T.MDB"));
-      Follow();
-      for (int i = 0;; ++i) {
-        if (i % 5 == 3) {
-          journal->Walk_To(std::max(0, journal->Position() - 2));
-          journal->Walk_To(journal->Position() + 1);
-        } else {
-          i % 5 == 1 ? Make_Points("Linie1", 40) : Add(i);
-        }
-      }
-    });
-    const qint64 former = QFileInfo(Path("T.journal")).size();
-    for (int wait = 0; wait < 5000 && QFileInfo(Path("T.journal")).size() < former + 300; ++wait) usleep(1000);
-    usleep(static_cast<useconds_t>(random() % 40000));
-    ASSERT_TRUE(writer.Kill()) << "it ended by itself";
-    database = Workspace::OpenDatabase(Path("T.MDB"));
-    journal = std::make_unique<Journal>(Path("T.journal"), "MapData");
-    ASSERT_TRUE(journal->Read());
-    ASSERT_TRUE(journal->Follow(*database)) << "round " << round;
-    const QStringList here = Now();
-    const int position = journal->Position();
-    ASSERT_GT(position, 0);
-    journal->Walk_To(0);
-    ASSERT_EQ(Now(), start);
-    journal->Walk_To(journal->Count());
-    journal->Walk_To(position);
-    ASSERT_EQ(Now(), here);
-    journal.reset();
-    database.reset();
-  }
 }
 
 TEST_F(JournalTest, AFullDiskTakesNoRows) {

@@ -366,6 +366,11 @@ TEST(SurfaceText, FontsAreFoundOrReplaced) {
   EXPECT_EQ(s->TextWidth("iii"), s->TextWidth("WWW"));
   s->SetFont({"Arial", 0, false, false, false, 0});
   EXPECT_GE(s->TextHeight("A"), 1);
+  QImage square = Make_Canvas(60, 60);
+  const auto on = Make_Surface(square);
+  on->SetFont({"Wingdings", 24, false, false, false, 2});
+  on->Print({10, 10}, "n");
+  EXPECT_GT(Count_Pixels(square, square.rect(), [](QRgb color) { return qGray(color) <= 128; }), 80) << "black";
 }
 
 // A page of four device pixels to a surface pixel, as an image, so that its pixels can be asked.

@@ -48,19 +48,6 @@ TEST_F(EntryEditTest, EmptyTextsAndBlanks) {
   }
 }
 
-TEST_F(EntryEditTest, ATooLongTextIsRefusedNotCut) {
-  for (const TextRow where : {TextRow::New, TextRow::Current}) {
-    Add(Text("vorher"));
-    MessageScript script("80 Zeichen");
-    const int count = Entry_Count();
-    EXPECT_FALSE(Save_Text_Entry(Typed(QString(80, 'x')), where));
-    EXPECT_EQ(Row().Eintrag, "vorher");
-    EXPECT_EQ(Entry_Count(), count);
-    ASSERT_TRUE(Save_Text_Entry(Typed(QString(79, QChar(0xFC))), where));
-    EXPECT_EQ(Row().Eintrag, QString(79, QChar(0xFC)));
-  }
-}
-
 TEST_F(EntryEditTest, AChangeRespectsTheKindOfTheRow) {
   EntryRow text = Text("alt"), foot = Entry("Text", 203), hiddenLabel = Entry("Linie0", 40), figure = Entry("Text", 22);
   const EntryRow line = Entry("Linie0", 104);

@@ -208,47 +208,14 @@ TEST_F(TableFileTest, ATableInUseIsNotTouched) {
 
 // Checkpoints --------------------------------------------------------------------------------------------------------
 
-TEST_F(TableFileTest, ACheckpointBringsCopiesUpToDateAndKeepsTheRow) {
-  Open_With(oneTwo);
-  Save_As("Sicherung.MDB");
-  EXPECT_EQ(Name_And_Tag(), std::tuple(Path("Sicherung.MDB"), TableTag::Clean));
-  Add(Text("drei"));
-  rsEntries->MoveFirst();
-  rsEntries->MoveNext();
-  Undo_Point("Rückgängig: Justieren");
-  EXPECT_EQ(rsEntries->Text(column::Eintrag), "eins");
-  EXPECT_EQ(Map.CurBookmark, rsEntries->Bookmark());
-  EXPECT_EQ(Menu("mnuReset").Caption, "Rückgängig: Justieren");
-  EXPECT_TRUE(Menu("mnuReset").Enabled);
-  EXPECT_EQ(Tbl.Tag, TableTag::Dirty);  // a checkpoint does not set it
-  Table_Idle();                         // afterwards the file alone is whole
-  EXPECT_EQ(Texts_In(Path("Sicherung.MDB")), oneTwoThree);
-  EXPECT_EQ(Texts_In(Snapshot()), oneTwoThree);
-  ASSERT_TRUE(QFile::copy(Table(), Path("Kopie.MDB")));
-  EXPECT_EQ(Texts_In(Path("Kopie.MDB")), oneTwoThree);
-}
-
-TEST_F(TableFileTest, UndoGoesBackToThePoint) {
-  Open_With(oneTwo);
-  Write_Vertices("Flaeche0", {{0, 0}, {9, 0}, {9, 9}});
-  Undo_Point("Rückgängig: Verschieben");
-  Add(Text("drei"));
-  dbEntries->DropTable("Flaeche0");
-  Undo();
-  EXPECT_EQ(Texts(), oneTwo);
-  EXPECT_EQ(Load_Vertices("Flaeche0").size(), 3U);
-  EXPECT_FALSE(Menu("mnuReset").Enabled);
-  // Without a change there is nothing to copy.
-  Tbl.Tag = TableTag::Clean;
-  QFile::remove(Snapshot());
-  MessageScript script("Karteneinträge wieder hergestellt.");
-  EXPECT_TRUE(Save_Table(SaveStep::Restore));
-  EXPECT_EQ(Texts(), oneTwo);
-}
-
 // It costs nothing when it is taken; whatever the table has become by then, the file holds the rows of the point.
 TEST_F(TableFileTest, AnUndoPointBecomesAFileWhenThereIsTime) {
-  const std::function<void()> ways[] = {Table_Idle, [] { Close_Table(CloseMode::CloseOnly); },
+  const std::function<void()> ways[] = {[this] {
+                                          Table_Idle();
+                                          ASSERT_TRUE(QFile::copy(Table(), Path("Kopie.MDB")));
+                                          EXPECT_EQ(Texts_In(Path("Kopie.MDB")), Texts()) << "the file alone is whole";
+                                        },
+                                        [] { Close_Table(CloseMode::CloseOnly); },
                                         [this] {  // in pieces, while the user goes on
                                           int pieces = 0;
                                           for (; Table_Idle_Some(0); ++pieces) Add(Text("dazwischen"));
@@ -262,17 +229,21 @@ TEST_F(TableFileTest, AnUndoPointBecomesAFileWhenThereIsTime) {
     QFile::remove(Table());
     Open_With(oneTwo);
     Save_As("Sicherung.MDB");
+    EXPECT_EQ(Name_And_Tag(), std::tuple(Path("Sicherung.MDB"), TableTag::Clean));
     Write_Vertices("Flaeche0", {{0, 0}, {9, 0}, {9, 9}});
     Add(Text("drei"));
     QFile::remove(Snapshot());
+    rsEntries->MoveTo(1);
     Undo_Point("Rückgängig: Ersetzen");
-    EXPECT_TRUE(Menu("mnuReset").Enabled);
+    EXPECT_EQ(std::tuple(Menu("mnuReset").Caption, Menu("mnuReset").Enabled), std::tuple("Rückgängig: Ersetzen", true));
+    EXPECT_EQ(std::tuple(rsEntries->Position(), Map.CurBookmark), std::tuple(1, rsEntries->Bookmark()));
+    EXPECT_EQ(Tbl.Tag, TableTag::Dirty);  // a checkpoint does not set it
     EXPECT_FALSE(QFile::exists(Snapshot()));
     rsEntries->MoveTo(2);
     rsEntries->Delete();
     rsEntries->MoveTo(1);
     Set_Field(column::Eintrag, "neu");
-    Write_Vertices("Flaeche0", {{5, 5}, {6, 6}});
+    dbEntries->DropTable("Flaeche0");
     dbEntries->AddColumn("MapData", {"Farbe", FieldType::Text, 9});
     EXPECT_EQ(Texts_In(Path("Sicherung.MDB")), oneTwo);
     way();
@@ -283,8 +254,12 @@ TEST_F(TableFileTest, AnUndoPointBecomesAFileWhenThereIsTime) {
     Undo();
     EXPECT_EQ(Texts(), oneTwoThree);
     EXPECT_EQ(Load_Vertices("Flaeche0").size(), 3U);
-    EXPECT_FALSE(rsEntries->HasField(u"Farbe"));
+    EXPECT_FALSE(rsEntries->HasField(u"Farbe") || Menu("mnuReset").Enabled);
   }
+  // Without a change there is nothing to copy.
+  Tbl.Tag = TableTag::Clean;
+  QFile::remove(Snapshot());
+  With_Box("Karteneinträge wieder hergestellt.", [] { EXPECT_TRUE(Save_Table(SaveStep::Restore)); });
 }
 
 TEST_F(TableFileTest, ALostSnapshotEmptiesTheTableButKeepsItAside) {
@@ -360,15 +335,12 @@ TEST_F(TableFileTest, SaveReportsTheName) {
   frmMDI.MapOpen = true;
   int redraws = 0;
   events.RedrawWanted.Connect([&] { ++redraws; });
-  EXPECT_TRUE(Save_Table(SaveStep::Save));
-  EXPECT_EQ(Tbl.Tag, TableTag::Clean);
-  EXPECT_EQ(InfoBar.Panel[2], Table() + " gesichert.");
-  EXPECT_EQ(redraws, 1);
-  EXPECT_EQ(Texts_In(Snapshot()), oneTwo);
-  QFile::remove(Snapshot());
-  EXPECT_TRUE(Save_Table(SaveStep::Save));  // unchanged: the name only
-  EXPECT_FALSE(QFile::exists(Snapshot()));
-  EXPECT_EQ(redraws, 1);
+  for (const bool changed : {true, false}) {
+    QFile::remove(Snapshot());
+    EXPECT_TRUE(Save_Table(SaveStep::Save));
+    EXPECT_EQ(std::tuple(Tbl.Tag, InfoBar.Panel[2]), std::tuple(TableTag::Clean, Table() + " gesichert."));
+    EXPECT_EQ(std::tuple(QFile::exists(Snapshot()), redraws), std::tuple(changed, 1)) << "unchanged: the name only";
+  }
 }
 
 TEST_F(TableFileTest, SaveAsAsksUntilTheNameIsFit) {
