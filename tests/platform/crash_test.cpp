@@ -249,31 +249,6 @@ TEST_F(CrashTest, FilesWithAWaitingLog) {
   EXPECT_EQ(Error_Of([&] { Table_File_Delete(path); }), 53);
 }
 
-// SQLite fills a last page that is there in part with zeros; rows of it would be wrong without a word.
-TEST_F(CrashTest, CutFileIsDamaged) {
-  Make(path);
-  Open();
-  Append_Many(*database, *rows, 0, 500);
-  database->Close();
-  const QByteArray whole = Read_Bytes(path);
-  for (const int missing : {1, 200, 1023, 1024, 3000}) {
-    Replace_File(path, whole.chopped(missing));
-    for (const bool readOnly : {false, true})
-      EXPECT_EQ(Error_Of([&] { Workspace::OpenDatabase(path, {.readOnly = readOnly}); }), 3343) << missing;
-    EXPECT_EQ(Error_Of([&] { CompactDatabase(path, target); }), 3343);
-    EXPECT_EQ(Read_Bytes(path), whole.chopped(missing));
-    const RepairReport report = RepairDatabase(path);
-    EXPECT_GT(report.Rows_In("MapData"), 300);
-    Open();
-    EXPECT_EQ(rows->RecordCount(), report.Rows_In("MapData"));
-    for (; !rows->Eof(); rows->MoveNext())
-      EXPECT_EQ(rows->Text(0), QStringLiteral("Zeile %1").arg(rows->Integer(1))) << rows->Key();
-    database->Close();
-  }
-  Replace_File(path, whole + QByteArray(700, '\0'));
-  EXPECT_EQ(Error_Of([&] { Open(); }), 0) << "what is behind the end does no harm";
-}
-
 // With a log the file may be shorter than it will be, and its head may tell more pages than are there yet.
 TEST_F(CrashTest, CutFileWithALog) {
   Make(path);

@@ -171,34 +171,6 @@ TEST_F(JournalTest, OpenCursorsFollowAWalk) {
   EXPECT_EQ(QStringList({text(0), text(599), text(600)}), ends + QStringList("999"));
 }
 
-TEST_F(JournalTest, AReplacedFileBecomesAStep) {
-  Set(0, "erster Schritt");
-  Make_Points("Linie1", 5);
-  const QStringList before = Now();
-  journal->Leave();
-  database.reset();
-  Table_File_Copy(Path("T.MDB"), Path("vorher.MDB"));
-  {
-    const auto other = Workspace::CreateDatabase(Path("A.MDB"));
-    other->CreateTable({"MapData", {{"ID", FieldType::Text, 79}, {"X", FieldType::Integer, 0}}});
-    other->CreateTable({"Linie1", {{"xf", FieldType::Integer, 0}, {"yf", FieldType::Integer, 0}}});
-    other->Execute("INSERT INTO MapData VALUES ('fremd', 5); INSERT INTO Linie1 VALUES (1, 2), (NULL, 1)");
-  }
-  Table_File_Copy(Path("A.MDB"), Path("T.MDB"));
-  database = Workspace::OpenDatabase(Path("T.MDB"));
-  const QStringList after = Now();
-  EXPECT_FALSE(journal->Follow(*database));
-  journal->Add_Difference(*Workspace::OpenDatabase(Path("vorher.MDB")), "Einträge laden", "alt", "neu");
-  ASSERT_EQ(journal->Count(), 3);
-  EXPECT_EQ(journal->Walk_To(2).context, "alt");
-  EXPECT_EQ(Now(), before);
-  EXPECT_EQ(journal->Walk_To(3).context, "neu");
-  EXPECT_EQ(Now(), after);
-  EXPECT_EQ(journal->Step_Back_To(1, "zurück").context, "alt");
-  EXPECT_EQ(journal->Walk_To(3).context, "neu");
-  EXPECT_EQ(Now(), after);
-}
-
 TEST_F(JournalTest, AFullDiskTakesNoRows) {
   Set(0, "vorher");
   File_Write_Fault = [this](const QString& path, qint64) { return path == Path("T.journal") ? 61 : 0; };
