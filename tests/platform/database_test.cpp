@@ -14,9 +14,6 @@ TableDef Entries() {
            {"Xmap", FieldType::Integer, 0},
            {"Summe", FieldType::Long, 0}}};
 }
-TableDef Points_Def(const QString& name) {
-  return {name, {{"xf", FieldType::Integer, 0}, {"yf", FieldType::Integer, 0}}};
-}
 
 class DatabaseTest : public ::testing::Test {
  protected:
@@ -229,7 +226,7 @@ TEST_F(DatabaseTest, TransactionsNestAndTakeBackEverything) {
   Set_Field(*rows, u"ID", QStringLiteral("b"));
   database->BeginTrans();
   Add("c");
-  database->CreateTable(Points_Def("Linie0"));
+  database->CreateTable(Vertex_Def("Linie0"));
   database->CommitTrans();
   EXPECT_TRUE(database->InTrans());
   rows->MoveLast();
@@ -252,11 +249,11 @@ TEST_F(DatabaseTest, TransactionsNestAndTakeBackEverything) {
 TEST_F(DatabaseTest, TablesAndColumns) {
   EXPECT_EQ(Error_Of([&] { database->OpenRecordset("Linie0"); }), 3078);
   EXPECT_EQ(Error_Of([&] { database->DropTable("Linie0"); }), 3078);
-  for (const char* name : {"Linie0", "Flaeche \"12\"", "Größe"}) database->CreateTable(Points_Def(name));
-  EXPECT_EQ(Error_Of([&] { database->CreateTable(Points_Def("LINIE0")); }), 3010);
+  for (const char* name : {"Linie0", "Flaeche \"12\"", "Größe"}) database->CreateTable(Vertex_Def(name));
+  EXPECT_EQ(Error_Of([&] { database->CreateTable(Vertex_Def("LINIE0")); }), 3010);
   EXPECT_TRUE(database->HasTable("GRÖSSE") || database->HasTable("GRÖßE"));
   database->DropTable("linie0");
-  database->CreateTable(Points_Def("Linie1"));
+  database->CreateTable(Vertex_Def("Linie1"));
   QStringList names;
   for (const TableDef& table : database->TableDefs()) names << table.name;
   EXPECT_EQ(names, QStringList({"MapData", "Flaeche \"12\"", "Größe", "Linie1"}));
@@ -275,7 +272,7 @@ TEST_F(DatabaseTest, TablesAndColumns) {
 
 TEST_F(DatabaseTest, PointsFollowEveryWrite) {
   EXPECT_EQ(database->Points("Linie0"), nullptr);
-  database->CreateTable(Points_Def("Linie0"));
+  database->CreateTable(Vertex_Def("Linie0"));
   ASSERT_NE(database->Points("Linie0"), nullptr);
   EXPECT_TRUE(database->Points("Linie0")->empty());
   auto points = database->OpenRecordset("Linie0");
@@ -428,7 +425,7 @@ TEST_F(DatabaseTest, RunningStatementIsStoppedByTheUser) {
 
 // Values that we would never write.
 TEST_F(DatabaseTest, ForeignValuesAreRead) {
-  database->CreateTable(Points_Def("Linie0"));
+  database->CreateTable(Vertex_Def("Linie0"));
   Reopen(
       "INSERT INTO MapData(ID, Größe, VG, Xmap, Summe) VALUES"
       "('a', 9e999, -9e999, -9223372036854775807 - 1, 9223372036854775807), ('b', -1e300, 1e300, '1e999', '-1e999'),"

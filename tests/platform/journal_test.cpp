@@ -41,7 +41,7 @@ class JournalTest : public FolderTest {
   void Make_Points(const QString& name, int count) {
     database->BeginTrans();
     if (database->HasTable(name)) database->DropTable(name);
-    database->CreateTable({name, {{"xf", FieldType::Integer, 0}, {"yf", FieldType::Integer, 0}}});
+    database->CreateTable(Vertex_Def(name));
     const auto rows = database->OpenRecordset(name);
     for (int i = 0; i < count; ++i) Append(*rows, {qint64{i}});
     database->CommitTrans();

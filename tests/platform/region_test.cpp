@@ -84,7 +84,7 @@ TEST(RegionSet, LaterRowsAreFoundClearedOnesAndThoseWithoutPlaceAreNot) {
   EXPECT_FALSE(set.AnyAt({5, 5}));
   set.Add(QRectF(qQNaN(), 0, 10, 10), 1, 0);
   for (const double far : {qInf(), 1e300}) set.Add(QRectF(0, 0, far, far), 2, 0);
-  set.Add(QPolygonF({{40, 0}, {40, 40}, {0, 40}, {qQNaN(), 0}}), 3, 0);
+  set.Add(QPolygonF({{0, 0}, {0, 40}, {40, 40}, {qQNaN(), 0}}), 3, 0);
   const int good = set.Add(QRectF(0, 0, 10, 10), 4, 0);
   EXPECT_EQ(set.TopAt({5, 5}), good);
   EXPECT_FALSE(set.AnyAt({qQNaN(), 5}) || set.AnyAt({50, 50}) || set.AnyAt({30, 30}));
