@@ -608,11 +608,7 @@ TEST_F(TableFileTest, RecoveringLeavesThreeCopies) {
   EXPECT_TRUE(QFile::exists(Path("KARTE_err_1.mdb")));
 }
 
-TEST_F(TableFileTest, BackupNamesAndLockFiles) {
-  for (const char* name : {"KARTE_BAK.MDB", "KARTE_BAK_1.MDB", "KARTE_BAK_2.MDB"}) {
-    EXPECT_EQ(Free_Backup_Name(Table()), Path(name));
-    Replace_File(Path(name), "x");
-  }
+TEST_F(TableFileTest, LockFilesAreDeleted) {
   Open_With(oneTwo);
   ASSERT_TRUE(QDir().mkpath(Path("Sicherung")));
   Tbl.DBGrid1.Caption = Path("Sicherung/Amsel.MDB");
