@@ -18,17 +18,6 @@ TEST_F(EntryTest, RowsComeBackAsTheyWereWritten) {
   EXPECT_EQ(Entry_Count(), 1);
 }
 
-TEST_F(EntryTest, NumbersBeyondSixteenBitAreRefusedAndNothingIsLeftBehind) {
-  Add(Text("eins"));
-  EntryRow tooFar = Text("zwei");
-  tooFar.Xmap = 40000;
-  for (const bool append : {true, false}) {
-    EXPECT_EQ(Error_Of([&] { append ? Append_Entry(tooFar) : Update_Entry(tooFar); }), errors::overflow);
-    EXPECT_FALSE(rsEntries->Editing());
-  }
-  EXPECT_EQ(Texts(), QStringList{"eins"});
-}
-
 TEST_F(EntryTest, BoxOfFiguresAndSquares) {
   const std::tuple<int, int, int, int, int> cases[] = {{20, 30, 40, 30, 40},
                                                        {223, 300, 400, 300, 400},
