@@ -8,7 +8,6 @@
 #include <QGuiApplication>
 #include <clocale>
 #include <csignal>
-#include <ctime>
 
 #include "state/coordinate_state.h"
 #include "state/dialog_hooks.h"
@@ -19,7 +18,6 @@ namespace {
 
 constexpr int longestSeconds = 60;     // of computing for one input: an endless loop is a find
 constexpr unsigned longestWait = 600;  // on a busy machine, or for what never comes
-constexpr double worthKeeping = 3;     // seconds: such an input is kept as well
 constexpr qsizetype mostKept = 64;     // accepted inputs that are changed further
 
 Mutator* dice = nullptr;
@@ -59,10 +57,6 @@ void Too_Long(int) {
   [[maybe_unused]] const ssize_t written = ::write(2, text, sizeof text - 1);
   ::_exit(3);
 }
-
-double Computed_Seconds() { return static_cast<double>(std::clock()) / CLOCKS_PER_SEC; }
-
-QString Slowest_File() { return QString::fromUtf8(inputFile).replace(QLatin1String(".input"), QLatin1String(".slow")); }
 
 void Watch(bool on) {
   const itimerval limit{{0, 0}, {on ? longestSeconds : 0, 0}};
@@ -108,8 +102,7 @@ int Run_All(const FuzzTarget& target, const Options& options) {
   Mutator mutator(options.seed, target.words);
   dice = &mutator;
   QByteArrayList pool = target.seeds;
-  int accepted = 0, refused = 0, slowestInput = 0;
-  double slowest = 0;
+  int accepted = 0, refused = 0;
   QElapsedTimer whole;
   whole.start();
   for (int i = 0; i < options.count; ++i) {
@@ -117,16 +110,9 @@ int Run_All(const FuzzTarget& target, const Options& options) {
     QByteArray input = i < target.seeds.size() ? target.seeds[i] : mutator.Next(pool);
     if (i >= target.seeds.size() && target.shape && mutator.Number(4) != 0) target.shape(input, mutator);
     Keep_Input(input);
-    const double begun = Computed_Seconds();
     Watch(true);
     const Outcome outcome = Run_One(target, input);
     Watch(false);
-    if (const double took = Computed_Seconds() - begun; took > slowest) {
-      slowest = took;
-      slowestInput = i;
-      QFile::remove(Slowest_File());
-      if (took > worthKeeping) QFile::copy(QString::fromUtf8(inputFile), Slowest_File());
-    }
     if (outcome == Outcome::Found) {
       std::printf("Input %d of seed %llu is kept in %s.\n", i, static_cast<unsigned long long>(options.seed),
                   inputFile.constData());
@@ -140,9 +126,9 @@ int Run_All(const FuzzTarget& target, const Options& options) {
       pool[target.seeds.size() + mutator.Place(mostKept)] = input;
   }
   ::unlink(inputFile.constData());
-  std::printf("%s: %d inputs of seed %llu, %d accepted, %d refused; %.1f s, %.1f s computed, input %d %.2f s of them\n",
-              target.name, options.count, static_cast<unsigned long long>(options.seed), accepted, refused,
-              static_cast<double>(whole.elapsed()) / 1000, Computed_Seconds(), slowestInput, slowest);
+  std::printf("%s: %d inputs of seed %llu, %d accepted, %d refused; %.1f s\n", target.name, options.count,
+              static_cast<unsigned long long>(options.seed), accepted, refused,
+              static_cast<double>(whole.elapsed()) / 1000);
   return 0;
 }
 

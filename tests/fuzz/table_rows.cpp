@@ -3,6 +3,7 @@
 #include <QPdfWriter>
 
 #include "fuzz/driver.h"
+#include "hand/activation.h"
 #include "maps/map_open.h"
 #include "platform/surface.h"
 #include "state/map_state.h"
@@ -11,6 +12,7 @@
 #include "store/entry.h"
 #include "store/header_row.h"
 #include "store/table_file.h"
+#include "store/transaction.h"
 #include "store/vertex_table.h"
 #include "view/hit_test.h"
 #include "view/redraw.h"
@@ -155,12 +157,23 @@ void Decode_Rows() {
   }
 }
 
+// What reaches beyond the columns belongs to the repair.
+void Take_Here() {
+  try {
+    Take_Entry(rsEntries->Bookmark());
+  } catch (const Error& error) {
+    if (error.number != errors::overflow) throw;
+  }
+  Drop_Hand();
+}
+
 void Draw_Everywhere(int number) {
   // Laid out and drawn once, at a zoom of its own.
   Map.Zoom = number % 3 == 0 ? 0.25F : number % 3 == 1 ? 1.0F : 7.0F;
   Zoom_Map();
   if (number % 4 == 0) Map_Redraw();
   for (const QPoint at : {QPoint(50, 60), QPoint(200, 150), QPoint(0, 0)}) Hit_Entry(at);
+  if (number % 2 == 0) For_Each_Entry(Take_Here);
   if (number % betweenSheets != 0) return;
   QPdfWriter writer(Work_Folder() + QStringLiteral("/Blatt.pdf"));
   const auto page = Make_Page_Surface(writer, 4);
@@ -169,6 +182,31 @@ void Draw_Everywhere(int number) {
   const auto probe = Make_Probe_Surface(QRectF(0, 0, mapWidth, mapHeight));
   DrawContext probing{*probe, {0, 0, 1, false}, QRectF(0, 0, mapWidth, mapHeight)};
   Draw_Entries(probing);
+}
+
+// Rows of every kind with a number beyond its column, or a text that means nothing.
+void Shape(QByteArray& bytes, Mutator& dice) {
+  constexpr int kinds[] = {0, 1, 2, 3, 4, 5, 7, 11, -12, 15, 16, 17, 18, 20, 21, 22, 23, 24, 25, 40};
+  static const QByteArrayList names{"'Text", "'Linie1", "'Flaeche0", "'Figur3", "'Plan\x1f\x41-1", "'Np"};
+  static const QByteArrayList values{"-9223372036854775808",
+                                     "9223372036854775807",
+                                     "-32768",
+                                     "32767",
+                                     "1e300",
+                                     "-9e999",
+                                     "'Arial-C9e9<-1e308",
+                                     "'F9<9e999",
+                                     "'<<<---",
+                                     "'-!-",
+                                     "'Linie1 - P1111L9e9B9e9<9e99",
+                                     "'Plan\x1f\x41-99999999999"};
+  for (int row = 0; row < 30; ++row) {
+    QByteArrayList fields = QByteArray("|'x|'Arial|12|1|14|0|40|50|90|80|").split('|');
+    fields.first() = names[dice.Place(names.size())];
+    fields.last() = QByteArray::number(kinds[dice.Place(std::size(kinds))]);
+    fields[dice.Place(fields.size())] = values[dice.Place(values.size())];
+    bytes += '\n' + fields.join('|');
+  }
 }
 
 void Open_Fresh(const QByteArray& input) {
@@ -214,5 +252,5 @@ FuzzTarget Make_Target() {
            "|16\n", "|11\n",    "|-12\n",     "|22\n",    "'Text", "'Linie1", "'Flaeche0", "'Figur3",   "'Bild",
            "'!",    "@Linie1|", "@Flaeche0|", "@Figur3|", "<45",   "(P211)",  "'F 3",      "'Wingdings"},
           Run,
-          {}};
+          Shape};
 }

@@ -20,11 +20,14 @@ QByteArrayList Seeds() {
   for (int i = 0; i < 20; ++i) nested.Add(saveState, {}).Add(offsetOrg, {i, -i}).Add(scaleExt, {2, 3, 3, 2});
   for (int i = 0; i < 20; ++i) nested.Add(ellipse, {90, 90, 50, 50}).Add(restoreState, {-1 - i % 3});
   seeds += nested.Bytes(200, 100);
-  Metafile scaled;
-  scaled.Add(setExt, {100, 200});
-  for (int i = 0; i < 6; ++i)
-    scaled.Add(scaleExt, {1, 2, 1, 2}).Add(offsetOrg, {3, 4}).Add(rectangle, {30, 40, 10, 20});
-  seeds += scaled.Bytes(200, 100);
+  for (const int factor : {2, -32768}) {
+    Metafile scaled;
+    scaled.Add(setExt, {100, 200});
+    for (int i = 0; i < 6; ++i)
+      scaled.Add(scaleExt, {1, factor, 1, factor}).Add(offsetOrg, {3, 4}).Add(rectangle, {30, 40, 10, 20});
+    for (const int divisor : {-1, 0}) scaled.Add(scaleExt, {divisor, -32768, divisor, -32768});
+    seeds += scaled.Add(lineTo, {32767, -32768}).Bytes(200, 100);
+  }
   return seeds;
 }
 
@@ -46,6 +49,9 @@ void Shape(QByteArray& bytes, Mutator& dice) {
     const qsizetype words = (record.size() - 6) / 2;
     if (words > 0 && dice.Number(2) == 0)
       Put_Number(record, 6 + 2 * dice.Place(words), static_cast<qint16>(ends[dice.Place(std::size(ends))]));
+    const int all = ends[dice.Place(std::size(ends))];
+    for (qsizetype word = dice.Number(8) == 0 ? 0 : words; word < std::min<qsizetype>(words, 12); ++word)
+      Put_Number(record, 6 + 2 * word, static_cast<qint16>(all));
   }
   bytes = bytes.left(start) + records.join();
 }

@@ -1,3 +1,4 @@
+#include <QDataStream>
 #include "calibration/world_file.h"
 #include "coordinates/net_system.h"
 #include "fuzz/driver.h"
@@ -17,33 +18,22 @@ const QByteArray projection =
     "factor"
     "\",0.9996],PARAMETER[\"false_easting\",500000],PARAMETER[\"false_northing\",0],UNIT[\"metre\",1]]";
 
-template <typename Number>
-void Add(QByteArray& bytes, Number value, bool little) {
-  if constexpr (sizeof(Number) == 8) {
-    const auto raw = std::bit_cast<quint64>(value);
-    const quint64 ordered = little ? qToLittleEndian(raw) : qToBigEndian(raw);
-    bytes.append(reinterpret_cast<const char*>(&ordered), 8);
-  } else {
-    const Number ordered = little ? qToLittleEndian(value) : qToBigEndian(value);
-    bytes.append(reinterpret_cast<const char*>(&ordered), sizeof ordered);
-  }
-}
-
 // Scale, tie point and keys behind a directory of five tags.
-QByteArray Tiff(bool little) {
+QByteArray Tiff(QDataStream::ByteOrder order) {
   constexpr quint32 data = 8 + 2 + 5 * 12 + 4;
-  QByteArray bytes(little ? "II" : "MM");
-  Add<quint16>(bytes, 42, little);
-  Add<quint32>(bytes, 8, little);
-  Add<quint16>(bytes, 5, little);
+  QByteArray bytes;
+  QDataStream out(&bytes, QIODevice::WriteOnly);
+  out.setByteOrder(order);
+  out.writeRawData(order == QDataStream::LittleEndian ? "II" : "MM", 2);
+  out << quint16{42} << quint32{8} << quint16{5};
   const auto tag = [&](quint16 number, quint16 type, quint32 count, quint32 value) {
-    Add(bytes, number, little), Add(bytes, type, little), Add(bytes, count, little), Add(bytes, value, little);
+    out << number << type << count << value;
   };
   tag(256, 4, 1, 100), tag(257, 4, 1, 80), tag(33550, 12, 3, data), tag(33922, 12, 6, data + 24);
   tag(34735, 3, 8, data + 72);
-  Add<quint32>(bytes, 0, little);
-  for (const double number : {2.5, 2.5, 0.0, 0.0, 0.0, 0.0, 645000.0, 5513000.0, 0.0}) Add(bytes, number, little);
-  for (const quint16 number : std::initializer_list<quint16>{1, 1, 0, 1, 3072, 0, 1, 25832}) Add(bytes, number, little);
+  out << quint32{0};
+  for (const double number : {2.5, 2.5, 0.0, 0.0, 0.0, 0.0, 645000.0, 5513000.0, 0.0}) out << number;
+  for (const int number : {1, 1, 0, 1, 3072, 0, 1, 25832}) out << static_cast<quint16>(number);
   return bytes;
 }
 
@@ -80,7 +70,8 @@ bool Run(const QByteArray& input) {
 
 FuzzTarget Make_Target() {
   return {"world",
-          {worldLines, "0,00002\n0\n0\n-0,00001\n11,05\n49,75\n", projection, Tiff(true), Tiff(false)},
+          {worldLines, "0,00002\n0\n0\n-0,00001\n11,05\n49,75\n", projection, Tiff(QDataStream::LittleEndian),
+           Tiff(QDataStream::BigEndian)},
           {"\x0C\0"_ba, "\x10\0"_ba, "\x2B\0\x08\0"_ba, "\xFF\xFF\xFF\xFF\xFF\xFF\xFF\x7F", "nan", "inf", "1e308", "-",
            "\r\n", "GEOGCS[", "PROJCRS[", "AUTHORITY[\"EPSG\",\"31468\"]", "]"},
           Run,

@@ -6,36 +6,30 @@
 #include "edit/order.h"
 #include "edit/row_switches.h"
 #include "edit/scale_edit.h"
-#include "edit/search_replace.h"
 #include "edit/sql_query.h"
 #include "edit/table_edit.h"
 #include "edit/text_font.h"
 #include "edit/vertex_edit.h"
 #include "edit/visibility.h"
 #include "exchange/exchange_table.h"
-#include "exchange/sheet_comparison.h"
-#include "import/csv_import.h"
-#include "import/gps_import.h"
 #include "import/overlay_import.h"
 #include "import/placing_question.h"
 #include "import/table_import.h"
 #include "maps/commands.h"
 #include "maps/step_walk.h"
 #include "objects/north_arrow.h"
-#include "plansquares/raster_rows.h"
 #include "platform/files.h"
 #include "state/step.h"
 #include "store/history.h"
 #include "support/bulk_fixture.h"
 #include "tools/map_tool.h"
-#include "tools/plan_squares.h"
 #include "tools/poly_editor.h"
 
 // Whatever is done with the demo map can be taken back to the start and brought again to the end, step by step.
 
 namespace {
 
-constexpr int kinds = 41;  // of operations
+constexpr int kinds = 36;  // of operations
 const QString delivered = QStringLiteral(FLURAX_BINARY_DIR "/data/Beispiele/");
 
 class Steps : public BulkTest {
@@ -111,14 +105,13 @@ class Steps : public BulkTest {
       if (!Type_Here().hidden) Mark_Obj();
     }
   }
-  void Command(const char* key) {
-    Go_Anywhere();
-    if (rsEntries->Position() > 0) Take_Entry(rsEntries->Bookmark());
-    Run_Command(QString::fromLatin1(key));
-  }
   void Take_Any() {
     Go_Anywhere();
-    Take_Entry(rsEntries->Bookmark());
+    if (rsEntries->Position() > 0) Take_Entry(rsEntries->Bookmark());
+  }
+  void Command(const QString& key) {
+    Take_Any();
+    Run_Command(key);
   }
   void Type_Text() {
     Take_Entry(Key_At(1 + Below(Entry_Count())));
@@ -142,25 +135,6 @@ class Steps : public BulkTest {
     Apply_Sql(sql, statements[Below(3)]);
     Close_Sql(sql);
   }
-  void Import_Csv() {
-    CsvTable table;
-    const QString path = Path("Funde.csv");
-    QByteArray lines = "#Eintrag;#X;#Y;#UTM\r\n";
-    for (int i = 0; i < 5; ++i)
-      lines += "Fund " + QByteArray::number(i) + ';' + QByteArray::number(645000 + 300 * Below(8)) + ';' +
-               QByteArray::number(5513000 + 300 * Below(8)) + ";32U\r\n";
-    Replace_File(path, lines);
-    if (Csv_Analyse(path, table)) Csv_Import(table, {7, 7});
-  }
-  void Import_Of_Gps() {
-    GpsFile file;
-    file.system = {ReferenceSystem::Kind::Utm, QStringLiteral("WGS-84")};
-    for (int i = 1; i < 4; ++i)
-      file.waypoints.push_back(
-          {i, QStringLiteral("W%1").arg(Below(99)), {}, {645000.0 + Below(2000), 5513000.0 + Below(1500), 32}});
-    const GpsPlan plan = Plan_Gps(file, GpsContent::Waypoints, PlacingWay::AsWritten, Existing::Taken);
-    Import_Gps(Gps_Units(file, plan, {}), GpsContent::Waypoints, {});
-  }
   void Import_Of_Overlay() {
     const OverlayFile file = Read_Overlay(
         "[Symbol 1]\nTyp=3\nPunkte=2\nXKoord0=11.02\nYKoord0=49.76\nXKoord1=11.03\n"
@@ -181,53 +155,13 @@ class Steps : public BulkTest {
   }
   // Of those that ask for nothing.
   void Any_Command() {
-    static const char* const keys[] = {"mnuGridonoff",
-                                       "mnuFlTemplateSave",
-                                       "mnuFlTemplateGet",
-                                       "mnuFootDel",
-                                       "mnuMarkObj",
-                                       "AdMark",
-                                       "AdMarkLin",
-                                       "AdNo",
-                                       "mnuUnmark",
-                                       "mnuObjVisX",
-                                       "mnuObjActX",
-                                       "mnuObjVisJa",
-                                       "mnuObjActivJa",
-                                       "FrameOnOff",
-                                       "Label",
-                                       "ObjForeAll",
-                                       "ObjBackAll",
-                                       "mnuSpaceDel",
-                                       "mnuRasterAktiv",
-                                       "mnuEintrPaste",
-                                       "mnuPicSize",
-                                       "mnuTableNeu"};
+    static const QStringList keys =
+        u"mnuGridonoff mnuFlTemplateSave mnuFlTemplateGet mnuFootDel mnuMarkObj AdMark AdMarkLin AdNo "
+        "mnuUnmark mnuObjVisX mnuObjActX mnuObjVisJa mnuObjActivJa FrameOnOff Label ObjForeAll ObjBackAll "
+        "mnuSpaceDel mnuRasterAktiv mnuEintrPaste mnuPicSize mnuTableNeu"_s.split(u' ');
     if (Chance(2)) Mark_Some();
     // A new table once in a while.
-    Command(keys[Below(static_cast<int>(std::size(keys)) - (Chance(8) ? 0 : 1))]);
-  }
-  void Squares() {
-    RasterPreview raster;
-    raster.design = Raster_Ini();
-    raster.design.size = QString::number(60 + Below(60));
-    raster.design.labels = LabelPlace::Centre;
-    raster.plan = Plan({50, 50, 300, 200}, raster.design.size.toFloat());
-    const int which = Below(4);
-    which == 0 ? (void)Delete_Raster() : which == 1 ? (void)Show_Raster(Chance(2)) : (void)Take_Raster_On_Map(raster);
-  }
-  void From_Sheet() {
-    Go_Anywhere();
-    SheetComparison all;
-    all.differences.push_back({rsEntries->Key(), 1, 2, column::Eintrag, rsEntries->Raw(column::Eintrag),
-                               QStringLiteral("aus dem Blatt %1").arg(Below(99))});
-    Take_From_Sheet(*dbEntries, *rsEntries, all, false);
-  }
-  void Replace_Texts() {
-    SearchState state;
-    state.search = {QStringLiteral("Eintrag = *e*")};
-    state.replace = {QStringLiteral("VG = %1").arg(Below(15))};
-    Replace_All(state);
+    Command(keys[Below(static_cast<int>(keys.size()) - (Chance(8) ? 0 : 1))]);
   }
   void Operate(int which);
 
@@ -308,17 +242,12 @@ void Steps::Operate(int which) {
         if (Chance(3)) Step_Forward();
       },
       // What windows and files bring.
-      [&] { Import_Csv(); },
-      [&] { Squares(); },
-      [&] { From_Sheet(); },
-      [&] { Replace_Texts(); },
       [&] {
         Add_Scale_Row({.ScaleValue = 1, .ScaleLenPx = 100 + Below(300), .vertical = Chance(2), .at = Anywhere()});
       },
       [&] {
         Append_Poly(PolyEditor::Kind::Area, {Anywhere(), Anywhere(), Anywhere()}, "Digitalisieren");
       },
-      [&] { Import_Of_Gps(); },
       [&] { Import_Of_Overlay(); },
       [&] { Import_Of_Table(); },
       [&] { Import_Of_Exchange(); },

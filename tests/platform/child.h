@@ -52,10 +52,6 @@ class Child {
     if (poll(&waiting, 1, milliseconds) != 1 || read(in, &number, sizeof number) != sizeof number) return -1;
     return number;
   }
-  int Last_Number(int last) {
-    for (int number = last; number >= 0; number = Next_Number(0)) last = number;
-    return last;
-  }
   pid_t process = 0;
 
  private:

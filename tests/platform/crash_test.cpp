@@ -37,38 +37,6 @@ class CrashTest : public ::testing::Test {
   std::unique_ptr<Recordset> rows;
 };
 
-TEST_F(CrashTest, KilledWhileAppending) {
-  Make(path);
-  int acknowledged = 0, before = 0;
-  quint32 seed = 20;
-  for (int round = 0; round < 20; ++round) {
-    Child writer([&](int out) {
-      Open();
-      for (int number = rows->RecordCount() + 1;; ++number) {
-        Append(*rows, number % 30000);
-        Child::Tell(out, number);
-        if (number % 7 == 0) database->Checkpoint();
-      }
-    });
-    // Every other one is let write at first; the rest may be hit while opening.
-    if (round % 2 == 1) acknowledged = writer.Next_Number(10000);
-    ASSERT_GE(acknowledged, 0);
-    seed = seed * 1664525u + 1013904223u;
-    usleep((seed >> 8) % 50000);
-    writer.Kill();
-    acknowledged = std::max(acknowledged, writer.Last_Number(acknowledged));
-    Open();
-    ASSERT_EQ(Integrity(*database), "ok");
-    ASSERT_GE(rows->RecordCount(), acknowledged);
-    ASSERT_LE(rows->RecordCount(), std::max(acknowledged, before) + 1);
-    before = rows->RecordCount();
-    for (int number = 1; !rows->Eof(); rows->MoveNext(), ++number) ASSERT_EQ(rows->Integer(1), number);
-    rows.reset();
-    database.reset();
-  }
-  EXPECT_GE(acknowledged, 10);
-}
-
 TEST_F(CrashTest, PowerCutKeepsEveryAcknowledgedRow) {
   FaultVfs disk(folder.path());
   Make(path);
@@ -281,31 +249,6 @@ TEST_F(CrashTest, FilesWithAWaitingLog) {
   EXPECT_EQ(Error_Of([&] { Table_File_Delete(path); }), 53);
 }
 
-// SQLite fills a last page that is there in part with zeros; rows of it would be wrong without a word.
-TEST_F(CrashTest, CutFileIsDamaged) {
-  Make(path);
-  Open();
-  Append_Many(*database, *rows, 0, 500);
-  database->Close();
-  const QByteArray whole = Read_Bytes(path);
-  for (const int missing : {1, 200, 1023, 1024, 3000}) {
-    Replace_File(path, whole.chopped(missing));
-    for (const bool readOnly : {false, true})
-      EXPECT_EQ(Error_Of([&] { Workspace::OpenDatabase(path, {.readOnly = readOnly}); }), 3343) << missing;
-    EXPECT_EQ(Error_Of([&] { CompactDatabase(path, target); }), 3343);
-    EXPECT_EQ(Read_Bytes(path), whole.chopped(missing));
-    const RepairReport report = RepairDatabase(path);
-    EXPECT_GT(report.Rows_In("MapData"), 300);
-    Open();
-    EXPECT_EQ(rows->RecordCount(), report.Rows_In("MapData"));
-    for (; !rows->Eof(); rows->MoveNext())
-      EXPECT_EQ(rows->Text(0), QStringLiteral("Zeile %1").arg(rows->Integer(1))) << rows->Key();
-    database->Close();
-  }
-  Replace_File(path, whole + QByteArray(700, '\0'));
-  EXPECT_EQ(Error_Of([&] { Open(); }), 0) << "what is behind the end does no harm";
-}
-
 // With a log the file may be shorter than it will be, and its head may tell more pages than are there yet.
 TEST_F(CrashTest, CutFileWithALog) {
   Make(path);
@@ -355,30 +298,6 @@ TEST_F(CrashTest, CutFileWithALog) {
   EXPECT_EQ(RepairDatabase(copy).Rows_In("MapData"), 400);
   put(cut, torn);
   EXPECT_EQ(RepairDatabase(copy).Rows_In("MapData"), 3);
-}
-
-TEST_F(CrashTest, CompactingKeepsTablesRowsAndKeys) {
-  Make(path);
-  Open();
-  database->CreateTable({"Linie0", Numbers().fields});
-  database->BeginTrans();
-  for (int i = 0; i < 3000; ++i) Append(*rows, i);
-  for (rows->MoveFirst(); !rows->Eof();) {
-    rows->Integer(1) % 3 != 0 ? rows->Delete() : rows->MoveNext();
-  }
-  database->CommitTrans();
-  rows->MoveTo(500);
-  const QString bookmark = rows->Bookmark();
-  database->Close();
-  CompactDatabase(path, target);
-  EXPECT_LT(QFileInfo(target).size(), QFileInfo(path).size() / 2);
-  database = Workspace::OpenDatabase(target);
-  rows = database->OpenRecordset("MapData");
-  EXPECT_EQ(rows->RecordCount(), 1000);
-  rows->SetBookmark(bookmark);
-  EXPECT_EQ(rows->Integer(1), 1500);
-  EXPECT_EQ(database->TableDefs(), std::vector<TableDef>({Numbers(), {"Linie0", Numbers().fields}}));
-  EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList({"KARTE.MDB", "Kopie.ldb", "Kopie.MDB"}));
 }
 
 }  // namespace

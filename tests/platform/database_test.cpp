@@ -14,9 +14,6 @@ TableDef Entries() {
            {"Xmap", FieldType::Integer, 0},
            {"Summe", FieldType::Long, 0}}};
 }
-TableDef Points_Def(const QString& name) {
-  return {name, {{"xf", FieldType::Integer, 0}, {"yf", FieldType::Integer, 0}}};
-}
 
 class DatabaseTest : public ::testing::Test {
  protected:
@@ -222,31 +219,6 @@ TEST_F(DatabaseTest, RandomWorkAgreesWithAList) {
   for (auto row = model.begin(); row != model.end(); ++row, rows->MoveNext()) expect_here(*row);
 }
 
-// Rows are kept in blocks; those behind a deleted row move up by one wherever the blocks begin.
-TEST_F(DatabaseTest, KeptRowsBehindADeletedOneMoveUp) {
-  constexpr int count = 40;
-  for (int deleted = 0; deleted < count; ++deleted) {
-    database->Execute(u"DELETE FROM MapData"_s);
-    rows->Requery();
-    QStringList wanted;
-    for (int i = 0; i < count; ++i) Add(QString::number(i)), wanted << QString::number(i);
-    rows->Requery();
-    // Blocks of one row and more, with gaps between them, some just before and just behind the row.
-    for (const int at : {5, 6, 7, 30, 20, 21, 22, 23, 24, 12, deleted + 1, deleted + 2, deleted - 2, deleted + 4}) {
-      if (at < 0 || at >= count) continue;
-      rows->MoveTo(at);
-      ASSERT_EQ(rows->Text(0), wanted[at]);
-    }
-    rows->MoveTo(deleted);
-    rows->Delete();
-    wanted.removeAt(deleted);
-    for (int at = count - 2; at >= 0; --at) {
-      rows->MoveTo(at);
-      ASSERT_EQ(rows->Text(0), wanted[at]) << "row " << deleted << " deleted";
-    }
-  }
-}
-
 TEST_F(DatabaseTest, TransactionsNestAndTakeBackEverything) {
   Add("a");
   rows->MoveFirst();
@@ -254,7 +226,7 @@ TEST_F(DatabaseTest, TransactionsNestAndTakeBackEverything) {
   Set_Field(*rows, u"ID", QStringLiteral("b"));
   database->BeginTrans();
   Add("c");
-  database->CreateTable(Points_Def("Linie0"));
+  database->CreateTable(Vertex_Def("Linie0"));
   database->CommitTrans();
   EXPECT_TRUE(database->InTrans());
   rows->MoveLast();
@@ -277,11 +249,11 @@ TEST_F(DatabaseTest, TransactionsNestAndTakeBackEverything) {
 TEST_F(DatabaseTest, TablesAndColumns) {
   EXPECT_EQ(Error_Of([&] { database->OpenRecordset("Linie0"); }), 3078);
   EXPECT_EQ(Error_Of([&] { database->DropTable("Linie0"); }), 3078);
-  for (const char* name : {"Linie0", "Flaeche \"12\"", "Größe"}) database->CreateTable(Points_Def(name));
-  EXPECT_EQ(Error_Of([&] { database->CreateTable(Points_Def("LINIE0")); }), 3010);
+  for (const char* name : {"Linie0", "Flaeche \"12\"", "Größe"}) database->CreateTable(Vertex_Def(name));
+  EXPECT_EQ(Error_Of([&] { database->CreateTable(Vertex_Def("LINIE0")); }), 3010);
   EXPECT_TRUE(database->HasTable("GRÖSSE") || database->HasTable("GRÖßE"));
   database->DropTable("linie0");
-  database->CreateTable(Points_Def("Linie1"));
+  database->CreateTable(Vertex_Def("Linie1"));
   QStringList names;
   for (const TableDef& table : database->TableDefs()) names << table.name;
   EXPECT_EQ(names, QStringList({"MapData", "Flaeche \"12\"", "Größe", "Linie1"}));
@@ -300,7 +272,7 @@ TEST_F(DatabaseTest, TablesAndColumns) {
 
 TEST_F(DatabaseTest, PointsFollowEveryWrite) {
   EXPECT_EQ(database->Points("Linie0"), nullptr);
-  database->CreateTable(Points_Def("Linie0"));
+  database->CreateTable(Vertex_Def("Linie0"));
   ASSERT_NE(database->Points("Linie0"), nullptr);
   EXPECT_TRUE(database->Points("Linie0")->empty());
   auto points = database->OpenRecordset("Linie0");
@@ -453,7 +425,7 @@ TEST_F(DatabaseTest, RunningStatementIsStoppedByTheUser) {
 
 // Values that we would never write.
 TEST_F(DatabaseTest, ForeignValuesAreRead) {
-  database->CreateTable(Points_Def("Linie0"));
+  database->CreateTable(Vertex_Def("Linie0"));
   Reopen(
       "INSERT INTO MapData(ID, Größe, VG, Xmap, Summe) VALUES"
       "('a', 9e999, -9e999, -9223372036854775807 - 1, 9223372036854775807), ('b', -1e300, 1e300, '1e999', '-1e999'),"

@@ -1,7 +1,6 @@
 #include <QPdfWriter>
 
 #include "platform/fonts.h"
-#include "platform/region.h"
 #include "support/pixels.h"
 
 // Numbers of damaged tables reach the drawing as they are.
@@ -81,20 +80,6 @@ TEST(Extremes, FontsAndTextsHaveASize) {
   EXPECT_GT(large.TextHeight(QString(1'000'000, u'\n')), 1'000'000);
   EXPECT_GT(large.TextWidth(QString(2'000'000, u'W')), 1'000'000);
   EXPECT_GE(large.TextWidth(QString(20'000, QChar(0x2190))), 0);
-}
-
-TEST(Extremes, RegionsOfThemAreNeverHit) {
-  RegionSet set;
-  set.Add(QRectF(10, 10, 20, 20), 1, 0);
-  for (const double a : extremes)
-    for (const double b : extremes) {
-      if (std::abs(a) < 1e9 && std::abs(b) < 1e9) continue;
-      set.Add(QRectF(a, b, 5, 5), 2, 0);
-      set.Add(EllipseShape{QRectF(0, 0, a, b)}, 3, 0);
-      set.Add(QPolygonF({{a, 0}, {40, b}, {0, 40}}), 4, 0);
-    }
-  EXPECT_EQ(set.TopAt({15, 15}), 1);
-  for (const double a : extremes) EXPECT_FALSE(set.AnyAt({a, 35})) << a;
 }
 
 }  // namespace

@@ -1,13 +1,12 @@
 #include "platform/files.h"
 
 #include <fcntl.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 
-#include <csignal>
 #include <ctime>
 
 #include "platform/child.h"
+#include "platform/file_limit.h"
 
 namespace {
 class Files : public FolderTest {
@@ -164,32 +163,12 @@ TEST_F(Files, AFailedWriteLeavesTheFormerFileAndNothingElse) {
 
 TEST_F(Files, TheSystemsOwnLimitIsAFullDisk) {
   const QString path = Put("gross", "alt");
-  struct rlimit former {};
-  ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &former), 0);
-  struct rlimit small = former;
-  small.rlim_cur = 100000;
-  auto* const handler = std::signal(SIGXFSZ, SIG_IGN);
-  ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
-  const int number = Error_Of([&] { Replace_File(path, QByteArray(300000, 'x')); });
-  setrlimit(RLIMIT_FSIZE, &former);
-  std::signal(SIGXFSZ, handler);
-  EXPECT_EQ(number, errors::diskFull);
+  {
+    const FileLimit limit(100000);
+    EXPECT_EQ(Error_Of([&] { Replace_File(path, QByteArray(300000, 'x')); }), errors::diskFull);
+  }
   EXPECT_EQ(Content(path), "alt");
   EXPECT_EQ(Names(), QStringList("gross"));
-}
-
-TEST_F(Files, AKillLeavesAWholeFile) {
-  const QString path = Put("Map.log", QByteArray(200000, 'a'));
-  for (int round = 0; round < 20; ++round) {
-    Child writer([&path](int) {
-      for (int i = 0;; ++i) Replace_File(path, QByteArray(200000, static_cast<char>('a' + i % 26)));
-    });
-    usleep(static_cast<useconds_t>(1000 * (5 + 3 * round)));
-    writer.Kill();
-    const QByteArray content = Content(path);
-    ASSERT_EQ(content.size(), 200000);
-    ASSERT_EQ(content.count(content[0]), content.size()) << "two contents mixed";
-  }
 }
 
 TEST_F(Files, ReplacingKeepsModeLinksAndTheNameThatIsThere) {

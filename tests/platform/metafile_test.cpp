@@ -60,38 +60,6 @@ TEST(Metafiles, SavedStatesNestAndAreWhole) {
   Expect_Pixels(image, {{10, 50, black}, {59, 50, black}, {61, 50, white}, {20, 10, black}, {30, 20, red}});
 }
 
-// Window extents that multiply up to the ends of the number range, divided by -1 there.
-TEST(Metafiles, ScalesAtTheEndOfTheNumbersAreHeld) {
-  for (const int width : {-32768, -1, 0, 1, 32767})
-    for (const int factor : {-32768, -2, 2, 32767}) {
-      Metafile file;
-      file.Add(setOrg, {0, 0}).Add(setExt, {width, width});
-      for (int i = 0; i < 6; ++i) file.Add(scaleExt, {1, factor, 1, factor});
-      for (const int divisor : {-1, 0, 1}) file.Add(scaleExt, {divisor, -32768, divisor, -32768});
-      for (int i = 0; i < 70000 / 32; ++i) file.Add(offsetOrg, {-32768, 32767});
-      file.Add(rectangle, {30, 40, 10, 20}).Add(lineTo, {32767, -32768}).Add(ellipse, {-32768, 32767, -32768, 32767});
-      EXPECT_EQ(Read_Wmf(file.Bytes(200, 100)).size(), QSize(200, 100)) << width << ' ' << factor;
-    }
-}
-
-// Every record there is with its words all at one end of their range.
-TEST(Metafiles, ExtremeWordsNeverEndTheProgram) {
-  int drawn = 0;
-  for (const int extent : {1, -1, 32767, -32768})
-    for (const int number : Known_Records())
-      for (const int word : {-32768, -1, 0, 1, 2, 32767}) {
-        Metafile file;
-        file.Add(setExt, {extent, extent}).Add(createPen, {1, 5, 0, 0, 0}).Add(selectObject, {0});
-        const auto w = [word](int i) { return i % 2 ? word : -word; };
-        file.Add(number, {word, word, word, word, word, word, word, word, word, word, word, word});
-        file.Add(number, {w(0), w(1), w(2), w(3), w(4), w(5), w(6), w(7), w(8), w(9), w(10), w(11)});
-        file.Add(rectangle, {30, 40, 10, 20});
-        const int error = Error_Of([&] { drawn += Read_Wmf(file.Bytes(40, 30)).width() == 40; });
-        ASSERT_TRUE(error == 0 || error == errors::badPicture) << std::hex << number << ' ' << word;
-      }
-  EXPECT_GT(drawn, 500);
-}
-
 // What a polygon or polyline is drawn from.
 QByteArray Points(int count, const std::function<QPoint(int)>& place) {
   QByteArray points(4 * count, '\0');

@@ -1,8 +1,6 @@
-#include <sys/resource.h>
-
 #include <QPainter>
-#include <csignal>
 
+#include "platform/file_limit.h"
 #include "platform/printer.h"
 
 namespace {
@@ -63,13 +61,6 @@ TEST(PdfImagesTest, AFullDiskIsNoFaultOfThePrinter) {
   const QTemporaryDir folder;
   const auto job = Make_Pdf_Job(folder.filePath("aus.pdf"), {}, {});
   job->Painter().drawImage(0, 0, Scan(200, 900, 900).convertToFormat(QImage::Format_RGB32));
-  rlimit former{};
-  ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &former), 0);
-  const rlimit small{1000, former.rlim_max};
-  auto* const handler = std::signal(SIGXFSZ, SIG_IGN);
-  ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
-  const int number = Error_Of([&] { job->EndDoc(); });
-  setrlimit(RLIMIT_FSIZE, &former);
-  std::signal(SIGXFSZ, handler);
-  EXPECT_EQ(number, errors::diskFull);
+  const FileLimit limit(1000);
+  EXPECT_EQ(Error_Of([&] { job->EndDoc(); }), errors::diskFull);
 }

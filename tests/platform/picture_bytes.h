@@ -1,5 +1,6 @@
 #pragma once
 #include <QByteArray>
+#include <QDataStream>
 #include <QRgb>
 #include <QtEndian>
 #include <utility>
@@ -15,22 +16,14 @@ void Put_Number(QByteArray& bytes, qsizetype at, Number value) {
 // A bitmap from its parts: head of 40 bytes, colour table, pixel bytes.
 inline QByteArray Bmp(int width, int height, int bits, int compression, const std::vector<QRgb>& table,
                       const QByteArray& pixels) {
-  const auto offset = static_cast<int>(54 + table.size() * 4);
-  QByteArray bytes(offset, '\0');
-  bytes[0] = 'B';
-  bytes[1] = 'M';
-  Put_Number(bytes, 2, static_cast<qint32>(offset + pixels.size()));
-  Put_Number(bytes, 10, static_cast<qint32>(offset));
-  Put_Number(bytes, 14, qint32{40});
-  Put_Number(bytes, 18, qint32{width});
-  Put_Number(bytes, 22, qint32{height});
-  Put_Number(bytes, 26, qint16{1});
-  Put_Number(bytes, 28, static_cast<qint16>(bits));
-  Put_Number(bytes, 30, qint32{compression});
-  Put_Number(bytes, 34, static_cast<qint32>(pixels.size()));
-  Put_Number(bytes, 46, static_cast<qint32>(table.size()));
-  for (size_t i = 0; i < table.size(); ++i)
-    Put_Number(bytes, 54 + static_cast<qsizetype>(i) * 4, static_cast<quint32>(table[i] & 0xffffff));
+  const auto colors = static_cast<qint32>(table.size()), offset = 54 + colors * 4,
+             length = static_cast<qint32>(pixels.size());
+  QByteArray bytes("BM");
+  QDataStream out(&bytes, QIODevice::Append);
+  out.setByteOrder(QDataStream::LittleEndian);
+  out << offset + length << qint32{0} << offset << qint32{40} << qint32{width} << qint32{height} << qint16{1};
+  out << static_cast<qint16>(bits) << qint32{compression} << length << qint64{0} << colors << qint32{0};
+  for (const QRgb color : table) out << (color & 0xffffff);
   return bytes + pixels;
 }
 

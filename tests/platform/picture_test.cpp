@@ -271,21 +271,4 @@ TEST_F(PictureFile, WhatIsNoOrdinaryFileIsNotOpened) {
     EXPECT_NE(Error_Of([&, path = Path(name)] { Replace_File(path, "x"); }), 0) << name;
 }
 
-TEST_F(PictureFile, PathsThatAreTooLongAreToldAsThat) {
-  QString deep = folder.path();
-  while (deep.size() < 600) deep += QStringLiteral("/Ordner");
-  QDir().mkpath(deep);
-  const QString map = deep + QStringLiteral("/Karte.bmp");
-  Save_Picture(Motley(4, 4), map);
-  EXPECT_EQ(Load_Picture(map).size(), QSize(4, 4));  // the system takes it, but not the table beside it
-  const QString name = Path(QString(300, u'a') + QStringLiteral(".bmp")), umlauts = Path(QString(130, u'ä'));
-  for (const QString& path : {map, name, umlauts, QString(5000, u'/') + QString(5000, u'a')}) {
-    EXPECT_THAT(Raised([&] { Check_Map_File(path); }), Tells(errors::pathNotFound, {"zu lang", "höchstens"}))
-        << path.size();
-    if (path == map) continue;
-    EXPECT_EQ(Error_Of([&] { Load_Picture(path); }), errors::pathNotFound) << path.size();
-  }
-  EXPECT_EQ(Error_Of([&] { Check_Map_File(Path("fehlt.bmp")); }), 0);
-}
-
 }  // namespace

@@ -83,11 +83,11 @@ TEST(RegionSet, LaterRowsAreFoundClearedOnesAndThoseWithoutPlaceAreNot) {
   set.Clear();
   EXPECT_FALSE(set.AnyAt({5, 5}));
   set.Add(QRectF(qQNaN(), 0, 10, 10), 1, 0);
-  set.Add(QRectF(0, 0, qInf(), 10), 2, 0);
-  set.Add(QPolygonF(), 3, 0);
+  for (const double far : {qInf(), 1e300}) set.Add(QRectF(0, 0, far, far), 2, 0);
+  set.Add(QPolygonF({{0, 0}, {0, 40}, {40, 40}, {qQNaN(), 0}}), 3, 0);
   const int good = set.Add(QRectF(0, 0, 10, 10), 4, 0);
   EXPECT_EQ(set.TopAt({5, 5}), good);
-  EXPECT_FALSE(set.AnyAt({qQNaN(), 5}) || set.AnyAt({50, 50}));
+  EXPECT_FALSE(set.AnyAt({qQNaN(), 5}) || set.AnyAt({50, 50}) || set.AnyAt({30, 30}));
 }
 
 }  // namespace

@@ -20,8 +20,8 @@ class RepairTest : public DamageTest {
     QTemporaryDir folder;
     const QString path = folder.filePath("A.MDB");
     auto database = Workspace::CreateDatabase(path);
-    database->CreateTable({"MapData", Entry_Columns()});
-    database->CreateTable({"Qdata", listColumns});
+    database->CreateTable(MapData_Def());
+    database->CreateTable(Qdata_Def());
     database->BeginTrans();
     auto list = database->OpenRecordset("Qdata");
     Append(*list, {QStringLiteral("FSZ"), QStringLiteral("1,2")});
@@ -35,7 +35,7 @@ class RepairTest : public DamageTest {
     }
     for (int table = 0; table <= 30; ++table) {
       const QString name = QStringLiteral("Linie%1").arg(table);
-      database->CreateTable({name, pointColumns});
+      database->CreateTable(Vertex_Def(name));
       auto points = database->OpenRecordset(name);
       for (int i = 0; i < (table == 30 ? 2000 : 5 + table); ++i)
         Append(*points, {qint64{table * 1000 + i % 1000}, qint64{i}});
@@ -121,45 +121,6 @@ TEST_F(RepairTest, FirstPageOrRootIsGone) {
       for (const char* table : {"MapData", "Qdata"}) EXPECT_EQ(found[table], original->at(table)) << page;
     }
   EXPECT_EQ(QDir(folder.path()).entryList({"KARTE_defekt_*.MDB"}).size(), 6);
-}
-
-TEST_F(RepairTest, LostLeavesCostTheirOwnRowsOnly) {
-  QByteArray content = *sound;
-  int spoiled = 0;
-  for (int page = mapRoot + 20; spoiled < 5; page += 17)
-    if (content[(page - 1) * pageSize] == 13) {
-      Spoil(content, page, static_cast<char>(spoiled * 40));
-      ++spoiled;
-    }
-  Put(content);
-  const TableTexts found = Repaired(Count(*original) - 5 * 150);
-  EXPECT_LT(report.rows, Count(*original));
-  EXPECT_EQ(found.size(), original->size());
-}
-
-TEST_F(RepairTest, WholeDescriptionIsGone) {
-  auto database = Workspace::CreateDatabase(folder.filePath("Klein.MDB"));
-  database->CreateTable({"MapData", Entry_Columns()});
-  database->AddColumn("MapData", {"Höhe", FieldType::Integer, 0});
-  database->CreateTable({"Linie4", pointColumns});
-  database->Execute("INSERT INTO MapData(ID,Eintrag,Typ,\"Höhe\") VALUES('Linie4','Weg',4,812),('!','Kopf',-1,NULL)");
-  database->Execute("INSERT INTO Linie4 VALUES(1,2),(3,4)");
-  database->Close();
-  QByteArray content = Read_Bytes(folder.filePath("Klein.MDB"));
-  Spoil(content, 1);
-  Put(content);
-  report = RepairDatabase(path);
-  EXPECT_EQ(report.rows, 4);
-  database = Workspace::OpenDatabase(path);
-  auto rows = database->OpenRecordset("MapData");
-  EXPECT_EQ(rows->Text(u"Eintrag"), "Weg");
-  EXPECT_EQ(rows->Integer(u"Typ"), 4);
-  EXPECT_EQ(rows->Integer(12), 812);
-  EXPECT_EQ(rows->Fields()[12].name, "Spalte13");
-  rows->MoveNext();
-  EXPECT_EQ(rows->Raw(12), Value());
-  ASSERT_NE(database->Points("Gerettet0"), nullptr);
-  EXPECT_EQ(database->Points("Gerettet0")->at(1).y, 4);
 }
 
 TEST_F(RepairTest, BrokenTextsAreDroppedAndCounted) {

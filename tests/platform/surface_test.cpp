@@ -2,7 +2,6 @@
 
 #include <QFontMetrics>
 #include <QPainter>
-#include <QPdfWriter>
 
 #include "platform/fonts.h"
 #include "support/pixels.h"
@@ -367,6 +366,13 @@ TEST(SurfaceText, FontsAreFoundOrReplaced) {
   EXPECT_EQ(s->TextWidth("iii"), s->TextWidth("WWW"));
   s->SetFont({"Arial", 0, false, false, false, 0});
   EXPECT_GE(s->TextHeight("A"), 1);
+  QImage square = Make_Canvas(60, 60);
+  const auto on = Make_Surface(square);
+  on->SetFont({"Wingdings", 24, false, false, false, 2});
+  on->Print({10, 10}, "n");
+  const auto dark = [](QRgb color) { return qGray(color) <= 128; };
+  const QSize ink = Extent_Of(square, dark).size();
+  EXPECT_GT(10 * Count_Pixels(square, square.rect(), dark), 9 * ink.width() * ink.height()) << "a filled square";
 }
 
 // A page of four device pixels to a surface pixel, as an image, so that its pixels can be asked.
@@ -437,25 +443,6 @@ TEST(PageSurface, HatchesAreLinesWithinTheShape) {
     EXPECT_GT(share, crossed ? 0.2 : 0.1) << static_cast<int>(style);
     EXPECT_LT(share, crossed ? 0.36 : 0.2) << static_cast<int>(style);
   }
-}
-
-TEST(PageSurface, PdfHoldsLinesAndLettersInsteadOfPictures) {
-  const QTemporaryDir folder;
-  const QString path = folder.filePath("Blatt.pdf");
-  {
-    QPdfWriter page(path);
-    page.setResolution(600);
-    const auto s = Make_Page_Surface(page, 600 / 96.0);
-    s->pen = {black, red, DrawMode::NotXor, 1, PenStyle::Solid, FillStyle::Cross};
-    s->Box({10, 10, 300, 200});
-    s->PrintRotated({100, 100}, "Sumpfdotterblume", 30);
-  }
-  const QByteArray bytes = Read_Bytes(path);
-  EXPECT_TRUE(bytes.startsWith("%PDF"));
-  EXPECT_TRUE(bytes.contains("LiberationSans"));
-  EXPECT_FALSE(bytes.contains("/Subtype /Image"));
-  QPdfWriter nowhere(folder.filePath("fehlt/Blatt.pdf"));
-  EXPECT_THROW(Make_Page_Surface(nowhere, 1), Error);
 }
 
 }  // namespace

@@ -1,9 +1,6 @@
 #include "platform/symbol_fonts.h"
 
-#include <QFontMetrics>
 #include <QRawFont>
-
-#include "support/pixels.h"
 
 namespace {
 
@@ -39,42 +36,22 @@ TEST(SymbolFonts, KnownPicturesStandAtTheirCodes) {
   EXPECT_EQ(symbol_fonts::Code_Of(QChar('\n')), 0);
 }
 
-TEST(SymbolFonts, TablesAreFullWithoutDoublesAndHaveGlyphs) {
-  // doubles: two forms of one sign
-  const std::tuple<Table, int, int, std::vector<const char*>> cases[] = {
-      {Table::Wingdings, 223, 0, {"Symbola"}}, {Table::Symbol, 187, 3, {"Liberation Serif", "Symbola", "DejaVu Sans"}}};
-  for (const auto& [table, least, doubles, fonts] : cases) {
+TEST(SymbolFonts, TablesAreFullAndHaveGlyphs) {
+  const std::tuple<Table, int, QStringList> cases[] = {
+      {Table::Wingdings, 223, {"Symbola"}}, {Table::Symbol, 184, {"Liberation Serif", "Symbola", "DejaVu Sans"}}};
+  for (const auto& [table, different, fonts] : cases) {
     QSet<char32_t> seen;
-    int mapped = 0;
     for (int code = 0x20; code <= 0xFF; ++code) {
       const char32_t unicode = symbol_fonts::Unicode_Of(table, code);
       if (unicode == 0) continue;
-      ++mapped;
       seen.insert(unicode);
-      bool drawn = false;
-      for (const char* family : fonts) {
-        QFont font{QString::fromLatin1(family)};
-        font.setPixelSize(20);
-        drawn = drawn || QRawFont::fromFont(font).supportsCharacter(unicode);
-      }
-      EXPECT_TRUE(drawn) << "code " << std::hex << code << " U+" << static_cast<unsigned>(unicode);
+      EXPECT_TRUE(std::any_of(
+          fonts.begin(), fonts.end(),
+          [unicode](const QString& family) { return QRawFont::fromFont(QFont(family)).supportsCharacter(unicode); }))
+          << "code " << std::hex << code << " U+" << static_cast<unsigned>(unicode);
     }
-    EXPECT_GE(mapped, least);
-    EXPECT_EQ(seen.size(), mapped - doubles);
+    EXPECT_GE(seen.size(), different);
   }
-}
-
-TEST(SymbolFonts, SignsAreDrawnAndMeasured) {
-  QImage image = Make_Canvas(60, 60);
-  const auto s = Make_Surface(image);
-  s->SetFont({"Wingdings", 24, false, false, false, 2});
-  EXPECT_NE(s->TextWidth("l"), s->TextWidth("("));
-  const int width = s->TextWidth("n");
-  s->Print({10, 10}, "n");
-  const auto dark = [](QRgb color) { return qGray(color) <= 128; };
-  EXPECT_GT(Count_Pixels(image, image.rect(), dark), 80);  // a black square
-  const QRect ink = Extent_Of(image, dark);
-  EXPECT_TRUE(ink.left() >= 10 && ink.right() < 10 + width);
 }
 
 }  // namespace

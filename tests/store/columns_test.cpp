@@ -40,9 +40,8 @@ TEST_F(Columns, NamesThatCannotBeUsed) {
   EXPECT_FALSE(Tbl.HasUserColumns);
 }
 
-TEST_F(Columns, RemovedColumnsComeBackWithUndo) {
+TEST_F(Columns, OnlyColumnsOfTheUserAreRemoved) {
   ASSERT_TRUE(Add_Column({"Fundort", FieldType::Text, 20}, {}));
-  Set_Field(QStringLiteral("Fundort"), QStringLiteral("Wald"));
   MessageScript script("wird vom Programm benötigt");
   EXPECT_FALSE(Remove_Column("größe"));
   script.Expect("rechts von der Spalte 'Typ' aus");
@@ -51,9 +50,6 @@ TEST_F(Columns, RemovedColumnsComeBackWithUndo) {
   ASSERT_TRUE(Remove_Column("Fundort"));
   EXPECT_FALSE(rsEntries->HasField(u"Fundort"));
   EXPECT_FALSE(Tbl.HasUserColumns);
-  script.Expect("wieder hergestellt");
-  Undo_Last();
-  EXPECT_EQ(rsEntries->Text(QStringLiteral("Fundort")), QString("Wald"));
 }
 
 }  // namespace

@@ -48,19 +48,6 @@ TEST_F(EntryEditTest, EmptyTextsAndBlanks) {
   }
 }
 
-TEST_F(EntryEditTest, ATooLongTextIsRefusedNotCut) {
-  for (const TextRow where : {TextRow::New, TextRow::Current}) {
-    Add(Text("vorher"));
-    MessageScript script("80 Zeichen");
-    const int count = Entry_Count();
-    EXPECT_FALSE(Save_Text_Entry(Typed(QString(80, 'x')), where));
-    EXPECT_EQ(Row().Eintrag, "vorher");
-    EXPECT_EQ(Entry_Count(), count);
-    ASSERT_TRUE(Save_Text_Entry(Typed(QString(79, QChar(0xFC))), where));
-    EXPECT_EQ(Row().Eintrag, QString(79, QChar(0xFC)));
-  }
-}
-
 TEST_F(EntryEditTest, AChangeRespectsTheKindOfTheRow) {
   EntryRow text = Text("alt"), foot = Entry("Text", 203), hiddenLabel = Entry("Linie0", 40), figure = Entry("Text", 22);
   const EntryRow line = Entry("Linie0", 104);
@@ -98,35 +85,22 @@ TEST_F(EntryEditTest, BlackOnBlackNeverHappens) {
   }
 }
 
-TEST_F(EntryEditTest, DeletingAsksAndTakesTheVertexTableAlong) {
-  Add(Text("bleibt"));
-  Write_Vertices("Flaeche0", {{0, 0}, {5, 5}, {5, 0}});
-  Add(Entry("Flaeche0 - P1101L5.0B2.5", 240, "Feuchtwiese"));
-  MessageScript script("Feuchtwiese\n\nSoll dieser Eintrag gelöscht werden?", MsgAnswer::No);
-  EXPECT_FALSE(Delete_Entry());
-  EXPECT_EQ(Entry_Count(), 2);
-  EXPECT_TRUE(dbEntries->HasTable("Flaeche0"));
-  EXPECT_EQ(script.Seen().back().defaultButton, MsgDefault::Second);
-  script.Expect("Flaeche0 - P1101L5.0B2.5\nFeuchtwiese", MsgAnswer::Yes);
-  Tbl.Tag = TableTag::Clean;
-  EXPECT_TRUE(Delete_Entry());
-  EXPECT_EQ(Texts(), QStringList{"bleibt"});
-  EXPECT_FALSE(dbEntries->HasTable("Flaeche0"));
-  EXPECT_EQ(Tbl.Tag, TableTag::Dirty);
-  EXPECT_EQ(Map.CurBookmark, rsEntries->Bookmark());
-  EXPECT_EQ(redraws, 1);
-}
-
-TEST_F(EntryEditTest, WhatDeletingRefusesAndSpares) {
+TEST_F(EntryEditTest, DeletingAsksAndSparesTheHeader) {
   MessageScript script("Die Karte enthält noch keine Einträge");
   EXPECT_FALSE(Delete_Entry());
-  Add(Text("eins"));
+  Add(Text("bleibt"));
   Go_To(0);
   EXPECT_FALSE(Delete_Entry());
-  EXPECT_EQ(Texts(), QStringList{"eins"});
+  Add(Entry("Flaeche0 - P1101L5.0B2.5", 240, "Feuchtwiese"));
+  for (const MsgAnswer answer : {MsgAnswer::No, MsgAnswer::Yes}) {
+    script.Expect("Flaeche0 - P1101L5.0B2.5\nFeuchtwiese\n\nSoll dieser Eintrag gelöscht werden?", answer);
+    EXPECT_EQ(Delete_Entry(), answer == MsgAnswer::Yes);
+  }
+  EXPECT_EQ(script.Seen().back().defaultButton, MsgDefault::Second);
+  EXPECT_EQ(std::tuple(Map.CurBookmark, redraws), std::tuple(rsEntries->Bookmark(), 1));
   Add(Text("Entwurf"));  // an unfinished drawing goes without a question
   EXPECT_TRUE(Delete_Entry());
-  EXPECT_EQ(Texts(), QStringList{"eins"});
+  EXPECT_EQ(Texts(), QStringList{"bleibt"});
 }
 
 TEST_F(EntryEditTest, FootPointOfTextsOnly) {

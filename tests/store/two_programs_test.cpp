@@ -24,10 +24,7 @@ class TwoPrograms : public TableTest {
     Add(Text("eins"));
     Add(Text("zwei"));
   }
-  static void Undo() {
-    MessageScript script("Karteneinträge wieder hergestellt.");
-    Undo_Last();
-  }
+  static void Undo() { With_Box("Karteneinträge wieder hergestellt.", Undo_Last); }
   // Files of the program folder beside those that every program finds there.
   static QStringList Work_Files() {
     QStringList names = QDir(ProgramFolder).entryList(QDir::Files | QDir::Hidden, QDir::Name);

@@ -88,25 +88,7 @@ TEST_F(View, EveryPixelIsReachedAtEveryZoom) {
   }
 }
 
-TEST_F(View, ZoomKeepsThePositionUnderThePointer) {
-  Set_Zoom(1.0);
-  ScrollMap(1500, 1000);
-  const int x = 300, y = 200;
-  const double mapX = x + Map.ViewLeft, mapY = y + Map.ViewTop;
-  for (const double zoom : {0.5, 1.25, 2.0, 1.0}) {
-    Zoom_At(zoom, x, y);
-    EXPECT_NEAR(x * zoom + Map.ViewLeft, mapX, 3) << zoom;
-    EXPECT_NEAR(y * zoom + Map.ViewTop, mapY, 3) << zoom;
-  }
-}
-
-TEST_F(View, MenusCheckOneZoomAndFitTheMap) {
-  const QStringList names = {"mnuZoom200", "mnuZoom100", "mnuZoom75",     "mnuZoom50",
-                             "mnuZoom25",  "mnuZoom10",  "mnuZoomBreite", "mnuZoomHoehe"};
-  for (const QString& name : names) {
-    Set_Zoom_By_Menu(name);
-    for (const QString& other : names) EXPECT_EQ(Command_Checked(other), other == name) << other << " after " << name;
-  }
+TEST_F(View, MenusFitTheMap) {
   Set_Zoom_By_Menu(QStringLiteral("mnuZoomBreite"));
   EXPECT_FALSE(Map.HScroller.Visible);
   EXPECT_NEAR(3000 / static_cast<double>(Map.Zoom), Map.ScaleWidth - Map.ScrollBarW, 1);
