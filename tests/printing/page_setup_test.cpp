@@ -5,7 +5,6 @@
 #include "maps/map_close.h"
 #include "maps/map_open.h"
 #include "printing/map_export.h"
-#include "printing/page_job.h"
 #include "printing/page_preview.h"
 #include "printing/table_print.h"
 #include "view/redraw.h"

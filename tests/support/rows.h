@@ -1,6 +1,5 @@
 #pragma once
 #include "hand/activation.h"
-#include "store/entry.h"
 #include "support/records.h"
 #include "view/redraw.h"
 

@@ -9,7 +9,6 @@
 #include "windows/analysis/frmDistanz.h"
 #include "windows/desktop/clipboard.h"
 #include "windows/plansquares/frmRaster.h"
-#include "windows/store/tbl_window_model.h"
 
 namespace {
 

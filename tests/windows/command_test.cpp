@@ -1,4 +1,5 @@
 #include "edit/visibility.h"
+#include "maps/command_look.h"
 #include "maps/map_coordinates.h"
 #include "maps/step_walk.h"
 #include "store/history.h"
@@ -24,6 +25,25 @@ class Commands : public CommandTest {
     if (key == "mnuChooseGrid") {
       Write_Lines(Path("Karte neu.cal"), Utm_Calibration({100, 300}, 80));
       CalFileChoice = {Path("Karte.cal"), Path("Karte neu.cal")};
+    }
+  }
+  // Menus and buttons show what is so now.
+  void Expect_Bars(const QString& after) {
+    for (const Command& command : Command_Table()) {
+      const QAction* action = window->Action(command.key);
+      if (!action) continue;
+      EXPECT_EQ(action->isEnabled(), Needs_Met(command.needs)) << command.key << " after " << after;
+      EXPECT_EQ(action->text(), Command_Text(command)) << " after " << after;
+      EXPECT_EQ(action->isChecked(), action->isCheckable() && Command_Checked(command.key)) << command.key << after;
+    }
+    const auto actions = Child<QToolBar>("Toolbar1")->actions();
+    const std::vector<ToolButton> buttons = Toolbar_Now();
+    ASSERT_EQ(static_cast<size_t>(actions.size()), buttons.size()) << after;
+    for (qsizetype i = 0; i < actions.size(); ++i) {
+      const ToolButton& button = buttons[static_cast<size_t>(i)];
+      EXPECT_EQ(std::tuple(actions[i]->objectName(), actions[i]->isVisible(), actions[i]->isChecked()),
+                std::tuple(button.Key, button.Visible, button.Value))
+          << after;
     }
   }
 };
@@ -245,6 +265,7 @@ TEST_P(WithInHand, NoCommandGoesWrong) {
     if (command.hand == Hand::Free && command.key != "mnuMapClose") continue;  // the kind does not matter to it
     Begin_Again();
     ASSERT_TRUE(Take_Entry(Key_Of(QString::fromUtf8(GetParam())))) << command.key;
+    Expect_Bars(QString::fromUtf8(GetParam()));
     Run_Command(command.key, {1, {}});
     Close_Windows();
     EXPECT_FALSE(seen.join(u' ').contains(QLatin1String("Programmfehler"))) << command.key << seen.join(u' ');
@@ -297,6 +318,7 @@ TEST_F(Commands, EachDoesWhatItSays) {
     QAction* action = window->Action(key, line);
     const QString done = Effect_Of([&] { action ? action->trigger() : (void)Run_Command(key); });
     const QString wanted = QString::fromUtf8(effect);
+    if (window->isVisible()) Expect_Bars(key);
     EXPECT_TRUE(QRegularExpression(QRegularExpression::wildcardToRegularExpression(wanted)).match(done).hasMatch())
         << key << ":\n  " << done.toStdString() << "\n  " << wanted.toStdString();
     EXPECT_TRUE(!command->step.isEmpty() || !frmMDI.MapOpen || MapFile != map || Rows() == before ||

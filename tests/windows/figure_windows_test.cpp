@@ -1,5 +1,4 @@
 #include "edit/figure_edit.h"
-#include "edit/figure_extras.h"
 #include "hand/next_shape.h"
 #include "support/pixels.h"
 #include "windows/canvas/frmEigenschaften.h"

@@ -1,4 +1,3 @@
-#include "tools/coordinate_input.h"
 #include "view/hit_test.h"
 #include "windows/canvas/frmGPSData.h"
 

@@ -56,6 +56,10 @@ TEST_F(HandTest, ClickTakesAnEntryAndTheBarFollows) {
   EXPECT_TRUE(box.left() <= Window_X(50) + 1 && box.right() >= Window_X(50) + 50) << box.left() << ' ' << box.right();
   ASSERT_NE(Button("Ok"), nullptr);
   EXPECT_FALSE(Button("Ok")->icon().isNull());
+  const QToolButton* before = Button("vor");
+  events.StateChanged.Emit();
+  Click(On(second));
+  EXPECT_EQ(Button("vor"), before) << "another entry of the same kind needs no new buttons";
   Push(Button("Ok"));
   expect_in_hand(false);
 }
@@ -132,28 +136,6 @@ TEST_F(HandTest, EditorKeepsItsOwnKeys) {
   EXPECT_EQ(Entry_Count(), 1);
 }
 
-TEST_F(HandTest, ButtonsComeAndGoWithTheMarks) {
-  window->resize(1400, 800);  // room for every button of the bar
-  Settle();
-  Click(On(first), Qt::ControlModifier);
-  EXPECT_TRUE(Button("links")->isVisible() && !Button("gleich")->isVisible());
-  Click(On(second), Qt::ControlModifier);
-  EXPECT_TRUE(Button("gleich")->isVisible());
-  Push(Button("unmark"));
-  EXPECT_FALSE(Button("links")->isVisible());
-}
-
-TEST_F(HandTest, RightButtonOfForwardGoesAllTheWay) {
-  Add(QStringLiteral("Otter"), 100, 300);
-  Map_Redraw();
-  Click(On(first));
-  QWidget* button = Button("vor");
-  QContextMenuEvent event(QContextMenuEvent::Mouse, {5, 5}, button->mapToGlobal(QPoint(5, 5)));
-  QApplication::sendEvent(button, &event);
-  Settle();
-  EXPECT_EQ(Last_Row().Eintrag, "Eisvogel");
-}
-
 TEST_F(HandTest, PopupOffersWhatCanBeDone) {
   Click({500, 350}, Qt::NoModifier, Qt::RightButton);
   auto* popup = Child<QMenu>("popup");
@@ -182,22 +164,6 @@ TEST_F(HandTest, ControlClickMarksTheEntryInHandToo) {
   EXPECT_FALSE(Editor()->isVisible());
   Click(On(second));
   EXPECT_EQ(Editor()->toPlainText(), "Biber");
-}
-
-// The state of some entries is told only after the entry is in hand: the menus must not lag behind.
-TEST_F(HandTest, MenusAndButtonsBelongToTheEntryInHand) {
-  const QString round = WindowTest::Add({"Figur1", "Figur", "Arial", 14, 0, 15, -1, 400, 60, 80, 80, 25});
-  for (const auto& [bookmark, kanten] : {std::pair(first, false), std::pair(round, true), std::pair(second, false)}) {
-    ASSERT_TRUE(Take_Entry(bookmark));
-    EXPECT_EQ(window->Action("mnuKanten")->isEnabled(), kanten) << bookmark;
-    EXPECT_TRUE(window->Action("mnuObjVisNein")->isChecked());
-  }
-  Settle();
-  QToolButton* before = Button("vor");
-  ASSERT_NE(before, nullptr);
-  events.StateChanged.Emit();
-  Click(On(first));
-  EXPECT_EQ(Button("vor"), before) << "another entry of the same kind needs no new buttons";
 }
 
 TEST_F(HandTest, ClipboardWindowTellsWhatLiesThere) {

@@ -1,4 +1,3 @@
-#include "printing/print_map.h"
 #include "support/pixels.h"
 #include "windows/main/mdi_window_pads.h"
 #include "windows/printing/frmDruckpfad.h"

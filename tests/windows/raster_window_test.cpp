@@ -1,4 +1,3 @@
-#include "tools/plan_squares.h"
 #include "windows/plansquares/frmRaster.h"
 
 class RasterWindow : public WindowTest {

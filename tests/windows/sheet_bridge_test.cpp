@@ -1,7 +1,6 @@
 #include "maps/sheet_bridge.h"
 
 #include "exchange/sheet_rows.h"
-#include "maps/sheet_bridge_tool.h"
 #include "windows/bridge/frmTabAustausch.h"
 #include "windows/bridge/frmTabExport.h"
 

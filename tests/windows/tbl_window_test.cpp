@@ -1,7 +1,5 @@
 #include "windows/store/tbl_window.h"
 
-#include "windows/store/tbl_window_model.h"
-
 namespace {
 
 class TblWindowTest : public WindowTest {

@@ -3,10 +3,8 @@
 
 #include "maps/program_start.h"
 #include "state/map_state.h"
-#include "state/mdi_state.h"
 #include "support/fixture.h"
 #include "support/rows.h"
-#include "view/redraw.h"
 #include "windows/canvas/map_window.h"
 #include "windows/common/help_window.h"
 #include "windows/dialog_parts.h"
@@ -55,8 +53,9 @@ class WindowTest : public FluraxTest, public RowsOfTable {
     for (QAction* action : bar->actions()) {
       if (action->objectName() != QLatin1String(key)) continue;
       ASSERT_TRUE(action->isEnabled()) << key << " is disabled";
+      QContextMenuEvent menu(QContextMenuEvent::Mouse, {5, 5});
       if (right)
-        QMetaObject::invokeMethod(bar->widgetForAction(action), "customContextMenuRequested", Q_ARG(QPoint, QPoint()));
+        QApplication::sendEvent(bar->widgetForAction(action), &menu);
       else
         action->trigger();
       return Settle();
