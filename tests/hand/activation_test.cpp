@@ -6,6 +6,7 @@
 #include "maps/map_close.h"
 #include "support/hand_fixture.h"
 #include "support/looks.h"
+#include "support/pixels.h"
 #include "tools/text_tool.h"
 
 namespace {
@@ -107,12 +108,7 @@ TEST_F(Activation, TheFrameOfATurnedTextLiesRoundIt) {
   Map_Redraw();
   const QImage bare = Map.canvas;
   ASSERT_TRUE(Take_Entry(key));
-  const auto differs = [&bare](const QRect& area) {
-    int count = 0;
-    for (int y = area.top(); y <= area.bottom(); ++y)
-      for (int x = area.left(); x <= area.right(); ++x) count += bare.pixel(x, y) != Map.canvas.pixel(x, y);
-    return count;
-  };
+  const auto differs = [&](const QRect& area) { return Count_Different(bare.copy(area), Map.canvas.copy(area)); };
   EXPECT_GT(differs({280, 240, 10, 40}), 100) << "left of the standing text";
   EXPECT_EQ(differs({340, 290, 60, 40}), 0) << "where it would lie unturned";
   Drag({284, 260}, {324, 270});  // by its border

@@ -3,7 +3,6 @@
 #include "maps/menu_table.h"
 #include "support/hand_fixture.h"
 #include "support/looks.h"
-#include "tools/magnifier.h"
 
 namespace {
 
@@ -72,7 +71,8 @@ TEST_F(ToolState, OfATextThatIsBeingTypedTheRowBelowSaysNothing) {
 
 TEST_F(ToolState, ButtonsOfMarksAndHiddenRowsComeWithTheirNumber) {
   const QStringList plain = Buttons();
-  for (const char* key : {"rechts", "gleich", "Gruppe", "unmark", "Ein", "Akt"}) EXPECT_FALSE(plain.contains(key));
+  for (const char* key : {"rechts", "gleich", "Gruppe", "unmark", "Ein", "Akt", "Del"})
+    EXPECT_FALSE(plain.contains(key));
   const QString first = Add(Text_Row("A", 100, 100)), second = Add(Text_Row("B", 300, 300));
   Map_Redraw();
   const MouseKeys control{.control = true};
@@ -104,27 +104,6 @@ TEST_F(ToolState, TipsAndSwitchesTellOfTheRow) {
   EXPECT_EQ(Button_Now("Panel").Caption, "Figur Figur");
   EXPECT_EQ(Button_Now("Akt").ToolTipText, "Figur1 de-aktivieren");
   EXPECT_FALSE(Button_Now("Curve").Enabled);
-}
-
-TEST_F(ToolState, LupeZoomsToTheClickAndEscEndsIt) {
-  const QString amsel = Take(Text_Row("Amsel", 700, 500));
-  Toggle_Lupe();
-  EXPECT_TRUE(Button_Now("Lupe").Value);
-  const QPoint place(Map_X(600), Map_Y(450));
-  Click({600, 450});
-  EXPECT_FLOAT_EQ(Map.Zoom, 0.5F);
-  const QPoint middle(Map_X(Map.ViewWidth / 2.0), Map_Y(Map.ViewHeight / 2.0));
-  EXPECT_LE((middle - place).manhattanLength(), 3);
-  EXPECT_EQ(Map.InHand, amsel);
-  int asked = 0;
-  dialogHooks.ZoomWindow = [&] { ++asked; };
-  Map_Mouse_Down({10, 10}, MouseButton::Right, {});
-  EXPECT_EQ(asked, 1);
-  dialogHooks.ZoomWindow = nullptr;
-  EXPECT_TRUE(Map_Key(Qt::Key_Escape, {}));
-  EXPECT_EQ(Map_Pointer(), MapPointer::Arrow);
-  EXPECT_FALSE(Button_Now("Lupe").Value);
-  EXPECT_EQ(Map.EntryRegions.Count(), 1);
 }
 
 }  // namespace

@@ -116,6 +116,9 @@ TEST_F(PageSetupTest, SettingsStayWithTheMap) {
   // 15 and 25 less the border of 5; what lies within the border is none.
   PrintSettings kept{.factor = 1.234, .fontFactor = 1.5, .left = 10, .right = 0, .top = 20, .orientation = landscape};
   EXPECT_EQ(again.settings, kept);
+  Take_Print_Settings(kept, again.paper);
+  EXPECT_FLOAT_EQ(PrintFactor, 1.234F);
+  EXPECT_NEAR(MapPixelMm, 1.234 * 25.4 / 96, 1e-6);
   EXPECT_EQ(again.paper.widthMm, 290);
   EXPECT_EQ(Margins_To_Show(again.settings, again.paper), (SheetMargins{15, 5, 25, 5}));
 }
@@ -130,9 +133,7 @@ TEST_F(PageSetupTest, MarginsMustLeaveRoom) {
   box.Expect(u"keinen Platz"_s);
   EXPECT_FALSE(Ask_Print_Order());
   EXPECT_EQ(asked, 0) << "no dialog for nothing";
-}
-
-TEST_F(PageSetupTest, TheDialogChoosesTheSheets) {
+  ASSERT_TRUE(Save_Print_Settings({}));
   EXPECT_FALSE(Ask_Print_Order()) << "cancelled";
   EXPECT_EQ(asked, 6);
   answer = [](int) { return PrintRange{2, 2}; };

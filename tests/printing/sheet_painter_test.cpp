@@ -277,15 +277,4 @@ TEST_F(SheetPainter, AStoppedOrFailingJobLeavesNothing) {
   EXPECT_EQ(Print_Map(order, failing), PrintEnd::Failed);
 }
 
-TEST_F(SheetPainter, SettingsComeBackFromTheTable) {
-  settings.factor = 1.25;
-  settings.right = 3;
-  settings.bottom = 4;
-  ASSERT_TRUE(Save_Print_Settings(settings));
-  EXPECT_EQ(Read_Print_Settings(), settings);
-  Take_Print_Settings(settings, paper);
-  EXPECT_FLOAT_EQ(PrintFactor, 1.25F);
-  EXPECT_NEAR(MapPixelMm, 1.25 * mmPerPixel, 1e-6);
-}
-
 }  // namespace

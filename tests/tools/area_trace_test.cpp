@@ -80,6 +80,8 @@ TEST(AreaTrace, ARectangleIsAHandfulOfPoints) {
   EXPECT_LT(result.outline.size(), 15U);
   EXPECT_NEAR(Area_Of(result.outline), 120 * 80, 500);
   EXPECT_EQ(result.sampled.size(), Digi_Ring(1).size() + Digi_Ring(2).size());
+  const TraceResult stopped = Digi_Trace_RGB({picture, {120, 90}, 10, [](QPoint) { return false; }});
+  EXPECT_EQ(std::tuple(stopped.Found(), stopped.fault), std::tuple(false, QString()));
 }
 
 // Grain, a print screen, a thin line across: wider rings step over them.
@@ -103,13 +105,6 @@ TEST(AreaTrace, FaultsAreTold) {
   EXPECT_THAT(fault(high, {100, 40}, 10), HasSubstr("über den oberen Fensterrand hinaus"));
   EXPECT_THAT(fault(Sheet(), {100, 100}, 10), HasSubstr("über den oberen Fensterrand hinaus")) << "a white sheet";
   EXPECT_THAT(fault(Sheet(), {900, -700}, 10), HasSubstr("Fensterrand"));
-}
-
-TEST(AreaTrace, TheUserMayStopIt) {
-  const QImage picture = With(Sheet(), [](QPainter& painter) { painter.drawRect(60, 50, 120, 80); });
-  const TraceResult result = Digi_Trace_RGB({picture, {120, 90}, 10, [](QPoint) { return false; }});
-  EXPECT_FALSE(result.Found());
-  EXPECT_EQ(result.fault, QString());
 }
 
 TEST(AreaFill, RunsAlongThePixelSides) {

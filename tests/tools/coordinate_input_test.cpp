@@ -94,9 +94,6 @@ TEST_F(CoordinateTest, TheNetLiesOverTheEntriesWhileItIsShown) {
   EXPECT_EQ(Map_Picture_With_Entries().pixel(onLine) | black, red);
   Toggle_Grid();
   EXPECT_NE(color(), red);
-  // Hidden it stays when the map is opened once more.
-  Reload_Map();
-  EXPECT_FALSE(GridVisible);
 }
 
 TEST_F(CoordinateTest, AMarkerShowsThePlace) {

@@ -18,7 +18,9 @@ TEST_F(DragTest, ATextGoesWithItsLeadAndLeavesItsFootPoint) {
   EXPECT_EQ(At(amsel), QPoint(150, 130));
   EXPECT_EQ(Foot(amsel), QPoint(300, 300));
   EXPECT_EQ(std::tuple(Map.InHand, Map.Text2.Left), std::tuple(amsel, 150));
-  Drag({300, 300}, {420, 380});  // the foot point's grip
+  ASSERT_TRUE(End_Entry());
+  Drag({300, 300}, {420, 380});  // the foot point is gripped at once
+  EXPECT_EQ(Map.InHand, amsel);
   EXPECT_EQ(Foot(amsel), QPoint(420, 380));
   EXPECT_EQ(At(amsel), QPoint(150, 130));
   Drag({420, 380}, {-50, 900});  // the foot point stays within the view, and is never 0
@@ -30,8 +32,9 @@ TEST_F(DragTest, ATextGoesWithItsLeadAndLeavesItsFootPoint) {
 
 TEST_F(DragTest, NothingIsWrittenOrPaintedAnewUntilTheEnd) {
   const QString box = Take(Figure_Row(20, {100, 100, 80, 60}));
-  int rows = 0;
+  int rows = 0, painted = 0;
   events.TableChanged.Connect([&] { ++rows; });
+  events.MapPainted.Connect([&] { ++painted; });
   const EntryRow before = Row(box);
   Map_Mouse_Down({140, 130}, MouseButton::Left, {});
   Map_Mouse_Move({142, 131}, true);  // still a click
@@ -40,6 +43,7 @@ TEST_F(DragTest, NothingIsWrittenOrPaintedAnewUntilTheEnd) {
   EXPECT_EQ(dragState.outline.boundingRect().toRect().topLeft(), QPoint(200, 150));
   EXPECT_EQ(Box(Map.lblShape).topLeft(), QPoint(200, 150));
   EXPECT_EQ(Row(box), before);
+  EXPECT_LE(painted, 1) << "the map is painted anew while something is dragged";
   Map_Key(Qt::Key_Escape, {});
   EXPECT_EQ(Box(Map.lblShape).topLeft(), QPoint(100, 100));
   Map_Mouse_Up({240, 180}, MouseButton::Left);

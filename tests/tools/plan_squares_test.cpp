@@ -60,23 +60,18 @@ TEST_F(PlanSquaresTest, ASecondRasterAsksAndReplacesTheFirst) {
            [&] { EXPECT_FALSE(Take_Raster_On_Map(Raster(50, LabelPlace::None))); });
   EXPECT_EQ(Whole_Table(), first);
   MessageScript messages("Planquadrate sind bereits", MsgAnswer::Ok);
+  {
+    const StopWorkAt thirtieth(30);
+    EXPECT_FALSE(Take_Raster_On_Map(Raster(10, LabelPlace::None, 400, 400)));
+  }
+  EXPECT_EQ(Whole_Table(), first);
+  messages.Expect("Planquadrate sind bereits", MsgAnswer::Ok);
   EXPECT_TRUE(Take_Raster_On_Map(Raster(50, LabelPlace::None)));
   EXPECT_EQ(Entry_Count(), 48 + 1);
   const QRectF field = *Raster_Field();
   EXPECT_EQ(field, QRectF(100, 100, 400, 300));
   mnuRasterDelete_Click();
   EXPECT_EQ(Entry_Count(), 0);
-}
-
-TEST_F(PlanSquaresTest, StoppedInTheMiddleNothingHasChanged) {
-  ASSERT_TRUE(Take_Raster_On_Map(Raster(100, LabelPlace::None)));
-  const QStringList before = Whole_Table();
-  const StopWorkAt thirtieth(30);
-  MessageScript messages("Planquadrate sind bereits", MsgAnswer::Ok);
-  EXPECT_FALSE(Take_Raster_On_Map(Raster(10, LabelPlace::None, 400, 400)));
-  EXPECT_EQ(Whole_Table(), before);
-  EXPECT_EQ(rsEntries->RecordCount(), 14);
-  EXPECT_EQ(Typ(Key_Of(QStringLiteral("A-1"))), 16);
 }
 
 TEST_F(PlanSquaresTest, ARasterThatDoesNotFitIntoTheColumnsLeavesNoRow) {
@@ -246,14 +241,4 @@ TEST_F(PlanSquaresTest, AFreeSquareComesIntoTheHandAndMoves) {
   EXPECT_EQ(Map.InHand, key);
   Drag({330, 230}, {350, 240});
   EXPECT_EQ(entry_box(Row(key)), (EntryBox{320, 210, 60, 60}));
-}
-
-TEST_F(PlanSquaresTest, TheFieldIsDraggedOnTheMap) {
-  QRect field;
-  Take_Bereich([&field](QRect taken) { field = taken; }, {});
-  Click({50, 50});
-  EXPECT_TRUE(field.isNull());
-  Drag({300, 260}, {100, 60});
-  EXPECT_EQ(field, QRect(100, 60, 200, 200));
-  EXPECT_TRUE(Map.Tool.isEmpty());
 }

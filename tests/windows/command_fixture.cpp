@@ -284,6 +284,7 @@ QStringList CommandTest::Changes(const QMap<QString, EntryRow>& before, const QM
     if (was.ID != is.ID) changes << now.key() + QStringLiteral(".ID=") + is.ID;
     number("Größe", was.Groesse, is.Groesse);
     number("VG", was.VG, is.VG);
+    number("HG", was.HG, is.HG);
     number("RA", was.RA, is.RA);
     number("Typ", was.Typ, is.Typ);
     number("Xmap", was.Xmap, is.Xmap);

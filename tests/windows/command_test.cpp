@@ -202,7 +202,7 @@ const Expected expected[] = {
     {"mnuEigenschaften", "Haus", "FrmEigenschaften 'Eigenschaften'"},
     {"mnuFigKorr", "Zaun", "FrmFlKord 'Figur2 Korrektur'"},
     {"mnuFlTemplateSave", "Moor", "Status=Flächenvorlage gesichert: Flaeche1; Vorlage=FL: Flaeche1|VG=0|HG=14|RA=-101|TX=1|SB=1|"},
-    {"mnuFlTemplateGet", "Moor", "Moor.VG=3; Moor.RA=2; Moor.Xline=6; Moor.Yline=4"},
+    {"mnuFlTemplateGet", "Moor", "Moor.VG=3; Moor.HG=5; Moor.RA=2; Moor.Xline=6; Moor.Yline=4"},
     {"mnuPicSize", "Bild", "DlgBMP 'Bildgröße'"},
     {"mnuFootDel", "Otter", "Frage 'Fußpunkt|Fußpunkt für den Text: Otter entfernen?'; Otter.Xline=0; Otter.Yline=0"},
     {"mnuObjDel", "Otter", "Frage 'Eintrag löschen|Text'; -Otter; Hand="},

@@ -12,12 +12,6 @@ class FigureWindowsTest : public WindowTest {
   FigureWindowsTest() { mapSize = {600, 400}; }
   static EntryRow Figure() { return Figure_In_Hand().value_or(EntryRow{}); }
   static QRect Place() { return {Figure().Xmap, Figure().Ymap, Figure().Xline, Figure().Yline}; }
-  void Drag(QPoint from, QPoint to) const {
-    QTest::mousePress(Canvas(), Qt::LeftButton, {}, from);
-    QTest::mouseMove(Canvas(), (from + to) / 2);
-    QTest::mouseMove(Canvas(), to);
-    QTest::mouseRelease(Canvas(), Qt::LeftButton, {}, to);
-  }
 };
 
 }  // namespace
@@ -38,9 +32,9 @@ TEST_F(FigureWindowsTest, AFigureIsPlacedChangedAndFollowed) {
   Type(*dialog, "txtBreite", "30");
   QTest::keyClick(Part<QLineEdit>(*dialog, "txtBreite"), Qt::Key_Return);
   EXPECT_EQ(Place(), QRect(50, 40, 80, 30));
-  Drag({90, 55}, {190, 155});
+  Drag(Canvas(), {90, 55}, {190, 155});
   EXPECT_EQ(Place(), QRect(150, 140, 80, 30));
-  Drag({230, 170}, {250, 200});
+  Drag(Canvas(), {230, 170}, {250, 200});
   EXPECT_EQ(Text_In(*dialog, "txtLaenge"), "100");
   for (const char* bad : {"0", "zehn", "-4", "99999"}) {
     const MessageScript messages("Figur");

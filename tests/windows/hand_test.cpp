@@ -1,4 +1,3 @@
-#include "tools/drag.h"
 #include "windows/canvas/frmClipboard.h"
 #include "windows/desktop/clipboard.h"
 
@@ -64,25 +63,15 @@ TEST_F(HandTest, ClickTakesAnEntryAndTheBarFollows) {
   expect_in_hand(false);
 }
 
-TEST_F(HandTest, DraggingMovesTheOutlineAndWritesTheRowOnce) {
-  int painted = 0;
-  const QPoint from = On(first);
-  QTest::mousePress(Canvas(), Qt::LeftButton, {}, from);
-  events.MapPainted.Connect([&painted] { ++painted; });
-  for (int i = 1; i <= 20; ++i) QTest::mouseMove(Canvas(), from + QPoint(5 * i, 3 * i));
-  EXPECT_LE(painted, 1) << "the map is painted anew while something is dragged";
-  EXPECT_EQ(Row(first).Xmap, 50);
-  const QRectF outline = dragState.outline.boundingRect();
-  EXPECT_NEAR(outline.left(), Window_X(50) + 100, 4);
-  QTest::mouseRelease(Canvas(), Qt::LeftButton, {}, from + QPoint(100, 60));
-  Settle();
+TEST_F(HandTest, TheMouseDragsOnTheMapAndThroughTheEditBox) {
+  Drag(Canvas(), On(first), On(first) + QPoint(100, 60));
   EXPECT_EQ(At(first), QPoint(150, 120));
   // In hand already: the edit box passes the mouse on.
-  const QPoint inside(10, 8);
-  QTest::mousePress(Editor()->viewport(), Qt::LeftButton, {}, inside);
-  QTest::mouseMove(Editor()->viewport(), inside + QPoint(20, 20));
-  QTest::mouseMove(Editor()->viewport(), inside + QPoint(20, 20));
-  QTest::mouseRelease(Editor()->viewport(), Qt::LeftButton, {}, inside);
+  QWidget* editor = Editor()->viewport();
+  QTest::mousePress(editor, Qt::LeftButton, {}, {10, 8});
+  QTest::mouseMove(editor, {30, 28});
+  QTest::mouseMove(editor, {30, 28});
+  QTest::mouseRelease(editor, Qt::LeftButton, {}, {10, 8});
   Settle();
   EXPECT_GT(Row(first).Xmap, 155);
 }
@@ -140,6 +129,7 @@ TEST_F(HandTest, PopupOffersWhatCanBeDone) {
   Click({500, 350}, Qt::NoModifier, Qt::RightButton);
   auto* popup = Child<QMenu>("popup");
   ASSERT_TRUE(popup->isVisible());
+  EXPECT_EQ(Map.PopupAt, QPoint(500, 350));
   EXPECT_TRUE(window->Action("mnuObjInsert")->isEnabled());
   EXPECT_FALSE(window->Action("mnuObjDel")->isEnabled());
   window->Action("mnuInsText")->trigger();

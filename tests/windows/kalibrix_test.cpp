@@ -71,11 +71,7 @@ class KalibrixTest : public WindowTest {
   }
   void Drag(QPointF from, QPointF to) {
     View().Make_Visible(from);
-    QTest::mousePress(View().viewport(), Qt::LeftButton, {}, On_Screen(from));
-    QTest::mouseMove(View().viewport(), On_Screen((from + to) / 2));
-    QTest::mouseMove(View().viewport(), On_Screen(to));
-    QTest::mouseRelease(View().viewport(), Qt::LeftButton, {}, On_Screen(to));
-    Settle();
+    WindowTest::Drag(View().viewport(), On_Screen(from), On_Screen(to));
   }
   QString map;
   CoordinateState shipped;

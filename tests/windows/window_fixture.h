@@ -35,6 +35,13 @@ class WindowTest : public FluraxTest, public RowsOfTable {
     if (with != Qt::NoModifier) QTest::keyRelease(part, Qt::Key_Shift);  // else the next test finds it held
     Settle();
   }
+  static void Drag(QWidget* part, QPoint from, QPoint to) {
+    QTest::mousePress(part, Qt::LeftButton, {}, from);
+    QTest::mouseMove(part, (from + to) / 2);
+    QTest::mouseMove(part, to);
+    QTest::mouseRelease(part, Qt::LeftButton, {}, to);
+    Settle();
+  }
   static void Push(QAbstractButton* button) {
     button->click();
     Settle();
