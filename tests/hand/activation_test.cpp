@@ -9,8 +9,6 @@
 #include "support/pixels.h"
 #include "tools/text_tool.h"
 
-namespace {
-
 using Activation = HandTest;
 
 TEST_F(Activation, ClickTypeLeaveWritesTheRow) {
@@ -292,5 +290,3 @@ TEST_F(Activation, TheHandFollowsTheRow) {
   EXPECT_EQ(Row(line).Typ, 4);
   EXPECT_TRUE(Map.Text2.Visible);
 }
-
-}  // namespace

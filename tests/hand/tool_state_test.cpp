@@ -66,7 +66,7 @@ TEST_F(ToolState, OfATextThatIsBeingTypedTheRowBelowSaysNothing) {
   Add(picture);
   rsEntries->MoveLast();
   New_Text(300, 300);
-  for (const char* key : {"mnuPicSize", "mnuFootDel", "mnuFigFill"}) EXPECT_FALSE(Usable(key)) << key;
+  for (const char* key : {"mnuPicSize", "mnuFootDel", "mnuFigFill", "mnuKanten"}) EXPECT_FALSE(Usable(key)) << key;
 }
 
 TEST_F(ToolState, ButtonsOfMarksAndHiddenRowsComeWithTheirNumber) {

@@ -9,8 +9,6 @@
 #include "printing/table_print.h"
 #include "view/redraw.h"
 
-namespace {
-
 // A map of 1600 x 1200 pixels: 423.3 x 317.5 mm; paper that prints on 200 x 280 mm.
 class PageSetupTest : public FluraxTest {
  protected:
@@ -208,5 +206,3 @@ TEST_F(PageSetupTest, TheMapIsExportedWithItsEntries) {
   EXPECT_FALSE(Export_Map_Picture());
   EXPECT_EQ(files.Seen().front().title, u"Karte mit Einträgen als BITMAP exportieren"_s);
 }
-
-}  // namespace

@@ -7,8 +7,6 @@
 #include "support/pixels.h"
 #include "tools/position_mark.h"
 
-namespace {
-
 // A map of 1600 x 1200 pixels with kilometre lines every 200 pixels.
 class CoordinateTest : public HandTest {
  protected:
@@ -24,8 +22,6 @@ class CoordinateTest : public HandTest {
   }
   CoordinateForm form() { return Koord_Eingabe_Init(); }
 };
-
-}  // namespace
 
 TEST_F(CoordinateTest, TheStatusBarTellsWhereTheMouseIs) {
   const auto told = [](int y) {

@@ -4,8 +4,6 @@
 #include "hand/hand_controls.h"
 #include "support/hand_fixture.h"
 
-namespace {
-
 class DragTest : public HandTest {
  protected:
   static QPoint Foot(const QString& key) { return {Row(key).Xline, Row(key).Yline}; }
@@ -277,5 +275,3 @@ TEST_F(DragTest, AChangedTextIsStoredBeforeItMoves) {
   EXPECT_EQ(At(amsel), QPoint(121, 141));
   EXPECT_EQ(Map.Text2.Tag, EditTag::Change);
 }
-
-}  // namespace

@@ -4,8 +4,6 @@
 #include "support/hand_fixture.h"
 #include "support/looks.h"
 
-namespace {
-
 class FootPointTest : public HandTest {
  protected:
   static QPoint Foot(const QString& bookmark) { return {Row(bookmark).Xline, Row(bookmark).Yline}; }
@@ -79,5 +77,3 @@ TEST_F(FootPointTest, EndMarkIsTheKind) {
   Click({200, 200});
   EXPECT_EQ(Row(next).Typ, 3);
 }
-
-}  // namespace

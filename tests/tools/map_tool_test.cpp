@@ -14,8 +14,6 @@
 #include "tools/symbol_tool.h"
 #include "tools/text_tool.h"
 
-namespace {
-
 using MapTools = BulkTest;
 
 TEST_F(MapTools, EachHasTheMouseUntilItIsDroppedAndItsButtonIsPressedMeanwhile) {
@@ -117,5 +115,3 @@ TEST_F(MapTools, ADuplicateIsPlacedByTheNextClick) {
   EXPECT_EQ(Row(Map.InHand).Eintrag, QString("Amsel"));
   EXPECT_EQ(At(Map.InHand), QPoint(500, 400));
 }
-
-}  // namespace

@@ -2,8 +2,6 @@
 
 #include "support/hand_fixture.h"
 
-namespace {
-
 using Mouse = HandTest;
 
 TEST_F(Mouse, PositionAndEntryUnderThePointer) {
@@ -70,5 +68,3 @@ TEST_F(Mouse, KeysForTheEntryInHand) {
   }
   EXPECT_EQ(ends, 1);
 }
-
-}  // namespace

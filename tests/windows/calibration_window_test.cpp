@@ -1,7 +1,3 @@
-#include "maps/map_coordinates.h"
-
-namespace {
-
 using CalibrationWindow = WindowTest;
 
 TEST_F(CalibrationWindow, OffersTheFilesAndTakesTheChosenOne) {
@@ -13,12 +9,9 @@ TEST_F(CalibrationWindow, OffersTheFilesAndTakesTheChosenOne) {
   });
   Open(400, 300);
   EXPECT_EQ(Coord.Grid, gridNone);
-  When_Shown([](QWidget& dialog) {
+  Choose_And("mnuChooseGrid", [](QWidget& dialog) {
     EXPECT_EQ(dialog.pos(), QPoint(1, 1));
     Walk(dialog, "cmbFiles : #2; btnOK!");
   });
-  Choose("mnuChooseGrid");
   EXPECT_EQ(Coord.CalFile, Path("Karte.cal"));
 }
-
-}  // namespace

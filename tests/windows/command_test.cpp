@@ -1,8 +1,5 @@
 #include "edit/visibility.h"
-#include "maps/command_look.h"
-#include "maps/map_coordinates.h"
 #include "maps/step_walk.h"
-#include "store/history.h"
 
 namespace {
 

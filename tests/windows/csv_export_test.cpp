@@ -1,7 +1,5 @@
 #include "windows/import/frmCSVExport.h"
 
-namespace {
-
 class CsvExportTest : public WindowTest {
  protected:
   void SetUp() override {
@@ -13,7 +11,7 @@ class CsvExportTest : public WindowTest {
 
 TEST_F(CsvExportTest, WritesTheChosenColumnsInTheirOrder) {
   FileDialogScript files{std::nullopt, Path("aus.csv")};
-  When_Shown([](QWidget& dialog) {
+  Choose_And("mnuExportCSVTable", [](QWidget& dialog) {
     Walk(dialog, "optWgs84 off; cmdHoch off");  // a map without a net; no column is chosen
     auto* columns = Part<QListWidget>(dialog, "lstSpalten");
     columns->item(3)->setCheckState(Qt::Unchecked);  // Koordinaten
@@ -21,21 +19,17 @@ TEST_F(CsvExportTest, WritesTheChosenColumnsInTheirOrder) {
     EXPECT_TRUE(dialog.isVisible()) << "the name was not given";
     Press(dialog, "cmdExport");
   });
-  Choose("mnuExportCSVTable");
   EXPECT_EQ(Read_Bytes(Path("aus.csv")), "Eintrag,Nr,x,y\r\nUhu,1,40,50\r\n");
 }
 
 TEST_F(CsvExportTest, AFolderThatCannotBeWrittenIsTold) {
   const FileDialogScript files{Path("fehlt/aus.csv")};
   MessageScript boxes{{"mindestens eine Spalte"}, {"fehlt/aus.csv"}};
-  When_Shown([](QWidget& dialog) {
+  Choose_And("mnuExportCSVTable", [](QWidget& dialog) {
     auto* columns = Part<QListWidget>(dialog, "lstSpalten");
     for (int i = 0; i < columns->count(); ++i) columns->item(i)->setCheckState(Qt::Unchecked);
     Press(dialog, "cmdExport");
     columns->item(0)->setCheckState(Qt::Checked);
     Walk(dialog, "cmdExport!; cmdCancel!");
   });
-  Choose("mnuExportCSVTable");
 }
-
-}  // namespace

@@ -1,7 +1,5 @@
 #include "windows/import/frmCSVImport.h"
 
-namespace {
-
 class CsvWindowTest : public WindowTest {
  protected:
   void SetUp() override {
@@ -9,8 +7,7 @@ class CsvWindowTest : public WindowTest {
     Open(600, 400);
     Coord = Utm_Net({600, 400}, {0, 400}, 1000);  // a metre a pixel
     Coord.GridR = Coord.GridH = 0;
-    Choose("mnuImportCSV");
-    dialog = &Shown<FrmCSVImport>();
+    dialog = &Chosen<FrmCSVImport>("mnuImportCSV");
   }
   QAction* Menu_Line(const char* name) { return dialog->findChild<QAction*>(name); }
   void Open_Csv(const QStringList& lines) {
@@ -24,10 +21,12 @@ class CsvWindowTest : public WindowTest {
   FrmCSVImport* dialog = nullptr;
 };
 
-}  // namespace
-
 TEST_F(CsvWindowTest, ShowsImportsAndOffersTheListOfTheRefused) {
   EXPECT_FALSE(Menu_Line("mnuImport")->isEnabled());
+  Open_Csv({"#Eintrag;#X;#Y;#UTM", "Igel;100;300"});
+  With_Box("Koordinatentyp gefunden", [&] { Open_Csv({"#Eintrag;#X;#Y", "Igel;100;300"}); });
+  EXPECT_FALSE(Menu_Line("mnuImport")->isEnabled()) << "of the one that was refused nothing is left";
+  EXPECT_EQ(Part<QComboBox>(*dialog, "cmbEintrag")->count(), 0);
   Open_Csv({"#Eintrag;#X;#Y;#UTM", "Igel;100;300", "Igel;100;300", "Dachs;9000;300"});
   EXPECT_EQ(dialog->windowTitle(), "CSV-Tabelle Import: Funde.csv");
   Walk(*dialog, "lblMsg = 3 Karteneinträge können importiert werden.*; lblWo = 100 : 100 Pixel");
@@ -39,12 +38,4 @@ TEST_F(CsvWindowTest, ShowsImportsAndOffersTheListOfTheRefused) {
   EXPECT_EQ(rsEntries->Integer(column::Xmap), 107);
   EXPECT_GE(NotePad_Of(Path("Karte-CSV-Import.txt")), 0) << "shown in a note pad";
   EXPECT_FALSE(Menu_Line("mnuImport")->isEnabled()) << "not twice";
-}
-
-TEST_F(CsvWindowTest, AFileThatIsRefusedLeavesNothingToImport) {
-  Open_Csv({"#Eintrag;#X;#Y;#UTM", "Igel;100;300"});
-  MessageScript messages("Koordinatentyp gefunden");
-  Open_Csv({"#Eintrag;#X;#Y", "Igel;100;300"});
-  EXPECT_FALSE(Menu_Line("mnuImport")->isEnabled());
-  EXPECT_EQ(Part<QComboBox>(*dialog, "cmbEintrag")->count(), 0);
 }

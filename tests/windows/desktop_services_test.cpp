@@ -1,7 +1,3 @@
-#include "windows/desktop/desktop_services.h"
-
-#include "windows/desktop/desktop_dialogs.h"
-
 namespace {
 
 QStringList Captions(const QWidget& box) {

@@ -1,4 +1,3 @@
-#include "support/recorded_shell.h"
 #include "windows/canvas/frmBildZoom.h"
 #include "windows/main/dialog_hooks.h"
 #include "windows/maps/frmAbgesichert.h"
@@ -9,8 +8,6 @@
 #include "windows/maps/frmMapStart.h"
 #include "windows/maps/frmOptions.h"
 #include "windows/maps/frmTipps.h"
-
-namespace {
 
 class DialogTest : public FluraxTest {
  protected:
@@ -29,8 +26,6 @@ class DialogTest : public FluraxTest {
     ASSERT_TRUE(frmMDI.MapOpen);
   }
 };
-
-}  // namespace
 
 TEST_F(DialogTest, PaperSizesTurnWithTheOrientation) {
   const FrmMapNeu dialog;

@@ -1,5 +1,3 @@
-#include "maps/map_coordinates.h"
-#include "maps/sheet_bridge.h"
 #include "windows/bridge/frmTabAustausch.h"
 #include "windows/bridge/frmTabExport.h"
 #include "windows/calibration/frmKalibrix.h"

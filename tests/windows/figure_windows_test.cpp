@@ -1,11 +1,7 @@
 #include "edit/figure_edit.h"
-#include "hand/next_shape.h"
-#include "support/pixels.h"
 #include "windows/canvas/frmEigenschaften.h"
 #include "windows/canvas/frmFigur.h"
 #include "windows/canvas/frmFigurDraw.h"
-
-namespace {
 
 class FigureWindowsTest : public WindowTest {
  protected:
@@ -14,13 +10,10 @@ class FigureWindowsTest : public WindowTest {
   static QRect Place() { return {Figure().Xmap, Figure().Ymap, Figure().Xline, Figure().Yline}; }
 };
 
-}  // namespace
-
 TEST_F(FigureWindowsTest, AFigureIsPlacedChangedAndFollowed) {
   int colors = 0;
   dialogHooks.ColorWindow = [&colors] { ++colors; };
-  Choose("mnuInsFigur");
-  auto* dialog = &Shown<FrmFigur>();
+  auto* dialog = &Chosen<FrmFigur>("mnuInsFigur");
   EXPECT_EQ(Canvas()->cursor().shape(), Qt::CrossCursor);
   Walk(*dialog, "lstFigur : #1; txtBreite off; txtLaenge < 80");
   QTest::mouseClick(Canvas(), Qt::LeftButton, {}, {50, 40});
@@ -88,8 +81,7 @@ TEST_F(FigureWindowsTest, TheFrameIsTurnedWithTheFigure) {
 TEST_F(FigureWindowsTest, PropertiesShowTurnAndMarkTheFigure) {
   NextShape.figure = 22;
   Place_Figure({100, 100});
-  Choose("mnuEigenschaften");
-  auto* dialog = &Shown<FrmEigenschaften>();
+  auto* dialog = &Chosen<FrmEigenschaften>("mnuEigenschaften");
   const auto picture = [dialog] { return Part<QLabel>(*dialog, "picFigur")->pixmap().toImage(); };
   const QImage plain = picture();
   Walk(*dialog, "ckLaengsachse!; ckAchsenText!");

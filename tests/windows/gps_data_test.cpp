@@ -1,16 +1,13 @@
 #include "view/hit_test.h"
 #include "windows/canvas/frmGPSData.h"
 
-namespace {
-
 class GpsWindow : public WindowTest {
  protected:
   void SetUp() override {
     WindowTest::SetUp();
     const QString map = Make_Map("Karte.bmp", 1600, 1200);
     Write_Lines(Path("Karte.cal"), Utm_Calibration({100, 1100}, 200, 0.0000001));
-    FileDialogScript files{map};
-    Choose("mnuFOpen");
+    Open(map);
     ASSERT_EQ(Coord.Grid, gridUtm);
   }
   FrmGPSData& Input() {
@@ -18,8 +15,6 @@ class GpsWindow : public WindowTest {
     return Shown<FrmGPSData>();
   }
 };
-
-}  // namespace
 
 TEST_F(GpsWindow, TypedAndClickedCoordinates) {
   FrmGPSData& input = Input();
@@ -42,7 +37,8 @@ TEST_F(GpsWindow, TypedAndClickedCoordinates) {
   right->clear();
   Q_EMIT right->editingFinished();
   EXPECT_EQ(right->text(), "600000");
-  Press(input, "ckMausclick");
+  Choose("mnuGridDel");
+  EXPECT_FALSE(Is_Open<FrmGPSData>());
 }
 
 TEST_F(GpsWindow, FromOneNumberTheTabKeyGoesToTheOther) {
@@ -56,15 +52,4 @@ TEST_F(GpsWindow, FromOneNumberTheTabKeyGoesToTheOther) {
   for (const char digit : {'5', '5', '1', '6'}) QTest::keyClick(input.focusWidget(), digit);
   EXPECT_EQ(Text_In(input, "txtHW"), "5516");
   EXPECT_EQ(input.focusWidget()->objectName(), "txtHW");
-}
-
-TEST_F(GpsWindow, GoesWithTheNet) {
-  for (const bool checked : {true, false}) {
-    EXPECT_EQ(window->Action("mnuGridXYShow")->isChecked(), checked);
-    if (checked) Choose("mnuGridXYShow");
-  }
-  Input();
-  Choose("mnuGridDel");
-  EXPECT_FALSE(window->Action("mnuGridXYInput")->isEnabled());
-  EXPECT_FALSE(Is_Open<FrmGPSData>());
 }

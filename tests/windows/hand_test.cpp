@@ -1,9 +1,6 @@
 #include "windows/canvas/frmClipboard.h"
-#include "windows/desktop/clipboard.h"
 
 // The hand on the map through the windows: mouse, keys, edit box, popup, tool buttons.
-
-namespace {
 
 class HandTest : public WindowTest {
  protected:
@@ -36,8 +33,6 @@ class HandTest : public WindowTest {
 
   QString first, second;
 };
-
-}  // namespace
 
 TEST_F(HandTest, ClickTakesAnEntryAndTheBarFollows) {
   const auto expect_in_hand = [this](bool inHand) {

@@ -7,7 +7,6 @@
 #include "view/cursor_coordinates.h"
 #include "windows/calibration/calibration_view.h"
 #include "windows/calibration/frmKalibrix.h"
-#include "windows/desktop/desktop_dialogs.h"
 
 // Kalibrix as its user meets it: mouse, keys, boxes.
 

@@ -1,10 +1,7 @@
-#include "hand/next_shape.h"
 #include "windows/objects/frmDrawBreite.h"
 #include "windows/objects/frmFarb.h"
 #include "windows/objects/frmFarb_table.h"
 #include "windows/objects/frmFill.h"
-
-namespace {
 
 class LookWindowsTest : public WindowTest {
  protected:
@@ -28,11 +25,8 @@ class LookWindowsTest : public WindowTest {
   QString text, figure, picture;
 };
 
-}  // namespace
-
 TEST_F(LookWindowsTest, ColoursFollowTheEntryInHandAndApplyAtOnce) {
-  Choose("mnuFarbe");
-  auto& colors = Shown<FrmFarb>();
+  auto& colors = Chosen<FrmFarb>("mnuFarbe");
   EXPECT_EQ(colors.height(), 247);
   Pick(colors, 5);
   EXPECT_EQ(CurVG, 5);

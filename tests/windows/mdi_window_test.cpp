@@ -1,5 +1,3 @@
-#include "windows/common/window_support.h"
-
 namespace {
 
 QString Access_Key(const QString& caption) {

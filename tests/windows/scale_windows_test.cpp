@@ -1,8 +1,4 @@
-#include "support/pixels.h"
-#include "tools/mouse.h"
 #include "windows/canvas/frmMass.h"
-
-namespace {
 
 class ScaleWindowsTest : public WindowTest {
  protected:
@@ -14,8 +10,6 @@ class ScaleWindowsTest : public WindowTest {
     Map_Mouse_Up(to, MouseButton::Left);
   }
 };
-
-}  // namespace
 
 TEST_F(ScaleWindowsTest, LineIsDrawnAndTheBarStandsAtItsBeginning) {
   Choose("mnuInsMass");
@@ -76,13 +70,12 @@ TEST_F(ScaleWindowsTest, ReferenceStyleIsSeenAtOnceAndTakenBack) {
   const auto ink = [] { return Count_Pixels(Map.canvas, {100, 100, 120, 120}, Is_Ink); };
   const int thin = ink();
   for (const bool keep : {false, true}) {
-    When_Shown([&](QWidget& dialog) {
+    Choose_And("mnuRfline", [&](QWidget& dialog) {
       Walk(dialog, "btnArrow!; numBreite : 4; numPfeil : 30");
       EXPECT_GT(ink(), 2 * thin);
       EXPECT_EQ(Last_Row().Typ, 2);
       Press(dialog, keep ? "cmdOK" : "cmdCancel");
     });
-    Choose("mnuRfline");
     EXPECT_EQ(Last_Row().Typ, keep ? 2 : 1);
     EXPECT_EQ(std::tuple(Map.ReferenceWidth, Map.ReferenceArrow), std::tuple(keep ? 4 : 1, keep ? 30 : 6));
     EXPECT_EQ(ink() > 2 * thin, keep);

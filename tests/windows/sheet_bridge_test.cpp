@@ -4,8 +4,6 @@
 #include "windows/bridge/frmTabAustausch.h"
 #include "windows/bridge/frmTabExport.h"
 
-namespace {
-
 class SheetBridgeTest : public WindowTest {
  protected:
   void SetUp() override {
@@ -67,13 +65,19 @@ class SheetBridgeTest : public WindowTest {
 // The program itself, without its user: it writes at once, and waits for him then.
 TEST_F(SheetBridgeTest, TheRealToolWritesTheTableOfTheLastMap) {
   real = true;
+  Undo_Point("Rückgängig: Import");
+  Add({"Text", "Reiher", "Arial", 10, 0, 15, 0, 40, 50, 0, 0, 0});
   Tbl.Tag = TableTag::Dirty;
   Choose("mnuExportxls");
   EXPECT_EQ(given, QStringList());
   EXPECT_EQ(Tbl.Tag, TableTag::Clean);
-  EXPECT_EQ(Texts(), QStringList({"Uhu", "Star", "Specht"})) << "the table is open again";
+  const QRect screen = window->screen()->availableGeometry();
+  EXPECT_NEAR(window->geometry().right(), screen.left() + screen.width() / 2, 10) << "room for the tool";
   ASSERT_TRUE(Becomes([this] { return File_Exists(Book()); }));
   EXPECT_EQ(Workbook(Book()).Read("MapData").Text(4, 3), "Specht");
+  EXPECT_EQ(Menu("mnuReset").Caption, "Rückgängig: Import");
+  With_Box("wieder hergestellt", [this] { Choose("mnuReset"); });
+  EXPECT_EQ(Texts(), QStringList({"Uhu", "Star", "Specht"})) << "the table is open again";
 }
 
 TEST_F(SheetBridgeTest, TheRealToolHasTheCopyToItselfAndLeavesItAsItWas) {
@@ -181,17 +185,6 @@ TEST_F(SheetBridgeTest, WhatWasLeftIsOfferedAtTheNextOpening) {
   }
 }
 
-TEST_F(SheetBridgeTest, TheExportLeavesAnArmedUndo) {
-  Undo_Point("Rückgängig: Import");
-  Add({"Text", "Reiher", "Arial", 10, 0, 15, 0, 40, 50, 0, 0, 0});
-  Choose("mnuExportxls");
-  const QRect screen = window->screen()->availableGeometry();
-  EXPECT_NEAR(window->geometry().right(), screen.left() + screen.width() / 2, 10) << "room for the tool";
-  EXPECT_EQ(Menu("mnuReset").Caption, "Rückgängig: Import");
-  With_Box("wieder hergestellt", [this] { Choose("mnuReset"); });
-  EXPECT_EQ(Texts(), QStringList({"Uhu", "Star", "Specht"}));
-}
-
 TEST_F(SheetBridgeTest, TheExportTellsWhereItLiesAndTakesAnotherMap) {
   const QString other = Make_Map("Andere.bmp");
   FrmTabExport tab(Last_Map());
@@ -210,5 +203,3 @@ TEST_F(SheetBridgeTest, TheExportTellsWhereItLiesAndTakesAnotherMap) {
   FrmTabExport none{QString()};
   EXPECT_FALSE(Is_Enabled(none, "cmdSchreiben"));
 }
-
-}  // namespace

@@ -1,5 +1,4 @@
 #include "hand/leave_hand.h"
-#include "maps/command_look.h"
 #include "maps/paint_program.h"
 
 // What is being typed when something else begins: a new text on the map, a text that is being changed, a cell of the
@@ -14,11 +13,8 @@ class TypingTest : public CommandTest {
   // The table file of the map, whether it is open or not.
   bool Stands_In_Table(const QString& text) const {
     if (frmMDI.MapOpen && MapFile == map) return Rows().contains(text);
-    const auto database = Workspace::OpenDatabase(Path("KARTE.MDB"));
-    const auto rows = database->OpenRecordset("MapData");
-    for (; !rows->Eof(); rows->MoveNext())
-      if (rows->Text(column::Eintrag) == text) return true;
-    return false;
+    const auto rows = Rows_Of(*Workspace::OpenDatabase(Path("KARTE.MDB")));
+    return std::any_of(rows.begin(), rows.end(), [&](const EntryRow& row) { return row.Eintrag == text; });
   }
 };
 

@@ -69,11 +69,20 @@ class WindowTest : public FluraxTest, public RowsOfTable {
     }
     FAIL() << "no button " << key;
   }
-  // Opens a white map of the size through the menu.
-  void Open(int width, int height) {
-    const FileDialogScript files{Make_Map("Karte.bmp", width, height)};
+  // Opens a map through the menu; a white one of that size.
+  void Open(const QString& path) {
+    const FileDialogScript files{path};
     Choose("mnuFOpen");
     ASSERT_TRUE(frmMDI.MapOpen);
+  }
+  void Open(int width, int height) { Open(Make_Map("Karte.bmp", width, height)); }
+  // The command, and what is done with the dialog that waits then; a line of steps is walked over it.
+  void Choose_And(const QString& key, const std::function<void(QWidget&)>& act) {
+    When_Shown(act);
+    Choose(key);
+  }
+  void Choose_And(const QString& key, const QString& steps) {
+    Choose_And(key, [&steps](QWidget& dialog) { Walk(dialog, steps); });
   }
   // The one open window of its kind.
   template <typename Window>
@@ -81,6 +90,11 @@ class WindowTest : public FluraxTest, public RowsOfTable {
     auto* found = window->findChild<Window*>();
     EXPECT_NE(found, nullptr);
     return *found;
+  }
+  template <typename Window>
+  Window& Chosen(const QString& key) {
+    Choose(key);
+    return Shown<Window>();
   }
   template <typename Window>
   bool Is_Open() const {
