@@ -196,7 +196,7 @@ TEST_F(Activation, WhatIsPaintedRoundTheEntryInHandGoesWithoutATrace) {
   EXPECT_EQ(redraws, 0);
 }
 
-TEST_F(Activation, OverlappingHiddenInactiveAndUnknownEntries) {
+TEST_F(Activation, OverlappingInactiveUnknownAssignedAndFarEntries) {
   Add(Figure_Row(20, {100, 100, 80, 60}));
   const QString upper = Add(Figure_Row(20, {140, 120, 80, 60}));
   EntryRow inactive = Figure_Row(20, {400, 100, 80, 60});
@@ -214,10 +214,8 @@ TEST_F(Activation, OverlappingHiddenInactiveAndUnknownEntries) {
   EXPECT_FALSE(Entry_In_Hand());
   EXPECT_EQ(Toolbar1.Tag, ToolMode::Norm);
   for (const QString& none : {Header_Key(), QStringLiteral("999999")}) EXPECT_FALSE(Take_Entry(none)) << none;
-}
-
-TEST_F(Activation, AssignedRowsTellItFirstAndFarOnesScrollTheMap) {
-  const QString amsel = Take({"Text>Flaeche3", "Amsel", "Arial", 12, 0, 14, -100, 1500, 1100, 0, 0, 0});
+  // Assigned rows tell it first, far ones scroll the map.
+  Take({"Text>Flaeche3", "Amsel", "Arial", 12, 0, 14, -100, 1500, 1100, 0, 0, 0});
   EXPECT_TRUE(InfoBar.Panel[0].startsWith("Zugeordnet: Flaeche3"));
   EXPECT_GT(Map.ViewLeft, 0);
   EXPECT_EQ(Map.Text2.Left, Window_X(1500));

@@ -4,8 +4,6 @@
 #include "support/hand_fixture.h"
 #include "support/looks.h"
 
-namespace {
-
 using ToolState = HandTest;
 
 const QStringList closing = {"Del", "vor", "back", "Dupl", "Cpy", "Lupe", "Vis", "Akt"};
@@ -46,6 +44,14 @@ TEST_F(ToolState, TheToolbarFollowsTheKindOfTheRow) {
     odd.Typ = typ;
     EXPECT_EQ(Tool_Mode_Of(odd), ToolMode::Norm) << typ;
   }
+  // Tips and switches tell of the row.
+  Take(Figure_Row(-20, {100, 100, 50, 50}));
+  EXPECT_EQ(Button_Now("Ein").ToolTipText, "Figur wieder sichtbar machen");
+  Take(Figure_Row(22, {200, 100, 50, 50}));
+  EXPECT_EQ(Button_Now("Ein").ToolTipText, "Figur unsichtbar machen (ausblenden)");
+  EXPECT_EQ(Button_Now("Panel").Caption, "Figur Figur");
+  EXPECT_EQ(Button_Now("Akt").ToolTipText, "Figur1 de-aktivieren");
+  EXPECT_FALSE(Button_Now("Curve").Enabled);
 }
 
 TEST_F(ToolState, InNormOnlyTheMenusChange) {
@@ -95,15 +101,3 @@ TEST_F(ToolState, ButtonsOfMarksAndHiddenRowsComeWithTheirNumber) {
   EXPECT_EQ(Button_Now("Ein").ToolTipText, "2 unsichtbare Karteneinträge");
   EXPECT_TRUE(Button_Now("Ein").Visible && Button_Now("Akt").Visible);
 }
-
-TEST_F(ToolState, TipsAndSwitchesTellOfTheRow) {
-  const QString hidden = Take(Figure_Row(-20, {100, 100, 50, 50})), shown = Add(Figure_Row(22, {200, 100, 50, 50}));
-  EXPECT_EQ(Button_Now("Ein").ToolTipText, "Figur wieder sichtbar machen");
-  ASSERT_TRUE(Take_Entry(shown));
-  EXPECT_EQ(Button_Now("Ein").ToolTipText, "Figur unsichtbar machen (ausblenden)");
-  EXPECT_EQ(Button_Now("Panel").Caption, "Figur Figur");
-  EXPECT_EQ(Button_Now("Akt").ToolTipText, "Figur1 de-aktivieren");
-  EXPECT_FALSE(Button_Now("Curve").Enabled);
-}
-
-}  // namespace

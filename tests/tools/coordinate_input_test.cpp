@@ -90,13 +90,11 @@ TEST_F(CoordinateTest, TheNetLiesOverTheEntriesWhileItIsShown) {
   EXPECT_EQ(Map_Picture_With_Entries().pixel(onLine) | black, red);
   Toggle_Grid();
   EXPECT_NE(color(), red);
-}
-
-TEST_F(CoordinateTest, AMarkerShowsThePlace) {
-  GridVisible = false;
+  // A marker shows a place.
+  const auto marked = [] { return Map.canvas.pixel(Window_X(1500), Window_Y(1100)) | black; };
   Show_Place({1500, 1100});
   EXPECT_GT(Map.ViewLeft, 0);
-  EXPECT_EQ(Map.canvas.pixel(Window_X(1500), Window_Y(1100)) | black, red);
+  EXPECT_EQ(marked(), red);
   Hide_Place();
-  EXPECT_EQ(Map.canvas.pixel(Window_X(1500), Window_Y(1100)) | black, white);
+  EXPECT_EQ(marked(), white);
 }

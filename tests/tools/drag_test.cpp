@@ -187,6 +187,11 @@ TEST_F(DragTest, LinesGoWithTheirVerticesAndLabelsAlone) {
   EXPECT_EQ(At(line), QPoint(520, 120));
   Move_In_Hand(5, 5);
   EXPECT_EQ(At(line), QPoint(525, 125));
+  // A vertex beyond the stop mark would end the outline.
+  const QString far = Take(Poly_Row("Linie1", 100, 100, {{-14990, 100}, {200, 200}}));
+  With_Box("zu weit", [] { Move_In_Hand(-20, 0); });
+  EXPECT_EQ(At(far), QPoint(100, 100));
+  EXPECT_EQ(Load_Vertices("Linie1").front(), QPoint(-14990, 100));
 }
 
 TEST_F(DragTest, FreeFiguresAndPlanSquaresAndScales) {
@@ -235,15 +240,6 @@ TEST_F(DragTest, PicturesKeepTheirShapeWhenSized) {
   Drag(corner, corner + QPoint(40, 5));
   EXPECT_EQ(Box(Map.imgBild), QRect(150, 130, 80, 60));
   EXPECT_EQ(Map.canvas.pixel(225, 185), qRgb(200, 0, 0));
-}
-
-// A vertex beyond the stop mark would end the outline.
-TEST_F(DragTest, PositionsStayWithinTheirRange) {
-  const QString line = Take(Poly_Row("Linie1", 100, 100, {{-14990, 100}, {200, 200}}));
-  MessageScript script("zu weit");
-  Move_In_Hand(-20, 0);
-  EXPECT_EQ(At(line), QPoint(100, 100));
-  EXPECT_EQ(Load_Vertices("Linie1").front(), QPoint(-14990, 100));
 }
 
 TEST_F(DragTest, OutOfTheWindowAsksWhetherToDelete) {

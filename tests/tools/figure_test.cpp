@@ -10,8 +10,6 @@
 #include "tools/figure_tool.h"
 #include "tools/free_figure_tool.h"
 
-namespace {
-
 class FigureTest : public HandTest {
  protected:
   static EntryRow InHand() {
@@ -35,8 +33,6 @@ class FigureTest : public HandTest {
 };
 
 const FigureExtras allExtras{true, true, true, true, true};
-
-}  // namespace
 
 TEST_F(FigureTest, DraggedAndClickedFiguresComeIntoTheHand) {
   CurHG = 3;
@@ -158,17 +154,6 @@ TEST_F(FigureTest, FreeFiguresAreDrawnPointByPoint) {
   EXPECT_NE(Map_Tool_In_Use(), nullptr);
   Map_Key(Qt::Key_Escape, {});
   EXPECT_EQ(Rows().size(), 2);
-}
-
-TEST_F(FigureTest, AFigureWithoutANumberIsToldAndNothingIsMade) {
-  Add(Named(Figure_Row(20, {1, 1, 9, 9}), "Figur"));
-  MessageScript messages{{QStringLiteral("Keine Nummer ")}, {QStringLiteral("Error: 5000")}};
-  EXPECT_FALSE(Place_Figure({5, 5}));
-  EXPECT_FALSE(Add_Free_Figure({{0, 0}, {9, 0}, {0, 9}}, false));
-  ASSERT_EQ(messages.Seen().size(), 2U);
-  EXPECT_EQ(messages.Seen()[0].title, "Fehler");
-  EXPECT_EQ(Rows().size(), 1);
-  EXPECT_FALSE(dbEntries->InTrans());
 }
 
 // Its position decides whether the row is looked at: a stale one takes the figure from sight.
@@ -312,7 +297,7 @@ TEST_F(FigureTest, ExtrasAreCopiedAndDeletedWithTheirFigures) {
   EXPECT_EQ(Entry_Count(), 0);
 }
 
-TEST_F(FigureTest, TellsWhereNoFigureIsInHand) {
+TEST_F(FigureTest, TellsWhereNoFigureIsInHandOrOneHasNoNumber) {
   Take(Text_Row("Eiche", 50, 50));
   MessageScript messages("Keine aktive Figur");
   EXPECT_FALSE(Show_Figure());
@@ -324,4 +309,12 @@ TEST_F(FigureTest, TellsWhereNoFigureIsInHand) {
   outline.VG = 12;
   Turn_Row(outline, 30);
   EXPECT_EQ(std::tuple(outline.Schrift, outline.RA), std::tuple("F 0<30", 212));
+  // A figure without a number: nothing is made.
+  Add(Named(Figure_Row(20, {1, 1, 9, 9}), "Figur"));
+  const QStringList before = Rows();
+  messages.Expect(QStringLiteral("Keine Nummer ")).Expect(QStringLiteral("Error: 5000"));
+  EXPECT_FALSE(Place_Figure({5, 5}));
+  EXPECT_FALSE(Add_Free_Figure({{0, 0}, {9, 0}, {0, 9}}, false));
+  EXPECT_EQ(messages.Seen()[1].title, "Fehler");
+  EXPECT_EQ(std::tuple(Rows(), dbEntries->InTrans()), std::tuple(before, false));
 }

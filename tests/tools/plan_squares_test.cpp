@@ -72,16 +72,13 @@ TEST_F(PlanSquaresTest, ASecondRasterAsksAndReplacesTheFirst) {
   EXPECT_EQ(field, QRectF(100, 100, 400, 300));
   mnuRasterDelete_Click();
   EXPECT_EQ(Entry_Count(), 0);
-}
-
-TEST_F(PlanSquaresTest, ARasterThatDoesNotFitIntoTheColumnsLeavesNoRow) {
+  // One that does not fit into the columns leaves no row.
   RasterPreview far = Raster(100, LabelPlace::None);
   far.plan = Plan({32700, 0, 200, 100}, 50);
-  MessageScript messages("Es wurde nichts verändert.");
+  Tbl.Tag = TableTag::Clean;
+  messages.Expect("Es wurde nichts verändert.");
   EXPECT_FALSE(Take_Raster_On_Map(far));
-  EXPECT_EQ(Entry_Count(), 0);
-  EXPECT_FALSE(rsEntries->Editing());
-  EXPECT_EQ(Tbl.Tag, TableTag::Clean);
+  EXPECT_EQ(std::tuple(Entry_Count(), rsEntries->Editing(), Tbl.Tag), std::tuple(0, false, TableTag::Clean));
 }
 
 TEST_F(PlanSquaresTest, AFilledSquareKeepsItsLabelAndLine) {
@@ -108,6 +105,13 @@ TEST_F(PlanSquaresTest, HidingTakesAllButMarkedRows) {
   };
   set(own, -16);
   set(marked, 116);
+  Map_Redraw();
+  Map_Mouse_Move({150, 150}, false);
+  EXPECT_EQ(Map.lblPLQ.Text, "unsichtbares Planquadrat!");
+  Map_Mouse_Down({150, 150}, MouseButton::Right, {});
+  EXPECT_EQ(Map.InHand, own);
+  EXPECT_EQ(Text_Now("mnuObjVisNo"), "aktuelles Objekt sichtbar machen");
+  End_Entry();
   const int drawn = Ink({195, 95, 110, 110});
   EXPECT_EQ(Text_Now("mnuRasterEinblenden"), "ausblenden");
   Toggle_Raster_Visible();
@@ -213,21 +217,6 @@ TEST_F(PlanSquaresTest, SquaresTakeClicksOnlyWhileActive) {
   EXPECT_FALSE(Map.lblPLQ.Visible);
   Click({250, 250});
   EXPECT_EQ(Map.InHand, area);
-}
-
-TEST_F(PlanSquaresTest, AHiddenSquareIsFoundAgain) {
-  ASSERT_TRUE(Take_Raster_On_Map(Raster(100, LabelPlace::None)));
-  const QString square = Key_Of(QStringLiteral("B-2"));
-  Go(square);
-  EntryRow row = Read_Entry(*rsEntries);
-  row.Typ = -16;
-  Update_Entry(row);
-  Map_Redraw();
-  Map_Mouse_Move({250, 250}, false);
-  EXPECT_EQ(Map.lblPLQ.Text, "unsichtbares Planquadrat!");
-  Map_Mouse_Down({250, 250}, MouseButton::Right, {});
-  EXPECT_EQ(Map.InHand, square);
-  EXPECT_EQ(Text_Now("mnuObjVisNo"), "aktuelles Objekt sichtbar machen");
 }
 
 TEST_F(PlanSquaresTest, AFreeSquareComesIntoTheHandAndMoves) {

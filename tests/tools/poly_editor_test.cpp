@@ -5,8 +5,6 @@
 #include "hand/next_shape.h"
 #include "support/hand_fixture.h"
 
-namespace {
-
 using Kind = PolyEditor::Kind;
 
 class PolyEditorTest : public HandTest {
@@ -169,9 +167,7 @@ TEST_F(VertexDragTest, DamagedTablesAndCloseVertices) {
   EXPECT_EQ(Grip_At({250, 200}), Grip::Entry);
 }
 
-class LineLookTest : public VertexDragTest {};
-
-TEST_F(LineLookTest, ChangesTheLineInHandElseTheNext) {
+TEST_F(VertexDragTest, ChangesTheLineInHandElseTheNext) {
   Set_Line_Style_Code(-3);
   Set_Line_Ends({.shape = LineEnds::Shape::Circle, .atStart = true, .lengthMm = 5, .widthMm = 2.5});
   EXPECT_EQ(NextShape.lineStyle, -3);
@@ -196,7 +192,7 @@ TEST_F(LineLookTest, ChangesTheLineInHandElseTheNext) {
   EXPECT_EQ(NextShape.lineStyle, -3);
 }
 
-TEST_F(LineLookTest, AreaTemplateGoesRound) {
+TEST_F(VertexDragTest, AreaTemplateGoesRound) {
   const QString source = Take("Flaeche1", {{100, 100}, {300, 100}, {200, 300}});
   EntryRow look = Row(source);
   std::tie(look.VG, look.HG, look.RA, look.Yline, look.Xline) = std::tuple(4, 6, -205, -4, 3);
@@ -209,5 +205,3 @@ TEST_F(LineLookTest, AreaTemplateGoesRound) {
   Take_Area_Template();
   EXPECT_EQ(std::tuple(CurVG, CurHG, CurRA, NextShape.fill, NextShape.width), std::tuple(4, 6, -205, -4, 3));
 }
-
-}  // namespace

@@ -1,6 +1,4 @@
-using CalibrationWindow = WindowTest;
-
-TEST_F(CalibrationWindow, OffersTheFilesAndTakesTheChosenOne) {
+TEST_F(WindowTest, ACalibrationIsChosenOfThoseThatAreThere) {
   for (const char* name : {"Karte.cal", "Karte neu.cal"}) Write_Lines(Path(name), Utm_Calibration({100, 150}, 80));
   When_Shown([](QWidget& dialog) {
     EXPECT_EQ(Part<QComboBox>(dialog, "cmbFiles")->count(), 3);

@@ -1,8 +1,6 @@
 #include "edit/visibility.h"
 #include "maps/step_walk.h"
 
-namespace {
-
 class Commands : public CommandTest {
  protected:
   // What has to be so that the command has something to do.
@@ -249,8 +247,6 @@ const Expected expected[] = {
 const QStringList alike = {"mnuObjVisJa", "mnuObjActivJa", "MapButton"};
 
 class WithInHand : public Commands, public testing::WithParamInterface<const char*> {};
-
-}  // namespace
 
 INSTANTIATE_TEST_SUITE_P(EveryKind, WithInHand,
                          testing::Values("J", "Bild", "Bach", "Moor", "Haus", "Zaun", "Mass", "Nordpfeil", "A-1",

@@ -1,13 +1,9 @@
-namespace {
-
-QStringList Captions(const QWidget& box) {
+static QStringList Captions(const QWidget& box) {
   QStringList texts;
   for (const auto* button : box.findChildren<QPushButton*>()) texts << button->text().remove(QLatin1Char('&'));
   texts.sort();
   return texts;
 }
-
-}  // namespace
 
 TEST(DesktopMessageTest, ButtonsAreGermanAndEscapeIsTheCarefulAnswer) {
   const std::tuple<MsgButtons, QStringList, MsgAnswer, MsgAnswer> cases[] = {

@@ -2,7 +2,7 @@
 
 // The hand on the map through the windows: mouse, keys, edit box, popup, tool buttons.
 
-class HandTest : public WindowTest {
+class HandWindow : public WindowTest {
  protected:
   void SetUp() override {
     WindowTest::SetUp();
@@ -34,7 +34,7 @@ class HandTest : public WindowTest {
   QString first, second;
 };
 
-TEST_F(HandTest, ClickTakesAnEntryAndTheBarFollows) {
+TEST_F(HandWindow, ClickTakesAnEntryAndTheBarFollows) {
   const auto expect_in_hand = [this](bool inHand) {
     EXPECT_EQ(Entry_In_Hand(), inHand);
     EXPECT_EQ(Editor()->isVisible(), inHand);
@@ -58,7 +58,7 @@ TEST_F(HandTest, ClickTakesAnEntryAndTheBarFollows) {
   expect_in_hand(false);
 }
 
-TEST_F(HandTest, TheMouseDragsOnTheMapAndThroughTheEditBox) {
+TEST_F(HandWindow, TheMouseDragsOnTheMapAndThroughTheEditBox) {
   Drag(Canvas(), On(first), On(first) + QPoint(100, 60));
   EXPECT_EQ(At(first), QPoint(150, 120));
   // In hand already: the edit box passes the mouse on.
@@ -71,7 +71,7 @@ TEST_F(HandTest, TheMouseDragsOnTheMapAndThroughTheEditBox) {
   EXPECT_GT(Row(first).Xmap, 155);
 }
 
-TEST_F(HandTest, TypingChangesTheTextEscForgetsAndLeavingStores) {
+TEST_F(HandWindow, TypingChangesTheTextEscForgetsAndLeavingStores) {
   Click(On(first));
   QTest::keyClicks(&window->Map_Window(), QStringLiteral("e"));  // goes into the text
   QTest::keyClicks(Editor(), QStringLiteral(" am Bach"));
@@ -87,9 +87,7 @@ TEST_F(HandTest, TypingChangesTheTextEscForgetsAndLeavingStores) {
   Key_On(Editor(), Qt::Key_Return, Qt::ControlModifier);
   EXPECT_FALSE(Entry_In_Hand());
   EXPECT_EQ(Row(first).Eintrag, "Eisvogel\u00e4\u00f6");
-}
-
-TEST_F(HandTest, ARefusedTextStaysInTheBoxAsItWas) {
+  // A refused text stays in the box as it was.
   Click(On(second));
   Press(Qt::Key_F2);
   const QString typed(75, QLatin1Char('x'));
@@ -102,7 +100,7 @@ TEST_F(HandTest, ARefusedTextStaysInTheBoxAsItWas) {
   QTest::keyClick(Editor(), Qt::Key_Escape);
 }
 
-TEST_F(HandTest, EditorKeepsItsOwnKeys) {
+TEST_F(HandWindow, EditorKeepsItsOwnKeys) {
   Click(On(first));
   Press(Qt::Key_F2);
   Editor()->selectAll();
@@ -113,6 +111,11 @@ TEST_F(HandTest, EditorKeepsItsOwnKeys) {
   EXPECT_EQ(Map.Text2.Text, QString());
   EXPECT_EQ(Entry_Count(), 2);
   QTest::keyClick(Editor(), Qt::Key_Escape);
+  Click(On(first));
+  QTest::mouseClick(Editor()->viewport(), Qt::LeftButton, Qt::ControlModifier, {10, 8});
+  Settle();
+  EXPECT_EQ(Map.MarkCount, 1) << "marked by a click into the box";
+  EXPECT_FALSE(Editor()->isVisible());
   // On the map Entf means the entry.
   Click(On(first));
   MessageScript messages(MsgAnswer::Yes);
@@ -120,7 +123,7 @@ TEST_F(HandTest, EditorKeepsItsOwnKeys) {
   EXPECT_EQ(Entry_Count(), 1);
 }
 
-TEST_F(HandTest, PopupOffersWhatCanBeDone) {
+TEST_F(HandWindow, PopupOffersWhatCanBeDone) {
   Click({500, 350}, Qt::NoModifier, Qt::RightButton);
   auto* popup = Child<QMenu>("popup");
   ASSERT_TRUE(popup->isVisible());
@@ -141,17 +144,7 @@ TEST_F(HandTest, PopupOffersWhatCanBeDone) {
   popup->close();
 }
 
-TEST_F(HandTest, ControlClickMarksTheEntryInHandToo) {
-  Click(On(first));
-  QTest::mouseClick(Editor()->viewport(), Qt::LeftButton, Qt::ControlModifier, {10, 8});
-  Settle();
-  EXPECT_EQ(Map.MarkCount, 1);
-  EXPECT_FALSE(Editor()->isVisible());
-  Click(On(second));
-  EXPECT_EQ(Editor()->toPlainText(), "Biber");
-}
-
-TEST_F(HandTest, ClipboardWindowTellsWhatLiesThere) {
+TEST_F(HandWindow, ClipboardWindowTellsWhatLiesThere) {
   Install_Clipboard();
   QGuiApplication::clipboard()->clear();
   EXPECT_EQ(FrmClipboard().kind, ClipboardKind::Unusable);

@@ -10,8 +10,6 @@
 
 // Kalibrix as its user meets it: mouse, keys, boxes.
 
-namespace {
-
 class KalibrixTest : public WindowTest {
  protected:
   void SetUp() override {
@@ -78,8 +76,6 @@ class KalibrixTest : public WindowTest {
 };
 
 constexpr double metresPerPixel = 2.115;  // of the demo map
-
-}  // namespace
 
 // Clicks three to seven pixels beside the crossings, typed coordinates: and the program knows where everything is.
 TEST_F(KalibrixTest, TheDemoMapGetsItsCoordinatesBack) {

@@ -62,10 +62,7 @@ TEST_F(MapWindowTest, WheelAndKeysScrollAndStopAtTheRim) {
   EXPECT_EQ(Map.ViewTop, Map.ViewHeight);
   QTest::keyClick(&window->Map_Window(), Qt::Key_Right);
   EXPECT_GT(Map.ViewLeft, notch);
-}
-
-TEST_F(MapWindowTest, ControlWheelKeepsTheMapPositionUnderThePointer) {
-  Open_Colored(3200, 2400);
+  // With Ctrl it zooms and keeps the map position under the pointer.
   ScrollMap(1600, 1200);
   const QPoint at(300, 200);
   for (const int delta : {120, 120, -120, -120, -60}) {

@@ -1,13 +1,9 @@
-namespace {
-
-QString Access_Key(const QString& caption) {
+static QString Access_Key(const QString& caption) {
   QString plain = caption;
   plain.replace(QLatin1String("&&"), QString());
   const auto at = plain.indexOf(QLatin1Char('&'));
   return at < 0 ? QString() : plain.mid(at + 1, 1).toLower();
 }
-
-}  // namespace
 
 TEST(MenuTableTest, EveryCommandStandsInOneMenuUnderItsOwnKeys) {
   QSet<QString> shown, shortcuts, buttons;
@@ -151,15 +147,6 @@ TEST_F(WindowTest, SafeModeTellsItsStateInTheMenu) {
   EXPECT_FALSE(safe->isChecked());
 }
 
-TEST_F(WindowTest, ListLinesShowPathsAsTheyAre) {
-  Menu(QStringLiteral("mnuMapFile"), 1).Caption = QStringLiteral("/karten/Tier & Pflanze.bmp");
-  Menu(QStringLiteral("mnuMapFile"), 1).Visible = true;
-  Menu(QStringLiteral("mnuMapFile"), 2).Caption.clear();
-  events.StateChanged.Emit();
-  EXPECT_EQ(window->Action("mnuMapFile", 1)->text(), "/karten/Tier && Pflanze.bmp");
-  EXPECT_FALSE(window->Action("mnuMapFile", 2)->isVisible());
-}
-
 TEST_F(WindowTest, ToolbarFollowsItsStateAndTheOptions) {
   Open(300, 200);
   auto* toolbar = Child<QToolBar>("Toolbar1");
@@ -185,9 +172,15 @@ TEST_F(WindowTest, ToolbarFollowsItsStateAndTheOptions) {
   }
 }
 
-TEST_F(WindowTest, HelpOfAnEntryStandsInTheSecondPanelOnlyWhileItIsMeant) {
+TEST_F(WindowTest, PathsAndHelpAreShownAsTheyAre) {
+  Menu(QStringLiteral("mnuMapFile"), 1).Caption = QStringLiteral("/karten/Tier & Pflanze.bmp");
+  Menu(QStringLiteral("mnuMapFile"), 1).Visible = true;
+  Menu(QStringLiteral("mnuMapFile"), 2).Caption.clear();
   InfoBar.Panel[1] = QStringLiteral("F1 - Hilfe");
   events.StateChanged.Emit();
+  EXPECT_EQ(window->Action("mnuMapFile", 1)->text(), "/karten/Tier && Pflanze.bmp");
+  EXPECT_FALSE(window->Action("mnuMapFile", 2)->isVisible());
+  // The help of an entry stands in the second panel only while it is meant.
   auto* panel = Child<ElidedLabel>("Panel2");
   window->Action("mnuFOpen")->hover();
   window->Action("mnuFOpen")->showStatusText(window.get());

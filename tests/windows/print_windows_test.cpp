@@ -1,3 +1,4 @@
+#include "platform/for_now.h"
 #include "windows/main/mdi_window_pads.h"
 #include "windows/printing/frmDruckpfad.h"
 #include "windows/printing/frmPRN.h"
@@ -49,9 +50,14 @@ class PrintWindowsTest : public WindowTest {
 };
 
 TEST_F(PrintWindowsTest, ThePreviewFitsTheMapAndKeepsIt) {
-  Choose("mnuBlattschnitt");
-  ASSERT_NE(Preview(), nullptr);
-  FrmSeiten& form = *Preview();
+  QTimer::singleShot(0, window.get(), [this] {
+    if (Preview()) Press(*Preview(), "btnShow");  // while it is being made: stopped
+  });
+  auto& form = Chosen<FrmSeiten>("mnuBlattschnitt");
+  auto* picture = Part<PreviewPicture>(form, "Picture1");
+  EXPECT_EQ(picture->Text(), "Vorschau abgebrochen");
+  Walk(form, "btnShow = &Vorschau; btnShow!; btnShow off");
+  EXPECT_EQ(picture->Text(), QString());
   Walk(form, "txtFaktor = 1,000; Label2 = 6 Druckseiten*; btnShow off");
   Walk(form, "txtBreite < 84,7; txtHoehe = 63,5; btnShow on; Label2 = 6 *");  // waits for the preview
   Walk(form, "btnShow!; txtFaktor = 2,001; Label2 = 15 *; btnSpinDown!; txtFaktor = 2,000");
@@ -72,18 +78,6 @@ TEST_F(PrintWindowsTest, ThePreviewFitsTheMapAndKeepsIt) {
   Settle();
   EXPECT_EQ(Preview(), nullptr);
   EXPECT_EQ(Read_Print_Settings().factor, kept);
-}
-
-TEST_F(PrintWindowsTest, APreviewIsStoppedByItsOwnButtonAndMadeAnew) {
-  QTimer::singleShot(0, window.get(), [this] {
-    if (Preview()) Press(*Preview(), "btnShow");  // while it is being made
-  });
-  Choose("mnuBlattschnitt");
-  FrmSeiten& form = *Preview();
-  auto* picture = Part<PreviewPicture>(form, "Picture1");
-  EXPECT_EQ(picture->Text(), "Vorschau abgebrochen");
-  Walk(form, "btnShow = &Vorschau; btnShow!; btnShow off");
-  EXPECT_EQ(picture->Text(), QString());
 }
 
 TEST_F(PrintWindowsTest, PrintingClosesThePreviewAndCanBeStopped) {
@@ -130,7 +124,18 @@ TEST_F(PrintWindowsTest, MarginsKnowTheBorderOfThePrinter) {
   EXPECT_EQ(margins(), std::tuple(15, 0, 20, 0));
 }
 
-TEST_F(PrintWindowsTest, PathTableTextAndWindow) {
+TEST_F(PrintWindowsTest, PathTableTextWindowAndTheFrameOfTheSheets) {
+  const int seam = qRound(201.6 / 25.4 * 96);  // the first sheet's room in map pixels
+  const auto frame = [&] {
+    return Count_Pixels(Canvas()->grab().toImage(), QRect(seam - 2, 0, 5, Canvas()->height()),
+                        [](QRgb color) { return color == blue; });
+  };
+  ASSERT_GT(Canvas()->width(), seam + 2);
+  EXPECT_EQ(frame(), 0);
+  {
+    const ForNow shown(frmMDI.sheetFrame, true);
+    EXPECT_GT(frame(), Canvas()->height() / 4);
+  }
   Choose_And("mnuDruckpfad", "optDruckdirekt checked; optDruckFlurax : true; cmdOK!");
   EXPECT_TRUE(frmMDI.printAsBitmap);
   Choose("mnuPrintMap");
@@ -143,16 +148,4 @@ TEST_F(PrintWindowsTest, PathTableTextAndWindow) {
   Choose("mnuTextNew");
   Choose("mnuPrintTxt");
   EXPECT_EQ(std::tuple(title, Pages()), std::tuple("Notiz 1", 1));
-}
-
-TEST_F(PrintWindowsTest, SheetFrameStandsOnTheMap) {
-  const int seam = qRound(201.6 / 25.4 * 96);  // the first sheet's room in map pixels
-  const auto frame = [&] {
-    return Count_Pixels(Canvas()->grab().toImage(), QRect(seam - 2, 0, 5, Canvas()->height()),
-                        [](QRgb color) { return color == 0xff0000ff; });
-  };
-  ASSERT_GT(Canvas()->width(), seam + 2);
-  EXPECT_EQ(frame(), 0);
-  frmMDI.sheetFrame = true;
-  EXPECT_GT(frame(), Canvas()->height() / 4);
 }

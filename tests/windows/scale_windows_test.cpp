@@ -4,18 +4,13 @@ class ScaleWindowsTest : public WindowTest {
  protected:
   ScaleWindowsTest() { mapSize = {600, 400}; }
   FrmMass* Mass() const { return window->findChild<FrmMass*>(); }
-  static void Drag(QPoint from, QPoint to) {
-    Map_Mouse_Down(from, MouseButton::Left, {});
-    Map_Mouse_Move(to, true);
-    Map_Mouse_Up(to, MouseButton::Left);
-  }
 };
 
 TEST_F(ScaleWindowsTest, LineIsDrawnAndTheBarStandsAtItsBeginning) {
   Choose("mnuInsMass");
   ASSERT_NE(Mass(), nullptr);
   Walk(*Mass(), "btnLinie checked");
-  Drag({100, 300}, {104, 100});
+  Drag(Canvas(), {100, 300}, {104, 100});
   Walk(*Mass(), "txtLaenge = 200; optV checked; lblMass = Maßstab = 1 : ?");
   Choose("mnuStepBack");
   Walk(*Mass(), "txtLaenge = ");  // the line goes, no entry
@@ -52,15 +47,14 @@ TEST_F(ScaleWindowsTest, TypedLengthWaitsForAClick) {
   Walk(*Mass(), "cmbArt : Millimeter; txtLaenge < 100,4; txtZahl : 1; cmdOK!");
   ASSERT_TRUE(Mass()->isVisible());
   EXPECT_EQ(Map.Tool, "Scale");
-  Map_Mouse_Down({40, 60}, MouseButton::Left, {});
-  Map_Mouse_Up({40, 60}, MouseButton::Left);
+  QTest::mouseClick(Canvas(), Qt::LeftButton, {}, {40, 60});
   const EntryRow row = Last_Row();
   EXPECT_EQ(QRect(row.Xmap, row.Ymap, row.Xline, row.HG), QRect(40, 60, 90, 0));
   Settle();
   EXPECT_EQ(Mass(), nullptr);
   // Without a map there is no window, and nothing is asked.
   Choose("mnuInsMass");
-  Drag({10, 10}, {60, 10});
+  Drag(Canvas(), {10, 10}, {60, 10});
   Choose("mnuMapClose");
   EXPECT_EQ(Mass(), nullptr);
 }

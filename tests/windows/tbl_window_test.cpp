@@ -45,10 +45,7 @@ TEST_F(TblWindowTest, TheTableStandsBelowTheMapUntilF4) {
   EXPECT_TRUE(Map.Maximized && !frmMDI.TblVisible);
   Choose("mnuDBGridOn");
   EXPECT_TRUE(Frame()->isVisible() && !Map.Maximized);
-}
-
-TEST_F(TblWindowTest, DraggedOverTheEdgeItIsHiddenWithAMessage) {
-  Open_With(3);
+  // Dragged over the edge it is hidden with a message.
   MessageScript messages;
   Frame()->move(40, 40);
   QTest::qWait(250);

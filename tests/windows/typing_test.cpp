@@ -4,8 +4,6 @@
 // What is being typed when something else begins: a new text on the map, a text that is being changed, a cell of the
 // table, the line above it.
 
-namespace {
-
 const QString typed = QStringLiteral("Uhu");
 
 class TypingTest : public CommandTest {
@@ -18,7 +16,7 @@ class TypingTest : public CommandTest {
   }
 };
 
-void Ask_For_End() {
+static void Ask_For_End() {
   events.EndWanted.Emit();
   QCoreApplication::sendPostedEvents();
 }
@@ -27,8 +25,6 @@ class TypingIn : public TypingTest, public testing::WithParamInterface<CommandTe
  public:
   using CommandTest::Typing;
 };
-
-}  // namespace
 
 INSTANTIATE_TEST_SUITE_P(EveryPlace, TypingIn,
                          testing::Values(TypingIn::Typing::NewText, TypingIn::Typing::Text, TypingIn::Typing::Cell,
