@@ -64,9 +64,7 @@ TEST_F(ToolState, InNormOnlyTheMenusChange) {
   ASSERT_TRUE(End_Entry());
   EXPECT_FALSE(Usable("mnuObjFore"));
   EXPECT_TRUE(Needs_Met(Find_Menu("mnuObjInsert")->needs));
-}
-
-TEST_F(ToolState, OfATextThatIsBeingTypedTheRowBelowSaysNothing) {
+  // Of a text that is being typed the row below says nothing.
   EntryRow picture = Text_Row("Bild.bmp", 100, 100, 5);
   picture.Xline = 7;
   Add(picture);

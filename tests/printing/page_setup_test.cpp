@@ -108,6 +108,8 @@ TEST_F(PageSetupTest, SettingsStayWithTheMap) {
   // 15 and 25 less the border of 5; what lies within the border is none.
   PrintSettings kept{.factor = 1.234, .fontFactor = 1.5, .left = 10, .right = 0, .top = 20, .orientation = landscape};
   EXPECT_EQ(again.settings, kept);
+  PrintFactor = 1;
+  MapPixelMm = 0;
   Take_Print_Settings(kept, again.paper);
   EXPECT_FLOAT_EQ(PrintFactor, 1.234F);
   EXPECT_NEAR(MapPixelMm, 1.234 * 25.4 / 96, 1e-6);

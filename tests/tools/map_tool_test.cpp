@@ -103,10 +103,9 @@ TEST_F(MapTools, TheMagnifierLiesOverAToolThatGoesOn) {
   Click(end);
   Map_Key(Qt::Key_Return, {});
   EXPECT_EQ(Load_Vertices("Linie0"), (std::vector<QPoint>{{100, 100}, {200, 100}, map}));
-}
-
-TEST_F(MapTools, ADuplicateIsPlacedByTheNextClick) {
-  const QString first = Add_Text("Amsel", 100, 100), second = Add_Text("Fink", 300, 300);
+  // A duplicate is placed by the next click.
+  const QString first = Add_Text("Amsel", 100, 100);
+  Add_Text("Fink", 300, 300);
   Map_Redraw();
   ASSERT_TRUE(Take_Entry(first));
   Duplicate_Entry();

@@ -145,10 +145,8 @@ TEST_F(VertexDragTest, ControlClickAddsAVertexAndTheStopMarkStays) {
   EXPECT_EQ(all[4].y, 8);
   Click({200, 200}, {.control = true});  // beside it
   EXPECT_EQ(dbEntries->Points("Linie1")->size(), 5U);
-}
-
-TEST_F(VertexDragTest, DamagedTablesAndCloseVertices) {
-  Take("Linie1", {{100, 100}});
+  // Damaged tables, and vertices close to each other.
+  Take("Linie5", {{100, 100}});
   EXPECT_EQ(Vertex_At({500, 500}), -1);
   EXPECT_EQ(Edge_At({100, 100}), -1);
   Take("Linie2", {});

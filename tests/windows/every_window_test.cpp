@@ -52,9 +52,7 @@ static QString Clipped(const QWidget& part) {
                   ? 0
                   : box->fontMetrics().horizontalAdvance(box->currentText()) + 24,
               box->minimumSizeHint().height()};
-  } else if (qobject_cast<const QAbstractSpinBox*>(&part)) {
-    needed = part.minimumSizeHint();
-  } else if (qobject_cast<const QGroupBox*>(&part)) {
+  } else if (qobject_cast<const QAbstractSpinBox*>(&part) || qobject_cast<const QGroupBox*>(&part)) {
     needed = part.minimumSizeHint();
   } else if (const auto* list = qobject_cast<const QListView*>(&part)) {
     if (list->horizontalScrollBarPolicy() == Qt::ScrollBarAlwaysOff)

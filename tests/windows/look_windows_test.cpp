@@ -59,7 +59,7 @@ TEST_F(LookWindowsTest, ColoursFollowTheEntryInHandAndApplyAtOnce) {
   EXPECT_EQ(Row(figure).VG, 0);
 }
 
-TEST_F(LookWindowsTest, PaletteIsMixedAndPutBack) {
+TEST_F(LookWindowsTest, PaletteIsMixedAndPutBackAndAFillTaken) {
   Take_Entry(figure);
   dialogHooks.ColorWindow();
   auto& colors = Shown<FrmFarb>();
@@ -77,9 +77,8 @@ TEST_F(LookWindowsTest, PaletteIsMixedAndPutBack) {
   EXPECT_FALSE(Is_Checked(colors, "btnPalette"));
   With_Box("Standardfarben", MsgAnswer::Yes, [&] { Press(colors, "cmdStandart"); });
   EXPECT_EQ(Palette[14], former);
-}
-
-TEST_F(LookWindowsTest, FillIsTakenByTheEntryShownThen) {
+  // A fill is taken by the entry that is shown then.
+  ASSERT_TRUE(End_Entry());
   dialogHooks.FillWindow();
   auto& fill = Shown<FrmFill>();
   Walk(fill, "OptBut4!; btnTake!");
@@ -90,7 +89,7 @@ TEST_F(LookWindowsTest, FillIsTakenByTheEntryShownThen) {
   const QImage before = Part<QLabel>(fill, "picVorschau")->pixmap().toImage();
   // A change of colour leaves the choice and is seen in the picture.
   Press(fill, "btnFarbe");
-  Pick(Shown<FrmFarb>(), 12);
+  Pick(colors, 12);
   EXPECT_NE(Part<QLabel>(fill, "picVorschau")->pixmap().toImage(), before);
   Press(fill, "btnTake");
   EXPECT_EQ(std::tuple(Row(figure).Schrift, Row(figure).VG), std::tuple("F-6", 12));

@@ -1,10 +1,3 @@
-static QString Access_Key(const QString& caption) {
-  QString plain = caption;
-  plain.replace(QLatin1String("&&"), QString());
-  const auto at = plain.indexOf(QLatin1Char('&'));
-  return at < 0 ? QString() : plain.mid(at + 1, 1).toLower();
-}
-
 TEST(MenuTableTest, EveryCommandStandsInOneMenuUnderItsOwnKeys) {
   QSet<QString> shown, shortcuts, buttons;
   for (const MenuRow& menu : Menu_Table()) {
@@ -16,7 +9,7 @@ TEST(MenuTableTest, EveryCommandStandsInOneMenuUnderItsOwnKeys) {
       ASSERT_TRUE((command == nullptr) != (inner == nullptr)) << key << " is not one of both";
       EXPECT_FALSE(shown.contains(key)) << key << " twice";
       shown << key;
-      const QString letter = Access_Key(inner ? inner->text : command->text);
+      const QString letter = QKeySequence::mnemonic(inner ? inner->text : command->text).toString();
       EXPECT_FALSE(!letter.isEmpty() && letters.contains(letter)) << key << ": access key " << letter << " twice";
       letters << letter;
     }
@@ -195,14 +188,12 @@ TEST_F(WindowTest, PathsAndHelpAreShownAsTheyAre) {
   EXPECT_LE(window->width(), 1100);  // the text does not push the window open
 }
 
-namespace {
 struct Thrower : QObject {
   bool event(QEvent* event) override {
     if (event->type() != QEvent::User) return QObject::event(event);
     Raise(errors::diskFull);
   }
 };
-}  // namespace
 
 TEST_F(WindowTest, UncaughtErrorIsToldAndTheProgramGoesOn) {
   Open(300, 200);

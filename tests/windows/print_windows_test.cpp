@@ -38,10 +38,7 @@ class PrintWindowsTest : public WindowTest {
   }
   FrmSeiten* Preview() const { return window->findChild<FrmSeiten*>(); }
   // Of what was printed last; 0: nothing.
-  int Pages() const {
-    const QString told = Run_Tool("pdfinfo", {Path("aus.pdf")});
-    return told.section("Pages:", 1).section(u'\n', 0, 0).toInt();
-  }
+  int Pages() const { return Run_Tool("pdfinfo", {Path("aus.pdf")}).section("Pages:", 1).section(u'\n', 0, 0).toInt(); }
 
   PrinterFace former;
   QString title;

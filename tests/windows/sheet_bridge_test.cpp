@@ -51,10 +51,6 @@ class SheetBridgeTest : public WindowTest {
     return Part<QTableView>(tab, "tblUnterschiede")->model()->index(row, column).data().toString();
   }
   static int Lines(QWidget& tab) { return Part<QTableView>(tab, "tblUnterschiede")->model()->rowCount(); }
-  template <class Condition>
-  static bool Becomes(Condition condition) {
-    return QTest::qWaitFor(condition, 20000);
-  }
 
   QStringList given{"?"};
   std::function<void()> ended;
@@ -73,7 +69,7 @@ TEST_F(SheetBridgeTest, TheRealToolWritesTheTableOfTheLastMap) {
   EXPECT_EQ(Tbl.Tag, TableTag::Clean);
   const QRect screen = window->screen()->availableGeometry();
   EXPECT_NEAR(window->geometry().right(), screen.left() + screen.width() / 2, 10) << "room for the tool";
-  ASSERT_TRUE(Becomes([this] { return File_Exists(Book()); }));
+  ASSERT_TRUE(QTest::qWaitFor([this] { return File_Exists(Book()); }, 20000));
   EXPECT_EQ(Workbook(Book()).Read("MapData").Text(4, 3), "Specht");
   EXPECT_EQ(Menu("mnuReset").Caption, "Rückgängig: Import");
   With_Box("wieder hergestellt", [this] { Choose("mnuReset"); });
@@ -85,7 +81,7 @@ TEST_F(SheetBridgeTest, TheRealToolHasTheCopyToItselfAndLeavesItAsItWas) {
   Write_Book(QString("Uhu"));
   Choose("mnuExChangeXL");
   EXPECT_EQ(given, QStringList("ColExchange"));
-  ASSERT_TRUE(Becomes([] { return !Lock_Holder(Exchange_File()).isEmpty(); }));
+  ASSERT_TRUE(QTest::qWaitFor([] { return !Lock_Holder(Exchange_File()).isEmpty(); }, 20000));
   With_Box("TabBridge läuft schon", [this] { Choose("mnuExChangeXL"); });
   tool.terminate();
   ASSERT_TRUE(tool.waitForFinished());

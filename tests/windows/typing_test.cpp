@@ -16,11 +16,6 @@ class TypingTest : public CommandTest {
   }
 };
 
-static void Ask_For_End() {
-  events.EndWanted.Emit();
-  QCoreApplication::sendPostedEvents();
-}
-
 class TypingIn : public TypingTest, public testing::WithParamInterface<CommandTest::Typing> {
  public:
   using CommandTest::Typing;
@@ -86,7 +81,7 @@ TEST_P(TypingIn, NoWayOutOfTheMapLosesIt) {
        }},
       {"menu", [] { Run_Command("mnuMapClose"); }},
       {"end of the program by its menu", [] { Run_Command("mnuFluraxFini"); }},
-      {"end of the program asked for", [] { Ask_For_End(); }},
+      {"end of the program asked for", [] { events.EndWanted.Emit(), QCoreApplication::sendPostedEvents(); }},
       {"main window closed", [this] { window->close(); }}};
   for (const auto& [way, go] : ways) {
     Make_Map("Karte.bmp", 500, 400);
