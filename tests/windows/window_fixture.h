@@ -60,7 +60,7 @@ class WindowTest : public FluraxTest, public RowsOfTable {
     for (QAction* action : bar->actions()) {
       if (action->objectName() != QLatin1String(key)) continue;
       ASSERT_TRUE(action->isEnabled()) << key << " is disabled";
-      QContextMenuEvent menu(QContextMenuEvent::Mouse, {5, 5});
+      QContextMenuEvent menu(QContextMenuEvent::Mouse, {5, 5}, QCursor::pos());
       if (right)
         QApplication::sendEvent(bar->widgetForAction(action), &menu);
       else
