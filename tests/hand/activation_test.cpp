@@ -6,9 +6,8 @@
 #include "maps/map_close.h"
 #include "support/hand_fixture.h"
 #include "support/looks.h"
+#include "support/pixels.h"
 #include "tools/text_tool.h"
-
-namespace {
 
 using Activation = HandTest;
 
@@ -107,12 +106,7 @@ TEST_F(Activation, TheFrameOfATurnedTextLiesRoundIt) {
   Map_Redraw();
   const QImage bare = Map.canvas;
   ASSERT_TRUE(Take_Entry(key));
-  const auto differs = [&bare](const QRect& area) {
-    int count = 0;
-    for (int y = area.top(); y <= area.bottom(); ++y)
-      for (int x = area.left(); x <= area.right(); ++x) count += bare.pixel(x, y) != Map.canvas.pixel(x, y);
-    return count;
-  };
+  const auto differs = [&](const QRect& area) { return Count_Different(bare.copy(area), Map.canvas.copy(area)); };
   EXPECT_GT(differs({280, 240, 10, 40}), 100) << "left of the standing text";
   EXPECT_EQ(differs({340, 290, 60, 40}), 0) << "where it would lie unturned";
   Drag({284, 260}, {324, 270});  // by its border
@@ -202,7 +196,7 @@ TEST_F(Activation, WhatIsPaintedRoundTheEntryInHandGoesWithoutATrace) {
   EXPECT_EQ(redraws, 0);
 }
 
-TEST_F(Activation, OverlappingHiddenInactiveAndUnknownEntries) {
+TEST_F(Activation, OverlappingInactiveUnknownAssignedAndFarEntries) {
   Add(Figure_Row(20, {100, 100, 80, 60}));
   const QString upper = Add(Figure_Row(20, {140, 120, 80, 60}));
   EntryRow inactive = Figure_Row(20, {400, 100, 80, 60});
@@ -220,10 +214,8 @@ TEST_F(Activation, OverlappingHiddenInactiveAndUnknownEntries) {
   EXPECT_FALSE(Entry_In_Hand());
   EXPECT_EQ(Toolbar1.Tag, ToolMode::Norm);
   for (const QString& none : {Header_Key(), QStringLiteral("999999")}) EXPECT_FALSE(Take_Entry(none)) << none;
-}
-
-TEST_F(Activation, AssignedRowsTellItFirstAndFarOnesScrollTheMap) {
-  const QString amsel = Take({"Text>Flaeche3", "Amsel", "Arial", 12, 0, 14, -100, 1500, 1100, 0, 0, 0});
+  // Assigned rows tell it first, far ones scroll the map.
+  Take({"Text>Flaeche3", "Amsel", "Arial", 12, 0, 14, -100, 1500, 1100, 0, 0, 0});
   EXPECT_TRUE(InfoBar.Panel[0].startsWith("Zugeordnet: Flaeche3"));
   EXPECT_GT(Map.ViewLeft, 0);
   EXPECT_EQ(Map.Text2.Left, Window_X(1500));
@@ -296,5 +288,3 @@ TEST_F(Activation, TheHandFollowsTheRow) {
   EXPECT_EQ(Row(line).Typ, 4);
   EXPECT_TRUE(Map.Text2.Visible);
 }
-
-}  // namespace

@@ -3,9 +3,6 @@
 #include "maps/menu_table.h"
 #include "support/hand_fixture.h"
 #include "support/looks.h"
-#include "tools/magnifier.h"
-
-namespace {
 
 using ToolState = HandTest;
 
@@ -47,6 +44,14 @@ TEST_F(ToolState, TheToolbarFollowsTheKindOfTheRow) {
     odd.Typ = typ;
     EXPECT_EQ(Tool_Mode_Of(odd), ToolMode::Norm) << typ;
   }
+  // Tips and switches tell of the row.
+  Take(Figure_Row(-20, {100, 100, 50, 50}));
+  EXPECT_EQ(Button_Now("Ein").ToolTipText, "Figur wieder sichtbar machen");
+  Take(Figure_Row(22, {200, 100, 50, 50}));
+  EXPECT_EQ(Button_Now("Ein").ToolTipText, "Figur unsichtbar machen (ausblenden)");
+  EXPECT_EQ(Button_Now("Panel").Caption, "Figur Figur");
+  EXPECT_EQ(Button_Now("Akt").ToolTipText, "Figur1 de-aktivieren");
+  EXPECT_FALSE(Button_Now("Curve").Enabled);
 }
 
 TEST_F(ToolState, InNormOnlyTheMenusChange) {
@@ -59,20 +64,19 @@ TEST_F(ToolState, InNormOnlyTheMenusChange) {
   ASSERT_TRUE(End_Entry());
   EXPECT_FALSE(Usable("mnuObjFore"));
   EXPECT_TRUE(Needs_Met(Find_Menu("mnuObjInsert")->needs));
-}
-
-TEST_F(ToolState, OfATextThatIsBeingTypedTheRowBelowSaysNothing) {
+  // Of a text that is being typed the row below says nothing.
   EntryRow picture = Text_Row("Bild.bmp", 100, 100, 5);
   picture.Xline = 7;
   Add(picture);
   rsEntries->MoveLast();
   New_Text(300, 300);
-  for (const char* key : {"mnuPicSize", "mnuFootDel", "mnuFigFill"}) EXPECT_FALSE(Usable(key)) << key;
+  for (const char* key : {"mnuPicSize", "mnuFootDel", "mnuFigFill", "mnuKanten"}) EXPECT_FALSE(Usable(key)) << key;
 }
 
 TEST_F(ToolState, ButtonsOfMarksAndHiddenRowsComeWithTheirNumber) {
   const QStringList plain = Buttons();
-  for (const char* key : {"rechts", "gleich", "Gruppe", "unmark", "Ein", "Akt"}) EXPECT_FALSE(plain.contains(key));
+  for (const char* key : {"rechts", "gleich", "Gruppe", "unmark", "Ein", "Akt", "Del"})
+    EXPECT_FALSE(plain.contains(key));
   const QString first = Add(Text_Row("A", 100, 100)), second = Add(Text_Row("B", 300, 300));
   Map_Redraw();
   const MouseKeys control{.control = true};
@@ -95,36 +99,3 @@ TEST_F(ToolState, ButtonsOfMarksAndHiddenRowsComeWithTheirNumber) {
   EXPECT_EQ(Button_Now("Ein").ToolTipText, "2 unsichtbare Karteneinträge");
   EXPECT_TRUE(Button_Now("Ein").Visible && Button_Now("Akt").Visible);
 }
-
-TEST_F(ToolState, TipsAndSwitchesTellOfTheRow) {
-  const QString hidden = Take(Figure_Row(-20, {100, 100, 50, 50})), shown = Add(Figure_Row(22, {200, 100, 50, 50}));
-  EXPECT_EQ(Button_Now("Ein").ToolTipText, "Figur wieder sichtbar machen");
-  ASSERT_TRUE(Take_Entry(shown));
-  EXPECT_EQ(Button_Now("Ein").ToolTipText, "Figur unsichtbar machen (ausblenden)");
-  EXPECT_EQ(Button_Now("Panel").Caption, "Figur Figur");
-  EXPECT_EQ(Button_Now("Akt").ToolTipText, "Figur1 de-aktivieren");
-  EXPECT_FALSE(Button_Now("Curve").Enabled);
-}
-
-TEST_F(ToolState, LupeZoomsToTheClickAndEscEndsIt) {
-  const QString amsel = Take(Text_Row("Amsel", 700, 500));
-  Toggle_Lupe();
-  EXPECT_TRUE(Button_Now("Lupe").Value);
-  const QPoint place(Map_X(600), Map_Y(450));
-  Click({600, 450});
-  EXPECT_FLOAT_EQ(Map.Zoom, 0.5F);
-  const QPoint middle(Map_X(Map.ViewWidth / 2.0), Map_Y(Map.ViewHeight / 2.0));
-  EXPECT_LE((middle - place).manhattanLength(), 3);
-  EXPECT_EQ(Map.InHand, amsel);
-  int asked = 0;
-  dialogHooks.ZoomWindow = [&] { ++asked; };
-  Map_Mouse_Down({10, 10}, MouseButton::Right, {});
-  EXPECT_EQ(asked, 1);
-  dialogHooks.ZoomWindow = nullptr;
-  EXPECT_TRUE(Map_Key(Qt::Key_Escape, {}));
-  EXPECT_EQ(Map_Pointer(), MapPointer::Arrow);
-  EXPECT_FALSE(Button_Now("Lupe").Value);
-  EXPECT_EQ(Map.EntryRegions.Count(), 1);
-}
-
-}  // namespace

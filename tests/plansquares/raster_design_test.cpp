@@ -31,6 +31,9 @@ TEST_F(RasterDesignTest, NamesCountColumnsInLettersAndRowsInNumbers) {
                                                  {60, "AH"}, {79, "Aa"}, {104, "Az"}, {105, "BA"}, {1405, "aA"}};
   for (const auto& [column, letters] : columns) EXPECT_EQ(Column_Letters(column), letters) << column;
   EXPECT_EQ(Square_Name(28, 12), "b-12");
+  int VG = 3, HG = 3;  // a line must be seen
+  Sound_Colors(VG, HG);
+  EXPECT_NE(VG, HG);
 }
 
 TEST_F(RasterDesignTest, FieldsShrinkToWholeSquaresAndSquaresLeaveNoGaps) {
@@ -134,13 +137,4 @@ TEST_F(RasterDesignTest, AFaultOnTheMapIsToldWithItsStep) {
     EXPECT_FALSE(Design_Raster(design, {}, {}, steps, map));
     EXPECT_EQ(reached, number == 6 ? QString() : QStringLiteral("Step: 6"));
   }
-}
-
-TEST_F(RasterDesignTest, WhiteLinesBecomeGrey) {
-  int VG = 15, HG = 15;
-  Sound_Colors(VG, HG);
-  EXPECT_EQ(std::pair(VG, HG), std::pair(8, 15));
-  VG = HG = 3;
-  Sound_Colors(VG, HG);
-  EXPECT_NE(VG, HG);
 }

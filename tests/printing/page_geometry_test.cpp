@@ -1,12 +1,10 @@
 #include "printing/page_geometry.h"
 
-namespace {
-
 // Room of 170 x 250 mm on a sheet, whatever the printer.
-Paper Paper_With_Room(double width = 170, double height = 250) {
+static Paper Paper_With_Room(double width = 170, double height = 250) {
   return {.widthMm = width + 10, .heightMm = height + 10, .unprintableX = 5, .unprintableY = 5, .dpi = 600};
 }
-PrintedMap Map_Of(double widthMm, double heightMm) { return {{2000, 1000}, {widthMm, heightMm}}; }
+static PrintedMap Map_Of(double widthMm, double heightMm) { return {{2000, 1000}, {widthMm, heightMm}}; }
 
 TEST(PrintGeometryTest, SheetsCoverTheMapWithoutGapAndOverlap) {
   const std::tuple<double, double, double, int, int> cases[] = {
@@ -89,5 +87,3 @@ TEST(PaperTest, LandscapeTurnsTheSheet) {
   EXPECT_EQ(Paper_Of("a3", portrait).heightMm, 420);
   EXPECT_DOUBLE_EQ(Paper_Of({}, portrait).PrintableWidth(), 201.6);
 }
-
-}  // namespace

@@ -5,12 +5,9 @@
 #include "maps/map_close.h"
 #include "maps/map_open.h"
 #include "printing/map_export.h"
-#include "printing/page_job.h"
 #include "printing/page_preview.h"
 #include "printing/table_print.h"
 #include "view/redraw.h"
-
-namespace {
 
 // A map of 1600 x 1200 pixels: 423.3 x 317.5 mm; paper that prints on 200 x 280 mm.
 class PageSetupTest : public FluraxTest {
@@ -83,16 +80,10 @@ TEST_F(PageSetupTest, WhatIsTypedWaitsAndWorksBackward) {
   Choose_Pages(setup, 1);
   EXPECT_EQ(setup.Eingabe, PageInput::Pages);
   EXPECT_EQ(setup.Geometry().Pages(), setup.PageChoices[1].pages);
-}
-
-TEST_F(PageSetupTest, FontFactorHasItsRange) {
   EXPECT_DOUBLE_EQ(Get_FontFactor(u"0.3"_s), 0.3);
   EXPECT_DOUBLE_EQ(Get_FontFactor(u"3,0"_s), 3.0);
-  for (const QString& bad : {u"0.29"_s, u"3.01"_s, u""_s, u"groß"_s}) {
-    const Error error = Raised([&] { Get_FontFactor(bad); });
-    EXPECT_EQ(error.number, 5000) << bad;
-    EXPECT_TRUE(error.text.contains(u"Wertebereich:  0.3 - 3.0"_s));
-  }
+  for (const QString& bad : {u"0.29"_s, u"3.01"_s, u""_s, u"groß"_s})
+    EXPECT_THAT(Raised([&] { Get_FontFactor(bad); }), Tells(5000, {u"Wertebereich:  0.3 - 3.0"_s})) << bad;
 }
 
 TEST_F(PageSetupTest, SettingsStayWithTheMap) {
@@ -117,6 +108,11 @@ TEST_F(PageSetupTest, SettingsStayWithTheMap) {
   // 15 and 25 less the border of 5; what lies within the border is none.
   PrintSettings kept{.factor = 1.234, .fontFactor = 1.5, .left = 10, .right = 0, .top = 20, .orientation = landscape};
   EXPECT_EQ(again.settings, kept);
+  PrintFactor = 1;
+  MapPixelMm = 0;
+  Take_Print_Settings(kept, again.paper);
+  EXPECT_FLOAT_EQ(PrintFactor, 1.234F);
+  EXPECT_NEAR(MapPixelMm, 1.234 * 25.4 / 96, 1e-6);
   EXPECT_EQ(again.paper.widthMm, 290);
   EXPECT_EQ(Margins_To_Show(again.settings, again.paper), (SheetMargins{15, 5, 25, 5}));
 }
@@ -131,9 +127,7 @@ TEST_F(PageSetupTest, MarginsMustLeaveRoom) {
   box.Expect(u"keinen Platz"_s);
   EXPECT_FALSE(Ask_Print_Order());
   EXPECT_EQ(asked, 0) << "no dialog for nothing";
-}
-
-TEST_F(PageSetupTest, TheDialogChoosesTheSheets) {
+  ASSERT_TRUE(Save_Print_Settings({}));
   EXPECT_FALSE(Ask_Print_Order()) << "cancelled";
   EXPECT_EQ(asked, 6);
   answer = [](int) { return PrintRange{2, 2}; };
@@ -208,5 +202,3 @@ TEST_F(PageSetupTest, TheMapIsExportedWithItsEntries) {
   EXPECT_FALSE(Export_Map_Picture());
   EXPECT_EQ(files.Seen().front().title, u"Karte mit Einträgen als BITMAP exportieren"_s);
 }
-
-}  // namespace

@@ -8,8 +8,6 @@
 #include "support/nets.h"
 #include "view/redraw.h"
 
-namespace {
-
 constexpr double mmPerPixel = 25.4 / 96;  // of a map at factor 1
 
 // A map of 1600 x 1200 pixels (423 x 317 mm) printed on A4 with a factor of 0.8: two sheets across, one down.
@@ -174,6 +172,14 @@ TEST_F(SheetPainter, AnEntryAcrossTwoSheetsIsCutWhereTheyMeet) {
   EXPECT_EQ(At(left, 0, dpi, {seam + 3.0, 150}), QBColor(15)) << "beyond the room for the map";
   EXPECT_EQ(At(right, 1, dpi, {seam + 1.5, 150}), QBColor(12));
   EXPECT_EQ(At(right, 1, dpi, {seam - 3.0, 150}), QBColor(15));
+  // Hidden rows and marks stay off the paper.
+  Figure({100, 300, 100, 100}, 12, u"F 1"_s, -20);
+  Figure({400, 300, 100, 100}, 12, u"F 1"_s, 120);
+  frmMDI.showHidden = true;
+  const QImage page = Drawn(0, 150);
+  EXPECT_EQ(At(page, 0, 150, {150, 350}), QBColor(15));
+  EXPECT_EQ(At(page, 0, 150, {450, 350}), QBColor(12));
+  EXPECT_EQ(At(page, 0, 150, {398.5, 350}, {-0.1, 0}), QBColor(15)) << "a mark";
 }
 
 TEST_F(SheetPainter, TransparentFillsLookAsOnTheScreen) {
@@ -195,16 +201,6 @@ TEST_F(SheetPainter, TransparentFillsLookAsOnTheScreen) {
   Draw_Sheet_Image(image, dpi, QRectF(0, 0, paper.PrintableWidth(), paper.PrintableHeight()), geometry, sheets[0], {});
   for (const QPoint at : {QPoint(70, 70), QPoint(320, 240), QPoint(450, 300)})
     EXPECT_EQ(At(image, 0, dpi, QPointF(at) + QPointF(0.5, 0.5)), screen.pixel(at) | 0xff000000);
-}
-
-TEST_F(SheetPainter, HiddenRowsAndMarksStayOffThePaper) {
-  Figure({100, 100, 100, 100}, 12, u"F 1"_s, -20);
-  Figure({400, 100, 100, 100}, 12, u"F 1"_s, 120);
-  frmMDI.showHidden = true;
-  const QImage page = Drawn(0, 150);
-  EXPECT_EQ(At(page, 0, 150, {150, 150}), QBColor(15));
-  EXPECT_EQ(At(page, 0, 150, {450, 150}), QBColor(12));
-  EXPECT_EQ(At(page, 0, 150, {398.5, 150}, {-0.1, 0}), QBColor(15)) << "a mark";
 }
 
 // A PDF of the two upper sheets, asked by the tools of a reader.
@@ -276,16 +272,3 @@ TEST_F(SheetPainter, AStoppedOrFailingJobLeavesNothing) {
   box.Expect(u"keinen Platz"_s);
   EXPECT_EQ(Print_Map(order, failing), PrintEnd::Failed);
 }
-
-TEST_F(SheetPainter, SettingsComeBackFromTheTable) {
-  settings.factor = 1.25;
-  settings.right = 3;
-  settings.bottom = 4;
-  ASSERT_TRUE(Save_Print_Settings(settings));
-  EXPECT_EQ(Read_Print_Settings(), settings);
-  Take_Print_Settings(settings, paper);
-  EXPECT_FLOAT_EQ(PrintFactor, 1.25F);
-  EXPECT_NEAR(MapPixelMm, 1.25 * mmPerPixel, 1e-6);
-}
-
-}  // namespace

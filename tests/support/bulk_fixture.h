@@ -1,6 +1,4 @@
 #pragma once
-#include "state/table_state.h"
-#include "store/table_file.h"
 #include "support/hand_fixture.h"
 
 // Rows of every kind, and the whole table as text.

@@ -1,9 +1,4 @@
 #pragma once
-#include <gmock/gmock.h>
-#include <QStringList>
-
-#include <algorithm>
-
 #include "platform/error.h"
 
 // The error that the work raises; its number is 0 if it raises none.

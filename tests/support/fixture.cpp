@@ -1,13 +1,5 @@
 #include "support/fixture.h"
 
-#include <QDir>
-
-#include "platform/files.h"
-#include "platform/progress.h"
-#include "platform/shell.h"
-#include "state/dialog_hooks.h"
-#include "state/events.h"
-#include "store/entry.h"
 #include "tools/canvas.h"
 
 const QByteArray& Template_Bytes() {

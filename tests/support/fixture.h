@@ -1,15 +1,7 @@
 #pragma once
-#include <gtest/gtest.h>
-#include <QImage>
-#include <QStringList>
-#include <QTemporaryDir>
-
 #include <deque>
-#include <optional>
-#include <vector>
 
 #include "platform/file_dialog.h"
-#include "platform/message_box.h"
 #include "platform/progress.h"
 #include "state/global_state.h"
 

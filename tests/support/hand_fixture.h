@@ -1,19 +1,10 @@
 #pragma once
-#include "hand/activation.h"
 #include "hand/tool_state.h"
 #include "maps/map_open.h"
-#include "state/events.h"
-#include "state/map_state.h"
-#include "state/mdi_state.h"
-#include "store/entry.h"
-#include "store/vertex_table.h"
-#include "support/fixture.h"
 #include "support/map_room.h"
 #include "support/rows.h"
 #include "tools/drag.h"
 #include "tools/mouse.h"
-#include "view/redraw.h"
-#include "view/view.h"
 
 // An open map of 1600 x 1200 pixels in a window of 820 x 620, and the ways of a user's hand on it.
 class HandTest : public FluraxTest, public RowsOfTable {

@@ -2,7 +2,6 @@
 #include "maps/command_look.h"
 #include "maps/commands.h"
 #include "maps/toolbar_table.h"
-#include "support/fixture.h"
 
 // What menus and tool buttons would show now.
 inline QString Text_Now(const char* command) { return Command_Text(*Find_Command(QString::fromLatin1(command))); }

@@ -1,7 +1,5 @@
 #pragma once
 #include "edit/table_edit.h"
-#include "state/map_state.h"
-#include "state/mdi_state.h"
 #include "view/view.h"
 
 // Gives the open map a window of that size to itself: the table is hidden. There is no window here to report it.

@@ -1,9 +1,6 @@
 #pragma once
 #include <QPointF>
 #include <QSize>
-#include <QStringList>
-
-#include "state/coordinate_state.h"
 
 // A kilometre net of the zone 32 on a map: R 646 000, H 5 512 000 lie at `origin`, a line every `distance` pixels.
 inline CoordinateState Utm_Net(QSize map, QPoint origin, float distance, double slope = 0) {

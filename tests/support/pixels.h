@@ -1,8 +1,4 @@
 #pragma once
-#include <gtest/gtest.h>
-#include <QImage>
-#include <random>
-
 inline constexpr QRgb white = 0xffffffff, black = 0xff000000, red = 0xffff0000, green = 0xff00ff00, blue = 0xff0000ff,
                       yellow = 0xffffff00;
 

@@ -1,6 +1,4 @@
 #pragma once
-#include "platform/shell.h"
-
 // While it lives no program is started and no file opened: what would have been stands here.
 struct RecordedShell {
   RecordedShell() {

@@ -1,9 +1,4 @@
 #pragma once
-#include <QStringList>
-#include <vector>
-
-#include "platform/surface.h"
-
 // A surface that draws nothing and writes down the calls that would draw.
 class RecordingSurface final : public Surface {
  public:

@@ -1,6 +1,4 @@
 #pragma once
-#include "platform/database.h"
-
 // A new row of these values, in the order of the columns.
 inline void Append(Recordset& rows, const std::vector<Value>& values) {
   rows.AddNew();

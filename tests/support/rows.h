@@ -1,6 +1,5 @@
 #pragma once
 #include "hand/activation.h"
-#include "store/entry.h"
 #include "support/records.h"
 #include "view/redraw.h"
 
@@ -41,10 +40,8 @@ struct RowsOfTable {
     return rsEntries->Bookmark();
   }
   static QStringList Texts() {
-    const KeepCurrentRow keep;
     QStringList texts;
-    rsEntries->MoveFirst();
-    for (rsEntries->MoveNext(); !rsEntries->Eof(); rsEntries->MoveNext()) texts << rsEntries->Text(column::Eintrag);
+    For_Each_Entry([&texts] { texts << rsEntries->Text(column::Eintrag); });
     return texts;
   }
   static QPoint At(const QString& bookmark) { return {Row(bookmark).Xmap, Row(bookmark).Ymap}; }

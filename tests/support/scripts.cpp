@@ -1,8 +1,4 @@
-#include <QProcess>
-#include <ostream>
 #include <utility>
-
-#include "support/fixture.h"
 
 namespace {
 struct Stopper : ProgressFace {

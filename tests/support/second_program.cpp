@@ -1,12 +1,9 @@
 #include "support/second_program.h"
 
-#include <gtest/gtest.h>
 #include <QCoreApplication>
 #include <cstdio>
 
 #include "maps/program_start.h"
-#include "platform/files.h"
-#include "platform/message_box.h"
 #include "state/step.h"
 #include "store/history.h"
 #include "store/transaction.h"

@@ -1,9 +1,4 @@
 #pragma once
-#include <QProcess>
-#include <QString>
-#include <QStringList>
-#include <optional>
-
 // A second program: the test program once more, in a process of its own on the same program folder. It carries out
 // orders instead of tests:
 //   oeffnen PFAD    the table of that map     neu TEXT    appends an entry        stand       an undo point

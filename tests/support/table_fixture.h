@@ -1,12 +1,4 @@
 #pragma once
-#include "state/map_state.h"
-#include "state/table_state.h"
-#include "store/entry.h"
-#include "store/file_names.h"
-#include "store/header_row.h"
-#include "store/table_file.h"
-#include "support/fixture.h"
-#include "support/records.h"
 #include "support/rows.h"
 
 // A row at the end of a table file that is not the open one.

@@ -6,11 +6,9 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::UnorderedElementsAre;
 
-namespace {
-
 constexpr QRgb paper = qRgb(250, 245, 230), green = qRgb(120, 180, 90);
 
-QImage Sheet(int width = 300, int height = 200) {
+static QImage Sheet(int width = 300, int height = 200) {
   QImage picture(width, height, QImage::Format_RGB32);
   picture.fill(paper);
   return picture;
@@ -25,7 +23,7 @@ QImage With(QImage picture, Draw draw) {
   return picture;
 }
 
-double Area_Of(const std::vector<QPoint>& outline) {
+static double Area_Of(const std::vector<QPoint>& outline) {
   double twice = 0;
   for (size_t i = 0; i < outline.size(); ++i) {
     const QPoint a = outline[i], b = outline[(i + 1) % outline.size()];
@@ -35,7 +33,7 @@ double Area_Of(const std::vector<QPoint>& outline) {
 }
 
 // The greatest distance of a point from the nearest side of the outline.
-double Off(const std::vector<QPoint>& outline, QPointF point) {
+static double Off(const std::vector<QPoint>& outline, QPointF point) {
   double nearest = 1e9;
   for (size_t i = 0; i < outline.size(); ++i) {
     const QPointF a = outline[i], line = QPointF(outline[(i + 1) % outline.size()]) - a, there = point - a;
@@ -80,6 +78,8 @@ TEST(AreaTrace, ARectangleIsAHandfulOfPoints) {
   EXPECT_LT(result.outline.size(), 15U);
   EXPECT_NEAR(Area_Of(result.outline), 120 * 80, 500);
   EXPECT_EQ(result.sampled.size(), Digi_Ring(1).size() + Digi_Ring(2).size());
+  const TraceResult stopped = Digi_Trace_RGB({picture, {120, 90}, 10, [](QPoint) { return false; }});
+  EXPECT_EQ(std::tuple(stopped.Found(), stopped.fault), std::tuple(false, QString()));
 }
 
 // Grain, a print screen, a thin line across: wider rings step over them.
@@ -103,13 +103,6 @@ TEST(AreaTrace, FaultsAreTold) {
   EXPECT_THAT(fault(high, {100, 40}, 10), HasSubstr("über den oberen Fensterrand hinaus"));
   EXPECT_THAT(fault(Sheet(), {100, 100}, 10), HasSubstr("über den oberen Fensterrand hinaus")) << "a white sheet";
   EXPECT_THAT(fault(Sheet(), {900, -700}, 10), HasSubstr("Fensterrand"));
-}
-
-TEST(AreaTrace, TheUserMayStopIt) {
-  const QImage picture = With(Sheet(), [](QPainter& painter) { painter.drawRect(60, 50, 120, 80); });
-  const TraceResult result = Digi_Trace_RGB({picture, {120, 90}, 10, [](QPoint) { return false; }});
-  EXPECT_FALSE(result.Found());
-  EXPECT_EQ(result.fault, QString());
 }
 
 TEST(AreaFill, RunsAlongThePixelSides) {
@@ -199,5 +192,3 @@ TEST(AreaFill, ClosesSmallGaps) {
   EXPECT_THAT(Digi_Fill({picture, {10, 10}, 5, {}}).fault.toStdString(), HasSubstr("größere Farbunterschiede"));
   EXPECT_THAT(Digi_Fill({picture, {-1, 20}, 5, {}}).fault.toStdString(), HasSubstr("neben die Karte"));
 }
-
-}  // namespace

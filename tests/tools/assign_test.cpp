@@ -3,8 +3,6 @@
 #include "edit/marks.h"
 #include "support/bulk_fixture.h"
 
-namespace {
-
 class Assign : public BulkTest {
  protected:
   void SetUp() override {
@@ -66,5 +64,3 @@ TEST_F(Assign, ObjectWaitsForTheClickOnItsTarget) {
   ASSERT_TRUE(Take_Entry(other));
   EXPECT_EQ(Map_Tool_In_Use(), nullptr) << "it waited for another entry";
 }
-
-}  // namespace

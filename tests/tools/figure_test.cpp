@@ -9,9 +9,6 @@
 #include "support/looks.h"
 #include "tools/figure_tool.h"
 #include "tools/free_figure_tool.h"
-#include "tools/turn_tool.h"
-
-namespace {
 
 class FigureTest : public HandTest {
  protected:
@@ -29,10 +26,6 @@ class FigureTest : public HandTest {
     });
     return rows;
   }
-  static void Go_To_Figure() {
-    rsEntries->MoveFirst();
-    while (!Type_Here().IsFigure()) rsEntries->MoveNext();
-  }
   static EntryRow Named(EntryRow row, const char* id) {
     row.ID = QLatin1String(id);
     return row;
@@ -40,8 +33,6 @@ class FigureTest : public HandTest {
 };
 
 const FigureExtras allExtras{true, true, true, true, true};
-
-}  // namespace
 
 TEST_F(FigureTest, DraggedAndClickedFiguresComeIntoTheHand) {
   CurHG = 3;
@@ -67,10 +58,8 @@ TEST_F(FigureTest, DraggedAndClickedFiguresComeIntoTheHand) {
   Click({20, 30});
   EXPECT_EQ(Place(InHand()), QRect(140, 210, 123, 45));
   EXPECT_EQ(Rows(), QStringList({"Figur1|Ellipse|22", "Figur2|Rechteck|20"}));
-  // Chosen twice, or left by Esc: nothing is made.
+  // Left by Esc: nothing is made.
   End_Entry();
-  Choose_Figure(EntryKind::Rectangle);
-  EXPECT_FALSE(Choose_Figure(EntryKind::Rectangle));
   Choose_Figure(EntryKind::Circle);
   Map_Mouse_Down({10, 10}, MouseButton::Left, {});
   Map_Key(Qt::Key_Escape, {});
@@ -98,17 +87,13 @@ TEST_F(FigureTest, SquaresAndCirclesStaySquareAndOnTheMap) {
 }
 
 TEST_F(FigureTest, WhiteFiguresAndEmptyOnesGetARim) {
-  CurRA = -100;
-  CurHG = 14;
-  Place_Figure({5, 5});
-  EXPECT_EQ(InHand().RA, -100);
-  for (const auto& [fill, ground] : {std::pair(0, 14), std::pair(1, 15)}) {
-    End_Entry();
+  for (const auto& [fill, ground, rim] : {std::tuple(1, 14, false), {0, 14, true}, {1, 15, true}}) {
     CurRA = -100;
     NextShape.fill = fill;
     CurHG = ground;
     Place_Figure({5, 5});
-    EXPECT_TRUE(FrameWord::Parse(InHand().RA).framed) << fill;
+    EXPECT_EQ(FrameWord::Parse(InHand().RA).framed, rim) << fill;
+    End_Entry();
   }
 }
 
@@ -169,17 +154,6 @@ TEST_F(FigureTest, FreeFiguresAreDrawnPointByPoint) {
   EXPECT_NE(Map_Tool_In_Use(), nullptr);
   Map_Key(Qt::Key_Escape, {});
   EXPECT_EQ(Rows().size(), 2);
-}
-
-TEST_F(FigureTest, AFigureWithoutANumberIsToldAndNothingIsMade) {
-  Add(Named(Figure_Row(20, {1, 1, 9, 9}), "Figur"));
-  MessageScript messages{{QStringLiteral("Keine Nummer ")}, {QStringLiteral("Error: 5000")}};
-  EXPECT_FALSE(Place_Figure({5, 5}));
-  EXPECT_FALSE(Add_Free_Figure({{0, 0}, {9, 0}, {0, 9}}, false));
-  ASSERT_EQ(messages.Seen().size(), 2U);
-  EXPECT_EQ(messages.Seen()[0].title, "Fehler");
-  EXPECT_EQ(Rows().size(), 1);
-  EXPECT_FALSE(dbEntries->InTrans());
 }
 
 // Its position decides whether the row is looked at: a stale one takes the figure from sight.
@@ -298,18 +272,6 @@ TEST_F(FigureTest, ExtrasFollowTurningMovingAndSizing) {
   EXPECT_EQ(Map.canvas.pixel(130, 220), qRgb(255, 255, 255));
 }
 
-TEST_F(FigureTest, ADeletedFigureTakesItsExtrasAlong) {
-  Take(Figure_Row(22, {100, 200, 100, 60}));
-  ASSERT_TRUE(Set_Figure_Properties(0, {true, true, true, true, true}));
-  ASSERT_GT(Entry_Count(), 5);
-  MessageScript messages(MsgAnswer::No);
-  Map_Key(Qt::Key_Delete, {});
-  EXPECT_GT(Entry_Count(), 5) << "the question was answered with no";
-  messages.AllowAny(MsgAnswer::Yes);
-  Map_Key(Qt::Key_Delete, {});
-  EXPECT_EQ(Entry_Count(), 0);
-}
-
 TEST_F(FigureTest, ExtrasAreCopiedAndDeletedWithTheirFigures) {
   const QString first = Take(Figure_Row(22, {100, 200, 100, 60}));
   ASSERT_TRUE(Set_Figure_Properties(0, allExtras));
@@ -322,37 +284,20 @@ TEST_F(FigureTest, ExtrasAreCopiedAndDeletedWithTheirFigures) {
   ASSERT_TRUE(Store_Figure(FigureOf::Duplicate, entry_box(InHand())));
   EXPECT_EQ(Entry_Count(), 3 * each);
   EXPECT_EQ(Extras_Of(InHand()), allExtras);
-  ASSERT_TRUE(End_Entry());
-  Mark_Rows({first, Map.CurBookmark});
+  // Each way to delete a figure takes its extras along.
   MessageScript messages(MsgAnswer::Yes);
+  Map_Key(Qt::Key_Delete, {});
+  EXPECT_EQ(Entry_Count(), 2 * each);
+  Mark_Rows({first});
   Delete_Marked();
   EXPECT_EQ(Entry_Count(), each);
-  Go_To_Figure();
+  rsEntries->MoveFirst();
+  while (!Type_Here().IsFigure()) rsEntries->MoveNext();
   ASSERT_TRUE(Delete_Rows({rsEntries->Key()}));
   EXPECT_EQ(Entry_Count(), 0);
 }
 
-TEST_F(FigureTest, TheMouseTurnsTheFigureInHand) {
-  const QString key = Take(Figure_Row(20, {100, 200, 100, 60}));
-  std::vector<double> moved;
-  std::optional<double> ended = -1;
-  const auto turn = [&] {
-    return Turn_By_Mouse([&](double angle) { moved.push_back(angle); }, [&](std::optional<double> a) { ended = a; });
-  };
-  ASSERT_TRUE(turn());
-  Map_Mouse_Move({150, 100}, false);
-  EXPECT_EQ(moved.back(), 90);
-  Click({100, 280});
-  EXPECT_EQ(ended, 225);
-  EXPECT_EQ(Map.InHand, key);
-  ASSERT_TRUE(turn());
-  Map_Key(Qt::Key_Escape, {});
-  EXPECT_EQ(ended, std::nullopt);
-  EXPECT_EQ(Map.InHand, key);
-  EXPECT_EQ(InHand().Schrift, "F 1") << "turning alone writes nothing";
-}
-
-TEST_F(FigureTest, TellsWhereNoFigureIsInHand) {
+TEST_F(FigureTest, TellsWhereNoFigureIsInHandOrOneHasNoNumber) {
   Take(Text_Row("Eiche", 50, 50));
   MessageScript messages("Keine aktive Figur");
   EXPECT_FALSE(Show_Figure());
@@ -364,4 +309,12 @@ TEST_F(FigureTest, TellsWhereNoFigureIsInHand) {
   outline.VG = 12;
   Turn_Row(outline, 30);
   EXPECT_EQ(std::tuple(outline.Schrift, outline.RA), std::tuple("F 0<30", 212));
+  // A figure without a number: nothing is made.
+  Add(Named(Figure_Row(20, {1, 1, 9, 9}), "Figur"));
+  const QStringList before = Rows();
+  messages.Expect(QStringLiteral("Keine Nummer ")).Expect(QStringLiteral("Error: 5000"));
+  EXPECT_FALSE(Place_Figure({5, 5}));
+  EXPECT_FALSE(Add_Free_Figure({{0, 0}, {9, 0}, {0, 9}}, false));
+  EXPECT_EQ(messages.Seen()[1].title, "Fehler");
+  EXPECT_EQ(std::tuple(Rows(), dbEntries->InTrans()), std::tuple(before, false));
 }

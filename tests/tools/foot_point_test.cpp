@@ -4,8 +4,6 @@
 #include "support/hand_fixture.h"
 #include "support/looks.h"
 
-namespace {
-
 class FootPointTest : public HandTest {
  protected:
   static QPoint Foot(const QString& bookmark) { return {Row(bookmark).Xline, Row(bookmark).Yline}; }
@@ -37,7 +35,7 @@ TEST_F(FootPointTest, IsSetByAClickOrADragAndStaysInHand) {
   }
 }
 
-TEST_F(FootPointTest, StaysInTheViewAndCanBeGivenUp) {
+TEST_F(FootPointTest, StaysInTheViewIsGivenUpAndRemovedAfterAQuestion) {
   Zoom_At(2, 0, 0);
   const QString text = Take(Text_Row("Elster", 100, 100));
   Move_Foot_Point();
@@ -45,25 +43,14 @@ TEST_F(FootPointTest, StaysInTheViewAndCanBeGivenUp) {
   EXPECT_FALSE(Map.imgRfLine.Visible);
   EXPECT_EQ(std::pair(Map.InHand, Foot(text)), std::pair(text, QPoint(0, 0)));
   Move_Foot_Point();
-  Move_Foot_Point();  // the button pressed again
-  EXPECT_EQ(Map_Tool_In_Use(), nullptr);
-  Move_Foot_Point();
   Map_Mouse_Down({200, 100}, MouseButton::Left, {});
   Map_Mouse_Up({-30, 150}, MouseButton::Left);
   EXPECT_EQ(Foot(text), QPoint(1, 300)) << "0 would mean none";
-}
-
-TEST_F(FootPointTest, IsRemovedAfterAQuestion) {
-  const QString text = Take({"Text", "Elster", "Arial", 12, 0, 14, -100, 100, 100, 300, 200, 2});
   Tbl.Tag = TableTag::Clean;
-  const MessageScript messages{{"Fußpunkt für den Text: Elster entfernen?", MsgAnswer::No},
-                               {"Fußpunkt", MsgAnswer::Yes}};
-  Change_Foot_Point();
-  EXPECT_EQ(Foot(text), QPoint(300, 200));
-  Change_Foot_Point();
-  EXPECT_EQ(messages.Seen()[0].title, "Fußpunkt");
-  EXPECT_EQ(Foot(text), QPoint(0, 0));
-  EXPECT_EQ(Tbl.Tag, TableTag::Dirty);
+  With_Box("Fußpunkt für den Text: Elster entfernen?", MsgAnswer::No, Change_Foot_Point);
+  EXPECT_EQ(std::tuple(Foot(text), Tbl.Tag), std::tuple(QPoint(1, 300), TableTag::Clean));
+  With_Box("Fußpunkt", MsgAnswer::Yes, Change_Foot_Point);
+  EXPECT_EQ(std::tuple(Foot(text), Tbl.Tag), std::tuple(QPoint(0, 0), TableTag::Dirty));
   EXPECT_FALSE(Map.imgRfLine.Visible);
 }
 
@@ -82,5 +69,3 @@ TEST_F(FootPointTest, EndMarkIsTheKind) {
   Click({200, 200});
   EXPECT_EQ(Row(next).Typ, 3);
 }
-
-}  // namespace

@@ -14,8 +14,6 @@
 #include "tools/symbol_tool.h"
 #include "tools/text_tool.h"
 
-namespace {
-
 using MapTools = BulkTest;
 
 TEST_F(MapTools, EachHasTheMouseUntilItIsDroppedAndItsButtonIsPressedMeanwhile) {
@@ -51,6 +49,8 @@ TEST_F(MapTools, EachHasTheMouseUntilItIsDroppedAndItsButtonIsPressedMeanwhile) 
     EXPECT_FALSE(pressed(key)) << key;
     EXPECT_EQ(Map_Pointer(), MapPointer::Move) << key;
     EXPECT_EQ(Entry_In_Hand(), ofEntry) << "what is in hand stays there: " << key;
+    if (key != "Scale") use(), use();
+    EXPECT_EQ(Map_Tool_In_Use(), nullptr) << "its button once more: " << key;
     if (ofEntry) End_Entry();
   }
   EXPECT_EQ(Whole_Table(), before) << "dropped tools write nothing";
@@ -72,9 +72,6 @@ TEST_F(MapTools, OneAtATime) {
   EXPECT_EQ(picked, QPoint(Map_X(100), Map_Y(50)));
   EXPECT_EQ(dropped, 1);
   EXPECT_TRUE(Map.Tool.isEmpty());
-  Toggle_Text_Tool();
-  EXPECT_FALSE(Toggle_Text_Tool()) << "its button once more";
-  EXPECT_TRUE(Map.Tool.isEmpty());
   // A typed text that does not fit is not left for a tool.
   const QString text = Add_Text("Amsel");
   ASSERT_TRUE(Take_Entry(text));
@@ -89,9 +86,16 @@ TEST_F(MapTools, TheMagnifierLiesOverAToolThatGoesOn) {
   Click({100, 100});
   Click({200, 100});
   Toggle_Lupe();
-  Click({150, 100});  // closer
+  const QPoint place(Map_X(600), Map_Y(450));
+  Click({600, 450});  // closer
   EXPECT_FLOAT_EQ(Map.Zoom, 0.5F);
+  const QPoint middle(Map_X(Map.ViewWidth / 2.0), Map_Y(Map.ViewHeight / 2.0));
+  EXPECT_LE((middle - place).manhattanLength(), 3);
   EXPECT_EQ(Painted_Over().elementAt(0).x, Window_X(100)) << "the line is still to be seen";
+  int asked = 0;
+  dialogHooks.ZoomWindow = [&] { ++asked; };
+  Map_Mouse_Down({10, 10}, MouseButton::Right, {});
+  EXPECT_EQ(asked, 1);
   EXPECT_TRUE(Map_Key(Qt::Key_Escape, {}));
   EXPECT_EQ(Map.Tool, "Linie");
   Set_Zoom(1);
@@ -99,10 +103,9 @@ TEST_F(MapTools, TheMagnifierLiesOverAToolThatGoesOn) {
   Click(end);
   Map_Key(Qt::Key_Return, {});
   EXPECT_EQ(Load_Vertices("Linie0"), (std::vector<QPoint>{{100, 100}, {200, 100}, map}));
-}
-
-TEST_F(MapTools, ADuplicateIsPlacedByTheNextClick) {
-  const QString first = Add_Text("Amsel", 100, 100), second = Add_Text("Fink", 300, 300);
+  // A duplicate is placed by the next click.
+  const QString first = Add_Text("Amsel", 100, 100);
+  Add_Text("Fink", 300, 300);
   Map_Redraw();
   ASSERT_TRUE(Take_Entry(first));
   Duplicate_Entry();
@@ -110,9 +113,4 @@ TEST_F(MapTools, ADuplicateIsPlacedByTheNextClick) {
   Click({500, 400});
   EXPECT_EQ(Row(Map.InHand).Eintrag, QString("Amsel"));
   EXPECT_EQ(At(Map.InHand), QPoint(500, 400));
-  Duplicate_Entry();
-  Duplicate_Entry();
-  EXPECT_EQ(Map_Tool_In_Use(), nullptr) << "chosen again it gives up";
 }
-
-}  // namespace

@@ -2,8 +2,6 @@
 
 #include "support/hand_fixture.h"
 
-namespace {
-
 using Mouse = HandTest;
 
 TEST_F(Mouse, PositionAndEntryUnderThePointer) {
@@ -51,25 +49,6 @@ TEST_F(Mouse, AClickThroughTheEntryInHandMeansTheOneAbove) {
   EXPECT_EQ(At(above), QPoint(150, 150));
 }
 
-TEST_F(Mouse, FootPointsAreGrippedAtOnce) {
-  const QString amsel = Add({"Text", "Amsel", "Arial", 12, 0, 14, -100, 100, 100, 300, 300, 3});
-  Map_Redraw();
-  Drag({300, 300}, {350, 320});
-  EXPECT_EQ(Map.InHand, amsel);
-  EXPECT_EQ(QPoint(Row(amsel).Xline, Row(amsel).Yline), QPoint(350, 320));
-}
-
-TEST_F(Mouse, RightClickTakesTheEntryAndOpensTheMenu) {
-  const QString amsel = Add(Text_Row("Amsel", 100, 100));
-  Map_Redraw();
-  int popups = 0;
-  events.PopupWanted.Connect([&] { ++popups; });
-  Map_Mouse_Down({110, 108}, MouseButton::Right, {});
-  EXPECT_EQ(std::tuple(Map.InHand, Map.PopupAt), std::tuple(amsel, QPoint(110, 108)));
-  Map_Mouse_Down({500, 400}, MouseButton::Right, {});
-  EXPECT_EQ(popups, 2);
-}
-
 TEST_F(Mouse, KeysForTheEntryInHand) {
   const QString amsel = Add(Text_Row("Amsel", 100, 100));
   Map_Redraw();
@@ -89,5 +68,3 @@ TEST_F(Mouse, KeysForTheEntryInHand) {
   }
   EXPECT_EQ(ends, 1);
 }
-
-}  // namespace

@@ -60,33 +60,25 @@ TEST_F(PlanSquaresTest, ASecondRasterAsksAndReplacesTheFirst) {
            [&] { EXPECT_FALSE(Take_Raster_On_Map(Raster(50, LabelPlace::None))); });
   EXPECT_EQ(Whole_Table(), first);
   MessageScript messages("Planquadrate sind bereits", MsgAnswer::Ok);
+  {
+    const StopWorkAt thirtieth(30);
+    EXPECT_FALSE(Take_Raster_On_Map(Raster(10, LabelPlace::None, 400, 400)));
+  }
+  EXPECT_EQ(Whole_Table(), first);
+  messages.Expect("Planquadrate sind bereits", MsgAnswer::Ok);
   EXPECT_TRUE(Take_Raster_On_Map(Raster(50, LabelPlace::None)));
   EXPECT_EQ(Entry_Count(), 48 + 1);
   const QRectF field = *Raster_Field();
   EXPECT_EQ(field, QRectF(100, 100, 400, 300));
   mnuRasterDelete_Click();
   EXPECT_EQ(Entry_Count(), 0);
-}
-
-TEST_F(PlanSquaresTest, StoppedInTheMiddleNothingHasChanged) {
-  ASSERT_TRUE(Take_Raster_On_Map(Raster(100, LabelPlace::None)));
-  const QStringList before = Whole_Table();
-  const StopWorkAt thirtieth(30);
-  MessageScript messages("Planquadrate sind bereits", MsgAnswer::Ok);
-  EXPECT_FALSE(Take_Raster_On_Map(Raster(10, LabelPlace::None, 400, 400)));
-  EXPECT_EQ(Whole_Table(), before);
-  EXPECT_EQ(rsEntries->RecordCount(), 14);
-  EXPECT_EQ(Typ(Key_Of(QStringLiteral("A-1"))), 16);
-}
-
-TEST_F(PlanSquaresTest, ARasterThatDoesNotFitIntoTheColumnsLeavesNoRow) {
+  // One that does not fit into the columns leaves no row.
   RasterPreview far = Raster(100, LabelPlace::None);
   far.plan = Plan({32700, 0, 200, 100}, 50);
-  MessageScript messages("Es wurde nichts verändert.");
+  Tbl.Tag = TableTag::Clean;
+  messages.Expect("Es wurde nichts verändert.");
   EXPECT_FALSE(Take_Raster_On_Map(far));
-  EXPECT_EQ(Entry_Count(), 0);
-  EXPECT_FALSE(rsEntries->Editing());
-  EXPECT_EQ(Tbl.Tag, TableTag::Clean);
+  EXPECT_EQ(std::tuple(Entry_Count(), rsEntries->Editing(), Tbl.Tag), std::tuple(0, false, TableTag::Clean));
 }
 
 TEST_F(PlanSquaresTest, AFilledSquareKeepsItsLabelAndLine) {
@@ -113,6 +105,13 @@ TEST_F(PlanSquaresTest, HidingTakesAllButMarkedRows) {
   };
   set(own, -16);
   set(marked, 116);
+  Map_Redraw();
+  Map_Mouse_Move({150, 150}, false);
+  EXPECT_EQ(Map.lblPLQ.Text, "unsichtbares Planquadrat!");
+  Map_Mouse_Down({150, 150}, MouseButton::Right, {});
+  EXPECT_EQ(Map.InHand, own);
+  EXPECT_EQ(Text_Now("mnuObjVisNo"), "aktuelles Objekt sichtbar machen");
+  End_Entry();
   const int drawn = Ink({195, 95, 110, 110});
   EXPECT_EQ(Text_Now("mnuRasterEinblenden"), "ausblenden");
   Toggle_Raster_Visible();
@@ -220,21 +219,6 @@ TEST_F(PlanSquaresTest, SquaresTakeClicksOnlyWhileActive) {
   EXPECT_EQ(Map.InHand, area);
 }
 
-TEST_F(PlanSquaresTest, AHiddenSquareIsFoundAgain) {
-  ASSERT_TRUE(Take_Raster_On_Map(Raster(100, LabelPlace::None)));
-  const QString square = Key_Of(QStringLiteral("B-2"));
-  Go(square);
-  EntryRow row = Read_Entry(*rsEntries);
-  row.Typ = -16;
-  Update_Entry(row);
-  Map_Redraw();
-  Map_Mouse_Move({250, 250}, false);
-  EXPECT_EQ(Map.lblPLQ.Text, "unsichtbares Planquadrat!");
-  Map_Mouse_Down({250, 250}, MouseButton::Right, {});
-  EXPECT_EQ(Map.InHand, square);
-  EXPECT_EQ(Text_Now("mnuObjVisNo"), "aktuelles Objekt sichtbar machen");
-}
-
 TEST_F(PlanSquaresTest, AFreeSquareComesIntoTheHandAndMoves) {
   RasterPreview raster = Raster(100, LabelPlace::None);
   raster.design.field = RasterField::Free;
@@ -246,14 +230,4 @@ TEST_F(PlanSquaresTest, AFreeSquareComesIntoTheHandAndMoves) {
   EXPECT_EQ(Map.InHand, key);
   Drag({330, 230}, {350, 240});
   EXPECT_EQ(entry_box(Row(key)), (EntryBox{320, 210, 60, 60}));
-}
-
-TEST_F(PlanSquaresTest, TheFieldIsDraggedOnTheMap) {
-  QRect field;
-  Take_Bereich([&field](QRect taken) { field = taken; }, {});
-  Click({50, 50});
-  EXPECT_TRUE(field.isNull());
-  Drag({300, 260}, {100, 60});
-  EXPECT_EQ(field, QRect(100, 60, 200, 200));
-  EXPECT_TRUE(Map.Tool.isEmpty());
 }

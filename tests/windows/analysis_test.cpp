@@ -1,8 +1,3 @@
-#include "support/recorded_shell.h"
-#include "workbook/workbook.h"
-
-namespace {
-
 // A map with an area of 100 x 50 pixels and one entry that is assigned to it.
 class AnalysisMenuTest : public WindowTest {
  protected:
@@ -10,19 +5,15 @@ class AnalysisMenuTest : public WindowTest {
     WindowTest::SetUp();
     Open(300, 200);
     Write_Vertices("Flaeche0", {{10, 10}, {110, 10}, {110, 60}, {10, 60}});
-    area = Add({"Flaeche0", "Wiese", "Arial", 8, 0, 0, 0, 10, 10, 1, 1, 4});
+    Add({"Flaeche0", "Wiese", "Arial", 8, 0, 0, 0, 10, 10, 1, 1, 4});
     Add({"Text>Flaeche0", QStringLiteral("7Höckerschrecke"), "Arial", 8, 0, 15, 0, 30, 30, 0, 0, 0});
     events.StateChanged.Emit();
     Settle();
   }
-  QString area;
 };
 
-}  // namespace
-
 TEST_F(AnalysisMenuTest, ReportsAreWrittenAnewButNotOverWhatTheUserChanged) {
-  Choose("mnuFlGrosTxt");
-  auto& pad = Shown<FrmNotePad>();
+  auto& pad = Chosen<FrmNotePad>("mnuFlGrosTxt");
   auto* text = pad.findChild<QPlainTextEdit*>();
   EXPECT_EQ(pad.windowTitle(), "Flaechen.stk");
   EXPECT_TRUE(pad.Text().contains("Höckerschrecke")) << pad.Text();
@@ -57,18 +48,4 @@ TEST_F(AnalysisMenuTest, SheetsGoIntoTheWorkbookBesideTheTable) {
   script.Expect("Erna", MsgAnswer::Ok).Expect("Erna", MsgAnswer::Cancel);
   Choose("mnuLaengeXL");
   EXPECT_EQ(Workbook(path).SheetNames().size(), 2);
-}
-
-TEST_F(AnalysisMenuTest, TheSizeOfWhatIsInHandIsTold) {
-  EXPECT_FALSE(window->Action("mnuCalc")->isEnabled());
-  Write_Vertices("Linie0", {{10, 10}, {40, 50}});
-  const QString line = Add({"Linie0", "Weg", "Arial", 8, 0, 0, 0, 10, 10, 1, 1, 4});
-  const MessageScript script({{"Fläche: 5 000 Pixel"}, {"Länge: 50 Pixel"}});
-  ASSERT_TRUE(Take_Entry(area));
-  Settle();
-  Press_Tool("FlCalc");
-  ASSERT_TRUE(Take_Entry(line));
-  Settle();
-  Press_Tool("LnCalc");
-  EXPECT_EQ(script.Seen().at(0).title, "Flächenstatistik");
 }

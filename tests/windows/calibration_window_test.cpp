@@ -1,10 +1,4 @@
-#include "maps/map_coordinates.h"
-
-namespace {
-
-using CalibrationWindow = WindowTest;
-
-TEST_F(CalibrationWindow, OffersTheFilesAndTakesTheChosenOne) {
+TEST_F(WindowTest, ACalibrationIsChosenOfThoseThatAreThere) {
   for (const char* name : {"Karte.cal", "Karte neu.cal"}) Write_Lines(Path(name), Utm_Calibration({100, 150}, 80));
   When_Shown([](QWidget& dialog) {
     EXPECT_EQ(Part<QComboBox>(dialog, "cmbFiles")->count(), 3);
@@ -13,12 +7,9 @@ TEST_F(CalibrationWindow, OffersTheFilesAndTakesTheChosenOne) {
   });
   Open(400, 300);
   EXPECT_EQ(Coord.Grid, gridNone);
-  When_Shown([](QWidget& dialog) {
+  Choose_And("mnuChooseGrid", [](QWidget& dialog) {
     EXPECT_EQ(dialog.pos(), QPoint(1, 1));
     Walk(dialog, "cmbFiles : #2; btnOK!");
   });
-  Choose("mnuChooseGrid");
   EXPECT_EQ(Coord.CalFile, Path("Karte.cal"));
 }
-
-}  // namespace

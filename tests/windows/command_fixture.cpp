@@ -7,9 +7,7 @@
 #include "platform/for_now.h"
 #include "platform/text.h"
 #include "windows/analysis/frmDistanz.h"
-#include "windows/desktop/clipboard.h"
 #include "windows/plansquares/frmRaster.h"
-#include "windows/store/tbl_window_model.h"
 
 namespace {
 
@@ -220,14 +218,11 @@ QString CommandTest::Key_Of(const QString& name) {
 QMap<QString, EntryRow> CommandTest::Rows() {
   QMap<QString, EntryRow> rows;
   if (!rsEntries) return rows;
-  const KeepCurrentRow keep;
-  rsEntries->MoveFirst();
-  for (rsEntries->MoveNext(); !rsEntries->Eof(); rsEntries->MoveNext()) {
-    EntryRow row = Read_Entry(*rsEntries);
+  For_Each_Entry([&rows] {
     QString name = Name_Here();
     while (rows.contains(name)) name += u'*';
-    rows[name] = row;
-  }
+    rows[name] = Read_Entry(*rsEntries);
+  });
   return rows;
 }
 
@@ -284,13 +279,10 @@ QStringList CommandTest::Changes(const QMap<QString, EntryRow>& before, const QM
     };
     if (was.ID != is.ID) changes << now.key() + QStringLiteral(".ID=") + is.ID;
     number("Größe", was.Groesse, is.Groesse);
-    number("VG", was.VG, is.VG);
-    number("RA", was.RA, is.RA);
-    number("Typ", was.Typ, is.Typ);
-    number("Xmap", was.Xmap, is.Xmap);
-    number("Ymap", was.Ymap, is.Ymap);
-    number("Xline", was.Xline, is.Xline);
-    number("Yline", was.Yline, is.Yline);
+    static const std::pair<const char*, int EntryRow::*> numbers[] = {
+        {"VG", &EntryRow::VG},     {"HG", &EntryRow::HG},     {"RA", &EntryRow::RA},       {"Typ", &EntryRow::Typ},
+        {"Xmap", &EntryRow::Xmap}, {"Ymap", &EntryRow::Ymap}, {"Xline", &EntryRow::Xline}, {"Yline", &EntryRow::Yline}};
+    for (const auto& [column, field] : numbers) number(column, was.*field, is.*field);
   }
   return changes;
 }
@@ -325,12 +317,9 @@ QString CommandTest::Effect_Of(const std::function<void()>& work) {
 
 // Names of the rows that lie above the squares, from the back to the front.
 QString CommandTest::Order() {
-  QStringList names;
-  if (!rsEntries) return {};
-  const KeepCurrentRow keep;
-  rsEntries->MoveFirst();
-  for (rsEntries->MoveNext(); !rsEntries->Eof(); rsEntries->MoveNext()) names << Name_Here().left(2);
-  return names.join(QString());
+  QString names;
+  if (rsEntries) For_Each_Entry([&names] { names += Name_Here().left(2); });
+  return names;
 }
 
 void CommandTest::Type(Typing where, const QString& text) {

@@ -1,10 +1,8 @@
 #pragma once
-#include "hand/activation.h"
 #include "maps/commands.h"
 #include "maps/map_close.h"
 #include "maps/map_open.h"
 #include "maps/note_pads.h"
-#include "platform/files.h"
 #include "platform/printer.h"
 #include "platform/shell.h"
 #include "support/nets.h"

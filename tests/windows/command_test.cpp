@@ -1,9 +1,5 @@
 #include "edit/visibility.h"
-#include "maps/map_coordinates.h"
 #include "maps/step_walk.h"
-#include "store/history.h"
-
-namespace {
 
 class Commands : public CommandTest {
  protected:
@@ -25,6 +21,22 @@ class Commands : public CommandTest {
       Write_Lines(Path("Karte neu.cal"), Utm_Calibration({100, 300}, 80));
       CalFileChoice = {Path("Karte.cal"), Path("Karte neu.cal")};
     }
+  }
+  // Menus and buttons show what is so now.
+  void Expect_Bars(const QString& after) {
+    for (const Command& command : Command_Table()) {
+      const QAction* action = window->Action(command.key);
+      if (!action) continue;
+      EXPECT_EQ(action->isEnabled(), Needs_Met(command.needs)) << command.key << " after " << after;
+      EXPECT_EQ(action->text(), Command_Text(command)) << " after " << after;
+      EXPECT_EQ(action->isChecked(), action->isCheckable() && Command_Checked(command.key)) << command.key << after;
+    }
+    QStringList shown, wanted;
+    for (const QAction* action : Child<QToolBar>("Toolbar1")->actions())
+      shown << u"%1 %2 %3"_s.arg(action->objectName()).arg(action->isVisible()).arg(action->isChecked());
+    for (const ToolButton& button : Toolbar_Now())
+      wanted << u"%1 %2 %3"_s.arg(button.Key).arg(button.Visible).arg(button.Value);
+    EXPECT_EQ(shown, wanted) << after;
   }
 };
 
@@ -182,7 +194,7 @@ const Expected expected[] = {
     {"mnuEigenschaften", "Haus", "FrmEigenschaften 'Eigenschaften'"},
     {"mnuFigKorr", "Zaun", "FrmFlKord 'Figur2 Korrektur'"},
     {"mnuFlTemplateSave", "Moor", "Status=Flächenvorlage gesichert: Flaeche1; Vorlage=FL: Flaeche1|VG=0|HG=14|RA=-101|TX=1|SB=1|"},
-    {"mnuFlTemplateGet", "Moor", "Moor.VG=3; Moor.RA=2; Moor.Xline=6; Moor.Yline=4"},
+    {"mnuFlTemplateGet", "Moor", "Moor.VG=3; Moor.HG=5; Moor.RA=2; Moor.Xline=6; Moor.Yline=4"},
     {"mnuPicSize", "Bild", "DlgBMP 'Bildgröße'"},
     {"mnuFootDel", "Otter", "Frage 'Fußpunkt|Fußpunkt für den Text: Otter entfernen?'; Otter.Xline=0; Otter.Yline=0"},
     {"mnuObjDel", "Otter", "Frage 'Eintrag löschen|Text'; -Otter; Hand="},
@@ -233,8 +245,6 @@ const QStringList alike = {"mnuObjVisJa", "mnuObjActivJa", "MapButton"};
 
 class WithInHand : public Commands, public testing::WithParamInterface<const char*> {};
 
-}  // namespace
-
 INSTANTIATE_TEST_SUITE_P(EveryKind, WithInHand,
                          testing::Values("J", "Bild", "Bach", "Moor", "Haus", "Zaun", "Mass", "Nordpfeil", "A-1",
                                          "Geist", "Stein", "Turm"));
@@ -245,6 +255,7 @@ TEST_P(WithInHand, NoCommandGoesWrong) {
     if (command.hand == Hand::Free && command.key != "mnuMapClose") continue;  // the kind does not matter to it
     Begin_Again();
     ASSERT_TRUE(Take_Entry(Key_Of(QString::fromUtf8(GetParam())))) << command.key;
+    Expect_Bars(QString::fromUtf8(GetParam()));
     Run_Command(command.key, {1, {}});
     Close_Windows();
     EXPECT_FALSE(seen.join(u' ').contains(QLatin1String("Programmfehler"))) << command.key << seen.join(u' ');
@@ -297,6 +308,7 @@ TEST_F(Commands, EachDoesWhatItSays) {
     QAction* action = window->Action(key, line);
     const QString done = Effect_Of([&] { action ? action->trigger() : (void)Run_Command(key); });
     const QString wanted = QString::fromUtf8(effect);
+    if (window->isVisible()) Expect_Bars(key);
     EXPECT_TRUE(QRegularExpression(QRegularExpression::wildcardToRegularExpression(wanted)).match(done).hasMatch())
         << key << ":\n  " << done.toStdString() << "\n  " << wanted.toStdString();
     EXPECT_TRUE(!command->step.isEmpty() || !frmMDI.MapOpen || MapFile != map || Rows() == before ||

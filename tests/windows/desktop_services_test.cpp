@@ -1,17 +1,9 @@
-#include "windows/desktop/desktop_services.h"
-
-#include "windows/desktop/desktop_dialogs.h"
-
-namespace {
-
-QStringList Captions(const QWidget& box) {
+static QStringList Captions(const QWidget& box) {
   QStringList texts;
   for (const auto* button : box.findChildren<QPushButton*>()) texts << button->text().remove(QLatin1Char('&'));
   texts.sort();
   return texts;
 }
-
-}  // namespace
 
 TEST(DesktopMessageTest, ButtonsAreGermanAndEscapeIsTheCarefulAnswer) {
   const std::tuple<MsgButtons, QStringList, MsgAnswer, MsgAnswer> cases[] = {

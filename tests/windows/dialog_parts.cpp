@@ -1,7 +1,5 @@
 #include "windows/dialog_parts.h"
 
-#include "support/fixture.h"
-
 namespace {
 
 // What is to be seen of a part, for a message.

@@ -1,4 +1,3 @@
-#include "support/recorded_shell.h"
 #include "windows/canvas/frmBildZoom.h"
 #include "windows/main/dialog_hooks.h"
 #include "windows/maps/frmAbgesichert.h"
@@ -10,15 +9,8 @@
 #include "windows/maps/frmOptions.h"
 #include "windows/maps/frmTipps.h"
 
-namespace {
-
 class DialogTest : public FluraxTest {
  protected:
-  void SetUp() override {
-    FluraxTest::SetUp();
-    for (int i = 0; i < 16; ++i) Palette.at(static_cast<size_t>(i)) = QBColor(i);
-  }
-
   QStringList Ini() const {
     const QString path = Program_File("Flurax.ini");
     return File_Exists(path) ? Read_Lines(path) : QStringList();
@@ -29,8 +21,6 @@ class DialogTest : public FluraxTest {
     ASSERT_TRUE(frmMDI.MapOpen);
   }
 };
-
-}  // namespace
 
 TEST_F(DialogTest, PaperSizesTurnWithTheOrientation) {
   const FrmMapNeu dialog;
@@ -160,19 +150,16 @@ TEST_F(DialogTest, PaintProgramsAreAddedChosenAndRemovedWithOkOnly) {
   FrmMalprg dialog;
   Walk(dialog, "cmdAdd!; cmdAdd!; cmdAdd!; cmdOK!");
   EXPECT_EQ(Paint_Programs(), QStringList{"/bin/sh"} + two);
-}
-
-TEST_F(DialogTest, AMissingPaintProgramIsToldAndTheListStays) {
+  // One that is missing is told, and the list stays.
   Open();
   Set_Paint_Programs({Path("fehlt"), "/bin/sh"});
   const RecordedShell shell;
-  FrmMalprgOpen dialog;
-  dialog.show();
-  MessageScript script("Dieses Programm wurde nicht gefunden");
-  Press(dialog, "cmdOK");
-  EXPECT_TRUE(dialog.isVisible());
-  Walk(dialog, "lstMalprg : #1; cmdOK!");
-  EXPECT_FALSE(dialog.isVisible());
+  FrmMalprgOpen start;
+  start.show();
+  With_Box("Dieses Programm wurde nicht gefunden", [&] { Press(start, "cmdOK"); });
+  EXPECT_TRUE(start.isVisible());
+  Walk(start, "lstMalprg : #1; cmdOK!");
+  EXPECT_FALSE(start.isVisible());
   EXPECT_EQ(shell.program, "/bin/sh");
 }
 
@@ -270,7 +257,7 @@ TEST_F(DialogTest, OptionsAreTakenAfterTheQuestionAndRedrawTheMapOnce) {
   EXPECT_EQ(frmMDI.toolbarPlace, ToolbarPlace::Top);
 }
 
-TEST_F(DialogTest, StandardColoursComeBackAndAreKept) {
+TEST_F(DialogTest, StandardColoursComeBackAndAFullDiskIsTold) {
   Palette[4] = qRgb(1, 2, 3);
   FrmOptions dialog;
   Press(dialog, "cmdPalStandart");
@@ -278,11 +265,7 @@ TEST_F(DialogTest, StandardColoursComeBackAndAreKept) {
   Press(dialog, "cmdApply");
   EXPECT_EQ(Palette[4], QBColor(4));
   EXPECT_TRUE(File_Exists(Program_File("MAP-Farb")));
-}
-
-TEST_F(DialogTest, AFullDiskIsToldAndTheOptionsHoldForTheSession) {
   File_Write_Fault = [](const QString&, qint64) { return errors::diskFull; };
-  FrmOptions dialog;
   MessageScript script("Error: 61", MsgAnswer::No);
   Walk(dialog, "ckText!; cmdApply!");
   EXPECT_FALSE(frmMDI.showTexts);
@@ -307,9 +290,7 @@ TEST_F(DialogTest, AZoomFactorIsTakenWithCommaOrPointWithinItsRange) {
     EXPECT_EQ(Map.ZoomMenu, zoom != 0 ? "mnuZoomFak" : "mnuZoom100") << typed;
     Close_Map();
   }
-}
-
-TEST_F(DialogTest, TheZoomWindowStandsAtTheRightEdgeAndRoundsNothingIntoTheMap) {
+  // The window stands at the right edge and rounds nothing into the map.
   Open();
   Map.Zoom = 3;
   QMainWindow mainWindow;

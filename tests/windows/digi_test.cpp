@@ -1,7 +1,5 @@
 #include "windows/canvas/frmDigi.h"
 
-namespace {
-
 class DigiTest : public WindowTest {
  protected:
   void SetUp() override {
@@ -10,8 +8,7 @@ class DigiTest : public WindowTest {
     QImage picture(path);
     QPainter(&picture).fillRect(60, 50, 120, 80, QColor(120, 180, 90));
     ASSERT_TRUE(picture.save(path));
-    const FileDialogScript files{path};
-    Choose("mnuFOpen");
+    Open(path);
     Choose("mnuInsDigi");
   }
   void Click(int x, int y) {
@@ -106,5 +103,3 @@ TEST_F(DigiTest, ItMayGoWhileAFaultIsTold) {
     if (!mapToo) Choose(u"mnuInsDigi"_s);
   }
 }
-
-}  // namespace

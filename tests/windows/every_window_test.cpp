@@ -1,5 +1,3 @@
-#include "maps/map_coordinates.h"
-#include "maps/sheet_bridge.h"
 #include "windows/bridge/frmTabAustausch.h"
 #include "windows/bridge/frmTabExport.h"
 #include "windows/calibration/frmKalibrix.h"
@@ -11,10 +9,8 @@
 
 // Every window of the program, at every size of the letters: opened by its command, or by what else opens it.
 
-namespace {
-
 // A window that no look was taken at fails the test: the forms of the source folder are the list.
-QStringList Forms() {
+static QStringList Forms() {
   QStringList names;
   static const QRegularExpression name("<class>(\\w+)</class>");
   for (const QString& room : QDir(FLURAX_SOURCE_DIR "/src/windows").entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
@@ -24,12 +20,12 @@ QStringList Forms() {
   return names;
 }
 
-QString Name_Of(const QWidget& widget) {
+static QString Name_Of(const QWidget& widget) {
   return QLatin1String(widget.metaObject()->className()) + u' ' + widget.objectName();
 }
 
 // Part of a larger control, which lays it out by itself.
-bool Is_Inner(const QWidget& part) {
+static bool Is_Inner(const QWidget& part) {
   if (part.objectName().startsWith(QLatin1String("qt_")) || part.inherits("QSizeGrip")) return true;
   for (const QWidget* above = part.parentWidget(); above && !part.isWindow(); above = above->parentWidget()) {
     for (const char* control : {"QComboBox", "QAbstractSpinBox", "QAbstractItemView", "QTabBar", "QMenuBar", "QToolBar",
@@ -41,7 +37,7 @@ bool Is_Inner(const QWidget& part) {
 }
 
 // Why a user could not read it; empty if he can.
-QString Clipped(const QWidget& part) {
+static QString Clipped(const QWidget& part) {
   QSize needed;
   if (const auto* label = qobject_cast<const QLabel*>(&part)) {
     if (label->sizePolicy().horizontalPolicy() == QSizePolicy::Ignored) return {};  // shortened with dots
@@ -56,9 +52,7 @@ QString Clipped(const QWidget& part) {
                   ? 0
                   : box->fontMetrics().horizontalAdvance(box->currentText()) + 24,
               box->minimumSizeHint().height()};
-  } else if (qobject_cast<const QAbstractSpinBox*>(&part)) {
-    needed = part.minimumSizeHint();
-  } else if (qobject_cast<const QGroupBox*>(&part)) {
+  } else if (qobject_cast<const QAbstractSpinBox*>(&part) || qobject_cast<const QGroupBox*>(&part)) {
     needed = part.minimumSizeHint();
   } else if (const auto* list = qobject_cast<const QListView*>(&part)) {
     if (list->horizontalScrollBarPolicy() == Qt::ScrollBarAlwaysOff)
@@ -74,14 +68,14 @@ QString Clipped(const QWidget& part) {
       .arg(needed.height());
 }
 
-bool Lays_Out_Plainly(const QWidget& widget) {
+static bool Lays_Out_Plainly(const QWidget& widget) {
   return widget.isWindow() || qobject_cast<const QGroupBox*>(&widget) ||
          widget.metaObject()->className() == QLatin1String("QWidget") ||
          widget.metaObject()->className() == QLatin1String("QFrame");
 }
 
 // What is wrong with the looks of a window, one line each.
-QStringList Faults_Of(const QWidget& window) {
+static QStringList Faults_Of(const QWidget& window) {
   QStringList faults;
   std::vector<const QWidget*> parts;
   for (const QWidget* part : window.findChildren<QWidget*>())
@@ -212,8 +206,6 @@ class EveryWindow : public CommandTest, public testing::WithParamInterface<doubl
   QSet<QString> found;
   int looks = 0;
 };
-
-}  // namespace
 
 INSTANTIATE_TEST_SUITE_P(AtEveryLetterSize, EveryWindow, testing::Values(1.0, 1.5, 2.0));
 

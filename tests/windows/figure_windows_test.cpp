@@ -1,33 +1,19 @@
 #include "edit/figure_edit.h"
-#include "edit/figure_extras.h"
-#include "hand/next_shape.h"
-#include "support/pixels.h"
 #include "windows/canvas/frmEigenschaften.h"
 #include "windows/canvas/frmFigur.h"
 #include "windows/canvas/frmFigurDraw.h"
-
-namespace {
 
 class FigureWindowsTest : public WindowTest {
  protected:
   FigureWindowsTest() { mapSize = {600, 400}; }
   static EntryRow Figure() { return Figure_In_Hand().value_or(EntryRow{}); }
   static QRect Place() { return {Figure().Xmap, Figure().Ymap, Figure().Xline, Figure().Yline}; }
-  void Drag(QPoint from, QPoint to) const {
-    QTest::mousePress(Canvas(), Qt::LeftButton, {}, from);
-    QTest::mouseMove(Canvas(), (from + to) / 2);
-    QTest::mouseMove(Canvas(), to);
-    QTest::mouseRelease(Canvas(), Qt::LeftButton, {}, to);
-  }
 };
-
-}  // namespace
 
 TEST_F(FigureWindowsTest, AFigureIsPlacedChangedAndFollowed) {
   int colors = 0;
   dialogHooks.ColorWindow = [&colors] { ++colors; };
-  Choose("mnuInsFigur");
-  auto* dialog = &Shown<FrmFigur>();
+  auto* dialog = &Chosen<FrmFigur>("mnuInsFigur");
   EXPECT_EQ(Canvas()->cursor().shape(), Qt::CrossCursor);
   Walk(*dialog, "lstFigur : #1; txtBreite off; txtLaenge < 80");
   QTest::mouseClick(Canvas(), Qt::LeftButton, {}, {50, 40});
@@ -39,9 +25,9 @@ TEST_F(FigureWindowsTest, AFigureIsPlacedChangedAndFollowed) {
   Type(*dialog, "txtBreite", "30");
   QTest::keyClick(Part<QLineEdit>(*dialog, "txtBreite"), Qt::Key_Return);
   EXPECT_EQ(Place(), QRect(50, 40, 80, 30));
-  Drag({90, 55}, {190, 155});
+  Drag(Canvas(), {90, 55}, {190, 155});
   EXPECT_EQ(Place(), QRect(150, 140, 80, 30));
-  Drag({230, 170}, {250, 200});
+  Drag(Canvas(), {230, 170}, {250, 200});
   EXPECT_EQ(Text_In(*dialog, "txtLaenge"), "100");
   for (const char* bad : {"0", "zehn", "-4", "99999"}) {
     const MessageScript messages("Figur");
@@ -95,8 +81,7 @@ TEST_F(FigureWindowsTest, TheFrameIsTurnedWithTheFigure) {
 TEST_F(FigureWindowsTest, PropertiesShowTurnAndMarkTheFigure) {
   NextShape.figure = 22;
   Place_Figure({100, 100});
-  Choose("mnuEigenschaften");
-  auto* dialog = &Shown<FrmEigenschaften>();
+  auto* dialog = &Chosen<FrmEigenschaften>("mnuEigenschaften");
   const auto picture = [dialog] { return Part<QLabel>(*dialog, "picFigur")->pixmap().toImage(); };
   const QImage plain = picture();
   Walk(*dialog, "ckLaengsachse!; ckAchsenText!");
@@ -114,7 +99,8 @@ TEST_F(FigureWindowsTest, PropertiesShowTurnAndMarkTheFigure) {
   EXPECT_FALSE(Is_Checked(*dialog, "btnDrehen"));
   // Esc on the map leaves the angle as it was.
   Press(*dialog, "btnDrehen");
-  QTest::mouseMove(Canvas(), {160, 20});
+  for (const int y : {60, 20}) QTest::mouseMove(Canvas(), {160, y});
+  EXPECT_EQ(Text_In(*dialog, "txtWinkel"), "90,000");
   QTest::keyClick(window->findChild<MapWindow*>(), Qt::Key_Escape);
   EXPECT_EQ(Text_In(*dialog, "txtWinkel"), "0,000");
   EXPECT_FALSE(Figure().ID.isEmpty());

@@ -1,12 +1,9 @@
 #include "edit/symbols.h"
-#include "support/pixels.h"
 #include "windows/objects/frmSchrift.h"
 #include "windows/objects/frmSymbol.h"
 #include "windows/objects/frmTblSymb.h"
 #include "windows/objects/frm_font_sample.h"
 #include "windows/objects/frm_symbol_table.h"
-
-namespace {
 
 class FontWindows : public WindowTest {
  protected:
@@ -16,13 +13,10 @@ class FontWindows : public WindowTest {
   }
 };
 
-}  // namespace
-
 TEST_F(FontWindows, TheWindowShowsTheRowAndWritesItBack) {
   const QString stored = QStringLiteral("Courier New-B-I-U-T-C204<22.5");
   const QString bookmark = Take(Text("Wald", stored, 13));
-  Choose("mnuSchrift");
-  auto& dialog = Shown<FrmSchrift>();
+  auto& dialog = Chosen<FrmSchrift>("mnuSchrift");
   EXPECT_EQ(dialog.windowTitle(), "Schrift ändern: Text");
   Walk(dialog, "cmbScript = Kyrillisch; cmbWinkel = 22,5; cmbFontsize = 13; cmdTake off");
   // The preview changes first, the map when it is taken.
@@ -62,8 +56,7 @@ TEST_F(FontWindows, AMissingFontIsReplacedOnTheWayTheQuestionOpens) {
 }
 
 TEST_F(FontWindows, SymbolsArePickedByMouseAndKeys) {
-  Choose("mnuInsSymbol");
-  auto& dialog = Shown<FrmSymbol>();
+  auto& dialog = Chosen<FrmSymbol>("mnuInsSymbol");
   EXPECT_EQ(dialog.windowTitle(), "Schriftart: Wingdings");
   auto* table = Part<SymbolTable>(dialog, "rgcard");
   EXPECT_EQ(table->Selected(), QChar(u'l'));
@@ -94,8 +87,7 @@ TEST_F(FontWindows, TheTableShowsSignsScriptsAndBoxesWithCodes) {
   EXPECT_EQ(shown, 223) << "signs, and the box of the one without";
   // A script of letters; its characters go into a text.
   const QString bookmark = Take(Text("Ma", "Arial", 12));
-  Choose("mnuSchrift");
-  auto& dialog = Shown<FrmSchrift>();
+  auto& dialog = Chosen<FrmSchrift>("mnuSchrift");
   Walk(dialog, "cmbScript : Griechisch; cmdZeichen!");
   auto* signs = Part<SymbolTable>(*dialog.findChild<FrmTblSymb*>(), "rgcard");
   signs->Select(QChar(0x03B1));

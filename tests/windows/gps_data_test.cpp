@@ -1,29 +1,11 @@
-#include "tools/coordinate_input.h"
 #include "view/hit_test.h"
 #include "windows/canvas/frmGPSData.h"
 
-namespace {
-
-class GpsWindow : public WindowTest {
- protected:
-  void SetUp() override {
-    WindowTest::SetUp();
-    const QString map = Make_Map("Karte.bmp", 1600, 1200);
-    Write_Lines(Path("Karte.cal"), Utm_Calibration({100, 1100}, 200, 0.0000001));
-    FileDialogScript files{map};
-    Choose("mnuFOpen");
-    ASSERT_EQ(Coord.Grid, gridUtm);
-  }
-  FrmGPSData& Input() {
-    Choose("mnuGridXYInput");
-    return Shown<FrmGPSData>();
-  }
-};
-
-}  // namespace
-
-TEST_F(GpsWindow, TypedAndClickedCoordinates) {
-  FrmGPSData& input = Input();
+TEST_F(WindowTest, TypedAndClickedCoordinates) {
+  const QString map = Make_Map("Karte.bmp", 1600, 1200);
+  Write_Lines(Path("Karte.cal"), Utm_Calibration({100, 1100}, 200, 0.0000001));
+  Open(map);
+  auto& input = Chosen<FrmGPSData>("mnuGridXYInput");
   EXPECT_EQ(input.windowTitle(), "UTM - Koordinateneingabe");
   {  // the start value is no coordinate
     MessageScript script("Bitte geben Sie eine Koordinate ein.");
@@ -43,29 +25,16 @@ TEST_F(GpsWindow, TypedAndClickedCoordinates) {
   right->clear();
   Q_EMIT right->editingFinished();
   EXPECT_EQ(right->text(), "600000");
-  Press(input, "ckMausclick");
-}
-
-TEST_F(GpsWindow, FromOneNumberTheTabKeyGoesToTheOther) {
-  FrmGPSData& input = Input();
+  // From one number the tab key goes to the other.
   input.activateWindow();
   ASSERT_TRUE(QTest::qWaitForWindowActive(&input));
-  Part<QLineEdit>(input, "txtRW")->setFocus();
+  right->setFocus();
   QTest::keyClick(input.focusWidget(), Qt::Key_Tab);
   EXPECT_EQ(input.focusWidget()->objectName(), "txtHW");
   Part<QLineEdit>(input, "txtH")->setFocus();
   for (const char digit : {'5', '5', '1', '6'}) QTest::keyClick(input.focusWidget(), digit);
   EXPECT_EQ(Text_In(input, "txtHW"), "5516");
   EXPECT_EQ(input.focusWidget()->objectName(), "txtHW");
-}
-
-TEST_F(GpsWindow, GoesWithTheNet) {
-  for (const bool checked : {true, false}) {
-    EXPECT_EQ(window->Action("mnuGridXYShow")->isChecked(), checked);
-    if (checked) Choose("mnuGridXYShow");
-  }
-  Input();
   Choose("mnuGridDel");
-  EXPECT_FALSE(window->Action("mnuGridXYInput")->isEnabled());
   EXPECT_FALSE(Is_Open<FrmGPSData>());
 }

@@ -1,12 +1,8 @@
-#include "support/recorded_shell.h"
-#include "support/table_fixture.h"
 #include "windows/import/frmCSVImport.h"
 #include "windows/import/frmGPS.h"
 #include "windows/import/frmGPSGeraet.h"
 #include "windows/import/frmImport.h"
 #include "windows/import/frmWpImport.h"
-
-namespace {
 
 // A metre a pixel; the lower left corner of the map lies at 640 000 / 5 500 000.
 class GpsWindowTest : public WindowTest {
@@ -16,8 +12,7 @@ class GpsWindowTest : public WindowTest {
     Open(600, 400);
     Coord = Utm_Net({600, 400}, {0, 400}, 1000);
     Coord.GridR = 640000, Coord.GridH = 5500000;
-    Choose("mnuImportGPS");
-    dialog = &Shown<FrmGPS>();
+    dialog = &Chosen<FrmGPS>("mnuImportGPS");
   }
   QString Own_File(const QString& name = QStringLiteral("Gang.wpt")) {
     const QString path = Path(name);
@@ -46,8 +41,6 @@ class GpsWindowTest : public WindowTest {
 
   FrmGPS* dialog = nullptr;
 };
-
-}  // namespace
 
 TEST_F(GpsWindowTest, ShowsEveryRecordAndImportsAll) {
   EXPECT_EQ(Text_In(*dialog, "cmdWeiter"), "&Abbrechen");

@@ -7,15 +7,12 @@ extern quintptr Q_DECL_IMPORT qtHookData[];
 
 // What is done a thousand times a day leaves nothing behind.
 
-namespace {
-
 constexpr int firstRounds = 9, many = 198, most = 990;  // all with the same kinds in hand at their end
 constexpr double quickSeconds = 0.2;                    // of computing: a step that is through by then goes on
 constexpr int added = 3, removed = 4;                   // places in qtHookData
-QHash<QString, int> alive;                              // by class, of those made while it was counted
-QSet<const QObject*> counted;
+static QSet<const QObject*> counted;
 
-QString Class_Of(const QObject& object) { return QLatin1String(object.metaObject()->className()); }
+static QString Class_Of(const QObject& object) { return QLatin1String(object.metaObject()->className()); }
 
 class Growth : public CommandTest {
  protected:
@@ -56,8 +53,6 @@ class Growth : public CommandTest {
       EXPECT_LE(*it, before.value(it.key())) << name << ": " << it.key() << " in " << made << " rounds";
   }
 };
-
-}  // namespace
 
 TEST_F(Growth, CommonStepsLeaveNoObjectBehind) {
   const QStringList names = {"Otter", "J", "Bild", "Bach", "Moor", "Haus", "Zaun", "Mass", "A-1"};

@@ -1,12 +1,8 @@
-#include "tools/drag.h"
 #include "windows/canvas/frmClipboard.h"
-#include "windows/desktop/clipboard.h"
 
 // The hand on the map through the windows: mouse, keys, edit box, popup, tool buttons.
 
-namespace {
-
-class HandTest : public WindowTest {
+class HandWindow : public WindowTest {
  protected:
   void SetUp() override {
     WindowTest::SetUp();
@@ -38,9 +34,7 @@ class HandTest : public WindowTest {
   QString first, second;
 };
 
-}  // namespace
-
-TEST_F(HandTest, ClickTakesAnEntryAndTheBarFollows) {
+TEST_F(HandWindow, ClickTakesAnEntryAndTheBarFollows) {
   const auto expect_in_hand = [this](bool inHand) {
     EXPECT_EQ(Entry_In_Hand(), inHand);
     EXPECT_EQ(Editor()->isVisible(), inHand);
@@ -56,34 +50,28 @@ TEST_F(HandTest, ClickTakesAnEntryAndTheBarFollows) {
   EXPECT_TRUE(box.left() <= Window_X(50) + 1 && box.right() >= Window_X(50) + 50) << box.left() << ' ' << box.right();
   ASSERT_NE(Button("Ok"), nullptr);
   EXPECT_FALSE(Button("Ok")->icon().isNull());
+  const QToolButton* before = Button("vor");
+  events.StateChanged.Emit();
+  Click(On(second));
+  EXPECT_EQ(Button("vor"), before) << "another entry of the same kind needs no new buttons";
   Push(Button("Ok"));
   expect_in_hand(false);
 }
 
-TEST_F(HandTest, DraggingMovesTheOutlineAndWritesTheRowOnce) {
-  int painted = 0;
-  const QPoint from = On(first);
-  QTest::mousePress(Canvas(), Qt::LeftButton, {}, from);
-  events.MapPainted.Connect([&painted] { ++painted; });
-  for (int i = 1; i <= 20; ++i) QTest::mouseMove(Canvas(), from + QPoint(5 * i, 3 * i));
-  EXPECT_LE(painted, 1) << "the map is painted anew while something is dragged";
-  EXPECT_EQ(Row(first).Xmap, 50);
-  const QRectF outline = dragState.outline.boundingRect();
-  EXPECT_NEAR(outline.left(), Window_X(50) + 100, 4);
-  QTest::mouseRelease(Canvas(), Qt::LeftButton, {}, from + QPoint(100, 60));
-  Settle();
+TEST_F(HandWindow, TheMouseDragsOnTheMapAndThroughTheEditBox) {
+  Drag(Canvas(), On(first), On(first) + QPoint(100, 60));
   EXPECT_EQ(At(first), QPoint(150, 120));
   // In hand already: the edit box passes the mouse on.
-  const QPoint inside(10, 8);
-  QTest::mousePress(Editor()->viewport(), Qt::LeftButton, {}, inside);
-  QTest::mouseMove(Editor()->viewport(), inside + QPoint(20, 20));
-  QTest::mouseMove(Editor()->viewport(), inside + QPoint(20, 20));
-  QTest::mouseRelease(Editor()->viewport(), Qt::LeftButton, {}, inside);
+  QWidget* editor = Editor()->viewport();
+  QTest::mousePress(editor, Qt::LeftButton, {}, {10, 8});
+  QTest::mouseMove(editor, {30, 28});
+  QTest::mouseMove(editor, {30, 28});
+  QTest::mouseRelease(editor, Qt::LeftButton, {}, {10, 8});
   Settle();
   EXPECT_GT(Row(first).Xmap, 155);
 }
 
-TEST_F(HandTest, TypingChangesTheTextEscForgetsAndLeavingStores) {
+TEST_F(HandWindow, TypingChangesTheTextEscForgetsAndLeavingStores) {
   Click(On(first));
   QTest::keyClicks(&window->Map_Window(), QStringLiteral("e"));  // goes into the text
   QTest::keyClicks(Editor(), QStringLiteral(" am Bach"));
@@ -99,9 +87,7 @@ TEST_F(HandTest, TypingChangesTheTextEscForgetsAndLeavingStores) {
   Key_On(Editor(), Qt::Key_Return, Qt::ControlModifier);
   EXPECT_FALSE(Entry_In_Hand());
   EXPECT_EQ(Row(first).Eintrag, "Eisvogel\u00e4\u00f6");
-}
-
-TEST_F(HandTest, ARefusedTextStaysInTheBoxAsItWas) {
+  // A refused text stays in the box as it was.
   Click(On(second));
   Press(Qt::Key_F2);
   const QString typed(75, QLatin1Char('x'));
@@ -114,7 +100,7 @@ TEST_F(HandTest, ARefusedTextStaysInTheBoxAsItWas) {
   QTest::keyClick(Editor(), Qt::Key_Escape);
 }
 
-TEST_F(HandTest, EditorKeepsItsOwnKeys) {
+TEST_F(HandWindow, EditorKeepsItsOwnKeys) {
   Click(On(first));
   Press(Qt::Key_F2);
   Editor()->selectAll();
@@ -125,6 +111,11 @@ TEST_F(HandTest, EditorKeepsItsOwnKeys) {
   EXPECT_EQ(Map.Text2.Text, QString());
   EXPECT_EQ(Entry_Count(), 2);
   QTest::keyClick(Editor(), Qt::Key_Escape);
+  Click(On(first));
+  QTest::mouseClick(Editor()->viewport(), Qt::LeftButton, Qt::ControlModifier, {10, 8});
+  Settle();
+  EXPECT_EQ(Map.MarkCount, 1) << "marked by a click into the box";
+  EXPECT_FALSE(Editor()->isVisible());
   // On the map Entf means the entry.
   Click(On(first));
   MessageScript messages(MsgAnswer::Yes);
@@ -132,32 +123,11 @@ TEST_F(HandTest, EditorKeepsItsOwnKeys) {
   EXPECT_EQ(Entry_Count(), 1);
 }
 
-TEST_F(HandTest, ButtonsComeAndGoWithTheMarks) {
-  window->resize(1400, 800);  // room for every button of the bar
-  Settle();
-  Click(On(first), Qt::ControlModifier);
-  EXPECT_TRUE(Button("links")->isVisible() && !Button("gleich")->isVisible());
-  Click(On(second), Qt::ControlModifier);
-  EXPECT_TRUE(Button("gleich")->isVisible());
-  Push(Button("unmark"));
-  EXPECT_FALSE(Button("links")->isVisible());
-}
-
-TEST_F(HandTest, RightButtonOfForwardGoesAllTheWay) {
-  Add(QStringLiteral("Otter"), 100, 300);
-  Map_Redraw();
-  Click(On(first));
-  QWidget* button = Button("vor");
-  QContextMenuEvent event(QContextMenuEvent::Mouse, {5, 5}, button->mapToGlobal(QPoint(5, 5)));
-  QApplication::sendEvent(button, &event);
-  Settle();
-  EXPECT_EQ(Last_Row().Eintrag, "Eisvogel");
-}
-
-TEST_F(HandTest, PopupOffersWhatCanBeDone) {
+TEST_F(HandWindow, PopupOffersWhatCanBeDone) {
   Click({500, 350}, Qt::NoModifier, Qt::RightButton);
   auto* popup = Child<QMenu>("popup");
   ASSERT_TRUE(popup->isVisible());
+  EXPECT_EQ(Map.PopupAt, QPoint(500, 350));
   EXPECT_TRUE(window->Action("mnuObjInsert")->isEnabled());
   EXPECT_FALSE(window->Action("mnuObjDel")->isEnabled());
   window->Action("mnuInsText")->trigger();
@@ -174,33 +144,7 @@ TEST_F(HandTest, PopupOffersWhatCanBeDone) {
   popup->close();
 }
 
-TEST_F(HandTest, ControlClickMarksTheEntryInHandToo) {
-  Click(On(first));
-  QTest::mouseClick(Editor()->viewport(), Qt::LeftButton, Qt::ControlModifier, {10, 8});
-  Settle();
-  EXPECT_EQ(Map.MarkCount, 1);
-  EXPECT_FALSE(Editor()->isVisible());
-  Click(On(second));
-  EXPECT_EQ(Editor()->toPlainText(), "Biber");
-}
-
-// The state of some entries is told only after the entry is in hand: the menus must not lag behind.
-TEST_F(HandTest, MenusAndButtonsBelongToTheEntryInHand) {
-  const QString round = WindowTest::Add({"Figur1", "Figur", "Arial", 14, 0, 15, -1, 400, 60, 80, 80, 25});
-  for (const auto& [bookmark, kanten] : {std::pair(first, false), std::pair(round, true), std::pair(second, false)}) {
-    ASSERT_TRUE(Take_Entry(bookmark));
-    EXPECT_EQ(window->Action("mnuKanten")->isEnabled(), kanten) << bookmark;
-    EXPECT_TRUE(window->Action("mnuObjVisNein")->isChecked());
-  }
-  Settle();
-  QToolButton* before = Button("vor");
-  ASSERT_NE(before, nullptr);
-  events.StateChanged.Emit();
-  Click(On(first));
-  EXPECT_EQ(Button("vor"), before) << "another entry of the same kind needs no new buttons";
-}
-
-TEST_F(HandTest, ClipboardWindowTellsWhatLiesThere) {
+TEST_F(HandWindow, ClipboardWindowTellsWhatLiesThere) {
   Install_Clipboard();
   QGuiApplication::clipboard()->clear();
   EXPECT_EQ(FrmClipboard().kind, ClipboardKind::Unusable);

@@ -1,8 +1,5 @@
-#include "support/table_fixture.h"
 #include "windows/import/frmGPS.h"
 #include "windows/import/frmImport.h"
-
-namespace {
 
 class ImportWindowTest : public WindowTest {
  protected:
@@ -16,11 +13,8 @@ class ImportWindowTest : public WindowTest {
   }
 };
 
-}  // namespace
-
 TEST_F(ImportWindowTest, FiltersMarksChangesAndAdds) {
-  Choose("mnuImportMDB");
-  auto& dialog = Shown<FrmImport>();
+  auto& dialog = Chosen<FrmImport>("mnuImportMDB");
   FileDialogScript files{Put("Text.MDB", "keine Tabelle")};
   With_Box("Datenbank öffnen", [&] { Press(dialog, "btnFile"); });
   Walk(dialog, "frFilter off; btnAdd off");

@@ -7,11 +7,8 @@
 #include "view/cursor_coordinates.h"
 #include "windows/calibration/calibration_view.h"
 #include "windows/calibration/frmKalibrix.h"
-#include "windows/desktop/desktop_dialogs.h"
 
 // Kalibrix as its user meets it: mouse, keys, boxes.
-
-namespace {
 
 class KalibrixTest : public WindowTest {
  protected:
@@ -71,11 +68,7 @@ class KalibrixTest : public WindowTest {
   }
   void Drag(QPointF from, QPointF to) {
     View().Make_Visible(from);
-    QTest::mousePress(View().viewport(), Qt::LeftButton, {}, On_Screen(from));
-    QTest::mouseMove(View().viewport(), On_Screen((from + to) / 2));
-    QTest::mouseMove(View().viewport(), On_Screen(to));
-    QTest::mouseRelease(View().viewport(), Qt::LeftButton, {}, On_Screen(to));
-    Settle();
+    WindowTest::Drag(View().viewport(), On_Screen(from), On_Screen(to));
   }
   QString map;
   CoordinateState shipped;
@@ -83,8 +76,6 @@ class KalibrixTest : public WindowTest {
 };
 
 constexpr double metresPerPixel = 2.115;  // of the demo map
-
-}  // namespace
 
 // Clicks three to seven pixels beside the crossings, typed coordinates: and the program knows where everything is.
 TEST_F(KalibrixTest, TheDemoMapGetsItsCoordinatesBack) {

@@ -1,10 +1,6 @@
-#include "hand/next_shape.h"
-#include "tools/mouse.h"
 #include "windows/canvas/frmFlKord.h"
 #include "windows/objects/frmLineEndpunkte.h"
 #include "windows/objects/frmLnStil.h"
-
-namespace {
 
 class LinesWindowTest : public WindowTest {
  protected:
@@ -72,8 +68,7 @@ TEST_F(LinesWindowTest, VertexTableEditsDeletesInsertsAndPutsBack) {
 
 TEST_F(LinesWindowTest, TheCheckStopsAtEveryDisturbingVertex) {
   Take("Figur1", {{100, 100}, {300, 300}, {300, 100}, {100, 300}}, 24);
-  Choose("mnuFigKorr");
-  auto* dialog = &Shown<FrmFlKord>();
+  auto* dialog = &Chosen<FrmFlKord>("mnuFigKorr");
   auto* button = Part<QAbstractButton>(*dialog, "btnPruefen");
   auto* table = Part<QTableView>(*dialog, "DBGrid1");
   Walk(*dialog, "btnPruefen = Prüfen ; btnPruefen!; btnPruefen = Stop");
@@ -90,5 +85,3 @@ TEST_F(LinesWindowTest, TheCheckStopsAtEveryDisturbingVertex) {
   Push(button);
   EXPECT_EQ(Text_In(*dialog, "lblFound"), "Kein störender Polygoneckpunkt gefunden.");
 }
-
-}  // namespace

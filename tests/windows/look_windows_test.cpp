@@ -1,10 +1,7 @@
-#include "hand/next_shape.h"
 #include "windows/objects/frmDrawBreite.h"
 #include "windows/objects/frmFarb.h"
 #include "windows/objects/frmFarb_table.h"
 #include "windows/objects/frmFill.h"
-
-namespace {
 
 class LookWindowsTest : public WindowTest {
  protected:
@@ -28,11 +25,8 @@ class LookWindowsTest : public WindowTest {
   QString text, figure, picture;
 };
 
-}  // namespace
-
 TEST_F(LookWindowsTest, ColoursFollowTheEntryInHandAndApplyAtOnce) {
-  Choose("mnuFarbe");
-  auto& colors = Shown<FrmFarb>();
+  auto& colors = Chosen<FrmFarb>("mnuFarbe");
   EXPECT_EQ(colors.height(), 247);
   Pick(colors, 5);
   EXPECT_EQ(CurVG, 5);
@@ -65,7 +59,7 @@ TEST_F(LookWindowsTest, ColoursFollowTheEntryInHandAndApplyAtOnce) {
   EXPECT_EQ(Row(figure).VG, 0);
 }
 
-TEST_F(LookWindowsTest, PaletteIsMixedAndPutBack) {
+TEST_F(LookWindowsTest, PaletteIsMixedAndPutBackAndAFillTaken) {
   Take_Entry(figure);
   dialogHooks.ColorWindow();
   auto& colors = Shown<FrmFarb>();
@@ -83,9 +77,8 @@ TEST_F(LookWindowsTest, PaletteIsMixedAndPutBack) {
   EXPECT_FALSE(Is_Checked(colors, "btnPalette"));
   With_Box("Standardfarben", MsgAnswer::Yes, [&] { Press(colors, "cmdStandart"); });
   EXPECT_EQ(Palette[14], former);
-}
-
-TEST_F(LookWindowsTest, FillIsTakenByTheEntryShownThen) {
+  // A fill is taken by the entry that is shown then.
+  ASSERT_TRUE(End_Entry());
   dialogHooks.FillWindow();
   auto& fill = Shown<FrmFill>();
   Walk(fill, "OptBut4!; btnTake!");
@@ -96,7 +89,7 @@ TEST_F(LookWindowsTest, FillIsTakenByTheEntryShownThen) {
   const QImage before = Part<QLabel>(fill, "picVorschau")->pixmap().toImage();
   // A change of colour leaves the choice and is seen in the picture.
   Press(fill, "btnFarbe");
-  Pick(Shown<FrmFarb>(), 12);
+  Pick(colors, 12);
   EXPECT_NE(Part<QLabel>(fill, "picVorschau")->pixmap().toImage(), before);
   Press(fill, "btnTake");
   EXPECT_EQ(std::tuple(Row(figure).Schrift, Row(figure).VG), std::tuple("F-6", 12));

@@ -1,6 +1,5 @@
 #include "support/surroundings.h"
 #include "windows/desktop/application.h"
-#include "windows/desktop/desktop_services.h"
 
 // Tests of windows need the application of the windows; it takes the place of the plain one.
 int main(int argc, char** argv) {

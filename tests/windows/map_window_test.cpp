@@ -1,7 +1,3 @@
-#include "support/pixels.h"
-
-namespace {
-
 class MapWindowTest : public WindowTest {
  protected:
   // A map whose colour tells the position: red grows with x, green with y.
@@ -11,9 +7,7 @@ class MapWindowTest : public WindowTest {
       for (int x = 0; x < width; ++x) picture.setPixel(x, y, qRgb(x / 16, y / 16, 0));
     const QString path = Path("Farbkarte.bmp");
     ASSERT_TRUE(picture.save(path));
-    FileDialogScript files{path};
-    Choose("mnuFOpen");
-    ASSERT_TRUE(frmMDI.MapOpen);
+    Open(path);
   }
   void Wheel(QPoint at, QPoint delta, Qt::KeyboardModifiers keys) {
     QWidget* pic = &window->Map_Window();  // where the canvas passes it on to
@@ -32,8 +26,6 @@ class MapWindowTest : public WindowTest {
     }
   }
 };
-
-}  // namespace
 
 TEST_F(MapWindowTest, ScrollBarsMoveTheView) {
   Open_Colored(3200, 2400);
@@ -70,10 +62,7 @@ TEST_F(MapWindowTest, WheelAndKeysScrollAndStopAtTheRim) {
   EXPECT_EQ(Map.ViewTop, Map.ViewHeight);
   QTest::keyClick(&window->Map_Window(), Qt::Key_Right);
   EXPECT_GT(Map.ViewLeft, notch);
-}
-
-TEST_F(MapWindowTest, ControlWheelKeepsTheMapPositionUnderThePointer) {
-  Open_Colored(3200, 2400);
+  // With Ctrl it zooms and keeps the map position under the pointer.
   ScrollMap(1600, 1200);
   const QPoint at(300, 200);
   for (const int delta : {120, 120, -120, -120, -60}) {
@@ -97,6 +86,17 @@ TEST_F(MapWindowTest, MaximisedWindowFollowsTheMainWindow) {
     EXPECT_EQ(frmMDI.InnerWidth, Map.ScaleWidth);
     Check_Picture();
   }
+  Frame()->showNormal();
+  Settle();
+  EXPECT_FALSE(Map.Maximized);
+  Frame()->showMinimized();
+  Settle();
+  EXPECT_TRUE(Map.Minimized);
+  Frame()->showMaximized();
+  Settle();
+  EXPECT_TRUE(Map.Maximized && !Map.Minimized);
+  EXPECT_EQ(Map.ScaleWidth, window->Map_Window().width());
+  Check_Picture();
 }
 
 TEST_F(MapWindowTest, NormalWindowShrinksToASmallMapAndObeysTheUser) {
@@ -159,21 +159,6 @@ TEST_F(MapWindowTest, AZoomPaintsTheMapOnceAndTellsOfTheWork) {
   EXPECT_EQ(std::pair(painted, Map.ScaleWidth), std::pair(1, window->Map_Window().width()));
   events.MapPainted.Disconnect(painting);
   events.InfoBarChanged.Disconnect(telling);
-}
-
-TEST_F(MapWindowTest, MinimisingAndMaximisingByTheUserIsTold) {
-  Open_Colored(400, 320);
-  Frame()->showNormal();
-  Settle();
-  EXPECT_FALSE(Map.Maximized);
-  Frame()->showMinimized();
-  Settle();
-  EXPECT_TRUE(Map.Minimized);
-  Frame()->showMaximized();
-  Settle();
-  EXPECT_TRUE(Map.Maximized && !Map.Minimized);
-  EXPECT_EQ(Map.ScaleWidth, window->Map_Window().width());
-  Check_Picture();
 }
 
 TEST_F(MapWindowTest, TextStandsThereWhileAMapIsBeingOpened) {

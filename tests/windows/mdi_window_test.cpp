@@ -1,16 +1,3 @@
-#include "windows/common/window_support.h"
-
-namespace {
-
-QString Access_Key(const QString& caption) {
-  QString plain = caption;
-  plain.replace(QLatin1String("&&"), QString());
-  const auto at = plain.indexOf(QLatin1Char('&'));
-  return at < 0 ? QString() : plain.mid(at + 1, 1).toLower();
-}
-
-}  // namespace
-
 TEST(MenuTableTest, EveryCommandStandsInOneMenuUnderItsOwnKeys) {
   QSet<QString> shown, shortcuts, buttons;
   for (const MenuRow& menu : Menu_Table()) {
@@ -22,12 +9,13 @@ TEST(MenuTableTest, EveryCommandStandsInOneMenuUnderItsOwnKeys) {
       ASSERT_TRUE((command == nullptr) != (inner == nullptr)) << key << " is not one of both";
       EXPECT_FALSE(shown.contains(key)) << key << " twice";
       shown << key;
-      const QString letter = Access_Key(inner ? inner->text : command->text);
+      const QString letter = QKeySequence::mnemonic(inner ? inner->text : command->text).toString();
       EXPECT_FALSE(!letter.isEmpty() && letters.contains(letter)) << key << ": access key " << letter << " twice";
       letters << letter;
     }
   }
   for (const ToolRow& row : Toolbar_Table()) buttons << row.command << row.rightCommand;
+  for (const QString& key : buttons) EXPECT_TRUE(key.isEmpty() || Find_Command(key)) << key;
   for (const Command& command : Command_Table()) {
     EXPECT_TRUE(shown.contains(command.key) || buttons.contains(command.key)) << command.key << " is nowhere";
     EXPECT_FALSE(command.help.isEmpty()) << command.key;
@@ -39,18 +27,6 @@ TEST(MenuTableTest, EveryCommandStandsInOneMenuUnderItsOwnKeys) {
   }
   for (const QString& key : Popup_Table()) EXPECT_TRUE(key == QLatin1String("-") || shown.contains(key)) << key;
 }
-
-TEST(ToolbarTableTest, OnlyButtonsOfCommandsAreShown) {
-  Reset_Global_State();
-  Toolbar1.Tag = ToolMode::Norm;
-  QStringList norm;
-  for (const ToolButton& button : Toolbar_Now()) norm << button.Key;
-  EXPECT_TRUE(norm.startsWith("Map") && norm.contains("Excel") && !norm.contains("Del")) << norm.join(u' ');
-  for (const ToolRow& row : Toolbar_Table())
-    EXPECT_TRUE(row.rightCommand.isEmpty() || Find_Command(row.rightCommand)) << row.key;
-}
-
-TEST_F(WindowTest, EveryCommandIsBound) { EXPECT_EQ(Unbound_Commands(), QStringList()); }
 
 TEST_F(WindowTest, WithoutMapOnlyOpeningAndHelpAreOffered) {
   QStringList enabled;
@@ -65,59 +41,38 @@ TEST_F(WindowTest, WithoutMapOnlyOpeningAndHelpAreOffered) {
   EXPECT_TRUE(Child<QWidget>("frmMapStart")->isVisible());
   EXPECT_TRUE(Child<QToolBar>("Toolbar1")->isHidden());
   EXPECT_EQ(Child<ElidedLabel>("Panel1")->Whole_Text(), InfoBar.Panel[0]);
+  Press_Tool("Map");
+  EXPECT_EQ(window->menuBar()->activeAction(), window->Action("mnuKarte"));
+  window->menuBar()->setActiveAction(nullptr);
 }
 
-TEST_F(WindowTest, MenuOpensMapAndCloseBringsStartWindowBack) {
+TEST_F(WindowTest, AMapIsOpenedClosedOnceAndOpenedFromTheStartWindow) {
   Open(700, 500);
+  const QString map = MapFile;
   EXPECT_TRUE(Canvas()->isVisible());
   EXPECT_EQ(Child<QWidget>("frmMapStart"), nullptr);
   EXPECT_FALSE(Child<QToolBar>("Toolbar1")->isHidden());
   EXPECT_EQ(window->Map_Window().windowTitle(), Map.Caption);
-  EXPECT_TRUE(window->Action("mnuZoom100")->isChecked());
-  EXPECT_TRUE(window->Action("mnuTableSave")->isEnabled());
-  EXPECT_TRUE(window->Action("mnuMapFile", 1)->isVisible());
-  Choose("mnuMapClose");
-  EXPECT_FALSE(frmMDI.MapOpen);
-  EXPECT_FALSE(Canvas()->isVisible());
-  EXPECT_TRUE(Child<QWidget>("frmMapStart")->isVisible());
-  EXPECT_FALSE(window->Action("mnuTableSave")->isEnabled());
-  // The recent list opens it again.
-  Choose("mnuMapFile", 1);
-  EXPECT_TRUE(frmMDI.MapOpen);
-  EXPECT_TRUE(Canvas()->isVisible());
-}
-
-TEST_F(WindowTest, TheStartWindowListsTheMapsOpenedLastAndOpensThem) {
-  Open(300, 200);
-  const QString map = MapFile;
-  Choose("mnuMapClose");
-  auto* recent = Child<QListWidget>("lstRecent");
-  ASSERT_TRUE(recent->isVisible());
-  ASSERT_EQ(recent->count(), 1);  // the demo map is not there, so it is not offered
-  EXPECT_EQ(recent->item(0)->toolTip(), map);
-  const QWidget* start = Child<QWidget>("frmMapStart");
-  EXPECT_TRUE(start->rect().contains(recent->geometry()));
-  QTest::mouseClick(recent->viewport(), Qt::LeftButton, Qt::NoModifier,
-                    recent->visualItemRect(recent->item(0)).center());
-  QTest::qWait(1);
-  EXPECT_TRUE(frmMDI.MapOpen);
-  EXPECT_EQ(MapFile, map);
-}
-
-TEST_F(WindowTest, ClosingTheMapWindowClosesTheMapOnce) {
-  Open(300, 200);
   auto* child = qobject_cast<QMdiSubWindow*>(window->Map_Window().parentWidget());
-  ASSERT_NE(child, nullptr);
   int closed = 0;
   events.MapClosed.Connect([&closed] { ++closed; });
   child->close();
   Settle();
   EXPECT_EQ(closed, 1);
-  EXPECT_FALSE(frmMDI.MapOpen);
-  EXPECT_FALSE(child->isVisible());
-  Open(320, 200);  // the window serves the next map
-  EXPECT_TRUE(child->isVisible());
-  EXPECT_EQ(MapWidthPx, 320);
+  EXPECT_FALSE(frmMDI.MapOpen || child->isVisible());
+  auto* recent = Child<QListWidget>("lstRecent");
+  ASSERT_TRUE(recent->isVisible());
+  ASSERT_EQ(recent->count(), 1);  // the demo map is not there, so it is not offered
+  EXPECT_EQ(recent->item(0)->toolTip(), map);
+  EXPECT_TRUE(Child<QWidget>("frmMapStart")->rect().contains(recent->geometry()));
+  QTest::mouseClick(recent->viewport(), Qt::LeftButton, {}, recent->visualItemRect(recent->item(0)).center());
+  QTest::qWait(1);
+  EXPECT_EQ(MapFile, map);
+  EXPECT_TRUE(frmMDI.MapOpen && child->isVisible());
+  Choose("mnuMapClose");
+  EXPECT_TRUE(Child<QWidget>("frmMapStart")->isVisible());
+  Choose("mnuMapFile", 1);
+  EXPECT_TRUE(Canvas()->isVisible());
 }
 
 TEST_F(WindowTest, KeysReachTheirEntriesWithAMapOpen) {
@@ -137,7 +92,6 @@ TEST_F(WindowTest, KeysReachTheirEntriesWithAMapOpen) {
   EXPECT_FALSE(frmMDI.MapOpen);
 }
 
-// Two seconds after the last key or button what waits in the log is folded into the table file.
 // The bar makes its list of access keys anew when one of its menus becomes of use or of none.
 TEST_F(WindowTest, AMenuStaysOpenWhenAnotherChangesMeanwhile) {
   const auto menus = window->menuBar()->actions();
@@ -151,6 +105,7 @@ TEST_F(WindowTest, AMenuStaysOpenWhenAnotherChangesMeanwhile) {
   menu.close();
 }
 
+// Two seconds after the last key or button what waits in the log is folded into the table file.
 TEST_F(WindowTest, IdleTimeBringsTheTableFileUpToDate) {
   Open(300, 200);
   const auto rowsInCopy = [this](const QString& name) {
@@ -185,18 +140,6 @@ TEST_F(WindowTest, SafeModeTellsItsStateInTheMenu) {
   EXPECT_FALSE(safe->isChecked());
 }
 
-TEST_F(WindowTest, ListLinesShowPathsAsTheyAre) {
-  Menu(QStringLiteral("mnuMapFile"), 1).Caption = QStringLiteral("/karten/Tier & Pflanze.bmp");
-  Menu(QStringLiteral("mnuMapFile"), 1).Visible = true;
-  Menu(QStringLiteral("mnuMapFile"), 2).Caption.clear();
-  events.StateChanged.Emit();
-  EXPECT_EQ(window->Action("mnuMapFile", 1)->text(), "/karten/Tier && Pflanze.bmp");
-  EXPECT_FALSE(window->Action("mnuMapFile", 2)->isVisible());
-  Menu(QStringLiteral("mnuMapFile"), 1).Visible = false;
-  events.StateChanged.Emit();
-  EXPECT_FALSE(window->Action("mnuMapFile", 1)->isVisible());
-}
-
 TEST_F(WindowTest, ToolbarFollowsItsStateAndTheOptions) {
   Open(300, 200);
   auto* toolbar = Child<QToolBar>("Toolbar1");
@@ -222,9 +165,15 @@ TEST_F(WindowTest, ToolbarFollowsItsStateAndTheOptions) {
   }
 }
 
-TEST_F(WindowTest, HelpOfAnEntryStandsInTheSecondPanelOnlyWhileItIsMeant) {
+TEST_F(WindowTest, PathsAndHelpAreShownAsTheyAre) {
+  Menu(QStringLiteral("mnuMapFile"), 1).Caption = QStringLiteral("/karten/Tier & Pflanze.bmp");
+  Menu(QStringLiteral("mnuMapFile"), 1).Visible = true;
+  Menu(QStringLiteral("mnuMapFile"), 2).Caption.clear();
   InfoBar.Panel[1] = QStringLiteral("F1 - Hilfe");
   events.StateChanged.Emit();
+  EXPECT_EQ(window->Action("mnuMapFile", 1)->text(), "/karten/Tier && Pflanze.bmp");
+  EXPECT_FALSE(window->Action("mnuMapFile", 2)->isVisible());
+  // The help of an entry stands in the second panel only while it is meant.
   auto* panel = Child<ElidedLabel>("Panel2");
   window->Action("mnuFOpen")->hover();
   window->Action("mnuFOpen")->showStatusText(window.get());
@@ -232,62 +181,19 @@ TEST_F(WindowTest, HelpOfAnEntryStandsInTheSecondPanelOnlyWhileItIsMeant) {
   QStatusTipEvent leave{QString()};
   QApplication::sendEvent(window.get(), &leave);
   EXPECT_EQ(panel->Whole_Text(), "F1 - Hilfe");
-}
-
-TEST_F(WindowTest, LongStatusTextIsWholeInTheToolTip) {
-  auto* panel = Child<ElidedLabel>("Panel3");
-  InfoBar.Panel[2] = QStringLiteral("kurz");
-  events.StateChanged.Emit();
   EXPECT_TRUE(panel->toolTip().isEmpty());
-  InfoBar.Panel[2] = QString(400, QLatin1Char('m'));
+  InfoBar.Panel[1] = QString(400, QLatin1Char('m'));
   events.StateChanged.Emit();
-  EXPECT_EQ(panel->toolTip(), InfoBar.Panel[2]);
+  EXPECT_EQ(panel->toolTip(), InfoBar.Panel[1]);
   EXPECT_LE(window->width(), 1100);  // the text does not push the window open
 }
 
-TEST_F(WindowTest, DroppedMapOpensOtherFilesDoNot) {
-  const QString text = Path("Notiz.txt");
-  Write_Lines(text, {QStringLiteral("keine Karte")});
-  EXPECT_FALSE(Drop(text));
-  EXPECT_FALSE(frmMDI.MapOpen);
-  const QString map = Make_Map("Übersicht Nord.bmp", 200, 150);
-  EXPECT_TRUE(Drop(map));
-  ASSERT_TRUE(frmMDI.MapOpen);
-  EXPECT_EQ(MapFile, map);
-  EXPECT_EQ(Menu(QStringLiteral("mnuMapFile"), 1).Tag, map);
-}
-
-TEST_F(WindowTest, MapButtonOpensMenuOrFitsTheWindow) {
-  Press_Tool("Map");
-  EXPECT_EQ(window->menuBar()->activeAction(), window->Action("mnuKarte"));
-  window->menuBar()->setActiveAction(nullptr);
-  Open(300, 200);
-  Choose("mnuDBGridOn");  // without the table the map fills the window
-  ASSERT_TRUE(Map.Maximized);
-  Press_Tool("Map");
-  EXPECT_FALSE(Map.Maximized);
-  EXPECT_EQ(window->Map_Window().size(), QSize(300, 200));
-}
-
-TEST_F(WindowTest, ClosingTheMainWindowClosesTheTableWithoutAQuestion) {
-  Open(300, 200);
-  ASSERT_TRUE(dbEntries);
-  const QString table = TableFile;
-  EXPECT_TRUE(window->close());
-  EXPECT_FALSE(frmMDI.MapOpen);
-  EXPECT_FALSE(dbEntries);
-  EXPECT_TRUE(File_Exists(table));
-  EXPECT_TRUE(Find_Files(folder.path(), QStringLiteral("*.ldb")).isEmpty());
-}
-
-namespace {
 struct Thrower : QObject {
   bool event(QEvent* event) override {
     if (event->type() != QEvent::User) return QObject::event(event);
     Raise(errors::diskFull);
   }
 };
-}  // namespace
 
 TEST_F(WindowTest, UncaughtErrorIsToldAndTheProgramGoesOn) {
   Open(300, 200);

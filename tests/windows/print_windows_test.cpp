@@ -1,43 +1,10 @@
-#include "printing/print_map.h"
-#include "support/pixels.h"
+#include "platform/for_now.h"
 #include "windows/main/mdi_window_pads.h"
 #include "windows/printing/frmDruckpfad.h"
 #include "windows/printing/frmPRN.h"
 #include "windows/printing/frmRand.h"
 #include "windows/printing/frmSeiten.h"
 #include "windows/printing/frm_preview_picture.h"
-
-namespace {
-
-// Counts what comes to the printer.
-struct Printed {
-  int jobs = 0, pages = 0, ended = 0, killed = 0;
-  int orientation = 0;
-  QString title;
-};
-
-class CountingJob final : public PrintJob {
- public:
-  CountingJob(Printed& told, std::function<void()> each) : printed(told), eachPage(std::move(each)) {
-    page = QImage(1200, 1700, QImage::Format_RGB32);
-    painter.begin(&page);
-    ++printed.jobs;
-    ++printed.pages;
-  }
-  QPainter& Painter() override { return painter; }
-  void NewPage() override {
-    ++printed.pages;
-    if (eachPage) eachPage();
-  }
-  void EndDoc() override { ++printed.ended; }
-  void KillDoc() override { ++printed.killed; }
-
- private:
-  Printed& printed;
-  std::function<void()> eachPage;
-  QImage page;
-  QPainter painter;
-};
 
 // A printer of A4 with 4.2 mm that answers with the range, or cancels.
 class PrintWindowsTest : public WindowTest {
@@ -53,14 +20,15 @@ class PrintWindowsTest : public WindowTest {
              },
          .setup = [](int orientation) { return std::optional(orientation == portrait ? landscape : portrait); },
          .ask =
-             [this](const QString& title, int pages, int) {
-               printed.title = title;
+             [this](const QString& asked, int pages, int) {
+               title = asked;
                return cancel ? std::nullopt : std::optional(PrintRange{1, pages});
              },
          .begin =
              [this](const QString&, int orientation) {
-               printed.orientation = orientation;
-               return std::make_unique<CountingJob>(printed, eachPage);
+               QFile::remove(Path("aus.pdf"));
+               printedOrientation = orientation;
+               return Make_Pdf_Job(Path("aus.pdf"), The_Printer().paper(orientation), {});
              }});
     Open(1600, 1200);  // 42.3 x 31.8 cm: 3 x 2 sheets
   }
@@ -69,19 +37,24 @@ class PrintWindowsTest : public WindowTest {
     Set_Printer(former);
   }
   FrmSeiten* Preview() const { return window->findChild<FrmSeiten*>(); }
+  // Of what was printed last; 0: nothing.
+  int Pages() const { return Run_Tool("pdfinfo", {Path("aus.pdf")}).section("Pages:", 1).section(u'\n', 0, 0).toInt(); }
 
   PrinterFace former;
-  Printed printed;
-  std::function<void()> eachPage;
+  QString title;
+  int printedOrientation = -1;
   bool cancel = false;
 };
 
-}  // namespace
-
 TEST_F(PrintWindowsTest, ThePreviewFitsTheMapAndKeepsIt) {
-  Choose("mnuBlattschnitt");
-  ASSERT_NE(Preview(), nullptr);
-  FrmSeiten& form = *Preview();
+  QTimer::singleShot(0, window.get(), [this] {
+    if (Preview()) Press(*Preview(), "btnShow");  // while it is being made: stopped
+  });
+  auto& form = Chosen<FrmSeiten>("mnuBlattschnitt");
+  auto* picture = Part<PreviewPicture>(form, "Picture1");
+  EXPECT_EQ(picture->Text(), "Vorschau abgebrochen");
+  Walk(form, "btnShow = &Vorschau; btnShow!; btnShow off");
+  EXPECT_EQ(picture->Text(), QString());
   Walk(form, "txtFaktor = 1,000; Label2 = 6 Druckseiten*; btnShow off");
   Walk(form, "txtBreite < 84,7; txtHoehe = 63,5; btnShow on; Label2 = 6 *");  // waits for the preview
   Walk(form, "btnShow!; txtFaktor = 2,001; Label2 = 15 *; btnSpinDown!; txtFaktor = 2,000");
@@ -104,35 +77,22 @@ TEST_F(PrintWindowsTest, ThePreviewFitsTheMapAndKeepsIt) {
   EXPECT_EQ(Read_Print_Settings().factor, kept);
 }
 
-TEST_F(PrintWindowsTest, APreviewIsStoppedByItsOwnButtonAndMadeAnew) {
-  QTimer::singleShot(0, window.get(), [this] {
-    if (Preview()) Press(*Preview(), "btnShow");  // while it is being made
-  });
-  Choose("mnuBlattschnitt");
-  FrmSeiten& form = *Preview();
-  auto* picture = Part<PreviewPicture>(form, "Picture1");
-  EXPECT_EQ(picture->Text(), "Vorschau abgebrochen");
-  Walk(form, "btnShow = &Vorschau; btnShow!; btnShow off");
-  EXPECT_EQ(picture->Text(), QString());
-}
-
 TEST_F(PrintWindowsTest, PrintingClosesThePreviewAndCanBeStopped) {
   Choose("mnuBlattschnitt");
   Choose("mnuPrintMap");
   EXPECT_EQ(Preview(), nullptr);
-  EXPECT_EQ(printed.title, "Karte drucken");
-  EXPECT_EQ(std::tuple(printed.jobs, printed.pages, printed.ended), std::tuple(1, 6, 1));
+  EXPECT_EQ(std::tuple(title, Pages()), std::tuple("Karte drucken", 6));
+  QFile::remove(Path("aus.pdf"));
   cancel = true;
   Choose("mnuPrintMap");
-  EXPECT_EQ(printed.jobs, 1);
+  EXPECT_EQ(Pages(), 0);
   cancel = false;
-  eachPage = [] {
+  QTimer::singleShot(0, window.get(), [] {
     for (QWidget* top : QApplication::topLevelWidgets())
       if (auto* progress = qobject_cast<FrmPRN*>(top)) Press(*progress, "cmdCancel");
-  };
-  MessageScript box("wird abgebrochen");
-  Choose("mnuPrintMap");
-  EXPECT_EQ(std::tuple(printed.jobs, printed.ended, printed.killed), std::tuple(2, 1, 1));
+  });
+  With_Box("wird abgebrochen", [this] { Choose("mnuPrintMap"); });
+  EXPECT_EQ(Pages(), 0);
 }
 
 TEST_F(PrintWindowsTest, MarginsKnowTheBorderOfThePrinter) {
@@ -141,17 +101,16 @@ TEST_F(PrintWindowsTest, MarginsKnowTheBorderOfThePrinter) {
     return std::tuple(s.left, s.right, s.top, s.bottom);
   };
   MessageScript box;
-  When_Shown([&](QWidget& form) {
+  Choose_And("mnuRand", [&](QWidget& form) {
     const auto* side = Part<QScrollBar>(form, "scrLR");
     EXPECT_EQ(side->value(), 100);
     Walk(form, "txtLR = 4; scrLR : 85; txtLR = 19; txtOR < 24; txtUR < 1");
     EXPECT_EQ(Part<QScrollBar>(form, "scrOR")->value(), 80);
     Press(form, "btnTake");
   });
-  Choose("mnuRand");
   EXPECT_EQ(margins(), std::tuple(15, 0, 20, 0));
   // Closing asks; what leaves no room is refused and the window stays.
-  When_Shown([&](QWidget& form) {
+  Choose_And("mnuRand", [&](QWidget& form) {
     Type(form, "txtRR", "300");
     box.Expect("neuen Ränder", MsgAnswer::Yes).Expect("keinen Platz");
     Press(form, "btnClose");
@@ -159,34 +118,31 @@ TEST_F(PrintWindowsTest, MarginsKnowTheBorderOfThePrinter) {
     box.Expect("neuen Ränder", MsgAnswer::No);
     Press(form, "btnClose");
   });
-  Choose("mnuRand");
   EXPECT_EQ(margins(), std::tuple(15, 0, 20, 0));
 }
 
-TEST_F(PrintWindowsTest, PathTableTextAndWindow) {
-  When_Shown([](QWidget& form) { Walk(form, "optDruckdirekt checked; optDruckFlurax : true; cmdOK!"); });
-  Choose("mnuDruckpfad");
-  EXPECT_TRUE(frmMDI.printAsBitmap);
-  Choose("mnuPrintMap");
-  EXPECT_EQ(printed.ended, 1);
-  Choose("mnuTblPrint");
-  EXPECT_EQ(printed.title, "Tabelle drucken");
-  Choose("mnuPrintScreen");
-  EXPECT_EQ(printed.orientation, window->width() > window->height() ? landscape : portrait);
-  EXPECT_FALSE(window->Action("mnuPrintTxt")->isEnabled()) << "without a note pad";
-  Choose("mnuTextNew");
-  Choose("mnuPrintTxt");
-  EXPECT_EQ(std::tuple(printed.ended, printed.title), std::tuple(4, "Notiz 1"));
-}
-
-TEST_F(PrintWindowsTest, SheetFrameStandsOnTheMap) {
+TEST_F(PrintWindowsTest, PathTableTextWindowAndTheFrameOfTheSheets) {
   const int seam = qRound(201.6 / 25.4 * 96);  // the first sheet's room in map pixels
   const auto frame = [&] {
     return Count_Pixels(Canvas()->grab().toImage(), QRect(seam - 2, 0, 5, Canvas()->height()),
-                        [](QRgb color) { return color == 0xff0000ff; });
+                        [](QRgb color) { return color == blue; });
   };
   ASSERT_GT(Canvas()->width(), seam + 2);
   EXPECT_EQ(frame(), 0);
-  frmMDI.sheetFrame = true;
-  EXPECT_GT(frame(), Canvas()->height() / 4);
+  {
+    const ForNow shown(frmMDI.sheetFrame, true);
+    EXPECT_GT(frame(), Canvas()->height() / 4);
+  }
+  Choose_And("mnuDruckpfad", "optDruckdirekt checked; optDruckFlurax : true; cmdOK!");
+  EXPECT_TRUE(frmMDI.printAsBitmap);
+  Choose("mnuPrintMap");
+  EXPECT_EQ(Pages(), 6);
+  Choose("mnuTblPrint");
+  EXPECT_EQ(std::tuple(title, Pages()), std::tuple("Tabelle drucken", 1));
+  Choose("mnuPrintScreen");
+  EXPECT_EQ(printedOrientation, window->width() > window->height() ? landscape : portrait);
+  EXPECT_FALSE(window->Action("mnuPrintTxt")->isEnabled()) << "without a note pad";
+  Choose("mnuTextNew");
+  Choose("mnuPrintTxt");
+  EXPECT_EQ(std::tuple(title, Pages()), std::tuple("Notiz 1", 1));
 }

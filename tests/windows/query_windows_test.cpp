@@ -1,8 +1,6 @@
 #include "store/versions.h"
 #include "windows/store/frmReplace.h"
 
-namespace {
-
 class QueryWindowsTest : public WindowTest {
  protected:
   void SetUp() override {
@@ -21,10 +19,8 @@ class QueryWindowsTest : public WindowTest {
   }
 };
 
-}  // namespace
-
 TEST_F(QueryWindowsTest, SelectionIsShownAndTaken) {
-  When_Shown([](QWidget& dialog) {
+  Choose_And("mnuSql", [](QWidget& dialog) {
     auto* grid = Part<QTableView>(dialog, "sqlGrid");
     auto* text = Part<QComboBox>(dialog, "cmbSqlText");
     EXPECT_EQ(text->count(), 6);
@@ -39,7 +35,6 @@ TEST_F(QueryWindowsTest, SelectionIsShownAndTaken) {
     EXPECT_EQ(grid->model()->index(1, 1).data().toString(), "Buche");
     Press(dialog, "cmdCancel");
   });
-  Choose("mnuSql");
   EXPECT_EQ(Entry_Count(), 2);
   MessageScript script("Karteneinträge wieder hergestellt.");
   Choose("mnuReset");
@@ -50,7 +45,7 @@ TEST_F(QueryWindowsTest, FormerStatesTellTheirDifferencesAndGiveBack) {
   Keep_Version();
   rsEntries->MoveTo(1);
   rsEntries->Delete();
-  When_Shown([](QWidget& dialog) {
+  Choose_And("mnuStaende", [](QWidget& dialog) {
     auto* list = Part<QListWidget>(dialog, "lstStaende");
     const auto line_becomes = [list](const QString& end) {
       EXPECT_TRUE(QTest::qWaitFor([&] { return list->item(0)->text().endsWith(end); })) << end.toStdString();
@@ -66,38 +61,24 @@ TEST_F(QueryWindowsTest, FormerStatesTellTheirDifferencesAndGiveBack) {
     EXPECT_EQ(Entry_Count(), 3);
     Walk(dialog, "numPlatz : 50; btnClose!");
   });
-  Choose("mnuStaende");
   Set_Version_Room(70);
-  When_Shown([](QWidget& dialog) {
+  Choose_And("mnuOptionen", [](QWidget& dialog) {
     EXPECT_EQ(Part<QSpinBox>(dialog, "numPlatz")->value(), 70);
     Walk(dialog, "numPlatz : 0; cmdApply!; cmdCancel!");
   });
-  Choose("mnuOptionen");
   EXPECT_EQ(Version_Room(), 0);
-}
-
-TEST_F(QueryWindowsTest, LeavingASelectionPutsTheNameOfTheTableBack) {
-  const auto shown = [this] {
-    QStringList texts = {window->Table_Window().windowTitle()};
-    for (const QLabel* label : window->statusBar()->findChildren<QLabel*>()) texts << label->accessibleName();
-    return texts.join(u'\n');
-  };
-  When_Shown([&](QWidget& dialog) {
-    Walk(dialog, "cmbSqlText : Select * from MapData where Eintrag like 'b*'; btnApply!");
-    EXPECT_TRUE(QTest::qWaitFor([&] { return shown().count("_SQL.mdb") == 2; })) << shown();
-    QTest::keyClick(&dialog, Qt::Key_Escape);
-  });
-  Choose("mnuSql");
-  EXPECT_TRUE(QTest::qWaitFor([&] { return !shown().contains("_SQL.mdb"); })) << shown();
-  EXPECT_EQ(Tbl.DBGrid1.Caption, TableFile);
 }
 
 // While a message is shown the grid is painted: its rows must not have gone with the statement that failed.
 TEST_F(QueryWindowsTest, SelectionOutlivesTheNextStatement) {
-  When_Shown([](QWidget& dialog) {
+  const auto shown = [this] {
+    return QString(window->Table_Window().windowTitle() + Child<ElidedLabel>("Panel3")->Whole_Text());
+  };
+  Choose_And("mnuSql", [&](QWidget& dialog) {
     auto* grid = Part<QTableView>(dialog, "sqlGrid");
     const QString good = "cmbSqlText : Select * from MapData where Eintrag like 'b*'; btnApply!";
     Walk(dialog, good);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return shown().count("_SQL.mdb") == 2; })) << shown();
     QStringList painted;
     const MsgHandler former = Set_Message_Handler([&](const MsgRequest& request) {
       grid->viewport()->repaint();
@@ -108,14 +89,13 @@ TEST_F(QueryWindowsTest, SelectionOutlivesTheNextStatement) {
       Walk(dialog, "cmbSqlText : " + QString(statement) + "; btnApply!; " + good);
     Set_Message_Handler(former);
     EXPECT_EQ(painted, QStringList({"SQL-Fehler.", "Buche", "SQL-Fehler:", "Buche"}));
-    Press(dialog, "cmdCancel");
+    QTest::keyClick(&dialog, Qt::Key_Escape);
   });
-  Choose("mnuSql");
+  EXPECT_TRUE(QTest::qWaitFor([&] { return !shown().contains("_SQL.mdb"); })) << shown();
 }
 
 TEST_F(QueryWindowsTest, HitsAreTakenInHandAndReplaced) {
-  Choose("mnuReplace");
-  auto* dialog = &Shown<FrmReplace>();
+  auto* dialog = &Chosen<FrmReplace>("mnuReplace");
   Walk(*dialog, "cmbSearch = Eintrag =; cmbSearch : Eintrag = b*; btnSearch!; btnSearch = Weitersuchen");
   rsEntries->MoveTo(2);
   EXPECT_EQ(Map.InHand, rsEntries->Bookmark());
@@ -127,17 +107,12 @@ TEST_F(QueryWindowsTest, HitsAreTakenInHandAndReplaced) {
   Press(*dialog, "btnBack");
   EXPECT_EQ(Text_Of_Row(2), "Buche");
   dialog->close();
-}
-
-TEST_F(QueryWindowsTest, LookGoesToOthers) {
-  MessageScript script(MsgAnswer::Ok);
+  // The look of one goes to the others of its text.
+  script.Expect("1 Karteneinträge wurden verändert");
   rsEntries->MoveTo(3);
   Map.CurBookmark = rsEntries->Bookmark();
   Set_Field(column::VG, qint64{5});
-  When_Shown(
-      [](QWidget& dialog) { Walk(dialog, "lblInfo = Möchten Sie die Eigenschaften*; lblMuster = Buche; OKButton!"); });
-  Choose("mnuPropTransfer");
-  EXPECT_EQ(script.Seen().back().text, "1 Karteneinträge wurden verändert");
+  Choose_And("mnuPropTransfer", "lblInfo = Möchten Sie die Eigenschaften*; lblMuster = Buche; OKButton!");
   rsEntries->MoveTo(2);
   EXPECT_EQ(rsEntries->Integer(column::VG), 5);
 }

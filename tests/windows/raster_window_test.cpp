@@ -1,4 +1,3 @@
-#include "tools/plan_squares.h"
 #include "windows/plansquares/frmRaster.h"
 
 class RasterWindow : public WindowTest {
@@ -53,11 +52,9 @@ TEST_F(RasterWindow, TheFieldIsDraggedAndFaultsShowTheirTab) {
     Go("optKoordinaten!; optPixel checked");
   }
   Press(Frm(), "optMap");
-  QWidget* canvas = Canvas();
-  QTest::mousePress(canvas, Qt::LeftButton, {}, {10, 10});
-  QTest::mouseMove(canvas, {60, 40});
-  QTest::mouseMove(canvas, {110, 70});
-  QTest::mouseRelease(canvas, Qt::LeftButton, {}, {110, 70});
+  QTest::mouseClick(Canvas(), Qt::LeftButton, {}, {50, 50});  // no field
+  Drag(Canvas(), {110, 70}, {10, 10});
+  EXPECT_TRUE(Map.Tool.isEmpty());
   Go("txt1x = " + QString::number(Map_X(10)) + "; btnVorschau!");
   EXPECT_TRUE(Raster_Preview_Shown());
   Go("cmbSize : 2 px");

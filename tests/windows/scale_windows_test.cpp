@@ -1,27 +1,16 @@
-#include "support/pixels.h"
-#include "tools/mouse.h"
 #include "windows/canvas/frmMass.h"
-
-namespace {
 
 class ScaleWindowsTest : public WindowTest {
  protected:
   ScaleWindowsTest() { mapSize = {600, 400}; }
   FrmMass* Mass() const { return window->findChild<FrmMass*>(); }
-  static void Drag(QPoint from, QPoint to) {
-    Map_Mouse_Down(from, MouseButton::Left, {});
-    Map_Mouse_Move(to, true);
-    Map_Mouse_Up(to, MouseButton::Left);
-  }
 };
-
-}  // namespace
 
 TEST_F(ScaleWindowsTest, LineIsDrawnAndTheBarStandsAtItsBeginning) {
   Choose("mnuInsMass");
   ASSERT_NE(Mass(), nullptr);
   Walk(*Mass(), "btnLinie checked");
-  Drag({100, 300}, {104, 100});
+  Drag(Canvas(), {100, 300}, {104, 100});
   Walk(*Mass(), "txtLaenge = 200; optV checked; lblMass = Maßstab = 1 : ?");
   Choose("mnuStepBack");
   Walk(*Mass(), "txtLaenge = ");  // the line goes, no entry
@@ -58,15 +47,14 @@ TEST_F(ScaleWindowsTest, TypedLengthWaitsForAClick) {
   Walk(*Mass(), "cmbArt : Millimeter; txtLaenge < 100,4; txtZahl : 1; cmdOK!");
   ASSERT_TRUE(Mass()->isVisible());
   EXPECT_EQ(Map.Tool, "Scale");
-  Map_Mouse_Down({40, 60}, MouseButton::Left, {});
-  Map_Mouse_Up({40, 60}, MouseButton::Left);
+  QTest::mouseClick(Canvas(), Qt::LeftButton, {}, {40, 60});
   const EntryRow row = Last_Row();
   EXPECT_EQ(QRect(row.Xmap, row.Ymap, row.Xline, row.HG), QRect(40, 60, 90, 0));
   Settle();
   EXPECT_EQ(Mass(), nullptr);
   // Without a map there is no window, and nothing is asked.
   Choose("mnuInsMass");
-  Drag({10, 10}, {60, 10});
+  Drag(Canvas(), {10, 10}, {60, 10});
   Choose("mnuMapClose");
   EXPECT_EQ(Mass(), nullptr);
 }
@@ -76,13 +64,12 @@ TEST_F(ScaleWindowsTest, ReferenceStyleIsSeenAtOnceAndTakenBack) {
   const auto ink = [] { return Count_Pixels(Map.canvas, {100, 100, 120, 120}, Is_Ink); };
   const int thin = ink();
   for (const bool keep : {false, true}) {
-    When_Shown([&](QWidget& dialog) {
+    Choose_And("mnuRfline", [&](QWidget& dialog) {
       Walk(dialog, "btnArrow!; numBreite : 4; numPfeil : 30");
       EXPECT_GT(ink(), 2 * thin);
       EXPECT_EQ(Last_Row().Typ, 2);
       Press(dialog, keep ? "cmdOK" : "cmdCancel");
     });
-    Choose("mnuRfline");
     EXPECT_EQ(Last_Row().Typ, keep ? 2 : 1);
     EXPECT_EQ(std::tuple(Map.ReferenceWidth, Map.ReferenceArrow), std::tuple(keep ? 4 : 1, keep ? 30 : 6));
     EXPECT_EQ(ink() > 2 * thin, keep);

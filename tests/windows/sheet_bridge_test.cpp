@@ -1,11 +1,8 @@
 #include "maps/sheet_bridge.h"
 
 #include "exchange/sheet_rows.h"
-#include "maps/sheet_bridge_tool.h"
 #include "windows/bridge/frmTabAustausch.h"
 #include "windows/bridge/frmTabExport.h"
-
-namespace {
 
 class SheetBridgeTest : public WindowTest {
  protected:
@@ -54,10 +51,6 @@ class SheetBridgeTest : public WindowTest {
     return Part<QTableView>(tab, "tblUnterschiede")->model()->index(row, column).data().toString();
   }
   static int Lines(QWidget& tab) { return Part<QTableView>(tab, "tblUnterschiede")->model()->rowCount(); }
-  template <class Condition>
-  static bool Becomes(Condition condition) {
-    return QTest::qWaitFor(condition, 20000);
-  }
 
   QStringList given{"?"};
   std::function<void()> ended;
@@ -68,13 +61,19 @@ class SheetBridgeTest : public WindowTest {
 // The program itself, without its user: it writes at once, and waits for him then.
 TEST_F(SheetBridgeTest, TheRealToolWritesTheTableOfTheLastMap) {
   real = true;
+  Undo_Point("Rückgängig: Import");
+  Add({"Text", "Reiher", "Arial", 10, 0, 15, 0, 40, 50, 0, 0, 0});
   Tbl.Tag = TableTag::Dirty;
   Choose("mnuExportxls");
   EXPECT_EQ(given, QStringList());
   EXPECT_EQ(Tbl.Tag, TableTag::Clean);
-  EXPECT_EQ(Texts(), QStringList({"Uhu", "Star", "Specht"})) << "the table is open again";
-  ASSERT_TRUE(Becomes([this] { return File_Exists(Book()); }));
+  const QRect screen = window->screen()->availableGeometry();
+  EXPECT_NEAR(window->geometry().right(), screen.left() + screen.width() / 2, 10) << "room for the tool";
+  ASSERT_TRUE(QTest::qWaitFor([this] { return File_Exists(Book()); }, 20000));
   EXPECT_EQ(Workbook(Book()).Read("MapData").Text(4, 3), "Specht");
+  EXPECT_EQ(Menu("mnuReset").Caption, "Rückgängig: Import");
+  With_Box("wieder hergestellt", [this] { Choose("mnuReset"); });
+  EXPECT_EQ(Texts(), QStringList({"Uhu", "Star", "Specht"})) << "the table is open again";
 }
 
 TEST_F(SheetBridgeTest, TheRealToolHasTheCopyToItselfAndLeavesItAsItWas) {
@@ -82,7 +81,7 @@ TEST_F(SheetBridgeTest, TheRealToolHasTheCopyToItselfAndLeavesItAsItWas) {
   Write_Book(QString("Uhu"));
   Choose("mnuExChangeXL");
   EXPECT_EQ(given, QStringList("ColExchange"));
-  ASSERT_TRUE(Becomes([] { return !Lock_Holder(Exchange_File()).isEmpty(); }));
+  ASSERT_TRUE(QTest::qWaitFor([] { return !Lock_Holder(Exchange_File()).isEmpty(); }, 20000));
   With_Box("TabBridge läuft schon", [this] { Choose("mnuExChangeXL"); });
   tool.terminate();
   ASSERT_TRUE(tool.waitForFinished());
@@ -182,17 +181,6 @@ TEST_F(SheetBridgeTest, WhatWasLeftIsOfferedAtTheNextOpening) {
   }
 }
 
-TEST_F(SheetBridgeTest, TheExportLeavesAnArmedUndo) {
-  Undo_Point("Rückgängig: Import");
-  Add({"Text", "Reiher", "Arial", 10, 0, 15, 0, 40, 50, 0, 0, 0});
-  Choose("mnuExportxls");
-  const QRect screen = window->screen()->availableGeometry();
-  EXPECT_NEAR(window->geometry().right(), screen.left() + screen.width() / 2, 10) << "room for the tool";
-  EXPECT_EQ(Menu("mnuReset").Caption, "Rückgängig: Import");
-  With_Box("wieder hergestellt", [this] { Choose("mnuReset"); });
-  EXPECT_EQ(Texts(), QStringList({"Uhu", "Star", "Specht"}));
-}
-
 TEST_F(SheetBridgeTest, TheExportTellsWhereItLiesAndTakesAnotherMap) {
   const QString other = Make_Map("Andere.bmp");
   FrmTabExport tab(Last_Map());
@@ -211,5 +199,3 @@ TEST_F(SheetBridgeTest, TheExportTellsWhereItLiesAndTakesAnotherMap) {
   FrmTabExport none{QString()};
   EXPECT_FALSE(Is_Enabled(none, "cmdSchreiben"));
 }
-
-}  // namespace

@@ -3,8 +3,6 @@
 #include <QChart>
 #include <QChartView>
 
-#include "maps/command_look.h"
-#include "store/history.h"
 #include "tools/text_tool.h"
 #include "windows/analysis/frmDiagramme.h"
 #include "windows/analysis/frmDistanz.h"
@@ -12,9 +10,6 @@
 #include "windows/analysis/frmPopOptions.h"
 #include "windows/analysis/frmZuord.h"
 #include "windows/analysis/frm_chart.h"
-#include "workbook/workbook.h"
-
-namespace {
 
 class StatisticsWindows : public WindowTest {
  protected:
@@ -35,21 +30,19 @@ class StatisticsWindows : public WindowTest {
   QString book = QStringLiteral("KARTE.XLS");
 };
 
-QStringList Figures(const FrmDistanz& window) {
+static QStringList Figures(const FrmDistanz& window) {
   QStringList texts;
   for (const char* name : {"lblDist", "lblZahl", "lblSum", "lblMean", "lblStreuung"}) texts += Text_In(window, name);
   return texts;
 }
 
 // Where the measuring lines end, in pixels of the window.
-std::vector<QPoint> Line_Ends() {
+static std::vector<QPoint> Line_Ends() {
   std::vector<QPoint> ends;
   for (const OverLine& line : Map_Tool_In_Use()->Paint_Over())
     ends.push_back(line.path.elementAt(line.path.elementCount() - 1).operator QPointF().toPoint());
   return ends;
 }
-
-}  // namespace
 
 TEST_F(StatisticsWindows, DistancesFollowTheClicksOnEntries) {
   Add_Text("Text", "Amsel", {100, 100});
@@ -59,10 +52,7 @@ TEST_F(StatisticsWindows, DistancesFollowTheClicksOnEntries) {
   Add({"Flaeche1", "Wiese", "Arial", 8, 0, 0, 0, 560, 10, 1, 1, 4});
   Map_Redraw();
   events.StateChanged.Emit();
-  Choose("mnuDistPoly");
-  auto* distances = &Shown<FrmDistanz>();
-  EXPECT_TRUE(Is_Checked(*distances, "optPolygon"));
-  EXPECT_EQ(Canvas()->cursor().shape(), Qt::CrossCursor);
+  auto* distances = &Chosen<FrmDistanz>("mnuDistPoly");
   Click({550, 350});  // nothing there
   Walk(*distances, "lblPrompt = Mauscursor auf einen Eintrag*");
   Click({105, 106});
@@ -135,7 +125,7 @@ TEST_F(StatisticsWindows, ColoursAreStartedStoppedAndDone) {
   for (int i = 0; i < 3; ++i) Add_Text("Text", "2 Amsel", {30 * i, 30});
   Add({"Text", "Igel", "Arial", 8, 0, 15, 0, 30, 90, 0, 0, 100});
   events.StateChanged.Emit();
-  When_Shown([&](QWidget& dialog) {
+  Choose_And("mnuZuordBackgdColor", [&](QWidget& dialog) {
     const auto total = [&] {
       Press(dialog, "cmdOK");
       const Sheet sheet = Workbook(Path(book)).Read("Zuordnung");
@@ -167,14 +157,13 @@ TEST_F(StatisticsWindows, ColoursAreStartedStoppedAndDone) {
     EXPECT_EQ(Read_Bytes(Path(book)), before);
     Key_On(&dialog, Qt::Key_Escape);
   });
-  Choose("mnuZuordBackgdColor");
 }
 
 TEST_F(StatisticsWindows, NeighboursAreReportedAndTheReducedNumberIsShown) {
   for (int i = 0; i < 3; ++i) Add_Text("Text", "Amsel", {30 * i, 30});
   events.StateChanged.Emit();
   MessageScript script({{"N = 2", MsgAnswer::Cancel}});
-  When_Shown([&](QWidget& dialog) {
+  Choose_And("mnuNachbar", [&](QWidget& dialog) {
     Walk(dialog, "txtZahl : 7; btnRechn!");
     EXPECT_TRUE(dialog.isVisible()) << "cancelled: another number can be given";
     script.Expect("N = 2", MsgAnswer::Ok);
@@ -182,7 +171,6 @@ TEST_F(StatisticsWindows, NeighboursAreReportedAndTheReducedNumberIsShown) {
     EXPECT_FALSE(dialog.isVisible());
     EXPECT_EQ(dialog.findChild<QSpinBox*>("txtZahl")->value(), 2);
   });
-  Choose("mnuNachbar");
   EXPECT_TRUE(Shown<FrmNotePad>().Text().startsWith("Distanz zu den 2 naechstgelegenen Eintraegen."));
 }
 
@@ -202,8 +190,7 @@ TEST_F(StatisticsWindows, DiagramsFollowTheTableAndCanBeTakenAway) {
   Add_Text("Text>Flaeche1", "4 Amsel", {10, 10});
   Add_Text("Text>Flaeche1", "<b>Igel\x01z", {13, 14});
   events.StateChanged.Emit();
-  Choose("mnuDiagramme");
-  auto& diagrams = Shown<FrmDiagramme>();
+  auto& diagrams = Chosen<FrmDiagramme>("mnuDiagramme");
   // What is chosen, and what the title says then.
   const auto title = [&](const QString& choice, const QString& part) {
     if (!choice.isEmpty()) Walk(diagrams, choice);

@@ -6,15 +6,12 @@
 #include <QTextEdit>
 
 #include "hand/leave_hand.h"
-#include "maps/command_look.h"
 #include "maps/paint_program.h"
 #include "windows/command_fixture.h"
 #include "windows/common/frm_dialogs.h"
 
 // What is being typed when something else begins: a new text on the map, a text that is being changed, a cell of the
 // table, the line above it.
-
-namespace {
 
 const QString typed = QStringLiteral("Uhu");
 
@@ -23,25 +20,15 @@ class TypingTest : public CommandTest {
   // The table file of the map, whether it is open or not.
   bool Stands_In_Table(const QString& text) const {
     if (frmMDI.MapOpen && MapFile == map) return Rows().contains(text);
-    const auto database = Workspace::OpenDatabase(Path("KARTE.MDB"));
-    const auto rows = database->OpenRecordset("MapData");
-    for (; !rows->Eof(); rows->MoveNext())
-      if (rows->Text(column::Eintrag) == text) return true;
-    return false;
+    const auto rows = Rows_Of(*Workspace::OpenDatabase(Path("KARTE.MDB")));
+    return std::any_of(rows.begin(), rows.end(), [&](const EntryRow& row) { return row.Eintrag == text; });
   }
 };
-
-void Ask_For_End() {
-  events.EndWanted.Emit();
-  QCoreApplication::sendPostedEvents();
-}
 
 class TypingIn : public TypingTest, public testing::WithParamInterface<CommandTest::Typing> {
  public:
   using CommandTest::Typing;
 };
-
-}  // namespace
 
 INSTANTIATE_TEST_SUITE_P(EveryPlace, TypingIn,
                          testing::Values(TypingIn::Typing::NewText, TypingIn::Typing::Text, TypingIn::Typing::Cell,
@@ -103,7 +90,7 @@ TEST_P(TypingIn, NoWayOutOfTheMapLosesIt) {
        }},
       {"menu", [] { Run_Command("mnuMapClose"); }},
       {"end of the program by its menu", [] { Run_Command("mnuFluraxFini"); }},
-      {"end of the program asked for", [] { Ask_For_End(); }},
+      {"end of the program asked for", [] { events.EndWanted.Emit(), QCoreApplication::sendPostedEvents(); }},
       {"main window closed", [this] { window->close(); }}};
   for (const auto& [way, go] : ways) {
     Make_Map("Karte.bmp", 500, 400);

@@ -1,12 +1,8 @@
 #include "store/map_log.h"
 #include "windows/canvas/frmMass.h"
-#include "windows/common/window_support.h"
-#include "windows/desktop/desktop_dialogs.h"
 #include "windows/objects/frmFarb.h"
 
 // What a user meets: where windows stand, what they hide, what the status bar says.
-
-namespace {
 
 class UserWays : public WindowTest {
  protected:
@@ -26,8 +22,6 @@ class UserWays : public WindowTest {
 class SharedRoom : public UserWays, public testing::WithParamInterface<std::tuple<int, int, double>> {
   const Letters letters{std::get<2>(GetParam())};
 };
-
-}  // namespace
 
 INSTANTIATE_TEST_SUITE_P(Sizes, SharedRoom,
                          testing::Values(std::tuple(1024, 700, 1.0), std::tuple(1024, 700, 1.5),
@@ -65,8 +59,7 @@ TEST_F(UserWays, ATableWithPicturesIsShownLikeAnyOther) {
 TEST_F(UserWays, TheHelpOpensOnTheScreenAndFromEveryDialog) {
   const QRect screen = window->screen()->availableGeometry();
   Open(300, 200);
-  Choose("mnuFarbe");
-  auto& colors = Shown<FrmFarb>();
+  auto& colors = Chosen<FrmFarb>("mnuFarbe");
   colors.move(screen.right() - 60, screen.bottom() - 60);
   QTest::keyClick(&colors, Qt::Key_F1);
   ASSERT_NE(Help(), nullptr);
@@ -100,8 +93,7 @@ TEST_F(UserWays, TheHelpOpensOnTheScreenAndFromEveryDialog) {
 
 TEST_F(UserWays, ToolWindowsHideNothingTheyAskForAndComeBackWhereTheyWere) {
   Open(300, 200);
-  Choose("mnuMass");
-  auto& scale = Shown<FrmMass>();
+  auto& scale = Chosen<FrmMass>("mnuMass");
   EXPECT_FALSE(scale.frameGeometry().intersects(Picture()));
   EXPECT_TRUE(scale.screen()->availableGeometry().contains(scale.frameGeometry()));
   // A second one hides the first no more than it must.

@@ -3,10 +3,8 @@
 
 #include "maps/program_start.h"
 #include "state/map_state.h"
-#include "state/mdi_state.h"
 #include "support/fixture.h"
 #include "support/rows.h"
-#include "view/redraw.h"
 #include "windows/canvas/map_window.h"
 #include "windows/common/help_window.h"
 #include "windows/dialog_parts.h"
@@ -37,6 +35,13 @@ class WindowTest : public FluraxTest, public RowsOfTable {
     if (with != Qt::NoModifier) QTest::keyRelease(part, Qt::Key_Shift);  // else the next test finds it held
     Settle();
   }
+  static void Drag(QWidget* part, QPoint from, QPoint to) {
+    QTest::mousePress(part, Qt::LeftButton, {}, from);
+    QTest::mouseMove(part, (from + to) / 2);
+    QTest::mouseMove(part, to);
+    QTest::mouseRelease(part, Qt::LeftButton, {}, to);
+    Settle();
+  }
   static void Push(QAbstractButton* button) {
     button->click();
     Settle();
@@ -55,19 +60,29 @@ class WindowTest : public FluraxTest, public RowsOfTable {
     for (QAction* action : bar->actions()) {
       if (action->objectName() != QLatin1String(key)) continue;
       ASSERT_TRUE(action->isEnabled()) << key << " is disabled";
+      QContextMenuEvent menu(QContextMenuEvent::Mouse, {5, 5}, QCursor::pos());
       if (right)
-        QMetaObject::invokeMethod(bar->widgetForAction(action), "customContextMenuRequested", Q_ARG(QPoint, QPoint()));
+        QApplication::sendEvent(bar->widgetForAction(action), &menu);
       else
         action->trigger();
       return Settle();
     }
     FAIL() << "no button " << key;
   }
-  // Opens a white map of the size through the menu.
-  void Open(int width, int height) {
-    const FileDialogScript files{Make_Map("Karte.bmp", width, height)};
+  // Opens a map through the menu; a white one of that size.
+  void Open(const QString& path) {
+    const FileDialogScript files{path};
     Choose("mnuFOpen");
     ASSERT_TRUE(frmMDI.MapOpen);
+  }
+  void Open(int width, int height) { Open(Make_Map("Karte.bmp", width, height)); }
+  // The command, and what is done with the dialog that waits then; a line of steps is walked over it.
+  void Choose_And(const QString& key, const std::function<void(QWidget&)>& act) {
+    When_Shown(act);
+    Choose(key);
+  }
+  void Choose_And(const QString& key, const QString& steps) {
+    Choose_And(key, [&steps](QWidget& dialog) { Walk(dialog, steps); });
   }
   // The one open window of its kind.
   template <typename Window>
@@ -75,6 +90,11 @@ class WindowTest : public FluraxTest, public RowsOfTable {
     auto* found = window->findChild<Window*>();
     EXPECT_NE(found, nullptr);
     return *found;
+  }
+  template <typename Window>
+  Window& Chosen(const QString& key) {
+    Choose(key);
+    return Shown<Window>();
   }
   template <typename Window>
   bool Is_Open() const {

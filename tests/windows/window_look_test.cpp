@@ -1,6 +1,4 @@
-using WindowLookTest = FluraxTest;
-
-TEST_F(WindowLookTest, EveryLinkOfTheHelpLeadsToAPage) {
+TEST_F(FluraxTest, EveryLinkOfTheHelpLeadsToAPage) {
   const QString delivered = QStringLiteral(FLURAX_SOURCE_DIR "/data/Hilfe");
   ASSERT_TRUE(QFile::link(delivered, Program_File("Hilfe")));
   HelpWindow window;
