@@ -1,7 +1,5 @@
 #include "analysis/map_input.h"
 
-#include "support/table_fixture.h"
-
 namespace {
 class MapInputTest : public TableTest {};
 }  // namespace

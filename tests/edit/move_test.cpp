@@ -1,7 +1,6 @@
 #include "edit/move.h"
 
 #include "support/bulk_fixture.h"
-#include "support/table_fixture.h"
 
 using Move = BulkTest;
 

@@ -4,7 +4,6 @@
 #include "edit/property_transfer.h"
 #include "edit/search_replace.h"
 #include "support/bulk_fixture.h"
-#include "support/table_fixture.h"
 
 namespace {
 

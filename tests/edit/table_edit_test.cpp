@@ -3,7 +3,6 @@
 #include <sqlite3.h>
 
 #include "support/looks.h"
-#include "support/table_fixture.h"
 
 namespace {
 

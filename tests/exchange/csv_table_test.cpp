@@ -3,7 +3,6 @@
 #include "edit/table_edit.h"
 #include "exchange/csv_export.h"
 #include "support/nets.h"
-#include "support/table_fixture.h"
 
 namespace {
 

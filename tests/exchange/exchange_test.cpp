@@ -1,7 +1,5 @@
 #include "exchange/exchange_table.h"
 
-#include "support/table_fixture.h"
-
 using ::testing::ElementsAre;
 
 namespace {

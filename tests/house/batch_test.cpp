@@ -1,5 +1,4 @@
 #include "support/pixels.h"
-#include "support/table_fixture.h"
 #include "workbook/workbook.h"
 
 namespace {

@@ -4,7 +4,6 @@
 #include "analysis/species_matrix.h"
 #include "maps/map_close.h"
 #include "maps/map_open.h"
-#include "support/table_fixture.h"
 
 using ::testing::IsSupersetOf;
 
@@ -87,7 +86,9 @@ TEST(DemoData, SpeciesAreCountedOnAreasFigureLineAndGroup) {
   MapInput input;
   input.rows = table.rows;
   std::map<MatrixKind, int> several;
-  for (const MatrixRow& row : Calc_Species_Matrix(input)->rows) {
+  const auto matrix = Calc_Species_Matrix(input);
+  ASSERT_TRUE(matrix);
+  for (const MatrixRow& row : matrix->rows) {
     if (row.indices.species == 0) continue;
     EXPECT_TRUE(row.indices.species > 1 && row.indices.individuals > row.indices.species) << row.id;
     ++several[row.kind];

@@ -5,7 +5,6 @@
 #include "import/csv_place.h"
 #include "support/nets.h"
 #include "support/refused_writes.h"
-#include "support/table_fixture.h"
 
 namespace {
 

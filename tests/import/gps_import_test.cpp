@@ -7,7 +7,6 @@
 #include "store/history.h"
 #include "support/nets.h"
 #include "support/refused_writes.h"
-#include "support/table_fixture.h"
 
 namespace {
 

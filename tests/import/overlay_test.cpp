@@ -1,6 +1,5 @@
 #include "import/overlay_import.h"
 #include "support/nets.h"
-#include "support/table_fixture.h"
 
 namespace {
 

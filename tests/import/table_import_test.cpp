@@ -3,7 +3,6 @@
 #include "import/table_entry.h"
 #include "support/nets.h"
 #include "support/second_program.h"
-#include "support/table_fixture.h"
 
 namespace {
 

@@ -5,7 +5,6 @@
 #include "maps/map_open.h"
 #include "support/looks.h"
 #include "support/nets.h"
-#include "support/table_fixture.h"
 
 namespace {
 

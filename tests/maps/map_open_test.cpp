@@ -8,7 +8,6 @@
 #include "maps/program_start.h"
 #include "maps/safe_mode.h"
 #include "support/looks.h"
-#include "support/table_fixture.h"
 
 using MapOpen = TableTest;
 

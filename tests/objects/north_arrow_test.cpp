@@ -1,7 +1,6 @@
 #include "objects/north_arrow.h"
 
 #include "objects/drawing.h"
-#include "support/table_fixture.h"
 
 namespace {
 

@@ -1,7 +1,5 @@
 #include "store/columns.h"
 
-#include "support/table_fixture.h"
-
 namespace {
 
 class Columns : public OpenTableTest {

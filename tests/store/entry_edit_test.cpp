@@ -1,7 +1,5 @@
 #include "store/entry_edit.h"
 
-#include "support/table_fixture.h"
-
 class EntryEditTest : public OpenTableTest {
  protected:
   void SetUp() override {

@@ -1,7 +1,5 @@
 #include "store/entry.h"
 
-#include "support/table_fixture.h"
-
 using EntryTest = OpenTableTest;
 
 TEST_F(EntryTest, RowsComeBackAsTheyWereWritten) {

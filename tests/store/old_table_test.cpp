@@ -1,6 +1,5 @@
 #include "store/old_table.h"
 #include "old_table_file.h"
-#include "support/table_fixture.h"
 
 namespace {
 

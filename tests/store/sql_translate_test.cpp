@@ -1,7 +1,5 @@
 #include "store/sql_translate.h"
 
-#include "support/table_fixture.h"
-
 namespace {
 
 // A table with its header, and the statements run on it.

@@ -2,7 +2,6 @@
 
 #include "platform/file_limit.h"
 #include "store/history.h"
-#include "support/table_fixture.h"
 
 namespace {
 const QStringList oneTwo = {"eins", "zwei"}, oneTwoThree = {"eins", "zwei", "drei"};

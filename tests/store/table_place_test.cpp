@@ -1,5 +1,3 @@
-#include "support/table_fixture.h"
-
 namespace {
 
 const QStringList oneTwo = {"eins", "zwei"}, oneTwoThree = {"eins", "zwei", "drei"};

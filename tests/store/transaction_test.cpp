@@ -1,7 +1,5 @@
 #include "store/transaction.h"
 
-#include "support/table_fixture.h"
-
 namespace {
 
 class TransactionTest : public OpenTableTest {

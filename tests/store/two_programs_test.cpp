@@ -4,7 +4,6 @@
 #include "platform/file_lock.h"
 #include "store/history.h"
 #include "support/second_program.h"
-#include "support/table_fixture.h"
 
 namespace {
 

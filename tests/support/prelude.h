@@ -48,3 +48,5 @@
 #include "support/fixture.h"
 
 using namespace Qt::StringLiterals;
+
+#include "support/table_fixture.h"

@@ -12,7 +12,6 @@
 #include "support/nets.h"
 #include "support/pixels.h"
 #include "support/recorded_shell.h"
-#include "support/table_fixture.h"
 #include "tools/mouse.h"
 #include "view/view.h"
 #include "windows/command_fixture.h"
