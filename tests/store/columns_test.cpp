@@ -40,6 +40,8 @@ TEST_F(Columns, NamesThatCannotBeUsed) {
 
 TEST_F(Columns, OnlyColumnsOfTheUserAreRemoved) {
   ASSERT_TRUE(Add_Column({"Fundort", FieldType::Text, 20}, {}));
+  rsEntries->MoveLast();
+  Set_Field(QStringLiteral("Fundort"), QStringLiteral("Aue"));
   MessageScript script("wird vom Programm benötigt");
   EXPECT_FALSE(Remove_Column("größe"));
   script.Expect("rechts von der Spalte 'Typ' aus");
@@ -48,6 +50,14 @@ TEST_F(Columns, OnlyColumnsOfTheUserAreRemoved) {
   ASSERT_TRUE(Remove_Column("Fundort"));
   EXPECT_FALSE(rsEntries->HasField(u"Fundort"));
   EXPECT_FALSE(Tbl.HasUserColumns);
+  script.Expect("wieder hergestellt");
+  Undo_Last();
+  rsEntries->MoveLast();
+  EXPECT_EQ(rsEntries->Text(QStringLiteral("Fundort")), QString("Aue"));
+  ASSERT_TRUE(Add_Column({"Finder", FieldType::Text, 9}, {}));
+  script.Expect("wieder hergestellt");
+  Undo_Last();
+  EXPECT_FALSE(rsEntries->HasField(u"Finder"));
 }
 
 }  // namespace
