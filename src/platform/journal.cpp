@@ -35,7 +35,15 @@ void Journal::Set_Running(std::function<RunningStep()> running) { inner->asked =
 
 void Journal::Set_Gate(std::function<void(int ahead)> gate) { inner->gate = std::move(gate); }
 
-void Journal::Leave_Out(qint64 key, const QStringList& columns) { inner->leftOut = {{key, columns}}; }
+void Journal::Leave_Out(char sign, const QStringList& columns) {
+  inner->leftOutSign = sign;
+  inner->leftOut = columns;
+}
+
+bool Journal::Inner::Has_Left_Out(const std::vector<RawValue>& row) const {
+  const bool isText = !row.empty() && row.front().kind == RawValue::Kind::Text && row.front().size > 0;
+  return isText && !leftOut.isEmpty() && *row.front().bytes == leftOutSign;
+}
 
 bool Journal::Read() {
   const bool read = inner->justRead = inner->file.Read();
@@ -371,12 +379,12 @@ void Journal::Inner::Row_Changed(int operation, const QByteArray& name, qint64 k
   const int width = static_cast<int>(table->columns.size());
   Read_Row(operation, width);
   if (operation == SQLITE_UPDATE) {
-    const auto out = table->main ? leftOut.constFind(key) : leftOut.constEnd();
+    const bool out = table->main && Has_Left_Out(before) && Has_Left_Out(after);
     cells.clear();
     for (int column = 0; column < width; ++column) {
       const auto index = static_cast<size_t>(column);
       if (before[index] == after[index]) continue;
-      if (out != leftOut.constEnd() && out->contains(table->columns[column])) continue;
+      if (out && leftOut.contains(table->columns[column])) continue;
       cells.push_back({column, before[index], after[index]});
     }
     if (cells.empty() && key == newKey) {

@@ -64,8 +64,9 @@ class Journal {
   void Set_Running(std::function<RunningStep()> running);
   // Asked before something new is stored while so many steps lie ahead, which go then. It refuses by an error.
   void Set_Gate(std::function<void(int ahead)> gate);
-  // Columns of a row of the main table whose changes are no steps.
-  void Leave_Out(qint64 key, const QStringList& columns);
+  // Columns whose changes are no steps, of the rows of the main table whose first column begins with that sign: a row
+  // may get another key at any time.
+  void Leave_Out(char sign, const QStringList& columns);
 
   // Takes over what a former program left; false if there is nothing that can be read.
   bool Read();

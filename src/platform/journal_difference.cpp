@@ -55,20 +55,16 @@ class Rows {
   bool there = false;
 };
 
-// The row both stand on; true if it differs. Left out are columns of the first row alone. Where the key was another
-// row's before, that one goes and this one comes: an update would ask for what stands in those columns when it is taken
-// back.
-bool Write_Changed_Row(const Rows& left, const Rows& right, const TableDef& table, bool first, ChangeWriter& writer,
-                       const LeftOut& isLeftOut) {
+// The row both stand on; true if it differs. Where the key was another row's before, with columns left out in one of
+// the two alone, that one goes and this one comes: an update would ask for what stands there when it is taken back.
+bool Write_Changed_Row(const Rows& left, const Rows& right, const TableDef& table, ChangeWriter& writer,
+                       const LeftOut& leftOut) {
   const auto former = left.Values(), values = right.Values();
+  const bool out = leftOut.has(table, former), another = out != leftOut.has(table, values);
   std::vector<ChangedCell> cells;
-  bool another = false;
-  for (size_t column = 0; column < values.size(); ++column) {
-    if (former[column] == values[column]) continue;
-    const bool out = isLeftOut(table, left.Key(), table.fields[column].name);
-    another = another || (out && !first);
-    if (!out) cells.push_back({static_cast<int>(column), former[column], values[column]});
-  }
+  for (size_t column = 0; column < values.size(); ++column)
+    if (former[column] != values[column] && !(out && leftOut.columns.contains(table.fields[column].name)))
+      cells.push_back({static_cast<int>(column), former[column], values[column]});
   if (!another && cells.empty()) return false;
   const int number = writer.Number_Of(ChangeWriter::Names(table.name.toUtf8(), Column_Names(table)));
   if (another) {
@@ -81,10 +77,9 @@ bool Write_Changed_Row(const Rows& left, const Rows& right, const TableDef& tabl
 }
 
 int Write_Row_Differences(Engine& before, Engine& now, const TableDef& table, ChangeWriter& writer,
-                          const LeftOut& isLeftOut) {
+                          const LeftOut& leftOut) {
   const QByteArray names = ChangeWriter::Names(table.name.toUtf8(), Column_Names(table));
   int changed = 0;
-  bool first = true;
   Rows left(before, table), right(now, table);
   while (left.There() || right.There()) {
     const bool gone = left.There() && (!right.There() || left.Key() < right.Key());
@@ -96,9 +91,8 @@ int Write_Row_Differences(Engine& before, Engine& now, const TableDef& table, Ch
       writer.Row(ChangeKind::Insert, writer.Number_Of(names), right.Key(), right.Values());
       ++changed;
     } else {
-      changed += Write_Changed_Row(left, right, table, first, writer, isLeftOut) ? 1 : 0;
+      changed += Write_Changed_Row(left, right, table, writer, leftOut) ? 1 : 0;
     }
-    first = false;
     if (!came) left.Next();
     if (!gone) right.Next();
   }
@@ -115,7 +109,7 @@ int Write_All_Rows(Engine& engine, const TableDef& table, ChangeKind kind, Chang
   return count;
 }
 
-void Write_Difference(Engine& before, Engine& now, ChangeWriter& writer, int& rows, const LeftOut& isLeftOut) {
+void Write_Difference(Engine& before, Engine& now, ChangeWriter& writer, int& rows, const LeftOut& leftOut) {
   // Copies: asking one database for its tables may read them anew.
   const std::vector<TableDef> former = before.Tables(), present = now.Tables();
   const auto same = [](const std::vector<TableDef>& tables, const TableDef& table) {
@@ -128,7 +122,7 @@ void Write_Difference(Engine& before, Engine& now, ChangeWriter& writer, int& ro
     }
   for (const TableDef& table : present) {
     if (same(former, table)) {
-      rows += Write_Row_Differences(before, now, table, writer, isLeftOut);
+      rows += Write_Row_Differences(before, now, table, writer, leftOut);
     } else {
       writer.Table(ChangeKind::MakeTable, table.name, Statement_Of_Table(now, table.name));
       rows += Write_All_Rows(now, table, ChangeKind::Insert, writer);
@@ -154,12 +148,14 @@ void Journal::Add_Difference(Database& former, const QString& name, const QStrin
   self.contextBefore = contextBefore;
   self.contextAfter = contextAfter;
   // What is no step does not change with one either: going back would ask for values that have gone on since.
-  const auto isLeftOut = [&self](const TableDef& table, qint64 key, const QString& column) {
-    return table.name.compare(self.mainTable, Qt::CaseInsensitive) == 0 && self.leftOut.value(key).contains(column);
-  };
+  const journal_inner::LeftOut leftOut{[&self](const TableDef& table, const std::vector<RawValue>& row) {
+                                         return table.name.compare(self.mainTable, Qt::CaseInsensitive) == 0 &&
+                                                self.Has_Left_Out(row);
+                                       },
+                                       self.leftOut};
   self.engine->Begin();
   try {
-    journal_inner::Write_Difference(before, *self.engine, self.writer, self.rows, isLeftOut);
+    journal_inner::Write_Difference(before, *self.engine, self.writer, self.rows, leftOut);
     if (self.writer.Is_Empty()) self.Put_State(state);  // the same rows are the same state
     self.engine->Commit();
   } catch (...) {

@@ -57,8 +57,11 @@ class Player {
   QHash<QByteArray, sqlite3_stmt*> statements;
 };
 
-// Is what stands in that column of the row no step?
-using LeftOut = std::function<bool(const TableDef& table, qint64 key, const QString& column)>;
+// What is no step: these columns of the rows of which that is true.
+struct LeftOut {
+  std::function<bool(const TableDef& table, const std::vector<RawValue>& row)> has;
+  QStringList columns;
+};
 // What the second lacks and has against the first, as a list.
 void Write_Difference(database_inner::Engine& before, database_inner::Engine& now, ChangeWriter& writer, int& rows,
                       const LeftOut& isLeftOut);
@@ -89,6 +92,7 @@ struct Journal::Inner final : database_inner::Recorder {
                    sqlite3_int64 newKey);
   void Row_Changed(int operation, const QByteArray& table, qint64 key, qint64 newKey);
   void Read_Row(int operation, int width);
+  bool Has_Left_Out(const std::vector<RawValue>& row) const;  // is it a row with columns that are no step?
   void Note(int operation, const journal_inner::Followed& table, qint64 key, qint64 newKey);
   void Note_Row(int operation, const QStringList& columns, bool first);
   journal_inner::Followed* Followed_Table(const QByteArray& name);
@@ -125,7 +129,8 @@ struct Journal::Inner final : database_inner::Recorder {
   JournalFile file;
   QString mainTable, fault;
   std::function<QString(const QString&, const StepFacts&)> namer;
-  QHash<qint64, QStringList> leftOut;
+  char leftOutSign = 0;
+  QStringList leftOut;
 
   std::shared_ptr<database_inner::Engine> engine;
   int records = 0;                     // of the file that are in the database

@@ -149,8 +149,8 @@ void Follow_Table() {
   }
   Journal& journal = *history.journal;
   rsEntries->MoveFirst();
-  // Where table and map lie is no step.
-  if (!rsEntries->Eof()) journal.Leave_Out(rsEntries->Key(), {QStringLiteral("Eintrag"), QStringLiteral("Schrift")});
+  // Where table and map lie is no step: it stands in the header row.
+  journal.Leave_Out('!', {QStringLiteral("Eintrag"), QStringLiteral("Schrift")});
   const bool known = journal.Follow(*dbEntries);
   if (!Take_Difference() && !known) journal.Begin_Anew();
   if (journal.Count() == 0) history.interrupted = false;

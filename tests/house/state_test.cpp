@@ -2,7 +2,6 @@
 
 // Variables that outlive a call, by the sources: Reset_Global_State must know them.
 
-using namespace Qt::StringLiterals;
 using ::testing::UnorderedElementsAre;
 
 namespace {
