@@ -1,4 +1,3 @@
-#include "analysis/analysis_texts.h"
 #include "analysis/color_sheet.h"
 #include "analysis/kataster_sheet.h"
 #include "analysis/lines.h"

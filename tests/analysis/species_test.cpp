@@ -1,6 +1,5 @@
 #include "analysis/species.h"
 
-#include "analysis/diversity.h"
 #include "analysis/leading_count.h"
 #include "analysis/population.h"
 #include "analysis/species_matrix.h"

@@ -1,6 +1,5 @@
 #include "edit/copy.h"
 
-#include "edit/marks.h"
 #include "hand/leave_hand.h"
 #include "support/bulk_fixture.h"
 #include "support/refused_writes.h"

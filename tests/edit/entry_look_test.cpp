@@ -1,6 +1,5 @@
 #include "edit/entry_look.h"
 
-#include "edit/bulk_change.h"
 #include "hand/next_shape.h"
 #include "support/hand_fixture.h"
 #include "support/refused_writes.h"

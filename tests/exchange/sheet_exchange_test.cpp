@@ -1,7 +1,6 @@
 #include "exchange/sheet_comparison.h"
 #include "exchange/sheet_rows.h"
 #include "exchange/sheet_source.h"
-#include "workbook/workbook.h"
 #include "workbook/workbook_package.h"
 
 namespace {

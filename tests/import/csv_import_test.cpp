@@ -1,6 +1,5 @@
 #include "import/csv_import.h"
 #include "coordinates/calibration_file.h"
-#include "coordinates/conversions.h"
 #include "exchange/csv_export.h"
 #include "import/csv_place.h"
 #include "support/nets.h"

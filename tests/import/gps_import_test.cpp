@@ -1,7 +1,5 @@
 #include "import/gps_import.h"
-#include "import/gps_script.h"
 #include "import/import_report.h"
-#include "import/pcx5.h"
 #include "import/placing_question.h"
 #include "import/present_entries.h"
 #include "store/history.h"

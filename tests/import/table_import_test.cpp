@@ -2,7 +2,6 @@
 #include "import/table_choice.h"
 #include "import/table_entry.h"
 #include "support/nets.h"
-#include "support/second_program.h"
 
 namespace {
 

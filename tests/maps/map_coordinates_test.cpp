@@ -1,7 +1,6 @@
 #include "maps/map_coordinates.h"
 
 #include "maps/map_close.h"
-#include "maps/map_grid.h"
 #include "maps/map_open.h"
 #include "support/looks.h"
 #include "support/nets.h"

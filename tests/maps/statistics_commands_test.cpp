@@ -4,7 +4,6 @@
 #include "maps/neighbour_command.h"
 #include "maps/population_command.h"
 #include "platform/for_now.h"
-#include "support/rows.h"
 #include "workbook/workbook.h"
 
 // The evaluations with all that they ask and tell.

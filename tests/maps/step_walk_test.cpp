@@ -7,7 +7,6 @@
 #include "edit/marks.h"
 #include "edit/order.h"
 #include "edit/scale_edit.h"
-#include "edit/table_edit.h"
 #include "edit/vertex_edit.h"
 #include "maps/command_look.h"
 #include "maps/commands.h"

@@ -1,10 +1,3 @@
-#include "store/entry_id.h"
-#include "store/entry_type.h"
-#include "store/fill_code.h"
-#include "store/font_spec.h"
-#include "store/frame_word.h"
-#include "store/stored_number.h"
-
 TEST(EntryType, TakesTheNumberApart) {
   const std::tuple<int, int, Mark, bool> cases[] = {
       {0, 0, Mark::None, false},      {40, 40, Mark::None, false},  {100, 0, Mark::Marked, false},
